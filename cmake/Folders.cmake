@@ -1,0 +1,45 @@
+# One target a folder, and its link list is its permission to include.
+#
+# A folder's headers are reached only through its "wall": a directory in the build tree that holds nothing but a link to
+# that folder. A target sees the walls of the folders it links and no others, so an include that runs up the floors does
+# not compile.
+
+# wren_wall(<target> <path in the source tree>): lets users of 'target' include <path>/... by its full name.
+function(wren_wall target path)
+    set(wall ${CMAKE_BINARY_DIR}/walls/${target})
+    get_filename_component(parent ${wall}/${path} DIRECTORY)
+    file(MAKE_DIRECTORY ${parent})
+    file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${path} ${wall}/${path} SYMBOLIC)
+    get_target_property(kind ${target} TYPE)
+    if(kind STREQUAL "INTERFACE_LIBRARY")
+        target_include_directories(${target} INTERFACE ${wall})
+    else()
+        target_include_directories(${target} PUBLIC ${wall})
+    endif()
+endfunction()
+
+# wren_folder(<target> <folder> USES <targets>...): all sources of the folder, as objects that its users link.
+function(wren_folder target folder)
+    cmake_parse_arguments(F "" "" "USES" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
+    if(sources)
+        add_library(${target} OBJECT ${sources})
+        target_link_libraries(${target} PUBLIC ${F_USES})
+    else()
+        add_library(${target} INTERFACE)
+        target_link_libraries(${target} INTERFACE ${F_USES})
+    endif()
+    wren_wall(${target} ${folder})
+endfunction()
+
+# wren_tests(<name> USES <targets>...): a test program from the sources of the current directory, one CTest test a case.
+function(wren_tests name)
+    cmake_parse_arguments(F "" "" "USES" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    if(NOT sources)
+        return()
+    endif()
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE ${F_USES} test_support GTest::gtest GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST)
+endfunction()

@@ -1,0 +1,18 @@
+# Warnings, sanitizers and the compiler cache, for every target alike.
+
+find_package(Threads REQUIRED)
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_compile_options(-Wall -Wextra)
+if(WREN_WERROR)
+    add_compile_options(-Werror)
+endif()
+
+if(WREN_SANITIZE)
+    add_compile_options(-fsanitize=${WREN_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${WREN_SANITIZE})
+endif()

@@ -1,0 +1,74 @@
+// A handler with a queue of messages and a thread of its own that dispatches them one by one.
+#pragma once
+
+#include "vetch/app/BHandler.h"
+#include "vetch/app/BMessage.h"
+#include "vetch/support/Types.h"
+
+#include <memory>
+
+namespace vetch {
+
+class LooperState; // the queue, the lock and the thread: outlives the looper while its thread winds up
+
+using LooperToken = uint32; // names a looper for as long as it lives and never again
+
+// Where a looper's messages are dispatched.
+enum class Service {
+    OwnThread,  // on a thread of its own, started by Run()
+    Application // by the application's loop, on the document thread: document and preference windows
+};
+
+} // namespace vetch
+
+constexpr uint32 B_QUIT_REQUESTED = FourCC("_QRQ");
+
+// The rules of life and death (loopers are made with new):
+//
+// - Before Run() the creating thread alone owns the looper. Run() publishes it; from then on its own thread, or whoever
+//   holds its lock, may touch it.
+// - Only the document thread destroys a looper, so a pointer read there stays good until that thread quits it.
+// - Quit() asks for the end from any thread and merges with earlier requests:
+//     own thread                       marks it; the loop ends after the current message, the document thread destroys
+//     document thread, running         ends the loop, joins the thread, destroys, returns
+//     document thread, never run       destroys at once; if another thread made it, marks it for that thread's Run()
+//     any other thread                 marks it; the document thread destroys it later
+//   Once quit is accepted nothing more is dispatched, Lock() fails and PostMessage() is refused.
+// - No looper ever waits for the document thread.
+class BLooper : public BHandler {
+public:
+    explicit BLooper(vetch::Service service = vetch::Service::OwnThread);
+    ~BLooper() override; // by Quit() and the reaper alone, or by the owner of a looper that never ran
+
+    virtual thread_id Run();      // starts the loop; does nothing the second time. After an accepted quit it starts none
+    virtual void Quit();
+    virtual bool QuitRequested(); // asked by B_QUIT_REQUESTED; true by default
+
+    virtual void DispatchMessage(BMessage* message, BHandler* handler);
+    void MessageReceived(BMessage* message) override; // B_QUIT_REQUESTED quits when QuitRequested() agrees
+    BLooper* Looper() const override;
+
+    // Recursive. The looper's own thread holds it around each dispatch. False once quit is accepted.
+    bool Lock();
+    void Unlock();
+    bool IsLocked() const; // by the calling thread
+
+    // Copy the message and return at once; any thread. B_ERROR once quit is accepted. Without a handler the looper
+    // itself receives it; a handler that has died by then receives nothing. 'reply' is accepted and not used.
+    status_t PostMessage(uint32 what);
+    status_t PostMessage(const BMessage* message);
+    status_t PostMessage(const BMessage* message, BHandler* handler, BHandler* reply = nullptr);
+
+    vetch::LooperToken LooperToken() const;
+    bool HasRun() const; // Run() was called. Any thread
+
+protected:
+    // Called once, on the thread whose Quit() was accepted first, before the loop ends: a window vanishes here.
+    virtual void QuitAccepted();
+
+private:
+    friend class vetch::LooperState;
+    friend class BApplication;
+
+    std::shared_ptr<vetch::LooperState> state;
+};

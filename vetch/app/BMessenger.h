@@ -1,0 +1,15 @@
+// Sends messages to a handler that may have died meanwhile.
+#pragma once
+
+#include "vetch/app/BHandler.h"
+
+// Copyable; any thread.
+class BMessenger {
+public:
+    explicit BMessenger(const BHandler* target); // a looper, or a handler that belongs to one
+
+    status_t SendMessage(const BMessage* message) const; // B_ERROR when the target is gone
+
+private:
+    vetch::HandlerToken target;
+};

@@ -1,0 +1,125 @@
+// A display without a screen, for tests, automation and the command line.
+//
+// It is deterministic: every character (one UTF-8 code point) is 7 wide, a line has ascent 10, descent 3 and leading 1,
+// the screen is 0, 0, 1280, 800 until it is set, and modal questions are answered from a queue. It keeps a mirror of what
+// it was told, and nothing else: what can be read here is what a screen would show.
+#pragma once
+
+#include "vetch/display/Display.h"
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+
+namespace vetch {
+
+// Hears what a user would notice, on the thread that caused it, in order. Calls come one at a time; they must not call
+// the display's user actions.
+class DisplayWitness {
+public:
+    virtual ~DisplayWitness() = default;
+    virtual void Beeped() {}
+    virtual void AlertAnswered(const AlertDescription&, long /*answer*/) {}
+    virtual void MenuAnswered(const MenuDescription&, std::optional<long> /*choice*/) {}
+    virtual void PanelOpened(const PanelDescription&) {}
+    virtual void WindowShown(long /*window*/) {}
+    virtual void WindowHidden(long /*window*/) {}
+    virtual void WindowMoved(long /*window*/, BRect) {} // visible windows only
+    virtual void WindowClosed(long /*window*/) {}       // windows that were shown once only
+};
+
+class HeadlessDisplay : public Display {
+public:
+    struct ListState {
+        std::vector<std::string> items;
+        long selected = -1;
+        rgb_color colour;
+        bool focus = false;
+    };
+    struct ControlState {
+        long item = 0;
+        ViewDescription::Kind kind = ViewDescription::Kind::Text;
+        std::string text; // a text control's text, a button's or check box's label
+        bool on = false;  // a check box's value
+        long selectionStart = 0;
+        long selectionEnd = 0;
+        bool focus = false;
+    };
+    struct WindowState {
+        long number = 0; // 1, 2, ... in the order in which windows were made; never used again
+        LooperToken token = 0;
+        std::string title;
+        long look = 0;
+        uint32 flags = 0;
+        bool visible = false;
+        bool active = false;
+        BRect frame;
+        float limits[4] = {}; // min width, max width, min height, max height
+        std::optional<ListState> list;
+        std::vector<ControlState> controls; // those with an item number, by number; labels left out
+    };
+
+    explicit HeadlessDisplay(DisplayWitness* witness = nullptr); // borrowed
+    ~HeadlessDisplay() override;
+
+    // The mirror. Any thread; of settled windows it is what a user would see.
+    std::vector<WindowState> Windows() const; // of the plug-in, in the order in which they were made
+    long Beeps() const;
+
+    void SetScreen(BRect frame);
+
+    // Answers for what comes next, used in order. An alert without an answer is answered with its last button, a menu is
+    // dismissed, a panel is left open. A panel answered with nothing is dismissed.
+    void AnswerAlert(long button);
+    void AnswerMenu(std::optional<long> row);
+    void AnswerPanel(std::optional<std::string> path);
+
+    // What a user does. False when there is no such window, item or control; otherwise the messages are posted and show
+    // their effect once the loopers have settled.
+    bool InvokeItem(long window, long index);               // double-clicks it
+    bool ClickItem(long window, long index);                // presses the mouse once on it
+    bool Press(long window, long item);                     // a button
+    bool Enter(long window, long item, const std::string& text); // replaces a text control's text and leaves the field
+    bool Check(long window, long item, bool on);
+    bool Close(long window);
+    bool ResizeByUser(long window, float width, float height); // bounded by the limits, the minimum winning
+
+    // Display
+    void WindowMade(const WindowDescription& window) override;
+    void WindowClosed(LooperToken window) override;
+    void WindowShown(LooperToken window) override;
+    void WindowHidden(LooperToken window) override;
+    void WindowMinimized(LooperToken window, bool minimized) override;
+    void WindowMoved(LooperToken window, BRect frame) override;
+    void WindowLimited(LooperToken window, float minWidth, float maxWidth, float minHeight, float maxHeight) override;
+    void WindowTitled(LooperToken window, const std::string& title) override;
+    void WindowActivated(LooperToken window, bool active) override;
+    void WindowFocused(LooperToken window, HandlerToken view) override;
+    void ViewMade(const ViewDescription& view) override;
+    void ViewMoved(HandlerToken view, BRect frame) override;
+    void ListItemAdded(HandlerToken list, long index, const std::string& text) override;
+    void ListItemRemoved(HandlerToken list, long index) override;
+    void ListItemChanged(HandlerToken list, long index, const std::string& text) override;
+    void ListSelected(HandlerToken list, long index) override;
+    void ListColoured(HandlerToken list, rgb_color selection) override;
+    void TextChanged(HandlerToken control, const std::string& text) override;
+    void TextSelected(HandlerToken control, long start, long end) override;
+    void CheckChanged(HandlerToken control, bool on) override;
+    void Beep() override;
+    float StringWidth(const std::string& text, float fontSize) const override;
+    FontMetrics Metrics(float fontSize) const override;
+    float MiniScrollBarWidth() const override;
+    BRect ScreenFrame(BPoint where) const override;
+    long RunAlert(const AlertDescription& alert) override;
+    std::optional<long> RunMenu(const MenuDescription& menu) override;
+    void OpenPanel(const PanelDescription& panel) override;
+
+private:
+    struct Mirror;
+    mutable std::mutex mutex; // guards everything below; a leaf
+    std::unique_ptr<Mirror> mirror;
+    DisplayWitness* const witness;
+};
+
+} // namespace vetch

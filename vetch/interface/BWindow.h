@@ -1,0 +1,101 @@
+// A window: a looper with a frame and views in it.
+#pragma once
+
+#include "vetch/app/BLooper.h"
+#include "vetch/interface/BView.h"
+#include "vetch/interface/Carbon.h"
+#include "vetch/support/Geometry.h"
+
+#include <memory>
+#include <string>
+
+struct __CFBundle;
+
+constexpr long B_BORDERED_WINDOW_LOOK = 3;
+constexpr long B_FLOATING_WINDOW_LOOK = 6;
+constexpr long B_NORMAL_WINDOW_FEEL = 1;
+constexpr uint32 B_AVOID_FOCUS = 0x200; // never activates: showing or clicking it leaves the keyboard where it is
+
+namespace vetch {
+
+struct SizeLimits {
+    float minWidth = 0;
+    float maxWidth = 32767;
+    float minHeight = 0;
+    float maxHeight = 32767;
+
+    bool operator==(const SizeLimits&) const = default;
+};
+
+} // namespace vetch
+
+// Made hidden. Its life and its thread are those of BLooper, the first Show() being its Run(). A model, as its views are:
+// what it changes goes to the display as copies, and what the user does comes back as messages. Touched by its creator
+// before the first Show(), afterwards on its own thread or under its lock. No constructor needs a certain thread.
+class BWindow : public BLooper {
+public:
+    BWindow(BRect frame, const char* title, long look, long feel, uint32 flags,
+            vetch::Service service = vetch::Service::OwnThread);
+
+    // Made from the part 'window' of the interface file 'nib' in the bundle's resources. An empty window when there is no
+    // bundle, file or part; what was wrong with the file is reported by vetch::ReportInterfaceProblem.
+    BWindow(__CFBundle* bundle, const char* nib, const char* window);
+    ~BWindow() override;
+
+    void Quit() override;
+
+    virtual void Show(); // idempotent, as is Hide(). After an accepted quit it shows nothing
+    virtual void Hide();
+    virtual void Minimize(bool minimize);
+    virtual void Zoom(BPoint origin, float width, float height);
+    virtual void FrameMoved(BPoint origin);
+    virtual void FrameResized(float width, float height);
+    virtual void WindowActivated(bool active);
+    virtual void ScreenChanged(BRect screen, color_space depth);
+    virtual void MenusBeginning();
+    virtual void MenusEnded();
+
+    bool IsHidden() const;
+    BRect Frame() const;  // of the content, on the screen
+    BRect Bounds() const; // origin 0, 0
+    void MoveTo(float x, float y);
+    void ResizeTo(float width, float height); // never clamped
+    // Bound later resizes by the user only; where they contradict each other the minimum wins.
+    void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
+    void SetTitle(const char* title);
+    const std::string& Title() const { return title; }
+
+    void AddChild(BView* view); // takes it over
+    void AddChildFromNib(BView* view, long item); // as BView::AddChildFromNib
+    BView* FocusView() const { return focus; }
+
+    void Activate(bool active);
+    bool IsActive() const;
+    bool IsShowingSheet() const; // a panel or alert hangs on this window
+    void SetShowingSheet(bool showing);
+    BPoint ConvertToScreen(BPoint point) const;
+    WindowRef NativeWindow() const;
+
+    // What the user did, as the display posts it: "frame moved/resized", "activated". Internal codes.
+    void MessageReceived(BMessage* message) override;
+
+protected:
+    void QuitAccepted() override;
+
+private:
+    friend class BView;
+    void SetFrame(BRect newFrame);
+    void SetFocus(BView* view);
+
+    BRect frame;
+    std::string title;
+    long look;
+    long feel;
+    uint32 flags;
+    vetch::SizeLimits limits;
+    bool hidden = true;
+    bool active = false;
+    bool showingSheet = false;
+    std::unique_ptr<BView> root; // fills the window; the views added to the window are its children
+    BView* focus = nullptr;
+};

@@ -1,0 +1,29 @@
+// Bundle directories, in the small part of Core Foundation's form that a plug-in uses to find its resources.
+//
+// Functions with "Copy" in their names give the caller an object to release with CFRelease. Null in gives null out.
+#pragma once
+
+#include <string>
+
+// A bundle: a directory holding Contents/. The host owns it for as long as the plug-in is loaded.
+struct __CFBundle {
+    std::string path; // of the directory, absolute
+};
+
+typedef const struct __CFURL* CFURLRef;
+typedef const struct __CFString* CFStringRef;
+
+constexpr long kCFURLPOSIXPathStyle = 0;
+
+CFURLRef CFBundleCopyResourcesDirectoryURL(__CFBundle* bundle); // null when the bundle has no Contents/Resources
+CFURLRef CFURLCopyAbsoluteURL(CFURLRef url);
+CFStringRef CFURLCopyFileSystemPath(CFURLRef url, long style); // null for any style but POSIX
+void CFRelease(const void* object);                            // null is ignored
+std::string FromCFString(CFStringRef string);                  // "" for null
+
+namespace vetch {
+
+// How many Core Foundation objects have not been released yet. Any thread.
+long LiveCFObjects();
+
+} // namespace vetch

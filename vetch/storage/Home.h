@@ -1,0 +1,7 @@
+// The user's home directory.
+#pragma once
+
+#include <string>
+
+// $HOME, read at each call, with exactly one "/" at its end; "" when it is unset or empty. Any thread.
+std::string Home();

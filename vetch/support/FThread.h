@@ -1,0 +1,80 @@
+// Work handed to a thread of its own.
+#pragma once
+
+#include <cstddef>
+
+// Something that can be called once a thread is there for it.
+class FunctionObject {
+public:
+    virtual ~FunctionObject() = default;
+    virtual void operator()() const = 0;
+    virtual size_t Size() const = 0; // of the concrete object, in bytes
+};
+
+template <class C, class A>
+class SingleParamMemberFunctionObject : public FunctionObject {
+public:
+    SingleParamMemberFunctionObject(void (C::*member)(A), C* object, A argument)
+        : member(member), object(object), argument(argument)
+    {
+    }
+    void operator()() const override { (object->*member)(argument); }
+    size_t Size() const override { return sizeof(*this); }
+
+private:
+    void (C::*member)(A);
+    C* object;
+    A argument;
+};
+
+template <class C, class A, class B>
+class TwoParamMemberFunctionObject : public FunctionObject {
+public:
+    TwoParamMemberFunctionObject(void (C::*member)(A, B), C* object, A first, B second)
+        : member(member), object(object), first(first), second(second)
+    {
+    }
+    void operator()() const override { (object->*member)(first, second); }
+    size_t Size() const override { return sizeof(*this); }
+
+private:
+    void (C::*member)(A, B);
+    C* object;
+    A first;
+    B second;
+};
+
+// Runs a function object once on its own thread, then destroys the object and itself: make it with new and forget it.
+//
+// The thread is joinable inside: vetch::JoinThreads() waits for all that were started.
+class FThread {
+public:
+    explicit FThread(FunctionObject* function); // takes the function over and starts at once
+
+    template <class C, class A>
+    static void Run(void (C::*member)(A), C* object, A argument)
+    {
+        new FThread(new SingleParamMemberFunctionObject<C, A>(member, object, argument));
+    }
+    template <class C, class A, class B>
+    static void Run(void (C::*member)(A, B), C* object, A first, B second)
+    {
+        new FThread(new TwoParamMemberFunctionObject<C, A, B>(member, object, first, second));
+    }
+
+private:
+    ~FThread() = default;
+    void RunOnce();
+
+    FunctionObject* function;
+};
+
+namespace vetch {
+
+// Waits until every FThread started so far, and those they start, has ended. Call with no lock held.
+void JoinThreads();
+
+// True when no FThread is running. Any thread.
+bool ThreadsAreIdle();
+
+} // namespace vetch

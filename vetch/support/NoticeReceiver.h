@@ -1,0 +1,33 @@
+// Who can watch a BNotifier.
+#pragma once
+
+#include "vetch/support/Types.h"
+
+#include <vector>
+
+class BMessage;
+class BNotifier;
+
+namespace vetch {
+
+// Hears the notices of the notifiers it watches. Either side may die first: each forgets the other.
+//
+// A receiver and the notifiers it watches belong to one thread.
+class NoticeReceiver {
+public:
+    NoticeReceiver() = default;
+    NoticeReceiver(const NoticeReceiver&) = delete;
+    NoticeReceiver& operator=(const NoticeReceiver&) = delete;
+
+    // 'message' may be null and is valid for the length of the call.
+    virtual void NoticeReceived(uint32 what, const BMessage* message) = 0;
+
+protected:
+    virtual ~NoticeReceiver(); // stops watching everything
+
+private:
+    friend class ::BNotifier;
+    std::vector<BNotifier*> watched;
+};
+
+} // namespace vetch
