@@ -89,7 +89,7 @@ public:
         va_start(arguments, format);
         std::vsnprintf(buffer, sizeof buffer, format, arguments);
         va_end(arguments);
-        Log("WriteSettings", buffer);
+        Log("WriteSettings", std::string(buffer));
     }
     long LineAt(long offset) override
     {
