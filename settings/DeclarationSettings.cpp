@@ -1,0 +1,52 @@
+#include "settings/DeclarationSettings.h"
+
+const char* kIgnoreStringsDefault = "AVAILABLE_MAC_OS_X_VERSION_10_0_AND_LATER,"
+                                    "AVAILABLE_MAC_OS_X_VERSION_10_1_AND_LATER,"
+                                    "AVAILABLE_MAC_OS_X_VERSION_10_2_AND_LATER,"
+                                    "AVAILABLE_MAC_OS_X_VERSION_10_3_AND_LATER,"
+                                    "AVAILABLE_MAC_OS_X_VERSION_10_4_AND_LATER,"
+                                    "AVAILABLE_MAC_OS_X_VERSION_10_0_AND_LATER_BUT_DEPRECATED_IN_MAC_OS_X_VERSION_10_4";
+const char* kScanSystemDirectoriesDefault = "/System/Library/Frameworks /usr/include";
+const char* kLocalTagSubdirectoriesDefault = ".:./build";
+const char* kIndexSuffixesDefault = "*.h *.c *.cp *.cpp *.m *.mm";
+
+DeclarationSettings::DeclarationSettings()
+    : optionClickToFindDeclaration("DeclOptionClickToFindDeclaration", true),
+      ctrlOptionClickToFindDefinition("DeclCtrlOptionClickToFindDefinition", true),
+      automaticallyRebuild("DeclAutomaticallyRebuild", true), autoComplete("DeclAutoComplete", true),
+      ignoreStrings("DeclIgnoreStrings", kIgnoreStringsDefault),
+      scanSystemDirectories("DeclScanSystemDirectories", kScanSystemDirectoriesDefault),
+      localTagSubdirectories("DeclLocalTagSubdirectories", kLocalTagSubdirectoriesDefault),
+      indexSuffixes("DeclIndexSuffixes", kIndexSuffixesDefault)
+{
+    settings = {
+        &optionClickToFindDeclaration,
+        &ctrlOptionClickToFindDefinition,
+        &automaticallyRebuild,
+        &autoComplete,
+        &ignoreStrings,
+        &scanSystemDirectories,
+        &localTagSubdirectories, // no control and no reader: it is stored for users who have it in their settings
+        &indexSuffixes};
+}
+
+DeclarationSettings*& DeclarationSettings::Slot()
+{
+    static DeclarationSettings* instance = nullptr;
+    return instance;
+}
+
+DeclarationSettings* DeclarationSettings::Instance()
+{
+    DeclarationSettings*& instance = Slot();
+    if (instance == nullptr)
+        instance = new DeclarationSettings;
+    return instance;
+}
+
+void DeclarationSettings::DeleteInstance()
+{
+    // The slot keeps the dead pointer: the host unloads once and last, and a plug-in that is going away makes no second
+    // object, which nobody would delete.
+    delete Slot();
+}
