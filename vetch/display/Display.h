@@ -23,11 +23,11 @@ struct WindowDescription {
     BRect frame; // on the screen
     long look = 0;
     uint32 flags = 0;
-    bool ofPlugin = true; // false for the host's own document windows, which the host shows itself
+    bool ofPlugin = true; // false for windows that the host shows itself, as its document windows
 };
 
 struct ViewDescription {
-    enum class Kind { List, Text, Button, CheckBox, Label };
+    enum class Kind { List, Text, Button, CheckBox, Label, Group };
 
     LooperToken window = 0;
     HandlerToken view = kNoHandler;
@@ -36,6 +36,7 @@ struct ViewDescription {
     BRect frame;   // in window coordinates
     std::string text;
     float fontSize = 12;
+    bool multiLine = false;     // a text control of several lines
     bool followsWindow = false; // grows and shrinks with the window
 };
 
@@ -84,7 +85,8 @@ public:
     virtual void WindowHidden(LooperToken window) = 0;
     virtual void WindowMinimized(LooperToken window, bool minimized) = 0;
     virtual void WindowMoved(LooperToken window, BRect frame) = 0; // moved or resized
-    virtual void WindowLimited(LooperToken window, float minWidth, float maxWidth, float minHeight, float maxHeight) = 0;
+    virtual void WindowLimited(LooperToken window, float minWidth, float maxWidth, float minHeight,
+                               float maxHeight) = 0;
     virtual void WindowTitled(LooperToken window, const std::string& title) = 0;
     virtual void WindowActivated(LooperToken window, bool active) = 0;
     virtual void WindowFocused(LooperToken window, HandlerToken view) = 0; // kNoHandler: no view has the focus
@@ -107,8 +109,8 @@ public:
     virtual BRect ScreenFrame(BPoint where) const = 0; // the usable frame of the screen that holds 'where'
 
     // Modal, on the document thread: return when the user has answered.
-    virtual long RunAlert(const AlertDescription& alert) = 0;                 // a button's index; closed or Escape: 0
-    virtual std::optional<long> RunMenu(const MenuDescription& menu) = 0;     // a row's index; none: dismissed
+    virtual long RunAlert(const AlertDescription& alert) = 0;             // a button's index; closed or Escape: 0
+    virtual std::optional<long> RunMenu(const MenuDescription& menu) = 0; // a row's index; none: dismissed
 
     // Returns at once. The display later posts kPanelDone to the panel's window: with "refs", or without when dismissed.
     virtual void OpenPanel(const PanelDescription& panel) = 0;
@@ -119,10 +121,11 @@ public:
 Display* CurrentDisplay();
 void SetDisplay(Display* display); // borrowed
 
-// What a display posts. To a list's token: B_MOUSE_DOWN, B_KEY_DOWN. To a control's:
+// What a display posts. The model answers each change with the state it has then (WindowMoved, TextChanged, CheckChanged,
+// ListSelected), and so has the last word. To a list's token: B_MOUSE_DOWN, B_KEY_DOWN. To a control's:
 constexpr uint32 kPressed = FourCC("vPrs");     // a button was pressed
-constexpr uint32 kTextEdited = FourCC("vTxt");  // "text" string: the user changed the text
-constexpr uint32 kTextEntered = FourCC("vEnt"); // the user left the field, or pressed Enter in it: the value counts now
+constexpr uint32 kTextEdited = FourCC("vTxt");  // "text" string, "start" and "end" int32 (the selection): a change
+constexpr uint32 kTextEntered = FourCC("vEnt"); // the same; the user left the field or pressed Enter: the value counts
 constexpr uint32 kChecked = FourCC("vChk");     // "on" int32
 // To a window's token:
 constexpr uint32 kFrameChanged = FourCC("vFrm"); // "left", "top", "right", "bottom" int32: the user moved or resized it

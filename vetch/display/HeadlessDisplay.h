@@ -77,9 +77,9 @@ public:
 
     // What a user does. False when there is no such window, item or control; otherwise the messages are posted and show
     // their effect once the loopers have settled.
-    bool InvokeItem(long window, long index);               // double-clicks it
-    bool ClickItem(long window, long index);                // presses the mouse once on it
-    bool Press(long window, long item);                     // a button
+    bool InvokeItem(long window, long index);                    // double-clicks it
+    bool ClickItem(long window, long index);                     // presses the mouse once on it
+    bool Press(long window, long item);                          // a button
     bool Enter(long window, long item, const std::string& text); // replaces a text control's text and leaves the field
     bool Check(long window, long item, bool on);
     bool Close(long window);

@@ -50,14 +50,20 @@ public:
 protected:
     // The view has joined a window with all its ancestors; it tells the display of itself here.
     virtual void AttachedToWindow();
-    // Takes what the interface file says of this control: its label, its text.
-    virtual void SetUpFromNib(const vetch::NibControl& control);
+    // Takes what the interface file says of this control: its label, its text. False when the control there is of another
+    // kind than this view.
+    virtual bool SetUpFromNib(const vetch::NibControl& control);
+
+    BRect FrameInWindow() const;
 
 private:
     friend class BWindow;
+    friend class BScrollView;
     friend class vetch::NibControls;
     void Join(BWindow* newWindow);
+    void SetFrame(BRect newFrame);
     void ParentResized(float widthChange, float heightChange);
+    void TellFrame() const;
 
     BRect frame;
     std::string name;

@@ -11,12 +11,19 @@
 
 struct __CFBundle;
 
+constexpr long B_TITLED_WINDOW_LOOK = 1;
 constexpr long B_BORDERED_WINDOW_LOOK = 3;
 constexpr long B_FLOATING_WINDOW_LOOK = 6;
 constexpr long B_NORMAL_WINDOW_FEEL = 1;
 constexpr uint32 B_AVOID_FOCUS = 0x200; // never activates: showing or clicking it leaves the keyboard where it is
 
 namespace vetch {
+
+// Who puts a window on the screen.
+enum class ShownBy {
+    Display, // the display makes it, numbers it and lists it
+    Host     // the host itself, as its document windows; a display ignores it
+};
 
 struct SizeLimits {
     float minWidth = 0;
@@ -35,7 +42,7 @@ struct SizeLimits {
 class BWindow : public BLooper {
 public:
     BWindow(BRect frame, const char* title, long look, long feel, uint32 flags,
-            vetch::Service service = vetch::Service::OwnThread);
+            vetch::Service service = vetch::Service::OwnThread, vetch::ShownBy shownBy = vetch::ShownBy::Display);
 
     // Made from the part 'window' of the interface file 'nib' in the bundle's resources. An empty window when there is no
     // bundle, file or part; what was wrong with the file is reported by vetch::ReportInterfaceProblem.
@@ -65,7 +72,7 @@ public:
     void SetTitle(const char* title);
     const std::string& Title() const { return title; }
 
-    void AddChild(BView* view); // takes it over
+    void AddChild(BView* view);                   // takes it over
     void AddChildFromNib(BView* view, long item); // as BView::AddChildFromNib
     BView* FocusView() const { return focus; }
 
@@ -76,8 +83,9 @@ public:
     BPoint ConvertToScreen(BPoint point) const;
     WindowRef NativeWindow() const;
 
-    // What the user did, as the display posts it: "frame moved/resized", "activated". Internal codes.
-    void MessageReceived(BMessage* message) override;
+    // What the user did to the window itself (the display's codes) is taken in here, so that windows whose
+    // MessageReceived() goes past the window's follow their frame all the same.
+    void DispatchMessage(BMessage* message, BHandler* handler) override;
 
 protected:
     void QuitAccepted() override;
@@ -86,12 +94,14 @@ private:
     friend class BView;
     void SetFrame(BRect newFrame);
     void SetFocus(BView* view);
+    void SetActive(bool nowActive);
 
     BRect frame;
     std::string title;
     long look;
     long feel;
     uint32 flags;
+    vetch::ShownBy shownBy;
     vetch::SizeLimits limits;
     bool hidden = true;
     bool active = false;

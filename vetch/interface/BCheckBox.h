@@ -1,0 +1,78 @@
+// A switch with a label.
+#pragma once
+
+#include "vetch/interface/BControl.h"
+
+#include <memory>
+
+class BCheckBox;
+
+// Where a check box takes its value from.
+class BCheckBoxValueGetter {
+public:
+    virtual ~BCheckBoxValueGetter() = default;
+    virtual bool Value() const = 0;
+};
+
+// Where a check box puts the value that the user chose.
+class BCheckBoxValueApplicator {
+public:
+    virtual ~BCheckBoxValueApplicator() = default;
+    virtual void Invoke(const BCheckBox* box) = 0;
+};
+
+// Refreshes itself from its getter whenever a notice arrives that it watches for. When the user switches it, the applicator
+// is called and then the box invoked; SetValue() does neither.
+class BCheckBox : public BControl {
+public:
+    template <class T>
+    class ValueGetterGlue;
+    template <class T>
+    class ValueApplicatorGlue;
+
+    BCheckBox();
+
+    bool Value() const { return value; }
+    void SetValue(bool on);
+    void SetValueGetter(BCheckBoxValueGetter* getter);             // takes it over, and refreshes at once
+    void SetValueApplicator(BCheckBoxValueApplicator* applicator); // takes it over
+
+    void MessageReceived(BMessage* message) override;
+    void NoticeReceived(uint32 what, const BMessage* message) override;
+
+protected:
+    void AttachedToWindow() override;
+    bool SetUpFromNib(const vetch::NibControl& control) override;
+
+private:
+    void Refresh();
+    void TellValue();
+
+    bool value = false;
+    std::unique_ptr<BCheckBoxValueGetter> getter;
+    std::unique_ptr<BCheckBoxValueApplicator> applicator;
+};
+
+// Reads the value from a member of some object, which is borrowed and outlives the box.
+template <class T>
+class BCheckBox::ValueGetterGlue : public BCheckBoxValueGetter {
+public:
+    ValueGetterGlue(bool (T::*member)() const, const T* object) : member(member), object(object) {}
+    bool Value() const override { return (object->*member)(); }
+
+private:
+    bool (T::*member)() const;
+    const T* object;
+};
+
+// Passes the box's value to a member of some object, which is borrowed and outlives the box.
+template <class T>
+class BCheckBox::ValueApplicatorGlue : public BCheckBoxValueApplicator {
+public:
+    ValueApplicatorGlue(void (T::*member)(bool), T* object) : member(member), object(object) {}
+    void Invoke(const BCheckBox* box) override { (object->*member)(box->Value()); }
+
+private:
+    void (T::*member)(bool);
+    T* object;
+};
