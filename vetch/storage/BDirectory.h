@@ -13,9 +13,9 @@ public:
     explicit BDirectory(const BEntry* entry);
     explicit BDirectory(const char* path);
 
-    status_t InitCheck() const; // B_ENTRY_NOT_FOUND when nothing is there, B_ERROR for what is no readable directory
+    status_t InitCheck() const; // B_ENTRY_NOT_FOUND when nothing is there, B_ERROR for what is no directory to search
 
-    // Sets 'entry' to the entry of that exact name, of any kind; B_ENTRY_NOT_FOUND leaves it unset.
+    // Sets 'entry' to the entry of that exact name, of any kind; otherwise it is left unset.
     status_t FindEntry(const char* name, BEntry* entry, bool traverse = false) const;
     bool IsRootDirectory() const; // the path "/"
     status_t GetEntry(BEntry* entry) const;

@@ -29,7 +29,8 @@ public:
     status_t InitCheck() const; // as of when it was set: B_OK, B_ENTRY_NOT_FOUND when nothing was there, B_ERROR unset
     bool Exists() const;        // now
 
-    // B_ERROR for an unset entry. The root has no parent: B_ENTRY_NOT_FOUND, output unset.
+    // B_ERROR for an unset entry, which unsets the output. The root has no parent: B_ENTRY_NOT_FOUND, output unset.
+    // These three work on a path where nothing is, too.
     status_t GetParent(BEntry* parent) const;
     status_t GetPath(BPath* path) const;
     status_t GetRef(EntryRef* ref) const;

@@ -1,0 +1,62 @@
+#include "vetch/storage/BDirectory.h"
+
+#include "vetch/storage/BEntry.h"
+#include "vetch/storage/BPath.h"
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// As the user who counts for file access, and through links.
+status_t SearchableDirectory(const std::string& path)
+{
+    struct stat found;
+    if (path.empty())
+        return B_ERROR;
+    if (stat(path.c_str(), &found) != 0)
+        return errno == ENOENT || errno == ENOTDIR ? B_ENTRY_NOT_FOUND : B_ERROR;
+    const bool searchable = faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0;
+    return S_ISDIR(found.st_mode) && searchable ? B_OK : B_ERROR;
+}
+
+} // namespace
+
+BDirectory::BDirectory(const BEntry* entry) : BDirectory(BPath(entry).Path()) {}
+
+BDirectory::BDirectory(const char* directoryPath) : path(BPath(directoryPath).Path()), status(SearchableDirectory(path))
+{
+    if (status != B_OK)
+        path.clear();
+}
+
+status_t BDirectory::InitCheck() const
+{
+    return status;
+}
+
+status_t BDirectory::FindEntry(const char* name, BEntry* entry, bool traverse) const
+{
+    if (name == nullptr || entry == nullptr)
+        return B_ERROR;
+    const bool isLeaf = *name != '\0' && std::strchr(name, '/') == nullptr;
+    if (!isLeaf || entry->SetTo(this, name, traverse) != B_OK)
+        entry->Unset();
+    if (status != B_OK)
+        return B_ERROR;
+    return entry->InitCheck() == B_OK ? B_OK : B_ENTRY_NOT_FOUND;
+}
+
+bool BDirectory::IsRootDirectory() const
+{
+    return path == "/";
+}
+
+status_t BDirectory::GetEntry(BEntry* entry) const
+{
+    return entry == nullptr ? B_ERROR : entry->SetTo(path.c_str());
+}

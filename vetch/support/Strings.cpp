@@ -1,0 +1,153 @@
+#include "vetch/support/Strings.h"
+
+#include <cstring>
+
+namespace {
+
+bool NeedsNoEscape(char character)
+{
+    const auto byte = static_cast<unsigned char>(character);
+    if (byte >= 0x80 || (byte >= '0' && byte <= '9'))
+        return true;
+    if ((byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z'))
+        return true;
+    return byte != '\0' && std::strchr("_./-+,:@%=", byte) != nullptr;
+}
+
+// A backslash before a line break joins two lines in a shell, so a break travels in quotes.
+constexpr const char kEscapedLineBreak[] = "'\n'";
+
+// Where a shell's reader stands in a command text: in quotes, in a comment, behind a backslash, or in none of them.
+class ShellReader {
+public:
+    // Answers whether 'character' is a bare parenthesis, and steps past it.
+    bool StepsOverBareParenthesis(char character)
+    {
+        switch (state) {
+        case State::kPlain:
+            return StepInPlainText(character);
+        case State::kEscaped:
+            state = State::kPlain;
+            if (character != '\n') // which joins two lines, in the middle of a word or between two
+                atWordStart = false;
+            return false;
+        case State::kComment:
+            if (character == '\n')
+                state = State::kPlain;
+            return false;
+        case State::kSingleQuotes:
+            if (character == '\'')
+                state = State::kPlain;
+            return false;
+        case State::kDoubleQuotes:
+            if (character == '\\')
+                state = State::kEscapedInDoubleQuotes;
+            else if (character == '"')
+                state = State::kPlain;
+            return false;
+        case State::kEscapedInDoubleQuotes:
+            state = State::kDoubleQuotes;
+            return false;
+        }
+        return false;
+    }
+
+private:
+    enum class State { kPlain, kEscaped, kComment, kSingleQuotes, kDoubleQuotes, kEscapedInDoubleQuotes };
+
+    bool StepInPlainText(char character)
+    {
+        state = StateAfter(character);
+        // A backslash decides nothing yet. No parenthesis starts a word: it gets a backslash itself and so belongs to one.
+        if (state != State::kEscaped && state != State::kComment)
+            atWordStart = character != '\0' && std::strchr(" \t\n;&|<>", character) != nullptr;
+        return character == '(' || character == ')';
+    }
+
+    State StateAfter(char character) const
+    {
+        switch (character) {
+        case '\\':
+            return State::kEscaped;
+        case '\'':
+            return State::kSingleQuotes;
+        case '"':
+            return State::kDoubleQuotes;
+        case '#':
+            return atWordStart ? State::kComment : State::kPlain;
+        default:
+            return State::kPlain;
+        }
+    }
+
+    State state = State::kPlain;
+    bool atWordStart = true; // a comment leaves it true, and the line after it begins with a word
+};
+
+} // namespace
+
+void ReplaceAll(std::string& text, const char* pattern, const char* with)
+{
+    const size_t length = std::strlen(pattern);
+    if (length == 0)
+        return;
+    std::string result;
+    size_t copied = 0;
+    for (size_t found = text.find(pattern); found != std::string::npos; found = text.find(pattern, copied)) {
+        result.append(text, copied, found - copied).append(with);
+        copied = found + length;
+    }
+    text = result.append(text, copied);
+}
+
+void ReplaceFirst(std::string& text, const char* pattern, const char* with)
+{
+    const size_t length = std::strlen(pattern);
+    const size_t found = text.find(pattern);
+    if (length != 0 && found != std::string::npos)
+        text.replace(found, length, with);
+}
+
+std::string EscapedPath(const std::string& path)
+{
+    const bool inHome = path.starts_with("~/");
+    std::string escaped = inHome ? "~/" : "";
+    for (const char character : path.substr(inHome ? 2 : 0)) {
+        if (character == '\n') {
+            escaped += kEscapedLineBreak;
+            continue;
+        }
+        if (!NeedsNoEscape(character))
+            escaped += '\\';
+        escaped += character;
+    }
+    return escaped;
+}
+
+std::string DeEscaped(const std::string& text)
+{
+    std::string plain;
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text.compare(i, 3, kEscapedLineBreak) == 0) {
+            plain += '\n';
+            i += 2;
+        } else if (text[i] == '\\' && i + 1 < text.size()) {
+            plain += text[++i];
+        } else {
+            plain += text[i];
+        }
+    }
+    return plain;
+}
+
+void ShellEscapeString(std::string& commands)
+{
+    ShellReader reader;
+    std::string escaped;
+    for (const char character : commands) {
+        if (reader.StepsOverBareParenthesis(character))
+            escaped += '\\';
+        escaped += character;
+    }
+    commands = escaped;
+}
