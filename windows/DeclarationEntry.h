@@ -1,0 +1,16 @@
+// What a list entry remembers of the tag it stands for.
+#pragma once
+
+#include "vetch/storage/EntryRef.h"
+#include "vetch/support/Types.h"
+
+#include <string>
+
+// A value type. A default one names no file; its line and kind are 0.
+struct DeclarationEntry {
+    std::string name;
+    std::string qualifier;
+    EntryRef file;
+    int32 line = 0; // from 1
+    char kind = 0;
+};

@@ -1,0 +1,68 @@
+#include "windows/LookupItem.h"
+
+#include "vetch/storage/BEntry.h"
+#include "vetch/storage/Home.h"
+#include "vetch/support/Strings.h"
+
+namespace {
+
+// Only functions, prototypes and typedefs say where they belong; other kinds say what they are, or nothing.
+std::string Prefix(char kind, const std::string& qualifier)
+{
+    switch (kind) {
+    case 'X':
+        return "interface ";
+    case 'c':
+        return "class ";
+    case 'n':
+        return "namespace ";
+    case 's':
+        return "struct ";
+    case 'u':
+        return "union ";
+    case 'f':
+    case 'p':
+    case 't':
+        return qualifier.empty() ? "" : qualifier + "::";
+    default:
+        return "";
+    }
+}
+
+std::string DirectoryOf(const EntryRef& file)
+{
+    BEntry parent;
+    EntryRef directory;
+    if (BEntry(&file, true).GetParent(&parent) == B_OK)
+        parent.GetRef(&directory);
+    return directory.Path();
+}
+
+std::string ItemText(const DeclarationEntry& entry, bool showDirectory)
+{
+    const std::string leaf = entry.file.name == nullptr ? "" : entry.file.name;
+    const std::string symbol = Prefix(entry.kind, entry.qualifier) + entry.name;
+    if (!showDirectory)
+        return symbol + " - " + leaf;
+    return symbol + " : " + leaf + " - " + MakeDisplayPath(DirectoryOf(entry.file));
+}
+
+} // namespace
+
+LookupItem::LookupItem(const std::string& name, const std::string& qualifier, char kind, int line, const EntryRef& file,
+                       bool showDirectory)
+    : BStringItem(""), entry{name, qualifier, file, line, kind}
+{
+    SetText(ItemText(entry, showDirectory).c_str());
+}
+
+LookupItem::~LookupItem() = default;
+
+std::string MakeDisplayPath(const std::string& path)
+{
+    // The first occurrence is replaced wherever it stands: a home directory met in the middle of a path is shortened too.
+    std::string shortened = path;
+    ReplaceFirst(shortened, Home().c_str(), "~/");
+    ReplaceFirst(shortened, "/System/Library/Frameworks/", "/Sys...ks/");
+    return shortened;
+}

@@ -1,0 +1,18 @@
+// Makes a view's drawing port the current one for a while.
+#pragma once
+
+#include "vetch/interface/Carbon.h"
+
+class BView;
+
+// Text is measured for the current port, which is the thread's own. The view must be in a window.
+class PortSetter {
+public:
+    explicit PortSetter(BView* view);
+    ~PortSetter();
+    PortSetter(const PortSetter&) = delete;
+    PortSetter& operator=(const PortSetter&) = delete;
+
+private:
+    GrafPtr saved = nullptr;
+};
