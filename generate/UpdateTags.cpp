@@ -1,0 +1,18 @@
+// Making stale tags files anew: the tag set knows which are, and this folder how.
+
+#include "generate/CreateTags.h"
+#include "generate/TagTemplates.h"
+#include "tags/Tags.h"
+#include "vetch/storage/BEntry.h"
+
+void Tags::UpdateIfNeeded(PluginInterface* plugin)
+{
+    BEntry directory(local.Path().Path(), true);
+    directory.GetParent(&directory);
+    if (local.OutOfDate())
+        CreateTags(plugin, directory, kGenerateLocalCtags, nullptr);
+    // The system's command lines name absolute places only, so the local directory serves them as well.
+    if (system.OutOfDate())
+        CreateTags(plugin, directory, kGenerateSystemCtags,
+                   NeedGCCIncludes(plugin) ? kIncludeSpecificCompiler : nullptr);
+}
