@@ -1,0 +1,101 @@
+#include "plugin/ButtonMenu.h"
+
+#include "completion/CompletionCommands.h"
+#include "generate/CreateTags.h"
+#include "plugin/LookupCommands.h"
+#include "plugin/PluginInterface.h"
+#include "scan/SelectionScanner.h"
+#include "vetch/interface/BMenuItem.h"
+#include "vetch/interface/BPopUpMenu.h"
+
+#include <iterator>
+#include <string>
+
+namespace {
+
+const float kMenuFontSize = 10;
+const float kBelowButton = 6;
+
+struct Item {
+    const char* label;
+    const char* command; // whose bound key is shown; null for none
+    bool needsWord;
+    void (*run)(PluginInterface* pi);
+};
+
+const Item kItems[] = {
+    {"Look up symbol", "SymbolLookup", true, [](PluginInterface* pi) { SelectionSymbolLookup(pi, false, kLookUpAny); }},
+    {"Look up declaration", "DeclarationLookup", false,
+     [](PluginInterface* pi) { SelectionSymbolLookup(pi, false, kLookUpDeclarations); }},
+    {"Look up definition", "DefinitionLookup", false,
+     [](PluginInterface* pi) { SelectionSymbolLookup(pi, false, kLookUpDefinitions); }},
+    {"Look up...", "SymbolLookupDialog", false,
+     [](PluginInterface* pi) { SelectionSymbolLookup(pi, true, kLookUpAny); }},
+    {"Create local tags...", nullptr, false, CreateLocalTags},
+    {"Update local tags", nullptr, false, CreateOrUpdateLocalTags},
+    {"Create or update system tags", nullptr, false, [](PluginInterface* pi) { CreateTags(pi, true, false); }},
+    {"Help create tags in Worksheet", nullptr, false, [](PluginInterface* pi) { HelpCreateTags(pi, true, true); }},
+    // Chosen here, completion runs without the mark of the named command: the list it opens closes at the next
+    // editing key.
+    {"Complete symbol", "SymbolCompletion", true, SelectionSuggestCompletions},
+};
+
+// An identifier touches the end of the selection. The start is not asked for: a selection that spans words has one too.
+bool HasWord(PluginInterface* pi)
+{
+    long start = 0;
+    long end = 0;
+    pi->GetSelection(&start, &end);
+    std::string word;
+    return ScanForWord(pi, end, end, word);
+}
+
+void AddItems(PluginInterface* pi, BMenu& menu)
+{
+    const bool hasWord = HasWord(pi);
+    for (const Item& item : kItems) {
+        auto* row = new BMenuItem(item.label, nullptr);
+        if (item.command != nullptr)
+            SetModifiersIfDefined(pi, row, item.command);
+        if (item.needsWord)
+            row->SetEnabled(hasWord);
+        menu.AddItem(row);
+    }
+}
+
+BPoint MenuPlace(PluginInterface* pi)
+{
+    const BRect button = pi->ButtonFrame();
+    BPoint place = {button.left, button.bottom};
+    if (pi->window != nullptr)
+        place = pi->window->ConvertToScreen(place);
+    place.y += kBelowButton;
+    return place;
+}
+
+} // namespace
+
+void RunButtonMenu(PluginInterface* pi)
+{
+    BPopUpMenu menu("declarationPopUp", false, false);
+    BFont font = *be_plain_font;
+    font.SetSize(kMenuFontSize);
+    menu.SetFont(&font);
+    AddItems(pi, menu);
+
+    BMenuItem* chosen = menu.Go(MenuPlace(pi), false, false, false);
+    if (chosen == nullptr)
+        return;
+    const long index = menu.IndexOf(chosen);
+    if (index >= 0 && index < static_cast<long>(std::size(kItems)))
+        kItems[index].run(pi);
+}
+
+void SetModifiersIfDefined(PluginInterface* pi, BMenuItem* item, const char* command)
+{
+    char key = 0;
+    uint32 bits = 0;
+    pi->GetCommandShortcut(command, &key, &bits);
+    if (key != 0)
+        item->SetShortcut(key, bits);
+}

@@ -1,0 +1,9 @@
+// The commands that users can name and bind to keys.
+#pragma once
+
+class PluginInterface;
+
+void RegisterCommands(PluginInterface* pi); // tells the host their names and help texts
+
+// Does nothing for a name that is none of the plug-in's, or null.
+void RunCommand(PluginInterface* pi, const char* name);

@@ -1,0 +1,211 @@
+#include "plugin/EventTable.h"
+
+#include "completion/CompletionCommands.h"
+#include "completion/Palettes.h"
+#include "generate/CreateTags.h"
+#include "plugin/Activation.h"
+#include "plugin/ButtonMenu.h"
+#include "plugin/Commands.h"
+#include "plugin/KeyEvents.h"
+#include "plugin/LookupCommands.h"
+#include "plugin/OptionClick.h"
+#include "plugin/PluginInterface.h"
+#include "plugin/SearchMenu.h"
+#include "plugin/SymbolFiles.h"
+#include "settings/BundleIdentifier.h"
+#include "settings/DeclarationSettings.h"
+#include "vetch/app/Modifiers.h"
+
+#include <cstring>
+#include <string>
+
+namespace {
+
+// What a handler answers; see PluginMain.
+enum Result : long { kNotHandled, kHandled, kInputConsumed };
+
+// Numbers without a meaning for the plug-in: the host asks for them.
+const long kInitReplyA = 16;
+const long kInitReplyB = 3;
+const long kPluginFlags = 0x638;
+const long kFirstResourceID = 14000;
+const long kSecondResourceID = 14001;
+
+long FirstContact(PluginInterface* pi)
+{
+    pi->initReplyA = kInitReplyA;
+    pi->initReplyB = kInitReplyB;
+    return kHandled;
+}
+
+long Registration(PluginInterface* pi)
+{
+    RegisterCommands(pi);
+    pi->SetPluginFlags(kPluginFlags);
+    DeclarationSettings::Instance()->Register(pi);
+    return kHandled;
+}
+
+long Unload(PluginInterface*)
+{
+    DeclarationSettings::DeleteInstance(); // nothing is called after this event
+    return kNotHandled;
+}
+
+long ButtonClicked(PluginInterface* pi)
+{
+    ClearActivation();
+    CloseAnyPalettes();
+    SelectionSymbolLookup(pi, (modifiers() & B_OPTION_KEY) != 0, kLookUpAny);
+    return kHandled;
+}
+
+long ButtonMenuAsked(PluginInterface* pi)
+{
+    ClearActivation();
+    CloseAnyPalettes();
+    RunButtonMenu(pi);
+    return kHandled;
+}
+
+long NamedCommand(PluginInterface* pi)
+{
+    CloseAnyPalettes();
+    RunCommand(pi, pi->name); // an unknown name does nothing, and is handled all the same
+    pi->CommandDone(0);
+    return kHandled;
+}
+
+long SettingsCommand(PluginInterface* pi)
+{
+    if (pi->settingsArgs == nullptr || *pi->settingsArgs == nullptr || **pi->settingsArgs == nullptr)
+        return kNotHandled;
+    return DeclarationSettings::Instance()->HandleSettingsCommand(pi, pi->settingsArgs) ? kHandled : kNotHandled;
+}
+
+long DocumentMessage(PluginInterface* pi)
+{
+    if (pi->message == nullptr)
+        return kNotHandled;
+    switch (pi->message->what) {
+    case FourCC("gnlt"):
+        HandleCreateTagsDirectorySelected(pi, pi->message);
+        return kNotHandled;
+    case FourCC("ksel"):
+        CompletionSelected(pi, pi->message);
+        return kInputConsumed;
+    case B_KEY_DOWN:
+        CloseAnyPalettes();
+        return kNotHandled;
+    default:
+        return kNotHandled;
+    }
+}
+
+long MouseDown(PluginInterface* pi)
+{
+    const bool lookedUp = LookUpClickedWord(pi);
+    ClearActivation();
+    return lookedUp ? kInputConsumed : kNotHandled;
+}
+
+long DocumentChanged(PluginInterface*)
+{
+    CloseAnyPalettes();
+    return kNotHandled;
+}
+
+long WindowActivated(PluginInterface* pi)
+{
+    NoteActivation(pi->window);
+    return kNotHandled;
+}
+
+long ClearAndClose(PluginInterface*)
+{
+    ClearActivation();
+    CloseAnyPalettes();
+    return kHandled;
+}
+
+long ResourceIDsAsked(PluginInterface* pi)
+{
+    pi->SetResourceIDs(kFirstResourceID, kSecondResourceID);
+    return kHandled;
+}
+
+long SaveSettings(PluginInterface* pi)
+{
+    DeclarationSettings::Instance()->Save(pi);
+    return kNotHandled;
+}
+
+long SettingAsked(PluginInterface* pi)
+{
+    std::string value;
+    if (pi->name == nullptr || !DeclarationSettings::Instance()->ReturnSettingValue(pi, pi->name, value))
+        return kNotHandled;
+    pi->ReturnSettingNameValue(value.c_str());
+    return kHandled;
+}
+
+long PanelsOffered(PluginInterface* pi)
+{
+    pi->RegisterPreferencePanel(kBundleIdentifier, "Symbols", "Declaration.icns");
+    return kNotHandled;
+}
+
+long PanelOpened(PluginInterface* pi)
+{
+    if (pi->panelIdentifier != nullptr && std::strcmp(pi->panelIdentifier, kBundleIdentifier) == 0)
+        DeclarationSettings::Instance()->AddPreferencePanel(pi);
+    return kNotHandled;
+}
+
+long SymbolFilesAsked(PluginInterface* pi)
+{
+    return AddFilesOfSymbol(pi) ? kInputConsumed : kNotHandled;
+}
+
+struct Row {
+    long event;
+    long (*handle)(PluginInterface* pi);
+};
+
+const Row kEvents[] = {
+    {1, FirstContact},
+    {2, Registration},
+    {3, Unload},
+    {5, MenuBarBuilt},
+    {6, MenusAboutToShow},
+    {100, ButtonClicked},
+    {101, ButtonMenuAsked},
+    {103, NamedCommand},
+    {104, SettingsCommand},
+    {202, DocumentMessage},
+    {203, MouseDown},
+    {206, KeyDown},
+    {207, KeyTyped},
+    {208, EditingPrimitiveDone},
+    {209, DocumentChanged}, // by others than this plug-in
+    {300, WindowActivated},
+    {301, ClearAndClose}, // the window is deactivated
+    {307, ResourceIDsAsked},
+    {308, ClearAndClose},
+    {309, DocumentChanged},
+    {400, SaveSettings},
+    {402, SettingAsked},
+    {500, PanelsOffered},
+    {502, PanelOpened},
+    {10010, SymbolFilesAsked},
+};
+
+} // namespace
+
+long HandleEvent(long event, PluginInterface* pi)
+{
+    for (const Row& row : kEvents)
+        if (row.event == event)
+            return row.handle(pi);
+    return kNotHandled;
+}

@@ -1,0 +1,99 @@
+#include "plugin/KeyEvents.h"
+
+#include "completion/CompletionCommands.h"
+#include "completion/CompletionWindow.h"
+#include "completion/Palettes.h"
+#include "plugin/Activation.h"
+#include "plugin/PluginInterface.h"
+#include "scan/SelectionScanner.h"
+#include "settings/DeclarationSettings.h"
+#include "windows/SearchWindow.h"
+
+long gPreKeyDownSelStart = 0;
+long gPreKeyDownPatternStart = 0;
+long gPreKeyDownPatternSize = 0;
+bool gHandlingAutoCompletePrimitive = false;
+
+namespace {
+
+// The identifier before the caret; all 0 when there is none.
+struct Typed {
+    long caret = 0;
+    long start = 0;
+    long size = 0;
+};
+
+Typed TypedBeforeCaret(PluginInterface* pi)
+{
+    Typed typed;
+    IsPatternBeforeSelection(pi, typed.caret, typed.start, typed.size);
+    return typed;
+}
+
+bool MovedForward(const Typed& now)
+{
+    return now.caret > gPreKeyDownSelStart;
+}
+
+bool SameIdentifierGrew(const Typed& now)
+{
+    return now.start == gPreKeyDownPatternStart && now.size > gPreKeyDownPatternSize;
+}
+
+bool StartedIdentifier(const Typed& now)
+{
+    return now.size == 1 && gPreKeyDownPatternSize == 0;
+}
+
+bool CompletesWhileTyping()
+{
+    return DeclarationSettings::Instance()->AutoComplete();
+}
+
+} // namespace
+
+long KeyDown(PluginInterface* pi)
+{
+    ClearActivation();
+    const Typed before = CompletesWhileTyping() ? TypedBeforeCaret(pi) : Typed();
+    gPreKeyDownSelStart = before.caret;
+    gPreKeyDownPatternStart = before.start;
+    gPreKeyDownPatternSize = before.size;
+
+    if (const long routed = CompletionWindow::RouteKeyboardEventIfNeeded(pi, pi->message))
+        return routed;
+    // Any key closes the lookup results. Completions stay: whether they still fit shows once the key has been applied.
+    if (SearchWindow* results = SearchWindow::gSearchWin)
+        results->Quit();
+    return 0;
+}
+
+long KeyTyped(PluginInterface* pi)
+{
+    // Done before anything else, even when more keys wait and this one is passed over.
+    ClearActivation();
+    gHandlingAutoCompletePrimitive = false;
+    if (pi->InputPending() || !CompletesWhileTyping())
+        return 0;
+
+    // The first letter of an identifier counts wherever it starts; after that, only the identifier that the key went
+    // into. Without an identifier all is 0, which is not forward.
+    const Typed now = TypedBeforeCaret(pi);
+    if (MovedForward(now) && (StartedIdentifier(now) || SameIdentifierGrew(now)))
+        SelectionAutoSuggestCompletions(pi);
+    else
+        CloseAnyPalettes();
+    return 0;
+}
+
+long EditingPrimitiveDone(PluginInterface* pi)
+{
+    const bool ownEdit = gHandlingAutoCompletePrimitive;
+    gHandlingAutoCompletePrimitive = false;
+    if (ownEdit || !CompletesWhileTyping())
+        return 0;
+    const Typed now = TypedBeforeCaret(pi);
+    if (!MovedForward(now) || !SameIdentifierGrew(now))
+        CloseAnyPalettes();
+    return 0;
+}

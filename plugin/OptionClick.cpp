@@ -1,0 +1,53 @@
+#include "plugin/OptionClick.h"
+
+#include "completion/Palettes.h"
+#include "plugin/Activation.h"
+#include "plugin/LookupCommands.h"
+#include "plugin/PluginInterface.h"
+#include "settings/DeclarationSettings.h"
+#include "vetch/app/Modifiers.h"
+
+#include <optional>
+
+namespace {
+
+const uint32 kFirstButtonAlone = 1;
+const uint32 kWatchedModifiers = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
+const uint32 kDeclarationModifiers = B_OPTION_KEY;
+const uint32 kDefinitionModifiers = B_CONTROL_KEY | B_OPTION_KEY;
+
+// The modifiers must be exactly these: with another key held the click is the host's.
+std::optional<LookupType> AskedFor()
+{
+    const DeclarationSettings& settings = *DeclarationSettings::Instance();
+    const uint32 held = modifiers() & kWatchedModifiers;
+    if (held == kDeclarationModifiers && settings.OptionClickToFindDecl())
+        return kLookUpDeclarations;
+    if (held == kDefinitionModifiers && settings.CtrlOptionClickToFindDef())
+        return kLookUpDefinitions;
+    return std::nullopt;
+}
+
+bool IsMeantForText(PluginInterface* pi, BPoint where, uint32 buttons)
+{
+    return buttons == kFirstButtonAlone && pi->window != nullptr && pi->window->IsActive() &&
+           !WasJustActivated(pi->window) && pi->TextBounds().Contains(where);
+}
+
+} // namespace
+
+bool LookUpClickedWord(PluginInterface* pi)
+{
+    CloseAnyPalettes();
+    BPoint where;
+    uint32 buttons = 0;
+    pi->GetMouse(&where, &buttons, true);
+    if (!IsMeantForText(pi, where, buttons))
+        return false;
+    const std::optional<LookupType> type = AskedFor();
+    if (!type)
+        return false;
+    SymbolLookupAt(pi, pi->OffsetAt(&where), *type);
+    pi->CommandDone(0);
+    return true;
+}

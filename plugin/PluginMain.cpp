@@ -1,0 +1,23 @@
+#include "plugin/PluginMain.h"
+
+#include "plugin/EventTable.h"
+
+long PluginMain(long event, PluginInterface* pi)
+{
+    // The host knows nothing of this library's exceptions (no memory is the only likely one): to it the event was not
+    // handled.
+    try {
+        return HandleEvent(event, pi);
+    } catch (...) {
+        return 0;
+    }
+}
+
+const char* PluginHelp()
+{
+    return "Symbol lookup plugin.\n"
+           "Click to look up the selection's declaration or definition.\n"
+           "Option-click a word to look up it's declaration.\n"
+           "Control-Option-click a word to look up it's definition.\n"
+           "Control-'.' to complete a symbol.";
+}

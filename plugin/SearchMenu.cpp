@@ -1,0 +1,60 @@
+#include "plugin/SearchMenu.h"
+
+#include "plugin/PluginInterface.h"
+#include "vetch/app/Modifiers.h"
+#include "vetch/interface/BMenuBar.h"
+#include "vetch/interface/BMenuItem.h"
+
+namespace {
+
+const char* const kLookUpDeclarationLabel = "Look up declaration";
+const char* const kLookUpDefinitionLabel = "Look up definition";
+
+struct Item {
+    const char* label;
+    const char* command;
+    uint32 modifiers; // there is no key to go with them: they tell the host which item of the dynamic group is which
+    void (BMenuItem::*markDynamic)();
+};
+
+const Item kItems[] = {
+    {kLookUpDeclarationLabel, "DeclarationLookup", B_SHIFT_KEY | B_COMMAND_KEY, &BMenuItem::SetStartDynamic},
+    {kLookUpDefinitionLabel, "DefinitionLookup", B_OPTION_KEY | B_COMMAND_KEY, &BMenuItem::SetDynamic},
+    {"Look up...", "SymbolLookupDialog", B_OPTION_KEY | B_COMMAND_KEY | B_SHIFT_KEY, &BMenuItem::SetDynamic},
+};
+
+BMenu* SearchMenu()
+{
+    BMenuBar* bar = be_app->MenuBar();
+    BMenuItem* search = bar == nullptr ? nullptr : bar->FindItem("Search");
+    return search == nullptr ? nullptr : search->Submenu();
+}
+
+} // namespace
+
+long MenuBarBuilt(PluginInterface* pi)
+{
+    BMenu* menu = SearchMenu();
+    if (menu == nullptr)
+        return 0;
+    menu->AddSeparatorItem();
+    for (const Item& item : kItems) {
+        BMenuItem* added = pi->AddMenuItem(menu, menu->CountItems(), item.label, item.command, 0, item.modifiers);
+        if (added != nullptr)
+            (added->*item.markDynamic)();
+    }
+    return 0;
+}
+
+long MenusAboutToShow(PluginInterface* pi)
+{
+    BMenu* menu = SearchMenu();
+    if (menu == nullptr)
+        return 0;
+    // "Look up..." is left alone: the dialog it opens is of use without a document too.
+    const bool enabled = pi->window != nullptr && !pi->window->IsShowingSheet() && pi->documentID != 0;
+    for (const char* label : {kLookUpDeclarationLabel, kLookUpDefinitionLabel})
+        if (BMenuItem* item = menu->FindItem(label))
+            item->SetEnabled(enabled);
+    return 0;
+}

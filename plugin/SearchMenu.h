@@ -1,0 +1,8 @@
+// The plug-in's part of the menu bar: three items at the end of the menu "Search".
+#pragma once
+
+class PluginInterface;
+
+// Event handlers; they answer as PluginMain does, and do nothing without a menu "Search". Document thread.
+long MenuBarBuilt(PluginInterface* pi);
+long MenusAboutToShow(PluginInterface* pi);

@@ -1,0 +1,28 @@
+#include "plugin/SymbolFiles.h"
+
+#include "plugin/PluginInterface.h"
+#include "tags/TagDiscovery.h"
+#include "tags/Tags.h"
+#include "vetch/storage/BEntry.h"
+
+bool AddFilesOfSymbol(PluginInterface* pi)
+{
+    if (pi->name == nullptr || pi->symbol == nullptr || pi->message == nullptr)
+        return false;
+    BEntry localTags;
+    BEntry systemTags;
+    if (!FindTags(pi->name, localTags, systemTags))
+        return false;
+    Tags tags(&localTags, &systemTags, pi->symbol, true);
+    if (!tags.Rewind())
+        return false;
+    bool added = false;
+    std::string path;
+    while (tags.NextFileMatch(path)) {
+        // As it is written in the tags file: a relative path is taken from the process's directory.
+        const EntryRef file(path.c_str());
+        added |= pi->message->AddRef("refs", &file) == B_OK;
+    }
+    tags.Done();
+    return added;
+}
