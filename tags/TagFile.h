@@ -59,9 +59,14 @@ public:
     bool OutOfDate() const { return outOfDate; } // whether a search has met a source that is newer; never in a copy
 
 private:
+    bool FindSource(const char* file, EntryRef& ref);
+    std::string Directory() const;
+    void CheckDate(const BEntry& source);
+
     BPath path;
     std::string namePattern;
     std::string qualifierPattern;
+    std::string startOfMatches;
     FILE* stream = nullptr;
     bool checkDates;
     bool outOfDate = false;

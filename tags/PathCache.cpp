@@ -1,0 +1,137 @@
+#include "tags/PathCache.h"
+
+#include "tags/AutoLock.h"
+#include "tags/TagDiscovery.h"
+#include "tags/TagFile.h"
+#include "vetch/storage/BEntry.h"
+#include "vetch/support/FThread.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+namespace {
+
+bool Less(const char* a, const char* b)
+{
+    return std::strcmp(a, b) < 0;
+}
+
+} // namespace
+
+PathCache::~PathCache()
+{
+    Clear();
+}
+
+PathCache& PathCache::LocalTagCache()
+{
+    static PathCache cache;
+    return cache;
+}
+
+PathCache& PathCache::SystemTagCache()
+{
+    static PathCache cache;
+    return cache;
+}
+
+BLocker& PathCache::PathCacheLock()
+{
+    static BLocker lock;
+    return lock;
+}
+
+void PathCache::Clear()
+{
+    for (char* path : paths)
+        std::free(path);
+    paths.clear();
+}
+
+void PathCache::Rewind()
+{
+    lastFound.clear();
+}
+
+time_t PathCache::FileTime()
+{
+    const AutoLock hold(lock);
+    return fileTime;
+}
+
+bool PathCache::LoadIfNeeded(TagFile& tagFile, bool inBackground)
+{
+    const AutoLock hold(lock);
+    if (loaded)
+        return true;
+    if (loading)
+        return false;
+    if (inBackground) {
+        loading = true;
+        FThread::Run(&PathCache::LockedLoadSelf, this, new TagFile(tagFile));
+        return false;
+    }
+    LoadSelf(tagFile);
+    return true;
+}
+
+void PathCache::LoadSelf(TagFile& tagFile)
+{
+    // It may be open for the reader that the paths are loaded for.
+    tagFile.Done();
+    if (!tagFile.Rewind())
+        return;
+    tagFile.LoadPathCache(paths);
+    tagFile.Done();
+    loading = false;
+    loaded = true;
+    fileTime = tagFile.TagTime();
+}
+
+void PathCache::LockedLoadSelf(TagFile* tagFile)
+{
+    const std::unique_ptr<TagFile> owner(tagFile);
+    // A file that cannot be opened leaves the cache loading for good: it is not tried again at every search, and a
+    // flush has nothing to drop.
+    if (!tagFile->Rewind())
+        return;
+    tagFile->LoadPathCache(paths);
+    tagFile->Done();
+    const time_t time = tagFile->TagTime();
+
+    const AutoLock hold(lock);
+    fileTime = time;
+    loaded = true;
+    loading = false;
+}
+
+void PathCache::FlushIfNeeded(const BEntry* tagsEntry)
+{
+    const time_t time = TagFile(tagsEntry, "", false).TagTime();
+
+    const AutoLock hold(lock);
+    // Times, not paths, are what is compared: a tags file that is put back as it was, by a version control system or
+    // from an archive, is older than before and has changed all the same. Two files of the same second count as one.
+    if (time == fileTime || loading)
+        return;
+    Clear();
+    loaded = false;
+}
+
+const char* PathCache::FindNext(const char* pattern)
+{
+    auto path = paths.begin();
+    if (!lastFound.empty())
+        path = std::upper_bound(paths.begin(), paths.end(), lastFound.c_str(), Less);
+    const int patternLength = static_cast<int>(std::strlen(pattern));
+    for (; path != paths.end(); ++path) {
+        if (MatchesPath(*path, static_cast<int>(std::strlen(*path)), pattern, patternLength)) {
+            lastFound = *path;
+            return *path;
+        }
+    }
+    lastFound.clear();
+    return nullptr;
+}

@@ -1,0 +1,85 @@
+#include "tags/TagDiscovery.h"
+
+#include "tags/TargetDirectory.h"
+#include "vetch/storage/BDirectory.h"
+#include "vetch/storage/BEntry.h"
+#include "vetch/storage/Home.h"
+#include "vetch/support/Strings.h"
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+bool FindTags(BEntry* entry)
+{
+    for (;;) {
+        const BDirectory directory(entry);
+        if (directory.InitCheck() != B_OK)
+            break;
+        BEntry found;
+        if (directory.FindEntry("tags", &found) == B_OK) {
+            *entry = found;
+            return true;
+        }
+        if (directory.IsRootDirectory() || entry->GetParent(entry) != B_OK)
+            break;
+    }
+    entry->Unset();
+    return false;
+}
+
+bool FindSystemTags(BEntry* entry)
+{
+    const std::string home = Home();
+    if (home.empty()) {
+        std::fputs("No $HOME!", stdout);
+        return false;
+    }
+    std::string path = "~/Library/Caches/SystemHeaderTags";
+    ReplaceFirst(path, "~/", (home + "/").c_str());
+    entry->SetTo(path.c_str(), true);
+    return entry->Exists();
+}
+
+bool FindTags(PluginInterface* plugin, BEntry& localTags, BEntry& systemTags)
+{
+    const bool hasSystem = FindSystemTags(&systemTags);
+    GetTargetParentDir(plugin, localTags);
+    const bool hasLocal = FindTags(&localTags);
+    return hasLocal || hasSystem;
+}
+
+bool FindTags(const char* directory, BEntry& localTags, BEntry& systemTags)
+{
+    const bool hasSystem = FindSystemTags(&systemTags);
+    localTags.SetTo(directory, true);
+    const bool hasLocal = FindTags(&localTags);
+    return hasLocal || hasSystem;
+}
+
+bool PathEndsWith(const char* path, int pathLength, const char* suffix, int suffixLength)
+{
+    if (pathLength < suffixLength)
+        return false;
+    const char* end = path + pathLength - suffixLength;
+    return std::strcmp(end, suffix) == 0 && (end == path || end[-1] == '/');
+}
+
+bool MatchesPath(const char* path, int pathLength, const char* pattern, int patternLength)
+{
+    if (pathLength < patternLength)
+        return false;
+    if (PathEndsWith(path, pathLength, pattern, patternLength))
+        return true;
+
+    // Headers of a framework lie deeper than they are included: "AppKit/NSView.h" is
+    // ".../AppKit.framework/Headers/NSView.h". There are no headers in folders below those.
+    const char* slash = std::strchr(pattern, '/');
+    if (slash == nullptr || slash[1] == '\0' || std::strchr(slash + 1, '/') != nullptr)
+        return false;
+    const int headerLength = static_cast<int>(pattern + patternLength - (slash + 1));
+    if (!PathEndsWith(path, pathLength, slash + 1, headerLength))
+        return false;
+    const std::string framework = "/" + std::string(pattern, slash) + ".framework/";
+    return std::strstr(path, framework.c_str()) != nullptr;
+}

@@ -1,0 +1,300 @@
+#include "tags/TagFile.h"
+
+#include "tags/NameAndQualifier.h"
+#include "vetch/storage/BEntry.h"
+#include "vetch/storage/EntryRef.h"
+#include "vetch/support/Strings.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+#include <sys/stat.h>
+#include <unordered_set>
+
+namespace {
+
+// A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within
+// the first; what the other pieces hold is hardly ever a tag, and is stepped over like any other text.
+constexpr int kLineSize = 1024;
+
+constexpr const char* kClassTokens[] = {"class:", "namespace:", "struct:", "union:", nullptr};
+
+// Each read takes a piece of the stream's buffer; the plain functions would lock the stream for each of millions of
+// lines.
+bool ReadLine(FILE* stream, char (&line)[kLineSize])
+{
+    return stream != nullptr && !feof_unlocked(stream) && fgets_unlocked(line, kLineSize, stream) != nullptr;
+}
+
+bool IsPseudoTag(const char* line)
+{
+    return *line == '!';
+}
+
+// The fields of a line, cut off one after the other and in place. A field that is not there is null.
+class Fields {
+public:
+    explicit Fields(char* line) : rest(line) {}
+
+    const char* Name() { return Cut("\t"); }
+    const char* File() { return Cut("\t"); }
+    const char* Kind() { return Cut("\t;\""); }
+    const char* Scope() { return Cut("\n"); }
+
+    // Only a number will do. A search pattern makes a line unusable, because lookups open files at lines.
+    bool Line(int& line)
+    {
+        const char* command = Cut("\t;");
+        if (command == nullptr)
+            return false;
+        char* end;
+        const long number = std::strtol(command, &end, 10);
+        if (end == command)
+            return false;
+        line = static_cast<int>(number);
+        return true;
+    }
+
+private:
+    // Delimiters in front of a field are passed over, so no field is empty.
+    char* Cut(const char* delimiters)
+    {
+        char* field = rest + std::strspn(rest, delimiters);
+        rest = field + std::strcspn(field, delimiters);
+        if (*rest != '\0')
+            *rest++ = '\0';
+        return *field == '\0' ? nullptr : field;
+    }
+
+    char* rest;
+};
+
+// The walk goes on behind a token that it has found, so "class:struct:X" is X.
+bool StripClassTokens(const char*& text)
+{
+    bool found = false;
+    for (const char* const* token = kClassTokens; *token != nullptr; ++token) {
+        const size_t length = std::strlen(*token);
+        if (std::strncmp(text, *token, length) == 0) {
+            text += length;
+            found = true;
+        }
+    }
+    return found;
+}
+
+// Further fields of the line stay on the qualifier: they follow a tab, which no pattern's qualifier contains.
+const char* QualifierIn(const char* scope)
+{
+    return scope != nullptr && StripClassTokens(scope) ? scope : "";
+}
+
+// What every matching name begins with: matching looks at template arguments in no name, but at all that is before
+// them.
+std::string StartOfMatches(const std::string& namePattern)
+{
+    return std::string(namePattern.c_str(), std::strcspn(namePattern.c_str(), "<"));
+}
+
+// Whether it takes a closer look to tell that the line's name does not match; most lines leave here, after one
+// comparison. Tabs before a name are no part of it.
+template <class Match>
+bool MayMatch(const std::string& start, const char* line, Match)
+{
+    const char first = *line;
+    if (first != start[0] && !start.empty())
+        return first == '\t' || first == '\0';
+    return std::strncmp(line, start.c_str(), start.length()) == 0;
+}
+
+bool MayMatch(const std::string&, const char*, TagFile::AnyMatch)
+{
+    return true;
+}
+
+bool NameMatches(const std::string& pattern, const char* name, TagFile::ExactMatch)
+{
+    return NameAndQualifier::MatchName::Match(pattern, name);
+}
+
+bool NameMatches(const std::string& pattern, const char* name, TagFile::PartialMatch)
+{
+    return NameAndQualifier::MatchName::PartialMatch(pattern, name);
+}
+
+bool NameMatches(const std::string&, const char*, TagFile::AnyMatch)
+{
+    return true;
+}
+
+template <class Match>
+bool QualifierMatches(const std::string& pattern, const char* qualifier, Match)
+{
+    return NameAndQualifier::MatchQualifier::Match(pattern, qualifier);
+}
+
+bool QualifierMatches(const std::string&, const char*, TagFile::AnyMatch)
+{
+    return true;
+}
+
+bool Less(const char* a, const char* b)
+{
+    return std::strcmp(a, b) < 0;
+}
+
+} // namespace
+
+TagFile::TagFile(const BEntry* entry, const std::string& pattern, bool checkDates) : path(entry), checkDates(checkDates)
+{
+    NameAndQualifier::Split(pattern, namePattern, qualifierPattern);
+    startOfMatches = StartOfMatches(namePattern);
+}
+
+TagFile::TagFile(const TagFile& other)
+    : path(other.path), namePattern(other.namePattern), qualifierPattern(other.qualifierPattern),
+      startOfMatches(other.startOfMatches), checkDates(other.checkDates)
+{
+}
+
+bool TagFile::Rewind()
+{
+    stream = std::fopen(path.Path(), "r");
+    return stream != nullptr;
+}
+
+void TagFile::Done()
+{
+    if (stream != nullptr)
+        std::fclose(stream);
+    stream = nullptr;
+}
+
+time_t TagFile::TagTime() const
+{
+    struct stat status;
+    return stat(path.Path(), &status) == 0 ? status.st_mtime : 0;
+}
+
+void TagFile::SkipClassToken(const char*& text, std::string& qualifier)
+{
+    if (text != nullptr && StripClassTokens(text))
+        qualifier = text;
+}
+
+bool TagFile::Next(std::string& name, std::string& qualifier)
+{
+    name.clear();
+    char line[kLineSize];
+    while (ReadLine(stream, line)) {
+        if (IsPseudoTag(line))
+            continue;
+        Fields fields(line);
+        const char* tagName = fields.Name();
+        int ignoredLine;
+        if (tagName == nullptr || fields.File() == nullptr || !fields.Line(ignoredLine) || fields.Kind() == nullptr)
+            continue;
+        qualifier = QualifierIn(fields.Scope());
+        name = tagName;
+        return true;
+    }
+    return false;
+}
+
+template <class Match>
+bool TagFile::NextMatch(std::string& name, std::string& qualifier, char& kind, EntryRef& ref, int& line,
+                        bool stopAtMismatch, Match match)
+{
+    name.clear();
+    qualifier.clear();
+    ref = EntryRef();
+    kind = 0;
+
+    char text[kLineSize];
+    while (ReadLine(stream, text)) {
+        if (IsPseudoTag(text))
+            continue;
+        Fields fields(text);
+        const bool mayMatch = MayMatch(startOfMatches, text, match);
+        const char* tagName = mayMatch ? fields.Name() : text;
+        if (tagName == nullptr)
+            continue;
+        if (!mayMatch || !NameMatches(namePattern, tagName, match)) {
+            if (stopAtMismatch)
+                return false;
+            continue;
+        }
+        if (!FindSource(fields.File(), ref) || !fields.Line(line))
+            continue;
+        const char* tagKind = fields.Kind();
+        if (tagKind == nullptr)
+            continue;
+        kind = *tagKind;
+        // The tags of a name stand together whatever their qualifiers, so another qualifier is no reason to stop.
+        const char* tagQualifier = QualifierIn(fields.Scope());
+        if (!QualifierMatches(qualifierPattern, tagQualifier, match))
+            continue;
+        qualifier = tagQualifier;
+        name = tagName;
+        return true;
+    }
+    return false;
+}
+
+template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, int&, bool, ExactMatch);
+template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, int&, bool, PartialMatch);
+template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, int&, bool, AnyMatch);
+
+// Sets 'ref' to a source that exists, and looks at its date. The reference stays even if the rest of its line turns out
+// to be no tag.
+bool TagFile::FindSource(const char* file, EntryRef& ref)
+{
+    if (file == nullptr)
+        return false;
+    std::string source = DeEscaped(file);
+    if (source.empty() || source[0] != '/')
+        source.insert(0, Directory() + "/");
+    const BEntry entry(source.c_str());
+    if (entry.InitCheck() != B_OK)
+        return false;
+    CheckDate(entry);
+    entry.GetRef(&ref);
+    return true;
+}
+
+std::string TagFile::Directory() const
+{
+    const std::string whole = path.Path();
+    return whole.substr(0, whole.rfind('/'));
+}
+
+// Only a source with next to nothing in it makes a tags file out of date: its tags are all wrong now. A source that is
+// being worked on is newer than its tags most of the time, and most of those are still right; to make them anew at
+// every lookup after every save would keep the machine busy.
+void TagFile::CheckDate(const BEntry& source)
+{
+    constexpr off_t kLargestSize = 9;
+    struct stat status;
+    if (checkDates && !outOfDate && source.GetStat(&status) == B_OK)
+        outOfDate = status.st_size <= kLargestSize && status.st_mtime > TagTime();
+}
+
+void TagFile::LoadPathCache(std::vector<char*>& paths)
+{
+    // Most lines name a file that was met before, which is found out here without comparing long, much alike paths.
+    std::unordered_set<std::string_view> known;
+    char line[kLineSize];
+    while (ReadLine(stream, line)) {
+        if (IsPseudoTag(line))
+            continue;
+        Fields fields(line);
+        const char* file = fields.Name() != nullptr ? fields.File() : nullptr;
+        if (file == nullptr || known.count(file) != 0)
+            continue;
+        auto place = std::lower_bound(paths.begin(), paths.end(), file, Less);
+        if (place == paths.end() || std::strcmp(*place, file) != 0)
+            place = paths.insert(place, strdup(file));
+        known.insert(*place);
+    }
+}
