@@ -68,6 +68,7 @@ private:
     std::string qualifierPattern;
     std::string startOfMatches;
     FILE* stream = nullptr;
+    char* buffer = nullptr; // the stream's, for as long as it is open
     bool checkDates;
     bool outOfDate = false;
 };
