@@ -1,0 +1,61 @@
+// Tells from the text left of the caret whether the caret stands in a C++ name, in a message of Objective-C, or in neither.
+#pragma once
+
+#include "scan/Predicates.h"
+#include "scan/SkippedGroup.h"
+
+class PluginInterface;
+
+namespace scan {
+
+// What was found.
+struct Context {
+    enum class Kind {
+        Unknown, // the text right of the caret decides: a selector may begin there
+        Name,    // a chain of C++ scopes, or a label or "?:" that only looked like a selector
+        Message, // behind a piece of a selector, with the '[' of its message to the left
+    };
+    Kind kind;
+
+    // Where the assembly of a selector has to begin, unless it is a name: at or before the first piece of the selector; -1
+    // when there is no identifier.
+    long start;
+};
+
+// Reads the document leftwards from 'caret' - 1, each character once, until the context is clear or the document begins.
+class ContextScan {
+public:
+    Context Run(PluginInterface* pi, long caret);
+
+private:
+    enum class Mode {
+        Start,
+        Qualifier, // "::" or ">:" has been passed, and nothing before it that cannot belong to a C++ name
+        Message,   // "word:" has been passed
+    };
+
+    // Each takes the character at 'offset' and answers whether to go on.
+    bool Step(char ch);
+    bool StepStart(char ch);
+    bool StepQualifier(char ch);
+    bool StepMessage(char ch);
+
+    bool TakeBehindColon(char ch); // whether it took the character
+    void TakeIdentifier();
+    void TakeOther(char ch);
+    void TakeMessageIdentifier();
+    bool FindsNoMessage(Context::Kind kind);
+
+    Mode mode = Mode::Start;
+    Context result{Context::Kind::Unknown, -1};
+    long offset = 0;
+    long firstWordStart = -1; // of the identifier that ends at the caret; -1 when none does
+    bool leftFirstWord = false;
+    bool mayBeCpp = true;      // every character so far can belong to a C++ name
+    bool colonPending = false; // the last character was a ':' whose meaning its left neighbour decides
+    bool afterScope = false;   // the last characters were "::"
+    bool pieceSeen = false;    // the last character belonged to a piece of the selector
+    SkippedGroup skipped{BackwardBracketMatch};
+};
+
+} // namespace scan

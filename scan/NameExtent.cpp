@@ -1,0 +1,71 @@
+#include "scan/NameExtent.h"
+
+#include "plugin/PluginInterface.h"
+#include "scan/Predicates.h"
+#include "scan/SkippedGroup.h"
+
+namespace scan {
+
+namespace {
+
+bool ClosesArguments(char ch, char)
+{
+    return ch == '>';
+}
+
+// Steps leftwards over the part of a name that ends at 'offset'; answers the offset left of it, or 'offset' itself when
+// the name starts to the right of it.
+long StepLeft(PluginInterface* pi, long offset, long end)
+{
+    const char ch = pi->CharAt(offset);
+    if (IsIDChar(ch))
+        return offset - 1;
+    if (ch != ':')
+        return offset;
+    const char left = pi->CharAt(offset - 1);
+    if (left == ':')
+        return offset - 2;
+    // "foo:" is a piece of a selector when it is all there is; anywhere else a single colon belongs to a label or a "?:".
+    return offset == end - 1 && IsIDChar(left) ? offset - 1 : offset;
+}
+
+} // namespace
+
+long NameEnd(PluginInterface* pi, long offset)
+{
+    const long length = pi->TextLength();
+    SkippedGroup arguments(ClosesArguments);
+    for (; offset < length; ++offset) {
+        const char ch = pi->CharAt(offset);
+        if (arguments.Takes(ch) || IsIDChar(ch))
+            continue;
+        if (ch == '<')
+            arguments.Enter(ch, offset);
+        else if (ch != ':')
+            break;
+        else if (pi->CharAt(++offset) != ':') // just behind a single colon, which may be the last of the document
+            break;
+    }
+    // A '<' that nothing closes compares. The name is then taken to end one character before it: "count<n" finds "coun",
+    // and "i<n" nothing at all.
+    return arguments.IsOpen() ? arguments.EnteredAt() - 1 : offset;
+}
+
+long NameStart(PluginInterface* pi, long end)
+{
+    SkippedGroup arguments(BackwardBracketMatch);
+    long offset = end - 1;
+    for (long next; offset >= 0; offset = next) {
+        const char ch = pi->CharAt(offset);
+        next = offset - 1;
+        if (arguments.Takes(ch))
+            continue;
+        if (ch == '>') // that of "->" too, whose group then ends at the next '<': "if (i<n) a->b" gives "i<n) a->b"
+            arguments.Enter(ch, offset);
+        else if (next = StepLeft(pi, offset, end); next == offset)
+            break;
+    }
+    return (arguments.IsOpen() ? arguments.EnteredAt() : offset) + 1;
+}
+
+} // namespace scan

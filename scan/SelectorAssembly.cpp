@@ -1,0 +1,80 @@
+#include "scan/SelectorAssembly.h"
+
+#include "plugin/PluginInterface.h"
+
+namespace scan {
+
+std::optional<Pattern> SelectorAssembly::ForLookup()
+{
+    Assemble(pi->TextLength());
+    return Result();
+}
+
+std::optional<Pattern> SelectorAssembly::ForCompletion(long caret)
+{
+    Assemble(caret);
+    selector += piece;
+    return Result();
+}
+
+void SelectorAssembly::Assemble(long end)
+{
+    // The first offset is -1 when no identifier stands left of the caret: the host answers '\0' there, which is no piece.
+    for (; offset < end; ++offset)
+        if (!Step(pi->CharAt(offset)))
+            return;
+}
+
+bool SelectorAssembly::Step(char ch)
+{
+    if (skipped.Takes(ch))
+        return true;
+    switch (ch) {
+    case '"':
+    case '\'':
+    case '(':
+    case '[':
+        SkipFrom(ch);
+        return true;
+    case ':':
+        EndPiece();
+        return true;
+    case ']':
+    case ')':
+    case '}':
+    case ';':
+        return false;
+    default:
+        if (IsIDChar(ch))
+            piece += ch;
+        else
+            piece.clear();
+        return true;
+    }
+}
+
+// Passes over the literal or the bracketed group that begins with 'ch': it is an argument, or the type of one.
+void SelectorAssembly::SkipFrom(char ch)
+{
+    piece.clear();
+    skipped.Enter(ch, offset);
+}
+
+void SelectorAssembly::EndPiece()
+{
+    selector.append(piece).append(1, ':');
+    piece.clear();
+    start = offset + 1;
+}
+
+// The pieces are scattered over the message, so the selector has no place in the document: the range says how long it is,
+// and may begin before the document.
+std::optional<Pattern> SelectorAssembly::Result() const
+{
+    constexpr size_t kLongestSelector = 1024;
+    if (selector.length() > kLongestSelector)
+        return std::nullopt;
+    return Pattern{start - static_cast<long>(selector.length()), start, selector};
+}
+
+} // namespace scan
