@@ -6,25 +6,16 @@
 #include "vetch/interface/BScreen.h"
 #include "vetch/interface/BScrollBar.h"
 #include "vetch/interface/BScrollView.h"
+#include "windows/ListGeometry.h"
 #include "windows/PortSetter.h"
 
 #include <algorithm>
 
 namespace {
 
-const float kHorizontalMargin = 4.0;   // between the window and the right edge of the screen
-const float kAboveCursorOffset = 16.0; // between the caret's point and the window
-const long kMaxFitLines = 8;
-
 const BRect kFirstFrame = {100, 100, 400, 200};
-const float kTextMargin = 10; // beside the widest entry
-const float kListMargin = 3;  // below the last line
-const float kMinResizableWidth = 100;
-const float kMinWidth = 50;
-const float kMinLines = 3;
 
 // Codes of the framework without names of their own.
-const long kSingleSelectionList = 0;
 const uint32 kListFlags = 13;
 const uint32 kScrollViewFlags = 1;
 const long kScrollViewBorder = 1;
@@ -39,7 +30,7 @@ TagWindow<TagSet>::TagWindow(const char* title, bool resizable, uint32 command)
 {
     BRect frame = Bounds();
     frame.right -= BScrollBar::MiniScrollBarWidth();
-    list = new BListView(frame, "list", kSingleSelectionList, B_FOLLOW_ALL_SIDES, kListFlags);
+    list = new BListView(frame, "list", B_SINGLE_SELECTION_LIST, B_FOLLOW_ALL_SIDES, kListFlags);
     auto* scroller = new BScrollView("scroll_view", list, B_FOLLOW_ALL_SIDES, kScrollViewFlags, false, true,
                                      kScrollViewBorder, true);
     scroller->SetResizeCorner(resizable);
@@ -72,7 +63,8 @@ void TagWindow<TagSet>::ShowAt(const BPoint& where)
     const WindowSection section(*this);
     if (!section)
         return;
-    const BPoint place = PlaceFor(where);
+    const BRect screen = BScreen::MaxWindowFrameWithHint(where);
+    const BPoint place = PlaceBeside(where, Frame().Width(), Frame().Height(), screen);
     list->MakeFocus();
     MoveTo(place.x, place.y);
     Show();
@@ -90,46 +82,21 @@ void TagWindow<TagSet>::RepositionAt(const PluginInterface* host, long offset)
 }
 
 template <class TagSet>
-BPoint TagWindow<TagSet>::PlaceFor(const BPoint& where) const
-{
-    const BRect screen = BScreen::MaxWindowFrameWithHint(where);
-    const float width = Frame().Width();
-    const float height = Frame().Height();
-
-    // Where there is room neither below nor above, the window stays below and runs off the screen: its first lines, the
-    // likeliest ones, can then be read.
-    BPoint place = {where.x, where.y + kAboveCursorOffset};
-    const float above = where.y - height - kAboveCursorOffset;
-    if (where.y + height + kAboveCursorOffset > screen.bottom && above > screen.top)
-        place.y = above;
-
-    // Only the right edge is kept on the screen, and only where that leaves the left one on it.
-    const float left = screen.right - kHorizontalMargin - width;
-    if (where.x + width + kHorizontalMargin > screen.right && left > screen.left)
-        place.x = left;
-    return place;
-}
-
-template <class TagSet>
 void TagWindow<TagSet>::FitList()
 {
-    const PortSetter port(list);
+    const PortSetter port(list); // text is measured for the list's own window
     const BRect inside = list->Parent()->Bounds();
-    const float chromeWidth = Frame().Width() - inside.Width();
-    const float chromeHeight = Frame().Height() - inside.Height();
-    const long count = list->CountItems();
-
-    float width = chromeWidth + WidestEntry() + kTextMargin;
-    if (resizable || count > kMaxFitLines)
-        width += BScrollBar::MiniScrollBarWidth();
-    const float line = LineHeight();
-    ResizeTo(width, chromeHeight + line * std::min(count, kMaxFitLines) + kListMargin);
-
-    // The limits count the list alone, without the chrome that the size above has. With one or two entries the minimum
-    // exceeds the maximum; the window then cannot be made smaller than three lines once its user resizes it. The maximum
-    // has room for every entry, so that a long list can be pulled open.
-    SetSizeLimits(resizable ? kMinResizableWidth : kMinWidth, width, line * kMinLines + kListMargin,
-                  line * count + kListMargin);
+    ListMeasures measures;
+    measures.chromeWidth = Frame().Width() - inside.Width();
+    measures.chromeHeight = Frame().Height() - inside.Height();
+    measures.widestEntry = WidestEntry();
+    measures.lineHeight = LineHeight();
+    measures.scrollBarWidth = BScrollBar::MiniScrollBarWidth();
+    measures.count = list->CountItems();
+    measures.resizable = resizable;
+    const ListFit fit = FitFor(measures);
+    ResizeTo(fit.width, fit.height);
+    SetSizeLimits(fit.minWidth, fit.maxWidth, fit.minHeight, fit.maxHeight);
 }
 
 template <class TagSet>

@@ -47,7 +47,6 @@ private:
     void DeleteEntries();
     float WidestEntry() const;
     float LineHeight() const;
-    BPoint PlaceFor(const BPoint& where) const;
 
     BListView* list; // owned by the view tree
     const bool resizable;
