@@ -19,6 +19,7 @@ namespace vetch {
 
 struct WindowDescription {
     LooperToken window = 0;
+    HandlerToken handler = kNoHandler; // where the user's actions on the window itself are posted
     std::string title;
     BRect frame; // on the screen
     long look = 0;
@@ -61,7 +62,8 @@ struct AlertDescription {
 };
 
 struct PanelDescription {
-    LooperToken panel = 0; // of the panel's window
+    LooperToken panel = 0;             // the panel's window: WindowClosed() for it takes the panel away
+    HandlerToken handler = kNoHandler; // where the answer is posted
     std::string title;
     std::string directory;
     bool directoriesOnly = false;

@@ -7,15 +7,18 @@
 
 #include "vetch/display/Display.h"
 
+#include <array>
 #include <deque>
-#include <map>
+#include <functional>
 #include <memory>
 #include <mutex>
 
 namespace vetch {
 
-// Hears what a user would notice, on the thread that caused it, in order. Calls come one at a time; they must not call
-// the display's user actions.
+class HeadlessMirror;
+
+// Hears what a user would notice, on the thread that caused it, in order. Calls come one at a time. They may read the
+// mirror, and must neither change anything on the display nor wait for another thread.
 class DisplayWitness {
 public:
     virtual ~DisplayWitness() = default;
@@ -36,6 +39,7 @@ public:
         long selected = -1;
         rgb_color colour;
         bool focus = false;
+        BRect frame; // in the window, as a control's
     };
     struct ControlState {
         long item = 0;
@@ -45,6 +49,7 @@ public:
         long selectionStart = 0;
         long selectionEnd = 0;
         bool focus = false;
+        BRect frame;
     };
     struct WindowState {
         long number = 0; // 1, 2, ... in the order in which windows were made; never used again
@@ -55,7 +60,7 @@ public:
         bool visible = false;
         bool active = false;
         BRect frame;
-        float limits[4] = {}; // min width, max width, min height, max height
+        std::array<float, 4> limits{0, 32767, 0, 32767}; // min width, max width, min height, max height
         std::optional<ListState> list;
         std::vector<ControlState> controls; // those with an item number, by number; labels left out
     };
@@ -71,12 +76,13 @@ public:
 
     // Answers for what comes next, used in order. An alert without an answer is answered with its last button, a menu is
     // dismissed, a panel is left open. A panel answered with nothing is dismissed.
+    // A button or row that the user could not choose counts as no answer.
     void AnswerAlert(long button);
     void AnswerMenu(std::optional<long> row);
     void AnswerPanel(std::optional<std::string> path);
 
-    // What a user does. False when there is no such window, item or control; otherwise the messages are posted and show
-    // their effect once the loopers have settled.
+    // What a user does. False when no such window, item or control is to be seen; otherwise the messages are posted and
+    // show their effect once the loopers have settled. Any thread.
     bool InvokeItem(long window, long index);                    // double-clicks it
     bool ClickItem(long window, long index);                     // presses the mouse once on it
     bool Press(long window, long item);                          // a button
@@ -116,10 +122,24 @@ public:
     void OpenPanel(const PanelDescription& panel) override;
 
 private:
-    struct Mirror;
-    mutable std::mutex mutex; // guards everything below; a leaf
-    std::unique_ptr<Mirror> mirror;
+    template <class Operation>
+    auto Change(LooperToken window, Operation operation);
+    template <class Operation>
+    void ChangeView(HandlerToken view, Operation operation);
+    bool PressMouse(long window, long index, int32 clicks);
+    bool PostToControl(long window, long item, ViewDescription::Kind kind, const BMessage& message);
+    bool PostToWindow(long window, const std::function<BMessage(const WindowState&)>& message);
+
+    DisplayWitness silentWitness; // stands in when nobody listens
     DisplayWitness* const witness;
+    std::mutex turn;          // held around a change and its witness, so that the witness hears them in order
+    mutable std::mutex mutex; // guards everything below; a leaf
+    std::unique_ptr<HeadlessMirror> mirror;
+    long beeps = 0;
+    BRect screen{0, 0, 1280, 800};
+    std::deque<long> alertAnswers;
+    std::deque<std::optional<long>> menuAnswers;
+    std::deque<std::optional<std::string>> panelAnswers;
 };
 
 } // namespace vetch

@@ -7,7 +7,7 @@
 // Make it with new: it deletes itself at the end of Go(). Document thread only.
 class BAlert {
 public:
-    // Buttons from left to right, the last one the default; null ones are left out.
+    // Buttons from left to right, the last one the default; null ones are left out. With none at all there is an "OK".
     BAlert(const char* title, const char* text, const char* button0, const char* button1 = nullptr,
            const char* button2 = nullptr);
 

@@ -34,8 +34,8 @@ public:
 
     bool Value() const { return value; }
     void SetValue(bool on);
-    void SetValueGetter(BCheckBoxValueGetter* getter);             // takes it over, and refreshes at once
-    void SetValueApplicator(BCheckBoxValueApplicator* applicator); // takes it over
+    void SetValueGetter(BCheckBoxValueGetter* newGetter);             // takes it over, and refreshes at once
+    void SetValueApplicator(BCheckBoxValueApplicator* newApplicator); // takes it over
 
     void MessageReceived(BMessage* message) override;
     void NoticeReceived(uint32 what, const BMessage* message) override;
@@ -46,7 +46,6 @@ protected:
 
 private:
     void Refresh();
-    void TellValue();
 
     bool value = false;
     std::unique_ptr<BCheckBoxValueGetter> getter;

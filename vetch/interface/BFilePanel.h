@@ -20,8 +20,8 @@ public:
     BFilePanel(file_panel_mode mode, const BMessenger* target, const EntryRef* directory, uint32 flavours,
                bool multiple, const BMessage* message, void* filter);
 
-    BWindow* Window(); // the panel's own, for its title; it dies with the panel
-    void SetMessage(const BMessage* message);
+    BWindow* Window();                           // the panel's own, for its title; it dies with the panel
+    void SetMessage(const BMessage* newMessage); // copied; null is an empty B_REFS_RECEIVED
 
     // Opens the panel and returns. The answer is posted to the target later: the message, with what was chosen as
     // "refs". A panel that is closed sends nothing.

@@ -30,7 +30,7 @@ public:
     const char* Text() const { return text.c_str(); } // until the next SetText()
 
     // A list that already shows the item learns of it by BListView::InvalidateItem().
-    void SetText(const char* text);
+    void SetText(const char* newText);
 
 private:
     std::string text;

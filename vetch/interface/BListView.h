@@ -40,6 +40,7 @@ protected:
     void AttachedToWindow() override;
 
 private:
+    void SetSelection(long index);
     void KeyDown(const BMessage& message);
     void MouseDown(const BMessage& message);
     std::string TextOf(long index) const;

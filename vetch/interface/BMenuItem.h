@@ -24,7 +24,7 @@ public:
     BMenu* Submenu() const { return submenu.get(); }
     bool IsSeparator() const { return label.empty(); }
 
-    void SetShortcut(char key, uint32 modifiers);
+    void SetShortcut(char newKey, uint32 newModifiers);
     char Shortcut() const { return key; }
     uint32 ShortcutModifiers() const { return modifiers; }
     void SetEnabled(bool on) { enabled = on; }

@@ -6,7 +6,7 @@
 
 class BPopUpMenu : public BMenu {
 public:
-    // The modes are for menus that stand for a value; they are kept for the display.
+    // The two modes are for menus that stand for a value; this one only asks, so they change nothing.
     BPopUpMenu(const char* name, bool radioMode, bool labelFromMarked);
 
     // Runs the menu at a point of the screen until the user has chosen; null when dismissed. The chosen item still

@@ -1,13 +1,14 @@
-// A line of text that the user only reads.
+// A text that the user only reads: a label, or the frame and title of a group of controls.
 #pragma once
 
+#include "vetch/display/Display.h"
 #include "vetch/interface/BView.h"
 
 #include <string>
 
 class BStringView : public BView {
 public:
-    BStringView(BRect frame, const char* text);
+    explicit BStringView(const vetch::NibControl& label); // or a group
 
     const std::string& Text() const { return text; }
 
@@ -15,5 +16,6 @@ protected:
     void AttachedToWindow() override;
 
 private:
+    const vetch::ViewDescription::Kind kind;
     const std::string text;
 };

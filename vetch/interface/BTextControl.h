@@ -56,13 +56,15 @@ public:
     void NoticeReceived(uint32 what, const BMessage* message) override;
 
 protected:
+    void AttachedToWindow() override;
     bool SetUpFromNib(const vetch::NibControl& control) override;
     void Describe(vetch::ViewDescription& description) const override;
 
 private:
     void TakeEdit(const BMessage& message);
     void Refresh();
-    void TellText();
+    void TellSelection() const;
+    long TextLength() const;
 
     bool multiLine = false;
     long selectionStart = 0;

@@ -14,6 +14,7 @@ class BWindow;
 namespace vetch {
 class NibControls;
 struct NibControl;
+struct ViewDescription;
 } // namespace vetch
 
 constexpr uint32 B_FOLLOW_ALL_SIDES = 15; // resizing mode: the view grows and shrinks with its parent
@@ -23,7 +24,7 @@ constexpr uint32 B_FOLLOW_ALL_SIDES = 15; // resizing mode: the view grows and s
 // The view tree owns its children. Touched on its window's thread or under its lock, except where noted.
 class BView : public BHandler {
 public:
-    BView() = default;
+    BView();
     BView(BRect frame, const char* name, uint32 resizingMode, uint32 flags);
     ~BView() override;
 
@@ -31,6 +32,8 @@ public:
     BRect Frame() const;  // in the parent's coordinates
     BView* Parent() const { return parent; }
     BWindow* Window() const { return window; }
+    const std::string& Name() const { return name; }
+    uint32 ResizingMode() const { return resizingMode; }
     void MakeFocus(bool focus = true); // the window's focus view, at most one
 
     void AddChild(BView* child); // takes it over
@@ -54,7 +57,8 @@ protected:
     // kind than this view.
     virtual bool SetUpFromNib(const vetch::NibControl& control);
 
-    BRect FrameInWindow() const;
+    // What the display is told of any view in a window; the kind and the text are the view's own to add.
+    vetch::ViewDescription Description() const;
 
 private:
     friend class BWindow;
@@ -62,17 +66,17 @@ private:
     friend class vetch::NibControls;
     void Join(BWindow* newWindow);
     void SetFrame(BRect newFrame);
-    void ParentResized(float widthChange, float heightChange);
-    void TellFrame() const;
+    void ParentChanged(float widthChange, float heightChange);
+    BRect FrameInWindow() const;
 
     BRect frame;
     std::string name;
     uint32 resizingMode = 0;
-    uint32 flags = 0;
     BFont font;
     BView* parent = nullptr;
     BWindow* window = nullptr;
     std::vector<std::unique_ptr<BView>> children;
-    std::unique_ptr<vetch::NibControls> nib;
+    std::unique_ptr<vetch::NibControls> nib;        // of a view that was made from an interface file
+    std::vector<std::unique_ptr<BView>> unattached; // what the interface file had no place for
     long item = 0;
 };

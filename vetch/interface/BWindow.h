@@ -2,6 +2,7 @@
 #pragma once
 
 #include "vetch/app/BLooper.h"
+#include "vetch/display/WindowKinds.h"
 #include "vetch/interface/BView.h"
 #include "vetch/interface/Carbon.h"
 #include "vetch/support/Geometry.h"
@@ -11,27 +12,14 @@
 
 struct __CFBundle;
 
-constexpr long B_TITLED_WINDOW_LOOK = 1;
-constexpr long B_BORDERED_WINDOW_LOOK = 3;
-constexpr long B_FLOATING_WINDOW_LOOK = 6;
-constexpr long B_NORMAL_WINDOW_FEEL = 1;
-constexpr uint32 B_AVOID_FOCUS = 0x200; // never activates: showing or clicking it leaves the keyboard where it is
-
 namespace vetch {
+
+struct NibPart;
 
 // Who puts a window on the screen.
 enum class ShownBy {
     Display, // the display makes it, numbers it and lists it
     Host     // the host itself, as its document windows; a display ignores it
-};
-
-struct SizeLimits {
-    float minWidth = 0;
-    float maxWidth = 32767;
-    float minHeight = 0;
-    float maxHeight = 32767;
-
-    bool operator==(const SizeLimits&) const = default;
 };
 
 } // namespace vetch
@@ -48,8 +36,6 @@ public:
     // bundle, file or part; what was wrong with the file is reported by vetch::ReportInterfaceProblem.
     BWindow(__CFBundle* bundle, const char* nib, const char* window);
     ~BWindow() override;
-
-    void Quit() override;
 
     virtual void Show(); // idempotent, as is Hide(). After an accepted quit it shows nothing
     virtual void Hide();
@@ -92,17 +78,15 @@ protected:
 
 private:
     friend class BView;
+    explicit BWindow(const vetch::NibPart& part);
     void SetFrame(BRect newFrame);
     void SetFocus(BView* view);
     void SetActive(bool nowActive);
+    void TakeUserFrame(const BMessage& message);
 
     BRect frame;
     std::string title;
-    long look;
-    long feel;
-    uint32 flags;
-    vetch::ShownBy shownBy;
-    vetch::SizeLimits limits;
+    const uint32 flags;
     bool hidden = true;
     bool active = false;
     bool showingSheet = false;

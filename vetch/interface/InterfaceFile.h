@@ -40,6 +40,9 @@ std::string InterfaceFilePath(const __CFBundle* bundle, const char* nib);
 // Reads a part of a file. What is wrong with the file is reported ("path:line: what"), the part then absent.
 std::optional<NibPart> ReadInterfaceFile(const std::string& path, const std::string& part);
 
+// The part of a bundle's nib; absent as well when anything is null.
+std::optional<NibPart> ReadNibPart(const __CFBundle* bundle, const char* nib, const char* part);
+
 // The part as a view to put into a window; an empty view when it cannot be read. The caller owns it until then.
 BView* MakeViewFromNib(__CFBundle* bundle, const char* nib, const char* part);
 

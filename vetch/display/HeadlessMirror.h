@@ -1,0 +1,49 @@
+// What the headless display was told: windows, their views, and what these show.
+#pragma once
+
+#include "vetch/display/HeadlessDisplay.h"
+
+#include <map>
+#include <vector>
+
+namespace vetch {
+
+// Not thread-safe: the display's lock guards it. Whatever it is told of windows and views that it does not know is dropped.
+class HeadlessMirror {
+public:
+    struct View {
+        ViewDescription description;
+        HeadlessDisplay::ListState list;
+        HeadlessDisplay::ControlState control;
+    };
+    struct Window {
+        HeadlessDisplay::WindowState state;
+        HandlerToken handler = kNoHandler;
+        HandlerToken focus = kNoHandler;
+        bool shownOnce = false;
+        std::map<HandlerToken, View> views;
+    };
+
+    void Make(const WindowDescription& window);
+    void Make(const ViewDescription& view);
+    void Forget(LooperToken window);
+
+    // Null for the unknown; good until the next change.
+    Window* Find(LooperToken window);
+    View* FindView(HandlerToken view);
+    const Window* FindVisible(long number) const;
+    static const View* FindList(const Window& window);
+    static const View* FindControl(const Window& window, long item, ViewDescription::Kind kind);
+
+    std::vector<HandlerToken> OtherActiveWindows(LooperToken window) const;
+    std::vector<HeadlessDisplay::WindowState> States() const; // by number
+
+private:
+    static HeadlessDisplay::WindowState State(const Window& window);
+
+    std::map<LooperToken, Window> windows;
+    std::map<HandlerToken, LooperToken> windowOfView;
+    long lastNumber = 0;
+};
+
+} // namespace vetch

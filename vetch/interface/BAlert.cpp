@@ -1,0 +1,20 @@
+#include "vetch/interface/BAlert.h"
+
+#include "vetch/display/Display.h"
+
+BAlert::BAlert(const char* title, const char* text, const char* button0, const char* button1, const char* button2)
+    : title(title == nullptr ? "" : title), text(text == nullptr ? "" : text)
+{
+    for (const char* button : {button0, button1, button2})
+        if (button != nullptr)
+            buttons.push_back(button);
+    if (buttons.empty())
+        buttons.push_back("OK");
+}
+
+long BAlert::Go()
+{
+    const long answer = vetch::CurrentDisplay()->RunAlert({title, text, buttons});
+    delete this;
+    return answer;
+}

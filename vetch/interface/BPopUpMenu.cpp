@@ -1,0 +1,19 @@
+#include "vetch/interface/BPopUpMenu.h"
+
+#include "vetch/display/Display.h"
+
+BPopUpMenu::BPopUpMenu(const char* name, bool /*radioMode*/, bool /*labelFromMarked*/) : BMenu(name) {}
+
+BMenuItem* BPopUpMenu::Go(BPoint where, bool /*sendsMessage*/, bool /*keepsOpen*/, bool /*asynchronous*/)
+{
+    vetch::MenuDescription description;
+    description.name = Name();
+    description.where = where;
+    description.fontSize = Font().Size();
+    for (long i = 0; i < CountItems(); ++i) {
+        const BMenuItem* item = ItemAt(i);
+        description.rows.push_back({item->Label(), item->IsEnabled(), item->Shortcut(), item->ShortcutModifiers()});
+    }
+    const std::optional<long> row = vetch::CurrentDisplay()->RunMenu(description);
+    return row ? ItemAt(*row) : nullptr;
+}
