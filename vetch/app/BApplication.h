@@ -10,7 +10,9 @@ class BMenuBar;
 class BApplication : public BLooper {
 public:
     BApplication();
-    ~BApplication() override;
+    ~BApplication() override; // destroys the loopers that have ended
+
+    void Quit() override; // dispatches nothing more; whoever made the application destroys it
 
     BMenuBar* MenuBar() const; // borrowed; null until the host set one
     void SetMenuBar(BMenuBar* bar);

@@ -28,9 +28,10 @@ public:
     ~BHandler() override;
 
     virtual void MessageReceived(BMessage* message); // ignores it
-    virtual BLooper* Looper() const;                 // null until it has one
+    virtual BLooper* Looper() const;                 // null until it has one, and when that is gone
 
-    // Filters see each message before it is dispatched here, in the order in which they came. Takes 'filter' over.
+    // Filters see each message before it is dispatched here, in the order in which they came. One that changes the target
+    // ends this handler's; the new target's follow, unless they have seen the message already. Takes 'filter' over.
     void AddFilter(BMessageFilter* filter);
     const std::vector<std::unique_ptr<BMessageFilter>>& Filters() const { return filters; }
 
@@ -41,7 +42,6 @@ public:
 
 private:
     const vetch::HandlerToken token;
-    BLooper* looper = nullptr;
     std::vector<std::unique_ptr<BMessageFilter>> filters;
 };
 

@@ -15,7 +15,7 @@ public:
     status_t SetMessage(BMessage* message); // takes it over; null removes it
     const BMessage* Message() const { return message.get(); }
 
-    // The handler that is sent to; with a null handler, the looper itself.
+    // The handler that is sent to; with a null handler, the looper itself; with neither, nobody.
     status_t SetTarget(const BHandler* handler, const BLooper* looper = nullptr);
 
     // Posts a copy of 'message', or of its own when that is null; B_ERROR without a message or a live target.

@@ -9,6 +9,7 @@
 
 namespace vetch {
 
+struct Reaper;
 class LooperState; // the queue, the lock and the thread: outlives the looper while its thread winds up
 
 using LooperToken = uint32; // names a looper for as long as it lives and never again
@@ -33,14 +34,19 @@ constexpr uint32 B_QUIT_REQUESTED = FourCC("_QRQ");
 //     document thread, running         ends the loop, joins the thread, destroys, returns
 //     document thread, never run       destroys at once; if another thread made it, marks it for that thread's Run()
 //     any other thread                 marks it; the document thread destroys it later
-//   Once quit is accepted nothing more is dispatched, Lock() fails and PostMessage() is refused.
-// - No looper ever waits for the document thread.
+//   Once quit is accepted nothing more is dispatched, Lock() fails and PostMessage() is refused. Nothing is destroyed
+//   while a thread holds the lock: one that takes it before Run() may use the looper until it unlocks.
+// - What a thread made, never ran and left behind when it ended belongs to the document thread.
+// - No looper ever waits for the document thread, so the lock of one that the application's loop serves is to be had on
+//   that thread only. Such a looper, quit from inside its own dispatch, is destroyed when that has returned.
 class BLooper : public BHandler {
 public:
     explicit BLooper(vetch::Service service = vetch::Service::OwnThread);
     ~BLooper() override; // by Quit() and the reaper alone, or by the owner of a looper that never ran
 
-    virtual thread_id Run();      // starts the loop; does nothing the second time. After an accepted quit it starts none
+    // Starts the loop; does nothing the second time. A number above 0; B_ERROR when it does not run: quit was accepted
+    // (the looper is then left to the document thread), or the system has no thread to give.
+    virtual thread_id Run();
     virtual void Quit();
     virtual bool QuitRequested(); // asked by B_QUIT_REQUESTED; true by default
 
@@ -48,7 +54,8 @@ public:
     void MessageReceived(BMessage* message) override; // B_QUIT_REQUESTED quits when QuitRequested() agrees
     BLooper* Looper() const override;
 
-    // Recursive. The looper's own thread holds it around each dispatch. False once quit is accepted.
+    // Recursive, first come first served. The looper's own thread holds it around each dispatch. False once quit is
+    // accepted, also for those who are waiting or hold it already.
     bool Lock();
     void Unlock();
     bool IsLocked() const; // by the calling thread
@@ -63,12 +70,15 @@ public:
     bool HasRun() const; // Run() was called. Any thread
 
 protected:
-    // Called once, on the thread whose Quit() was accepted first, before the loop ends: a window vanishes here.
+    // Called once, on the thread whose Quit() was accepted first, before the loop ends: a window vanishes here. Where that
+    // thread may not touch the looper (it never ran and is another's) the document thread calls it before destroying.
     virtual void QuitAccepted();
 
 private:
-    friend class vetch::LooperState;
+    friend struct vetch::Reaper;
     friend class BApplication;
 
-    std::shared_ptr<vetch::LooperState> state;
+    void AnnounceQuit();
+
+    const std::shared_ptr<vetch::LooperState> state;
 };

@@ -39,6 +39,8 @@ private:
     status_t Add(const char* name, Value value);
     template <class T>
     const T* Find(const char* name, int32 index) const;
+    template <class T>
+    status_t Read(const char* name, int32 index, T* value) const;
 
     std::map<std::string, std::vector<Value>> fields;
 };

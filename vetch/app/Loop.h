@@ -25,7 +25,8 @@ public:
 };
 
 // Dispatches the messages of the application and the windows it serves, and destroys loopers that have ended, until
-// there is nothing left. Never waits for another thread. Document thread, no lock held.
+// there is nothing left. Never waits for a thread that has not ended, or for longer than another one holds a dead looper's
+// lock. Document thread, no lock held.
 void RunPending();
 
 // RunPending(), and waits for the loopers' queues, until every queue is empty and nobody dispatches. Does not wait for
@@ -37,11 +38,13 @@ void Settle();
 // before the first looper runs.
 void SetTurns(bool on);
 
-// Called, from any thread, when there is something new for RunPending(). It must not call back into the framework.
+// Called, from any thread, when there is something new for RunPending(), or when a plug-in call that kept something
+// waiting has ended. It must not call back into the framework. Once this returns the former function is called no more.
 void SetWakeUp(std::function<void()> wake);
 
-// Quits every looper whose class lives in the shared library that contains 'address', and waits until they are
-// destroyed. Document thread, no lock held.
+// Quits every looper whose class lives in the shared library that contains 'address', except the application, and waits
+// until they are destroyed. One that has not run and is another thread's is not waited for, unless its maker is the thread
+// of a looper that is quit here: it quits when it would run, or when its maker ends. Document thread, no lock held.
 void QuitLoopersOf(const void* address);
 
 // The live loopers' tokens, in the order in which they were made. Any thread.

@@ -8,8 +8,9 @@
 
 class BMessage;
 
-// Notices are delivered synchronously, on the caller's thread, in the order in which the watchers came. A watcher may
-// stop watching, or die, while it is told.
+// Notices are delivered synchronously, on the caller's thread, in the order in which the watchers came. While it is told,
+// a watcher may stop watching, die, destroy other watchers or the notifier itself; one that starts watching hears the
+// next notice first.
 class BNotifier {
 public:
     BNotifier() = default;
@@ -23,11 +24,17 @@ public:
 
 private:
     friend class vetch::NoticeReceiver;
-    void Forget(vetch::NoticeReceiver* receiver);
 
     struct Watch {
-        vetch::NoticeReceiver* receiver;
+        vetch::NoticeReceiver* receiver; // null: has left while notices were being sent
         uint32 what;
     };
+
+    bool Watches(const vetch::NoticeReceiver* receiver) const;
+    void Forget(vetch::NoticeReceiver* receiver);
+    void RemoveLeavers();
+
     std::vector<Watch> watches;
+    int sending = 0;               // SendNotices() calls under way
+    bool* diedMeanwhile = nullptr; // of the innermost of them
 };

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 
 // Something that can be called once a thread is there for it.
 class FunctionObject {
@@ -46,10 +47,12 @@ private:
 
 // Runs a function object once on its own thread, then destroys the object and itself: make it with new and forget it.
 //
-// The thread is joinable inside: vetch::JoinThreads() waits for all that were started.
+// The thread is joinable inside: vetch::JoinThreads() waits for all that were started. An exception that escapes the
+// function object ends the thread and is reported on standard error.
 class FThread {
 public:
-    explicit FThread(FunctionObject* function); // takes the function over and starts at once
+    // Takes the function over and starts at once. Throws std::system_error when the system has no thread to give.
+    explicit FThread(FunctionObject* function);
 
     template <class C, class A>
     static void Run(void (C::*member)(A), C* object, A argument)
@@ -63,15 +66,15 @@ public:
     }
 
 private:
-    ~FThread() = default;
+    ~FThread();
     void RunOnce();
 
-    FunctionObject* function;
+    std::unique_ptr<FunctionObject> function;
 };
 
 namespace vetch {
 
-// Waits until every FThread started so far, and those they start, has ended. Call with no lock held.
+// Waits until every FThread started so far, and those they start, has ended. Call with no lock held, and from no FThread.
 void JoinThreads();
 
 // True when no FThread is running. Any thread.

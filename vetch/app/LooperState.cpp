@@ -1,0 +1,327 @@
+#include "vetch/app/LooperState.h"
+
+#include "vetch/app/Dispatch.h"
+#include "vetch/app/Loop.h"
+#include "vetch/app/WakeUp.h"
+#include "vetch/support/HeldLocks.h"
+
+#include <atomic>
+#include <cassert>
+#include <system_error>
+#include <utility>
+
+namespace vetch {
+
+namespace {
+
+LooperToken NextToken()
+{
+    static std::atomic<LooperToken> last = 0;
+    return ++last;
+}
+
+} // namespace
+
+LooperState::LooperState(Service service)
+    : token(NextToken()), service(service), traffic(TheTraffic()), maker(CurrentThread())
+{
+}
+
+// The queue
+
+std::map<Sequence, LooperState*>& LooperState::Pending() const
+{
+    return service == Service::Application ? traffic.ofApplication : traffic.ofLoopers;
+}
+
+status_t LooperState::Post(const BMessage& message, HandlerToken handler)
+{
+    Envelope envelope{0, handler, message};
+    {
+        Guard lock(traffic.mutex);
+        if (quitAccepted)
+            return B_ERROR;
+        envelope.sequence = ++traffic.lastSequence;
+        // What waits for a looper to run at all does not count as under way.
+        if (hasRun || service == Service::Application)
+            Pending().emplace(envelope.sequence, this);
+        queue.push_back(std::move(envelope));
+        changed.notify_all();
+        traffic.changed.notify_all();
+    }
+    if (service == Service::Application)
+        WakeDocumentThread();
+    return B_OK;
+}
+
+std::deque<Envelope> LooperState::TakeQueue()
+{
+    for (const Envelope& envelope : queue)
+        Pending().erase(envelope.sequence);
+    traffic.changed.notify_all();
+    return std::exchange(queue, {});
+}
+
+// The lock
+
+bool LooperState::Lock()
+{
+    Guard lock(traffic.mutex);
+    return Acquire(lock);
+}
+
+void LooperState::Unlock()
+{
+    Guard lock(traffic.mutex);
+    Release();
+}
+
+bool LooperState::IsLocked() const
+{
+    Guard lock(traffic.mutex);
+    return owner == CurrentThread();
+}
+
+bool LooperState::Acquire(Guard& lock)
+{
+    if (quitAccepted || (service == Service::Application && !OnDocumentThread()))
+        return false;
+    if (owner != CurrentThread()) {
+        const std::uint64_t ticket = nextTicket++;
+        changed.wait(lock, [&] { return quitAccepted || servedTicket == ticket; });
+        if (quitAccepted)
+            return false;
+        owner = CurrentThread();
+    }
+    ++depth;
+    if (service == Service::OwnThread)
+        CountLock();
+    return true;
+}
+
+void LooperState::Release()
+{
+    assert(owner == CurrentThread() && depth > 0);
+    if (service == Service::OwnThread)
+        CountUnlock();
+    if (--depth > 0)
+        return;
+    owner = kNoThread;
+    ++servedTicket;
+    changed.notify_all();
+}
+
+// The thread
+
+thread_id LooperState::Run(BLooper* looper)
+{
+    Guard lock(traffic.mutex);
+    if (quitAccepted)
+        return B_ERROR;
+    if (!hasRun && service == Service::OwnThread) {
+        try {
+            thread = std::thread([this, looper] { Loop(looper); });
+        } catch (const std::system_error&) {
+            return B_ERROR;
+        }
+        for (const Envelope& envelope : queue)
+            traffic.ofLoopers.emplace(envelope.sequence, this);
+    }
+    hasRun = true;
+    return static_cast<thread_id>(token);
+}
+
+bool LooperState::HasRun() const
+{
+    Guard lock(traffic.mutex);
+    return hasRun;
+}
+
+void LooperState::Loop(BLooper* looper)
+{
+    {
+        Guard lock(traffic.mutex);
+        while (WaitForTurn(lock) && Acquire(lock))
+            DispatchNext(lock, *looper);
+        changed.wait(lock, [&] { return announcer == kNoThread; });
+        --traffic.ending;
+        HandIn();
+    }
+    WakeDocumentThread();
+}
+
+bool LooperState::WaitForTurn(Guard& lock)
+{
+    changed.wait(lock, [&] {
+        return quitAccepted || (!queue.empty() && (!traffic.turns || traffic.granted == queue.front().sequence));
+    });
+    return !quitAccepted;
+}
+
+void LooperState::DispatchNext(Guard& lock, BLooper& looper)
+{
+    std::optional<Envelope> envelope = std::move(queue.front());
+    queue.pop_front();
+    const Sequence sequence = envelope->sequence;
+    lock.unlock();
+    Dispatch(looper, token, *envelope);
+    envelope.reset();
+    lock.lock();
+    Release();
+    traffic.ofLoopers.erase(sequence);
+    traffic.changed.notify_all();
+}
+
+// The end
+
+void LooperState::AcceptQuit()
+{
+    std::deque<Envelope> dropped; // destroyed when the mutex is free again
+    Guard lock(traffic.mutex);
+    if (quitAccepted)
+        return;
+    quitAccepted = true;
+    dropped = TakeQueue();
+    if (hasRun && service == Service::OwnThread)
+        ++traffic.ending;
+    changed.notify_all();
+}
+
+bool LooperState::ClaimAnnouncement()
+{
+    Guard lock(traffic.mutex);
+    if (announced || !(hasRun || IsCallers()))
+        return false;
+    announced = true;
+    announcer = CurrentThread();
+    return true;
+}
+
+void LooperState::Announced()
+{
+    Guard lock(traffic.mutex);
+    announcer = kNoThread;
+    changed.notify_all();
+}
+
+bool LooperState::BelongsToCaller() const
+{
+    Guard lock(traffic.mutex);
+    return IsCallers();
+}
+
+bool LooperState::IsCallers() const
+{
+    return !hasRun && (madeOver ? OnDocumentThread() : maker == CurrentThread());
+}
+
+void LooperState::LeaveToReaper()
+{
+    {
+        Guard lock(traffic.mutex);
+        const bool isDocuments = service == Service::Application || (!hasRun && maker == DocumentThread());
+        if (!quitAccepted || dispatching > 0 || !(isDocuments || IsCallers()))
+            return;
+        HandIn();
+    }
+    WakeDocumentThread();
+}
+
+void LooperState::KeepFromReaper()
+{
+    Guard lock(traffic.mutex);
+    destroying = true;
+}
+
+void LooperState::HandIn()
+{
+    madeOver = true;
+    if (handedIn || destroying)
+        return;
+    handedIn = true;
+    traffic.ended.push_back(token);
+    traffic.changed.notify_all();
+}
+
+void LooperState::MakerEnds()
+{
+    {
+        Guard lock(traffic.mutex);
+        if (hasRun)
+            return;
+        madeOver = true;
+        if (quitAccepted)
+            HandIn();
+    }
+    WakeDocumentThread();
+}
+
+bool LooperState::BeginDestruction()
+{
+    Guard lock(traffic.mutex);
+    if (destroying || dispatching > 0 || announcer == CurrentThread() || !(hasRun || IsCallers()))
+        return false;
+    destroying = true;
+    return true;
+}
+
+void LooperState::AwaitEnd()
+{
+    if (thread.joinable())
+        thread.join();
+    Guard lock(traffic.mutex);
+    changed.wait(lock, [&] { return announcer == kNoThread && (depth == 0 || owner == CurrentThread()); });
+}
+
+void LooperState::Close()
+{
+    assert(!thread.joinable());
+    std::deque<Envelope> dropped; // destroyed when the mutex is free again
+    Guard lock(traffic.mutex);
+    quitAccepted = true;
+    dropped = TakeQueue();
+    changed.notify_all();
+}
+
+bool LooperState::IsPublished() const
+{
+    Guard lock(traffic.mutex);
+    return hasRun || IsCallers();
+}
+
+Envelope LooperState::BeginDispatch(Guard& lock)
+{
+    Envelope envelope = std::move(queue.front());
+    queue.pop_front();
+    traffic.ofApplication.erase(envelope.sequence);
+    ++dispatching;
+    Acquire(lock);
+    return envelope;
+}
+
+void LooperState::EndDispatch()
+{
+    Guard lock(traffic.mutex);
+    Release();
+    if (--dispatching == 0 && quitAccepted)
+        HandIn();
+}
+
+void LooperState::Wake()
+{
+    changed.notify_all();
+}
+
+void LooperState::ForbidLibrary(const void* library)
+{
+    Guard lock(traffic.mutex);
+    forbiddenLibrary = library;
+}
+
+const void* LooperState::ForbiddenLibrary() const
+{
+    Guard lock(traffic.mutex);
+    return forbiddenLibrary;
+}
+
+} // namespace vetch

@@ -1,0 +1,31 @@
+// Every live looper and handler, by token: how a message finds its receiver without touching a pointer that may dangle.
+#pragma once
+
+#include "vetch/app/BHandler.h"
+#include "vetch/app/BLooper.h"
+#include "vetch/app/Loop.h"
+
+#include <memory>
+#include <vector>
+
+namespace vetch {
+
+// Any thread. They take a mutex of their own, a leaf.
+
+HandlerToken RegisterHandler(BHandler* handler);
+void UnregisterHandler(HandlerToken handler);
+void SetLooperOf(HandlerToken handler, LooperToken looper);        // 0: none
+LooperToken LooperOf(HandlerToken handler);                        // 0: none, or the handler is gone
+BHandler* FindHandlerOf(HandlerToken handler, LooperToken looper); // null when it is gone or belongs elsewhere
+
+struct RegisteredLooper {
+    BLooper* looper = nullptr;
+    std::shared_ptr<LooperState> state;
+};
+
+void RegisterLooper(BLooper* looper, const std::shared_ptr<LooperState>& state);
+void UnregisterLooper(LooperToken looper);
+RegisteredLooper FindRegistered(LooperToken looper); // empty when it is gone
+std::vector<RegisteredLooper> RegisteredLoopers();   // in the order in which they were made
+
+} // namespace vetch

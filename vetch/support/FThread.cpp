@@ -1,0 +1,129 @@
+#include "vetch/support/FThread.h"
+
+#include "vetch/support/HeldLocks.h"
+
+#include <cassert>
+#include <condition_variable>
+#include <cstdio>
+#include <exception>
+#include <list>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+struct Worker {
+    std::thread thread;
+    bool ended = false;
+};
+
+// All workers that were started and are not joined yet.
+struct Workers {
+    std::mutex mutex; // a leaf
+    std::condition_variable changed;
+    std::list<Worker> all;
+    int running = 0;
+};
+
+// Never destroyed: a thread may still end while the process does.
+Workers& TheWorkers()
+{
+    static Workers* const workers = new Workers;
+    return *workers;
+}
+
+thread_local bool onWorker = false;
+
+void Join(std::list<Worker> workers)
+{
+    for (Worker& worker : workers)
+        worker.thread.join();
+}
+
+// The workers that have ended: joined as others start, so that a long session keeps no dead threads.
+std::list<Worker> TakeEnded(Workers& workers)
+{
+    std::list<Worker> ended;
+    for (auto worker = workers.all.begin(); worker != workers.all.end();) {
+        const auto next = std::next(worker);
+        if (worker->ended)
+            ended.splice(ended.end(), workers.all, worker);
+        worker = next;
+    }
+    return ended;
+}
+
+void CallGuarded(const FunctionObject& function)
+{
+    try {
+        function();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "vetch: a thread ended with an exception: %s\n", error.what());
+    } catch (...) {
+        std::fprintf(stderr, "vetch: a thread ended with an exception\n");
+    }
+}
+
+} // namespace
+
+FThread::FThread(FunctionObject* function) : function(function)
+{
+    Workers& workers = TheWorkers();
+    std::list<Worker> ended;
+    {
+        std::lock_guard guard(workers.mutex);
+        ended = TakeEnded(workers);
+        const auto worker = workers.all.emplace(workers.all.end());
+        try {
+            worker->thread = std::thread([this, worker, &workers] {
+                onWorker = true;
+                RunOnce();
+                std::lock_guard guard(workers.mutex);
+                worker->ended = true;
+                --workers.running;
+                workers.changed.notify_all();
+            });
+        } catch (...) {
+            workers.all.erase(worker);
+            throw;
+        }
+        ++workers.running;
+    }
+    Join(std::move(ended));
+}
+
+FThread::~FThread() = default;
+
+void FThread::RunOnce()
+{
+    CallGuarded(*function);
+    delete this;
+}
+
+namespace vetch {
+
+void JoinThreads()
+{
+    assert(HeldLocks() == 0);
+    assert(!onWorker);
+    Workers& workers = TheWorkers();
+    std::unique_lock lock(workers.mutex);
+    while (!workers.all.empty()) {
+        std::list<Worker> taken;
+        taken.swap(workers.all);
+        lock.unlock();
+        Join(std::move(taken));
+        lock.lock();
+    }
+    // Another thread may be joining the rest.
+    workers.changed.wait(lock, [&] { return workers.running == 0; });
+}
+
+bool ThreadsAreIdle()
+{
+    Workers& workers = TheWorkers();
+    std::lock_guard guard(workers.mutex);
+    return workers.running == 0;
+}
+
+} // namespace vetch
