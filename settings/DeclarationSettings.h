@@ -55,11 +55,3 @@ private:
     PluginSetting<const char*> indexSuffixes;
     mutable std::string editItem;
 };
-
-// Stored directories as the panel shows them: every byte up to the blank, and every one from 0x80 up, becomes a line break.
-// A backslash keeps the byte after it, and stays.
-std::string SystemDirectoriesStringForControl(const std::string& stored);
-
-// Directories as the user wrote them, made ready to be stored: control characters, ':', ',' and every byte from 0x80 up
-// become blanks. A backslash keeps the byte after it, and stays.
-std::string SystemDirectoriesStringForStore(const std::string& shown);
