@@ -51,13 +51,15 @@ BWindow::~BWindow()
 
 void BWindow::Show()
 {
-    // All of this comes before Run(): from then on the window may be quit and destroyed at any time.
-    if (hidden) {
+    // Once it runs, anyone may quit it: the lock keeps it alive to the end of this.
+    const bool locked = Lock();
+    const bool runs = Run() > 0; // after an accepted quit it does not, and is left to the document thread
+    if (runs && hidden) {
         hidden = false;
         vetch::CurrentDisplay()->WindowShown(LooperToken());
     }
-    if (!HasRun())
-        Run();
+    if (locked)
+        Unlock();
 }
 
 void BWindow::Hide()
