@@ -2,6 +2,7 @@
 #pragma once
 
 #include "plugin/PluginInterface.h"
+#include "vetch/interface/BMenu.h"
 
 #include <algorithm>
 #include <cstdarg>
@@ -72,7 +73,11 @@ public:
         *buttons = mouseButtons;
     }
     long OffsetAt(const BPoint* where) override { return static_cast<long>(where->x / 7); }
-    BPoint PointAt(long offset) const override { return {48 + 7.0f * offset, 96}; }
+    BPoint PointAt(long offset) const override
+    {
+        ++pointsAsked;
+        return {48 + 7.0f * offset, 96};
+    }
     BRect TextBounds() override { return {0, 0, 700, 600}; }
     BRect ButtonFrame() override { return {8, 4, 24, 20}; }
     void RegisterSetting(const char* name) override { Log("RegisterSetting", name); }
@@ -129,10 +134,15 @@ public:
         *key = bound == shortcuts.end() ? 0 : bound->second.first;
         *modifiers = bound == shortcuts.end() ? 0 : bound->second.second;
     }
-    BMenuItem* AddMenuItem(BMenu*, long index, const char* label, const char* command, char key, uint32 bits) override
+    BMenuItem* AddMenuItem(BMenu* menu, long index, const char* label, const char* command, char key,
+                           uint32 bits) override
     {
         Log("AddMenuItem", index, label, command, static_cast<int>(key), bits);
-        return nullptr;
+        if (menu == nullptr)
+            return nullptr;
+        auto* item = new BMenuItem(label, nullptr, key, bits);
+        menu->AddItem(item, index);
+        return item;
     }
     void RegisterPreferencePanel(const char* identifier, const char* title, const char* icon) override
     {
@@ -141,6 +151,7 @@ public:
 
     BPoint mouse;
     uint32 mouseButtons = 1;
+    mutable int pointsAsked = 0; // calls of PointAt
 
 private:
     static std::string Word(const char* word) { return word == nullptr ? "(null)" : word; }

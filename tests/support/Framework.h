@@ -1,0 +1,86 @@
+// The framework around a unit test: an application, a screen that nobody sees, and a clock that stands still.
+#pragma once
+
+#include "vetch/app/BApplication.h"
+#include "vetch/app/Loop.h"
+#include "vetch/app/Modifiers.h"
+#include "vetch/display/HeadlessDisplay.h"
+#include "vetch/interface/BMenuBar.h"
+#include "vetch/support/Clock.h"
+#include "vetch/support/FThread.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+// The editor's application, as far as what it is sent goes.
+class RecordingApplication : public BApplication {
+public:
+    struct Opened {
+        std::string path; // "" for a reference that names nothing
+        int32 line = -1;  // -1 when the message had none
+
+        bool operator==(const Opened&) const = default;
+    };
+    std::vector<Opened> opened;
+    std::vector<uint32> others; // codes of all other messages
+
+    void MessageReceived(BMessage* message) override
+    {
+        EntryRef file;
+        if (message->what != B_REFS_RECEIVED || message->FindRef("refs", &file) != B_OK) {
+            others.push_back(message->what);
+            return;
+        }
+        Opened match = {file.Path(), -1};
+        message->FindInt32("be:line", &match.line);
+        opened.push_back(match);
+    }
+};
+
+// Make it first in a test: it quits what is left open, waits for threads and then takes the application away.
+class Framework {
+public:
+    static constexpr bigtime_t kStart = 1000000;
+
+    explicit Framework(vetch::DisplayWitness* witness = nullptr) : display(witness)
+    {
+        vetch::SetDisplay(&display);
+        vetch::UseVirtualClock(kStart);
+        vetch::SetModifiers(0);
+        application = std::make_unique<RecordingApplication>();
+    }
+    ~Framework()
+    {
+        QuitWindows();
+        vetch::JoinThreads();
+        application.reset();
+        vetch::UseRealClock();
+    }
+    Framework(const Framework&) = delete;
+    Framework& operator=(const Framework&) = delete;
+
+    vetch::HeadlessDisplay display;
+    std::unique_ptr<RecordingApplication> application;
+
+    void Settle() { vetch::Settle(); }
+    void QuitWindows()
+    {
+        for (const vetch::LooperToken token : vetch::Loopers())
+            if (BLooper* looper = vetch::FindLooper(token); looper != nullptr && looper != be_app)
+                looper->Quit();
+        vetch::Settle(); // with it go the windows that a quit one's last message was still making
+    }
+
+    // The plug-in's windows, as a user sees them.
+    std::vector<vetch::HeadlessDisplay::WindowState> Windows() const { return display.Windows(); }
+    std::vector<vetch::HeadlessDisplay::WindowState> VisibleWindows() const
+    {
+        std::vector<vetch::HeadlessDisplay::WindowState> visible;
+        for (const auto& window : display.Windows())
+            if (window.visible)
+                visible.push_back(window);
+        return visible;
+    }
+};

@@ -1,0 +1,17 @@
+// A bundle directory with the plug-in's own resources, for as long as a test.
+#pragma once
+
+#include "tests/support/TempDirectory.h"
+#include "vetch/storage/Bundle.h"
+
+class TestBundle : public TempDirectory {
+public:
+    TestBundle()
+    {
+        std::filesystem::create_directory(Path() + "/Contents");
+        std::filesystem::create_directory_symlink(RESOURCES, Path() + "/Contents/Resources");
+        bundle.path = Path();
+    }
+
+    __CFBundle bundle;
+};
