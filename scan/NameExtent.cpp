@@ -13,20 +13,15 @@ bool ClosesArguments(char ch, char)
     return ch == '>';
 }
 
-// Steps leftwards over the part of a name that ends at 'offset'; answers the offset left of it, or 'offset' itself when
-// the name starts to the right of it.
-long StepLeft(PluginInterface* pi, long offset, long end)
+// How many characters of a name the colon at 'offset' stands for, the name ending at 'end': two of a scope, none when it
+// does not belong to the name.
+long ColonsOfName(PluginInterface* pi, long offset, long end)
 {
-    const char ch = pi->CharAt(offset);
-    if (IsIDChar(ch))
-        return offset - 1;
-    if (ch != ':')
-        return offset;
     const char left = pi->CharAt(offset - 1);
     if (left == ':')
-        return offset - 2;
+        return 2;
     // "foo:" is a piece of a selector when it is all there is; anywhere else a single colon belongs to a label or a "?:".
-    return offset == end - 1 && IsIDChar(left) ? offset - 1 : offset;
+    return offset == end - 1 && IsIDChar(left) ? 1 : 0;
 }
 
 } // namespace
@@ -55,14 +50,14 @@ long NameStart(PluginInterface* pi, long end)
 {
     SkippedGroup arguments(BackwardBracketMatch);
     long offset = end - 1;
-    for (long next; offset >= 0; offset = next) {
+    for (long step; offset >= 0; offset -= step) {
         const char ch = pi->CharAt(offset);
-        next = offset - 1;
-        if (arguments.Takes(ch))
+        step = 1;
+        if (arguments.Takes(ch) || IsIDChar(ch))
             continue;
         if (ch == '>') // that of "->" too, whose group then ends at the next '<': "if (i<n) a->b" gives "i<n) a->b"
             arguments.Enter(ch, offset);
-        else if (next = StepLeft(pi, offset, end); next == offset)
+        else if (ch != ':' || (step = ColonsOfName(pi, offset, end)) == 0)
             break;
     }
     return (arguments.IsOpen() ? arguments.EnteredAt() : offset) + 1;
