@@ -91,7 +91,9 @@ bool InterfaceFileReader::Load()
 {
     std::ifstream file(path, std::ios::binary);
     std::ostringstream read;
-    if (!file || !(read << file.rdbuf())) {
+    if (file.peek() != std::ifstream::traits_type::eof())
+        read << file.rdbuf();
+    if (!file.is_open() || file.bad() || read.fail()) {
         ReportInterfaceProblem(path + ": cannot be read: " + std::strerror(errno));
         return false;
     }
