@@ -15,7 +15,8 @@
 namespace {
 
 // A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within
-// the first; what the other pieces hold is hardly ever a tag, and is stepped over like any other text.
+// the first; what the other pieces hold is hardly ever a tag, and is treated like any other text: stepped over, or, for
+// a search that stops at a mismatch, the end.
 constexpr int kLineSize = 1024;
 constexpr size_t kBufferSize = 64 * 1024;
 
@@ -91,11 +92,11 @@ const char* QualifierIn(const char* scope)
     return scope != nullptr && StripClassTokens(scope) ? scope : "";
 }
 
-// What every matching name begins with: matching looks at template arguments in no name, but at all that is before
-// them.
+// What every matching name begins with: template arguments are left out of the comparison, what is before them is not.
+// A name has no tab in it.
 std::string StartOfMatches(const std::string& namePattern)
 {
-    return std::string(namePattern.c_str(), std::strcspn(namePattern.c_str(), "<"));
+    return std::string(namePattern.c_str(), std::strcspn(namePattern.c_str(), "<\t"));
 }
 
 // Whether it takes a closer look to tell that the line's name does not match; most lines leave here, after one

@@ -1,0 +1,272 @@
+#include "tags/PathCache.h"
+
+#include "tests/tags/TagsFolder.h"
+#include "vetch/support/FThread.h"
+
+#include <fstream>
+
+namespace {
+
+// Tags of one file each, in this order.
+std::string TagsOf(const Lines& files)
+{
+    std::string tags;
+    for (const std::string& file : files)
+        tags += TagLine("name", file, 1, "p");
+    return tags;
+}
+
+TagFile Reader(const BEntry& tags)
+{
+    return TagFile(&tags, "", false);
+}
+
+bool LoadNow(PathCache& cache, const BEntry& tags)
+{
+    TagFile file = Reader(tags);
+    return cache.LoadIfNeeded(file, false);
+}
+
+bool LoadInBackground(PathCache& cache, const BEntry& tags)
+{
+    TagFile file = Reader(tags);
+    return cache.LoadIfNeeded(file, true);
+}
+
+// All paths that a pattern means, up to the null that ends them.
+Lines Found(PathCache& cache, const char* pattern)
+{
+    Lines found;
+    while (const char* path = cache.FindNext(pattern))
+        found.push_back(path);
+    return found;
+}
+
+} // namespace
+
+TEST(PathCache, FindsEachMatchingPathOnceAndThenStartsOver)
+{
+    const TagsFolder folder(TagsOf({"/z/string.h", "/a/string.h", "/a/xstring.h", "/a/string.h", "/m/other.h"}));
+    PathCache cache;
+    ASSERT_TRUE(LoadNow(cache, folder.Entry()));
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_STREQ(cache.FindNext("string.h"), "/a/string.h");
+        EXPECT_STREQ(cache.FindNext("string.h"), "/z/string.h");
+        EXPECT_EQ(cache.FindNext("string.h"), nullptr);
+    }
+}
+
+TEST(PathCache, HasNothingToFindWhenEmpty)
+{
+    PathCache cache;
+    EXPECT_EQ(cache.FindNext("string.h"), nullptr);
+    const TagsFolder folder(TagsOf({"/a/string.h"}));
+    ASSERT_TRUE(LoadNow(cache, folder.Entry()));
+    EXPECT_STREQ(cache.FindNext("string.h"), "/a/string.h") << "the search in vain left no position";
+}
+
+TEST(PathCache, RemembersThePlaceFromOneSearchToAnother)
+{
+    const TagsFolder folder(TagsOf({"/a/one.h", "/b/two.h", "/c/one.h"}));
+    PathCache cache;
+    ASSERT_TRUE(LoadNow(cache, folder.Entry()));
+    EXPECT_STREQ(cache.FindNext("two.h"), "/b/two.h");
+    EXPECT_EQ(Found(cache, "one.h"), Lines{"/c/one.h"}) << "another pattern goes on from there";
+    EXPECT_STREQ(cache.FindNext("two.h"), "/b/two.h");
+    cache.Rewind();
+    EXPECT_EQ(Found(cache, "one.h"), (Lines{"/a/one.h", "/c/one.h"}));
+}
+
+TEST(PathCache, FindsPathsAsTheyAreWritten)
+{
+    const TagsFolder folder(TagsOf({"/a/with\\ blank.h", "/b/with blank.h"}));
+    PathCache cache;
+    ASSERT_TRUE(LoadNow(cache, folder.Entry()));
+    EXPECT_EQ(Found(cache, "with blank.h"), Lines{"/b/with blank.h"});
+    EXPECT_EQ(Found(cache, "with\\ blank.h"), Lines{"/a/with\\ blank.h"});
+}
+
+TEST(PathCache, ForgetsPathsWhenTheFileChanges)
+{
+    const TagsFolder folder(TagsOf({"/old/x.h"}));
+    const BEntry tags = folder.Entry();
+    PathCache cache;
+    ASSERT_TRUE(LoadNow(cache, tags));
+    cache.FlushIfNeeded(&tags);
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/old/x.h"}) << "it has not changed";
+
+    folder.WriteTags(TagsOf({"/new/x.h"}));
+    ASSERT_TRUE(LoadNow(cache, tags));
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/old/x.h"}) << "nobody has looked at its time";
+    cache.FlushIfNeeded(&tags);
+    EXPECT_EQ(Found(cache, "x.h"), Lines{});
+    ASSERT_TRUE(LoadNow(cache, tags));
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/new/x.h"});
+}
+
+TEST(PathCache, AnOlderFileIsAChangedFile)
+{
+    const TagsFolder folder(TagsOf({"/old/x.h"}));
+    const BEntry tags = folder.Entry();
+    PathCache cache;
+    ASSERT_TRUE(LoadNow(cache, tags));
+    SetTime(folder.Tags(), cache.FileTime() - 1000);
+    cache.FlushIfNeeded(&tags);
+    EXPECT_EQ(Found(cache, "x.h"), Lines{});
+}
+
+TEST(PathCache, AnotherFileOfTheSameTimeKeepsThePaths)
+{
+    const TagsFolder folder(TagsOf({"/one/x.h"}));
+    const TagsFolder other(TagsOf({"/other/x.h"}));
+    PathCache cache;
+    ASSERT_TRUE(LoadNow(cache, folder.Entry()));
+    SetTime(other.Tags(), cache.FileTime());
+    const BEntry tags = other.Entry();
+    cache.FlushIfNeeded(&tags);
+    ASSERT_TRUE(LoadNow(cache, tags));
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/one/x.h"});
+}
+
+TEST(PathCache, TheTimeOutlivesAFlush)
+{
+    const TagsFolder folder(TagsOf({"/a/x.h"}));
+    const BEntry tags = folder.Entry();
+    PathCache cache;
+    EXPECT_EQ(cache.FileTime(), 0);
+    ASSERT_TRUE(LoadNow(cache, tags));
+    const time_t loaded = Reader(tags).TagTime();
+    EXPECT_EQ(cache.FileTime(), loaded);
+    SetTime(folder.Tags(), NewTime());
+    cache.FlushIfNeeded(&tags);
+    EXPECT_EQ(Found(cache, "x.h"), Lines{});
+    EXPECT_EQ(cache.FileTime(), loaded);
+}
+
+TEST(PathCache, AMissingFileHasTheTimeOfAnEmptyCache)
+{
+    const TempDirectory directory;
+    const BEntry missing((directory / "tags").c_str());
+    PathCache cache;
+    cache.FlushIfNeeded(&missing);
+    cache.FlushIfNeeded(nullptr);
+
+    const TagsFolder folder(TagsOf({"/a/x.h"}));
+    ASSERT_TRUE(LoadNow(cache, folder.Entry()));
+    cache.FlushIfNeeded(&missing);
+    EXPECT_EQ(Found(cache, "x.h"), Lines{}) << "a filled one is emptied";
+}
+
+TEST(PathCache, AnUnreadableFileIsLoadedAsEmptyAndTriedAgain)
+{
+    const TagsFolder folder;
+    const BEntry tags = folder.Entry();
+    std::filesystem::remove(folder.Tags());
+    PathCache cache;
+    EXPECT_TRUE(LoadNow(cache, tags)) << "there is nothing to wait for";
+    EXPECT_EQ(Found(cache, "x.h"), Lines{});
+    folder.WriteTags(TagsOf({"/a/x.h"}));
+    EXPECT_TRUE(LoadNow(cache, tags));
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/a/x.h"});
+}
+
+TEST(PathCache, LoadsInTheBackground)
+{
+    const TagsFolder folder(TagsOf({"/b/x.h", "/a/x.h"}));
+    PathCache cache;
+    EXPECT_FALSE(LoadInBackground(cache, folder.Entry()));
+    vetch::JoinThreads();
+    EXPECT_TRUE(LoadInBackground(cache, folder.Entry()));
+    EXPECT_EQ(Found(cache, "x.h"), (Lines{"/a/x.h", "/b/x.h"}));
+    EXPECT_EQ(cache.FileTime(), Reader(folder.Entry()).TagTime());
+}
+
+namespace {
+
+// A tags file whose reader has to wait until the test lets it go on.
+class HeldTagsFile {
+public:
+    HeldTagsFile() { EXPECT_EQ(mkfifo(Path().c_str(), 0600), 0); }
+
+    BEntry Entry() const { return BEntry(Path().c_str()); }
+
+    // Returns when the reader has opened the file; it ends once the text is written.
+    void LetGo(const std::string& tags) const { std::ofstream(Path()) << tags; }
+
+private:
+    std::string Path() const { return directory / "tags"; }
+
+    TempDirectory directory;
+};
+
+} // namespace
+
+TEST(PathCache, LoadsOneFileAtATime)
+{
+    const HeldTagsFile held;
+    const TagsFolder other(TagsOf({"/other/x.h"}));
+    PathCache cache;
+    EXPECT_FALSE(LoadInBackground(cache, held.Entry()));
+    EXPECT_FALSE(LoadInBackground(cache, other.Entry()));
+    EXPECT_FALSE(LoadNow(cache, other.Entry())) << "nor does it load at once what is being loaded";
+    held.LetGo(TagsOf({"/held/x.h"}));
+    vetch::JoinThreads();
+    EXPECT_TRUE(LoadInBackground(cache, other.Entry()));
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/held/x.h"});
+}
+
+TEST(PathCache, AFlushDuringALoadChangesNothing)
+{
+    const HeldTagsFile held;
+    const TagsFolder other(TagsOf({"/other/x.h"}));
+    const BEntry otherTags = other.Entry();
+    PathCache cache;
+    EXPECT_FALSE(LoadInBackground(cache, held.Entry()));
+    cache.FlushIfNeeded(&otherTags);
+    EXPECT_FALSE(LoadInBackground(cache, otherTags)) << "still the first load";
+    held.LetGo(TagsOf({"/held/x.h"}));
+    vetch::JoinThreads();
+    EXPECT_TRUE(LoadInBackground(cache, otherTags));
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/held/x.h"});
+}
+
+TEST(PathCache, ABackgroundLoadThatCannotOpenItsFileNeverEnds)
+{
+    const TagsFolder folder;
+    const BEntry tags = folder.Entry();
+    std::filesystem::remove(folder.Tags());
+    PathCache cache;
+    EXPECT_FALSE(LoadInBackground(cache, tags));
+    vetch::JoinThreads();
+
+    folder.WriteTags(TagsOf({"/a/x.h"}));
+    EXPECT_FALSE(LoadInBackground(cache, tags));
+    cache.FlushIfNeeded(&tags);
+    EXPECT_FALSE(LoadInBackground(cache, tags)) << "a flush does not help";
+    EXPECT_FALSE(LoadNow(cache, tags));
+    vetch::JoinThreads();
+    EXPECT_EQ(Found(cache, "x.h"), Lines{});
+}
+
+TEST(PathCache, LeavesNoFileOpen)
+{
+    const TagsFolder folder(TagsOf({"/a/x.h"}));
+    const BEntry tags = folder.Entry();
+    const long before = OpenDescriptors();
+    PathCache now;
+    TagFile open = Reader(tags);
+    ASSERT_TRUE(open.Rewind());
+    EXPECT_TRUE(now.LoadIfNeeded(open, false)) << "a reader that is open is closed first";
+    PathCache later;
+    EXPECT_FALSE(LoadInBackground(later, tags));
+    vetch::JoinThreads();
+    EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST(PathCache, ThereIsOneForEachFileAndOneLock)
+{
+    EXPECT_EQ(&PathCache::LocalTagCache(), &PathCache::LocalTagCache());
+    EXPECT_EQ(&PathCache::SystemTagCache(), &PathCache::SystemTagCache());
+    EXPECT_NE(&PathCache::LocalTagCache(), &PathCache::SystemTagCache());
+    EXPECT_EQ(&PathCache::PathCacheLock(), &PathCache::PathCacheLock());
+}

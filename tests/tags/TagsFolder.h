@@ -1,0 +1,126 @@
+// A directory with a tags file and the sources that it names, and ways to see what is read from it.
+#pragma once
+
+#include "tags/TagFile.h"
+#include "tests/support/TempDirectory.h"
+#include "vetch/storage/BEntry.h"
+#include "vetch/storage/EntryRef.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <filesystem>
+#include <string>
+#include <sys/stat.h>
+#include <vector>
+
+// A line as ctags writes it; 'scope' as "class:Bar".
+inline std::string TagLine(const std::string& name, const std::string& file, int line, const std::string& kind,
+                           const std::string& scope = "")
+{
+    return name + "\t" + file + "\t" + std::to_string(line) + ";\"\t" + kind + (scope.empty() ? "" : "\t" + scope) +
+           "\n";
+}
+
+inline void SetTime(const std::string& path, time_t seconds)
+{
+    const timespec times[] = {{seconds, 0}, {seconds, 0}};
+    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0) << path;
+}
+
+// A time that no other file of this process has: path caches tell files apart by nothing else.
+inline time_t NewTime()
+{
+    static time_t last = 1'000'000'000;
+    return ++last;
+}
+
+class TagsFolder {
+public:
+    // The tags file is "tags"; the sources a.cpp and b.h exist.
+    explicit TagsFolder(const std::string& tags = "")
+    {
+        directory.Write("a.cpp", "int a = 1 + 1;\n");
+        directory.Write("b.h", "extern int b;\n");
+        WriteTags(tags);
+    }
+
+    void WriteTags(const std::string& tags) const
+    {
+        directory.Write("tags", tags);
+        SetTime(Tags(), NewTime());
+    }
+    std::string Tags() const { return directory / "tags"; }
+    BEntry Entry() const { return BEntry(Tags().c_str()); }
+
+    TempDirectory directory;
+};
+
+// "Bar::Foo f a.cpp:12": a match as the tests write it. The rest of a qualifier that holds further fields is shown too.
+inline std::string Shown(const std::string& name, const std::string& qualifier, char kind, const EntryRef& ref,
+                         int line)
+{
+    return (qualifier.empty() ? "" : qualifier + "::") + name + " " + kind + " " +
+           (ref.name == nullptr ? "(unset)" : ref.name) + ":" + std::to_string(line);
+}
+
+using Lines = std::vector<std::string>;
+
+// All matches in a tags file.
+template <class Match = TagFile::ExactMatch>
+Lines Matches(const BEntry& tags, const std::string& pattern, Match match = {}, bool stopAtMismatch = false)
+{
+    TagFile file(&tags, pattern, false);
+    Lines found;
+    if (!file.Rewind())
+        return {"(cannot be opened)"};
+    std::string name;
+    std::string qualifier;
+    char kind;
+    EntryRef ref;
+    int line;
+    while (file.NextMatch(name, qualifier, kind, ref, line, stopAtMismatch, match))
+        found.push_back(Shown(name, qualifier, kind, ref, line));
+    file.Done();
+    return found;
+}
+
+// All names with their qualifiers, as completion reads them.
+inline Lines Names(const BEntry& tags)
+{
+    TagFile file(&tags, "", false);
+    Lines found;
+    if (!file.Rewind())
+        return {"(cannot be opened)"};
+    std::string name;
+    std::string qualifier;
+    while (file.Next(name, qualifier))
+        found.push_back(qualifier.empty() ? name : qualifier + "::" + name);
+    file.Done();
+    return found;
+}
+
+// All paths, as path caches read them.
+inline Lines Paths(const BEntry& tags)
+{
+    TagFile file(&tags, "", false);
+    Lines found;
+    if (!file.Rewind())
+        return {"(cannot be opened)"};
+    std::vector<char*> paths;
+    file.LoadPathCache(paths);
+    file.Done();
+    for (char* path : paths) {
+        found.push_back(path);
+        std::free(path);
+    }
+    return found;
+}
+
+inline long OpenDescriptors()
+{
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return std::distance(begin(all), end(all));
+}
