@@ -47,7 +47,7 @@ void SetWakeUp(std::function<void()> wake);
 // of a looper that is quit here: it quits when it would run, or when its maker ends. Document thread, no lock held.
 void QuitLoopersOf(const void* address);
 
-// The live loopers' tokens, in the order in which they were made. Any thread.
+// The live loopers' tokens, the application's among them, in the order in which they were made. Any thread.
 std::vector<LooperToken> Loopers();
 
 // The live looper with that token, or null; safe to use on the document thread.

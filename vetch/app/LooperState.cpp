@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <cassert>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -38,7 +39,7 @@ status_t LooperState::Post(const BMessage& message, HandlerToken handler)
 {
     Envelope envelope{0, handler, message};
     {
-        Guard lock(traffic.mutex);
+        Guard guard(traffic.mutex);
         if (quitAccepted)
             return B_ERROR;
         envelope.sequence = ++traffic.lastSequence;
@@ -66,34 +67,28 @@ std::deque<Envelope> LooperState::TakeQueue()
 
 bool LooperState::Lock()
 {
-    Guard lock(traffic.mutex);
-    return Acquire(lock);
+    Guard guard(traffic.mutex);
+    return Acquire(guard);
 }
 
 void LooperState::Unlock()
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     Release();
 }
 
 bool LooperState::IsLocked() const
 {
-    Guard lock(traffic.mutex);
-    return owner == CurrentThread();
+    Guard guard(traffic.mutex);
+    return lock.IsCallers();
 }
 
-bool LooperState::Acquire(Guard& lock)
+bool LooperState::Acquire(Guard& guard)
 {
-    if (quitAccepted || (service == Service::Application && !OnDocumentThread()))
+    if (service == Service::Application && !OnDocumentThread())
         return false;
-    if (owner != CurrentThread()) {
-        const std::uint64_t ticket = nextTicket++;
-        changed.wait(lock, [&] { return quitAccepted || servedTicket == ticket; });
-        if (quitAccepted)
-            return false;
-        owner = CurrentThread();
-    }
-    ++depth;
+    if (!lock.Acquire(guard, changed, quitAccepted))
+        return false;
     if (service == Service::OwnThread)
         CountLock();
     return true;
@@ -101,21 +96,16 @@ bool LooperState::Acquire(Guard& lock)
 
 void LooperState::Release()
 {
-    assert(owner == CurrentThread() && depth > 0);
+    lock.Release(changed);
     if (service == Service::OwnThread)
         CountUnlock();
-    if (--depth > 0)
-        return;
-    owner = kNoThread;
-    ++servedTicket;
-    changed.notify_all();
 }
 
 // The thread
 
 thread_id LooperState::Run(BLooper* looper)
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     if (quitAccepted)
         return B_ERROR;
     if (!hasRun && service == Service::OwnThread) {
@@ -133,40 +123,40 @@ thread_id LooperState::Run(BLooper* looper)
 
 bool LooperState::HasRun() const
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     return hasRun;
 }
 
 void LooperState::Loop(BLooper* looper)
 {
     {
-        Guard lock(traffic.mutex);
-        while (WaitForTurn(lock) && Acquire(lock))
-            DispatchNext(lock, *looper);
-        changed.wait(lock, [&] { return announcer == kNoThread; });
+        Guard guard(traffic.mutex);
+        while (WaitForTurn(guard) && Acquire(guard))
+            DispatchNext(guard, *looper);
+        changed.wait(guard, [&] { return announcer == kNoThread; });
         --traffic.ending;
         HandIn();
     }
     WakeDocumentThread();
 }
 
-bool LooperState::WaitForTurn(Guard& lock)
+bool LooperState::WaitForTurn(Guard& guard)
 {
-    changed.wait(lock, [&] {
+    changed.wait(guard, [&] {
         return quitAccepted || (!queue.empty() && (!traffic.turns || traffic.granted == queue.front().sequence));
     });
     return !quitAccepted;
 }
 
-void LooperState::DispatchNext(Guard& lock, BLooper& looper)
+void LooperState::DispatchNext(Guard& guard, BLooper& looper)
 {
     std::optional<Envelope> envelope = std::move(queue.front());
     queue.pop_front();
     const Sequence sequence = envelope->sequence;
-    lock.unlock();
+    guard.unlock();
     Dispatch(looper, token, *envelope);
     envelope.reset();
-    lock.lock();
+    guard.lock();
     Release();
     traffic.ofLoopers.erase(sequence);
     traffic.changed.notify_all();
@@ -177,7 +167,7 @@ void LooperState::DispatchNext(Guard& lock, BLooper& looper)
 void LooperState::AcceptQuit()
 {
     std::deque<Envelope> dropped; // destroyed when the mutex is free again
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     if (quitAccepted)
         return;
     quitAccepted = true;
@@ -189,7 +179,7 @@ void LooperState::AcceptQuit()
 
 bool LooperState::ClaimAnnouncement()
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     if (announced || !(hasRun || IsCallers()))
         return false;
     announced = true;
@@ -199,14 +189,14 @@ bool LooperState::ClaimAnnouncement()
 
 void LooperState::Announced()
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     announcer = kNoThread;
     changed.notify_all();
 }
 
 bool LooperState::BelongsToCaller() const
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     return IsCallers();
 }
 
@@ -218,7 +208,7 @@ bool LooperState::IsCallers() const
 void LooperState::LeaveToReaper()
 {
     {
-        Guard lock(traffic.mutex);
+        Guard guard(traffic.mutex);
         const bool isDocuments = service == Service::Application || (!hasRun && maker == DocumentThread());
         if (!quitAccepted || dispatching > 0 || !(isDocuments || IsCallers()))
             return;
@@ -229,7 +219,7 @@ void LooperState::LeaveToReaper()
 
 void LooperState::KeepFromReaper()
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     destroying = true;
 }
 
@@ -246,19 +236,18 @@ void LooperState::HandIn()
 void LooperState::MakerEnds()
 {
     {
-        Guard lock(traffic.mutex);
-        if (hasRun)
-            return;
+        Guard guard(traffic.mutex);
         madeOver = true;
-        if (quitAccepted)
-            HandIn();
+        if (!quitAccepted)
+            return;
+        HandIn();
     }
     WakeDocumentThread();
 }
 
 bool LooperState::BeginDestruction()
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     if (destroying || dispatching > 0 || announcer == CurrentThread() || !(hasRun || IsCallers()))
         return false;
     destroying = true;
@@ -269,15 +258,16 @@ void LooperState::AwaitEnd()
 {
     if (thread.joinable())
         thread.join();
-    Guard lock(traffic.mutex);
-    changed.wait(lock, [&] { return announcer == kNoThread && (depth == 0 || owner == CurrentThread()); });
+    Guard guard(traffic.mutex);
+    // Its own holder would wait for ever; assertions tell about that one.
+    changed.wait(guard, [&] { return announcer == kNoThread && (lock.IsFree() || lock.IsCallers()); });
 }
 
 void LooperState::Close()
 {
     assert(!thread.joinable());
     std::deque<Envelope> dropped; // destroyed when the mutex is free again
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     quitAccepted = true;
     dropped = TakeQueue();
     changed.notify_all();
@@ -285,23 +275,23 @@ void LooperState::Close()
 
 bool LooperState::IsPublished() const
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     return hasRun || IsCallers();
 }
 
-Envelope LooperState::BeginDispatch(Guard& lock)
+Envelope LooperState::BeginDispatch(Guard& guard)
 {
     Envelope envelope = std::move(queue.front());
     queue.pop_front();
     traffic.ofApplication.erase(envelope.sequence);
     ++dispatching;
-    Acquire(lock);
+    Acquire(guard);
     return envelope;
 }
 
 void LooperState::EndDispatch()
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     Release();
     if (--dispatching == 0 && quitAccepted)
         HandIn();
@@ -314,13 +304,13 @@ void LooperState::Wake()
 
 void LooperState::ForbidLibrary(const void* library)
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     forbiddenLibrary = library;
 }
 
 const void* LooperState::ForbiddenLibrary() const
 {
-    Guard lock(traffic.mutex);
+    Guard guard(traffic.mutex);
     return forbiddenLibrary;
 }
 

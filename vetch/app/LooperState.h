@@ -3,14 +3,13 @@
 
 #include "vetch/app/BLooper.h"
 #include "vetch/app/BMessage.h"
+#include "vetch/app/LooperLock.h"
 #include "vetch/app/ThreadNumber.h"
 #include "vetch/app/Traffic.h"
 
 #include <condition_variable>
 #include <deque>
 #include <memory>
-#include <mutex>
-#include <optional>
 #include <thread>
 
 namespace vetch {
@@ -37,8 +36,8 @@ public:
     // The queue. B_ERROR once quit is accepted.
     status_t Post(const BMessage& message, HandlerToken handler);
 
-    // The lock: recursive, first come first served. That of a looper which the application's loop serves is free on the
-    // document thread and refused to all others, since nobody waits for that thread.
+    // The lock. That of a looper which the application's loop serves is free on the document thread and refused to all
+    // others, since nobody waits for that thread.
     bool Lock();
     void Unlock();
     bool IsLocked() const; // by the calling thread
@@ -76,7 +75,7 @@ public:
     // True when the document thread may look at the looper and call it: it runs, or belongs to that thread.
     bool IsPublished() const;
     // One that the application's loop serves begins to dispatch the oldest message of its queue, and is done with it.
-    Envelope BeginDispatch(std::unique_lock<std::mutex>& lock);
+    Envelope BeginDispatch(LooperLock::Guard& guard);
     void EndDispatch();
     void Wake(); // it may be its turn
 
@@ -85,12 +84,12 @@ public:
     const void* ForbiddenLibrary() const;
 
 private:
-    using Guard = std::unique_lock<std::mutex>;
+    using Guard = LooperLock::Guard;
 
     void Loop(BLooper* looper);
-    bool WaitForTurn(Guard& lock);
-    void DispatchNext(Guard& lock, BLooper& looper);
-    bool Acquire(Guard& lock);
+    bool WaitForTurn(Guard& guard);
+    void DispatchNext(Guard& guard, BLooper& looper);
+    bool Acquire(Guard& guard);
     void Release();
     void HandIn();
     bool IsCallers() const;
@@ -100,11 +99,7 @@ private:
     Traffic& traffic;
     std::condition_variable changed;
     std::deque<Envelope> queue;
-
-    ThreadNumber owner = kNoThread; // of the lock
-    int depth = 0;
-    std::uint64_t nextTicket = 0; // the lock is handed on in the order in which it was asked for
-    std::uint64_t servedTicket = 0;
+    LooperLock lock;
 
     ThreadNumber maker;
     bool madeOver = false; // never ran, and its maker has left it to the document thread

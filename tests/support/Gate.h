@@ -1,0 +1,26 @@
+// Where threads of a test wait for each other.
+#pragma once
+
+#include <condition_variable>
+#include <mutex>
+
+// Closed until it is opened, then open for good. Any thread.
+class Gate {
+public:
+    void Open()
+    {
+        std::lock_guard guard(mutex);
+        open = true;
+        changed.notify_all();
+    }
+    void Wait()
+    {
+        std::unique_lock lock(mutex);
+        changed.wait(lock, [this] { return open; });
+    }
+
+private:
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool open = false;
+};

@@ -1,0 +1,104 @@
+#include "vetch/support/FThread.h"
+
+#include "tests/support/CallFunction.h"
+#include "tests/support/Gate.h"
+
+#include <atomic>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <thread>
+
+namespace {
+
+struct Worker {
+    void Add(int number) { sum += number; }
+    void AddProduct(int first, long second) { sum += static_cast<int>(first * second); }
+    std::atomic<int> sum = 0;
+};
+
+TEST(FThread, RunsAMemberFunctionWithItsArguments)
+{
+    Worker worker;
+    FThread::Run(&Worker::Add, &worker, 4);
+    FThread::Run(&Worker::AddProduct, &worker, 5, 6L);
+    vetch::JoinThreads();
+    EXPECT_EQ(worker.sum, 34);
+}
+
+TEST(FThread, RunsOnAThreadOfItsOwn)
+{
+    std::thread::id thread;
+    RunOnThread([&] { thread = std::this_thread::get_id(); });
+    vetch::JoinThreads();
+    EXPECT_NE(thread, std::thread::id());
+    EXPECT_NE(thread, std::this_thread::get_id());
+}
+
+TEST(FThread, DestroysTheFunctionObjectWhenItHasRun)
+{
+    const auto witness = std::make_shared<int>(0);
+    RunOnThread([witness] {});
+    vetch::JoinThreads();
+    EXPECT_EQ(witness.use_count(), 1);
+}
+
+TEST(FThread, AFunctionObjectKnowsItsSize)
+{
+    using One = SingleParamMemberFunctionObject<Worker, int>;
+    using Two = TwoParamMemberFunctionObject<Worker, int, long>;
+    Worker worker;
+    EXPECT_EQ(One(&Worker::Add, &worker, 1).Size(), sizeof(One));
+    EXPECT_EQ(Two(&Worker::AddProduct, &worker, 1, 1L).Size(), sizeof(Two));
+    EXPECT_LT(One(&Worker::Add, &worker, 1).Size(), Two(&Worker::AddProduct, &worker, 1, 1L).Size());
+}
+
+TEST(FThread, IsIdleOnlyWhenAllHaveEnded)
+{
+    EXPECT_TRUE(vetch::ThreadsAreIdle());
+    Gate mayEnd;
+    RunOnThread([&] { mayEnd.Wait(); });
+    EXPECT_FALSE(vetch::ThreadsAreIdle());
+    mayEnd.Open();
+    vetch::JoinThreads();
+    EXPECT_TRUE(vetch::ThreadsAreIdle());
+}
+
+void RunChain(std::atomic<int>& count, int length)
+{
+    ++count;
+    if (length > 1)
+        RunOnThread([&count, length] { RunChain(count, length - 1); });
+}
+
+TEST(FThread, JoiningWaitsForThreadsThatThreadsStart)
+{
+    std::atomic<int> count = 0;
+    RunOnThread([&] { RunChain(count, 20); });
+    vetch::JoinThreads();
+    EXPECT_EQ(count, 20);
+}
+
+TEST(FThread, MayBeStartedFromManyThreads)
+{
+    std::atomic<int> count = 0;
+    for (int i = 0; i < 4; ++i)
+        RunOnThread([&] {
+            for (int j = 0; j < 50; ++j)
+                RunOnThread([&] { ++count; });
+        });
+    vetch::JoinThreads();
+    EXPECT_EQ(count, 200);
+}
+
+TEST(FThread, ReportsAnExceptionAndEnds)
+{
+    testing::internal::CaptureStderr();
+    RunOnThread([] { throw std::runtime_error("no tags today"); });
+    RunOnThread([] { throw 1; });
+    vetch::JoinThreads();
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("no tags today"));
+    EXPECT_TRUE(vetch::ThreadsAreIdle());
+}
+
+} // namespace
