@@ -1,4 +1,5 @@
 #include "plugin/PluginInterface.h"
+#include "scan/DocumentText.h"
 #include "scan/Predicates.h"
 #include "scan/SelectionScanner.h"
 
@@ -15,13 +16,14 @@ struct Edit {
 };
 
 // Of a scope chain only the last component is being completed; the scopes stay as the user wrote them.
-Edit NameEdit(const std::string& typed, long start, long end, std::string completion)
+Edit NameEdit(PluginInterface* pi, long start, long end, std::string completion)
 {
+    const std::string replaced = scan::TextBetween(pi, start, end);
     const size_t scope = completion.rfind("::");
     if (scope != std::string::npos)
         completion.erase(0, scope + 2);
-    if (scope != std::string::npos || IsCppPattern(typed))
-        start += static_cast<long>(typed.rfind(':') + 1); // 0 when there is none: "vec" for "std::vector"
+    if (scope != std::string::npos || IsCppPattern(replaced))
+        start += static_cast<long>(replaced.rfind(':') + 1); // 0 when there is none: "vec" for "std::vector"
     return {start, end, completion, start + static_cast<long>(completion.length())};
 }
 
@@ -64,10 +66,12 @@ void ReplaceWord(PluginInterface* pi, const std::string& completion)
     if (!ScanForSuggestionPattern(pi, selEnd, selEnd, start, end, typed, true))
         return;
 
+    // A selector with a scope in one of its arguments counts as a C++ name here. Its range is none, but ends behind a colon:
+    // the completion goes there.
     if (completion.empty())
         Apply(pi, selStart, selEnd, {start, end, "", start});
     else if (IsObjCPattern(typed) || IsMultiPartObjCPattern(completion))
         Apply(pi, selStart, selEnd, SelectorEdit(typed, selEnd, completion));
     else
-        Apply(pi, selStart, selEnd, NameEdit(typed, start, end, completion));
+        Apply(pi, selStart, selEnd, NameEdit(pi, start, end, completion));
 }

@@ -50,6 +50,9 @@ const Case kCases[] = {
 
     {"a selection is replaced up to its end", "x = s[[td::ve]]c;", "std::vector", "x = std::vector|c;"},
     {"nothing typed", "x = |;", "vector", "x = |;"},
+
+    {"a selector that a scope got into is replaced as a name, where its last colon is", "[obj foo:a::b c|]", "bar::cd",
+     "[obj foo:a::cd|b c]"},
 };
 
 TEST(ReplaceWord, Cases)

@@ -98,24 +98,23 @@ public:
     }
     long LineAt(long offset) override
     {
-        offset = std::clamp(offset, 0L, TextLength());
-        return std::count(text.begin(), text.begin() + offset, '\n');
+        return std::count(text.begin(), text.begin() + Within(offset), '\n');
     }
     void BeginUndo(long selStart, long selEnd, const char* name) override { Log("BeginUndo", selStart, selEnd, name); }
     void InsertText(const char* inserted, long length, long offset) override
     {
-        text.insert(offset, inserted, length);
+        text.insert(Within(offset), inserted, length);
         Log("InsertText", std::string(inserted, length), offset);
     }
     void DeleteText(long offset, long length) override
     {
-        text.erase(offset, length);
+        text.erase(Within(offset), Within(offset + length) - Within(offset));
         Log("DeleteText", offset, length);
     }
     void Select(long start, long end) override
     {
-        selectionStart = start;
-        selectionEnd = end;
+        selectionStart = Within(start);
+        selectionEnd = Within(end);
         Log("Select", start, end);
     }
     char* ExpandVariables(const char*, long) override
@@ -154,6 +153,8 @@ public:
     mutable int pointsAsked = 0; // calls of PointAt
 
 private:
+    long Within(long offset) { return std::clamp(offset, 0L, TextLength()); } // as hosts do
+
     static std::string Word(const char* word) { return word == nullptr ? "(null)" : word; }
     static std::string Word(const std::string& word) { return word; }
     template <class T>
