@@ -80,6 +80,7 @@ bool MatchesPath(const char* path, int pathLength, const char* pattern, int patt
     const int headerLength = static_cast<int>(pattern + patternLength - (slash + 1));
     if (!PathEndsWith(path, pathLength, slash + 1, headerLength))
         return false;
-    const std::string framework = "/" + std::string(pattern, slash) + ".framework/";
+    std::string framework = "/";
+    framework.append(pattern, slash).append(".framework/");
     return std::strstr(path, framework.c_str()) != nullptr;
 }
