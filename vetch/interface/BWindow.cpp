@@ -175,7 +175,7 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler)
     if (message->what == vetch::kFrameChanged)
         TakeUserFrame(*message);
     else if (message->what == vetch::kActivated)
-        Activate(IntField(*message, "active", 0) != 0);
+        Activate(!hidden && IntField(*message, "active", 0) != 0); // it may have been hidden meanwhile
     else
         BLooper::DispatchMessage(message, handler);
 }

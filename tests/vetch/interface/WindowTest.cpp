@@ -294,6 +294,43 @@ TEST_F(Window, ShowingADialogTakesTheFocusFromAnother)
     EXPECT_EQ(second->activations, (std::vector<bool>{true, false}));
 }
 
+TEST_F(Window, OneThatIsHiddenBeforeItHearsOfItDoesNotTakeTheFocus)
+{
+    auto* dialog = new ListWindow(0);
+    ASSERT_TRUE(dialog->Lock());
+    dialog->Show();
+    dialog->Hide();
+    dialog->Unlock();
+    vetch::Settle();
+    EXPECT_FALSE(dialog->IsActive());
+    EXPECT_FALSE(Only().active);
+}
+
+TEST_F(Window, WhoHearsOfAWindowMayLookAtIt)
+{
+    class Onlooker : public vetch::DisplayWitness {
+    public:
+        vetch::HeadlessDisplay* display = nullptr;
+        std::vector<bool> visible;
+        size_t leftAtClose = 99;
+
+        void WindowShown(long) override { visible.push_back(display->Windows()[0].visible); }
+        void WindowHidden(long) override { visible.push_back(display->Windows()[0].visible); }
+        void WindowClosed(long) override { leftAtClose = display->Windows().size(); }
+    };
+    Onlooker onlooker;
+    vetch::HeadlessDisplay other(&onlooker);
+    onlooker.display = &other;
+    vetch::SetDisplay(&other);
+    auto* window = new ListWindow;
+    window->Show();
+    window->Hide();
+    window->Quit();
+    vetch::SetDisplay(&display);
+    EXPECT_EQ(onlooker.visible, (std::vector<bool>{true, false}));
+    EXPECT_EQ(onlooker.leftAtClose, 0u);
+}
+
 TEST_F(Window, OneThatAvoidsTheFocusNeverTakesIt)
 {
     auto* dialog = new ListWindow(0);
