@@ -29,8 +29,7 @@ BApplication::~BApplication()
 
 void BApplication::Quit()
 {
-    state->AcceptQuit();
-    AnnounceQuit();
+    AcceptQuit();
 }
 
 BMenuBar* BApplication::MenuBar() const

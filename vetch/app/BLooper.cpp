@@ -29,7 +29,7 @@ thread_id BLooper::Run()
     const auto kept = state;
     const void* const forbidden = kept->ForbiddenLibrary();
     if (forbidden && kept->BelongsToCaller() && forbidden == vetch::LibraryOfClass(this))
-        kept->AcceptQuit();
+        AcceptQuit();
     const thread_id thread = kept->Run(this);
     if (thread < 0)
         kept->LeaveToReaper();
@@ -40,18 +40,17 @@ void BLooper::Quit()
 {
     assert(!vetch::OnDocumentThread() || vetch::HeldLocks() == 0);
     const auto kept = state;
-    kept->AcceptQuit();
-    AnnounceQuit();
+    AcceptQuit();
     if (vetch::OnDocumentThread())
         vetch::Reaper::Destroy(this);
     else
         kept->LeaveToReaper();
 }
 
-void BLooper::AnnounceQuit()
+void BLooper::AcceptQuit()
 {
     const auto kept = state;
-    if (!kept->ClaimAnnouncement())
+    if (!kept->AcceptQuit())
         return;
     QuitAccepted();
     kept->Announced();

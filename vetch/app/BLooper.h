@@ -78,7 +78,7 @@ private:
     friend struct vetch::Reaper;
     friend class BApplication;
 
-    void AnnounceQuit();
+    void AcceptQuit();
 
     const std::shared_ptr<vetch::LooperState> state;
 };

@@ -164,27 +164,27 @@ void LooperState::DispatchNext(Guard& guard, BLooper& looper)
 
 // The end
 
-void LooperState::AcceptQuit()
+bool LooperState::AcceptQuit()
 {
     std::deque<Envelope> dropped; // destroyed when the mutex is free again
     Guard guard(traffic.mutex);
-    if (quitAccepted)
-        return;
-    quitAccepted = true;
-    dropped = TakeQueue();
-    if (hasRun && service == Service::OwnThread)
-        ++traffic.ending;
-    changed.notify_all();
-}
-
-bool LooperState::ClaimAnnouncement()
-{
-    Guard guard(traffic.mutex);
+    dropped = MarkQuit();
+    // In one step with the mark: between the two the document thread could destroy the looper.
     if (announced || !(hasRun || IsCallers()))
         return false;
     announced = true;
     announcer = CurrentThread();
     return true;
+}
+
+std::deque<Envelope> LooperState::MarkQuit()
+{
+    if (std::exchange(quitAccepted, true))
+        return {};
+    if (hasRun && service == Service::OwnThread)
+        ++traffic.ending;
+    changed.notify_all();
+    return TakeQueue();
 }
 
 void LooperState::Announced()
@@ -233,11 +233,14 @@ void LooperState::HandIn()
     traffic.changed.notify_all();
 }
 
-void LooperState::MakerEnds()
+void LooperState::MakerEnds(bool quits)
 {
+    std::deque<Envelope> dropped; // destroyed when the mutex is free again
     {
         Guard guard(traffic.mutex);
         madeOver = true;
+        if (quits)
+            dropped = MarkQuit();
         if (!quitAccepted)
             return;
         HandIn();

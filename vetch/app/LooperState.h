@@ -47,11 +47,9 @@ public:
     thread_id Run(BLooper* looper);
     bool HasRun() const;
 
-    // Marks the quit and drops what is queued.
-    void AcceptQuit();
-    // True, once, for who must call the looper's QuitAccepted() and then Announced(), before which it is not destroyed.
-    // False for who may not touch the looper.
-    bool ClaimAnnouncement();
+    // Marks the quit and drops what is queued. True, once, for who must call the looper's QuitAccepted() and then
+    // Announced(): until then the looper is not destroyed. False also for who may not touch the looper.
+    bool AcceptQuit();
     void Announced();
 
     // After an accepted quit, queues the token for the reaper where no thread of the looper's own will do it: the looper
@@ -59,8 +57,9 @@ public:
     void LeaveToReaper();
     // Neither the reaper nor Quit() destroys this one: the application is its maker's to destroy.
     void KeepFromReaper();
-    // The thread that made the looper is ending: one that never ran belongs to the document thread from now on.
-    void MakerEnds();
+    // The thread that made the looper is ending: one that never ran belongs to the document thread from now on, which
+    // destroys it when its quit is or was accepted.
+    void MakerEnds(bool quits);
     bool BelongsToCaller() const; // never ran, and is the caller's alone
 
     // The document thread's side.
@@ -91,6 +90,7 @@ private:
     void DispatchNext(Guard& guard, BLooper& looper);
     bool Acquire(Guard& guard);
     void Release();
+    std::deque<Envelope> MarkQuit();
     void HandIn();
     bool IsCallers() const;
     std::map<Sequence, LooperState*>& Pending() const;

@@ -22,9 +22,7 @@ struct Maker {
     static void MakeOver(const RegisteredLooper& registered)
     {
         const void* const forbidden = registered.state->ForbiddenLibrary();
-        if (forbidden && forbidden == LibraryOfClass(registered.looper))
-            registered.state->AcceptQuit();
-        registered.state->MakerEnds();
+        registered.state->MakerEnds(forbidden && forbidden == LibraryOfClass(registered.looper));
     }
 };
 
@@ -46,7 +44,7 @@ void Reaper::Destroy(BLooper* looper)
     const std::shared_ptr<LooperState> state = looper->state;
     if (!state->BeginDestruction())
         return;
-    looper->AnnounceQuit();
+    looper->AcceptQuit(); // announces it, unless that is done
     state->AwaitEnd();
     delete looper;
 }

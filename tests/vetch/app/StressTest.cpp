@@ -77,11 +77,11 @@ void OpenAndQuit(Totals& totals, int round)
     auto* window = new ListWindow(totals);
     const vetch::HandlerToken token = window->Token();
     window->Fill(5);
-    if (round % 8 != 0)
+    if (round % 10 != 0)
         window->Run();
     window->PostMessage(kRefill);
     FillLocked(window, 4);
-    switch (round % 4) {
+    switch (round % 5) {
     case 0:
         window->Quit();
         break;
@@ -96,6 +96,9 @@ void OpenAndQuit(Totals& totals, int round)
     case 3:
         RunOnThread([token] { vetch::PostToHandler(token, BMessage(B_QUIT_REQUESTED)); });
         vetch::PostToHandler(token, BMessage(kRefill));
+        break;
+    case 4:
+        RunOnThread([window] { window->Quit(); }); // nobody else quits it, so it lives until then
         break;
     }
 }
