@@ -21,7 +21,7 @@ Context ContextScan::Run(PluginInterface* pi, long caret)
         if (!Step(pi->CharAt(offset)))
             return result;
     // What looked like a selector has no '[' before it; the text right of the caret may still show one.
-    if (mode == Mode::Message)
+    if (result.kind == Context::Kind::Message)
         FindsNoMessage(Context::Kind::Unknown);
     return result;
 }
@@ -30,48 +30,21 @@ bool ContextScan::Step(char ch)
 {
     if (skipped.Takes(ch))
         return true;
-    switch (mode) {
-    case Mode::Qualifier:
-        return StepQualifier(ch);
-    case Mode::Message:
-        return StepMessage(ch);
-    case Mode::Start:
-        break;
-    }
-    return StepStart(ch);
+    return result.kind == Context::Kind::Message ? StepMessage(ch) : StepOutside(ch);
 }
 
-bool ContextScan::StepStart(char ch)
+bool ContextScan::StepOutside(char ch)
 {
-    if (colonPending && TakeBehindColon(ch))
-        return true;
+    // "::" is a scope only while nothing lies between it and the caret that ends a C++ name: behind a blank or an operator
+    // it belongs to another expression, and a message may still be found. ">:" becomes a scope with the next key.
+    if (colonPending && mayBeCpp && (ch == ':' || ch == '>'))
+        return FindsNoMessage(Context::Kind::Name);
     if (IsOneOf(ch, ";,}{([<"))
         return false;
     if (IsIDChar(ch))
         TakeIdentifier();
     else
-        TakeOther(ch);
-    return true;
-}
-
-// "::" is a scope only while nothing lies between it and the caret that ends a C++ name. Behind a blank or an operator it
-// belongs to another expression, and a selector may still be found.
-bool ContextScan::TakeBehindColon(char ch)
-{
-    if (ch != ':' && ch != '>' && !IsIDChar(ch))
-        return false;
-    colonPending = false;
-    if (IsIDChar(ch)) {
-        mode = Mode::Message;
-        result = {Context::Kind::Message, offset};
-        pieceSeen = true;
-    } else if (mayBeCpp) {
-        mode = Mode::Qualifier;
-        result.kind = Context::Kind::Name;
-        afterScope = ch == ':';
-        if (ch == '>')
-            skipped.Enter(ch, offset);
-    }
+        TakeSeparator(ch);
     return true;
 }
 
@@ -80,38 +53,26 @@ void ContextScan::TakeIdentifier()
     result.start = offset;
     if (!leftFirstWord)
         firstWordStart = offset;
+    if (colonPending) {
+        result.kind = Context::Kind::Message;
+        pieceSeen = true;
+        colonPending = false;
+    }
 }
 
-void ContextScan::TakeOther(char ch)
+void ContextScan::TakeSeparator(char ch)
 {
     leftFirstWord = true;
-    colonPending = ch == ':';
+    colonPending = ch == ':' && !colonPending;
     if (IsOneOf(ch, ")]\"'"))
         skipped.Enter(ch, offset);
     else if (ch != ':')
         mayBeCpp = false;
 }
 
-bool ContextScan::StepQualifier(char ch)
-{
-    if (ch == ':') {
-        afterScope = colonPending;
-        colonPending = !colonPending;
-        return true;
-    }
-    // A single ':' ends the chain, and so do template arguments with no scope behind them: "a > b::c".
-    const bool closesArguments = ch == '>' && afterScope;
-    if (colonPending || !(IsIDChar(ch) || closesArguments))
-        return false;
-    afterScope = false;
-    if (closesArguments)
-        skipped.Enter(ch, offset);
-    return true;
-}
-
 bool ContextScan::StepMessage(char ch)
 {
-    if (IsOneOf(ch, ";,}{(") || (ch == ':' && pieceSeen)) // "a:b:" too: the pieces of a message have arguments
+    if (IsOneOf(ch, ";,}{(") || (ch == ':' && pieceSeen)) // "a:b:" too: pieces have arguments
         return FindsNoMessage(Context::Kind::Name);
     if (ch == '[')
         return false;

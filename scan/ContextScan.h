@@ -12,7 +12,7 @@ namespace scan {
 struct Context {
     enum class Kind {
         Unknown, // the text right of the caret decides: a selector may begin there
-        Name,    // a chain of C++ scopes, or a label or "?:" that only looked like a selector
+        Name,    // behind a scope of a C++ name, or behind a label or "?:" that only looked like a selector
         Message, // behind a piece of a selector, with the '[' of its message to the left
     };
     Kind kind;
@@ -28,33 +28,23 @@ public:
     Context Run(PluginInterface* pi, long caret);
 
 private:
-    enum class Mode {
-        Start,
-        Qualifier, // "::" or ">:" has been passed, and nothing before it that cannot belong to a C++ name
-        Message,   // "word:" has been passed
-    };
-
     // Each takes the character at 'offset' and answers whether to go on.
     bool Step(char ch);
-    bool StepStart(char ch);
-    bool StepQualifier(char ch);
+    bool StepOutside(char ch); // of a message, as far as is known
     bool StepMessage(char ch);
 
-    bool TakeBehindColon(char ch); // whether it took the character
     void TakeIdentifier();
-    void TakeOther(char ch);
+    void TakeSeparator(char ch);
     void TakeMessageIdentifier();
     bool FindsNoMessage(Context::Kind kind);
 
-    Mode mode = Mode::Start;
     Context result{Context::Kind::Unknown, -1};
     long offset = 0;
     long firstWordStart = -1; // of the identifier that ends at the caret; -1 when none does
     bool leftFirstWord = false;
     bool mayBeCpp = true;      // every character so far can belong to a C++ name
-    bool colonPending = false; // the last character was a ':' whose meaning its left neighbour decides
-    bool afterScope = false;   // the last characters were "::"
-    bool pieceSeen = false;    // the last character belonged to a piece of the selector
+    bool colonPending = false; // behind a ':' whose left neighbour decides what it is
+    bool pieceSeen = false;    // in a piece of the selector
     SkippedGroup skipped{BackwardBracketMatch};
 };
 

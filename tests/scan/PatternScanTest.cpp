@@ -67,6 +67,7 @@ const NameCase kNameCases[] = {
     {"a scope at the document's end", kLookup, "x = Out|er::", "Outer::"},
     {"nothing right of a scope chain makes it a selector", kLookup, "Outer::In|ner:x fg:y", "Outer::Inner:"},
     {"not even with template arguments in it", kLookup, "[obj foo:vec<int>::In|ner:x fg:y]", "vec<int>::Inner:"},
+    {"nor does half a scope behind template arguments", kLookup, "y = vec<int>:|x:z;", "x:"},
     {"a scope chain in a message", kCompletion, "[obj foo:a::b|", "a::b"},
     {"one with template arguments", kCompletion, "[obj foo:vec<int>::b|", "vec<int>::b"},
     {"one behind brackets and quotes", kCompletion, "[obj foo:a::b(x)'y'c|", "c"},

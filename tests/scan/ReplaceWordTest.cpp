@@ -29,7 +29,7 @@ const Case kCases[] = {
     {"all of them", "x = me|;", "Outer::Inner::member", "x = member|;"},
     {"a scope that nothing follows", "x = Outer::|;", "member", "x = Outer::member|;"},
     {"the other scope of the completion counts for nothing", "x = Outer::me|;", "Other::member", "x = Outer::member|;"},
-    {"a piece of a selector for a plain name", "x = set|;", "setObject:", "x = setObject:|;"},
+    {"a piece of a selector for a plain name", "x = SET|;", "setObject:", "x = setObject:|;"},
 
     {"a selector for its beginning", "[a initWithF|];", "initWithFrame:style:", "[a initWithFrame: |style:];"},
     {"three pieces", "[a init|];", "initWith:and:or:", "[a initWith: |and: or:];"},
@@ -53,6 +53,8 @@ const Case kCases[] = {
 
     {"a selector that a scope got into is replaced as a name, where its last colon is", "[obj foo:a::b c|]", "bar::cd",
      "[obj foo:a::cd|b c]"},
+    {"even where the scope is far from there", "[obj ab::bbbbbbbbbb foo:x c|]", "bar::cd",
+     "[obj ab::bbbbbbbbbb foo:cd|x c]"},
 };
 
 TEST(ReplaceWord, Cases)
