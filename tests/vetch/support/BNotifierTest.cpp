@@ -46,6 +46,7 @@ protected:
     std::unique_ptr<BNotifier> notifier = std::make_unique<BNotifier>();
     std::unique_ptr<Watcher> first = std::make_unique<Watcher>("first", lines);
     std::unique_ptr<Watcher> second = std::make_unique<Watcher>("second", lines);
+    std::unique_ptr<Watcher> third = std::make_unique<Watcher>("third", lines);
 };
 
 TEST_F(BNotifierTest, TellsThoseWhoWatchThatCodeInTheOrderInWhichTheyCame)
@@ -109,9 +110,10 @@ TEST_F(BNotifierTest, SurvivesAWatcherThatLeavesWhileItIsTold)
 {
     notifier->StartWatchingBy(first.get(), 1);
     notifier->StartWatchingBy(second.get(), 1);
+    notifier->StartWatchingBy(third.get(), 1);
     first->then = [&] { notifier->StopWatchingBy(first.get(), 1); };
-    EXPECT_THAT(Heard(1), ElementsAre("first 1", "second 1"));
-    EXPECT_THAT(Heard(1), ElementsAre("second 1"));
+    EXPECT_THAT(Heard(1), ElementsAre("first 1", "second 1", "third 1")) << "nobody is passed over";
+    EXPECT_THAT(Heard(1), ElementsAre("second 1", "third 1"));
 }
 
 TEST_F(BNotifierTest, SurvivesAWatcherThatDiesWhileItIsTold)
