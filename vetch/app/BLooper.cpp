@@ -124,3 +124,8 @@ bool BLooper::HasRun() const
 {
     return state->HasRun();
 }
+
+vetch::Service BLooper::ServedBy() const
+{
+    return state->service;
+}

@@ -68,6 +68,7 @@ public:
 
     vetch::LooperToken LooperToken() const;
     bool HasRun() const; // Run() was called. Any thread
+    vetch::Service ServedBy() const; // any thread
 
 protected:
     // Called once, on the thread whose Quit() was accepted first, before the loop ends: a window vanishes here. Where that
