@@ -1,0 +1,71 @@
+#include "wren/core/BackgroundWork.h"
+
+#include "vetch/app/Loop.h"
+#include "vetch/support/FThread.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <thread>
+#include <unistd.h>
+
+namespace wren {
+
+namespace {
+
+constexpr std::chrono::milliseconds kLookAgain(2);
+
+std::set<std::string> Threads()
+{
+    std::set<std::string> threads;
+    std::error_code unknown;
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task", unknown))
+        threads.insert(thread.path().filename());
+    return threads;
+}
+
+long CountWindowThreads()
+{
+    long count = 0;
+    for (const vetch::LooperToken token : vetch::Loopers())
+        if (const BLooper* looper = vetch::FindLooper(token))
+            count += looper->HasRun() && looper->ServedBy() == vetch::Service::OwnThread;
+    return count;
+}
+
+} // namespace
+
+// A sanitizer's run-time library starts a thread of its own along with the first that a program starts, so one is started
+// here; it may still be listed after it was joined, and is no part of what was there.
+BackgroundWork::BackgroundWork()
+{
+    long first = 0;
+    std::thread([&first] { first = ::gettid(); }).join();
+    threadsAtStart = Threads();
+    threadsAtStart.erase(std::to_string(first));
+}
+
+bool BackgroundWork::WaitUntilIdle(std::chrono::milliseconds limit) const
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    vetch::Settle();
+    while (!IsIdle()) {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        // Nobody can be asked to tell when a detached thread ends.
+        std::this_thread::sleep_for(kLookAgain);
+        vetch::Settle();
+    }
+    return true;
+}
+
+bool BackgroundWork::IsIdle() const
+{
+    if (!vetch::ThreadsAreIdle())
+        return false;
+    const std::set<std::string> threads = Threads();
+    const long started = std::count_if(threads.begin(), threads.end(),
+                                       [this](const std::string& thread) { return !threadsAtStart.contains(thread); });
+    return started <= CountWindowThreads();
+}
+
+} // namespace wren

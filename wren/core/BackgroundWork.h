@@ -1,0 +1,28 @@
+// Tells when everything that the plug-in does in the background has ended.
+#pragma once
+
+#include <chrono>
+#include <set>
+#include <string>
+
+namespace wren {
+
+// Threads that load caches are the framework's and say when they are done. Threads that generate tags are detached ones
+// of the plug-in's own that nobody announces; they are what is left of the process's threads once those that were there
+// at the beginning and those of the windows are taken off.
+//
+// Make it before the first event is sent, in a process that starts no other threads afterwards. Document thread.
+class BackgroundWork {
+public:
+    BackgroundWork();
+
+    // Delivers messages meanwhile. False when something is still at work at the limit.
+    bool WaitUntilIdle(std::chrono::milliseconds limit) const;
+
+private:
+    bool IsIdle() const;
+
+    std::set<std::string> threadsAtStart; // their numbers
+};
+
+} // namespace wren

@@ -1,0 +1,42 @@
+// What differs between the ways of using the editor, asked by the core.
+#pragma once
+
+#include "vetch/support/Geometry.h"
+#include "vetch/support/Types.h"
+
+#include <string>
+
+namespace wren {
+
+class Document;
+
+// How the mouse stands: in text view coordinates, and the bits of the buttons that are down.
+struct MouseState {
+    BPoint where;
+    uint32 buttons = 0;
+};
+
+// Implemented by each face, which outlives the host. Document thread.
+class Face {
+public:
+    virtual ~Face() = default;
+
+    virtual BRect DocumentWindowFrame() const = 0;
+    virtual BRect TextBounds(const Document& document) const = 0;  // of the text view, in its own coordinates
+    virtual BRect ButtonFrame(const Document& document) const = 0; // of the plug-in's button, in window coordinates
+
+    // The left end of the baseline of the character at 'offset', on the screen.
+    virtual BPoint PointAt(const Document& document, long offset) const = 0;
+    virtual long OffsetAt(const Document& document, BPoint where) const = 0; // 'where' in text view coordinates
+
+    virtual MouseState Mouse() const = 0;
+    virtual bool InputPending() const = 0; // more keys are waiting: the plug-in then spares itself the work
+
+    // Opens a match of a lookup, lines counting from 1; 0 when the match names none.
+    virtual void OpenMatch(const std::string& path, long line) = 0;
+
+    // Tells the user of something that went wrong and lost nothing.
+    virtual void Warn(const std::string& text) = 0;
+};
+
+} // namespace wren

@@ -1,0 +1,184 @@
+#include "wren/core/Host.h"
+
+#include "vetch/app/Loop.h"
+#include "vetch/interface/BMenu.h"
+#include "vetch/interface/BMenuItem.h"
+#include "vetch/interface/BView.h"
+#include "vetch/interface/BWindow.h"
+#include "vetch/storage/Home.h"
+#include "vetch/support/FThread.h"
+#include "wren/core/Face.h"
+#include "wren/core/HostWitness.h"
+#include "wren/core/PluginBundle.h"
+
+#include <filesystem>
+
+namespace wren {
+
+Host::Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::string& settingsFile)
+    : bundle(bundle), face(face),
+      application(std::make_unique<HostApplication>(static_cast<ApplicationClient&>(*this))), documents(face),
+      settings(settingsFile), worksheet(documents),
+      calls({documents, commands, settings, menus, worksheet, panels, bundle, face, witness}), events(calls, documents)
+{
+}
+
+Host::~Host()
+{
+    ShutDown();
+}
+
+void Host::Start()
+{
+    started = true;
+    MakeCacheDirectory();
+    events.FirstContact();
+    events.Register();
+    SendStoredSettings();
+    events.MenuBarBuilt();
+    events.ResourceIDs();
+    events.OfferPanels();
+}
+
+// The order matters. Windows run the plug-in's code and reach its settings, and background loads fill its caches: all of
+// them have ended before it unloads.
+void Host::ShutDown()
+{
+    if (!started)
+        return;
+    started = false;
+    panels.CloseAll();
+    events.Deactivated();
+    vetch::QuitLoopersOf(bundle.CodeAddress());
+    vetch::RunPending();
+    vetch::JoinThreads();
+    vetch::RunPending();
+    documents.CloseAll();
+    events.Unload();
+}
+
+Document* Host::Open(const std::string& path, const std::optional<std::string>& text, bool asWorksheet,
+                     std::string* error)
+{
+    Document* document = documents.FindByPath(path);
+    if (document != nullptr) {
+        if (text)
+            document->SetText(*text);
+    } else {
+        const std::optional<std::string> content =
+            text || path.empty() ? text.value_or("") : ReadWholeFile(path, error);
+        if (!content)
+            return nullptr;
+        document = &documents.Open(path, *content, asWorksheet);
+        if (asWorksheet)
+            worksheet.Opened(*document);
+    }
+    MakeCurrent(*document);
+    return document;
+}
+
+void Host::MakeCurrent(Document& document)
+{
+    if (documents.Current() == &document)
+        return;
+    if (documents.Current() != nullptr)
+        events.Deactivated();
+    documents.SetCurrent(&document);
+    events.Activated();
+}
+
+KeyRouting Host::RouteKey(const KeyStroke& key)
+{
+    // The plug-in sees the key before its own shortcut does: with its pop-up open, the shortcut chooses from the pop-up.
+    const long returned = events.KeyDown(key);
+    if (returned == 2)
+        return {returned, false};
+    const char code = key.bytes.size() == 1 ? key.bytes.front() : '\0';
+    const std::optional<std::string> command = code == '\0' ? std::nullopt : commands.CommandFor({code, key.modifiers});
+    if (!command)
+        return {returned, true};
+    events.Command(*command);
+    events.PrimitiveDone();
+    return {returned, false};
+}
+
+std::optional<std::string> Host::Undo()
+{
+    Document* document = documents.Current();
+    if (document == nullptr)
+        return std::nullopt;
+    std::optional<std::string> undone = document->Undo();
+    if (undone)
+        events.DocumentChanged();
+    return undone;
+}
+
+std::optional<bool> Host::ChooseFromSearchMenu(const std::string& label)
+{
+    const BMenuItem* item = menus.Search()->FindItem(label.c_str());
+    if (item == nullptr || item->IsSeparator())
+        return std::nullopt;
+    events.MenusShowing();
+    const bool enabled = item->IsEnabled();
+    if (enabled)
+        events.Command(menus.CommandOf(item));
+    return enabled;
+}
+
+BWindow* Host::OpenPreferences(const std::string& identifier, long* returned)
+{
+    std::string wanted = identifier;
+    if (wanted.empty() && !panels.Registered().empty())
+        wanted = panels.Registered().front().identifier;
+    const auto [window, container] = panels.MakeWindow(bundle.Directory(), bundle.Identifier(), wanted);
+    *returned = events.OpenPanel(wanted, container->Token());
+    window->Show();
+    return window;
+}
+
+bool Host::SaveSettings(std::string* error)
+{
+    settings.BeginSave();
+    events.SaveSettings();
+    return settings.EndSave(error);
+}
+
+void Host::MessageForDocument(long document, const BMessage& message)
+{
+    if (documents.Find(document) != nullptr)
+        events.MessageFor(document, message);
+}
+
+void Host::MessageForFrontDocument(const BMessage& message)
+{
+    const Document* front = documents.Current();
+    events.MessageFor(front == nullptr ? 0 : front->Id(), message);
+}
+
+void Host::OpenMatch(const std::string& path, long line)
+{
+    face.OpenMatch(path, line);
+}
+
+void Host::MakeCacheDirectory()
+{
+    const std::string home = Home();
+    if (home.empty())
+        return face.Warn("there is no home directory: system tags have no place");
+    std::error_code error;
+    std::filesystem::create_directories(home + "Library/Caches", error);
+    if (error)
+        face.Warn("cannot make " + home + "Library/Caches: " + error.message());
+}
+
+void Host::SendStoredSettings()
+{
+    std::vector<std::string> lines;
+    std::string error;
+    if (!settings.Load(&lines, &error))
+        face.Warn("cannot read the settings: " + error);
+    for (const std::string& line : lines)
+        events.SettingsLine(line);
+}
+
+} // namespace wren

@@ -1,0 +1,103 @@
+// The editor without a face: everything that its faces share.
+//
+// A face implements Face and HostWitness, sets the display, loads the bundle and makes a Host; then it calls Start(), lets
+// its user work, and calls ShutDown(). Between the user's actions it lets messages through with vetch::RunPending() or
+// vetch::Settle().
+#pragma once
+
+#include "wren/core/BackgroundWork.h"
+#include "wren/core/CommandTable.h"
+#include "wren/core/Documents.h"
+#include "wren/core/HostApplication.h"
+#include "wren/core/HostRecord.h"
+#include "wren/core/Menus.h"
+#include "wren/core/PluginCalls.h"
+#include "wren/core/PluginEvents.h"
+#include "wren/core/PreferencePanels.h"
+#include "wren/core/SettingsStore.h"
+#include "wren/core/Worksheet.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+class BWindow;
+
+namespace wren {
+
+class Face;
+class HostWitness;
+class PluginBundle;
+
+// How a key stroke went until the host would apply it to the text.
+struct KeyRouting {
+    long returned = 0;    // the plug-in's answer to the key
+    bool applies = false; // the face should do what the key does, and then send KeyTyped() or PrimitiveDone()
+};
+
+// Makes be_app. Document thread, which is the one that makes it; at most one at a time.
+class Host : private ApplicationClient {
+public:
+    // Borrows all but the file's name, "" for settings that are kept nowhere.
+    Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::string& settingsFile);
+    ~Host() override; // shuts down if that was not done
+
+    // Makes the user's cache directory, has the plug-in register itself and gives it its stored settings. What goes wrong
+    // with either is told by Face::Warn and stops nothing.
+    void Start();
+
+    // Closes what is open, waits for what still loads in the background, and unloads the plug-in. Idempotent.
+    void ShutDown();
+
+    // Opens a document, or goes to it when it is open already, and makes it the current one. 'text' takes the place of the
+    // file's content. Null, with the reason in '*error', when the file cannot be read; nothing has changed then.
+    Document* Open(const std::string& path, const std::optional<std::string>& text, bool worksheet, std::string* error);
+    void MakeCurrent(Document& document);
+
+    KeyRouting RouteKey(const KeyStroke& key);
+    std::optional<std::string> Undo(); // the name of what the current document took back; nothing when there is nothing
+
+    // The user opens the menu "Search" and picks that item: its command runs if it is enabled. Answers whether it is;
+    // nothing when there is no such item.
+    std::optional<bool> ChooseFromSearchMenu(const std::string& label);
+
+    // The panel's window, shown. With an empty identifier, the first panel that the plug-in has registered.
+    BWindow* OpenPreferences(const std::string& identifier, long* returned);
+
+    bool SaveSettings(std::string* error); // false, with the reason, when the file could not be written
+
+    // Delivers all messages and waits for background loads and tags generation; false at the time limit.
+    bool WaitForBackground(std::chrono::milliseconds limit) { return background.WaitUntilIdle(limit); }
+
+    Documents& AllDocuments() { return documents; }
+    Document* Current() { return documents.Current(); }
+    CommandTable& Commands() { return commands; }
+    Menus& MenuBar() { return menus; }
+    const Worksheet& TheWorksheet() const { return worksheet; }
+    PluginBundle& Bundle() { return bundle; }
+    PluginEvents& Events() { return events; }
+    bool IsUnloaded() const { return calls.IsUnloaded(); }
+
+private:
+    void MessageForDocument(long document, const BMessage& message) override;
+    void MessageForFrontDocument(const BMessage& message) override;
+    void OpenMatch(const std::string& path, long line) override;
+    void MakeCacheDirectory();
+    void SendStoredSettings();
+
+    PluginBundle& bundle;
+    Face& face;
+    BackgroundWork background;
+    std::unique_ptr<HostApplication> application;
+    Menus menus;
+    Documents documents;
+    CommandTable commands;
+    SettingsStore settings;
+    Worksheet worksheet;
+    PreferencePanels panels;
+    PluginCalls calls;
+    PluginEvents events;
+    bool started = false;
+};
+
+} // namespace wren

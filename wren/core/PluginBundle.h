@@ -1,0 +1,42 @@
+// The plug-in's bundle: a directory that holds its library, its resources and its Info.plist.
+#pragma once
+
+#include "vetch/storage/Bundle.h"
+
+#include <memory>
+#include <string>
+
+class PluginInterface;
+
+namespace wren {
+
+// A loaded bundle. It is never unmapped: windows and threads may still run its code when the host lets go of it.
+class PluginBundle {
+public:
+    // Null when it cannot be used; '*error' then names what is missing: the directory, the library or the symbol.
+    static std::unique_ptr<PluginBundle> Load(const std::string& directory, std::string* error);
+
+    // Beside the program, or in ../lib/wren from there; the first of the two when there is none.
+    static std::string DefaultDirectory();
+
+    long Main(long event, PluginInterface* record) const { return main(event, record); }
+    std::string Help() const;
+
+    // From Info.plist; "" when that is missing or names none.
+    const std::string& Identifier() const { return identifier; }
+    __CFBundle* Directory() { return &bundle; }
+    const void* CodeAddress() const; // somewhere in its library
+
+private:
+    using MainFunction = long (*)(long, PluginInterface*);
+    using HelpFunction = const char* (*)();
+
+    PluginBundle(const std::string& directory, MainFunction main, HelpFunction help);
+
+    __CFBundle bundle;
+    MainFunction main;
+    HelpFunction help;
+    std::string identifier;
+};
+
+} // namespace wren

@@ -1,0 +1,124 @@
+#include "wren/core/SettingsStore.h"
+
+#include "wren/core/Documents.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace wren {
+
+namespace {
+
+std::vector<std::string> SplitLines(const std::string& text)
+{
+    std::vector<std::string> lines;
+    for (size_t start = 0; start < text.size();) {
+        const size_t end = std::min(text.find('\n', start), text.size());
+        lines.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    return lines;
+}
+
+bool Exists(const std::string& path)
+{
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0;
+}
+
+// Readers see either the old file or the whole new one. A link to the file stays a link.
+bool WriteAtOnce(const std::string& link, const std::string& text, std::string* error)
+{
+    std::error_code unresolved;
+    const std::filesystem::path target = std::filesystem::canonical(link, unresolved);
+    const std::string path = unresolved ? link : target.string();
+    const std::string temporary = path + ".new";
+    FILE* file = std::fopen(temporary.c_str(), "wb");
+    if (file == nullptr) {
+        *error = temporary + ": " + std::strerror(errno);
+        return false;
+    }
+    const bool complete = std::fwrite(text.data(), 1, text.size(), file) == text.size();
+    const bool closed = std::fclose(file) == 0;
+    if (complete && closed && std::rename(temporary.c_str(), path.c_str()) == 0)
+        return true;
+    *error = path + ": " + std::strerror(errno);
+    ::unlink(temporary.c_str());
+    return false;
+}
+
+} // namespace
+
+std::vector<std::string> SplitAtBlanks(const std::string& line)
+{
+    std::vector<std::string> words;
+    for (size_t start = line.find_first_not_of(' '); start != std::string::npos;) {
+        const size_t end = std::min(line.find(' ', start), line.size());
+        words.push_back(line.substr(start, end - start));
+        start = line.find_first_not_of(' ', end);
+    }
+    return words;
+}
+
+SettingsStore::SettingsStore(std::string file) : file(std::move(file)) {}
+
+bool SettingsStore::Load(std::vector<std::string>* lines, std::string* error)
+{
+    lines->clear();
+    if (file.empty() || !Exists(file))
+        return true;
+    const std::optional<std::string> stored = ReadWholeFile(file, error);
+    if (!stored)
+        return false;
+    for (std::string& line : SplitLines(*stored))
+        if (!SplitAtBlanks(line).empty())
+            lines->push_back(std::move(line));
+    return true;
+}
+
+void SettingsStore::BeginSave()
+{
+    saving = true;
+    written.clear();
+}
+
+void SettingsStore::Write(const std::string& text)
+{
+    if (saving)
+        written += text;
+}
+
+bool SettingsStore::EndSave(std::string* error)
+{
+    saving = false;
+    if (file.empty())
+        return true;
+    std::string kept;
+    if (Exists(file)) {
+        const std::optional<std::string> stored = ReadWholeFile(file, error);
+        if (!stored)
+            return false;
+        kept = WithoutRegistered(*stored);
+    }
+    return WriteAtOnce(file, kept + written, error);
+}
+
+std::string SettingsStore::WithoutRegistered(const std::string& stored) const
+{
+    std::string kept;
+    for (const std::string& line : SplitLines(stored)) {
+        const std::vector<std::string> words = SplitAtBlanks(line);
+        if (words.empty() || !names.contains(words.front()))
+            kept += line + "\n";
+    }
+    return kept;
+}
+
+} // namespace wren
