@@ -1,0 +1,12 @@
+// The commands of the program: each adds itself to the command line, and leaves its exit status in '*status'.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace wren {
+
+void AddScriptCommand(CLI::App& app, int* status);
+
+} // namespace wren

@@ -1,0 +1,87 @@
+#include "wren/script/GridFace.h"
+
+#include "wren/core/Document.h"
+#include "wren/script/Utf8.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string_view>
+
+namespace wren {
+
+namespace {
+
+struct Cell {
+    float column;
+    float line;
+};
+
+// The cell of the character that 'offset' is in.
+Cell CellOf(const Document& document, long offset)
+{
+    offset = std::clamp(offset, 0L, document.Length());
+    const long line = document.LineAt(offset);
+    const long start = document.LineStart(line);
+    std::string_view rest = std::string_view(document.Text()).substr(start);
+    long column = 0;
+    for (long at = start; at < offset; ++column) {
+        const long length = CharacterLength(rest);
+        if (at + length > offset)
+            break;
+        at += length;
+        rest.remove_prefix(length);
+    }
+    return {static_cast<float>(column), static_cast<float>(line)};
+}
+
+// A coordinate as a whole number of cells, kept within what a long can hold.
+long CellsIn(float coordinate, float cell)
+{
+    return static_cast<long>(std::clamp(std::floor(coordinate / cell), 0.0f, 1e9f));
+}
+
+} // namespace
+
+BRect GridFace::DocumentWindowFrame() const
+{
+    return {40, 60, 760, 700};
+}
+
+BRect GridFace::TextBounds(const Document&) const
+{
+    return {0, 0, 700, 600};
+}
+
+BRect GridFace::ButtonFrame(const Document&) const
+{
+    return {8, 4, 24, 20};
+}
+
+BPoint GridFace::PointAt(const Document& document, long offset) const
+{
+    const Cell cell = CellOf(document, offset);
+    return {kFirstBaseline.x + kCellWidth * cell.column, kFirstBaseline.y + kCellHeight * cell.line};
+}
+
+long GridFace::OffsetAt(const Document& document, BPoint where) const
+{
+    const long line = CellsIn(where.y, kCellHeight);
+    const long start = document.LineStart(line);
+    if (start == document.Length())
+        return start;
+    std::string_view rest = std::string_view(document.Text()).substr(start, document.LineEnd(line) - start);
+    long offset = start;
+    for (long column = CellsIn(where.x, kCellWidth); column > 0 && !rest.empty(); --column) {
+        offset += CharacterLength(rest);
+        rest.remove_prefix(CharacterLength(rest));
+    }
+    return offset;
+}
+
+BPoint GridFace::CellCentre(const Document& document, long offset) const
+{
+    const Cell cell = CellOf(document, offset);
+    return {kCellWidth * cell.column + 3, kCellHeight * cell.line + 7};
+}
+
+} // namespace wren

@@ -1,0 +1,18 @@
+// The script face: lines on standard input, answers on standard output.
+#pragma once
+
+#include <string>
+
+namespace wren {
+
+struct ScriptOptions {
+    std::string bundle;   // "" for the default one
+    std::string home;     // "" for the environment's
+    std::string settings; // "" for none
+};
+
+// Answers the exit status: 0 when every line was carried out, 1 when one was not, 2 when the bundle cannot be used. Call it
+// once in a process: standard output is standard error from then on.
+int RunScript(const ScriptOptions& options);
+
+} // namespace wren

@@ -1,0 +1,28 @@
+// The headless display, with menus that are answered by a label as well as by an index.
+#pragma once
+
+#include "vetch/display/HeadlessDisplay.h"
+
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace wren {
+
+using MenuChoice = std::variant<long, std::string>; // a row's index, or its label
+
+class ScriptDisplay : public vetch::HeadlessDisplay {
+public:
+    using HeadlessDisplay::HeadlessDisplay;
+
+    // The answer to the next menu; nothing dismisses it. A row that is not there or not enabled cannot be chosen: the
+    // menu is dismissed then.
+    void ChooseNext(std::optional<MenuChoice> choice) { next = std::move(choice); }
+
+    std::optional<long> RunMenu(const vetch::MenuDescription& menu) override;
+
+private:
+    std::optional<MenuChoice> next; // document thread
+};
+
+} // namespace wren

@@ -1,0 +1,87 @@
+#include "wren/script/ScriptSession.h"
+
+#include "vetch/app/Loop.h"
+#include "vetch/support/Clock.h"
+
+#include <cstdio>
+
+namespace wren {
+
+namespace {
+
+constexpr bigtime_t kClockAtStart = 1'000'000;
+
+// The host behind it makes the application and windows, so the framework is set up for them first.
+vetch::HeadlessDisplay& SetUp(vetch::HeadlessDisplay& display)
+{
+    vetch::UseVirtualClock(kClockAtStart);
+    vetch::SetTurns(true);
+    vetch::SetDisplay(&display);
+    return display;
+}
+
+} // namespace
+
+void ScriptFace::OpenMatch(const std::string& path, long line)
+{
+    log.Add(Json::array({"open", JsonText(path), line}));
+}
+
+void ScriptFace::Warn(const std::string& text)
+{
+    std::fprintf(stderr, "wren: %s\n", text.c_str());
+}
+
+ScriptSession::ScriptSession(PluginBundle& bundle, const std::string& settingsFile)
+    : display(&log), face(log), host((SetUp(display), bundle), face, log, settingsFile)
+{
+    host.Start();
+}
+
+ScriptSession::~ScriptSession()
+{
+    host.ShutDown();
+}
+
+Json ScriptSession::Answer(const std::string& line)
+{
+    const Json object = Json::parse(line, nullptr, false);
+    Json answer = object.is_object() ? Carry(object) : Json{{"ok", false}, {"error", "the line is not a JSON object"}};
+    Settle();
+    answer["log"] = log.Take();
+    return answer;
+}
+
+Document& ScriptSession::NeedDocument()
+{
+    Document* document = host.Current();
+    if (document == nullptr)
+        throw LineError{"document is missing: none is open"};
+    return *document;
+}
+
+void ScriptSession::Settle()
+{
+    vetch::Settle();
+}
+
+Json ScriptSession::Carry(const Json& object)
+{
+    Json answer = Json::object();
+    if (object.contains("id"))
+        answer["id"] = object["id"];
+    answer["ok"] = true;
+    try {
+        const Line line(object);
+        const LineHandler handler = FindLineHandler(line.Text("do"));
+        if (handler == nullptr)
+            throw line.Error("do", "is unknown: \"" + line.Text("do") + "\"");
+        handler(*this, line, answer);
+    } catch (const LineError& error) {
+        answer["ok"] = false;
+        answer["error"] = error.text;
+    }
+    return answer;
+}
+
+} // namespace wren

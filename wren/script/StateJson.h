@@ -1,0 +1,13 @@
+// What there is to see: the document, the plug-in's windows, the menu.
+#pragma once
+
+#include "wren/script/ScriptLog.h"
+
+namespace wren {
+
+class Host;
+
+// Of a settled session.
+Json StateJson(Host& host, const vetch::HeadlessDisplay& display);
+
+} // namespace wren
