@@ -1,0 +1,151 @@
+#include "wren/core/SettingsStore.h"
+
+#include "tests/support/TempDirectory.h"
+#include "wren/core/Documents.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using ::testing::ElementsAre;
+using wren::SettingsStore;
+
+namespace {
+
+std::string Content(const std::string& path)
+{
+    std::string error;
+    return wren::ReadWholeFile(path, &error).value_or("(" + error + ")");
+}
+
+std::vector<std::string> Loaded(const std::string& path)
+{
+    std::vector<std::string> lines;
+    std::string error;
+    EXPECT_TRUE(SettingsStore(path).Load(&lines, &error)) << error;
+    return lines;
+}
+
+} // namespace
+
+TEST(SplitAtBlanks, Cases)
+{
+    const struct {
+        const char* why;
+        const char* line;
+        std::vector<std::string> words;
+    } kCases[] = {
+        {"a switch", "DeclAutoComplete off", {"DeclAutoComplete", "off"}},
+        {"runs of blanks are one", " a   b  c ", {"a", "b", "c"}},
+        {"backslashes and quotes stay", "a x\\ y \"b c\" 'd'", {"a", "x\\", "y", "\"b", "c\"", "'d'"}},
+        {"a tab is part of a word", "a b\tc", {"a", "b\tc"}},
+        {"an empty value leaves the name alone", "DeclIndexSuffixes ", {"DeclIndexSuffixes"}},
+        {"nothing", "   ", {}},
+    };
+    for (const auto& each : kCases)
+        EXPECT_EQ(wren::SplitAtBlanks(each.line), each.words) << each.why;
+}
+
+TEST(SettingsStore, LoadsEveryLineThatHoldsAnything)
+{
+    const TempDirectory directory;
+    const std::string odd = "a 1\n\n   \nb \"x y\nno value\n" + std::string(5000, 'z') + " long\nlast without end";
+    const std::string file = directory.Write("settings", odd);
+    EXPECT_THAT(Loaded(file),
+                ElementsAre("a 1", "b \"x y", "no value", std::string(5000, 'z') + " long", "last without end"));
+}
+
+TEST(SettingsStore, KeepsNulBytesAndBytesThatAreNoText)
+{
+    const TempDirectory directory;
+    const std::string bytes("a \0\xff\n", 5);
+    EXPECT_THAT(Loaded(directory.Write("settings", bytes)), ElementsAre(std::string("a \0\xff", 4)));
+}
+
+TEST(SettingsStore, LoadsNothingWhereThereIsNoFile)
+{
+    const TempDirectory directory;
+    EXPECT_THAT(Loaded(directory / "missing"), ElementsAre());
+    EXPECT_THAT(Loaded(""), ElementsAre());
+}
+
+TEST(SettingsStore, SaysWhyAFileCannotBeRead)
+{
+    const TempDirectory directory;
+    std::vector<std::string> lines;
+    std::string error;
+    EXPECT_FALSE(SettingsStore(directory.Path()).Load(&lines, &error));
+    EXPECT_THAT(error, ::testing::HasSubstr("Is a directory"));
+}
+
+TEST(SettingsStore, RewritesRegisteredLinesAndKeepsThoseOfOthers)
+{
+    const TempDirectory directory;
+    const std::string file = directory.Write("settings", "mine 1\nTheirs  \"a\\ b\"\n\nmine 2\nlast");
+    SettingsStore store(file);
+    store.Register("mine");
+    store.Register("absent");
+    store.BeginSave();
+    store.Write("mine 3\n");
+    std::string error;
+    EXPECT_TRUE(store.EndSave(&error)) << error;
+    EXPECT_EQ(Content(file), "Theirs  \"a\\ b\"\n\nlast\nmine 3\n");
+}
+
+TEST(SettingsStore, RemovesLinesThatAreNotWrittenAgain)
+{
+    const TempDirectory directory;
+    const std::string file = directory.Write("settings", "mine 1\n");
+    SettingsStore store(file);
+    store.Register("mine");
+    store.BeginSave();
+    std::string error;
+    EXPECT_TRUE(store.EndSave(&error));
+    EXPECT_EQ(Content(file), "");
+}
+
+TEST(SettingsStore, WritesNothingOutsideASaveAndNothingWithoutAFile)
+{
+    const TempDirectory directory;
+    const std::string file = directory.Write("settings", "");
+    SettingsStore store(file);
+    store.Write("stray 1\n");
+    store.BeginSave();
+    std::string error;
+    EXPECT_TRUE(store.EndSave(&error));
+    EXPECT_EQ(Content(file), "");
+
+    SettingsStore kept("");
+    kept.BeginSave();
+    kept.Write("a 1\n");
+    EXPECT_TRUE(kept.EndSave(&error));
+}
+
+TEST(SettingsStore, LeavesTheFileAloneWhenItCannotWrite)
+{
+    const TempDirectory directory;
+    const std::string file = directory.Write("settings", "mine 1\n");
+    std::filesystem::create_directory(file + ".new"); // where the new file would be written first
+    SettingsStore store(file);
+    store.Register("mine");
+    store.BeginSave();
+    store.Write("mine 2\n");
+    std::string error;
+    EXPECT_FALSE(store.EndSave(&error));
+    EXPECT_THAT(error, ::testing::HasSubstr(file));
+    EXPECT_EQ(Content(file), "mine 1\n");
+}
+
+TEST(SettingsStore, WritesThroughALink)
+{
+    const TempDirectory directory;
+    const std::string file = directory.Write("real", "");
+    std::filesystem::create_symlink(file, directory / "link");
+    SettingsStore store(directory / "link");
+    store.BeginSave();
+    store.Write("a 1\n");
+    std::string error;
+    EXPECT_TRUE(store.EndSave(&error)) << error;
+    EXPECT_TRUE(std::filesystem::is_symlink(directory / "link"));
+    EXPECT_EQ(Content(file), "a 1\n");
+}

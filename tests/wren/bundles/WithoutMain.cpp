@@ -1,0 +1,5 @@
+// A library that lacks the first of the two symbols.
+extern "C" const char* PluginHelp()
+{
+    return "";
+}
