@@ -8,6 +8,10 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
 endif()
 
 add_compile_options(-Wall -Wextra)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # It warns of overlaps inside its own strings that are not there.
+    add_compile_options(-Wno-restrict)
+endif()
 if(WREN_WERROR)
     add_compile_options(-Werror)
 endif()
