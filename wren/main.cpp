@@ -15,6 +15,7 @@ int main(int argc, char** argv)
     app.set_version_flag("--version", std::string("wren ") + WREN_VERSION);
     app.require_subcommand(1);
     int status = 0;
+    wren::AddLookupCommand(app, &status);
     wren::AddScriptCommand(app, &status);
     try {
         app.parse(argc, argv);

@@ -7,6 +7,7 @@ class App;
 
 namespace wren {
 
+void AddLookupCommand(CLI::App& app, int* status);
 void AddScriptCommand(CLI::App& app, int* status);
 
 } // namespace wren

@@ -1,0 +1,238 @@
+// The program as a user runs it.
+#include "tests/support/RunProgram.h"
+#include "tests/support/TempDirectory.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+
+namespace {
+
+// A small source tree with its tags and a home of its own.
+class LookupCommand : public ::testing::Test {
+protected:
+    LookupCommand()
+    {
+        tree.Write("src/shape.h", "struct Shape {\n    int Area();\n};\nint Area(int side);\n");
+        tree.Write("src/shape.cpp", "#include \"shape.h\"\n\nint Area(int side)\n{\n    return side;\n}\n");
+        tree.Write("src/one.c", "int only;\n\n\n  +  \n");
+        tree.Write("tags", "Area\tsrc/shape.cpp\t3;\"\tf\n"
+                           "Area\tsrc/shape.h\t2;\"\tp\tstruct:Shape\n"
+                           "Area\tsrc/shape.h\t4;\"\tp\n"
+                           "Shape\tsrc/shape.h\t1;\"\ts\n"
+                           "only\tsrc/one.c\t1;\"\tv\n"
+                           "operator==\tsrc/shape.cpp\t5;\"\tf\n"
+                           "putBook:onLevel:\tsrc/one.c\t2;\"\tm\n");
+        tree.Write("home/.keep", "");
+    }
+
+    ProgramRun Run(std::vector<std::string> words, const std::map<std::string, std::string>& changes = {})
+    {
+        std::vector<std::string> command{WREN_PROGRAM, "lookup", "--home", tree / "home"};
+        command.insert(command.end(), words.begin(), words.end());
+        return RunProgram(command, tree.Path(), changes);
+    }
+
+    // A match as it is printed.
+    std::string At(const std::string& file, int line, const std::string& item) const
+    {
+        return tree / file + ":" + std::to_string(line) + ": " + item + "\n";
+    }
+
+    TempDirectory tree;
+};
+
+} // namespace
+
+TEST_F(LookupCommand, PrintsEveryMatchInTheOrderOfTheList)
+{
+    const ProgramRun run = Run({"src/shape.cpp:3:5"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.output, At("src/shape.cpp", 3, "Area - shape.cpp") + At("src/shape.h", 2, "Shape::Area - shape.h") +
+                              At("src/shape.h", 4, "Area - shape.h"));
+    EXPECT_EQ(run.errors, "");
+}
+
+TEST_F(LookupCommand, PrintsTheOnlyMatchAsTheListWouldShowIt)
+{
+    EXPECT_EQ(Run({"src/one.c:1:5"}).output, At("src/one.c", 1, "only - one.c"));
+}
+
+TEST_F(LookupCommand, TellsDeclarationsAndDefinitionsApart)
+{
+    EXPECT_EQ(Run({"src/shape.cpp:3:5", "--definition"}).output, At("src/shape.cpp", 3, "Area - shape.cpp"));
+    EXPECT_EQ(Run({"src/shape.cpp:3:5", "--declaration"}).output,
+              At("src/shape.h", 2, "Shape::Area - shape.h") + At("src/shape.h", 4, "Area - shape.h"));
+    EXPECT_EQ(Run({"src/shape.cpp:3:5", "--declaration", "--definition"}).status, 2);
+}
+
+TEST_F(LookupCommand, TakesTheFirstIdentifierOfALineWithoutAColumn)
+{
+    EXPECT_EQ(Run({"src/shape.h:1"}).status, 1) << "struct is no tag";
+    EXPECT_EQ(Run({"--symbol", "Shape"}).output, At("src/shape.h", 1, "struct Shape - shape.h"));
+}
+
+TEST_F(LookupCommand, LooksUpNamesSelectorsAndWhatOnlyTheDialogTakes)
+{
+    EXPECT_EQ(Run({"--symbol", "Shape::Area"}).output, At("src/shape.h", 2, "Shape::Area - shape.h"));
+    EXPECT_EQ(Run({"--symbol", "putBook:"}).output, At("src/one.c", 2, "putBook:onLevel: - one.c"));
+    EXPECT_EQ(Run({"--symbol", "operator=="}).output, At("src/shape.cpp", 5, "operator== - shape.cpp"));
+    const ProgramRun filtered = Run({"--symbol", "operator==", "--definition"});
+    EXPECT_EQ(filtered.status, 2);
+    EXPECT_NE(filtered.errors.find("operator=="), std::string::npos);
+}
+
+TEST_F(LookupCommand, LooksUpANameInAnotherDirectory)
+{
+    const ProgramRun run =
+        RunProgram({WREN_PROGRAM, "lookup", "--symbol", "only", "--in", tree / "src", "--home", tree / "home"}, "/");
+    EXPECT_EQ(run.output, At("src/one.c", 1, "only - one.c")) << run.errors;
+    EXPECT_EQ(Run({"--symbol", "only", "--in", "nowhere"}).status, 2);
+}
+
+TEST_F(LookupCommand, SaysWhatFoundNothing)
+{
+    const ProgramRun name = Run({"--symbol", "Circle"});
+    EXPECT_EQ(name.status, 1);
+    EXPECT_EQ(name.output, "");
+    EXPECT_EQ(name.errors, "wren: nothing in the tags files matches \"Circle\"\n");
+    const ProgramRun blank = Run({"src/one.c:4:1"});
+    EXPECT_EQ(blank.status, 1);
+    EXPECT_EQ(blank.errors, "wren: there is no symbol at src/one.c:4:1\n");
+}
+
+TEST_F(LookupCommand, SaysTheRemedyWhenNoTagsServe)
+{
+    const TempDirectory bare;
+    bare.Write("a.c", "int a;\n");
+    const ProgramRun run = RunProgram({WREN_PROGRAM, "lookup", bare / "a.c:1:5", "--home", tree / "home"}, bare.Path());
+    EXPECT_EQ(run.status, 3);
+    EXPECT_NE(run.errors.find("(cd " + bare.Path() + " && ctags "), std::string::npos) << run.errors;
+    EXPECT_EQ(run.output, "");
+}
+
+TEST_F(LookupCommand, UsesTheSystemTagsItIsGiven)
+{
+    const TempDirectory system;
+    system.Write("sys.h", "int read();\n");
+    system.Write("headers.tags", "read\tsys.h\t1;\"\tp\n");
+    const ProgramRun run = Run({"--symbol", "read", "--system-tags", system / "headers.tags"});
+    EXPECT_EQ(run.output, system / "sys.h" + ":1: read - sys.h\n") << run.errors;
+    const ProgramRun missing = Run({"--symbol", "read", "--system-tags", "none.tags"});
+    EXPECT_EQ(missing.status, 2);
+    EXPECT_NE(missing.errors.find("none.tags"), std::string::npos);
+}
+
+TEST_F(LookupCommand, RefusesWhatItDoesNotUnderstand)
+{
+    const std::vector<std::vector<std::string>> kWrong = {{},
+                                                          {"src/one.c"},
+                                                          {"src/one.c:1", "--symbol", "x"},
+                                                          {"--bogus"},
+                                                          {"src/one.c:1", "--in", "src"},
+                                                          {"a:1", "b:1"}};
+    for (const auto& words : kWrong) {
+        const ProgramRun run = Run(words);
+        EXPECT_EQ(run.status, 2) << (words.empty() ? "nothing" : words[0]);
+        EXPECT_NE(run.errors, "") << (words.empty() ? "nothing" : words[0]);
+        EXPECT_EQ(run.output, "") << (words.empty() ? "nothing" : words[0]);
+    }
+}
+
+TEST_F(LookupCommand, RefusesPlacesBeyondTheTextAndFilesThatCannotBeRead)
+{
+    struct Case {
+        const char* place;
+        const char* said;
+    };
+    for (const Case& c :
+         {Case{"src/one.c:99", "src/one.c has only 5 lines"}, Case{"src/one.c:1:99", "src/one.c:1 has only 9 columns"},
+          Case{"src/gone.c:1", "gone.c"}, Case{"src:1", "src"}}) {
+        const ProgramRun run = Run({c.place});
+        EXPECT_EQ(run.status, 2) << c.place;
+        EXPECT_NE(run.errors.find(c.said), std::string::npos) << c.place << ": " << run.errors;
+    }
+}
+
+TEST_F(LookupCommand, TellsWhyTheTagsFileCouldNotAnswer)
+{
+    struct Case {
+        const char* tags;
+        const char* said;
+    };
+    for (const Case& c : {Case{"", "is empty"}, Case{"only\tsrc/one.c\t/^int only;$/;\"\tv\n", "has no line numbers"},
+                          Case{"f\tsrc/one.c\t1;\"\tp\tclass:A\ttyperef:typename:int\n", "fields behind its scopes"}}) {
+        tree.Write("tags", c.tags);
+        const ProgramRun run = Run({"--symbol", "A::f"});
+        EXPECT_EQ(run.status, 1) << c.said;
+        EXPECT_NE(run.errors.find(c.said), std::string::npos) << run.errors;
+    }
+    std::filesystem::remove(tree / "tags");
+    std::filesystem::create_directory(tree / "tags");
+    EXPECT_NE(Run({"--symbol", "f"}).errors.find("is a directory"), std::string::npos);
+}
+
+TEST_F(LookupCommand, SaysWhenThereMayBeMoreThanTheListHolds)
+{
+    std::string lines;
+    for (int line = 1; line <= 45; ++line)
+        lines += "many\tsrc/one.c\t" + std::to_string(line) + ";\"\tv\n";
+    tree.Write("tags", lines);
+    const ProgramRun run = Run({"--symbol", "many"});
+    EXPECT_EQ(std::count(run.output.begin(), run.output.end(), '\n'), 41);
+    EXPECT_NE(run.errors.find("41"), std::string::npos);
+}
+
+TEST_F(LookupCommand, WorksWithoutAHomeAndWithOneThatCannotBeWritten)
+{
+    const ProgramRun without = RunProgram({WREN_PROGRAM, "lookup", "src/one.c:1:5"}, tree.Path(), {{"HOME", ""}});
+    EXPECT_EQ(without.status, 0);
+    EXPECT_EQ(without.output, At("src/one.c", 1, "only - one.c"));
+    tree.Write("file", "");
+    const ProgramRun broken =
+        RunProgram({WREN_PROGRAM, "lookup", "src/one.c:1:5", "--home", tree / "file"}, tree.Path());
+    EXPECT_EQ(broken.status, 0);
+    EXPECT_EQ(broken.output, At("src/one.c", 1, "only - one.c"));
+}
+
+TEST_F(LookupCommand, LeavesSourceTagsAndHomeAsTheyWere)
+{
+    const auto content = [&] { return RunProgram({"/bin/ls", "-lR", "--time-style=full-iso"}, tree / "src").output; };
+    const std::string before = content();
+    Run({"src/shape.cpp:3:5"});
+    EXPECT_EQ(content(), before);
+}
+
+TEST_F(LookupCommand, NamesABundleThatIsMissing)
+{
+    const ProgramRun run = Run({"src/one.c:1", "--bundle", tree / "None.bundle"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_NE(run.errors.find("None.bundle"), std::string::npos);
+}
+
+TEST_F(LookupCommand, ColoursOnATerminalOnly)
+{
+    EXPECT_EQ(Run({"src/one.c:1:5"}, {{"TERM", "xterm"}}).output.find('\x1b'), std::string::npos);
+    const std::string command = WREN_PROGRAM " lookup src/one.c:1:5 --home " + (tree / "home");
+    const auto onTerminal = [&](const char* terminal, const char* noColour) {
+        return RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path(),
+                          {{"TERM", terminal}, {"NO_COLOR", noColour}})
+            .output;
+    };
+    EXPECT_NE(onTerminal("xterm", "").find("\x1b[35m" + (tree / "src/one.c") + "\x1b[0m:\x1b[32m1\x1b[0m: only"),
+              std::string::npos);
+    EXPECT_EQ(onTerminal("dumb", "").find('\x1b'), std::string::npos);
+    EXPECT_EQ(onTerminal("xterm", "1").find('\x1b'), std::string::npos);
+}
+
+TEST(Program, ExplainsItself)
+{
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{WREN_PROGRAM, "--help"}, {WREN_PROGRAM, "lookup", "--help"}}) {
+        const ProgramRun run = RunProgram(words, "/");
+        EXPECT_EQ(run.status, 0);
+        EXPECT_NE(run.output.find("lookup"), std::string::npos);
+    }
+    EXPECT_EQ(RunProgram({WREN_PROGRAM, "--version"}, "/").output.substr(0, 5), "wren ");
+    EXPECT_EQ(RunProgram({WREN_PROGRAM}, "/").status, 2);
+}

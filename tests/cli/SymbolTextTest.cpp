@@ -1,0 +1,60 @@
+#include "wren/cli/SymbolText.h"
+
+#include "scan/SelectionScanner.h"
+#include "tests/support/FakeHost.h"
+
+#include <gtest/gtest.h>
+
+namespace wren {
+
+namespace {
+
+struct Case {
+    const char* why;
+    const char* symbol;
+    const char* pattern; // what an editor's lookup takes from the text; null: it cannot be written in a text
+};
+
+const Case kCases[] = {
+    {"a name", "strcpy", "strcpy"},
+    {"a qualified name", "Outer::Inner::name", "Outer::Inner::name"},
+    {"template arguments", "TagWindow<Tags>::FitList", "TagWindow<Tags>::FitList"},
+    {"template arguments at the end", "vector<int>", "vector<int>"},
+    {"nested template arguments", "map<K, vector<V>>::value_type", "map<K, vector<V>>::value_type"},
+    {"the scope that everything is in is left out", "std::string", "string"},
+    {"a selector of one piece", "addObject:", "addObject:"},
+    {"a selector of two pieces", "setObject:forKey:", "setObject:forKey:"},
+    {"pieces of one letter", "a:b:c:", "a:b:c:"},
+    {"an operator", "operator==", nullptr},
+    {"a destructor", "~View", nullptr},
+    {"nothing", "", nullptr},
+    {"a blank", "two words", nullptr},
+};
+
+} // namespace
+
+TEST(SymbolText, IsATextInWhichTheSymbolIsFound)
+{
+    for (const Case& c : kCases) {
+        const std::optional<SymbolText> written = TextForSymbol(c.symbol);
+        ASSERT_EQ(written.has_value(), c.pattern != nullptr) << c.why;
+        if (!written)
+            continue;
+        FakeHost host;
+        host.text = written->text;
+        long start = 0;
+        long end = 0;
+        std::string pattern;
+        EXPECT_TRUE(ScanForSuggestionPattern(&host, written->caret, written->caret, start, end, pattern, false))
+            << c.why;
+        EXPECT_EQ(pattern, c.pattern) << c.why;
+    }
+}
+
+TEST(SymbolText, RefusesWhatNoEditorWouldScan)
+{
+    EXPECT_TRUE(TextForSymbol(std::string(1024, 'x')).has_value());
+    EXPECT_FALSE(TextForSymbol(std::string(1025, 'x')).has_value());
+}
+
+} // namespace wren

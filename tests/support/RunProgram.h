@@ -1,0 +1,56 @@
+// Runs a program as a user's shell would, and keeps what it says.
+#pragma once
+
+#include "tests/support/TempDirectory.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <fstream>
+#include <map>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+struct ProgramRun {
+    int status = -1; // the exit status; -1 when a signal ended it
+    std::string output;
+    std::string errors;
+};
+
+// 'changes' are made to the environment, an empty value removing the variable; 'directory' is where the program runs.
+inline ProgramRun RunProgram(const std::vector<std::string>& words, const std::string& directory,
+                             const std::map<std::string, std::string>& changes = {})
+{
+    const TempDirectory files;
+    const std::string output = files / "output";
+    const std::string errors = files / "errors";
+    const pid_t child = ::fork();
+    if (child == 0) {
+        const auto redirect = [](const std::string& path, int flags, int to) {
+            ::dup2(::open(path.c_str(), flags, 0600), to);
+        };
+        redirect("/dev/null", O_RDONLY, STDIN_FILENO);
+        redirect(output, O_WRONLY | O_CREAT, STDOUT_FILENO);
+        redirect(errors, O_WRONLY | O_CREAT, STDERR_FILENO);
+        for (const auto& [name, value] : changes)
+            value.empty() ? ::unsetenv(name.c_str()) : ::setenv(name.c_str(), value.c_str(), 1);
+        std::vector<char*> arguments;
+        for (const std::string& word : words)
+            arguments.push_back(const_cast<char*>(word.c_str()));
+        arguments.push_back(nullptr);
+        if (::chdir(directory.c_str()) == 0)
+            ::execv(arguments[0], arguments.data());
+        ::_exit(127);
+    }
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0 && errno == EINTR)
+        continue;
+    const auto content = [](const std::string& path) {
+        std::ostringstream text;
+        text << std::ifstream(path, std::ios::binary).rdbuf();
+        return text.str();
+    };
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content(output), content(errors)};
+}

@@ -1,0 +1,165 @@
+#include "wren/cli/Commands.h"
+#include "wren/cli/Lookup.h"
+#include "wren/cli/TagsAdvice.h"
+#include "wren/core/OutputAside.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+
+namespace wren {
+
+namespace {
+
+constexpr int kMatched = 0;
+constexpr int kNoMatch = 1;
+constexpr int kUnusable = 2;
+constexpr int kNoTags = 3;
+
+constexpr const char* kFooter = R"(Matches are printed as "path:line: item", as compilers and grep do, at most 41.
+Without a column, the first identifier of the line is looked up. What matches may be
+a list: functions, classes, macros, selectors; a qualified name matches from its inner
+end ("Inner::f" finds "Outer::Inner::f"), and template arguments are ignored.
+
+Tags come from the nearest file "tags" at or above the source file, and from
+~/Library/Caches/SystemHeaderTags. Make them with Universal Ctags:
+    ctags -R --c-kinds=+p --c++-kinds=+p --excmd=number --fields=-ft .
+
+Exit status: 0 something matched, 1 nothing did, 2 wrong usage or an unreadable file,
+3 no tags file serves the place.
+
+Examples:
+    wren lookup src/main.cpp:12:8
+    wren lookup src/main.cpp:12:8 --definition
+    wren lookup --symbol Outer::Inner::name
+    wren lookup --symbol setObject:forKey: --in src --declaration)";
+
+struct LookupWords {
+    std::string place;
+    std::string symbol;
+    bool declaration = false;
+    bool definition = false;
+    LookupOptions options;
+};
+
+void Complain(const std::string& text)
+{
+    std::fprintf(stderr, "wren: %s\n", text.c_str());
+}
+
+bool WantsColour(const OutputAside& output)
+{
+    const char* terminal = std::getenv("TERM");
+    return output.IsTerminal() && std::getenv("NO_COLOR") == nullptr && terminal != nullptr &&
+           std::string_view(terminal) != "dumb";
+}
+
+std::string Line(const Match& match, bool colour)
+{
+    const std::string line = std::to_string(match.line);
+    if (!colour)
+        return match.path + ":" + line + ": " + match.item + "\n";
+    return "\x1b[35m" + match.path + "\x1b[0m:\x1b[32m" + line + "\x1b[0m: " + match.item + "\n";
+}
+
+std::string WhatWasAsked(const LookupOptions& options)
+{
+    return options.symbol ? "\"" + *options.symbol + "\"" : "what stands at " + options.place->Text();
+}
+
+int PrintMatches(OutputAside& output, const std::vector<Match>& matches)
+{
+    const bool colour = WantsColour(output);
+    for (const Match& match : matches) {
+        if (output.Write(Line(match, colour)))
+            continue;
+        Complain(std::string("cannot write the matches: ") + std::strerror(errno));
+        return kUnusable;
+    }
+    if (matches.size() == kMostMatches)
+        Complain("these are the first " + std::to_string(kMostMatches) + " matches; there may be more");
+    return kMatched;
+}
+
+int Report(OutputAside& output, const LookupOptions& options, const LookupResult& result)
+{
+    using Outcome = LookupResult::Outcome;
+    switch (result.outcome) {
+    case Outcome::Matches:
+        return PrintMatches(output, result.matches);
+    case Outcome::NoTags:
+        Complain(RemedyForNoTags(result.directory));
+        return kNoTags;
+    case Outcome::NothingThere:
+        Complain("there is no symbol at " + options.place->Text());
+        return kNoMatch;
+    case Outcome::NoMatch:
+        Complain("nothing in the tags files matches " + WhatWasAsked(options));
+        for (const std::string& problem : ProblemsWithTags(result.directory))
+            Complain(problem);
+        return kNoMatch;
+    default:
+        Complain(result.error);
+        return kUnusable;
+    }
+}
+
+// The words as options; false when they do not make a question.
+bool Understand(LookupWords& words)
+{
+    if (words.place.empty() == words.symbol.empty()) {
+        Complain("say either FILE:LINE[:COLUMN] or --symbol NAME; see wren lookup --help");
+        return false;
+    }
+    if (!words.options.directory.empty() && words.symbol.empty()) {
+        Complain("--in goes with --symbol");
+        return false;
+    }
+    if (!words.symbol.empty())
+        words.options.symbol = words.symbol;
+    else
+        words.options.place = ParsePlace(words.place);
+    if (!words.options.symbol && !words.options.place) {
+        Complain("\"" + words.place + "\" is not FILE:LINE or FILE:LINE:COLUMN, with numbers from 1");
+        return false;
+    }
+    words.options.kind = words.declaration  ? LookupKind::Declaration
+                         : words.definition ? LookupKind::Definition
+                                            : LookupKind::Any;
+    return true;
+}
+
+int RunLookup(LookupWords& words)
+{
+    if (!Understand(words))
+        return kUnusable;
+    OutputAside output;
+    const LookupResult result = LookUp(words.options);
+    return Report(output, words.options, result);
+}
+
+} // namespace
+
+void AddLookupCommand(CLI::App& app, int* status)
+{
+    CLI::App* command = app.add_subcommand("lookup", "Print where a symbol is declared and defined");
+    auto words = std::make_shared<LookupWords>();
+    command->add_option("place", words->place, "What to look up: FILE:LINE[:COLUMN], from 1, columns in bytes");
+    command->add_option("--symbol", words->symbol, "Look up this name instead");
+    command->add_option("--in", words->options.directory,
+                        "With --symbol: use the tags that serve this directory (default: the current one)");
+    CLI::Option* declaration = command->add_flag("--declaration", words->declaration, "Declarations only");
+    command->add_flag("--definition", words->definition, "Definitions only")->excludes(declaration);
+    command->add_option("--system-tags", words->options.systemTags, "Use this file as the system's tags");
+    command->add_option("--home", words->options.home, "The home directory (default: $HOME)");
+    command->add_option("--bundle", words->options.bundle,
+                        "The plug-in's bundle (default: the one beside this program)");
+    command->footer(kFooter);
+    command->callback([words, status] { *status = RunLookup(*words); });
+}
+
+} // namespace wren

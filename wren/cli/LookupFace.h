@@ -1,0 +1,55 @@
+// The editor's face for one lookup: nobody looks at it, and what the plug-in opens is what was found.
+#pragma once
+
+#include "vetch/display/HeadlessDisplay.h"
+#include "wren/core/Face.h"
+
+#include <string>
+#include <vector>
+
+namespace wren {
+
+struct Match {
+    std::string path;
+    long line = 0;
+    std::string item; // as the list of matches shows it
+};
+
+// Keeps what lists were filled with, shown or not: a single match is opened from a list that no user ever sees.
+class LookupDisplay : public vetch::HeadlessDisplay {
+public:
+    using HeadlessDisplay::HeadlessDisplay;
+
+    void ListItemAdded(vetch::HandlerToken list, long index, const std::string& text) override;
+    std::vector<std::string> LastItems() const; // of the list that was filled last. Any thread
+
+private:
+    mutable std::mutex itemsMutex;
+    vetch::HandlerToken lastList = vetch::kNoHandler;
+    std::vector<std::string> items;
+};
+
+// Document thread.
+class LookupFace : public Face, public vetch::DisplayWitness {
+public:
+    const std::vector<Match>& Opened() const { return opened; } // without their items
+    bool WasAsked() const { return asked; }                     // an alert was shown: there are no tags
+
+    BRect DocumentWindowFrame() const override { return {0, 0, 800, 600}; }
+    BRect TextBounds(const Document&) const override { return {0, 0, 800, 600}; }
+    BRect ButtonFrame(const Document&) const override { return {0, 0, 16, 16}; }
+    BPoint PointAt(const Document&, long) const override { return {0, 0}; }
+    long OffsetAt(const Document&, BPoint) const override { return 0; }
+    MouseState Mouse() const override { return {}; }
+    bool InputPending() const override { return false; }
+    void OpenMatch(const std::string& path, long line) override { opened.push_back({path, line, ""}); }
+    void Warn(const std::string& text) override;
+
+    void AlertAnswered(const vetch::AlertDescription&, long) override { asked = true; }
+
+private:
+    std::vector<Match> opened;
+    bool asked = false;
+};
+
+} // namespace wren

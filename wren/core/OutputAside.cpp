@@ -1,0 +1,33 @@
+#include "wren/core/OutputAside.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace wren {
+
+OutputAside::OutputAside()
+{
+    std::fflush(stdout);
+    output = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+}
+
+bool OutputAside::Write(const std::string& text)
+{
+    for (size_t done = 0; done < text.size();) {
+        const ssize_t count = ::write(output, text.data() + done, text.size() - done);
+        if (count < 0 && errno != EINTR)
+            return false;
+        done += count < 0 ? 0 : static_cast<size_t>(count);
+    }
+    return true;
+}
+
+bool OutputAside::IsTerminal() const
+{
+    return ::isatty(output) == 1;
+}
+
+} // namespace wren

@@ -1,0 +1,22 @@
+// Keeps standard output for the program's own words.
+#pragma once
+
+#include <string>
+
+namespace wren {
+
+// From its making on, descriptor 1 is standard error, so that nothing that the plug-in or a child process prints lands
+// among the program's answers, which go to the original standard output. Children do not get that one. Make it once,
+// before the bundle is loaded.
+class OutputAside {
+public:
+    OutputAside();
+
+    bool Write(const std::string& text); // at once; false, with errno, when it could not be written
+    bool IsTerminal() const;
+
+private:
+    int output;
+};
+
+} // namespace wren
