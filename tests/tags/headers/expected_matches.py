@@ -92,7 +92,9 @@ def pick_patterns(path):
         elif ":" not in name:
             plain.append(name)
             if "::" in qualifier and "\t" not in qualifier and not qualifier.endswith(":"):
-                qualified.append("::".join(qualifier.split("::")[-2:]) + "::" + name)
+                # Editors' lookups leave a leading "std::" out, and would find more with it.
+                scopes = qualifier.removeprefix("std::").split("::")[-2:]
+                qualified.append("::".join(scopes + [name]))
             if kind in "cs" and "<" not in name:
                 templates.append(name + "<int>")
     return (spread(plain, PLAIN) + spread(qualified, QUALIFIED) + spread(selectors, SELECTORS)

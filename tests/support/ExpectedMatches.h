@@ -1,0 +1,32 @@
+// What another program read in the tags of all headers of this machine (tests/tags/headers).
+#pragma once
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+// Each name is a search of the whole file, which takes ten times as long with sanitizers: they try one name in ten.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr size_t kLookupStep = 10;
+#else
+constexpr size_t kLookupStep = 1;
+#endif
+
+struct ExpectedLookup {
+    std::string pattern;
+    std::vector<std::string> matches; // "name kind line file qualifier", between tabs, in the file's order
+};
+
+inline std::vector<ExpectedLookup> ExpectedLookups()
+{
+    std::vector<ExpectedLookup> lookups;
+    std::ifstream file(EXPECTED_MATCHES, std::ios::binary);
+    for (std::string text; std::getline(file, text);) {
+        const std::string rest = text.substr(2);
+        if (text[0] == '?')
+            lookups.push_back({rest, {}});
+        else
+            lookups.back().matches.push_back(rest);
+    }
+    return lookups;
+}
