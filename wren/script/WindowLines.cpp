@@ -10,14 +10,14 @@ namespace {
 
 using WindowState = vetch::HeadlessDisplay::WindowState;
 
-// Throws LineError when no such window is open.
-WindowState NeedWindow(ScriptSession& session, const Line& line)
+// Throws LineError when the user sees no such window.
+long NeedWindow(ScriptSession& session, const Line& line)
 {
     const long number = line.Integer("window");
     for (const WindowState& window : session.Display().Windows())
-        if (window.number == number)
-            return window;
-    throw line.Error("window", "is none that is open: " + std::to_string(number));
+        if (window.number == number && window.visible)
+            return number;
+    throw line.Error("window", "is none that is to be seen: " + std::to_string(number));
 }
 
 void Demand(bool done, const Line& line, const char* field, const char* what)
@@ -50,21 +50,21 @@ void QueueAnswer(ScriptSession& session, const Line& line, Json&)
 void Invoke(ScriptSession& session, const Line& line, Json&)
 {
     const long index = line.Integer("index");
-    const long window = NeedWindow(session, line).number;
+    const long window = NeedWindow(session, line);
     Demand(session.Display().InvokeItem(window, index), line, "index", "is no item of that window's list");
 }
 
 void Mouse(ScriptSession& session, const Line& line, Json&)
 {
     const long index = line.Integer("index");
-    const long window = NeedWindow(session, line).number;
+    const long window = NeedWindow(session, line);
     Demand(session.Display().ClickItem(window, index), line, "index", "is no item of that window's list");
 }
 
 void Press(ScriptSession& session, const Line& line, Json&)
 {
     const long item = line.Integer("item");
-    const long window = NeedWindow(session, line).number;
+    const long window = NeedWindow(session, line);
     Demand(session.Display().Press(window, item), line, "item", "is no button of that window");
 }
 
@@ -72,7 +72,7 @@ void Enter(ScriptSession& session, const Line& line, Json&)
 {
     const long item = line.Integer("item");
     const std::string text = line.Text("text");
-    const long window = NeedWindow(session, line).number;
+    const long window = NeedWindow(session, line);
     Demand(session.Display().Enter(window, item, text), line, "item", "is no text field of that window");
 }
 
@@ -80,13 +80,13 @@ void Check(ScriptSession& session, const Line& line, Json&)
 {
     const long item = line.Integer("item");
     const bool on = line.Flag("on");
-    const long window = NeedWindow(session, line).number;
+    const long window = NeedWindow(session, line);
     Demand(session.Display().Check(window, item, on), line, "item", "is no check box of that window");
 }
 
 void Close(ScriptSession& session, const Line& line, Json&)
 {
-    const long window = NeedWindow(session, line).number;
+    const long window = NeedWindow(session, line);
     Demand(session.Display().Close(window), line, "window", "cannot be closed");
 }
 

@@ -1,0 +1,2 @@
+int puts(const char* text);
+int printf(const char* format, ...);
