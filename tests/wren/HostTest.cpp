@@ -3,6 +3,7 @@
 
 #include "vetch/app/Modifiers.h"
 #include "vetch/interface/BAlert.h"
+#include "vetch/interface/BFilePanel.h"
 #include "vetch/interface/BMenu.h"
 #include "vetch/interface/BMenuBar.h"
 #include "vetch/interface/BMenuItem.h"
@@ -596,6 +597,29 @@ TEST_F(Host, OpensThePanelThatThePluginHasRegistered)
     EXPECT_THAT(display.Windows(), SizeIs(2));
     host->ShutDown();
     EXPECT_THAT(display.Windows(), IsEmpty());
+}
+
+TEST_F(Host, ClosesWhatIsLeftOpenBeforeItUnloadsThePlugin)
+{
+    StartHost();
+    OpenText("/tmp/a.c", "");
+    const BMessenger application(nullptr);
+    size_t openAtUnload = 0;
+    answer = [&](long event, PluginInterface*) {
+        if (event == Event::kCommand) {
+            const BMessage chosen(FourCC("gnlt"));
+            (new BFilePanel(B_OPEN_PANEL, &application, nullptr, B_DIRECTORY_NODE, false, &chosen, nullptr))->Show();
+            new BFilePanel(B_OPEN_PANEL, &application, nullptr, B_DIRECTORY_NODE, false, &chosen, nullptr);
+            new BWindow({0, 0, 100, 100}, "never shown", B_FLOATING_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);
+        }
+        if (event == Event::kUnload)
+            openAtUnload = vetch::Loopers().size();
+        return 0L;
+    };
+    host->Events().Command("any");
+    ASSERT_THAT(vetch::Loopers(), SizeIs(5)) << "the application, the document, two panels and a window";
+    host->ShutDown();
+    EXPECT_EQ(openAtUnload, 1u) << "the application";
 }
 
 // Background work

@@ -15,6 +15,19 @@
 
 namespace wren {
 
+namespace {
+
+// Windows that the framework made for the plug-in are no loopers of the plug-in's library: a file panel that nobody has
+// answered.
+void QuitWhatIsLeft()
+{
+    for (const vetch::LooperToken token : vetch::Loopers())
+        if (BLooper* looper = vetch::FindLooper(token); looper != nullptr && looper != be_app)
+            looper->Quit();
+}
+
+} // namespace
+
 Host::Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::string& settingsFile)
     : bundle(bundle), face(face),
       application(std::make_unique<HostApplication>(static_cast<ApplicationClient&>(*this))), documents(face),
@@ -54,6 +67,7 @@ void Host::ShutDown()
     vetch::JoinThreads();
     vetch::RunPending();
     documents.CloseAll();
+    QuitWhatIsLeft();
     events.Unload();
 }
 
