@@ -2,10 +2,6 @@
 // "Outer<int>::Inner::member".
 #pragma once
 
-#include "scan/Pattern.h"
-
-#include <optional>
-
 class PluginInterface;
 
 namespace scan {

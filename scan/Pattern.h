@@ -5,9 +5,10 @@
 
 namespace scan {
 
+// Where it stands in the document; of a selector only the difference of start and end means anything, and the start may be
+// negative.
 struct Pattern {
-    long
-        start; // in the document; of a selector only the difference of both means anything, and the start may be negative
+    long start;
     long end;
     std::string text;
 };

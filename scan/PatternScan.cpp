@@ -30,6 +30,7 @@ Context::Kind KindByTextAhead(PluginInterface* pi, long offset, Context::Kind by
     return byTextBehind;
 }
 
+// A name has no greatest length, unlike a selector or a selection: generated ones are looked up and completed whole.
 std::optional<Pattern> NameBetween(PluginInterface* pi, long start, long end, long selStart)
 {
     if (start >= end || start > selStart)

@@ -3,10 +3,10 @@
 #include "scan/Predicates.h"
 #include "scan/SelectionScanner.h"
 
-// Words have no greatest length: a selection is limited, the word around it is not.
-
 namespace {
 
+// A colon belongs to the word wherever it stands: "std::string" and "setObject:" are words, and so is the "b:c" of
+// "a ? b:c".
 long WordEnd(PluginInterface* pi, long offset)
 {
     const long length = pi->TextLength();
@@ -44,11 +44,13 @@ bool IsPatternBeforeSelection(PluginInterface* pi, long& caret, long& start, lon
     caret = start = length = 0;
     long selStart = 0, selEnd = 0;
     pi->GetSelection(&selStart, &selEnd);
+    // A caret is short and on one line; the host is asked all the same, as for a selection, and its answer counts.
     if (selStart != selEnd || !scan::IsScannable(pi, selStart, selEnd))
         return false;
 
     const long wordEnd = WordEnd(pi, selEnd);
     const long wordStart = WordStartForKeys(pi, selStart);
+    // There is no greatest length: a name of thousands of characters is being typed like any other.
     if (wordStart >= wordEnd || wordStart > selStart || wordEnd > selEnd)
         return false;
     caret = selStart;
@@ -63,6 +65,8 @@ bool ScanForWord(PluginInterface* pi, long selStart, long selEnd, std::string& w
     if (!scan::IsScannable(pi, selStart, selEnd))
         return false;
 
+    // The word at the selection's end is the one; it must reach back to the start. The selection is limited, the word is
+    // not: a generated name is found however long it is.
     const long wordEnd = WordEnd(pi, selEnd);
     const long wordStart = WordStart(pi, selEnd);
     if (wordStart >= wordEnd || wordStart > selStart)
