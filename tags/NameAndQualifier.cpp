@@ -32,7 +32,8 @@ std::string NameAndQualifier::JoinFromEntry(const char* entry)
 
 char* NameAndQualifier::NewEntry(const char* name, int nameLength, const char* qualifier, int qualifierLength)
 {
-    // One byte more than the two terminators take.
+    // One byte more than the two terminators take. It is neither written nor read, and costs nothing as a rule: allocators
+    // round up.
     char* entry = static_cast<char*>(std::malloc(static_cast<size_t>(nameLength) + qualifierLength + 3));
     std::memcpy(entry, name, nameLength + 1);
     std::memcpy(entry + nameLength + 1, qualifier, qualifierLength + 1);
@@ -77,6 +78,7 @@ bool NameAndQualifier::MatchName::Match(const std::string& pattern, const char* 
 
 bool NameAndQualifier::MatchName::PartialMatch(const std::string& pattern, const char* tagName)
 {
+    // A selector pattern is a beginning as any other pattern is, and its template arguments are left out as well.
     return MatchSkippingTemplateParams(pattern.c_str(), tagName, pattern.length());
 }
 

@@ -74,7 +74,7 @@ bool PathCache::LoadIfNeeded(TagFile& tagFile, bool inBackground)
         return false;
     }
     LoadSelf(tagFile);
-    return true;
+    return true; // also without a file: there is nothing to wait for, and the next call tries again
 }
 
 void PathCache::LoadSelf(TagFile& tagFile)
@@ -117,7 +117,7 @@ void PathCache::FlushIfNeeded(const BEntry* tagsEntry)
     if (time == fileTime || loading)
         return;
     Clear();
-    loaded = false;
+    loaded = false; // fileTime stays: it tells of the last load, and keeps nothing from being loaded again
 }
 
 const char* PathCache::FindNext(const char* pattern)

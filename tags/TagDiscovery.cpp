@@ -16,6 +16,8 @@ bool FindTags(BEntry* entry)
         const BDirectory directory(entry);
         if (directory.InitCheck() != B_OK)
             break;
+        // Whatever is called "tags" ends the walk, even a directory, which then hides the file above it and is read as a
+        // tags file without tags. A link is not followed: its own directory is what the tags file's paths start from.
         BEntry found;
         if (directory.FindEntry("tags", &found) == B_OK) {
             *entry = found;
@@ -32,6 +34,8 @@ bool FindSystemTags(BEntry* entry)
 {
     const std::string home = Home();
     if (home.empty()) {
+        // No error, so not on the error output: lookups go on with local tags alone. Who started the editor from a
+        // terminal sees it there.
         std::fputs("No $HOME!", stdout);
         return false;
     }

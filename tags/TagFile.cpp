@@ -162,6 +162,7 @@ TagFile::TagFile(const TagFile& other)
 
 bool TagFile::Rewind()
 {
+    // A stream that is still open is not closed, and lost: closing is left to Done(), here as at destruction.
     stream = std::fopen(path.Path(), "r");
     if (stream == nullptr)
         return false;
@@ -205,6 +206,8 @@ bool TagFile::Next(std::string& name, std::string& qualifier)
         int ignoredLine;
         if (tagName == nullptr || fields.File() == nullptr || !fields.Line(ignoredLine) || fields.Kind() == nullptr)
             continue;
+        // Nobody asks here whether the source exists: completions read every tag there is, which would ask the system a
+        // million times. So they also offer what is in sources that are gone.
         qualifier = QualifierIn(fields.Scope());
         name = tagName;
         return true;
@@ -310,6 +313,7 @@ void TagFile::LoadPathCache(std::vector<char*>& paths)
         const char* file = fields.Name() != nullptr ? fields.File() : nullptr;
         if (file == nullptr || known.count(file) != 0)
             continue;
+        // The path is kept as it is written: a blank in a file's name is found only by a pattern with the escape.
         auto place = std::lower_bound(paths.begin(), paths.end(), file, Less);
         if (place == paths.end() || std::strcmp(*place, file) != 0)
             place = paths.insert(place, strdup(file));
