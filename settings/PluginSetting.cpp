@@ -24,6 +24,7 @@ void PluginSetting<bool>::SetValue(bool newValue)
 
 bool PluginSetting<bool>::SetToStringValue(const char* text)
 {
+    // Exactly the two words that are written: "On" or "1" is none, and the line is refused.
     const bool isOn = std::strcmp(text, "on") == 0;
     if (!isOn && std::strcmp(text, "off") != 0)
         return false;

@@ -19,6 +19,7 @@ bool PluginSettings::HandleSettingsCommand(PluginInterface*, const char*** args)
 
 void PluginSettings::Save(PluginInterface* pi)
 {
+    // A setting at its default leaves no line, so users who never changed it get a better default when there is one.
     for (const PluginSettingBase* setting : settings)
         if (!setting->MatchesDefault())
             pi->WriteSettings("%s %s\n", setting->Name(), setting->ReturnSettingValue().c_str());
