@@ -11,15 +11,6 @@ namespace {
 
 constexpr bigtime_t kClockAtStart = 1'000'000;
 
-// The host behind it makes the application and windows, so the framework is set up for them first.
-vetch::HeadlessDisplay& SetUp(vetch::HeadlessDisplay& display)
-{
-    vetch::UseVirtualClock(kClockAtStart);
-    vetch::SetTurns(true);
-    vetch::SetDisplay(&display);
-    return display;
-}
-
 } // namespace
 
 void ScriptFace::OpenMatch(const std::string& path, long line)
@@ -32,15 +23,24 @@ void ScriptFace::Warn(const std::string& text)
     std::fprintf(stderr, "wren: %s\n", text.c_str());
 }
 
-ScriptSession::ScriptSession(PluginBundle& bundle, const std::string& settingsFile)
-    : display(&log), face(log), host((SetUp(display), bundle), face, log, settingsFile)
+Repeatable::Repeatable(vetch::Display& display)
 {
-    host.Start();
+    vetch::UseVirtualClock(kClockAtStart);
+    vetch::SetTurns(true);
+    vetch::SetDisplay(&display);
 }
 
-ScriptSession::~ScriptSession()
+Repeatable::~Repeatable()
 {
-    host.ShutDown();
+    vetch::SetDisplay(nullptr);
+    vetch::SetTurns(false);
+    vetch::UseRealClock();
+}
+
+ScriptSession::ScriptSession(PluginBundle& bundle, const std::string& settingsFile)
+    : display(&log), repeatable(display), face(log), host(bundle, face, log, settingsFile)
+{
+    host.Start();
 }
 
 Json ScriptSession::Answer(const std::string& line)

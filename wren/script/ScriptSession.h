@@ -25,12 +25,21 @@ private:
     ScriptLog& log;
 };
 
-// Makes everything that a host without a display needs: the display, the virtual clock, loopers that take turns. One at a
-// time in a process; document thread, which is the one that makes it.
+// Readies the framework for sessions that go the same way every time, for as long as it lives: the display is used, the
+// clock is a virtual one, and loopers take turns.
+class Repeatable {
+public:
+    explicit Repeatable(vetch::Display& display); // borrowed
+    ~Repeatable();
+    Repeatable(const Repeatable&) = delete;
+    Repeatable& operator=(const Repeatable&) = delete;
+};
+
+// Makes everything that a host without a display needs. One at a time in a process; document thread, which is the one that
+// makes it.
 class ScriptSession {
 public:
     ScriptSession(PluginBundle& bundle, const std::string& settingsFile); // borrows the bundle
-    ~ScriptSession();                                                     // ends it
 
     // Answers a line when everything that it set off has happened. Whatever the line holds, there is an answer.
     Json Answer(const std::string& line);
@@ -47,6 +56,7 @@ private:
 
     ScriptLog log;
     ScriptDisplay display;
+    const Repeatable repeatable;
     ScriptFace face;
     Host host;
 };
