@@ -274,7 +274,7 @@ template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, i
 bool TagFile::FindSource(const char* file, EntryRef& ref)
 {
     std::string source = DeEscaped(file);
-    if (source.empty() || source[0] != '/')
+    if (source[0] != '/')
         source.insert(0, Directory() + "/");
     const BEntry entry(source.c_str());
     if (entry.InitCheck() != B_OK)

@@ -62,6 +62,7 @@ std::string Found(const std::string& start)
 std::optional<int> RunWithRoot(const std::string& root, const std::function<int()>& work)
 {
     constexpr int kNotAllowed = 99;
+    std::fflush(nullptr);
     const pid_t child = fork();
     if (child == 0) {
         if (chroot(root.c_str()) != 0 && (unshare(CLONE_NEWUSER) != 0 || chroot(root.c_str()) != 0))
