@@ -122,6 +122,7 @@ PluginCall::PluginCall()
 
 PluginCall::~PluginCall()
 {
+    assert(HeldLocks() == 0);
     // Who was woken meanwhile could do nothing.
     if (--pluginCalls == 0 && HasPending())
         WakeDocumentThread();

@@ -13,7 +13,8 @@ namespace vetch {
 bool OnDocumentThread();
 
 // While one lives, a plug-in call is active: RunPending() and Settle() do nothing, so that messages for the documents and
-// the destruction of windows wait until it has returned. They nest. Document thread.
+// the destruction of windows wait until it has returned. They nest. No lock is held when one ends. Document
+// thread.
 class PluginCall {
 public:
     PluginCall();

@@ -1,6 +1,9 @@
 #include "vetch/interface/BAlert.h"
 
 #include "vetch/display/Display.h"
+#include "vetch/support/HeldLocks.h"
+
+#include <cassert>
 
 BAlert::BAlert(const char* title, const char* text, const char* button0, const char* button1, const char* button2)
     : title(title == nullptr ? "" : title), text(text == nullptr ? "" : text)
@@ -14,6 +17,7 @@ BAlert::BAlert(const char* title, const char* text, const char* button0, const c
 
 long BAlert::Go()
 {
+    assert(vetch::HeldLocks() == 0); // who waits for the lock would wait for the user
     const long answer = vetch::CurrentDisplay()->RunAlert({title, text, buttons});
     delete this;
     return answer;

@@ -1,11 +1,15 @@
 #include "vetch/interface/BPopUpMenu.h"
 
 #include "vetch/display/Display.h"
+#include "vetch/support/HeldLocks.h"
+
+#include <cassert>
 
 BPopUpMenu::BPopUpMenu(const char* name, bool /*radioMode*/, bool /*labelFromMarked*/) : BMenu(name) {}
 
 BMenuItem* BPopUpMenu::Go(BPoint where, bool /*sendsMessage*/, bool /*keepsOpen*/, bool /*asynchronous*/)
 {
+    assert(vetch::HeldLocks() == 0); // who waits for the lock would wait for the user
     vetch::MenuDescription description;
     description.name = Name();
     description.where = where;

@@ -317,6 +317,7 @@ TEST_F(QuitTest, OnTheDocumentThreadIsAnErrorWhileAnyLockIsHeldThere)
     EXPECT_DEATH((looper->Lock(), vetch::RunPending()), "HeldLocks");
     EXPECT_DEATH((looper->Lock(), vetch::JoinThreads()), "HeldLocks");
     EXPECT_DEATH((locker.Lock(), vetch::Settle()), "HeldLocks");
+    EXPECT_DEATH((locker.Lock(), vetch::PluginCall()), "HeldLocks");
     looper->Quit();
 }
 #endif

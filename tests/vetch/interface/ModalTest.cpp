@@ -3,6 +3,7 @@
 #include "vetch/interface/BFilePanel.h"
 #include "vetch/interface/BMenuBar.h"
 #include "vetch/interface/BPopUpMenu.h"
+#include "vetch/support/BLocker.h"
 
 namespace {
 
@@ -283,5 +284,18 @@ TEST_F(Question, WithoutADisplayABeepIsSilent)
     vetch::SetDisplay(&display);
     EXPECT_EQ(display.Beeps(), 0);
 }
+
+#ifndef NDEBUG
+TEST_F(Question, IsNotAskedWhileALockIsHeld)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    BLocker locker;
+    BPopUpMenu menu("menu", false, false);
+    auto* alert = new BAlert("title", "text", "OK");
+    EXPECT_DEATH((locker.Lock(), alert->Go()), "HeldLocks");
+    EXPECT_DEATH((locker.Lock(), menu.Go({0, 0}, false, false, false)), "HeldLocks");
+    alert->Go();
+}
+#endif
 
 } // namespace
