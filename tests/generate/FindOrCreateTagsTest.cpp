@@ -9,11 +9,19 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 namespace {
 
 struct AlertWitness : vetch::DisplayWitness {
     std::vector<vetch::AlertDescription> alerts;
-    void AlertAnswered(const vetch::AlertDescription& alert, long) override { alerts.push_back(alert); }
+    std::function<void()> meanwhile = [] {}; // what happens while the user is asked
+
+    void AlertAnswered(const vetch::AlertDescription& alert, long) override
+    {
+        alerts.push_back(alert);
+        meanwhile();
+    }
 };
 
 class FindOrCreateTagsTest : public testing::Test {
@@ -70,6 +78,14 @@ TEST_F(FindOrCreateTagsTest, FindsNoTagsWhateverTheAnswer)
         EXPECT_FALSE(FindOrCreate()) << row.why;
         EXPECT_EQ(Seats::calls, row.calls) << row.why;
     }
+}
+
+TEST_F(FindOrCreateTagsTest, FindsNoTagsEvenWhenSomeAppearDuringTheQuestion)
+{
+    witness.meanwhile = [this] { home.Write("tags", ""); };
+    framework.display.AnswerAlert(1);
+    EXPECT_FALSE(FindOrCreate()) << "the user gives the command again";
+    EXPECT_TRUE(FindOrCreate());
 }
 
 TEST_F(FindOrCreateTagsTest, AsksNothingWhenOneOfTheFilesIsThere)

@@ -145,14 +145,17 @@ TEST(TextSetting, CanBeSetToItsOwnValue)
 }
 
 // StringValue() is one way to the text form and ReturnSettingValue() the one that a class replaces.
+template <class T>
+class Replaced : public PluginSetting<T> {
+public:
+    explicit Replaced(T value) : PluginSetting<T>("S", value) {}
+    std::string ReturnSettingValue() const override { return "replaced"; }
+};
+
 TEST(Setting, HasOneTextForm)
 {
-    class Shouting : public PluginSetting<bool> {
-    public:
-        Shouting() : PluginSetting<bool>("S", true) {}
-        std::string ReturnSettingValue() const override { return "ON"; }
-    };
-    EXPECT_EQ(Shouting().StringValue(), "ON");
+    EXPECT_EQ(Replaced<bool>(true).StringValue(), "replaced");
+    EXPECT_EQ(Replaced<const char*>("text").StringValue(), "replaced");
 }
 
 TEST(Setting, MayDieWhileItIsWatched)

@@ -77,6 +77,20 @@ TEST(PathCache, RemembersThePlaceFromOneSearchToAnother)
     EXPECT_EQ(Found(cache, "one.h"), (Lines{"/a/one.h", "/c/one.h"}));
 }
 
+TEST(PathCache, RemembersThePlaceWhenTheFileChanges)
+{
+    const TagsFolder folder(TagsOf({"/a/x.h", "/c/x.h"}));
+    const BEntry tags = folder.Entry();
+    PathCache cache;
+    ASSERT_TRUE(LoadNow(cache, tags));
+    EXPECT_STREQ(cache.FindNext("x.h"), "/a/x.h");
+
+    folder.WriteTags(TagsOf({"/a/x.h", "/b/x.h", "/c/x.h"}));
+    cache.FlushIfNeeded(&tags);
+    ASSERT_TRUE(LoadNow(cache, tags));
+    EXPECT_EQ(Found(cache, "x.h"), (Lines{"/b/x.h", "/c/x.h"}));
+}
+
 TEST(PathCache, FindsPathsAsTheyAreWritten)
 {
     const TagsFolder folder(TagsOf({"/a/with\\ blank.h", "/b/with blank.h"}));

@@ -1,5 +1,6 @@
 #include "tags/Tags.h"
 
+#include "tags/PathCache.h"
 #include "tests/tags/TagsFolder.h"
 #include "vetch/support/FThread.h"
 
@@ -249,6 +250,24 @@ TEST_F(TagsTest, AnUnreadableLocalFileHasNoPaths)
     EXPECT_TRUE(tags.NextFileMatch(path));
     EXPECT_EQ(path, "/system/x.h") << "the search goes on with the system's";
     EXPECT_FALSE(tags.NextFileMatch(path));
+}
+
+// In a process of its own, because the one cache of local paths is of no use any more.
+TEST_F(TagsTest, GoesOnWithTheSystemsPathsWhileTheLocalAreNotLoaded)
+{
+    local.WriteTags(TagLine("A", "/local/x.h", 1, "f"));
+    system.WriteTags(TagLine("A", "/system/x.h", 1, "f"));
+    const auto search = [this] {
+        const BEntry missing((local.directory / "missing").c_str());
+        TagFile reader(&missing, "", false);
+        PathCache::LocalTagCache().LoadIfNeeded(reader, true); // a load that never ends
+        Tags tags = Make("x.h");
+        AllPaths(tags);
+        vetch::JoinThreads();
+        return AllPaths(tags) == Lines{"/system/x.h"} ? 0 : 1;
+    };
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(_exit(search()), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(TagsTest, NewTagsForgetPathsOfChangedFiles)
