@@ -626,33 +626,34 @@ TEST_F(Host, ClosesWhatIsLeftOpenBeforeItUnloadsThePlugin)
 
 namespace {
 
-// As the plug-in generates tags: on a detached thread that nobody is told of.
-struct Detached {
-    std::atomic<bool> mayEnd = false;
-    std::atomic<bool> ended = false;
-
-    void Start()
-    {
-        std::thread([this] {
-            while (!mayEnd)
-                std::this_thread::yield();
-            ended = true;
-        }).detach();
-    }
+struct Ending {
+    std::atomic<bool> allowed = false;
+    std::atomic<bool> reached = false;
 };
+
+// As the plug-in generates tags: on a detached thread that nobody is told of.
+std::shared_ptr<Ending> StartDetachedThread()
+{
+    const auto ending = std::make_shared<Ending>();
+    std::thread([ending] {
+        while (!ending->allowed)
+            std::this_thread::yield();
+        ending->reached = true;
+    }).detach();
+    return ending;
+}
 
 } // namespace
 
 TEST_F(Host, WaitsForDetachedThreadsToo)
 {
     StartHost();
-    static Detached detached;
     EXPECT_TRUE(host->WaitForBackground(std::chrono::minutes(1)));
-    detached.Start();
+    const auto ending = StartDetachedThread();
     EXPECT_FALSE(host->WaitForBackground(std::chrono::milliseconds(1)));
-    detached.mayEnd = true;
+    ending->allowed = true;
     EXPECT_TRUE(host->WaitForBackground(std::chrono::minutes(1)));
-    EXPECT_TRUE(detached.ended);
+    EXPECT_TRUE(ending->reached);
 }
 
 TEST_F(Host, DoesNotTakeAWindowsThreadForWork)
