@@ -40,6 +40,8 @@ bool MayFollow(unsigned char lead, unsigned char second)
     }
 }
 
+} // namespace
+
 size_t CodePointLength(std::string_view text)
 {
     const size_t length = SequenceLength(static_cast<unsigned char>(text[0]));
@@ -48,8 +50,6 @@ size_t CodePointLength(std::string_view text)
     const bool whole = std::ranges::all_of(text.substr(1, length - 1), IsContinuation);
     return whole && MayFollow(static_cast<unsigned char>(text[0]), static_cast<unsigned char>(text[1])) ? length : 1;
 }
-
-} // namespace
 
 size_t CountCodePoints(std::string_view text)
 {

@@ -1,7 +1,7 @@
 #include "wren/script/GridFace.h"
 
+#include "vetch/display/Utf8.h"
 #include "wren/core/Document.h"
-#include "wren/script/Utf8.h"
 
 #include <algorithm>
 #include <cmath>
@@ -25,7 +25,7 @@ Cell CellOf(const Document& document, long offset)
     std::string_view rest = std::string_view(document.Text()).substr(start);
     long column = 0;
     for (long at = start; at < offset; ++column) {
-        const long length = CharacterLength(rest);
+        const long length = static_cast<long>(vetch::CodePointLength(rest));
         if (at + length > offset)
             break;
         at += length;
@@ -72,8 +72,9 @@ long GridFace::OffsetAt(const Document& document, BPoint where) const
     std::string_view rest = std::string_view(document.Text()).substr(start, document.LineEnd(line) - start);
     long offset = start;
     for (long column = CellsIn(where.x, kCellWidth); column > 0 && !rest.empty(); --column) {
-        offset += CharacterLength(rest);
-        rest.remove_prefix(CharacterLength(rest));
+        const size_t length = vetch::CodePointLength(rest);
+        offset += static_cast<long>(length);
+        rest.remove_prefix(length);
     }
     return offset;
 }

@@ -1,9 +1,9 @@
 // Lines that do what a user does in a document: keys, clicks, buttons and menus.
 #include "wren/script/Keyboard.h"
 #include "wren/script/LineHandlers.h"
-#include "wren/script/Utf8.h"
 
 #include "vetch/app/Modifiers.h"
+#include "vetch/display/Utf8.h"
 
 #include <string_view>
 
@@ -70,8 +70,8 @@ void Type(ScriptSession& session, const Line& line, Json&)
 {
     const std::string text = line.Text("text");
     session.NeedDocument();
-    for (std::string_view rest = text; !rest.empty(); rest.remove_prefix(CharacterLength(rest))) {
-        const std::string key(rest.substr(0, CharacterLength(rest)));
+    for (std::string_view rest = text; !rest.empty(); rest.remove_prefix(vetch::CodePointLength(rest))) {
+        const std::string key(rest.substr(0, vetch::CodePointLength(rest)));
         Stroke(session, key, {key, 0});
         session.Settle(); // nobody types faster than windows answer
     }

@@ -1,8 +1,8 @@
 #include "wren/script/Keyboard.h"
 
 #include "vetch/app/Modifiers.h"
+#include "vetch/display/Utf8.h"
 #include "wren/core/Document.h"
-#include "wren/script/Utf8.h"
 
 #include <cstring>
 #include <map>
@@ -34,21 +34,22 @@ std::string BytesOf(const std::string& key)
     const auto named = kNamedKeys.find(key);
     if (named != kNamedKeys.end())
         return std::string(1, named->second);
-    return !key.empty() && CharacterLength(key) == static_cast<long>(key.size()) ? key : "";
+    return !key.empty() && vetch::CodePointLength(key) == key.size() ? key : "";
 }
 
 long CharacterBefore(const Document& document, long offset)
 {
     const std::string_view text = document.Text();
     for (long start = std::max(offset - 4, 0L); start < offset; ++start)
-        if (start + CharacterLength(text.substr(start, offset - start)) == offset)
+        if (start + static_cast<long>(vetch::CodePointLength(text.substr(start, offset - start))) == offset)
             return start;
     return offset;
 }
 
 long CharacterAfter(const Document& document, long offset)
 {
-    return offset + CharacterLength(std::string_view(document.Text()).substr(offset));
+    const std::string_view rest = std::string_view(document.Text()).substr(offset);
+    return rest.empty() ? offset : offset + static_cast<long>(vetch::CodePointLength(rest));
 }
 
 void Replace(Document& document, Selection range, const std::string& text, const char* name)
@@ -68,7 +69,8 @@ long SameColumn(const Document& document, long offset, long line)
     const long start = document.LineStart(document.LineAt(offset));
     long found = document.LineStart(line);
     const long end = document.LineEnd(line);
-    for (long column = CountCharacters(text.substr(start, offset - start)); column > 0 && found < end; --column)
+    for (size_t column = vetch::CountCodePoints(text.substr(start, offset - start)); column > 0 && found < end;
+         --column)
         found = CharacterAfter(document, found);
     return found;
 }
