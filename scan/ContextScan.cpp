@@ -35,8 +35,9 @@ bool ContextScan::Step(char ch)
 
 bool ContextScan::StepOutside(char ch)
 {
-    // "::" is a scope only while nothing lies between it and the caret that ends a C++ name: behind a blank or an operator
-    // it belongs to another expression, and a message may still be found. ">:" becomes a scope with the next key.
+    // "::" is a scope only while nothing lies between it and the caret that ends a C++ name: behind a blank or an
+    // operator it belongs to another expression, and a message may still be found. ">:" becomes a scope with the next
+    // key.
     if (colonPending && mayBeCpp && (ch == ':' || ch == '>'))
         return FindsNoMessage(Context::Kind::Name);
     if (IsOneOf(ch, ";,}{([<"))
@@ -87,9 +88,9 @@ bool ContextScan::StepMessage(char ch)
     return true;
 }
 
-// The selector starts with the leftmost piece, but the last character of a piece does not move the start: a piece of one
-// character is passed over, and the selector of "[x a:1 bc:2 d:" is looked up from "bc:" on. A single letter before a colon
-// is more often the middle of a '?:' than a piece.
+// The selector starts with the leftmost piece, but the last character of a piece does not move the start: a piece of
+// one character is passed over, and the selector of "[x a:1 bc:2 d:" is looked up from "bc:" on. A single letter before
+// a colon is more often the middle of a '?:' than a piece.
 void ContextScan::TakeMessageIdentifier()
 {
     if (pieceSeen)

@@ -1,4 +1,5 @@
-// Tells from the text left of the caret whether the caret stands in a C++ name, in a message of Objective-C, or in neither.
+// Tells from the text left of the caret whether the caret stands in a C++ name, in a message of Objective-C, or in
+// neither.
 #pragma once
 
 #include "scan/Predicates.h"
@@ -17,12 +18,13 @@ struct Context {
     };
     Kind kind;
 
-    // Where the assembly of a selector has to begin, unless it is a name: at or before the first piece of the selector; -1
-    // when there is no identifier.
+    // Where the assembly of a selector has to begin, unless it is a name: at or before the first piece of the selector;
+    // -1 when there is no identifier.
     long start;
 };
 
-// Reads the document leftwards from 'caret' - 1, each character once, until the context is clear or the document begins.
+// Reads the document leftwards from 'caret' - 1, each character once, until the context is clear or the document
+// begins.
 class ContextScan {
 public:
     Context Run(PluginInterface* pi, long caret);

@@ -13,14 +13,15 @@ bool ClosesArguments(char ch, char)
     return ch == '>';
 }
 
-// How many characters of a name the colon at 'offset' stands for, the name ending at 'end': two of a scope, none when it
-// does not belong to the name.
+// How many characters of a name the colon at 'offset' stands for, the name ending at 'end': two of a scope, none when
+// it does not belong to the name.
 long ColonsOfName(PluginInterface* pi, long offset, long end)
 {
     const char left = pi->CharAt(offset - 1);
     if (left == ':')
         return 2;
-    // "foo:" is a piece of a selector when it is all there is; anywhere else a single colon belongs to a label or a "?:".
+    // "foo:" is a piece of a selector when it is all there is; anywhere else a single colon belongs to a label or a
+    // "?:".
     return offset == end - 1 && IsIDChar(left) ? 1 : 0;
 }
 
@@ -41,8 +42,8 @@ long NameEnd(PluginInterface* pi, long offset)
         else if (pi->CharAt(++offset) != ':') // just behind a single colon, which may be the last of the document
             break;
     }
-    // A '<' that nothing closes compares. The name is then taken to end one character before it: "count<n" finds "coun",
-    // and "i<n" nothing at all.
+    // A '<' that nothing closes compares. The name is then taken to end one character before it: "count<n" finds
+    // "coun", and "i<n" nothing at all.
     return arguments.IsOpen() ? arguments.EnteredAt() - 1 : offset;
 }
 

@@ -5,8 +5,8 @@
 
 namespace scan {
 
-// Where it stands in the document; of a selector only the difference of start and end means anything, and the start may be
-// negative.
+// Where it stands in the document; of a selector only the difference of start and end means anything, and the start may
+// be negative.
 struct Pattern {
     long start;
     long end;

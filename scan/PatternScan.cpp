@@ -15,8 +15,8 @@ using scan::Context;
 using scan::Pattern;
 
 // What the word at 'offset' runs into on the right says which kind it is; the context on the left counts only when the
-// document ends with the word. So an argument of a message is looked up as a plain word, and "set|Object:" as a selector
-// wherever it stands.
+// document ends with the word. So an argument of a message is looked up as a plain word, and "set|Object:" as a
+// selector wherever it stands.
 Context::Kind KindByTextAhead(PluginInterface* pi, long offset, Context::Kind byTextBehind)
 {
     const long length = pi->TextLength();

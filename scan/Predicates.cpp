@@ -9,8 +9,8 @@ bool IsMultiPartObjCPattern(const std::string& pattern)
 
 namespace {
 
-// How much of a name stands before its template arguments. In "operator<", "a<b" and "a<b>c" no arguments end the name or
-// a scope, and all of it counts. "operator<=>" reads as a template called "operator", and is found by that name.
+// How much of a name stands before its template arguments. In "operator<", "a<b" and "a<b>c" no arguments end the name
+// or a scope, and all of it counts. "operator<=>" reads as a template called "operator", and is found by that name.
 size_t BaseLength(const char* name)
 {
     const char* open = std::strchr(name, '<');

@@ -41,8 +41,8 @@ inline bool BackwardBracketMatch(char ch, char closing)
     return (closing == ')' && ch == '(') || (closing == ']' && ch == '[') || (closing == '>' && ch == '<');
 }
 
-// For walking rightwards through a message: whether 'ch' closes what 'opening' opened. Knows the pairs () and [], but not
-// <>: the arguments of a message are expressions, where '<' compares.
+// For walking rightwards through a message: whether 'ch' closes what 'opening' opened. Knows the pairs () and [], but
+// not <>: the arguments of a message are expressions, where '<' compares.
 inline bool ObjcForwardBracketMatch(char ch, char opening)
 {
     return (opening == '(' && ch == ')') || (opening == '[' && ch == ']');
@@ -61,8 +61,8 @@ bool BasesMatch(const char* a, const char* b, unsigned long n);
 } // namespace scan
 
 // Whether two names are equal up to their template arguments, looking at no more than their first 'n' characters:
-// "vector<int>::iterator" and "vector" are. A name whose base is shorter than 'n' equals only bases of its own length; with
-// 'n' 0 everything is equal.
+// "vector<int>::iterator" and "vector" are. A name whose base is shorter than 'n' equals only bases of its own length;
+// with 'n' 0 everything is equal.
 inline bool MatchSkippingTemplateParams(const char* a, const char* b, unsigned long n)
 {
     // Most lines of a tags file leave here, at the price of one comparison.

@@ -27,8 +27,8 @@ Edit NameEdit(PluginInterface* pi, long start, long end, std::string completion)
     return {start, end, completion, start + static_cast<long>(completion.length())};
 }
 
-// Puts a blank behind each colon but a last one, to leave room for its argument; answers where the first argument goes, or
-// the end when there is no room for any.
+// Puts a blank behind each colon but a last one, to leave room for its argument; answers where the first argument goes,
+// or the end when there is no room for any.
 size_t MakeRoomForArguments(std::string& pieces)
 {
     size_t firstArgument = std::string::npos;
@@ -66,8 +66,8 @@ void ReplaceWord(PluginInterface* pi, const std::string& completion)
     if (!ScanForSuggestionPattern(pi, selEnd, selEnd, start, end, typed, true))
         return;
 
-    // A selector with a scope in one of its arguments counts as a C++ name here. Its range is none, but ends behind a colon:
-    // the completion goes there.
+    // A selector with a scope in one of its arguments counts as a C++ name here. Its range is none, but ends behind a
+    // colon: the completion goes there.
     if (completion.empty())
         Apply(pi, selStart, selEnd, {start, end, "", start});
     else if (IsObjCPattern(typed) || IsMultiPartObjCPattern(completion))

@@ -12,8 +12,8 @@ class PluginInterface;
 
 namespace scan {
 
-// Reads the document rightwards, from where ContextScan says, until the message ends: past line ends, if need be to the end
-// of the document.
+// Reads the document rightwards, from where ContextScan says, until the message ends: past line ends, if need be to the
+// end of the document.
 class SelectorAssembly {
 public:
     SelectorAssembly(PluginInterface* pi, long start) : pi(pi), offset(start), start(start) {}

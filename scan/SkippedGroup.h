@@ -3,7 +3,8 @@
 
 namespace scan {
 
-// Entered at its bracket or quote. Inside brackets only those of the same kind count; inside quotes only the same quote.
+// Entered at its bracket or quote. Inside brackets only those of the same kind count; inside quotes only the same
+// quote.
 class SkippedGroup {
 public:
     // Whether 'ch' is the partner of the bracket 'entered', in the direction of the scan.
@@ -18,7 +19,8 @@ public:
         depth = 1;
     }
 
-    // Takes a character that lies inside, the partner that ends the group among them; false when the scan is in no group.
+    // Takes a character that lies inside, the partner that ends the group among them; false when the scan is in no
+    // group.
     bool Takes(char ch)
     {
         if (depth == 0)

@@ -65,8 +65,8 @@ bool ScanForWord(PluginInterface* pi, long selStart, long selEnd, std::string& w
     if (!scan::IsScannable(pi, selStart, selEnd))
         return false;
 
-    // The word at the selection's end is the one; it must reach back to the start. The selection is limited, the word is
-    // not: a generated name is found however long it is.
+    // The word at the selection's end is the one; it must reach back to the start. The selection is limited, the word
+    // is not: a generated name is found however long it is.
     const long wordEnd = WordEnd(pi, selEnd);
     const long wordStart = WordStart(pi, selEnd);
     if (wordStart >= wordEnd || wordStart > selStart)

@@ -1,7 +1,7 @@
 #include "settings/DeclarationSettings.h"
 
-// Of the macros for deprecation only one is here. Another one that stands behind a declaration may be tagged in its place,
-// until the user adds it in the panel.
+// Of the macros for deprecation only one is here. Another one that stands behind a declaration may be tagged in its
+// place, until the user adds it in the panel.
 const char* kIgnoreStringsDefault = "AVAILABLE_MAC_OS_X_VERSION_10_0_AND_LATER,"
                                     "AVAILABLE_MAC_OS_X_VERSION_10_1_AND_LATER,"
                                     "AVAILABLE_MAC_OS_X_VERSION_10_2_AND_LATER,"

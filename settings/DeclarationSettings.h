@@ -34,8 +34,8 @@ public:
     // The directories as the panel shows them, one a line; valid until the next call.
     const char* ScanSystemDirectoriesForEditItem() const;
 
-    // Puts live controls into the container of the panel that the host has opened, and ties them to the settings. May be
-    // called any number of times: each panel gets controls of its own.
+    // Puts live controls into the container of the panel that the host has opened, and ties them to the settings. May
+    // be called any number of times: each panel gets controls of its own.
     void AddPreferencePanel(PluginInterface* pi);
 
 private:

@@ -63,8 +63,8 @@ bool PluginSetting<const char*>::SetToStringValue(const char* text)
 
 bool PluginSetting<const char*>::HandleSettingsCommand(const char** argv)
 {
-    // The host drops an empty value when it splits the line, so "name" alone cannot mean an empty text: it is refused as
-    // any line without a value, and the default comes back.
+    // The host drops an empty value when it splits the line, so "name" alone cannot mean an empty text: it is refused
+    // as any line without a value, and the default comes back.
     if (argv[1] == nullptr)
         return false;
     std::string joined = argv[1];

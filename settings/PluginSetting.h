@@ -25,8 +25,8 @@ public:
     virtual bool SetToStringValue(const char* text) = 0;
     virtual std::string StringValue() const = 0;
 
-    // Takes the value from a stored line, split at its blanks: the name, the words of the value, null. False, and nothing
-    // changes, when there is no value or it is none.
+    // Takes the value from a stored line, split at its blanks: the name, the words of the value, null. False, and
+    // nothing changes, when there is no value or it is none.
     virtual bool HandleSettingsCommand(const char** argv) = 0;
     virtual std::string ReturnSettingValue() const = 0; // the text form
     virtual bool MatchesDefault() const = 0;
@@ -58,8 +58,8 @@ private:
     const bool defaultValue;
 };
 
-// A text; its text form is itself. The host keeps no more of it than the words: runs of blanks come back as one blank, and
-// an empty text does not come back at all.
+// A text; its text form is itself. The host keeps no more of it than the words: runs of blanks come back as one blank,
+// and an empty text does not come back at all.
 template <>
 class PluginSetting<const char*> : public PluginSettingBase {
 public:
@@ -79,7 +79,7 @@ private:
     const std::string defaultValue;
 };
 
-// Ties a control to a setting, in both directions: it shows the setting's value, follows its changes and sets it when the
-// user changes the control. The setting outlives the user's access to the control; the control may die at any time.
+// Ties a control to a setting, in both directions: it shows the setting's value, follows its changes and sets it when
+// the user changes the control. The setting outlives the user's access to the control; the control may die at any time.
 void Bind(PluginSetting<bool>* setting, BCheckBox* box);
 void Bind(PluginSetting<const char*>* setting, BTextControl* control);

@@ -17,8 +17,8 @@ public:
     // Tells the host every name, in the order of registration.
     virtual void Register(PluginInterface* pi);
 
-    // Applies one stored line, split into words: the name, the value's words, null. False, and nothing changes, when the
-    // name is unknown or the value malformed.
+    // Applies one stored line, split into words: the name, the value's words, null. False, and nothing changes, when
+    // the name is unknown or the value malformed.
     virtual bool HandleSettingsCommand(PluginInterface* pi, const char*** args);
 
     // Writes a line for every setting that differs from its default, and none for the others.

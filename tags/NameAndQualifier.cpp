@@ -32,8 +32,8 @@ std::string NameAndQualifier::JoinFromEntry(const char* entry)
 
 char* NameAndQualifier::NewEntry(const char* name, int nameLength, const char* qualifier, int qualifierLength)
 {
-    // One byte more than the two terminators take. It is neither written nor read, and costs nothing as a rule: allocators
-    // round up.
+    // One byte more than the two terminators take. It is neither written nor read, and costs nothing as a rule:
+    // allocators round up.
     char* entry = static_cast<char*>(std::malloc(static_cast<size_t>(nameLength) + qualifierLength + 3));
     std::memcpy(entry, name, nameLength + 1);
     std::memcpy(entry + nameLength + 1, qualifier, qualifierLength + 1);

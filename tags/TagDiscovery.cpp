@@ -16,8 +16,8 @@ bool FindTags(BEntry* entry)
         const BDirectory directory(entry);
         if (directory.InitCheck() != B_OK)
             break;
-        // Whatever is called "tags" ends the walk, even a directory, which then hides the file above it and is read as a
-        // tags file without tags. A link is not followed: its own directory is what the tags file's paths start from.
+        // Whatever is called "tags" ends the walk, even a directory, which then hides the file above it and is read as
+        // a tags file without tags. A link is not followed: its own directory is what the tags file's paths start from.
         BEntry found;
         if (directory.FindEntry("tags", &found) == B_OK) {
             *entry = found;

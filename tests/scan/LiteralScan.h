@@ -1,5 +1,5 @@
-// The rules of the pattern scanner written down as one flat list of steps, with no regard for structure: what the scanner
-// in scan/ is compared with on random documents. Shares no code with it.
+// The rules of the pattern scanner written down as one flat list of steps, with no regard for structure: what the
+// scanner in scan/ is compared with on random documents. Shares no code with it.
 #pragma once
 
 #include "tests/support/FakeHost.h"

@@ -20,8 +20,8 @@ using Control = vetch::HeadlessDisplay::ControlState;
 enum : long { kRebuild = 10, kDeclaration = 11, kDefinition = 13, kComplete = 14 };
 enum : long { kDirectories = 20, kIgnore = 21, kSuffixes = 23 };
 
-// The host's preference window with the plug-in's panel in it: built from the interface file that is shipped, shown, and
-// served by the document thread.
+// The host's preference window with the plug-in's panel in it: built from the interface file that is shipped, shown,
+// and served by the document thread.
 class Panel {
 public:
     explicit Panel(Framework& framework) : framework(framework)
