@@ -60,7 +60,7 @@ public:
     {
         LookupResult result;
         const std::optional<Question> question =
-            options.place ? AtPlace(*options.place, &result.error) : ForSymbol(options, &result.error);
+            options.place ? AtPlace(*options.place) : ForSymbol(options, &result.error);
         if (!question)
             return result;
         result.directory = fs::path(question->path).parent_path();
@@ -71,7 +71,7 @@ public:
         else
             TypeIntoDialog(question->typed);
         vetch::Settle();
-        const bool dialogOpened = question->typed.empty() && FindDialog() != nullptr;
+        const bool dialogOpened = question->typed.empty() && FindDialog().has_value();
         Collect(result.matches);
         result.outcome = face.WasAsked()           ? Outcome::NoTags
                          : !result.matches.empty() ? Outcome::Matches
@@ -81,11 +81,12 @@ public:
     }
 
 private:
-    std::optional<Question> AtPlace(const Place& place, std::string*)
+    // Where the caret goes is known once the file has been read.
+    static Question AtPlace(const Place& place)
     {
         Question question;
         question.path = fs::absolute(place.file);
-        return question; // where the caret goes is known once the file has been read
+        return question;
     }
 
     static std::optional<Question> ForSymbol(const LookupOptions& options, std::string* error)
@@ -131,21 +132,19 @@ private:
     {
         host->Events().Command("SymbolLookupDialog");
         vetch::Settle();
-        if (FindDialog() == nullptr)
+        const std::optional<WindowState> dialog = FindDialog();
+        if (!dialog)
             return;
-        display.Enter(dialog.number, kSymbolField, symbol);
-        display.Press(dialog.number, kLookUpButton);
+        display.Enter(dialog->number, kSymbolField, symbol);
+        display.Press(dialog->number, kLookUpButton);
     }
 
-    const WindowState* FindDialog()
+    std::optional<WindowState> FindDialog() const
     {
-        for (const WindowState& window : display.Windows()) {
-            if (!window.visible || window.controls.empty())
-                continue;
-            dialog = window;
-            return &dialog;
-        }
-        return nullptr;
+        for (const WindowState& window : display.Windows())
+            if (window.visible && !window.controls.empty())
+                return window;
+        return std::nullopt;
     }
 
     // Opens every entry of a list that is shown; a single match has been opened already.
@@ -169,7 +168,6 @@ private:
     LookupFace face;
     HostWitness witness;
     LookupDisplay display;
-    WindowState dialog;
     std::optional<Host> host;
 };
 
