@@ -119,11 +119,14 @@ TEST_F(Script, RefusesWhatIsNoLineAndGoesOn)
         {"a panel that is none", R"({"do": "panel", "identifier": 1})", "identifier is not a text"},
         {"no time", R"({"do": "clock"})", "advance is missing"},
         {"back in time", R"({"do": "clock", "advance": -1})", "advance is negative"},
+        {"the end of time", R"({"do": "clock", "advance": 9223372036854775807})", "advance is too large"},
         {"half a screen", R"({"do": "screen", "frame": [0, 0]})", "frame is not a list of 4 numbers"},
         {"a shortcut for nothing", R"({"do": "shortcut", "key": "a"})", "command is missing"},
         {"a shortcut that is none", R"({"do": "shortcut", "command": "c", "key": "ab"})", "key is no key"},
         {"pending what", R"({"do": "pending"})", "on is missing"},
         {"a limit that is none", R"({"do": "settle", "timeout": "1"})", "timeout is not"},
+        {"a limit in the past", R"({"do": "settle", "timeout": -1})", "timeout is not between"},
+        {"an endless limit", R"({"do": "settle", "timeout": 9223372036854775807})", "timeout is not between"},
     };
     const Json before = State();
     events.clear();
@@ -135,6 +138,15 @@ TEST_F(Script, RefusesWhatIsNoLineAndGoesOn)
     }
     EXPECT_THAT(TakeEvents(), IsEmpty()) << "a line that is refused reaches nobody";
     EXPECT_EQ(State(), before);
+}
+
+TEST_F(Script, RefusesALineThatIsNestedWithoutEnd)
+{
+    Begin();
+    const std::string open(1'000'000, '['), close(1'000'000, ']');
+    EXPECT_EQ(Line("{\"do\": \"state\", \"id\": " + open + close + "}")["ok"], false);
+    EXPECT_EQ(Line(open)["ok"], false);
+    EXPECT_EQ(Line(R"({"do": "state", "id": [[[[[[[[1]]]]]]]]})")["ok"], true);
 }
 
 TEST_F(Script, RepeatsTheIdentifierOfALine)

@@ -10,6 +10,19 @@ namespace wren {
 namespace {
 
 constexpr bigtime_t kClockAtStart = 1'000'000;
+constexpr int kDeepest = 100; // values within values: far more than any line needs, far less than a stack holds
+
+// A value that is no object for a line that is no JSON, or nested too deeply to be handled safely.
+Json Parsed(const std::string& line)
+{
+    bool tooDeep = false;
+    const auto keepShallow = [&tooDeep](int depth, Json::parse_event_t, Json&) {
+        tooDeep = tooDeep || depth > kDeepest;
+        return !tooDeep;
+    };
+    const Json value = Json::parse(line, keepShallow, false);
+    return tooDeep ? Json() : value;
+}
 
 } // namespace
 
@@ -45,7 +58,7 @@ ScriptSession::ScriptSession(PluginBundle& bundle, const std::string& settingsFi
 
 Json ScriptSession::Answer(const std::string& line)
 {
-    const Json object = Json::parse(line, nullptr, false);
+    const Json object = Parsed(line);
     Json answer = object.is_object() ? Carry(object) : Json{{"ok", false}, {"error", "the line is not a JSON object"}};
     Settle();
     answer["log"] = log.Take();

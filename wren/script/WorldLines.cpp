@@ -6,12 +6,14 @@
 #include "vetch/support/Clock.h"
 
 #include <chrono>
+#include <limits>
 
 namespace wren::lines {
 
 namespace {
 
 constexpr long kSettleLimit = 60'000; // milliseconds
+constexpr long kLongestLimit = 24 * 60 * 60 * 1000;
 
 } // namespace
 
@@ -20,6 +22,8 @@ void Clock(ScriptSession&, const Line& line, Json&)
     const long advance = line.Integer("advance");
     if (advance < 0)
         throw line.Error("advance", "is negative: the clock never goes back");
+    if (advance > std::numeric_limits<bigtime_t>::max() - system_time())
+        throw line.Error("advance", "is too large: the clock ends before that");
     vetch::AdvanceVirtualClock(advance);
 }
 
@@ -48,6 +52,8 @@ void Pending(ScriptSession& session, const Line& line, Json&)
 void Settle(ScriptSession& session, const Line& line, Json&)
 {
     const long limit = line.OptionalInteger("timeout").value_or(kSettleLimit);
+    if (limit < 0 || limit > kLongestLimit)
+        throw line.Error("timeout", "is not between 0 and a day");
     if (!session.TheHost().WaitForBackground(std::chrono::milliseconds(limit)))
         throw line.Error("timeout", "was reached: something is still at work after " + std::to_string(limit) + " ms");
 }
