@@ -29,6 +29,12 @@ const Case kCases[] = {
     {"a destructor", "~View", nullptr},
     {"nothing", "", nullptr},
     {"a blank", "two words", nullptr},
+    {"no scope to its right", "Outer::", nullptr},
+    {"arguments that do not end", "vector<int", nullptr},
+    {"a name right behind arguments", "vector<int>x", nullptr},
+    {"a text in the arguments", "f<'x'>", nullptr},
+    {"a selector without its last colon", "putBook:onLevel", nullptr},
+    {"a digit first", "3d", nullptr},
 };
 
 } // namespace

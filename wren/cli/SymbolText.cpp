@@ -1,19 +1,93 @@
 #include "wren/cli/SymbolText.h"
 
-#include <regex>
+#include <cctype>
+#include <string_view>
 
 namespace wren {
 
+namespace {
+
+// Reads a symbol from its beginning, a part at a time; each part says whether it was there.
+class SymbolReader {
+public:
+    explicit SymbolReader(std::string_view symbol) : rest(symbol) {}
+
+    bool AtEnd() const { return rest.empty(); }
+    char Next() const { return AtEnd() ? '\0' : rest.front(); }
+
+    bool TakeIdentifier()
+    {
+        size_t length = 0;
+        while (length < rest.size() && (std::isalnum(static_cast<unsigned char>(rest[length])) || rest[length] == '_'))
+            ++length;
+        if (length == 0 || std::isdigit(static_cast<unsigned char>(rest[0])))
+            return false;
+        rest.remove_prefix(length);
+        return true;
+    }
+
+    bool Take(std::string_view text)
+    {
+        if (!rest.starts_with(text))
+            return false;
+        rest.remove_prefix(text.size());
+        return true;
+    }
+
+    // From a '<' to the '>' that belongs to it; false when that is missing.
+    bool TakeTemplateArguments()
+    {
+        int depth = 0;
+        for (size_t offset = 0; offset < rest.size(); ++offset) {
+            depth += rest[offset] == '<' ? 1 : rest[offset] == '>' ? -1 : 0;
+            if (std::string_view(";{}\"'").find(rest[offset]) != std::string_view::npos)
+                return false;
+            if (depth > 0)
+                continue;
+            rest.remove_prefix(offset + 1);
+            return true;
+        }
+        return false;
+    }
+
+private:
+    std::string_view rest;
+};
+
+bool IsName(const std::string& symbol)
+{
+    SymbolReader reader(symbol);
+    do {
+        if (!reader.TakeIdentifier())
+            return false;
+        if (reader.Next() == '<' && !reader.TakeTemplateArguments())
+            return false;
+        if (reader.AtEnd())
+            return true;
+    } while (reader.Take("::"));
+    return false;
+}
+
+bool IsSelector(const std::string& symbol)
+{
+    SymbolReader reader(symbol);
+    do {
+        if (!reader.TakeIdentifier() || !reader.Take(":"))
+            return false;
+    } while (!reader.AtEnd());
+    return true;
+}
+
+} // namespace
+
 std::optional<SymbolText> TextForSymbol(const std::string& symbol)
 {
-    static const std::regex selector("([A-Za-z_][A-Za-z0-9_]*:)+");
-    static const std::regex name("([A-Za-z_][A-Za-z0-9_]*(<[^;{}\"']*>)?::)*[A-Za-z_][A-Za-z0-9_]*(<[^;{}\"']*>)?");
-    constexpr size_t kLongest = 1024; // scanners refuse more, and the expressions recurse
+    constexpr size_t kLongest = 1024; // scanners refuse more
     if (symbol.size() > kLongest)
         return std::nullopt;
-    if (std::regex_match(symbol, name))
+    if (IsName(symbol))
         return SymbolText{symbol, static_cast<long>(symbol.size())};
-    if (!std::regex_match(symbol, selector))
+    if (!IsSelector(symbol))
         return std::nullopt;
     SymbolText send;
     for (const char c : symbol)
