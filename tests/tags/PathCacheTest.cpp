@@ -204,8 +204,8 @@ public:
 
     BEntry Entry() const { return BEntry(Path().c_str()); }
 
-    // Returns when the reader has opened the file; it ends once the text is written.
-    void LetGo(const std::string& tags) const { std::ofstream(Path()) << tags; }
+    // Returns when the reader has opened the file too; it ends when what this returns is closed.
+    std::ofstream Open() const { return std::ofstream(Path()); }
 
 private:
     std::string Path() const { return directory / "tags"; }
@@ -223,7 +223,7 @@ TEST(PathCache, LoadsOneFileAtATime)
     EXPECT_FALSE(LoadInBackground(cache, held.Entry()));
     EXPECT_FALSE(LoadInBackground(cache, other.Entry()));
     EXPECT_FALSE(LoadNow(cache, other.Entry())) << "nor does it load at once what is being loaded";
-    held.LetGo(TagsOf({"/held/x.h"}));
+    held.Open() << TagsOf({"/held/x.h"});
     vetch::JoinThreads();
     EXPECT_TRUE(LoadInBackground(cache, other.Entry()));
     EXPECT_EQ(Found(cache, "x.h"), Lines{"/held/x.h"});
@@ -236,12 +236,19 @@ TEST(PathCache, AFlushDuringALoadChangesNothing)
     const BEntry otherTags = other.Entry();
     PathCache cache;
     EXPECT_FALSE(LoadInBackground(cache, held.Entry()));
+
+    // More than fits between the two: once it is written, some of it is in the cache.
+    constexpr size_t kFiles = 10'000;
+    std::ofstream writer = held.Open();
+    for (size_t file = 0; file < kFiles; ++file)
+        writer << TagLine("name", "/held/" + std::to_string(file) + "/x.h", 1, "p");
+    writer.flush();
     cache.FlushIfNeeded(&otherTags);
     EXPECT_FALSE(LoadInBackground(cache, otherTags)) << "still the first load";
-    held.LetGo(TagsOf({"/held/x.h"}));
+    writer.close();
     vetch::JoinThreads();
     EXPECT_TRUE(LoadInBackground(cache, otherTags));
-    EXPECT_EQ(Found(cache, "x.h"), Lines{"/held/x.h"});
+    EXPECT_EQ(Found(cache, "x.h").size(), kFiles);
 }
 
 TEST(PathCache, ABackgroundLoadThatCannotOpenItsFileNeverEnds)
