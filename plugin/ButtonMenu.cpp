@@ -31,6 +31,8 @@ const Item kItems[] = {
      [](PluginInterface* pi) { SelectionSymbolLookup(pi, false, kLookUpDefinitions); }},
     {"Look up...", "SymbolLookupDialog", false,
      [](PluginInterface* pi) { SelectionSymbolLookup(pi, true, kLookUpAny); }},
+    // No commands, so no keys. The third makes the system's tags alone, the fourth pastes the lines for both files: who
+    // runs them by hand picks out what is wanted.
     {"Create local tags...", nullptr, false, CreateLocalTags},
     {"Update local tags", nullptr, false, CreateOrUpdateLocalTags},
     {"Create or update system tags", nullptr, false, [](PluginInterface* pi) { CreateTags(pi, true, false); }},

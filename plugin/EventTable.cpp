@@ -65,7 +65,7 @@ long ButtonMenuAsked(PluginInterface* pi)
     ClearActivation();
     CloseAnyPalettes();
     RunButtonMenu(pi);
-    return kHandled;
+    return kHandled; // a dismissed menu as well: it has been shown
 }
 
 long NamedCommand(PluginInterface* pi)
@@ -83,6 +83,8 @@ long SettingsCommand(PluginInterface* pi)
     return DeclarationSettings::Instance()->HandleSettingsCommand(pi, pi->settingsArgs) ? kHandled : kNotHandled;
 }
 
+// Only a chosen completion stands for input that the user gave to the document. A directory comes from a panel and a key
+// from a list that did not want it: those are acted on, and left for the host to go on with.
 long DocumentMessage(PluginInterface* pi)
 {
     if (pi->message == nullptr)
@@ -105,10 +107,12 @@ long DocumentMessage(PluginInterface* pi)
 long MouseDown(PluginInterface* pi)
 {
     const bool lookedUp = LookUpClickedWord(pi);
+    // However it went: a refused click was the one that activated the window, and the next is meant.
     ClearActivation();
     return lookedUp ? kInputConsumed : kNotHandled;
 }
 
+// Says nothing about windows: one that was activated just now still was.
 long DocumentChanged(PluginInterface*)
 {
     CloseAnyPalettes();
@@ -144,7 +148,7 @@ long SettingAsked(PluginInterface* pi)
 {
     std::string value;
     if (pi->name == nullptr || !DeclarationSettings::Instance()->ReturnSettingValue(pi, pi->name, value))
-        return kNotHandled;
+        return kNotHandled; // the answer is left as it is: another plug-in's may stand there
     pi->ReturnSettingNameValue(value.c_str());
     return kHandled;
 }

@@ -11,12 +11,13 @@
 
 namespace {
 
-const uint32 kFirstButtonAlone = 1;
+const uint32 kFirstButtonAlone = 1; // held together with another button it is a gesture of the host's
 const uint32 kWatchedModifiers = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
 const uint32 kDeclarationModifiers = B_OPTION_KEY;
 const uint32 kDefinitionModifiers = B_CONTROL_KEY | B_OPTION_KEY;
 
-// The modifiers must be exactly these: with another key held the click is the host's.
+// The modifiers must be exactly these: with another key held the click is the host's. So it is when the setting of its keys
+// is off; the other kind of lookup is not a second choice.
 std::optional<LookupType> AskedFor()
 {
     const DeclarationSettings& settings = *DeclarationSettings::Instance();
@@ -38,7 +39,7 @@ bool IsMeantForText(PluginInterface* pi, BPoint where, uint32 buttons)
 
 bool LookUpClickedWord(PluginInterface* pi)
 {
-    CloseAnyPalettes();
+    CloseAnyPalettes(); // whatever kind of click it is: the user has turned to the text
     BPoint where;
     uint32 buttons = 0;
     pi->GetMouse(&where, &buttons, true);

@@ -95,7 +95,8 @@ public:
         be_app->PostMessage(&envelope);
     }
 
-    // Answers event 402 with a copy of 'value'; null answers null.
+    // Answers event 402 with a copy of 'value', of "" too (an array of one byte: a setting that is empty is there all the
+    // same); null answers null.
     void ReturnSettingNameValue(const char* value)
     {
         returnedValue = nullptr;

@@ -15,6 +15,7 @@ long PluginMain(long event, PluginInterface* pi)
 
 const char* PluginHelp()
 {
+    // Users know the text exactly like this, "it's" included.
     return "Symbol lookup plugin.\n"
            "Click to look up the selection's declaration or definition.\n"
            "Option-click a word to look up it's declaration.\n"

@@ -117,7 +117,7 @@ float TagWindow<TagSet>::LineHeight() const
     list->GetFont(&font);
     font_height height;
     font.GetHeight(&height);
-    return height.ascent + height.descent + height.leading + 1;
+    return height.ascent + height.descent + height.leading + 1; // lists keep a pixel between their lines
 }
 
 template <class TagSet>
