@@ -84,6 +84,7 @@ const Typed kTyped[] = {
     {"a new one began where the old one was noted", "x = dra|", "x = dra d|", false},
     {"the caret moved back", "x = dra|", "x = dr|", false},
     {"nothing moved", "x = dra|", "x = dra|", false},
+    {"the document was emptied: its start, where one of size 1 seems to stand, is not forward", "x = |", "|", false},
     {"the identifier moved and grew", "x = dra|", "yy = draw|", false},
     {"the caret went on, but the identifier shrank", "aa.drawing|", "aa.drawing.dr|", false},
     {"a colon counts as part of it", "x = std|", "x = std:|", true},
@@ -172,14 +173,18 @@ TEST_F(KeyEvents, AnEditClosesUnlessTheIdentifierGrewAndNeverSuggests)
 
 TEST_F(KeyEvents, AnEditClosesNothingWhileCompletionWhileTypingIsOff)
 {
-    host.SetMarked("x = dra|");
-    SendKeyDown('x');
-    OpenResultsBeside("x = dr|");
-    Set("DeclAutoComplete", "off");
-    gHandlingAutoCompletePrimitive = true;
-    Send(208);
-    EXPECT_TRUE(ResultsAreOpen());
-    EXPECT_FALSE(gHandlingAutoCompletePrimitive);
+    for (const bool ownEdit : {true, false}) {
+        Set("DeclAutoComplete", "on");
+        host.SetMarked("x = dra|");
+        SendKeyDown('x');
+        OpenResultsBeside("x = dr|");
+        Set("DeclAutoComplete", "off");
+        gHandlingAutoCompletePrimitive = ownEdit;
+        EXPECT_EQ(Send(208), 0);
+        EXPECT_TRUE(ResultsAreOpen()) << ownEdit;
+        EXPECT_FALSE(gHandlingAutoCompletePrimitive);
+        Send(309);
+    }
 }
 
 TEST_F(KeyEvents, TheCompletionCommandsOwnEditClosesNothingOnce)

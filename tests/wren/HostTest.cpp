@@ -78,8 +78,14 @@ TEST_F(Host, StartsWithSettingsThatCannotBeReadAndSaysSo)
 
 namespace {
 
+// So slow that a host which did not wait for it would as good as always be ahead.
 struct Slow {
-    void Work(std::atomic<bool>* done) { *done = true; }
+    void Work(std::atomic<bool>* done)
+    {
+        for (int i = 0; i < 20'000; ++i)
+            std::this_thread::yield();
+        *done = true;
+    }
 };
 
 } // namespace
@@ -105,6 +111,23 @@ TEST_F(Host, UnloadsThePluginLastAndOnceWithNothingLeftAtWork)
     EXPECT_TRUE(idleAtUnload);
     host->Events().Command("SymbolLookup");
     EXPECT_THAT(TakeEvents(), IsEmpty()) << "nothing is sent after the plug-in was unloaded";
+}
+
+TEST_F(Host, QuitsThePluginsWindowsBeforeItWaitsForWhatTheyHaveStarted)
+{
+    StartHost();
+    Slow slow;
+    std::atomic<bool> done = false;
+    plugin->makeLooper([&] { FThread::Run(&Slow::Work, &slow, &done); })->Run();
+    bool idleAtUnload = false;
+    answer = [&](long event, PluginInterface*) {
+        if (event == Event::kUnload)
+            idleAtUnload = done && vetch::ThreadsAreIdle();
+        return 0L;
+    };
+    host->ShutDown();
+    EXPECT_TRUE(idleAtUnload);
+    vetch::JoinThreads(); // nothing that the test owns is at work any more, however it went
 }
 
 TEST_F(Host, ShutsDownWhenItGoes)
@@ -584,6 +607,9 @@ TEST_F(Host, OpensThePanelThatThePluginHasRegistered)
         if (event == Event::kOpenPanel) {
             EXPECT_NE(record->panelView, nullptr);
             opened.push_back(record->panelIdentifier);
+        }
+        if (event == Event::kDeactivated) {
+            EXPECT_THAT(display.Windows(), IsEmpty()) << "panels go first: they show the plug-in's settings";
         }
         return 0L;
     };
