@@ -18,10 +18,11 @@ function(wren_wall target path)
     endif()
 endfunction()
 
-# wren_folder(<target> <folder> USES <targets>...): all sources of the folder, as objects that its users link.
+# wren_folder(<target> <folder> USES <targets>...): all sources of the folder but a main.cpp, as objects that its users link.
 function(wren_folder target folder)
     cmake_parse_arguments(F "" "" "USES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
     if(sources)
         add_library(${target} OBJECT ${sources})
         target_link_libraries(${target} PUBLIC ${F_USES})

@@ -1,0 +1,28 @@
+// A tags file that is there already: whether it is one, and what of it stays.
+#pragma once
+
+#include "cplustags/LineSource.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace cplustags {
+
+enum class Target {
+    Absent,
+    Tags,    // a tags file, or an empty file
+    Foreign, // something else, which must not be overwritten: another kind of file, a directory, a device
+    Unreadable,
+};
+
+// What stands at the path, links followed. A tags file is known by its first lines.
+Target WhatIs(const std::string& path);
+
+// The lines of an old tags file that stay: not its pseudo-tags, and none of a file that 'goes' is true for; it is asked
+// once a file field. A file that is not sorted is sorted in memory first. Null when the file cannot be read; then errno
+// tells why.
+std::unique_ptr<LineSource> LinesThatStay(const std::string& path, std::function<bool(std::string_view field)> goes);
+
+} // namespace cplustags

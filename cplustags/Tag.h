@@ -1,0 +1,49 @@
+// One tag, in the form in which lookups and completion read it.
+#pragma once
+
+#include <deque>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cplustags {
+
+// The texts belong to whoever made the tag. No text holds a tab or a line break.
+struct Tag {
+    std::string_view name;
+    unsigned line = 0; // from 1
+    char kind = 0;
+    std::string_view scope; // "class:Outer::Inner", "namespace:", "struct:" or "union:" alike; "" for none
+};
+
+// The kinds of Objective-C, which ctags has other letters for. All but the definitions count as declarations. Those of
+// C and C++ are ctags' own.
+namespace kind {
+inline constexpr char kInterface = 'X';
+inline constexpr char kImplementation = 'R'; // a definition, as are the two below
+inline constexpr char kInstanceMethod = 'o'; // in an implementation
+inline constexpr char kClassMethod = 'O';    // in an implementation
+inline constexpr char kInstanceMethodDeclaration = 'm';
+inline constexpr char kClassMethodDeclaration = 'M';
+inline constexpr char kProtocol = 'P';
+inline constexpr char kCategory = 'C';
+inline constexpr char kProperty = 'y';
+inline constexpr char kInstanceVariable = 'v'; // ctags' letter of a variable: 'm' would make it a method
+} // namespace kind
+
+// Tags with the texts that had to be made for them. Moving keeps the texts where they are, copying would not.
+struct Tags {
+    std::vector<Tag> tags;
+    std::deque<std::string> texts;
+
+    Tags() = default;
+    Tags(Tags&&) = default;
+    Tags& operator=(Tags&&) = default;
+    Tags(const Tags&) = delete;
+    Tags& operator=(const Tags&) = delete;
+
+    // A copy of the text that lives as long as the tags.
+    std::string_view Keep(std::string text) { return texts.emplace_back(std::move(text)); }
+};
+
+} // namespace cplustags

@@ -1,0 +1,25 @@
+#include "vetch/support/ShellCommand.h"
+
+#include <atomic>
+#include <cstdlib>
+
+namespace vetch {
+
+namespace {
+
+std::atomic<ShellRunner> gRunner = nullptr;
+
+} // namespace
+
+int RunShellCommand(const char* command)
+{
+    const ShellRunner runner = gRunner;
+    return runner != nullptr ? runner(command) : std::system(command);
+}
+
+void SetShellRunner(ShellRunner runner)
+{
+    gRunner = runner;
+}
+
+} // namespace vetch
