@@ -1,10 +1,118 @@
 #include "generate/TagTemplates.h"
 
+#include "plugin/PluginInterface.h"
 #include "settings/DeclarationSettings.h"
+#include "vetch/storage/BEntry.h"
+#include "vetch/storage/BPath.h"
+#include "vetch/storage/Bundle.h"
+#include "vetch/support/Strings.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
+#include <sys/stat.h>
 
+namespace {
+
+constexpr char kSystemDestination[] = "$(SYSTEM_TAGS_DESTINATION)";
+constexpr char kLocalDestination[] = "$(LOCAL_TAGS_DESTINATION)";
+constexpr char kProgram[] = "$(CTAGS_TO_RUN)";
+
+struct Release {
+    void operator()(const void* object) const { CFRelease(object); }
+};
+template <class Ref>
+using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
+
+// A blank, and then a clause a pattern. There is always a first one, so that blanks at the beginning, or no suffixes at all,
+// give a pattern that matches no file: what the user has left out is not taken for "every file".
+std::string WildcardClauses(const std::string& suffixes)
+{
+    std::string clauses = " ";
+    size_t start = 0;
+    do {
+        const size_t end = std::min(suffixes.find(' ', start), suffixes.size());
+        if (start > 0)
+            clauses += " -o";
+        clauses += " -name \"" + suffixes.substr(start, end - start) + '"';
+        start = suffixes.find_first_not_of(' ', end);
+    } while (start != std::string::npos);
+    return clauses;
+}
+
+// Another tags program, for those who develop one; a path where nothing is does not count.
+const char* ProgramOfEnvironment()
+{
+    const char* path = std::getenv("WREN_CTAGS");
+    struct stat status;
+    return path != nullptr && ::stat(path, &status) == 0 ? path : nullptr;
+}
+
+void InsertSettings(PluginInterface* pi, std::string& text)
+{
+    const DeclarationSettings& settings = *DeclarationSettings::Instance();
+    ReplaceAll(text, "$(EXCLUDE_GCC)", NeedGCCIncludes(pi) ? " -and ! ( -path $(GCC_EXCLUDE_DIRECTORY) ) " : "");
+    ReplaceAll(text, "$(SYSTEM_HEADERS_WHERE)", settings.ScanSystemDirectories());
+    ReplaceAll(text, "$(IGNORE_STRINGS)", settings.IgnoreStrings());
+    ReplaceAll(text, "$(FILES_TO_INDEX_WILDCARDS)", WildcardClauses(settings.IndexSuffixes()).c_str());
+}
+
+void InsertProgram(PluginInterface* pi, bool installed, std::string& text)
+{
+    if (const char* path = ProgramOfEnvironment())
+        ReplaceAllWithPath(text, kProgram, path);
+    else if (installed)
+        ReplaceAllWithPath(text, kProgram, "cplustags");
+    else
+        ReplaceAll(text, kProgram, CTagsInWrenPath(pi).c_str());
+}
+
+} // namespace
+
+// An escaped path holds no placeholder, since EscapedPath puts a backslash before each '$': nothing in it is replaced.
+std::string ReplaceAllWithPath(std::string& text, const char* placeholder, const char* path)
+{
+    ReplaceAll(text, placeholder, EscapedPath(path).c_str());
+    return text;
+}
+
+// Any text with these characters in it will do, "/opt/usr/include-old" too: it is no list of directories here.
 bool NeedGCCIncludes(PluginInterface*)
 {
     return std::strstr(DeclarationSettings::Instance()->ScanSystemDirectories(), "/usr/include") != nullptr;
+}
+
+const char* SecondSystemTemplate(PluginInterface* pi)
+{
+    return NeedGCCIncludes(pi) ? kIncludeSpecificCompiler : nullptr;
+}
+
+std::string CTagsInWrenPath(PluginInterface* pi)
+{
+    const Owned<CFURLRef> resources(CFBundleCopyResourcesDirectoryURL(pi->bundle));
+    const Owned<CFURLRef> absolute(CFURLCopyAbsoluteURL(resources.get()));
+    const Owned<CFStringRef> path(CFURLCopyFileSystemPath(absolute.get(), kCFURLPOSIXPathStyle));
+    return path == nullptr ? "" : EscapedPath(FromCFString(path.get()) + "/cplustags");
+}
+
+void BuildTagTmpLocationString(PluginInterface*, const char* localTemp, std::string& text)
+{
+    ReplaceAllWithPath(text, kSystemDestination, kSystemTagsTemporary);
+    ReplaceAllWithPath(text, kLocalDestination, localTemp);
+}
+
+// The order matters: settings come first, so what they name by a placeholder is filled in, and the parentheses of the
+// whole text, those of 'find', are escaped when all of it is there.
+void BuildTagString(PluginInterface* pi, const BEntry& directory, bool installed, std::string& text)
+{
+    InsertSettings(pi, text);
+    ReplaceAllWithPath(text, kSystemDestination, kSystemTags);
+    // Seen from the directory of the shell that it is pasted into, which need not be the one that is indexed.
+    ReplaceAll(text, kLocalDestination, "./tags");
+    ReplaceAllWithPath(text, "$(LOCAL_HEADERS_WHERE)", BPath(&directory).Path());
+    ReplaceAllWithPath(text, "$(GCC_EXCLUDE_DIRECTORY)", "/usr/include/gcc/darwin*"); // for 'find' to match
+    ReplaceAllWithPath(text, "$(GCC_INCLUDE_DIRECTORY)", "/usr/include/gcc/darwin/default/");
+    InsertProgram(pi, installed, text);
+    ShellEscapeString(text);
 }

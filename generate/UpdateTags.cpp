@@ -13,6 +13,5 @@ void Tags::UpdateIfNeeded(PluginInterface* plugin)
         CreateTags(plugin, directory, kGenerateLocalCtags, nullptr);
     // The system's command lines name absolute places only, so the local directory serves them as well.
     if (system.OutOfDate())
-        CreateTags(plugin, directory, kGenerateSystemCtags,
-                   NeedGCCIncludes(plugin) ? kIncludeSpecificCompiler : nullptr);
+        CreateTags(plugin, directory, kGenerateSystemCtags, SecondSystemTemplate(plugin));
 }

@@ -1,0 +1,33 @@
+#include "generate/CreateTagsTask.h"
+
+#include "vetch/support/ShellCommand.h"
+
+#include <cstdio>
+#include <memory>
+#include <pthread.h>
+#include <utility>
+
+void* CreateTagsTask(void* untyped)
+{
+    const std::unique_ptr<const CreateParams> params(static_cast<CreateParams*>(untyped));
+    for (const std::string& command : params->commands) {
+        std::printf("executing %s\n", command.c_str());
+        std::fflush(stdout); // before what the command itself writes there
+        // Whatever came of it, the next one runs, the last of which moves the new file to its place: a program that
+        // complains about a single source has made the tags of all others.
+        vetch::RunShellCommand(command.c_str());
+    }
+    return nullptr;
+}
+
+void StartCreateTagsTask(std::vector<std::string> commands)
+{
+    auto params = std::make_unique<CreateParams>(CreateParams{std::move(commands)});
+    pthread_attr_t attributes;
+    pthread_attr_init(&attributes);
+    pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
+    pthread_t thread;
+    if (pthread_create(&thread, &attributes, CreateTagsTask, params.get()) == 0)
+        params.release(); // the thread's own from here on
+    pthread_attr_destroy(&attributes);
+}

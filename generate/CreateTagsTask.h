@@ -1,0 +1,17 @@
+// The thread that runs the command lines of one request for tags.
+#pragma once
+
+#include <string>
+#include <vector>
+
+// What the thread is given, and all that it touches.
+struct CreateParams {
+    std::vector<std::string> commands; // run in this order
+};
+
+// The thread's body: says what it executes on standard output, runs it, and deletes the params, a CreateParams, at the end.
+// Answers null.
+void* CreateTagsTask(void* params);
+
+// Runs the commands on a detached thread and returns at once. Without a thread to be had, nothing runs and nobody is told.
+void StartCreateTagsTask(std::vector<std::string> commands);
