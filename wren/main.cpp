@@ -3,6 +3,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <csignal>
+
 namespace {
 
 constexpr int kWrongUsage = 2;
@@ -11,6 +13,8 @@ constexpr int kWrongUsage = 2;
 
 int main(int argc, char** argv)
 {
+    // Whoever started this may have told it to ignore the ends of children, and then none could be waited for.
+    std::signal(SIGCHLD, SIG_DFL);
     CLI::App app("Looks symbols up in source code, with the tags files that serve it.", "wren");
     app.set_version_flag("--version", std::string("wren ") + WREN_VERSION);
     app.require_subcommand(1);

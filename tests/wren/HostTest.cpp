@@ -13,8 +13,10 @@
 #include "vetch/support/FThread.h"
 
 #include <atomic>
+#include <csignal>
 #include <filesystem>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <thread>
 
@@ -680,6 +682,29 @@ TEST_F(Host, WaitsForDetachedThreadsToo)
     ending->allowed = true;
     EXPECT_TRUE(host->WaitForBackground(std::chrono::minutes(1)));
     EXPECT_TRUE(ending->reached);
+}
+
+TEST_F(Host, DoesNotTakeThreadsThatItCannotListForIdle)
+{
+    StartHost();
+    rlimit usual;
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &usual), 0);
+    const rlimit none = {0, usual.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    const bool idle = host->WaitForBackground(std::chrono::milliseconds(1));
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &usual), 0);
+    EXPECT_FALSE(idle);
+    EXPECT_TRUE(host->WaitForBackground(std::chrono::minutes(1)));
+}
+
+TEST_F(Host, LeavesTheEndsOfChildrenToWhoeverWaitsForThem)
+{
+    StartHost();
+    OpenText("/tmp/a.c", "");
+    struct sigaction action;
+    ASSERT_EQ(::sigaction(SIGCHLD, nullptr, &action), 0);
+    EXPECT_EQ(action.sa_handler, SIG_DFL);
+    EXPECT_EQ(action.sa_flags & SA_NOCLDWAIT, 0);
 }
 
 TEST_F(Host, DoesNotTakeAWindowsThreadForWork)

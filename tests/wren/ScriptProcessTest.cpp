@@ -166,3 +166,12 @@ TEST_F(ScriptProcess, GivesItsHomeToChildren)
     const Ending ending = Run(Script(kPrinting), "{\"do\": \"command\", \"name\": \"x\"}\n");
     EXPECT_THAT(ending.errors, HasSubstr("home " + home + "\n"));
 }
+
+// The plug-in answers 1 when it has learned how its child ended.
+TEST_F(ScriptProcess, LetsThePluginWaitForItsChildrenWhoeverStartedIt)
+{
+    for (const char* prefix : {"", "env --ignore-signal=CHLD"}) {
+        const Ending ending = Run(Script(kPrinting), "{\"do\": \"command\", \"name\": \"x\"}\n", prefix);
+        EXPECT_EQ(ending.output, "{\"ok\":true,\"returned\":1,\"log\":[]}\n") << prefix;
+    }
+}

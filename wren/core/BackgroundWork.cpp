@@ -14,6 +14,8 @@ namespace {
 
 constexpr std::chrono::milliseconds kLookAgain(2);
 
+// While it is read a thread may end, which can hide the one behind it; the one that ends is listed then. So there may be
+// another thread in the place of one that is there, but never too few.
 std::set<std::string> Threads()
 {
     std::set<std::string> threads;
@@ -48,7 +50,7 @@ bool BackgroundWork::WaitUntilIdle(std::chrono::milliseconds limit) const
 {
     const auto end = std::chrono::steady_clock::now() + limit;
     vetch::Settle();
-    while (!IsIdle()) {
+    while (!IsIdle() || !StaysIdle()) {
         if (std::chrono::steady_clock::now() >= end)
             return false;
         // Nobody can be asked to tell when a detached thread ends.
@@ -58,11 +60,22 @@ bool BackgroundWork::WaitUntilIdle(std::chrono::milliseconds limit) const
     return true;
 }
 
+// What has just ended may have posted a last message, and that may start something new.
+bool BackgroundWork::StaysIdle() const
+{
+    vetch::Settle();
+    return IsIdle();
+}
+
+// A generating thread is there from before CreateTags returns until it has left the plug-in's code for good, and what it
+// runs are processes of their own: as long as the system lists it, and no longer, its work is under way.
 bool BackgroundWork::IsIdle() const
 {
     if (!vetch::ThreadsAreIdle())
         return false;
     const std::set<std::string> threads = Threads();
+    if (threads.empty())
+        return false; // they could not be listed just now
     const long started = std::count_if(threads.begin(), threads.end(),
                                        [this](const std::string& thread) { return !threadsAtStart.contains(thread); });
     return started <= CountWindowThreads();

@@ -21,6 +21,7 @@ public:
 
 private:
     bool IsIdle() const;
+    bool StaysIdle() const;
 
     std::set<std::string> threadsAtStart; // their numbers
 };
