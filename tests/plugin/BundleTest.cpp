@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstdio>
+#include <dlfcn.h>
 #include <memory>
 #include <set>
 #include <sstream>
@@ -54,6 +55,18 @@ TEST(Bundle, NeedsTheFrameworkAndTheStandardLibraryAlone)
     EXPECT_THAT(needed, testing::Contains("[libvetch.so]"));
     for (const std::string& library : needed)
         EXPECT_THAT(allowed, testing::Contains(library));
+}
+
+// Threads that generate tags are not waited for when the editor lets go of the library.
+TEST(Bundle, StaysInMemoryOnceItWasLoaded)
+{
+    void* const library = ::dlopen(DECLARATION_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+    ASSERT_NE(library, nullptr) << ::dlerror();
+    ::dlclose(library);
+    void* const again = ::dlopen(DECLARATION_LIBRARY, RTLD_NOW | RTLD_LOCAL | RTLD_NOLOAD);
+    EXPECT_NE(again, nullptr);
+    if (again != nullptr)
+        ::dlclose(again);
 }
 
 } // namespace
