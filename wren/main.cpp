@@ -9,6 +9,15 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
+constexpr const char* kFooter = R"(Examples:
+    wren tags                       makes the tags of the current directory
+    wren tags --system              makes the tags of the system's headers
+    wren lookup src/main.cpp:12:8   what stands at line 12, column 8
+    wren lookup --symbol Outer::name
+
+Each command explains itself: wren lookup --help. The exit status is 0 when all went well, 2 for
+wrong usage; what others there are, the commands say.)";
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -16,10 +25,12 @@ int main(int argc, char** argv)
     // Whoever started this may have told it to ignore the ends of children, and then none could be waited for.
     std::signal(SIGCHLD, SIG_DFL);
     CLI::App app("Looks symbols up in source code, with the tags files that serve it.", "wren");
+    app.footer(kFooter);
     app.set_version_flag("--version", std::string("wren ") + WREN_VERSION);
     app.require_subcommand(1);
     int status = 0;
     wren::AddLookupCommand(app, &status);
+    wren::AddTagsCommand(app, &status);
     wren::AddScriptCommand(app, &status);
     try {
         app.parse(argc, argv);

@@ -107,7 +107,8 @@ TEST_F(LookupCommand, SaysTheRemedyWhenNoTagsServe)
     bare.Write("a.c", "int a;\n");
     const ProgramRun run = RunProgram({WREN_PROGRAM, "lookup", bare / "a.c:1:5", "--home", tree / "home"}, bare.Path());
     EXPECT_EQ(run.status, 3);
-    EXPECT_NE(run.errors.find("(cd " + bare.Path() + " && ctags "), std::string::npos) << run.errors;
+    EXPECT_NE(run.errors.find("wren tags " + bare.Path() + "\n"), std::string::npos) << run.errors;
+    EXPECT_NE(run.errors.find("wren tags --system"), std::string::npos) << run.errors;
     EXPECT_EQ(run.output, "");
 }
 
@@ -166,6 +167,8 @@ TEST_F(LookupCommand, TellsWhyTheTagsFileCouldNotAnswer)
         const ProgramRun run = Run({"--symbol", "A::f"});
         EXPECT_EQ(run.status, 1) << c.said;
         EXPECT_NE(run.errors.find(c.said), std::string::npos) << run.errors;
+        EXPECT_NE(run.errors.find("make it anew with: wren tags " + tree.Path() + "\n"), std::string::npos)
+            << run.errors;
     }
     std::filesystem::remove(tree / "tags");
     std::filesystem::create_directory(tree / "tags");
@@ -227,11 +230,12 @@ TEST_F(LookupCommand, ColoursOnATerminalOnly)
 
 TEST(Program, ExplainsItself)
 {
-    for (const std::vector<std::string>& words :
-         {std::vector<std::string>{WREN_PROGRAM, "--help"}, {WREN_PROGRAM, "lookup", "--help"}}) {
+    for (const std::vector<std::string>& words : {std::vector<std::string>{WREN_PROGRAM, "--help"},
+                                                  {WREN_PROGRAM, "lookup", "--help"},
+                                                  {WREN_PROGRAM, "tags", "--help"}}) {
         const ProgramRun run = RunProgram(words, "/");
         EXPECT_EQ(run.status, 0);
-        EXPECT_NE(run.output.find("lookup"), std::string::npos);
+        EXPECT_NE(run.output.find("Examples:"), std::string::npos) << words[1];
     }
     EXPECT_EQ(RunProgram({WREN_PROGRAM, "--version"}, "/").output.substr(0, 5), "wren ");
     EXPECT_EQ(RunProgram({WREN_PROGRAM}, "/").status, 2);

@@ -4,6 +4,7 @@
 #include "tests/support/TempDirectory.h"
 
 #include <cerrno>
+#include <csignal>
 #include <fcntl.h>
 #include <fstream>
 #include <map>
@@ -17,23 +18,25 @@ struct ProgramRun {
     int status = -1; // the exit status; -1 when a signal ended it
     std::string output;
     std::string errors;
+    int signal = 0; // that ended it
 };
 
-// 'changes' are made to the environment, an empty value removing the variable; 'directory' is where the program runs.
-inline ProgramRun RunProgram(const std::vector<std::string>& words, const std::string& directory,
-                             const std::map<std::string, std::string>& changes = {})
-{
-    const TempDirectory files;
-    const std::string output = files / "output";
-    const std::string errors = files / "errors";
-    const pid_t child = ::fork();
-    if (child == 0) {
+// A program that runs beside the test.
+class RunningProgram {
+public:
+    // 'changes' are made to the environment, an empty value removing the variable; 'directory' is where the program runs.
+    RunningProgram(const std::vector<std::string>& words, const std::string& directory,
+                   const std::map<std::string, std::string>& changes = {})
+    {
+        process = ::fork();
+        if (process != 0)
+            return;
         const auto redirect = [](const std::string& path, int flags, int to) {
             ::dup2(::open(path.c_str(), flags, 0600), to);
         };
         redirect("/dev/null", O_RDONLY, STDIN_FILENO);
-        redirect(output, O_WRONLY | O_CREAT, STDOUT_FILENO);
-        redirect(errors, O_WRONLY | O_CREAT, STDERR_FILENO);
+        redirect(Output(), O_WRONLY | O_CREAT, STDOUT_FILENO);
+        redirect(Errors(), O_WRONLY | O_CREAT, STDERR_FILENO);
         for (const auto& [name, value] : changes)
             value.empty() ? ::unsetenv(name.c_str()) : ::setenv(name.c_str(), value.c_str(), 1);
         std::vector<char*> arguments;
@@ -44,13 +47,44 @@ inline ProgramRun RunProgram(const std::vector<std::string>& words, const std::s
             ::execv(arguments[0], arguments.data());
         ::_exit(127);
     }
-    int status = 0;
-    while (::waitpid(child, &status, 0) < 0 && errno == EINTR)
-        continue;
-    const auto content = [](const std::string& path) {
+    ~RunningProgram()
+    {
+        if (process <= 0)
+            return;
+        ::kill(process, SIGKILL);
+        Wait();
+    }
+    RunningProgram(const RunningProgram&) = delete;
+    RunningProgram& operator=(const RunningProgram&) = delete;
+
+    pid_t Process() const { return process; }
+
+    ProgramRun Wait() // once
+    {
+        int status = 0;
+        while (::waitpid(process, &status, 0) < 0 && errno == EINTR)
+            continue;
+        process = 0;
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Content(Output()), Content(Errors()),
+                WIFSIGNALED(status) ? WTERMSIG(status) : 0};
+    }
+
+private:
+    static std::string Content(const std::string& path)
+    {
         std::ostringstream text;
         text << std::ifstream(path, std::ios::binary).rdbuf();
         return text.str();
-    };
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content(output), content(errors)};
+    }
+    std::string Output() const { return files / "output"; }
+    std::string Errors() const { return files / "errors"; }
+
+    const TempDirectory files;
+    pid_t process = 0;
+};
+
+inline ProgramRun RunProgram(const std::vector<std::string>& words, const std::string& directory,
+                             const std::map<std::string, std::string>& changes = {})
+{
+    return RunningProgram(words, directory, changes).Wait();
 }

@@ -9,5 +9,6 @@ namespace wren {
 
 void AddLookupCommand(CLI::App& app, int* status);
 void AddScriptCommand(CLI::App& app, int* status);
+void AddTagsCommand(CLI::App& app, int* status);
 
 } // namespace wren

@@ -26,8 +26,9 @@ a list: functions, classes, macros, selectors; a qualified name matches from its
 end ("Inner::f" finds "Outer::Inner::f"), and template arguments are ignored.
 
 Tags come from the nearest file "tags" at or above the source file, and from
-~/Library/Caches/SystemHeaderTags. Make them with Universal Ctags:
-    ctags -R --c-kinds=+p --c++-kinds=+p --excmd=number --fields=-ft .
+~/Library/Caches/SystemHeaderTags. Make them with:
+    wren tags DIR
+    wren tags --system
 
 Exit status: 0 something matched, 1 nothing did, 2 wrong usage or an unreadable file,
 3 no tags file serves the place.

@@ -1,5 +1,7 @@
 #include "wren/cli/SystemTagsHome.h"
 
+#include "wren/core/SystemTags.h"
+
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -26,9 +28,8 @@ SystemTagsHome::SystemTagsHome(const std::string& tagsFile, std::string* error)
         return;
     }
     directory = pattern;
-    const fs::path caches = fs::path(directory) / "Library/Caches";
-    fs::create_directories(caches);
-    fs::create_symlink(file, caches / "SystemHeaderTags");
+    fs::create_directories(SystemTagsDirectory(directory));
+    fs::create_symlink(file, SystemTagsFile(directory));
     const char* home = std::getenv("HOME");
     hadHome = home != nullptr;
     formerHome = hadHome ? home : "";

@@ -2,6 +2,7 @@
 
 #include "vetch/storage/Home.h"
 #include "vetch/support/Strings.h"
+#include "wren/core/SystemTags.h"
 
 #include <cctype>
 #include <cerrno>
@@ -16,9 +17,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The options that make tags as they are read here: line numbers, and nothing behind a tag's scope, since what stands there
-// is taken for a part of it.
-constexpr const char* kCtags = "ctags -R --c-kinds=+p --c++-kinds=+p --excmd=number --fields=-ft";
+std::string CommandForLocal(const std::string& directory)
+{
+    return "wren tags " + EscapedPath(directory);
+}
+
+constexpr const char* kCommandForSystem = "wren tags --system";
 
 std::optional<fs::path> NearestTags(fs::path directory)
 {
@@ -71,7 +75,8 @@ Habits LookAt(std::ifstream& file)
     return habits;
 }
 
-std::optional<std::string> ProblemWith(const fs::path& path)
+// 'command' makes the file anew.
+std::optional<std::string> ProblemWith(const fs::path& path, const std::string& command)
 {
     std::error_code problem;
     if (fs::is_directory(path, problem))
@@ -80,13 +85,13 @@ std::optional<std::string> ProblemWith(const fs::path& path)
     if (!file)
         return path.string() + " cannot be read: " + std::strerror(errno);
     if (file.peek() == std::ifstream::traits_type::eof())
-        return path.string() + " is empty; make it anew";
+        return path.string() + " is empty; make it anew with: " + command;
     const Habits habits = LookAt(file);
     if (!habits.lineNumbers)
-        return path.string() + " has no line numbers; make it with: " + kCtags + " .";
+        return path.string() + " has no line numbers; make it anew with: " + command;
     if (habits.fieldsBehindScopes)
         return path.string() +
-               " has fields behind its scopes, so that qualified names match nothing; make it with: " + kCtags + " .";
+               " has fields behind its scopes, so that qualified names match nothing; make it anew with: " + command;
     return std::nullopt;
 }
 
@@ -96,12 +101,12 @@ std::vector<std::string> ProblemsWithTags(const std::string& directory)
 {
     std::vector<std::string> problems;
     if (const std::optional<fs::path> local = NearestTags(directory))
-        if (const std::optional<std::string> problem = ProblemWith(*local))
+        if (const std::optional<std::string> problem = ProblemWith(*local, CommandForLocal(local->parent_path())))
             problems.push_back(*problem);
-    const fs::path system = Home() + "Library/Caches/SystemHeaderTags";
+    const fs::path system = SystemTagsFile(Home());
     std::error_code ignored;
-    if (!Home().empty() && fs::exists(system, ignored))
-        if (const std::optional<std::string> problem = ProblemWith(system))
+    if (!system.empty() && fs::exists(system, ignored))
+        if (const std::optional<std::string> problem = ProblemWith(system, kCommandForSystem))
             problems.push_back(*problem);
     return problems;
 }
@@ -110,8 +115,8 @@ std::string RemedyForNoTags(const std::string& directory)
 {
     return "no tags file serves " + directory + "\n" +
            "  There is no file \"tags\" in it or above it, and no system tags file " +
-           (Home().empty() ? std::string("(HOME is not set)") : Home() + "Library/Caches/SystemHeaderTags") + ".\n" +
-           "  Make one with:  (cd " + EscapedPath(directory) + " && " + kCtags + " .)";
+           (Home().empty() ? std::string("(HOME is not set)") : SystemTagsFile(Home())) + ".\n" +
+           "  Make one with:  " + CommandForLocal(directory) + "\n" + "  The system's:   " + kCommandForSystem;
 }
 
 } // namespace wren

@@ -10,6 +10,7 @@
 #include "wren/core/Face.h"
 #include "wren/core/HostWitness.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/core/SystemTags.h"
 
 #include <filesystem>
 
@@ -41,10 +42,11 @@ Host::~Host()
     ShutDown();
 }
 
-void Host::Start()
+void Host::Start(CacheDirectory directory)
 {
     started = true;
-    MakeCacheDirectory();
+    if (directory == CacheDirectory::Make)
+        MakeCacheDirectory();
     events.FirstContact();
     events.Register();
     SendStoredSettings();
@@ -180,9 +182,9 @@ void Host::MakeCacheDirectory()
     if (home.empty())
         return face.Warn("there is no home directory: system tags have no place");
     std::error_code error;
-    std::filesystem::create_directories(home + "Library/Caches", error);
+    std::filesystem::create_directories(SystemTagsDirectory(home), error);
     if (error)
-        face.Warn("cannot make " + home + "Library/Caches: " + error.message());
+        face.Warn("cannot make " + SystemTagsDirectory(home) + ": " + error.message());
 }
 
 void Host::SendStoredSettings()

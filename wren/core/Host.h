@@ -42,9 +42,10 @@ public:
     Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::string& settingsFile);
     ~Host() override; // shuts down if that was not done
 
-    // Makes the user's cache directory, has the plug-in register itself and gives it its stored settings. What goes wrong
-    // with either is told by Face::Warn and stops nothing.
-    void Start();
+    // Makes the user's cache directory, unless nothing is to be touched, has the plug-in register itself and gives it its
+    // stored settings. What goes wrong with either is told by Face::Warn and stops nothing.
+    enum class CacheDirectory { Make, LeaveAlone };
+    void Start(CacheDirectory directory = CacheDirectory::Make);
 
     // Closes what is open, waits for what still loads in the background, and unloads the plug-in. Idempotent.
     void ShutDown();

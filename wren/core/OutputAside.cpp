@@ -14,6 +14,16 @@ OutputAside::OutputAside()
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
+void OutputAside::DropTheRest()
+{
+    std::fflush(stdout);
+    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (nowhere < 0)
+        return;
+    ::dup2(nowhere, STDOUT_FILENO);
+    ::close(nowhere);
+}
+
 bool OutputAside::Write(const std::string& text)
 {
     for (size_t done = 0; done < text.size();) {

@@ -12,6 +12,8 @@ class OutputAside {
 public:
     OutputAside();
 
+    void DropTheRest(); // what is printed from now on goes nowhere, instead of to standard error
+
     bool Write(const std::string& text); // at once; false, with errno, when it could not be written
     bool IsTerminal() const;
 

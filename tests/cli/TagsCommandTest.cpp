@@ -1,0 +1,507 @@
+// The program as a user runs it to make tags, with a stand-in for the tags program where it is to misbehave.
+#include "tests/support/Fifo.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/TempDirectory.h"
+
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <sys/file.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Reads the options, then a line for each file that it is to tag; "$target" is the file to write.
+constexpr const char* kReadOptions = R"(#!/bin/sh
+while [ $# -gt 0 ]; do
+    [ "$1" = -f ] && target=$2
+    shift
+done
+)";
+constexpr const char* kWriteTags = R"(
+while IFS= read -r file; do printf 'x\t%s\t1;"\tv\n' "$file"; done >"$target"
+)";
+const std::string kGoodProgram = std::string(kReadOptions) + kWriteTags;
+constexpr const char* kOldTags = "old\told.h\t1;\"\tv\n";
+
+std::string Content(const std::string& path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+bool HasText(const std::string& text, const std::string& part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+class TagsCommand : public ::testing::Test {
+protected:
+    TagsCommand()
+    {
+        tree.Write("home/.keep", "");
+        tree.Write("project/a.h", "int a(void);\n");
+        tree.Write("project/deep/b.c", "int b;\n");
+        tree.Write("project/notes.txt", "int c;\n");
+        UseProgram(kGoodProgram);
+    }
+
+    void UseProgram(const std::string& script)
+    {
+        fs::permissions(tree.Write("program", script), fs::perms::owner_all);
+        environment["WREN_CTAGS"] = tree / "program";
+    }
+
+    std::vector<std::string> Command(const std::vector<std::string>& words) const
+    {
+        std::vector<std::string> command{WREN_PROGRAM, "tags", "--home", tree / "home"};
+        command.insert(command.end(), words.begin(), words.end());
+        return command;
+    }
+
+    ProgramRun Run(const std::vector<std::string>& words) const
+    {
+        return RunProgram(Command(words), tree.Path(), environment);
+    }
+
+    // Everything in the tree, with times and sizes.
+    std::string Listing() const { return RunProgram({"/bin/ls", "-lR", "--time-style=full-iso"}, tree.Path()).output; }
+
+    std::string Tags() const { return tree / "project/tags"; }
+    std::string UnfinishedTags() const { return tree / "project/tags.tmp"; }
+    std::string SystemTags() const { return tree / "home/Library/Caches/SystemHeaderTags"; }
+
+    void ExpectOldTags(const std::string& why) const
+    {
+        EXPECT_EQ(Content(Tags()), kOldTags) << why;
+        EXPECT_FALSE(fs::exists(UnfinishedTags())) << why;
+    }
+
+    std::map<std::string, std::string> environment;
+    TempDirectory tree;
+};
+
+// The last line, with the seconds taken out.
+std::string WithoutSeconds(const std::string& line)
+{
+    const size_t in = line.find(" in ");
+    const size_t unit = line.find(" s, ", in);
+    return in == std::string::npos || unit == std::string::npos ? line : line.substr(0, in) + line.substr(unit + 2);
+}
+
+} // namespace
+
+TEST_F(TagsCommand, MakesTheTagsOfADirectory)
+{
+    const ProgramRun run = Run({"project"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
+    EXPECT_TRUE(HasText(Content(Tags()), tree / "project/a.h"));
+    EXPECT_TRUE(HasText(Content(Tags()), tree / "project/deep/b.c"));
+    EXPECT_FALSE(HasText(Content(Tags()), "notes.txt"));
+    EXPECT_FALSE(fs::exists(UnfinishedTags()));
+}
+
+TEST_F(TagsCommand, MakesTheTagsOfTheCurrentDirectoryWhenNoneIsNamed)
+{
+    const ProgramRun run = RunProgram(Command({}), tree / "project", environment);
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
+}
+
+TEST_F(TagsCommand, ReplacesOldTagsAndALinkToThem)
+{
+    tree.Write("elsewhere", kOldTags);
+    fs::create_symlink(tree / "elsewhere", Tags());
+    EXPECT_EQ(Run({"project"}).status, 0);
+    EXPECT_FALSE(HasText(Content(Tags()), "old"));
+    EXPECT_EQ(Content(tree / "elsewhere"), kOldTags);
+    EXPECT_EQ(Run({"project"}).status, 0) << "the same tags again are a new file all the same";
+}
+
+TEST_F(TagsCommand, MakesTheSystemsTagsOfTheDirectoriesThatExist)
+{
+    tree.Write("headers/s.h", "int s;\n");
+    tree.Write("settings", "DeclScanSystemDirectories " + (tree / "gone") + " " + (tree / "headers") + "\n");
+    const ProgramRun run = Run({"--system", "--settings", tree / "settings"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "") << "find would complain of the one that is gone";
+    EXPECT_EQ(WithoutSeconds(run.output), "tags of 1 file: 1 tag, " + SystemTags() + "\n");
+    EXPECT_TRUE(HasText(Content(SystemTags()), tree / "headers/s.h"));
+    EXPECT_FALSE(fs::exists(SystemTags() + ".temp"));
+    EXPECT_FALSE(fs::exists(Tags()));
+}
+
+TEST_F(TagsCommand, SaysWhichSystemDirectoriesAreGoneWhenAllAre)
+{
+    tree.Write("settings", "DeclScanSystemDirectories " + (tree / "gone") + "\n");
+    const ProgramRun run = Run({"--system", "--settings", tree / "settings"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(HasText(run.errors, tree / "gone")) << run.errors;
+    EXPECT_TRUE(HasText(run.errors, "DeclScanSystemDirectories")) << run.errors;
+    EXPECT_FALSE(fs::exists(SystemTags()));
+}
+
+TEST_F(TagsCommand, LeavesASettingAloneThatIsMoreThanDirectories)
+{
+    fs::create_directory(tree / "headers");
+    tree.Write("settings", "DeclScanSystemDirectories -L " + (tree / "head*") + " " + (tree / "gone") + "\n");
+    const ProgramRun run = Run({"--system", "--dry-run", "--settings", tree / "settings"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_TRUE(HasText(run.output, "find -L " + (tree / "head*") + " " + (tree / "gone") + " ")) << run.output;
+}
+
+TEST_F(TagsCommand, MakesBoth)
+{
+    tree.Write("headers/s.h", "int s;\n");
+    tree.Write("settings", "DeclScanSystemDirectories " + (tree / "headers") + "\n");
+    const ProgramRun run = Run({"project", "--system", "--settings", tree / "settings"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    const size_t lineEnd = run.output.find('\n') + 1;
+    EXPECT_EQ(WithoutSeconds(run.output.substr(0, lineEnd)), "tags of 1 file: 1 tag, " + SystemTags() + "\n");
+    EXPECT_EQ(WithoutSeconds(run.output.substr(lineEnd)), "tags of 2 files: 2 tags, " + Tags() + "\n");
+}
+
+TEST_F(TagsCommand, FollowsTheSuffixesOfTheSettings)
+{
+    tree.Write("settings", "DeclIndexSuffixes *.txt\n");
+    EXPECT_EQ(Run({"project", "--settings", tree / "settings"}).status, 0);
+    EXPECT_TRUE(HasText(Content(Tags()), "notes.txt"));
+    EXPECT_EQ(Content(tree / "settings"), "DeclIndexSuffixes *.txt\n");
+}
+
+TEST_F(TagsCommand, SaysWhenThereWasNothingToTag)
+{
+    fs::create_directory(tree / "empty");
+    const ProgramRun run = Run({"empty"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(WithoutSeconds(run.output), "tags of 0 files: 0 tags, " + (tree / "empty/tags") + "\n");
+    EXPECT_TRUE(HasText(run.errors, "no file was found")) << run.errors;
+}
+
+TEST_F(TagsCommand, BelievesTheNumbersAtTheHeadOfTheFile)
+{
+    UseProgram(
+        std::string(kReadOptions) +
+        R"(printf '!_TAG_CPLUSTAGS_FILES\t585\t//\n!_TAG_CPLUSTAGS_TAGS\t48211\t//\na\ta.h\t1;"\tv\n' >"$target")");
+    EXPECT_EQ(WithoutSeconds(Run({"project"}).output), "tags of 585 files: 48211 tags, " + Tags() + "\n");
+}
+
+TEST_F(TagsCommand, TellsTheTagsProgramTheNumberOfJobs)
+{
+    UseProgram(std::string(kReadOptions) + R"(printf '!_TAG_CPLUSTAGS_FILES\t%s\t//\n' "$CPLUSTAGS_JOBS" >"$target")");
+    EXPECT_EQ(WithoutSeconds(Run({"project", "--jobs", "3"}).output), "tags of 3 files: 0 tags, " + Tags() + "\n");
+}
+
+TEST_F(TagsCommand, ShowsWhatIsRunOnlyWhenAsked)
+{
+    EXPECT_FALSE(HasText(Run({"project"}).errors, "executing"));
+    const ProgramRun run = Run({"project", "--verbose"});
+    EXPECT_TRUE(HasText(run.errors, "executing mv ")) << run.errors;
+    EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
+}
+
+TEST_F(TagsCommand, KeepsTheCommandsOwnOutputOffItsOutput)
+{
+    UseProgram(std::string(kReadOptions) + "echo chatter\necho complaint >&2\n" + kWriteTags);
+    const ProgramRun run = Run({"project"});
+    EXPECT_EQ(run.errors, "chatter\ncomplaint\n");
+    EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
+}
+
+TEST_F(TagsCommand, DryRunPrintsTheCommandsAndTouchesNothing)
+{
+    tree.Write("project/tags.tmp", kOldTags);
+    const std::string before = Listing();
+    const ProgramRun run = Run({"project", "--system", "--dry-run"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(Listing(), before);
+    for (const std::string& part :
+         {"export HOME=" + (tree / "home") + "\n", std::string("\nfind /usr/include \\("),
+          std::string("\nmv ~/Library/Caches/SystemHeaderTags.temp ~/Library/Caches/SystemHeaderTags\n"),
+          "\nfind " + (tree / "project") + " \\(", "\nmv " + UnfinishedTags() + " " + Tags() + "\n"})
+        EXPECT_TRUE(HasText(run.output, part)) << part << " is not in:\n" << run.output;
+    EXPECT_FALSE(HasText(run.output, "/System/Library/Frameworks")) << "it does not exist here";
+}
+
+TEST_F(TagsCommand, DryRunIsWhatAShellCanRun)
+{
+    tree.Write("commands", Run({"project", "--dry-run"}).output);
+    const ProgramRun shell = RunProgram({"/bin/sh", tree / "commands"}, "/");
+    EXPECT_EQ(shell.status, 0) << shell.errors;
+    const std::string tags = Content(Tags());
+    EXPECT_TRUE(HasText(tags, tree / "project/a.h"));
+    EXPECT_EQ(Run({"project"}).status, 0);
+    EXPECT_EQ(Content(Tags()), tags);
+}
+
+TEST_F(TagsCommand, LeavesTheOldFileWhenTheTagsProgramFails)
+{
+    struct Case {
+        std::string script;
+        const char* why;
+    };
+    for (const Case& c : {
+             Case{"#!/bin/sh\nexit 1\n", "nothing was written"},
+             Case{std::string(kReadOptions) + "echo half >\"$target\"\nexit 1\n", "half a file was written"},
+             Case{std::string(kReadOptions) + "exit 0\n", "it claims success and wrote nothing"},
+             Case{"#!/no/such/interpreter\n", "it cannot be started"},
+             Case{"#!/bin/sh\nkill -SEGV $$\n", "it crashed"},
+         }) {
+        UseProgram(c.script);
+        tree.Write("project/tags", kOldTags);
+        const ProgramRun run = Run({"project"});
+        EXPECT_EQ(run.status, 1) << c.why;
+        EXPECT_EQ(run.output, "") << c.why;
+        EXPECT_TRUE(HasText(run.errors, Tags() + " was not made")) << c.why << ": " << run.errors;
+        EXPECT_TRUE(HasText(run.errors, "The old file is as it was.")) << c.why << ": " << run.errors;
+        EXPECT_TRUE(HasText(run.errors, "wren tags " + (tree / "project") + " --dry-run")) << c.why << run.errors;
+        ExpectOldTags(c.why);
+    }
+}
+
+TEST_F(TagsCommand, WhatAnEarlierRunLeftIsNoSuccess)
+{
+    tree.Write("project/tags", kOldTags);
+    tree.Write("project/tags.tmp", "stale\tstale.h\t1;\"\tv\n");
+    UseProgram("#!/bin/sh\nexit 0\n");
+    EXPECT_EQ(Run({"project"}).status, 1);
+    ExpectOldTags("nothing was made in this run");
+}
+
+TEST_F(TagsCommand, LeavesAloneWhatIsNoTagsFile)
+{
+    struct Case {
+        const char* leaf;
+        const char* why;
+    };
+    for (const Case& c : {Case{"tags", "the moved file would replace it"},
+                          Case{"tags.tmp", "it would be moved in place of the tags, or removed"}}) {
+        const TempDirectory project;
+        project.Write("a.h", "int a;\n");
+        project.Write(c.leaf, "my own list\n");
+        const ProgramRun run = Run({project.Path()});
+        EXPECT_EQ(run.status, 1) << c.why;
+        EXPECT_TRUE(HasText(run.errors, project / c.leaf + " is no tags file")) << c.why << ": " << run.errors;
+        EXPECT_EQ(Content(project / c.leaf), "my own list\n") << c.why;
+        fs::remove(project / c.leaf);
+        fs::create_directory(project / c.leaf);
+        const ProgramRun directory = Run({project.Path()});
+        EXPECT_EQ(directory.status, 1) << c.why;
+        EXPECT_TRUE(HasText(directory.errors, project / c.leaf + " is a directory")) << c.why << directory.errors;
+        EXPECT_TRUE(fs::is_empty(project / c.leaf)) << c.why;
+    }
+}
+
+TEST_F(TagsCommand, GoesOnWithTheOtherFileWhenOneFails)
+{
+    tree.Write("settings", "DeclScanSystemDirectories " + (tree / "gone") + "\n");
+    const ProgramRun run = Run({"project", "--system", "--settings", tree / "settings"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
+}
+
+TEST_F(TagsCommand, RefusesWhatItDoesNotUnderstand)
+{
+    struct Case {
+        std::vector<std::string> words;
+        const char* said;
+    };
+    for (const Case& c : {
+             Case{{"nowhere"}, "nowhere"},
+             Case{{"project/a.h"}, "project/a.h"},
+             Case{{""}, "is no directory"},
+             Case{{"nowhere", "--system"}, "nowhere"},
+             Case{{"project", "home"}, "home"},
+             Case{{"--jobs", "0"}, "jobs"},
+             Case{{"--jobs", "-1"}, "jobs"},
+             Case{{"--jobs", "many"}, "jobs"},
+             Case{{"--settings", "nowhere"}, "nowhere"},
+             Case{{"--bundle", "None.bundle"}, "None.bundle"},
+             Case{{"--bogus"}, "bogus"},
+         }) {
+        const std::string before = Listing();
+        const ProgramRun run = Run(c.words);
+        EXPECT_EQ(run.status, 2) << c.said;
+        EXPECT_TRUE(HasText(run.errors, c.said)) << c.said << " is not in: " << run.errors;
+        EXPECT_EQ(run.output, "") << c.said;
+        EXPECT_EQ(Listing(), before) << c.said;
+    }
+}
+
+TEST_F(TagsCommand, RefusesADirectoryThatCannotBeWritten)
+{
+    fs::create_directory(tree / "closed");
+    fs::permissions(tree / "closed", fs::perms::owner_read | fs::perms::owner_exec);
+    std::vector<std::string> command = Command({"closed"});
+    if (::geteuid() == 0) { // who may write everywhere, until that right is given up
+        const std::vector<std::string> giveUp = {"/usr/bin/setpriv", "--bounding-set=-dac_override,-dac_read_search"};
+        command.insert(command.begin(), giveUp.begin(), giveUp.end());
+    }
+    const ProgramRun run = RunProgram(command, tree.Path(), environment);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_TRUE(HasText(run.errors, tree / "closed" + " cannot be read and written")) << run.errors;
+}
+
+TEST_F(TagsCommand, NeedsAHomeForTheSystemsTagsOnly)
+{
+    environment["HOME"] = "";
+    const ProgramRun system = RunProgram({WREN_PROGRAM, "tags", "--system"}, tree.Path(), environment);
+    EXPECT_EQ(system.status, 2);
+    EXPECT_TRUE(HasText(system.errors, "HOME is not set")) << system.errors;
+    EXPECT_EQ(RunProgram({WREN_PROGRAM, "tags", "project"}, tree.Path(), environment).status, 0);
+}
+
+TEST_F(TagsCommand, SaysWhenTheSystemsTagsHaveNoPlace)
+{
+    tree.Write("file", "");
+    const ProgramRun run = RunProgram({WREN_PROGRAM, "tags", "--system", "--home", tree / "file"}, tree.Path());
+    EXPECT_EQ(run.status, 1);
+    EXPECT_TRUE(HasText(run.errors, tree / "file/Library/Caches")) << run.errors;
+}
+
+TEST_F(TagsCommand, HostileNamesOfDirectoriesAreNamesAndNothingElse)
+{
+    for (const char* name :
+         {"a blank", "an apostrophe's", "a \"quote\"", "$(touch pwned)", "`touch pwned`", "a; touch pwned", "-leading",
+          "a\nbreak; touch pwned", "\xff\xfe non-UTF-8", "$(CTAGS_TO_RUN)", "a | touch pwned", "#", "a\\", "*", "~"}) {
+        const TempDirectory place;
+        const std::string directory = place / name;
+        place.Write(std::string(name) + "/h.h", "int hostile(void);\n");
+        const auto run = [&](const std::vector<std::string>& words) {
+            return RunProgram(Command(words), place.Path(), environment);
+        };
+        const ProgramRun made = run({"--", name});
+        EXPECT_EQ(made.status, 0) << name << ": " << made.errors;
+        EXPECT_TRUE(HasText(made.output, ", " + directory + "/tags\n")) << name << ": " << made.output;
+        EXPECT_TRUE(HasText(Content(directory + "/tags"), "h.h")) << name;
+        // The same when a user pastes what a dry run prints.
+        fs::remove(directory + "/tags");
+        place.Write("commands", run({"--dry-run", "--", name}).output);
+        EXPECT_EQ(RunProgram({"/bin/sh", place / "commands"}, place.Path()).status, 0) << name;
+        EXPECT_TRUE(fs::exists(directory + "/tags")) << name;
+        fs::remove(place / "commands");
+        EXPECT_EQ(std::distance(fs::directory_iterator(place.Path()), fs::directory_iterator()), 1)
+            << name << " was run";
+    }
+}
+
+namespace {
+
+// A run whose tags program says that it has begun, and then waits.
+class InterruptedTags : public TagsCommand {
+protected:
+    // 'beginning' and 'end' are done by the tags program, before it says so and after it is told to go on.
+    void UseWaitingProgram(const std::string& beginning, const std::string& end = "")
+    {
+        UseProgram(std::string(kReadOptions) + beginning + "\necho half >\"$target\"\necho $$ >'" + began.Path() +
+                   "'\nread line <'" + goOn.Path() + "'\n" + end);
+        tree.Write("project/tags", kOldTags);
+    }
+
+    // The number of the tags program's process, once it has begun; 0 when the run ended first.
+    pid_t WaitUntilBegun(const RunningProgram& run) const
+    {
+        const std::string number = began.ReadLine(run.Process());
+        return number.empty() ? 0 : static_cast<pid_t>(std::stol(number));
+    }
+
+    Fifo began;
+    Fifo goOn;
+};
+
+} // namespace
+
+TEST_F(InterruptedTags, LeavesTheOldFileAndNoProcess)
+{
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        UseWaitingProgram("");
+        RunningProgram running(Command({"project"}), tree.Path(), environment);
+        const pid_t program = WaitUntilBegun(running);
+        ASSERT_GT(program, 0) << running.Wait().errors;
+        ::kill(running.Process(), signal);
+        const ProgramRun run = running.Wait();
+        EXPECT_EQ(run.signal, signal);
+        EXPECT_EQ(run.output, "");
+        EXPECT_TRUE(HasText(run.errors, "interrupted. " + Tags() + ": The old file is as it was.")) << run.errors;
+        EXPECT_EQ(::kill(program, 0), -1) << "the tags program has outlived the run";
+        ExpectOldTags("interrupted");
+    }
+}
+
+TEST_F(InterruptedTags, WaitsForAProgramThatTidiesUp)
+{
+    UseWaitingProgram("trap 'echo tidied >tidy; exit 0' INT");
+    RunningProgram running(Command({"project"}), tree.Path(), environment);
+    ASSERT_GT(WaitUntilBegun(running), 0) << running.Wait().errors;
+    ::kill(running.Process(), SIGINT);
+    EXPECT_EQ(running.Wait().signal, SIGINT);
+    EXPECT_EQ(Content(tree / "tidy"), "tidied\n");
+    ExpectOldTags("an interrupted command is no success, whatever its status");
+}
+
+TEST_F(InterruptedTags, ASecondSignalEndsAProgramThatIgnoresTheFirst)
+{
+    UseWaitingProgram("trap '' INT TERM");
+    RunningProgram running(Command({"project"}), tree.Path(), environment);
+    const pid_t program = WaitUntilBegun(running);
+    ASSERT_GT(program, 0) << running.Wait().errors;
+    ::kill(running.Process(), SIGINT);
+    ::kill(running.Process(), SIGTERM);
+    EXPECT_EQ(running.Wait().signal, SIGINT);
+    EXPECT_EQ(::kill(program, 0), -1);
+    ExpectOldTags("interrupted");
+}
+
+TEST_F(InterruptedTags, AnInterruptedRunGoesNoFurther)
+{
+    tree.Write("headers/s.h", "int s;\n");
+    tree.Write("settings", "DeclScanSystemDirectories " + (tree / "headers") + "\n");
+    UseWaitingProgram("echo run >>runs");
+    RunningProgram running(Command({"project", "--system", "--settings", tree / "settings"}), tree.Path(), environment);
+    ASSERT_GT(WaitUntilBegun(running), 0) << running.Wait().errors;
+    ::kill(running.Process(), SIGINT);
+    EXPECT_EQ(running.Wait().signal, SIGINT);
+    EXPECT_EQ(Content(tree / "runs"), "run\n") << "the project's tags were begun, too";
+    EXPECT_FALSE(fs::exists(SystemTags()));
+    EXPECT_FALSE(fs::exists(SystemTags() + ".temp"));
+    ExpectOldTags("never begun");
+}
+
+TEST_F(InterruptedTags, ASignalThatWasIgnoredStaysIgnored)
+{
+    UseWaitingProgram("", kWriteTags);
+    std::vector<std::string> command = {"/bin/sh", "-c", "trap '' HUP; exec \"$@\"", "sh"};
+    for (const std::string& word : Command({"project"}))
+        command.push_back(word);
+    RunningProgram running(command, tree.Path(), environment);
+    ASSERT_GT(WaitUntilBegun(running), 0) << running.Wait().errors;
+    ::kill(running.Process(), SIGHUP);
+    goOn.WriteLine("go on");
+    const ProgramRun run = running.Wait();
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_TRUE(HasText(Content(Tags()), "a.h"));
+}
+
+TEST_F(TagsCommand, WaitsForAnotherRunInTheSameDirectory)
+{
+    const int directory = ::open((tree / "project").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    ASSERT_EQ(::flock(directory, LOCK_EX), 0);
+    const Fifo errors;
+    std::vector<std::string> command = {"/bin/sh", "-c", "exec \"$@\" 2>'" + errors.Path() + "'", "sh"};
+    for (const std::string& word : Command({"project"}))
+        command.push_back(word);
+    RunningProgram running(command, tree.Path(), environment);
+    EXPECT_EQ(errors.ReadLine(running.Process()),
+              "wren: tags are being made in " + (tree / "project") + " already; waiting");
+    EXPECT_FALSE(fs::exists(Tags()));
+    ::close(directory);
+    EXPECT_EQ(running.Wait().status, 0);
+    EXPECT_TRUE(fs::exists(Tags()));
+}

@@ -1,0 +1,199 @@
+#include "wren/cli/Commands.h"
+#include "wren/cli/MakeTags.h"
+#include "wren/cli/TagsReport.h"
+#include "wren/core/OutputAside.h"
+#include "wren/core/PluginBundle.h"
+
+#include "vetch/storage/Home.h"
+#include "vetch/support/Strings.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <unistd.h>
+
+namespace wren {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMade = 0;
+constexpr int kFailed = 1;
+constexpr int kUnusable = 2;
+
+constexpr unsigned kMostJobs = 1024;
+
+constexpr const char* kFooter =
+    R"(Without --system, the tags of DIR go into the file "tags" in it, and are used for every
+source file in DIR and below. The tags of the system's headers go into
+~/Library/Caches/SystemHeaderTags, and are used everywhere. DIR and --system together
+make both. What is tagged (*.h *.c *.cp *.cpp *.m *.mm; /usr/include) is in the settings;
+system directories that do not exist are left out.
+
+The last line says how much was tagged, how long it took, and the file. The old file stays
+as it is until the new one is complete: whatever fails, and when you interrupt it.
+
+Parsing is done by Universal Ctags. WREN_CTAGS names another tags program to run instead
+of the one in the plug-in's bundle.
+
+Exit status: 0 every new file is in place, 1 one could not be made, 2 wrong usage, or a
+directory that cannot be used. An interrupted run ends by the signal.
+
+Examples:
+    wren tags                   tags of the current directory
+    wren tags ~/src/project
+    wren tags --system
+    wren tags . --system --jobs 2
+    wren tags . --dry-run       what would be run, as lines for a shell)";
+
+struct TagsWords {
+    std::optional<std::string> directory;
+    bool system = false;
+    std::optional<unsigned> jobs;
+    bool dryRun = false;
+    bool verbose = false;
+    std::string bundle;
+    std::string home;
+    std::string settings;
+};
+
+void Complain(const std::string& text)
+{
+    std::fprintf(stderr, "wren: %s\n", text.c_str());
+}
+
+// The directory as an absolute path without links; nothing, with the reason said, when it cannot be used.
+std::optional<std::string> UsableDirectory(const std::string& directory)
+{
+    std::error_code problem;
+    const fs::path path = fs::canonical(directory, problem);
+    if (directory.empty() || problem == std::errc::not_a_directory || (!problem && !fs::is_directory(path, problem))) {
+        Complain("\"" + directory + "\" is no directory");
+        return std::nullopt;
+    }
+    if (problem) {
+        Complain(directory + " cannot be used: " + problem.message());
+        return std::nullopt;
+    }
+    if (::access(path.c_str(), R_OK | W_OK | X_OK) != 0) {
+        Complain(path.string() + " cannot be read and written: " + std::strerror(errno));
+        return std::nullopt;
+    }
+    return path.string();
+}
+
+// The words as something that can be done; false, with the reason said, when they are not.
+bool Understand(TagsWords& words)
+{
+    if (!words.home.empty())
+        words.home = fs::absolute(words.home);
+    if (words.system && words.home.empty() && Home().empty()) {
+        Complain("HOME is not set, so that the system's tags have no place; say --home DIR");
+        return false;
+    }
+    if (!words.directory && words.system)
+        return true;
+    words.directory = UsableDirectory(words.directory.value_or("."));
+    return words.directory.has_value();
+}
+
+// For this process and the commands.
+void SetEnvironment(const TagsWords& words)
+{
+    if (!words.home.empty())
+        ::setenv("HOME", words.home.c_str(), 1);
+    if (words.jobs)
+        ::setenv("CPLUSTAGS_JOBS", std::to_string(*words.jobs).c_str(), 1);
+}
+
+// What the commands of a dry run count on.
+std::string EnvironmentLines(const TagsWords& words)
+{
+    std::string lines;
+    if (!words.home.empty())
+        lines += "export HOME=" + EscapedPath(words.home) + "\n";
+    if (words.jobs)
+        lines += "export CPLUSTAGS_JOBS=" + std::to_string(*words.jobs) + "\n";
+    return lines;
+}
+
+// A command that shows what is run.
+std::string DryRun(const TagsWords& words, const std::string& what)
+{
+    std::string command = "wren tags " + what + " --dry-run";
+    if (!words.home.empty())
+        command += " --home " + EscapedPath(words.home);
+    if (!words.settings.empty())
+        command += " --settings " + EscapedPath(words.settings);
+    return command;
+}
+
+// Makes what was asked for, in the order in which an editor starts both. Answers the exit status; a run that was
+// interrupted leaves the signal in '*signal' and goes no further.
+int MakeAll(PluginBundle& bundle, const TagsWords& words, OutputAside& output, int* signal)
+{
+    using Mode = ShellCommands::Mode;
+    TagsMaker maker(bundle, {words.dryRun ? Mode::Keep : Mode::Run, words.settings});
+    bool allWell = !words.dryRun || output.Write(EnvironmentLines(words));
+    if (words.system) {
+        const MadeTags made = maker.MakeSystem();
+        allWell = ReportTags(output, made, DryRun(words, "--system")) && allWell;
+        *signal = made.signal;
+    }
+    if (words.directory && *signal == 0) {
+        const MadeTags made = maker.MakeLocal(*words.directory);
+        allWell = ReportTags(output, made, DryRun(words, EscapedPath(*words.directory))) && allWell;
+        *signal = made.signal;
+    }
+    return allWell ? kMade : kFailed;
+}
+
+int RunTags(TagsWords& words)
+{
+    if (!Understand(words))
+        return kUnusable;
+    SetEnvironment(words);
+    OutputAside output;
+    if (!words.verbose)
+        output.DropTheRest();
+    std::string error;
+    const std::unique_ptr<PluginBundle> bundle =
+        PluginBundle::Load(words.bundle.empty() ? PluginBundle::DefaultDirectory() : words.bundle, &error);
+    if (bundle == nullptr) {
+        Complain(error);
+        return kUnusable;
+    }
+    int signal = 0;
+    const int status = MakeAll(*bundle, words, output, &signal);
+    if (signal != 0)
+        DieBySignal(signal);
+    return status;
+}
+
+} // namespace
+
+void AddTagsCommand(CLI::App& app, int* status)
+{
+    CLI::App* command = app.add_subcommand("tags", "Make the tags files in which symbols are looked up");
+    auto words = std::make_shared<TagsWords>();
+    command->add_option("DIR", words->directory, "Make the tags of this directory (default: the current one)");
+    command->add_flag("--system", words->system, "Make the tags of the system's headers");
+    command->add_option("--jobs", words->jobs, "Parse that many files at a time (default: one a core)")
+        ->check(CLI::Range(1u, kMostJobs));
+    command->add_flag("--dry-run", words->dryRun, "Print the command lines that would be run, and touch nothing");
+    command->add_flag("--verbose", words->verbose, "Say on standard error what is run");
+    command->add_option("--settings", words->settings, "The file of stored settings (default: none)")
+        ->check(CLI::ExistingFile);
+    command->add_option("--home", words->home, "The home directory (default: $HOME)");
+    command->add_option("--bundle", words->bundle, "The plug-in's bundle (default: the one beside this program)");
+    command->footer(kFooter);
+    command->callback([words, status] { *status = RunTags(*words); });
+}
+
+} // namespace wren
