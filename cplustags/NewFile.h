@@ -28,12 +28,14 @@ public:
     bool Commit();                     // puts the new file in place; false, with the old one as it was, when that fails
 
 private:
+    bool Flush();
+
     std::string error;
     std::string target;
     std::string directory;
     std::string buffer;
     int file = -1;
-    int lock = -1;
+    int lock = -1; // of the working directory, for as long as it is in use
 };
 
 } // namespace cplustags

@@ -1,0 +1,84 @@
+#include "cplustags/TagLine.h"
+
+#include <charconv>
+
+namespace cplustags {
+
+namespace {
+
+bool IsBelow(std::string_view path, std::string_view directory)
+{
+    return path.length() > directory.length() + 1 && path.substr(0, directory.length()) == directory &&
+           path[directory.length()] == '/';
+}
+
+void AppendNumber(std::string& text, unsigned number)
+{
+    char digits[16];
+    text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
+}
+
+} // namespace
+
+std::optional<std::string> FileField(std::string_view path, std::string_view directory)
+{
+    if (IsBelow(path, directory))
+        path.remove_prefix(directory.length() + 1);
+    std::string field;
+    for (const char character : path) {
+        if (character == '\t' || character == '\n' || character == '\r')
+            return std::nullopt;
+        if (character == '\\')
+            field += '\\';
+        field += character;
+    }
+    return field;
+}
+
+std::string PathOfField(std::string_view field, std::string_view directory)
+{
+    std::string path;
+    if (field.empty() || field.front() != '/')
+        path.append(directory) += '/';
+    for (size_t i = 0; i < field.length(); ++i) {
+        if (field[i] == '\\' && i + 1 < field.length())
+            ++i;
+        path += field[i];
+    }
+    return path;
+}
+
+bool AppendTagLine(std::string& text, const Tag& tag, std::string_view field)
+{
+    const size_t start = text.length();
+    text.append(tag.name) += '\t';
+    text.append(field) += '\t';
+    AppendNumber(text, tag.line);
+    text.append(";\"\t") += tag.kind;
+    if (text.length() - start + 1 > kLongestLine) {
+        text.resize(start);
+        return false;
+    }
+    if (!tag.scope.empty() && text.length() - start + tag.scope.length() + 2 <= kLongestLine)
+        (text += '\t').append(tag.scope);
+    text += '\n';
+    return true;
+}
+
+std::string_view NameOfLine(std::string_view line)
+{
+    return line.substr(0, line.find('\t'));
+}
+
+std::optional<std::string_view> FieldOfLine(std::string_view line)
+{
+    const size_t name = line.find('\t');
+    if (line.empty() || line.front() == '!' || name == std::string_view::npos || name == 0)
+        return std::nullopt;
+    const size_t end = line.find('\t', name + 1);
+    if (end == std::string_view::npos || end == name + 1)
+        return std::nullopt;
+    return line.substr(name + 1, end - name - 1);
+}
+
+} // namespace cplustags
