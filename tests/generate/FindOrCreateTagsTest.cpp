@@ -1,41 +1,18 @@
 #include "tags/TagDiscovery.h"
 
-#include "tests/support/FakeHost.h"
-#include "tests/support/Framework.h"
-#include "tests/support/Seats.h"
-#include "tests/support/TagLines.h"
+#include "tests/generate/GenerateTest.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/BPath.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <functional>
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 
 namespace {
 
-struct AlertWitness : vetch::DisplayWitness {
-    std::vector<vetch::AlertDescription> alerts;
-    std::function<void()> meanwhile = [] {}; // what happens while the user is asked
-
-    void AlertAnswered(const vetch::AlertDescription& alert, long) override
-    {
-        alerts.push_back(alert);
-        meanwhile();
-    }
-};
-
-class FindOrCreateTagsTest : public testing::Test {
+class FindOrCreateTagsTest : public GenerateTest {
 protected:
-    FindOrCreateTagsTest()
-    {
-        Seats::Reset();
-        host.file = EntryRef(home.Write("src/a.cpp", "").c_str());
-    }
-
-    AlertWitness witness;
-    TempHome home;
-    Framework framework{&witness};
-    FakeHost host;
     BEntry local;
     BEntry system;
 
@@ -58,32 +35,36 @@ TEST_F(FindOrCreateTagsTest, AsksWhenThereAreNoTagsAtAll)
     EXPECT_EQ(witness.alerts[0].buttons, (std::vector<std::string>{"Cancel", "Generate tags", "Paste command"}));
 }
 
-struct Answer {
-    const char* why;
-    long button;
-    std::vector<std::string> calls;
-};
-
-const Answer kAnswers[] = {
-    {"cancelled", 0, {}},
-    {"tags are generated in the background: not there yet", 1, {"CreateTags system local"}},
-    {"the user is to run the commands: not there yet", 2, {"HelpCreateTags system local"}},
-};
-
-TEST_F(FindOrCreateTagsTest, FindsNoTagsWhateverTheAnswer)
+TEST_F(FindOrCreateTagsTest, DoesNothingWhenTheUserCancels)
 {
-    for (const Answer& row : kAnswers) {
-        Seats::Reset();
-        framework.display.AnswerAlert(row.button);
-        EXPECT_FALSE(FindOrCreate()) << row.why;
-        EXPECT_EQ(Seats::calls, row.calls) << row.why;
-    }
+    framework.display.AnswerAlert(0);
+    EXPECT_FALSE(FindOrCreate());
+    EXPECT_THAT(requests.Take(), ElementsAre());
+    EXPECT_THAT(host.log, ElementsAre());
+}
+
+TEST_F(FindOrCreateTagsTest, MakesBothInTheBackgroundAndHasNoneYet)
+{
+    framework.display.AnswerAlert(1);
+    EXPECT_FALSE(FindOrCreate());
+    EXPECT_THAT(requests.Take(), ElementsAre(SystemRequest(), LocalRequest(home / "src")));
+    EXPECT_THAT(host.log, ElementsAre());
+}
+
+TEST_F(FindOrCreateTagsTest, PastesWhatMakesBothAndHasNoneYet)
+{
+    program.Is({true});
+    framework.display.AnswerAlert(2);
+    EXPECT_FALSE(FindOrCreate());
+    EXPECT_THAT(requests.Take(), ElementsAre());
+    EXPECT_THAT(host.log, ElementsAre(HasSubstr("for the system headers"),
+                                      HasSubstr("/usr/include/gcc/darwin/default/"), HasSubstr("in this directory")));
 }
 
 TEST_F(FindOrCreateTagsTest, FindsNoTagsEvenWhenSomeAppearDuringTheQuestion)
 {
-    witness.meanwhile = [this] { home.Write("tags", ""); };
-    framework.display.AnswerAlert(1);
+    witness.whileAsked = [this] { home.Write("tags", ""); };
+    framework.display.AnswerAlert(0);
     EXPECT_FALSE(FindOrCreate()) << "the user gives the command again";
     EXPECT_TRUE(FindOrCreate());
 }
@@ -101,7 +82,7 @@ TEST_F(FindOrCreateTagsTest, AsksNothingWhenOneOfTheFilesIsThere)
     EXPECT_STREQ(BPath(&system).Path(), systemTags.c_str());
     EXPECT_STREQ(BPath(&local).Path(), "");
     EXPECT_TRUE(witness.alerts.empty());
-    EXPECT_TRUE(Seats::calls.empty());
+    EXPECT_THAT(requests.Take(), ElementsAre());
 }
 
 } // namespace

@@ -1,26 +1,19 @@
 #include "tags/Tags.h"
 
-#include "settings/DeclarationSettings.h"
-#include "tests/support/FakeHost.h"
-#include "tests/support/Seats.h"
-#include "tests/support/TagLines.h"
+#include "tests/generate/GenerateTest.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+
+using ::testing::ElementsAre;
 
 namespace {
 
-using Calls = std::vector<std::string>;
+using Commands = Requests::Commands;
 
-class UpdateTags : public testing::Test {
+class UpdateTags : public GenerateTest {
 protected:
-    UpdateTags() { Seats::Reset(); }
-    ~UpdateTags() override { ScanIn("/System/Library/Frameworks", "/usr/include"); }
-
-    TempHome home;
-    FakeHost host;
-
     // A tags file of one tag, whose source is so small and so new that the file is stale, or older than it.
     BEntry TagsFile(const std::string& directory, bool stale)
     {
@@ -30,14 +23,8 @@ protected:
         std::filesystem::last_write_time(tags, time + (stale ? -std::chrono::hours(1) : std::chrono::hours(1)));
         return BEntry(tags.c_str());
     }
-    static void ScanIn(const char* first, const char* second)
-    {
-        const char* words[] = {"DeclScanSystemDirectories", first, second, nullptr};
-        const char** line = words;
-        DeclarationSettings::Instance()->HandleSettingsCommand(nullptr, &line);
-    }
     // Looks the symbol up in both files and has them updated.
-    Calls Update(const BEntry& local, const BEntry& system)
+    std::vector<Commands> Update(const BEntry& local, const BEntry& system)
     {
         Tags tags(&local, &system, "it", true);
         if (tags.Rewind()) {
@@ -50,36 +37,33 @@ protected:
             }
         }
         tags.UpdateIfNeeded(&host);
-        return std::exchange(Seats::calls, {});
+        return requests.Take();
     }
 };
 
 TEST_F(UpdateTags, LeavesFreshFilesAlone)
 {
-    EXPECT_EQ(Update(TagsFile("local", false), TagsFile("system", false)), Calls{});
+    EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", false)), ElementsAre());
 }
 
 TEST_F(UpdateTags, MakesAStaleLocalFileAnewWhereItIs)
 {
-    EXPECT_EQ(Update(TagsFile("local", true), TagsFile("system", false)),
-              Calls{"CreateTags in " + (home / "local") + ": local, none"});
+    EXPECT_THAT(Update(TagsFile("local", true), TagsFile("system", false)), ElementsAre(LocalRequest(home / "local")));
 }
 
-TEST_F(UpdateTags, GivesTheLocalDirectoryForTheSystemFileAsWell)
+TEST_F(UpdateTags, MakesAStaleSystemFileAnewWhereverItIs)
 {
-    const std::string in = "CreateTags in " + (home / "local");
-    EXPECT_EQ(Update(TagsFile("local", false), TagsFile("system", true)), Calls{in + ": system, compiler"});
-    EXPECT_EQ(Update(TagsFile("local", true), TagsFile("system", true)),
-              (Calls{in + ": local, none", in + ": system, compiler"}));
+    EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", true)), ElementsAre(SystemRequest()));
+    EXPECT_THAT(Update(TagsFile("local", true), TagsFile("system", true)),
+                ElementsAre(LocalRequest(home / "local"), SystemRequest()));
 }
 
 TEST_F(UpdateTags, AddsTheCompilersHeadersOnlyToThoseUnderUsrInclude)
 {
-    const std::string in = "CreateTags in " + (home / "local");
-    ScanIn("/System/Library/Frameworks", nullptr);
-    EXPECT_EQ(Update(TagsFile("local", false), TagsFile("system", true)), Calls{in + ": system, none"});
-    ScanIn("/opt/usr/include-old", nullptr);
-    EXPECT_EQ(Update(TagsFile("local", false), TagsFile("system", true)), Calls{in + ": system, compiler"});
+    settings.Set("DeclScanSystemDirectories", "/System/Library/Frameworks");
+    EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", true)), ElementsAre(testing::SizeIs(2)));
+    settings.Set("DeclScanSystemDirectories", "/opt/usr/include-old");
+    EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", true)), ElementsAre(testing::SizeIs(3)));
 }
 
 TEST_F(UpdateTags, FollowsALinkToTheLocalFile)
@@ -88,13 +72,12 @@ TEST_F(UpdateTags, FollowsALinkToTheLocalFile)
     std::filesystem::create_directory(home / "links");
     std::filesystem::create_symlink(home / "real/tags", home / "links/tags");
     home.Write("links/a.h", "tiny"); // the source is looked for beside the link
-    EXPECT_EQ(Update(BEntry((home / "links/tags").c_str()), BEntry()),
-              Calls{"CreateTags in " + (home / "real") + ": local, none"});
+    EXPECT_THAT(Update(BEntry((home / "links/tags").c_str()), BEntry()), ElementsAre(LocalRequest(home / "real")));
 }
 
 TEST_F(UpdateTags, DoesNothingWithoutFiles)
 {
-    EXPECT_EQ(Update(BEntry(), BEntry()), Calls{});
+    EXPECT_THAT(Update(BEntry(), BEntry()), ElementsAre());
 }
 
 } // namespace
