@@ -17,9 +17,9 @@ struct Options {
     bool totals = false;
 
     // From the environment, since the command lines of the plug-in leave no room for them.
-    std::string ctags;  // CPLUSTAGS_CTAGS: the program to run, "" to look for one
-    unsigned jobs;      // CPLUSTAGS_JOBS: ctags processes at a time; default: one a core
-    unsigned timeLimit; // CPLUSTAGS_TIME_LIMIT: seconds that ctags may take for a file; default 20
+    std::string ctags;       // CPLUSTAGS_CTAGS: the program to run, "" to look for one
+    unsigned jobs = 1;       // CPLUSTAGS_JOBS: ctags processes at a time; default: one a core
+    unsigned timeLimit = 20; // CPLUSTAGS_TIME_LIMIT: seconds that ctags may take for a file
 };
 
 // Reads the command line. When there is nothing more to do (--help, --version, wrong usage) '*status' is the exit

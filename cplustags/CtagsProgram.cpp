@@ -1,0 +1,66 @@
+#include "cplustags/CtagsProgram.h"
+
+#include "cplustags/ChildProcess.h"
+#include "cplustags/Paths.h"
+
+#include <cstdlib>
+#include <sstream>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace cplustags {
+
+namespace {
+
+constexpr const char* kUsualPath = "/usr/local/bin:/usr/bin:/bin";
+constexpr const char* kNoCtags = "Universal Ctags is not installed, and without it no source can be read; "
+                                 "on Debian: sudo apt install universal-ctags";
+
+bool IsProgram(const std::string& path)
+{
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
+}
+
+// "" when there is no such program.
+std::string InSearchPath(const std::string& name, const std::string& currentDirectory)
+{
+    const char* searched = std::getenv("PATH");
+    std::istringstream directories(searched != nullptr ? searched : kUsualPath);
+    for (std::string directory; std::getline(directories, directory, ':');) {
+        const std::string path = AbsolutePath(directory + "/" + name, currentDirectory);
+        if (!directory.empty() && IsProgram(path))
+            return path;
+    }
+    return "";
+}
+
+bool SaysItIsUniversal(const std::string& path)
+{
+    return OutputOf({path, "--version"}).find("Universal Ctags") != std::string::npos;
+}
+
+} // namespace
+
+std::string FindCtags(const std::string& chosen, const std::string& currentDirectory, std::string* error)
+{
+    if (!chosen.empty()) {
+        const bool isPath = chosen.find('/') != std::string::npos;
+        const std::string path =
+            isPath ? AbsolutePath(chosen, currentDirectory) : InSearchPath(chosen, currentDirectory);
+        if (IsProgram(path))
+            return path;
+        *error = "CPLUSTAGS_CTAGS is '" + Shown(chosen) + "', which is no program that can be run";
+        return "";
+    }
+    const std::string universal = InSearchPath("ctags-universal", currentDirectory);
+    if (!universal.empty())
+        return universal;
+    const std::string other = InSearchPath("ctags", currentDirectory);
+    if (!other.empty() && SaysItIsUniversal(other))
+        return other;
+    *error = kNoCtags;
+    return "";
+}
+
+} // namespace cplustags

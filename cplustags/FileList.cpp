@@ -1,0 +1,107 @@
+#include "cplustags/FileList.h"
+
+#include "cplustags/Paths.h"
+#include "cplustags/Progress.h"
+
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace cplustags {
+
+namespace {
+
+constexpr size_t kMostLinesOfName = 16;
+
+bool IsRegular(const std::string& name)
+{
+    struct stat status;
+    return ::stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+FileList::FileList(std::vector<std::string> files, int list, std::string directory, Progress& progress,
+                   std::function<bool()> goOn)
+    : files(std::make_move_iterator(files.begin()), std::make_move_iterator(files.end())), lines(list, std::move(goOn)),
+      directory(std::move(directory)), progress(progress)
+{
+}
+
+bool FileList::Next(std::string& path)
+{
+    std::string name;
+    while (NextName(name)) {
+        hasNames = true;
+        if (IsToBeTagged(name, path) && seen.insert(path).second)
+            return true;
+    }
+    return false;
+}
+
+bool FileList::NextName(std::string& name)
+{
+    if (!files.empty()) {
+        name = std::move(files.front());
+        files.pop_front();
+        return true;
+    }
+    while (lines.Has(0) && lines.At(0).empty())
+        lines.Drop(1);
+    if (!lines.Has(0))
+        return false;
+    lines.Drop(LinesOfName(name));
+    return true;
+}
+
+// The first line alone, unless only more lines name a file. A directory of that name is no reason to stop: it may be the
+// beginning of another's name.
+size_t FileList::LinesOfName(std::string& name)
+{
+    name = lines.At(0);
+    if (IsRegular(name))
+        return 1;
+    std::string longer = name;
+    for (size_t count = 2; count <= kMostLinesOfName && lines.Has(count - 1); ++count) {
+        longer.append("\n").append(lines.At(count - 1));
+        if (longer.size() >= PATH_MAX)
+            break;
+        if (IsRegular(longer)) {
+            name = longer;
+            return count;
+        }
+    }
+    return 1;
+}
+
+bool FileList::IsToBeTagged(const std::string& name, std::string& path)
+{
+    struct stat status;
+    if (name.find('\0') != std::string::npos) {
+        Report(name, ENOENT); // a list with other ends of lines; the system would read it up to there
+        return false;
+    }
+    if (::stat(name.c_str(), &status) != 0) {
+        Report(name, errno);
+        return false;
+    }
+    if (!S_ISREG(status.st_mode))
+        return false;
+    if (::faccessat(AT_FDCWD, name.c_str(), R_OK, AT_EACCESS) != 0) {
+        Report(name, errno);
+        return false;
+    }
+    path = AbsolutePath(name, directory);
+    return true;
+}
+
+void FileList::Report(const std::string& name, int reason)
+{
+    ++(reason == ENOENT || reason == ENOTDIR ? missing : unreadable);
+    progress.Say("cannot read " + Shown(name) + ": " + std::strerror(reason));
+}
+
+} // namespace cplustags

@@ -1,0 +1,294 @@
+#include "cplustags/MakeTags.h"
+
+#include "cplustags/CtagsProgram.h"
+#include "cplustags/FileList.h"
+#include "cplustags/IgnoredMacros.h"
+#include "cplustags/Interrupt.h"
+#include "cplustags/NewFile.h"
+#include "cplustags/OldTags.h"
+#include "cplustags/Options.h"
+#include "cplustags/Paths.h"
+#include "cplustags/Progress.h"
+#include "cplustags/StandardOutput.h"
+#include "cplustags/Summary.h"
+#include "cplustags/TagLine.h"
+#include "cplustags/Tagger.h"
+#include "cplustags/TagsWriter.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <optional>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <unordered_set>
+
+namespace cplustags {
+
+namespace {
+
+constexpr const char* kStandard = "-"; // input or output
+
+struct Failure : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+std::string Reason()
+{
+    return std::strerror(errno);
+}
+
+bool IsGone(const std::string& path)
+{
+    struct stat status;
+    return ::stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+// One run. Operations throw Failure; what was begun is undone at destruction.
+class Job {
+public:
+    Job(const Options& options, Progress& progress);
+
+    void Run();
+
+private:
+    bool WritesFile() const { return options.target != kStandard; }
+    void CheckTarget() const;
+    int OpenList();
+    void HaveFilesTagged();
+    void Begin();
+    void MakeNewFile();
+    void CheckOutcome() const;
+    bool HasNothingToDo() const { return options.append && !files.HasNames(); }
+    bool HasOldTags() const;
+    std::unique_ptr<LineSource> OldLines();
+    TagsCount Count();
+    void Write();
+    void WriteFile(const TagsCount& count, LineSources lines);
+    void WriteOutput(const TagsCount& count, LineSources lines);
+    void SaySummary(const TagsCount& count) const;
+
+    const Options& options;
+    Progress& progress;
+    const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+    const std::string currentDirectory = CurrentDirectory();
+    const std::string target; // an absolute path, also for standard output: names are written as for a file here
+    const std::string directory;
+    Descriptor list;
+    FileList files;
+    size_t leftOut = 0; // files whose names no line can hold
+    Settings settings;
+    std::unique_ptr<NewFile> newFile;
+    std::unique_ptr<Tagger> tagger; // once there is a file
+    std::unordered_set<std::string> taggedFields;
+    size_t otherFiles = 0; // that old tags are of
+};
+
+Job::Job(const Options& options, Progress& progress)
+    : options(options), progress(progress), target(AbsolutePath(options.target, currentDirectory)),
+      directory(DirectoryOf(target)), files(options.files, OpenList(), currentDirectory, progress,
+                                            [this] { return tagger != nullptr ? tagger->GoesOn() : !Interrupted(); })
+{
+}
+
+int Job::OpenList()
+{
+    if (options.list == kStandard)
+        return STDIN_FILENO;
+    if (options.list.empty())
+        return -1;
+    list = Descriptor(::open(options.list.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!list.IsOpen())
+        throw Failure("cannot read the list " + Shown(options.list) + ": " + Reason());
+    return list.Number();
+}
+
+void Job::Run()
+{
+    if (WritesFile())
+        CheckTarget();
+    HaveFilesTagged();
+    if (Interrupted())
+        throw Failure("interrupted");
+    CheckOutcome();
+    if (!HasNothingToDo())
+        Write();
+}
+
+void Job::CheckTarget() const
+{
+    switch (WhatIs(target)) {
+    case Target::Absent:
+    case Target::Tags:
+        return;
+    case Target::Foreign:
+        throw Failure(Shown(target) +
+                      " is no tags file, and is left as it is; name another file with -f, or remove it");
+    case Target::Unreadable:
+        throw Failure("cannot read " + Shown(target) + ", which was to be replaced: " + Reason());
+    }
+}
+
+void Job::HaveFilesTagged()
+{
+    std::string path;
+    while ((tagger == nullptr || tagger->GoesOn()) && files.Next(path)) {
+        std::optional<std::string> field = FileField(path, directory);
+        if (!field) {
+            progress.Say(Shown(path) + " is left out: a tags file cannot hold a name with a tab or a line break in it");
+            ++leftOut;
+            continue;
+        }
+        if (tagger == nullptr)
+            Begin();
+        tagger->Add(path, std::move(*field));
+    }
+    if (tagger != nullptr)
+        tagger->Finish();
+}
+
+void Job::Begin()
+{
+    std::string error;
+    settings.ctags = FindCtags(options.ctags, currentDirectory, &error);
+    if (settings.ctags.empty())
+        throw Failure(error);
+    MakeNewFile();
+    settings.temporaries = newFile->Directory();
+    settings.directory = directory;
+    settings.language = options.language;
+    settings.ignored = ListForCtags(options.ignored, currentDirectory);
+    settings.ignoredMacros = IgnoredMacros(settings.ignored);
+    settings.prototypes = options.prototypes;
+    settings.jobs = options.jobs;
+    settings.timeLimit = options.timeLimit;
+    tagger = std::make_unique<Tagger>(settings, progress);
+}
+
+// For standard output too there are temporary files, which are in a place of their own then.
+void Job::MakeNewFile()
+{
+    const char* temporaries = std::getenv("TMPDIR");
+    const std::string scratch = temporaries != nullptr && *temporaries != '\0' ? temporaries : "/tmp";
+    newFile = std::make_unique<NewFile>(WritesFile() ? target : scratch + "/cplustags");
+    if (!newFile->Error().empty())
+        throw Failure(newFile->Error());
+}
+
+// Files that are gone are nothing to worry about for who adds to a tags file: their old tags go. Else a list of which
+// nothing could be read is a mistake, for which no tags file should be given up.
+void Job::CheckOutcome() const
+{
+    if (!files.Error().empty())
+        throw Failure("cannot read the list of sources: " + files.Error());
+    if (tagger != nullptr && !tagger->Failure().empty())
+        throw Failure(tagger->Failure());
+    const size_t lost = files.Unreadable() + leftOut + (options.append ? 0 : files.Missing());
+    if (tagger == nullptr && lost > 0)
+        throw Failure("none of the sources could be tagged");
+}
+
+// The fields of tags that stay are counted in 'otherFiles'.
+std::unique_ptr<LineSource> Job::OldLines()
+{
+    otherFiles = 0;
+    const auto goes = [this](std::string_view field) {
+        const std::string path = AbsolutePath(PathOfField(field, directory), directory);
+        const std::optional<std::string> usual = FileField(path, directory);
+        if ((usual && taggedFields.count(*usual) != 0) || IsGone(path))
+            return true;
+        ++otherFiles;
+        return false;
+    };
+    std::unique_ptr<LineSource> lines = LinesThatStay(target, goes);
+    if (lines == nullptr)
+        throw Failure("cannot read " + Shown(target) + ": " + Reason());
+    return lines;
+}
+
+bool Job::HasOldTags() const
+{
+    return options.append && WritesFile() && WhatIs(target) == Target::Tags;
+}
+
+TagsCount Job::Count()
+{
+    TagsCount count;
+    if (tagger != nullptr)
+        count = {tagger->Total().files, tagger->Total().tags};
+    if (!HasOldTags())
+        return count;
+    LineSources old;
+    old.push_back(OldLines());
+    const std::unique_ptr<LineSource> once = Merged(std::move(old));
+    for (std::string_view line; once->Next(line);)
+        ++count.tags;
+    count.files += otherFiles;
+    return count;
+}
+
+void Job::Write()
+{
+    for (size_t file = 0; tagger != nullptr && file < tagger->Fields().size(); ++file)
+        if (tagger->IsTagged(file))
+            taggedFields.insert(tagger->Fields()[file]);
+    const TagsCount count = Count();
+    LineSources lines;
+    if (tagger != nullptr)
+        lines = tagger->Lines();
+    if (HasOldTags())
+        lines.push_back(OldLines());
+    if (WritesFile())
+        WriteFile(count, std::move(lines));
+    else
+        WriteOutput(count, std::move(lines));
+    if (options.totals && !Interrupted())
+        SaySummary(count);
+}
+
+void Job::WriteFile(const TagsCount& count, LineSources lines)
+{
+    if (newFile == nullptr)
+        MakeNewFile();
+    const auto write = [this](std::string_view text) { return !Interrupted() && newFile->Write(text); };
+    const bool isWritten = WriteTags(count, std::move(lines), write) && !Interrupted() && newFile->Commit();
+    if (!newFile->Error().empty())
+        throw Failure(newFile->Error());
+    if (!isWritten)
+        throw Failure(Shown(target) + " has changed while it was read");
+}
+
+void Job::WriteOutput(const TagsCount& count, LineSources lines)
+{
+    StandardOutput output;
+    const auto write = [&output](std::string_view text) { return !Interrupted() && output.Write(text); };
+    if (!WriteTags(count, std::move(lines), write) || !output.Flush())
+        throw Failure("cannot write to standard output: " + Reason());
+}
+
+void Job::SaySummary(const TagsCount& count) const
+{
+    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
+    Tagger::Counts counts = tagger != nullptr ? tagger->Total() : Tagger::Counts();
+    counts.unreadable += files.Unreadable() + files.Missing();
+    progress.Say(SummaryText(counts, leftOut, count, seconds.count()));
+}
+
+} // namespace
+
+int MakeTags(const Options& options, Progress& progress)
+{
+    try {
+        Job(options, progress).Run();
+        return 0;
+    } catch (const std::exception& problem) {
+        if (!Interrupted())
+            progress.Say(problem.what());
+        return 1;
+    }
+}
+
+} // namespace cplustags

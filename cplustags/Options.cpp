@@ -1,0 +1,221 @@
+#include "cplustags/Options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <charconv>
+#include <cstdlib>
+#include <iostream>
+#include <stdexcept>
+#include <thread>
+
+namespace cplustags {
+
+namespace {
+
+constexpr int kWrongUsage = 2;
+constexpr unsigned kMostJobs = 64;
+constexpr unsigned kLongestTimeLimit = 24 * 60 * 60;
+
+constexpr const char* kFooter =
+    R"(Names are those on the command line and the lines of -L. Directories, devices and the like are passed over; a file
+that cannot be read is reported, and the others are tagged. Files are written to the tags file relative to its directory
+when they are below it. The old tags file stays as it is until the new one is complete.
+
+Environment:
+  CPLUSTAGS_CTAGS       the Universal Ctags to run (default: ctags-universal, else ctags)
+  CPLUSTAGS_JOBS        ctags processes at a time, 1 to 64 (default: one a core); the result is always the same
+  CPLUSTAGS_TIME_LIMIT  seconds that ctags may take for one file, which is then left out (default: 20)
+
+Exit status:
+  0  the tags file is in place, or there was nothing to do
+  1  it could not be made, and what was there is untouched
+  2  wrong usage
+
+Examples:
+  find . -name "*.h" -o -name "*.cpp" | cplustags --c-kinds=+p --excmd=number -f tags -L -
+  cplustags --append=yes -f tags main.cpp
+  cplustags --totals -f - *.c | less)";
+
+struct WrongUsage : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// What CLI11 fills in.
+struct Words {
+    Options options;
+    std::string kinds;
+    std::string positions;
+    std::string append;
+};
+
+// Options with "=" are flags to CLI11, since those alone leave the next word of the command line to the file names.
+// Their help shows the value that they take.
+class HelpWithValues : public CLI::Formatter {
+    std::string make_option_name(const CLI::Option* option, bool positional) const override
+    {
+        const std::string name = CLI::Formatter::make_option_name(option, positional);
+        return option->get_option_text()[0] == '=' ? name + option->get_option_text() : name;
+    }
+    std::string make_option_opts(const CLI::Option* option) const override
+    {
+        return option->get_option_text()[0] == '=' ? "" : CLI::Formatter::make_option_opts(option);
+    }
+    std::string make_usage(const CLI::App*, std::string) const override
+    {
+        return "\nUsage: cplustags [OPTIONS] FILES...\n       cplustags [OPTIONS] -L LIST [FILES...]\n";
+    }
+};
+
+// What CLI11 takes for the value of a flag that was given none.
+constexpr const char* kNoValue = "true";
+
+CLI::Validator OneOf(const std::vector<std::string>& values)
+{
+    const auto refusal = [values](const std::string& value) -> std::string {
+        if (std::find(values.begin(), values.end(), value) != values.end())
+            return "";
+        const std::string known = "only '" + CLI::detail::join(values, "' and '") + "' can be given";
+        return value == kNoValue ? known : known + ", not '" + value + "'";
+    };
+    return CLI::Validator(refusal, "");
+}
+
+CLI::Validator AnyValue()
+{
+    return CLI::Validator([](const std::string& value) { return value == kNoValue ? "a value is missing" : ""; }, "");
+}
+
+void Describe(CLI::App& app, Words& words)
+{
+    Options& options = words.options;
+    app.formatter(std::make_shared<HelpWithValues>());
+    app.set_help_flag("--help", "Print this help and exit");
+    app.set_version_flag("--version", "cplustags " CPLUSTAGS_VERSION, "Print the version and exit");
+    app.footer(kFooter);
+    app.add_option("files", options.files, "Sources to tag")->option_text(" ");
+    app.add_option("-f", options.target, "The tags file to write, - for standard output (default: tags)")
+        ->option_text("FILE")
+        ->take_last();
+    app.add_option("-L", options.list, "Read names of sources from this file, one a line; - for standard input")
+        ->option_text("LIST")
+        ->take_last();
+    app.add_option("-I", options.ignored, "Macros to ignore, with commas or blanks between them, as ctags has it")
+        ->option_text("NAMES")
+        ->take_last();
+    app.add_flag("--append", words.append, "Keep what the tags file has of other sources that are still there")
+        ->option_text("=yes")
+        ->check(OneOf({"yes", "no"}))
+        ->take_last();
+    app.add_flag("--c-kinds", words.kinds, "Tag prototypes too, of C and C++")
+        ->option_text("=+p")
+        ->check(OneOf({"+p"}))
+        ->take_last();
+    app.add_flag("--excmd", words.positions, "Positions are line numbers, which they always are")
+        ->option_text("=number")
+        ->check(OneOf({"number"}))
+        ->take_last();
+    app.add_flag("--language-force", options.language,
+                 "Take all sources for this language (default: go by their names)")
+        ->option_text("=NAME")
+        ->check(AnyValue())
+        ->take_last();
+    app.add_flag("--totals", options.totals, "Say at the end how much was done")->disable_flag_override();
+}
+
+bool StartsWith(const std::string& word, const char* start)
+{
+    return word.rfind(start, 0) == 0;
+}
+
+// Whether the option takes the word after it.
+bool TakesWord(const std::string& word)
+{
+    return word == "-f" || word == "-L" || word == "-I";
+}
+
+// The words as CLI11 is to see them, in the order that it wants: the last one first.
+//
+// -I has nothing after it when the user's setting for it is empty. What follows then is the next option, which must not be
+// taken for a macro's name.
+std::vector<std::string> WordsToParse(int argc, const char* const* argv)
+{
+    const std::vector<std::string> given(argv + std::min(argc, 1), argv + argc);
+    std::vector<std::string> words;
+    for (size_t i = 0; i < given.size(); ++i) {
+        const std::string& word = given[i];
+        const bool last = i + 1 == given.size();
+        if (word == "--") {
+            words.insert(words.end(), given.begin() + i, given.end());
+            break;
+        }
+        if (word == "-I" && !last && StartsWith(given[i + 1], "--"))
+            continue;
+        if (TakesWord(word) && last)
+            throw WrongUsage(word + ": a value is missing");
+        if (word.length() > 2 && TakesWord(word.substr(0, 2)))
+            throw WrongUsage(word + ": a blank is wanted after " + word.substr(0, 2));
+        words.push_back(word == "--append" ? "--append=yes" : word);
+        if (TakesWord(word))
+            words.push_back(given[++i]);
+    }
+    std::reverse(words.begin(), words.end());
+    return words;
+}
+
+unsigned NumberFrom(const char* variable, unsigned most, unsigned otherwise)
+{
+    const char* text = std::getenv(variable);
+    if (text == nullptr || *text == '\0')
+        return otherwise;
+    const std::string value = text;
+    unsigned number = 0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
+    if (error != std::errc() || end != value.data() + value.size() || number < 1 || number > most)
+        throw WrongUsage(std::string(variable) + " is '" + value + "', and must be a number from 1 to " +
+                         std::to_string(most));
+    return number;
+}
+
+void ReadEnvironment(Options& options)
+{
+    const char* ctags = std::getenv("CPLUSTAGS_CTAGS");
+    options.ctags = ctags != nullptr ? ctags : "";
+    const unsigned cores = std::clamp(std::thread::hardware_concurrency(), 1u, kMostJobs);
+    options.jobs = NumberFrom("CPLUSTAGS_JOBS", kMostJobs, cores);
+    options.timeLimit = NumberFrom("CPLUSTAGS_TIME_LIMIT", kLongestTimeLimit, options.timeLimit);
+}
+
+Options Checked(const Words& words)
+{
+    Options options = words.options;
+    options.append = words.append == "yes";
+    options.prototypes = !words.kinds.empty();
+    if (options.target.empty())
+        throw WrongUsage("-f: the name of the tags file is empty");
+    if (options.files.empty() && options.list.empty())
+        throw WrongUsage("No sources are named: give files, or -L with a list of them");
+    ReadEnvironment(options);
+    return options;
+}
+
+} // namespace
+
+Options ReadOptions(int argc, const char* const* argv, int* status)
+{
+    CLI::App app("Makes tags files for looking symbols up; Universal Ctags does the parsing.", "cplustags");
+    Words words;
+    Describe(app, words);
+    *status = -1;
+    try {
+        app.parse(WordsToParse(argc, argv));
+        return Checked(words);
+    } catch (const CLI::Success& success) {
+        *status = app.exit(success);
+    } catch (const std::runtime_error& error) { // CLI11's errors, and ours
+        std::cerr << "cplustags: " << error.what() << "\nRun cplustags --help for what can be given.\n";
+        *status = kWrongUsage;
+    }
+    return {};
+}
+
+} // namespace cplustags

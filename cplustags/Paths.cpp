@@ -1,0 +1,105 @@
+#include "cplustags/Paths.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace cplustags {
+
+namespace {
+
+constexpr size_t kLongestShown = 500;
+
+bool AreSame(const std::string& a, const std::string& b)
+{
+    struct stat one;
+    struct stat other;
+    return ::stat(a.c_str(), &one) == 0 && ::stat(b.c_str(), &other) == 0 && one.st_dev == other.st_dev &&
+           one.st_ino == other.st_ino;
+}
+
+enum class DotDot { Stays, Goes };
+
+// Of an absolute path.
+std::string Tidied(std::string_view path, DotDot dotDot)
+{
+    std::string result;
+    while (!path.empty()) {
+        const size_t end = std::min(path.find('/'), path.size());
+        const std::string_view part = path.substr(0, end);
+        path.remove_prefix(std::min(end + 1, path.size()));
+        if (part.empty() || part == ".")
+            continue;
+        if (part == ".." && dotDot == DotDot::Goes)
+            result.erase(result.empty() ? 0 : result.rfind('/'));
+        else
+            result.append("/").append(part);
+    }
+    return result.empty() ? "/" : result;
+}
+
+bool HasDotDot(const std::string& path)
+{
+    return (path + "/").find("/../") != std::string::npos;
+}
+
+void AppendShown(std::string& text, unsigned char byte)
+{
+    char escape[8];
+    if (byte == '\n')
+        text += "\\n";
+    else if (byte == '\t')
+        text += "\\t";
+    else if (byte < 0x20 || byte == 0x7f)
+        text.append(escape, std::snprintf(escape, sizeof escape, "\\x%02x", byte));
+    else
+        text += static_cast<char>(byte);
+}
+
+} // namespace
+
+std::string CurrentDirectory()
+{
+    const char* named = std::getenv("PWD");
+    if (named != nullptr && named[0] == '/' && AreSame(named, "."))
+        return Tidied(named, DotDot::Stays);
+    char* found = ::getcwd(nullptr, 0);
+    const std::string path = found != nullptr ? found : "/";
+    std::free(found);
+    return path;
+}
+
+std::string AbsolutePath(std::string_view name, std::string_view directory)
+{
+    std::string path(name);
+    if (path.empty() || path[0] != '/')
+        path = std::string(directory) + "/" + path;
+    path = Tidied(path, DotDot::Stays);
+    if (!HasDotDot(path))
+        return path;
+    const std::string shorter = Tidied(path, DotDot::Goes);
+    return AreSame(path, shorter) ? shorter : path;
+}
+
+std::string DirectoryOf(std::string_view path)
+{
+    return std::string(path.substr(0, path.rfind('/')));
+}
+
+std::string Shown(std::string_view text)
+{
+    std::string shown;
+    const bool isLong = text.size() > kLongestShown;
+    for (const unsigned char byte : isLong ? text.substr(0, kLongestShown / 2) : text)
+        AppendShown(shown, byte);
+    if (isLong) {
+        shown += "...";
+        for (const unsigned char byte : text.substr(text.size() - kLongestShown / 2))
+            AppendShown(shown, byte);
+    }
+    return shown;
+}
+
+} // namespace cplustags

@@ -1,0 +1,23 @@
+// Names of files: as absolute paths, and as text for messages.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace cplustags {
+
+// The current directory, as the user sees it: $PWD when that names it, with the links on the way. Names that a command
+// makes from $PWD and names relative to it then agree.
+std::string CurrentDirectory();
+
+// 'name' from 'directory', without empty and "." parts. A ".." and the part before it go only when the result is the same
+// file, since behind a link ".." is elsewhere.
+std::string AbsolutePath(std::string_view name, std::string_view directory);
+
+// The directory of an absolute path, without "/" at its end.
+std::string DirectoryOf(std::string_view path);
+
+// For a message of one line: control characters as escapes, the middle of a very long text left out.
+std::string Shown(std::string_view text);
+
+} // namespace cplustags

@@ -1,0 +1,17 @@
+// What --totals says at the end.
+#pragma once
+
+#include "cplustags/Tagger.h"
+#include "cplustags/TagsWriter.h"
+
+#include <cstddef>
+#include <string>
+
+namespace cplustags {
+
+// "3 files, 120 tags, 0.1 s; 1 file crashed ctags, 2 took too long": what was done, and behind the semicolon what could
+// not be. 'unnameable' are files whose names no line of a tags file can hold; 'inFile' is what the tags file has now, which
+// is said when there is more in it.
+std::string SummaryText(const Tagger::Counts& counts, size_t unnameable, const TagsCount& inFile, double seconds);
+
+} // namespace cplustags

@@ -1,0 +1,217 @@
+#include "cplustags/Worker.h"
+
+#include "cplustags/CtagsOutput.h"
+#include "cplustags/Interrupt.h"
+#include "cplustags/Paths.h"
+#include "cplustags/Progress.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <poll.h>
+#include <sys/wait.h>
+#include <utility>
+
+namespace cplustags {
+
+namespace {
+
+// Files that a worker's processes are given at a time. More keep them no busier, and make the end uneven.
+constexpr size_t kMostGiven = 6;
+
+// When a wait lasts so much longer than it should, the whole program was stopped, and ctags with it.
+constexpr std::chrono::milliseconds kStopped{1000};
+
+// Signals that a program gets for its own mistakes. Others come from outside, and tell nothing about the file.
+bool IsCrash(int status)
+{
+    constexpr int kCrashes[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSYS};
+    return WIFSIGNALED(status) &&
+           std::find(std::begin(kCrashes), std::end(kCrashes), WTERMSIG(status)) != std::end(kCrashes);
+}
+
+std::string HowItEnded(int status)
+{
+    if (WIFSIGNALED(status))
+        return std::string("was killed (") + ::strsignal(WTERMSIG(status)) + ")";
+    if (WEXITSTATUS(status) == 0)
+        return "ended before its work was done";
+    return "failed with status " + std::to_string(WEXITSTATUS(status));
+}
+
+} // namespace
+
+Worker::Worker(Tagger& tagger) : tagger(tagger), settings(tagger.settings), sources(tagger.settings) {}
+
+void Worker::Run()
+{
+    HaveFilesTagged();
+    for (Process& process : processes)
+        process.reset();
+    if (!tagger.queue.IsStopped())
+        SortAndCount();
+}
+
+void Worker::HaveFilesTagged()
+{
+    for (TakeFiles(); Given() > 0 && !tagger.queue.IsStopped(); TakeFiles())
+        WaitForProcesses();
+}
+
+// Waits for a file only when there is nothing else to do.
+void Worker::TakeFiles()
+{
+    while (Given() < kMostGiven) {
+        const std::optional<Work> work = tagger.queue.Take(Given() == 0);
+        if (!work)
+            return;
+        std::string error;
+        std::optional<Source> source = sources.Make(work->number, work->path, &error);
+        if (source) {
+            Begin(std::move(*source));
+            continue;
+        }
+        tagger.progress.Say("cannot read " + Shown(work->path) + ": " + error);
+        ++counts.unreadable;
+        tagger.FileFailed();
+    }
+}
+
+size_t Worker::Given() const
+{
+    size_t given = 0;
+    for (const Process& process : processes)
+        given += process != nullptr ? process->Given() : 0;
+    return given;
+}
+
+void Worker::Begin(Source source)
+{
+    Process& process = processes[static_cast<size_t>(source.parser)];
+    if (process == nullptr) {
+        process = std::make_unique<CtagsProcess>(settings, source.parser);
+        if (!process->Error().empty()) {
+            tagger.Fail(process->Error());
+            process.reset();
+            return;
+        }
+    }
+    process->Give(std::move(source));
+}
+
+void Worker::WaitForProcesses()
+{
+    constexpr size_t kPlaces = CtagsProcess::kPlaces;
+    pollfd places[kParsers * kPlaces + 2];
+    std::fill(std::begin(places), std::end(places), pollfd{-1, 0, 0});
+    for (size_t i = 0; i < kParsers; ++i)
+        if (processes[i] != nullptr)
+            processes[i]->GetPlaces(places + i * kPlaces);
+    places[kParsers * kPlaces] = {tagger.queue.StopDescriptor(), POLLIN, 0};
+    places[kParsers * kPlaces + 1] = {InterruptDescriptor(), POLLIN, 0};
+
+    const std::chrono::milliseconds patience = TimeLeft();
+    const Clock::time_point start = Clock::now();
+    ::poll(places, std::size(places), static_cast<int>(patience.count()));
+    if (Clock::now() - start > patience + kStopped)
+        for (const Process& process : processes)
+            if (process != nullptr)
+                process->BeginAgain();
+
+    const auto keep = [this](Source& source, std::string_view output) { Keep(source, output); };
+    for (size_t i = 0; i < kParsers; ++i)
+        if (processes[i] != nullptr) {
+            processes[i]->Transfer(places + i * kPlaces, keep);
+            LookAfter(processes[i]);
+        }
+    if (Interrupted())
+        tagger.queue.Stop();
+}
+
+// Of the file that is nearest to its limit.
+std::chrono::milliseconds Worker::TimeLeft() const
+{
+    const Clock::duration limit = std::chrono::seconds(settings.timeLimit);
+    Clock::duration left = limit;
+    for (const Process& process : processes)
+        if (process != nullptr && process->Given() > 0)
+            left = std::min(left, process->Began() + limit - Clock::now());
+    return std::max(std::chrono::ceil<std::chrono::milliseconds>(left), std::chrono::milliseconds(0));
+}
+
+void Worker::Keep(Source& source, std::string_view output)
+{
+    const Tags read = ReadCtagsOutput(output);
+    for (const Tags* tags : {&std::as_const(source.tags), &read})
+        for (const Tag& tag : tags->tags)
+            store.Add(source.number, tag);
+    files.push_back(source.number);
+    ++counts.files;
+    tagger.FileDone();
+}
+
+void Worker::LookAfter(Process& process)
+{
+    if (process->HasEnded()) {
+        const int status = process->End();
+        if (IsCrash(status))
+            Crashed(process);
+        else
+            Fail(process, status);
+    } else if (process->Given() > 0 && Clock::now() - process->Began() >= std::chrono::seconds(settings.timeLimit)) {
+        TookTooLong(process);
+    }
+}
+
+void Worker::Crashed(Process& process)
+{
+    if (process->Given() > 0)
+        ++counts.crashed;
+    GoOnWithout(process, "ctags crashed on ");
+}
+
+void Worker::TookTooLong(Process& process)
+{
+    ++counts.tookTooLong;
+    GoOnWithout(process, "ctags took longer than " + std::to_string(settings.timeLimit) + " s for ");
+}
+
+// Leaves out the file that the process was at, and gives the others to a new one.
+void Worker::GoOnWithout(Process& process, const std::string& report)
+{
+    std::deque<Source> rest = process->TakeSources();
+    process.reset();
+    if (rest.empty())
+        return;
+    tagger.progress.Say(report + Shown(rest.front().path) + ", which is left out");
+    tagger.FileFailed();
+    rest.pop_front();
+    for (Source& source : rest)
+        Begin(std::move(source));
+}
+
+void Worker::Fail(Process& process, int status)
+{
+    std::string lastWords = process->LastWords();
+    while (!lastWords.empty() && lastWords.back() == '\n')
+        lastWords.pop_back();
+    tagger.Fail(settings.ctags + " " + HowItEnded(status) + (lastWords.empty() ? "" : ":\n" + lastWords));
+    process.reset();
+}
+
+void Worker::SortAndCount()
+{
+    store.Sort(tagger.Fields());
+    std::vector<std::unique_ptr<LineSource>> sources;
+    sources.push_back(store.Lines(tagger.Fields(), &counts.tooLong));
+    const std::unique_ptr<LineSource> once = Merged(std::move(sources));
+    for (std::string_view line; once->Next(line);)
+        ++counts.tags;
+}
+
+std::unique_ptr<LineSource> Worker::Lines()
+{
+    return store.Lines(tagger.Fields(), &leftOutAgain);
+}
+
+} // namespace cplustags

@@ -1,0 +1,57 @@
+// One of the threads that have files tagged, with ctags processes of its own.
+#pragma once
+
+#include "cplustags/CtagsProcess.h"
+#include "cplustags/Source.h"
+#include "cplustags/TagStore.h"
+#include "cplustags/Tagger.h"
+
+#include <array>
+#include <chrono>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace cplustags {
+
+// Its processes, one for each parser that is needed, die with the thread that calls Run().
+class Worker {
+public:
+    explicit Worker(Tagger& tagger); // which must outlive it
+
+    void Run(); // takes files from the tagger's queue until there are no more, then sorts what it has
+
+    // After Run():
+    const Tagger::Counts& Counts() const { return counts; }
+    const std::vector<unsigned>& TaggedFiles() const { return files; }
+    std::unique_ptr<LineSource> Lines();
+
+private:
+    using Clock = CtagsProcess::Clock;
+    using Process = std::unique_ptr<CtagsProcess>;
+
+    void HaveFilesTagged();
+    void TakeFiles();
+    size_t Given() const;
+    void Begin(Source source);
+    void WaitForProcesses();
+    std::chrono::milliseconds TimeLeft() const;
+    void Keep(Source& source, std::string_view output);
+    void LookAfter(Process& process);
+    void Crashed(Process& process);
+    void TookTooLong(Process& process);
+    void GoOnWithout(Process& process, const std::string& report);
+    void Fail(Process& process, int status);
+    void SortAndCount();
+
+    Tagger& tagger;
+    const Settings& settings;
+    SourceMaker sources;
+    std::array<Process, kParsers> processes;
+    TagStore store;
+    std::vector<unsigned> files;
+    Tagger::Counts counts;
+    size_t leftOutAgain = 0;
+};
+
+} // namespace cplustags
