@@ -1,13 +1,13 @@
 #include "wren/cli/Interruption.h"
 
-#include <array>
-#include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
+#include <sys/eventfd.h>
 #include <sys/prctl.h>
+#include <sys/signalfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -15,43 +15,19 @@ namespace wren {
 
 namespace {
 
-constexpr std::array kSignals = {SIGINT, SIGTERM, SIGHUP};
 constexpr int kCannotRun = -1; // system()'s answer when there is no process
 
-// What the handler reads and writes: no locks there.
-std::atomic<int> gSignal = 0;
-std::atomic<pid_t> gGroup = 0; // the process group of the command that runs; 0 for none
-static_assert(std::atomic<int>::is_always_lock_free && std::atomic<pid_t>::is_always_lock_free);
-
-std::array<struct sigaction, kSignals.size()> gFormerActions;
-
-void HandleSignal(int signal)
+sigset_t SignalsNotIgnored()
 {
-    const int savedErrno = errno;
-    int none = 0;
-    const bool isFirst = gSignal.compare_exchange_strong(none, signal);
-    if (const pid_t group = gGroup; group != 0)
-        ::kill(-group, isFirst ? signal : SIGKILL);
-    errno = savedErrno;
-}
-
-// Answers the process's number, which is its group's as well, or 0.
-pid_t StartShell(const char* command)
-{
-    posix_spawn_file_actions_t files;
-    ::posix_spawn_file_actions_init(&files);
-    ::posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    ::posix_spawn_file_actions_adddup2(&files, STDERR_FILENO, STDOUT_FILENO);
-    posix_spawnattr_t attributes;
-    ::posix_spawnattr_init(&attributes);
-    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
-    const char* words[] = {"sh", "-c", command, nullptr};
-    pid_t process = 0;
-    if (::posix_spawn(&process, "/bin/sh", &files, &attributes, const_cast<char**>(words), environ) != 0)
-        process = 0;
-    ::posix_spawnattr_destroy(&attributes);
-    ::posix_spawn_file_actions_destroy(&files);
-    return process;
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action;
+        ::sigaction(signal, nullptr, &action);
+        if (action.sa_handler != SIG_IGN)
+            sigaddset(&set, signal);
+    }
+    return set;
 }
 
 // The process's number stays taken, and with it its group's, so that a signal cannot reach strangers.
@@ -80,31 +56,41 @@ void ReapGroup(pid_t group)
 
 } // namespace
 
-Interruption::Interruption()
+Interruption::Interruption() : watched(SignalsNotIgnored())
 {
-    gSignal = 0;
     ::prctl(PR_SET_CHILD_SUBREAPER, 1); // the group of a dead shell can be waited for
-    struct sigaction action = {};
-    action.sa_handler = HandleSignal;
-    action.sa_flags = SA_RESTART;
-    sigfillset(&action.sa_mask);
-    for (size_t i = 0; i < kSignals.size(); ++i) {
-        ::sigaction(kSignals[i], nullptr, &gFormerActions[i]);
-        if (gFormerActions[i].sa_handler != SIG_IGN)
-            ::sigaction(kSignals[i], &action, nullptr);
-    }
+    ::pthread_sigmask(SIG_BLOCK, &watched, &formerMask);
+    signals = ::signalfd(-1, &watched, SFD_CLOEXEC);
+    end = ::eventfd(0, EFD_CLOEXEC);
+    watcher = std::thread([this] { Watch(); });
 }
 
 Interruption::~Interruption()
 {
-    for (size_t i = 0; i < kSignals.size(); ++i)
-        ::sigaction(kSignals[i], &gFormerActions[i], nullptr);
+    ::eventfd_write(end, 1);
+    watcher.join();
+    ::close(end);
+    ::close(signals);
+    ::pthread_sigmask(SIG_SETMASK, &formerMask, nullptr);
     ::prctl(PR_SET_CHILD_SUBREAPER, 0);
+}
+
+void Interruption::Hold()
+{
+    const std::lock_guard guard(mutex);
+    held = true;
+}
+
+void Interruption::Release()
+{
+    const std::lock_guard guard(mutex);
+    held = false;
 }
 
 int Interruption::Signal() const
 {
-    return gSignal;
+    const std::lock_guard guard(mutex);
+    return first;
 }
 
 int Interruption::Run(const char* command)
@@ -112,24 +98,77 @@ int Interruption::Run(const char* command)
     const pid_t shell = StartShell(command);
     if (shell == 0)
         return kCannotRun;
-    gGroup = shell;
-    if (gSignal != 0) // it came before there was anybody to pass it on to
-        ::kill(-shell, gSignal);
+    SetGroup(shell);
     WaitUntilEnded(shell);
-    if (gSignal == 0)
-        gGroup = 0;
+    if (!IsInterrupted())
+        SetGroup(0);
     const int status = Reap(shell);
-    if (gSignal != 0)
+    if (IsInterrupted())
         ReapGroup(shell);
-    gGroup = 0;
+    SetGroup(0);
     return status;
+}
+
+void Interruption::Watch()
+{
+    pollfd sources[] = {{signals, POLLIN, 0}, {end, POLLIN, 0}};
+    while (::poll(sources, 2, -1) > 0 || errno == EINTR) {
+        signalfd_siginfo signal;
+        if ((sources[0].revents & POLLIN) != 0 && ::read(signals, &signal, sizeof signal) == sizeof signal)
+            Take(static_cast<int>(signal.ssi_signo));
+        else if ((sources[1].revents & POLLIN) != 0)
+            return;
+    }
+}
+
+void Interruption::Take(int signal)
+{
+    const std::lock_guard guard(mutex);
+    if (!held)
+        DieBySignal(signal);
+    if (group != 0)
+        ::kill(-group, first == 0 ? signal : SIGKILL);
+    if (first == 0)
+        first = signal;
+}
+
+// Answers the process's number, which is its group's as well, or 0.
+pid_t Interruption::StartShell(const char* command) const
+{
+    posix_spawn_file_actions_t files;
+    ::posix_spawn_file_actions_init(&files);
+    ::posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    ::posix_spawn_file_actions_adddup2(&files, STDERR_FILENO, STDOUT_FILENO);
+    posix_spawnattr_t attributes;
+    ::posix_spawnattr_init(&attributes);
+    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGMASK);
+    ::posix_spawnattr_setsigmask(&attributes, &formerMask);
+    const char* words[] = {"sh", "-c", command, nullptr};
+    pid_t process = 0;
+    if (::posix_spawn(&process, "/bin/sh", &files, &attributes, const_cast<char**>(words), environ) != 0)
+        process = 0;
+    ::posix_spawnattr_destroy(&attributes);
+    ::posix_spawn_file_actions_destroy(&files);
+    return process;
+}
+
+void Interruption::SetGroup(pid_t newGroup)
+{
+    const std::lock_guard guard(mutex);
+    group = newGroup;
+    if (group != 0 && first != 0) // it came before there was anybody to pass it on to
+        ::kill(-group, first);
 }
 
 void DieBySignal(int signal)
 {
+    sigset_t set;
+    sigemptyset(&set);
+    sigaddset(&set, signal);
     ::signal(signal, SIG_DFL);
+    ::pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
     ::raise(signal);
-    std::_Exit(128 + signal); // whoever started the program had it blocked
+    std::_Exit(128 + signal);
 }
 
 } // namespace wren

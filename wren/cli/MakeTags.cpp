@@ -5,6 +5,7 @@
 #include "vetch/storage/EntryRef.h"
 #include "vetch/storage/Home.h"
 #include "wren/cli/DirectoryLock.h"
+#include "wren/cli/Interruption.h"
 #include "wren/cli/TagsTarget.h"
 #include "wren/cli/UnseenFace.h"
 #include "wren/core/Host.h"
@@ -26,7 +27,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Mode = ShellCommands::Mode;
 using Outcome = MadeTags::Outcome;
 
 constexpr const char* kMakeSystemTags = "Create or update system tags"; // in the menu of the plug-in's button
@@ -51,10 +51,10 @@ bool AllSucceeded(const std::vector<ShellCommands::Command>& commands)
 
 class TagsMaker::Session {
 public:
-    Session(PluginBundle& bundle, const MakeTagsOptions& options)
-        : mode(options.mode), host((vetch::SetDisplay(&display), bundle), face, witness, options.settings)
+    Session(PluginBundle& bundle, Interruption* interruption, const std::string& settings)
+        : interruption(interruption), host((vetch::SetDisplay(&display), bundle), face, witness, settings)
     {
-        host.Start(mode == Mode::Run ? Host::CacheDirectory::Make : Host::CacheDirectory::LeaveAlone);
+        host.Start(interruption != nullptr ? Host::CacheDirectory::Make : Host::CacheDirectory::LeaveAlone);
     }
 
     MadeTags MakeLocal(const std::string& directory)
@@ -80,7 +80,7 @@ private:
     MadeTags Make(const std::string& directory, const std::string& file, const std::string& unfinished,
                   const std::function<void()>& ask)
     {
-        if (mode == Mode::Keep)
+        if (interruption == nullptr)
             return Keep(file, ask);
         const DirectoryLock lock(directory);
         const TagsTarget target(file, unfinished);
@@ -117,11 +117,11 @@ private:
     void Run(MadeTags& result, const std::function<void()>& ask)
     {
         const auto start = std::chrono::steady_clock::now();
-        const ShellCommands commands(mode);
+        const ShellCommands commands(interruption);
         ask();
         host.WaitForBackground(kNoLimit);
         result.commands = commands.All();
-        result.signal = commands.Signal();
+        result.signal = interruption == nullptr ? 0 : interruption->Signal();
         result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }
 
@@ -162,15 +162,15 @@ private:
         return "";
     }
 
-    const Mode mode;
+    Interruption* const interruption;
     UnseenFace face;
     HostWitness witness;
     ScriptDisplay display;
     Host host;
 };
 
-TagsMaker::TagsMaker(PluginBundle& bundle, const MakeTagsOptions& options)
-    : session(std::make_unique<Session>(bundle, options))
+TagsMaker::TagsMaker(PluginBundle& bundle, Interruption* interruption, const std::string& settings)
+    : session(std::make_unique<Session>(bundle, interruption, settings))
 {
 }
 

@@ -10,12 +10,8 @@
 
 namespace wren {
 
+class Interruption;
 class PluginBundle;
-
-struct MakeTagsOptions {
-    ShellCommands::Mode mode = ShellCommands::Mode::Run; // Keep: nothing is touched
-    std::string settings;                                // the file of stored settings; "" for none
-};
 
 // What came of one tags file.
 struct MadeTags {
@@ -41,10 +37,12 @@ struct MadeTags {
 // tags go. What the plug-in prints goes to standard output.
 class TagsMaker {
 public:
-    TagsMaker(PluginBundle& bundle, const MakeTagsOptions& options);
+    // Runs the commands in 'interruption', which is made before this; null: only keeps them, and touches nothing.
+    // 'settings' is the file of stored settings, "" for none. Borrows both objects.
+    TagsMaker(PluginBundle& bundle, Interruption* interruption, const std::string& settings);
     ~TagsMaker();
 
-    // Each waits until all is done. 'directory' is absolute and exists.
+    // Each waits until all is done, and holds no signals then. 'directory' is absolute and exists.
     MadeTags MakeLocal(const std::string& directory);
     MadeTags MakeSystem();
 

@@ -1,6 +1,7 @@
 #include "wren/cli/ShellCommands.h"
 
 #include "vetch/support/ShellCommand.h"
+#include "wren/cli/Interruption.h"
 
 #include <algorithm>
 #include <cctype>
@@ -28,10 +29,10 @@ bool IsPlain(char c)
 
 } // namespace
 
-ShellCommands::ShellCommands(Mode mode) : mode(mode)
+ShellCommands::ShellCommands(Interruption* interruption) : interruption(interruption)
 {
-    if (mode == Mode::Run)
-        interruption.emplace();
+    if (interruption != nullptr)
+        interruption->Hold();
     gCommands = this;
     vetch::SetShellRunner(RunForPlugin);
 }
@@ -40,17 +41,14 @@ ShellCommands::~ShellCommands()
 {
     vetch::SetShellRunner(nullptr);
     gCommands = nullptr;
+    if (interruption != nullptr)
+        interruption->Release();
 }
 
 std::vector<ShellCommands::Command> ShellCommands::All() const
 {
     const std::lock_guard guard(mutex);
     return commands;
-}
-
-int ShellCommands::Signal() const
-{
-    return interruption ? interruption->Signal() : 0;
 }
 
 int ShellCommands::RunForPlugin(const char* command)
@@ -63,7 +61,7 @@ int ShellCommands::Take(const char* text)
     const std::lock_guard guard(mutex);
     Command command{text, std::nullopt};
     int status = 0;
-    if (mode == Mode::Run && GoesOn()) {
+    if (interruption != nullptr && GoesOn()) {
         status = AppendsNothing(text) ? 0 : interruption->Run(text);
         command.status = ShellStatus(status);
     }
@@ -73,7 +71,7 @@ int ShellCommands::Take(const char* text)
 
 bool ShellCommands::GoesOn() const
 {
-    return Signal() == 0 &&
+    return interruption->Signal() == 0 &&
            std::all_of(commands.begin(), commands.end(), [](const Command& command) { return command.status == 0; });
 }
 

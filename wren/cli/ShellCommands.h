@@ -1,14 +1,14 @@
 // The shell commands that the plug-in wants run.
 #pragma once
 
-#include "wren/cli/Interruption.h"
-
 #include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
 
 namespace wren {
+
+class Interruption;
 
 // While one lives, it takes in every command of the plug-in, runs them one at a time, or only keeps them, and knows what
 // came of each. At most one at a time.
@@ -17,14 +17,13 @@ namespace wren {
 // that nobody has finished, does no harm that way.
 class ShellCommands {
 public:
-    enum class Mode { Run, Keep };
-
     struct Command {
         std::string text;
         std::optional<int> status; // as a shell's $?; nothing when it was not run
     };
 
-    explicit ShellCommands(Mode mode);
+    // Runs the commands in it, and holds signals; null: only keeps them. Borrowed.
+    explicit ShellCommands(Interruption* interruption);
     ~ShellCommands(); // no command is under way
     ShellCommands(const ShellCommands&) = delete;
     ShellCommands& operator=(const ShellCommands&) = delete;
@@ -32,16 +31,13 @@ public:
     // Those of which the plug-in has spoken so far, in that order. Any thread.
     std::vector<Command> All() const;
 
-    int Signal() const; // that interrupted them, or 0. Any thread
-
 private:
     static int RunForPlugin(const char* command);
     int Take(const char* command);
     bool GoesOn() const;
 
-    const Mode mode;
-    std::optional<Interruption> interruption; // where commands are run
-    mutable std::mutex mutex;                 // held while a command runs
+    Interruption* const interruption;
+    mutable std::mutex mutex; // held while a command runs
     std::vector<Command> commands;
 };
 

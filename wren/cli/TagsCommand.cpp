@@ -1,4 +1,5 @@
 #include "wren/cli/Commands.h"
+#include "wren/cli/Interruption.h"
 #include "wren/cli/MakeTags.h"
 #include "wren/cli/TagsReport.h"
 #include "wren/core/OutputAside.h"
@@ -138,8 +139,8 @@ std::string DryRun(const TagsWords& words, const std::string& what)
 // interrupted leaves the signal in '*signal' and goes no further.
 int MakeAll(PluginBundle& bundle, const TagsWords& words, OutputAside& output, int* signal)
 {
-    using Mode = ShellCommands::Mode;
-    TagsMaker maker(bundle, {words.dryRun ? Mode::Keep : Mode::Run, words.settings});
+    Interruption interruption;
+    TagsMaker maker(bundle, words.dryRun ? nullptr : &interruption, words.settings);
     bool allWell = !words.dryRun || output.Write(EnvironmentLines(words));
     if (words.system) {
         const MadeTags made = maker.MakeSystem();
