@@ -387,6 +387,8 @@ std::optional<ContainerHeader> ContainerHeaderOf(TokenSpan header)
         at = AfterAngles(header, at);
     if (IsMarkAt(header, at, "(")) {
         result.category = FirstName(TakeGroup(header, at));
+        if (result.category)
+            result.category->line = name->line;
         result.isExtension = !result.category;
     }
     return result;

@@ -33,7 +33,7 @@ TokenSpan AfterPropertyAttributes(TokenSpan property);
 struct ContainerHeader {
     DeclaredName name;
     bool isExtension = false;             // "Foo ()"
-    std::optional<DeclaredName> category; // "Foo (Category)"
+    std::optional<DeclaredName> category; // "Foo (Category)": the line is that of "Foo"
 };
 
 // What an "@interface", "@implementation" or "@protocol" begins. None without a name, and for "@protocol A, B".

@@ -100,7 +100,9 @@ void ObjectiveCScanner::BeginBranches(const Directive& directive)
     const bool isHeader = declaration.subject == Subject::kHeader || declaration.subject == Subject::kHeaderRest;
     if (skip == Skip::kNo && isHeader && !declaration.tokens.empty())
         Finish();
-    Branches added{state, skip};
+    Branches added;
+    added.before = state;
+    added.skipAround = skip;
     added.isInDeclaration = declaration.subject != Subject::kNone;
     if (skip == Skip::kNo && directive.IsNever())
         skip = Skip::kPutAway;
@@ -118,6 +120,8 @@ void ObjectiveCScanner::NextBranch(const Directive& directive)
     if (skip == Skip::kNo && !around.isInDeclaration) {
         Finish();
         pending.clear();
+        if (!around.afterFirst)
+            around.afterFirst = state;
         state = around.before;
     }
     if (around.isInDeclaration && around.hadLive)
@@ -127,11 +131,21 @@ void ObjectiveCScanner::NextBranch(const Directive& directive)
     around.hadLive |= skip == Skip::kNo;
 }
 
+// What follows belongs to what the first branch began: "#if NEW", "@protocol P", "#else", "@interface NSObject (P)",
+// "#endif" and methods.
 void ObjectiveCScanner::EndBranches()
 {
     if (branches.empty())
         return;
-    skip = branches.back().skipAround;
+    const Branches& ended = branches.back();
+    if (ended.afterFirst) {
+        if (skip == Skip::kNo) {
+            Finish();
+            pending.clear();
+        }
+        state = *ended.afterFirst;
+    }
+    skip = ended.skipAround;
     branches.pop_back();
 }
 

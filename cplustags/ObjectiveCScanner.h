@@ -43,6 +43,7 @@ private:
 
     struct Branches {
         State before;
+        std::optional<State> afterFirst; // once there is a second
         Skip skip = Skip::kNo;
         Skip skipAround = Skip::kNo;
         bool isInDeclaration = false; // then only the first branch counts
