@@ -26,6 +26,7 @@ int main(int argc, char** argv)
 {
     OpenStandardDescriptors();
     std::signal(SIGPIPE, SIG_IGN); // a write that fails says so itself
+    std::signal(SIGXFSZ, SIG_IGN); // also one for which a file would grow beyond what is allowed
     int status;
     const cplustags::Options options = cplustags::ReadOptions(argc, argv, &status);
     if (status >= 0)

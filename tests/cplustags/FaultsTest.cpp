@@ -1,0 +1,171 @@
+// What stops the program from outside: a kill at any moment, a full disk, another run for the same file.
+
+#include "cplustags/OldTags.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/TempDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <iterator>
+#include <random>
+
+namespace cplustags {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+const std::string kOldTags = "!_TAG_FILE_SORTED\t1\t//\nold\told.c\t1;\"\tf\n";
+
+std::string Content(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// A directory with sources of some tags each, a list of them, and a tags file to be replaced.
+class Project {
+public:
+    explicit Project(int sources)
+    {
+        fs::create_directories(directory / "tags.d");
+        for (int number = 0; number < sources; ++number) {
+            std::string source;
+            for (int function = 0; function < 20; ++function)
+                source += "int function_" + std::to_string(number) + "_" + std::to_string(function) +
+                          "(void) { return 0; }\n";
+            names.push_back(directory.Write("source" + std::to_string(number) + ".c", source));
+            list += names.back() + "\n";
+        }
+        directory.Write("list", list);
+    }
+
+    std::string Target() const { return directory / "tags.d/tags"; }
+    Texts Command(const std::string& listFile) const
+    {
+        return {CPLUSTAGS, "--c-kinds=+p", "--excmd=number", "-f", Target(), "-L", listFile};
+    }
+    ProgramRun Make() const { return RunProgram(Command(directory / "list"), directory.Path()); }
+    void PutOldTags() const { directory.Write("tags.d/tags", kOldTags); }
+
+    // All that stands beside the tags file, which nothing should.
+    Texts Litter() const
+    {
+        Texts litter;
+        for (const auto& entry : fs::directory_iterator(directory / "tags.d"))
+            if (entry.path() != Target())
+                litter.push_back(entry.path().filename());
+        return litter;
+    }
+
+    TempDirectory directory;
+    Texts names;
+    std::string list;
+};
+
+// The name of a pipe from which the program reads its list, so that the test decides how far it gets.
+std::string MakePipe(const Project& project)
+{
+    const std::string path = project.directory / "pipe";
+    EXPECT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    return path;
+}
+
+// Kills a run after it has been given some names; or, with all of them given, after the directory was looked at some
+// number of times, which is somewhere in parsing, sorting, writing, or behind them.
+void KillSomewhere(const Project& project, const std::string& pipe, std::mt19937& random)
+{
+    RunningProgram running(project.Command(pipe), project.directory.Path());
+    const bool givesAll = random() % 2 == 0;
+    std::ofstream names(pipe);
+    for (size_t left = givesAll ? project.names.size() : random() % project.names.size(); left > 0; --left)
+        names << project.names[left - 1] << std::endl;
+    if (givesAll)
+        names.close();
+    for (size_t looks = givesAll ? random() % 3000 : random() % 30; looks > 0; --looks)
+        project.Litter();
+    ::kill(running.Process(), SIGKILL);
+    running.Wait();
+}
+
+TEST(Faults, AKillAtAnyMomentLeavesTheOldFileOrTheNewOne)
+{
+    const Project project(60);
+    ASSERT_EQ(project.Make().status, 0);
+    const std::string newTags = Content(project.Target());
+    const std::string pipe = MakePipe(project);
+    std::mt19937 random(5);
+    constexpr int kRounds = 200;
+    int oldOnes = 0;
+    project.PutOldTags();
+    for (int round = 0; round < kRounds; ++round) {
+        KillSomewhere(project, pipe, random);
+        const std::string content = Content(project.Target());
+        if (content == kOldTags)
+            ++oldOnes;
+        else
+            ASSERT_EQ(content, newTags) << "round " << round;
+        project.PutOldTags();
+    }
+    EXPECT_GT(oldOnes, kRounds / 4) << "most were killed on the way";
+    ASSERT_EQ(project.Make().status, 0);
+    EXPECT_EQ(Content(project.Target()), newTags);
+    EXPECT_EQ(project.Litter(), Texts{}) << "the next run cleans up";
+}
+
+TEST(Faults, TwoRunsAtOnceBothSucceed)
+{
+    const Project project(40);
+    ASSERT_EQ(project.Make().status, 0);
+    const std::string tags = Content(project.Target());
+    for (int round = 0; round < 5; ++round) {
+        project.PutOldTags();
+        RunningProgram one(project.Command(project.directory / "list"), project.directory.Path());
+        RunningProgram other(project.Command(project.directory / "list"), project.directory.Path());
+        EXPECT_EQ(one.Wait().status, 0);
+        EXPECT_EQ(other.Wait().status, 0);
+        EXPECT_EQ(Content(project.Target()), tags);
+        EXPECT_EQ(project.Litter(), Texts{});
+    }
+}
+
+TEST(Faults, AFullDiskLeavesTheOldFile)
+{
+    const Project project(60);
+    project.PutOldTags();
+    const std::string disk = project.directory / "tags.d";
+    // A mount of the process's own, which the system forgets with it.
+    const std::string script = "mount -t tmpfs -o size=16k none '" + disk +
+                               "' || exit 77\n"
+                               "printf '" +
+                               "name\\tx.c\\t1;\"\\tf\\n" + "' >'" + disk +
+                               "/tags'\n"
+                               "'" CPLUSTAGS "' -f '" +
+                               disk + "/tags' -L '" + project.directory / "list'" +
+                               "\n"
+                               "echo \"status $?\"; cat '" +
+                               disk + "/tags'; ls -A '" + disk + "'\n";
+    const ProgramRun run = RunProgram({"/usr/bin/unshare", "--map-root-user", "--mount", "/bin/sh", "-c", script},
+                                      project.directory.Path());
+    if (run.status != 0)
+        GTEST_SKIP() << "this system lets nobody mount here: " << run.errors;
+    EXPECT_EQ(run.output, "status 1\nname\tx.c\t1;\"\tf\ntags\n");
+    EXPECT_NE(run.errors.find("No space left on device"), std::string::npos) << run.errors;
+}
+
+TEST(Faults, AFileThatMayNotGrowLeavesTheOldFile)
+{
+    const Project project(60);
+    project.PutOldTags();
+    const std::string command =
+        "ulimit -f 16; exec '" CPLUSTAGS "' -f '" + project.Target() + "' -L '" + (project.directory / "list") + "'";
+    const ProgramRun run = RunProgram({"/bin/sh", "-c", command}, project.directory.Path());
+    EXPECT_EQ(run.status, 1) << run.errors;
+    EXPECT_NE(run.errors.find(project.Target()), std::string::npos) << run.errors;
+    EXPECT_EQ(Content(project.Target()), kOldTags);
+    EXPECT_EQ(project.Litter(), Texts{});
+}
+
+} // namespace
+} // namespace cplustags
