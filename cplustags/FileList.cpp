@@ -22,6 +22,12 @@ bool IsRegular(const std::string& name)
     return ::stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+// A list with other ends of lines; the system would read the name only up to there.
+bool HasZero(const std::string& name)
+{
+    return name.find('\0') != std::string::npos;
+}
+
 } // namespace
 
 FileList::FileList(std::vector<std::string> files, int list, std::string directory, Progress& progress,
@@ -36,7 +42,10 @@ bool FileList::Next(std::string& path)
     std::string name;
     while (NextName(name)) {
         hasNames = true;
-        if (IsToBeTagged(name, path) && seen.insert(path).second)
+        if (!IsToBeTagged(name))
+            continue;
+        path = AbsolutePath(name, directory);
+        if (seen.insert(path).second)
             return true;
     }
     return false;
@@ -77,25 +86,19 @@ size_t FileList::LinesOfName(std::string& name)
     return 1;
 }
 
-bool FileList::IsToBeTagged(const std::string& name, std::string& path)
+bool FileList::IsToBeTagged(const std::string& name)
 {
     struct stat status;
-    if (name.find('\0') != std::string::npos) {
-        Report(name, ENOENT); // a list with other ends of lines; the system would read it up to there
-        return false;
+    if (HasZero(name))
+        errno = ENOENT;
+    else if (::stat(name.c_str(), &status) == 0) {
+        if (!S_ISREG(status.st_mode))
+            return false;
+        if (::faccessat(AT_FDCWD, name.c_str(), R_OK, AT_EACCESS) == 0)
+            return true;
     }
-    if (::stat(name.c_str(), &status) != 0) {
-        Report(name, errno);
-        return false;
-    }
-    if (!S_ISREG(status.st_mode))
-        return false;
-    if (::faccessat(AT_FDCWD, name.c_str(), R_OK, AT_EACCESS) != 0) {
-        Report(name, errno);
-        return false;
-    }
-    path = AbsolutePath(name, directory);
-    return true;
+    Report(name, errno);
+    return false;
 }
 
 void FileList::Report(const std::string& name, int reason)

@@ -35,7 +35,7 @@ public:
 private:
     bool NextName(std::string& name);
     size_t LinesOfName(std::string& name);
-    bool IsToBeTagged(const std::string& name, std::string& path);
+    bool IsToBeTagged(const std::string& name);
     void Report(const std::string& name, int reason);
 
     std::deque<std::string> files;

@@ -9,6 +9,7 @@
 #include "cplustags/Options.h"
 #include "cplustags/Paths.h"
 #include "cplustags/Progress.h"
+#include "cplustags/Scratch.h"
 #include "cplustags/StandardOutput.h"
 #include "cplustags/Summary.h"
 #include "cplustags/TagLine.h"
@@ -82,6 +83,7 @@ private:
     size_t leftOut = 0; // files whose names no line can hold
     Settings settings;
     std::unique_ptr<NewFile> newFile;
+    std::unique_ptr<Scratch> scratch;
     std::unique_ptr<Tagger> tagger; // once there is a file
     std::unordered_set<std::string> taggedFields;
     size_t otherFiles = 0; // that old tags are of
@@ -157,7 +159,8 @@ void Job::Begin()
     if (settings.ctags.empty())
         throw Failure(error);
     MakeNewFile();
-    settings.temporaries = newFile->Directory();
+    scratch = std::make_unique<Scratch>(newFile->Directory());
+    settings.temporaries = scratch->Directory();
     settings.directory = directory;
     settings.language = options.language;
     settings.ignored = ListForCtags(options.ignored, currentDirectory);
@@ -168,12 +171,12 @@ void Job::Begin()
     tagger = std::make_unique<Tagger>(settings, progress);
 }
 
-// For standard output too there are temporary files, which are in a place of their own then.
+// For standard output it is never put in place, and only has a directory for temporary files.
 void Job::MakeNewFile()
 {
     const char* temporaries = std::getenv("TMPDIR");
-    const std::string scratch = temporaries != nullptr && *temporaries != '\0' ? temporaries : "/tmp";
-    newFile = std::make_unique<NewFile>(WritesFile() ? target : scratch + "/cplustags");
+    const std::string place = temporaries != nullptr && *temporaries != '\0' ? temporaries : "/tmp";
+    newFile = std::make_unique<NewFile>(WritesFile() ? target : place + "/cplustags-" + std::to_string(::geteuid()));
     if (!newFile->Error().empty())
         throw Failure(newFile->Error());
 }
