@@ -28,7 +28,7 @@ const Text kTexts[] = {
 
     // Ignored macros stand there bare, in both commands for the system.
     {"ignored macros: another command", "DeclIgnoreStrings", "A;pwned;", false, true},
-    {"one that runs beside it", "DeclIgnoreStrings", "A & pwned &", false, true},
+    {"one that runs beside it", "DeclIgnoreStrings", "A & wait; pwned;", false, true},
     {"one that reads the list", "DeclIgnoreStrings", "A | pwned |", false, true},
     {"one in backticks", "DeclIgnoreStrings", "A,`pwned`", false, true},
     {"one in quotes", "DeclIgnoreStrings", "\"$(pwned)\"", false, true},
