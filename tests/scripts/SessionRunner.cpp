@@ -1,4 +1,6 @@
 // Runs one scripted session in a copy of its folder and compares the answers with those expected. See README.md.
+#include "Executed.h"
+
 #include <algorithm>
 #include <cstdlib>
 #include <fcntl.h>
@@ -18,8 +20,11 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-constexpr const char* kDir = "$DIR";     // the copy of the folder
-constexpr const char* kStart = "$START"; // what every session's first answer logs of the start
+constexpr const char* kDir = "$DIR";       // the copy of the folder
+constexpr const char* kBundle = "$BUNDLE"; // the plug-in's bundle
+constexpr const char* kStart = "$START";   // what every session's first answer logs of the start
+constexpr const char* kExecuted = "executed";
+constexpr const char* kInstalled = "/usr/bin/cplustags";
 constexpr const char* kUsage = "usage: session_runner [--accept] WREN FOLDER\n";
 constexpr time_t kFileTime = 1'000'000'000;
 constexpr time_t kApart = 1'000; // seconds that "older" and "newer" files are away from that
@@ -119,6 +124,8 @@ void SetTimes(const fs::path& directory)
 void Prepare(const fs::path& folder, const fs::path& directory)
 {
     fs::copy(folder, directory, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
+    if (fs::exists(folder / kExecuted) && !fs::exists(directory / "ctags"))
+        fs::copy(folder.parent_path() / "ctags", directory / "ctags");
     fs::create_directories(directory / "home");
     FillIn(directory);
     SetTimes(directory);
@@ -133,25 +140,48 @@ struct Outcome {
     int status;
     std::vector<Json> answers;
     std::string errors;
+    std::string executed;
 };
 
-Json WithNames(const std::string& line, const fs::path& directory)
+// Where a session runs: the folder's copy, and beside it what the runner needs. All paths are of the same length wherever
+// that is, and have nothing in them that a shell would want escaped.
+struct Stage {
+    fs::path scratch;
+    fs::path directory = scratch / "dir";
+    fs::path bundle = scratch / "Declaration.bundle";
+};
+
+std::string WithNames(const std::string& text, const Stage& stage)
 {
-    return Json::parse(Replaced(line, directory, kDir));
+    return Replaced(Replaced(text, stage.directory, kDir), stage.bundle, kBundle);
 }
 
-Outcome Run(const std::string& wren, const fs::path& directory, const fs::path& scratch)
+// A developer's own tags program stays out of it. A session that has tags made is given one whose tags are known.
+std::string Environment(const Stage& stage)
 {
-    const std::string settings =
-        fs::exists(directory / "settings") ? " --settings " + Quoted(directory / "settings") : "";
-    Write(scratch / "session", Replaced(Read(directory / "session.jsonl"), kDir, directory));
-    const std::string command = "cd " + Quoted(directory) + " && " + Quoted(wren) + " script --home " +
-                                Quoted(directory / "home") + settings + " < " + Quoted(scratch / "session") + " > " +
-                                Quoted(scratch / "answers") + " 2> " + Quoted(scratch / "errors");
-    const int status = std::system(command.c_str());
-    Outcome outcome{WIFEXITED(status) ? WEXITSTATUS(status) : -1, {}, Read(scratch / "errors")};
-    for (const std::string& line : Lines(Read(scratch / "answers")))
-        outcome.answers.push_back(WithNames(line, directory));
+    const bool makesTags = fs::exists(stage.directory / kExecuted);
+    return "env -u WREN_CTAGS " + (makesTags ? Quoted("WREN_CTAGS=" + (stage.directory / "ctags").string()) + " " : "");
+}
+
+std::string Command(const std::string& wren, const Stage& stage)
+{
+    const fs::path settings = stage.directory / "settings";
+    return "cd " + Quoted(stage.directory) + " && " + Environment(stage) + Quoted(wren) + " script --bundle " +
+           Quoted(stage.bundle) + " --home " + Quoted(stage.directory / "home") +
+           (fs::exists(settings) ? " --settings " + Quoted(settings) : "") + " < " + Quoted(stage.scratch / "session") +
+           " > " + Quoted(stage.scratch / "answers") + " 2> " + Quoted(stage.scratch / "errors");
+}
+
+Outcome Run(const std::string& wren, const Stage& stage)
+{
+    Write(stage.scratch / "session", Replaced(Read(stage.directory / "session.jsonl"), kDir, stage.directory));
+    fs::create_directory_symlink(fs::path(wren).parent_path() / "Declaration.bundle", stage.bundle);
+    const int status = std::system(Command(wren, stage).c_str());
+    const std::string errors = Read(stage.scratch / "errors");
+    Outcome outcome{
+        WIFEXITED(status) ? WEXITSTATUS(status) : -1, {}, errors, ExecutedCommands(WithNames(errors, stage))};
+    for (const std::string& line : Lines(Read(stage.scratch / "answers")))
+        outcome.answers.push_back(Json::parse(WithNames(line, stage)));
     return outcome;
 }
 
@@ -224,30 +254,42 @@ std::string FileDifferences(const fs::path& directory)
     return text;
 }
 
-void Accept(const fs::path& folder, const std::vector<Json>& answers)
+// A session without a file that names commands is one that runs none.
+std::string ExecutedDifferences(const fs::path& folder, const std::string& executed)
+{
+    const std::string expected = fs::exists(folder / kExecuted) ? Read(folder / kExecuted) : "";
+    return executed == expected ? "" : "executed\n" + executed + "instead of\n" + expected;
+}
+
+void Accept(const fs::path& folder, const Outcome& outcome)
 {
     std::string text;
-    for (const Json& answer : answers)
+    for (const Json& answer : outcome.answers)
         text += answer.dump() + "\n";
     Write(folder / "expected.jsonl", text);
+    if (!outcome.executed.empty())
+        Write(folder / kExecuted, outcome.executed);
 }
 
 int RunSession(const std::string& wren, const fs::path& folder, bool accept)
 {
     const TemporaryDirectory scratch;
-    const fs::path directory = fs::path(scratch.path) / "dir";
-    Prepare(folder, directory);
-    Outcome outcome = Run(wren, directory, scratch.path);
+    const Stage stage{scratch.path};
+    Prepare(folder, stage.directory);
+    Outcome outcome = Run(wren, stage);
     FoldStart(folder, outcome.answers);
     if (accept) {
-        Accept(folder, outcome.answers);
+        Accept(folder, outcome);
         std::cerr << outcome.errors;
         return 0;
     }
-    const std::string differences = Differences(folder, outcome) + FileDifferences(directory);
+    const std::string differences =
+        Differences(folder, outcome) + ExecutedDifferences(folder, outcome.executed) + FileDifferences(stage.directory);
     if (differences.empty())
         return 0;
     std::cout << folder.filename().string() << "\n" << differences << "standard error:\n" << outcome.errors;
+    if (fs::exists(kInstalled))
+        std::cout << kInstalled << " is installed here; the sessions show a user for whom it is not\n";
     return 1;
 }
 

@@ -1,0 +1,1 @@
+void shapes(void);
