@@ -491,8 +491,8 @@ TEST_F(InterruptedTags, ASignalThatWasIgnoredStaysIgnored)
 
 TEST_F(TagsCommand, WaitsForAnotherRunInTheSameDirectory)
 {
-    const int directory = ::open((tree / "project").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    ASSERT_EQ(::flock(directory, LOCK_EX), 0);
+    const int held = ::open((tree / "project/.tags.lock").c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600);
+    ASSERT_EQ(::flock(held, LOCK_EX), 0);
     const Fifo errors;
     std::vector<std::string> command = {"/bin/sh", "-c", "exec \"$@\" 2>'" + errors.Path() + "'", "sh"};
     for (const std::string& word : Command({"project"}))
@@ -501,7 +501,8 @@ TEST_F(TagsCommand, WaitsForAnotherRunInTheSameDirectory)
     EXPECT_EQ(errors.ReadLine(running.Process()),
               "wren: tags are being made in " + (tree / "project") + " already; waiting");
     EXPECT_FALSE(fs::exists(Tags()));
-    ::close(directory);
+    ::close(held); // as when that one was killed
     EXPECT_EQ(running.Wait().status, 0);
     EXPECT_TRUE(fs::exists(Tags()));
+    EXPECT_FALSE(fs::exists(tree / "project/.tags.lock"));
 }
