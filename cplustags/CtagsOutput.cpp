@@ -1,11 +1,14 @@
 #include "cplustags/CtagsOutput.h"
 
+#include "cplustags/TagLine.h"
+
 #include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace cplustags {
 
@@ -24,12 +27,13 @@ namespace {
 
 constexpr char kEnumerator = 'e';
 constexpr char kEnumeration = 'g';
+constexpr char kFunction = 'f';
 constexpr std::string_view kSeparator = "::";
 
 struct RawTag {
     std::string_view name;
-    unsigned line;
-    char kind;
+    unsigned line = 0;
+    char kind = 0;
     std::string_view scopeKind; // "class"
     std::string_view scope;     // "Outer::Inner"
     std::string_view whole;     // "class:Outer::Inner"
@@ -45,12 +49,56 @@ std::string_view CutField(std::string_view& rest, char delimiter = '\t')
     return field;
 }
 
+bool IsHexadecimal(char character)
+{
+    return std::isxdigit(static_cast<unsigned char>(character)) != 0;
+}
+
+// What ctags calls what has no name: the file in eight digits, a number and the kind in two or more each.
 bool IsAnonymous(std::string_view name)
 {
     constexpr std::string_view kBeginning = "__anon";
-    return name.substr(0, kBeginning.length()) == kBeginning && name.length() > kBeginning.length() &&
-           std::all_of(name.begin() + kBeginning.length(), name.end(),
-                       [](unsigned char character) { return std::isxdigit(character) != 0; });
+    constexpr size_t kFewestDigits = 12;
+    return name.substr(0, kBeginning.length()) == kBeginning && name.length() >= kBeginning.length() + kFewestDigits &&
+           std::all_of(name.begin() + kBeginning.length(), name.end(), IsHexadecimal);
+}
+
+// The character of an escape and its length, without the backslash.
+std::pair<char, size_t> EscapedCharacter(std::string_view escape)
+{
+    constexpr std::string_view kLetters = "abtnvfr";
+    constexpr std::string_view kMeanings = "\a\b\t\n\v\f\r";
+    if (escape.length() >= 3 && escape[0] == 'x' && IsHexadecimal(escape[1]) && IsHexadecimal(escape[2])) {
+        unsigned char code = 0;
+        std::from_chars(escape.data() + 1, escape.data() + 3, code, 16);
+        return {static_cast<char>(code), 3};
+    }
+    const size_t letter = kLetters.find(escape[0]);
+    return {letter == std::string_view::npos ? escape[0] : kMeanings[letter], 1};
+}
+
+// Names and scopes as they are in the source: ctags escapes backslashes, control characters, and a '!' in front, lookups
+// do not.
+std::string_view Plain(std::string_view text, Tags& keeper)
+{
+    if (text.find('\\') == std::string_view::npos)
+        return text;
+    std::string plain;
+    for (size_t i = 0; i < text.length(); ++i) {
+        if (text[i] != '\\' || i + 1 == text.length()) {
+            plain += text[i];
+            continue;
+        }
+        const auto [character, length] = EscapedCharacter(text.substr(i + 1));
+        plain += character;
+        i += length;
+    }
+    return keeper.Keep(std::move(plain));
+}
+
+bool FitsInLine(std::string_view text)
+{
+    return text.length() < kLongestLine && text.find_first_of("\t\n\r") == std::string_view::npos;
 }
 
 bool HasWord(std::string_view list, std::string_view word)
@@ -61,33 +109,46 @@ bool HasWord(std::string_view list, std::string_view word)
     return false;
 }
 
+// The scope comes before the fields that only some languages have.
 void ReadField(std::string_view field, RawTag& tag)
 {
     const std::string_view whole = field;
     const std::string_view key = CutField(field, ':');
     if (key == "properties") {
         tag.scopedEnumeration = HasWord(field, "scopedenum");
-        return;
+    } else if (tag.whole.empty() && FitsInLine(field)) {
+        tag.scopeKind = key;
+        tag.scope = field;
+        tag.whole = whole;
     }
-    tag.scopeKind = key;
-    tag.scope = field;
-    tag.whole = whole;
 }
 
-std::optional<RawTag> ReadLine(std::string_view line)
+bool ReadLineNumber(std::string_view address, unsigned& line)
+{
+    const char* const end = address.data() + address.length();
+    const auto [rest, problem] = std::from_chars(address.data(), end, line);
+    return problem == std::errc() && std::string_view(rest, end - rest) == ";\"";
+}
+
+// A name that begins with '!' would make the line one that readers step over, or take for something else.
+bool IsUsable(std::string_view name)
+{
+    return !name.empty() && name.front() != '!' && name.find_first_of("\t\n\r") == std::string_view::npos &&
+           !IsAnonymous(name);
+}
+
+std::optional<RawTag> ReadLine(std::string_view line, Tags& keeper)
 {
     RawTag tag;
-    tag.name = CutField(line);
+    tag.name = Plain(CutField(line), keeper);
     CutField(line); // the file
-    const std::string_view number = CutField(line);
-    const auto [end, problem] = std::from_chars(number.data(), number.data() + number.length(), tag.line);
+    const bool hasNumber = ReadLineNumber(CutField(line), tag.line);
     const std::string_view kind = CutField(line);
-    if (tag.name.empty() || problem != std::errc() || std::string_view(end, number.end() - end) != ";\"" ||
-        kind.length() != 1 || IsAnonymous(tag.name))
+    if (!hasNumber || kind.length() != 1 || !IsUsable(tag.name))
         return std::nullopt;
     tag.kind = kind.front();
     while (!line.empty())
-        ReadField(CutField(line), tag);
+        ReadField(Plain(CutField(line), keeper), tag);
     return tag;
 }
 
@@ -120,10 +181,15 @@ std::string Joined(std::string_view outer, std::string_view name)
     return joined += name;
 }
 
+bool MayHaveAnonymousParts(std::string_view scope)
+{
+    return scope.find("__anon") != std::string_view::npos;
+}
+
 std::string WithoutAnonymousParts(std::string_view scope)
 {
-    if (scope.empty())
-        return "";
+    if (!MayHaveAnonymousParts(scope))
+        return std::string(scope);
     const size_t separator = LastSeparator(scope);
     const std::string_view last = separator == std::string_view::npos ? scope : scope.substr(separator + 2);
     std::string outer = WithoutAnonymousParts(Outer(scope));
@@ -173,9 +239,9 @@ public:
         if (tag.kind == kEnumerator && tag.scopeKind == "enum")
             return OfEnumerator(tag.scope, keeper);
         const std::string_view token = ScopeToken(tag.scopeKind);
-        if (token.empty() || tag.scope.find("__anon") == std::string_view::npos)
+        if (token.empty() || !MayHaveAnonymousParts(tag.scope))
             return token.empty() ? token : tag.whole;
-        return Kept(token, tag.scope, keeper);
+        return Kept(token, WithoutAnonymousParts(tag.scope), keeper);
     }
 
 private:
@@ -184,24 +250,29 @@ private:
         if (tag.kind == kEnumeration && tag.scopedEnumeration)
             scopedEnumerations.insert(Joined(tag.scope, tag.name));
         else if (const std::string_view token = ScopeToken(tag.kind); !token.empty())
-            tokens.emplace(Joined(tag.scope, tag.name), token);
+            tokens[Joined(WithoutAnonymousParts(tag.scope), tag.name)] = token;
+        else if (tag.kind == kFunction)
+            tokens.emplace(Joined(WithoutAnonymousParts(tag.scope), tag.name), kNoToken);
     }
 
     // Enumerators are used by the enumeration's name where that is a scoped one, else as if they stood beside it.
     std::string_view OfEnumerator(std::string_view enumeration, Tags& keeper) const
     {
         if (scopedEnumerations.count(std::string(enumeration)) != 0)
-            return Kept("class:", enumeration, keeper);
-        const std::string_view around = Outer(enumeration);
-        const auto token = tokens.find(std::string(around));
+            return Kept("class:", WithoutAnonymousParts(enumeration), keeper);
+        const std::string around = WithoutAnonymousParts(Outer(enumeration));
+        const auto token = tokens.find(around);
         return Kept(token == tokens.end() ? "class:" : token->second, around, keeper);
     }
 
     static std::string_view Kept(std::string_view token, std::string_view scope, Tags& keeper)
     {
-        const std::string known = WithoutAnonymousParts(scope);
-        return known.empty() ? std::string_view() : keeper.Keep(std::string(token) + known);
+        if (token.empty() || scope.empty())
+            return "";
+        return keeper.Keep(std::string(token).append(scope));
     }
+
+    static constexpr std::string_view kNoToken = ""; // what is in a function has no scope
 
     std::unordered_set<std::string> scopedEnumerations; // with their scopes, as ctags writes them
     std::unordered_map<std::string, std::string_view> tokens;
@@ -211,12 +282,12 @@ private:
 
 Tags ReadCtagsOutput(std::string_view output)
 {
+    Tags result;
     std::vector<RawTag> read;
     while (!output.empty())
-        if (const std::optional<RawTag> tag = ReadLine(CutField(output, '\n')))
+        if (const std::optional<RawTag> tag = ReadLine(CutField(output, '\n'), result))
             read.push_back(*tag);
     const Scopes scopes(read);
-    Tags result;
     result.tags.reserve(read.size());
     for (const RawTag& tag : read)
         result.tags.push_back({tag.name, tag.line, tag.kind, scopes.Of(tag, result)});
