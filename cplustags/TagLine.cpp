@@ -18,6 +18,16 @@ void AppendNumber(std::string& text, unsigned number)
     text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
 }
 
+// With its line break, and without its scope.
+size_t LengthOfTagLine(const Tag& tag, std::string_view field)
+{
+    constexpr size_t kSigns = 7; // three tabs, ';', '"', the kind, the line break
+    size_t digits = 1;
+    for (unsigned rest = tag.line / 10; rest > 0; rest /= 10)
+        ++digits;
+    return tag.name.length() + field.length() + digits + kSigns;
+}
+
 } // namespace
 
 std::optional<std::string> FileField(std::string_view path, std::string_view directory)
@@ -48,18 +58,20 @@ std::string PathOfField(std::string_view field, std::string_view directory)
     return path;
 }
 
+bool HasRoomForScope(const Tag& tag, std::string_view field)
+{
+    return LengthOfTagLine(tag, field) + 1 + tag.scope.length() <= kLongestLine;
+}
+
 bool AppendTagLine(std::string& text, const Tag& tag, std::string_view field)
 {
-    const size_t start = text.length();
+    if (LengthOfTagLine(tag, field) > kLongestLine)
+        return false;
     text.append(tag.name) += '\t';
     text.append(field) += '\t';
     AppendNumber(text, tag.line);
     text.append(";\"\t") += tag.kind;
-    if (text.length() - start + 1 > kLongestLine) {
-        text.resize(start);
-        return false;
-    }
-    if (!tag.scope.empty() && text.length() - start + tag.scope.length() + 2 <= kLongestLine)
+    if (!tag.scope.empty() && HasRoomForScope(tag, field))
         (text += '\t').append(tag.scope);
     text += '\n';
     return true;

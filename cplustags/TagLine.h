@@ -24,6 +24,7 @@ std::string PathOfField(std::string_view field, std::string_view directory);
 // Appends "name<tab>field<tab>line;"<tab>kind<tab>scope<newline>"; the scope is left out when the line would be too
 // long with it. False, with nothing appended, when it is too long without.
 bool AppendTagLine(std::string& text, const Tag& tag, std::string_view field);
+bool HasRoomForScope(const Tag& tag, std::string_view field);
 
 // The file field of a line of a tags file, and the name; nothing for pseudo-tags and what is no tag.
 std::optional<std::string_view> FieldOfLine(std::string_view line);

@@ -1,6 +1,7 @@
 #include "cplustags/TagStore.h"
 
 #include "cplustags/TagLine.h"
+#include "cplustags/TextPool.h"
 
 #include <algorithm>
 #include <array>
@@ -14,31 +15,6 @@ namespace cplustags {
 
 namespace {
 
-// Where texts are put one behind the other; they never move.
-class TextPool {
-public:
-    const char* Put(std::string_view text)
-    {
-        if (text.length() > left) {
-            left = std::max(kBlock, text.length());
-            blocks.push_back(std::make_unique_for_overwrite<char[]>(left));
-            end = blocks.back().get();
-        }
-        char* place = end;
-        std::memcpy(place, text.data(), text.length());
-        end += text.length();
-        left -= text.length();
-        return place;
-    }
-
-private:
-    static constexpr size_t kBlock = 256 * 1024;
-
-    std::vector<std::unique_ptr<char[]>> blocks;
-    char* end = nullptr;
-    size_t left = 0;
-};
-
 struct StoredTag {
     uint64_t key; // the name's first bytes, the first one highest: orders most names without looking at their texts
     const char* name;
@@ -51,22 +27,25 @@ struct StoredTag {
     std::string_view Name() const { return {name, nameLength}; }
 };
 
-// A name that is shorter than the key is filled up with zeros, which no name contains and which sort below all it does.
+// A name that is shorter than the key is filled up with what follows it in a line.
 uint64_t KeyOf(std::string_view name)
 {
     uint64_t key = 0;
     for (size_t i = 0; i < sizeof key; ++i)
-        key = key << 8 | (i < name.length() ? static_cast<unsigned char>(name[i]) : 0);
+        key = key << 8 | static_cast<unsigned char>(i < name.length() ? name[i] : '\t');
     return key;
 }
 
-// In a line a tab stands behind the field, and sorts above the first control characters.
-bool FieldLess(const std::string& a, const std::string& b)
+// As texts with the given character behind them: it sorts above some control characters.
+int Compare(std::string_view a, std::string_view b, char end)
 {
-    const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
-    const unsigned char endOfA = inA == a.end() ? '\t' : *inA;
-    const unsigned char endOfB = inB == b.end() ? '\t' : *inB;
-    return endOfA < endOfB;
+    const size_t common = std::min(a.length(), b.length());
+    if (const int difference = a.substr(0, common).compare(b.substr(0, common)); difference != 0)
+        return difference;
+    const auto after = [=](std::string_view text) -> unsigned char {
+        return common < text.length() ? text[common] : end;
+    };
+    return static_cast<int>(after(a)) - static_cast<int>(after(b));
 }
 
 // Lines are compared as texts, and so are the numbers in them; ';' ends a number and sorts behind digits.
@@ -88,18 +67,14 @@ struct TagStore::Contents {
     std::vector<std::string_view> scopes = {""};
     std::unordered_map<std::string_view, uint32_t> knownScopes;
 
+    Tag TagOf(const StoredTag& tag) const { return {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}; }
+
     // Before sorting: a scope that does not fit into its line is none, there as here.
     void DropLongScopes(const std::vector<std::string>& fields)
     {
-        constexpr size_t kRest = 24; // tabs, the number, the kind
         for (StoredTag& tag : tags)
-            if (tag.nameLength + fields[tag.file].length() + scopes[tag.scope].length() + kRest > kLongestLine) {
-                std::string line;
-                AppendTagLine(line, {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}, fields[tag.file]);
-                const size_t scopeStart = line.length() - std::min(line.length(), scopes[tag.scope].length() + 1);
-                if (line.compare(scopeStart, scopes[tag.scope].length(), scopes[tag.scope]) != 0)
-                    tag.scope = 0;
-            }
+            if (tag.scope != 0 && !HasRoomForScope(TagOf(tag), fields[tag.file]))
+                tag.scope = 0;
     }
 
     uint32_t ScopeNumber(std::string_view scope)
@@ -108,7 +83,7 @@ struct TagStore::Contents {
             return 0;
         if (const auto known = knownScopes.find(scope); known != knownScopes.end())
             return known->second;
-        const std::string_view kept(texts.Put(scope), scope.length());
+        const std::string_view kept = texts.Put(scope);
         scopes.push_back(kept);
         return knownScopes[kept] = static_cast<uint32_t>(scopes.size() - 1);
     }
@@ -126,7 +101,7 @@ void TagStore::Add(unsigned file, const Tag& tag)
     // The tags of a name in overloads follow each other.
     std::vector<StoredTag>& tags = contents->tags;
     const bool again = !tags.empty() && tags.back().Name() == name;
-    tags.push_back({KeyOf(name), again ? tags.back().name : contents->texts.Put(name), file, tag.line,
+    tags.push_back({KeyOf(name), again ? tags.back().name : contents->texts.Put(name).data(), file, tag.line,
                     contents->ScopeNumber(tag.scope), static_cast<uint16_t>(name.length()), tag.kind});
 }
 
@@ -135,34 +110,58 @@ size_t TagStore::Size() const
     return contents->tags.size();
 }
 
-void TagStore::Sort(const std::vector<std::string>& fields)
+namespace {
+
+// The place of each field among all in their order: spares comparing the files' long, much alike names.
+std::vector<uint32_t> Places(const std::vector<std::string>& fields)
 {
-    // Comparing files' places in the order of files spares comparing their long, much alike names.
     std::vector<uint32_t> order(fields.size());
     std::iota(order.begin(), order.end(), 0);
-    std::sort(order.begin(), order.end(), [&](uint32_t a, uint32_t b) { return FieldLess(fields[a], fields[b]); });
-    std::vector<uint32_t> place(fields.size());
+    std::sort(order.begin(), order.end(),
+              [&](uint32_t a, uint32_t b) { return Compare(fields[a], fields[b], '\t') < 0; });
+    std::vector<uint32_t> places(fields.size());
     for (uint32_t i = 0; i < order.size(); ++i)
-        place[order[i]] = i > 0 && fields[order[i]] == fields[order[i - 1]] ? place[order[i - 1]] : i;
+        places[order[i]] = i > 0 && fields[order[i]] == fields[order[i - 1]] ? places[order[i - 1]] : i;
+    return places;
+}
 
-    contents->DropLongScopes(fields);
-    const std::vector<std::string_view>& scopes = contents->scopes;
-    std::sort(contents->tags.begin(), contents->tags.end(), [&](const StoredTag& a, const StoredTag& b) {
+// The order of the lines that tags make, as their bytes have it.
+class LineOrder {
+public:
+    LineOrder(const std::vector<uint32_t>& places, const std::vector<std::string_view>& scopes)
+        : places(places), scopes(scopes)
+    {
+    }
+
+    bool operator()(const StoredTag& a, const StoredTag& b) const
+    {
         if (a.key != b.key)
             return a.key < b.key;
-        if (const int names = a.Name().compare(b.Name()); names != 0)
+        if (const int names = a.name == b.name ? 0 : Compare(a.Name(), b.Name(), '\t'); names != 0)
             return names < 0;
-        if (place[a.file] != place[b.file])
-            return place[a.file] < place[b.file];
-        if (const int lines = CompareNumbers(a.line, b.line); lines != 0)
+        if (places[a.file] != places[b.file])
+            return places[a.file] < places[b.file];
+        if (const int lines = a.line == b.line ? 0 : CompareNumbers(a.line, b.line); lines != 0)
             return lines < 0;
         if (a.kind != b.kind)
             return static_cast<unsigned char>(a.kind) < static_cast<unsigned char>(b.kind);
         // Behind the kind stands a line break, or a tab, which sorts below it, and the scope.
-        if (a.scope == b.scope || scopes[a.scope].empty() || scopes[b.scope].empty())
-            return a.scope != b.scope && scopes[b.scope].empty();
-        return scopes[a.scope] < scopes[b.scope];
-    });
+        if (a.scope == b.scope || a.scope == 0 || b.scope == 0)
+            return a.scope != b.scope && b.scope == 0;
+        return Compare(scopes[a.scope], scopes[b.scope], '\n') < 0;
+    }
+
+private:
+    const std::vector<uint32_t>& places;
+    const std::vector<std::string_view>& scopes;
+};
+
+} // namespace
+
+void TagStore::Sort(const std::vector<std::string>& fields)
+{
+    contents->DropLongScopes(fields);
+    std::sort(contents->tags.begin(), contents->tags.end(), LineOrder(Places(fields), contents->scopes));
 }
 
 namespace {

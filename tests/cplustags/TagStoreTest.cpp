@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <random>
+#include <thread>
 
 namespace cplustags {
 namespace {
@@ -63,14 +64,14 @@ struct Sample {
 
 const Texts kFields = {"b.c", "a.c", "a.c.h", "a", "a.c", "a\x01.c", "/usr/include/x.h", std::string(990, 'l')};
 
-// Names and scopes of few letters, so that all that follows them in a line decides as well.
+// Names and scopes of few letters, so that all that follows them in a line decides as well: some of them sort before it.
 std::vector<Sample> Samples(size_t count, unsigned seed)
 {
     std::mt19937 random(seed);
     const auto word = [&random](size_t most) {
         std::string text;
         for (size_t length = random() % (most + 1); length > 0; --length)
-            text += "ab<: \x80"[random() % 6];
+            text += "ab<: \x80\x01\v"[random() % 8];
         return text;
     };
     std::vector<Sample> samples;
@@ -115,6 +116,33 @@ TEST(TagStore, GivesTheSortedLinesHoweverManyStoresThereAre)
     ASSERT_GT(expected.size(), 10000u);
     for (const size_t stores : {1, 2, 7})
         EXPECT_TRUE(Stored(samples, stores) == expected) << stores << " stores";
+}
+
+TEST(TagStore, CanBeSortedWhileOthersAre)
+{
+    const std::vector<Sample> samples = Samples(4000, 4);
+    std::vector<TagStore> stores(3);
+    for (size_t i = 0; i < samples.size(); ++i)
+        stores[i % 3].Add(samples[i].file, {samples[i].name, samples[i].line, samples[i].kind, samples[i].scope});
+    std::vector<std::thread> threads;
+    for (TagStore& store : stores)
+        threads.emplace_back([&store] { store.Sort(kFields); });
+    for (std::thread& thread : threads)
+        thread.join();
+    std::vector<std::unique_ptr<LineSource>> sources;
+    size_t leftOut = 0;
+    for (const TagStore& store : stores)
+        sources.push_back(store.Lines(kFields, &leftOut));
+    EXPECT_TRUE(All(*Merged(std::move(sources))) == Expected(samples));
+}
+
+TEST(TagStore, MayBeEmpty)
+{
+    TagStore store;
+    store.Sort({});
+    size_t leftOut = 0;
+    EXPECT_EQ(All(*store.Lines({}, &leftOut)), Texts{});
+    EXPECT_EQ(store.Size(), 0u);
 }
 
 TEST(TagStore, CountsTheTagsThatAreTooLong)
