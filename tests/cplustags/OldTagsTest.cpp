@@ -1,9 +1,11 @@
 #include "cplustags/OldTags.h"
 
+#include "cplustags/TagLine.h"
 #include "tests/support/TempDirectory.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -23,12 +25,21 @@ const KindCase kKinds[] = {
     {"of ctags", "!_TAG_FILE_SORTED\t1\t/x/\n", Target::Tags},
     {"line numbers", "name\ta.c\t12;\"\tf\n", Target::Tags},
     {"patterns", "name\ta.c\t/^name$/;\"\tf\n", Target::Tags},
+    {"a pattern with what ends it", "name\ta.c\t/^a\\/b;\"\tc$/;\"\tf\n", Target::Tags},
+    {"a number and a pattern", "name\ta.c\t12;/^name$/;\"\tf\n", Target::Tags},
+    {"carriage returns", "name\ta.c\t12\r\nname\ta.c\t/x/\r\n", Target::Tags},
+    {"a first line longer than what is looked at", "name\ta.c\t12;\"\tf\tsignature:" + std::string(20000, 'x') + "\n",
+     Target::Tags},
     {"backward patterns", "name\ta.c\t?^name$?;\"\tf\n", Target::Tags},
     {"the oldest format", "name\ta.c\t12\n", Target::Tags},
     {"cut off in its first line", "name\ta.c\t1", Target::Tags},
     {"damaged behind its first line", "name\ta.c\t12\n\0\0garbage", Target::Tags},
     {"a source", "#include <stdio.h>\n", Target::Foreign},
     {"a table", "one\ttwo\tthree\n", Target::Foreign},
+    {"a table with a number", "ann\tred\t12\nbob\tblue\tmany\n", Target::Foreign},
+    {"a table with fractions", "ann\tred\t1.5\n", Target::Foreign},
+    {"a table of four columns", "ann\tred\t12\t13\n", Target::Foreign},
+    {"a table with paths", "ann\tred\t/home/ann/x\n", Target::Foreign},
     {"of another editor's tags", "\f\na.c,12\n", Target::Foreign},
     {"an empty line first", "\nname\ta.c\t12\n", Target::Foreign},
     {"binary",
@@ -61,6 +72,9 @@ TEST(WhatIs, OfWhatIsNoFile)
     std::filesystem::create_symlink("nothing", directory / "dangling");
     EXPECT_EQ(WhatIs(directory / "link"), Target::Tags);
     EXPECT_EQ(WhatIs(directory / "dangling"), Target::Absent);
+    std::filesystem::create_symlink("round", directory / "round");
+    EXPECT_EQ(WhatIs(directory / "round"), Target::Unreadable);
+    EXPECT_EQ(WhatIs("/proc/self/mem"), Target::Unreadable);
 }
 
 struct StayCase {
@@ -75,6 +89,14 @@ const StayCase kStays[] = {
      "!_TAG_FILE_SORTED\t1\t//\nc\tstays.c\t1\na\tstays.c\t1\n",
      {"a\tstays.c\t1\n", "c\tstays.c\t1\n"}},
     {"no line break at the end", "a\tstays.c\t1\nb\tstays.c\t1", {"a\tstays.c\t1\n", "b\tstays.c\t1\n"}},
+    {"carriage returns go, with them lines of one tag would be two",
+     "a\tstays.c\t1\r\nb\tgoes.c\t1\r\nc\tstays.c\t1\r\n\r\nd\tstays.c\t1\r",
+     {"a\tstays.c\t1\n", "c\tstays.c\t1\n", "d\tstays.c\t1\n"}},
+    {"in another order than that of bytes",
+     "!_TAG_FILE_SORTED\t2\t//\na\tstays.c\t1\nB\tstays.c\t1\nc\tgoes.c\t1\n",
+     {"B\tstays.c\t1\n", "a\tstays.c\t1\n"}},
+    {"equal lines are for Merged()", "a\tstays.c\t1\na\tstays.c\t1\n", {"a\tstays.c\t1\n", "a\tstays.c\t1\n"}},
+    {"pseudo-tags anywhere go", "b\tstays.c\t1\n!_TAG_X\t1\t//\n", {"b\tstays.c\t1\n"}},
     {"lines that name no file stay too", "\n\nodd line\n", {"odd line\n"}},
     {"bytes are unsigned", "\x80\tstays.c\t1\na\tstays.c\t1\n", {"a\tstays.c\t1\n", "\x80\tstays.c\t1\n"}},
     {"nothing", "", {}},
@@ -92,6 +114,48 @@ TEST(LinesThatStay, Cases)
             lines.emplace_back(line);
         EXPECT_EQ(lines, row.lines) << row.why;
     }
+}
+
+TEST(LinesThatStay, AreShortEnoughForReaders)
+{
+    const std::string begin = "name\tstays.c\t/a;\"\tb/;\"\tf";
+    const std::string scope = "\tclass:C";
+    const std::string fits = begin + scope + "\tx:" + std::string(kLongestLine - begin.size() - scope.size() - 4, 'x');
+    const struct {
+        const char* why;
+        std::string line;
+        Texts stays;
+    } cases[] = {
+        {"just short enough", fits, {fits + "\n"}},
+        {"too long by a byte: without its last field", fits + "x", {begin + scope + "\n"}},
+        {"without no more than it takes", fits + "\ty:" + std::string(5000, 'y'), {fits + "\n"}},
+        {"only name, file, place and kind are left", begin + "\tclass:" + std::string(1023, 'C'), {begin + "\n"}},
+        {"a pattern is not cut", "name\tstays.c\t/a;\"\tb" + std::string(1023, 'p') + "/;\"\tf", {}},
+        {"no fields to lose", "name\tstays.c\t/" + std::string(1023, 'p') + "/", {}},
+        {"no tag", std::string(100000, 'x'), {}},
+    };
+    const TempDirectory directory;
+    for (const auto& row : cases) {
+        const auto source = LinesThatStay(directory.Write("tags", row.line + "\n"), [](auto) { return false; });
+        ASSERT_TRUE(source) << row.why;
+        Texts lines;
+        for (std::string_view line; source->Next(line);)
+            lines.emplace_back(line);
+        EXPECT_EQ(lines, row.stays) << row.why;
+    }
+}
+
+TEST(LinesThatStay, AreInOrderAfterTheyWereShortened)
+{
+    const TempDirectory directory;
+    const std::string longOne = "a\tx.c\t1;\"\tf\tclass:" + std::string(2000, 'A') + "\n";
+    const auto source =
+        LinesThatStay(directory.Write("tags", longOne + "a\tx.c\t1;\"\tf\tclass:B\n"), [](auto) { return false; });
+    std::string_view line;
+    ASSERT_TRUE(source->Next(line));
+    EXPECT_EQ(line, "a\tx.c\t1;\"\tf\tclass:B\n");
+    ASSERT_TRUE(source->Next(line));
+    EXPECT_EQ(line, "a\tx.c\t1;\"\tf\n");
 }
 
 TEST(LinesThatStay, AsksOnceForEachFile)
@@ -115,6 +179,9 @@ TEST(LinesThatStay, OfAFileThatCannotBeReadAreNone)
     EXPECT_EQ(LinesThatStay(directory / "missing", [](auto) { return false; }), nullptr);
     EXPECT_EQ(errno, ENOENT);
     EXPECT_EQ(LinesThatStay(directory.Path(), [](auto) { return false; }), nullptr) << "a directory";
+    EXPECT_EQ(errno, EISDIR);
+    EXPECT_EQ(LinesThatStay("/proc/self/mem", [](auto) { return false; }), nullptr) << "it cannot be read at 0";
+    EXPECT_EQ(errno, EIO);
 }
 
 } // namespace
