@@ -1,5 +1,10 @@
 #include "cplustags/NewFile.h"
 
+#include "cplustags/Descriptor.h"
+#include "cplustags/Paths.h"
+
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -19,6 +24,8 @@ namespace fs = std::filesystem;
 constexpr size_t kBufferSize = 256 * 1024;
 constexpr size_t kMostOfLeaf = 200; // bytes of the target's name in the working directory's: names end at 255
 constexpr const char* kNewName = "new";
+constexpr const char* kLockName = "lock";
+constexpr std::string_view kRandomPart = "XXXXXX";
 
 // The file that a path means, absolute, links followed: also those that point nowhere yet.
 fs::path FollowLinks(const std::string& path)
@@ -26,9 +33,17 @@ fs::path FollowLinks(const std::string& path)
     constexpr int kMostLinks = 40;
     std::error_code problem;
     fs::path file = fs::absolute(path, problem);
-    for (int links = 0; links < kMostLinks && fs::is_symlink(file, problem); ++links)
-        file = file.parent_path() / fs::read_symlink(file, problem);
-    return file.lexically_normal();
+    for (int links = 0; links < kMostLinks; ++links) {
+        const fs::path parent = fs::canonical(file.parent_path(), problem);
+        if (problem)
+            break; // nothing can be made there, which will be said
+        file = parent / file.filename();
+        const fs::path meant = fs::read_symlink(file, problem);
+        if (problem)
+            break;
+        file = parent / meant;
+    }
+    return file;
 }
 
 // What the working directories for a target begin with.
@@ -37,52 +52,66 @@ std::string WorkingName(const fs::path& target)
     return "." + target.filename().string().substr(0, kMostOfLeaf) + ".cplustags-";
 }
 
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number(number) {}
-    ~Descriptor()
-    {
-        if (number >= 0)
-            ::close(number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    bool IsOpen() const { return number >= 0; }
-    int Number() const { return number; }
-
-private:
-    int number;
-};
-
-int OpenDirectory(const fs::path& path)
+bool IsWorkingName(const std::string& leaf, const std::string& workingName)
 {
-    return ::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    return leaf.length() == workingName.length() + kRandomPart.length() &&
+           leaf.compare(0, workingName.length(), workingName) == 0 &&
+           std::all_of(leaf.end() - kRandomPart.length(), leaf.end(),
+                       [](unsigned char character) { return std::isalnum(character) != 0; });
 }
 
-// Nobody holds the lock of a killed process's directory. What cannot be told, or is someone else's, stays.
+bool IsOwnDirectory(const std::string& path)
+{
+    struct stat status;
+    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
+}
+
+// The lock goes last: whatever is left when the process is killed here, the next one removes.
+void RemoveWorkingDirectory(const fs::path& directory)
+{
+    std::error_code ignored;
+    for (fs::directory_iterator entry(directory, ignored), end; !ignored && entry != end; entry.increment(ignored))
+        if (std::error_code kept; entry->path().filename() != kLockName)
+            fs::remove_all(entry->path(), kept);
+    ::unlink((directory / kLockName).c_str());
+    ::rmdir(directory.c_str());
+}
+
+// Nobody holds the lock of a killed process's directory. Whoever has made a directory, and not yet its lock or not yet
+// taken that, may lose it here: he looks after it and makes another. What cannot be told, or is someone else's, stays.
 void RemoveIfAbandoned(const fs::path& directory)
 {
-    const Descriptor held(OpenDirectory(directory));
-    struct stat status;
-    if (!held.IsOpen() || ::fstat(held.Number(), &status) != 0 || status.st_uid != ::geteuid())
+    if (!IsOwnDirectory(directory))
         return;
-    std::error_code ignored;
-    if (::flock(held.Number(), LOCK_EX | LOCK_NB) == 0)
-        fs::remove_all(directory, ignored);
+    const Descriptor lock(::open((directory / kLockName).c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC));
+    if (lock.IsOpen() && ::flock(lock.Number(), LOCK_EX | LOCK_NB) == 0)
+        RemoveWorkingDirectory(directory);
+    else if (!lock.IsOpen() && errno == ENOENT)
+        ::rmdir(directory.c_str()); // if it is empty
 }
 
 void RemoveAbandoned(const fs::path& parent, const std::string& workingName)
 {
     std::error_code problem;
     for (fs::directory_iterator entry(parent, problem), end; !problem && entry != end; entry.increment(problem))
-        if (entry->path().filename().string().compare(0, workingName.length(), workingName) == 0)
+        if (IsWorkingName(entry->path().filename(), workingName))
             RemoveIfAbandoned(entry->path());
 }
 
-std::string Reason()
+bool IsStillAt(int file, const std::string& path)
 {
-    return std::strerror(errno);
+    struct stat held;
+    struct stat there;
+    return ::fstat(file, &held) == 0 && ::stat(path.c_str(), &there) == 0 && held.st_dev == there.st_dev &&
+           held.st_ino == there.st_ino;
+}
+
+// The new file is whose the old one is, as far as the user may give files away, and has its permissions.
+void TakeOver(const struct stat& old, int file)
+{
+    if (::fchown(file, old.st_uid, old.st_gid) != 0 && ::fchown(file, -1, old.st_gid) != 0)
+        errno = 0; // it is the user's own then
+    ::fchmod(file, old.st_mode & 0777);
 }
 
 } // namespace
@@ -90,26 +119,23 @@ std::string Reason()
 NewFile::NewFile(const std::string& path)
 {
     const fs::path file = FollowLinks(path);
-    const fs::path parent = file.parent_path();
     target = file;
-
-    // Under the parent's lock nobody takes a directory that has just been made for an abandoned one. Where it cannot be
-    // locked, nothing is removed.
-    const Descriptor heldParent(OpenDirectory(fs::is_directory(parent) ? fs::canonical(parent) : parent));
-    if (heldParent.IsOpen() && ::flock(heldParent.Number(), LOCK_EX) == 0)
-        RemoveAbandoned(parent, WorkingName(file));
-    std::string pattern = parent / (WorkingName(file) + "XXXXXX");
-    if (::mkdtemp(pattern.data()) == nullptr) {
-        error = "cannot write in " + parent.string() + ": " + Reason();
+    if (target.empty()) {
+        error = "cannot write a file without a name";
         return;
     }
-    directory = pattern;
-    lock = OpenDirectory(directory);
-    if (lock >= 0)
-        ::flock(lock, LOCK_EX | LOCK_NB);
+    std::error_code ignored;
+    if (fs::is_directory(file, ignored)) {
+        error = "cannot write " + Shown(target) + ": it is a directory";
+        return;
+    }
+    RemoveAbandoned(file.parent_path(), WorkingName(file));
+    MakeDirectory(file.parent_path(), WorkingName(file));
+    if (!error.empty())
+        return;
     this->file = ::open((directory + "/" + kNewName).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
     if (this->file < 0)
-        error = "cannot write in " + directory + ": " + Reason();
+        Fail("cannot write in " + Shown(directory));
     buffer.reserve(kBufferSize);
 }
 
@@ -117,11 +143,46 @@ NewFile::~NewFile()
 {
     if (file >= 0)
         ::close(file);
-    std::error_code ignored;
     if (!directory.empty())
-        fs::remove_all(directory, ignored);
+        RemoveWorkingDirectory(directory);
     if (lock >= 0)
         ::close(lock);
+}
+
+void NewFile::MakeDirectory(const std::string& parent, const std::string& name)
+{
+    constexpr int kTries = 100; // a newcomer must come in between for each
+    for (int i = 0; i < kTries; ++i) {
+        std::string pattern = parent + "/" + name + std::string(kRandomPart);
+        if (::mkdtemp(pattern.data()) == nullptr)
+            return Fail("cannot write in " + Shown(parent));
+        directory = pattern;
+        if (TakeLock() || !error.empty())
+            return;
+    }
+    error = "cannot write in " + Shown(parent) + ": what is made there is removed at once";
+}
+
+// False, without an error, when the directory has been taken for an abandoned one.
+bool NewFile::TakeLock()
+{
+    const std::string path = directory + "/" + kLockName;
+    lock = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600);
+    if (lock < 0 && errno != ENOENT)
+        Fail("cannot write in " + Shown(directory));
+    if (lock < 0)
+        return false;
+    // Where there are no such locks nobody removes anything either.
+    const bool isTaken = ::flock(lock, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (!isTaken && IsStillAt(lock, path))
+        return true;
+    ::close(std::exchange(lock, -1));
+    return false;
+}
+
+void NewFile::Fail(const std::string& what)
+{
+    error = what + ": " + std::strerror(errno);
 }
 
 bool NewFile::Flush()
@@ -131,7 +192,7 @@ bool NewFile::Flush()
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0) {
-            error = "cannot write " + target + ": " + Reason();
+            Fail("cannot write " + Shown(target));
             return false;
         }
         written += static_cast<size_t>(count);
@@ -154,17 +215,13 @@ bool NewFile::Commit()
     if (!error.empty() || !Flush())
         return false;
     struct stat old;
-    if (::stat(target.c_str(), &old) == 0) {
-        ::fchmod(file, old.st_mode & 07777);
-        if (old.st_uid != ::geteuid() && ::fchown(file, old.st_uid, old.st_gid) != 0)
-            errno = 0; // the file is the user's own then
-    }
-    const bool closed = ::close(std::exchange(file, -1)) == 0;
-    if (!closed || ::rename((directory + "/" + kNewName).c_str(), target.c_str()) != 0) {
-        error = "cannot write " + target + ": " + Reason();
-        return false;
-    }
-    return true;
+    if (::stat(target.c_str(), &old) == 0)
+        TakeOver(old, file);
+    const bool isClosed = ::close(std::exchange(file, -1)) == 0;
+    const bool isDone = isClosed && ::rename((directory + "/" + kNewName).c_str(), target.c_str()) == 0;
+    if (!isDone)
+        Fail("cannot write " + Shown(target));
+    return isDone;
 }
 
 } // namespace cplustags

@@ -28,14 +28,17 @@ public:
     bool Commit();                     // puts the new file in place; false, with the old one as it was, when that fails
 
 private:
+    void MakeDirectory(const std::string& parent, const std::string& name);
+    bool TakeLock();
     bool Flush();
+    void Fail(const std::string& what);
 
     std::string error;
     std::string target;
     std::string directory;
     std::string buffer;
     int file = -1;
-    int lock = -1; // of the working directory, for as long as it is in use
+    int lock = -1; // in the working directory, held for as long as that is in use
 };
 
 } // namespace cplustags
