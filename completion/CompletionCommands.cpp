@@ -5,6 +5,8 @@
 #include "completion/Completions.h"
 #include "completion/Palettes.h"
 #include "plugin/PluginInterface.h"
+#include "scan/DocumentText.h"
+#include "scan/Predicates.h"
 #include "scan/SelectionScanner.h"
 #include "tags/CompletionCache.h"
 #include "tags/TagDiscovery.h"
@@ -34,7 +36,23 @@ bool BeginsWith(const std::string& text, const std::string& beginning)
     return text.compare(0, beginning.length(), beginning) == 0;
 }
 
-// At the caret, behind a selection's end: what is selected stays.
+// A pattern is without a leading "std::" that stands in the document all the same.
+bool FollowsStd(PluginInterface* host, long start)
+{
+    const std::string scope = "std::";
+    return scan::TextBetween(host, start - static_cast<long>(scope.length()), start) == scope;
+}
+
+// Whether what the candidates have in common goes on where the pattern ends. They come with their scopes, and the pattern
+// may be without: to insert the end of "std::vector" behind "vec" would spoil the text, as it would to put a scope behind
+// "std::s".
+bool GoesOn(PluginInterface* host, long start, const std::string& pattern, const std::string& common)
+{
+    return BeginsWith(common, pattern) && !(IsCppPattern(common.substr(pattern.length())) && FollowsStd(host, start));
+}
+
+// At the caret, behind a selection's end: what is selected stays. As it stands in the candidates, without room for a
+// selector's arguments: they may agree on a part of it only, and the user goes on from there.
 void InsertAtCaret(PluginInterface* host, long caret, const std::string& text)
 {
     const long length = static_cast<long>(text.length());
@@ -91,9 +109,7 @@ void SelectionSuggestCompletions(PluginInterface* host)
     Completions completions(tags);
     std::string common;
     completions.CommonSubstring(common);
-    // Candidates come with their scopes, and the pattern may be without: then what they have in common does not go on
-    // where the pattern ends, and to insert its end would spoil the text.
-    const bool goesOn = BeginsWith(common, pattern);
+    const bool goesOn = GoesOn(host, start, pattern, common);
     if (goesOn && common.length() > pattern.length())
         InsertAtCaret(host, caret, common.substr(pattern.length()));
     else if (completions.Size() == 1 && !goesOn)
