@@ -1,8 +1,8 @@
-// The editor's face for one lookup: nobody looks at it, and what the plug-in opens is what was found.
+// The editor's face for one lookup: what the plug-in opens is what was found.
 #pragma once
 
 #include "vetch/display/HeadlessDisplay.h"
-#include "wren/core/Face.h"
+#include "wren/cli/AskedEditor.h"
 
 #include <string>
 #include <vector>
@@ -30,26 +30,14 @@ private:
 };
 
 // Document thread.
-class LookupFace : public Face, public vetch::DisplayWitness {
+class LookupFace : public AskedFace {
 public:
     const std::vector<Match>& Opened() const { return opened; } // without their items
-    bool WasAsked() const { return asked; }                     // an alert was shown: there are no tags
 
-    BRect DocumentWindowFrame() const override { return {0, 0, 800, 600}; }
-    BRect TextBounds(const Document&) const override { return {0, 0, 800, 600}; }
-    BRect ButtonFrame(const Document&) const override { return {0, 0, 16, 16}; }
-    BPoint PointAt(const Document&, long) const override { return {0, 0}; }
-    long OffsetAt(const Document&, BPoint) const override { return 0; }
-    MouseState Mouse() const override { return {}; }
-    bool InputPending() const override { return false; }
     void OpenMatch(const std::string& path, long line) override { opened.push_back({path, line, ""}); }
-    void Warn(const std::string& text) override;
-
-    void AlertAnswered(const vetch::AlertDescription&, long) override { asked = true; }
 
 private:
     std::vector<Match> opened;
-    bool asked = false;
 };
 
 } // namespace wren
