@@ -16,6 +16,7 @@ int main(int argc, char** argv)
     app.require_subcommand(1);
     int status = 0;
     wren::AddLookupCommand(app, &status);
+    wren::AddCompleteCommand(app, &status);
     wren::AddScriptCommand(app, &status);
     try {
         app.parse(argc, argv);
