@@ -36,6 +36,25 @@ bool BeginsWith(const std::string& text, const std::string& beginning)
     return text.compare(0, beginning.length(), beginning) == 0;
 }
 
+bool ContinuesCharacter(char byte)
+{
+    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80; // in UTF-8
+}
+
+// What all candidates begin with, in whole characters: two that are told apart only by their second bytes have none in
+// common.
+std::string CommonBeginning(const Completions& completions)
+{
+    std::string common;
+    completions.CommonSubstring(common);
+    if (common.empty())
+        return common;
+    const std::string& any = completions.Strings().front();
+    while (!common.empty() && common.length() < any.length() && ContinuesCharacter(any[common.length()]))
+        common.pop_back();
+    return common;
+}
+
 // A pattern is without a leading "std::" that stands in the document all the same.
 bool FollowsStd(PluginInterface* host, long start)
 {
@@ -107,8 +126,7 @@ void SelectionSuggestCompletions(PluginInterface* host)
 
     Tags tags(&localTags, &systemTags, pattern, false);
     Completions completions(tags);
-    std::string common;
-    completions.CommonSubstring(common);
+    const std::string common = CommonBeginning(completions);
     const bool goesOn = GoesOn(host, start, pattern, common);
     if (goesOn && common.length() > pattern.length())
         InsertAtCaret(host, caret, common.substr(pattern.length()));
