@@ -87,15 +87,17 @@ void CompletionWindow::MessageReceived(BMessage* message)
         BWindow::MessageReceived(message);
 }
 
-// The entry may be gone: the list may have been filled anew since it was invoked.
+// The entry may be gone: the list may have been filled anew since it was invoked. It is invoked twice when the user is
+// faster than the window, but chosen once: the rest of a selector would be put in twice.
 void CompletionWindow::Choose(const BMessage& pick)
 {
     int32 index;
     if (pick.FindInt32("index", &index) != B_OK || index < 0 || index >= kMostListedCandidates)
         return; // nothing is selected, or it is the entry that says that there are more
     const auto* item = dynamic_cast<const BStringItem*>(List()->ItemAt(index));
-    if (item == nullptr)
+    if (item == nullptr || hasChosen)
         return;
+    hasChosen = true;
     BMessage chosen(kCompletionChosen);
     chosen.AddString("completion", item->Text());
     PluginInterface::PostMessageToDocument(documentID, &chosen);

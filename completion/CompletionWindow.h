@@ -45,4 +45,5 @@ private:
     char shortcutKey = 0;
     uint32 shortcutModifiers = 0;
     std::atomic<bool> focused = false;
+    bool hasChosen = false; // the window's thread alone
 };

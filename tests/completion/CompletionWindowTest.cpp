@@ -138,6 +138,21 @@ TEST_F(CompletionWindowTest, APickChoosesWhatIsThereAndElseChangesNothing)
     }
 }
 
+// Keys and clicks that come before the window has closed.
+TEST_F(CompletionWindowTest, ChoosesOnceHoweverOftenItIsAsked)
+{
+    Open({"a", "b"});
+    ASSERT_TRUE(window->Lock()); // it cannot do anything yet
+    const BMessage shortcut = KeyDown(".", B_CONTROL_KEY);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(CompletionWindow::RouteKeyboardEventIfNeeded(&host, &shortcut), 2);
+    ASSERT_TRUE(framework.display.InvokeItem(Seen().number, 1));
+    window->Unlock();
+    framework.Settle();
+    EXPECT_EQ(Sent(), Lines{"ksel 7: a"});
+    EXPECT_TRUE(framework.Windows().empty());
+}
+
 TEST_F(CompletionWindowTest, APickWithoutAnIndexChangesNothing)
 {
     Open({"a", "b"});
