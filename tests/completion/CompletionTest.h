@@ -51,8 +51,24 @@ protected:
         SetTime(Home().WriteSystemTags(content), NewTime());
     }
     static void UseSystemNames(const Lines& names) { UseSystemTags(TagsOf(names)); }
-    void UseLocalTags(const std::string& content) const { SetTime(folder.Write("tags", content), NewTime()); }
+    void UseLocalTags(const std::string& content) const
+    {
+        std::filesystem::remove(folder / "tags"); // it may be held
+        SetTime(folder.Write("tags", content), NewTime());
+    }
     void UseLocalNames(const Lines& names) const { UseLocalTags(TagsOf(names)); }
+    // A local tags file whose reader has to wait until it is written: the load that comes to it is under way until then.
+    void HoldLocalTags() const
+    {
+        std::filesystem::remove(folder / "tags");
+        ASSERT_EQ(mkfifo((folder / "tags").c_str(), 0600), 0);
+        SetTime(folder / "tags", NewTime());
+    }
+    void WriteHeldTags(const std::string& content) const
+    {
+        std::ofstream(folder / "tags") << content;
+        vetch::JoinThreads();
+    }
     void OpenDocument(const TempDirectory& directory)
     {
         host.file = EntryRef(directory.Write("a.cpp", "int a = 1 + 1;\n").c_str());
