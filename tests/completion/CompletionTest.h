@@ -48,14 +48,10 @@ protected:
     static void UseSystemTags(const std::string& content)
     {
         Home().Write("Library/Caches/a.cpp", "int a = 1 + 1;\n");
-        SetTime(Home().WriteSystemTags(content), NewTime());
+        Replace(Home() / "Library/Caches/SystemHeaderTags", content);
     }
     static void UseSystemNames(const Lines& names) { UseSystemTags(TagsOf(names)); }
-    void UseLocalTags(const std::string& content) const
-    {
-        std::filesystem::remove(folder / "tags"); // it may be held
-        SetTime(folder.Write("tags", content), NewTime());
-    }
+    void UseLocalTags(const std::string& content) const { Replace(folder / "tags", content); }
     void UseLocalNames(const Lines& names) const { UseLocalTags(TagsOf(names)); }
     // A local tags file whose reader has to wait until it is written: the load that comes to it is under way until then.
     void HoldLocalTags() const
@@ -119,5 +115,14 @@ protected:
             function();
         }
         framework.Settle();
+    }
+
+private:
+    // In one step, as a load may be reading it. Always later than any before.
+    static void Replace(const std::string& path, const std::string& content)
+    {
+        std::ofstream(path + ".new", std::ios::binary) << content;
+        SetTime(path + ".new", NewTime());
+        std::filesystem::rename(path + ".new", path);
     }
 };

@@ -21,6 +21,13 @@ protected:
     }
 };
 
+TEST_F(CompletionsTest, OfNothingAreAll)
+{
+    local.WriteTags(TagsOf({"b", "A::a", "setAll:"}));
+    system.WriteTags(TagsOf({"c"}));
+    EXPECT_EQ(Found(""), (Lines{"b", "A::a", "setAll:", "c"}));
+}
+
 TEST_F(CompletionsTest, AreInTheOrderOfTheFileEachOnce)
 {
     local.WriteTags(TagsOf({"naa", "B::nab", "A::nab", "B::nab", "naa", "nac", "z"}));
