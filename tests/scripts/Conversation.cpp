@@ -4,11 +4,14 @@
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <stdexcept>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
+
+constexpr int kLongestAnswer = 180'000; // milliseconds; the longest wait that a line asks for itself is 60 seconds
 
 struct Pipe {
     Pipe()
@@ -79,6 +82,10 @@ std::optional<std::string> Conversation::Ask(const std::string& line)
     std::fwrite(line.data(), 1, line.size(), lines);
     std::fputc('\n', lines);
     std::fflush(lines);
+    // There is one answer a line, so none is waiting in the stream's buffer.
+    pollfd answer = {::fileno(answers), POLLIN, 0};
+    if (::poll(&answer, 1, kLongestAnswer) == 0)
+        throw std::runtime_error("no answer to " + line);
     return Next();
 }
 

@@ -15,7 +15,7 @@ public:
     Conversation(const Conversation&) = delete;
     Conversation& operator=(const Conversation&) = delete;
 
-    // The answer to a line; nothing when the program has ended.
+    // The answer to a line; nothing when the program has ended. Throws when there is none for minutes.
     std::optional<std::string> Ask(const std::string& line);
 
     // There are no more lines. What the program still has to say is read by Rest(). The exit status; -1 when a signal
