@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <stdexcept>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,6 +26,7 @@ struct Pipe {
 [[noreturn]] void Become(const std::vector<std::string>& words, const std::string& directory, int input, int output,
                          int errors)
 {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL); // whoever ends the runner ends an editor that waits for a held file
     std::signal(SIGPIPE, SIG_DFL);
     ::dup2(input, STDIN_FILENO);
     ::dup2(output, STDOUT_FILENO);
