@@ -4,11 +4,15 @@
 class BMessage;
 class PluginInterface;
 
-// Completion is not offered yet: every operation here is reached from where it belongs, and does nothing. Called on the
-// document thread during a call of PluginMain.
+// All are called on the document thread during a call of PluginMain, with no palette's lock held.
 
-void SelectionSuggestCompletions(PluginInterface* host);     // the explicit command
-void SelectionAutoSuggestCompletions(PluginInterface* host); // while an identifier is typed; never edits
+// The explicit command: inserts what all candidates have in common behind what is typed, or else lists them; beeps when
+// there is nothing to choose from. Without any tags file it offers to make some. Palettes have been closed before.
+void SelectionSuggestCompletions(PluginInterface* host);
+
+// While an identifier is typed: shows, refills, moves or closes the list of candidates, and never edits. Leaves it as it
+// is while the names are still being loaded.
+void SelectionAutoSuggestCompletions(PluginInterface* host);
 
 // The user chose an entry: its text is the string "completion" of 'message'.
 void CompletionSelected(PluginInterface* host, const BMessage* message);

@@ -39,10 +39,20 @@ size_t MakeRoomForArguments(std::string& pieces)
     return std::min(firstArgument, pieces.length());
 }
 
+// A candidate may come with its class ("View::setTitle:"), which has no place in a message.
+std::string WithoutClass(const std::string& completion, const std::string& typed)
+{
+    if (completion.compare(0, typed.length(), typed) == 0)
+        return completion;
+    const size_t behindClass = completion.find("::" + typed);
+    return behindClass == std::string::npos ? completion : completion.substr(behindClass + 2);
+}
+
 // The pieces that have been typed may be scattered and stay where they are; what is missing goes to the caret.
 Edit SelectorEdit(const std::string& typed, long caret, const std::string& completion)
 {
-    std::string rest = completion.substr(std::min(typed.length(), completion.length()));
+    const std::string selector = WithoutClass(completion, typed);
+    std::string rest = selector.substr(std::min(typed.length(), selector.length()));
     const long firstArgument = static_cast<long>(MakeRoomForArguments(rest));
     return {caret, caret, rest, caret + firstArgument};
 }

@@ -31,6 +31,7 @@ int main(int argc, char** argv)
     int status = 0;
     wren::AddLookupCommand(app, &status);
     wren::AddTagsCommand(app, &status);
+    wren::AddCompleteCommand(app, &status);
     wren::AddScriptCommand(app, &status);
     try {
         app.parse(argc, argv);

@@ -34,6 +34,7 @@ struct OffsetCase {
     long line;
     long column;
     long offset; // -1: beyond the text
+    WithoutColumn withoutColumn = WithoutColumn::FirstIdentifier;
 };
 
 const OffsetCase kOffsetCases[] = {
@@ -44,6 +45,11 @@ const OffsetCase kOffsetCases[] = {
     {"beyond the last line", "ab\n", 3, 1, -1},
     {"without a column, the first identifier", "  (*call)(x)\n", 1, 0, 4},
     {"without a column and an identifier, the line's start", "x\n  ()\n", 2, 0, 2},
+    {"without a column, the line's end", "  (*call)(x)\ny", 1, 0, 12, WithoutColumn::LineEnd},
+    {"the end of a line with a break of two bytes", "ab\r\ncd", 1, 0, 2, WithoutColumn::LineEnd},
+    {"the end of an empty line", "ab\n\ncd", 2, 0, 3, WithoutColumn::LineEnd},
+    {"the end of the last line", "ab\ncd", 2, 0, 5, WithoutColumn::LineEnd},
+    {"a column counts, whatever would be meant without", "ab\ncd", 2, 2, 4, WithoutColumn::LineEnd},
     {"columns count bytes", "\xc3\xa4 b\n", 1, 4, 3},
     {"an empty text has one empty line", "", 1, 1, 0},
 };
@@ -53,8 +59,10 @@ const OffsetCase kOffsetCases[] = {
 TEST(Place, IsReadFromTheEndOfTheText)
 {
     for (const ParseCase& c : kParseCases) {
-        const std::optional<Place> place = ParsePlace(c.text);
+        std::string error;
+        const std::optional<Place> place = ParsePlace(c.text, &error);
         ASSERT_EQ(place.has_value(), c.file != nullptr) << c.why;
+        EXPECT_EQ(error.empty(), place.has_value()) << c.why;
         if (!place)
             continue;
         EXPECT_EQ(place->file, c.file) << c.why;
@@ -68,7 +76,7 @@ TEST(Place, HasAnOffsetInTheText)
 {
     for (const OffsetCase& c : kOffsetCases) {
         std::string error;
-        const std::optional<long> offset = OffsetOf({"f", c.line, c.column}, c.text, &error);
+        const std::optional<long> offset = OffsetOf({"f", c.line, c.column}, c.withoutColumn, c.text, &error);
         EXPECT_EQ(offset.value_or(-1), c.offset) << c.why;
         EXPECT_EQ(error.empty(), offset.has_value()) << c.why;
     }

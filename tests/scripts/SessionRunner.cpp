@@ -1,18 +1,18 @@
 // Runs one scripted session in a copy of its folder and compares the answers with those expected. See README.md.
+#include "Conversation.h"
 #include "Executed.h"
+#include "RunnerLines.h"
+#include "SessionFiles.h"
 
 #include <algorithm>
 #include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
-#include <sys/stat.h>
-#include <sys/wait.h>
 #include <vector>
 
 namespace {
@@ -20,14 +20,11 @@ namespace {
 namespace fs = std::filesystem;
 using Json = nlohmann::ordered_json;
 
-constexpr const char* kDir = "$DIR";       // the copy of the folder
 constexpr const char* kBundle = "$BUNDLE"; // the plug-in's bundle
 constexpr const char* kStart = "$START";   // what every session's first answer logs of the start
 constexpr const char* kExecuted = "executed";
 constexpr const char* kInstalled = "/usr/bin/cplustags";
 constexpr const char* kUsage = "usage: session_runner [--accept] WREN FOLDER\n";
-constexpr time_t kFileTime = 1'000'000'000;
-constexpr time_t kApart = 1'000; // seconds that "older" and "newer" files are away from that
 
 // Always as long as this, wherever it is run: widths of windows depend on the lengths of paths.
 class TemporaryDirectory {
@@ -45,99 +42,9 @@ public:
     std::string path = "/tmp/wren-session-XXXXXX";
 };
 
-std::string Read(const fs::path& file)
-{
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream)
-        throw std::runtime_error("cannot read " + file.string());
-    std::ostringstream text;
-    text << stream.rdbuf();
-    return text.str();
-}
-
-void Write(const fs::path& file, const std::string& text)
-{
-    std::ofstream stream(file, std::ios::binary);
-    if (!(stream << text) || !stream.flush())
-        throw std::runtime_error("cannot write " + file.string());
-}
-
-std::vector<std::string> Lines(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-std::string Replaced(std::string text, const std::string& what, const std::string& with)
-{
-    for (size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += with.size())
-        text.replace(at, what.size(), with);
-    return text;
-}
-
-std::vector<fs::path> FilesIn(const fs::path& directory)
-{
-    std::vector<fs::path> files;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(directory))
-        if (entry.is_regular_file() && !entry.is_symlink())
-            files.push_back(entry.path());
-    return files;
-}
-
-// Writes each file "name.in" as "name", with the copy's own path in it.
-void FillIn(const fs::path& directory)
-{
-    for (const fs::path& file : FilesIn(directory)) {
-        if (file.extension() != ".in")
-            continue;
-        fs::path filled = file;
-        Write(filled.replace_extension(), Replaced(Read(file), kDir, directory));
-        fs::remove(file);
-    }
-}
-
-void SetTime(const fs::path& file, time_t seconds)
-{
-    const timespec times[] = {{seconds, 0}, {seconds, 0}};
-    if (::utimensat(AT_FDCWD, file.c_str(), times, AT_SYMLINK_NOFOLLOW) != 0)
-        throw std::runtime_error("cannot set the time of " + file.string());
-}
-
-// All files are of one age, but for those that the file "mtimes" names: "older PATH" or "newer PATH", a line each.
-void SetTimes(const fs::path& directory)
-{
-    for (const fs::path& file : FilesIn(directory))
-        SetTime(file, kFileTime);
-    if (!fs::exists(directory / "mtimes"))
-        return;
-    for (const std::string& line : Lines(Read(directory / "mtimes"))) {
-        const std::string age = line.substr(0, line.find(' '));
-        if (age != "older" && age != "newer")
-            throw std::runtime_error("mtimes: neither older nor newer: " + line);
-        SetTime(directory / line.substr(6), age == "older" ? kFileTime - kApart : kFileTime + kApart);
-    }
-}
-
-void Prepare(const fs::path& folder, const fs::path& directory)
-{
-    fs::copy(folder, directory, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
-    if (fs::exists(folder / kExecuted) && !fs::exists(directory / "ctags"))
-        fs::copy(folder.parent_path() / "ctags", directory / "ctags");
-    fs::create_directories(directory / "home");
-    FillIn(directory);
-    SetTimes(directory);
-}
-
-std::string Quoted(const std::string& word)
-{
-    return "'" + Replaced(word, "'", "'\\''") + "'";
-}
-
 struct Outcome {
-    int status;
+    std::vector<std::string> asked; // the lines that were for the editor
+    int status = 0;
     std::vector<Json> answers;
     std::string errors;
     std::string executed;
@@ -157,31 +64,50 @@ std::string WithNames(const std::string& text, const Stage& stage)
 }
 
 // A developer's own tags program stays out of it. A session that has tags made is given one whose tags are known.
-std::string Environment(const Stage& stage)
+void ChooseTagsProgram(const fs::path& folder, const Stage& stage)
 {
-    const bool makesTags = fs::exists(stage.directory / kExecuted);
-    return "env -u WREN_CTAGS " + (makesTags ? Quoted("WREN_CTAGS=" + (stage.directory / "ctags").string()) + " " : "");
+    ::unsetenv("WREN_CTAGS");
+    const fs::path program = stage.directory / "ctags";
+    if (!fs::exists(stage.directory / kExecuted))
+        return;
+    if (!fs::exists(program))
+        fs::copy(folder.parent_path() / "ctags", program);
+    ::setenv("WREN_CTAGS", program.c_str(), 1);
 }
 
-std::string Command(const std::string& wren, const Stage& stage)
+std::vector<std::string> CommandLine(const std::string& wren, const Stage& stage)
 {
-    const fs::path settings = stage.directory / "settings";
-    return "cd " + Quoted(stage.directory) + " && " + Environment(stage) + Quoted(wren) + " script --bundle " +
-           Quoted(stage.bundle) + " --home " + Quoted(stage.directory / "home") +
-           (fs::exists(settings) ? " --settings " + Quoted(settings) : "") + " < " + Quoted(stage.scratch / "session") +
-           " > " + Quoted(stage.scratch / "answers") + " 2> " + Quoted(stage.scratch / "errors");
+    std::vector<std::string> words = {wren, "script", "--bundle", stage.bundle, "--home", stage.directory / "home"};
+    if (fs::exists(stage.directory / "settings"))
+        words.insert(words.end(), {"--settings", stage.directory / "settings"});
+    return words;
 }
 
+// Each answer comes before the next line is asked, or the next change made to a file.
 Outcome Run(const std::string& wren, const Stage& stage)
 {
-    Write(stage.scratch / "session", Replaced(Read(stage.directory / "session.jsonl"), kDir, stage.directory));
+    Outcome outcome;
     fs::create_directory_symlink(fs::path(wren).parent_path() / "Declaration.bundle", stage.bundle);
-    const int status = std::system(Command(wren, stage).c_str());
-    const std::string errors = Read(stage.scratch / "errors");
-    Outcome outcome{
-        WIFEXITED(status) ? WEXITSTATUS(status) : -1, {}, errors, ExecutedCommands(WithNames(errors, stage))};
-    for (const std::string& line : Lines(Read(stage.scratch / "answers")))
-        outcome.answers.push_back(Json::parse(WithNames(line, stage)));
+    Conversation conversation(CommandLine(wren, stage), stage.directory, stage.scratch / "errors");
+    RunnerLines runner(stage.scratch);
+    for (const std::string& line : Lines(Read(stage.directory / "session.jsonl"))) {
+        const std::string filled = Replaced(line, kDir, stage.directory);
+        if (RunnerLines::IsOne(filled)) {
+            runner.Carry(filled);
+            continue;
+        }
+        outcome.asked.push_back(line);
+        if (const std::optional<std::string> answer = conversation.Ask(filled))
+            outcome.answers.push_back(Json::parse(WithNames(*answer, stage)));
+    }
+    const bool allReleased = runner.LetGo();
+    for (const std::string& answer : conversation.Rest())
+        outcome.answers.push_back(Json::parse(WithNames(answer, stage)));
+    outcome.status = conversation.End();
+    outcome.errors = Read(stage.scratch / "errors");
+    outcome.executed = ExecutedCommands(WithNames(outcome.errors, stage));
+    if (!allReleased)
+        throw std::runtime_error("a file was still held when the session ended");
     return outcome;
 }
 
@@ -221,14 +147,13 @@ std::string LineOr(const std::vector<std::string>& lines, size_t index)
 // What is wrong with the outcome; "" when it is as expected.
 std::string Differences(const fs::path& folder, const Outcome& outcome)
 {
-    const std::vector<std::string> session = Lines(Read(folder / "session.jsonl"));
     const std::vector<std::string> expected = Lines(Read(folder / "expected.jsonl"));
     std::ostringstream text;
     for (size_t i = 0; i < std::max(expected.size(), outcome.answers.size()); ++i) {
         const Json answer = i < outcome.answers.size() ? outcome.answers[i] : Json();
         if (i < expected.size() && Same(expected[i], answer))
             continue;
-        text << "line " << i + 1 << ": " << LineOr(session, i) << "\n  expected " << LineOr(expected, i)
+        text << "line " << i + 1 << ": " << LineOr(outcome.asked, i) << "\n  expected " << LineOr(expected, i)
              << "\n  answered " << answer.dump() << "\n";
         if (i < expected.size())
             text << "  changes  " << Json::diff(Json::parse(expected[i]), answer).dump() << "\n";
@@ -276,6 +201,7 @@ int RunSession(const std::string& wren, const fs::path& folder, bool accept)
     const TemporaryDirectory scratch;
     const Stage stage{scratch.path};
     Prepare(folder, stage.directory);
+    ChooseTagsProgram(folder, stage);
     Outcome outcome = Run(wren, stage);
     FoldStart(folder, outcome.answers);
     if (accept) {

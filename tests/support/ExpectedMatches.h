@@ -14,13 +14,14 @@ constexpr size_t kLookupStep = 1;
 
 struct ExpectedLookup {
     std::string pattern;
-    std::vector<std::string> matches; // "name kind line file qualifier", between tabs, in the file's order
+    // In the file's order "name kind line file qualifier", between tabs; of completions the names that are offered.
+    std::vector<std::string> matches;
 };
 
-inline std::vector<ExpectedLookup> ExpectedLookups()
+inline std::vector<ExpectedLookup> ExpectedLookups(const char* path = EXPECTED_MATCHES)
 {
     std::vector<ExpectedLookup> lookups;
-    std::ifstream file(EXPECTED_MATCHES, std::ios::binary);
+    std::ifstream file(path, std::ios::binary);
     for (std::string text; std::getline(file, text);) {
         const std::string rest = text.substr(2);
         if (text[0] == '?')

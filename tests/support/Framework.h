@@ -23,12 +23,18 @@ public:
 
         bool operator==(const Opened&) const = default;
     };
+    struct ToDocument {
+        long documentID = 0;
+        BMessage message;
+    };
     std::vector<Opened> opened;
-    std::vector<uint32> others; // codes of all other messages
+    std::vector<ToDocument> toDocuments; // what windows send back to documents
+    std::vector<uint32> others;          // codes of all other messages than 'opened', those to documents among them
 
     void MessageReceived(BMessage* message) override
     {
         EntryRef file;
+        KeepForDocument(*message);
         if (message->what != B_REFS_RECEIVED || message->FindRef("refs", &file) != B_OK) {
             others.push_back(message->what);
             return;
@@ -36,6 +42,18 @@ public:
         Opened match = {file.Path(), -1};
         message->FindInt32("be:line", &match.line);
         opened.push_back(match);
+    }
+
+private:
+    void KeepForDocument(const BMessage& envelope)
+    {
+        ToDocument sent;
+        int32 documentID = 0;
+        if (envelope.what != FourCC("plgp") || envelope.FindInt32("documentID", &documentID) != B_OK ||
+            envelope.FindMessage("message", &sent.message) != B_OK)
+            return;
+        sent.documentID = documentID;
+        toDocuments.push_back(sent);
     }
 };
 

@@ -3,8 +3,6 @@
 #include "tests/tags/TagsFolder.h"
 #include "vetch/support/FThread.h"
 
-#include <fstream>
-
 namespace {
 
 // Tags of one file each, in this order.
@@ -194,26 +192,6 @@ TEST(PathCache, LoadsInTheBackground)
     EXPECT_EQ(Found(cache, "x.h"), (Lines{"/a/x.h", "/b/x.h"}));
     EXPECT_EQ(cache.FileTime(), Reader(folder.Entry()).TagTime());
 }
-
-namespace {
-
-// A tags file whose reader has to wait until the test lets it go on.
-class HeldTagsFile {
-public:
-    HeldTagsFile() { EXPECT_EQ(mkfifo(Path().c_str(), 0600), 0); }
-
-    BEntry Entry() const { return BEntry(Path().c_str()); }
-
-    // Returns when the reader has opened the file too; it ends when what this returns is closed.
-    std::ofstream Open() const { return std::ofstream(Path()); }
-
-private:
-    std::string Path() const { return directory / "tags"; }
-
-    TempDirectory directory;
-};
-
-} // namespace
 
 TEST(PathCache, LoadsOneFileAtATime)
 {

@@ -12,6 +12,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <sys/stat.h>
 #include <vector>
@@ -55,6 +56,21 @@ public:
     std::string Tags() const { return directory / "tags"; }
     BEntry Entry() const { return BEntry(Tags().c_str()); }
 
+    TempDirectory directory;
+};
+
+// A tags file whose reader has to wait until the test lets it go on.
+class HeldTagsFile {
+public:
+    HeldTagsFile() { EXPECT_EQ(mkfifo(Path().c_str(), 0600), 0); }
+
+    BEntry Entry() const { return BEntry(Path().c_str()); }
+    std::string Path() const { return directory / "tags"; }
+
+    // Returns when the reader has opened the file too; it ends when what this returns is closed.
+    std::ofstream Open() const { return std::ofstream(Path()); }
+
+private:
     TempDirectory directory;
 };
 

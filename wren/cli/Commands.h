@@ -7,6 +7,7 @@ class App;
 
 namespace wren {
 
+void AddCompleteCommand(CLI::App& app, int* status);
 void AddLookupCommand(CLI::App& app, int* status);
 void AddScriptCommand(CLI::App& app, int* status);
 void AddTagsCommand(CLI::App& app, int* status);

@@ -2,12 +2,7 @@
 
 #include "vetch/app/Loop.h"
 #include "wren/cli/SymbolText.h"
-#include "wren/cli/SystemTagsHome.h"
-#include "wren/core/Host.h"
-#include "wren/core/HostWitness.h"
-#include "wren/core/PluginBundle.h"
 
-#include <cstdlib>
 #include <filesystem>
 
 namespace wren {
@@ -35,43 +30,28 @@ const char* CommandFor(LookupKind kind)
     }
 }
 
-// The document that is looked up in, and where in it.
-struct Question {
-    std::string path;
-    std::optional<std::string> text; // instead of the file's
-    long caret = 0;
-    std::string typed; // goes into the dialog instead
-};
-
-// One lookup in a host of its own.
 class LookupSession {
 public:
-    explicit LookupSession(PluginBundle& bundle) : display(&face)
-    {
-        vetch::SetDisplay(&display);
-        vetch::SetTurns(true);
-        host.emplace(bundle, face, witness, "");
-        host->Start();
-        // A question changes nothing on the disk.
-        host->Events().SettingsCommand({"DeclAutomaticallyRebuild", "off"});
-    }
+    LookupSession() : display(&face), editor(face, display) {}
 
     LookupResult Ask(const LookupOptions& options)
     {
         LookupResult result;
-        const std::optional<Question> question =
-            options.place ? AtPlace(*options.place) : ForSymbol(options, &result.error);
-        if (!question)
+        if (!editor.Start(options.editor, &result.error))
             return result;
-        result.directory = fs::path(question->path).parent_path();
-        if (!Open(*question, options, &result.error))
+        std::string typed;
+        const Document* document = options.place
+                                       ? editor.OpenAt(*options.place, WithoutColumn::FirstIdentifier, &result.error)
+                                       : OpenForSymbol(options, &typed, &result.error);
+        if (document == nullptr)
             return result;
-        if (question->typed.empty())
-            host->Events().Command(CommandFor(options.kind));
+        result.directory = DirectoryOf(*document);
+        if (typed.empty())
+            editor.TheHost().Events().Command(CommandFor(options.kind));
         else
-            TypeIntoDialog(question->typed);
+            TypeIntoDialog(typed);
         vetch::Settle();
-        const bool dialogOpened = question->typed.empty() && FindDialog().has_value();
+        const bool dialogOpened = typed.empty() && FindDialog().has_value();
         Collect(result.matches);
         result.outcome = face.WasAsked()           ? Outcome::NoTags
                          : !result.matches.empty() ? Outcome::Matches
@@ -81,56 +61,32 @@ public:
     }
 
 private:
-    // Where the caret goes is known once the file has been read.
-    static Question AtPlace(const Place& place)
-    {
-        Question question;
-        question.path = fs::absolute(place.file);
-        return question;
-    }
-
-    static std::optional<Question> ForSymbol(const LookupOptions& options, std::string* error)
+    // A document that stands for the symbol; what cannot be written in one goes to '*typed', for the dialog.
+    Document* OpenForSymbol(const LookupOptions& options, std::string* typed, std::string* error)
     {
         const fs::path directory = options.directory.empty() ? fs::current_path() : fs::absolute(options.directory);
         if (!fs::is_directory(directory)) {
             *error = directory.string() + " is no directory";
-            return std::nullopt;
+            return nullptr;
         }
-        Question question;
-        question.path = directory / "symbol"; // need not exist: the text does not come from there
-        if (const std::optional<SymbolText> written = TextForSymbol(*options.symbol)) {
-            question.text = written->text;
-            question.caret = written->caret;
-            return question;
-        }
-        if (options.kind != LookupKind::Any) {
+        const std::optional<SymbolText> written = TextForSymbol(*options.symbol);
+        if (!written && options.kind != LookupKind::Any) {
             *error = "\"" + *options.symbol + "\" can be looked up only without --declaration and --definition";
-            return std::nullopt;
+            return nullptr;
         }
-        question.text = "";
-        question.typed = *options.symbol;
-        return question;
-    }
-
-    bool Open(const Question& question, const LookupOptions& options, std::string* error)
-    {
-        Document* document = host->Open(question.path, question.text, false, error);
-        if (document == nullptr)
-            return false;
-        long caret = question.caret;
-        if (options.place) {
-            const std::optional<long> offset = OffsetOf(*options.place, document->Text(), error);
-            if (!offset)
-                return false;
-            caret = *offset;
-        }
-        document->Select(caret, caret);
-        return true;
+        if (!written)
+            *typed = *options.symbol;
+        const SymbolText content = written.value_or(SymbolText());
+        // The file need not exist: the text does not come from there.
+        Document* document = editor.TheHost().Open(directory / "symbol", content.text, false, error);
+        if (document != nullptr)
+            document->Select(content.caret, content.caret);
+        return document;
     }
 
     void TypeIntoDialog(const std::string& symbol)
     {
-        host->Events().Command("SymbolLookupDialog");
+        editor.TheHost().Events().Command("SymbolLookupDialog");
         vetch::Settle();
         const std::optional<WindowState> dialog = FindDialog();
         if (!dialog)
@@ -166,26 +122,15 @@ private:
     }
 
     LookupFace face;
-    HostWitness witness;
     LookupDisplay display;
-    std::optional<Host> host;
+    AskedEditor editor;
 };
 
 } // namespace
 
 LookupResult LookUp(const LookupOptions& options)
 {
-    if (!options.home.empty())
-        ::setenv("HOME", fs::absolute(options.home).c_str(), 1);
-    LookupResult result;
-    const SystemTagsHome home(options.systemTags, &result.error);
-    if (!result.error.empty())
-        return result;
-    const std::unique_ptr<PluginBundle> bundle =
-        PluginBundle::Load(options.bundle.empty() ? PluginBundle::DefaultDirectory() : options.bundle, &result.error);
-    if (bundle == nullptr)
-        return result;
-    return LookupSession(*bundle).Ask(options);
+    return LookupSession().Ask(options);
 }
 
 } // namespace wren

@@ -1,6 +1,7 @@
 // One lookup, from the question to the matches, through the plug-in as an editor would ask it.
 #pragma once
 
+#include "wren/cli/AskedEditor.h"
 #include "wren/cli/LookupFace.h"
 #include "wren/cli/Place.h"
 
@@ -17,9 +18,7 @@ struct LookupOptions {
     std::optional<std::string> symbol; // or this, in 'directory'
     std::string directory;             // absolute or not; "" for the current one
     LookupKind kind = LookupKind::Any;
-    std::string bundle;     // "" for the default one
-    std::string home;       // "" for the environment's
-    std::string systemTags; // "" for the one in the home directory
+    EditorOptions editor;
 };
 
 struct LookupResult {

@@ -1,13 +1,12 @@
 #include "wren/cli/Commands.h"
+
+#include "wren/cli/CommandSupport.h"
 #include "wren/cli/Lookup.h"
 #include "wren/cli/TagsAdvice.h"
 #include "wren/core/OutputAside.h"
 
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -47,11 +46,6 @@ struct LookupWords {
     LookupOptions options;
 };
 
-void Complain(const std::string& text)
-{
-    std::fprintf(stderr, "wren: %s\n", text.c_str());
-}
-
 bool WantsColour(const OutputAside& output)
 {
     const char* terminal = std::getenv("TERM");
@@ -75,12 +69,9 @@ std::string WhatWasAsked(const LookupOptions& options)
 int PrintMatches(OutputAside& output, const std::vector<Match>& matches)
 {
     const bool colour = WantsColour(output);
-    for (const Match& match : matches) {
-        if (output.Write(Line(match, colour)))
-            continue;
-        Complain(std::string("cannot write the matches: ") + std::strerror(errno));
-        return kUnusable;
-    }
+    for (const Match& match : matches)
+        if (!WriteOrComplain(output, Line(match, colour), "matches"))
+            return kUnusable;
     if (matches.size() == kMostMatches)
         Complain("these are the first " + std::to_string(kMostMatches) + " matches; there may be more");
     return kMatched;
@@ -120,12 +111,13 @@ bool Understand(LookupWords& words)
         Complain("--in goes with --symbol");
         return false;
     }
+    std::string error;
     if (!words.symbol.empty())
         words.options.symbol = words.symbol;
     else
-        words.options.place = ParsePlace(words.place);
-    if (!words.options.symbol && !words.options.place) {
-        Complain("\"" + words.place + "\" is not FILE:LINE or FILE:LINE:COLUMN, with numbers from 1");
+        words.options.place = ParsePlace(words.place, &error);
+    if (!error.empty()) {
+        Complain(error);
         return false;
     }
     words.options.kind = words.declaration  ? LookupKind::Declaration
@@ -155,10 +147,7 @@ void AddLookupCommand(CLI::App& app, int* status)
                         "With --symbol: use the tags that serve this directory (default: the current one)");
     CLI::Option* declaration = command->add_flag("--declaration", words->declaration, "Declarations only");
     command->add_flag("--definition", words->definition, "Definitions only")->excludes(declaration);
-    command->add_option("--system-tags", words->options.systemTags, "Use this file as the system's tags");
-    command->add_option("--home", words->options.home, "The home directory (default: $HOME)");
-    command->add_option("--bundle", words->options.bundle,
-                        "The plug-in's bundle (default: the one beside this program)");
+    AddEditorOptions(*command, words->options.editor);
     command->footer(kFooter);
     command->callback([words, status] { *status = RunLookup(*words); });
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "vetch/display/HeadlessDisplay.h"
-#include "wren/cli/UnseenFace.h"
+#include "wren/cli/AskedEditor.h"
 
 #include <string>
 #include <vector>
@@ -30,18 +30,14 @@ private:
 };
 
 // Document thread.
-class LookupFace : public UnseenFace, public vetch::DisplayWitness {
+class LookupFace : public AskedFace {
 public:
     const std::vector<Match>& Opened() const { return opened; } // without their items
-    bool WasAsked() const { return asked; }                     // an alert was shown: there are no tags
 
     void OpenMatch(const std::string& path, long line) override { opened.push_back({path, line, ""}); }
 
-    void AlertAnswered(const vetch::AlertDescription&, long) override { asked = true; }
-
 private:
     std::vector<Match> opened;
-    bool asked = false;
 };
 
 } // namespace wren

@@ -54,6 +54,11 @@ size_t FirstIdentifier(const std::string& text, Line line)
     return line.start;
 }
 
+size_t EndOfWords(const std::string& text, Line line)
+{
+    return line.end > line.start && text[line.end - 1] == '\r' ? line.end - 1 : line.end;
+}
+
 } // namespace
 
 std::string Place::Text() const
@@ -61,22 +66,23 @@ std::string Place::Text() const
     return file + ":" + std::to_string(line) + (column > 0 ? ":" + std::to_string(column) : "");
 }
 
-std::optional<Place> ParsePlace(const std::string& text)
+std::optional<Place> ParsePlace(const std::string& text, std::string* error)
 {
     Place place;
     place.file = text;
     const std::optional<long> last = TakeNumber(place.file);
-    if (!last)
+    const std::optional<long> before = last ? TakeNumber(place.file) : std::nullopt;
+    if (!last || place.file.empty()) {
+        *error = "\"" + text + "\" is not FILE:LINE or FILE:LINE:COLUMN, with numbers from 1";
         return std::nullopt;
-    const std::optional<long> before = TakeNumber(place.file);
+    }
     place.line = before.value_or(*last);
     place.column = before ? *last : 0;
-    if (place.file.empty())
-        return std::nullopt;
     return place;
 }
 
-std::optional<long> OffsetOf(const Place& place, const std::string& text, std::string* error)
+std::optional<long> OffsetOf(const Place& place, WithoutColumn withoutColumn, const std::string& text,
+                             std::string* error)
 {
     const std::optional<Line> line = FindLine(text, place.line);
     if (!line) {
@@ -85,7 +91,8 @@ std::optional<long> OffsetOf(const Place& place, const std::string& text, std::s
         return std::nullopt;
     }
     if (place.column == 0)
-        return static_cast<long>(FirstIdentifier(text, *line));
+        return static_cast<long>(withoutColumn == WithoutColumn::LineEnd ? EndOfWords(text, *line)
+                                                                         : FirstIdentifier(text, *line));
     const size_t offset = line->start + static_cast<size_t>(place.column) - 1;
     if (offset > line->end) {
         *error = place.file + ":" + std::to_string(place.line) + " has only " +

@@ -15,11 +15,18 @@ struct Place {
     std::string Text() const; // as it is written
 };
 
-// "FILE:LINE" or "FILE:LINE:COLUMN"; the file's name may hold colons itself. Nothing when it is neither.
-std::optional<Place> ParsePlace(const std::string& text);
+// "FILE:LINE" or "FILE:LINE:COLUMN"; the file's name may hold colons itself. Nothing, with the reason in '*error', when it
+// is neither.
+std::optional<Place> ParsePlace(const std::string& text, std::string* error);
 
-// The offset of the place in the file's text; without a column, where the line's first identifier begins. Nothing, with
-// the reason in '*error', when the text ends before it.
-std::optional<long> OffsetOf(const Place& place, const std::string& text, std::string* error);
+// Where in its line a place is that has no column.
+enum class WithoutColumn {
+    FirstIdentifier, // where that begins; the line's start when there is none
+    LineEnd          // before its line break, of one byte or two
+};
+
+// The offset of the place in the file's text. Nothing, with the reason in '*error', when the text ends before it.
+std::optional<long> OffsetOf(const Place& place, WithoutColumn withoutColumn, const std::string& text,
+                             std::string* error);
 
 } // namespace wren

@@ -1,6 +1,7 @@
 // Lines that do what a user does in a document: keys, clicks, buttons and menus.
 #include "wren/script/Keyboard.h"
 #include "wren/script/LineHandlers.h"
+#include "wren/script/PressKey.h"
 
 #include "vetch/app/Modifiers.h"
 #include "vetch/display/Utf8.h"
@@ -23,17 +24,8 @@ public:
 long Stroke(ScriptSession& session, const std::string& key, const KeyStroke& stroke)
 {
     const HeldModifiers held(stroke.modifiers);
-    const long before = session.NeedDocument().Id();
-    const KeyRouting routing = session.TheHost().RouteKey(stroke);
-    Document* document = session.TheHost().AllDocuments().Find(before);
-    if (!routing.applies || document == nullptr)
-        return routing.returned;
-    const KeyEffect effect = ApplyKey(*document, key, stroke.modifiers);
-    if (effect == KeyEffect::Typed)
-        session.TheHost().Events().KeyTyped();
-    else if (effect == KeyEffect::Edited)
-        session.TheHost().Events().PrimitiveDone();
-    return routing.returned;
+    session.NeedDocument();
+    return PressKey(session.TheHost(), key, stroke);
 }
 
 std::optional<MenuChoice> ReadChoice(const Line& line)

@@ -20,8 +20,8 @@ SCOPES = ("class:", "namespace:", "struct:", "union:")
 PLAIN, QUALIFIED, SELECTORS, OPERATORS, TEMPLATES = 80, 50, 30, 20, 20
 
 
-def tags(path):
-    """All (name, kind, line, file, qualifier); files that do not exist are left out."""
+def tags(path, of_missing_files=False):
+    """All (name, kind, line, file, qualifier); files that do not exist are left out, unless they are wanted too."""
     exists = {}
     with open(path, encoding="latin-1", newline="\n") as lines:
         for text in lines:
@@ -34,7 +34,7 @@ def tags(path):
                 continue
             name, file, line, kind, scope = fields.groups()
             if file not in exists:
-                exists[file] = os.path.lexists(re.sub(r"\\(.)", r"\1", file))
+                exists[file] = of_missing_files or os.path.lexists(re.sub(r"\\(.)", r"\1", file))
             if exists[file]:
                 yield name, kind, line, file, qualifier_of(scope or "")
 

@@ -1,0 +1,18 @@
+// Fills the completion window with what the cache found.
+#pragma once
+
+#include <string>
+#include <vector>
+
+class BListView;
+class Tags;
+
+class AutoCompletionPopulator {
+public:
+    explicit AutoCompletionPopulator(const std::vector<std::string>* names) : names(names) {} // borrowed
+
+    void Populate(Tags& tags, BListView* list); // see ListCandidates.h
+
+private:
+    const std::vector<std::string>* names;
+};

@@ -1,0 +1,16 @@
+// The candidates of the explicit command, read from the tags files themselves.
+#pragma once
+
+#include "completion/StringVector.h"
+
+class BListView;
+class Tags;
+
+// Names with their qualifiers, in the order of the tags files, each once, at most 1000. Document thread.
+class Completions : public StringVector {
+public:
+    explicit Completions(Tags& tags); // searches at once, for the pattern that 'tags' was made for
+
+    void FindCompletions(Tags& tags, StringVector& out, int max);
+    void Populate(Tags& tags, BListView* list); // see ListCandidates.h
+};

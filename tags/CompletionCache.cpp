@@ -1,0 +1,232 @@
+#include "tags/CompletionCache.h"
+
+#include "scan/Predicates.h"
+#include "tags/AutoLock.h"
+#include "tags/MallocedUnique.h"
+#include "tags/NameAndQualifier.h"
+#include "tags/Tags.h"
+#include "vetch/support/FThread.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <sys/stat.h>
+
+namespace {
+
+using Entries = std::vector<char*>;
+using Entry = Entries::const_iterator;
+
+constexpr size_t kUsualLocalEntries = 100000;
+constexpr size_t kUsualSystemEntries = 300000;
+
+constexpr auto Less = NameAndQualifier::CompareCompletionCacheEntries;
+
+bool SameName(const char* a, const char* b)
+{
+    return std::strcmp(a, b) == 0;
+}
+
+bool NamesInOrder(const char* a, const char* b)
+{
+    return std::strcmp(a, b) <= 0;
+}
+
+// The entries come from a tags file, which as a rule is sorted by name already: then only the qualifiers of each name
+// are out of order, and sorting those takes a fraction of the time.
+void Sort(Entries& entries)
+{
+    const auto disorder = std::adjacent_find(entries.begin(), entries.end(),
+                                             [](const char* a, const char* b) { return !NamesInOrder(a, b); });
+    if (disorder != entries.end()) {
+        std::sort(entries.begin(), entries.end(), Less);
+        return;
+    }
+    for (auto name = entries.begin(); name != entries.end();) {
+        const auto next = std::find_if(name, entries.end(), [&](const char* entry) { return !SameName(*name, entry); });
+        std::sort(name, next, Less);
+        name = next;
+    }
+}
+
+// Where the entries that have the same name as the first one end. Some names stand in ten thousand scopes.
+Entry EndOfName(Entry first, Entry last)
+{
+    std::ptrdiff_t step = 1;
+    while (step < last - first && SameName(*first, first[step]))
+        step *= 2;
+    const Entry known = first + step / 2;
+    return std::upper_bound(known, first + std::min(step, last - first), *first,
+                            [](const char* name, const char* entry) { return std::strcmp(name, entry) < 0; });
+}
+
+// The entries that a pattern is the beginning of, whatever their qualifiers: two bisections.
+std::pair<Entry, Entry> Range(const char* pattern, const Entries& entries)
+{
+    if (IsObjCPattern(pattern))
+        return std::equal_range(entries.begin(), entries.end(), pattern, ObjCMethodMatch(pattern));
+    std::string name;
+    std::string qualifier;
+    NameAndQualifier::Split(pattern, name, qualifier);
+    // The order looks at as many characters as the name has, so it is the name that is searched, not the pattern.
+    return std::equal_range(entries.begin(), entries.end(), name.c_str(), NameAndQualifier::PartialMatchLess(pattern));
+}
+
+bool IsQualified(const char* pattern)
+{
+    std::string name;
+    std::string qualifier;
+    if (!IsObjCPattern(pattern))
+        NameAndQualifier::Split(pattern, name, qualifier);
+    return !qualifier.empty();
+}
+
+// The first names of a sorted list, each once.
+void AppendNames(std::pair<Entry, Entry> range, size_t most, std::vector<std::string>& out)
+{
+    Entry entry = range.first;
+    for (size_t count = 0; entry != range.second && count < most; ++count) {
+        out.emplace_back(*entry);
+        entry = EndOfName(entry, range.second);
+    }
+}
+
+} // namespace
+
+CompletionCache::~CompletionCache()
+{
+    ClearCache(systemEntries);
+    ClearCache(localEntries);
+}
+
+void CompletionCache::ClearCache(Entries& entries)
+{
+    for (char* entry : entries)
+        std::free(entry);
+    entries.clear();
+}
+
+bool CompletionCache::NeedToReload(const std::string& path, long time)
+{
+    if (path.empty())
+        return true;
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && status.st_mtime > time;
+}
+
+bool CompletionCache::NeedToReload(const Tags& tags)
+{
+    if (!loaded)
+        return true;
+    const std::string newLocalPath = tags.Local().Path().Path();
+    if (NeedToReload(systemPath, systemTime))
+        systemPath.clear();
+    if (NeedToReload(localPath, localTime))
+        localPath.clear();
+    // Also when there is no local tags file any more. Then both paths are empty below, which is no reason to load: the
+    // old names go on being offered.
+    if (!localPath.empty() && localPath != newLocalPath)
+        localPath.clear();
+    if (systemPath.empty())
+        return true;
+    return localPath.empty() != newLocalPath.empty();
+}
+
+bool CompletionCache::LoadIfNeeded(Tags& tags, bool inBackground)
+{
+    const AutoLock hold(lock);
+    if (loading)
+        return false;
+    // Asked also when nothing may be loaded, for it forgets what is stale.
+    if (!NeedToReload(tags) || !inBackground)
+        return true;
+    loading = true;
+    FThread::Run<CompletionCache, TagFile*, TagFile*>(&CompletionCache::LoadSelf, this, new TagFile(tags.System()),
+                                                      new TagFile(tags.Local()));
+    return false;
+}
+
+void CompletionCache::LoadSelf(TagFile* systemTags, TagFile* localTags)
+{
+    const std::unique_ptr<TagFile> systemOwner(systemTags);
+    const std::unique_ptr<TagFile> localOwner(localTags);
+    localEntries.reserve(kUsualLocalEntries);
+    systemEntries.reserve(kUsualSystemEntries);
+    // Before reading: what is written to a file meanwhile makes it later than this, and so is read the next time.
+    const long newSystemTime = systemTags->TagTime();
+    const long newLocalTime = localTags->TagTime();
+
+    // Nobody else writes the paths while this thread runs.
+    const bool loadsLocal = localPath.empty();
+    const bool loadsSystem = systemPath.empty();
+    if (loadsLocal) {
+        ClearCache(localEntries);
+        LoadSelf(*localTags, localEntries);
+    }
+    if (loadsSystem) {
+        ClearCache(systemEntries);
+        LoadSelf(*systemTags, systemEntries);
+    }
+
+    const AutoLock hold(lock);
+    // A file that could not be read counts as loaded all the same, or each key stroke would try again.
+    if (loadsLocal) {
+        localPath = localTags->Path().Path();
+        localTime = newLocalTime;
+    }
+    if (loadsSystem) {
+        systemPath = systemTags->Path().Path();
+        systemTime = newSystemTime;
+    }
+    loaded = true;
+    loading = false;
+}
+
+void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
+{
+    if (!tagFile.Rewind())
+        return;
+    std::string name;
+    std::string qualifier;
+    while (tagFile.Next(name, qualifier))
+        entries.push_back(NameAndQualifier::NewEntry(name.c_str(), static_cast<int>(name.length()), qualifier.c_str(),
+                                                     static_cast<int>(qualifier.length())));
+    tagFile.Done();
+    Sort(entries);
+    const auto dropped = malloced_unique(entries.begin(), entries.end(), NameAndQualifier::MatchCompletionCacheEntries);
+    std::for_each(dropped, entries.end(), std::free);
+    entries.erase(dropped, entries.end());
+}
+
+void CompletionCache::GetCompletions(const char* pattern, std::vector<std::string>& out, unsigned long max) const
+{
+    out.clear();
+    for (const Entries* entries : {&localEntries, &systemEntries}) {
+        // A name with its qualifier sorts elsewhere than the name, so nothing can be left out before all are there. Bare
+        // names come in their final order: no list gives more than 'max', however many begin with the pattern.
+        if (IsQualified(pattern))
+            GetCompletions(pattern, out, max, *entries);
+        else
+            AppendNames(Range(pattern, *entries), max, out);
+    }
+    std::sort(out.begin(), out.end());
+    out.erase(std::unique(out.begin(), out.end()), out.end());
+    if (out.size() > max)
+        out.resize(max);
+}
+
+void CompletionCache::GetCompletions(const char* pattern, std::vector<std::string>& out, unsigned long,
+                                     const Entries& entries) const
+{
+    const auto [first, last] = Range(pattern, entries);
+    if (!IsQualified(pattern)) {
+        for (Entry entry = first; entry != last; ++entry)
+            out.emplace_back(*entry);
+        return;
+    }
+    const NameAndQualifier::MatchQualifier accepts(pattern);
+    for (Entry entry = first; entry != last; ++entry)
+        if (accepts(*entry))
+            out.push_back(NameAndQualifier::JoinFromEntry(*entry));
+}

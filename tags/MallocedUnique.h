@@ -1,0 +1,26 @@
+// std::unique for ranges that own what they point to.
+#pragma once
+
+#include <algorithm>
+#include <cstdlib>
+#include <iterator>
+
+// Keeps the first of each run of equal elements of a range of malloc-ed pointers, moved to the front, and returns the end
+// of what is kept. From there on stand nulls and duplicates that are not freed yet: free() them all, then erase them.
+template <class Iterator, class Equal>
+Iterator malloced_unique(Iterator first, Iterator last, Equal equal)
+{
+    Iterator kept = std::adjacent_find(first, last, equal);
+    if (kept == last)
+        return last;
+    Iterator slot = std::next(kept);
+    for (Iterator x = std::next(slot); x != last; ++x) {
+        if (equal(*kept, *x))
+            continue;
+        std::free(*slot); // a duplicate that was passed over, or null
+        *slot = *x;
+        *x = nullptr;
+        kept = slot++;
+    }
+    return slot;
+}

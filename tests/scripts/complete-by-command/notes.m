@@ -1,0 +1,6 @@
+#import "strings.h"
+
+NSStr
+NSO
+NSLog
+NSX

@@ -1,0 +1,4 @@
+typedef unsigned long NSStringEncoding;
+@class NSString;
+void NSLog(NSString *format);
+int NSOrderedSame;

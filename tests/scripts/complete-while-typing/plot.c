@@ -1,0 +1,2 @@
+#include "plot.h"
+

@@ -1,0 +1,2 @@
+void plant_birch(void);
+void plant_oak(void);

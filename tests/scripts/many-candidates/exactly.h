@@ -1,0 +1,1 @@
+/* declares exactly000 to exactly199 */

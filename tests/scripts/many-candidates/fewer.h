@@ -1,0 +1,1 @@
+/* declares fewer000 to fewer198 */

@@ -1,0 +1,1 @@
+/* declares more000 to more200 */

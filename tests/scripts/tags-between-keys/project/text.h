@@ -1,0 +1,1 @@
+void word_count(void);

@@ -1,0 +1,32 @@
+#include "wren/cli/CommandSupport.h"
+
+#include "wren/core/OutputAside.h"
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+namespace wren {
+
+void Complain(const std::string& text)
+{
+    std::fprintf(stderr, "wren: %s\n", text.c_str());
+}
+
+bool WriteOrComplain(OutputAside& output, const std::string& text, const char* what)
+{
+    if (output.Write(text))
+        return true;
+    Complain(std::string("cannot write the ") + what + ": " + std::strerror(errno));
+    return false;
+}
+
+void AddEditorOptions(CLI::App& command, EditorOptions& options)
+{
+    command.add_option("--system-tags", options.systemTags, "Use this file as the system's tags");
+    command.add_option("--home", options.home, "The home directory (default: $HOME)");
+    command.add_option("--bundle", options.bundle, "The plug-in's bundle (default: the one beside this program)");
+}
+
+} // namespace wren

@@ -1,0 +1,24 @@
+// What the commands of the program have in common.
+#pragma once
+
+#include "wren/cli/AskedEditor.h"
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace wren {
+
+class OutputAside;
+
+void Complain(const std::string& text); // on standard error
+
+// False, having complained, when it could not be written; 'what' is the text in a word ("matches").
+bool WriteOrComplain(OutputAside& output, const std::string& text, const char* what);
+
+// Adds the options that say what the editor works with. 'options' outlives the parsing.
+void AddEditorOptions(CLI::App& command, EditorOptions& options);
+
+} // namespace wren

@@ -1,0 +1,135 @@
+#include "wren/cli/Commands.h"
+
+#include "vetch/storage/Home.h"
+#include "wren/cli/CommandSupport.h"
+#include "wren/cli/Complete.h"
+#include "wren/cli/TagsAdvice.h"
+#include "wren/core/OutputAside.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace wren {
+
+namespace {
+
+constexpr int kCompleted = 0;
+constexpr int kNoCompletion = 1;
+constexpr int kUnusable = 2;
+constexpr int kNoTags = 3;
+
+constexpr const char* kFooter = R"(The caret is before the character of that column, 1 being the line's first. Without a
+column it is at the end of the line, where one types. What is completed is the name, the
+qualified name or the selector that ends at the caret.
+
+When the candidates go on alike, their common beginning is put in, and the word is printed
+as it stands then, with its scopes. Else the candidates are printed, one a line, at most
+200; that there are more is said on standard error. No file is changed.
+
+With --auto it is asked as it is while typing: the character before the caret is typed with
+the names of all tags loaded, which takes a second or two. That takes three characters
+before the caret and fewer than 200 candidates, and never puts anything in.
+
+Exit status: 0 something was printed, 1 nothing completes what stands there, 2 wrong usage
+or an unreadable file, 3 no tags file serves the place.
+
+Examples:
+    wren complete src/main.cpp:12
+    wren complete src/main.cpp:12:8 --edit
+    wren complete src/main.cpp:12:8 --auto)";
+
+struct CompleteWords {
+    std::string place;
+    bool edit = false;
+    CompleteOptions options;
+};
+
+int PrintCandidates(OutputAside& output, const CompleteWords& words, const CompleteResult& result)
+{
+    std::string lines;
+    for (const std::string& candidate : result.candidates)
+        lines += candidate + "\n";
+    if (words.edit)
+        Complain("nothing is put in: these are the candidates");
+    if (!WriteOrComplain(output, lines, "candidates"))
+        return kUnusable;
+    if (result.more)
+        Complain("these are the first " + std::to_string(result.candidates.size()) + " candidates; there are more");
+    return kCompleted;
+}
+
+int PrintEdit(OutputAside& output, const CompleteWords& words, const CompleteResult& result)
+{
+    return WriteOrComplain(output, (words.edit ? result.line : result.word) + "\n", "completion") ? kCompleted
+                                                                                                  : kUnusable;
+}
+
+void SayWhyNothing(const CompleteWords& words, const CompleteResult& result)
+{
+    const std::string place = words.options.place.Text();
+    if (words.options.whileTyping)
+        Complain("typing offers nothing at " + place +
+                 ": that takes three characters of a name, and from 1 to 199 candidates that go on from there");
+    else
+        Complain("nothing in the tags files goes on from what stands at " + place);
+    if (words.options.whileTyping && Home().empty())
+        Complain("HOME is not set: without it the names are loaded anew at each key stroke, and none is ever offered");
+    for (const std::string& problem : ProblemsWithTags(result.directory))
+        Complain(problem);
+}
+
+int Report(OutputAside& output, const CompleteWords& words, const CompleteResult& result)
+{
+    using Outcome = CompleteResult::Outcome;
+    switch (result.outcome) {
+    case Outcome::Inserted:
+        return PrintEdit(output, words, result);
+    case Outcome::Offered:
+        return PrintCandidates(output, words, result);
+    case Outcome::NoCompletion:
+        SayWhyNothing(words, result);
+        return kNoCompletion;
+    case Outcome::NoWord:
+        Complain("there is nothing to complete at " + words.options.place.Text());
+        return kNoCompletion;
+    case Outcome::NoTags:
+        Complain(RemedyForNoTags(result.directory));
+        return kNoTags;
+    default:
+        Complain(result.error);
+        return kUnusable;
+    }
+}
+
+int RunComplete(CompleteWords& words)
+{
+    std::string error;
+    const std::optional<Place> place = ParsePlace(words.place, &error);
+    if (!place) {
+        Complain(error);
+        return kUnusable;
+    }
+    words.options.place = *place;
+    OutputAside output;
+    const CompleteResult result = Complete(words.options);
+    return Report(output, words, result);
+}
+
+} // namespace
+
+void AddCompleteCommand(CLI::App& app, int* status)
+{
+    CLI::App* command = app.add_subcommand("complete", "Complete the word at a place, or print what it could become");
+    auto words = std::make_shared<CompleteWords>();
+    command->add_option("place", words->place, "Where the caret is: FILE:LINE[:COLUMN], from 1, columns in bytes")
+        ->required();
+    CLI::Option* whileTyping = command->add_flag("--auto", words->options.whileTyping,
+                                                 "Ask as it is done while typing, which puts nothing in");
+    command->add_flag("--edit", words->edit, "Print the whole line as it is then, not only the word")
+        ->excludes(whileTyping);
+    AddEditorOptions(*command, words->options.editor);
+    command->footer(kFooter);
+    command->callback([words, status] { *status = RunComplete(*words); });
+}
+
+} // namespace wren
