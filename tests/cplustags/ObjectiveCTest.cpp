@@ -170,6 +170,52 @@ TEST(ObjectiveC, Properties)
     }
 }
 
+TEST(ObjectiveC, InstanceVariables)
+{
+    const std::vector<Case> cases = {
+        {"plain", "int a;", {"a"}},
+        {"several", "int a, *b, c[3], **d;", {"a", "b", "c", "d"}},
+        {"access", "@private int a; @public\n@protected @package int b;", {"a", "b"}},
+        {"objects", "NSString *a; id<P> b; NSArray<id<P>> *c;", {"a", "b", "c"}},
+        {"bit-fields", "unsigned a:1, b:2, :3; int:4; long c:5;", {"a", "b", "c"}},
+        {"functions and blocks", "void (*a)(int x); int (^b)(char y); int (*c)[3];", {"a", "b", "c"}},
+        {"arrays of blocks", "void (^a[3])(int x);", {"a"}},
+        {"functions with attributes", "void (CALLBACK *a)(int x);", {"a"}},
+        {"structures", "struct S a; struct T { int x; } b, *c; struct { int y; } d;", {"a", "b", "c", "d"}},
+        {"structures in structures", "struct S { struct T { int x; } y; } a;", {"a"}},
+        {"a structure only", "struct S { int x; };", {}},
+        {"outlets", "IBOutlet NSView *a; IBOutlet id b; IBOutlet BOOL FLAG;", {"a", "b", "FLAG"}},
+        {"qualifiers", "__weak id a; id __strong b; NSView * const c; volatile int d;", {"a", "b", "c", "d"}},
+        {"attributes", "id a __attribute__((unused)), *b UNUSED; id c NS_AVAILABLE(1, 2);", {"a", "b", "c"}},
+        {"types made by macros", "GENERIC(NSArray, T) *a; GENERIC(NSArray, T) b;", {"a", "b"}},
+        {"types of C++", "std::map<int, std::vector<char>> a; A::B::C D;", {"a", "D"}},
+        {"a structure's members of old", "@defs(A);", {}},
+        {"no semicolon at the end", "int a; int b", {"a", "b"}},
+    };
+    for (const Case& c : cases) {
+        TagTexts tags{"X I"};
+        for (const std::string& name : c.tags)
+            tags.push_back("v " + name + " I");
+        tags.push_back("m method I");
+        EXPECT_EQ(TagsOf("@interface I {\n" + std::string(c.source) + "\n}\n- (void) method;\n@end"), tags)
+            << c.why << "\n"
+            << c.source;
+    }
+}
+
+TEST(ObjectiveC, WhereInstanceVariablesAre)
+{
+    Check({
+        {"after all of the header", "@interface A<T> : B<T> <C>\n{\n  int d;\n}\n@end", {"X A", "v d A"}},
+        {"after a macro", "@interface A : B MACRO\n{ int d; }\n@end", {"X A", "v d A"}},
+        {"in an implementation", "@implementation A {\n  int d;\n}\n- (void) b { }\n@end", {"R A", "v d A", "o b A"}},
+        {"none", "@interface A { }\n- b;\n@end", {"X A", "m b A"}},
+        {"those of a function are none", "@implementation A\nint b(void) { int c; }\n@end", {"R A"}},
+        {"a type right after the header", "@interface A\nstruct B { int c; };\n- d;\n@end", {"X A", "m d A"}},
+        {"or an enumeration", "@implementation A\nenum { B };\n- d { }\n@end", {"R A", "o d A"}},
+    });
+}
+
 TEST(ObjectiveC, ASelectorsLineIsThatOfItsFirstPart)
 {
     EXPECT_EQ(TagsWithLines("@interface I\n- (void)\n  first: (int)x\n  second: (int)y;\n@end"),
