@@ -44,9 +44,8 @@ void CheckReading(const std::string& source)
     }
     // Nothing is added: what is left is as it was, but for enumerations.
     if (source.find("_ENUM") == std::string::npos && source.find("_OPTIONS") == std::string::npos) {
-        ASSERT_EQ(read.rest.size(), source.size());
-        for (size_t i = 0; i < source.size(); ++i)
-            ASSERT_TRUE(read.rest[i] == source[i] || read.rest[i] == ' ') << source;
+        const auto isLeft = [](char left, char was) { return left == was || left == ' '; };
+        EXPECT_TRUE(std::equal(read.rest.begin(), read.rest.end(), source.begin(), source.end(), isLeft)) << source;
     }
 }
 
@@ -175,10 +174,11 @@ TEST(ObjectiveCDamaged, AnythingIsReadThatIsMadeOfItsWords)
     }
 }
 
-// Nothing is read more than a few times: with a quadratic step these would take hours.
+// Nothing is read more than a few times: with a quadratic step this would take hours.
 TEST(ObjectiveCDamaged, TheTimeIsThatOfTheSize)
 {
-    constexpr size_t kSize = 10'000'000;
+    constexpr size_t kSize = 300'000;
+    constexpr size_t kLarge = 10'000'000;
     const char* texts[] = {"(",          "{",          "<",     "@interface ", "@interface A\n- b",
                            "@protocol ", "@protocol(", "@",     "#if 0\n",     "#if A\n@interface B\n",
                            "R\"(",       "R\"x",       "/*",    "/",           "\"",
@@ -189,15 +189,13 @@ TEST(ObjectiveCDamaged, TheTimeIsThatOfTheSize)
                                 "@interface A\n",
                                 "@interface A {\n",
                                 "@interface A\n- b: ",
-                                "@interface A\n@property ",
                                 "@implementation A\n- b {\n",
                                 "@implementation A\nint b = {\n",
                                 "@class "};
-    std::mt19937 random(3);
     for (const char* beginning : beginnings)
         for (const char* text : texts)
-            cplustags::ReadObjectiveC(beginning + Repeated(text, kSize / std::size(texts)), {"UNUSED+"});
-    cplustags::ReadObjectiveC("@interface A { int " + Repeated("(*", kSize), {});
-    cplustags::ReadObjectiveC(Repeated("@interface A { int " + Repeated("(*", 4000) + " ;\n", kSize), {});
-    CheckReading(Repeated("@interface A\n- (int) b: (int)c d: (int)e;\n@end\n", kSize));
+            cplustags::ReadObjectiveC(beginning + Repeated(text, kSize), {"UNUSED+"});
+    cplustags::ReadObjectiveC("@interface A { int " + Repeated("(*", kLarge / 2), {});
+    cplustags::ReadObjectiveC(Repeated("@interface A { int " + Repeated("(*", 4000) + " ;\n", kLarge / 2), {});
+    CheckReading(Repeated("@interface A\n- (int) b: (int)c d: (int)e;\n@end\n", kLarge));
 }

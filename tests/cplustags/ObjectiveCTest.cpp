@@ -216,6 +216,34 @@ TEST(ObjectiveC, WhereInstanceVariablesAre)
     });
 }
 
+// What Universal Ctags 5.9 gets wrong by itself.
+
+TEST(ObjectiveC, AForwardProtocolDoesNotSwallowTheNextClass)
+{
+    EXPECT_EQ(TagsWithLines("@protocol A;\n@interface B : C\n- (void) d;\n@end\n@protocol E, F;\n@protocol A\n@end"),
+              (TagTexts{"2 X B", "3 m d B", "6 P A"}));
+}
+
+TEST(ObjectiveC, AClassExtensionKeepsItsFirstMethod)
+{
+    EXPECT_EQ(TagsWithLines("@interface A ()\n- (void) first;\n- (void) second;\n@end"),
+              (TagTexts{"2 m first A", "3 m second A"}));
+}
+
+TEST(ObjectiveC, AFunctionBetweenMethodsHidesNoMethod)
+{
+    EXPECT_EQ(
+        TagsWithLines(
+            "@implementation A\n- (void) a\n{\n}\nstatic int f(int x)\n{\n  return x;\n}\n+ (void) b\n{\n}\n@end"),
+        (TagTexts{"1 R A", "2 o a A", "9 O b A"}));
+}
+
+TEST(ObjectiveC, AClassMayStandInAnyColumn)
+{
+    EXPECT_EQ(TagsWithLines("#ifdef B\n\t  @interface A : B\n  - (void) c;\n  @end\n#endif"),
+              (TagTexts{"2 X A", "3 m c A"}));
+}
+
 TEST(ObjectiveC, ASelectorsLineIsThatOfItsFirstPart)
 {
     EXPECT_EQ(TagsWithLines("@interface I\n- (void)\n  first: (int)x\n  second: (int)y;\n@end"),
@@ -228,7 +256,9 @@ TEST(ObjectiveC, WhetherATextMayHaveAny)
     EXPECT_TRUE(cplustags::MayHaveObjectiveC("@interface"));
     EXPECT_TRUE(cplustags::MayHaveObjectiveC("x\n  @implementation Foo"));
     EXPECT_TRUE(cplustags::MayHaveObjectiveC("@param @protocol Foo"));
+    // Without a class it declares nothing, but a parser of C++ would find variables Foo and Bar.
+    EXPECT_TRUE(cplustags::MayHaveObjectiveC("@class Foo, Bar;"));
     EXPECT_FALSE(cplustags::MayHaveObjectiveC(""));
     EXPECT_FALSE(cplustags::MayHaveObjectiveC("@"));
-    EXPECT_FALSE(cplustags::MayHaveObjectiveC("@param interface, @class protocol"));
+    EXPECT_FALSE(cplustags::MayHaveObjectiveC("@param interface, @see protocol class"));
 }
