@@ -67,7 +67,7 @@ void ForgetSignalHandling()
 {
     struct sigaction action = {};
     action.sa_handler = SIG_DFL;
-    for (const int number : {SIGPIPE, SIGINT, SIGTERM, SIGHUP})
+    for (const int number : {SIGPIPE, SIGXFSZ, SIGINT, SIGTERM, SIGHUP})
         ::sigaction(number, &action, nullptr);
     sigset_t none;
     ::sigemptyset(&none);
