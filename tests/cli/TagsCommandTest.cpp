@@ -229,6 +229,15 @@ TEST_F(TagsCommand, KeepsTheCommandsOwnOutputOffItsOutput)
     EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
 }
 
+TEST_F(TagsCommand, IsNotStoppedByATerminalThatStopsBackgroundOutput)
+{
+    UseProgram(std::string(kReadOptions) + "echo progress >&2\n" + kWriteTags);
+    const std::string command = "stty tostop; exec " WREN_PROGRAM " tags project --home " + (tree / "home");
+    const ProgramRun run = RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path(), environment);
+    EXPECT_TRUE(HasText(run.output, "progress")) << run.output;
+    EXPECT_TRUE(HasText(run.output, "tags of 2 files: 2 tags")) << run.output;
+}
+
 TEST_F(TagsCommand, DryRunPrintsTheCommandsAndTouchesNothing)
 {
     tree.Write("project/tags.tmp", kOldTags);
