@@ -13,6 +13,8 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 struct Case {
     const char* why;
     std::string source;
@@ -101,7 +103,7 @@ TEST(ObjectiveCDamaged, TheNextDeclarationIsFound)
         {"the end in the middle", "@interface A : B\n- (int) c: (int)d e", {"X A", "m c: A"}},
         {"or of a header", "@interface A", {"X A"}},
         {"or after a sign", "@interface A\n-", {"X A"}},
-        {"NUL bytes", std::string("@interface\0A\0\n-\0(int)\0b\0;\n@end\0", 33), {"X A", "m b A"}},
+        {"NUL bytes", "@interface\0A\0\n-\0(int)\0b\0;\n@end\0"s, {"X A", "m b A"}},
         {"line breaks of another system",
          "@interface A\r\n- (int)\r\n b: (int)c // d\r\n e: (int)f;\r\n@end\r\n",
          {"X A", "m b:e: A"}},
