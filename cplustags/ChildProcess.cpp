@@ -6,6 +6,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -67,7 +68,7 @@ void ForgetSignalHandling()
 {
     struct sigaction action = {};
     action.sa_handler = SIG_DFL;
-    for (const int number : {SIGPIPE, SIGINT, SIGTERM, SIGHUP})
+    for (const int number : {SIGPIPE, SIGXFSZ, SIGINT, SIGTERM, SIGHUP})
         ::sigaction(number, &action, nullptr);
     sigset_t none;
     ::sigemptyset(&none);
@@ -89,6 +90,8 @@ void ForgetSignalHandling()
     if (::getppid() != parent)
         ::_exit(kCannotRun); // it died before the line above
     ::setpgid(0, 0);
+    const rlimit noCore = {0, 0}; // it would be put beside the tags file
+    ::setrlimit(RLIMIT_CORE, &noCore);
     ForgetSignalHandling();
     if (*directory != '\0' && ::chdir(directory) != 0)
         SayWhyAndExit(directory);

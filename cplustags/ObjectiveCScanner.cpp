@@ -6,9 +6,6 @@ namespace cplustags {
 
 namespace {
 
-// No declaration that somebody wrote is longer; what is gets no tags, and bounds the work for damaged files.
-constexpr size_t kLongestDeclaration = 4096;
-
 // Macros and attributes before a declaration are shorter.
 constexpr size_t kLongestPending = 64;
 
@@ -17,15 +14,17 @@ bool IsSign(const Token& token)
     return token.Is('-') || token.Is('+');
 }
 
-bool IsNamedAggregate(TokenSpan tokens, size_t keyword)
+bool BeginsEnumeration(const Token& token)
 {
-    return tokens[keyword].text == "enum" || (keyword + 1 < tokens.size() && tokens.back().kind == Token::kWord);
+    return token.kind == Token::kWord && (token.text[0] == 'N' || token.text[0] == 'C') &&
+           (token.Is("NS_ENUM") || token.Is("NS_OPTIONS") || token.Is("CF_ENUM") || token.Is("CF_OPTIONS") ||
+            token.Is("NS_CLOSED_ENUM") || token.Is("CF_CLOSED_ENUM"));
 }
 
 } // namespace
 
 ObjectiveCScanner::ObjectiveCScanner(std::string_view text, const std::set<std::string>& ignoredMacros)
-    : text(text), source(text), afterKeyword(text)
+    : text(text), source(text), afterKeyword(text), rest(text)
 {
     for (const std::string& macro : ignoredMacros) {
         const bool withArguments = macro.ends_with('+');
@@ -35,14 +34,13 @@ ObjectiveCScanner::ObjectiveCScanner(std::string_view text, const std::set<std::
 
 ObjectiveCSource ObjectiveCScanner::Read()
 {
-    result.rest = text;
     Token token;
     while (Next(token)) {
         OnToken(token);
         last = token;
     }
     Finish();
-    return std::move(result);
+    return {std::move(tags), std::move(rest.Text())};
 }
 
 // What counts, and what does not.
@@ -52,22 +50,34 @@ bool ObjectiveCScanner::Next(Token& token)
     while (source.Next(token)) {
         if (token.kind == Token::kDirective) {
             OnDirective(token);
-        } else if (skip == Skip::kOtherBranch) {
-            Blank(token);
-        } else if (skip == Skip::kNo) {
-            const auto macro =
-                token.kind == Token::kWord && !ignored.empty() ? ignored.find(token.text) : ignored.end();
-            if (macro == ignored.end())
-                return true;
-            PassOver(token, macro->second);
+        } else if (!PassesOver(token)) {
+            if (BeginsEnumeration(token))
+                OnEnumerationMacro(token);
+            return true;
         }
     }
     return false;
 }
 
+bool ObjectiveCScanner::PassesOver(const Token& token)
+{
+    using Skip = Conditions<State>::Skip;
+    if (conditions.Skipping() == Skip::kOtherBranch)
+        rest.TakeOut(token);
+    if (conditions.Skipping() != Skip::kNo)
+        return true;
+    if (ignored.empty() || token.kind != Token::kWord)
+        return false;
+    const auto macro = ignored.find(token.text);
+    if (macro == ignored.end())
+        return false;
+    PassOver(token, macro->second);
+    return true;
+}
+
 void ObjectiveCScanner::PassOver(const Token& macro, bool withArguments)
 {
-    Blank(macro);
+    rest.TakeOut(macro);
     int depth = 0;
     SourceTokens ahead = source;
     Token token;
@@ -76,77 +86,48 @@ void ObjectiveCScanner::PassOver(const Token& macro, bool withArguments)
         if (!goesOn)
             return;
         source = ahead;
-        Blank(token);
+        rest.TakeOut(token);
         depth += token.Is('(') ? 1 : token.Is(')') ? -1 : 0;
         if (depth == 0)
             return;
     }
 }
 
+// A header has no end of its own: what is in the branches may be the rest of it or what follows.
 void ObjectiveCScanner::OnDirective(const Token& token)
 {
     const Directive directive(token.text);
-    if (directive.BeginsBranches())
-        BeginBranches(directive);
-    else if (directive.ContinuesBranches())
-        NextBranch(directive);
-    else if (directive.EndsBranches())
-        EndBranches();
-}
-
-void ObjectiveCScanner::BeginBranches(const Directive& directive)
-{
-    // A header has no end of its own: what is in the branches may be the rest of it or what follows.
-    const bool isHeader = declaration.subject == Subject::kHeader || declaration.subject == Subject::kHeaderRest;
-    if (skip == Skip::kNo && isHeader && !declaration.tokens.empty())
+    const bool endsHeader = directive.BeginsBranches() && declaration.IsHeader() && !declaration.Tokens().empty() &&
+                            conditions.Skipping() == Conditions<State>::Skip::kNo;
+    if (endsHeader || conditions.EndsBranch(directive))
         Finish();
-    Branches added;
-    added.before = state;
-    added.skipAround = skip;
-    added.isInDeclaration = declaration.subject != Subject::kNone;
-    if (skip == Skip::kNo && directive.IsNever())
-        skip = Skip::kPutAway;
-    added.hadLive = skip == Skip::kNo;
-    branches.push_back(added);
-}
-
-// Each branch goes on from what was before the first. Inside of a declaration only one branch can be read: two together
-// would be none that anybody wrote.
-void ObjectiveCScanner::NextBranch(const Directive& directive)
-{
-    if (branches.empty() || branches.back().skipAround != Skip::kNo)
-        return;
-    Branches& around = branches.back();
-    if (skip == Skip::kNo && !around.isInDeclaration) {
-        Finish();
+    if (conditions.EndsBranch(directive))
         pending.clear();
-        if (!around.afterFirst)
-            around.afterFirst = state;
-        state = around.before;
-    }
-    if (around.isInDeclaration && around.hadLive)
-        skip = Skip::kOtherBranch;
-    else
-        skip = directive.IsNever() ? Skip::kPutAway : Skip::kNo;
-    around.hadLive |= skip == Skip::kNo;
+    conditions.Follow(directive, state, declaration.IsOpen());
 }
 
-// What follows belongs to what the first branch began: "#if NEW", "@protocol P", "#else", "@interface NSObject (P)",
-// "#endif" and methods.
-void ObjectiveCScanner::EndBranches()
+// "typedef NS_ENUM(NSInteger, Name) { ... }": what reads the rest does not know that this is "enum Name".
+void ObjectiveCScanner::OnEnumerationMacro(const Token& macro)
 {
-    if (branches.empty())
-        return;
-    const Branches& ended = branches.back();
-    if (ended.afterFirst) {
-        if (skip == Skip::kNo) {
-            Finish();
-            pending.clear();
-        }
-        state = *ended.afterFirst;
+    constexpr int kMostTokens = 16; // of a type
+    SourceTokens ahead = source;
+    std::vector<Token> arguments;
+    Token token;
+    bool hasName = false;
+    for (int i = 0; i < kMostTokens && ahead.Next(token) && token.kind != Token::kDirective; ++i) {
+        arguments.push_back(token);
+        hasName |= token.Is(',');
+        if (token.Is(')'))
+            break;
     }
-    skip = ended.skipAround;
-    branches.pop_back();
+    const bool isComplete = arguments.size() > 2 && arguments.front().Is('(') && arguments.back().Is(')');
+    if (!isComplete)
+        return;
+    rest.Replace(macro, "enum");
+    const Token& name = arguments[arguments.size() - 2];
+    for (const Token& argument : arguments)
+        if (!hasName || argument.text.data() != name.text.data())
+            rest.TakeOut(argument);
 }
 
 // Tokens.
@@ -161,7 +142,7 @@ void ObjectiveCScanner::OnToken(const Token& token)
             return;
         }
     }
-    if (declaration.subject != Subject::kNone)
+    if (declaration.IsOpen())
         OnDeclaration(token);
     else if (state.mode == Mode::kBody)
         OnBody(token);
@@ -196,8 +177,6 @@ void ObjectiveCScanner::OnCodeOutsideOfBraces(const Token& token)
         EndStatement();
     } else if (state.variablesMayFollow && pending.empty() && (token.Is(':') || token.Is('<'))) {
         Begin(Subject::kHeaderRest, token);
-        declaration.angles = token.Is('<');
-        state.variablesMayFollow = true;
     } else {
         if (token.Is('(') || token.Is('['))
             ++state.parentheses;
@@ -237,7 +216,7 @@ void ObjectiveCScanner::OnBody(const Token& token)
         OnCode(token);
         return;
     }
-    Blank(token);
+    rest.TakeOut(token);
     if (token.Is('{'))
         ++state.depth;
     else if (token.Is('}') && --state.depth == 0)
@@ -247,119 +226,44 @@ void ObjectiveCScanner::OnBody(const Token& token)
 void ObjectiveCScanner::OnVariables(const Token& token)
 {
     if (token.Is('}')) {
-        Blank(token);
+        rest.TakeOut(token);
         BackToCode();
     } else if (token.Is(';')) {
-        Blank(token);
+        rest.TakeOut(token);
     } else if (IsSign(token)) {
         BackToCode(); // a method: the brace is missing
         OnCode(token);
     } else {
-        declaration.subject = Subject::kVariable;
+        declaration.Begin(Subject::kVariable, {});
         OnDeclaration(token);
     }
 }
 
 void ObjectiveCScanner::OnDeclaration(const Token& token)
 {
-    if (declaration.braces > 0) {
-        OnTokenInBraces(token);
-    } else if (EndsDeclaration(token)) {
+    // What a variable leaves to the parser of C is known at its end.
+    const bool staysForNow = declaration.What() == Subject::kVariable;
+    if (declaration.IsInBraces()) {
+        if (!declaration.IsInTypeOfC())
+            rest.TakeOut(token);
+        declaration.AddInBraces(token);
+    } else if (declaration.IsEndedBy(token)) {
         Finish();
         OnToken(token);
     } else if (token.Is(';')) {
-        const bool isForward = declaration.subject == Subject::kHeader;
-        const bool staysForC = declaration.keptTo > 0;
-        if (isForward)
-            declaration = {};
+        if (!declaration.HasTypeOfC())
+            rest.TakeOut(token);
+        if (declaration.What() == Subject::kHeader)
+            declaration.Clear(); // "@protocol A;" declares nothing
         Finish();
-        if (!staysForC)
-            Blank(token);
-    } else if (token.Is('{')) {
-        OnBraceInDeclaration(token);
-    } else {
-        Add(token);
-    }
-}
-
-void ObjectiveCScanner::OnBraceInDeclaration(const Token& token)
-{
-    const std::optional<size_t> aggregate = OpenAggregate(declaration.tokens);
-    const bool isMember = aggregate && declaration.parentheses > 0;
-    if (declaration.subject == Subject::kMethod && !isMember) {
+    } else if (token.Is('{') && !declaration.BraceIsPart()) {
         Finish();
         BeginBody(token);
-        return;
+    } else {
+        const bool isKept = token.Is('{') ? declaration.BeginBraces(token) : declaration.Add(token);
+        if (!staysForNow || !isKept)
+            rest.TakeOut(token);
     }
-    declaration.braces = 1;
-    declaration.keepsBraces = declaration.subject == Subject::kVariable && declaration.keptTo == 0 && aggregate &&
-                              IsNamedAggregate(declaration.tokens, *aggregate);
-    if (declaration.keepsBraces)
-        declaration.keptFrom = *aggregate;
-    Add(token);
-}
-
-void ObjectiveCScanner::OnTokenInBraces(const Token& token)
-{
-    if (token.Is('{'))
-        ++declaration.braces;
-    const bool closes = token.Is('}') && --declaration.braces == 0;
-    if (!closes) {
-        if (!declaration.keepsBraces)
-            Blank(token);
-        return;
-    }
-    Add(token);
-    if (declaration.keepsBraces)
-        declaration.keptTo = declaration.tokens.size();
-    declaration.keepsBraces = false;
-}
-
-// Ends of declarations that belong to what follows. Damaged and unfinished ones shall not take the next with them.
-bool ObjectiveCScanner::EndsDeclaration(const Token& token) const
-{
-    const bool isSign = IsSign(token) && declaration.parentheses == 0;
-    switch (declaration.subject) {
-    case Subject::kHeader:
-    case Subject::kHeaderRest:
-        return EndsHeader(token);
-    case Subject::kMethod:
-    case Subject::kProperty:
-        return token.Is('}') || isSign;
-    case Subject::kVariable:
-        return token.Is('}');
-    case Subject::kNames:
-        return token.Is('{') || token.Is('}') || isSign || EndsNames(token);
-    case Subject::kNone:
-        break;
-    }
-    return false;
-}
-
-bool ObjectiveCScanner::EndsHeader(const Token& token) const
-{
-    if (token.Is(';'))
-        return declaration.subject == Subject::kHeaderRest;
-    if (token.Is('{') || token.Is('}') || IsSign(token))
-        return true;
-    if (declaration.parentheses > 0 || declaration.angles > 0)
-        return false;
-    if (token.kind != Token::kWord)
-        return !token.Is('(') && !token.Is('<') && !token.Is(':') && !token.Is(',');
-    if (declaration.tokens.empty())
-        return declaration.subject == Subject::kHeaderRest && !declaration.introducer.Is(':');
-    const Token& before = declaration.tokens.back();
-    const bool mayFollowMacro = declaration.tokens.size() == 1 && before.kind == Token::kWord;
-    return !before.Is(':') && !before.Is(',') && !(mayFollowMacro && before.line == token.line);
-}
-
-// "@class A" without its semicolon, and a declaration on the next line.
-bool ObjectiveCScanner::EndsNames(const Token& token) const
-{
-    if (token.kind != Token::kWord || declaration.tokens.empty())
-        return false;
-    const Token& before = declaration.tokens.back();
-    return before.kind == Token::kWord && before.line != token.line;
 }
 
 // A sign that begins a statement, or follows what may be macros: no C or C++ code outside of braces and parentheses has
@@ -406,10 +310,11 @@ ObjectiveCScanner::Keyword ObjectiveCScanner::KeywordAfterAt(Token& word)
     SourceTokens ahead = source;
     if (!ahead.Next(word) || word.kind != Token::kWord)
         return Keyword::kNone;
-    const Keyword keyword = KeywordOf(word.text);
+    const Keyword keyword = KeywordOf(WithoutSplices(word.text));
     afterKeyword = ahead;
     Token next;
-    return word.text == "protocol" && ahead.Next(next) && next.Is('(') ? Keyword::kNone : keyword;
+    const bool isExpression = keyword == Keyword::kContainer && ahead.Next(next) && next.Is('(');
+    return isExpression ? Keyword::kNone : keyword;
 }
 
 // None of these but the access keywords can be in braces of code: there, a closing brace was missing, and is passed over.
@@ -418,7 +323,7 @@ void ObjectiveCScanner::OnKeyword(Keyword keyword, const Token& at, const Token&
     Finish();
     if (keyword != Keyword::kAccess)
         BackToCode();
-    Blank(at);
+    rest.TakeOut(at);
     switch (keyword) {
     case Keyword::kEnd:
         state = {};
@@ -438,38 +343,37 @@ void ObjectiveCScanner::OnKeyword(Keyword keyword, const Token& at, const Token&
     case Keyword::kNone:
         break;
     }
-    Blank(word);
+    rest.TakeOut(word);
 }
 
 // Declarations.
 
 void ObjectiveCScanner::Begin(Subject subject, const Token& introducer)
 {
-    BlankPending();
+    TakeOutPending();
     EndStatement();
-    Blank(introducer);
-    declaration.subject = subject;
-    declaration.introducer = introducer;
+    rest.TakeOut(introducer);
+    declaration.Begin(subject, introducer);
 }
 
 void ObjectiveCScanner::BeginBody(const Token& brace)
 {
-    Blank(brace);
+    rest.TakeOut(brace);
     state.mode = Mode::kBody;
     state.depth = 1;
 }
 
 void ObjectiveCScanner::BeginVariables(const Token& brace)
 {
-    BlankPending();
+    TakeOutPending();
     EndStatement();
-    Blank(brace);
+    rest.TakeOut(brace);
     state.mode = Mode::kVariables;
 }
 
 void ObjectiveCScanner::BackToCode()
 {
-    BlankPending();
+    TakeOutPending();
     EndStatement();
     state.mode = Mode::kCode;
     state.depth = 0;
@@ -483,26 +387,9 @@ void ObjectiveCScanner::EndStatement()
     state.variablesMayFollow = false;
 }
 
-void ObjectiveCScanner::Add(const Token& token)
-{
-    const bool isFull = declaration.tokens.size() >= kLongestDeclaration;
-    if (declaration.subject != Subject::kVariable || isFull)
-        Blank(token);
-    if (token.Is('(') || token.Is('['))
-        ++declaration.parentheses;
-    else if ((token.Is(')') || token.Is(']')) && declaration.parentheses > 0)
-        --declaration.parentheses;
-    else if (token.Is('<'))
-        ++declaration.angles;
-    else if (token.Is('>') && declaration.angles > 0)
-        --declaration.angles;
-    if (!isFull)
-        declaration.tokens.push_back(token);
-}
-
 void ObjectiveCScanner::Finish()
 {
-    switch (declaration.subject) {
+    switch (declaration.What()) {
     case Subject::kHeader:
         FinishHeader();
         break;
@@ -522,21 +409,21 @@ void ObjectiveCScanner::Finish()
     case Subject::kNone:
         break;
     }
-    declaration = {};
+    declaration.Clear();
 }
 
 void ObjectiveCScanner::FinishHeader()
 {
-    const std::optional<ContainerHeader> header = ContainerHeaderOf(declaration.tokens);
+    const std::optional<ContainerHeader> header = ContainerHeaderOf(declaration.Tokens());
     if (!header)
         return;
-    const std::string_view keyword = declaration.introducer.text;
+    const std::string keyword = WithoutSplices(declaration.Introducer().text);
     const bool isProtocol = keyword == "protocol";
     const bool isImplementation = keyword == "implementation";
     state.container.kind = isProtocol         ? Container::kProtocol
                            : isImplementation ? Container::kImplementation
                                               : Container::kInterface;
-    state.container.scope = result.tags.Keep("class:" + header->name.name);
+    state.container.scope = tags.Keep("class:" + header->name.name);
     state.variablesMayFollow = !isProtocol;
     if (isProtocol)
         AddTag(header->name, kind::kProtocol, "");
@@ -548,11 +435,11 @@ void ObjectiveCScanner::FinishHeader()
 
 void ObjectiveCScanner::FinishMethod()
 {
-    const std::optional<DeclaredName> selector = SelectorOf(declaration.tokens);
+    const std::optional<DeclaredName> selector = SelectorOf(declaration.Tokens());
     if (!selector)
         return;
     const bool isDefinition = state.container.kind == Container::kImplementation;
-    if (declaration.introducer.Is('-'))
+    if (declaration.Introducer().Is('-'))
         AddTag(*selector, isDefinition ? kind::kInstanceMethod : kind::kInstanceMethodDeclaration,
                state.container.scope);
     else
@@ -563,40 +450,29 @@ void ObjectiveCScanner::FinishProperty()
 {
     if (state.container.kind == Container::kNone)
         return;
-    for (const DeclaredName& name : VariablesOf(AfterPropertyAttributes(declaration.tokens)))
+    for (const DeclaredName& name : VariablesOf(AfterPropertyAttributes(declaration.Tokens())))
         AddTag(name, kind::kProperty, state.container.scope);
 }
 
 void ObjectiveCScanner::FinishVariable()
 {
-    for (const DeclaredName& name : VariablesOf(declaration.tokens))
+    for (const DeclaredName& name : VariablesOf(declaration.Tokens()))
         AddTag(name, kind::kInstanceVariable, state.container.scope);
-    for (size_t i = 0; i < declaration.tokens.size(); ++i)
-        if (i < declaration.keptFrom || i >= declaration.keptTo)
-            Blank(declaration.tokens[i]);
+    for (size_t i = 0; i < declaration.Tokens().size(); ++i)
+        if (!declaration.IsOfTypeOfC(i))
+            rest.TakeOut(declaration.Tokens()[i]);
 }
-
-// Results.
 
 void ObjectiveCScanner::AddTag(const DeclaredName& name, char kind, std::string_view scope)
 {
-    result.tags.tags.push_back({result.tags.Keep(name.name), name.line, kind, scope});
+    tags.tags.push_back({tags.Keep(name.name), name.line, kind, scope});
 }
 
-// Line breaks stay, also those of splices inside the token.
-void ObjectiveCScanner::Blank(const Token& token)
-{
-    const size_t place = static_cast<size_t>(token.text.data() - text.data());
-    for (size_t i = place; i < place + token.text.size(); ++i)
-        if (result.rest[i] != '\n' && result.rest[i] != '\r')
-            result.rest[i] = ' ';
-}
-
-void ObjectiveCScanner::BlankPending()
+void ObjectiveCScanner::TakeOutPending()
 {
     if (pending.size() < kLongestPending)
         for (const Token& token : pending)
-            Blank(token);
+            rest.TakeOut(token);
     pending.clear();
 }
 

@@ -1,8 +1,11 @@
 // One reading of a source for its Objective-C constructs.
 #pragma once
 
+#include "cplustags/Conditions.h"
 #include "cplustags/ObjectiveC.h"
 #include "cplustags/ObjectiveCDeclarations.h"
+#include "cplustags/OpenDeclaration.h"
+#include "cplustags/RestOfSource.h"
 #include "cplustags/SourceTokens.h"
 
 #include <unordered_map>
@@ -10,7 +13,7 @@
 
 namespace cplustags {
 
-// Collects the tokens of one declaration at a time, and says what it declares once it has ended. Everything else is left
+// Finds where declarations of Objective-C begin, and says what they declare once they have ended. Everything else is left
 // where it is. Used once.
 class ObjectiveCScanner {
 public:
@@ -20,6 +23,8 @@ public:
     ObjectiveCSource Read();
 
 private:
+    using Subject = OpenDeclaration::Subject;
+
     // The class, category or protocol being declared or implemented.
     struct Container {
         enum Kind : char { kNone, kInterface, kProtocol, kImplementation } kind = kNone;
@@ -28,7 +33,6 @@ private:
 
     enum class Mode : char { kCode, kVariables, kBody };
 
-    // What the branches of an #if begin with alike.
     struct State {
         Container container;
         Mode mode = Mode::kCode;
@@ -38,41 +42,13 @@ private:
         bool variablesMayFollow = false; // right after the header of a class
     };
 
-    // Why tokens are passed over.
-    enum class Skip : char { kNo, kPutAway, kOtherBranch };
-
-    struct Branches {
-        State before;
-        std::optional<State> afterFirst; // once there is a second
-        Skip skip = Skip::kNo;
-        Skip skipAround = Skip::kNo;
-        bool isInDeclaration = false; // then only the first branch counts
-        bool hadLive = false;
-    };
-
-    // A declaration of Objective-C that is not at its end.
-    enum class Subject : char { kNone, kHeader, kHeaderRest, kMethod, kProperty, kVariable, kNames };
-    struct Declaration {
-        Subject subject = Subject::kNone;
-        Token introducer; // the sign of a method, the keyword of the others
-        std::vector<Token> tokens;
-        unsigned parentheses = 0; // brackets too
-        unsigned angles = 0;
-        unsigned braces = 0;
-        bool keepsBraces = false; // what is in them now
-        size_t keptFrom = 0;      // of a variable's type: "struct Name { ... }" stays for the parser of C
-        size_t keptTo = 0;
-    };
-
     enum class Keyword : char { kNone, kEnd, kContainer, kProperty, kNames, kMark, kAccess };
 
     bool Next(Token& token);
+    bool PassesOver(const Token& token);
     void PassOver(const Token& macro, bool withArguments);
-
     void OnDirective(const Token& token);
-    void BeginBranches(const Directive& directive);
-    void NextBranch(const Directive& directive);
-    void EndBranches();
+    void OnEnumerationMacro(const Token& macro);
 
     void OnToken(const Token& token);
     void OnCode(const Token& token);
@@ -81,12 +57,6 @@ private:
     void OnBody(const Token& token);
     void OnVariables(const Token& token);
     void OnDeclaration(const Token& token);
-    void OnBraceInDeclaration(const Token& token);
-    void OnTokenInBraces(const Token& token);
-
-    bool EndsDeclaration(const Token& token) const;
-    bool EndsHeader(const Token& token) const;
-    bool EndsNames(const Token& token) const;
     bool MayBeginMethod(const Token& token) const;
     bool IsMethodAfterMissingBrace(const Token& token) const;
 
@@ -98,29 +68,26 @@ private:
     void BeginBody(const Token& brace);
     void BeginVariables(const Token& brace);
     void BackToCode();
-    void Add(const Token& token);
+    void EndStatement();
 
     void Finish();
     void FinishHeader();
     void FinishMethod();
     void FinishProperty();
     void FinishVariable();
-    void EndStatement();
-
     void AddTag(const DeclaredName& name, char kind, std::string_view scope);
-    void Blank(const Token& token);
-    void BlankPending();
+    void TakeOutPending();
 
     std::string_view text;
     std::unordered_map<std::string_view, bool> ignored; // macro -> whether arguments go with it
     SourceTokens source;
     SourceTokens afterKeyword;
-    ObjectiveCSource result;
+    RestOfSource rest;
+    Tags tags;
     State state;
-    std::vector<Branches> branches;
-    Skip skip = Skip::kNo;
-    Declaration declaration;
-    Token last;                 // the one before, not passed over
+    Conditions<State> conditions;
+    OpenDeclaration declaration;
+    Token last;                 // the one before
     std::vector<Token> pending; // C code since the last end of a statement: it may be macros before a declaration
 };
 

@@ -85,6 +85,11 @@ CLI::Validator AnyValue()
     return CLI::Validator([](const std::string& value) { return value == kNoValue ? "a value is missing" : ""; }, "");
 }
 
+CLI::Validator NoValue()
+{
+    return CLI::Validator([](const std::string& value) { return value == kNoValue ? "" : "takes no value"; }, "");
+}
+
 void Describe(CLI::App& app, Words& words)
 {
     Options& options = words.options;
@@ -119,7 +124,7 @@ void Describe(CLI::App& app, Words& words)
         ->option_text("=NAME")
         ->check(AnyValue())
         ->take_last();
-    app.add_flag("--totals", options.totals, "Say at the end how much was done")->disable_flag_override();
+    app.add_flag("--totals", options.totals, "Say at the end how much was done")->check(NoValue());
 }
 
 bool StartsWith(const std::string& word, const char* start)

@@ -141,7 +141,7 @@ bool SourceMaker::TakeObjectiveC(Family family, std::string_view text, Source& s
     if (family == Family::Header && !MayHaveObjectiveC(text))
         return false;
     ObjectiveCSource read = ReadObjectiveC(text, settings.ignoredMacros);
-    if (family == Family::Header && read.tags.tags.empty())
+    if (family == Family::Header && read.rest == text)
         return false;
     source.tags = std::move(read.tags);
     source.textOfTags = std::move(buffer);

@@ -114,6 +114,21 @@ TEST_F(TagsCommand, MakesTheTagsOfTheCurrentDirectoryWhenNoneIsNamed)
     EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
 }
 
+TEST_F(TagsCommand, MakesTagsThatLookupsFind)
+{
+    environment.erase("WREN_CTAGS");
+    const ProgramRun run = Run({"project"});
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
+    const auto found = [&](const char* symbol) {
+        return RunProgram({WREN_PROGRAM, "lookup", "--symbol", symbol, "--in", "project/deep", "--home", tree / "home"},
+                          tree.Path())
+            .output;
+    };
+    EXPECT_EQ(found("a"), tree / "project/a.h:1: a - a.h\n");
+    EXPECT_EQ(found("b"), tree / "project/deep/b.c:1: b - b.c\n");
+}
+
 TEST_F(TagsCommand, ReplacesOldTagsAndALinkToThem)
 {
     tree.Write("elsewhere", kOldTags);
@@ -212,6 +227,15 @@ TEST_F(TagsCommand, KeepsTheCommandsOwnOutputOffItsOutput)
     const ProgramRun run = Run({"project"});
     EXPECT_EQ(run.errors, "chatter\ncomplaint\n");
     EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
+}
+
+TEST_F(TagsCommand, IsNotStoppedByATerminalThatStopsBackgroundOutput)
+{
+    UseProgram(std::string(kReadOptions) + "echo progress >&2\n" + kWriteTags);
+    const std::string command = "stty tostop; exec " WREN_PROGRAM " tags project --home " + (tree / "home");
+    const ProgramRun run = RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path(), environment);
+    EXPECT_TRUE(HasText(run.output, "progress")) << run.output;
+    EXPECT_TRUE(HasText(run.output, "tags of 2 files: 2 tags")) << run.output;
 }
 
 TEST_F(TagsCommand, DryRunPrintsTheCommandsAndTouchesNothing)
@@ -368,6 +392,7 @@ TEST_F(TagsCommand, SaysWhenTheSystemsTagsHaveNoPlace)
 
 TEST_F(TagsCommand, HostileNamesOfDirectoriesAreNamesAndNothingElse)
 {
+    environment.erase("WREN_CTAGS");
     for (const char* name :
          {"a blank", "an apostrophe's", "a \"quote\"", "$(touch pwned)", "`touch pwned`", "a; touch pwned", "-leading",
           "a\nbreak; touch pwned", "\xff\xfe non-UTF-8", "$(CTAGS_TO_RUN)", "a | touch pwned", "#", "a\\", "*", "~"}) {
@@ -380,7 +405,9 @@ TEST_F(TagsCommand, HostileNamesOfDirectoriesAreNamesAndNothingElse)
         const ProgramRun made = run({"--", name});
         EXPECT_EQ(made.status, 0) << name << ": " << made.errors;
         EXPECT_TRUE(HasText(made.output, ", " + directory + "/tags\n")) << name << ": " << made.output;
-        EXPECT_TRUE(HasText(Content(directory + "/tags"), "h.h")) << name;
+        const ProgramRun found = RunProgram(
+            {WREN_PROGRAM, "lookup", "--symbol", "hostile", "--in", directory, "--home", tree / "home"}, "/");
+        EXPECT_EQ(found.output, directory + "/h.h:1: hostile - h.h\n") << name << ": " << found.errors;
         // The same when a user pastes what a dry run prints.
         fs::remove(directory + "/tags");
         place.Write("commands", run({"--dry-run", "--", name}).output);
@@ -472,6 +499,25 @@ TEST_F(InterruptedTags, AnInterruptedRunGoesNoFurther)
     EXPECT_FALSE(fs::exists(SystemTags()));
     EXPECT_FALSE(fs::exists(SystemTags() + ".temp"));
     ExpectOldTags("never begun");
+}
+
+TEST_F(InterruptedTags, LeavesNoLitterOfTheRealTagsProgram)
+{
+    environment.erase("WREN_CTAGS");
+    fs::permissions(tree.Write("ctags", "#!/bin/sh\n[ \"$1\" = --version ] && exec ctags --version\necho $$ >'" +
+                                            began.Path() + "'\nread line <'" + goOn.Path() + "'\n"),
+                    fs::perms::owner_all);
+    environment["CPLUSTAGS_CTAGS"] = tree / "ctags";
+    tree.Write("project/tags", kOldTags);
+    const std::string before = RunProgram({"/bin/ls", "-A"}, tree / "project").output;
+    RunningProgram running(Command({"project", "--jobs", "1"}), tree.Path(), environment);
+    const pid_t ctags = WaitUntilBegun(running);
+    ASSERT_GT(ctags, 0) << running.Wait().errors;
+    ::kill(running.Process(), SIGINT);
+    EXPECT_EQ(running.Wait().signal, SIGINT);
+    EXPECT_EQ(RunProgram({"/bin/ls", "-A"}, tree / "project").output, before);
+    EXPECT_EQ(::kill(ctags, 0), -1) << "ctags has outlived the run";
+    ExpectOldTags("interrupted");
 }
 
 TEST_F(InterruptedTags, ASignalThatWasIgnoredStaysIgnored)

@@ -1,12 +1,15 @@
 #include "cplustags/NewFile.h"
 
+#include "cplustags/Descriptor.h"
 #include "tests/support/TempDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <csignal>
+#include <fcntl.h>
 #include <iterator>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -284,6 +287,15 @@ TEST(NewFile, RemovesWhatWasItsOwnAndNothingElse)
                      ".tags.cplustags-linked", ".tags.cplustags-x.cplustags-LocK03", "real", "tags"}));
     EXPECT_EQ(Names(directory / "real"), Texts{"lock"});
     EXPECT_EQ(Names(directory / ".tags.cplustags-backup"), Texts{"without a lock"});
+}
+
+TEST(NewFile, WaitsForNobodyWhoHasLockedTheDirectory)
+{
+    const TempDirectory directory;
+    const Descriptor locked(::open(directory.Path().c_str(), O_RDONLY | O_DIRECTORY));
+    ASSERT_EQ(::flock(locked.Number(), LOCK_EX), 0);
+    Replace(directory / "tags", "new");
+    EXPECT_EQ(Content(directory / "tags"), "new");
 }
 
 // Newcomers look for what is abandoned while others have just made, and not yet locked, what is theirs.

@@ -170,6 +170,80 @@ TEST(ObjectiveC, Properties)
     }
 }
 
+TEST(ObjectiveC, InstanceVariables)
+{
+    const std::vector<Case> cases = {
+        {"plain", "int a;", {"a"}},
+        {"several", "int a, *b, c[3], **d;", {"a", "b", "c", "d"}},
+        {"access", "@private int a; @public\n@protected @package int b;", {"a", "b"}},
+        {"objects", "NSString *a; id<P> b; NSArray<id<P>> *c;", {"a", "b", "c"}},
+        {"bit-fields", "unsigned a:1, b:2, :3; int:4; long c:5;", {"a", "b", "c"}},
+        {"functions and blocks", "void (*a)(int x); int (^b)(char y); int (*c)[3];", {"a", "b", "c"}},
+        {"arrays of blocks", "void (^a[3])(int x);", {"a"}},
+        {"functions with attributes", "void (CALLBACK *a)(int x);", {"a"}},
+        {"structures", "struct S a; struct T { int x; } b, *c; struct { int y; } d;", {"a", "b", "c", "d"}},
+        {"structures in structures", "struct S { struct T { int x; } y; } a;", {"a"}},
+        {"a structure only", "struct S { int x; };", {}},
+        {"outlets", "IBOutlet NSView *a; IBOutlet id b; IBOutlet BOOL FLAG;", {"a", "b", "FLAG"}},
+        {"qualifiers", "__weak id a; id __strong b; NSView * const c; volatile int d;", {"a", "b", "c", "d"}},
+        {"attributes", "id a __attribute__((unused)), *b UNUSED; id c NS_AVAILABLE(1, 2);", {"a", "b", "c"}},
+        {"types made by macros", "GENERIC(NSArray, T) *a; GENERIC(NSArray, T) b;", {"a", "b"}},
+        {"types of C++", "std::map<int, std::vector<char>> a; A::B::C D;", {"a", "D"}},
+        {"a structure's members of old", "@defs(A);", {}},
+        {"no semicolon at the end", "int a; int b", {"a", "b"}},
+    };
+    for (const Case& c : cases) {
+        TagTexts tags{"X I"};
+        for (const std::string& name : c.tags)
+            tags.push_back("v " + name + " I");
+        tags.push_back("m method I");
+        EXPECT_EQ(TagsOf("@interface I {\n" + std::string(c.source) + "\n}\n- (void) method;\n@end"), tags)
+            << c.why << "\n"
+            << c.source;
+    }
+}
+
+TEST(ObjectiveC, WhereInstanceVariablesAre)
+{
+    Check({
+        {"after all of the header", "@interface A<T> : B<T> <C>\n{\n  int d;\n}\n@end", {"X A", "v d A"}},
+        {"after a macro", "@interface A : B MACRO\n{ int d; }\n@end", {"X A", "v d A"}},
+        {"in an implementation", "@implementation A {\n  int d;\n}\n- (void) b { }\n@end", {"R A", "v d A", "o b A"}},
+        {"none", "@interface A { }\n- b;\n@end", {"X A", "m b A"}},
+        {"those of a function are none", "@implementation A\nint b(void) { int c; }\n@end", {"R A"}},
+        {"a type right after the header", "@interface A\nstruct B { int c; };\n- d;\n@end", {"X A", "m d A"}},
+        {"or an enumeration", "@implementation A\nenum { B };\n- d { }\n@end", {"R A", "o d A"}},
+    });
+}
+
+// What Universal Ctags 5.9 gets wrong by itself.
+
+TEST(ObjectiveC, AForwardProtocolDoesNotSwallowTheNextClass)
+{
+    EXPECT_EQ(TagsWithLines("@protocol A;\n@interface B : C\n- (void) d;\n@end\n@protocol E, F;\n@protocol A\n@end"),
+              (TagTexts{"2 X B", "3 m d B", "6 P A"}));
+}
+
+TEST(ObjectiveC, AClassExtensionKeepsItsFirstMethod)
+{
+    EXPECT_EQ(TagsWithLines("@interface A ()\n- (void) first;\n- (void) second;\n@end"),
+              (TagTexts{"2 m first A", "3 m second A"}));
+}
+
+TEST(ObjectiveC, AFunctionBetweenMethodsHidesNoMethod)
+{
+    EXPECT_EQ(
+        TagsWithLines(
+            "@implementation A\n- (void) a\n{\n}\nstatic int f(int x)\n{\n  return x;\n}\n+ (void) b\n{\n}\n@end"),
+        (TagTexts{"1 R A", "2 o a A", "9 O b A"}));
+}
+
+TEST(ObjectiveC, AClassMayStandInAnyColumn)
+{
+    EXPECT_EQ(TagsWithLines("#ifdef B\n\t  @interface A : B\n  - (void) c;\n  @end\n#endif"),
+              (TagTexts{"2 X A", "3 m c A"}));
+}
+
 TEST(ObjectiveC, ASelectorsLineIsThatOfItsFirstPart)
 {
     EXPECT_EQ(TagsWithLines("@interface I\n- (void)\n  first: (int)x\n  second: (int)y;\n@end"),
@@ -182,7 +256,9 @@ TEST(ObjectiveC, WhetherATextMayHaveAny)
     EXPECT_TRUE(cplustags::MayHaveObjectiveC("@interface"));
     EXPECT_TRUE(cplustags::MayHaveObjectiveC("x\n  @implementation Foo"));
     EXPECT_TRUE(cplustags::MayHaveObjectiveC("@param @protocol Foo"));
+    // Without a class it declares nothing, but a parser of C++ would find variables Foo and Bar.
+    EXPECT_TRUE(cplustags::MayHaveObjectiveC("@class Foo, Bar;"));
     EXPECT_FALSE(cplustags::MayHaveObjectiveC(""));
     EXPECT_FALSE(cplustags::MayHaveObjectiveC("@"));
-    EXPECT_FALSE(cplustags::MayHaveObjectiveC("@param interface, @class protocol"));
+    EXPECT_FALSE(cplustags::MayHaveObjectiveC("@param interface, @see protocol class"));
 }

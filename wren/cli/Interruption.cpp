@@ -59,6 +59,8 @@ void ReapGroup(pid_t group)
 Interruption::Interruption() : watched(SignalsNotIgnored())
 {
     ::prctl(PR_SET_CHILD_SUBREAPER, 1); // the group of a dead shell can be waited for
+    // Commands are no foreground jobs of the terminal, and some terminals would stop them for showing their progress.
+    formerTerminalOutput = ::signal(SIGTTOU, SIG_IGN);
     ::pthread_sigmask(SIG_BLOCK, &watched, &formerMask);
     signals = ::signalfd(-1, &watched, SFD_CLOEXEC);
     end = ::eventfd(0, EFD_CLOEXEC);
@@ -72,6 +74,7 @@ Interruption::~Interruption()
     ::close(end);
     ::close(signals);
     ::pthread_sigmask(SIG_SETMASK, &formerMask, nullptr);
+    ::signal(SIGTTOU, formerTerminalOutput);
     ::prctl(PR_SET_CHILD_SUBREAPER, 0);
 }
 

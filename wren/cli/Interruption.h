@@ -40,7 +40,8 @@ private:
 
     sigset_t watched;
     sigset_t formerMask;
-    int signals; // descriptors: signals that have come, and the end
+    void (*formerTerminalOutput)(int); // what SIGTTOU did
+    int signals;                       // descriptors: signals that have come, and the end
     int end;
     mutable std::mutex mutex; // guards what follows
     bool held = false;

@@ -29,9 +29,10 @@ def tags(path, of_missing_files=False):
                 continue
             if len(text) > 1023:
                 sys.exit("a line of this tags file is too long to be read in one piece: " + text[:80])
-            fields = re.fullmatch(r'([^\t\n]+)\t([^\t\n]+)\t(\d+);"\t(.)[^\t\n]*(?:\t(.*))?\n?', text)
+            fields = re.fullmatch(
+                r'([^\t\n]+)\t([^\t\n]+)\t(\d+);"\t([A-Za-z])(?:\t((?:class|namespace|struct|union):[^\t\n]+))?\n', text)
             if fields is None:
-                continue
+                sys.exit("not a tag as lookups read it, with a line number and at most a scope: " + text)
             name, file, line, kind, scope = fields.groups()
             if file not in exists:
                 exists[file] = of_missing_files or os.path.lexists(re.sub(r"\\(.)", r"\1", file))

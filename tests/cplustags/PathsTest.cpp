@@ -1,0 +1,111 @@
+#include "cplustags/Paths.h"
+
+#include "tests/support/TempDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <unistd.h>
+
+namespace cplustags {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Stands in another directory, with another $PWD, for as long as a test.
+class Standing {
+public:
+    Standing(const std::string& directory, const std::string& named)
+        : before(fs::current_path()), namedBefore(std::getenv("PWD") != nullptr ? std::getenv("PWD") : "")
+    {
+        fs::current_path(directory);
+        ::setenv("PWD", named.c_str(), 1);
+    }
+    ~Standing()
+    {
+        fs::current_path(before);
+        ::setenv("PWD", namedBefore.c_str(), 1);
+    }
+
+private:
+    const fs::path before;
+    const std::string namedBefore;
+};
+
+TEST(CurrentDirectory, IsAsTheUserSeesIt)
+{
+    const TempDirectory directory;
+    fs::create_directory(directory / "real");
+    fs::create_symlink("real", directory / "link");
+    const struct {
+        const char* why;
+        std::string named, found;
+    } cases[] = {
+        {"through a link", directory / "link", directory / "link"},
+        {"as it is", directory / "real", directory / "real"},
+        {"another directory", directory.Path(), directory / "real"},
+        {"gone", directory / "none", directory / "real"},
+        {"not absolute", ".", directory / "real"},
+        {"untidy", directory / "./link/", directory / "link"},
+    };
+    for (const auto& c : cases) {
+        const Standing standing(directory / "real", c.named);
+        EXPECT_EQ(CurrentDirectory(), c.found) << c.why;
+    }
+}
+
+TEST(AbsolutePath, Cases)
+{
+    const struct {
+        const char* why;
+        const char* name;
+        const char* path;
+    } cases[] = {
+        {"relative", "a.c", "/d/a.c"},
+        {"below", "s/a.c", "/d/s/a.c"},
+        {"absolute", "/e/a.c", "/e/a.c"},
+        {"here", "./a.c", "/d/a.c"},
+        {"here in between", "s/./a.c", "/d/s/a.c"},
+        {"empty parts", "s//a.c", "/d/s/a.c"},
+        {"at the root", "//a.c", "/a.c"},
+        {"a name with dots", "..a/...", "/d/..a/..."},
+        {"up, to what is not there", "../a.c", "/d/../a.c"},
+        {"a backslash is no separator", "s\\a.c", "/d/s\\a.c"},
+        {"bytes", "\xff\n\t", "/d/\xff\n\t"},
+        {"nothing", "", "/d"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(AbsolutePath(c.name, "/d"), c.path) << c.why;
+    EXPECT_EQ(AbsolutePath("a.c", ""), "/a.c") << "from the root";
+    EXPECT_EQ(AbsolutePath("/", "/d"), "/") << "the root itself";
+}
+
+TEST(AbsolutePath, GoesUpOnlyWhereThatIsTheSameFile)
+{
+    const TempDirectory directory;
+    directory.Write("a.c", "");
+    directory.Write("other/a.c", "");
+    directory.Write("other/below/b.c", "");
+    fs::create_directory(directory / "plain");
+    fs::create_symlink("other/below", directory / "link");
+    EXPECT_EQ(AbsolutePath("plain/../a.c", directory.Path()), directory / "a.c");
+    EXPECT_EQ(AbsolutePath("link/../a.c", directory.Path()), directory / "link/../a.c") << "which is other/a.c";
+}
+
+TEST(DirectoryOf, Cases)
+{
+    EXPECT_EQ(DirectoryOf("/a/b/tags"), "/a/b");
+    EXPECT_EQ(DirectoryOf("/tags"), "");
+}
+
+TEST(Shown, IsOneLineThatHarmsNoTerminal)
+{
+    EXPECT_EQ(Shown("a b\\c"), "a b\\c");
+    EXPECT_EQ(Shown("a\nb\tc"), "a\\nb\\tc");
+    EXPECT_EQ(Shown("a\x1b[31m\x7f"), "a\\x1b[31m\\x7f");
+    EXPECT_EQ(Shown("\xc3\xa9\xff"), "\xc3\xa9\xff");
+    EXPECT_LE(Shown(std::string(100'000, 'x')).size(), 600u);
+}
+
+} // namespace
+} // namespace cplustags

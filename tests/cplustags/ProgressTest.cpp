@@ -1,0 +1,129 @@
+#include "cplustags/Progress.h"
+
+#include "cplustags/Summary.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace cplustags {
+namespace {
+
+// A terminal that nobody sits at. What is written to it comes back with Written().
+class Terminal {
+public:
+    Terminal() : screen(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
+    {
+        EXPECT_EQ(::grantpt(screen), 0);
+        EXPECT_EQ(::unlockpt(screen), 0);
+        program = ::open(::ptsname(screen), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        termios settings;
+        ::tcgetattr(program, &settings);
+        ::cfmakeraw(&settings);
+        ::tcsetattr(program, TCSANOW, &settings);
+        ::fcntl(screen, F_SETFL, O_NONBLOCK);
+    }
+    ~Terminal()
+    {
+        ::close(program);
+        ::close(screen);
+    }
+
+    int Program() const { return program; }
+    std::string Written() const
+    {
+        std::string text(4096, '\0');
+        text.resize(std::max<ssize_t>(0, ::read(screen, text.data(), text.size())));
+        return text;
+    }
+
+private:
+    int screen;
+    int program;
+};
+
+TEST(Progress, IsALineOfATerminalThatIsErasedAtTheEnd)
+{
+    const Terminal terminal;
+    {
+        Progress progress(terminal.Program());
+        progress.Show(3, 20);
+        const std::string line = terminal.Written();
+        EXPECT_EQ(line.rfind("\r\033[K3 of 20 files", 0), 0u) << line;
+        EXPECT_EQ(line.find('\n'), std::string::npos);
+    }
+    EXPECT_EQ(terminal.Written(), "\r\033[K");
+}
+
+TEST(Progress, MessagesTakeItsPlace)
+{
+    const Terminal terminal;
+    Progress progress(terminal.Program());
+    progress.Say("early");
+    EXPECT_EQ(terminal.Written(), "cplustags: early\n");
+    progress.Show(3, 20);
+    terminal.Written();
+    progress.Say("late");
+    EXPECT_EQ(terminal.Written(), "\r\033[Kcplustags: late\n");
+    progress.Erase();
+    EXPECT_EQ(terminal.Written(), "") << "there is no line any more";
+}
+
+TEST(Progress, IsNotDrawnForEveryFile)
+{
+    const Terminal terminal;
+    Progress progress(terminal.Program());
+    for (size_t done = 0; done < 10'000; ++done)
+        progress.Show(done, 10'000);
+    const std::string written = terminal.Written();
+    EXPECT_LT(std::count(written.begin(), written.end(), '\r'), 100) << "ten times a second at most";
+}
+
+TEST(Progress, IsNothingWhereThereIsNoTerminal)
+{
+    int ends[2];
+    ASSERT_EQ(::pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
+    {
+        Progress progress(ends[1]);
+        progress.Show(3, 20);
+        progress.Say("message");
+    }
+    char text[100];
+    const ssize_t size = ::read(ends[0], text, sizeof text);
+    EXPECT_EQ(std::string(text, std::max<ssize_t>(0, size)), "cplustags: message\n");
+    ::close(ends[0]);
+    ::close(ends[1]);
+}
+
+TEST(ProgressText, Cases)
+{
+    EXPECT_EQ(ProgressText(3, 20, 2), "3 of 20 files, 2 files/s");
+    EXPECT_EQ(ProgressText(0, 1, 0.5), "0 of 1 file, 0 files/s");
+    EXPECT_EQ(ProgressText(0, 0, 0), "0 of 0 files");
+}
+
+TEST(SummaryText, Cases)
+{
+    Tagger::Counts counts;
+    counts.files = 3;
+    counts.tags = 120;
+    EXPECT_EQ(SummaryText(counts, 0, {3, 120}, 0.12), "3 files, 120 tags, 0.1 s");
+    EXPECT_EQ(SummaryText(counts, 0, {5, 200}, 2), "3 files, 120 tags, 2.0 s (in all 5 files, 200 tags)");
+    counts.crashed = 1;
+    counts.tookTooLong = 2;
+    counts.tooLong = 1;
+    EXPECT_EQ(SummaryText(counts, 0, {3, 120}, 0),
+              "3 files, 120 tags, 0.0 s; 1 file crashed ctags, 2 took too long, 1 tag too long");
+    counts = {};
+    counts.files = 1;
+    counts.tags = 1;
+    counts.unreadable = 2;
+    EXPECT_EQ(SummaryText(counts, 1, {1, 1}, 0),
+              "1 file, 1 tag, 0.0 s; 2 files could not be read, 1 had a name that cannot be written");
+}
+
+} // namespace
+} // namespace cplustags

@@ -1,0 +1,100 @@
+// A directory with sources, and cplustags run in it.
+#pragma once
+
+#include "tests/support/RunProgram.h"
+#include "tests/support/TempDirectory.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
+#include <vector>
+
+// A stand-in for ctags: says which words it was started with and answers each name with a tag "in_NAME", unless "case"
+// branches before it decide otherwise; $mark is what goes behind each file's tags.
+inline std::string StandInForCtags(const std::string& branches)
+{
+    return "#!/bin/sh\n"
+           "for word; do case $word in --filter-terminator=*) mark=${word#*=};; esac; done\n"
+           "while IFS= read -r name; do\n"
+           "    case $name in\n" +
+           branches +
+           "    esac\n"
+           "    printf 'in_%s\\t%s\\t1;\"\\tf\\n%s' \"$(basename \"$name\" .c)\" \"$name\" \"$mark\"\n"
+           "done\n";
+}
+
+class Workspace : public TempDirectory {
+public:
+    using Words = std::vector<std::string>;
+    using Environment = std::map<std::string, std::string>;
+
+    std::string WriteProgram(const std::string& leaf, const std::string& script) const
+    {
+        const std::string path = Write(leaf, script);
+        std::filesystem::permissions(path, std::filesystem::perms(0755));
+        return path;
+    }
+
+    // From here on this is run in place of ctags.
+    void UseStandIn(const std::string& branches)
+    {
+        environment["CPLUSTAGS_CTAGS"] = WriteProgram("stand-in/ctags", StandInForCtags(branches));
+    }
+
+    static Words Command(Words words)
+    {
+        words.insert(words.begin(), CPLUSTAGS);
+        return words;
+    }
+    ProgramRun Run(const Words& words) const { return RunProgram(Command(words), Path(), environment); }
+
+    std::string Content(const std::string& leaf) const
+    {
+        std::ifstream file(*this / leaf, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    // The tags' lines in the order of the file, tabs as blanks; without what the file says of itself.
+    Words Tags(const std::string& leaf = "tags") const
+    {
+        Words lines;
+        std::ifstream file(*this / leaf, std::ios::binary);
+        for (std::string line; std::getline(file, line);)
+            if (line.rfind("!_TAG_", 0) != 0)
+                lines.push_back(WithBlanks(line));
+        return lines;
+    }
+
+    // The value of a pseudo-tag.
+    std::string Pseudo(const std::string& name, const std::string& leaf = "tags") const
+    {
+        const std::string start = "!_TAG_" + name + "\t";
+        std::ifstream file(*this / leaf, std::ios::binary);
+        for (std::string line; std::getline(file, line);)
+            if (line.rfind(start, 0) == 0)
+                return line.substr(start.size(), line.find('\t', start.size()) - start.size());
+        return "";
+    }
+
+    // What stands in a directory, hidden things too.
+    Words Leaves(const std::string& directory = ".") const
+    {
+        Words leaves;
+        for (const auto& entry : std::filesystem::directory_iterator(*this / directory))
+            leaves.push_back(entry.path().filename());
+        std::sort(leaves.begin(), leaves.end());
+        return leaves;
+    }
+
+    Environment environment;
+
+private:
+    static std::string WithBlanks(std::string line)
+    {
+        std::replace(line.begin(), line.end(), '\t', ' ');
+        return line;
+    }
+};
