@@ -80,6 +80,7 @@ void InsertAtCaret(PluginInterface* host, long caret, const std::string& text)
     host->Select(caret + length, caret + length);
 }
 
+// In a window of its own: the palettes have been closed, so there is no other.
 void OfferCompletions(PluginInterface* host, Tags& tags, Completions& completions, long offset)
 {
     auto* window = new CompletionWindow(host, host->documentID);
@@ -124,6 +125,7 @@ void SelectionSuggestCompletions(PluginInterface* host)
     if (!ScanForSuggestionPattern(host, caret, caret, start, end, pattern, true))
         return;
 
+    // Without a look at the sources' dates: completing never has tags made anew.
     Tags tags(&localTags, &systemTags, pattern, false);
     Completions completions(tags);
     const std::string common = CommonBeginning(completions);
@@ -133,14 +135,14 @@ void SelectionSuggestCompletions(PluginInterface* host)
     else if (completions.Size() == 1 && !goesOn)
         ReplaceWord(host, completions.Strings().front());
     else if (completions.Size() < 2)
-        beep();
+        beep(); // there is none, or the one that is typed already
     else
         OfferCompletions(host, tags, completions, selection.start);
 }
 
 void SelectionAutoSuggestCompletions(PluginInterface* host)
 {
-    // Never offers to make tags: nobody has asked for anything.
+    // Never offers to make tags: nobody has asked for anything. What is open stays as it is.
     BEntry localTags;
     BEntry systemTags;
     if (!FindTags(host, localTags, systemTags))

@@ -67,6 +67,7 @@ bool CompletionWindow::IsInvokeShortcutEvent(const BMessage* keyDown) const
     int32 modifiers;
     if (!ReadKey(*keyDown, key, modifiers))
         return false;
+    // More may be held, lock keys or others: whoever has bound a key with Control gets it with Control and Shift too.
     return (modifiers & shortcutModifiers) == shortcutModifiers && key == shortcutKey;
 }
 
@@ -117,7 +118,8 @@ bool CompletionWindow::RouteKeyboardEvent(BMessage* keyDown)
         SetFocus(true); // and the key still moves the selection: the first Down goes to the second entry
         taken = true;
     } else {
-        // Caps Lock is a modifier as well: with it on, arrows belong to the document.
+        // Caps Lock is a modifier as well: with it on, arrows belong to the document. So does every other key, which also
+        // takes the user out of the list: Escape too leaves it open, for the letters that are to come.
         taken = focused && modifiers == 0 && (key == kSpace || key == kEnter || key == kUp);
         if (!taken)
             SetFocus(false);

@@ -124,8 +124,9 @@ bool CompletionCache::NeedToReload(const Tags& tags)
         systemPath.clear();
     if (NeedToReload(localPath, localTime))
         localPath.clear();
-    // Also when there is no local tags file any more. Then both paths are empty below, which is no reason to load: the
-    // old names go on being offered.
+    // The system's tags file is the same for all documents, so it is not asked which one it is. The local one is, also
+    // when there is none any more. Then both paths are empty below, which is no reason to load: the old names go on being
+    // offered.
     if (!localPath.empty() && localPath != newLocalPath)
         localPath.clear();
     if (systemPath.empty())

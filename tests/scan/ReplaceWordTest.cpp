@@ -98,6 +98,29 @@ TEST(ReplaceWord, GoesThroughAllStepsForAnEmptyCompletion)
                 ElementsAre("BeginUndo 7 7 Insert symbol completion", "DeleteText 4 3", "InsertText  4", "Select 4 4"));
 }
 
+// A selector's range is no place in the document, and may begin before it: no host could answer what stands there.
+TEST(ReplaceWord, ReadsNothingInPlaceOfASelector)
+{
+    struct ReadingHost : FakeHost {
+        using FakeHost::FakeHost;
+        void GetText(char* buffer, long offset, long length) override
+        {
+            EXPECT_GE(offset, 0);
+            EXPECT_LE(offset + length, TextLength());
+            ++reads;
+            FakeHost::GetText(buffer, offset, length);
+        }
+        int reads = 0;
+    };
+    ReadingHost selector("[ab:cdefgh|");
+    ReplaceWord(&selector, "ab:cdefghij:");
+    EXPECT_EQ(selector.Marked(), "[ab:cdefghij:|");
+    EXPECT_EQ(selector.reads, 0);
+    ReadingHost name("x = vec|");
+    ReplaceWord(&name, "vector");
+    EXPECT_GT(name.reads, 0) << "a name is read where it stands";
+}
+
 TEST(ReplaceWord, DoesNothingWithoutAPattern)
 {
     FakeHost host("x = |;");
