@@ -303,6 +303,7 @@ public:
 };
 class CompletionsToldToQuit : public CompletionWindow {
 public:
+    using CompletionWindow::CompletionWindow;
     void Quit() override { gQuits.push_back("completions"); }
     void ReallyQuit() { CompletionWindow::Quit(); }
 };
@@ -311,7 +312,7 @@ TEST_F(EventTable, ClosingQuitsResultsThenCompletionsAndClearsNothingItself)
 {
     gQuits.clear();
     auto* results = new ToldToQuit;
-    auto* completions = new CompletionsToldToQuit;
+    auto* completions = new CompletionsToldToQuit(&host, 1);
     Send(309);
     EXPECT_EQ(gQuits, (Calls{"results", "completions"}));
     EXPECT_EQ(SearchWindow::gSearchWin, results);
@@ -327,7 +328,7 @@ TEST_F(EventTable, AKeyThatNoListTookQuitsTheResultsAndNotTheCompletions)
 {
     gQuits.clear();
     auto* results = new ToldToQuit;
-    auto* completions = new CompletionsToldToQuit;
+    auto* completions = new CompletionsToldToQuit(&host, 1);
     EXPECT_EQ(SendKeyDown('x'), 0);
     EXPECT_EQ(gQuits, Calls{"results"});
     Seats::routed = 2;
