@@ -25,10 +25,9 @@ struct Ending {
 };
 
 constexpr Ending kEndings[] = {
-    {"m", Family::ObjectiveC}, {"mm", Family::ObjectiveCplusplus},
-    {"h", Family::Header},     {"hh", Family::Header},
-    {"hpp", Family::Header},   {"hxx", Family::Header},
-    {"pch", Family::Header},   {"inl", Family::Header},
+    {"m", Family::ObjectiveC},        {"mm", Family::ObjectiveCplusplus}, {"h", Family::Header},
+    {"pch", Family::Header},          {"hh", Family::CplusplusHeader},    {"hpp", Family::CplusplusHeader},
+    {"hxx", Family::CplusplusHeader}, {"inl", Family::CplusplusHeader},
 };
 
 Family FamilyOf(std::string_view path)
@@ -99,9 +98,8 @@ bool PutInMemory(std::string_view text, Source& source)
 }
 
 // The source with a text that stands in for the file.
-std::optional<Source> WithText(Source source, std::string_view text, Parser parser, std::string* error)
+std::optional<Source> WithText(Source source, std::string_view text, std::string* error)
 {
-    source.parser = parser;
     if (PutInMemory(text, source))
         return source;
     *error = std::strerror(errno);
@@ -163,14 +161,14 @@ std::optional<Source> SourceMaker::Make(unsigned number, const std::string& path
     const Family family = FamilyFor(path, settings.language);
     if (family == Family::Other)
         return source;
-    const Parser parser = ParserOfRest(family, settings.language);
+    // All headers go to the same process: ctags takes them for C++ by their names as well.
+    source.parser = ParserOfRest(family, settings.language);
     std::string_view text;
     std::string rest;
-    if (Read(path, text) && TakeObjectiveC(family, text, source, rest))
-        return WithText(std::move(source), rest, parser, error);
-    // A plain header, or a source that is too large to be read here.
-    source.parser = family == Family::Header ? Parser::ByName : parser;
-    return source;
+    // Headers for C++ alone are not even read here: that saves looking through two thirds of a system's.
+    if (family != Family::CplusplusHeader && Read(path, text) && TakeObjectiveC(family, text, source, rest))
+        return WithText(std::move(source), rest, error);
+    return source; // as it is: plain, or too large to be read here
 }
 
 } // namespace cplustags

@@ -28,7 +28,7 @@ struct Source {
 };
 
 // What a source is, by its name.
-enum class Family { Other, Header, ObjectiveC, ObjectiveCplusplus };
+enum class Family { Other, Header, CplusplusHeader, ObjectiveC, ObjectiveCplusplus };
 
 // Makes sources of files: Objective-C is read here, and ctags gets the rest of the text. One for each thread.
 class SourceMaker {
