@@ -1,6 +1,6 @@
 #include "cplustags/CtagsProcess.h"
 
-#include "cplustags/CtagsOutput.h"
+#include "cplustags/CtagsWords.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -21,19 +21,8 @@ constexpr int kPatience = 10'000; // milliseconds until a process has ended that
 
 std::vector<std::string> Words(const Settings& settings, Parser parser)
 {
-    std::vector<std::string> words = OptionsForOutput();
-    words.insert(words.begin(), settings.ctags);
-    // The default excludes would leave out files for their names.
-    words.insert(words.end(), {"--filter=yes", "--filter-terminator=" + std::string(kMark),
-                               "--exclude=", "--map-C++=+.pch", "--map-C++=+.ipp"});
-    if (settings.prototypes)
-        words.insert(words.end(), {"--kinds-C=+p", "--kinds-C++=+p"});
-    if (!settings.ignored.empty())
-        words.insert(words.end(), {"-I", settings.ignored});
-    if (parser != Parser::ByName)
-        words.push_back(parser == Parser::C ? "--language-force=C" : "--language-force=C++");
-    else if (!settings.language.empty())
-        words.push_back("--language-force=" + settings.language);
+    std::vector<std::string> words = CtagsWords(settings, parser);
+    words.insert(words.end(), {"--filter=yes", "--filter-terminator=" + std::string(kMark)});
     return words;
 }
 

@@ -1,5 +1,6 @@
 #include "cplustags/Worker.h"
 
+#include "cplustags/CtagsBatch.h"
 #include "cplustags/CtagsOutput.h"
 #include "cplustags/Interrupt.h"
 #include "cplustags/Paths.h"
@@ -24,6 +25,10 @@ constexpr size_t kMostGiven = 16;
 // between the two processes.
 constexpr size_t kEnoughGiven = 8;
 constexpr std::chrono::milliseconds kGathering{1};
+
+// So many that what it takes to start ctags does not count.
+constexpr size_t kMostInBatch = 1000;
+constexpr size_t kMostInMemory = 100; // of them: each is an open file
 
 // When a wait lasts so much longer than it should, the whole program was stopped, and ctags with it.
 constexpr std::chrono::milliseconds kStopped{1000};
@@ -60,26 +65,76 @@ void Worker::Run()
 
 void Worker::HaveFilesTagged()
 {
-    for (TakeFiles(); Given() > 0 && !tagger.queue.IsStopped(); TakeFiles())
+    while (!tagger.queue.IsStopped()) {
+        if (Given() == 0 && WantsBatch())
+            HaveBatchTagged();
+        TakeFiles();
+        if (Given() == 0)
+            return;
         WaitForProcesses();
+    }
 }
 
-// Waits for a file only when there is nothing else to do.
+// While there is so much left that no worker will have to wait for another's batch. Where one has failed another may as
+// well, after as long a time.
+bool Worker::WantsBatch() const
+{
+    return !batchFailed && tagger.queue.Size() >= (settings.jobs + 1) * kMostInBatch;
+}
+
+void Worker::HaveBatchTagged()
+{
+    std::array<std::vector<Source>, kParsers> batches;
+    size_t inMemory = 0;
+    for (size_t count = 0; count < kMostInBatch && inMemory < kMostInMemory; ++count) {
+        const std::optional<Work> work = tagger.queue.Take(false);
+        if (!work)
+            break;
+        std::optional<Source> source = MakeSource(*work);
+        if (!source)
+            continue;
+        inMemory += source->text.IsOpen();
+        if (FitsIntoBatch(*source))
+            batches[static_cast<size_t>(source->parser)].push_back(std::move(*source));
+        else
+            Begin(std::move(*source));
+    }
+    const std::vector<int> stops = {tagger.queue.StopDescriptor(), InterruptDescriptor()};
+    const auto keep = [this](Source& source, std::string_view output) { Keep(source, output); };
+    for (std::vector<Source>& batch : batches) {
+        if (batch.empty() || (!batchFailed && TagBatch(settings, batch, stops, keep)))
+            continue;
+        batchFailed = true;
+        for (Source& source : batch)
+            Begin(std::move(source));
+    }
+    if (Interrupted())
+        tagger.queue.Stop();
+}
+
+// Nothing, with the reason said, when it cannot be read.
+std::optional<Source> Worker::MakeSource(const Work& work)
+{
+    std::string error;
+    std::optional<Source> source = sources.Make(work.number, work.path, &error);
+    if (source)
+        return source;
+    tagger.progress.Say("cannot read " + Shown(work.path) + ": " + error);
+    ++counts.unreadable;
+    tagger.FileFailed();
+    return std::nullopt;
+}
+
+// Waits for a file only when there is nothing else to do. When there is enough for a batch, the processes do what they
+// have and are given no more.
 void Worker::TakeFiles()
 {
-    while (Given() < kMostGiven) {
+    while (Given() < kMostGiven && !(Given() > 0 && WantsBatch())) {
         const std::optional<Work> work = tagger.queue.Take(Given() == 0);
         if (!work)
             return;
-        std::string error;
-        std::optional<Source> source = sources.Make(work->number, work->path, &error);
-        if (source) {
+        if (std::optional<Source> source = MakeSource(*work))
             Begin(std::move(*source));
-            continue;
-        }
-        tagger.progress.Say("cannot read " + Shown(work->path) + ": " + error);
-        ++counts.unreadable;
-        tagger.FileFailed();
     }
 }
 

@@ -5,10 +5,12 @@
 #include "cplustags/Source.h"
 #include "cplustags/TagStore.h"
 #include "cplustags/Tagger.h"
+#include "cplustags/WorkQueue.h"
 
 #include <array>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,9 @@ private:
     using Process = std::unique_ptr<CtagsProcess>;
 
     void HaveFilesTagged();
+    bool WantsBatch() const;
+    void HaveBatchTagged();
+    std::optional<Source> MakeSource(const Work& work);
     void TakeFiles();
     size_t Given() const;
     void Begin(Source source);
@@ -52,6 +57,7 @@ private:
     std::vector<unsigned> files;
     Tagger::Counts counts;
     size_t leftOutAgain = 0;
+    bool batchFailed = false;
 };
 
 } // namespace cplustags

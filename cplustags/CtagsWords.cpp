@@ -1,0 +1,24 @@
+#include "cplustags/CtagsWords.h"
+
+#include "cplustags/CtagsOutput.h"
+
+namespace cplustags {
+
+std::vector<std::string> CtagsWords(const Settings& settings, Parser parser)
+{
+    std::vector<std::string> words = OptionsForOutput();
+    words.insert(words.begin(), settings.ctags);
+    // The default excludes would leave out files for their names.
+    words.insert(words.end(), {"--exclude=", "--map-C++=+.pch", "--map-C++=+.ipp"});
+    if (settings.prototypes)
+        words.insert(words.end(), {"--kinds-C=+p", "--kinds-C++=+p"});
+    if (!settings.ignored.empty())
+        words.insert(words.end(), {"-I", settings.ignored});
+    if (parser != Parser::ByName)
+        words.push_back(parser == Parser::C ? "--language-force=C" : "--language-force=C++");
+    else if (!settings.language.empty())
+        words.push_back("--language-force=" + settings.language);
+    return words;
+}
+
+} // namespace cplustags

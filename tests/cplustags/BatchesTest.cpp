@@ -1,0 +1,97 @@
+// Large runs, in which ctags is given many files at once: nobody should see a difference but the time.
+
+#include "tests/cplustags/Workspace.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Words = Workspace::Words;
+
+constexpr int kSources = 5000;
+
+class Batches : public testing::Test {
+protected:
+    Batches()
+    {
+        std::string list;
+        for (int number = 0; number < kSources; ++number)
+            list += WriteSource(std::to_string(number)) + "\n";
+        work.Write("list", list);
+        // Where no batch is ever large enough.
+        work.environment["CPLUSTAGS_JOBS"] = "5";
+        EXPECT_EQ(Make("").status, 0);
+        EXPECT_EQ(Kinds(), Words{"files"});
+        tags = work.Content("tags");
+        work.environment["CPLUSTAGS_JOBS"] = "1";
+    }
+
+    // C; here and there Objective-C, or a name that cannot stand in a batch.
+    std::string WriteSource(const std::string& number) const
+    {
+        const std::string function = "int function_" + number + "(void) { return 0; }\n";
+        if (number.ends_with("50"))
+            return work.Write("s" + number + ".m", "@interface C" + number + "\n- (void)f;\n@end\n" + function);
+        return work.Write((number.ends_with("99") ? "s\\" : "s") + number + ".c", function);
+    }
+
+    // Runs with a ctags that does 'branches' first; $kind is "batch" or "files".
+    ProgramRun Make(const std::string& branches)
+    {
+        std::filesystem::remove(work / "kinds");
+        std::filesystem::remove(work / "tags");
+        work.environment["CPLUSTAGS_CTAGS"] = work.WriteProgram(
+            "stand-in/ctags", "#!/bin/sh\n"
+                              "kind=batch\n"
+                              "case \" $* \" in *--filter=yes*) kind=files;; esac\n"
+                              "echo $kind >>'" +
+                                  work / "kinds" + "'\n" + branches + "exec ctags-universal \"$@\"\n");
+        return work.Run({"--c-kinds=+p", "-f", "tags", "-L", "list"});
+    }
+
+    // The kinds of runs that there were.
+    Words Kinds() const
+    {
+        Words kinds;
+        std::ifstream file(work / "kinds");
+        for (std::string kind; std::getline(file, kind);)
+            if (std::find(kinds.begin(), kinds.end(), kind) == kinds.end())
+                kinds.push_back(kind);
+        std::sort(kinds.begin(), kinds.end());
+        return kinds;
+    }
+
+    Workspace work;
+    std::string tags; // as they come when each file is tagged by itself
+};
+
+TEST_F(Batches, GiveTheSameTags)
+{
+    const ProgramRun run = Make("");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(Kinds(), (Words{"batch", "files"})) << "the last files, and odd names, come by themselves";
+    EXPECT_TRUE(work.Content("tags") == tags);
+}
+
+TEST_F(Batches, ThatCrashAreTaggedFileByFile)
+{
+    const ProgramRun run = Make("[ $kind = files ] || kill -SEGV $$\n");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "") << "nothing is left out";
+    EXPECT_TRUE(work.Content("tags") == tags);
+}
+
+TEST_F(Batches, ThatFailAreTaggedFileByFile)
+{
+    EXPECT_EQ(Make("[ $kind = files ] || exit 1\n").errors, "");
+    EXPECT_TRUE(work.Content("tags") == tags);
+}
+
+TEST_F(Batches, ThatHangAreTaggedFileByFile)
+{
+    work.environment["CPLUSTAGS_TIME_LIMIT"] = "1";
+    EXPECT_EQ(Make("[ $kind = files ] || kill -STOP $$\n").errors, "");
+    EXPECT_TRUE(work.Content("tags") == tags);
+}
+
+} // namespace
