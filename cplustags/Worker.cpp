@@ -26,9 +26,10 @@ constexpr size_t kMostGiven = 16;
 constexpr size_t kEnoughGiven = 8;
 constexpr std::chrono::milliseconds kGathering{1};
 
-// So many that what it takes to start ctags does not count.
-constexpr size_t kMostInBatch = 1000;
-constexpr size_t kMostInMemory = 100; // of them: each is an open file
+// What it takes to start ctags does not count for so many; more make progress jump.
+constexpr size_t kFewestInBatch = 64;
+constexpr size_t kMostInBatch = 500;
+constexpr size_t kMostInMemory = 600; // of all workers' batches: each is an open file
 
 // When a wait lasts so much longer than it should, the whole program was stopped, and ctags with it.
 constexpr std::chrono::milliseconds kStopped{1000};
@@ -75,18 +76,19 @@ void Worker::HaveFilesTagged()
     }
 }
 
-// While there is so much left that no worker will have to wait for another's batch. Where one has failed another may as
-// well, after as long a time.
-bool Worker::WantsBatch() const
+// A share of what is left, so that no worker has to wait for another's batch at the end. 0 when the share is not worth a
+// batch, or when one has failed: another may as well, after as long a time.
+size_t Worker::BatchSize() const
 {
-    return !batchFailed && tagger.queue.Size() >= (settings.jobs + 1) * kMostInBatch;
+    const size_t share = std::min(tagger.queue.Size() / (2 * settings.jobs), kMostInBatch);
+    return batchFailed || share < kFewestInBatch ? 0 : share;
 }
 
 void Worker::HaveBatchTagged()
 {
     std::array<std::vector<Source>, kParsers> batches;
     size_t inMemory = 0;
-    for (size_t count = 0; count < kMostInBatch && inMemory < kMostInMemory; ++count) {
+    for (size_t left = BatchSize(); left > 0 && inMemory < kMostInMemory / settings.jobs; --left) {
         const std::optional<Work> work = tagger.queue.Take(false);
         if (!work)
             break;

@@ -33,7 +33,8 @@ private:
     using Process = std::unique_ptr<CtagsProcess>;
 
     void HaveFilesTagged();
-    bool WantsBatch() const;
+    size_t BatchSize() const;
+    bool WantsBatch() const { return BatchSize() > 0; }
     void HaveBatchTagged();
     std::optional<Source> MakeSource(const Work& work);
     void TakeFiles();
