@@ -73,23 +73,67 @@ std::pair<Entry, Entry> Range(const char* pattern, const Entries& entries)
     return std::equal_range(entries.begin(), entries.end(), name.c_str(), NameAndQualifier::PartialMatchLess(pattern));
 }
 
-bool IsQualified(const char* pattern)
+// "" for a pattern without.
+std::string QualifierOf(const char* pattern)
 {
     std::string name;
     std::string qualifier;
     if (!IsObjCPattern(pattern))
         NameAndQualifier::Split(pattern, name, qualifier);
-    return !qualifier.empty();
+    return qualifier;
 }
 
-// The first names of a sorted list, each once.
-void AppendNames(std::pair<Entry, Entry> range, size_t most, std::vector<std::string>& out)
-{
-    Entry entry = range.first;
-    for (size_t count = 0; entry != range.second && count < most; ++count) {
-        out.emplace_back(*entry);
-        entry = EndOfName(entry, range.second);
+// The first names in the order of bytes, each once, of any number that come in any order.
+class FirstNames {
+public:
+    FirstNames(std::vector<std::string>& names, size_t most) : names(names), most(most) {}
+
+    void Add(std::string name)
+    {
+        if (full && name >= names[most - 1])
+            return;
+        names.push_back(std::move(name));
+        // As many again as are kept, so that each has to be sorted a few times only.
+        if (names.size() > most && names.size() - most > most)
+            Cut();
     }
+
+    void Cut()
+    {
+        std::sort(names.begin(), names.end());
+        names.erase(std::unique(names.begin(), names.end()), names.end());
+        if (names.size() > most)
+            names.resize(most);
+        full = most > 0 && names.size() == most;
+    }
+
+private:
+    std::vector<std::string>& names;
+    const size_t most;
+    bool full = false; // the last of 'most' names is known, and they are sorted
+};
+
+// Of a sorted list. Its names come in their final order: no more than 'most' are needed.
+void AddNames(const char* pattern, const Entries& entries, size_t most, FirstNames& out)
+{
+    auto [entry, last] = Range(pattern, entries);
+    for (size_t count = 0; entry != last && count < most; ++count) {
+        out.Add(*entry);
+        entry = EndOfName(entry, last);
+    }
+}
+
+// A name with its qualifier sorts elsewhere than the name, so any entry may be among the first.
+void AddQualified(const char* pattern, const Entries& entries, const ScopeMarks& marks, FirstNames& out)
+{
+    const std::string qualifier = QualifierOf(pattern);
+    const NameAndQualifier::MatchQualifier accepts(pattern);
+    const auto [first, last] = Range(pattern, entries);
+    const size_t end = last - entries.begin();
+    for (size_t i = marks.Find(qualifier, first - entries.begin(), end); i != end;
+         i = marks.Find(qualifier, i + 1, end))
+        if (accepts(entries[i]))
+            out.Add(NameAndQualifier::JoinFromEntry(entries[i]));
 }
 
 } // namespace
@@ -164,10 +208,12 @@ void CompletionCache::LoadSelf(TagFile* systemTags, TagFile* localTags)
     if (loadsLocal) {
         ClearCache(localEntries);
         LoadSelf(*localTags, localEntries);
+        localMarks.Make(localEntries);
     }
     if (loadsSystem) {
         ClearCache(systemEntries);
         LoadSelf(*systemTags, systemEntries);
+        systemMarks.Make(systemEntries);
     }
 
     const AutoLock hold(lock);
@@ -203,31 +249,26 @@ void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
 void CompletionCache::GetCompletions(const char* pattern, std::vector<std::string>& out, unsigned long max) const
 {
     out.clear();
-    for (const Entries* entries : {&localEntries, &systemEntries}) {
-        // A name with its qualifier sorts elsewhere than the name, so nothing can be left out before all are there. Bare
-        // names come in their final order: no list gives more than 'max', however many begin with the pattern.
-        if (IsQualified(pattern))
-            GetCompletions(pattern, out, max, *entries);
-        else
-            AppendNames(Range(pattern, *entries), max, out);
+    FirstNames first(out, max);
+    if (QualifierOf(pattern).empty()) {
+        AddNames(pattern, localEntries, max, first);
+        AddNames(pattern, systemEntries, max, first);
+    } else {
+        AddQualified(pattern, localEntries, localMarks, first);
+        AddQualified(pattern, systemEntries, systemMarks, first);
     }
-    std::sort(out.begin(), out.end());
-    out.erase(std::unique(out.begin(), out.end()), out.end());
-    if (out.size() > max)
-        out.resize(max);
+    first.Cut();
 }
 
 void CompletionCache::GetCompletions(const char* pattern, std::vector<std::string>& out, unsigned long,
                                      const Entries& entries) const
 {
     const auto [first, last] = Range(pattern, entries);
-    if (!IsQualified(pattern)) {
-        for (Entry entry = first; entry != last; ++entry)
-            out.emplace_back(*entry);
-        return;
-    }
+    const bool isQualified = !QualifierOf(pattern).empty();
     const NameAndQualifier::MatchQualifier accepts(pattern);
     for (Entry entry = first; entry != last; ++entry)
-        if (accepts(*entry))
+        if (!isQualified)
+            out.emplace_back(*entry);
+        else if (accepts(*entry))
             out.push_back(NameAndQualifier::JoinFromEntry(*entry));
 }

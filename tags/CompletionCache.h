@@ -1,6 +1,7 @@
 // Every symbol's name in the two tags files, sorted in memory, so that completion need not read files at each key stroke.
 #pragma once
 
+#include "tags/ScopeMarks.h"
 #include "vetch/support/BLocker.h"
 
 #include <string>
@@ -58,4 +59,6 @@ private:
     BLocker lock; // guards paths, times and flags
     bool loaded = false;
     bool loading = false;
+    ScopeMarks systemMarks; // of the entries, and whosever they are
+    ScopeMarks localMarks;
 };

@@ -400,3 +400,43 @@ TEST_F(CompletionCacheTest, FindsWhatLookingAtEachNameFinds)
         ASSERT_EQ(Completed(cache, pattern.c_str(), 5), expected) << pattern;
     }
 }
+
+// Scopes are compared with their template arguments left out, from their inner ends, and by what they hold between colons:
+// the search skips most of them, and may skip none that would have matched.
+TEST_F(CompletionCacheTest, FindsInScopesWhatLookingAtEachScopeFinds)
+{
+    std::mt19937 random(13);
+    const auto text = [&](const Lines& pieces, size_t most) {
+        std::string made;
+        for (size_t count = 1 + random() % most; count > 0; --count)
+            made += pieces[random() % pieces.size()];
+        return made;
+    };
+    const Lines kScopePieces = {"a", "b", "a", "::", "::", ":", "<a>", "<b", ">", "\x80"};
+    std::string tags;
+    for (int i = 0; i < 4000; ++i)
+        tags += TagLine(text({"n", "m"}, 3), "a.cpp", 1, "f", "class:" + text(kScopePieces, 6));
+    local.WriteTags(tags);
+    system.WriteTags(tags.substr(0, tags.find('\n', tags.size() / 2) + 1));
+    ASSERT_TRUE(Reloads());
+    EntryList list({});
+    const BEntry entry = local.Entry();
+    TagFile file(&entry, "", false);
+    CompletionCache::LoadSelf(file, list.entries);
+
+    size_t found = 0;
+    for (int i = 0; i < 2000; ++i) {
+        const std::string pattern = text(kScopePieces, 4) + "::" + text({"n", "m"}, 2);
+        Lines expected;
+        cache.GetCompletions(pattern.c_str(), expected, kMany, list.entries);
+        std::sort(expected.begin(), expected.end());
+        expected.erase(std::unique(expected.begin(), expected.end()), expected.end());
+        ASSERT_EQ(Completed(cache, pattern.c_str(), kMany), expected) << pattern;
+        found += !expected.empty();
+        for (size_t most : {0, 1, 7})
+            ASSERT_EQ(Completed(cache, pattern.c_str(), most),
+                      Lines(expected.begin(), expected.begin() + std::min(most, expected.size())))
+                << pattern << ", the first " << most;
+    }
+    EXPECT_GT(found, 500u) << "enough scopes match";
+}

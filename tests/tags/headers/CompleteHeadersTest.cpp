@@ -110,8 +110,8 @@ TEST_F(CompleteHeaders, TheListWhileTypingIsWhatAnotherProgramReads)
 
     std::vector<json> lines{{{"do", "document"}, {"path", home / "a.mm"}, {"text", "x = st"}},
                             {{"do", "select"}, {"start", 6}},
-                            {{"do", "key"}, {"key", "r"}}, // the names are loaded now
-                            {{"do", "settle"}}};
+                            {{"do", "key"}, {"key", "r"}},             // the names are loaded now
+                            {{"do", "settle"}, {"timeout", 3600000}}}; // however busy the machine is
     const size_t preparations = lines.size();
     for (const ExpectedLookup& lookup : lookups) {
         const std::string text = TextFor(lookup.pattern);
