@@ -14,6 +14,7 @@ constexpr const char* kFooter = R"(Examples:
     wren tags --system              makes the tags of the system's headers
     wren lookup src/main.cpp:12:8   what stands at line 12, column 8
     wren lookup --symbol Outer::name
+    wren complete src/main.cpp:12:8 what completes the name that ends before column 8
 
 Each command explains itself: wren lookup --help. The exit status is 0 when all went well, 2 for
 wrong usage; what others there are, the commands say.)";
