@@ -11,20 +11,22 @@
 namespace {
 
 // Where one of the standard descriptors is closed, the next file opened would get its number, and what is meant for it.
-void OpenStandardDescriptors()
+// What stands in for it can be neither read nor written, so that using it still fails.
+void OccupyStandardDescriptors()
 {
-    for (int number = ::open("/dev/null", O_RDWR); number >= 0; number = ::open("/dev/null", O_RDWR))
-        if (number > STDERR_FILENO) {
-            ::close(number);
-            return;
-        }
+    int number;
+    do
+        number = ::open("/dev/null", O_PATH);
+    while (number >= 0 && number <= STDERR_FILENO);
+    if (number >= 0)
+        ::close(number);
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    OpenStandardDescriptors();
+    OccupyStandardDescriptors();
     std::signal(SIGPIPE, SIG_IGN); // a write that fails says so itself
     std::signal(SIGXFSZ, SIG_IGN); // also one for which a file would grow beyond what is allowed
     int status;
