@@ -25,6 +25,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using wren::Document;
+using wren::PlainText;
 using wren::KeyRouting;
 using wren::Selection;
 namespace Event = wren::Event;
@@ -303,7 +304,7 @@ TEST_F(Host, ClosesTheUndoableEditThatACallHasLeftOpen)
     };
     host->Events().Command("any");
     document.Insert(0, "typed ");
-    EXPECT_EQ(host->Undo(), Document::kEdit) << "what the user did afterwards is no part of the plug-in's edit";
+    EXPECT_EQ(host->Undo(), PlainText::kEdit) << "what the user did afterwards is no part of the plug-in's edit";
     EXPECT_EQ(host->Undo(), "second");
     EXPECT_EQ(document.Text(), "1ab");
     EXPECT_EQ(host->Undo(), "first");

@@ -1,133 +1,21 @@
 #include "wren/core/Document.h"
 
-#include <algorithm>
-#include <cstring>
 #include <utility>
 
 namespace wren {
 
-namespace {
-
-// Where a caret stands after 'removed' bytes at 'offset' gave way to 'inserted' ones.
-long Shifted(long caret, long offset, long removed, long inserted)
-{
-    if (caret <= offset)
-        return caret;
-    return std::max(caret - removed, offset) + inserted;
-}
-
-} // namespace
-
-Document::Document(long id, const std::string& path, std::string text, bool worksheet)
-    : id(id), ref(path.c_str()), worksheet(worksheet), text(std::move(text))
+Document::Document(long id, const std::string& path, std::unique_ptr<TextStore> text, bool worksheet)
+    : id(id), ref(path.c_str()), worksheet(worksheet), store(std::move(text))
 {
 }
 
-void Document::GetText(char* buffer, long offset, long length) const
-{
-    const long start = Clamp(offset);
-    const long end = std::max(start, length > Length() - offset ? Length() : offset + length);
-    if (length > 0)
-        std::memcpy(buffer + (start - offset), text.data() + start, end - start);
-}
+Document::~Document() = default;
 
-long Document::LineAt(long offset) const
+std::string Document::Text(long start, long end) const
 {
-    return lines.LineAt(text, Clamp(offset));
-}
-
-long Document::LineStart(long line) const
-{
-    return lines.LineStart(text, line);
-}
-
-long Document::LineEnd(long line) const
-{
-    const size_t end = text.find('\n', LineStart(line));
-    return end == std::string::npos ? Length() : static_cast<long>(end);
-}
-
-void Document::Select(long start, long end)
-{
-    start = Clamp(start);
-    end = Clamp(end);
-    selection = {std::min(start, end), std::max(start, end)};
-}
-
-void Document::SetText(std::string newText)
-{
-    text = std::move(newText);
-    lines.TextChanged(0);
-    selection = {};
-    history.clear();
-    groupOpen = false;
-}
-
-void Document::BeginUndo(Selection before, const std::string& name)
-{
-    CloseUndo();
-    history.push_back({name, before, {}});
-    groupOpen = true;
-}
-
-void Document::CloseUndo()
-{
-    if (groupOpen && history.back().edits.empty())
-        history.pop_back();
-    groupOpen = false;
-}
-
-void Document::Insert(long offset, std::string_view inserted)
-{
-    offset = Clamp(offset);
-    if (inserted.empty())
-        return;
-    Remember({offset, "", std::string(inserted)});
-    Replace(offset, 0, inserted);
-}
-
-void Document::Delete(long offset, long length)
-{
-    const long start = Clamp(offset);
-    const long end = length > Length() - offset ? Length() : Clamp(offset + length);
-    if (end <= start)
-        return;
-    Remember({start, text.substr(start, end - start), ""});
-    Replace(start, end - start, "");
-}
-
-std::optional<std::string> Document::Undo()
-{
-    CloseUndo();
-    if (history.empty())
-        return std::nullopt;
-    const Group group = std::move(history.back());
-    history.pop_back();
-    for (auto edit = group.edits.rbegin(); edit != group.edits.rend(); ++edit)
-        Replace(edit->offset, static_cast<long>(edit->inserted.size()), edit->removed);
-    Select(group.before.start, group.before.end);
-    return group.name;
-}
-
-long Document::Clamp(long offset) const
-{
-    return std::clamp(offset, 0L, Length());
-}
-
-void Document::Replace(long offset, long length, std::string_view inserted)
-{
-    text.replace(offset, length, inserted);
-    lines.TextChanged(offset);
-    const long added = static_cast<long>(inserted.size());
-    selection.start = Shifted(selection.start, offset, length, added);
-    selection.end = Shifted(selection.end, offset, length, added);
-}
-
-void Document::Remember(Edit edit)
-{
-    if (!groupOpen)
-        history.push_back({kEdit, selection, {}});
-    history.back().edits.push_back(std::move(edit));
+    std::string range(end - start, '\0');
+    store->GetText(range.data(), start, end - start);
+    return range;
 }
 
 } // namespace wren

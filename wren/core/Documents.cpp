@@ -21,7 +21,7 @@ constexpr long kDocumentWindowLook = 1;
 
 } // namespace
 
-Documents::Documents(const Face& face) : face(face) {}
+Documents::Documents(Face& face) : face(face) {}
 
 Documents::~Documents()
 {
@@ -64,10 +64,20 @@ BWindow* Documents::WindowOf(long id) const
     return found == nullptr ? nullptr : found->window;
 }
 
-Document& Documents::Open(const std::string& path, std::string text, bool worksheet)
+std::vector<Document*> Documents::All() const
+{
+    std::vector<Document*> all;
+    for (const OpenDocument& each : open)
+        all.push_back(each.document.get());
+    return all;
+}
+
+Document& Documents::Open(const std::string& path, std::string_view text, bool worksheet)
 {
     assert(lastId < std::numeric_limits<int32>::max()); // identifiers travel as int32
-    auto document = std::make_unique<Document>(++lastId, path, std::move(text), worksheet);
+    const long id = ++lastId;
+    auto document = std::make_unique<Document>(id, path, face.MakeText(id), worksheet);
+    document->SetText(text);
     const char* title = document->Ref().name == nullptr ? "untitled" : document->Ref().name;
     auto* window = new BWindow(face.DocumentWindowFrame(), title, kDocumentWindowLook, B_NORMAL_WINDOW_FEEL, 0,
                                vetch::Service::Application, vetch::ShownBy::Host);
@@ -79,7 +89,22 @@ void Documents::SetCurrent(const Document* document)
 {
     ActivateCurrent(false);
     current = document == nullptr ? 0 : document->Id();
-    ActivateCurrent(true);
+    ActivateCurrent(userPresent);
+}
+
+void Documents::SetUserPresent(bool present)
+{
+    userPresent = present;
+    ActivateCurrent(present);
+}
+
+void Documents::FollowFrame()
+{
+    const BRect frame = face.DocumentWindowFrame();
+    for (const OpenDocument& each : open) {
+        each.window->MoveTo(frame.left, frame.top);
+        each.window->ResizeTo(frame.Width(), frame.Height());
+    }
 }
 
 void Documents::Close(long id)

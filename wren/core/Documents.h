@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class BWindow;
@@ -18,7 +19,7 @@ class Face;
 // document that was closed meanwhile finds none. Document thread; be_app exists.
 class Documents {
 public:
-    explicit Documents(const Face& face); // borrowed
+    explicit Documents(Face& face); // borrowed
     ~Documents();                         // closes all
 
     Document* Current() const { return Find(current); } // null when none is
@@ -26,9 +27,14 @@ public:
     Document* FindByPath(const std::string& path) const;
     Document* FindWorksheet() const;
     BWindow* WindowOf(long id) const; // null when it is not open
+    std::vector<Document*> All() const; // in the order in which they were opened
 
-    Document& Open(const std::string& path, std::string text, bool worksheet); // makes it, and leaves the current one
-    void SetCurrent(const Document* document); // null for none; its window becomes the active one
+    // Makes it, its text in a store of the face's, and leaves the current one.
+    Document& Open(const std::string& path, std::string_view text, bool worksheet);
+    // Null for none. Its window becomes the active one, while the user is at the editor at all.
+    void SetCurrent(const Document* document);
+    void SetUserPresent(bool present); // at first, yes
+    void FollowFrame(); // the windows are where the face says that documents are
     // Closed documents are found no more. They and their windows are destroyed at once, or by DestroyClosed() once the
     // plug-in call is over that may still be using them.
     void Close(long id);
@@ -43,11 +49,12 @@ private:
     const OpenDocument* FindOpen(long id) const;
     void ActivateCurrent(bool active);
 
-    const Face& face;
+    Face& face;
     std::vector<OpenDocument> open;
     std::vector<OpenDocument> closed; // not destroyed yet
     long lastId = 0;
     long current = 0; // 0: none
+    bool userPresent = true;
 };
 
 // The file's bytes; nothing, with the reason in '*error', when it cannot be read.

@@ -4,11 +4,13 @@
 #include "vetch/support/Geometry.h"
 #include "vetch/support/Types.h"
 
+#include <memory>
 #include <string>
 
 namespace wren {
 
 class Document;
+class TextStore;
 
 // How the mouse stands: in text view coordinates, and the bits of the buttons that are down.
 struct MouseState {
@@ -20,6 +22,9 @@ struct MouseState {
 class Face {
 public:
     virtual ~Face() = default;
+
+    // An empty store for the text of a document that is being opened; PlainText unless the face shows it.
+    virtual std::unique_ptr<TextStore> MakeText(long document);
 
     virtual BRect DocumentWindowFrame() const = 0;
     virtual BRect TextBounds(const Document& document) const = 0;  // of the text view, in its own coordinates

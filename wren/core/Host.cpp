@@ -93,6 +93,13 @@ Document* Host::Open(const std::string& path, const std::optional<std::string>& 
     return document;
 }
 
+Document& Host::New()
+{
+    Document& document = documents.Open("", "", false);
+    MakeCurrent(document);
+    return document;
+}
+
 void Host::MakeCurrent(Document& document)
 {
     if (documents.Current() == &document)
@@ -101,6 +108,28 @@ void Host::MakeCurrent(Document& document)
         events.Deactivated();
     documents.SetCurrent(&document);
     events.Activated();
+}
+
+void Host::Close(Document& document)
+{
+    // The plug-in's windows point into the document that is left.
+    if (documents.Current() == &document)
+        events.Deactivated();
+    documents.Close(document.Id());
+}
+
+void Host::UserCame()
+{
+    documents.SetUserPresent(true);
+    if (documents.Current() != nullptr)
+        events.Activated();
+}
+
+void Host::UserLeft()
+{
+    documents.SetUserPresent(false);
+    if (documents.Current() != nullptr)
+        events.Deactivated();
 }
 
 KeyRouting Host::RouteKey(const KeyStroke& key)

@@ -53,7 +53,15 @@ public:
     // Opens a document, or goes to it when it is open already, and makes it the current one. 'text' takes the place of the
     // file's content. Null, with the reason in '*error', when the file cannot be read; nothing has changed then.
     Document* Open(const std::string& path, const std::optional<std::string>& text, bool worksheet, std::string* error);
+    Document& New(); // a document without a file, now the current one
     void MakeCurrent(Document& document);
+
+    // The face asks its user about unsaved changes first, and makes another document the current one afterwards.
+    void Close(Document& document);
+
+    // The user came to the editor's window, or went to another program's.
+    void UserCame();
+    void UserLeft();
 
     KeyRouting RouteKey(const KeyStroke& key);
     std::optional<std::string> Undo(); // the name of what the current document took back; nothing when there is nothing

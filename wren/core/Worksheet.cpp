@@ -8,12 +8,34 @@
 
 namespace wren {
 
+namespace {
+
+bool EndsInALine(const std::string& text)
+{
+    return !text.empty() && text.back() != '\n';
+}
+
+bool EndsInALine(const Document& document)
+{
+    return document.Length() > 0 && document.CharAt(document.Length() - 1) != '\n';
+}
+
+void AppendTo(Document& document, const std::string& text)
+{
+    if (!text.empty())
+        document.Insert(document.Length(), EndsInALine(document) ? "\n" + text : text);
+}
+
+} // namespace
+
+// Each text is a command, or several, and whoever adds it need not end it with a line break: it starts a line of its own,
+// or two commands would run as one.
 void Worksheet::Append(const std::string& text)
 {
     if (Document* document = documents.FindWorksheet())
-        document->Insert(document->Length(), text);
-    else
-        waiting += text;
+        AppendTo(*document, text);
+    else if (!text.empty())
+        waiting += EndsInALine(waiting) ? "\n" + text : text;
 }
 
 std::string Worksheet::Text() const
@@ -34,7 +56,7 @@ std::string Worksheet::Directory() const
 
 void Worksheet::Opened(Document& document)
 {
-    document.Insert(document.Length(), waiting);
+    AppendTo(document, waiting);
     waiting.clear();
 }
 

@@ -22,7 +22,8 @@ Cell CellOf(const Document& document, long offset)
     offset = std::clamp(offset, 0L, document.Length());
     const long line = document.LineAt(offset);
     const long start = document.LineStart(line);
-    std::string_view rest = std::string_view(document.Text()).substr(start);
+    const std::string text = document.Text(start, document.LineEnd(line));
+    std::string_view rest = text;
     long column = 0;
     for (long at = start; at < offset; ++column) {
         const long length = static_cast<long>(vetch::CodePointLength(rest));
@@ -69,7 +70,8 @@ long GridFace::OffsetAt(const Document& document, BPoint where) const
     const long start = document.LineStart(line);
     if (start == document.Length())
         return start;
-    std::string_view rest = std::string_view(document.Text()).substr(start, document.LineEnd(line) - start);
+    const std::string text = document.Text(start, document.LineEnd(line));
+    std::string_view rest = text;
     long offset = start;
     for (long column = CellsIn(where.x, kCellWidth); column > 0 && !rest.empty(); --column) {
         const size_t length = vetch::CodePointLength(rest);

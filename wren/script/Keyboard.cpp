@@ -39,16 +39,15 @@ std::string BytesOf(const std::string& key)
 
 long CharacterBefore(const Document& document, long offset)
 {
-    const std::string_view text = document.Text();
     for (long start = std::max(offset - 4, 0L); start < offset; ++start)
-        if (start + static_cast<long>(vetch::CodePointLength(text.substr(start, offset - start))) == offset)
+        if (start + static_cast<long>(vetch::CodePointLength(document.Text(start, offset))) == offset)
             return start;
     return offset;
 }
 
 long CharacterAfter(const Document& document, long offset)
 {
-    const std::string_view rest = std::string_view(document.Text()).substr(offset);
+    const std::string rest = document.Text(offset, std::min(offset + 4, document.Length()));
     return rest.empty() ? offset : offset + static_cast<long>(vetch::CodePointLength(rest));
 }
 
@@ -65,11 +64,10 @@ void Replace(Document& document, Selection range, const std::string& text, const
 // The offset in 'line' as many characters from its beginning as 'offset' is from that of its own.
 long SameColumn(const Document& document, long offset, long line)
 {
-    const std::string_view text = document.Text();
     const long start = document.LineStart(document.LineAt(offset));
     long found = document.LineStart(line);
     const long end = document.LineEnd(line);
-    for (size_t column = vetch::CountCodePoints(text.substr(start, offset - start)); column > 0 && found < end;
+    for (size_t column = vetch::CountCodePoints(document.Text(start, offset)); column > 0 && found < end;
          --column)
         found = CharacterAfter(document, found);
     return found;

@@ -1,23 +1,25 @@
-#include "wren/core/Document.h"
+#include "wren/core/PlainText.h"
 
 #include <gtest/gtest.h>
 #include <string>
 
-using wren::Document;
+using wren::PlainText;
 using wren::Selection;
 
 namespace {
 
-Document Made(const std::string& text)
+PlainText Made(const std::string& text)
 {
-    return Document(1, "/tmp/a.c", text, false);
+    PlainText made;
+    made.SetText(text);
+    return made;
 }
 
 } // namespace
 
-TEST(Document, AnswersANullByteOutsideItsText)
+TEST(PlainText, AnswersANullByteOutsideItsText)
 {
-    const Document document = Made("ab");
+    const PlainText document = Made("ab");
     const struct {
         const char* why;
         long offset;
@@ -33,9 +35,9 @@ TEST(Document, AnswersANullByteOutsideItsText)
         EXPECT_EQ(document.CharAt(each.offset), each.byte) << each.why;
 }
 
-TEST(Document, CopiesTheBytesThatAreThereAndLeavesTheRestOfTheBufferAlone)
+TEST(PlainText, CopiesTheBytesThatAreThereAndLeavesTheRestOfTheBufferAlone)
 {
-    const Document document = Made("abcd");
+    const PlainText document = Made("abcd");
     const struct {
         const char* why;
         long offset;
@@ -57,9 +59,9 @@ TEST(Document, CopiesTheBytesThatAreThereAndLeavesTheRestOfTheBufferAlone)
     }
 }
 
-TEST(Document, ClampsTheSelectionAndOrdersItsEnds)
+TEST(PlainText, ClampsTheSelectionAndOrdersItsEnds)
 {
-    Document document = Made("abcd");
+    PlainText document = Made("abcd");
     const struct {
         const char* why;
         long start, end;
@@ -76,9 +78,9 @@ TEST(Document, ClampsTheSelectionAndOrdersItsEnds)
     }
 }
 
-TEST(Document, CountsLinesByTheirLineFeedsAlone)
+TEST(PlainText, CountsLinesByTheirLineFeedsAlone)
 {
-    const Document document = Made("a\r\nb\rc\n");
+    const PlainText document = Made("a\r\nb\rc\n");
     EXPECT_EQ(document.LineAt(0), 0);
     EXPECT_EQ(document.LineAt(2), 0) << "the line feed belongs to the line that it ends";
     EXPECT_EQ(document.LineAt(3), 1);
@@ -91,9 +93,9 @@ TEST(Document, CountsLinesByTheirLineFeedsAlone)
     EXPECT_EQ(document.LineStart(9), 7);
 }
 
-TEST(Document, FindsLinesAgainAfterAnEditBeforeThem)
+TEST(PlainText, FindsLinesAgainAfterAnEditBeforeThem)
 {
-    Document document = Made("a\nb\nc");
+    PlainText document = Made("a\nb\nc");
     EXPECT_EQ(document.LineAt(4), 2);
     document.Insert(1, "\n\n");
     EXPECT_EQ(document.LineAt(6), 4);
@@ -103,9 +105,9 @@ TEST(Document, FindsLinesAgainAfterAnEditBeforeThem)
     EXPECT_EQ(document.LineAt(3), 1);
 }
 
-TEST(Document, LeavesACaretWhereTextIsPutInAndMovesOneBehindIt)
+TEST(PlainText, LeavesACaretWhereTextIsPutInAndMovesOneBehindIt)
 {
-    Document document = Made("abcd");
+    PlainText document = Made("abcd");
     document.Select(2, 3);
     document.Insert(2, "XY");
     EXPECT_EQ(document.Selected(), (Selection{2, 5}));
@@ -113,9 +115,9 @@ TEST(Document, LeavesACaretWhereTextIsPutInAndMovesOneBehindIt)
     EXPECT_EQ(document.Selected(), (Selection{0, 2}));
 }
 
-TEST(Document, UndoesAllEditsOfAGroupAndItsSelection)
+TEST(PlainText, UndoesAllEditsOfAGroupAndItsSelection)
 {
-    Document document = Made("foo bar");
+    PlainText document = Made("foo bar");
     document.Select(4, 7);
     document.BeginUndo({4, 7}, "Insert symbol completion");
     document.Delete(4, 3);
@@ -129,9 +131,9 @@ TEST(Document, UndoesAllEditsOfAGroupAndItsSelection)
     EXPECT_EQ(document.Undo(), std::nullopt);
 }
 
-TEST(Document, ClosesAGroupWhenTheNextBegins)
+TEST(PlainText, ClosesAGroupWhenTheNextBegins)
 {
-    Document document = Made("");
+    PlainText document = Made("");
     document.BeginUndo({0, 0}, "first");
     document.Insert(0, "a");
     document.BeginUndo({1, 1}, "second");
@@ -142,28 +144,28 @@ TEST(Document, ClosesAGroupWhenTheNextBegins)
     EXPECT_EQ(document.Text(), "");
 }
 
-TEST(Document, ForgetsAGroupWithoutEdits)
+TEST(PlainText, ForgetsAGroupWithoutEdits)
 {
-    Document document = Made("");
+    PlainText document = Made("");
     document.BeginUndo({0, 0}, "nothing came of it");
     document.CloseUndo();
     EXPECT_EQ(document.Undo(), std::nullopt);
 }
 
-TEST(Document, UndoesAnEditWithoutAGroupAlone)
+TEST(PlainText, UndoesAnEditWithoutAGroupAlone)
 {
-    Document document = Made("ab");
+    PlainText document = Made("ab");
     document.Insert(2, "c");
     document.Delete(0, 1);
-    EXPECT_EQ(document.Undo(), Document::kEdit);
+    EXPECT_EQ(document.Undo(), PlainText::kEdit);
     EXPECT_EQ(document.Text(), "abc");
-    EXPECT_EQ(document.Undo(), Document::kEdit);
+    EXPECT_EQ(document.Undo(), PlainText::kEdit);
     EXPECT_EQ(document.Text(), "ab");
 }
 
-TEST(Document, ClampsEditsToItsText)
+TEST(PlainText, ClampsEditsToItsText)
 {
-    Document document = Made("abc");
+    PlainText document = Made("abc");
     document.Insert(99, "d");
     document.Insert(-5, "_");
     EXPECT_EQ(document.Text(), "_abcd");
@@ -173,13 +175,14 @@ TEST(Document, ClampsEditsToItsText)
     EXPECT_EQ(document.Text(), "ab");
 }
 
-TEST(Document, ReadsAHugeTextOnceHoweverOftenItsLinesAreAskedFor)
+TEST(PlainText, ReadsAHugeTextOnceHoweverOftenItsLinesAreAskedFor)
 {
     constexpr long kSize = 100'000'000;
     std::string text(kSize, 'x');
     for (long at = 79; at < kSize; at += 80)
         text[at] = '\n';
-    Document document(1, "", std::move(text), false);
+    PlainText document;
+    document.SetText(text);
 
     EXPECT_EQ(document.LineAt(1'000), 12);
     EXPECT_LT(document.Lines().BytesRead(), 1'000'000) << "the beginning was asked for, and the rest read";
@@ -189,10 +192,11 @@ TEST(Document, ReadsAHugeTextOnceHoweverOftenItsLinesAreAskedFor)
     EXPECT_LE(document.Lines().BytesRead(), kSize);
 }
 
-TEST(Document, ReadsOnlyBehindAnEditAgain)
+TEST(PlainText, ReadsOnlyBehindAnEditAgain)
 {
     std::string text(10'000'000, 'x');
-    Document document(1, "", std::move(text), false);
+    PlainText document;
+    document.SetText(text);
     document.LineAt(document.Length());
     const long before = document.Lines().BytesRead();
     for (int i = 0; i < 100; ++i) {

@@ -1,0 +1,39 @@
+// The places that lookups left, and the way back to them.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace wren {
+
+struct Place {
+    long document = 0; // 0 when it has no identifier any more; then the path counts
+    std::string path;
+    long offset = 0; // bytes
+
+    bool operator==(const Place&) const = default;
+};
+
+// Like a browser's history: going somewhere new forgets the places ahead. Keeps the last kMost. Document thread.
+class PlaceStack {
+public:
+    static constexpr size_t kMost = 100;
+
+    void Left(const Place& place); // a lookup leads away from it; the same place twice in a row counts once
+
+    bool CanGoBack() const { return !behind.empty(); }
+    bool CanGoForward() const { return !ahead.empty(); }
+    std::optional<Place> Back(const Place& here); // where to go; 'here' is then the first place ahead
+    std::optional<Place> Forward(const Place& here);
+
+    // Keeps places where they are when text before them comes or goes: 'inserted' bytes took the place of 'removed' ones.
+    void TextChanged(long document, long offset, long removed, long inserted);
+    void DocumentClosed(long document); // its places live on by path, or are forgotten when they have none
+
+private:
+    std::vector<Place> behind;
+    std::vector<Place> ahead;
+};
+
+} // namespace wren

@@ -1,0 +1,92 @@
+// The desktop as the framework's display: its windows, controls, menus and alerts are Qt's.
+//
+// Looper threads never call Qt. Updates go into a queue behind a mutex of its own, and an eventfd wakes the GUI thread,
+// which is the document thread: it carries them out there, in order. Peers are found by token, and an update for a token
+// that is gone is dropped. What the user does is posted to the model, which answers with the state it has then.
+#pragma once
+
+#include "vetch/display/Display.h"
+
+#include <functional>
+#include <memory>
+
+class QWidget;
+
+namespace wren {
+
+class FontTable;
+class Peers;
+class UpdateQueue;
+
+// Made on the GUI thread, after the QApplication and before the first window of the framework.
+class QtDisplay : public vetch::Display {
+public:
+    QtDisplay();
+    ~QtDisplay() override;
+
+    // Carries out all updates that are queued. It never runs the framework's loop. GUI thread.
+    void Drain();
+
+    // Called on any thread when there is something to drain; it must not call back. Set once, before the first window.
+    void SetWakeUp(std::function<void()> wake);
+
+    // The editor's own window: parent of alerts, panels and pop-ups. Borrowed; null for none.
+    void SetMainWindow(QWidget* window);
+
+    // Takes the content of a window that the framework made for the host (a preference panel), to be put into a dialog of
+    // Qt's, instead of showing it as a window of its own; null when there is none. The window's death deletes the content,
+    // and the content's death closes nothing. Call it after the window was made and before anything shows it. GUI thread.
+    QWidget* TakeContent(vetch::LooperToken window);
+
+    // The newest visible window of the plug-in that is not a pop-up at the caret and has a list: the list of matches. It
+    // never takes the keyboard, so the editor hands it the keys that move in it. GUI thread, drained.
+    struct ListWindow {
+        vetch::LooperToken window = 0;
+        vetch::HandlerToken handler = vetch::kNoHandler; // of the window
+        vetch::HandlerToken list = vetch::kNoHandler;
+        long selected = -1;
+    };
+    ListWindow FrontList() const; // window 0 for none
+
+    // Every visible window of the plug-in's that closes when the user presses the mouse outside it: asked when the mouse
+    // was pressed in the editor. GUI thread.
+    bool IsPopUpVisible() const;
+
+    // vetch::Display
+    void WindowMade(const vetch::WindowDescription& window) override;
+    void WindowClosed(vetch::LooperToken window) override;
+    void WindowShown(vetch::LooperToken window) override;
+    void WindowHidden(vetch::LooperToken window) override;
+    void WindowMinimized(vetch::LooperToken window, bool minimized) override;
+    void WindowMoved(vetch::LooperToken window, BRect frame) override;
+    void WindowLimited(vetch::LooperToken window, float minWidth, float maxWidth, float minHeight,
+                       float maxHeight) override;
+    void WindowTitled(vetch::LooperToken window, const std::string& title) override;
+    void WindowActivated(vetch::LooperToken window, bool active) override;
+    void WindowFocused(vetch::LooperToken window, vetch::HandlerToken view) override;
+    void ViewMade(const vetch::ViewDescription& view) override;
+    void ViewMoved(vetch::HandlerToken view, BRect frame) override;
+    void ListItemAdded(vetch::HandlerToken list, long index, const std::string& text) override;
+    void ListItemRemoved(vetch::HandlerToken list, long index) override;
+    void ListItemChanged(vetch::HandlerToken list, long index, const std::string& text) override;
+    void ListSelected(vetch::HandlerToken list, long index) override;
+    void ListColoured(vetch::HandlerToken list, rgb_color selection) override;
+    void TextChanged(vetch::HandlerToken control, const std::string& text) override;
+    void TextSelected(vetch::HandlerToken control, long start, long end) override;
+    void CheckChanged(vetch::HandlerToken control, bool on) override;
+    void Beep() override;
+    float StringWidth(const std::string& text, float fontSize) const override;
+    vetch::FontMetrics Metrics(float fontSize) const override;
+    float MiniScrollBarWidth() const override;
+    BRect ScreenFrame(BPoint where) const override;
+    long RunAlert(const vetch::AlertDescription& alert) override;
+    std::optional<long> RunMenu(const vetch::MenuDescription& menu) override;
+    void OpenPanel(const vetch::PanelDescription& panel) override;
+
+private:
+    std::unique_ptr<FontTable> fonts;
+    std::unique_ptr<UpdateQueue> queue;
+    std::unique_ptr<Peers> peers;
+};
+
+} // namespace wren

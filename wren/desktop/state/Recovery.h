@@ -1,0 +1,38 @@
+// Copies of unsaved texts, for the start after a crash.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace wren {
+
+struct UnsavedText {
+    std::string path; // "" for a text without a file
+    std::string text;
+    std::string savedAt; // for a person: date and time of the copy
+    std::string file;    // where the copy is
+};
+
+// Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. Not
+// thread-safe.
+class Recovery {
+public:
+    Recovery(); // without a state directory it keeps nothing, and says so once by Problem()
+    ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
+
+    void Keep(long document, const std::string& path, std::string_view text); // replaces its last copy, by rename
+    void Forget(long document);
+    std::string Problem() const; // why copies cannot be kept; "" when they can
+
+    // What editors that are gone have left. Reading removes nothing; Discard() does.
+    std::vector<UnsavedText> Left() const;
+    void Discard(const UnsavedText& text);
+
+private:
+    struct Own;
+    std::unique_ptr<Own> own;
+};
+
+} // namespace wren
