@@ -11,6 +11,7 @@
 #include "vetch/interface/BView.h"
 #include "vetch/interface/BWindow.h"
 #include "vetch/support/FThread.h"
+#include "wren/core/PlainText.h"
 
 #include <atomic>
 #include <csignal>
@@ -25,8 +26,8 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using wren::Document;
-using wren::PlainText;
 using wren::KeyRouting;
+using wren::PlainText;
 using wren::Selection;
 namespace Event = wren::Event;
 

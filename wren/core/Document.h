@@ -16,6 +16,7 @@ class Document {
 public:
     // 'path' may be empty: a document without a file.
     Document(long id, const std::string& path, std::unique_ptr<TextStore> text, bool worksheet);
+    Document(Document&&) = default;
     ~Document();
 
     long Id() const { return id; }
@@ -49,7 +50,7 @@ private:
     const long id;
     EntryRef ref;
     const bool worksheet;
-    const std::unique_ptr<TextStore> store;
+    std::unique_ptr<TextStore> store; // never null
 };
 
 } // namespace wren

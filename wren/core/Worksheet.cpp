@@ -10,32 +10,27 @@ namespace wren {
 
 namespace {
 
-bool EndsInALine(const std::string& text)
+// Each text is a command, or several, and whoever adds it need not end it with a line break: it starts a line of its own,
+// or two commands would run as one.
+std::string OnItsOwnLine(const std::string& text, bool lineIsOpen)
 {
-    return !text.empty() && text.back() != '\n';
-}
-
-bool EndsInALine(const Document& document)
-{
-    return document.Length() > 0 && document.CharAt(document.Length() - 1) != '\n';
+    return lineIsOpen && !text.empty() && text.front() != '\n' ? "\n" + text : text;
 }
 
 void AppendTo(Document& document, const std::string& text)
 {
-    if (!text.empty())
-        document.Insert(document.Length(), EndsInALine(document) ? "\n" + text : text);
+    const long end = document.Length();
+    document.Insert(end, OnItsOwnLine(text, end > 0 && document.CharAt(end - 1) != '\n'));
 }
 
 } // namespace
 
-// Each text is a command, or several, and whoever adds it need not end it with a line break: it starts a line of its own,
-// or two commands would run as one.
 void Worksheet::Append(const std::string& text)
 {
     if (Document* document = documents.FindWorksheet())
         AppendTo(*document, text);
-    else if (!text.empty())
-        waiting += EndsInALine(waiting) ? "\n" + text : text;
+    else
+        waiting += OnItsOwnLine(text, !waiting.empty() && waiting.back() != '\n');
 }
 
 std::string Worksheet::Text() const

@@ -1,0 +1,106 @@
+#include "wren/desktop/EditorTabs.h"
+
+#include "wren/desktop/editor/CodeView.h"
+
+#include <QFileInfo>
+#include <QTabBar>
+
+namespace wren {
+
+EditorTabs::EditorTabs(QWidget* parent) : QTabWidget(parent)
+{
+    setDocumentMode(true);
+    setTabsClosable(true);
+    setMovable(true);
+    setUsesScrollButtons(true);
+    setElideMode(Qt::ElideMiddle);
+    tabBar()->setFocusPolicy(Qt::NoFocus);
+    connect(this, &QTabWidget::currentChanged, this, [this] { emit Raised(CurrentDocument()); });
+    connect(this, &QTabWidget::tabCloseRequested, this, [this](int index) {
+        emit CloseAsked(DocumentOf(qobject_cast<CodeView*>(widget(index))));
+    });
+}
+
+CodeView* EditorTabs::Add(long document, const EditorLook& look)
+{
+    auto* view = new CodeView;
+    view->SetLook(look);
+    views[document] = view;
+    // The first tab is raised as it comes, and its document is not open yet: whoever opens it raises it afterwards.
+    const QSignalBlocker blocked(this);
+    addTab(view, tr("untitled"));
+    return view;
+}
+
+void EditorTabs::Remove(long document)
+{
+    CodeView* view = ViewOf(document);
+    if (view == nullptr)
+        return;
+    views.erase(document);
+    view->SetClient(nullptr);
+    removeTab(indexOf(view));
+    view->deleteLater(); // it may be the one whose key or menu led here
+}
+
+void EditorTabs::Raise(long document)
+{
+    CodeView* view = ViewOf(document);
+    if (view == nullptr)
+        return;
+    if (currentWidget() == view)
+        emit Raised(document);
+    else
+        setCurrentWidget(view);
+    view->setFocus();
+}
+
+CodeView* EditorTabs::ViewOf(long document) const
+{
+    const auto found = views.find(document);
+    return found == views.end() ? nullptr : found->second;
+}
+
+CodeView* EditorTabs::CurrentView() const
+{
+    return qobject_cast<CodeView*>(currentWidget());
+}
+
+long EditorTabs::CurrentDocument() const
+{
+    return DocumentOf(CurrentView());
+}
+
+long EditorTabs::DocumentOf(const CodeView* view) const
+{
+    for (const auto& [document, each] : views)
+        if (each == view)
+            return document;
+    return 0;
+}
+
+void EditorTabs::SetName(long document, const std::string& path, bool modified)
+{
+    const int index = IndexOf(document);
+    if (index < 0)
+        return;
+    const QString file = QString::fromStdString(path);
+    const QString name = path.empty() ? tr("untitled") : QFileInfo(file).fileName();
+    // A lone "&" would be taken for the mark of a key.
+    setTabText(index, QString(name).replace("&", "&&") + (modified ? " *" : ""));
+    setTabToolTip(index, file);
+}
+
+void EditorTabs::SetLook(const EditorLook& look)
+{
+    for (const auto& [document, view] : views)
+        view->SetLook(look);
+}
+
+int EditorTabs::IndexOf(long document) const
+{
+    CodeView* view = ViewOf(document);
+    return view == nullptr ? -1 : indexOf(view);
+}
+
+} // namespace wren

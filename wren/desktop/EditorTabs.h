@@ -1,0 +1,43 @@
+// The documents' views, a tab each.
+#pragma once
+
+#include <QTabWidget>
+
+#include <map>
+#include <string>
+
+namespace wren {
+
+class CodeView;
+class CodeViewClient;
+struct EditorLook;
+
+// A view belongs to the document whose identifier it was made with. GUI thread.
+class EditorTabs : public QTabWidget {
+    Q_OBJECT
+public:
+    explicit EditorTabs(QWidget* parent = nullptr);
+
+    CodeView* Add(long document, const EditorLook& look); // a tab behind the others, not raised
+    void Remove(long document);
+    void Raise(long document); // and gives it the keyboard
+
+    CodeView* ViewOf(long document) const; // null when there is none
+    CodeView* CurrentView() const;         // null when there is none
+    long CurrentDocument() const;          // 0 when there is none
+    long DocumentOf(const CodeView* view) const;
+
+    void SetName(long document, const std::string& path, bool modified); // "" for a text without a file
+    void SetLook(const EditorLook& look);
+
+signals:
+    void Raised(long document); // by the user or by Raise(); 0 when the last one went
+    void CloseAsked(long document);
+
+private:
+    int IndexOf(long document) const;
+
+    std::map<long, CodeView*> views; // owned by the widget
+};
+
+} // namespace wren

@@ -1,0 +1,32 @@
+// Lets the framework's messages and display updates through whenever Qt's loop runs.
+#pragma once
+
+#include <QObject>
+
+class QSocketNotifier;
+
+namespace wren {
+
+class QtDisplay;
+
+// Display updates are always carried out. Messages for documents and windows that the document thread serves wait while a
+// plug-in call is active, and while one of them is being dispatched already: a question to the user in the middle of one
+// runs Qt's loop again. Nothing wakes up while nothing happens. GUI thread.
+class GuiLoop : public QObject {
+    Q_OBJECT
+public:
+    explicit GuiLoop(QtDisplay& display); // borrowed
+    ~GuiLoop() override;
+
+    void LetThrough(); // at once, what is there
+
+private:
+    void Woken();
+
+    QtDisplay& display;
+    int wakeUps; // an eventfd; writing to it is all that other threads do
+    QSocketNotifier* notifier;
+    bool dispatching = false;
+};
+
+} // namespace wren

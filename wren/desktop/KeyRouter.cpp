@@ -1,0 +1,149 @@
+#include "wren/desktop/KeyRouter.h"
+
+#include "vetch/app/Loop.h"
+#include "vetch/app/Modifiers.h"
+#include "wren/core/Host.h"
+#include "wren/desktop/GuiLoop.h"
+#include "wren/desktop/display/QtDisplay.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace wren {
+
+namespace {
+
+// The modifiers that are held while something is told, as the plug-in may ask for them.
+class HeldModifiers {
+public:
+    explicit HeldModifiers(uint32 bits) { vetch::SetModifiers(bits); }
+    ~HeldModifiers() { vetch::SetModifiers(0); }
+    HeldModifiers(const HeldModifiers&) = delete;
+    HeldModifiers& operator=(const HeldModifiers&) = delete;
+};
+
+BMessage KeyDownMessage(const KeyStroke& stroke)
+{
+    BMessage message(B_KEY_DOWN);
+    for (const char byte : stroke.bytes)
+        message.AddInt8("byte", byte);
+    message.AddInt32("modifiers", static_cast<int32>(stroke.modifiers));
+    return message;
+}
+
+} // namespace
+
+KeyRouter::KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop) : host(host), display(display), loop(loop) {}
+
+void KeyRouter::RunBound(const std::string& command)
+{
+    const KeyBinding binding = host.Commands().BindingOf(command);
+    if (binding.key != 0) {
+        const HeldModifiers held(binding.modifiers);
+        host.RouteKey({std::string(1, binding.key), binding.modifiers});
+    } else {
+        host.Events().Command(command);
+        host.Events().PrimitiveDone();
+    }
+    loop.LetThrough();
+}
+
+bool KeyRouter::KeyPressed(CodeView&, const QKeyEvent& event)
+{
+    const std::optional<KeyStroke> stroke = StrokeOf(event, keys);
+    if (!stroke || host.Current() == nullptr)
+        return false;
+    display.Drain();
+    if (RoutedToMatches(*stroke))
+        return true;
+    const HeldModifiers held(stroke->modifiers);
+    const bool applies = host.RouteKey(*stroke).applies;
+    loop.LetThrough();
+    return !applies;
+}
+
+bool KeyRouter::TextComing(CodeView&, const std::string& utf8)
+{
+    if (host.Current() == nullptr)
+        return false;
+    const bool applies = host.RouteKey({utf8, 0}).applies;
+    loop.LetThrough();
+    return !applies;
+}
+
+void KeyRouter::KeyApplied(CodeView& view, bool typed)
+{
+    if (typed)
+        host.Events().KeyTyped();
+    else
+        host.Events().PrimitiveDone();
+    if (onChanged)
+        onChanged(view);
+    loop.LetThrough();
+}
+
+bool KeyRouter::MousePressed(CodeView& view, const QMouseEvent& event)
+{
+    const HeldModifiers held(ClickBits(event.modifiers()));
+    mouse = {view.PointOf(event), event.button() == Qt::LeftButton ? 1u : 2u};
+    const bool lookedUp = host.Events().MouseDown() == 2;
+    mouse.buttons = 0;
+    loop.LetThrough();
+    return lookedUp;
+}
+
+void KeyRouter::ChangedOtherwise(CodeView& view)
+{
+    host.Events().DocumentChanged();
+    if (onChanged)
+        onChanged(view);
+    loop.LetThrough();
+}
+
+void KeyRouter::CaretMoved(CodeView&)
+{
+    if (onCaret)
+        onCaret();
+}
+
+void KeyRouter::ModifiedSet(CodeView& view, bool modified)
+{
+    if (onModified)
+        onModified(view, modified);
+}
+
+// The window of matches never takes the keyboard, so that typing goes on where it was; the keys that a list understands
+// are handed to it, and every other key closes it.
+bool KeyRouter::RoutedToMatches(const KeyStroke& stroke)
+{
+    const QtDisplay::ListWindow front = display.FrontList();
+    if (front.window == 0 || stroke.bytes.size() != 1 || stroke.modifiers != 0)
+        return false;
+    switch (stroke.bytes.front()) {
+    case KeyCode::kEscape:
+        vetch::PostToHandler(front.handler, BMessage(B_QUIT_REQUESTED));
+        return true;
+    case KeyCode::kEnter:
+        if (front.selected < 0)
+            return false;
+        [[fallthrough]];
+    case KeyCode::kUp:
+    case KeyCode::kDown:
+        vetch::PostToHandler(front.list, KeyDownMessage(stroke));
+        return true;
+    default:
+        return false;
+    }
+}
+
+// With the second pair of clicks Control stands for the option key, and Shift with it for control.
+uint32 KeyRouter::ClickBits(Qt::KeyboardModifiers held) const
+{
+    if (!controlClicks)
+        return ModifierBits(held, keys);
+    if (!held.testFlag(Qt::ControlModifier))
+        return ModifierBits(held, keys) & ~B_OPTION_KEY;
+    return B_OPTION_KEY | (held.testFlag(Qt::ShiftModifier) ? B_CONTROL_KEY : 0);
+}
+
+} // namespace wren
