@@ -47,7 +47,8 @@ private:
 
 // Runs a function object once on its own thread, then destroys the object and itself: make it with new and forget it.
 //
-// The thread is joinable inside: vetch::JoinThreads() waits for all that were started. An exception that escapes the
+// It works in the background: where there are more threads than cores it gives way to those that a user waits for. The
+// thread is joinable inside: vetch::JoinThreads() waits for all that were started. An exception that escapes the
 // function object ends the thread and is reported on standard error.
 class FThread {
 public:

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <sys/resource.h>
 #include <thread>
 
 namespace {
@@ -24,6 +25,16 @@ TEST(FThread, RunsAMemberFunctionWithItsArguments)
     FThread::Run(&Worker::AddProduct, &worker, 5, 6L);
     vetch::JoinThreads();
     EXPECT_EQ(worker.sum, 34);
+}
+
+TEST(FThread, GivesWayToTheThreadsThatAUserWaitsFor)
+{
+    const int before = ::getpriority(PRIO_PROCESS, 0);
+    int inBackground = before;
+    RunOnThread([&] { inBackground = ::getpriority(PRIO_PROCESS, 0); });
+    vetch::JoinThreads();
+    EXPECT_EQ(inBackground, std::min(before + 10, 19));
+    EXPECT_EQ(::getpriority(PRIO_PROCESS, 0), before) << "who starts one keeps the priority he has";
 }
 
 TEST(FThread, RunsOnAThreadOfItsOwn)
