@@ -11,6 +11,7 @@
 #include "vetch/interface/BView.h"
 #include "vetch/interface/BWindow.h"
 #include "vetch/support/FThread.h"
+#include "wren/core/PlainText.h"
 
 #include <atomic>
 #include <csignal>

@@ -1,5 +1,6 @@
 // Characters, cells and key strokes of the faces without a screen.
 #include "wren/core/Document.h"
+#include "wren/core/PlainText.h"
 #include "wren/script/GridFace.h"
 #include "wren/script/Keyboard.h"
 #include "wren/script/Utf8.h"
@@ -20,9 +21,10 @@ public:
 
 Document Made(const std::string& text, long caret)
 {
-    Document document(1, "", text, false);
-    document.Select(caret, caret);
-    return document;
+    auto store = std::make_unique<wren::PlainText>();
+    store->SetText(text);
+    store->Select(caret, caret);
+    return Document(1, "", std::move(store), false);
 }
 
 } // namespace
@@ -130,7 +132,8 @@ TEST(Keyboard, ApplyKeyCases)
         {"down on the last line", "ab", {1, 1}, "down", 0, "ab", {1, 1}, KeyEffect::Edited},
     };
     for (const auto& each : kCases) {
-        Document document(1, "", each.text, false);
+        Document document(1, "", std::make_unique<wren::PlainText>(), false);
+        document.SetText(each.text);
         document.Select(each.selected.start, each.selected.end);
         EXPECT_EQ(wren::ApplyKey(document, each.key, each.modifiers), each.effect) << each.why;
         EXPECT_EQ(document.Text(), each.after) << each.why;
