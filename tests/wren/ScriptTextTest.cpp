@@ -21,10 +21,10 @@ public:
 
 Document Made(const std::string& text, long caret)
 {
-    Document document(1, "", std::make_unique<wren::PlainText>(), false);
-    document.SetText(text);
-    document.Select(caret, caret);
-    return document;
+    auto store = std::make_unique<wren::PlainText>();
+    store->SetText(text);
+    store->Select(caret, caret);
+    return Document(1, "", std::move(store), false);
 }
 
 } // namespace
@@ -132,7 +132,8 @@ TEST(Keyboard, ApplyKeyCases)
         {"down on the last line", "ab", {1, 1}, "down", 0, "ab", {1, 1}, KeyEffect::Edited},
     };
     for (const auto& each : kCases) {
-        Document document = Made(each.text, 0);
+        Document document(1, "", std::make_unique<wren::PlainText>(), false);
+        document.SetText(each.text);
         document.Select(each.selected.start, each.selected.end);
         EXPECT_EQ(wren::ApplyKey(document, each.key, each.modifiers), each.effect) << each.why;
         EXPECT_EQ(document.Text(), each.after) << each.why;

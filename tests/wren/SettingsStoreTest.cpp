@@ -20,9 +20,12 @@ std::string Content(const std::string& path)
 
 std::vector<std::string> Loaded(const std::string& path)
 {
-    std::vector<std::string> lines;
+    std::vector<wren::StoredLine> stored;
     std::string error;
-    EXPECT_TRUE(SettingsStore(path).Load(&lines, &error)) << error;
+    EXPECT_TRUE(SettingsStore(path).Load(&stored, &error)) << error;
+    std::vector<std::string> lines;
+    for (const wren::StoredLine& line : stored)
+        lines.push_back(line.text);
     return lines;
 }
 
@@ -55,6 +58,15 @@ TEST(SettingsStore, LoadsEveryLineThatHoldsAnything)
                 ElementsAre("a 1", "b \"x y", "no value", std::string(5000, 'z') + " long", "last without end"));
 }
 
+TEST(SettingsStore, CountsLinesAsAnEditorDoes)
+{
+    const TempDirectory directory;
+    std::vector<wren::StoredLine> lines;
+    std::string error;
+    SettingsStore(directory.Write("settings", "a 1\n\n  \nb 2")).Load(&lines, &error);
+    EXPECT_THAT(lines, ElementsAre(wren::StoredLine{1, "a 1"}, wren::StoredLine{4, "b 2"}));
+}
+
 TEST(SettingsStore, KeepsNulBytesAndBytesThatAreNoText)
 {
     const TempDirectory directory;
@@ -72,7 +84,7 @@ TEST(SettingsStore, LoadsNothingWhereThereIsNoFile)
 TEST(SettingsStore, SaysWhyAFileCannotBeRead)
 {
     const TempDirectory directory;
-    std::vector<std::string> lines;
+    std::vector<wren::StoredLine> lines;
     std::string error;
     EXPECT_FALSE(SettingsStore(directory.Path()).Load(&lines, &error));
     EXPECT_THAT(error, ::testing::HasSubstr("Is a directory"));
@@ -124,8 +136,7 @@ TEST(SettingsStore, WritesNothingOutsideASaveAndNothingWithoutAFile)
 TEST(SettingsStore, LeavesTheFileAloneWhenItCannotWrite)
 {
     const TempDirectory directory;
-    const std::string file = directory.Write("settings", "mine 1\n");
-    std::filesystem::create_directory(file + ".new"); // where the new file would be written first
+    const std::string file = directory / "gone/settings";
     SettingsStore store(file);
     store.Register("mine");
     store.BeginSave();
@@ -133,7 +144,7 @@ TEST(SettingsStore, LeavesTheFileAloneWhenItCannotWrite)
     std::string error;
     EXPECT_FALSE(store.EndSave(&error));
     EXPECT_THAT(error, ::testing::HasSubstr(file));
-    EXPECT_EQ(Content(file), "mine 1\n");
+    EXPECT_FALSE(std::filesystem::exists(directory / "gone"));
 }
 
 TEST(SettingsStore, WritesThroughALink)

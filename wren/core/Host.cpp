@@ -9,9 +9,11 @@
 #include "vetch/support/FThread.h"
 #include "wren/core/Face.h"
 #include "wren/core/HostWitness.h"
+#include "wren/core/OwnSettings.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/core/SystemTags.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace wren {
@@ -40,6 +42,12 @@ Host::Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::st
 Host::~Host()
 {
     ShutDown();
+}
+
+void Host::SetOwnSettings(OwnSettings* settings)
+{
+    own = settings;
+    ownNames = settings->Names();
 }
 
 void Host::Start(CacheDirectory directory)
@@ -183,8 +191,13 @@ BWindow* Host::OpenPreferences(const std::string& identifier, long* returned)
 
 bool Host::SaveSettings(std::string* error)
 {
+    for (const std::string& name : ownNames)
+        settings.Register(name);
     settings.BeginSave();
     events.SaveSettings();
+    if (own != nullptr)
+        for (const std::string& line : own->Lines())
+            settings.Write(line + "\n");
     return settings.EndSave(error);
 }
 
@@ -218,12 +231,42 @@ void Host::MakeCacheDirectory()
 
 void Host::SendStoredSettings()
 {
-    std::vector<std::string> lines;
+    std::vector<StoredLine> lines;
     std::string error;
     if (!settings.Load(&lines, &error))
         face.Warn("cannot read the settings: " + error);
-    for (const std::string& line : lines)
-        events.SettingsLine(line);
+    for (const StoredLine& line : lines) {
+        if (IsOwn(SplitAtBlanks(line.text).front())) {
+            TakeOwn(line);
+        } else {
+            WarnAboutUnknown(line);
+            events.SettingsLine(line.text);
+        }
+    }
+}
+
+bool Host::IsOwn(const std::string& setting) const
+{
+    return std::find(ownNames.begin(), ownNames.end(), setting) != ownNames.end();
+}
+
+void Host::TakeOwn(const StoredLine& line)
+{
+    std::string problem;
+    if (!own->Take(line.text, &problem))
+        face.Warn(settings.File() + ":" + std::to_string(line.number) + ": " + SplitAtBlanks(line.text).front() + ": " +
+                  problem +
+                  "; the line is left out and kept: correct or remove it, or choose a value in the preferences");
+}
+
+// It may be a plug-in's that is not loaded now, and one that has registered nothing says nothing of what it knows.
+void Host::WarnAboutUnknown(const StoredLine& line)
+{
+    const std::string name = SplitAtBlanks(line.text).front();
+    if (own == nullptr || settings.IsRegistered(name) || (!settings.HasRegistered() && !name.starts_with("Wren")))
+        return;
+    face.Warn(settings.File() + ":" + std::to_string(line.number) + ": no setting is named \"" + name +
+              "\"; the line is left out and kept: correct or remove it");
 }
 
 } // namespace wren

@@ -20,6 +20,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 class BWindow;
 
@@ -27,6 +28,7 @@ namespace wren {
 
 class Face;
 class HostWitness;
+class OwnSettings;
 class PluginBundle;
 
 // How a key stroke went until the host would apply it to the text.
@@ -41,6 +43,10 @@ public:
     // Borrows all but the file's name, "" for settings that are kept nowhere.
     Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::string& settingsFile);
     ~Host() override; // shuts down if that was not done
+
+    // Before Start(): settings of the face's own, in the same file. Its lines are given to it and not to the plug-in, and
+    // what is wrong with any line of the file is told by Face::Warn, once a line. Borrowed.
+    void SetOwnSettings(OwnSettings* settings);
 
     // Makes the user's cache directory, unless nothing is to be touched, has the plug-in register itself and gives it its
     // stored settings. What goes wrong with either is told by Face::Warn and stops nothing.
@@ -93,6 +99,9 @@ private:
     void OpenMatch(const std::string& path, long line) override;
     void MakeCacheDirectory();
     void SendStoredSettings();
+    bool IsOwn(const std::string& setting) const;
+    void TakeOwn(const StoredLine& line);
+    void WarnAboutUnknown(const StoredLine& line);
 
     PluginBundle& bundle;
     Face& face;
@@ -102,6 +111,8 @@ private:
     Documents documents;
     CommandTable commands;
     SettingsStore settings;
+    OwnSettings* own = nullptr;
+    std::vector<std::string> ownNames;
     Worksheet worksheet;
     PreferencePanels panels;
     PluginCalls calls;

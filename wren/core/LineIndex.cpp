@@ -11,14 +11,14 @@ constexpr long kChunk = 64 * 1024;
 
 } // namespace
 
-long LineIndex::LineAt(const std::string& text, long offset)
+long LineIndex::LineAt(std::string_view text, long offset)
 {
     while (known < offset)
         ReadOn(text);
     return std::upper_bound(starts.begin(), starts.end(), offset) - starts.begin();
 }
 
-long LineIndex::LineStart(const std::string& text, long line)
+long LineIndex::LineStart(std::string_view text, long line)
 {
     if (line <= 0)
         return 0;
@@ -35,7 +35,7 @@ void LineIndex::TextChanged(long offset)
         starts.pop_back();
 }
 
-void LineIndex::ReadOn(const std::string& text)
+void LineIndex::ReadOn(std::string_view text)
 {
     const long end = std::min(known + kChunk, static_cast<long>(text.size()));
     bytesRead += end - known;

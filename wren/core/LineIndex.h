@@ -1,7 +1,7 @@
 // Where the lines of a text begin, found out only as far as somebody has asked.
 #pragma once
 
-#include <string>
+#include <string_view>
 #include <vector>
 
 namespace wren {
@@ -11,15 +11,15 @@ namespace wren {
 class LineIndex {
 public:
     // Offsets are within the text; 'text' is what it was at the last call, but for announced changes.
-    long LineAt(const std::string& text, long offset);
-    long LineStart(const std::string& text, long line); // the text's length when there is no such line
+    long LineAt(std::string_view text, long offset);
+    long LineStart(std::string_view text, long line); // the text's length when there is no such line
 
     void TextChanged(long offset); // at or behind it
 
     long BytesRead() const { return bytesRead; } // since it was made: what all answers together have cost
 
 private:
-    void ReadOn(const std::string& text);
+    void ReadOn(std::string_view text);
 
     std::vector<long> starts; // of line 1, 2, ... among the first 'known' bytes
     long known = 0;

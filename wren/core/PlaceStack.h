@@ -1,6 +1,7 @@
 // The places that lookups left, and the way back to them.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -28,8 +29,11 @@ public:
     std::optional<Place> Forward(const Place& here);
 
     // Keeps places where they are when text before them comes or goes: 'inserted' bytes took the place of 'removed' ones.
+    // A place within the removed text is kept as far as the inserted text reaches, so that a file read again keeps all.
     void TextChanged(long document, long offset, long removed, long inserted);
     void DocumentClosed(long document); // its places live on by path, or are forgotten when they have none
+    void DocumentNamed(long document,
+                       const std::string& path); // opened, which revives its places, or saved under a name
 
 private:
     std::vector<Place> behind;

@@ -4,51 +4,81 @@
 #include "wren/core/OwnSettings.h"
 
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
 
 namespace wren {
 
-// Plain values, with no screen in them. Each is stored as a line "name value", and only when it is not the default.
+// Plain values, with no screen in them. Each is stored as a line "name value", and only when it is not the default:
+//
+//     WrenFont DejaVu Sans Mono
+//     WrenFontSize 12
+//     WrenTabWidth 8
+//     WrenIndentWithTabs on
+//     WrenWrapLines on
+//     WrenShowBlanks on
+//     WrenColours dark
+//     WrenRestoreSession off
+//     WrenModifiers command=alt control=control option=super
+//     WrenLookupClick control
+//     WrenKeys DeclarationLookup=F3 DefinitionLookup= GoBack=Alt+Left,Ctrl+%2C
+//
+// Of WrenModifiers and WrenKeys, what is not named keeps its default. A command in WrenKeys has the keys given and no
+// others, so that none takes all of them away. Within its words, a blank, a comma, "=" and "%" are "%20", "%2C", "%3D"
+// and "%25".
 struct PreferenceValues {
     enum class Colours { Desktop, Light, Dark };
     enum class Modifier { Control, Alt, Super };
-    enum class LookupClick { Alt, Control }; // Alt-click and Control-Alt-click; or Control-click and Control-Shift-click
+    enum class LookupClick {
+        Alt,
+        Control
+    }; // Alt-click and Control-Alt-click; or Control-click and Control-Shift-click
+
+    static constexpr int kSmallestFont = 6, kLargestFont = 72;
+    static constexpr int kNarrowestTab = 1, kWidestTab = 16;
 
     std::string font;  // "" for the desktop's fixed-width font
-    int fontSize = 11; // points, 6 to 72
-    int tabWidth = 4;  // columns, 1 to 16
+    int fontSize = 11; // points
+    int tabWidth = 4;  // columns
     bool indentsWithTabs = false;
     bool wrapsLines = false;
     bool showsBlanks = false;
     Colours colours = Colours::Desktop;
     bool restoresSession = true;
-    Modifier command = Modifier::Super;
+    Modifier command = Modifier::Super; // of the three, no two are the same
     Modifier control = Modifier::Control;
     Modifier option = Modifier::Alt;
     LookupClick lookupClick = LookupClick::Alt;
 
     // A command and one of its keys, in the notation of menus ("Ctrl+.", "F12"). A command may have several; the first
-    // is the one that menus show and that the plug-in is told of.
+    // is the one that menus show and that the plug-in is told of. A command without any is not named. A key that two
+    // commands have runs the one that is named first.
     std::vector<std::pair<std::string, std::string>> keys = DefaultKeys();
     static std::vector<std::pair<std::string, std::string>> DefaultKeys();
 
     bool operator==(const PreferenceValues&) const = default;
 };
 
+// Whether the text is a key, alone or with "Ctrl+", "Shift+", "Alt+" and "Meta+" before it.
+bool IsKey(const std::string& text);
+
+// Document thread.
 class Preferences : public OwnSettings {
 public:
     const PreferenceValues& Values() const { return values; }
-    void Set(const PreferenceValues& chosen);
+    void Set(const PreferenceValues& chosen); // the keys then stand in the order in which they are read again
 
     std::vector<std::string> Names() const override;
-    bool Take(const std::string& line, std::string* error) override;
+    bool Take(const std::string& line,
+              std::string* error) override; // of several good lines of a name, the first counts
     std::vector<std::string> Lines() const override;
 
 private:
     PreferenceValues values;
-    std::map<std::string, std::string> damaged; // the lines that made no sense, by name
+    std::set<std::string> taken;                             // the names of the good lines
+    std::map<std::string, std::vector<std::string>> damaged; // the lines that made no sense, by name
 };
 
 } // namespace wren

@@ -1,15 +1,11 @@
 #include "wren/core/SettingsStore.h"
 
 #include "wren/core/Documents.h"
+#include "wren/core/TextFile.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-#include <filesystem>
 #include <optional>
 #include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace wren {
@@ -33,27 +29,6 @@ bool Exists(const std::string& path)
     return ::stat(path.c_str(), &status) == 0;
 }
 
-// Readers see either the old file or the whole new one. A link to the file stays a link.
-bool WriteAtOnce(const std::string& link, const std::string& text, std::string* error)
-{
-    std::error_code unresolved;
-    const std::filesystem::path target = std::filesystem::canonical(link, unresolved);
-    const std::string path = unresolved ? link : target.string();
-    const std::string temporary = path + ".new";
-    FILE* file = std::fopen(temporary.c_str(), "wb");
-    if (file == nullptr) {
-        *error = temporary + ": " + std::strerror(errno);
-        return false;
-    }
-    const bool complete = std::fwrite(text.data(), 1, text.size(), file) == text.size();
-    const bool closed = std::fclose(file) == 0;
-    if (complete && closed && std::rename(temporary.c_str(), path.c_str()) == 0)
-        return true;
-    *error = path + ": " + std::strerror(errno);
-    ::unlink(temporary.c_str());
-    return false;
-}
-
 } // namespace
 
 std::vector<std::string> SplitAtBlanks(const std::string& line)
@@ -69,7 +44,7 @@ std::vector<std::string> SplitAtBlanks(const std::string& line)
 
 SettingsStore::SettingsStore(std::string file) : file(std::move(file)) {}
 
-bool SettingsStore::Load(std::vector<std::string>* lines, std::string* error)
+bool SettingsStore::Load(std::vector<StoredLine>* lines, std::string* error)
 {
     lines->clear();
     if (file.empty() || !Exists(file))
@@ -77,9 +52,10 @@ bool SettingsStore::Load(std::vector<std::string>* lines, std::string* error)
     const std::optional<std::string> stored = ReadWholeFile(file, error);
     if (!stored)
         return false;
+    size_t number = 0;
     for (std::string& line : SplitLines(*stored))
-        if (!SplitAtBlanks(line).empty())
-            lines->push_back(std::move(line));
+        if (++number; !SplitAtBlanks(line).empty())
+            lines->push_back({number, std::move(line)});
     return true;
 }
 
@@ -107,7 +83,7 @@ bool SettingsStore::EndSave(std::string* error)
             return false;
         kept = WithoutRegistered(*stored);
     }
-    return WriteAtOnce(file, kept + written, error);
+    return WriteWholeFile(file, kept + written, error);
 }
 
 std::string SettingsStore::WithoutRegistered(const std::string& stored) const

@@ -1,6 +1,7 @@
-// The file in which the plug-in's settings are kept between sessions, a line a setting.
+// The file in which settings are kept between sessions, a line a setting: the plug-in's, and the editor's own.
 #pragma once
 
+#include <cstddef>
 #include <set>
 #include <string>
 #include <vector>
@@ -11,6 +12,12 @@ namespace wren {
 // are part of a word. A setting whose text is empty was stored as "name ", so it comes back as the name alone.
 std::vector<std::string> SplitAtBlanks(const std::string& line);
 
+struct StoredLine {
+    size_t number = 0; // in the file, from 1
+    std::string text;
+    bool operator==(const StoredLine&) const = default;
+};
+
 // Document thread.
 class SettingsStore {
 public:
@@ -18,9 +25,12 @@ public:
 
     // The stored lines that hold anything but blanks. None when there is no file; false, with the reason in '*error',
     // when there is one that cannot be read.
-    bool Load(std::vector<std::string>* lines, std::string* error);
+    bool Load(std::vector<StoredLine>* lines, std::string* error);
 
+    const std::string& File() const { return file; }
     void Register(const std::string& name) { names.insert(name); }
+    bool IsRegistered(const std::string& name) const { return names.contains(name); }
+    bool HasRegistered() const { return !names.empty(); }
 
     // Between the two, what is written replaces all stored lines of registered names. Lines of other names stay as they
     // are, since they belong to somebody else. False, with the reason in '*error', leaves the file as it was.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,17 +11,19 @@ namespace wren {
 struct FileStamp {
     bool exists = false;
     std::uint64_t inode = 0;
-    std::int64_t size = 0;        // bytes
-    std::int64_t modified = 0;    // nanoseconds
+    std::int64_t size = 0;     // bytes
+    std::int64_t modified = 0; // nanoseconds
     bool operator==(const FileStamp&) const = default;
 };
 
 FileStamp StampOf(const std::string& path); // links followed
 
 // Writes a temporary beside the file and renames it, so that a crash, a full disk or a missing right leaves the old file
-// whole. Keeps the file's permissions, and its owner where the user may; a link stays one, and its target is written. A file
-// with several hard links, and one in a directory that nobody may write to, is written in place after a copy has been put
-// beside the recovery files. False, with the path and the reason in '*error'. Any thread.
+// whole. Keeps the file's permissions and its owner; a link stays one, and its target is written. A file with several hard
+// links, one in a directory that nobody may write to, and one whose owner the user may not give to another file, is written
+// in place: after a copy of it was put into StateDirectory()/overwritten, where it stays if the writing is cut short.
+// A file that the user may not write to stays as it is, though the directory would allow its replacement. False, with the
+// path and the reason in '*error'. Any thread.
 bool WriteWholeFile(const std::string& path, std::string_view text, std::string* error);
 
 } // namespace wren

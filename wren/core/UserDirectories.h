@@ -9,4 +9,8 @@ namespace wren {
 std::string ConfigDirectory(); // $XDG_CONFIG_HOME/wren, or ~/.config/wren
 std::string StateDirectory();  // $XDG_STATE_HOME/wren, or ~/.local/state/wren
 
+// Makes the directory and those above it, for the user alone, where they are not there yet. False, with the path and the
+// reason in '*error'.
+bool MakeUserDirectory(const std::string& directory, std::string* error);
+
 } // namespace wren

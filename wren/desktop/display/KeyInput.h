@@ -9,6 +9,7 @@
 #include <optional>
 
 class QKeyEvent;
+class QKeySequence;
 
 namespace wren {
 
@@ -27,5 +28,8 @@ uint32 ModifierBits(Qt::KeyboardModifiers held, const ModifierKeys& keys);
 // The key as event 206 tells it; nothing for what is no key stroke, as a modifier alone or a function key. With control
 // held the character is the key's own ('.', though Qt says nothing of it).
 std::optional<KeyStroke> StrokeOf(const QKeyEvent& event, const ModifierKeys& keys);
+
+// A shortcut of the framework's as Qt writes it in menus; empty for key 0.
+QKeySequence SequenceOf(char key, uint32 modifiers, const ModifierKeys& keys);
 
 } // namespace wren

@@ -16,7 +16,9 @@ namespace wren {
 
 class FontTable;
 class Peers;
+class ScreenTable;
 class UpdateQueue;
+struct ModifierKeys;
 
 // Made on the GUI thread, after the QApplication and before the first window of the framework.
 class QtDisplay : public vetch::Display {
@@ -32,6 +34,9 @@ public:
 
     // The editor's own window: parent of alerts, panels and pop-ups. Borrowed; null for none.
     void SetMainWindow(QWidget* window);
+
+    // Which keys menus and lists take for the framework's modifiers. GUI thread.
+    void SetModifierKeys(const ModifierKeys& keys);
 
     // Takes the content of a window that the framework made for the host (a preference panel), to be put into a dialog of
     // Qt's, instead of showing it as a window of its own; null when there is none. The window's death deletes the content,
@@ -84,7 +89,14 @@ public:
     void OpenPanel(const vetch::PanelDescription& panel) override;
 
 private:
+    template <class Operation>
+    void ToWindow(vetch::LooperToken window, Operation operation);
+    template <class Operation>
+    void ToView(vetch::HandlerToken view, Operation operation);
+
+    const float scrollBarWidth;
     std::unique_ptr<FontTable> fonts;
+    std::unique_ptr<ScreenTable> screens;
     std::unique_ptr<UpdateQueue> queue;
     std::unique_ptr<Peers> peers;
 };

@@ -6,10 +6,18 @@
 
 #include "vetch/support/Geometry.h"
 #include "wren/core/TextStore.h"
+#include "wren/desktop/editor/EditorLook.h"
+#include "wren/desktop/editor/Indentation.h"
+#include "wren/desktop/editor/TextLines.h"
+#include "wren/desktop/editor/TextSearch.h"
+#include "wren/desktop/editor/UndoGroups.h"
+#include "wren/desktop/editor/ViewText.h"
 
 #include <Qsci/qsciscintilla.h>
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,17 +28,27 @@ namespace wren {
 
 class CodeLexer;
 class CodeView;
-struct EditorLook;
 
+// Any of the questions may delete the view, when it is answered with true.
 class CodeViewClient {
 public:
     virtual ~CodeViewClient() = default;
 
     virtual bool KeyPressed(CodeView&, const QKeyEvent&) = 0;        // true: the view does nothing with it
     virtual bool TextComing(CodeView&, const std::string& utf8) = 0; // from an input method; true: it is not inserted
-    virtual void KeyApplied(CodeView&, bool typed) = 0; // the key that KeyPressed let through; typed: it put in characters
-    virtual bool MousePressed(CodeView&, const QMouseEvent&) = 0; // true: the view does nothing with it
-    virtual void ChangedOtherwise(CodeView&) = 0; // by anything but a key that was let through, or the store
+
+    // The key that KeyPressed let through, or text that TextComing did, was used. Keys that the view has no use for (a
+    // modifier alone, a shortcut of the window's) are not told. typed: it put in characters.
+    virtual void KeyApplied(CodeView&, bool typed) = 0;
+
+    // Of a double click too, whose second press comes as such (event.type()). true: the view does nothing with it.
+    virtual bool MousePressed(CodeView&, const QMouseEvent& event) = 0;
+
+    // By anything but a key that was let through, or the store; once an action. Keys for undo and the clipboard are such
+    // actions, and are applied after that like any other key.
+    virtual void ChangedOtherwise(CodeView&) = 0;
+
+    // Where things stand now. Told after an action of the user's; after what the store did, from the event loop.
     virtual void CaretMoved(CodeView&) = 0;
     virtual void ModifiedSet(CodeView&, bool modified) = 0; // differs from what was saved, or no longer does
 };
@@ -40,14 +58,18 @@ enum class LineEnds { Unix, Windows, Mac };
 class CodeView : public QsciScintilla {
     Q_OBJECT
 public:
+    using Search = TextSearch;
+
     explicit CodeView(QWidget* parent = nullptr);
     ~CodeView() override;
 
     void SetClient(CodeViewClient* client); // borrowed, and told of nothing while it is null
     void SetLook(const EditorLook& look);
+    const EditorLook& Look() const { return look; }
     void SetLanguageFor(const std::string& path); // C, C++, Objective-C by the file's name; other files have no colours
 
     // The store that the document is edited through. It borrows the view; when the view is gone first, the store is empty.
+    // Edits that a group collects end with the next thing the user does.
     std::unique_ptr<TextStore> MakeStore();
 
     // The text, byte by byte. Bytes that are no UTF-8 are shown as their numbers and kept as they are. SetBytes() clears
@@ -55,6 +77,7 @@ public:
     void SetBytes(std::string_view bytes);
     std::string Bytes() const;
     LineEnds Ends() const;
+    Indentation IndentsWith() const { return indentation; }
 
     bool IsModified() const;
     void MarkSaved();
@@ -63,39 +86,104 @@ public:
     void GoTo(long offset);   // caret there, in the middle of what is seen when it was not seen
     void GoToLine(long line); // from 1
 
-    // Places of the plug-in's: the left end of the baseline on the screen; and bytes under a point of the text's part of the
-    // view, whose bounds TextBounds() gives in the same coordinates.
+    // The partner of the brace at 'offset'; nothing when there is none, or none near enough to be looked for at every key.
+    std::optional<long> PartnerOf(long offset) const;
+
+    // Places of the plug-in's: the left end of the baseline on the screen; and bytes under a point of the text view, which
+    // is the viewport: its left top is 0, 0, and TextBounds() is its part without the margins.
     BPoint BaselineAt(long offset) const;
     long OffsetAtPoint(BPoint where) const;
     BRect TextBounds() const;
-    BPoint PointOf(const QMouseEvent& event) const; // in the coordinates of TextBounds()
+    BPoint PointOf(const QMouseEvent& event) const; // in the same coordinates
 
-    // Finds from the selection on, round the end; selects what was found. False when there is nothing.
-    struct Search {
-        std::string text;
-        bool regularExpression = false;
-        bool matchCase = false;
-        bool wholeWords = false;
-        bool backwards = false;
-    };
+    // Finds from the selection on, round the end; selects what was found. False when there is nothing. An expression that
+    // is not valid finds nothing.
+    bool IsValid(const Search& search) const;
     bool Find(const Search& search);
-    bool ReplaceSelected(const Search& search, const std::string& with); // replaces what was found, finds the next
+    long Count(const Search& search, long atMost) const;
+    bool ReplaceSelected(const Search& search, const std::string& with); // replaces what was found, finds the next;
+                                                                         // false when nothing found was selected
     long ReplaceAll(const Search& search, const std::string& with);      // how many; one step to undo
+
+    void undo() override;
+    void redo() override;
+    void cut() override;
+    void paste() override;
+
+    // Scintilla colours what it draws. It is never made to colour the whole of a big file.
+    void recolor(int start = 0, int end = -1) override;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    QMimeData* toMimeData(const QByteArray& bytes, bool rectangular) const override;
+    QByteArray fromMimeData(const QMimeData* source, bool& rectangular) const override;
 
 private:
     class Store;
-    void SetUp();
-    void WatchText();
+    enum class By { Unknown, Store, User }; // whose doing a change is
 
+    // What has been done to the text by one action.
+    struct Done {
+        long inserted = 0;
+        long removed = 0;
+        bool charAdded = false;
+        bool changed = false;
+
+        bool Typed() const { return charAdded || inserted > removed; }
+    };
+
+    void SetUp();
+    void SetUpKeys();
+    void WatchText();
+    void ApplyEnds(LineEnds ends);
+    void ApplyColours();
+    void SetStyle(int style, const QColor& ink, const QColor& paper);
+    void ApplyIndentation();
+    void FitMargin();
+
+    Done As(By who, const std::function<void()>& action);
+    void ByUser(const std::function<void()>& action); // and tells the client
+    void ByStore(const std::function<void()>& action);
+    void TextModified(int offset, int kind, const char* bytes, int length, int lines, int line, int, int, int token,
+                      int);
+    void Note(long offset, long length, bool inserted);
+    void CharacterAdded(int character);
+    void TellState();
+    void TellLater(bool changed);
+
+    bool ApplyKey(QKeyEvent& event, bool& typed);
+    bool ApplyStandardKey(const QKeyEvent& event);
+    void PassKey(QKeyEvent& event);
+    bool TakenByClient(QMouseEvent& event);
+
+    void IndentNewLine();
+    void UnindentBrace();
+    std::string BlanksOfBrace(long brace, const std::string& now) const;
+    void ShowBraces();
+
+    EditorLook look;
+    Indentation indentation;
+    ViewText text;
+    TextLines lines;
+    UndoGroups groups;
     CodeViewClient* client = nullptr;
     std::unique_ptr<CodeLexer> lexer;
     std::shared_ptr<CodeView*> self; // null inside once the view is gone
-    bool quiet = false;              // changes are the store's, or those of a key
+
+    By by = By::Unknown;
+    Done done;
+    Selection replaced;        // the selection when the action began: typing over it takes nothing away
+    bool changeUntold = false; // by nobody known: told from the event loop
+    bool toldLater = false;
+    long toldCaret = 0;
+    bool toldModified = false;
 };
 
 } // namespace wren

@@ -9,16 +9,17 @@ namespace wren {
 struct EditorLook {
     QFont font;
     bool dark = false;
-    int tabWidth = 4;          // columns
+    int tabWidth = 4;             // columns
     bool indentsWithTabs = false; // for files that do not show what they use
     bool wraps = false;
     bool showsBlanks = false;
 };
 
-// The colours of one of the two looks.
+// The colours of one of the two looks. What is written can be read on the paper, the caret's line, a selection and a brace.
 struct EditorColours {
     QColor text, paper, caretLine, selection, lineNumbers, margin;
-    QColor keyword, comment, string, number, preprocessor, type, brace, badBrace;
+    QColor keyword, comment, string, number, preprocessor, type;
+    QColor brace, badBrace; // behind a brace and its partner, and behind one that has none
 };
 const EditorColours& ColoursOf(bool dark);
 

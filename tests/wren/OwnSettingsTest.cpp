@@ -1,0 +1,102 @@
+// The editor's own settings beside the plug-in's in one file.
+#include "tests/wren/HostFixture.h"
+#include "wren/core/Documents.h"
+#include "wren/core/Preferences.h"
+
+#include <gmock/gmock.h>
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+namespace Event = wren::Event;
+
+namespace {
+
+class OwnSettings : public HostFixture {
+protected:
+    // Starts on a file with these lines, with a plug-in that has one setting.
+    void StartWith(const std::string& lines, bool registers = true, bool sets = true)
+    {
+        file = home.Write("settings", lines);
+        answer = [this, registers](long event, PluginInterface* record) {
+            if (event == Event::kRegister && registers)
+                record->RegisterSetting("DeclOne");
+            if (event == Event::kSettingsCommand)
+                toPlugin.push_back(record->settingsArgs[0][0]);
+            if (event == Event::kSaveSettings)
+                record->WriteSettings("DeclOne %s\n", "new");
+            return 0L;
+        };
+        MakeHost(file);
+        if (sets)
+            host->SetOwnSettings(&preferences);
+        host->Start();
+    }
+    std::string Saved()
+    {
+        std::string error;
+        EXPECT_TRUE(host->SaveSettings(&error)) << error;
+        return wren::ReadWholeFile(file, &error).value_or(error);
+    }
+
+    wren::Preferences preferences;
+    std::string file;
+    std::vector<std::string> toPlugin;
+};
+
+} // namespace
+
+TEST_F(OwnSettings, AreGivenToTheirOwnerAndNotToThePlugin)
+{
+    StartWith("WrenFontSize 14\nDeclOne old\n");
+    EXPECT_EQ(preferences.Values().fontSize, 14);
+    EXPECT_THAT(toPlugin, ElementsAre("DeclOne"));
+    EXPECT_THAT(face.warnings, IsEmpty());
+}
+
+TEST_F(OwnSettings, AreWrittenBesideThePluginsAndTheLinesOfOthers)
+{
+    StartWith("WrenFontSize 14\nTheirs  1\nDeclOne old\n\n");
+    wren::PreferenceValues chosen = preferences.Values();
+    chosen.tabWidth = 8;
+    preferences.Set(chosen);
+    EXPECT_EQ(Saved(), "Theirs  1\n\nDeclOne new\nWrenFontSize 14\nWrenTabWidth 8\n");
+}
+
+TEST_F(OwnSettings, AreMadeToldAndKeptWhenTheyAreDamaged)
+{
+    StartWith("WrenFontSize 14\n\nWrenTabWidth wide\nWrenFontSize 15\n");
+    EXPECT_THAT(face.warnings,
+                ElementsAre(AllOf(StartsWith(file + ":3: WrenTabWidth: \"wide\" is no number from 1 to 16"),
+                                  HasSubstr("correct or remove it")),
+                            AllOf(StartsWith(file + ":4: WrenFontSize: an earlier line has set it"),
+                                  HasSubstr("correct or remove it"))));
+    EXPECT_EQ(preferences.Values().fontSize, 14);
+    EXPECT_EQ(preferences.Values().tabWidth, 4);
+    EXPECT_EQ(Saved(), "\nDeclOne new\nWrenFontSize 14\nWrenFontSize 15\nWrenTabWidth wide\n");
+}
+
+TEST_F(OwnSettings, LetLinesOfUnknownNamesBeToldAndKept)
+{
+    StartWith("Fnord  1\nWrenFond x\n");
+    EXPECT_THAT(face.warnings, ElementsAre(StartsWith(file + ":1: no setting is named \"Fnord\""),
+                                           StartsWith(file + ":2: no setting is named \"WrenFond\"")));
+    EXPECT_THAT(toPlugin, ElementsAre("Fnord", "WrenFond")) << "as without settings of the editor's own";
+    EXPECT_EQ(Saved(), "Fnord  1\nWrenFond x\nDeclOne new\n");
+}
+
+TEST_F(OwnSettings, SayNothingOfThePluginsLinesWhenItHasRegisteredNone)
+{
+    StartWith("DeclOne old\nWrenFond x\n", false);
+    EXPECT_THAT(face.warnings, ElementsAre(StartsWith(file + ":2: ")));
+}
+
+TEST_F(OwnSettings, AreThePluginsToIgnoreWhereNobodyElseHasThem)
+{
+    StartWith("WrenFontSize x\nFnord\nDeclOne old\n", true, false);
+    EXPECT_THAT(face.warnings, IsEmpty());
+    EXPECT_THAT(toPlugin, ElementsAre("WrenFontSize", "Fnord", "DeclOne"));
+    EXPECT_EQ(Saved(), "WrenFontSize x\nFnord\nDeclOne new\n");
+}

@@ -1,0 +1,315 @@
+#include "wren/core/TextFile.h"
+
+#include "tests/support/TempDirectory.h"
+#include "wren/core/Documents.h"
+
+#include <fcntl.h>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+using wren::StampOf;
+
+namespace {
+
+constexpr uid_t kNobody = 65534;
+
+std::string Content(const std::string& path)
+{
+    std::string error;
+    return wren::ReadWholeFile(path, &error).value_or("(" + error + ")");
+}
+
+// "" when the file was written, or why it was not.
+std::string Write(const std::string& path, const std::string& text)
+{
+    std::string error;
+    const bool written = wren::WriteWholeFile(path, text, &error);
+    EXPECT_EQ(written, error.empty()) << error;
+    return error;
+}
+
+struct stat StatusOf(const std::string& path)
+{
+    struct stat status = {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status;
+}
+
+std::vector<std::string> Temporaries(const std::string& directory)
+{
+    std::vector<std::string> found;
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory))
+        if (entry.path().filename().string().starts_with(".wren-"))
+            found.push_back(entry.path());
+    return found;
+}
+
+// Whoever runs the tests may be root, who may write everywhere: that right is given up meanwhile.
+class OrdinaryUser {
+public:
+    OrdinaryUser() : before(geteuid()) { EXPECT_TRUE(before != 0 || seteuid(kNobody) == 0); }
+    ~OrdinaryUser() { EXPECT_EQ(seteuid(before), 0); }
+
+private:
+    const uid_t before;
+};
+
+// No file gets larger than that meanwhile, as on a disk that is full.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t largest)
+    {
+        getrlimit(RLIMIT_FSIZE, &before);
+        const struct rlimit limit = {largest, before.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before); }
+
+private:
+    struct rlimit before;
+};
+
+void GiveToNobody(const std::string& path)
+{
+    if (::geteuid() == 0) {
+        EXPECT_EQ(::chown(path.c_str(), kNobody, static_cast<gid_t>(-1)), 0);
+    }
+}
+
+class WriteWholeFile : public ::testing::Test {
+protected:
+    WriteWholeFile()
+    {
+        ::setenv("HOME", home.Path().c_str(), 1);
+        ::unsetenv("XDG_STATE_HOME");
+        GiveToNobody(home.Path());
+        GiveToNobody(directory.Path());
+    }
+    ~WriteWholeFile() override
+    {
+        ::chmod(directory.Path().c_str(), 0700);
+        EXPECT_THAT(Temporaries(directory.Path()), IsEmpty());
+        if (fs::exists(Overwritten())) {
+            EXPECT_THAT(Temporaries(Overwritten()), IsEmpty());
+        }
+    }
+    std::string Overwritten() const { return home / ".local/state/wren/overwritten"; }
+
+    // A file of an ordinary user's.
+    std::string File(const std::string& leaf, const std::string& text)
+    {
+        const std::string file = directory.Write(leaf, text);
+        GiveToNobody(file);
+        return file;
+    }
+
+    const TempDirectory home;
+    const TempDirectory directory;
+};
+
+} // namespace
+
+TEST_F(WriteWholeFile, MakesAFileWithTheUsualPermissions)
+{
+    const std::string file = directory / "new.c";
+    const mode_t mask = ::umask(027);
+    EXPECT_EQ(Write(file, std::string("a\0\xff\n", 4)), "");
+    ::umask(mask);
+    EXPECT_EQ(Content(file), std::string("a\0\xff\n", 4));
+    EXPECT_EQ(StatusOf(file).st_mode & 07777, 0640u);
+}
+
+TEST_F(WriteWholeFile, KeepsPermissionsAndOwner)
+{
+    const std::string file = File("a.c", "old");
+    for (const mode_t mode : {0600u, 0755u, 0664u}) {
+        ASSERT_EQ(::chmod(file.c_str(), mode), 0);
+        const uid_t owner = StatusOf(file).st_uid;
+        EXPECT_EQ(Write(file, "new"), "");
+        EXPECT_EQ(Content(file), "new");
+        EXPECT_EQ(StatusOf(file).st_mode & 07777, mode);
+        EXPECT_EQ(StatusOf(file).st_uid, owner);
+    }
+}
+
+TEST_F(WriteWholeFile, KeepsWhatIsNotedOnTheFile)
+{
+    const std::string file = File("a.c", "old");
+    if (::setxattr(file.c_str(), "user.wren.test", "x", 1, 0) != 0)
+        GTEST_SKIP() << "the file system keeps no notes";
+    EXPECT_EQ(Write(file, "new"), "");
+    char value = 0;
+    EXPECT_EQ(::getxattr(file.c_str(), "user.wren.test", &value, 1), 1);
+    EXPECT_EQ(value, 'x');
+}
+
+TEST_F(WriteWholeFile, ReplacesTheFileSoThatReadersSeeTheOldOrTheNew)
+{
+    const std::string file = File("a.c", "old");
+    FILE* reader = std::fopen(file.c_str(), "rb");
+    EXPECT_EQ(Write(file, "new text"), "");
+    char text[16] = {};
+    EXPECT_EQ(std::fread(text, 1, sizeof text, reader), 3u);
+    std::fclose(reader);
+    EXPECT_STREQ(text, "old");
+}
+
+TEST_F(WriteWholeFile, WritesWhatALinkLeadsTo)
+{
+    fs::create_directory(directory / "sub");
+    const std::string file = File("sub/real.c", "old");
+    fs::create_symlink("sub/real.c", directory / "one");
+    fs::create_symlink(directory / "one", directory / "two");
+    EXPECT_EQ(Write(directory / "two", "new"), "");
+    EXPECT_TRUE(fs::is_symlink(directory / "one"));
+    EXPECT_TRUE(fs::is_symlink(directory / "two"));
+    EXPECT_EQ(Content(file), "new");
+}
+
+TEST_F(WriteWholeFile, MakesTheFileThatALinkNames)
+{
+    fs::create_symlink("missing.c", directory / "link");
+    EXPECT_EQ(Write(directory / "link", "new"), "");
+    EXPECT_TRUE(fs::is_symlink(directory / "link"));
+    EXPECT_EQ(Content(directory / "missing.c"), "new");
+}
+
+TEST_F(WriteWholeFile, WritesIntoAFileWithOtherNames)
+{
+    const std::string file = File("a.c", "the old text, which is longer");
+    fs::create_hard_link(file, directory / "b.c");
+    EXPECT_EQ(Write(file, "new"), "");
+    EXPECT_EQ(Content(directory / "b.c"), "new");
+    EXPECT_EQ(Write(file, "and longer again than it was"), "");
+    EXPECT_EQ(Content(directory / "b.c"), "and longer again than it was");
+}
+
+TEST_F(WriteWholeFile, WritesIntoAFileInADirectoryThatNobodyMayWriteTo)
+{
+    const std::string file = File("a.c", "old");
+    ASSERT_EQ(::chmod(directory.Path().c_str(), 0555), 0);
+    const std::uint64_t before = StampOf(file).inode;
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(Write(file, "new"), "");
+    }
+    EXPECT_EQ(Content(file), "new");
+    EXPECT_EQ(StampOf(file).inode, before);
+}
+
+TEST_F(WriteWholeFile, WritesIntoAFileWhoseOwnerItMayNotGiveToAnother)
+{
+    if (::geteuid() != 0)
+        GTEST_SKIP() << "only root can make somebody else's file";
+    const std::string file = directory.Write("a.c", "old");
+    ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(Write(file, "new"), "");
+    }
+    EXPECT_EQ(Content(file), "new");
+    EXPECT_EQ(StatusOf(file).st_uid, 0u);
+}
+
+TEST_F(WriteWholeFile, RefusesADirectory)
+{
+    EXPECT_EQ(Write(directory.Path(), "new"), directory.Path() + ": Is a directory");
+}
+
+TEST_F(WriteWholeFile, RefusesWhatIsNoFile)
+{
+    EXPECT_EQ(Write("/dev/null", "new"), "/dev/null: Invalid argument");
+    EXPECT_TRUE(S_ISCHR(StatusOf("/dev/null").st_mode));
+}
+
+TEST_F(WriteWholeFile, RefusesLinksThatLeadInACircle)
+{
+    fs::create_symlink("b", directory / "a");
+    fs::create_symlink("a", directory / "b");
+    EXPECT_THAT(Write(directory / "a", "new"), StartsWith((directory / "a") + ": "));
+}
+
+TEST_F(WriteWholeFile, LeavesAReadOnlyFileAlone)
+{
+    const std::string file = File("a.c", "old");
+    ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(Write(file, "new"), file + ": Permission denied");
+    }
+    EXPECT_EQ(Content(file), "old");
+}
+
+TEST_F(WriteWholeFile, SaysThatADirectoryMayNotBeWrittenTo)
+{
+    const std::string file = directory / "a.c";
+    ASSERT_EQ(::chmod(directory.Path().c_str(), 0555), 0);
+    const OrdinaryUser user;
+    EXPECT_EQ(Write(file, "new"), file + ": Permission denied");
+}
+
+TEST_F(WriteWholeFile, SaysThatTheDirectoryHasGone)
+{
+    const std::string file = directory / "gone/a.c";
+    EXPECT_EQ(Write(file, "new"), file + ": No such file or directory");
+    EXPECT_FALSE(fs::exists(directory / "gone"));
+}
+
+TEST_F(WriteWholeFile, LeavesTheOldFileWholeOnAFullDisk)
+{
+    const std::string file = File("a.c", "old");
+    {
+        const FullDisk disk(4096);
+        EXPECT_THAT(Write(file, std::string(10'000, 'n')), StartsWith(file + ": "));
+    }
+    EXPECT_EQ(Content(file), "old");
+}
+
+TEST_F(WriteWholeFile, LeavesAFileWithOtherNamesWholeOnAFullDisk)
+{
+    const std::string file = File("a.c", "old");
+    fs::create_hard_link(file, directory / "b.c");
+    const wren::FileStamp before = StampOf(file);
+    {
+        const FullDisk disk(4096);
+        EXPECT_THAT(Write(file, std::string(10'000, 'n')), StartsWith(file + ": "));
+    }
+    EXPECT_EQ(Content(file), "old");
+    EXPECT_EQ(StampOf(file).size, before.size);
+}
+
+TEST_F(WriteWholeFile, WritesNothingInPlaceWithoutACopyOfTheOldText)
+{
+    const std::string file = File("a.c", "old");
+    fs::create_hard_link(file, directory / "b.c");
+    ::unsetenv("HOME");
+    EXPECT_THAT(Write(file, "new"), ::testing::AllOf(StartsWith(file + ": "), HasSubstr("no home directory")));
+    EXPECT_EQ(Content(file), "old");
+}
+
+TEST(FileStamp, TellsAChangedFileFromTheSame)
+{
+    const TempDirectory directory;
+    const std::string file = directory.Write("a.c", "one");
+    const wren::FileStamp before = StampOf(file);
+    EXPECT_TRUE(before.exists);
+    EXPECT_EQ(before.size, 3);
+    EXPECT_EQ(StampOf(file), before);
+    fs::create_symlink(file, directory / "link");
+    EXPECT_EQ(StampOf(directory / "link"), before) << "links are followed";
+
+    const struct timespec times[2] = {{1, 5}, {1, 5}};
+    ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
+    EXPECT_NE(StampOf(file), before);
+    EXPECT_EQ(StampOf(file).modified, 1'000'000'005);
+    EXPECT_EQ(StampOf(directory / "missing"), wren::FileStamp());
+}

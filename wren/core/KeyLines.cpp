@@ -1,0 +1,178 @@
+#include "wren/core/KeyLines.h"
+
+#include "wren/core/Preferences.h"
+#include "wren/core/SettingsStore.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <iterator>
+#include <string_view>
+
+namespace wren {
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr std::string_view kModifiers[] = {"Ctrl+", "Shift+", "Alt+", "Meta+"};
+
+constexpr std::string_view kNamedKeys[] = {
+    "Space", "Tab",   "Backtab", "Backspace", "Return", "Enter", "Esc",  "Ins",   "Del",   "Home",   "End",  "Left",
+    "Up",    "Right", "Down",    "PgUp",      "PgDown", "Menu",  "Help", "Pause", "Print", "SysReq", "Back", "Forward"};
+
+bool IsFunctionKey(std::string_view name)
+{
+    if (name.size() < 2 || name.size() > 3 || name.front() != 'F' || name[1] == '0')
+        return false;
+    const std::string_view digits = name.substr(1);
+    return std::all_of(digits.begin(), digits.end(), [](unsigned char c) { return std::isdigit(c); }) &&
+           std::stoi(std::string(digits)) <= 35;
+}
+
+// One character, in UTF-8, that can be seen.
+bool IsOneCharacter(std::string_view name)
+{
+    const auto first = static_cast<unsigned char>(name.front());
+    if (first < 0x80)
+        return name.size() == 1 && first > ' ' && first < 0x7f;
+    const size_t length = first >= 0xf0 ? 4 : first >= 0xe0 ? 3 : first >= 0xc2 ? 2 : 0;
+    return name.size() == length &&
+           std::all_of(name.begin() + 1, name.end(), [](unsigned char c) { return (c & 0xc0) == 0x80; });
+}
+
+bool IsReserved(char c)
+{
+    return c == ' ' || c == ',' || c == '=' || c == '%';
+}
+
+std::string Encoded(const std::string& text)
+{
+    std::string encoded;
+    for (const char c : text) {
+        char code[4];
+        std::snprintf(code, sizeof code, "%%%02X", static_cast<unsigned char>(c));
+        encoded += IsReserved(c) ? code : std::string(1, c);
+    }
+    return encoded;
+}
+
+// A "%" that no code of ours follows stands for itself, since somebody may have written it by hand.
+std::string Decoded(const std::string& text)
+{
+    std::string decoded;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const std::string digits = text.substr(i + 1, 2);
+        const bool isCode = text[i] == '%' && digits.find_first_not_of("0123456789ABCDEF") == std::string::npos &&
+                            digits.size() == 2 && IsReserved(static_cast<char>(std::stoi(digits, nullptr, 16)));
+        decoded += isCode ? static_cast<char>(std::stoi(digits, nullptr, 16)) : text[i];
+        i += isCode ? 2 : 0;
+    }
+    return decoded;
+}
+
+Texts KeysOf(const CommandKeys& keys, const std::string& command)
+{
+    Texts found;
+    for (const auto& [name, key] : keys)
+        if (name == command && std::find(found.begin(), found.end(), key) == found.end())
+            found.push_back(key);
+    return found;
+}
+
+Texts CommandsOf(const CommandKeys& keys)
+{
+    Texts commands;
+    for (const auto& [name, key] : keys)
+        if (std::find(commands.begin(), commands.end(), name) == commands.end())
+            commands.push_back(name);
+    return commands;
+}
+
+// The default ones first, with and without keys; then the others.
+Texts AllCommands(const CommandKeys& keys)
+{
+    CommandKeys all = PreferenceValues::DefaultKeys();
+    all.insert(all.end(), keys.begin(), keys.end());
+    return CommandsOf(all);
+}
+
+std::string SplitAtCommas(const std::string& list, Texts* keys)
+{
+    for (size_t start = 0; start < list.size();) {
+        const size_t comma = std::min(list.find(',', start), list.size());
+        const std::string key = Decoded(list.substr(start, comma - start));
+        if (!IsKey(key))
+            return "\"" + key + "\" is no key";
+        keys->push_back(key);
+        start = comma + 1;
+    }
+    return "";
+}
+
+std::string ReadCommand(const std::string& word, CommandKeys* keys)
+{
+    const size_t equals = word.find('=');
+    const std::string command = Decoded(word.substr(0, equals));
+    if (equals == std::string::npos || command.empty())
+        return "\"" + word + "\" is not a command, \"=\" and its keys";
+    Texts own;
+    if (std::string problem = SplitAtCommas(word.substr(equals + 1), &own); !problem.empty())
+        return problem;
+    std::erase_if(*keys, [&](const auto& each) { return each.first == command; });
+    for (const std::string& key : own)
+        keys->emplace_back(command, key);
+    return "";
+}
+
+} // namespace
+
+bool IsKey(const std::string& text)
+{
+    std::string_view name = text;
+    std::vector<std::string_view> left(std::begin(kModifiers), std::end(kModifiers));
+    const auto leads = [&](std::string_view modifier) {
+        return name.starts_with(modifier) && name.size() > modifier.size();
+    };
+    for (auto next = left.begin(); (next = std::find_if(left.begin(), left.end(), leads)) != left.end();) {
+        name.remove_prefix(next->size());
+        left.erase(next);
+    }
+    return !name.empty() && (IsOneCharacter(name) || IsFunctionKey(name) ||
+                             std::find(std::begin(kNamedKeys), std::end(kNamedKeys), name) != std::end(kNamedKeys));
+}
+
+std::string ReadKeys(const std::string& text, CommandKeys* keys)
+{
+    CommandKeys read = PreferenceValues::DefaultKeys();
+    for (const std::string& word : SplitAtBlanks(text))
+        if (std::string problem = ReadCommand(word, &read); !problem.empty())
+            return problem;
+    *keys = InOrder(read);
+    return "";
+}
+
+std::string WrittenKeys(const CommandKeys& keys)
+{
+    std::string text;
+    for (const std::string& command : AllCommands(keys)) {
+        const Texts own = KeysOf(keys, command);
+        if (own == KeysOf(PreferenceValues::DefaultKeys(), command))
+            continue;
+        text += (text.empty() ? "" : " ") + Encoded(command) + "=";
+        for (size_t i = 0; i < own.size(); ++i)
+            text += (i == 0 ? "" : ",") + Encoded(own[i]);
+    }
+    return text;
+}
+
+CommandKeys InOrder(const CommandKeys& keys)
+{
+    CommandKeys ordered;
+    for (const std::string& command : AllCommands(keys))
+        for (const std::string& key : KeysOf(keys, command))
+            ordered.emplace_back(command, key);
+    return ordered;
+}
+
+} // namespace wren

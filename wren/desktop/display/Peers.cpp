@@ -1,0 +1,150 @@
+#include "wren/desktop/display/Peers.h"
+
+#include "wren/desktop/display/FilePanel.h"
+#include "wren/desktop/display/FontTable.h"
+#include "wren/desktop/display/ListPeer.h"
+#include "wren/desktop/display/UserPosts.h"
+#include "wren/desktop/display/ViewPeer.h"
+#include "wren/desktop/display/WindowPeer.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QFileDialog>
+
+#include <ranges>
+
+namespace wren {
+
+Peers::Peers(const FontTable& fonts, int scrollBarWidth) : fonts(fonts), scrollBarWidth(scrollBarWidth)
+{
+    qApp->installEventFilter(this);
+    connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state != Qt::ApplicationActive)
+            DismissPopUps(nullptr);
+    });
+}
+
+Peers::~Peers()
+{
+    for (const auto& [token, window] : windows)
+        delete window;
+    for (const auto& [token, panel] : panels)
+        delete panel;
+}
+
+void Peers::Make(const vetch::WindowDescription& window)
+{
+    if (window.ofPlugin)
+        windows[window.window] = new WindowPeer(window, {keys, scrollBarWidth}, main);
+}
+
+void Peers::Make(const vetch::ViewDescription& view)
+{
+    WindowPeer* window = Find(view.window);
+    if (window == nullptr)
+        return;
+    if (ViewPeer* peer = window->MakeView(view, static_cast<int>(fonts.LineHeight(view.fontSize))))
+        views[view.view] = {&peer->Widget(), peer, view.window};
+}
+
+void Peers::Open(const vetch::PanelDescription& panel)
+{
+    panels[panel.panel] = OpenFilePanel(panel, main);
+}
+
+// Not at once: its own event may be on its way through it.
+void Peers::Close(vetch::LooperToken token)
+{
+    ClosePanel(token);
+    if (WindowPeer* window = Find(token)) {
+        window->Withdraw();
+        window->deleteLater();
+    }
+    if (windows.erase(token) > 0)
+        std::erase_if(views, [token](const auto& entry) { return entry.second.window == token; });
+}
+
+void Peers::ClosePanel(vetch::LooperToken token)
+{
+    const auto found = panels.find(token);
+    if (found == panels.end())
+        return;
+    if (QFileDialog* dialog = found->second) {
+        dialog->disconnect(dialog); // it answers nobody
+        dialog->hide();
+        dialog->deleteLater();
+    }
+    panels.erase(found);
+}
+
+WindowPeer* Peers::Find(vetch::LooperToken token) const
+{
+    const auto found = windows.find(token);
+    return found == windows.end() ? nullptr : found->second.data();
+}
+
+ViewPeer* Peers::FindView(vetch::HandlerToken token) const
+{
+    const auto found = views.find(token);
+    return found == views.end() || found->second.widget == nullptr ? nullptr : found->second.peer;
+}
+
+void Peers::MoveView(vetch::HandlerToken token, BRect frame)
+{
+    const auto found = views.find(token);
+    if (found == views.end() || found->second.widget == nullptr)
+        return;
+    if (WindowPeer* window = Find(found->second.window))
+        window->PlaceView(*found->second.widget, frame);
+}
+
+void Peers::Focus(vetch::LooperToken token, vetch::HandlerToken view)
+{
+    ViewPeer* peer = FindView(view);
+    if (WindowPeer* window = Find(token))
+        window->FocusOn(peer == nullptr ? nullptr : &peer->Widget());
+}
+
+void Peers::Publish()
+{
+    for (const auto& [token, view] : views)
+        if (view.widget != nullptr)
+            view.peer->Publish();
+}
+
+template <class Wanted>
+WindowPeer* Peers::Newest(Wanted wanted) const
+{
+    for (const auto& [token, window] : std::views::reverse(windows))
+        if (window != nullptr && window->isVisible() && wanted(*window))
+            return window;
+    return nullptr;
+}
+
+WindowPeer* Peers::FrontList() const
+{
+    return Newest([](const WindowPeer& window) { return !window.IsPopUp() && window.List() != nullptr; });
+}
+
+bool Peers::IsPopUpVisible() const
+{
+    return Newest([](const WindowPeer& window) { return window.IsPopUp(); }) != nullptr;
+}
+
+bool Peers::eventFilter(QObject* object, QEvent* event)
+{
+    const bool press =
+        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::NonClientAreaMouseButtonPress;
+    if (press && object->isWidgetType())
+        DismissPopUps(static_cast<QWidget*>(object)->window());
+    return false;
+}
+
+void Peers::DismissPopUps(const QWidget* pressed)
+{
+    for (const auto& [token, window] : windows)
+        if (window != nullptr && window != pressed && window->IsPopUp() && window->isVisible())
+            PostQuitRequested(window->Handler());
+}
+
+} // namespace wren

@@ -1,0 +1,49 @@
+#include "wren/desktop/display/ShownText.h"
+
+#include "vetch/display/Utf8.h"
+
+#include <string_view>
+
+namespace wren {
+
+namespace {
+
+QString ShownCharacter(std::string_view character)
+{
+    if (character.size() == 1 && static_cast<unsigned char>(character[0]) >= 0x80)
+        return QChar(QChar::ReplacementCharacter);
+    return QString::fromUtf8(character.data(), static_cast<int>(character.size()));
+}
+
+} // namespace
+
+// Not by QString::fromUtf8() alone, which may show several damaged bytes as one sign: offsets are counted as well.
+QString ShownText(const std::string& bytes)
+{
+    QString shown;
+    for (std::string_view rest = bytes; !rest.empty();) {
+        const std::string_view character = rest.substr(0, vetch::CodePointLength(rest));
+        shown += ShownCharacter(character);
+        rest.remove_prefix(character.size());
+    }
+    return shown;
+}
+
+int UnitsBefore(const std::string& bytes, long offset)
+{
+    int units = 0;
+    const std::string_view all = bytes;
+    for (size_t at = 0; at < all.size() && static_cast<long>(at) < offset;) {
+        const std::string_view character = all.substr(at, vetch::CodePointLength(all.substr(at)));
+        units += static_cast<int>(ShownCharacter(character).size());
+        at += character.size();
+    }
+    return units;
+}
+
+long BytesBefore(const QString& text, int units)
+{
+    return static_cast<long>(text.left(units).toUtf8().size());
+}
+
+} // namespace wren

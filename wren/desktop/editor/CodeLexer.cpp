@@ -1,0 +1,131 @@
+#include "wren/desktop/editor/CodeLexer.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace wren {
+
+namespace {
+
+constexpr const char* kEndings[] = {"c",   "cc",  "cp",  "cpp", "cxx", "c++", "h", "hh", "hpp", "hxx",
+                                    "h++", "inc", "inl", "ipp", "tcc", "tpp", "m", "mm", "pch", "ixx"};
+
+constexpr const char* kWords =
+    "alignas alignof and and_eq asm auto bitand bitor bool break case catch char char8_t char16_t char32_t class "
+    "co_await "
+    "co_return co_yield compl concept const const_cast consteval constexpr constinit continue decltype default delete "
+    "do "
+    "double dynamic_cast else enum explicit export extern false final float for friend goto if inline int long mutable "
+    "namespace new noexcept not not_eq nullptr operator or or_eq override private protected public register "
+    "reinterpret_cast requires restrict return short signed sizeof static static_assert static_cast struct switch "
+    "template "
+    "this thread_local throw true try typedef typeid typename typeof union unsigned using virtual void volatile "
+    "wchar_t "
+    "while xor xor_eq _Alignas _Alignof _Atomic _Bool _Complex _Generic _Imaginary _Noreturn _Static_assert "
+    "_Thread_local";
+
+constexpr const char* kObjectiveCWords =
+    "@autoreleasepool @available @catch @class @compatibility_alias @defs @dynamic @encode @end @finally "
+    "@implementation "
+    "@import @interface @optional @package @private @property @protected @protocol @public @required @selector "
+    "@synchronized @synthesize @throw @try id instancetype self super nil Nil YES NO BOOL SEL IMP Class Protocol "
+    "in out inout bycopy byref oneway nonatomic atomic strong weak copy assign retain readonly readwrite getter setter "
+    "nullable nonnull null_resettable null_unspecified _Nullable _Nonnull __block __weak __strong __bridge __kindof "
+    "__unsafe_unretained __autoreleasing NSInteger NSUInteger CGFloat unichar IBOutlet IBAction";
+
+struct Row {
+    int style;
+    QColor EditorColours::*colour;
+};
+
+const Row kRows[] = {
+    {QsciLexerCPP::Comment, &EditorColours::comment},
+    {QsciLexerCPP::CommentLine, &EditorColours::comment},
+    {QsciLexerCPP::CommentDoc, &EditorColours::comment},
+    {QsciLexerCPP::CommentLineDoc, &EditorColours::comment},
+    {QsciLexerCPP::CommentDocKeyword, &EditorColours::comment},
+    {QsciLexerCPP::CommentDocKeywordError, &EditorColours::comment},
+    {QsciLexerCPP::PreProcessorComment, &EditorColours::comment},
+    {QsciLexerCPP::PreProcessorCommentLineDoc, &EditorColours::comment},
+    {QsciLexerCPP::Number, &EditorColours::number},
+    {QsciLexerCPP::UserLiteral, &EditorColours::number},
+    {QsciLexerCPP::Keyword, &EditorColours::keyword},
+    {QsciLexerCPP::KeywordSet2, &EditorColours::type},
+    {QsciLexerCPP::PreProcessor, &EditorColours::preprocessor},
+    {QsciLexerCPP::DoubleQuotedString, &EditorColours::string},
+    {QsciLexerCPP::SingleQuotedString, &EditorColours::string},
+    {QsciLexerCPP::UnclosedString, &EditorColours::string},
+    {QsciLexerCPP::VerbatimString, &EditorColours::string},
+    {QsciLexerCPP::RawString, &EditorColours::string},
+    {QsciLexerCPP::EscapeSequence, &EditorColours::string},
+};
+
+} // namespace
+
+CodeLexer::CodeLexer(QObject* parent) : QsciLexerCPP(parent)
+{
+    // @"..." is the lexer's verbatim string; in Objective-C a backslash escapes in it.
+    setVerbatimStringEscapeSequencesAllowed(true);
+}
+
+bool CodeLexer::IsCode(const std::string& path)
+{
+    const size_t dot = path.find_last_of("./");
+    if (dot == std::string::npos || path[dot] == '/')
+        return false;
+    std::string ending = path.substr(dot + 1);
+    std::transform(ending.begin(), ending.end(), ending.begin(), [](unsigned char c) { return std::tolower(c); });
+    return std::find(std::begin(kEndings), std::end(kEndings), ending) != std::end(kEndings);
+}
+
+void CodeLexer::SetCode(bool isCode)
+{
+    code = isCode;
+}
+
+void CodeLexer::SetLook(const EditorLook& newLook)
+{
+    look = newLook;
+}
+
+const char* CodeLexer::keywords(int set) const
+{
+    switch (set) {
+    case kFirstSet:
+        return kWords;
+    case kObjectiveCSet:
+        return kObjectiveCWords;
+    default:
+        return QsciLexerCPP::keywords(set);
+    }
+}
+
+const char* CodeLexer::lexer() const
+{
+    return code ? "cpp" : "null";
+}
+
+QColor CodeLexer::color(int style) const
+{
+    const EditorColours& colours = ColoursOf(look.dark);
+    const auto row = std::find_if(std::begin(kRows), std::end(kRows), [&](const Row& r) { return r.style == style; });
+    return row == std::end(kRows) ? colours.text : colours.*(row->colour);
+}
+
+QColor CodeLexer::paper(int) const
+{
+    return ColoursOf(look.dark).paper;
+}
+
+QFont CodeLexer::font(int) const
+{
+    return look.font;
+}
+
+bool CodeLexer::eolFill(int) const
+{
+    return false;
+}
+
+} // namespace wren

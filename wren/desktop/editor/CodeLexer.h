@@ -1,0 +1,40 @@
+// How the words of C, C++ and Objective-C are told apart and coloured.
+#pragma once
+
+#include "wren/desktop/editor/EditorLook.h"
+
+#include <Qsci/qscilexercpp.h>
+
+#include <string>
+
+namespace wren {
+
+// Objective-C's words are coloured in every file of the family: a header does not say which it belongs to. Set it up before
+// the view is given it, and give it again after a change.
+class CodeLexer : public QsciLexerCPP {
+    Q_OBJECT
+public:
+    explicit CodeLexer(QObject* parent = nullptr);
+
+    static bool IsCode(const std::string& path); // by the end of its name
+
+    void SetCode(bool code); // false: everything has the text's colour
+    void SetLook(const EditorLook& look);
+
+    // The family's own words, and those of Objective-C with the types that its frameworks have everywhere.
+    static constexpr int kFirstSet = 1;
+    static constexpr int kObjectiveCSet = 2;
+    const char* keywords(int set) const override;
+
+    const char* lexer() const override;
+    QColor color(int style) const override;
+    QColor paper(int style) const override;
+    QFont font(int style) const override;
+    bool eolFill(int style) const override;
+
+private:
+    EditorLook look;
+    bool code = false;
+};
+
+} // namespace wren

@@ -1,0 +1,345 @@
+#include "wren/desktop/editor/CodeView.h"
+
+#include "wren/desktop/editor/Braces.h"
+#include "wren/desktop/editor/CodeLexer.h"
+#include "wren/desktop/editor/CodeViewStore.h"
+
+#include <QFontMetrics>
+#include <QMouseEvent>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace wren {
+
+namespace {
+
+constexpr int kNumbers = 0;                  // the margin of line numbers
+constexpr double kHundredths = 100;          // Scintilla's unit of the size of fonts, of a point
+constexpr long kEnoughToDetect = 256 * 1024; // bytes that show what a file is indented with
+
+LineEnds EndsOf(std::string_view bytes)
+{
+    long windows = 0;
+    long mac = 0;
+    for (size_t at = bytes.find('\r'); at != std::string_view::npos; at = bytes.find('\r', at + 1))
+        (at + 1 < bytes.size() && bytes[at + 1] == '\n' ? windows : mac)++;
+    const long unix = std::count(bytes.begin(), bytes.end(), '\n') - windows;
+    if (windows > unix && windows >= mac)
+        return LineEnds::Windows;
+    return mac > unix ? LineEnds::Mac : LineEnds::Unix;
+}
+
+} // namespace
+
+CodeView::CodeView(QWidget* parent)
+    : QsciScintilla(parent), text(*this), lines(text), groups(text), lexer(std::make_unique<CodeLexer>()),
+      self(std::make_shared<CodeView*>(this))
+{
+    look.font = QFont("DejaVu Sans Mono", 11);
+    look.font.setStyleHint(QFont::Monospace);
+    SetUp();
+    SetUpKeys();
+    WatchText();
+    SetLook(look);
+}
+
+CodeView::~CodeView()
+{
+    *self = nullptr;
+    client = nullptr;
+    disconnect(this, nullptr, this, nullptr);
+}
+
+void CodeView::SetUp()
+{
+    setUtf8(true);
+    setAutoCompletionSource(AcsNone);
+    setCallTipsStyle(CallTipsNone);
+    setFolding(NoFoldStyle);
+    setBraceMatching(NoBraceMatch); // Scintilla's would read to the end of the file (ShowBraces)
+    setTabIndents(true);
+    setBackspaceUnindents(true);
+    setCaretLineVisible(true);
+    setCaretWidth(2);
+    for (const int margin : {1, 2, 3, 4})
+        setMarginWidth(margin, 0);
+    setMarginType(kNumbers, NumberMargin);
+    text.Send(SCI_SETCARETLINEVISIBLEALWAYS, true);
+    text.Send(SCI_SETMULTIPLESELECTION, false);
+    text.Send(SCI_SETSCROLLWIDTH, 1);
+    text.Send(SCI_SETSCROLLWIDTHTRACKING, true);
+    text.Send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
+    // Behind what is seen, from the event loop: going to the end of a big file shows it at once, and colours it later.
+    text.Send(SCI_SETIDLESTYLING, SC_IDLESTYLING_TOVISIBLE);
+    ApplyEnds(LineEnds::Unix);
+}
+
+void CodeView::WatchText()
+{
+    connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &CodeView::TextModified);
+    connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &CodeView::CharacterAdded);
+    connect(this, &QsciScintilla::linesChanged, this, &CodeView::FitMargin);
+    connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] { FitMargin(); });
+    connect(this, &QsciScintillaBase::SCN_SAVEPOINTLEFT, this, [this] { TellLater(false); });
+    connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] { TellLater(false); });
+    connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] {
+        ShowBraces();
+        TellLater(false);
+    });
+}
+
+void CodeView::SetClient(CodeViewClient* newClient)
+{
+    client = newClient;
+    changeUntold = false;
+    toldCaret = Caret();
+    toldModified = IsModified();
+}
+
+std::unique_ptr<TextStore> CodeView::MakeStore()
+{
+    return std::make_unique<Store>(self);
+}
+
+// ---------------------------------------------------------------------------------------------------------- The text
+
+void CodeView::SetBytes(std::string_view bytes)
+{
+    groups.Close();
+    ByStore([&] {
+        text.Send(SCI_SETUNDOCOLLECTION, false);
+        text.Send(SCI_CLEARALL);
+        text.Send(SCI_ALLOCATE, static_cast<long>(bytes.size()));
+        text.Replace(0, 0, bytes);
+        text.Send(SCI_SETUNDOCOLLECTION, true);
+        groups.Forget();
+        text.Select(0, 0);
+        text.Send(SCI_SETSAVEPOINT);
+    });
+    ApplyEnds(EndsOf(bytes));
+    ApplyIndentation();
+}
+
+std::string CodeView::Bytes() const
+{
+    return text.All();
+}
+
+void CodeView::ApplyEnds(LineEnds ends)
+{
+    constexpr EolMode kModes[] = {EolUnix, EolWindows, EolMac};
+    setEolMode(kModes[static_cast<int>(ends)]);
+}
+
+LineEnds CodeView::Ends() const
+{
+    switch (eolMode()) {
+    case EolWindows:
+        return LineEnds::Windows;
+    case EolMac:
+        return LineEnds::Mac;
+    default:
+        return LineEnds::Unix;
+    }
+}
+
+bool CodeView::IsModified() const
+{
+    return text.Send(SCI_GETMODIFY) != 0;
+}
+
+void CodeView::MarkSaved()
+{
+    text.Send(SCI_SETSAVEPOINT);
+    TellState();
+}
+
+long CodeView::Caret() const
+{
+    return text.Send(SCI_GETCURRENTPOS);
+}
+
+void CodeView::GoTo(long offset)
+{
+    offset = std::clamp(offset, 0L, text.Length());
+    const long first = text.Send(SCI_GETFIRSTVISIBLELINE);
+    const long seen = text.Send(SCI_LINESONSCREEN);
+    text.Select(offset, offset);
+    const long line = text.Send(SCI_VISIBLEFROMDOCLINE, text.Send(SCI_LINEFROMPOSITION, offset));
+    if (line < first || line >= first + seen)
+        text.Send(SCI_SETFIRSTVISIBLELINE, std::max(line - seen / 2, 0L));
+    text.Send(SCI_CHOOSECARETX);
+    TellState();
+}
+
+void CodeView::GoToLine(long line)
+{
+    GoTo(lines.LineStart(line - 1));
+}
+
+// ------------------------------------------------------------------------------------------------------------- Looks
+
+void CodeView::SetLook(const EditorLook& newLook)
+{
+    look = newLook;
+    lexer->SetLook(look);
+    setLexer(lexer.get());
+    text.Send(SCI_SETPROPERTY, reinterpret_cast<intptr_t>("fold"), "0");
+    // Which branch of an #ifdef is compiled is not known here: none is greyed.
+    text.Send(SCI_SETPROPERTY, reinterpret_cast<intptr_t>("lexer.cpp.track.preprocessor"), "0");
+    ApplyColours();
+    setWrapMode(look.wraps ? WrapWord : WrapNone);
+    setWrapIndentMode(WrapIndentSame);
+    setWhitespaceVisibility(look.showsBlanks ? WsVisible : WsInvisible);
+    ApplyIndentation();
+    FitMargin();
+}
+
+void CodeView::SetLanguageFor(const std::string& path)
+{
+    lexer->SetCode(CodeLexer::IsCode(path));
+    SetLook(look);
+}
+
+void CodeView::ApplyColours()
+{
+    const EditorColours& colours = ColoursOf(look.dark);
+    for (const int style : {STYLE_LINENUMBER, STYLE_BRACELIGHT, STYLE_BRACEBAD, STYLE_CONTROLCHAR, STYLE_INDENTGUIDE})
+        SetStyle(style, colours.text, colours.paper);
+    SetStyle(STYLE_LINENUMBER, colours.lineNumbers, colours.margin);
+    SetStyle(STYLE_BRACELIGHT, colours.text, colours.brace);
+    SetStyle(STYLE_BRACEBAD, colours.text, colours.badBrace);
+    setCaretForegroundColor(colours.text);
+    setCaretLineBackgroundColor(colours.caretLine);
+    setSelectionBackgroundColor(colours.selection);
+    text.Send(SCI_SETSELFORE, false); // selected text keeps its colours
+    text.Send(SCI_SETSELEOLFILLED, true);
+    setWhitespaceForegroundColor(colours.lineNumbers);
+}
+
+void CodeView::SetStyle(int style, const QColor& ink, const QColor& paper)
+{
+    SendScintilla(SCI_STYLESETFORE, style, ink);
+    SendScintilla(SCI_STYLESETBACK, style, paper);
+    text.Send(SCI_STYLESETFONT, style, look.font.family().toUtf8().constData());
+    text.Send(SCI_STYLESETSIZEFRACTIONAL, style, std::lround(look.font.pointSizeF() * kHundredths));
+}
+
+void CodeView::ApplyIndentation()
+{
+    const long enough = std::min(text.Length(), kEnoughToDetect);
+    indentation = DetectIndentation(text.Copy(0, enough), {look.indentsWithTabs, look.tabWidth});
+    setTabWidth(look.tabWidth);
+    setIndentationsUseTabs(indentation.tabs);
+    setIndentationWidth(indentation.width);
+}
+
+void CodeView::FitMargin()
+{
+    const size_t digits = std::max<size_t>(3, std::to_string(text.Send(SCI_GETLINECOUNT)).size());
+    setMarginWidth(kNumbers, QString(static_cast<int>(digits) + 1, '9'));
+}
+
+void CodeView::recolor(int, int) {}
+
+void CodeView::ShowBraces()
+{
+    const long caret = Caret();
+    for (const long at : {caret - 1, caret}) {
+        if (!braces::IsBrace(text, at))
+            continue;
+        const braces::Partner partner = braces::FindPartner(text, at);
+        if (partner.offset)
+            text.Send(SCI_BRACEHIGHLIGHT, at, *partner.offset);
+        else
+            text.Send(SCI_BRACEBADLIGHT, partner.tooFar ? -1 : at);
+        return;
+    }
+    text.Send(SCI_BRACEHIGHLIGHT, -1, -1);
+}
+
+std::optional<long> CodeView::PartnerOf(long offset) const
+{
+    return braces::IsBrace(text, offset) ? braces::FindPartner(text, offset).offset : std::nullopt;
+}
+
+// ------------------------------------------------------------------------------------------------------------ Places
+
+BPoint CodeView::BaselineAt(long offset) const
+{
+    offset = std::clamp(offset, 0L, text.Length());
+    QFont font = look.font;
+    font.setPointSizeF(font.pointSizeF() + text.Send(SCI_GETZOOM));
+    const QPoint corner(text.Send(SCI_POINTXFROMPOSITION, 0, offset), text.Send(SCI_POINTYFROMPOSITION, 0, offset));
+    const QPoint where = viewport()->mapToGlobal(corner + QPoint(0, QFontMetrics(font).ascent()));
+    return {static_cast<float>(where.x()), static_cast<float>(where.y())};
+}
+
+long CodeView::OffsetAtPoint(BPoint where) const
+{
+    return text.Send(SCI_POSITIONFROMPOINT, std::lround(where.x), std::lround(where.y));
+}
+
+BRect CodeView::TextBounds() const
+{
+    const QRect all = viewport()->rect();
+    return {static_cast<float>(marginWidth(kNumbers)), 0, static_cast<float>(all.right()),
+            static_cast<float>(all.bottom())};
+}
+
+BPoint CodeView::PointOf(const QMouseEvent& event) const
+{
+    return {static_cast<float>(event.position().x()), static_cast<float>(event.position().y())};
+}
+
+// ----------------------------------------------------------------------------------------------------------- Finding
+
+bool CodeView::IsValid(const Search& wanted) const
+{
+    return search::IsValid(text, wanted);
+}
+
+bool CodeView::Find(const Search& wanted)
+{
+    const auto found = search::FindNext(text, wanted, text.Selected());
+    if (!found)
+        return false;
+    GoTo(found->start);
+    text.Select(found->start, found->end);
+    TellState();
+    return true;
+}
+
+long CodeView::Count(const Search& wanted, long atMost) const
+{
+    return search::Count(text, wanted, atMost);
+}
+
+bool CodeView::ReplaceSelected(const Search& wanted, const std::string& with)
+{
+    const Selection selected = text.Selected();
+    const bool matches = search::Matches(text, wanted, selected);
+    if (matches)
+        ByUser([&] {
+            const long end = search::ReplaceFound(text, wanted, with);
+            const long from = wanted.backwards ? selected.start : end;
+            text.Select(from, from);
+        });
+    Find(wanted);
+    return matches;
+}
+
+long CodeView::ReplaceAll(const Search& wanted, const std::string& with)
+{
+    long count = 0;
+    ByUser([&] {
+        text.Send(SCI_BEGINUNDOACTION);
+        count = search::ReplaceAll(text, wanted, with);
+        text.Send(SCI_ENDUNDOACTION);
+    });
+    return count;
+}
+
+} // namespace wren

@@ -1,0 +1,362 @@
+// What the user and the store do to a view, and what its client hears of it.
+
+#include "wren/desktop/editor/Braces.h"
+#include "wren/desktop/editor/CodeView.h"
+
+#include <Qsci/qscicommandset.h>
+
+#include <QByteArray>
+#include <QDropEvent>
+#include <QKeyEvent>
+#include <QMimeData>
+
+#include <iterator>
+#include <utility>
+
+namespace wren {
+
+namespace {
+
+// Scintilla's default keys for these would win over shortcuts of the window's menus. What every editor has, the view answers
+// itself (kStandardKeys) where no menu does.
+constexpr QsciCommand::Command kUnbound[] = {
+    QsciCommand::Undo,
+    QsciCommand::Redo,
+    QsciCommand::SelectionCut,
+    QsciCommand::SelectionCopy,
+    QsciCommand::Paste,
+    QsciCommand::SelectAll,
+    QsciCommand::LineCut,
+    QsciCommand::LineCopy,
+    QsciCommand::LineDelete,
+    QsciCommand::LineTranspose,
+    QsciCommand::LineDuplicate,
+    QsciCommand::SelectionDuplicate,
+    QsciCommand::SelectionLowerCase,
+    QsciCommand::SelectionUpperCase,
+    QsciCommand::MoveSelectedLinesUp,
+    QsciCommand::MoveSelectedLinesDown,
+    QsciCommand::ReverseLines,
+    QsciCommand::Formfeed,
+    QsciCommand::WordPartLeft,
+    QsciCommand::WordPartLeftExtend,
+    QsciCommand::WordPartRight,
+    QsciCommand::WordPartRightExtend,
+};
+
+struct StandardKey {
+    QKeySequence::StandardKey key;
+    void (*apply)(CodeView&);
+};
+
+constexpr StandardKey kStandardKeys[] = {
+    {QKeySequence::Undo, [](CodeView& view) { view.undo(); }},
+    {QKeySequence::Redo, [](CodeView& view) { view.redo(); }},
+    {QKeySequence::Cut, [](CodeView& view) { view.cut(); }},
+    {QKeySequence::Copy, [](CodeView& view) { view.copy(); }},
+    {QKeySequence::Paste, [](CodeView& view) { view.paste(); }},
+    {QKeySequence::SelectAll, [](CodeView& view) { view.selectAll(); }},
+};
+
+// What is copied keeps its bytes between views: as text it would lose those that are no UTF-8.
+constexpr const char* kBytesType = "application/x-wren-bytes";
+
+bool HoldsShortcut(const QKeyEvent& event)
+{
+    return event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
+
+} // namespace
+
+void CodeView::SetUpKeys()
+{
+    for (const QsciCommand::Command command : kUnbound) {
+        if (QsciCommand* found = standardCommands()->find(command)) {
+            found->setKey(0);
+            found->setAlternateKey(0);
+        }
+    }
+}
+
+// -------------------------------------------------------------------------------------------------- Who changed what
+
+CodeView::Done CodeView::As(By who, const std::function<void()>& action)
+{
+    const By whoBefore = std::exchange(by, who);
+    const Done doneBefore = std::exchange(done, Done());
+    const Selection replacedBefore = std::exchange(replaced, text.Selected());
+    action();
+    by = whoBefore;
+    replaced = replacedBefore;
+    return std::exchange(done, doneBefore);
+}
+
+void CodeView::ByUser(const std::function<void()>& action)
+{
+    const std::shared_ptr<CodeView*> alive = self;
+    groups.Close();
+    if (As(By::User, action).changed && client != nullptr)
+        client->ChangedOtherwise(*this);
+    if (*alive != nullptr)
+        TellState();
+}
+
+void CodeView::ByStore(const std::function<void()>& action)
+{
+    As(By::Store, action);
+    TellLater(false);
+}
+
+void CodeView::TextModified(int offset, int kind, const char*, int length, int, int, int, int, int token, int)
+{
+    if (kind & SC_MOD_CONTAINER && kind & SC_PERFORMED_UNDO)
+        groups.NumberUndone(token);
+    if (kind & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE))
+        lines.Changing(offset, kind & SC_MOD_BEFOREDELETE ? length : 0);
+    if (!(kind & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)))
+        return;
+    lines.Changed(offset, kind & SC_MOD_INSERTTEXT ? length : 0);
+    Note(offset, length, kind & SC_MOD_INSERTTEXT);
+    if (by == By::Unknown)
+        TellLater(true);
+}
+
+void CodeView::Note(long offset, long length, bool inserted)
+{
+    const bool typedOver = !done.changed && Selection{offset, offset + length} == replaced;
+    done.changed = true;
+    if (inserted)
+        done.inserted += length;
+    else if (!typedOver)
+        done.removed += length;
+}
+
+void CodeView::TellState()
+{
+    const std::shared_ptr<CodeView*> alive = self;
+    if (client != nullptr && std::exchange(toldModified, IsModified()) != IsModified())
+        client->ModifiedSet(*this, IsModified());
+    if (*alive != nullptr && client != nullptr && std::exchange(toldCaret, Caret()) != Caret())
+        client->CaretMoved(*this);
+}
+
+void CodeView::TellLater(bool changed)
+{
+    changeUntold = changeUntold || changed;
+    if (std::exchange(toldLater, true))
+        return;
+    const auto tell = [this] {
+        toldLater = false;
+        const std::shared_ptr<CodeView*> alive = self;
+        if (std::exchange(changeUntold, false) && client != nullptr)
+            client->ChangedOtherwise(*this);
+        if (*alive != nullptr)
+            TellState();
+    };
+    QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+}
+
+// -------------------------------------------------------------------------------------------------------------- Keys
+
+void CodeView::keyPressEvent(QKeyEvent* event)
+{
+    const std::shared_ptr<CodeView*> alive = self;
+    if (client != nullptr && client->KeyPressed(*this, *event)) {
+        event->accept();
+        return;
+    }
+    bool typed = false;
+    if (ApplyKey(*event, typed) && *alive != nullptr && client != nullptr)
+        client->KeyApplied(*this, typed);
+    if (*alive != nullptr)
+        TellState();
+}
+
+bool CodeView::ApplyKey(QKeyEvent& event, bool& typed)
+{
+    if (ApplyStandardKey(event)) {
+        event.accept();
+        return true;
+    }
+    groups.Close();
+    const Done did = As(By::User, [&] { PassKey(event); });
+    typed = did.Typed();
+    return event.isAccepted() || did.changed;
+}
+
+bool CodeView::ApplyStandardKey(const QKeyEvent& event)
+{
+    for (const StandardKey& standard : kStandardKeys) {
+        if (event.matches(standard.key)) {
+            standard.apply(*this);
+            return true;
+        }
+    }
+    return false;
+}
+
+void CodeView::PassKey(QKeyEvent& event)
+{
+    // Scintilla would type the letter of a shortcut that nobody has.
+    const bool bound = standardCommands()->boundTo(event.key() | (event.modifiers() & ~Qt::KeypadModifier)) != nullptr;
+    if (HoldsShortcut(event) && !bound && !event.text().isEmpty() && event.text()[0].isPrint())
+        event.ignore();
+    else
+        QsciScintilla::keyPressEvent(&event);
+}
+
+void CodeView::inputMethodEvent(QInputMethodEvent* event)
+{
+    const std::shared_ptr<CodeView*> alive = self;
+    const std::string coming = event->commitString().toStdString();
+    const bool refused = !coming.empty() && client != nullptr && client->TextComing(*this, coming);
+    if (*alive == nullptr)
+        return;
+    groups.Close();
+    QInputMethodEvent rest(event->preeditString(), event->attributes());
+    const Done did = As(By::User, [&] { QsciScintilla::inputMethodEvent(refused ? &rest : event); });
+    event->accept();
+    if (!coming.empty() && !refused && client != nullptr)
+        client->KeyApplied(*this, did.Typed());
+    if (*alive != nullptr)
+        TellState();
+}
+
+void CodeView::undo()
+{
+    ByUser([this] { groups.Undo(); });
+}
+
+void CodeView::redo()
+{
+    ByUser([this] { QsciScintilla::redo(); });
+}
+
+void CodeView::cut()
+{
+    ByUser([this] { QsciScintilla::cut(); });
+}
+
+void CodeView::paste()
+{
+    ByUser([this] { QsciScintilla::paste(); });
+}
+
+// ------------------------------------------------------------------------------------------------------- Indentation
+
+void CodeView::CharacterAdded(int character)
+{
+    done.charAdded = true;
+    if (by != By::User)
+        return;
+    const bool endsLine = character == (Ends() == LineEnds::Mac ? '\r' : '\n');
+    if (endsLine)
+        IndentNewLine();
+    else if (character == '}')
+        UnindentBrace();
+}
+
+void CodeView::IndentNewLine()
+{
+    const long line = text.Send(SCI_LINEFROMPOSITION, Caret());
+    const long start = text.Send(SCI_POSITIONFROMLINE, line - 1);
+    const std::string before = text.Copy(start, text.Send(SCI_GETLINEENDPOSITION, line - 1));
+    const std::string blanks = IndentationAfter(before, indentation);
+    text.Send(SCI_ADDTEXT, static_cast<long>(blanks.size()), blanks.data());
+    // What is typed in the next line is undone without this one.
+    text.Send(SCI_BEGINUNDOACTION);
+    text.Send(SCI_ENDUNDOACTION);
+}
+
+void CodeView::UnindentBrace()
+{
+    const long brace = Caret() - 1;
+    const long start = text.Send(SCI_POSITIONFROMLINE, text.Send(SCI_LINEFROMPOSITION, brace));
+    const std::string blanks = text.Copy(start, brace);
+    if (LeadingBlanks(blanks).size() != blanks.size())
+        return;
+    const std::string wanted = BlanksOfBrace(brace, blanks);
+    if (wanted == blanks)
+        return;
+    text.Replace(start, brace, wanted);
+    const long caret = start + static_cast<long>(wanted.size()) + 1;
+    text.Select(caret, caret);
+}
+
+std::string CodeView::BlanksOfBrace(long brace, const std::string& now) const
+{
+    const std::optional<long> partner = PartnerOf(brace);
+    if (!partner)
+        return OneLevelLess(now, indentation);
+    const long line = text.Send(SCI_LINEFROMPOSITION, *partner);
+    const std::string opened = text.Copy(text.Send(SCI_POSITIONFROMLINE, line), *partner);
+    return std::string(LeadingBlanks(opened));
+}
+
+// ---------------------------------------------------------------------------------------------------- Mouse and drops
+
+void CodeView::mousePressEvent(QMouseEvent* event)
+{
+    if (!TakenByClient(*event))
+        ByUser([&] { QsciScintilla::mousePressEvent(event); });
+}
+
+void CodeView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (!TakenByClient(*event))
+        ByUser([&] { QsciScintilla::mouseDoubleClickEvent(event); });
+}
+
+bool CodeView::TakenByClient(QMouseEvent& event)
+{
+    if (client == nullptr || !client->MousePressed(*this, event))
+        return false;
+    event.accept();
+    return true;
+}
+
+void CodeView::mouseReleaseEvent(QMouseEvent* event)
+{
+    ByUser([&] { QsciScintilla::mouseReleaseEvent(event); });
+}
+
+// Files are for the window to open.
+
+void CodeView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QsciScintilla::dragEnterEvent(event);
+}
+
+void CodeView::dragMoveEvent(QDragMoveEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        QsciScintilla::dragMoveEvent(event);
+}
+
+void CodeView::dropEvent(QDropEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->ignore();
+    else
+        ByUser([&] { QsciScintilla::dropEvent(event); });
+}
+
+QMimeData* CodeView::toMimeData(const QByteArray& bytes, bool rectangular) const
+{
+    QMimeData* data = QsciScintilla::toMimeData(bytes, rectangular);
+    data->setData(kBytesType, bytes);
+    return data;
+}
+
+QByteArray CodeView::fromMimeData(const QMimeData* source, bool& rectangular) const
+{
+    const QByteArray read = QsciScintilla::fromMimeData(source, rectangular);
+    return source->hasFormat(kBytesType) ? source->data(kBytesType) : read;
+}
+
+} // namespace wren
