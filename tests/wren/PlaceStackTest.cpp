@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-using wren::Place;
+using wren::VisitedPlace;
 using wren::PlaceStack;
 
 namespace {
 
-Place At(long offset)
+VisitedPlace At(long offset)
 {
     return {1, "/a.c", offset};
 }
@@ -55,7 +55,7 @@ TEST(PlaceStack, KeepsTheLatestWhenThereAreTooMany)
     PlaceStack places;
     for (long offset = 0; offset <= static_cast<long>(PlaceStack::kMost); ++offset)
         places.Left(At(offset));
-    std::optional<Place> oldest;
+    std::optional<VisitedPlace> oldest;
     size_t steps = 0;
     for (; places.CanGoBack(); ++steps)
         oldest = places.Back(At(9999));
@@ -95,7 +95,7 @@ TEST(PlaceStack, MovesThePlacesAheadTooAndNoOtherDocuments)
     places.Back(At(60));
     places.TextChanged(1, 0, 0, 1);
     EXPECT_EQ(places.Forward({2, "/b.c", 50}), At(61));
-    EXPECT_EQ(places.Back(At(61)), (Place{2, "/b.c", 50}));
+    EXPECT_EQ(places.Back(At(61)), (VisitedPlace{2, "/b.c", 50}));
 }
 
 TEST(PlaceStack, KeepsPlacesOfClosedDocumentsByTheirPath)
@@ -105,7 +105,7 @@ TEST(PlaceStack, KeepsPlacesOfClosedDocumentsByTheirPath)
     places.Left({2, "", 5});
     places.DocumentClosed(1);
     places.DocumentClosed(2);
-    EXPECT_EQ(places.Back(At(0)), (Place{0, "/a.c", 10})) << "and the one without a file is gone";
+    EXPECT_EQ(places.Back(At(0)), (VisitedPlace{0, "/a.c", 10})) << "and the one without a file is gone";
     EXPECT_FALSE(places.CanGoBack());
 }
 
@@ -118,6 +118,6 @@ TEST(PlaceStack, FollowsADocumentThatIsOpenedAgainOrGetsAName)
     places.DocumentNamed(7, "/a.c");
     places.DocumentNamed(2, "/new.c");
     places.TextChanged(7, 0, 0, 3);
-    EXPECT_EQ(places.Back(At(0)), (Place{2, "/new.c", 5}));
-    EXPECT_EQ(places.Back(At(0)), (Place{7, "/a.c", 13}));
+    EXPECT_EQ(places.Back(At(0)), (VisitedPlace{2, "/new.c", 5}));
+    EXPECT_EQ(places.Back(At(0)), (VisitedPlace{7, "/a.c", 13}));
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "vetch/display/HeadlessDisplay.h"
-#include "wren/cli/Place.h"
+#include "wren/core/Place.h"
 #include "wren/cli/SystemTagsHome.h"
 #include "wren/cli/UnseenFace.h"
 #include "wren/core/Host.h"

@@ -3,7 +3,7 @@
 
 #include "wren/cli/AskedEditor.h"
 #include "wren/cli/LookupFace.h"
-#include "wren/cli/Place.h"
+#include "wren/core/Place.h"
 
 #include <optional>
 #include <string>

@@ -6,7 +6,7 @@ namespace wren {
 
 namespace {
 
-void Push(std::vector<Place>* places, const Place& place)
+void Push(std::vector<VisitedPlace>* places, const VisitedPlace& place)
 {
     if (!places->empty() && places->back() == place)
         return;
@@ -15,11 +15,11 @@ void Push(std::vector<Place>* places, const Place& place)
     places->push_back(place);
 }
 
-std::optional<Place> Step(std::vector<Place>* from, std::vector<Place>* to, const Place& here)
+std::optional<VisitedPlace> Step(std::vector<VisitedPlace>* from, std::vector<VisitedPlace>* to, const VisitedPlace& here)
 {
     if (from->empty())
         return std::nullopt;
-    const Place next = from->back();
+    const VisitedPlace next = from->back();
     from->pop_back();
     Push(to, here);
     return next;
@@ -36,35 +36,35 @@ long Moved(long place, long offset, long removed, long inserted)
 
 } // namespace
 
-void PlaceStack::Left(const Place& place)
+void PlaceStack::Left(const VisitedPlace& place)
 {
     Push(&behind, place);
     ahead.clear();
 }
 
-std::optional<Place> PlaceStack::Back(const Place& here)
+std::optional<VisitedPlace> PlaceStack::Back(const VisitedPlace& here)
 {
     return Step(&behind, &ahead, here);
 }
 
-std::optional<Place> PlaceStack::Forward(const Place& here)
+std::optional<VisitedPlace> PlaceStack::Forward(const VisitedPlace& here)
 {
     return Step(&ahead, &behind, here);
 }
 
 void PlaceStack::TextChanged(long document, long offset, long removed, long inserted)
 {
-    for (std::vector<Place>* places : {&behind, &ahead})
-        for (Place& place : *places)
+    for (std::vector<VisitedPlace>* places : {&behind, &ahead})
+        for (VisitedPlace& place : *places)
             if (place.document == document)
                 place.offset = Moved(place.offset, offset, removed, inserted);
 }
 
 void PlaceStack::DocumentClosed(long document)
 {
-    for (std::vector<Place>* places : {&behind, &ahead}) {
-        std::erase_if(*places, [&](const Place& each) { return each.document == document && each.path.empty(); });
-        for (Place& place : *places)
+    for (std::vector<VisitedPlace>* places : {&behind, &ahead}) {
+        std::erase_if(*places, [&](const VisitedPlace& each) { return each.document == document && each.path.empty(); });
+        for (VisitedPlace& place : *places)
             if (place.document == document)
                 place.document = 0;
     }
@@ -72,8 +72,8 @@ void PlaceStack::DocumentClosed(long document)
 
 void PlaceStack::DocumentNamed(long document, const std::string& path)
 {
-    for (std::vector<Place>* places : {&behind, &ahead}) {
-        for (Place& place : *places) {
+    for (std::vector<VisitedPlace>* places : {&behind, &ahead}) {
+        for (VisitedPlace& place : *places) {
             if (place.document == document)
                 place.path = path;
             else if (place.document == 0 && place.path == path)

@@ -1,4 +1,4 @@
-#include "wren/cli/Place.h"
+#include "wren/core/Place.h"
 
 #include <algorithm>
 #include <cctype>
