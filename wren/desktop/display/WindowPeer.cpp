@@ -9,8 +9,9 @@
 #include "wren/desktop/display/UserPosts.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QKeyEvent>
-#include <QPalette>
+#include <QPainter>
 #include <QScrollBar>
 #include <QSizeGrip>
 
@@ -50,14 +51,27 @@ Qt::WindowFlags FlagsFor(const vetch::WindowDescription& window)
     return (window.flags & B_AVOID_FOCUS) != 0 ? kind | Qt::WindowDoesNotAcceptFocus : kind;
 }
 
-// A line around a window that has no other.
-class Content : public QFrame {
+// With a line around it for a window that has no other, in a tone that is seen on light and on dark grounds.
+class Content : public QWidget {
 public:
-    Content(bool bordered, QWidget* parent) : QFrame(parent)
+    Content(bool bordered, QWidget* parent) : QWidget(parent), bordered(bordered)
     {
-        setFrameStyle(bordered ? QFrame::Box | QFrame::Plain : QFrame::NoFrame);
-        setLineWidth(kBorder);
+        if (bordered)
+            setContentsMargins(kBorder, kBorder, kBorder, kBorder);
     }
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        if (!bordered)
+            return;
+        QPainter painter(this);
+        painter.setPen(Qt::gray);
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+
+private:
+    const bool bordered;
 };
 
 bool ReadsBefore(const QWidget* one, const QWidget* other)
@@ -284,6 +298,8 @@ void WindowPeer::Activate(bool active)
 
 void WindowPeer::FocusOn(QWidget* view)
 {
+    if (AvoidsFocus())
+        return; // its keys come by way of the editor
     if (view != nullptr)
         view->setFocus(Qt::OtherFocusReason);
     else if (content != nullptr && content->window()->focusWidget() != nullptr)
@@ -334,9 +350,8 @@ void WindowPeer::changeEvent(QEvent* event)
 
 void WindowPeer::keyPressEvent(QKeyEvent* event)
 {
-    if (AvoidsFocus()) { // some window managers give it the keyboard all the same
-        if (list != nullptr)
-            list->TakeKey(*event);
+    if (AvoidsFocus()) {
+        PassOn(*event);
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
         Press(buttons.empty() ? nullptr : buttons.front());
     } else if (event->key() == Qt::Key_Escape) {
@@ -344,6 +359,17 @@ void WindowPeer::keyPressEvent(QKeyEvent* event)
     } else {
         QWidget::keyPressEvent(event);
     }
+}
+
+// The keyboard may be where the mouse is, with no window manager or one that decides so: the keys are the editor's all the
+// same, and it hands back those that move in a list.
+void WindowPeer::PassOn(QKeyEvent& event)
+{
+    QWidget* editor = parentWidget() == nullptr ? nullptr : parentWidget()->window()->focusWidget();
+    if (editor != nullptr)
+        QCoreApplication::sendEvent(editor, &event);
+    else if (list != nullptr)
+        list->TakeKey(event);
 }
 
 void WindowPeer::Press(const QPointer<ButtonPeer>& button)

@@ -75,6 +75,7 @@ private:
     void OrderTabs();
     void FrameSeen();
     void ReportFrame();
+    void PassOn(QKeyEvent& event);
     void Press(const QPointer<ButtonPeer>& button);
 
     const vetch::LooperToken token;
