@@ -62,6 +62,8 @@ const Case kCases[] = {
      "[obj foo:a::cd|b c]"},
     {"even where the scope is far from there", "[obj ab::bbbbbbbbbb foo:x c|]", "bar::cd",
      "[obj ab::bbbbbbbbbb foo:cd|x c]"},
+    {"but without a scope in either, as many characters as it has are replaced in front of there",
+     "[obj ab::bbbbbbbbbb foo:x c|]", "cd", "[obj ab::bbbbbbcd|x c]"},
 };
 
 TEST(ReplaceWord, Cases)
@@ -96,6 +98,25 @@ TEST(ReplaceWord, GoesThroughAllStepsForAnEmptyCompletion)
     ReplaceWord(&host, "");
     EXPECT_THAT(host.log,
                 ElementsAre("BeginUndo 7 7 Insert symbol completion", "DeleteText 4 3", "InsertText  4", "Select 4 4"));
+}
+
+// The host is told of an edit each time, so that each choice is a step that can be undone.
+TEST(ReplaceWord, GoesThroughAllStepsWhenNothingIsMissing)
+{
+    FakeHost host("[a setAll:|];");
+    ReplaceWord(&host, "setAll:");
+    EXPECT_THAT(host.log, ElementsAre("BeginUndo 10 10 Insert symbol completion", "DeleteText 10 0", "InsertText  10",
+                                      "Select 10 10"));
+}
+
+// An empty completion stands for no selector, so it is not put in behind one: the range is taken away, whatever it says.
+TEST(ReplaceWord, TakesAwayTheRangeOfASelectorForAnEmptyCompletion)
+{
+    FakeHost host("[object set:x to:y|];");
+    ReplaceWord(&host, "");
+    EXPECT_THAT(host.log,
+                ElementsAre("BeginUndo 18 18 Insert symbol completion", "DeleteText 9 8", "InsertText  9", "Select 9 9"));
+    EXPECT_EQ(host.Marked(), "[object s|y];");
 }
 
 // A selector's range is no place in the document, and may begin before it: no host could answer what stands there.
