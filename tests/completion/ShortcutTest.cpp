@@ -64,6 +64,15 @@ TEST_F(Shortcut, IsTheOneThatTheHostHasBound)
     }
 }
 
+// The host answers a key of 0 then, and no keyboard has that; but no rule excepts it.
+TEST_F(Shortcut, ThatIsNotBoundIsTheKeyZero)
+{
+    Bind(0, 0);
+    Make();
+    const BMessage zero = KeyDown(std::string(1, '\0'), 0);
+    EXPECT_TRUE(window->IsInvokeShortcutEvent(&zero));
+}
+
 TEST_F(Shortcut, IsThatOfTheCompletionCommandAsTheListOpened)
 {
     host.shortcuts = {{"SymbolLookup", {'l', 0}}, {"SymbolCompletion", {'k', B_COMMAND_KEY}}};
@@ -98,6 +107,19 @@ TEST_F(Shortcut, IsTheListsOwnKeyAndNotDispatchedFurther)
     Route(B_DOWN_ARROW);
     SendKey(ListedWindow::Of(window)->TheList(), "\x1e", B_CONTROL_KEY);
     EXPECT_EQ(Sent(), Lines{"ksel 7: b"}) << "the arrow in it moved nothing";
+}
+
+// Seen where the list stays open: at the entry that says that there are more.
+TEST_F(Shortcut, DoesNotMoveTheSelectionToo)
+{
+    Bind(B_UP_ARROW, B_CONTROL_KEY);
+    Open(Numbered("name", 201));
+    ASSERT_TRUE(framework.display.ClickItem(Seen().number, 200));
+    framework.Settle();
+    SendKey(ListedWindow::Of(window)->TheList(), "\x1e", B_CONTROL_KEY);
+    EXPECT_EQ(Seen().list->selected, 200);
+    SendKey(ListedWindow::Of(window)->TheList(), "\x1e", 0);
+    EXPECT_EQ(Seen().list->selected, 199) << "as the key alone does";
 }
 
 TEST_F(Shortcut, IsAKeyAsAnyOtherToOtherHandlers)

@@ -184,6 +184,22 @@ TEST_F(SuggestCompletions, MakesAWindowEachTime)
     EXPECT_NE(Shown()->number, first);
 }
 
+// Whoever calls has closed what is open: a list that is there all the same is not filled anew.
+TEST_F(SuggestCompletions, MakesAWindowEvenBesideAnother)
+{
+    UseLocalNames({"draw", "drawRect"});
+    Suggest("draw|");
+    const CompletionWindow* first = CompletionWindow::gCompletionWindow;
+    Suggest("drawR|");
+    EXPECT_EQ(CompletionWindow::gCompletionWindow, first) << "what needs no list makes none";
+    UseLocalNames({"drop", "droplet"});
+    Suggest("drop|");
+    EXPECT_NE(CompletionWindow::gCompletionWindow, first);
+    ASSERT_EQ(framework.VisibleWindows().size(), 2u);
+    EXPECT_EQ(framework.VisibleWindows()[0].list->items, (Lines{"draw", "drawRect"}));
+    EXPECT_EQ(framework.VisibleWindows()[1].list->items, (Lines{"drop", "droplet"}));
+}
+
 TEST_F(SuggestCompletions, TheListBelongsToTheDocumentOfTheCall)
 {
     UseLocalNames({"draw", "drawRect"});

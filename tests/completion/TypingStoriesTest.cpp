@@ -1,4 +1,5 @@
 // What a user sees at the keyboard, from the first letter to the chosen entry.
+#include "plugin/KeyEvents.h"
 #include "tests/completion/TypingTest.h"
 
 namespace {
@@ -156,6 +157,30 @@ TEST_F(Typing, TheListThatTheCommandOpenedOutlivesItsOwnEdit)
     Send(208);
     framework.Settle();
     EXPECT_FALSE(Shown()) << "the next one is another's";
+}
+
+// The editor may tell of the command's edit while the command is still at it.
+TEST_F(Typing, TheCommandsEditIsMarkedFromItsBeginning)
+{
+    struct TellingHost : FakeHost {
+        void InsertText(const char* inserted, long length, long offset) override
+        {
+            marked = gHandlingAutoCompletePrimitive;
+            FakeHost::InsertText(inserted, length, offset);
+        }
+        bool marked = false;
+    };
+    Open("x = NSStringE|;", strings);
+    TellingHost telling;
+    static_cast<FakeHost&>(telling) = host;
+    telling.name = "SymbolCompletion";
+    {
+        const vetch::PluginCall call;
+        PluginMain(103, &telling);
+    }
+    EXPECT_EQ(telling.Marked(), "x = NSStringEncoding|;");
+    EXPECT_TRUE(telling.marked);
+    EXPECT_TRUE(gHandlingAutoCompletePrimitive) << "and until the editor says that it is done";
 }
 
 TEST_F(Typing, ChoosesFromTheListOfTypingWithTheShortcut)

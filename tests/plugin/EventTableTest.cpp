@@ -285,7 +285,9 @@ TEST_F(EventTable, MessagesForTheDocumentGoWhereTheyBelong)
         BMessage message(row.what);
         message.AddRef("refs", &directory);
         message.AddString("completion", "draw");
+        Send(300);
         EXPECT_EQ(SendMessage(message), row.result) << row.why;
+        EXPECT_EQ(gJustActivatedWindow, window) << row.why << ": it says nothing about windows";
         EXPECT_EQ(ResultsAreOpen(), !row.closes) << row.why;
         EXPECT_EQ(Seats::calls, row.seats) << row.why;
     }

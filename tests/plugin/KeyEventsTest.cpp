@@ -107,6 +107,37 @@ TEST_F(KeyEvents, ATypedKeySuggestsWhenAnIdentifierBeganOrGrewAndClosesOtherwise
     }
 }
 
+struct Rule {
+    const char* why;
+    long caret, start, size; // noted at the key; now they are 8, 4, 4
+    bool fits;
+};
+
+// In a document of one piece some of these follow from others, as the caret stands where the identifier ends.
+const Rule kRules[] = {
+    {"forward, at the same place, and longer", 7, 4, 3, true},
+    {"not forward", 8, 4, 3, false},
+    {"backward", 9, 4, 3, false},
+    {"at another place", 7, 3, 3, false},
+    {"not longer", 7, 4, 4, false},
+    {"shorter", 7, 4, 5, false},
+};
+
+TEST_F(KeyEvents, EachThingThatWasNotedCountsByItself)
+{
+    for (const Rule& row : kRules)
+        for (const long event : {207L, 208L}) {
+            OpenResultsBeside("x = draw|");
+            gPreKeyDownSelStart = row.caret;
+            gPreKeyDownPatternStart = row.start;
+            gPreKeyDownPatternSize = row.size;
+            EXPECT_EQ(Send(event), 0) << row.why;
+            EXPECT_EQ(ResultsAreOpen(), row.fits) << row.why << " " << event;
+            EXPECT_EQ(Suggested(), row.fits && event == 207) << row.why << " " << event;
+            Send(309);
+        }
+}
+
 struct Passed {
     const char* why;
     bool pending;

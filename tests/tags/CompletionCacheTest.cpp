@@ -170,6 +170,23 @@ TEST_F(CompletionCacheTest, LoadsInTheBackgroundAndRefusesSearchesMeanwhile)
     EXPECT_EQ(Completed(cache, "local"), Lines{}) << "the second load never ran";
 }
 
+// The other half is complete all the while, but a list of its names alone would change under the user's hands.
+TEST_F(CompletionCacheTest, RefusesSearchesWhileOneHalfIsLoadedAnew)
+{
+    ASSERT_TRUE(Reloads());
+    const HeldTagsFile held;
+    EXPECT_FALSE(::Load(cache, held.Entry(), system.Entry()));
+    Tags tags = Make(held.Entry(), system.Entry());
+    const bool inBackground = cache.LoadIfNeeded(tags, true);
+    const bool inForeground = cache.LoadIfNeeded(tags, false);
+    held.Open() << TagsOf({"heldName"});
+    vetch::JoinThreads();
+    EXPECT_FALSE(inBackground);
+    EXPECT_FALSE(inForeground);
+    EXPECT_TRUE(cache.LoadIfNeeded(tags, true));
+    EXPECT_EQ(Completed(cache, "heldN"), Lines{"heldName"});
+}
+
 TEST_F(CompletionCacheTest, NeverLoadsInTheForeground)
 {
     Tags tags = Make(local.Entry(), system.Entry());
@@ -178,6 +195,21 @@ TEST_F(CompletionCacheTest, NeverLoadsInTheForeground)
     EXPECT_EQ(Completed(cache, "local"), Lines{}) << "the cache is searched as it is";
     EXPECT_TRUE(Reloads());
     EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
+}
+
+// What is stale is forgotten at the first look, whether or not it may be loaded there.
+TEST_F(CompletionCacheTest, AStaleHalfThatIsMetInTheForegroundIsLoadedLater)
+{
+    ASSERT_TRUE(Reloads());
+    const BEntry entry = local.Entry();
+    const time_t loaded = TagFile(&entry, "", false).TagTime();
+    local.WriteTags(TagsOf({"newLocal"}));
+    Tags tags = Make(local.Entry(), system.Entry());
+    EXPECT_TRUE(cache.LoadIfNeeded(tags, false));
+    EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
+    SetTime(local.Tags(), loaded); // no longer later than what was loaded
+    EXPECT_TRUE(Reloads());
+    EXPECT_EQ(Completed(cache, "newLocal"), Lines{"newLocal"});
 }
 
 TEST_F(CompletionCacheTest, LoadsOnlyTheStaleHalf)
@@ -287,19 +319,28 @@ TEST_F(CompletionCacheTest, WithoutASystemPathItIsAlwaysLoading)
 
 TEST_F(CompletionCacheTest, AFileWrittenWhileItIsReadIsReadAgain)
 {
-    const HeldTagsFile held;
-    SetTime(held.Path(), NewTime());
-    EXPECT_FALSE(::Load(cache, held.Entry(), system.Entry()));
-    {
-        std::ofstream writer = held.Open();
-        writer << TagsOf({"first"});
+    for (const bool isLocal : {true, false}) {
+        CompletionCache cache;
+        const HeldTagsFile held;
         SetTime(held.Path(), NewTime());
+        const auto load = [&] {
+            return isLocal ? ::Load(cache, held.Entry(), system.Entry()) : ::Load(cache, local.Entry(), held.Entry());
+        };
+        EXPECT_FALSE(load());
+        {
+            std::ofstream writer = held.Open();
+            writer << TagsOf({"first"});
+            SetTime(held.Path(), NewTime());
+        }
+        vetch::JoinThreads();
+        const bool isLoaded = load();
+        EXPECT_FALSE(isLoaded) << "later than when the load began";
+        if (!isLoaded)
+            held.Open() << TagsOf({"second"});
+        vetch::JoinThreads();
+        EXPECT_EQ(Completed(cache, "first"), Lines{});
+        EXPECT_EQ(Completed(cache, "second"), Lines{"second"});
     }
-    vetch::JoinThreads();
-    EXPECT_FALSE(::Load(cache, held.Entry(), system.Entry())) << "later than when the load began";
-    held.Open() << TagsOf({"second"});
-    vetch::JoinThreads();
-    EXPECT_EQ(Completed(cache, "s"), (Lines{"second", "systemName"}));
 }
 
 TEST_F(CompletionCacheTest, LeavesNoFileOpen)

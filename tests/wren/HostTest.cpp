@@ -461,6 +461,11 @@ TEST_F(Host, BringsAMessageBackIntoItsDocument)
         PluginInterface::PostMessageToDocument(id, &choice);
     vetch::Settle();
     EXPECT_THAT(documents, ElementsAre(1, 2)) << "messages for documents that are not there are dropped";
+    for (const long id : {2, 1, 2})
+        PluginInterface::PostMessageToDocument(id, &choice);
+    host->AllDocuments().Close(2);
+    vetch::Settle();
+    EXPECT_THAT(documents, ElementsAre(1, 2, 1)) << "as are those for documents that have gone meanwhile";
 }
 
 TEST_F(Host, GivesAChosenDirectoryToTheFrontDocument)

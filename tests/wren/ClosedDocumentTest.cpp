@@ -1,0 +1,116 @@
+// What becomes of a list of completions whose document is closed, with the plug-in that users have.
+#include "tests/support/TempDirectory.h"
+#include "wren/core/PluginBundle.h"
+#include "wren/script/ScriptSession.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+
+using wren::Json;
+
+namespace {
+
+// The plug-in starts once in a process, so all tests go on in one session.
+class ClosedDocument : public testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        home.emplace();
+        ::setenv("HOME", home->Path().c_str(), 1);
+        std::string error;
+        bundle = wren::PluginBundle::Load(DECLARATION_BUNDLE, &error);
+        ASSERT_NE(bundle, nullptr) << error;
+        session.emplace(*bundle, "");
+    }
+    static void TearDownTestSuite()
+    {
+        session.reset();
+        bundle.reset();
+        home.reset();
+    }
+
+    ClosedDocument() { folder.Write("tags", "plotter\tplot.c\t1;\"\tf\nplotting\tplot.c\t1;\"\tf\n"); }
+    ~ClosedDocument() override { session->TheHost().AllDocuments().CloseAll(); }
+
+    // Lines that all sessions have; see tests/scripts.
+    Json Answer(const Json& line)
+    {
+        const Json answer = session->Answer(line.dump());
+        EXPECT_EQ(answer.value("ok", false), true) << line << answer;
+        return answer;
+    }
+    long Open(const char* name)
+    {
+        return Answer({{"do", "document"}, {"path", folder.Write(name, "")}}).at("document");
+    }
+    // The list with both names is open then.
+    long TypeUntilListed()
+    {
+        Answer({{"do", "type"}, {"text", "plo"}});
+        Answer({{"do", "settle"}}); // the names are loaded
+        Answer({{"do", "key"}, {"key", "t"}});
+        const Json windows = Windows();
+        EXPECT_EQ(windows.size(), 1u);
+        EXPECT_EQ(windows.at(0).at("list").at("items"), (Json{"plotter", "plotting"}));
+        return windows.at(0).at("window");
+    }
+    Json Windows() { return Answer({{"do", "state"}}).at("state").at("windows"); }
+    void Close(long document) { session->TheHost().AllDocuments().Close(document); }
+    std::string Text(long document) { return session->TheHost().AllDocuments().Find(document)->Text(); }
+
+    static inline std::optional<TempDirectory> home;
+    static inline std::unique_ptr<wren::PluginBundle> bundle;
+    static inline std::optional<wren::ScriptSession> session;
+    TempDirectory folder;
+};
+
+TEST_F(ClosedDocument, AnEntryThatIsChosenAfterwardsGoesNowhere)
+{
+    const long document = Open("a.c");
+    const long list = TypeUntilListed();
+    Close(document);
+    Answer({{"do", "invoke"}, {"window", list}, {"index", 1}});
+    EXPECT_EQ(Windows(), Json::array()) << "the list closes as after any choice";
+}
+
+TEST_F(ClosedDocument, AnEntryThatIsOnItsWayGoesNowhere)
+{
+    const long document = Open("a.c");
+    const long list = TypeUntilListed();
+    ASSERT_TRUE(session->Display().InvokeItem(list, 1));
+    Close(document);
+    session->Settle();
+    EXPECT_EQ(Windows(), Json::array());
+}
+
+TEST_F(ClosedDocument, AnEntryIsNotWrittenIntoTheDocumentThatIsInFrontNow)
+{
+    const long other = Open("b.c");
+    Answer({{"do", "type"}, {"text", "x = plo"}});
+    const long document = Open("a.c");
+    const long list = TypeUntilListed();
+    Close(document);
+    session->TheHost().MakeCurrent(*session->TheHost().AllDocuments().Find(other));
+    Answer({{"do", "invoke"}, {"window", list}, {"index", 1}});
+    EXPECT_EQ(Text(other), "x = plo");
+    EXPECT_EQ(Windows(), Json::array());
+}
+
+TEST_F(ClosedDocument, OpenedAgainItIsAnotherDocument)
+{
+    const long document = Open("a.c");
+    const long left = TypeUntilListed();
+    Close(document);
+    const long again = Open("a.c");
+    EXPECT_NE(again, document);
+    const long list = TypeUntilListed();
+    EXPECT_NE(list, left) << "the first letters close what the other has left";
+    Answer({{"do", "invoke"}, {"window", list}, {"index", 1}});
+    EXPECT_EQ(Text(again), "plotting");
+}
+
+} // namespace
