@@ -308,6 +308,15 @@ TEST_F(CompletionCacheTest, AFileThatCannotBeReadIsNotTriedAtEachKeyStroke)
     EXPECT_EQ(Completed(cache, "appeared"), Lines{"appeared"});
 }
 
+TEST_F(CompletionCacheTest, FilesWithoutNamesAreLoadedOnce)
+{
+    local.WriteTags("");
+    system.WriteTags("");
+    EXPECT_TRUE(Reloads());
+    EXPECT_FALSE(Reloads());
+    EXPECT_EQ(Completed(cache, ""), Lines{});
+}
+
 // Without a home directory there is no path to remember, so every key stroke begins a load and none ever finds anything.
 TEST_F(CompletionCacheTest, WithoutASystemPathItIsAlwaysLoading)
 {
