@@ -1,5 +1,6 @@
-// wren: looks symbols up in source code.
+// wren: looks symbols up in source code, and opens it in the editor.
 #include "wren/cli/Commands.h"
+#include "wren/cli/OpenEditor.h"
 
 #include <CLI/CLI.hpp>
 
@@ -9,7 +10,10 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
-constexpr const char* kFooter = R"(Examples:
+constexpr const char* kFooter = R"(Without a command, wren FILE... opens the files in the editor.
+
+Examples:
+    wren src/main.cpp:12            opens the file at line 12
     wren tags                       makes the tags of the current directory
     wren tags --system              makes the tags of the system's headers
     wren lookup src/main.cpp:12:8   what stands at line 12, column 8
@@ -21,10 +25,12 @@ wrong usage; what others there are, the commands say.)";
 
 } // namespace
 
-int main(int argc, char** argv)
+int main(int count, char** words)
 {
     // Whoever started this may have told it to ignore the ends of children, and then none could be waited for.
     std::signal(SIGCHLD, SIG_DFL);
+    if (wren::AsksForEditor(count, words))
+        return wren::OpenEditor(words);
     CLI::App app("Looks symbols up in source code, with the tags files that serve it.", "wren");
     app.footer(kFooter);
     app.set_version_flag("--version", std::string("wren ") + WREN_VERSION);
@@ -35,7 +41,7 @@ int main(int argc, char** argv)
     wren::AddCompleteCommand(app, &status);
     wren::AddScriptCommand(app, &status);
     try {
-        app.parse(argc, argv);
+        app.parse(count, words);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }

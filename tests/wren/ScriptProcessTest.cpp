@@ -85,8 +85,6 @@ TEST_F(ScriptProcess, EndsWithTwoForWrongUsageAndForABundleThatCannotBeUsed)
         std::string arguments;
         std::string says;
     } kCases[] = {
-        {"no command", "", "subcommand is required"},
-        {"an unknown command", "dance", "subcommand is required"},
         {"an unknown option", "script --dance", "--dance"},
         {"an option without its value", "script --home", "--home"},
         {"a stray word", "script word", "word"},

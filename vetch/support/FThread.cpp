@@ -3,6 +3,7 @@
 #include "vetch/support/HeldLocks.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <condition_variable>
 #include <cstdio>
@@ -35,6 +36,14 @@ Workers& TheWorkers()
 }
 
 thread_local bool onWorker = false;
+
+std::atomic<void (*)()> gWatcher = nullptr;
+
+void TellWatcher()
+{
+    if (void (*const watcher)() = gWatcher)
+        watcher();
+}
 
 void Join(std::list<Worker> workers)
 {
@@ -90,10 +99,13 @@ FThread::FThread(FunctionObject* function) : function(function)
                 onWorker = true;
                 GiveWay();
                 RunOnce();
-                std::lock_guard guard(workers.mutex);
-                worker->ended = true;
-                --workers.running;
-                workers.changed.notify_all();
+                {
+                    std::lock_guard guard(workers.mutex);
+                    worker->ended = true;
+                    --workers.running;
+                    workers.changed.notify_all();
+                }
+                TellWatcher();
             });
         } catch (...) {
             workers.all.erase(worker);
@@ -101,6 +113,7 @@ FThread::FThread(FunctionObject* function) : function(function)
         }
         ++workers.running;
     }
+    TellWatcher();
     Join(std::move(ended));
 }
 
@@ -129,6 +142,11 @@ void JoinThreads()
     }
     // Another thread may be joining the rest.
     workers.changed.wait(lock, [&] { return workers.running == 0; });
+}
+
+void SetThreadsWatcher(void (*watcher)())
+{
+    gWatcher = watcher;
 }
 
 bool ThreadsAreIdle()

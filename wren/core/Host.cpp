@@ -180,12 +180,18 @@ std::optional<bool> Host::ChooseFromSearchMenu(const std::string& label)
 
 BWindow* Host::OpenPreferences(const std::string& identifier, long* returned)
 {
+    BWindow* window = MakePreferencePanel(identifier, returned);
+    window->Show();
+    return window;
+}
+
+BWindow* Host::MakePreferencePanel(const std::string& identifier, long* returned)
+{
     std::string wanted = identifier;
     if (wanted.empty() && !panels.Registered().empty())
         wanted = panels.Registered().front().identifier;
     const auto [window, container] = panels.MakeWindow(bundle.Directory(), bundle.Identifier(), wanted);
     *returned = events.OpenPanel(wanted, container->Token());
-    window->Show();
     return window;
 }
 

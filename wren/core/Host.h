@@ -48,6 +48,9 @@ public:
     // what is wrong with any line of the file is told by Face::Warn, once a line. Borrowed.
     void SetOwnSettings(OwnSettings* settings);
 
+    // Where the Worksheet's lines run, unless it is to be its file's directory.
+    void SetWorksheetDirectory(const std::string& path) { worksheet.SetDirectory(path); }
+
     // Makes the user's cache directory, unless nothing is to be touched, has the plug-in register itself and gives it its
     // stored settings. What goes wrong with either is told by Face::Warn and stops nothing.
     enum class CacheDirectory { Make, LeaveAlone };
@@ -78,6 +81,8 @@ public:
 
     // The panel's window, shown. With an empty identifier, the first panel that the plug-in has registered.
     BWindow* OpenPreferences(const std::string& identifier, long* returned);
+    BWindow* MakePreferencePanel(const std::string& identifier, long* returned); // the same, not shown yet
+    const std::vector<PreferencePanel>& Panels() const { return panels.Registered(); }
 
     bool SaveSettings(std::string* error); // false, with the reason, when the file could not be written
 

@@ -60,6 +60,13 @@ std::unique_ptr<PluginBundle> PluginBundle::Load(const std::string& directory, s
         new PluginBundle(path, reinterpret_cast<MainFunction>(symbols[0]), reinterpret_cast<HelpFunction>(symbols[1])));
 }
 
+std::unique_ptr<PluginBundle> PluginBundle::Nothing()
+{
+    const MainFunction unhandled = [](long, PluginInterface*) -> long { return 0; };
+    const HelpFunction noHelp = []() -> const char* { return ""; };
+    return std::unique_ptr<PluginBundle>(new PluginBundle("", unhandled, noHelp));
+}
+
 std::string PluginBundle::DefaultDirectory()
 {
     std::error_code unknown;

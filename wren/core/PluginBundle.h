@@ -19,6 +19,9 @@ public:
     // Beside the program, or in ../lib/wren from there; the first of the two when there is none.
     static std::string DefaultDirectory();
 
+    // A plug-in that does nothing, for an editor whose bundle cannot be used.
+    static std::unique_ptr<PluginBundle> Nothing();
+
     long Main(long event, PluginInterface* record) const { return main(event, record); }
     std::string Help() const;
 

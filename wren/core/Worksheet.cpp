@@ -41,12 +41,14 @@ std::string Worksheet::Text() const
 
 std::string Worksheet::Directory() const
 {
+    if (!directory.empty())
+        return directory;
     const Document* document = documents.FindWorksheet();
     if (document == nullptr || document->Path().empty())
         return BPath(Home().c_str()).Path();
-    BEntry directory;
-    BEntry(&document->Ref()).GetParent(&directory);
-    return BPath(&directory).Path();
+    BEntry parent;
+    BEntry(&document->Ref()).GetParent(&parent);
+    return BPath(&parent).Path();
 }
 
 void Worksheet::Opened(Document& document)

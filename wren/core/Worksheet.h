@@ -15,13 +15,16 @@ public:
 
     void Append(const std::string& text);
     std::string Text() const;
-    std::string Directory() const; // of its file; the user's home while there is none
+    // Where its lines run: of its file, and the user's home while there is none, unless a face has chosen another.
+    std::string Directory() const;
+    void SetDirectory(const std::string& path) { directory = path; }
 
     void Opened(Document& document); // 'document' is the Worksheet from now on
 
 private:
     Documents& documents;
     std::string waiting;
+    std::string directory; // "" when none was chosen
 };
 
 // 'text' with "$WORKSHEET_DIR" expanded; a variable by another name stays as it is.

@@ -91,6 +91,12 @@ void EditorTabs::SetName(long document, const std::string& path, bool modified)
     setTabToolTip(index, file);
 }
 
+void EditorTabs::SetWorksheetName(long document)
+{
+    if (const int index = IndexOf(document); index >= 0)
+        setTabText(index, tr("Worksheet"));
+}
+
 void EditorTabs::SetLook(const EditorLook& look)
 {
     for (const auto& [document, view] : views)

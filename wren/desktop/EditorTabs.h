@@ -28,6 +28,7 @@ public:
     long DocumentOf(const CodeView* view) const;
 
     void SetName(long document, const std::string& path, bool modified); // "" for a text without a file
+    void SetWorksheetName(long document);
     void SetLook(const EditorLook& look);
 
 signals:

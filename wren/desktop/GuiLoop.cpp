@@ -13,25 +13,41 @@
 
 namespace wren {
 
-GuiLoop::GuiLoop(QtDisplay& display)
-    : display(display), wakeUps(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
+namespace {
+
+// Writing to it is all that other threads do. It is kept open for the life of the process: a thread that was late to hear
+// of the loop's end then writes to it, and not to another file.
+int WakeUps()
 {
-    if (wakeUps < 0)
-        throw std::system_error(errno, std::generic_category(), "eventfd");
-    notifier = new QSocketNotifier(wakeUps, QSocketNotifier::Read, this);
+    static const int wakeUps = [] {
+        const int made = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+        if (made < 0)
+            throw std::system_error(errno, std::generic_category(), "eventfd");
+        return made;
+    }();
+    return wakeUps;
+}
+
+} // namespace
+
+GuiLoop::GuiLoop(QtDisplay& display)
+    : display(display), notifier(new QSocketNotifier(WakeUps(), QSocketNotifier::Read, this))
+{
     connect(notifier, &QSocketNotifier::activated, this, &GuiLoop::Woken);
-    // A write to an eventfd fails only when its counter is full, and then the reader is awake already.
-    const auto wake = [fd = wakeUps] { [[maybe_unused]] const int ignored = ::eventfd_write(fd, 1); };
-    display.SetWakeUp(wake);
-    vetch::SetWakeUp(wake);
+    display.SetWakeUp(&GuiLoop::Wake);
+    vetch::SetWakeUp(&GuiLoop::Wake);
 }
 
 GuiLoop::~GuiLoop()
 {
     vetch::SetWakeUp(nullptr);
     display.SetWakeUp(nullptr);
-    notifier->setEnabled(false);
-    ::close(wakeUps);
+}
+
+void GuiLoop::Wake()
+{
+    // It fails only when the counter is full, and then the reader is awake already.
+    [[maybe_unused]] const int ignored = ::eventfd_write(WakeUps(), 1);
 }
 
 void GuiLoop::LetThrough()
@@ -48,8 +64,9 @@ void GuiLoop::LetThrough()
 void GuiLoop::Woken()
 {
     std::uint64_t count = 0;
-    [[maybe_unused]] const int ignored = ::eventfd_read(wakeUps, &count);
+    [[maybe_unused]] const int ignored = ::eventfd_read(WakeUps(), &count);
     LetThrough();
+    emit Woke();
 }
 
 } // namespace wren

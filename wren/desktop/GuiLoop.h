@@ -20,11 +20,15 @@ public:
 
     void LetThrough(); // at once, what is there
 
+    static void Wake(); // has Woke() emitted soon, if there is a loop. Any thread
+
+signals:
+    void Woke(); // after all that was there was let through
+
 private:
     void Woken();
 
     QtDisplay& display;
-    int wakeUps; // an eventfd; writing to it is all that other threads do
     QSocketNotifier* notifier;
     bool dispatching = false;
 };

@@ -143,7 +143,8 @@ uint32 KeyRouter::ClickBits(Qt::KeyboardModifiers held) const
         return ModifierBits(held, keys);
     if (!held.testFlag(Qt::ControlModifier))
         return ModifierBits(held, keys) & ~B_OPTION_KEY;
-    return B_OPTION_KEY | (held.testFlag(Qt::ShiftModifier) ? B_CONTROL_KEY : 0);
+    const uint32 control = held.testFlag(Qt::ShiftModifier) ? B_CONTROL_KEY : 0u;
+    return B_OPTION_KEY | control;
 }
 
 } // namespace wren

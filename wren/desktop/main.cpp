@@ -1,8 +1,72 @@
 // wren-desktop: the editor that a person sits at.
+#include "wren/desktop/Arguments.h"
+#include "wren/desktop/Endings.h"
+
 #include <QApplication>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kNoDisplay = 69; // EX_UNAVAILABLE of sysexits.h
+
+void ComplainOfNoDisplay()
+{
+    std::fputs("wren: there is no display to open a window on.\n"
+               "Set DISPLAY or WAYLAND_DISPLAY, or use the commands that need none: wren lookup and wren complete.\n",
+               stderr);
+}
+
+bool HasDisplay()
+{
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        if (const char* value = std::getenv(variable); value != nullptr && *value != '\0')
+            return true;
+    return false;
+}
+
+// Qt ends the program when it cannot reach the display that is named.
+void HearQt(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type != QtFatalMsg) {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+        return;
+    }
+    if (text.contains("platform plugin")) {
+        ComplainOfNoDisplay();
+        ::_exit(kNoDisplay);
+    }
+    std::fprintf(stderr, "wren: %s\n", qUtf8Printable(text));
+    std::abort();
+}
+
+} // namespace
 
 int main(int count, char** words)
 {
+    std::signal(SIGCHLD, SIG_DFL); // whoever started this may have ignored it, and then no child could be waited for
+    int status = 0;
+    const std::optional<wren::DesktopArguments> arguments = wren::ParseArguments(count, words, &status);
+    if (!arguments)
+        return status;
+    if (!HasDisplay()) {
+        ComplainOfNoDisplay();
+        return kNoDisplay;
+    }
+    qInstallMessageHandler(&HearQt);
+    QApplication::setApplicationName("wren");
+    QApplication::setApplicationDisplayName("Wren");
+    QApplication::setApplicationVersion(WREN_VERSION);
+    QApplication::setDesktopFileName("wren");
     QApplication application(count, words);
-    return 0;
+    wren::Editor editor(arguments->options);
+    const wren::Endings endings(editor);
+    for (const wren::Place& place : arguments->places)
+        editor.Open(place.file, place.line, place.column);
+    editor.Show();
+    return QApplication::exec();
 }

@@ -174,6 +174,16 @@ void CodeView::GoTo(long offset)
     TellState();
 }
 
+long CodeView::FirstVisibleLine() const
+{
+    return SendScintilla(SCI_GETFIRSTVISIBLELINE);
+}
+
+void CodeView::ShowFromLine(long line)
+{
+    SendScintilla(SCI_SETFIRSTVISIBLELINE, static_cast<unsigned long>(std::max(line, 0L)));
+}
+
 void CodeView::GoToLine(long line)
 {
     GoTo(lines.LineStart(line - 1));

@@ -85,6 +85,8 @@ public:
     long Caret() const;       // bytes
     void GoTo(long offset);   // caret there, in the middle of what is seen when it was not seen
     void GoToLine(long line); // from 1
+    long FirstVisibleLine() const; // from 0; where lines are wrapped, as they are drawn
+    void ShowFromLine(long line);
 
     // The partner of the brace at 'offset'; nothing when there is none, or none near enough to be looked for at every key.
     std::optional<long> PartnerOf(long offset) const;

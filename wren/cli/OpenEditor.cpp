@@ -1,0 +1,49 @@
+#include "wren/cli/OpenEditor.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string_view>
+#include <unistd.h>
+
+namespace wren {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::array<std::string_view, 7> kOwnWords = {"lookup", "tags",   "complete", "script",
+                                                       "--help", "-h", "--version"};
+constexpr int kNoEditor = 69; // EX_UNAVAILABLE of sysexits.h
+
+// Beside this program, or where it is when both are installed.
+fs::path EditorProgram()
+{
+    std::error_code unknown;
+    const fs::path here = fs::read_symlink("/proc/self/exe", unknown).parent_path();
+    const fs::path beside = here / "wren-desktop";
+    return fs::exists(beside, unknown) ? beside : here.parent_path() / "lib/wren/wren-desktop";
+}
+
+} // namespace
+
+bool AsksForEditor(int count, char** words)
+{
+    return count < 2 || std::ranges::find(kOwnWords, std::string_view(words[1])) == kOwnWords.end();
+}
+
+int OpenEditor(char** words)
+{
+    const fs::path program = EditorProgram();
+    ::execv(program.c_str(), words);
+    std::fprintf(stderr,
+                 "wren: the editor cannot be started: %s: %s\n"
+                 "Install Wren's desktop editor, or use the commands that need none: wren lookup and wren complete.\n",
+                 program.c_str(), std::strerror(errno));
+    return kNoEditor;
+}
+
+} // namespace wren

@@ -1,0 +1,24 @@
+// What the editor is started with.
+#pragma once
+
+#include "wren/core/Place.h"
+#include "wren/desktop/Editor.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace wren {
+
+struct DesktopArguments {
+    DesktopOptions options;
+    std::vector<Place> places; // line 0: none was given
+};
+
+// Nothing when the program is to end at once, with '*status': the words were wrong, or only asked for help.
+std::optional<DesktopArguments> ParseArguments(int count, char** words, int* status);
+
+// A file as a user names it: "FILE", or "FILE:LINE" and "FILE:LINE:COLUMN" where there is no file of that whole name.
+Place PlaceFrom(const std::string& word);
+
+} // namespace wren

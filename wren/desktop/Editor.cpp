@@ -1,0 +1,500 @@
+#include "wren/desktop/Editor.h"
+
+#include "vetch/app/Loop.h"
+#include "vetch/display/Display.h"
+#include "wren/core/Host.h"
+#include "wren/core/PluginBundle.h"
+#include "wren/core/UserDirectories.h"
+#include "wren/desktop/DesktopFace.h"
+#include "wren/desktop/EditorMenus.h"
+#include "wren/desktop/EditorTabs.h"
+#include "wren/desktop/FileKeeper.h"
+#include "wren/desktop/GuiLoop.h"
+#include "wren/desktop/IcnsIcon.h"
+#include "wren/desktop/KeyRouter.h"
+#include "wren/desktop/Look.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/NoticeBar.h"
+#include "wren/desktop/PluginButton.h"
+#include "wren/desktop/PreferencesDialog.h"
+#include "wren/desktop/SessionKeeper.h"
+#include "wren/desktop/StatusLine.h"
+#include "wren/desktop/WorksheetActions.h"
+#include "wren/desktop/display/QtDisplay.h"
+#include "wren/desktop/editor/CodeView.h"
+#include "wren/desktop/editor/FindBar.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QTimer>
+
+#include <algorithm>
+#include <filesystem>
+
+namespace wren {
+
+namespace {
+
+constexpr const char* kIcon = "/Contents/Resources/Declaration.icns";
+constexpr int kMostZoom = 20; // points more or less
+
+std::unique_ptr<PluginBundle> LoadBundle(const std::string& directory, QStringList* problems)
+{
+    std::string error;
+    std::unique_ptr<PluginBundle> bundle = PluginBundle::Load(directory, &error);
+    if (bundle != nullptr)
+        return bundle;
+    problems->append(Editor::tr("Symbols cannot be looked up or completed: %1. Texts can be edited all the same; "
+                                "installing Wren anew brings the plug-in back.")
+                         .arg(QString::fromStdString(error)));
+    return PluginBundle::Nothing();
+}
+
+std::string AbsolutePath(const std::string& path)
+{
+    return QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(path))).toStdString();
+}
+
+} // namespace
+
+Editor::Editor(const DesktopOptions& options)
+    : display(std::make_unique<QtDisplay>()), loop(std::make_unique<GuiLoop>(*display)),
+      bundle(LoadBundle(options.bundle, &problems)),
+      window(std::make_unique<MainWindow>(ReadIcns(bundle->Directory()->path + kIcon)))
+{
+    vetch::SetDisplay(display.get());
+    display->SetMainWindow(window.get());
+    look = LookFor(preferences.Values(), zoom);
+    face = std::make_unique<DesktopFace>(window->Tabs(), *window, window->Button(), look);
+    face->onWarn = [this](const std::string& text) { Warn(text); };
+    MakeHost(options);
+    session = std::make_unique<SessionKeeper>(*this);
+    menus = std::make_unique<EditorMenus>(*this);
+    Connect();
+    ApplyPreferences();
+}
+
+// The plug-in's windows end before the display that shows them, and that before Qt's own.
+Editor::~Editor()
+{
+    quitting = true;
+    window->disconnect(this);
+    window->Tabs().disconnect(this);
+    host->ShutDown();
+    loop->LetThrough();
+    menus.reset();
+    worksheet.reset();
+    files.reset();
+    session.reset();
+    router.reset();
+    host.reset();
+    loop.reset();
+    window.reset();
+    vetch::SetDisplay(nullptr);
+}
+
+void Editor::MakeHost(const DesktopOptions& options)
+{
+    host = std::make_unique<Host>(*bundle, *face, *face, options.settingsFile);
+    host->SetOwnSettings(&preferences);
+    host->SetWorksheetDirectory(QDir::currentPath().toStdString());
+    router = std::make_unique<KeyRouter>(*host, *display, *loop);
+    face->router = router.get();
+    files = std::make_unique<FileKeeper>(*host, window->Tabs(), window->Notices(), *window);
+    worksheet = std::make_unique<WorksheetActions>(*host, window->Tabs());
+    host->Start();
+}
+
+void Editor::Connect()
+{
+    face->onOpenMatch = [this](const std::string& path, long line) { OpenMatch(path, line); };
+    // It is raised when the plug-in call that adds to it is over.
+    face->onWorksheetGrown = [this] { QTimer::singleShot(0, this, &Editor::OpenWorksheet); };
+    router->onCaret = [this] { ShowState(); };
+    router->onModified = [this](CodeView& view, bool modified) {
+        const long id = window->Tabs().DocumentOf(&view);
+        if (const Document* document = host->AllDocuments().Find(id))
+            window->Tabs().SetName(id, document->Path(), modified && !document->IsWorksheet());
+        if (!modified)
+            session->Settled(id);
+        emit DocumentsChanged();
+    };
+    router->onChanged = [this](CodeView& view) { session->TextChanged(window->Tabs().DocumentOf(&view)); };
+    connect(loop.get(), &GuiLoop::Woke, this, [this] { window->Status().ShowBackground(); });
+    connect(&window->Tabs(), &EditorTabs::Raised, this, &Editor::Raised);
+    connect(&window->Tabs(), &EditorTabs::CloseAsked, this, &Editor::Close);
+    connect(window.get(), &MainWindow::UserCame, this, [this] { host->UserCame(); });
+    connect(window.get(), &MainWindow::UserLeft, this, [this] { host->UserLeft(); });
+    connect(window.get(), &MainWindow::FrameChanged, this, [this] { host->AllDocuments().FollowFrame(); });
+    connect(window.get(), &MainWindow::FilesDropped, this, [this](const QStringList& paths) {
+        for (const QString& path : paths)
+            Open(path.toStdString());
+    });
+    connect(&window->Button(), &PluginButton::Clicked, this, [this] {
+        host->Events().ButtonClicked();
+        loop->LetThrough();
+    });
+    connect(&window->Button(), &PluginButton::PopUpAsked, this, [this] {
+        host->Events().ButtonPopUp();
+        loop->LetThrough();
+    });
+    connect(files.get(), &FileKeeper::Saved, this, [this](long id) {
+        const Document* document = host->AllDocuments().Find(id);
+        window->Tabs().SetName(id, document->Path(), false);
+        places.DocumentNamed(id, document->Path());
+        session->Settled(id);
+        session->Opened(document->Path());
+        window->statusBar()->showMessage(tr("Saved %1").arg(QString::fromStdString(document->Path())), 4000);
+        emit DocumentsChanged();
+    });
+    connect(worksheet.get(), &WorksheetActions::Told, this,
+            [this](const QString& text) { window->statusBar()->showMessage(text, 8000); });
+    window->mayClose = [this] { return Quit(); };
+}
+
+void Editor::Show()
+{
+    window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(session->State().geometry)));
+    window->show();
+    for (const QString& problem : std::exchange(problems, {}))
+        window->Notices().Tell(problem);
+    if (preferences.Values().restoresSession && host->Current() == nullptr)
+        session->Restore();
+    session->OfferRecovery();
+    if (host->Current() == nullptr)
+        New();
+    host->AllDocuments().FollowFrame();
+    CurrentView()->setFocus();
+}
+
+bool Editor::Open(const std::string& path, long line, long column)
+{
+    std::string error;
+    const std::string absolute = AbsolutePath(path);
+    Document* document = host->AllDocuments().FindByPath(absolute);
+    if (document == nullptr) {
+        Document* untouched = host->Current();
+        const bool replaces = untouched != nullptr && untouched->Path().empty() && untouched->Length() == 0 &&
+                              !files->IsModified(*untouched);
+        document = Adopt(host->Open(absolute, std::nullopt, false, &error));
+        if (document == nullptr) {
+            QMessageBox::critical(window.get(), tr("Wren"), QString::fromStdString(error));
+            return false;
+        }
+        if (replaces)
+            Close(untouched->Id());
+    }
+    window->Tabs().Raise(document->Id());
+    session->Opened(absolute);
+    if (line > 0) {
+        CodeView* view = CurrentView();
+        view->GoToLine(line);
+        if (column > 1)
+            view->GoTo(std::min(view->Caret() + column - 1, document->LineEnd(line - 1)));
+    }
+    emit DocumentsChanged();
+    return true;
+}
+
+bool Editor::OpenUnsaved(const std::string& path, const std::string& text)
+{
+    std::string error;
+    Document* document = path.empty() ? &host->New() : host->AllDocuments().FindByPath(path);
+    if (document == nullptr && std::filesystem::exists(path))
+        document = host->Open(path, std::nullopt, path == WorksheetActions::File(), &error);
+    if (document == nullptr)
+        document = host->Open(path, "", path == WorksheetActions::File(), &error);
+    if (document == nullptr)
+        return false;
+    Adopt(document);
+    window->Tabs().Raise(document->Id());
+    // As an edit of what the file holds now, so that it counts as not saved and can be taken back.
+    document->BeginUndo({}, "Recover");
+    document->Delete(0, document->Length());
+    document->Insert(0, text);
+    document->CloseUndo();
+    window->Tabs().SetName(document->Id(), document->Path(), true);
+    return true;
+}
+
+void Editor::New()
+{
+    window->Tabs().Raise(Adopt(&host->New())->Id());
+    emit DocumentsChanged();
+}
+
+bool Editor::Close(long id)
+{
+    Document* document = host->AllDocuments().Find(id);
+    if (document == nullptr || !files->MayGo(*document))
+        return false;
+    if (document->IsWorksheet() && files->IsModified(*document) && !files->SaveCopyOfWorksheet(*document))
+        return false;
+    const bool wasCurrent = host->Current() == document;
+    files->Closed(id);
+    session->Settled(id);
+    places.DocumentClosed(id);
+    host->Close(*document);
+    window->Tabs().Remove(id);
+    if (wasCurrent && !quitting && host->Current() == nullptr && window->Tabs().count() == 0)
+        New();
+    emit DocumentsChanged();
+    return true;
+}
+
+bool Editor::Quit()
+{
+    for (Document* document : host->AllDocuments().All())
+        if (!files->MayGo(*document))
+            return false;
+    if (Document* sheet = host->AllDocuments().FindWorksheet())
+        if (files->IsModified(*sheet) && !files->SaveCopyOfWorksheet(*sheet))
+            return false;
+    quitting = true;
+    session->Save();
+    std::string error;
+    if (!host->SaveSettings(&error))
+        QMessageBox::warning(window.get(), tr("Wren"), QString::fromStdString(error));
+    for (Document* document : host->AllDocuments().All())
+        session->Settled(document->Id());
+    return true;
+}
+
+void Editor::OpenAsked()
+{
+    const Document* current = Current();
+    const std::string directory = current == nullptr ? "" : DirectoryOf(*current);
+    for (const QString& path :
+         QFileDialog::getOpenFileNames(window.get(), tr("Open"), QString::fromStdString(directory)))
+        Open(path.toStdString());
+}
+
+void Editor::Save()
+{
+    if (Document* document = Current())
+        files->Save(*document);
+}
+
+void Editor::SaveAs()
+{
+    if (Document* document = Current())
+        files->SaveAs(*document);
+}
+
+void Editor::SaveAll()
+{
+    for (Document* document : host->AllDocuments().All())
+        if (files->IsModified(*document) && !files->Save(*document))
+            return;
+}
+
+void Editor::Revert()
+{
+    if (Document* document = Current())
+        files->Revert(*document);
+}
+
+void Editor::CloseCurrent()
+{
+    if (const Document* document = Current())
+        Close(document->Id());
+}
+
+void Editor::GoBack()
+{
+    GoTo(places.Back(Here()));
+}
+
+void Editor::GoForward()
+{
+    GoTo(places.Forward(Here()));
+}
+
+void Editor::GoToLine()
+{
+    const Document* document = Current();
+    if (document == nullptr)
+        return;
+    const int last = static_cast<int>(document->LineAt(document->Length())) + 1;
+    const int now = static_cast<int>(document->LineAt(CurrentView()->Caret())) + 1;
+    bool chosen = false;
+    const int line =
+        QInputDialog::getInt(window.get(), tr("Go to Line"), tr("Line, 1 to %1:").arg(last), now, 1, last, 1, &chosen);
+    if (!chosen)
+        return;
+    places.Left(Here());
+    CurrentView()->GoToLine(line);
+    CurrentView()->setFocus();
+}
+
+void Editor::Run(const std::string& command)
+{
+    if (command == "GoBack")
+        GoBack();
+    else if (command == "GoForward")
+        GoForward();
+    else if (Current() != nullptr)
+        router->RunBound(command);
+    ShowState();
+}
+
+void Editor::OpenWorksheet()
+{
+    Document* document = host->AllDocuments().FindWorksheet();
+    if (document == nullptr) {
+        std::string error;
+        const std::string file = WorksheetActions::File();
+        const bool kept = !file.empty() && std::filesystem::exists(file);
+        document = Adopt(host->Open(file, kept ? std::nullopt : std::optional<std::string>(""), true, &error));
+        if (document == nullptr)
+            return Warn(error);
+        window->Tabs().SetWorksheetName(document->Id());
+    }
+    window->Tabs().Raise(document->Id());
+    CurrentView()->GoTo(document->Length());
+    emit DocumentsChanged();
+}
+
+void Editor::OpenPreferences()
+{
+    PreferencesDialog dialog(*host, *display, *loop, preferences.Values(), window.get());
+    connect(&dialog, &PreferencesDialog::Changed, this, [this](const PreferenceValues& values) {
+        preferences.Set(values);
+        ApplyPreferences();
+    });
+    dialog.exec();
+    std::string error;
+    if (!host->SaveSettings(&error))
+        Warn(error);
+}
+
+void Editor::UseZoom(int steps)
+{
+    zoom = steps == 0 ? 0 : std::clamp(zoom + steps, -kMostZoom, kMostZoom);
+    ApplyPreferences();
+}
+
+void Editor::AboutSymbols()
+{
+    QMessageBox::information(window.get(), tr("Symbols"), QString::fromStdString(bundle->Help()));
+}
+
+void Editor::About()
+{
+    QMessageBox::about(window.get(), tr("About Wren"),
+                       tr("Wren %1\n\nAn editor that looks up and completes symbols of C, C++ and Objective-C.\n\nThis "
+                          "program as a whole is under the GNU General Public License 3, since its text component is; "
+                          "Wren's own code is under the MIT licence.")
+                           .arg(QApplication::applicationVersion()));
+}
+
+Document* Editor::Current()
+{
+    return host->Current();
+}
+
+CodeView* Editor::CurrentView()
+{
+    return window->Tabs().CurrentView();
+}
+
+void Editor::ApplyPreferences()
+{
+    const PreferenceValues& values = preferences.Values();
+    ApplyColours(values.colours);
+    look = LookFor(values, zoom);
+    window->Tabs().SetLook(look);
+    router->keys = KeysFor(values);
+    router->controlClicks = values.lookupClick == PreferenceValues::LookupClick::Control;
+    display->SetModifierKeys(router->keys);
+    BindKeys();
+}
+
+// A command that has a key with a character is known to the plug-in by the first such: it shows it, and it is what chooses
+// from the list of completions. The other keys of the command do what that one does.
+void Editor::BindKeys()
+{
+    for (const CommandTable::Command& command : host->Commands().Registered())
+        host->Commands().Bind(command.name, {});
+    for (const auto& [command, key] : preferences.Values().keys)
+        if (host->Commands().BindingOf(command).key == 0)
+            if (const std::optional<KeyBinding> binding = BindingFrom(key, router->keys))
+                host->Commands().Bind(command, *binding);
+    menus->BindKeys(preferences.Values().keys);
+}
+
+void Editor::OpenMatch(const std::string& path, long line)
+{
+    const VisitedPlace left = Here();
+    if (!Open(path, line))
+        return;
+    places.Left(left);
+    emit DocumentsChanged();
+}
+
+VisitedPlace Editor::Here()
+{
+    const Document* document = Current();
+    return document == nullptr ? VisitedPlace() : VisitedPlace{document->Id(), document->Path(), CurrentView()->Caret()};
+}
+
+void Editor::GoTo(const std::optional<VisitedPlace>& place)
+{
+    if (!place)
+        return beep();
+    const Document* document = host->AllDocuments().Find(place->document);
+    if (document != nullptr)
+        window->Tabs().Raise(document->Id());
+    else if (place->path.empty() || !Open(place->path))
+        return;
+    CurrentView()->GoTo(std::min(place->offset, Current()->Length()));
+    emit DocumentsChanged();
+}
+
+void Editor::Raised(long id)
+{
+    Document* document = host->AllDocuments().Find(id);
+    if (document == nullptr)
+        return;
+    host->MakeCurrent(*document);
+    window->Find().SetView(CurrentView());
+    loop->LetThrough();
+    ShowState();
+    emit DocumentsChanged();
+}
+
+void Editor::ShowState()
+{
+    const Document* document = Current();
+    window->Status().Show(document, CurrentView());
+    const QString name = document == nullptr ? "" : QString::fromStdString(document->Path());
+    window->setWindowFilePath(name);
+    window->setWindowTitle(name.isEmpty() ? tr("Wren") : tr("%1 - Wren").arg(QFileInfo(name).fileName()));
+}
+
+Document* Editor::Adopt(Document* document)
+{
+    if (document == nullptr)
+        return nullptr;
+    CodeView* view = window->Tabs().ViewOf(document->Id());
+    view->SetClient(router.get());
+    view->SetLanguageFor(document->Path());
+    window->Tabs().SetName(document->Id(), document->Path(), false);
+    if (!document->Path().empty())
+        places.DocumentNamed(document->Id(), document->Path());
+    files->Opened(*document);
+    return document;
+}
+
+void Editor::Warn(const std::string& text)
+{
+    if (window->isVisible())
+        window->Notices().Tell(QString::fromStdString(text));
+    else
+        problems.append(QString::fromStdString(text));
+}
+
+} // namespace wren

@@ -1,0 +1,24 @@
+// Ends that the user did not ask for: signals, and a session that is closed.
+#pragma once
+
+#include <QObject>
+
+namespace wren {
+
+class Editor;
+
+// On SIGTERM, SIGINT and SIGHUP the session and copies of all unsaved texts are kept, and the process ends without a
+// question: nobody may be there to answer. One at a time; GUI thread.
+class Endings : public QObject {
+    Q_OBJECT
+public:
+    explicit Endings(Editor& editor); // borrowed
+    ~Endings() override;
+
+private:
+    void End();
+
+    Editor& editor;
+};
+
+} // namespace wren

@@ -1,0 +1,196 @@
+#include "wren/desktop/FileKeeper.h"
+
+#include "wren/core/Host.h"
+#include "wren/desktop/EditorTabs.h"
+#include "wren/desktop/NoticeBar.h"
+#include "wren/desktop/editor/CodeView.h"
+#include "wren/desktop/state/FileWatch.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+namespace wren {
+
+namespace {
+
+QString NameOf(const Document& document)
+{
+    return document.Path().empty() ? FileKeeper::tr("untitled")
+                                   : QFileInfo(QString::fromStdString(document.Path())).fileName();
+}
+
+} // namespace
+
+FileKeeper::FileKeeper(Host& host, EditorTabs& tabs, NoticeBar& notices, QWidget& window)
+    : host(host), tabs(tabs), notices(notices), window(window), watch(new FileWatch(this))
+{
+    connect(watch, &FileWatch::Changed, this, &FileKeeper::ChangedOnDisk);
+    connect(watch, &FileWatch::CameBack, this, &FileKeeper::ChangedOnDisk);
+    connect(watch, &FileWatch::Gone, this, &FileKeeper::GoneFromDisk);
+}
+
+FileKeeper::~FileKeeper() = default;
+
+void FileKeeper::Opened(Document& document)
+{
+    if (document.Path().empty() || document.IsWorksheet())
+        return;
+    stamps[document.Id()] = StampOf(document.Path());
+    watch->Watch(document.Id(), document.Path(), stamps[document.Id()]);
+}
+
+void FileKeeper::Closed(long document)
+{
+    watch->Unwatch(document);
+    stamps.erase(document);
+}
+
+bool FileKeeper::Save(Document& document)
+{
+    if (document.Path().empty())
+        return SaveAs(document);
+    return MayOverwrite(document) && Write(document, document.Path());
+}
+
+bool FileKeeper::SaveAs(Document& document)
+{
+    const QString path = QFileDialog::getSaveFileName(&window, tr("Save As"), QString::fromStdString(document.Path()));
+    if (path.isEmpty())
+        return false;
+    if (Document* other = host.AllDocuments().FindByPath(path.toStdString()); other != nullptr && other != &document) {
+        Complain(path.toStdString() + ": it is open in another tab; close that one first");
+        return false;
+    }
+    return Write(document, path.toStdString());
+}
+
+bool FileKeeper::SaveCopyOfWorksheet(Document& document)
+{
+    return Write(document, document.Path());
+}
+
+void FileKeeper::Revert(Document& document)
+{
+    if (document.Path().empty())
+        return;
+    if (IsModified(document) &&
+        QMessageBox::question(&window, tr("Wren"),
+                              tr("Give up your changes of %1 and take the file's text?").arg(NameOf(document))) !=
+            QMessageBox::Yes)
+        return;
+    Reload(document);
+}
+
+bool FileKeeper::MayGo(Document& document)
+{
+    if (!IsModified(document) || document.IsWorksheet())
+        return true;
+    tabs.Raise(document.Id());
+    switch (QMessageBox::question(&window, tr("Wren"), tr("Save the changes of %1?").arg(NameOf(document)),
+                                  QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
+    case QMessageBox::Save:
+        return Save(document);
+    case QMessageBox::Discard:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool FileKeeper::IsModified(const Document& document) const
+{
+    const CodeView* view = ViewOf(document);
+    return view != nullptr && view->IsModified();
+}
+
+bool FileKeeper::Write(Document& document, const std::string& path)
+{
+    CodeView* view = ViewOf(document);
+    std::string error;
+    if (!WriteWholeFile(path, view->Bytes(), &error)) {
+        Complain(error);
+        return false;
+    }
+    const bool renamed = path != document.Path();
+    if (renamed) {
+        Closed(document.Id());
+        document.SetPath(path);
+        view->SetLanguageFor(path);
+        Opened(document);
+    } else if (!document.IsWorksheet()) {
+        stamps[document.Id()] = StampOf(path);
+        watch->Saved(document.Id(), stamps[document.Id()]);
+    }
+    view->MarkSaved();
+    emit Saved(document.Id());
+    return true;
+}
+
+bool FileKeeper::MayOverwrite(const Document& document)
+{
+    const auto known = stamps.find(document.Id());
+    const FileStamp now = StampOf(document.Path());
+    if (known == stamps.end() || !now.exists || now == known->second)
+        return true;
+    return QMessageBox::warning(&window, tr("Wren"),
+                                tr("Another program has changed %1 since it was read here. Write over it?")
+                                    .arg(QString::fromStdString(document.Path())),
+                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+}
+
+bool FileKeeper::Reload(Document& document)
+{
+    std::string error;
+    const FileStamp stamp = StampOf(document.Path());
+    const std::optional<std::string> text = ReadWholeFile(document.Path(), &error);
+    if (!text) {
+        Complain(error);
+        return false;
+    }
+    CodeView* view = ViewOf(document);
+    const long caret = view->Caret();
+    const long top = view->FirstVisibleLine();
+    host.Events().DocumentChanged(); // the plug-in's windows point into the text that goes
+    view->SetBytes(*text);
+    view->GoTo(std::min(caret, document.Length()));
+    view->ShowFromLine(top);
+    stamps[document.Id()] = stamp;
+    watch->Saved(document.Id(), stamp);
+    emit Reloaded(document.Id());
+    return true;
+}
+
+void FileKeeper::ChangedOnDisk(long id)
+{
+    Document* document = host.AllDocuments().Find(id);
+    if (document == nullptr)
+        return;
+    if (!IsModified(*document)) {
+        Reload(*document);
+        return;
+    }
+    notices.Tell(tr("%1 was changed by another program. Your unsaved changes are kept: save to write over it, or choose "
+                    "File > Revert to take its text.")
+                     .arg(QString::fromStdString(document->Path())));
+}
+
+void FileKeeper::GoneFromDisk(long id)
+{
+    const Document* document = host.AllDocuments().Find(id);
+    if (document != nullptr)
+        notices.Tell(tr("%1 is no longer there. Its text is kept here: save to write it again.")
+                         .arg(QString::fromStdString(document->Path())));
+}
+
+void FileKeeper::Complain(const std::string& error)
+{
+    QMessageBox::critical(&window, tr("Wren"), QString::fromStdString(error));
+}
+
+CodeView* FileKeeper::ViewOf(const Document& document) const
+{
+    return tabs.ViewOf(document.Id());
+}
+
+} // namespace wren

@@ -1,0 +1,65 @@
+// The files of the documents: reading, saving, and what other programs do to them meanwhile.
+#pragma once
+
+#include "wren/core/TextFile.h"
+
+#include <QObject>
+
+#include <map>
+#include <string>
+
+namespace wren {
+
+class CodeView;
+class Document;
+class EditorTabs;
+class FileWatch;
+class Host;
+class NoticeBar;
+
+// No text is lost: what could not be saved stays open, and what another program wrote over unsaved changes is told, not
+// taken. GUI thread.
+class FileKeeper : public QObject {
+    Q_OBJECT
+public:
+    FileKeeper(Host& host, EditorTabs& tabs, NoticeBar& notices, QWidget& window); // borrowed
+    ~FileKeeper() override;
+
+    // Right after a document was opened: from now on its file is watched.
+    void Opened(Document& document);
+    void Closed(long document);
+
+    // True when it is saved. Without a file, and for SaveAs(), the user is asked for one; a question may come before.
+    bool Save(Document& document);
+    bool SaveAs(Document& document);
+    bool SaveCopyOfWorksheet(Document& document); // without any question
+
+    void Revert(Document& document); // takes the file's text, after a question when there are unsaved changes
+
+    // Asks about unsaved changes; false when the document is to stay.
+    bool MayGo(Document& document);
+
+    bool IsModified(const Document& document) const;
+
+signals:
+    void Saved(long document); // its name may be another one now
+    void Reloaded(long document);
+
+private:
+    bool Write(Document& document, const std::string& path);
+    bool MayOverwrite(const Document& document);
+    bool Reload(Document& document);
+    void ChangedOnDisk(long document);
+    void GoneFromDisk(long document);
+    void Complain(const std::string& error);
+    CodeView* ViewOf(const Document& document) const;
+
+    Host& host;
+    EditorTabs& tabs;
+    NoticeBar& notices;
+    QWidget& window;
+    FileWatch* watch;
+    std::map<long, FileStamp> stamps; // what each document's file was when it was read or written
+};
+
+} // namespace wren

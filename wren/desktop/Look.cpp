@@ -1,0 +1,100 @@
+#include "wren/desktop/Look.h"
+
+#include <QApplication>
+#include <QFontDatabase>
+#include <QKeySequence>
+#include <QPalette>
+#include <QStyle>
+
+#include <algorithm>
+
+namespace wren {
+
+namespace {
+
+QPalette DarkPalette()
+{
+    QPalette palette(QColor(45, 47, 51), QColor(36, 38, 41));
+    palette.setColor(QPalette::Highlight, QColor(52, 101, 164));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(114, 159, 207));
+    palette.setColor(QPalette::ToolTipBase, QColor(64, 66, 72));
+    palette.setColor(QPalette::ToolTipText, QColor(230, 230, 230));
+    return palette;
+}
+
+QPalette LightPalette()
+{
+    QPalette palette(QColor(239, 239, 239));
+    palette.setColor(QPalette::Highlight, QColor(48, 140, 198));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::ToolTipBase, QColor(255, 255, 220));
+    palette.setColor(QPalette::ToolTipText, Qt::black);
+    return palette;
+}
+
+// Text that is lighter than what it stands on.
+bool IsDark(const QPalette& palette)
+{
+    return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
+}
+
+Qt::KeyboardModifier KeyFor(PreferenceValues::Modifier modifier)
+{
+    switch (modifier) {
+    case PreferenceValues::Modifier::Alt:
+        return Qt::AltModifier;
+    case PreferenceValues::Modifier::Super:
+        return Qt::MetaModifier;
+    default:
+        return Qt::ControlModifier;
+    }
+}
+
+} // namespace
+
+EditorLook LookFor(const PreferenceValues& values, int zoom)
+{
+    EditorLook look;
+    look.font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (!values.font.empty())
+        look.font.setFamily(QString::fromStdString(values.font));
+    look.font.setStyleHint(QFont::Monospace);
+    look.font.setPointSize(std::clamp(values.fontSize + zoom, 4, 100));
+    look.dark = IsDark(QApplication::palette());
+    look.tabWidth = values.tabWidth;
+    look.indentsWithTabs = values.indentsWithTabs;
+    look.wraps = values.wrapsLines;
+    look.showsBlanks = values.showsBlanks;
+    return look;
+}
+
+ModifierKeys KeysFor(const PreferenceValues& values)
+{
+    return {KeyFor(values.command), KeyFor(values.control), KeyFor(values.option)};
+}
+
+void ApplyColours(PreferenceValues::Colours colours)
+{
+    if (colours == PreferenceValues::Colours::Dark)
+        QApplication::setPalette(DarkPalette());
+    else if (colours == PreferenceValues::Colours::Light)
+        QApplication::setPalette(LightPalette());
+    else
+        QApplication::setPalette(QPalette()); // the desktop's
+}
+
+std::optional<KeyBinding> BindingFrom(const std::string& key, const ModifierKeys& keys)
+{
+    const QKeySequence sequence = QKeySequence::fromString(QString::fromStdString(key), QKeySequence::PortableText);
+    if (sequence.count() != 1)
+        return std::nullopt;
+    const QKeyCombination combination = sequence[0];
+    const int code = combination.key();
+    if (code < Qt::Key_Space || code > Qt::Key_AsciiTilde)
+        return std::nullopt;
+    const char character = static_cast<char>(QChar(code).toLower().toLatin1());
+    return KeyBinding{character, ModifierBits(combination.keyboardModifiers(), keys)};
+}
+
+} // namespace wren

@@ -1,0 +1,21 @@
+// What the preferences mean for Qt.
+#pragma once
+
+#include "wren/core/CommandTable.h"
+#include "wren/core/Preferences.h"
+#include "wren/desktop/display/KeyInput.h"
+#include "wren/desktop/editor/EditorLook.h"
+
+#include <optional>
+#include <string>
+
+namespace wren {
+
+EditorLook LookFor(const PreferenceValues& values, int zoom); // zoom in points, on top of the font's size
+ModifierKeys KeysFor(const PreferenceValues& values);
+void ApplyColours(PreferenceValues::Colours colours); // to the whole application
+
+// A key with a character as the core knows it; nothing for a key without one, or of several strokes.
+std::optional<KeyBinding> BindingFrom(const std::string& key, const ModifierKeys& keys);
+
+} // namespace wren

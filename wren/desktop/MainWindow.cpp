@@ -1,0 +1,90 @@
+#include "wren/desktop/MainWindow.h"
+
+#include "wren/desktop/EditorTabs.h"
+#include "wren/desktop/NoticeBar.h"
+#include "wren/desktop/PluginButton.h"
+#include "wren/desktop/StatusLine.h"
+#include "wren/desktop/editor/FindBar.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace wren {
+
+MainWindow::MainWindow(const QIcon& pluginIcon)
+    : notices(new NoticeBar), tabs(new EditorTabs), find(new FindBar), tools(new QToolBar(tr("Tool bar"))),
+      button(new PluginButton(pluginIcon)), status(new StatusLine(statusBar()))
+{
+    setWindowTitle("Wren");
+    setAcceptDrops(true);
+    auto* content = new QWidget;
+    auto* column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(notices);
+    column->addWidget(tabs, 1);
+    column->addWidget(find);
+    setCentralWidget(content);
+    tools->setObjectName("tools");
+    tools->setMovable(false);
+    addToolBar(tools);
+    find->hide();
+}
+
+MainWindow::~MainWindow()
+{
+    delete status;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    event->setAccepted(!mayClose || mayClose());
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    if (event->type() != QEvent::ActivationChange || present == isActiveWindow())
+        return;
+    present = isActiveWindow();
+    if (present)
+        emit UserCame();
+    else
+        emit UserLeft();
+}
+
+void MainWindow::moveEvent(QMoveEvent* event)
+{
+    QMainWindow::moveEvent(event);
+    emit FrameChanged();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    emit FrameChanged();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    QStringList paths;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    if (paths.isEmpty())
+        return;
+    event->acceptProposedAction();
+    emit FilesDropped(paths);
+}
+
+} // namespace wren

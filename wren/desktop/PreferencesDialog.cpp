@@ -1,0 +1,89 @@
+#include "wren/desktop/PreferencesDialog.h"
+
+#include "vetch/app/Loop.h"
+#include "vetch/interface/BWindow.h"
+#include "wren/core/Host.h"
+#include "wren/core/PluginBundle.h"
+#include "wren/desktop/GuiLoop.h"
+#include "wren/desktop/IcnsIcon.h"
+#include "wren/desktop/display/QtDisplay.h"
+#include "wren/desktop/state/EditorPage.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QListWidget>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+namespace wren {
+
+PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& loop, const PreferenceValues& values,
+                                     QWidget* parent)
+    : QDialog(parent), host(host), display(display), loop(loop), editor(new EditorPage), titles(new QListWidget),
+      pages(new QStackedWidget)
+{
+    setWindowTitle(tr("Preferences"));
+    titles->setIconSize(QSize(32, 32));
+    titles->setMaximumWidth(160);
+    auto* row = new QHBoxLayout;
+    row->addWidget(titles);
+    row->addWidget(pages, 1);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::accept);
+    // Enter belongs to the field that it is pressed in, which takes its value then.
+    buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(row, 1);
+    column->addWidget(buttons);
+
+    editor->SetValues(values);
+    connect(editor, &EditorPage::Changed, this, [this] { emit Changed(editor->Values()); });
+    AddPage(QApplication::windowIcon(), tr("Editor"), editor);
+    AddPanels();
+    connect(titles, &QListWidget::currentRowChanged, pages, &QStackedWidget::setCurrentIndex);
+    titles->setCurrentRow(0);
+}
+
+PreferencesDialog::~PreferencesDialog()
+{
+    // A field takes its value when it is left.
+    if (QWidget* field = focusWidget())
+        field->clearFocus();
+    loop.LetThrough();
+    for (const vetch::LooperToken token : panels)
+        if (BLooper* panel = vetch::FindLooper(token))
+            panel->Quit();
+    loop.LetThrough();
+}
+
+void PreferencesDialog::AddPage(const QIcon& icon, const QString& title, QWidget* page)
+{
+    auto* area = new QScrollArea;
+    area->setWidget(page);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setWidgetResizable(page == editor);
+    area->setMinimumSize(page->sizeHint().expandedTo(page->size()) + QSize(24, 8));
+    pages->addWidget(area);
+    titles->addItem(new QListWidgetItem(icon, title));
+}
+
+void PreferencesDialog::AddPanels()
+{
+    for (const PreferencePanel& panel : host.Panels()) {
+        long returned = 0;
+        BWindow* window = host.MakePreferencePanel(panel.identifier, &returned);
+        display.Drain();
+        QWidget* content = display.TakeContent(window->LooperToken());
+        panels.push_back(window->LooperToken());
+        if (content == nullptr)
+            continue;
+        window->Show();
+        loop.LetThrough();
+        const std::string icon = host.Bundle().Directory()->path + "/Contents/Resources/" + panel.icon;
+        AddPage(ReadIcns(icon), QString::fromStdString(panel.title), content);
+    }
+}
+
+} // namespace wren

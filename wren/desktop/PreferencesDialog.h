@@ -1,0 +1,45 @@
+// The preferences: the editor's own page, and the plug-in's panels.
+#pragma once
+
+#include "vetch/app/BLooper.h"
+#include "wren/core/Preferences.h"
+
+#include <QDialog>
+
+#include <vector>
+
+class QListWidget;
+class QStackedWidget;
+
+namespace wren {
+
+class EditorPage;
+class GuiLoop;
+class Host;
+class QtDisplay;
+
+// What is changed counts at once. GUI thread.
+class PreferencesDialog : public QDialog {
+    Q_OBJECT
+public:
+    PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& loop, const PreferenceValues& values,
+                      QWidget* parent); // borrowed
+    ~PreferencesDialog() override;      // closes the panels
+
+signals:
+    void Changed(const PreferenceValues& values);
+
+private:
+    void AddPage(const QIcon& icon, const QString& title, QWidget* page);
+    void AddPanels();
+
+    Host& host;
+    QtDisplay& display;
+    GuiLoop& loop;
+    EditorPage* editor;
+    QListWidget* titles;
+    QStackedWidget* pages;
+    std::vector<vetch::LooperToken> panels;
+};
+
+} // namespace wren

@@ -1,0 +1,143 @@
+#include "wren/desktop/SessionKeeper.h"
+
+#include "wren/core/Host.h"
+#include "wren/desktop/Editor.h"
+#include "wren/desktop/EditorTabs.h"
+#include "wren/desktop/FileKeeper.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/NoticeBar.h"
+#include "wren/desktop/WorksheetActions.h"
+#include "wren/desktop/editor/CodeView.h"
+
+#include <QFileInfo>
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace wren {
+
+namespace {
+
+constexpr int kQuiet = 2000; // milliseconds without a change before a copy is written
+
+QString ListOf(const std::vector<UnsavedText>& texts)
+{
+    QStringList lines;
+    for (const UnsavedText& text : texts)
+        lines.append(SessionKeeper::tr("%1 (%2)")
+                         .arg(text.path.empty() ? SessionKeeper::tr("untitled") : QString::fromStdString(text.path),
+                              QString::fromStdString(text.savedAt)));
+    return lines.join('\n');
+}
+
+} // namespace
+
+SessionKeeper::SessionKeeper(Editor& editor) : editor(editor), state(LoadSession())
+{
+    quiet.setSingleShot(true);
+    quiet.setInterval(kQuiet);
+    connect(&quiet, &QTimer::timeout, this, &SessionKeeper::KeepChanged);
+}
+
+void SessionKeeper::Opened(const std::string& path)
+{
+    state.Opened(path);
+}
+
+void SessionKeeper::Restore()
+{
+    const SessionState last = state;
+    for (const SessionState::OpenFile& file : last.files) {
+        if (file.worksheet) {
+            editor.OpenWorksheet();
+        } else if (!QFileInfo::exists(QString::fromStdString(file.path)) || !editor.Open(file.path)) {
+            continue; // it went meanwhile: nobody asked for it now
+        }
+        editor.CurrentView()->GoTo(file.caret);
+        editor.CurrentView()->ShowFromLine(file.firstLine);
+    }
+    if (last.current >= 0 && last.current < static_cast<int>(last.files.size()))
+        if (Document* current = editor.TheHost().AllDocuments().FindByPath(last.files[last.current].path))
+            editor.Window().Tabs().Raise(current->Id());
+}
+
+void SessionKeeper::OfferRecovery()
+{
+    const std::vector<UnsavedText> left = recovery.Left();
+    if (!recovery.Problem().empty())
+        editor.Window().Notices().Tell(QString::fromStdString(recovery.Problem()));
+    if (left.empty())
+        return;
+    QMessageBox question(QMessageBox::Question, tr("Wren"),
+                         tr("Wren ended without saving these texts:\n\n%1\n\nOpen them as they were?").arg(ListOf(left)),
+                         QMessageBox::NoButton, &editor.Window());
+    QAbstractButton* open = question.addButton(tr("Open"), QMessageBox::AcceptRole);
+    QAbstractButton* discard = question.addButton(tr("Discard"), QMessageBox::DestructiveRole);
+    QAbstractButton* later = question.addButton(tr("Ask Later"), QMessageBox::RejectRole);
+    question.setEscapeButton(later);
+    question.exec();
+    for (const UnsavedText& text : left) {
+        if (question.clickedButton() == open && editor.OpenUnsaved(text.path, text.text)) {
+            Keep(editor.Current()->Id());
+            recovery.Discard(text);
+        } else if (question.clickedButton() == discard) {
+            recovery.Discard(text);
+        }
+    }
+}
+
+bool SessionKeeper::Save()
+{
+    Host& host = editor.TheHost();
+    state.files.clear();
+    state.current = -1;
+    for (const Document* document : host.AllDocuments().All()) {
+        if (document->Path().empty())
+            continue;
+        const CodeView* view = editor.Window().Tabs().ViewOf(document->Id());
+        if (document == host.Current())
+            state.current = static_cast<int>(state.files.size());
+        state.files.push_back({document->Path(), view->Caret(), view->FirstVisibleLine(), document->IsWorksheet()});
+    }
+    state.geometry = editor.Window().saveGeometry().toBase64().toStdString();
+    std::string error;
+    return SaveSession(state, &error);
+}
+
+void SessionKeeper::KeepUnsaved()
+{
+    for (const Document* document : editor.TheHost().AllDocuments().All())
+        if (editor.Files().IsModified(*document))
+            Keep(document->Id());
+}
+
+void SessionKeeper::TextChanged(long document)
+{
+    changed.insert(document);
+    quiet.start();
+}
+
+void SessionKeeper::Settled(long document)
+{
+    changed.erase(document);
+    recovery.Forget(document);
+}
+
+void SessionKeeper::KeepChanged()
+{
+    for (const long document : std::exchange(changed, {}))
+        Keep(document);
+}
+
+void SessionKeeper::Keep(long id)
+{
+    const Document* document = editor.TheHost().AllDocuments().Find(id);
+    if (document == nullptr)
+        return;
+    if (editor.Files().IsModified(*document))
+        recovery.Keep(id, document->Path(), editor.Window().Tabs().ViewOf(id)->Bytes());
+    else
+        recovery.Forget(id);
+}
+
+} // namespace wren

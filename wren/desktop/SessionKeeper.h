@@ -1,0 +1,43 @@
+// What is open, kept for the next start; and what is not saved, kept for the start after a crash.
+#pragma once
+
+#include "wren/desktop/state/Recovery.h"
+#include "wren/desktop/state/SessionState.h"
+
+#include <QTimer>
+
+#include <set>
+
+namespace wren {
+
+class CodeView;
+class Editor;
+
+// A text's copy is written once nothing has been typed for a moment; nothing wakes up while nothing changes. GUI thread.
+class SessionKeeper : public QObject {
+    Q_OBJECT
+public:
+    explicit SessionKeeper(Editor& editor); // borrowed
+
+    const SessionState& State() const { return state; }
+    void Opened(const std::string& path); // among the recent files
+
+    void Restore();        // opens the files of the last session
+    void OfferRecovery();  // asks about what a crash has left, if it has
+    bool Save();           // what is open now; false, told, when it could not be kept
+    void KeepUnsaved();    // copies of all unsaved texts, at once
+    void TextChanged(long document);
+    void Settled(long document); // saved or closed: no copy is needed
+
+private:
+    void KeepChanged();
+    void Keep(long document);
+
+    Editor& editor;
+    SessionState state;
+    Recovery recovery;
+    QTimer quiet;
+    std::set<long> changed; // since their last copy
+};
+
+} // namespace wren

@@ -1,0 +1,90 @@
+#include "wren/desktop/StatusLine.h"
+
+#include "vetch/display/Utf8.h"
+#include "vetch/support/FThread.h"
+#include "vetch/support/ShellCommand.h"
+#include "wren/core/Document.h"
+#include "wren/desktop/GuiLoop.h"
+#include "wren/desktop/editor/CodeView.h"
+
+#include <QLabel>
+#include <QStatusBar>
+
+#include <atomic>
+#include <cstdlib>
+
+namespace wren {
+
+namespace {
+
+std::atomic<int> gCommands = 0; // running now
+
+int RunCounted(const char* command)
+{
+    ++gCommands;
+    GuiLoop::Wake();
+    const int status = std::system(command);
+    --gCommands;
+    GuiLoop::Wake();
+    return status;
+}
+
+QString NameOf(LineEnds ends)
+{
+    switch (ends) {
+    case LineEnds::Windows:
+        return "CR LF";
+    case LineEnds::Mac:
+        return "CR";
+    default:
+        return "LF";
+    }
+}
+
+// From 1, as people count, in characters: what a byte of the middle of one belongs to counts once.
+long ColumnOf(const Document& document, long caret)
+{
+    const std::string before = document.Text(document.LineStart(document.LineAt(caret)), caret);
+    return static_cast<long>(vetch::CountCodePoints(before)) + 1;
+}
+
+} // namespace
+
+StatusLine::StatusLine(QStatusBar* bar) : background(new QLabel), position(new QLabel), ends(new QLabel)
+{
+    bar->addPermanentWidget(background);
+    bar->addPermanentWidget(ends);
+    bar->addPermanentWidget(position);
+    vetch::SetShellRunner(&RunCounted);
+    vetch::SetThreadsWatcher(&GuiLoop::Wake);
+}
+
+StatusLine::~StatusLine()
+{
+    vetch::SetThreadsWatcher(nullptr);
+    vetch::SetShellRunner(nullptr);
+}
+
+void StatusLine::Show(const Document* document, const CodeView* view)
+{
+    const bool any = document != nullptr && view != nullptr;
+    position->setVisible(any);
+    ends->setVisible(any);
+    if (!any)
+        return;
+    const long caret = view->Caret();
+    position->setText(tr("Line %1, column %2").arg(document->LineAt(caret) + 1).arg(ColumnOf(*document, caret)));
+    ends->setText(NameOf(view->Ends()));
+}
+
+void StatusLine::ShowBackground()
+{
+    if (gCommands > 0)
+        background->setText(tr("Making tags\u2026"));
+    else if (!vetch::ThreadsAreIdle())
+        background->setText(tr("Loading symbols\u2026"));
+    else
+        background->clear();
+}
+
+} // namespace wren

@@ -1,0 +1,47 @@
+// The Worksheet in the editor: opening it, and running its lines.
+#pragma once
+
+#include <QObject>
+
+#include <string>
+
+namespace wren {
+
+class CodeView;
+class Document;
+class EditorTabs;
+class Host;
+class WorksheetRunner;
+
+// What a command prints is put below the lines that were run, as it comes. Lines run in the directory in which the editor
+// was started, which the plug-in is told of as the Worksheet's. GUI thread.
+class WorksheetActions : public QObject {
+    Q_OBJECT
+public:
+    WorksheetActions(Host& host, EditorTabs& tabs); // borrowed
+    ~WorksheetActions() override;
+
+    // The file that keeps it between sessions; "" when there is no place for one.
+    static std::string File();
+
+    bool IsWorksheet(const Document* document) const; // null is none
+    bool IsRunning() const;
+    void RunLines(); // of the current document, if it is the Worksheet
+    void Stop();
+
+signals:
+    void StateChanged(); // began or ended
+    void Told(const QString& text);
+
+private:
+    void Put(const QByteArray& output);
+    void Ended(int status, bool stopped);
+
+    Host& host;
+    EditorTabs& tabs;
+    WorksheetRunner* runner;
+    long document = 0; // where the output goes; 0 once it was closed
+    long end = 0;      // behind the output so far
+};
+
+} // namespace wren
