@@ -5,6 +5,7 @@
 
 #include <Qsci/qscicommandset.h>
 
+#include <QAccessible>
 #include <QByteArray>
 #include <QDropEvent>
 #include <QKeyEvent>
@@ -107,16 +108,23 @@ void CodeView::ByStore(const std::function<void()>& action)
     TellLater(false);
 }
 
+void CodeView::ListenToScintilla()
+{
+    // Of every change that is done, Scintilla counts the characters before it for screen readers: a second for a key at the
+    // end of a big file. Without a screen reader it is asked to tell only of what is about to change.
+    constexpr int kComing = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_CONTAINER;
+    text.Send(SCI_SETMODEVENTMASK, QAccessible::isActive() ? SC_MODEVENTMASKALL : kComing);
+}
+
 void CodeView::TextModified(int offset, int kind, const char*, int length, int, int, int, int, int token, int)
 {
     if (kind & SC_MOD_CONTAINER && kind & SC_PERFORMED_UNDO)
         groups.NumberUndone(token);
-    if (kind & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE))
-        lines.Changing(offset, kind & SC_MOD_BEFOREDELETE ? length : 0);
-    if (!(kind & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)))
+    if (!(kind & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;
-    lines.Changed(offset, kind & SC_MOD_INSERTTEXT ? length : 0);
-    Note(offset, length, kind & SC_MOD_INSERTTEXT);
+    const bool inserts = kind & SC_MOD_BEFOREINSERT;
+    lines.Changing(offset, inserts ? 0 : length, inserts ? length : 0);
+    Note(offset, length, inserts);
     if (by == By::Unknown)
         TellLater(true);
 }
