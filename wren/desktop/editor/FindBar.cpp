@@ -14,7 +14,7 @@ namespace wren {
 namespace {
 
 constexpr long kMostCounted = 1000;
-constexpr long kLongestCounted = 4'000'000; // bytes: a longer text is not read through at every key
+constexpr long kLongestCounted = 1'000'000; // bytes: a longer text is not read through at every key
 
 QLineEdit* MakeField(QHBoxLayout& row, const char* name, const QString& hint)
 {
