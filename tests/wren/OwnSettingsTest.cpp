@@ -100,3 +100,15 @@ TEST_F(OwnSettings, AreThePluginsToIgnoreWhereNobodyElseHasThem)
     EXPECT_THAT(toPlugin, ElementsAre("WrenFontSize", "Fnord", "DeclOne"));
     EXPECT_EQ(Saved(), "WrenFontSize x\nFnord\nDeclOne new\n");
 }
+
+TEST_F(OwnSettings, AreSavedWhereThereIsNoDirectoryYet)
+{
+    file = home / ".config/wren/settings";
+    MakeHost(file);
+    host->SetOwnSettings(&preferences);
+    host->Start();
+    wren::PreferenceValues chosen;
+    chosen.tabWidth = 8;
+    preferences.Set(chosen);
+    EXPECT_EQ(Saved(), "WrenTabWidth 8\n");
+}

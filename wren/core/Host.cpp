@@ -197,6 +197,8 @@ BWindow* Host::MakePreferencePanel(const std::string& identifier, long* returned
 
 bool Host::SaveSettings(std::string* error)
 {
+    if (own != nullptr && !settings.MakeDirectory(error))
+        return false;
     for (const std::string& name : ownNames)
         settings.Register(name);
     settings.BeginSave();

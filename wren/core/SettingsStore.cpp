@@ -2,6 +2,7 @@
 
 #include "wren/core/Documents.h"
 #include "wren/core/TextFile.h"
+#include "wren/core/UserDirectories.h"
 
 #include <algorithm>
 #include <optional>
@@ -57,6 +58,12 @@ bool SettingsStore::Load(std::vector<StoredLine>* lines, std::string* error)
         if (++number; !SplitAtBlanks(line).empty())
             lines->push_back({number, std::move(line)});
     return true;
+}
+
+bool SettingsStore::MakeDirectory(std::string* error)
+{
+    const size_t slash = file.rfind('/');
+    return slash == std::string::npos || slash == 0 || MakeUserDirectory(file.substr(0, slash), error);
 }
 
 void SettingsStore::BeginSave()

@@ -32,6 +32,8 @@ public:
     bool IsRegistered(const std::string& name) const { return names.contains(name); }
     bool HasRegistered() const { return !names.empty(); }
 
+    bool MakeDirectory(std::string* error); // that the file is in; false, with the reason, when it cannot be made
+
     // Between the two, what is written replaces all stored lines of registered names. Lines of other names stay as they
     // are, since they belong to somebody else. False, with the reason in '*error', leaves the file as it was.
     void BeginSave();

@@ -19,7 +19,7 @@ constexpr float kSmallSize = 10; // of the menu on the editor's button
 
 float Width(const QFontMetricsF& metrics, char16_t character)
 {
-    return static_cast<float>(metrics.horizontalAdvance(QChar(character)));
+    return static_cast<float>(metrics.horizontalAdvance(QString(QChar(character))));
 }
 
 float WholePixels(double length)

@@ -83,7 +83,7 @@ bool ReadsBefore(const QWidget* one, const QWidget* other)
 
 WindowPeer::WindowPeer(const vetch::WindowDescription& window, const Surroundings& surroundings, QWidget* parent)
     : QWidget(parent, FlagsFor(window)), token(window.window), handler(window.handler), look(window.look),
-      flags(window.flags), surroundings(surroundings), content(new Content(IsPopUp(), this))
+      flags(window.flags), surroundings(surroundings), content(new Content(IsPopUp(), this)), frameTimer(this)
 {
     SetUp(window);
 }

@@ -25,14 +25,15 @@ constexpr const char* kWords =
     "while xor xor_eq _Alignas _Alignof _Atomic _Bool _Complex _Generic _Imaginary _Noreturn _Static_assert "
     "_Thread_local";
 
+// Not those that are Objective-C's in one place only and anybody's names elsewhere: in, copy, strong, getter ...
 constexpr const char* kObjectiveCWords =
     "@autoreleasepool @available @catch @class @compatibility_alias @defs @dynamic @encode @end @finally "
     "@implementation "
     "@import @interface @optional @package @private @property @protected @protocol @public @required @selector "
     "@synchronized @synthesize @throw @try id instancetype self super nil Nil YES NO BOOL SEL IMP Class Protocol "
-    "in out inout bycopy byref oneway nonatomic atomic strong weak copy assign retain readonly readwrite getter setter "
-    "nullable nonnull null_resettable null_unspecified _Nullable _Nonnull __block __weak __strong __bridge __kindof "
-    "__unsafe_unretained __autoreleasing NSInteger NSUInteger CGFloat unichar IBOutlet IBAction";
+    "nonatomic readonly readwrite nullable nonnull null_resettable null_unspecified _Nullable _Nonnull __block __weak "
+    "__strong __bridge __kindof __unsafe_unretained __autoreleasing NSInteger NSUInteger CGFloat unichar IBOutlet "
+    "IBAction";
 
 struct Row {
     int style;

@@ -16,6 +16,7 @@ namespace wren {
 namespace {
 
 constexpr int kNumbers = 0;                  // the margin of line numbers
+constexpr long kBesideNumbers = 6;           // pixels between them and the text
 constexpr double kHundredths = 100;          // Scintilla's unit of the size of fonts, of a point
 constexpr long kEnoughToDetect = 256 * 1024; // bytes that show what a file is indented with
 
@@ -66,6 +67,7 @@ void CodeView::SetUp()
     for (const int margin : {1, 2, 3, 4})
         setMarginWidth(margin, 0);
     setMarginType(kNumbers, NumberMargin);
+    text.Send(SCI_SETMARGINLEFT, 0, kBesideNumbers);
     text.Send(SCI_SETCARETLINEVISIBLEALWAYS, true);
     text.Send(SCI_SETMULTIPLESELECTION, false);
     text.Send(SCI_SETSCROLLWIDTH, 1);
@@ -80,14 +82,16 @@ void CodeView::WatchText()
 {
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &CodeView::TextModified);
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &CodeView::CharacterAdded);
-    connect(this, &QsciScintilla::linesChanged, this, &CodeView::FitMargin);
-    connect(this, &QsciScintillaBase::SCN_ZOOM, this, [this] { FitMargin(); });
+    connect(this, &QsciScintillaBase::SCN_ZOOM, this, &CodeView::FitMargin);
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTLEFT, this, [this] { TellLater(false); });
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] { TellLater(false); });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] {
         ShowBraces();
+        if (numberedLines != text.Send(SCI_GETLINECOUNT))
+            FitMargin();
         TellLater(false);
     });
+    ListenToScintilla();
 }
 
 void CodeView::SetClient(CodeViewClient* newClient)
@@ -120,6 +124,7 @@ void CodeView::SetBytes(std::string_view bytes)
     });
     ApplyEnds(EndsOf(bytes));
     ApplyIndentation();
+    FitMargin();
 }
 
 std::string CodeView::Bytes() const
@@ -248,7 +253,8 @@ void CodeView::ApplyIndentation()
 
 void CodeView::FitMargin()
 {
-    const size_t digits = std::max<size_t>(3, std::to_string(text.Send(SCI_GETLINECOUNT)).size());
+    numberedLines = text.Send(SCI_GETLINECOUNT);
+    const size_t digits = std::max<size_t>(3, std::to_string(numberedLines).size());
     setMarginWidth(kNumbers, QString(static_cast<int>(digits) + 1, '9'));
 }
 

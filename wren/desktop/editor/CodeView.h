@@ -55,6 +55,7 @@ public:
 
 enum class LineEnds { Unix, Windows, Mac };
 
+// Of the base's signals textChanged and linesChanged are not to be relied upon: see ChangedOtherwise and KeyApplied.
 class CodeView : public QsciScintilla {
     Q_OBJECT
 public:
@@ -144,6 +145,7 @@ private:
     void SetUp();
     void SetUpKeys();
     void WatchText();
+    void ListenToScintilla();
     void ApplyEnds(LineEnds ends);
     void ApplyColours();
     void SetStyle(int style, const QColor& ink, const QColor& paper);
@@ -184,6 +186,7 @@ private:
     Selection replaced;        // the selection when the action began: typing over it takes nothing away
     bool changeUntold = false; // by nobody known: told from the event loop
     bool toldLater = false;
+    long numberedLines = 0; // that the margin has been made wide enough for
     long toldCaret = 0;
     bool toldModified = false;
 };

@@ -5,6 +5,8 @@
 
 #include <Qsci/qscicommandset.h>
 
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QByteArray>
 #include <QDropEvent>
 #include <QKeyEvent>
@@ -61,6 +63,13 @@ constexpr StandardKey kStandardKeys[] = {
 // What is copied keeps its bytes between views: as text it would lose those that are no UTF-8.
 constexpr const char* kBytesType = "application/x-wren-bytes";
 
+QAccessibleInterface* PlainAccessible(const QString&, QObject* object)
+{
+    auto* view = qobject_cast<CodeView*>(object);
+    return view == nullptr || QAccessible::isActive() ? nullptr
+                                                      : new QAccessibleWidget(view, QAccessible::EditableText);
+}
+
 bool HoldsShortcut(const QKeyEvent& event)
 {
     return event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
@@ -107,16 +116,25 @@ void CodeView::ByStore(const std::function<void()>& action)
     TellLater(false);
 }
 
+// For screen readers Scintilla counts the characters before every change and before the caret: seconds, at the end of a big
+// file. Without a screen reader it is asked to tell only of what is about to change, and is a widget like any other.
+void CodeView::ListenToScintilla()
+{
+    static const bool kInstalled = (QAccessible::installFactory(PlainAccessible), true);
+    Q_UNUSED(kInstalled);
+    constexpr int kComing = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_CONTAINER;
+    text.Send(SCI_SETMODEVENTMASK, QAccessible::isActive() ? SC_MODEVENTMASKALL : kComing);
+}
+
 void CodeView::TextModified(int offset, int kind, const char*, int length, int, int, int, int, int token, int)
 {
     if (kind & SC_MOD_CONTAINER && kind & SC_PERFORMED_UNDO)
         groups.NumberUndone(token);
-    if (kind & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE))
-        lines.Changing(offset, kind & SC_MOD_BEFOREDELETE ? length : 0);
-    if (!(kind & (SC_MOD_INSERTTEXT | SC_MOD_DELETETEXT)))
+    if (!(kind & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;
-    lines.Changed(offset, kind & SC_MOD_INSERTTEXT ? length : 0);
-    Note(offset, length, kind & SC_MOD_INSERTTEXT);
+    const bool inserts = kind & SC_MOD_BEFOREINSERT;
+    lines.Changing(offset, inserts ? 0 : length, inserts ? length : 0);
+    Note(offset, length, inserts);
     if (by == By::Unknown)
         TellLater(true);
 }
@@ -197,9 +215,9 @@ bool CodeView::ApplyStandardKey(const QKeyEvent& event)
 
 void CodeView::PassKey(QKeyEvent& event)
 {
-    // Scintilla would type the letter of a shortcut that nobody has.
+    // Of a shortcut that nobody has, Scintilla would type the letter (Alt) or say that it did something (Control).
     const bool bound = standardCommands()->boundTo(event.key() | (event.modifiers() & ~Qt::KeypadModifier)) != nullptr;
-    if (HoldsShortcut(event) && !bound && !event.text().isEmpty() && event.text()[0].isPrint())
+    if (HoldsShortcut(event) && !bound)
         event.ignore();
     else
         QsciScintilla::keyPressEvent(&event);

@@ -11,7 +11,7 @@ EditorColours Light()
     c.paper = QColor(0xffffff);
     c.caretLine = QColor(0xf2f5f9);
     c.selection = QColor(0xbcd6f5);
-    c.lineNumbers = QColor(0x6e7781);
+    c.lineNumbers = QColor(0x646d77);
     c.margin = QColor(0xf6f8fa);
     c.keyword = QColor(0x0a3fa8);
     c.comment = QColor(0x4d6b50);

@@ -3,6 +3,7 @@
 #include <Qsci/qsciscintillabase.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace wren {
 
@@ -31,15 +32,26 @@ long TextLines::LineEnd(long line) const
 }
 
 // A change may part "\r\n" or put it together: the byte before it counts with it.
-void TextLines::Changing(long offset, long removed)
+void TextLines::Changing(long offset, long removed, long added)
 {
+    CatchUp();
     loneReturns -= CountLoneReturns(offset - 1, offset + removed);
+    inserted = Selection{offset, offset + added};
 }
 
-void TextLines::Changed(long offset, long inserted)
+bool TextLines::HasLoneReturns() const
 {
-    loneReturns += CountLoneReturns(offset - 1, offset + inserted);
-    index.TextChanged(offset);
+    CatchUp();
+    return loneReturns > 0;
+}
+
+void TextLines::CatchUp() const
+{
+    const std::optional<Selection> now = std::exchange(inserted, std::nullopt);
+    if (!now)
+        return;
+    loneReturns += CountLoneReturns(now->start - 1, now->end);
+    index.TextChanged(now->start);
 }
 
 std::string_view TextLines::Read() const

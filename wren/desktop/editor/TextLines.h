@@ -4,6 +4,8 @@
 #include "wren/core/LineIndex.h"
 #include "wren/desktop/editor/ViewText.h"
 
+#include <optional>
+
 namespace wren {
 
 // Scintilla ends a line at a carriage return that stands alone, too. As long as the text has none of those, Scintilla's own
@@ -16,19 +18,19 @@ public:
     long LineStart(long line) const; // the length when there is no such line
     long LineEnd(long line) const;   // before its "\n"
 
-    // Around every change.
-    void Changing(long offset, long removed);
-    void Changed(long offset, long inserted);
-
-    bool HasLoneReturns() const { return loneReturns > 0; }
+    // Before every change.
+    void Changing(long offset, long removed, long inserted);
 
 private:
+    bool HasLoneReturns() const;
+    void CatchUp() const;
     std::string_view Read() const;
     long CountLoneReturns(long start, long end) const;
 
     ViewText text;
-    long loneReturns = 0;
-    mutable LineIndex index; // used when there are some
+    mutable long loneReturns = 0;
+    mutable std::optional<Selection> inserted; // by the last change, and not looked at yet
+    mutable LineIndex index;                   // used when there are lone returns
 };
 
 } // namespace wren

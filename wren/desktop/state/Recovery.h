@@ -15,24 +15,26 @@ struct UnsavedText {
     std::string file;    // where the copy is
 };
 
-// Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. Not
-// thread-safe.
+// Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. A copy is
+// a line of JSON that says what it is of, and then the text. Not thread-safe.
 class Recovery {
 public:
-    Recovery(); // without a state directory it keeps nothing, and says so once by Problem()
+    Recovery();  // without a state directory, or locks in it, it keeps nothing, and Problem() says so
     ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
 
     void Keep(long document, const std::string& path, std::string_view text); // replaces its last copy, by rename
     void Forget(long document);
     std::string Problem() const; // why copies cannot be kept; "" when they can
 
-    // What editors that are gone have left. Reading removes nothing; Discard() does.
+    // What editors that are gone have left, the oldest first. Reading removes nothing; Discard() does. A copy that is
+    // damaged is passed over and stays.
     std::vector<UnsavedText> Left() const;
     void Discard(const UnsavedText& text);
 
 private:
     struct Own;
     std::unique_ptr<Own> own;
+    std::string problem;
 };
 
 } // namespace wren

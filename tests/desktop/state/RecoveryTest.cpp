@@ -1,0 +1,161 @@
+#include "wren/desktop/state/Recovery.h"
+
+#include "tests/desktop/state/StateDirectoryFixture.h"
+
+#include <filesystem>
+#include <functional>
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using wren::UnsavedText;
+
+namespace {
+
+class Recovery : public StateDirectoryFixture {
+protected:
+    // What an editor does that is killed afterwards.
+    void InAKilledEditor(const std::function<void(wren::Recovery&)>& what)
+    {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            wren::Recovery editor;
+            what(editor);
+            ::_exit(editor.Problem().empty() ? 0 : 1);
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    size_t Directories() const
+    {
+        return std::distance(fs::directory_iterator(InState("recovery")), fs::directory_iterator());
+    }
+};
+
+std::vector<std::string> Described(const std::vector<UnsavedText>& texts)
+{
+    std::vector<std::string> described;
+    for (const UnsavedText& text : texts)
+        described.push_back(text.path + ": " + text.text);
+    return described;
+}
+
+} // namespace
+
+TEST_F(Recovery, FindsWhatAKilledEditorHasLeft)
+{
+    InAKilledEditor([](wren::Recovery& editor) {
+        editor.Keep(1, "/odd \xff.c", "first");
+        editor.Keep(1, "/odd \xff.c", std::string_view("a\n\0\xfe", 4));
+        editor.Keep(2, "", "no file");
+        editor.Keep(3, "/c.c", "saved since");
+        editor.Forget(3);
+        editor.Forget(9);
+    });
+    const wren::Recovery next;
+    EXPECT_EQ(next.Problem(), "");
+    EXPECT_THAT(Described(next.Left()), ElementsAre(std::string("/odd \xff.c: a\n\0\xfe", 14), ": no file"));
+    EXPECT_THAT(next.Left().front().savedAt, ::testing::MatchesRegex("20..-..-.. ..:..:.."));
+    EXPECT_EQ(next.Left().size(), 2u) << "reading removes nothing";
+}
+
+TEST_F(Recovery, IsDoneWithWhatIsDiscarded)
+{
+    InAKilledEditor([](wren::Recovery& editor) {
+        editor.Keep(1, "/a.c", "one");
+        editor.Keep(2, "/b.c", "two");
+    });
+    wren::Recovery next;
+    const std::vector<UnsavedText> left = next.Left();
+    next.Discard(left.at(0));
+    EXPECT_THAT(Described(next.Left()), ElementsAre("/b.c: two"));
+    next.Discard(left.at(1));
+    next.Discard(left.at(1));
+    EXPECT_THAT(next.Left(), IsEmpty());
+    EXPECT_EQ(Directories(), 1u) << "its own";
+}
+
+TEST_F(Recovery, DoesNotTakeWhatARunningEditorKeeps)
+{
+    wren::Recovery running;
+    running.Keep(1, "/a.c", "text");
+    const wren::Recovery next;
+    EXPECT_THAT(next.Left(), IsEmpty());
+    EXPECT_THAT(running.Left(), IsEmpty());
+}
+
+TEST_F(Recovery, LeavesNothingAtARegularEnd)
+{
+    {
+        wren::Recovery editor;
+        editor.Keep(1, "/a.c", "text");
+        EXPECT_EQ(Directories(), 1u);
+    }
+    EXPECT_EQ(Directories(), 0u);
+}
+
+TEST_F(Recovery, RemovesWhatKilledEditorsWithoutCopiesHaveLeft)
+{
+    InAKilledEditor([](wren::Recovery&) {});
+    EXPECT_EQ(Directories(), 1u);
+    {
+        const wren::Recovery next;
+    }
+    EXPECT_EQ(Directories(), 0u);
+}
+
+TEST_F(Recovery, PassesOverDamagedCopiesAndNeverRemovesThem)
+{
+    InAKilledEditor([](wren::Recovery& editor) { editor.Keep(1, "/a.c", "good"); });
+    const std::string directory = fs::directory_iterator(InState("recovery"))->path();
+    const std::string name = fs::path(directory).filename();
+    const char* const kDamaged[] = {
+        "",
+        "no line",
+        "no JSON\ntext",
+        "{}\ntext",
+        "{\"path\": \"/b\", \"savedAt\": \"x\", \"size\": 5}\ncut",
+        "{\"path\": 7, \"savedAt\": \"x\", \"size\": 4}\ntext",
+        "{\"path\": \"/b\", \"savedAt\": 7, \"size\": 4}\ntext",
+        "{\"path\": \"/b\", \"savedAt\": \"x\", \"size\": \"4\"}\ntext",
+    };
+    int number = 100;
+    for (const char* damaged : kDamaged)
+        home.Write(".local/state/wren/recovery/" + name + "/" + std::to_string(++number) + ".copy", damaged);
+    {
+        wren::Recovery next;
+        EXPECT_THAT(Described(next.Left()), ElementsAre("/a.c: good"));
+        next.Discard(next.Left().front());
+        EXPECT_THAT(next.Left(), IsEmpty());
+    }
+    for (; number > 100; --number)
+        EXPECT_TRUE(fs::exists(directory + "/" + std::to_string(number) + ".copy")) << kDamaged[number - 101];
+}
+
+TEST_F(Recovery, SaysWhyNothingCanBeKept)
+{
+    home.Write(".local/state/wren/recovery", "in the way");
+    wren::Recovery blocked;
+    EXPECT_THAT(blocked.Problem(), HasSubstr("recovery: "));
+    blocked.Keep(1, "/a.c", "text");
+    EXPECT_THAT(blocked.Left(), IsEmpty());
+
+    ::unsetenv("HOME");
+    wren::Recovery homeless;
+    EXPECT_THAT(homeless.Problem(), HasSubstr("no home directory"));
+    homeless.Keep(1, "/a.c", "text");
+    EXPECT_THAT(homeless.Left(), IsEmpty());
+}
+
+TEST_F(Recovery, SaysThatACopyCouldNotBeWritten)
+{
+    wren::Recovery editor;
+    fs::remove_all(InState("recovery"));
+    editor.Keep(1, "/a.c", "text");
+    EXPECT_THAT(editor.Problem(), HasSubstr("No such file or directory"));
+}

@@ -1,0 +1,89 @@
+#include "wren/desktop/state/SessionState.h"
+
+#include "tests/desktop/state/StateDirectoryFixture.h"
+
+#include <gmock/gmock.h>
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using wren::SessionState;
+
+namespace {
+
+class Session : public StateDirectoryFixture {};
+
+SessionState Full()
+{
+    SessionState state;
+    state.files = {{"/a/b.c", 12, 3, false}, {"/odd \xff\"\n", 0, 0, false}, {"/W", 5, 1, true}};
+    state.current = 2;
+    state.recentFiles = {"/new", "/odd \xff"};
+    state.geometry = "AdnQywAD";
+    return state;
+}
+
+} // namespace
+
+TEST_F(Session, IsEmptyWhereNoneWasSaved)
+{
+    EXPECT_EQ(wren::LoadSession(), SessionState());
+}
+
+TEST_F(Session, ComesBackAsItWasSavedWithPathsOfAnyBytes)
+{
+    std::string error;
+    ASSERT_TRUE(wren::SaveSession(Full(), &error)) << error;
+    EXPECT_EQ(wren::LoadSession(), Full());
+    ASSERT_TRUE(wren::SaveSession(SessionState(), &error)) << error;
+    EXPECT_EQ(wren::LoadSession(), SessionState());
+}
+
+TEST_F(Session, IsEmptyWhenItsFileIsDamaged)
+{
+    const char* const kDamaged[] = {"",
+                                    "{",
+                                    "[]",
+                                    "7",
+                                    "{\"files\": 7}",
+                                    "{\"files\": [{}]}",
+                                    "{\"files\": [{\"path\": {}}]}",
+                                    "{\"files\": [], \"recentFiles\": [1]}",
+                                    "{\"geometry\": 1}",
+                                    "{\"current\": \"x\"}"};
+    for (const char* damaged : kDamaged) {
+        home.Write(".local/state/wren/session.json", damaged);
+        EXPECT_EQ(wren::LoadSession(), SessionState()) << damaged;
+    }
+}
+
+TEST_F(Session, PointsAtNoFileThatItDoesNotHave)
+{
+    home.Write(".local/state/wren/session.json",
+               R"({"files": [{"path": "/a", "caret": -5, "firstLine": -1}], "current": 1})");
+    const SessionState state = wren::LoadSession();
+    EXPECT_EQ(state.current, -1);
+    EXPECT_THAT(state.files, ElementsAre(SessionState::OpenFile{"/a", 0, 0, false}));
+}
+
+TEST_F(Session, SaysWhyItCannotBeSaved)
+{
+    home.Write(".local/state/wren", "in the way");
+    std::string error;
+    EXPECT_FALSE(wren::SaveSession(Full(), &error));
+    EXPECT_THAT(error, HasSubstr(".local/state/wren: "));
+    ::unsetenv("HOME");
+    EXPECT_FALSE(wren::SaveSession(Full(), &error));
+    EXPECT_THAT(error, HasSubstr("home"));
+}
+
+TEST(RecentFiles, AreTheNewestFirstAndEachOnce)
+{
+    SessionState state;
+    for (const char* path : {"/a", "/b", "/a"})
+        state.Opened(path);
+    EXPECT_THAT(state.recentFiles, ElementsAre("/a", "/b"));
+    for (size_t number = 0; number < 2 * SessionState::kMostRecent; ++number)
+        state.Opened("/" + std::to_string(number));
+    EXPECT_EQ(state.recentFiles.size(), SessionState::kMostRecent);
+    EXPECT_EQ(state.recentFiles.front(), "/" + std::to_string(2 * SessionState::kMostRecent - 1));
+}

@@ -1,0 +1,67 @@
+// Tells when the files of open documents change on disk.
+#pragma once
+
+#include "wren/core/TextFile.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+
+class QSocketNotifier;
+
+namespace wren {
+
+// Watches files and the directories they are in, so that one that is replaced by a rename is followed, and one that went is
+// found when it is back. The system reports what happens (inotify): nothing runs while nothing does. Reports are looked into
+// a tenth of a second later, when most writers are done. A file whose stamp is the known one is not told of, nor, up to
+// kLargestCompared, one that was only touched or written again with the same content. GUI thread.
+class FileWatch : public QObject {
+    Q_OBJECT
+public:
+    static constexpr std::int64_t kLargestCompared = 16 * 1024 * 1024; // bytes
+
+    explicit FileWatch(QObject* parent = nullptr);
+    ~FileWatch() override;
+
+    // 'stamp' is that of the file when it was read; a document has one file, and the newest counts.
+    void Watch(long document, const std::string& path, const FileStamp& stamp);
+    void Unwatch(long document);
+    void Saved(long document, const FileStamp& stamp); // by this editor, or read again
+
+    // Looks at all files now: some file systems report nothing of what other machines do.
+    void Check();
+
+signals:
+    void Changed(long document);  // the content is another than it was when last told of
+    void Gone(long document);     // there is no file any more
+    void CameBack(long document); // there is one again; Changed() follows if its content is another
+
+private:
+    struct File {
+        std::string path;
+        FileStamp stamp;                    // of the content that the document knows of
+        std::optional<std::size_t> content; // hashed; nothing when it is too large or changed too early
+        bool gone = false;
+    };
+
+    void Take(File* file, const FileStamp& stamp);
+    void CheckOne(long document);
+    bool IsSameContent(const File& file, const FileStamp& now) const;
+    void ReadReports();
+    bool Concerns(const std::string& name) const;
+    void WatchPlaces();
+    std::set<std::string> Places() const;
+
+    int reports = -1; // of inotify; -1 where the system gives none, and then only Check() finds anything
+    QSocketNotifier* notifier = nullptr;
+    QTimer soon;
+    std::map<long, File> files;
+    std::map<std::string, int> watched; // a place and the number by which it is reported
+};
+
+} // namespace wren

@@ -1,0 +1,225 @@
+#include "wren/desktop/state/Recovery.h"
+
+#include "wren/core/Documents.h"
+#include "wren/core/TextFile.h"
+#include "wren/core/UserDirectories.h"
+#include "wren/desktop/state/JsonBytes.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace wren {
+
+namespace {
+
+namespace fs = std::filesystem;
+using nlohmann::json;
+
+constexpr const char* kLock = "lock";
+constexpr const char* kEnd = ".copy";
+
+std::string RecoveryDirectory()
+{
+    return StateDirectory().empty() ? "" : StateDirectory() + "/recovery";
+}
+
+// The lock of an editor's directory, held as long as this lives.
+class Lock {
+public:
+    explicit Lock(const std::string& directory, int flags)
+        : path(directory + "/" + kLock), file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | flags, 0600))
+    {
+        problem = file < 0 || ::flock(file, LOCK_EX | LOCK_NB) != 0 ? errno : 0;
+        if (problem == 0 && !IsStillThere())
+            problem = ENOENT;
+    }
+    ~Lock()
+    {
+        if (file >= 0)
+            ::close(file);
+    }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+    int Problem() const { return problem; } // errno's, 0 when it is held
+
+private:
+    // Another editor that starts may have taken the directory for a dead one's and removed it.
+    bool IsStillThere() const
+    {
+        struct stat held, named;
+        return ::fstat(file, &held) == 0 && ::stat(path.c_str(), &named) == 0 && held.st_ino == named.st_ino;
+    }
+
+    const std::string path;
+    const int file;
+    int problem;
+};
+
+std::vector<std::string> EntriesOf(const std::string& directory)
+{
+    std::vector<std::string> entries;
+    std::error_code problem;
+    for (fs::directory_iterator entry(directory, problem), end; !problem && entry != end; entry.increment(problem))
+        entries.push_back(entry->path());
+    std::sort(entries.begin(), entries.end());
+    return entries;
+}
+
+// An unfinished copy counts for nothing: the one before it is still there.
+bool IsCopy(const std::string& file)
+{
+    const std::string name = fs::path(file).filename();
+    return name != kLock && !name.starts_with(".wren-");
+}
+
+void RemoveIfEmpty(const std::string& directory)
+{
+    const std::vector<std::string> files = EntriesOf(directory);
+    if (std::any_of(files.begin(), files.end(), IsCopy))
+        return;
+    for (const std::string& file : files)
+        ::unlink(file.c_str());
+    ::rmdir(directory.c_str());
+}
+
+bool IsLeft(const std::string& directory)
+{
+    return Lock(directory, 0).Problem() == 0;
+}
+
+void RemoveEmptyOnes()
+{
+    for (const std::string& directory : EntriesOf(RecoveryDirectory()))
+        if (const Lock lock(directory, 0); lock.Problem() == 0)
+            RemoveIfEmpty(directory);
+}
+
+std::string Now()
+{
+    const std::time_t now = std::time(nullptr);
+    std::tm local = {};
+    ::localtime_r(&now, &local);
+    char text[32];
+    return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local));
+}
+
+std::optional<UnsavedText> ReadCopy(const std::string& file)
+{
+    std::string ignored;
+    std::optional<std::string> copy = ReadWholeFile(file, &ignored);
+    const size_t end = copy ? copy->find('\n') : std::string::npos;
+    if (end == std::string::npos)
+        return std::nullopt;
+    try {
+        const json head = json::parse(copy->substr(0, end));
+        const auto size = head.at("size").get<size_t>();
+        if (size != copy->size() - end - 1)
+            return std::nullopt;
+        return UnsavedText{BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file};
+    } catch (const json::exception&) {
+        return std::nullopt;
+    }
+}
+
+} // namespace
+
+struct Recovery::Own {
+    explicit Own(const std::string& directory) : directory(directory), lock(directory, O_CREAT) {}
+    ~Own()
+    {
+        if (lock.Problem() != 0)
+            return;
+        for (const long document : kept)
+            ::unlink(CopyOf(document).c_str());
+        RemoveIfEmpty(directory);
+    }
+    std::string CopyOf(long document) const { return directory + "/" + std::to_string(document) + kEnd; }
+
+    const std::string directory;
+    const Lock lock;
+    std::set<long> kept;
+};
+
+Recovery::Recovery()
+{
+    if (RecoveryDirectory().empty()) {
+        problem = "there is no home directory: copies of unsaved texts have no place";
+        return;
+    }
+    if (!MakeUserDirectory(RecoveryDirectory(), &problem))
+        return;
+    RemoveEmptyOnes();
+    for (int number = 1; own == nullptr && problem.empty(); ++number) {
+        const std::string directory =
+            RecoveryDirectory() + "/" + std::to_string(::getpid()) + "-" + std::to_string(number);
+        int reason = ::mkdir(directory.c_str(), 0700) == 0 ? 0 : errno;
+        if (reason == EEXIST)
+            continue;
+        if (reason == 0) {
+            own = std::make_unique<Own>(directory);
+            reason = own->lock.Problem();
+        }
+        if (reason != 0)
+            own = nullptr;
+        if (reason != 0 && reason != ENOENT && reason != EWOULDBLOCK)
+            problem = directory + ": " + std::strerror(reason);
+    }
+}
+
+Recovery::~Recovery() = default;
+
+void Recovery::Keep(long document, const std::string& path, std::string_view text)
+{
+    if (own == nullptr)
+        return;
+    const json head = {{"path", JsonOfBytes(path)}, {"savedAt", Now()}, {"size", text.size()}};
+    problem.clear();
+    if (WriteWholeFile(own->CopyOf(document), (head.dump() + "\n").append(text), &problem))
+        own->kept.insert(document);
+}
+
+void Recovery::Forget(long document)
+{
+    if (own != nullptr && own->kept.erase(document) != 0)
+        ::unlink(own->CopyOf(document).c_str());
+}
+
+std::string Recovery::Problem() const
+{
+    return problem;
+}
+
+std::vector<UnsavedText> Recovery::Left() const
+{
+    std::vector<UnsavedText> left;
+    for (const std::string& directory : EntriesOf(RecoveryDirectory()))
+        if (IsLeft(directory))
+            for (const std::string& file : EntriesOf(directory))
+                if (std::optional<UnsavedText> copy; file.ends_with(kEnd) && (copy = ReadCopy(file)))
+                    left.push_back(std::move(*copy));
+    std::stable_sort(left.begin(), left.end(),
+                     [](const UnsavedText& a, const UnsavedText& b) { return a.savedAt < b.savedAt; });
+    return left;
+}
+
+void Recovery::Discard(const UnsavedText& text)
+{
+    ::unlink(text.file.c_str());
+    const std::string directory = fs::path(text.file).parent_path();
+    if (const Lock lock(directory, 0); lock.Problem() == 0)
+        RemoveIfEmpty(directory);
+}
+
+} // namespace wren
