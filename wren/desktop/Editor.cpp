@@ -24,6 +24,7 @@
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/editor/FindBar.h"
 
+#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -126,7 +127,10 @@ void Editor::Connect()
     connect(loop.get(), &GuiLoop::Woke, this, [this] { window->Status().ShowBackground(); });
     connect(&window->Tabs(), &EditorTabs::Raised, this, &Editor::Raised);
     connect(&window->Tabs(), &EditorTabs::CloseAsked, this, &Editor::Close);
-    connect(window.get(), &MainWindow::UserCame, this, [this] { host->UserCame(); });
+    connect(window.get(), &MainWindow::UserCame, this, [this] {
+        host->UserCame();
+        files->Check();
+    });
     connect(window.get(), &MainWindow::UserLeft, this, [this] { host->UserLeft(); });
     connect(window.get(), &MainWindow::FrameChanged, this, [this] { host->AllDocuments().FollowFrame(); });
     connect(window.get(), &MainWindow::FilesDropped, this, [this](const QStringList& paths) {

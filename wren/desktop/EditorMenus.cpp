@@ -108,10 +108,9 @@ void EditorMenus::FillEdit(QMenu* menu)
 void EditorMenus::FillSearch(QMenu* menu)
 {
     FindBar& find = editor.Window().Find();
-    Add(menu, tr("&Find\u2026"), "edit-find", StandardKeys(QKeySequence::Find), [&find] { find.Open(); });
-    Add(menu, tr("Find &Next"), "", StandardKeys(QKeySequence::FindNext), [&find] { find.FindNext(); });
-    Add(menu, tr("Find &Previous"), "", StandardKeys(QKeySequence::FindPrevious), [&find] { find.FindPrevious(); });
-    Add(menu, tr("&Replace\u2026"), "edit-find-replace", {QKeySequence(tr("Ctrl+H"))}, [&find] { find.OpenReplace(); });
+    Add(menu, tr("&Find and Replace\u2026"), "edit-find", StandardKeys(QKeySequence::Find) + Keys{QKeySequence(tr("Ctrl+H"))}, [&find] { find.Open(); });
+    Add(menu, tr("Find &Next"), "", StandardKeys(QKeySequence::FindNext), [&find] { find.Next(); });
+    Add(menu, tr("Find &Previous"), "", StandardKeys(QKeySequence::FindPrevious), [&find] { find.Previous(); });
     pluginItems = menu->addSeparator();
     pluginItems->setVisible(false);
     connect(menu, &QMenu::aboutToShow, this, &EditorMenus::FillPluginItems);

@@ -26,7 +26,6 @@ FileKeeper::FileKeeper(Host& host, EditorTabs& tabs, NoticeBar& notices, QWidget
     : host(host), tabs(tabs), notices(notices), window(window), watch(new FileWatch(this))
 {
     connect(watch, &FileWatch::Changed, this, &FileKeeper::ChangedOnDisk);
-    connect(watch, &FileWatch::CameBack, this, &FileKeeper::ChangedOnDisk);
     connect(watch, &FileWatch::Gone, this, &FileKeeper::GoneFromDisk);
 }
 
@@ -38,6 +37,11 @@ void FileKeeper::Opened(Document& document)
         return;
     stamps[document.Id()] = StampOf(document.Path());
     watch->Watch(document.Id(), document.Path(), stamps[document.Id()]);
+}
+
+void FileKeeper::Check()
+{
+    watch->Check();
 }
 
 void FileKeeper::Closed(long document)

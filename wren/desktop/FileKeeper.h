@@ -28,6 +28,7 @@ public:
     // Right after a document was opened: from now on its file is watched.
     void Opened(Document& document);
     void Closed(long document);
+    void Check(); // looks at all files: the user has come back from somewhere
 
     // True when it is saved. Without a file, and for SaveAs(), the user is asked for one; a question may come before.
     bool Save(Document& document);
