@@ -32,6 +32,7 @@ const Case kCases[] = {
      B_CONTROL_KEY | B_SHIFT_KEY},
     {"with control a letter stays small", Qt::Key_A, Qt::ControlModifier | Qt::ShiftModifier, "", "a",
      B_CONTROL_KEY | B_SHIFT_KEY},
+    {"with control on a keyboard without Latin letters", 0x421, Qt::ControlModifier, "\x03", "c", B_CONTROL_KEY},
     {"with control, a space", Qt::Key_Space, Qt::ControlModifier, "", " ", B_CONTROL_KEY},
     {"with option the character stays", Qt::Key_X, Qt::AltModifier, "x", "x", B_OPTION_KEY},
     {"with command too", Qt::Key_X, Qt::MetaModifier, "", "x", B_COMMAND_KEY},

@@ -188,6 +188,23 @@ TEST_F(Window, APopUpClosesOnAPressOutsideIt)
     EXPECT_FALSE(display.IsPopUpVisible());
 }
 
+TEST_F(Window, APopUpClosesWhenTheEditorsWindowIsDraggedAway)
+{
+    QWidget editor;
+    display.SetMainWindow(&editor);
+    editor.show();
+    ResultList* popUp = Show(new ResultList(B_BORDERED_WINDOW_LOOK));
+    editor.move(5, 5); // by the program itself
+    Settle();
+    EXPECT_TRUE(popUp->diary.empty());
+    QMoveEvent moved({50, 50}, {5, 5});
+    QSpontaneKeyEvent::setSpontaneous(&moved);
+    qApp->notify(&editor, &moved);
+    Settle();
+    EXPECT_EQ(popUp->diary, std::vector<std::string>{"asked to quit"});
+    QuitAll();
+}
+
 TEST_F(Window, APopUpClosesWhenTheUserGoesToAnotherProgram)
 {
     ResultList* popUp = Show(new ResultList(B_BORDERED_WINDOW_LOOK));

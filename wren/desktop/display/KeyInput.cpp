@@ -64,6 +64,13 @@ bool IsPrintable(const QString& text)
     });
 }
 
+// On keyboards without Latin letters Qt tells the control code of the Latin letter in the key's place.
+std::string LetterOf(const QString& text)
+{
+    const int code = text.size() == 1 ? text[0].unicode() : 0;
+    return code >= 1 && code <= 26 ? std::string(1, static_cast<char>('a' + code - 1)) : "";
+}
+
 std::string BytesOf(const QKeyEvent& event, bool control)
 {
     const auto coded = std::ranges::find(kCodedKeys, event.key(), &CodedKey::key);
@@ -71,7 +78,9 @@ std::string BytesOf(const QKeyEvent& event, bool control)
         return {coded->code};
     if (IsAscii(event.key()) && (control || !IsPrintable(event.text())))
         return {CharacterOf(event, control)};
-    return IsPrintable(event.text()) ? event.text().toStdString() : "";
+    if (IsPrintable(event.text()))
+        return event.text().toStdString();
+    return control ? LetterOf(event.text()) : "";
 }
 
 } // namespace

@@ -82,7 +82,7 @@ void ListPeer::SelectItem(long index)
 void ListPeer::SetSelectionColour(rgb_color colour)
 {
     const QColor ground(colour.red, colour.green, colour.blue);
-    QPalette changed = palette();
+    QPalette changed; // of which only these two count: the rest stays the desktop's
     changed.setColor(QPalette::Highlight, ground);
     changed.setColor(QPalette::HighlightedText, ReadableOn(ground));
     setPalette(changed);

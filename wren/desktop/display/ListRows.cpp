@@ -1,23 +1,27 @@
 #include "wren/desktop/display/ListRows.h"
 
+#include <cassert>
 #include <utility>
 
 namespace wren {
 
 void ListRows::Insert(long index, const QString& text)
 {
+    assert(index >= 0 && index <= static_cast<long>(told.size()));
     told.insert(told.begin() + index, text);
     changed = true;
 }
 
 void ListRows::Remove(long index)
 {
+    assert(index >= 0 && index < static_cast<long>(told.size()));
     told.erase(told.begin() + index);
     changed = true;
 }
 
 void ListRows::Change(long index, const QString& text)
 {
+    assert(index >= 0 && index < static_cast<long>(told.size()));
     told[index] = text;
     changed = true;
 }

@@ -15,6 +15,21 @@
 
 namespace wren {
 
+namespace {
+
+bool IsPress(const QEvent& event)
+{
+    return event.type() == QEvent::MouseButtonPress || event.type() == QEvent::NonClientAreaMouseButtonPress;
+}
+
+// A press on the window manager's frame is not told, but what comes of it.
+bool IsDrag(const QEvent& event)
+{
+    return event.spontaneous() && (event.type() == QEvent::Move || event.type() == QEvent::Resize);
+}
+
+} // namespace
+
 Peers::Peers(const FontTable& fonts, int scrollBarWidth) : fonts(fonts), scrollBarWidth(scrollBarWidth)
 {
     qApp->installEventFilter(this);
@@ -133,10 +148,10 @@ bool Peers::IsPopUpVisible() const
 
 bool Peers::eventFilter(QObject* object, QEvent* event)
 {
-    const bool press =
-        event->type() == QEvent::MouseButtonPress || event->type() == QEvent::NonClientAreaMouseButtonPress;
-    if (press && object->isWidgetType())
+    if (IsPress(*event) && object->isWidgetType())
         DismissPopUps(static_cast<QWidget*>(object)->window());
+    else if (object == main && IsDrag(*event))
+        DismissPopUps(nullptr);
     return false;
 }
 

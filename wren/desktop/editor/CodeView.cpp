@@ -312,47 +312,49 @@ BPoint CodeView::PointOf(const QMouseEvent& event) const
 
 // ----------------------------------------------------------------------------------------------------------- Finding
 
-bool CodeView::IsValid(const Search& wanted) const
+bool CodeView::IsValid(const Search& search) const
 {
-    return search::IsValid(text, wanted);
+    return TextFinder(text, search).IsValid();
 }
 
-bool CodeView::Find(const Search& wanted)
+bool CodeView::Find(const Search& search)
 {
-    const auto found = search::FindNext(text, wanted, text.Selected());
+    const auto found = TextFinder(text, search).FindNext(text.Selected());
     if (!found)
         return false;
-    GoTo(found->start);
-    text.Select(found->start, found->end);
+    GoTo(found->range.start);
+    text.Select(found->range.start, found->range.end);
     TellState();
     return true;
 }
 
-long CodeView::Count(const Search& wanted, long atMost) const
+long CodeView::Count(const Search& search, long atMost) const
 {
-    return search::Count(text, wanted, atMost);
+    return TextFinder(text, search).Count(atMost);
 }
 
-bool CodeView::ReplaceSelected(const Search& wanted, const std::string& with)
+bool CodeView::ReplaceSelected(const Search& search, const std::string& with)
 {
-    const Selection selected = text.Selected();
-    const bool matches = search::Matches(text, wanted, selected);
-    if (matches)
+    const TextFinder finder(text, search);
+    const auto found = finder.At(text.Selected());
+    const std::shared_ptr<CodeView*> alive = self;
+    if (found)
         ByUser([&] {
-            const long end = search::ReplaceFound(text, wanted, with);
-            const long from = wanted.backwards ? selected.start : end;
+            const long end = finder.Replace(*found, with);
+            const long from = search.backwards ? found->range.start : end;
             text.Select(from, from);
         });
-    Find(wanted);
-    return matches;
+    if (*alive != nullptr)
+        Find(search);
+    return found.has_value();
 }
 
-long CodeView::ReplaceAll(const Search& wanted, const std::string& with)
+long CodeView::ReplaceAll(const Search& search, const std::string& with)
 {
     long count = 0;
     ByUser([&] {
         text.Send(SCI_BEGINUNDOACTION);
-        count = search::ReplaceAll(text, wanted, with);
+        count = TextFinder(text, search).ReplaceAll(with);
         text.Send(SCI_ENDUNDOACTION);
     });
     return count;

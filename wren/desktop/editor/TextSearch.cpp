@@ -2,124 +2,217 @@
 
 #include <Qsci/qsciscintillabase.h>
 
-namespace wren::search {
+#include <algorithm>
+#include <utility>
+
+namespace wren {
 
 namespace {
 
 using Sci = QsciScintillaBase;
 
-long FlagsOf(const TextSearch& search)
+QRegularExpression ExpressionOf(const TextSearch& search)
 {
-    long flags = search.matchCase ? Sci::SCFIND_MATCHCASE : 0;
-    if (search.regularExpression)
-        return flags | Sci::SCFIND_REGEXP | Sci::SCFIND_CXX11REGEX;
-    return search.wholeWords ? flags | Sci::SCFIND_WHOLEWORD : flags;
+    if (!search.regularExpression)
+        return {};
+    QString pattern = QString::fromStdString(search.text);
+    // Checked alone first: a ")(" would be made valid by what is put around it.
+    if (search.wholeWords && QRegularExpression(pattern).isValid())
+        pattern = "\\b(?:" + pattern + ")\\b";
+    QRegularExpression::PatternOptions options = QRegularExpression::UseUnicodePropertiesOption;
+    if (!search.matchCase)
+        options |= QRegularExpression::CaseInsensitiveOption;
+    return QRegularExpression(pattern, options);
 }
 
-// Scintilla's own flag for whole words says nothing to its regular expressions.
-std::string PatternOf(const TextSearch& search)
-{
-    return search.regularExpression && search.wholeWords ? "\\b(?:" + search.text + ")\\b" : search.text;
-}
+// A line as the expression sees it, and back to its bytes. A line that is no UTF-8 is taken byte by byte.
+class Line {
+public:
+    explicit Line(const std::string& bytes) : characters(QString::fromStdString(bytes))
+    {
+        single = characters.toStdString() != bytes;
+        if (single)
+            characters = QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
+        single = single || static_cast<size_t>(characters.size()) == bytes.size();
+    }
 
-long SearchTarget(const ViewText& text, const TextSearch& search, long start, long end)
-{
-    const std::string pattern = PatternOf(search);
-    text.Send(Sci::SCI_SETSTATUS, Sci::SC_STATUS_OK);
-    text.Send(Sci::SCI_SETSEARCHFLAGS, FlagsOf(search));
-    text.Send(Sci::SCI_SETTARGETSTART, start);
-    text.Send(Sci::SCI_SETTARGETEND, end);
-    return text.Send(Sci::SCI_SEARCHINTARGET, static_cast<long>(pattern.size()), pattern.data());
-}
+    const QString& Characters() const { return characters; }
 
-long After(const ViewText& text, long offset)
+    long ByteOf(qsizetype character) const
+    {
+        return single ? character : QStringView(characters).left(character).toUtf8().size();
+    }
+
+private:
+    QString characters;
+    bool single; // a byte is a character
+};
+
+std::vector<std::string> GroupsOf(const QRegularExpressionMatch& match, const Line& line, const std::string& bytes)
 {
-    return text.Send(Sci::SCI_POSITIONAFTER, offset);
+    std::vector<std::string> groups;
+    for (int group = 0; group <= match.lastCapturedIndex(); group++) {
+        const long start = match.capturedStart(group) < 0 ? 0 : line.ByteOf(match.capturedStart(group));
+        const long end = match.capturedEnd(group) < 0 ? 0 : line.ByteOf(match.capturedEnd(group));
+        groups.push_back(bytes.substr(start, end - start));
+    }
+    return groups;
 }
 
 } // namespace
 
-bool IsValid(const ViewText& text, const TextSearch& search)
+TextFinder::TextFinder(const ViewText& text, const TextSearch& search)
+    : text(text), search(search), expression(ExpressionOf(search))
 {
-    if (!search.regularExpression)
-        return true;
-    SearchTarget(text, search, 0, 0);
-    return text.Send(Sci::SCI_GETSTATUS) == Sci::SC_STATUS_OK;
 }
 
-std::optional<Selection> FindIn(const ViewText& text, const TextSearch& search, long start, long end)
+std::optional<TextFinder::Found> TextFinder::FindNext(Selection from) const
+{
+    const long length = text.Length();
+    if (search.backwards) {
+        const auto found = from.start > 0 || from.end > 0 ? Last(from.start) : std::nullopt;
+        if (found && found->range != from)
+            return found;
+        // An expression that matches nothing ("^", "x*") would find the same place for ever.
+        const auto before = found && from.start > 0 ? Last(from.start - 1) : std::nullopt;
+        return before ? before : Last(length);
+    }
+    auto found = First(from.end);
+    if (found && found->range == from)
+        found = from.end < length ? First(text.Send(Sci::SCI_POSITIONAFTER, from.end)) : std::nullopt;
+    return found ? found : First(0);
+}
+
+std::optional<TextFinder::Found> TextFinder::At(Selection selected) const
+{
+    const auto found = First(selected.start);
+    return found && found->range == selected ? found : std::nullopt;
+}
+
+std::optional<TextFinder::Found> TextFinder::First(long start) const
+{
+    std::optional<Found> first;
+    Each(start, [&](const Found& found) {
+        first = found;
+        return false;
+    });
+    return first;
+}
+
+std::optional<TextFinder::Found> TextFinder::Last(long end) const
+{
+    if (!search.regularExpression) {
+        const auto found = FindPlain(end, 0);
+        return found ? std::optional(Found{*found, {}}) : std::nullopt;
+    }
+    std::optional<Found> last;
+    for (long line = text.Send(Sci::SCI_LINEFROMPOSITION, end); line >= 0 && !last; line--) {
+        EachInLine(line, 0, [&](const Found& found) {
+            if (found.range.end <= end)
+                last = found;
+            return found.range.end <= end;
+        });
+    }
+    return last;
+}
+
+void TextFinder::Each(long start, const Visit& visit) const
+{
+    if (search.text.empty() || !IsValid())
+        return;
+    if (!search.regularExpression)
+        return EachPlain(start, visit);
+    const long lines = text.Send(Sci::SCI_GETLINECOUNT);
+    for (long line = text.Send(Sci::SCI_LINEFROMPOSITION, start); line < lines; line++)
+        if (!EachInLine(line, start, visit))
+            return;
+}
+
+void TextFinder::EachPlain(long start, const Visit& visit) const
+{
+    while (const auto found = FindPlain(start, text.Length())) {
+        if (!visit({*found, {}}))
+            return;
+        start = found->end;
+    }
+}
+
+bool TextFinder::EachInLine(long number, long start, const Visit& visit) const
+{
+    if (search.text.empty() || !IsValid())
+        return false;
+    const long lineStart = text.Send(Sci::SCI_POSITIONFROMLINE, number);
+    const std::string bytes = text.Copy(lineStart, text.Send(Sci::SCI_GETLINEENDPOSITION, number));
+    const Line line(bytes);
+    for (auto matches = expression.globalMatch(line.Characters()); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        const Selection range = {lineStart + line.ByteOf(match.capturedStart()),
+                                 lineStart + line.ByteOf(match.capturedEnd())};
+        if (range.start >= start && !visit({range, GroupsOf(match, line, bytes)}))
+            return false;
+    }
+    return true;
+}
+
+std::optional<Selection> TextFinder::FindPlain(long start, long end) const
 {
     if (search.text.empty())
         return std::nullopt;
-    const long found =
-        search.backwards ? SearchTarget(text, search, end, start) : SearchTarget(text, search, start, end);
-    if (found < 0)
+    text.Send(Sci::SCI_SETSEARCHFLAGS,
+              (search.matchCase ? Sci::SCFIND_MATCHCASE : 0) | (search.wholeWords ? Sci::SCFIND_WHOLEWORD : 0));
+    text.Send(Sci::SCI_SETTARGETSTART, start);
+    text.Send(Sci::SCI_SETTARGETEND, end);
+    if (text.Send(Sci::SCI_SEARCHINTARGET, static_cast<long>(search.text.size()), search.text.data()) < 0)
         return std::nullopt;
     return Selection{text.Send(Sci::SCI_GETTARGETSTART), text.Send(Sci::SCI_GETTARGETEND)};
 }
 
-std::optional<Selection> FindNext(const ViewText& text, const TextSearch& search, Selection from)
+std::string TextFinder::Replacement(const Found& found, const std::string& with) const
 {
-    const long length = text.Length();
-    if (search.backwards) {
-        const auto found = FindIn(text, search, 0, from.start);
-        return found && *found != from ? found : FindIn(text, search, 0, length);
-    }
-    auto found = FindIn(text, search, from.end, length);
-    // An expression that matches nothing ("^", "x*") would find the same place for ever.
-    if (found && *found == from && from.end < length)
-        found = FindIn(text, search, After(text, from.end), length);
-    return found ? found : FindIn(text, search, 0, length);
-}
-
-bool Matches(const ViewText& text, const TextSearch& search, Selection selected)
-{
-    TextSearch forwards = search;
-    forwards.backwards = false;
-    return FindIn(text, forwards, selected.start, text.Length()) == selected;
-}
-
-long ReplaceFound(const ViewText& text, const TextSearch& search, const std::string& with)
-{
-    const unsigned message = search.regularExpression ? Sci::SCI_REPLACETARGETRE : Sci::SCI_REPLACETARGET;
-    text.Send(message, static_cast<long>(with.size()), with.data());
-    return text.Send(Sci::SCI_GETTARGETEND);
-}
-
-long ReplaceAll(const ViewText& text, const TextSearch& search, const std::string& with)
-{
-    TextSearch forwards = search;
-    forwards.backwards = false;
-    long count = 0;
-    long at = 0;
-    while (const auto found = FindIn(text, forwards, at, text.Length())) {
-        count++;
-        at = ReplaceFound(text, search, with);
-        if (found->start == found->end) {
-            if (at >= text.Length())
-                break;
-            at = After(text, at);
+    if (!search.regularExpression)
+        return with;
+    constexpr const char* kEnds[] = {"\r\n", "\r", "\n"}; // as SC_EOL_... count
+    std::string result;
+    for (size_t at = 0; at < with.size(); at++) {
+        if (with[at] != '\\' || at + 1 == with.size()) {
+            result += with[at];
+            continue;
         }
+        const char c = with[++at];
+        if (c >= '0' && c <= '9')
+            result += static_cast<size_t>(c - '0') < found.groups.size() ? found.groups[c - '0'] : "";
+        else if (c == 'n')
+            result += kEnds[text.Send(Sci::SCI_GETEOLMODE)];
+        else
+            result += c == 't' ? '\t' : c;
     }
-    return count;
+    return result;
 }
 
-long Count(const ViewText& text, const TextSearch& search, long atMost)
+long TextFinder::Replace(const Found& found, const std::string& with) const
 {
-    TextSearch forwards = search;
-    forwards.backwards = false;
+    const std::string replacement = Replacement(found, with);
+    text.Replace(found.range.start, found.range.end, replacement);
+    return found.range.start + static_cast<long>(replacement.size());
+}
+
+long TextFinder::ReplaceAll(const std::string& with) const
+{
+    std::vector<Found> all;
+    Each(0, [&](const Found& found) {
+        all.push_back(found);
+        return true;
+    });
+    // From the end, so that what was found before stays where it was found.
+    std::for_each(all.rbegin(), all.rend(), [&](const Found& found) { Replace(found, with); });
+    return static_cast<long>(all.size());
+}
+
+long TextFinder::Count(long atMost) const
+{
     long count = 0;
-    long at = 0;
-    while (count < atMost) {
-        const auto found = FindIn(text, forwards, at, text.Length());
-        if (!found)
-            break;
-        count++;
-        if (found->start == found->end && found->end >= text.Length())
-            break;
-        at = found->start == found->end ? After(text, found->end) : found->end;
-    }
+    Each(0, [&](const Found&) { return ++count < atMost; });
     return count;
 }
 
-} // namespace wren::search
+} // namespace wren

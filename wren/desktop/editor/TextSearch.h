@@ -3,12 +3,17 @@
 
 #include "wren/desktop/editor/ViewText.h"
 
+#include <QRegularExpression>
+
+#include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace wren {
 
-// Regular expressions are ECMAScript's and match within a line; \1 to \9 in what replaces them are their groups.
+// Regular expressions are Perl's and match within a line. In what replaces them \0 to \9 are their groups, \n a new line as
+// the file's others are, \t a tab.
 struct TextSearch {
     std::string text; // empty: finds nothing
     bool regularExpression = false;
@@ -19,25 +24,41 @@ struct TextSearch {
     bool operator==(const TextSearch&) const = default;
 };
 
-namespace search {
+// One search, made for one use. Scintilla finds plain text; its regular expressions would recurse for every character of a
+// line, and end the program on a line of some ten thousand.
+class TextFinder {
+public:
+    struct Found {
+        Selection range;
+        std::vector<std::string> groups; // of an expression; the first is all of it
+    };
 
-bool IsValid(const ViewText& text, const TextSearch& search);
+    TextFinder(const ViewText& text, const TextSearch& search);
 
-// The first match in [start, end), or the last one when the search runs backwards.
-std::optional<Selection> FindIn(const ViewText& text, const TextSearch& search, long start, long end);
+    bool IsValid() const { return expression.isValid(); }
 
-// The next match after the selection (backwards: before it), round the end.
-std::optional<Selection> FindNext(const ViewText& text, const TextSearch& search, Selection from);
+    // The next match after the selection (backwards: before it), round the end.
+    std::optional<Found> FindNext(Selection from) const;
+    std::optional<Found> At(Selection selected) const; // what is found exactly there
 
-bool Matches(const ViewText& text, const TextSearch& search, Selection selected);
+    long Replace(const Found& found, const std::string& with) const; // the end of what has been put in
+    long ReplaceAll(const std::string& with) const;
+    long Count(long atMost) const;
 
-// Puts 'with' in the place of the match that was found last; the end of it.
-long ReplaceFound(const ViewText& text, const TextSearch& search, const std::string& with);
+private:
+    using Visit = std::function<bool(const Found&)>; // false: enough
 
-long ReplaceAll(const ViewText& text, const TextSearch& search, const std::string& with);
+    std::optional<Found> First(long start) const;
+    std::optional<Found> Last(long end) const; // that ends at 'end' or before
+    void Each(long start, const Visit& visit) const;
+    void EachPlain(long start, const Visit& visit) const;
+    bool EachInLine(long line, long start, const Visit& visit) const;
+    std::optional<Selection> FindPlain(long start, long end) const; // backwards when 'end' is before 'start'
+    std::string Replacement(const Found& found, const std::string& with) const;
 
-long Count(const ViewText& text, const TextSearch& search, long atMost);
-
-} // namespace search
+    ViewText text;
+    TextSearch search;
+    QRegularExpression expression;
+};
 
 } // namespace wren

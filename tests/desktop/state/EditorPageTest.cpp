@@ -1,0 +1,178 @@
+#include "wren/desktop/state/EditorPage.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeySequenceEdit>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QSpinBox>
+#include <QTableWidget>
+#include <QTest>
+#include <QToolButton>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using ::testing::HasSubstr;
+using wren::PreferenceValues;
+using Modifier = PreferenceValues::Modifier;
+
+namespace {
+
+using Keys = std::vector<std::pair<std::string, std::string>>;
+
+class EditorPage : public ::testing::Test {
+protected:
+    template <typename T>
+    T* Part(const char* name)
+    {
+        return page.findChild<T*>(name);
+    }
+    QKeySequenceEdit* Field(const char* title, int number)
+    {
+        auto* table = page.findChild<QTableWidget*>();
+        for (int row = 0; row < table->rowCount(); ++row)
+            if (table->item(row, 0)->text() == title)
+                return qobject_cast<QKeySequenceEdit*>(table->cellWidget(row, 1 + number));
+        return nullptr;
+    }
+    std::string Conflicts() { return Part<QLabel>("conflicts")->text().toStdString(); }
+
+    wren::EditorPage page;
+    QSignalSpy changed{&page, &wren::EditorPage::Changed};
+};
+
+PreferenceValues NothingAsByDefault()
+{
+    PreferenceValues values;
+    values.font = "A font that nobody has";
+    values.fontSize = 20;
+    values.tabWidth = 8;
+    values.indentsWithTabs = values.wrapsLines = values.showsBlanks = true;
+    values.colours = PreferenceValues::Colours::Dark;
+    values.restoresSession = false;
+    values.command = Modifier::Control;
+    values.control = Modifier::Alt;
+    values.option = Modifier::Super;
+    values.lookupClick = PreferenceValues::LookupClick::Control;
+    values.keys = {{"DeclarationLookup", "F1"},
+                   {"DeclarationLookup", "F2"},
+                   {"DeclarationLookup", "Shift+Ctrl+F3"},
+                   {"Own", "Ctrl+,"}};
+    return values;
+}
+
+} // namespace
+
+TEST_F(EditorPage, ShowsTheDefaultsAtFirst)
+{
+    EXPECT_EQ(page.Values(), PreferenceValues());
+}
+
+TEST_F(EditorPage, GivesBackWhatItWasGivenAndTellsNobody)
+{
+    page.SetValues(NothingAsByDefault());
+    EXPECT_EQ(page.Values(), NothingAsByDefault());
+    page.SetCommands({"Registered"});
+    EXPECT_EQ(page.Values(), NothingAsByDefault());
+    page.SetValues({});
+    EXPECT_EQ(page.Values(), PreferenceValues());
+    EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(EditorPage, TellsOfWhatTheUserChanges)
+{
+    Part<QSpinBox>("fontSize")->stepUp();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(page.Values().fontSize, 12);
+    QTest::keyClick(Part<QComboBox>("colours"), Qt::Key_Down);
+    EXPECT_EQ(changed.count(), 2);
+    EXPECT_EQ(page.Values().colours, PreferenceValues::Colours::Light);
+    int switches = 0;
+    for (QCheckBox* box : page.findChildren<QCheckBox*>()) {
+        box->click();
+        ++switches;
+    }
+    EXPECT_EQ(changed.count(), 2 + switches);
+    const PreferenceValues values = page.Values();
+    EXPECT_TRUE(values.indentsWithTabs && values.wrapsLines && values.showsBlanks && !values.restoresSession);
+}
+
+TEST_F(EditorPage, ExchangesModifiersSoThatNoTwoAreTheSame)
+{
+    QTest::keyClick(Part<QComboBox>("option"), Qt::Key_Up); // from Alt to Control
+    EXPECT_EQ(page.Values().option, Modifier::Control);
+    EXPECT_EQ(page.Values().control, Modifier::Alt);
+    EXPECT_EQ(page.Values().command, Modifier::Super);
+    EXPECT_EQ(changed.count(), 1);
+    QTest::keyClick(Part<QComboBox>("command"), Qt::Key_Up); // from Super to Alt
+    EXPECT_EQ(page.Values().command, Modifier::Alt);
+    EXPECT_EQ(page.Values().control, Modifier::Super);
+    EXPECT_EQ(page.Values().option, Modifier::Control);
+}
+
+TEST_F(EditorPage, TakesAKeyThatIsTyped)
+{
+    page.show();
+    QKeySequenceEdit* field = Field("Look up declaration", 1);
+    QTest::keyClick(field, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(page.Values().keys.at(3), (std::pair<std::string, std::string>("DeclarationLookup", "Shift+F3")));
+    QTest::keyClick(field, Qt::Key_F4, Qt::ControlModifier);
+    EXPECT_EQ(page.Values().keys.at(3).second, "Ctrl+F4") << "another stroke takes the place of the first";
+    field->findChild<QToolButton*>()->click();
+    EXPECT_EQ(page.Values(), PreferenceValues()) << "the button in the field clears it";
+    EXPECT_EQ(changed.count(), 3);
+}
+
+TEST_F(EditorPage, KeepsAKeyWhileAModifierAloneIsHeld)
+{
+    page.show();
+    QTest::keyClick(Field("Go back", 0), Qt::Key_Control, Qt::ControlModifier);
+    EXPECT_EQ(page.Values(), PreferenceValues());
+    EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(EditorPage, RefusesAKeyThatCannotBeStored)
+{
+    page.show();
+    QTest::keyClick(Field("Go back", 0), Qt::Key_VolumeDown);
+    EXPECT_EQ(page.Values(), PreferenceValues());
+    EXPECT_EQ(Field("Go back", 0)->keySequence(), QKeySequence("Alt+Left"));
+    EXPECT_EQ(changed.count(), 0);
+}
+
+TEST_F(EditorPage, ShowsWhichCommandsHaveTheSameKey)
+{
+    EXPECT_EQ(Conflicts(), "");
+    PreferenceValues values;
+    values.keys.emplace_back("GoBack", "Shift+Ctrl+X");
+    values.keys.emplace_back("Own", "Ctrl+Shift+X");
+    page.SetValues(values);
+    EXPECT_THAT(Conflicts(), HasSubstr("Ctrl+Shift+X has several commands: Go back, Own.")) << "in any notation";
+    Field("Own", 0)->clear();
+    EXPECT_EQ(Conflicts(), "");
+}
+
+TEST_F(EditorPage, ResetsTheKeys)
+{
+    PreferenceValues values;
+    values.keys = {{"GoBack", "F1"}};
+    values.tabWidth = 8;
+    page.SetValues(values);
+    Part<QPushButton>("reset")->click();
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(page.Values().keys, PreferenceValues::DefaultKeys());
+    EXPECT_EQ(page.Values().tabWidth, 8);
+}
+
+TEST_F(EditorPage, OffersTheCommandsThatAreRegistered)
+{
+    EXPECT_EQ(Field("OtherCommand", 0), nullptr);
+    page.SetCommands({"SymbolCompletion", "OtherCommand"});
+    ASSERT_NE(Field("OtherCommand", 0), nullptr);
+    page.show();
+    QTest::keyClick(Field("OtherCommand", 0), Qt::Key_F5);
+    EXPECT_EQ(page.Values().keys.back(), (std::pair<std::string, std::string>("OtherCommand", "F5")));
+}

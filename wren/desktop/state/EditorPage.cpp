@@ -1,0 +1,214 @@
+#include "wren/desktop/state/EditorPage.h"
+
+#include "wren/desktop/state/KeyTable.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace wren {
+
+namespace {
+
+using Colours = PreferenceValues::Colours;
+using Modifier = PreferenceValues::Modifier;
+using LookupClick = PreferenceValues::LookupClick;
+
+template <typename T>
+void Choose(QComboBox* box, T value)
+{
+    box->setCurrentIndex(box->findData(static_cast<int>(value)));
+}
+
+template <typename T>
+T Chosen(const QComboBox* box)
+{
+    return static_cast<T>(box->currentData().toInt());
+}
+
+QSpinBox* Number(int least, int most, const QString& unit)
+{
+    auto* box = new QSpinBox;
+    box->setRange(least, most);
+    box->setSuffix(" " + unit);
+    return box;
+}
+
+QFormLayout* FormIn(QGroupBox* group)
+{
+    auto* form = new QFormLayout(group);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    return form;
+}
+
+} // namespace
+
+EditorPage::EditorPage(QWidget* parent)
+    : QWidget(parent), font(new QComboBox),
+      fontSize(Number(PreferenceValues::kSmallestFont, PreferenceValues::kLargestFont, tr("points"))),
+      tabWidth(Number(PreferenceValues::kNarrowestTab, PreferenceValues::kWidestTab, tr("columns"))),
+      indentsWithTabs(Switch(tr("&Indent with tabs"))), wrapsLines(Switch(tr("&Wrap long lines"))),
+      showsBlanks(Switch(tr("Show &blanks and tabs"))),
+      restoresSession(Switch(tr("Open last session's &files at start"))), colours(new QComboBox),
+      command(ModifierBox("command")), control(ModifierBox("control")), option(ModifierBox("option")),
+      lookupClick(new QComboBox), keys(new KeyTable)
+{
+    auto* text = new QGroupBox(tr("Text"));
+    auto* textForm = FormIn(text);
+    textForm->addRow(tr("F&ont:"), font);
+    textForm->addRow(tr("&Size:"), fontSize);
+    textForm->addRow(tr("&Tab width:"), tabWidth);
+    textForm->addRow(tr("&Colours:"), colours);
+    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, restoresSession})
+        textForm->addRow(each);
+    auto* mouse = new QGroupBox(tr("Modifiers and mouse"));
+    auto* mouseForm = FormIn(mouse);
+    mouseForm->addRow(tr("Co&mmand is:"), command);
+    mouseForm->addRow(tr("Co&ntrol is:"), control);
+    mouseForm->addRow(tr("O&ption is:"), option);
+    mouseForm->addRow(tr("&Look up with:"), lookupClick);
+    auto* bindings = new QGroupBox(tr("Keys"));
+    (new QVBoxLayout(bindings))->addWidget(keys);
+    auto* upper = new QHBoxLayout;
+    upper->addWidget(text, 1);
+    upper->addWidget(mouse, 1);
+    auto* all = new QVBoxLayout(this);
+    all->addLayout(upper);
+    all->addWidget(bindings, 1);
+    FillBoxes();
+    SetValues({});
+}
+
+void EditorPage::FillBoxes()
+{
+    font->setObjectName("font");
+    font->addItem(tr("The desktop's fixed-width font"), "");
+    for (const QString& family : QFontDatabase::families())
+        if (QFontDatabase::isFixedPitch(family) && !QFontDatabase::isPrivateFamily(family))
+            font->addItem(family, family);
+    font->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    font->setMinimumContentsLength(20);
+    colours->setObjectName("colours");
+    colours->addItem(tr("As the desktop's"), static_cast<int>(Colours::Desktop));
+    colours->addItem(tr("Light"), static_cast<int>(Colours::Light));
+    colours->addItem(tr("Dark"), static_cast<int>(Colours::Dark));
+    lookupClick->setObjectName("lookupClick");
+    lookupClick->addItem(tr("Alt-click, Control-Alt-click"), static_cast<int>(LookupClick::Alt));
+    lookupClick->addItem(tr("Control-click, Control-Shift-click"), static_cast<int>(LookupClick::Control));
+    lookupClick->setToolTip(
+        tr("The first looks a declaration up, the second a definition. Some desktops take clicks with "
+           "Alt for themselves."));
+    fontSize->setObjectName("fontSize");
+    tabWidth->setObjectName("tabWidth");
+    for (QComboBox* box : {font, colours, lookupClick})
+        connect(box, &QComboBox::currentIndexChanged, this, &EditorPage::Tell);
+    for (QSpinBox* box : {fontSize, tabWidth})
+        connect(box, &QSpinBox::valueChanged, this, &EditorPage::Tell);
+    connect(keys, &KeyTable::Changed, this, &EditorPage::Tell);
+}
+
+void EditorPage::SetCommands(const std::vector<std::string>& names)
+{
+    const PreferenceValues values = Values();
+    keys->SetCommands(names);
+    keys->SetValues(values.keys);
+}
+
+PreferenceValues EditorPage::Values() const
+{
+    PreferenceValues values;
+    values.font = font->currentData().toString().toStdString();
+    values.fontSize = fontSize->value();
+    values.tabWidth = tabWidth->value();
+    values.indentsWithTabs = indentsWithTabs->isChecked();
+    values.wrapsLines = wrapsLines->isChecked();
+    values.showsBlanks = showsBlanks->isChecked();
+    values.restoresSession = restoresSession->isChecked();
+    values.colours = Chosen<Colours>(colours);
+    values.command = Chosen<Modifier>(command);
+    values.control = Chosen<Modifier>(control);
+    values.option = Chosen<Modifier>(option);
+    values.lookupClick = Chosen<LookupClick>(lookupClick);
+    values.keys = keys->Values();
+    return values;
+}
+
+void EditorPage::SetValues(const PreferenceValues& values)
+{
+    isSetting = true;
+    ShowFont(QString::fromStdString(values.font));
+    fontSize->setValue(values.fontSize);
+    tabWidth->setValue(values.tabWidth);
+    indentsWithTabs->setChecked(values.indentsWithTabs);
+    wrapsLines->setChecked(values.wrapsLines);
+    showsBlanks->setChecked(values.showsBlanks);
+    restoresSession->setChecked(values.restoresSession);
+    Choose(colours, values.colours);
+    Choose(command, values.command);
+    Choose(control, values.control);
+    Choose(option, values.option);
+    Choose(lookupClick, values.lookupClick);
+    keys->SetValues(values.keys);
+    isSetting = false;
+    RememberModifiers();
+}
+
+void EditorPage::ShowFont(const QString& family)
+{
+    if (font->findData(family) < 0)
+        font->addItem(tr("%1 (not installed)").arg(family), family);
+    font->setCurrentIndex(font->findData(family));
+}
+
+QCheckBox* EditorPage::Switch(const QString& text)
+{
+    auto* box = new QCheckBox(text);
+    connect(box, &QCheckBox::toggled, this, &EditorPage::Tell);
+    return box;
+}
+
+QComboBox* EditorPage::ModifierBox(const QString& name)
+{
+    auto* box = new QComboBox;
+    box->setObjectName(name);
+    box->addItem(tr("Control"), static_cast<int>(Modifier::Control));
+    box->addItem(tr("Alt"), static_cast<int>(Modifier::Alt));
+    box->addItem(tr("Super"), static_cast<int>(Modifier::Super));
+    connect(box, &QComboBox::currentIndexChanged, this, [this, box] { TakeModifierFromOthers(box); });
+    return box;
+}
+
+// No key stands for two: who had the chosen one gets what it is exchanged for.
+void EditorPage::TakeModifierFromOthers(QComboBox* chosen)
+{
+    if (isSetting)
+        return;
+    isSetting = true;
+    for (QComboBox* box : {command, control, option})
+        if (box != chosen && box->currentIndex() == chosen->currentIndex())
+            box->setCurrentIndex(modifiers[chosen]);
+    isSetting = false;
+    RememberModifiers();
+    Tell();
+}
+
+void EditorPage::RememberModifiers()
+{
+    for (const QComboBox* box : {command, control, option})
+        modifiers[box] = box->currentIndex();
+}
+
+void EditorPage::Tell()
+{
+    if (!isSetting)
+        emit Changed();
+}
+
+} // namespace wren

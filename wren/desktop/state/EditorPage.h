@@ -1,0 +1,62 @@
+// The editor's own page among the preferences.
+#pragma once
+
+#include "wren/core/Preferences.h"
+
+#include <QWidget>
+
+#include <map>
+#include <string>
+#include <vector>
+
+class QCheckBox;
+class QComboBox;
+class QSpinBox;
+
+namespace wren {
+
+class KeyTable;
+
+// Shows values and lets the user change them; whoever made the page applies them when it tells. A font that is not installed
+// and keys in unusual notations come back as they were, unless the user chooses others. GUI thread.
+class EditorPage : public QWidget {
+    Q_OBJECT
+public:
+    explicit EditorPage(QWidget* parent = nullptr);
+
+    // Commands that can be bound beside those with default keys, by the names under which the plug-in registered them.
+    void SetCommands(const std::vector<std::string>& names);
+
+    PreferenceValues Values() const;
+    void SetValues(const PreferenceValues& values);
+
+signals:
+    void Changed(); // by the user
+
+private:
+    void FillBoxes();
+    void ShowFont(const QString& family);
+    QCheckBox* Switch(const QString& text);
+    QComboBox* ModifierBox(const QString& name);
+    void TakeModifierFromOthers(QComboBox* chosen);
+    void RememberModifiers();
+    void Tell();
+
+    bool isSetting = true; // so that nobody is told of what the page itself sets
+    QComboBox* font;
+    QSpinBox* fontSize;
+    QSpinBox* tabWidth;
+    QCheckBox* indentsWithTabs;
+    QCheckBox* wrapsLines;
+    QCheckBox* showsBlanks;
+    QCheckBox* restoresSession;
+    QComboBox* colours;
+    QComboBox* command;
+    QComboBox* control;
+    QComboBox* option;
+    QComboBox* lookupClick;
+    KeyTable* keys;
+    std::map<const QComboBox*, int> modifiers; // what the three boxes showed before the user chose
+};
+
+} // namespace wren

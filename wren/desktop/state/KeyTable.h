@@ -1,0 +1,44 @@
+// The commands and their keys, to be changed.
+#pragma once
+
+#include <QWidget>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+class QKeySequenceEdit;
+class QLabel;
+class QTableWidget;
+
+namespace wren {
+
+// A row a command and a field a key. Keys that several commands have are named below. GUI thread.
+class KeyTable : public QWidget {
+    Q_OBJECT
+public:
+    using Keys = std::vector<std::pair<std::string, std::string>>; // as in PreferenceValues::keys
+
+    explicit KeyTable(QWidget* parent = nullptr);
+
+    void SetCommands(const std::vector<std::string>& names);
+    void SetValues(const Keys& keys);
+    Keys Values() const;
+
+signals:
+    void Changed(); // by the user
+
+private:
+    void Rebuild();
+    void AddField(int row, int column, const std::string& key);
+    void Take(QKeySequenceEdit* field);
+    void ShowConflicts();
+
+    QTableWidget* table;
+    QLabel* conflicts;
+    std::vector<std::string> registered;
+    std::vector<std::string> rows; // the commands shown
+    Keys values;
+};
+
+} // namespace wren
