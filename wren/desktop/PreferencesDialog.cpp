@@ -13,6 +13,7 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QListWidget>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -38,6 +39,10 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
     column->addLayout(row, 1);
     column->addWidget(buttons);
 
+    std::vector<std::string> commands;
+    for (const CommandTable::Command& command : host.Commands().Registered())
+        commands.push_back(command.name);
+    editor->SetCommands(commands);
     editor->SetValues(values);
     connect(editor, &EditorPage::Changed, this, [this] { emit Changed(editor->Values()); });
     AddPage(QApplication::windowIcon(), tr("Editor"), editor);
