@@ -7,7 +7,7 @@ set(doc ${root}/share/doc/wren)
 set(readable FILE_PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)
 
 # The copyright file has the licences, and refers to the GPL's text, which every Debian system has.
-file(REMOVE ${doc}/LICENSE ${doc}/GPL-3.0.txt)
+file(REMOVE_RECURSE ${doc}/LICENSE ${doc}/LICENSES)
 file(COPY ${CMAKE_CURRENT_LIST_DIR}/copyright DESTINATION ${doc} ${readable})
 
 # Where Debian's zsh looks for what packages bring; site-functions is for the machine's administrator.
