@@ -1,0 +1,41 @@
+# "cpack" makes wren_<version>_<architecture>.deb from what is installed.
+
+# There is no address that answers for all packages that anybody builds: who gives one away puts in his own.
+set(WREN_MAINTAINER "The Wren and Declaration authors <wren@localhost.localdomain>"
+    CACHE STRING "Who answers for the package: name and mail address")
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME wren)
+set(CPACK_PACKAGE_VENDOR "The Wren and Declaration authors")
+set(CPACK_PACKAGE_CONTACT ${WREN_MAINTAINER})
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_MONOLITHIC_INSTALL ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/packaging/debian/tree.cmake)
+set(CPACK_POST_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/packaging/debian/without-scripts.cmake)
+set(CPACK_WREN_CHANGELOG ${CMAKE_BINARY_DIR}/packaging/changelog)
+configure_file(packaging/debian/changelog.in ${CPACK_WREN_CHANGELOG} @ONLY)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION editors)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# Libraries are found by what the programs link; Universal Ctags is run, not linked.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_DEPENDS universal-ctags)
+set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "symbol lookup and editor for C, C++ and Objective-C source
+Wren looks symbols up in source code without a compiler database: point at a
+name, get its declaration or its definition. It reads tags files, a project's
+and those of the system's headers, which it has Universal Ctags make.
+
+The command line and its scripts need no display.")
+if(WREN_DESKTOP)
+    # Qt chooses it where there is a Wayland display and no X11.
+    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
+    string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION " The editor lists what
+completes a name while it is typed, and a click goes where a symbol is
+declared.")
+endif()
+include(CPack)
