@@ -171,6 +171,27 @@ TEST_F(CodeViewKeys, AreNotUsedWhenTheClientTakesThem)
     }
 }
 
+TEST_F(CodeViewKeys, TheWindowsShortcutsComeFirstButForKeysThatMove)
+{
+    struct Case {
+        int key;
+        Qt::KeyboardModifiers modifiers;
+        bool kept;
+    };
+    const Case kCases[] = {
+        {Qt::Key_Z, Qt::ControlModifier, false}, {Qt::Key_V, Qt::ControlModifier, false},
+        {Qt::Key_L, Qt::ControlModifier, false}, {Qt::Key_D, Qt::ControlModifier, false},
+        {Qt::Key_F3, Qt::NoModifier, false},     {Qt::Key_Left, Qt::ControlModifier, true},
+        {Qt::Key_Home, Qt::NoModifier, true},    {Qt::Key_X, Qt::NoModifier, true},
+    };
+    for (const Case& c : kCases) {
+        QKeyEvent asked(QEvent::ShortcutOverride, c.key, c.modifiers);
+        asked.ignore();
+        QCoreApplication::sendEvent(view.get(), &asked);
+        EXPECT_EQ(asked.isAccepted(), c.kept) << c.key;
+    }
+}
+
 TEST_F(CodeViewKeys, UndoAndRedoAreToldOnceEach)
 {
     Start("|");

@@ -257,6 +257,49 @@ TEST(CodeView, TheMarginGrowsWithTheNumberOfLines)
     EXPECT_EQ(view.TextBounds().left, narrow);
 }
 
+TEST(CodeView, TheMarginGrowsWhileLinesAreTyped)
+{
+    CodeView view;
+    view.resize(300, 200);
+    view.show();
+    view.SetBytes(std::string(998, '\n'));
+    const float narrow = view.TextBounds().left;
+    QTest::keyClick(&view, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_GT(view.TextBounds().left, narrow);
+}
+
+TEST(CodeView, WrapsAndShowsBlanksAsTold)
+{
+    CodeView view;
+    const ViewText text(view);
+    for (const bool on : {true, false}) {
+        EditorLook look = view.Look();
+        look.wraps = on;
+        look.showsBlanks = on;
+        view.SetLook(look);
+        EXPECT_EQ(text.Send(QsciScintillaBase::SCI_GETWRAPMODE) != 0, on);
+        EXPECT_EQ(text.Send(QsciScintillaBase::SCI_GETVIEWWS) != 0, on);
+    }
+}
+
+TEST(CodeView, ADarkLookIsDark)
+{
+    CodeView view;
+    view.resize(300, 100);
+    view.show();
+    EditorLook look = view.Look();
+    look.dark = true;
+    view.SetLook(look);
+    view.SetLanguageFor("a.c");
+    view.SetBytes("\nint x;\n");
+    QCoreApplication::processEvents();
+    const QImage seen = view.viewport()->grab().toImage();
+    EXPECT_EQ(seen.pixelColor(seen.width() - 2, seen.height() - 2), ColoursOf(true).paper);
+    EXPECT_EQ(seen.pixelColor(seen.width() - 2, 2), ColoursOf(true).caretLine);
+    EXPECT_EQ(seen.pixelColor(2, seen.height() - 2), ColoursOf(true).margin);
+}
+
 // -------------------------------------------------------------------------------------------------------------- Braces
 
 TEST(CodeView, FindsThePartnerOfABrace)

@@ -11,11 +11,28 @@ namespace {
 
 using Sci = QsciScintillaBase;
 
+char Lower(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool IsAscii(const std::string& text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+// Scintilla knows upper and lower case of ASCII only.
+bool NeedsExpression(const TextSearch& search)
+{
+    return search.regularExpression || (!search.matchCase && !IsAscii(search.text));
+}
+
 QRegularExpression ExpressionOf(const TextSearch& search)
 {
-    if (!search.regularExpression)
+    if (!NeedsExpression(search))
         return {};
-    QString pattern = QString::fromStdString(search.text);
+    const QString wanted = QString::fromStdString(search.text);
+    QString pattern = search.regularExpression ? wanted : QRegularExpression::escape(wanted);
     // Checked alone first: a ")(" would be made valid by what is put around it.
     if (search.wholeWords && QRegularExpression(pattern).isValid())
         pattern = "\\b(?:" + pattern + ")\\b";
@@ -62,7 +79,7 @@ std::vector<std::string> GroupsOf(const QRegularExpressionMatch& match, const Li
 } // namespace
 
 TextFinder::TextFinder(const ViewText& text, const TextSearch& search)
-    : text(text), search(search), expression(ExpressionOf(search))
+    : text(text), search(search), byExpression(NeedsExpression(search)), expression(ExpressionOf(search))
 {
 }
 
@@ -101,7 +118,7 @@ std::optional<TextFinder::Found> TextFinder::First(long start) const
 
 std::optional<TextFinder::Found> TextFinder::Last(long end) const
 {
-    if (!search.regularExpression) {
+    if (!byExpression) {
         const auto found = FindPlain(end, 0);
         return found ? std::optional(Found{*found, {}}) : std::nullopt;
     }
@@ -120,7 +137,7 @@ void TextFinder::Each(long start, const Visit& visit) const
 {
     if (search.text.empty() || !IsValid())
         return;
-    if (!search.regularExpression)
+    if (!byExpression)
         return EachPlain(start, visit);
     const long lines = text.Send(Sci::SCI_GETLINECOUNT);
     for (long line = text.Send(Sci::SCI_LINEFROMPOSITION, start); line < lines; line++)
@@ -158,6 +175,8 @@ std::optional<Selection> TextFinder::FindPlain(long start, long end) const
 {
     if (search.text.empty())
         return std::nullopt;
+    if (!search.wholeWords)
+        return FindBytes(start, end);
     text.Send(Sci::SCI_SETSEARCHFLAGS,
               (search.matchCase ? Sci::SCFIND_MATCHCASE : 0) | (search.wholeWords ? Sci::SCFIND_WHOLEWORD : 0));
     text.Send(Sci::SCI_SETTARGETSTART, start);
@@ -165,6 +184,21 @@ std::optional<Selection> TextFinder::FindPlain(long start, long end) const
     if (text.Send(Sci::SCI_SEARCHINTARGET, static_cast<long>(search.text.size()), search.text.data()) < 0)
         return std::nullopt;
     return Selection{text.Send(Sci::SCI_GETTARGETSTART), text.Send(Sci::SCI_GETTARGETEND)};
+}
+
+// Scintilla takes several times as long.
+std::optional<Selection> TextFinder::FindBytes(long start, long end) const
+{
+    const long from = std::min(start, end);
+    const std::string_view in = text.Pointer(from, std::max(start, end));
+    const std::string& wanted = search.text;
+    const auto same = [this](char a, char b) { return search.matchCase ? a == b : Lower(a) == Lower(b); };
+    const auto found = start <= end ? std::search(in.begin(), in.end(), wanted.begin(), wanted.end(), same)
+                                    : std::find_end(in.begin(), in.end(), wanted.begin(), wanted.end(), same);
+    if (found == in.end())
+        return std::nullopt;
+    const long at = from + (found - in.begin());
+    return Selection{at, at + static_cast<long>(wanted.size())};
 }
 
 std::string TextFinder::Replacement(const Found& found, const std::string& with) const

@@ -24,8 +24,8 @@ struct TextSearch {
     bool operator==(const TextSearch&) const = default;
 };
 
-// One search, made for one use. Scintilla finds plain text; its regular expressions would recurse for every character of a
-// line, and end the program on a line of some ten thousand.
+// One search, made for one use. Scintilla's own expressions recurse for every character of a line, and would end the
+// program on a line of some ten thousand.
 class TextFinder {
 public:
     struct Found {
@@ -54,10 +54,12 @@ private:
     void EachPlain(long start, const Visit& visit) const;
     bool EachInLine(long line, long start, const Visit& visit) const;
     std::optional<Selection> FindPlain(long start, long end) const; // backwards when 'end' is before 'start'
+    std::optional<Selection> FindBytes(long start, long end) const;
     std::string Replacement(const Found& found, const std::string& with) const;
 
     ViewText text;
     TextSearch search;
+    bool byExpression; // an expression, or letters that need one to be told without their case
     QRegularExpression expression;
 };
 
