@@ -39,7 +39,7 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
         *status = app.exit(error) == 0 ? 0 : kWrongUsage;
         return std::nullopt;
     }
-    arguments.options.restoreSession = !fresh;
+    arguments.options.restoresSession = !fresh;
     for (const std::string& file : files)
         arguments.places.push_back(PlaceFrom(file));
     return arguments;

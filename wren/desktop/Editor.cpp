@@ -62,7 +62,7 @@ std::string AbsolutePath(const std::string& path)
 } // namespace
 
 Editor::Editor(const DesktopOptions& options)
-    : display(std::make_unique<QtDisplay>()), loop(std::make_unique<GuiLoop>(*display)),
+    : restoresSession(options.restoresSession), display(std::make_unique<QtDisplay>()), loop(std::make_unique<GuiLoop>(*display)),
       bundle(LoadBundle(options.bundle, &problems)),
       window(std::make_unique<MainWindow>(ReadIcns(bundle->Directory()->path + kIcon)))
 {
@@ -159,13 +159,15 @@ void Editor::Connect()
     window->mayClose = [this] { return Quit(); };
 }
 
-void Editor::Show()
+void Editor::Show(const std::vector<Place>& wanted)
 {
     window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(session->State().geometry)));
     window->show();
     for (const QString& problem : std::exchange(problems, {}))
         window->Notices().Tell(problem);
-    if (preferences.Values().restoresSession && host->Current() == nullptr)
+    for (const Place& place : wanted)
+        Open(place.file, place.line, place.column);
+    if (restoresSession && preferences.Values().restoresSession && wanted.empty())
         session->Restore();
     session->OfferRecovery();
     if (host->Current() == nullptr)

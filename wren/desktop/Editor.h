@@ -1,6 +1,7 @@
 // The editor that a person sits at: its documents, the plug-in, and the window around them.
 #pragma once
 
+#include "wren/core/Place.h"
 #include "wren/core/PlaceStack.h"
 #include "wren/core/Preferences.h"
 #include "wren/desktop/editor/EditorLook.h"
@@ -11,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace wren {
 
@@ -32,7 +34,7 @@ class PreferencesDialog;
 struct DesktopOptions {
     std::string bundle;       // a directory
     std::string settingsFile; // "" keeps settings nowhere
-    bool restoreSession = true;
+    bool restoresSession = true; // where the preferences do not say otherwise
 };
 
 // Everything is made with it and goes with it, in the order that the framework wants. One at a time; GUI thread.
@@ -42,7 +44,8 @@ public:
     explicit Editor(const DesktopOptions& options);
     ~Editor() override;
 
-    void Show(); // the window; then what was open last time, and what was not saved, unless files are open already
+    // The window, with the files named; without any, with what was open last time. Then what a crash has left is offered.
+    void Show(const std::vector<Place>& wanted);
 
     // Lines and columns from 1, columns in bytes; 0 for none. False when the file could not be read, which was told.
     bool Open(const std::string& path, long line = 0, long column = 0);
@@ -104,6 +107,7 @@ private:
     PlaceStack places;
     int zoom = 0;
     bool quitting = false;
+    const bool restoresSession;
 
     std::unique_ptr<QtDisplay> display;
     std::unique_ptr<GuiLoop> loop;

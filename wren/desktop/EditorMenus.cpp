@@ -7,6 +7,7 @@
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/FileKeeper.h"
 #include "wren/desktop/GuiLoop.h"
+#include "wren/desktop/Icons.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/SessionKeeper.h"
@@ -225,7 +226,7 @@ void EditorMenus::ShowState()
 QAction* EditorMenus::Add(QMenu* menu, const QString& text, const char* icon, const QList<QKeySequence>& keys,
                           const std::function<void()>& run)
 {
-    QAction* action = menu->addAction(QIcon::fromTheme(icon), text);
+    QAction* action = menu->addAction(IconNamed(icon), text);
     action->setShortcuts(keys);
     connect(action, &QAction::triggered, this, run);
     return action;
@@ -244,7 +245,7 @@ QAction* EditorMenus::CommandAction(const std::string& command)
     const auto named = kNames.find(command);
     auto* action = new QAction(named == kNames.end() ? QString::fromStdString(command) : named->second.first, this);
     if (named != kNames.end())
-        action->setIcon(QIcon::fromTheme(named->second.second));
+        action->setIcon(IconNamed(named->second.second));
     connect(action, &QAction::triggered, this, [this, command] { editor.Run(command); });
     editor.Window().addAction(action);
     commands[command] = action;

@@ -9,6 +9,7 @@
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QScreen>
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -21,6 +22,7 @@ MainWindow::MainWindow(const QIcon& pluginIcon)
 {
     setWindowTitle("Wren");
     setAcceptDrops(true);
+    resize(QSize(960, 720).boundedTo(screen()->availableSize()));
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
     column->setContentsMargins(0, 0, 0, 0);

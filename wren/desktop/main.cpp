@@ -65,8 +65,6 @@ int main(int count, char** words)
     QApplication application(count, words);
     wren::Editor editor(arguments->options);
     const wren::Endings endings(editor);
-    for (const wren::Place& place : arguments->places)
-        editor.Open(place.file, place.line, place.column);
-    editor.Show();
+    editor.Show(arguments->places);
     return QApplication::exec();
 }
