@@ -1,6 +1,7 @@
 // What becomes of a list of completions whose document is closed, with the plug-in that users have.
 #include "tests/support/TempDirectory.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/script/HeadlessStage.h"
 #include "wren/script/ScriptSession.h"
 
 #include <gtest/gtest.h>
@@ -24,11 +25,13 @@ protected:
         std::string error;
         bundle = wren::PluginBundle::Load(DECLARATION_BUNDLE, &error);
         ASSERT_NE(bundle, nullptr) << error;
-        session.emplace(*bundle, "");
+        stage.emplace(*bundle, "");
+        session.emplace(*stage);
     }
     static void TearDownTestSuite()
     {
         session.reset();
+        stage.reset();
         bundle.reset();
         home.reset();
     }
@@ -64,6 +67,7 @@ protected:
 
     static inline std::optional<TempDirectory> home;
     static inline std::unique_ptr<wren::PluginBundle> bundle;
+    static inline std::optional<wren::HeadlessStage> stage;
     static inline std::optional<wren::ScriptSession> session;
     TempDirectory folder;
 };
@@ -81,9 +85,9 @@ TEST_F(ClosedDocument, AnEntryThatIsOnItsWayGoesNowhere)
 {
     const long document = Open("a.c");
     const long list = TypeUntilListed();
-    ASSERT_TRUE(session->Display().InvokeItem(list, 1));
+    ASSERT_TRUE(stage->Display().InvokeItem(list, 1));
     Close(document);
-    session->Settle();
+    stage->Settle();
     EXPECT_EQ(Windows(), Json::array());
 }
 

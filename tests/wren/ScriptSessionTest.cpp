@@ -10,6 +10,7 @@
 #include "vetch/interface/BMenuBar.h"
 #include "vetch/interface/BMenuItem.h"
 #include "vetch/interface/BPopUpMenu.h"
+#include "wren/script/HeadlessStage.h"
 
 #include <gmock/gmock.h>
 
@@ -24,12 +25,18 @@ protected:
     ~Script() override
     {
         answer = nullptr; // what it borrows from the test is gone
-        session.reset();
+        End();
     }
     void Begin(const std::string& settings = "")
     {
-        session = std::make_unique<wren::ScriptSession>(*bundle, settings);
+        stage = std::make_unique<wren::HeadlessStage>(*bundle, settings);
+        session = std::make_unique<wren::ScriptSession>(*stage);
         events.clear();
+    }
+    void End()
+    {
+        session.reset();
+        stage.reset();
     }
     Json Line(const std::string& line) { return session->Answer(line); }
     Json Open(const std::string& text)
@@ -38,6 +45,7 @@ protected:
     }
     Json State() { return Line(R"({"do": "state"})")["state"]; }
 
+    std::unique_ptr<wren::HeadlessStage> stage;
     std::unique_ptr<wren::ScriptSession> session;
 };
 
@@ -382,7 +390,7 @@ TEST_F(Script, SendsNothingAfterARawUnload)
     Line(R"({"do": "event", "event": 3})");
     events.clear();
     EXPECT_EQ(Line(R"({"do": "command", "name": "x"})")["ok"], true);
-    session.reset();
+    End();
     EXPECT_THAT(TakeEvents(), IsEmpty());
 }
 
@@ -499,7 +507,7 @@ TEST_F(Script, MovesTheClockAndTheScreenAndBindsKeys)
     Line(R"({"do": "clock", "advance": 250})");
     EXPECT_EQ(State()["clock"], 1'000'250);
     Line(R"({"do": "screen", "frame": [0, 0, 640, 480]})");
-    EXPECT_EQ(session->Display().ScreenFrame({0, 0}), (BRect{0, 0, 640, 480}));
+    EXPECT_EQ(stage->Display().ScreenFrame({0, 0}), (BRect{0, 0, 640, 480}));
     bool pending = false;
     answer = [&](long event, PluginInterface* record) {
         pending = record->InputPending();

@@ -9,7 +9,7 @@ void OpenDocument(ScriptSession& session, const Line& line, Json& answer)
     const std::optional<std::string> text = line.OptionalText("text");
     const bool worksheet = line.OptionalFlag("worksheet").value_or(false);
     std::string error;
-    const Document* document = session.TheHost().Open(path, text, worksheet, &error);
+    const Document* document = session.TheStage().Open(path, text, worksheet, &error);
     if (document == nullptr)
         throw line.Error("path", "cannot be read: " + JsonText(error).get<std::string>());
     answer["document"] = document->Id();

@@ -1,9 +1,7 @@
 // Lines that do what a user does in a document: keys, clicks, buttons and menus.
 #include "wren/script/Keyboard.h"
 #include "wren/script/LineHandlers.h"
-#include "wren/script/PressKey.h"
 
-#include "vetch/app/Modifiers.h"
 #include "vetch/display/Utf8.h"
 
 #include <string_view>
@@ -12,20 +10,10 @@ namespace wren::lines {
 
 namespace {
 
-// The modifier keys that a user holds while something else happens.
-class HeldModifiers {
-public:
-    explicit HeldModifiers(uint32 bits) { vetch::SetModifiers(bits); }
-    ~HeldModifiers() { vetch::SetModifiers(0); }
-    HeldModifiers(const HeldModifiers&) = delete;
-    HeldModifiers& operator=(const HeldModifiers&) = delete;
-};
-
 long Stroke(ScriptSession& session, const std::string& key, const KeyStroke& stroke)
 {
-    const HeldModifiers held(stroke.modifiers);
     session.NeedDocument();
-    return PressKey(session.TheHost(), key, stroke);
+    return session.TheStage().PressKey(key, stroke);
 }
 
 std::optional<MenuChoice> ReadChoice(const Line& line)
@@ -37,14 +25,16 @@ std::optional<MenuChoice> ReadChoice(const Line& line)
     return line.Integer("choose");
 }
 
-BPoint ReadPlace(ScriptSession& session, const Line& line)
+TextClick ReadPlace(const Line& line)
 {
+    TextClick click;
     if (line.Has("at") && !line.Has("offset")) {
         const std::vector<float> at = line.Numbers("at", 2);
-        return {at[0], at[1]};
+        click.at = {at[0], at[1]};
+    } else {
+        click.offset = line.Integer("offset");
     }
-    const long offset = line.Integer("offset");
-    return session.TheFace().CellCentre(session.NeedDocument(), offset);
+    return click;
 }
 
 } // namespace
@@ -65,32 +55,28 @@ void Type(ScriptSession& session, const Line& line, Json&)
     for (std::string_view rest = text; !rest.empty(); rest.remove_prefix(vetch::CodePointLength(rest))) {
         const std::string key(rest.substr(0, vetch::CodePointLength(rest)));
         Stroke(session, key, {key, 0});
-        session.Settle(); // nobody types faster than windows answer
+        session.TheStage().Settle(); // nobody types faster than windows answer
     }
 }
 
 void Click(ScriptSession& session, const Line& line, Json& answer)
 {
-    const BPoint where = ReadPlace(session, line);
-    const uint32 modifiers = line.OptionalModifiers();
-    const long buttons = line.OptionalInteger("buttons").value_or(1);
-    const HeldModifiers held(modifiers);
-    session.TheFace().mouse = {where, static_cast<uint32>(buttons)};
-    answer["returned"] = session.TheHost().Events().MouseDown();
-    session.TheFace().mouse.buttons = 0;
+    TextClick click = ReadPlace(line);
+    if (!click.at)
+        session.NeedDocument();
+    click.modifiers = line.OptionalModifiers();
+    click.buttons = static_cast<uint32>(line.OptionalInteger("buttons").value_or(1));
+    answer["returned"] = session.TheStage().Click(click);
 }
 
 void Button(ScriptSession& session, const Line& line, Json& answer)
 {
-    const HeldModifiers held(line.OptionalModifiers());
-    answer["returned"] = session.TheHost().Events().ButtonClicked();
+    answer["returned"] = session.TheStage().ClickButton(line.OptionalModifiers());
 }
 
 void PopUp(ScriptSession& session, const Line& line, Json& answer)
 {
-    session.Display().ChooseNext(ReadChoice(line));
-    answer["returned"] = session.TheHost().Events().ButtonPopUp();
-    session.Display().ChooseNext(std::nullopt);
+    answer["returned"] = session.TheStage().ChooseFromButton(ReadChoice(line));
 }
 
 void Menu(ScriptSession& session, const Line& line, Json& answer)

@@ -2,6 +2,7 @@
 
 #include "wren/core/OutputAside.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/script/HeadlessStage.h"
 #include "wren/script/ScriptSession.h"
 
 #include <cstdio>
@@ -23,7 +24,8 @@ int RunScript(const ScriptOptions& options)
         std::fprintf(stderr, "wren: %s\n", error.c_str());
         return 2;
     }
-    ScriptSession session(*bundle, options.settings);
+    HeadlessStage stage(*bundle, options.settings);
+    ScriptSession session(stage);
     bool allOk = true;
     for (std::string line; std::getline(std::cin, line);) {
         const Json answer = session.Answer(line);

@@ -114,6 +114,11 @@ void ScriptLog::PreferencePanelRegistered(const std::string& identifier, const s
     Add(Json::array({"RegisterPreferencePanel", JsonText(identifier), JsonText(title), JsonText(icon)}));
 }
 
+void ScriptLog::MatchOpened(const std::string& path, long line)
+{
+    Add(Json::array({"open", JsonText(path), line}));
+}
+
 void ScriptLog::Beeped()
 {
     Add(Json::array({"beep"}));

@@ -42,6 +42,9 @@ public:
     void PreferencePanelRegistered(const std::string& identifier, const std::string& title,
                                    const std::string& icon) override;
 
+    // A match of a lookup, on its way to being shown.
+    void MatchOpened(const std::string& path, long line);
+
     void Beeped() override;
     void AlertAnswered(const vetch::AlertDescription& alert, long answer) override;
     void MenuAnswered(const vetch::MenuDescription& menu, std::optional<long> choice) override;

@@ -75,15 +75,15 @@ Json MenuJson(const BMenu& menu)
 
 } // namespace
 
-Json StateJson(Host& host, const HeadlessDisplay& display)
+Json StateJson(Host& host, const std::vector<HeadlessDisplay::WindowState>& windows)
 {
-    Json windows = Json::array();
-    for (const HeadlessDisplay::WindowState& window : display.Windows())
-        windows.push_back(WindowJson(window));
+    Json shown = Json::array();
+    for (const HeadlessDisplay::WindowState& window : windows)
+        shown.push_back(WindowJson(window));
     return {{"document", DocumentJson(host.Current())},
             {"worksheet", JsonText(host.TheWorksheet().Text())},
             {"clock", system_time()},
-            {"windows", windows},
+            {"windows", shown},
             {"menu", MenuJson(*host.MenuBar().Search())}};
 }
 

@@ -8,6 +8,6 @@ namespace wren {
 class Host;
 
 // Of a settled session.
-Json StateJson(Host& host, const vetch::HeadlessDisplay& display);
+Json StateJson(Host& host, const std::vector<vetch::HeadlessDisplay::WindowState>& windows);
 
 } // namespace wren

@@ -30,7 +30,7 @@ void Clock(ScriptSession&, const Line& line, Json&)
 void Screen(ScriptSession& session, const Line& line, Json&)
 {
     const std::vector<float> frame = line.Numbers("frame", 4);
-    session.Display().SetScreen({frame[0], frame[1], frame[2], frame[3]});
+    session.TheStage().SetScreen({frame[0], frame[1], frame[2], frame[3]});
 }
 
 void Shortcut(ScriptSession& session, const Line& line, Json&)
@@ -46,7 +46,7 @@ void Shortcut(ScriptSession& session, const Line& line, Json&)
 
 void Pending(ScriptSession& session, const Line& line, Json&)
 {
-    session.TheFace().inputPending = line.Flag("on");
+    session.TheStage().SetInputPending(line.Flag("on"));
 }
 
 void Settle(ScriptSession& session, const Line& line, Json&)
@@ -60,7 +60,7 @@ void Settle(ScriptSession& session, const Line& line, Json&)
 
 void State(ScriptSession& session, const Line&, Json& answer)
 {
-    answer["state"] = StateJson(session.TheHost(), session.Display());
+    answer["state"] = StateJson(session.TheHost(), session.TheStage().Windows());
 }
 
 } // namespace wren::lines

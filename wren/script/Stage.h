@@ -1,0 +1,65 @@
+// Where a script is played: an editor with the plug-in in it, and a user's hands and eyes.
+#pragma once
+
+#include "wren/core/PluginEvents.h"
+#include "wren/script/ScriptDisplay.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace wren {
+
+class Document;
+class Host;
+class ScriptLog;
+
+// A click into the text: at a place of the text view, or in the middle of the character at an offset.
+struct TextClick {
+    std::optional<BPoint> at;
+    long offset = 0;
+    uint32 modifiers = 0;
+    uint32 buttons = 1;
+};
+
+// What a user does shows its effect once the stage has settled. Windows are named by their numbers in the log. Document
+// thread.
+class Stage {
+public:
+    using WindowState = vetch::HeadlessDisplay::WindowState;
+
+    virtual ~Stage() = default;
+
+    virtual Host& TheHost() = 0;
+    virtual ScriptLog& Log() = 0;
+    virtual void Settle() = 0; // delivers all messages
+
+    // In documents. Open() answers null, with the reason, when the file cannot be read. The others answer what the plug-in
+    // did; PressKey(), with the stroke's name as StrokeOf() reads it, and Click() at an offset need a current document.
+    virtual Document* Open(const std::string& path, const std::optional<std::string>& text, bool worksheet,
+                           std::string* error) = 0;
+    virtual long PressKey(const std::string& key, const KeyStroke& stroke) = 0;
+    virtual long Click(const TextClick& click) = 0;
+    virtual long ClickButton(uint32 modifiers) = 0;                            // the plug-in's
+    virtual long ChooseFromButton(const std::optional<MenuChoice>& choice) = 0; // from its pop-up menu; nothing dismisses it
+
+    // Answers to what comes next: a button of an alert, a path chosen in a file panel, nothing to dismiss it.
+    virtual void AnswerAlert(long button) = 0;
+    virtual void AnswerPanel(const std::optional<std::string>& path) = 0;
+
+    // In windows. False when there is no such thing in that window.
+    virtual std::vector<WindowState> Windows() const = 0;
+    virtual bool InvokeItem(long window, long index) = 0;
+    virtual bool ClickItem(long window, long index) = 0;
+    virtual bool Press(long window, long item) = 0;
+    virtual bool Enter(long window, long item, const std::string& text) = 0;
+    virtual bool Check(long window, long item, bool on) = 0;
+    virtual bool Close(long window) = 0;
+    virtual vetch::LooperToken OpenPanel(const std::string& identifier, long* returned) = 0; // preferences; "": the first
+
+    // The world around.
+    virtual void SetScreen(BRect frame) = 0;
+    virtual void SetInputPending(bool pending) = 0;
+};
+
+} // namespace wren
