@@ -150,7 +150,8 @@ void Editor::Connect()
         window->Tabs().SetName(id, document->Path(), false);
         places.DocumentNamed(id, document->Path());
         session->Settled(id);
-        session->Opened(document->Path());
+        if (!document->IsWorksheet())
+            session->Opened(document->Path());
         window->statusBar()->showMessage(tr("Saved %1").arg(QString::fromStdString(document->Path())), 4000);
         emit DocumentsChanged();
     });
@@ -163,6 +164,7 @@ void Editor::Show(const std::vector<Place>& wanted)
 {
     window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(session->State().geometry)));
     window->show();
+    window->activateWindow(); // where no window manager does it
     for (const QString& problem : std::exchange(problems, {}))
         window->Notices().Tell(problem);
     for (const Place& place : wanted)

@@ -59,7 +59,6 @@ int main(int count, char** words)
     }
     qInstallMessageHandler(&HearQt);
     QApplication::setApplicationName("wren");
-    QApplication::setApplicationDisplayName("Wren");
     QApplication::setApplicationVersion(WREN_VERSION);
     QApplication::setDesktopFileName("wren");
     QApplication application(count, words);

@@ -29,6 +29,8 @@ constexpr Title kTitles[] = {
     {"SymbolCompletion", "Complete symbol"},
     {"DeclarationLookup", "Look up declaration"},
     {"DefinitionLookup", "Look up definition"},
+    {"SymbolLookup", "Look up symbol"},
+    {"SymbolLookupDialog", "Look up\u2026"},
     {"GoBack", "Go back"},
     {"GoForward", "Go forward"},
 };
