@@ -35,15 +35,16 @@ BMessage KeyDownMessage(const KeyStroke& stroke)
 
 KeyRouter::KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop) : host(host), display(display), loop(loop) {}
 
+// A command that edits is told to be over, and that closes whatever the plug-in shows but completions: a list of matches
+// would be gone as soon as it came. So that is left out for those that only look something up.
 void KeyRouter::RunBound(const std::string& command)
 {
     const KeyBinding binding = host.Commands().BindingOf(command);
-    if (binding.key != 0) {
+    if (command == "SymbolCompletion" && binding.key != 0) {
         const HeldModifiers held(binding.modifiers);
         host.RouteKey({std::string(1, binding.key), binding.modifiers});
     } else {
         host.Events().Command(command);
-        host.Events().PrimitiveDone();
     }
     loop.LetThrough();
 }

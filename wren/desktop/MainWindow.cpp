@@ -6,6 +6,7 @@
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/editor/FindBar.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QMimeData>
@@ -34,6 +35,7 @@ MainWindow::MainWindow(const QIcon& pluginIcon)
     tools->setObjectName("tools");
     tools->setMovable(false);
     addToolBar(tools);
+    setContextMenuPolicy(Qt::NoContextMenu); // it would only offer to take the tool bar away
     find->hide();
 }
 
@@ -45,6 +47,9 @@ MainWindow::~MainWindow()
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->setAccepted(!mayClose || mayClose());
+    // A window of the plug-in's that is still to be seen would keep Qt's loop going.
+    if (event->isAccepted())
+        QApplication::exit(0);
 }
 
 void MainWindow::changeEvent(QEvent* event)

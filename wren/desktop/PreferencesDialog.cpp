@@ -37,7 +37,6 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
     buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
     auto* column = new QVBoxLayout(this);
     column->addLayout(row, 1);
-    column->addWidget(buttons);
 
     std::vector<std::string> commands;
     for (const CommandTable::Command& command : host.Commands().Registered())
@@ -47,8 +46,10 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
     connect(editor, &EditorPage::Changed, this, [this] { emit Changed(editor->Values()); });
     AddPage(QApplication::windowIcon(), tr("Editor"), editor);
     AddPanels();
+    column->addWidget(buttons); // last, also for the Tab key
     connect(titles, &QListWidget::currentRowChanged, pages, &QStackedWidget::setCurrentIndex);
     titles->setCurrentRow(0);
+    titles->setFocus();
 }
 
 PreferencesDialog::~PreferencesDialog()
@@ -68,6 +69,7 @@ void PreferencesDialog::AddPage(const QIcon& icon, const QString& title, QWidget
     auto* area = new QScrollArea;
     area->setWidget(page);
     area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(page == editor);
     area->setMinimumSize(page->sizeHint().expandedTo(page->size()) + QSize(24, 8));
     pages->addWidget(area);
