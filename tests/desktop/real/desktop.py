@@ -29,9 +29,9 @@ def wait_for(what, condition):
 class Screen:
     """An X server, with a window manager or without."""
 
-    def __init__(self, manager):
+    def __init__(self, manager, size="1280x800x24"):
         read, write = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", size, "-nolisten", "tcp"],
                                        pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as answer:
