@@ -139,7 +139,7 @@ const KeyCase kKeys[] = {
     {"delete", "a|b", Qt::Key_Delete, Qt::NoModifier, "key applied ", "a"},
     {"delete at the end", "ab|", Qt::Key_Delete, Qt::NoModifier, "key applied ", "ab"},
     {"an arrow", "a|b", Qt::Key_Left, Qt::NoModifier, "key applied ", "ab"},
-    {"escape", "a|b", Qt::Key_Escape, Qt::NoModifier, "key applied ", "ab"},
+    {"escape does nothing to a text", "a|b", Qt::Key_Escape, Qt::NoModifier, "key ", "ab"},
     {"a modifier alone is of no use", "a|b", Qt::Key_Shift, Qt::ShiftModifier, "key ", "ab"},
     {"a function key is of no use", "a|b", Qt::Key_F5, Qt::NoModifier, "key ", "ab"},
     {"nobody's shortcut types nothing", "a|b", Qt::Key_D, Qt::ControlModifier, "key ", "ab"},

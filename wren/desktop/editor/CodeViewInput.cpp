@@ -199,7 +199,10 @@ bool CodeView::ApplyKey(QKeyEvent& event, bool& typed)
     groups.Close();
     const Done did = As(By::User, [&] { PassKey(event); });
     typed = did.Typed();
-    return event.isAccepted() || did.changed;
+    // Scintilla always takes Escape, though it does nothing to a text: a list of completions that it was meant for would be
+    // closed by what comes after every key that did something.
+    const bool used = event.isAccepted() && event.key() != Qt::Key_Escape;
+    return used || did.changed;
 }
 
 bool CodeView::ApplyStandardKey(const QKeyEvent& event)
