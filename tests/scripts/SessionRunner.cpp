@@ -1,6 +1,7 @@
 // Runs one scripted session in a copy of its folder and compares the answers with those expected. See README.md.
 #include "Conversation.h"
 #include "Executed.h"
+#include "Pixels.h"
 #include "RunnerLines.h"
 #include "SessionFiles.h"
 
@@ -24,7 +25,9 @@ constexpr const char* kBundle = "$BUNDLE"; // the plug-in's bundle
 constexpr const char* kStart = "$START";   // what every session's first answer logs of the start
 constexpr const char* kExecuted = "executed";
 constexpr const char* kInstalled = "/usr/bin/cplustags";
-constexpr const char* kUsage = "usage: session_runner [--accept] WREN FOLDER\n";
+constexpr const char* kUsage = "usage: session_runner [--accept | --without-pixels] WREN FOLDER\n";
+
+enum class Mode { Compare, CompareWithoutPixels, Accept };
 
 // Always as long as this, wherever it is run: widths of windows depend on the lengths of paths.
 class TemporaryDirectory {
@@ -134,9 +137,20 @@ int ExpectedStatus(const std::vector<Json>& answers)
 }
 
 // As values: the order of an object's members does not count.
-bool Same(const std::string& expected, const Json& answer)
+bool Same(const Json& expected, const Json& answer)
 {
-    return nlohmann::json::parse(expected) == nlohmann::json::parse(answer.dump());
+    return nlohmann::json(expected) == nlohmann::json(answer);
+}
+
+std::vector<Json> ExpectedAnswers(const fs::path& folder, Mode mode)
+{
+    std::vector<Json> expected;
+    for (const std::string& line : Lines(Read(folder / "expected.jsonl"))) {
+        expected.push_back(Json::parse(line));
+        if (mode == Mode::CompareWithoutPixels)
+            LeaveOutPixels(expected.back());
+    }
+    return expected;
 }
 
 std::string LineOr(const std::vector<std::string>& lines, size_t index)
@@ -145,18 +159,17 @@ std::string LineOr(const std::vector<std::string>& lines, size_t index)
 }
 
 // What is wrong with the outcome; "" when it is as expected.
-std::string Differences(const fs::path& folder, const Outcome& outcome)
+std::string Differences(const std::vector<Json>& expected, const Outcome& outcome)
 {
-    const std::vector<std::string> expected = Lines(Read(folder / "expected.jsonl"));
     std::ostringstream text;
     for (size_t i = 0; i < std::max(expected.size(), outcome.answers.size()); ++i) {
         const Json answer = i < outcome.answers.size() ? outcome.answers[i] : Json();
         if (i < expected.size() && Same(expected[i], answer))
             continue;
-        text << "line " << i + 1 << ": " << LineOr(outcome.asked, i) << "\n  expected " << LineOr(expected, i)
-             << "\n  answered " << answer.dump() << "\n";
+        text << "line " << i + 1 << ": " << LineOr(outcome.asked, i) << "\n  expected "
+             << (i < expected.size() ? expected[i].dump() : "(nothing)") << "\n  answered " << answer.dump() << "\n";
         if (i < expected.size())
-            text << "  changes  " << Json::diff(Json::parse(expected[i]), answer).dump() << "\n";
+            text << "  changes  " << Json::diff(expected[i], answer).dump() << "\n";
     }
     if (outcome.status != ExpectedStatus(outcome.answers))
         text << "exit status " << outcome.status << ", not " << ExpectedStatus(outcome.answers) << "\n";
@@ -196,7 +209,14 @@ void Accept(const fs::path& folder, const Outcome& outcome)
         Write(folder / kExecuted, outcome.executed);
 }
 
-int RunSession(const std::string& wren, const fs::path& folder, bool accept)
+Mode ModeNamed(const std::string& option)
+{
+    if (option == "--accept")
+        return Mode::Accept;
+    return option == "--without-pixels" ? Mode::CompareWithoutPixels : Mode::Compare;
+}
+
+int RunSession(const std::string& wren, const fs::path& folder, Mode mode)
 {
     const TemporaryDirectory scratch;
     const Stage stage{scratch.path};
@@ -204,13 +224,15 @@ int RunSession(const std::string& wren, const fs::path& folder, bool accept)
     ChooseTagsProgram(folder, stage);
     Outcome outcome = Run(wren, stage);
     FoldStart(folder, outcome.answers);
-    if (accept) {
+    if (mode == Mode::Accept) {
         Accept(folder, outcome);
         std::cerr << outcome.errors;
         return 0;
     }
+    if (mode == Mode::CompareWithoutPixels)
+        std::ranges::for_each(outcome.answers, LeaveOutPixels);
     const std::string differences =
-        Differences(folder, outcome) + ExecutedDifferences(folder, outcome.executed) + FileDifferences(stage.directory);
+        Differences(ExpectedAnswers(folder, mode), outcome) + ExecutedDifferences(folder, outcome.executed) + FileDifferences(stage.directory);
     if (differences.empty())
         return 0;
     std::cout << folder.filename().string() << "\n" << differences << "standard error:\n" << outcome.errors;
@@ -224,14 +246,14 @@ int RunSession(const std::string& wren, const fs::path& folder, bool accept)
 int main(int argc, char** argv)
 {
     const std::vector<std::string> words(argv + 1, argv + argc);
-    const bool accept = !words.empty() && words[0] == "--accept";
-    if (words.size() != (accept ? 3u : 2u)) {
+    const Mode mode = ModeNamed(words.empty() ? "" : words[0]);
+    if (words.size() != (mode == Mode::Compare ? 2u : 3u)) {
         std::cerr << kUsage;
         return 2;
     }
     try {
         const fs::path folder = fs::canonical(words.back());
-        return RunSession(fs::canonical(words[words.size() - 2]), folder, accept);
+        return RunSession(fs::canonical(words[words.size() - 2]), folder, mode);
     } catch (const std::exception& error) {
         std::cerr << "session_runner: " << error.what() << "\n";
         return 2;

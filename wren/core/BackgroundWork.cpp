@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <thread>
 #include <unistd.h>
 
@@ -67,6 +68,13 @@ bool BackgroundWork::StaysIdle() const
     return IsIdle();
 }
 
+bool BackgroundWork::IsLeftOut(const std::string& thread) const
+{
+    std::ifstream file("/proc/self/task/" + thread + "/comm");
+    std::string name;
+    return !leftOut.empty() && std::getline(file, name) && leftOut.contains(name);
+}
+
 // A generating thread is there from before CreateTags returns until it has left the plug-in's code for good, and what it
 // runs are processes of their own: as long as the system lists it, and no longer, its work is under way.
 bool BackgroundWork::IsIdle() const
@@ -77,7 +85,9 @@ bool BackgroundWork::IsIdle() const
     if (threads.empty())
         return false; // they could not be listed just now
     const long started = std::count_if(threads.begin(), threads.end(),
-                                       [this](const std::string& thread) { return !threadsAtStart.contains(thread); });
+                                       [this](const std::string& thread) {
+        return !threadsAtStart.contains(thread) && !IsLeftOut(thread);
+    });
     return started <= CountWindowThreads();
 }
 

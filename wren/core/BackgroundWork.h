@@ -16,6 +16,9 @@ class BackgroundWork {
 public:
     BackgroundWork();
 
+    // Threads of that name are a face's own and no work.
+    void LeaveOut(const std::string& threadName) { leftOut.insert(threadName); }
+
     // Delivers messages meanwhile. False when something is still at work at the limit.
     bool WaitUntilIdle(std::chrono::milliseconds limit) const;
 
@@ -23,7 +26,10 @@ private:
     bool IsIdle() const;
     bool StaysIdle() const;
 
+    bool IsLeftOut(const std::string& thread) const;
+
     std::set<std::string> threadsAtStart; // their numbers
+    std::set<std::string> leftOut;        // names
 };
 
 } // namespace wren

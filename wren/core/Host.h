@@ -86,6 +86,8 @@ public:
 
     bool SaveSettings(std::string* error); // false, with the reason, when the file could not be written
 
+    BackgroundWork& Background() { return background; }
+
     // Delivers all messages and waits for background loads and tags generation; false at the time limit.
     bool WaitForBackground(std::chrono::milliseconds limit) { return background.WaitUntilIdle(limit); }
 

@@ -15,6 +15,8 @@ class HostWitness {
 public:
     virtual ~HostWitness() = default;
 
+    virtual void EventAnswered(long /*event*/, long /*returned*/) {} // each call of the plug-in, when it is over
+
     virtual void UndoBegun(Document&, Selection /*before*/, const std::string& /*name*/) {}
     virtual void TextInserted(Document&, const std::string& /*text*/, long /*offset*/) {}
     virtual void TextDeleted(Document&, long /*offset*/, long /*length*/) {}

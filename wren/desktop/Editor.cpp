@@ -5,6 +5,7 @@
 #include "wren/core/Host.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/core/UserDirectories.h"
+#include "wren/core/Witnesses.h"
 #include "wren/desktop/DesktopFace.h"
 #include "wren/desktop/EditorMenus.h"
 #include "wren/desktop/EditorTabs.h"
@@ -99,7 +100,11 @@ Editor::~Editor()
 
 void Editor::MakeHost(const DesktopOptions& options)
 {
-    host = std::make_unique<Host>(*bundle, *face, *face, options.settingsFile);
+    std::vector<HostWitness*> hearing = {face.get()};
+    if (options.witness != nullptr)
+        hearing.push_back(options.witness);
+    witnesses = std::make_unique<Witnesses>(hearing);
+    host = std::make_unique<Host>(*bundle, *face, *witnesses, options.settingsFile);
     host->SetOwnSettings(&preferences);
     host->SetWorksheetDirectory(QDir::currentPath().toStdString());
     router = std::make_unique<KeyRouter>(*host, *display, *loop);
@@ -137,10 +142,8 @@ void Editor::Connect()
         for (const QString& path : paths)
             Open(path.toStdString());
     });
-    connect(&window->Button(), &PluginButton::Clicked, this, [this] {
-        host->Events().ButtonClicked();
-        loop->LetThrough();
-    });
+    connect(&window->Button(), &PluginButton::Clicked, this,
+            [this](Qt::KeyboardModifiers held) { router->ButtonClicked(held); });
     connect(&window->Button(), &PluginButton::PopUpAsked, this, [this] {
         host->Events().ButtonPopUp();
         loop->LetThrough();

@@ -22,11 +22,13 @@ class Document;
 class FileKeeper;
 class GuiLoop;
 class Host;
+class HostWitness;
 class KeyRouter;
 class MainWindow;
 class PluginBundle;
 class QtDisplay;
 class SessionKeeper;
+class Witnesses;
 class WorksheetActions;
 class EditorMenus;
 class PreferencesDialog;
@@ -35,6 +37,7 @@ struct DesktopOptions {
     std::string bundle;       // a directory
     std::string settingsFile; // "" keeps settings nowhere
     bool restoresSession = true; // where the preferences do not say otherwise
+    HostWitness* witness = nullptr; // hears what the plug-in does to the editor; borrowed, null for nobody
 };
 
 // Everything is made with it and goes with it, in the order that the framework wants. One at a time; GUI thread.
@@ -73,6 +76,7 @@ public:
 
     // For those who build on it.
     MainWindow& Window() { return *window; }
+    DesktopFace& TheFace() { return *face; }
     Host& TheHost() { return *host; }
     QtDisplay& Display() { return *display; }
     GuiLoop& Loop() { return *loop; }
@@ -114,6 +118,7 @@ private:
     std::unique_ptr<PluginBundle> bundle;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DesktopFace> face;
+    std::unique_ptr<Witnesses> witnesses;
     std::unique_ptr<Host> host;
     std::unique_ptr<KeyRouter> router;
     std::unique_ptr<FileKeeper> files;

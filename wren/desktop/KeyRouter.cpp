@@ -22,6 +22,16 @@ public:
     HeldModifiers& operator=(const HeldModifiers&) = delete;
 };
 
+// All that are down: a click with two of them is none that looks something up.
+uint32 ButtonBits(Qt::MouseButtons down)
+{
+    uint32 bits = 0;
+    bits |= down.testFlag(Qt::LeftButton) ? 1u : 0u;
+    bits |= down.testFlag(Qt::RightButton) ? 2u : 0u;
+    bits |= down.testFlag(Qt::MiddleButton) ? 4u : 0u;
+    return bits;
+}
+
 BMessage KeyDownMessage(const KeyStroke& stroke)
 {
     BMessage message(B_KEY_DOWN);
@@ -46,6 +56,13 @@ void KeyRouter::RunBound(const std::string& command)
     } else {
         host.Events().Command(command);
     }
+    loop.LetThrough();
+}
+
+void KeyRouter::ButtonClicked(Qt::KeyboardModifiers pressed)
+{
+    const HeldModifiers held(ModifierBits(pressed, keys));
+    host.Events().ButtonClicked();
     loop.LetThrough();
 }
 
@@ -86,7 +103,7 @@ void KeyRouter::KeyApplied(CodeView& view, bool typed)
 bool KeyRouter::MousePressed(CodeView& view, const QMouseEvent& event)
 {
     const HeldModifiers held(ClickBits(event.modifiers()));
-    mouse = {view.PointOf(event), event.button() == Qt::LeftButton ? 1u : 2u};
+    mouse = {view.PointOf(event), ButtonBits(event.buttons())};
     const bool lookedUp = host.Events().MouseDown() == 2;
     mouse.buttons = 0;
     loop.LetThrough();

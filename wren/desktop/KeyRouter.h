@@ -31,6 +31,8 @@ public:
     // Runs a registered command, as its key does: the plug-in sees the key before.
     void RunBound(const std::string& command);
 
+    void ButtonClicked(Qt::KeyboardModifiers held); // the plug-in's: it may ask what was held
+
     bool KeyPressed(CodeView& view, const QKeyEvent& event) override;
     bool TextComing(CodeView& view, const std::string& utf8) override;
     void KeyApplied(CodeView& view, bool typed) override;

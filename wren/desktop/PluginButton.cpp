@@ -36,7 +36,7 @@ void PluginButton::mouseReleaseEvent(QMouseEvent* event)
     held.stop();
     QToolButton::mouseReleaseEvent(event);
     if (clicked)
-        emit Clicked();
+        emit Clicked(event->modifiers());
 }
 
 void PluginButton::contextMenuEvent(QContextMenuEvent*)

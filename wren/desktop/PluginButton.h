@@ -13,7 +13,7 @@ public:
     explicit PluginButton(const QIcon& icon, QWidget* parent = nullptr);
 
 signals:
-    void Clicked();
+    void Clicked(Qt::KeyboardModifiers held);
     void PopUpAsked();
 
 protected:

@@ -31,7 +31,7 @@ void Select(ScriptSession& session, const Line& line, Json&)
 void Undo(ScriptSession& session, const Line&, Json& answer)
 {
     session.NeedDocument();
-    const std::optional<std::string> undone = session.TheHost().Undo();
+    const std::optional<std::string> undone = session.TheStage().Undo();
     answer["undone"] = undone ? JsonText(*undone) : Json();
 }
 

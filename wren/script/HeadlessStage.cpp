@@ -51,6 +51,16 @@ long HeadlessStage::Click(const TextClick& click)
     return returned;
 }
 
+std::optional<std::string> HeadlessStage::Undo()
+{
+    return host.Undo();
+}
+
+long HeadlessStage::RunCommand(const std::string& name)
+{
+    return host.Events().Command(name);
+}
+
 long HeadlessStage::ClickButton(uint32 modifiers)
 {
     const HeldModifiers held(modifiers);
@@ -63,6 +73,11 @@ long HeadlessStage::ChooseFromButton(const std::optional<MenuChoice>& choice)
     const long returned = host.Events().ButtonPopUp();
     display.ChooseNext(std::nullopt);
     return returned;
+}
+
+std::optional<bool> HeadlessStage::ChooseFromMenu(const std::string& label)
+{
+    return host.ChooseFromSearchMenu(label);
 }
 
 void HeadlessStage::AnswerAlert(long button)

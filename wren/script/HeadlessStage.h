@@ -38,8 +38,11 @@ public:
                    std::string* error) override;
     long PressKey(const std::string& key, const KeyStroke& stroke) override;
     long Click(const TextClick& click) override;
+    std::optional<std::string> Undo() override;
+    long RunCommand(const std::string& name) override;
     long ClickButton(uint32 modifiers) override;
     long ChooseFromButton(const std::optional<MenuChoice>& choice) override;
+    std::optional<bool> ChooseFromMenu(const std::string& label) override;
     void AnswerAlert(long button) override;
     void AnswerPanel(const std::optional<std::string>& path) override;
     std::vector<WindowState> Windows() const override;

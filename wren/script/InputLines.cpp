@@ -82,7 +82,7 @@ void PopUp(ScriptSession& session, const Line& line, Json& answer)
 void Menu(ScriptSession& session, const Line& line, Json& answer)
 {
     const std::string label = line.Text("choose");
-    const std::optional<bool> enabled = session.TheHost().ChooseFromSearchMenu(label);
+    const std::optional<bool> enabled = session.TheStage().ChooseFromMenu(label);
     if (!enabled)
         throw line.Error("choose", "is no item of the menu: \"" + label + "\"");
     answer["enabled"] = *enabled;
@@ -91,7 +91,7 @@ void Menu(ScriptSession& session, const Line& line, Json& answer)
 void Command(ScriptSession& session, const Line& line, Json& answer)
 {
     const std::string name = line.Text("name");
-    answer["returned"] = session.TheHost().Events().Command(name);
+    answer["returned"] = session.TheStage().RunCommand(name);
 }
 
 } // namespace wren::lines

@@ -12,6 +12,20 @@
 
 namespace wren {
 
+int AnswerLines(ScriptSession& session, OutputAside& answers)
+{
+    bool allOk = true;
+    for (std::string line; std::getline(std::cin, line);) {
+        const Json answer = session.Answer(line);
+        allOk = allOk && answer["ok"] == true;
+        if (!answers.Write(answer.dump() + "\n")) {
+            std::perror("wren: cannot write answers");
+            return 1;
+        }
+    }
+    return allOk ? 0 : 1;
+}
+
 int RunScript(const ScriptOptions& options)
 {
     if (!options.home.empty())
@@ -26,16 +40,7 @@ int RunScript(const ScriptOptions& options)
     }
     HeadlessStage stage(*bundle, options.settings);
     ScriptSession session(stage);
-    bool allOk = true;
-    for (std::string line; std::getline(std::cin, line);) {
-        const Json answer = session.Answer(line);
-        allOk = allOk && answer["ok"] == true;
-        if (!answers.Write(answer.dump() + "\n")) {
-            std::perror("wren: cannot write answers");
-            return 1;
-        }
-    }
-    return allOk ? 0 : 1;
+    return AnswerLines(session, answers);
 }
 
 } // namespace wren

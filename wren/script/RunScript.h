@@ -5,6 +5,9 @@
 
 namespace wren {
 
+class OutputAside;
+class ScriptSession;
+
 struct ScriptOptions {
     std::string bundle;   // "" for the default one
     std::string home;     // "" for the environment's
@@ -14,5 +17,8 @@ struct ScriptOptions {
 // Answers the exit status: 0 when every line was carried out, 1 when one was not, 2 when the bundle cannot be used. Call it
 // once in a process: standard output is standard error from then on.
 int RunScript(const ScriptOptions& options);
+
+// The lines on standard input, answered: the exit status.
+int AnswerLines(ScriptSession& session, OutputAside& answers);
 
 } // namespace wren

@@ -40,8 +40,13 @@ public:
                            std::string* error) = 0;
     virtual long PressKey(const std::string& key, const KeyStroke& stroke) = 0;
     virtual long Click(const TextClick& click) = 0;
+    virtual std::optional<std::string> Undo() = 0; // the name of what was taken back; nothing when there is nothing
+    virtual long RunCommand(const std::string& name) = 0;
     virtual long ClickButton(uint32 modifiers) = 0;                            // the plug-in's
     virtual long ChooseFromButton(const std::optional<MenuChoice>& choice) = 0; // from its pop-up menu; nothing dismisses it
+
+    // From the menu "Search": whether the item is enabled, and then its command runs; nothing when there is no such item.
+    virtual std::optional<bool> ChooseFromMenu(const std::string& label) = 0;
 
     // Answers to what comes next: a button of an alert, a path chosen in a file panel, nothing to dismiss it.
     virtual void AnswerAlert(long button) = 0;

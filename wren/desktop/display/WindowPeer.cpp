@@ -95,6 +95,7 @@ WindowPeer::~WindowPeer()
 
 void WindowPeer::SetUp(const vetch::WindowDescription& window)
 {
+    content->setObjectName(ContentName(token));
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating, AvoidsFocus());
     setFont(FontTable::FontOf(12));
@@ -133,6 +134,7 @@ ViewPeer* WindowPeer::MakeView(const vetch::ViewDescription& view, int lineHeigh
         return nullptr; // its new owner has deleted it
     ViewPeer* peer = NewPeer(view, lineHeight);
     QWidget& widget = peer->Widget();
+    widget.setObjectName(ItemName(view.item));
     widget.setFont(FontTable::FontOf(view.fontSize));
     views.push_back({&widget, view.frame, view.followsWindow, view.kind == Kind::List});
     LayOut(views.back());
@@ -317,6 +319,16 @@ QWidget* WindowPeer::TakeContent()
     content->setMinimumSize(told.size());
     LayOut();
     return content;
+}
+
+QString WindowPeer::ContentName(vetch::LooperToken window)
+{
+    return QStringLiteral("window %1").arg(window);
+}
+
+QString WindowPeer::ItemName(long item)
+{
+    return QStringLiteral("item %1").arg(item);
 }
 
 // From the top down, as they are read, in whichever order they were made.

@@ -46,8 +46,11 @@ public:
     void Activate(bool active);
     void FocusOn(QWidget* view); // null: none
 
-    // The views, for a window of somebody else's: this one is never shown from then on.
+    // The views, for a window of somebody else's: this one is never shown from then on. Whoever looks for them finds them by
+    // their names, there as here: ContentName() of the window, and ItemName() of each control within.
     QWidget* TakeContent();
+    static QString ContentName(vetch::LooperToken window);
+    static QString ItemName(long item);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

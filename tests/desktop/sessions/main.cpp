@@ -1,0 +1,44 @@
+// Plays a script in front of the desktop editor: takes lines and gives answers as "wren script" does, so that the runner of
+// scripted sessions can run either.
+#include "tests/desktop/sessions/DesktopStage.h"
+#include "wren/core/OutputAside.h"
+#include "wren/script/RunScript.h"
+#include "wren/script/ScriptSession.h"
+
+#include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QImage>
+
+#include <cstdlib>
+
+namespace {
+
+// Qt paints big pictures on threads that it starts with the first one. Who waits for background work counts threads, and
+// has to find these there already.
+void StartPainters()
+{
+    const QImage big(4096, 2048, QImage::Format_ARGB32);
+    (void)big.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    CLI::App program("Plays a script in front of the desktop editor.");
+    CLI::App& script = *program.add_subcommand("script");
+    program.require_subcommand(1);
+    std::string bundle, home, settings;
+    script.add_option("--bundle", bundle)->required();
+    script.add_option("--home", home)->required();
+    script.add_option("--settings", settings);
+    CLI11_PARSE(program, count, words);
+
+    ::setenv("HOME", home.c_str(), 1);
+    wren::OutputAside answers;
+    const QApplication application(count, words);
+    StartPainters();
+    DesktopStage stage(bundle, settings);
+    wren::ScriptSession session(stage);
+    return wren::AnswerLines(session, answers);
+}
