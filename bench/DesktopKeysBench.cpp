@@ -1,0 +1,144 @@
+// Types into the editor's window, on a screen that nobody sees, and says how long each key took to be drawn; bench/desktop
+// runs this.
+//
+// A stroke's time is that from the key's event to what the event loop does next when the text has been painted. What the
+// plug-in does before that counts, such as searching; what it does on threads of its own, or afterwards, does not, unless it
+// holds the painting up.
+#include "vetch/support/FThread.h"
+#include "wren/desktop/Editor.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/editor/CodeView.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTimer>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Words that many names begin like, scopes, and what ends them: lists open, are filled anew, and close.
+constexpr const char* kTyped = "    std::string strtoul(boost::shared_ptr<type> push_back, int initialize);\n"
+                               "    if (get_value(begin, end) == detail::size_type())\n";
+
+class PaintWitness : public QObject {
+public:
+    void Expect(QObject* expected)
+    {
+        text = expected;
+        painted = false;
+        over.reset();
+    }
+    bool Painted() const { return painted; }
+    Clock::time_point Over() const { return over.value_or(Clock::now()); }
+
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint)
+            painted |= object == text;
+        else if (painted && !over)
+            over = Clock::now();
+        return false;
+    }
+
+private:
+    QObject* text = nullptr;
+    bool painted = false;
+    std::optional<Clock::time_point> over;
+};
+
+class Typist {
+public:
+    Typist(const wren::DesktopOptions& options, const std::string& file) : editor(options)
+    {
+        if (!editor.Open(file))
+            std::exit(1);
+        editor.Window().resize(1000, 700);
+        editor.Show();
+        qApp->installEventFilter(&witness);
+        Rest(std::chrono::milliseconds(200));
+        // On a line of its own: what stands before other letters is not completed.
+        const std::string text = editor.CurrentView()->Bytes();
+        editor.CurrentView()->GoTo(static_cast<long>(text.find('\n', text.size() / 2)));
+        Strike('\n');
+        Rest(std::chrono::milliseconds(200));
+    }
+
+    double Strike(char character)
+    {
+        const bool enter = character == '\n';
+        const int key = enter ? int(Qt::Key_Return) : QChar::toUpper(static_cast<unsigned char>(character));
+        QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, enter ? QString("\r") : QString(QChar(character)));
+        witness.Expect(editor.CurrentView()->viewport());
+        const auto start = Clock::now();
+        QApplication::sendEvent(editor.CurrentView(), &down);
+        while (!witness.Painted())
+            QApplication::processEvents();
+        return std::chrono::duration<double, std::milli>(witness.Over() - start).count();
+    }
+
+    // As between two keys of somebody who types.
+    static void Rest(std::chrono::milliseconds time)
+    {
+        QEventLoop loop;
+        QTimer::singleShot(time, Qt::PreciseTimer, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+
+private:
+    wren::Editor editor;
+    PaintWitness witness;
+};
+
+void Type(Typist& typist, long count, std::chrono::milliseconds pause, bool loading)
+{
+    const std::string typed = kTyped;
+    std::vector<double> taken;
+    bool began = false; // the third letter of a name has the names loaded
+    for (long i = 0; i < count; ++i) {
+        taken.push_back(typist.Strike(typed[static_cast<size_t>(i) % typed.size()]));
+        Typist::Rest(pause);
+        began |= !vetch::ThreadsAreIdle();
+        if (loading && began && vetch::ThreadsAreIdle())
+            break;
+    }
+    if (loading && !began) {
+        std::fputs("no names were loaded\n", stderr);
+        std::exit(1);
+    }
+    std::printf("[");
+    for (size_t i = 0; i < taken.size(); ++i)
+        std::printf("%s%.4f", i == 0 ? "" : ", ", taken[i]);
+    std::printf("]\n");
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    const std::string when = count == 7 ? words[1] : "";
+    if (when != "loading" && when != "loaded") {
+        std::fputs("usage: desktop_keys_bench loading|loaded BUNDLE SETTINGS FILE COUNT PAUSE\n", stderr);
+        return 2;
+    }
+    const QApplication application(count, words);
+    const std::chrono::milliseconds pause(std::max(0L, std::atol(words[6])));
+    Typist typist({words[2], words[3], false}, words[4]);
+    if (when == "loaded") {
+        for (const char character : std::string("strtou "))
+            typist.Strike(character);
+        do
+            Typist::Rest(std::chrono::milliseconds(50));
+        while (!vetch::ThreadsAreIdle());
+    }
+    Type(typist, std::max(1L, std::atol(words[5])), pause, when == "loading");
+    std::fflush(stdout);
+    std::_Exit(0); // nobody is there to be asked about the unsaved text
+}
