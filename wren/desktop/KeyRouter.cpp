@@ -89,6 +89,8 @@ bool KeyRouter::TextComing(CodeView&, const std::string& utf8)
     return !applies;
 }
 
+// What the plug-in shows comes when the event loop runs next, after the text has been painted: opening a list takes longer
+// than drawing the character that asked for it.
 void KeyRouter::KeyApplied(CodeView& view, bool typed)
 {
     if (typed)
@@ -97,7 +99,6 @@ void KeyRouter::KeyApplied(CodeView& view, bool typed)
         host.Events().PrimitiveDone();
     if (onChanged)
         onChanged(view);
-    loop.LetThrough();
 }
 
 bool KeyRouter::MousePressed(CodeView& view, const QMouseEvent& event)
