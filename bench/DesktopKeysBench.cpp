@@ -58,10 +58,10 @@ class Typist {
 public:
     Typist(const wren::DesktopOptions& options, const std::string& file) : editor(options)
     {
-        if (!editor.Open(file))
-            std::exit(1);
         editor.Window().resize(1000, 700);
-        editor.Show();
+        editor.Show({{file, 0, 0}});
+        if (editor.CurrentView()->Bytes().empty())
+            std::exit(1); // it could not be read, and the editor has said so
         qApp->installEventFilter(&witness);
         Rest(std::chrono::milliseconds(200));
         // On a line of its own: what stands before other letters is not completed.
