@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <map>
 
 namespace {
 
@@ -238,5 +239,15 @@ TEST(Program, ExplainsItself)
         EXPECT_NE(run.output.find("Examples:"), std::string::npos) << words[1];
     }
     EXPECT_EQ(RunProgram({WREN_PROGRAM, "--version"}, "/").output.substr(0, 5), "wren ");
-    EXPECT_EQ(RunProgram({WREN_PROGRAM}, "/").status, 2);
+}
+
+TEST(Program, NamesTheCommandsThatNeedNoDisplayWhenThereIsNone)
+{
+    const std::map<std::string, std::string> noDisplay = {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"QT_QPA_PLATFORM", ""}};
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{WREN_PROGRAM}, {WREN_PROGRAM, "a.c"}, {WREN_PROGRAM, "--new"}}) {
+        const ProgramRun run = RunProgram(words, "/", noDisplay);
+        EXPECT_EQ(run.status, 69);
+        EXPECT_NE(run.errors.find("wren lookup and wren complete"), std::string::npos) << run.errors;
+    }
 }
