@@ -1,10 +1,10 @@
 #include "wren/core/PluginEvents.h"
 
-#include "vetch/app/Modifiers.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/BPath.h"
 #include "wren/core/Documents.h"
 #include "wren/core/Event.h"
+#include "wren/core/KeyMessage.h"
 #include "wren/core/PluginCalls.h"
 #include "wren/core/SettingsStore.h"
 
@@ -103,10 +103,7 @@ long PluginEvents::MouseDown()
 long PluginEvents::KeyDown(const KeyStroke& key)
 {
     EventRecord record = RecordFor(Event::kKeyDown);
-    record.message = std::make_shared<BMessage>(B_KEY_DOWN);
-    for (const char byte : key.bytes)
-        record.message->AddInt8("byte", byte);
-    record.message->AddInt32("modifiers", static_cast<int32>(key.modifiers));
+    record.message = std::make_shared<BMessage>(KeyMessage(key));
     return Send(record).returned;
 }
 

@@ -161,7 +161,6 @@ bool FileKeeper::Reload(Document& document)
     view->ShowFromLine(top);
     stamps[document.Id()] = stamp;
     watch->Saved(document.Id(), stamp);
-    emit Reloaded(document.Id());
     return true;
 }
 

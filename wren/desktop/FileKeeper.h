@@ -44,7 +44,6 @@ public:
 
 signals:
     void Saved(long document); // its name may be another one now
-    void Reloaded(long document);
 
 private:
     bool Write(Document& document, const std::string& path);

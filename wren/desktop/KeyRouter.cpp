@@ -1,10 +1,11 @@
 #include "wren/desktop/KeyRouter.h"
 
-#include "vetch/app/Loop.h"
 #include "vetch/app/Modifiers.h"
+#include "wren/core/HeldModifiers.h"
 #include "wren/core/Host.h"
 #include "wren/desktop/GuiLoop.h"
 #include "wren/desktop/display/QtDisplay.h"
+#include "wren/desktop/display/UserPosts.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -12,15 +13,6 @@
 namespace wren {
 
 namespace {
-
-// The modifiers that are held while something is told, as the plug-in may ask for them.
-class HeldModifiers {
-public:
-    explicit HeldModifiers(uint32 bits) { vetch::SetModifiers(bits); }
-    ~HeldModifiers() { vetch::SetModifiers(0); }
-    HeldModifiers(const HeldModifiers&) = delete;
-    HeldModifiers& operator=(const HeldModifiers&) = delete;
-};
 
 // All that are down: a click with two of them is none that looks something up.
 uint32 ButtonBits(Qt::MouseButtons down)
@@ -30,15 +22,6 @@ uint32 ButtonBits(Qt::MouseButtons down)
     bits |= down.testFlag(Qt::RightButton) ? 2u : 0u;
     bits |= down.testFlag(Qt::MiddleButton) ? 4u : 0u;
     return bits;
-}
-
-BMessage KeyDownMessage(const KeyStroke& stroke)
-{
-    BMessage message(B_KEY_DOWN);
-    for (const char byte : stroke.bytes)
-        message.AddInt8("byte", byte);
-    message.AddInt32("modifiers", static_cast<int32>(stroke.modifiers));
-    return message;
 }
 
 } // namespace
@@ -140,7 +123,7 @@ bool KeyRouter::RoutedToMatches(const KeyStroke& stroke)
         return false;
     switch (stroke.bytes.front()) {
     case KeyCode::kEscape:
-        vetch::PostToHandler(front.handler, BMessage(B_QUIT_REQUESTED));
+        PostQuitRequested(front.handler);
         return true;
     case KeyCode::kEnter:
         if (front.selected < 0)
@@ -148,7 +131,7 @@ bool KeyRouter::RoutedToMatches(const KeyStroke& stroke)
         [[fallthrough]];
     case KeyCode::kUp:
     case KeyCode::kDown:
-        vetch::PostToHandler(front.list, KeyDownMessage(stroke));
+        PostKeyDown(front.list, stroke);
         return true;
     default:
         return false;

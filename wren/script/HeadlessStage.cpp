@@ -2,7 +2,7 @@
 
 #include "vetch/app/Loop.h"
 #include "vetch/interface/BWindow.h"
-#include "wren/script/HeldModifiers.h"
+#include "wren/core/HeldModifiers.h"
 #include "wren/script/PressKey.h"
 
 #include <cstdio>

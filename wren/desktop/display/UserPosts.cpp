@@ -5,7 +5,7 @@
 #include "vetch/app/Modifiers.h"
 #include "vetch/display/Display.h"
 #include "vetch/storage/EntryRef.h"
-#include "wren/core/PluginEvents.h"
+#include "wren/core/KeyMessage.h"
 
 namespace wren {
 
@@ -44,11 +44,7 @@ bool PostMouseDown(vetch::HandlerToken list, long index, int clicks)
 
 bool PostKeyDown(vetch::HandlerToken list, const KeyStroke& key)
 {
-    BMessage message(B_KEY_DOWN);
-    for (const char byte : key.bytes)
-        message.AddInt8("byte", byte);
-    message.AddInt32("modifiers", static_cast<int32>(key.modifiers));
-    return Post(list, message);
+    return Post(list, KeyMessage(key));
 }
 
 bool PostPressed(vetch::HandlerToken button)
