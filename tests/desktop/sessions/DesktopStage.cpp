@@ -1,6 +1,7 @@
 #include "tests/desktop/sessions/DesktopStage.h"
 
-#include "tests/desktop/sessions/QtKeys.h"
+#include "tests/desktop/hands/EditorIdle.h"
+#include "tests/desktop/hands/QtKeys.h"
 #include "vetch/app/Loop.h"
 #include "vetch/interface/BWindow.h"
 #include "vetch/support/Clock.h"
@@ -38,7 +39,6 @@ namespace {
 
 constexpr BPoint kScriptsView = {700, 600}; // the text view's size as scripts know it
 constexpr bigtime_t kReaching = 200'000;    // from an alert's button to the text; the clock stands still otherwise
-constexpr int kQuietRounds = 2;          // of Qt's loop, so that what one round queues is there in the next
 
 wren::DesktopOptions OptionsFor(const std::string& bundle, const std::string& settingsFile, wren::HostWitness* witness)
 {
@@ -138,20 +138,9 @@ wren::Host& DesktopStage::TheHost()
     return editor->TheHost();
 }
 
-// Quiet is when a round of Qt's loop has woken nobody.
 void DesktopStage::Settle()
 {
-    int quiet = 0;
-    const auto connection = QObject::connect(&editor->Loop(), &wren::GuiLoop::Woke, [&quiet] { quiet = 0; });
-    while (quiet < kQuietRounds) {
-        ++quiet;
-        vetch::Settle();
-        editor->Loop().LetThrough();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
-        manager->LookAround();
-    }
-    QObject::disconnect(connection);
+    SettleEditor(*editor, *manager);
 }
 
 // ----------------------------------------------------------------------------------------------------------- Documents

@@ -3,9 +3,9 @@
 #pragma once
 
 #include "tests/desktop/sessions/DesktopLog.h"
-#include "tests/desktop/sessions/QuestionHands.h"
+#include "tests/desktop/hands/QuestionHands.h"
 #include "tests/desktop/sessions/RecordingDisplay.h"
-#include "tests/desktop/sessions/WindowManager.h"
+#include "tests/desktop/hands/WindowManager.h"
 #include "wren/desktop/Editor.h"
 #include "wren/script/Repeatable.h"
 #include "wren/script/Stage.h"

@@ -1,7 +1,7 @@
 // The desktop's display, with a record of what goes to it.
 #pragma once
 
-#include "tests/desktop/sessions/QuestionHands.h"
+#include "tests/desktop/hands/QuestionHands.h"
 #include "vetch/display/HeadlessDisplay.h"
 #include "wren/script/ScriptLog.h"
 

@@ -1,4 +1,4 @@
-#include "tests/desktop/sessions/QuestionHands.h"
+#include "tests/desktop/hands/QuestionHands.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -26,6 +26,18 @@ T TakeFirst(std::deque<T>& queue)
 std::string LabelOf(const QAction& action)
 {
     return action.text().section('\t', 0, 0).replace("&&", "&").toStdString();
+}
+
+// They stand in the order in which they were added.
+QPushButton* Chosen(const QMessageBox& box, const wren::MenuChoice& choice)
+{
+    const QList<QPushButton*> buttons = box.findChildren<QPushButton*>();
+    if (const long* number = std::get_if<long>(&choice))
+        return buttons.value(static_cast<int>(*number));
+    for (QPushButton* button : buttons)
+        if (button->text().remove('&').toStdString() == std::get<std::string>(choice))
+            return button;
+    return nullptr;
 }
 
 QAction* Chosen(const QMenu& menu, const std::optional<wren::MenuChoice>& choice)
@@ -72,13 +84,12 @@ bool QuestionHands::eventFilter(QObject* object, QEvent* event)
 
 void QuestionHands::Answer(QMessageBox& box)
 {
-    if (alerts.empty()) {
-        complaint = box.text().toStdString();
-        return box.reject();
-    }
-    // They stand in the order in which they were added.
-    const QList<QPushButton*> buttons = box.findChildren<QPushButton*>();
-    QTest::mouseClick(buttons.value(static_cast<int>(TakeFirst(alerts))), Qt::LeftButton);
+    heard.push_back(box.text().toStdString());
+    QPushButton* button = alerts.empty() ? nullptr : Chosen(box, TakeFirst(alerts));
+    if (button != nullptr)
+        return QTest::mouseClick(button, Qt::LeftButton);
+    complaint = box.text().toStdString();
+    box.reject();
 }
 
 void QuestionHands::Answer(QMenu& menu)
@@ -101,5 +112,8 @@ void QuestionHands::Answer(QFileDialog& panel)
         return QTest::keyClick(&panel, Qt::Key_Escape);
     auto* field = panel.findChild<QLineEdit*>("fileNameEdit");
     field->setText(QString::fromStdString(**path));
+    const QPointer guarded(&panel);
     QTest::keyClick(field, Qt::Key_Return);
+    if (guarded != nullptr && panel.isVisible())
+        Answer(panel); // it was not content with the last answer
 }

@@ -1,4 +1,4 @@
-#include "tests/desktop/sessions/QtKeys.h"
+#include "tests/desktop/hands/QtKeys.h"
 
 #include "vetch/app/Modifiers.h"
 

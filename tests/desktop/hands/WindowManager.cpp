@@ -1,4 +1,4 @@
-#include "tests/desktop/sessions/WindowManager.h"
+#include "tests/desktop/hands/WindowManager.h"
 
 #include <QEvent>
 #include <QGuiApplication>

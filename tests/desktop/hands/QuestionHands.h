@@ -8,6 +8,8 @@
 #include <deque>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 class QFileDialog;
 class QMenu;
@@ -18,8 +20,9 @@ class QuestionHands : public QObject {
 public:
     QuestionHands();
 
-    // The plug-in's next alert, and its next panel; no answer leaves a panel open, a null one dismisses it.
-    void AnswerNextAlert(long button) { alerts.push_back(button); }
+    // The next question, by a button's number or label, the plug-in's alerts among them; and the next panel, where no
+    // answer leaves it open, and a null one dismisses it.
+    void AnswerNextAlert(const wren::MenuChoice& button) { alerts.push_back(button); }
     void AnswerNextPanel(const std::optional<std::optional<std::string>>& path) { panels.push_back(path); }
 
     // The next menu, by row or label; nothing dismisses it, and so does what cannot be chosen.
@@ -27,6 +30,10 @@ public:
 
     // What a box that nobody expected said, which was closed; "" for none.
     std::string TakeComplaint() { return std::exchange(complaint, ""); }
+
+    // What all boxes said since the last time, one after the other.
+    std::vector<std::string> TakeHeard() { return std::exchange(heard, {}); }
+    bool HasAnswersLeft() const { return !alerts.empty() || !panels.empty() || !menus.empty(); }
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -36,8 +43,9 @@ private:
     void Answer(QMenu& menu);
     void Answer(QFileDialog& panel);
 
-    std::deque<long> alerts;
+    std::deque<wren::MenuChoice> alerts;
     std::deque<std::optional<wren::MenuChoice>> menus;
     std::deque<std::optional<std::optional<std::string>>> panels;
     std::string complaint;
+    std::vector<std::string> heard;
 };

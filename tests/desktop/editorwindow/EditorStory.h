@@ -1,0 +1,66 @@
+// The whole editor, its window and the real plug-in, in front of a user who has a home of their own.
+#pragma once
+
+#include "tests/desktop/hands/QuestionHands.h"
+#include "tests/desktop/hands/WindowManager.h"
+#include "tests/support/TempDirectory.h"
+#include "wren/desktop/Editor.h"
+#include "wren/desktop/editor/CodeView.h"
+
+#include <QKeySequence>
+
+#include <functional>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+// A question that a test did not answer was closed, and fails the test unless it takes what was heard.
+class EditorStory : public ::testing::Test {
+protected:
+    EditorStory();
+    ~EditorStory() override;
+
+    // Starts it with these files, as its program does. A second start finds what the first has left.
+    void Start(const std::vector<std::string>& files = {});
+    bool Quit(); // the user closes the window; false when the editor goes on
+    std::string SettingsFile() const { return home / ".config/wren/settings"; }
+    std::string InState(const std::string& leaf) const { return (home / ".local/state/wren/") + leaf; }
+
+    // Until everything that was posted has come and was shown; with the background, what loads in it too.
+    void Settle();
+    void SettleBackground();
+    // Lets the editor run until it is so; false, and the test has failed, when it never becomes so.
+    bool Until(const std::function<bool()>& holds);
+
+    void Press(const char* keys); // "Ctrl+S", in the current text
+    void Type(const std::string& text);
+    void Choose(const char* menu, const char* item); // by their labels without "&"
+    void CloseTab(int index); // by its button
+    void ClickText(long offset, Qt::KeyboardModifiers held); // the character behind the offset
+    void ComeBack(); // from another program's window
+
+    wren::Editor& TheEditor() { return *editor; }
+    wren::CodeView& View() { return *editor->CurrentView(); }
+    std::string Text() const { return editor->CurrentView()->Bytes(); }
+    std::vector<std::string> Tabs() const; // as they read, in their order
+    std::string CurrentTab() const;
+    std::string Notice() const; // "" when none is shown
+    std::string Status() const; // the message in the line of status
+
+    static std::string Content(const std::string& file); // "" when there is none
+
+    const TempDirectory home;
+    std::string bundle; // the real one, unless a test says otherwise before the start
+    QuestionHands hands;
+
+private:
+    void End();
+    std::string FreshBundle();
+
+    const TempDirectory plugins;
+    int starts = 0;
+    std::unique_ptr<wren::Editor> editor;
+    std::unique_ptr<WindowManager> manager;
+};
