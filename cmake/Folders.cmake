@@ -33,6 +33,13 @@ function(wren_folder target folder)
     wren_wall(${target} ${folder})
 endfunction()
 
+# wren_compile_alone(<files>...): files, by their paths in the source tree and of the current directory's targets, whose private names are also those of neighbours, which several at a time (WREN_UNITY)
+# would collide.
+function(wren_compile_alone)
+    list(TRANSFORM ARGN PREPEND ${CMAKE_SOURCE_DIR}/)
+    set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
 # wren_tests(<name> USES <targets>...): a test program from the sources of the current directory, one CTest test a case.
 function(wren_tests name)
     cmake_parse_arguments(F "" "" "USES" ${ARGN})

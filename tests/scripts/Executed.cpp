@@ -1,20 +1,12 @@
 #include "Executed.h"
 
-#include <sstream>
+#include "SessionFiles.h"
+
 #include <vector>
 
 namespace {
 
 const std::string kAnnouncement = "executing ";
-
-std::vector<std::string> Lines(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
 
 // A command that begins with a line break has a comment and the command itself in the next two lines; a command that ends
 // with one leaves an empty line.

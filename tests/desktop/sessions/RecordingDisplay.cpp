@@ -5,7 +5,7 @@
 namespace {
 
 template <class T>
-std::optional<T> TakeFirst(std::deque<T>& queue)
+std::optional<T> NextOf(std::deque<T>& queue)
 {
     if (queue.empty())
         return std::nullopt;
@@ -173,7 +173,7 @@ BRect RecordingDisplay::ScreenFrame(BPoint where) const
 long RecordingDisplay::RunAlert(const vetch::AlertDescription& alert)
 {
     const long last = static_cast<long>(alert.buttons.size()) - 1;
-    const long wanted = TakeFirst(alertAnswers).value_or(last);
+    const long wanted = NextOf(alertAnswers).value_or(last);
     hands.AnswerNextAlert(wanted < 0 || wanted > last ? last : wanted);
     const long answer = shown.RunAlert(alert);
     answered = true;
@@ -190,7 +190,7 @@ std::optional<long> RecordingDisplay::RunMenu(const vetch::MenuDescription& menu
 
 void RecordingDisplay::OpenPanel(const vetch::PanelDescription& panel)
 {
-    hands.AnswerNextPanel(TakeFirst(panelAnswers));
+    hands.AnswerNextPanel(NextOf(panelAnswers));
     log.PanelOpened(panel);
     shown.OpenPanel(panel);
 }
