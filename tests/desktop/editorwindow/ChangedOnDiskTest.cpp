@@ -1,0 +1,176 @@
+#include "tests/desktop/editorwindow/EditorStory.h"
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+namespace {
+
+class ChangedOnDisk : public EditorStory {
+protected:
+    void StartWith(const std::string& text)
+    {
+        file = home.Write("a.c", text);
+        Start({file});
+    }
+    void WriteElsewhere(const std::string& text) { home.Write("a.c", text); } // another program does
+    void ReplaceElsewhere(const std::string& text) { fs::rename(home.Write("new", text), file); }
+    bool UntilTold(const char* what)
+    {
+        return Until([&] { return Notice().find(what) != std::string::npos; });
+    }
+    std::string file;
+};
+
+} // namespace
+
+TEST_F(ChangedOnDisk, ATextWithoutChangesIsReadAgainAndTheCaretStays)
+{
+    StartWith("one\ntwo\nthree\n");
+    View().GoTo(5);
+    WriteElsewhere("one\ntwo\nthree\nfour\n");
+    Until([&] { return Text() == "one\ntwo\nthree\nfour\n"; });
+    EXPECT_EQ(View().Caret(), 5);
+    EXPECT_THAT(Tabs(), ElementsAre("a.c"));
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+}
+
+TEST_F(ChangedOnDisk, TheCaretStaysWithinATextThatIsShorterNow)
+{
+    StartWith("one\ntwo\n");
+    View().GoTo(8);
+    WriteElsewhere("1");
+    Until([&] { return Text() == "1"; });
+    EXPECT_EQ(View().Caret(), 1);
+}
+
+TEST_F(ChangedOnDisk, AFileThatIsReplacedByARenameIsFollowed)
+{
+    StartWith("old\n");
+    ReplaceElsewhere("second\n");
+    Until([&] { return Text() == "second\n"; });
+    WriteElsewhere("third\n");
+    Until([&] { return Text() == "third\n"; });
+}
+
+TEST_F(ChangedOnDisk, UnsavedChangesAreKeptAndTheUserIsTold)
+{
+    StartWith("old\n");
+    Type("mine ");
+    WriteElsewhere("theirs\n");
+    UntilTold("changed by another program");
+    EXPECT_THAT(Notice(), HasSubstr(file));
+    EXPECT_EQ(Text(), "mine old\n");
+    EXPECT_THAT(Tabs(), ElementsAre("a.c *"));
+    EXPECT_EQ(Content(file), "theirs\n");
+}
+
+TEST_F(ChangedOnDisk, SavingOverItAsksFirst)
+{
+    StartWith("old\n");
+    Type("mine ");
+    WriteElsewhere("theirs\n");
+    hands.AnswerNextAlert("No");
+    Press("Ctrl+S");
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(AllOf(HasSubstr("Another program has changed"), HasSubstr(file))));
+    EXPECT_EQ(Content(file), "theirs\n");
+    EXPECT_THAT(Tabs(), ElementsAre("a.c *"));
+
+    hands.AnswerNextAlert("Yes");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "mine old\n");
+    EXPECT_THAT(Tabs(), ElementsAre("a.c"));
+    hands.TakeHeard();
+
+    Type("more ");
+    Press("Ctrl+S");
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty()) << "it is this editor's file again";
+    EXPECT_EQ(Content(file), "mine more old\n");
+}
+
+TEST_F(ChangedOnDisk, RevertingTakesItsTextAfterAQuestion)
+{
+    StartWith("old\n");
+    Type("mine ");
+    WriteElsewhere("theirs\n");
+    UntilTold("changed by another program");
+    hands.AnswerNextAlert("No");
+    Choose("File", "Revert");
+    EXPECT_EQ(Text(), "mine old\n");
+    hands.AnswerNextAlert("Yes");
+    Choose("File", "Revert");
+    EXPECT_EQ(Text(), "theirs\n");
+    EXPECT_THAT(Tabs(), ElementsAre("a.c"));
+}
+
+TEST_F(ChangedOnDisk, AFileWrittenAgainWithTheSameTextIsNotReadAgain)
+{
+    StartWith("old\n");
+    Type("mine ");
+    Press("Ctrl+S");
+    ReplaceElsewhere("mine old\n");
+    ComeBack();
+    Press("Ctrl+Z");
+    EXPECT_EQ(Text(), "old\n") << "a text that was read again cannot be taken back";
+    EXPECT_THAT(Notice(), IsEmpty());
+}
+
+TEST_F(ChangedOnDisk, AFileThatIsGoneIsToldOfAndItsTextCanBeWrittenAgain)
+{
+    StartWith("old\n");
+    fs::remove(file);
+    UntilTold("is no longer there");
+    EXPECT_EQ(Text(), "old\n");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "old\n");
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+}
+
+TEST_F(ChangedOnDisk, AFileThatIsGoneKeepsUnsavedChangesToo)
+{
+    StartWith("old\n");
+    Type("mine ");
+    fs::remove(file);
+    UntilTold("is no longer there");
+    EXPECT_EQ(Text(), "mine old\n");
+    EXPECT_THAT(Tabs(), ElementsAre("a.c *"));
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "mine old\n");
+}
+
+TEST_F(ChangedOnDisk, AFileThatComesBackIsReadAgain)
+{
+    StartWith("old\n");
+    fs::remove(file);
+    UntilTold("is no longer there");
+    WriteElsewhere("back\n");
+    Until([&] { return Text() == "back\n"; });
+    EXPECT_THAT(Tabs(), ElementsAre("a.c"));
+}
+
+TEST_F(ChangedOnDisk, AFileThatComesBackLeavesUnsavedChangesAlone)
+{
+    StartWith("old\n");
+    Type("mine ");
+    fs::remove(file);
+    UntilTold("is no longer there");
+    WriteElsewhere("back\n");
+    UntilTold("changed by another program");
+    EXPECT_EQ(Text(), "mine old\n");
+    EXPECT_EQ(Content(file), "back\n");
+}
+
+TEST_F(ChangedOnDisk, AFileThatCannotBeReadAnyMoreKeepsItsTextAndSaysWhy)
+{
+    StartWith("old\n");
+    hands.AnswerNextAlert("OK");
+    fs::remove(file);
+    fs::create_directory(file);
+    ComeBack();
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(AllOf(HasSubstr(file), HasSubstr("Is a directory"))));
+    EXPECT_EQ(Text(), "old\n");
+}

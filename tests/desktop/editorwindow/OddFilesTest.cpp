@@ -1,0 +1,123 @@
+#include "tests/desktop/editorwindow/EditorStory.h"
+
+#include <filesystem>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+namespace {
+
+class OddFiles : public EditorStory {
+protected:
+    void ExpectRefused(const std::string& path, const char* reason)
+    {
+        hands.AnswerNextAlert("OK");
+        Start({path});
+        EXPECT_THAT(hands.TakeHeard(), ElementsAre(AllOf(HasSubstr(path), HasSubstr(reason))));
+        EXPECT_THAT(Tabs(), ElementsAre("untitled")) << "and the editor goes on";
+    }
+};
+
+struct OddText {
+    const char* why;
+    std::string bytes;
+};
+
+// Each has a last line of letters alone, which is what is edited.
+const OddText kOddTexts[] = {
+    {"invalid UTF-8", "caf\xe9 \xff\xfe \xc3\nend"},
+    {"an overlong sequence and half a surrogate", "\xc0\xaf \xed\xa0\x80\nend"},
+    {"NUL bytes", std::string("a\0b\0\0\nend", 10)},
+    {"a byte order mark", "\xef\xbb\xbfint a;\nend"},
+    {"a byte order mark of two bytes", std::string("\xff\xfe" "a\0\n\0end", 9)},
+    {"Windows line ends", "one\r\ntwo\r\nend"},
+    {"line ends of all kinds", "one\r\ntwo\nthree\rfour\r\n\nend"},
+    {"a carriage return in the middle", "one\rtwo\nend"},
+    {"other characters that Unicode calls line ends", "one\xe2\x80\xa8two\x0bthree\x0c" "four\xc2\x85\nend"},
+    {"blanks at the ends of lines", "one  \t\n \nend"},
+    {"no line end at all", "end"},
+};
+
+} // namespace
+
+TEST_F(OddFiles, ADirectoryIsNotOpened)
+{
+    ExpectRefused(home.Path(), "Is a directory");
+}
+
+TEST_F(OddFiles, ABrokenLinkIsNotOpened)
+{
+    fs::create_symlink("nowhere.c", home / "link.c");
+    ExpectRefused(home / "link.c", "No such file or directory");
+    EXPECT_TRUE(fs::is_symlink(home / "link.c"));
+}
+
+TEST_F(OddFiles, ALinkToItselfIsNotOpened)
+{
+    fs::create_symlink("loop.c", home / "loop.c");
+    ExpectRefused(home / "loop.c", "Too many levels of symbolic links");
+}
+
+TEST_F(OddFiles, AFileThatMayNotBeReadIsNotOpened)
+{
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root may read any file";
+    const std::string file = home.Write("secret.c", "secret");
+    fs::permissions(file, fs::perms::none);
+    ExpectRefused(file, "Permission denied");
+}
+
+TEST_F(OddFiles, TheOthersAreOpenedBesideOneThatIsNot)
+{
+    const std::string good = home.Write("good.c", "int a;\n");
+    hands.AnswerNextAlert("OK");
+    Start({home.Path(), good});
+    EXPECT_THAT(Tabs(), ElementsAre("good.c"));
+    EXPECT_EQ(Text(), "int a;\n");
+}
+
+TEST_F(OddFiles, AreSavedByteForByteWithoutAChange)
+{
+    Start();
+    for (const OddText& text : kOddTexts) {
+        const std::string file = home.Write("odd.c", text.bytes);
+        TheEditor().Open(file);
+        EXPECT_EQ(Text(), text.bytes) << text.why;
+        fs::remove(file);
+        Press("Ctrl+S");
+        EXPECT_EQ(Content(file), text.bytes) << text.why;
+        Press("Ctrl+W");
+    }
+}
+
+TEST_F(OddFiles, AreSavedByteForByteWhereNothingWasChanged)
+{
+    Start();
+    for (const OddText& text : kOddTexts) {
+        const std::string file = home.Write("odd.c", text.bytes);
+        TheEditor().Open(file);
+        Press("Ctrl+End");
+        Type("ing");
+        Press("Ctrl+S");
+        EXPECT_EQ(Content(file), text.bytes + "ing") << text.why;
+        Press("Ctrl+W");
+    }
+}
+
+TEST_F(OddFiles, ANewLineIsEndedAsTheOthersAre)
+{
+    const OddText kEnds[] = {{"Windows", "one\r\n"}, {"Unix", "one\n"}, {"Mac", "one\r"}};
+    Start();
+    for (const OddText& text : kEnds) {
+        const std::string file = home.Write("odd.c", text.bytes);
+        TheEditor().Open(file);
+        Press("Ctrl+End");
+        Type("two\n");
+        Press("Ctrl+S");
+        EXPECT_EQ(Content(file), text.bytes + "two" + text.bytes.substr(3)) << text.why;
+        Press("Ctrl+W");
+    }
+}
