@@ -79,6 +79,14 @@ long EditorTabs::DocumentOf(const CodeView* view) const
     return 0;
 }
 
+std::vector<long> EditorTabs::Documents() const
+{
+    std::vector<long> documents;
+    for (int index = 0; index < count(); ++index)
+        documents.push_back(DocumentOf(qobject_cast<CodeView*>(widget(index))));
+    return documents;
+}
+
 void EditorTabs::SetName(long document, const std::string& path, bool modified)
 {
     const int index = IndexOf(document);

@@ -5,6 +5,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace wren {
 
@@ -26,6 +27,7 @@ public:
     CodeView* CurrentView() const;         // null when there is none
     long CurrentDocument() const;          // 0 when there is none
     long DocumentOf(const CodeView* view) const;
+    std::vector<long> Documents() const;   // in the order of their tabs, which the user may drag
 
     void SetName(long document, const std::string& path, bool modified); // "" for a text without a file
     void SetWorksheetName(long document);

@@ -91,10 +91,11 @@ bool SessionKeeper::Save()
     Host& host = editor.TheHost();
     state.files.clear();
     state.current = -1;
-    for (const Document* document : host.AllDocuments().All()) {
-        if (document->Path().empty())
+    for (const long id : editor.Window().Tabs().Documents()) {
+        const Document* document = host.AllDocuments().Find(id);
+        if (document == nullptr || document->Path().empty())
             continue;
-        const CodeView* view = editor.Window().Tabs().ViewOf(document->Id());
+        const CodeView* view = editor.Window().Tabs().ViewOf(id);
         if (document == host.Current())
             state.current = static_cast<int>(state.files.size());
         state.files.push_back({document->Path(), view->Caret(), view->FirstVisibleLine(), document->IsWorksheet()});
