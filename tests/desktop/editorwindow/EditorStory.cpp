@@ -51,6 +51,7 @@ std::string Readable(const QString& tab)
 
 EditorStory::EditorStory() : bundle(DECLARATION_BUNDLE)
 {
+    StartPainters();
     ::setenv("HOME", home.Path().c_str(), 1);
     for (const char* variable : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
         ::unsetenv(variable);

@@ -6,6 +6,7 @@
 #include "wren/desktop/GuiLoop.h"
 
 #include <QCoreApplication>
+#include <QImage>
 
 namespace {
 
@@ -27,4 +28,10 @@ void SettleEditor(wren::Editor& editor, WindowManager& manager)
         manager.LookAround();
     }
     QObject::disconnect(connection);
+}
+
+void StartPainters()
+{
+    const QImage big(4096, 2048, QImage::Format_ARGB32);
+    (void)big.convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }

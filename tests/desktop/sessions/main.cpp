@@ -1,5 +1,6 @@
 // Plays a script in front of the desktop editor: takes lines and gives answers as "wren script" does, so that the runner of
 // scripted sessions can run either.
+#include "tests/desktop/hands/EditorIdle.h"
 #include "tests/desktop/sessions/DesktopStage.h"
 #include "wren/core/OutputAside.h"
 #include "wren/script/RunScript.h"
@@ -7,21 +8,8 @@
 
 #include <CLI/CLI.hpp>
 #include <QApplication>
-#include <QImage>
 
 #include <cstdlib>
-
-namespace {
-
-// Qt paints big pictures on threads that it starts with the first one. Who waits for background work counts threads, and
-// has to find these there already.
-void StartPainters()
-{
-    const QImage big(4096, 2048, QImage::Format_ARGB32);
-    (void)big.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-}
-
-} // namespace
 
 int main(int count, char** words)
 {

@@ -1,0 +1,197 @@
+#include "tests/desktop/editorwindow/EditorStory.h"
+#include "tests/support/RunProgram.h"
+#include "wren/desktop/state/Recovery.h"
+
+#include <QTest>
+
+#include <filesystem>
+#include <fstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+namespace {
+
+class AfterAKill : public EditorStory {
+protected:
+    // What an editor leaves that is killed with an unsaved text.
+    void Leave(const std::string& path, const std::string& text)
+    {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            wren::Recovery editor;
+            editor.Keep(1, path, text);
+            ::_exit(editor.Problem().empty() ? 0 : 1);
+        }
+        int status = -1;
+        ::waitpid(child, &status, 0);
+        ASSERT_EQ(status, 0);
+    }
+    // Whole copies: one that is being written has another name.
+    std::vector<std::string> Copies() const
+    {
+        std::vector<std::string> copies;
+        std::error_code none;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(InState("recovery"), none))
+            if (entry.path().extension() == ".copy")
+                copies.push_back(entry.path());
+        return copies;
+    }
+    static void UntilOutside(const std::function<bool()>& holds)
+    {
+        ASSERT_TRUE(QTest::qWaitFor(holds, 120'000));
+    }
+    std::map<std::string, std::string> Environment() const
+    {
+        return {{"HOME", home.Path()}, {"QT_QPA_PLATFORM", "offscreen"}, {"XDG_STATE_HOME", ""}, {"XDG_CONFIG_HOME", ""}};
+    }
+};
+
+bool Handles(pid_t process, int signal)
+{
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("SigCgt:"))
+            return (std::stoull(line.substr(7), nullptr, 16) >> (signal - 1) & 1) != 0;
+    return false;
+}
+
+} // namespace
+
+TEST_F(AfterAKill, AnUnsavedTextIsOfferedAndOpenedAsUnsaved)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    Leave(file, "typed\n");
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(AllOf(HasSubstr("without saving"), HasSubstr(file))));
+    EXPECT_THAT(Tabs(), ElementsAre("a.c *"));
+    EXPECT_EQ(Text(), "typed\n");
+    EXPECT_EQ(Content(file), "old\n");
+    Press("Ctrl+Z");
+    EXPECT_EQ(Text(), "old\n") << "it can be taken back";
+    Press("Ctrl+Shift+Z");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "typed\n");
+    ASSERT_TRUE(Quit());
+    EXPECT_THAT(Copies(), IsEmpty());
+}
+
+TEST_F(AfterAKill, ATextThatHadNoFileIsOpenedWithoutOne)
+{
+    Leave("", "typed\n");
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_EQ(CurrentTab(), "untitled *");
+    EXPECT_EQ(Text(), "typed\n");
+}
+
+TEST_F(AfterAKill, ATextWhoseFileIsGoneIsOpenedAndCanBeSaved)
+{
+    Leave(home / "gone.c", "typed\n");
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_EQ(CurrentTab(), "gone.c *");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(home / "gone.c"), "typed\n");
+}
+
+TEST_F(AfterAKill, AnOpenedTextSurvivesTheNextKillToo)
+{
+    Leave(home.Write("a.c", "old\n"), "typed\n");
+    hands.AnswerNextAlert("Open");
+    Start();
+    UntilOutside([&] { return Copies().size() == 1; });
+    EXPECT_THAT(Content(Copies().front()), HasSubstr("\ntyped\n"));
+}
+
+TEST_F(AfterAKill, ADiscardedTextIsNotOfferedAgain)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    Leave(file, "typed\n");
+    hands.AnswerNextAlert("Discard");
+    Start();
+    EXPECT_THAT(Tabs(), ElementsAre("untitled"));
+    EXPECT_THAT(Copies(), IsEmpty());
+    ASSERT_TRUE(Quit());
+    hands.TakeHeard();
+    Start();
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+    EXPECT_EQ(Content(file), "old\n");
+}
+
+TEST_F(AfterAKill, ATextIsOfferedAgainWhenTheAnswerIsPutOff)
+{
+    Leave(home.Write("a.c", "old\n"), "typed\n");
+    hands.AnswerNextAlert("Ask Later");
+    Start();
+    EXPECT_THAT(Tabs(), ElementsAre("untitled"));
+    ASSERT_TRUE(Quit());
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_EQ(Text(), "typed\n");
+}
+
+TEST_F(AfterAKill, TheEditorThatWasKilledWhileItAskedHasLostNothing)
+{
+    Leave(home.Write("a.c", "old\n"), "typed\n");
+    {
+        RunningProgram editor({WREN_DESKTOP, "--bundle", bundle}, home.Path(), Environment());
+        UntilOutside([&] { return Handles(editor.Process(), SIGTERM); });
+        ::kill(editor.Process(), SIGKILL);
+        EXPECT_EQ(editor.Wait().signal, SIGKILL);
+    }
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_EQ(Text(), "typed\n");
+}
+
+TEST_F(AfterAKill, WhatWasTypedIsOfferedOnceTheUserHadPaused)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    {
+        RunningProgram editor({TYPING_EDITOR, "typed ", "--bundle", bundle, file}, home.Path(), Environment());
+        UntilOutside([&] { return !Copies().empty(); });
+        ::kill(editor.Process(), SIGKILL);
+        EXPECT_EQ(editor.Wait().signal, SIGKILL);
+    }
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr(file)));
+    EXPECT_EQ(Text(), "typed old\n");
+    EXPECT_EQ(Content(file), "old\n");
+}
+
+TEST_F(AfterAKill, ASignalToEndKeepsTheSessionAndWhatWasJustTyped)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    {
+        RunningProgram editor({TYPING_EDITOR, "typed ", "--bundle", bundle, file}, home.Path(), Environment());
+        UntilOutside([&] { return Handles(editor.Process(), SIGTERM); });
+        ::kill(editor.Process(), SIGTERM);
+        EXPECT_EQ(editor.Wait().status, 128 + SIGTERM);
+    }
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_THAT(Tabs(), ElementsAre("a.c *")) << "the session's file, and what was typed into it";
+    EXPECT_EQ(Text(), "typed old\n");
+}
+
+TEST_F(AfterAKill, TheProgramItselfKeepsItsSessionAtASignal)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    {
+        RunningProgram editor({WREN_DESKTOP, "--bundle", bundle, file}, home.Path(), Environment());
+        UntilOutside([&] { return Handles(editor.Process(), SIGTERM); });
+        ::kill(editor.Process(), SIGTERM);
+        EXPECT_EQ(editor.Wait().status, 128 + SIGTERM);
+    }
+    Start();
+    EXPECT_THAT(Tabs(), ElementsAre("a.c"));
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+}
