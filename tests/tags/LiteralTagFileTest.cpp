@@ -1,24 +1,7 @@
 #include "tests/tags/LiteralTagFile.h"
+#include "tests/tags/Sequence.h"
 
 namespace {
-
-// A sequence that is the same every time.
-class Sequence {
-public:
-    size_t Below(size_t limit)
-    {
-        state = state * 6364136223846793005u + 1442695040888963407u;
-        return (state >> 33) % limit;
-    }
-    template <class Choices>
-    std::string One(const Choices& choices)
-    {
-        return choices[Below(std::size(choices))];
-    }
-
-private:
-    unsigned long long state = 1;
-};
 
 const std::string kNames[] = {"a",  "ab",    "a<b>",    "a<",   "<a>",  "<",           "",     "\t",
                               "!a", "init:", "init:b:", "a::b", "A::a", "operator<=>", "\xff", std::string("a\0b", 3)};

@@ -1,0 +1,91 @@
+#include "tags/LineReader.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+// Who jumps to a line wants a few of them, who does not wants all: blocks begin small and grow.
+constexpr size_t kFirstBlock = 8 * 1024;
+constexpr size_t kLargestBlock = 64 * 1024;          // larger ones are no faster
+constexpr size_t kKept = 2 * LineReader::kPieceSize; // the most that is kept of one block in front of the next
+
+} // namespace
+
+bool LineReader::Open(const char* path)
+{
+    descriptor = ::open(path, O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0)
+        return false;
+    // Not zeroed: what is not read into is never touched, and takes no memory.
+    if (block == nullptr)
+        block.reset(new char[kKept + kLargestBlock]);
+    blockEnd = 0;
+    Empty();
+    return true;
+}
+
+void LineReader::Close()
+{
+    if (descriptor >= 0)
+        ::close(descriptor);
+    descriptor = -1;
+    GoToEnd();
+}
+
+void LineReader::GoTo(off_t offset)
+{
+    blockEnd = offset;
+    Empty();
+    atEnd = ::lseek(descriptor, offset, SEEK_SET) < 0;
+}
+
+void LineReader::GoToEnd()
+{
+    blockEnd = Offset();
+    Empty();
+    atEnd = true;
+}
+
+void LineReader::Empty()
+{
+    previous = current = next = end = block != nullptr ? block.get() : kNothing;
+    blockSize = kFirstBlock;
+    atEnd = false;
+}
+
+// A pipe gives what it has, and is asked for more only when that is no line.
+bool LineReader::NextBehindBlock(std::string_view& line)
+{
+    const void* lineEnd = nullptr;
+    while (lineEnd == nullptr && static_cast<size_t>(end - next) < kPieceSize && !atEnd) {
+        const size_t searched = static_cast<size_t>(end - next);
+        ReadOn();
+        const size_t found = std::min(static_cast<size_t>(end - next), kPieceSize);
+        lineEnd = std::memchr(next + searched, '\n', found - searched);
+    }
+    if (next == end)
+        return false;
+    const char* const most = next + std::min(static_cast<size_t>(end - next), kPieceSize);
+    line = Take(lineEnd != nullptr ? static_cast<const char*>(lineEnd) + 1 : most);
+    return true;
+}
+
+// Reads behind the present piece, which will be the previous one, and what there is of the next.
+void LineReader::ReadOn()
+{
+    const size_t kept = static_cast<size_t>(end - current);
+    std::memmove(block.get(), current, kept);
+    next = block.get() + (next - current);
+    previous = current = block.get();
+    ssize_t count;
+    do
+        count = ::read(descriptor, block.get() + kept, blockSize);
+    while (count < 0 && errno == EINTR);
+    atEnd = count <= 0;
+    end = block.get() + kept + std::max<ssize_t>(count, 0);
+    blockEnd += std::max<ssize_t>(count, 0);
+    blockSize = std::min(2 * blockSize, kLargestBlock);
+}

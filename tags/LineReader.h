@@ -1,0 +1,66 @@
+// The lines of a file, one after the other.
+#pragma once
+
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <sys/types.h>
+
+// A line that is longer than a piece is read in several, each of them a line of its own: the same pieces as fgets() with
+// kPieceSize + 1 bytes gives, with their line breaks, and NUL bytes like any other. The file is read, never mapped into
+// memory, so that one that is cut short meanwhile just ends there; also what cannot be read ends.
+//
+// Not thread-safe. Destruction does not close the file, nor does opening another: for both there is Close().
+class LineReader {
+public:
+    static constexpr size_t kPieceSize = 1023;
+
+    // At the file's beginning. False when it cannot be opened.
+    bool Open(const char* path);
+    void Close();
+    int Descriptor() const { return descriptor; } // -1 when closed
+
+    // The next piece; valid until the next call. False at the end, from then on, and when closed.
+    bool Next(std::string_view& line)
+    {
+        const size_t rest = static_cast<size_t>(end - next);
+        const void* lineEnd = std::memchr(next, '\n', rest < kPieceSize ? rest : kPieceSize);
+        if (lineEnd == nullptr && rest < kPieceSize)
+            return NextBehindBlock(line);
+        line = Take(lineEnd != nullptr ? static_cast<const char*>(lineEnd) + 1 : next + kPieceSize);
+        return true;
+    }
+
+    // What the call before gave, for as long as the present piece is valid; empty for the first piece, and for the first
+    // one behind a jump.
+    std::string_view Previous() const { return {previous, static_cast<size_t>(current - previous)}; }
+
+    // Where in the file the next piece begins. Not known for what is no file of a fixed size.
+    off_t Offset() const { return blockEnd - (end - next); }
+    void GoTo(off_t offset); // of a piece's first byte
+    void GoToEnd();          // as after the last piece
+
+private:
+    std::string_view Take(const char* pieceEnd)
+    {
+        previous = current;
+        current = next;
+        next = pieceEnd;
+        return {current, static_cast<size_t>(next - current)};
+    }
+    bool NextBehindBlock(std::string_view& line);
+    void ReadOn();
+    void Empty();
+
+    static constexpr char kNothing[] = "";
+
+    int descriptor = -1;
+    std::unique_ptr<char[]> block; // what is read; all pointers point into it
+    const char* previous = kNothing;
+    const char* current = kNothing;
+    const char* next = kNothing;
+    const char* end = kNothing;
+    off_t blockEnd = 0; // offset of 'end'
+    size_t blockSize = 0;
+    bool atEnd = true;
+};
