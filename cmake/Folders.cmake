@@ -39,6 +39,8 @@ function(wren_compile_alone)
     list(TRANSFORM ARGN PREPEND ${CMAKE_SOURCE_DIR}/)
     set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
+# What tests learn about tags files stays in the build tree, out of the user's cache.
+set(TEST_CACHE XDG_CACHE_HOME=set:${CMAKE_BINARY_DIR}/tests/cache)
 
 # wren_tests(<name> USES <targets>...): a test program from the sources of the current directory, one CTest test a case.
 function(wren_tests name)
@@ -49,5 +51,6 @@ function(wren_tests name)
     endif()
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE ${F_USES} test_support GTest::gtest GTest::gmock GTest::gtest_main)
-    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST)
+    gtest_discover_tests(${name} TEST_PREFIX "${name}." DISCOVERY_MODE PRE_TEST
+        PROPERTIES ENVIRONMENT_MODIFICATION ${TEST_CACHE})
 endfunction()

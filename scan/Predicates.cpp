@@ -7,11 +7,9 @@ bool IsMultiPartObjCPattern(const std::string& pattern)
     return IsObjCPattern(pattern) && pattern.find(':', pattern.find(':') + 1) != std::string::npos;
 }
 
-namespace {
-
-// How much of a name stands before its template arguments. In "operator<", "a<b" and "a<b>c" no arguments end the name
-// or a scope, and all of it counts. "operator<=>" reads as a template called "operator", and is found by that name.
-size_t BaseLength(const char* name)
+// In "operator<", "a<b" and "a<b>c" no arguments end the name or a scope, and all of it counts. "operator<=>" reads as a
+// template called "operator", and is found by that name.
+size_t scan::BaseLength(const char* name)
 {
     const char* open = std::strchr(name, '<');
     if (open == nullptr)
@@ -20,8 +18,6 @@ size_t BaseLength(const char* name)
     const bool isTemplate = close != nullptr && (close[1] == ':' || close[1] == '\0');
     return isTemplate ? static_cast<size_t>(open - name) : std::strlen(name);
 }
-
-} // namespace
 
 bool scan::BasesMatch(const char* a, const char* b, unsigned long n)
 {

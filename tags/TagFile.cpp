@@ -1,5 +1,6 @@
 #include "tags/TagFile.h"
 
+#include "scan/Predicates.h"
 #include "tags/NameAndQualifier.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
@@ -14,24 +15,24 @@
 
 namespace {
 
-// A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within
-// the first; what the other pieces hold is hardly ever a tag, and is treated like any other text: stepped over, or, for
-// a search that stops at a mismatch, the end.
-constexpr int kLineSize = 1024;
-constexpr size_t kBufferSize = 64 * 1024;
-
 constexpr const char* kClassTokens[] = {"class:", "namespace:", "struct:", "union:", nullptr};
 
-// Each read takes a piece of the stream's buffer; the plain functions would lock the stream for each of millions of
-// lines.
-bool ReadLine(FILE* stream, char (&line)[kLineSize])
+// A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within the
+// first; what the other pieces hold is hardly ever a tag, and is treated like any other text: stepped over, or, for a
+// search that stops at a mismatch, the end.
+constexpr size_t kLineSize = LineReader::kPieceSize + 1;
+
+// For cutting it into fields; a NUL byte in it ends what is seen of it.
+char* Copy(std::string_view line, char (&text)[kLineSize])
 {
-    return stream != nullptr && !feof_unlocked(stream) && fgets_unlocked(line, kLineSize, stream) != nullptr;
+    std::memcpy(text, line.data(), line.length());
+    text[line.length()] = '\0';
+    return text;
 }
 
-bool IsPseudoTag(const char* line)
+bool IsPseudoTag(std::string_view line)
 {
-    return *line == '!';
+    return line.front() == '!';
 }
 
 // The fields of a line, cut off one after the other and in place. A field that is not there is null.
@@ -110,23 +111,36 @@ const char* QualifierIn(const char* scope)
 // A name has no tab in it.
 std::string StartOfMatches(const std::string& namePattern)
 {
-    return std::string(namePattern.c_str(), std::strcspn(namePattern.c_str(), "<\t"));
+    const std::string base(namePattern.c_str(), scan::BaseLength(namePattern.c_str()));
+    return base.substr(0, base.find('\t'));
 }
 
 // Whether it takes a closer look to tell that the line's name does not match; most lines leave here, after one
 // comparison. Tabs before a name are no part of it.
 template <class Match>
-bool MayMatch(const std::string& start, const char* line, Match)
+bool MayMatch(const std::string& start, std::string_view line, Match)
 {
-    const char first = *line;
+    const char first = line.front();
     if (first != start[0] && !start.empty())
         return first == '\t' || first == '\0';
-    return std::strncmp(line, start.c_str(), start.length()) == 0;
+    return line.starts_with(start);
 }
 
-bool MayMatch(const std::string&, const char*, TagFile::AnyMatch)
+bool MayMatch(const std::string&, std::string_view, TagFile::AnyMatch)
 {
     return true;
+}
+
+// Whether it is known that all lines from the first with another start on can be left out. Every line matches any.
+template <class Match>
+bool SkipToMatches(TagLines& lines, const std::string& start, Match)
+{
+    return lines.SkipTo(start);
+}
+
+bool SkipToMatches(TagLines&, const std::string&, TagFile::AnyMatch)
+{
+    return false;
 }
 
 bool NameMatches(const std::string& pattern, const char* name, TagFile::ExactMatch)
@@ -174,26 +188,15 @@ TagFile::TagFile(const TagFile& other)
 {
 }
 
+// A file that is still open is not closed, and lost: closing is left to Done(), here as at destruction.
 bool TagFile::Rewind()
 {
-    // A stream that is still open is not closed, and lost: closing is left to Done(), here as at destruction.
-    stream = std::fopen(path.Path(), "r");
-    if (stream == nullptr)
-        return false;
-    // Fewer trips to the system make a search a third shorter.
-    buffer = static_cast<char*>(std::malloc(kBufferSize));
-    if (buffer != nullptr)
-        std::setvbuf(stream, buffer, _IOFBF, kBufferSize);
-    return true;
+    return lines.Open(path.Path());
 }
 
 void TagFile::Done()
 {
-    if (stream != nullptr)
-        std::fclose(stream);
-    std::free(buffer);
-    stream = nullptr;
-    buffer = nullptr;
+    lines.Close();
 }
 
 time_t TagFile::TagTime() const
@@ -211,11 +214,12 @@ void TagFile::SkipClassToken(const char*& text, std::string& qualifier)
 bool TagFile::Next(std::string& name, std::string& qualifier)
 {
     name.clear();
-    char line[kLineSize];
-    while (ReadLine(stream, line)) {
+    std::string_view line;
+    char text[kLineSize];
+    while (lines.Next(line)) {
         if (IsPseudoTag(line))
             continue;
-        Fields fields(line);
+        Fields fields(Copy(line, text));
         const char* tagName = fields.Name();
         int ignoredLine;
         if (tagName == nullptr || fields.File() == nullptr || !fields.Line(ignoredLine) || fields.Kind() == nullptr)
@@ -239,16 +243,25 @@ bool TagFile::NextMatch(std::string& name, std::string& qualifier, char& kind, E
     kind = 0;
 
     std::string source; // the file field of the line that 'ref' is from
+    const bool skips = !stopAtMismatch && SkipToMatches(lines, startOfMatches, match);
+    std::string_view whole;
     char text[kLineSize];
-    while (ReadLine(stream, text)) {
-        if (IsPseudoTag(text))
+    while (lines.Next(whole)) {
+        if (IsPseudoTag(whole))
             continue;
-        Fields fields(text);
-        const bool mayMatch = MayMatch(startOfMatches, text, match);
-        const char* tagName = mayMatch ? fields.Name() : text;
+        if (!MayMatch(startOfMatches, whole, match)) {
+            if (stopAtMismatch)
+                return false;
+            if (!skips || whole < startOfMatches)
+                continue;
+            lines.GoToEnd(); // as if it had been read to the end
+            return false;
+        }
+        Fields fields(Copy(whole, text));
+        const char* tagName = fields.Name();
         if (tagName == nullptr)
             continue;
-        if (!mayMatch || !NameMatches(namePattern, tagName, match)) {
+        if (!NameMatches(namePattern, tagName, match)) {
             if (stopAtMismatch)
                 return false;
             continue;
@@ -319,11 +332,12 @@ void TagFile::LoadPathCache(std::vector<char*>& paths)
 {
     // Most lines name a file that was met before, which is found out here without comparing long, much alike paths.
     std::unordered_set<std::string_view> known;
-    char line[kLineSize];
-    while (ReadLine(stream, line)) {
+    std::string_view line;
+    char text[kLineSize];
+    while (lines.Next(line)) {
         if (IsPseudoTag(line))
             continue;
-        Fields fields(line);
+        Fields fields(Copy(line, text));
         const char* file = fields.Name() != nullptr ? fields.File() : nullptr;
         if (file == nullptr || known.count(file) != 0)
             continue;

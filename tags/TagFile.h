@@ -1,9 +1,9 @@
 // One tags file being read, a line at a time.
 #pragma once
 
+#include "tags/TagLines.h"
 #include "vetch/storage/BPath.h"
 
-#include <cstdio>
 #include <ctime>
 #include <string>
 #include <vector>
@@ -67,8 +67,7 @@ private:
     std::string namePattern;
     std::string qualifierPattern;
     std::string startOfMatches;
-    FILE* stream = nullptr;
-    char* buffer = nullptr; // the stream's, for as long as it is open
+    TagLines lines;
     bool checkDates;
     bool outOfDate = false;
 };

@@ -1,0 +1,235 @@
+#include "tags/KnownFiles.h"
+
+#include "tags/AutoLock.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kSuffix = ".order";
+constexpr std::string_view kNewPrefix =
+    "new-";                        // of files that are being written, or were when their process was killed
+constexpr size_t kMostBytes = 512; // of a record; more is none
+constexpr auto kLongestWrite = std::chrono::hours(1);
+
+uint64_t Hash(std::string_view text)
+{
+    uint64_t hash = 14695981039346656037u;
+    for (const char character : text)
+        hash = (hash ^ static_cast<unsigned char>(character)) * 1099511628211u;
+    return hash;
+}
+
+std::string HashText(std::string_view text)
+{
+    char digits[17];
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(Hash(text)));
+    return digits;
+}
+
+std::string TextOf(const FileIdentity& file)
+{
+    return std::to_string(file.device) + " " + std::to_string(file.inode) + " " + std::to_string(file.size) + " " +
+           std::to_string(file.modified.tv_sec) + "." + std::to_string(file.modified.tv_nsec) + "\n";
+}
+
+// With a checksum behind it, of all that stands in front.
+std::string RecordOf(const FileIdentity& file, const FileOrder& order)
+{
+    const std::string text = "names of a tags file\n" + TextOf(file) + (order.namesInOrder ? "1 " : "0 ") +
+                             std::to_string(order.headSize) + "\n";
+    return text + HashText(text) + "\n";
+}
+
+// Only the record that would be written counts: one that differs in anything is damaged, or another file's.
+std::optional<FileOrder> OrderIn(const std::string& record, const FileIdentity& file)
+{
+    const size_t place = RecordOf(file, {}).find("\n0 0\n") + 1;
+    FileOrder order;
+    if (place + 2 >= record.length())
+        return std::nullopt;
+    order.namesInOrder = record[place] == '1';
+    order.headSize = std::strtoll(record.c_str() + place + 2, nullptr, 10);
+    if (record != RecordOf(file, order))
+        return std::nullopt;
+    return order;
+}
+
+std::string Content(const std::string& path)
+{
+    // What stands there in a plain file's place may keep who opens it waiting.
+    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0)
+        return "";
+    char text[kMostBytes];
+    const ssize_t count = ::read(file, text, sizeof text);
+    ::close(file);
+    return std::string(text, count > 0 ? static_cast<size_t>(count) : 0);
+}
+
+bool WriteAll(int file, std::string_view text)
+{
+    return ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+}
+
+// In one step, so that nobody ever reads half of it.
+void PutInPlace(const std::string& directory, const std::string& path, const std::string& record)
+{
+    std::string temporary = directory + "/" + std::string(kNewPrefix) + "XXXXXX";
+    const int file = ::mkostemp(temporary.data(), O_CLOEXEC);
+    if (file < 0)
+        return;
+    const bool isWritten = WriteAll(file, record);
+    const bool isClosed = ::close(file) == 0;
+    if (!isWritten || !isClosed || ::rename(temporary.c_str(), path.c_str()) != 0)
+        ::unlink(temporary.c_str());
+}
+
+struct Kept {
+    fs::file_time_type written;
+    fs::path path;
+};
+
+bool IsAbandoned(const Kept& file)
+{
+    return file.path.filename().string().starts_with(kNewPrefix) &&
+           fs::file_time_type::clock::now() - file.written > kLongestWrite;
+}
+
+// Only files of its own names are ever removed.
+void RemoveOldest(const std::string& directory)
+{
+    std::vector<Kept> records;
+    std::error_code problem;
+    for (fs::directory_iterator entry(directory, problem), end; !problem && entry != end; entry.increment(problem)) {
+        std::error_code gone;
+        const Kept file{fs::last_write_time(entry->path(), gone), entry->path()};
+        if (!gone && IsAbandoned(file))
+            ::unlink(file.path.c_str());
+        else if (!gone && file.path.extension() == kSuffix)
+            records.push_back(file);
+    }
+    if (records.size() <= KnownFiles::kMostKept)
+        return;
+    std::sort(records.begin(), records.end(), [](const Kept& a, const Kept& b) { return a.written > b.written; });
+    for (size_t i = KnownFiles::kMostKept; i < records.size(); ++i)
+        ::unlink(records[i].path.c_str());
+}
+
+// An empty or relative path means nothing to the next process.
+std::string UserDirectory()
+{
+    const char* cache = std::getenv("XDG_CACHE_HOME");
+    if (cache != nullptr && *cache == '/')
+        return std::string(cache) + "/declaration";
+    const char* home = std::getenv("HOME");
+    if (home != nullptr && *home == '/')
+        return std::string(home) + "/.cache/declaration";
+    return "";
+}
+
+} // namespace
+
+std::optional<FileIdentity> FileIdentity::Of(int descriptor)
+{
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    return FileIdentity{status.st_dev, status.st_ino, status.st_size, status.st_mtim};
+}
+
+bool FileIdentity::operator==(const FileIdentity& other) const
+{
+    return device == other.device && inode == other.inode && size == other.size &&
+           modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec;
+}
+
+bool FileIdentity::HasSettled() const
+{
+    constexpr time_t kSeconds = 2;
+    timespec now;
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    // Also a time that is still to come, as long as the clock does not come near it: a change would give another.
+    return modified.tv_sec < now.tv_sec - kSeconds || modified.tv_sec > now.tv_sec + kSeconds;
+}
+
+KnownFiles::KnownFiles(std::string path) : directory(std::move(path)) {}
+
+KnownFiles& KnownFiles::Instance()
+{
+    // Never destroyed: threads that load names may go on until the process has ended.
+    static KnownFiles* const instance = new KnownFiles(UserDirectory());
+    return *instance;
+}
+
+std::optional<FileOrder> KnownFiles::Find(const FileIdentity& file)
+{
+    std::optional<FileOrder> order = FindHere(file);
+    if (order || directory.empty() || file.size < kWorthKeeping)
+        return order;
+    order = OrderIn(Content(PathFor(file)), file);
+    if (order)
+        RememberHere(file, *order);
+    return order;
+}
+
+void KnownFiles::Remember(const FileIdentity& file, const FileOrder& order)
+{
+    RememberHere(file, order);
+    if (!directory.empty() && file.size >= kWorthKeeping)
+        Keep(file, order);
+}
+
+void KnownFiles::Forget(const FileIdentity& file)
+{
+    if (!directory.empty())
+        ::unlink(PathFor(file).c_str());
+    const AutoLock hold(lock);
+    for (Known& one : known)
+        if (one.file == file)
+            one = {};
+}
+
+std::optional<FileOrder> KnownFiles::FindHere(const FileIdentity& file)
+{
+    const AutoLock hold(lock);
+    const auto one = std::find_if(known.begin(), known.end(), [&](const Known& each) { return each.file == file; });
+    if (one == known.end())
+        return std::nullopt;
+    return one->order;
+}
+
+void KnownFiles::RememberHere(const FileIdentity& file, const FileOrder& order)
+{
+    const AutoLock hold(lock);
+    auto one = std::find_if(known.begin(), known.end(), [&](const Known& each) { return each.file == file; });
+    if (one == known.end()) {
+        one = known.begin() + static_cast<std::ptrdiff_t>(oldest);
+        oldest = (oldest + 1) % known.size();
+    }
+    *one = {file, order};
+}
+
+void KnownFiles::Keep(const FileIdentity& file, const FileOrder& order) const
+{
+    std::error_code problem;
+    fs::create_directories(directory, problem);
+    PutInPlace(directory, PathFor(file), RecordOf(file, order));
+    RemoveOldest(directory);
+}
+
+std::string KnownFiles::PathFor(const FileIdentity& file) const
+{
+    return directory + "/" + HashText(TextOf(file)) + std::string(kSuffix);
+}

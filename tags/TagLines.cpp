@@ -1,0 +1,91 @@
+#include "tags/TagLines.h"
+
+#include "tags/Bisection.h"
+#include "tags/SortedClaim.h"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace {
+
+// The order that a file says it has. Its pseudo-tags are looked at as far as one read brings them.
+std::optional<FileOrder> ClaimedOrder(int descriptor, const FileIdentity& file)
+{
+    constexpr size_t kLongestHead = 4 * 1024;
+    char text[kLongestHead];
+    const ssize_t count = ::pread(descriptor, text, sizeof text, 0);
+    const std::string_view head(text, static_cast<size_t>(std::max<ssize_t>(count, 0)));
+    const std::string claim = std::string(kSortedClaim) + SortedClaimValue(file.size, file.modified) + "\t";
+    bool isClaimed = false;
+    for (size_t line = 0; line < head.length(); line = head.find('\n', line) + 1) {
+        if (head[line] != '!')
+            return isClaimed ? std::optional(FileOrder{true, static_cast<off_t>(line)}) : std::nullopt;
+        isClaimed = isClaimed || head.substr(line).starts_with(claim);
+        if (head.find('\n', line) == std::string_view::npos)
+            break;
+    }
+    return std::nullopt; // no end of the head, or nothing else
+}
+
+} // namespace
+
+bool TagLines::Open(const char* path)
+{
+    known.reset();
+    order = NameOrder();
+    learns = skipped = false;
+    if (!reader.Open(path))
+        return false;
+    FindOrder();
+    return true;
+}
+
+void TagLines::Close()
+{
+    reader.Close();
+    known.reset();
+    learns = false;
+}
+
+void TagLines::FindOrder()
+{
+    identity = FileIdentity::Of(reader.Descriptor());
+    if (!identity)
+        return;
+    known = KnownFiles::Instance().Find(*identity);
+    const bool isWorthIt = identity->size >= KnownFiles::kWorthKeeping;
+    if (!known && isWorthIt)
+        known = ClaimedOrder(reader.Descriptor(), *identity);
+    learns = !known && isWorthIt && identity->HasSettled();
+}
+
+// All lines have been seen if what was read is as long as the file, and the file still what it was at the beginning.
+void TagLines::RememberOrder()
+{
+    if (learns && reader.Offset() == identity->size && FileIdentity::Of(reader.Descriptor()) == identity)
+        KnownFiles::Instance().Remember(*identity, {order.InOrder(), order.HeadSize()});
+    learns = false;
+}
+
+bool TagLines::SkipTo(std::string_view start)
+{
+    // A line break is in no name, and would be compared with those behind lines.
+    const bool bisects = known && known->namesInOrder && !start.empty() && start.find('\n') == std::string_view::npos;
+    if (bisects && !skipped)
+        Bisect(start);
+    return bisects && skipped;
+}
+
+void TagLines::Bisect(std::string_view start)
+{
+    const std::optional<off_t> place = PlaceOfLines(reader.Descriptor(), known->headSize, identity->size, start);
+    skipped = place.has_value();
+    if (!place) {
+        // The file is not what it was taken for. It is read as one of which nothing is known, and learned anew.
+        KnownFiles::Instance().Forget(*identity);
+        known.reset();
+        learns = reader.Offset() == 0 && identity->HasSettled();
+    } else if (*place > reader.Offset()) {
+        reader.GoTo(*place);
+    }
+}

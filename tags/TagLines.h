@@ -1,0 +1,50 @@
+// The lines of a tags file, and how to come to some of them without reading those in front.
+#pragma once
+
+#include "tags/KnownFiles.h"
+#include "tags/LineReader.h"
+#include "tags/NameOrder.h"
+
+#include <optional>
+#include <string_view>
+
+// Reads one after the other; to read a file from its beginning to its end finds out whether its names are in order, and
+// KnownFiles remembers that. A file that is known to be in order, or says so itself and proves that nobody has changed it
+// since, is bisected. With and without that the same lines are met where it matters, and reading goes on at the same one.
+//
+// Not thread-safe. As with LineReader, neither destruction nor opening once more closes the file.
+class TagLines {
+public:
+    bool Open(const char* path); // at the beginning; false when it cannot be opened
+    void Close();
+
+    // The next line or piece of one, as LineReader has them. False at the end.
+    bool Next(std::string_view& line)
+    {
+        if (!reader.Next(line)) {
+            RememberOrder();
+            return false;
+        }
+        if (learns)
+            order.Add(reader.Previous(), line);
+        return true;
+    }
+
+    // Passes over lines whose names do not begin with 'start', at most all in front of the first that does. True when it
+    // is known that behind a name that sorts after 'start', and does not begin with it, no line does any more. Any call
+    // after the first has to be for the same start, until the file is opened again.
+    bool SkipTo(std::string_view start);
+    void GoToEnd() { reader.GoToEnd(); } // as after the last line
+
+private:
+    void FindOrder();
+    void RememberOrder();
+    void Bisect(std::string_view start);
+
+    LineReader reader;
+    std::optional<FileIdentity> identity; // when it was opened
+    std::optional<FileOrder> known;
+    NameOrder order; // of what has been read so far, while it is learned
+    bool learns = false;
+    bool skipped = false;
+};
