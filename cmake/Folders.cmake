@@ -39,6 +39,7 @@ function(wren_compile_alone)
     list(TRANSFORM ARGN PREPEND ${CMAKE_SOURCE_DIR}/)
     set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
+
 # What tests learn about tags files stays in the build tree, out of the user's cache.
 set(TEST_CACHE XDG_CACHE_HOME=set:${CMAKE_BINARY_DIR}/tests/cache)
 
