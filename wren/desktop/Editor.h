@@ -112,6 +112,7 @@ private:
     int zoom = 0;
     bool quitting = false;
     const bool restoresSession;
+    QStringList problems; // told once the window is there; loading the bundle may be the first
 
     std::unique_ptr<QtDisplay> display;
     std::unique_ptr<GuiLoop> loop;
@@ -125,7 +126,6 @@ private:
     std::unique_ptr<WorksheetActions> worksheet;
     std::unique_ptr<SessionKeeper> session;
     std::unique_ptr<EditorMenus> menus;
-    QStringList problems; // told once the window is there
 };
 
 } // namespace wren
