@@ -43,6 +43,8 @@ Document* Documents::Find(long id) const
 
 Document* Documents::FindByPath(const std::string& path) const
 {
+    if (path.empty())
+        return nullptr; // which is what all documents without a file have, and none of them is meant
     const EntryRef wanted(path.c_str());
     for (const OpenDocument& each : open)
         if (each.document->Ref() == wanted)

@@ -123,7 +123,7 @@ void Editor::Connect()
     router->onModified = [this](CodeView& view, bool modified) {
         const long id = window->Tabs().DocumentOf(&view);
         if (const Document* document = host->AllDocuments().Find(id))
-            window->Tabs().SetName(id, document->Path(), modified && !document->IsWorksheet());
+            ShowName(*document, modified);
         if (!modified)
             session->Settled(id);
         emit DocumentsChanged();
@@ -150,7 +150,7 @@ void Editor::Connect()
     });
     connect(files.get(), &FileKeeper::Saved, this, [this](long id) {
         const Document* document = host->AllDocuments().Find(id);
-        window->Tabs().SetName(id, document->Path(), false);
+        ShowName(*document, false);
         places.DocumentNamed(id, document->Path());
         session->Settled(id);
         if (!document->IsWorksheet())
@@ -227,7 +227,7 @@ bool Editor::OpenUnsaved(const std::string& path, const std::string& text)
     document->Delete(0, document->Length());
     document->Insert(0, text);
     document->CloseUndo();
-    window->Tabs().SetName(document->Id(), document->Path(), true);
+    ShowName(*document, true);
     return true;
 }
 
@@ -241,8 +241,6 @@ bool Editor::Close(long id)
 {
     Document* document = host->AllDocuments().Find(id);
     if (document == nullptr || !files->MayGo(*document))
-        return false;
-    if (document->IsWorksheet() && files->IsModified(*document) && !files->SaveCopyOfWorksheet(*document))
         return false;
     const bool wasCurrent = host->Current() == document;
     files->Closed(id);
@@ -260,9 +258,6 @@ bool Editor::Quit()
 {
     for (Document* document : host->AllDocuments().All())
         if (!files->MayGo(*document))
-            return false;
-    if (Document* sheet = host->AllDocuments().FindWorksheet())
-        if (files->IsModified(*sheet) && !files->SaveCopyOfWorksheet(*sheet))
             return false;
     quitting = true;
     session->Save();
@@ -362,7 +357,6 @@ void Editor::OpenWorksheet()
         document = Adopt(host->Open(file, kept ? std::nullopt : std::optional<std::string>(""), true, &error));
         if (document == nullptr)
             return Warn(error);
-        window->Tabs().SetWorksheetName(document->Id());
     }
     window->Tabs().Raise(document->Id());
     CurrentView()->GoTo(document->Length());
@@ -477,6 +471,15 @@ void Editor::Raised(long id)
     emit DocumentsChanged();
 }
 
+// The Worksheet is kept without a question, so that nobody needs to know whether it was.
+void Editor::ShowName(const Document& document, bool modified)
+{
+    if (document.IsWorksheet())
+        window->Tabs().SetWorksheetName(document.Id());
+    else
+        window->Tabs().SetName(document.Id(), document.Path(), modified);
+}
+
 void Editor::ShowState()
 {
     const Document* document = Current();
@@ -493,7 +496,7 @@ Document* Editor::Adopt(Document* document)
     CodeView* view = window->Tabs().ViewOf(document->Id());
     view->SetClient(router.get());
     view->SetLanguageFor(document->Path());
-    window->Tabs().SetName(document->Id(), document->Path(), false);
+    ShowName(*document, false);
     if (!document->Path().empty())
         places.DocumentNamed(document->Id(), document->Path());
     files->Opened(*document);

@@ -101,6 +101,7 @@ private:
     VisitedPlace Here();
     void GoTo(const std::optional<VisitedPlace>& place);
     void Raised(long document);
+    void ShowName(const Document& document, bool modified);
     void ShowState();
     void Closed(long document);
     Document* Adopt(Document* document); // sets up what was opened just now

@@ -30,7 +30,7 @@ public:
     std::vector<long> Documents() const;   // in the order of their tabs, which the user may drag
 
     void SetName(long document, const std::string& path, bool modified); // "" for a text without a file
-    void SetWorksheetName(long document);
+    void SetWorksheetName(long document); // wherever it is kept
     void SetLook(const EditorLook& look);
 
 signals:

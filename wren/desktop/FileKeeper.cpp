@@ -16,8 +16,16 @@ namespace {
 
 QString NameOf(const Document& document)
 {
+    if (document.IsWorksheet())
+        return FileKeeper::tr("Worksheet");
     return document.Path().empty() ? FileKeeper::tr("untitled")
                                    : QFileInfo(QString::fromStdString(document.Path())).fileName();
+}
+
+// The Worksheet is nobody's file: it is kept for the user without a question, where there is a place for it.
+bool HasItsOwnPlace(const Document& document)
+{
+    return document.IsWorksheet() && !document.Path().empty();
 }
 
 } // namespace
@@ -69,11 +77,6 @@ bool FileKeeper::SaveAs(Document& document)
     return Write(document, path.toStdString());
 }
 
-bool FileKeeper::SaveCopyOfWorksheet(Document& document)
-{
-    return Write(document, document.Path());
-}
-
 void FileKeeper::Revert(Document& document)
 {
     if (document.Path().empty())
@@ -88,7 +91,7 @@ void FileKeeper::Revert(Document& document)
 
 bool FileKeeper::MayGo(Document& document)
 {
-    if (!IsModified(document) || document.IsWorksheet())
+    if (!IsModified(document) || (HasItsOwnPlace(document) && Write(document, document.Path())))
         return true;
     tabs.Raise(document.Id());
     switch (QMessageBox::question(&window, tr("Wren"), tr("Save the changes of %1?").arg(NameOf(document)),

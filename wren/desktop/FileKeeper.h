@@ -33,11 +33,11 @@ public:
     // True when it is saved. Without a file, and for SaveAs(), the user is asked for one; a question may come before.
     bool Save(Document& document);
     bool SaveAs(Document& document);
-    bool SaveCopyOfWorksheet(Document& document); // without any question
 
     void Revert(Document& document); // takes the file's text, after a question when there are unsaved changes
 
-    // Asks about unsaved changes; false when the document is to stay.
+    // Asks about unsaved changes; false when the document is to stay. The Worksheet is saved, and asked about only where it
+    // could not be.
     bool MayGo(Document& document);
 
     bool IsModified(const Document& document) const;

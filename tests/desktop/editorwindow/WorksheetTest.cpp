@@ -1,0 +1,216 @@
+#include "tests/desktop/editorwindow/EditorStory.h"
+#include "wren/core/Host.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/PluginButton.h"
+#include "wren/desktop/WorksheetActions.h"
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QTest>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+namespace {
+
+class WorksheetStory : public EditorStory {
+protected:
+    void OpenWith(const std::string& lines)
+    {
+        Press("Ctrl+Shift+W");
+        Type(lines);
+    }
+    void RunLine()
+    {
+        Press("Ctrl+Return");
+        UntilEnded();
+    }
+    void UntilEnded()
+    {
+        Until([this] { return !TheEditor().TheWorksheet().IsRunning(); });
+    }
+};
+
+} // namespace
+
+TEST_F(WorksheetStory, ControlEnterRunsTheLineOfTheCaretAndPutsItsOutputBelow)
+{
+    Start();
+    OpenWith("echo one\necho two\necho three");
+    Press("Up");
+    RunLine();
+    EXPECT_EQ(Text(), "echo one\necho two\ntwo\necho three");
+    EXPECT_THAT(Status(), HasSubstr("has ended"));
+}
+
+TEST_F(WorksheetStory, TheLastLineRunsToo)
+{
+    Start();
+    OpenWith("echo one");
+    RunLine();
+    EXPECT_EQ(Text(), "echo one\none\n");
+    EXPECT_EQ(View().Caret(), 13) << "behind the output";
+}
+
+TEST_F(WorksheetStory, TheSelectedLinesRunTogether)
+{
+    Start();
+    OpenWith("a=one\necho $a\n");
+    Press("Ctrl+A");
+    RunLine();
+    EXPECT_EQ(Text(), "a=one\necho $a\none\n");
+}
+
+TEST_F(WorksheetStory, LinesRunWhereTheEditorWasStarted)
+{
+    Start();
+    OpenWith("pwd");
+    RunLine();
+    EXPECT_EQ(Text(), "pwd\n" + home.Path() + "\n");
+}
+
+TEST_F(WorksheetStory, AFailureIsToldWithItsErrorsBelow)
+{
+    Start();
+    OpenWith("echo oh >&2; exit 3");
+    RunLine();
+    EXPECT_THAT(Text(), EndsWith("\noh\n"));
+    EXPECT_THAT(Status(), HasSubstr("status 3"));
+}
+
+TEST_F(WorksheetStory, ControlShiftEnterStopsTheCommandAndItsChildren)
+{
+    Start();
+    OpenWith("echo begun; sh -c 'echo $$ > child; exec sleep 1000'; echo not reached");
+    Press("Ctrl+Return");
+    Until([this] { return !Content(home / "child").empty() && Text().ends_with("begun\n"); });
+    const pid_t child = std::atoi(Content(home / "child").c_str());
+    Press("Ctrl+Shift+Return");
+    UntilEnded();
+    EXPECT_THAT(Status(), HasSubstr("was stopped"));
+    EXPECT_THAT(Text(), EndsWith("begun\n"));
+    Until([child] { return !fs::exists("/proc/" + std::to_string(child)); });
+}
+
+TEST_F(WorksheetStory, OneCommandRunsAtATime)
+{
+    Start();
+    OpenWith("sleep 1000");
+    Press("Ctrl+Return");
+    ASSERT_TRUE(TheEditor().TheWorksheet().IsRunning());
+    Type("echo two");
+    TheEditor().TheWorksheet().RunLines();
+    EXPECT_THAT(Status(), HasSubstr("still running"));
+    Press("Ctrl+Shift+Return");
+    UntilEnded();
+    EXPECT_THAT(Text(), Not(HasSubstr("\ntwo")));
+}
+
+TEST_F(WorksheetStory, ControlEnterRunsNothingInOtherTexts)
+{
+    Start();
+    Type("touch made");
+    Press("Ctrl+Return");
+    EXPECT_FALSE(TheEditor().TheWorksheet().IsRunning());
+    EXPECT_FALSE(fs::exists(home / "made"));
+}
+
+TEST_F(WorksheetStory, ClosingItWhileACommandRunsLosesOnlyTheOutput)
+{
+    Start({home.Write("a.c", "int a;\n")});
+    OpenWith("while [ ! -e go ]; do sleep 0.01; done; echo late");
+    Press("Ctrl+Return");
+    Press("Ctrl+W");
+    EXPECT_THAT(Tabs(), ElementsAre("a.c"));
+    home.Write("go", "");
+    UntilEnded();
+    EXPECT_EQ(Text(), "int a;\n");
+    Press("Ctrl+Shift+W");
+    EXPECT_THAT(Text(), Not(HasSubstr("\nlate")));
+}
+
+TEST_F(WorksheetStory, TheEndOfTheEditorEndsTheCommand)
+{
+    Start();
+    OpenWith("echo $$ > running; exec sleep 1000");
+    Press("Ctrl+Return");
+    Until([this] { return !Content(home / "running").empty(); });
+    const std::string process = "/proc/" + Content(home / "running").substr(0, Content(home / "running").find('\n'));
+    EXPECT_TRUE(fs::exists(process));
+    ASSERT_TRUE(Quit());
+    EXPECT_FALSE(fs::exists(process));
+}
+
+// How a user gets tags of a directory without leaving the editor.
+TEST_F(WorksheetStory, WhatTheButtonPutsThereMakesTagsOfTheDirectory)
+{
+    home.Write("source/shapes.h", "int Area(int width, int height);\nstruct Circle { int radius; };\n");
+    Start({home.Write("source/draw.c", "int draw(void) { return Area(1, 2); }\n")});
+    wren::PluginButton& button = TheEditor().Window().Button();
+    hands.ChooseNext("Help create tags in Worksheet");
+    const QPoint place = button.rect().center();
+    QContextMenuEvent asked(QContextMenuEvent::Mouse, place, button.mapToGlobal(place));
+    QApplication::sendEvent(&button, &asked);
+    Settle();
+    ASSERT_EQ(CurrentTab(), "Worksheet");
+    const std::string pasted = Text();
+    const size_t command = pasted.find("find " + home.Path() + "/source");
+    ASSERT_NE(command, std::string::npos) << pasted;
+
+    View().GoTo(static_cast<long>(command));
+    RunLine();
+    EXPECT_THAT(Status(), HasSubstr("has ended")) << Text();
+    EXPECT_THAT(Content(home / "tags"), HasSubstr("\nArea\tsource/shapes.h\t"));
+    EXPECT_THAT(Content(home / "tags"), HasSubstr("\nCircle\t"));
+    EXPECT_THAT(Content(home / "tags"), HasSubstr("\ndraw\t"));
+    EXPECT_EQ(Text(), pasted) << "it has nothing to say";
+}
+
+TEST_F(WorksheetStory, HoldingTheButtonDownAsksForItsMenuToo)
+{
+    Start({home.Write("source/draw.c", "int draw(void);\n")});
+    hands.ChooseNext("Help create tags in Worksheet");
+    QTest::mousePress(&TheEditor().Window().Button(), Qt::LeftButton);
+    Until([this] { return CurrentTab() == "Worksheet"; });
+    EXPECT_THAT(Text(), HasSubstr("find " + home.Path() + "/source"));
+}
+
+TEST_F(WorksheetStory, WithoutAPlaceForItIsATextOfItsOwnCalledWorksheet)
+{
+    ::unsetenv("HOME");
+    Start();
+    Type("int a;");
+    OpenWith("echo one");
+    EXPECT_THAT(Tabs(), ElementsAre("untitled *", "Worksheet"));
+    RunLine();
+    EXPECT_EQ(Text(), "echo one\none\n");
+    EXPECT_THAT(Tabs(), ElementsAre("untitled *", "Worksheet"));
+    Press("Ctrl+PgUp");
+    EXPECT_EQ(Text(), "int a;");
+    hands.AnswerNextAlert("Discard");
+    hands.AnswerNextAlert("Discard");
+    EXPECT_TRUE(Quit());
+}
+
+TEST_F(WorksheetStory, IsAskedAboutWhereItCannotBeKept)
+{
+    home.Write(".local/state/wren", "in the way");
+    Start({home.Write("a.c", "int a;\n")});
+    OpenWith("echo one");
+    hands.AnswerNextAlert("OK"); // the reason
+    hands.AnswerNextAlert("Cancel");
+    EXPECT_FALSE(Quit());
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr(".local/state/wren"), "Save the changes of Worksheet?"));
+    EXPECT_EQ(Text(), "echo one");
+    hands.AnswerNextAlert("OK");
+    hands.AnswerNextAlert("Discard");
+    EXPECT_TRUE(Quit());
+}
