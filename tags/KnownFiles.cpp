@@ -23,7 +23,7 @@ constexpr std::string_view kNewPrefix =
 constexpr size_t kMostBytes = 512; // of a record; more is none
 constexpr auto kLongestWrite = std::chrono::hours(1);
 
-uint64_t Hash(std::string_view text)
+uint64_t Checksum(std::string_view text)
 {
     uint64_t hash = 14695981039346656037u;
     for (const char character : text)
@@ -31,10 +31,10 @@ uint64_t Hash(std::string_view text)
     return hash;
 }
 
-std::string HashText(std::string_view text)
+std::string ChecksumText(std::string_view text)
 {
     char digits[17];
-    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(Hash(text)));
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(Checksum(text)));
     return digits;
 }
 
@@ -49,7 +49,7 @@ std::string RecordOf(const FileIdentity& file, const FileOrder& order)
 {
     const std::string text = "names of a tags file\n" + TextOf(file) + (order.namesInOrder ? "1 " : "0 ") +
                              std::to_string(order.headSize) + "\n";
-    return text + HashText(text) + "\n";
+    return text + ChecksumText(text) + "\n";
 }
 
 // Only the record that would be written counts: one that differs in anything is damaged, or another file's.
@@ -231,5 +231,5 @@ void KnownFiles::Keep(const FileIdentity& file, const FileOrder& order) const
 
 std::string KnownFiles::PathFor(const FileIdentity& file) const
 {
-    return directory + "/" + HashText(TextOf(file)) + std::string(kSuffix);
+    return directory + "/" + ChecksumText(TextOf(file)) + std::string(kSuffix);
 }

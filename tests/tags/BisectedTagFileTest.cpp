@@ -26,7 +26,7 @@ FileIdentity IdentityOf(const std::string& path)
 }
 
 // As a whole pass finds it.
-FileOrder OrderOf(const std::string& path)
+FileOrder LearnedOrder(const std::string& path)
 {
     LineReader reader;
     reader.Open(path.c_str());
@@ -40,7 +40,7 @@ FileOrder OrderOf(const std::string& path)
 // Tells the process what a file is like, however small it is.
 void MakeKnown(const std::string& path)
 {
-    KnownFiles::Instance().Remember(IdentityOf(path), OrderOf(path));
+    KnownFiles::Instance().Remember(IdentityOf(path), LearnedOrder(path));
 }
 
 void MakeUnknown(const std::string& path)
@@ -54,8 +54,9 @@ const std::string kStarts[] = {"a",          "b",          "get",       "set",  
                                "9",          "a<b>",       "a<b>::"};
 const std::string kRests[] = {"",    "a",  "b",    "ab",   "<int>", "<int>c", ":",   ":b:", "Frame:", "Frame:style:",
                               "x<y", "aa", "name", "long", "zz",    "\xff",   "::c", "0",   "1",      "2"};
-const std::string kFiles[] = {"a.cpp", "b.h", "gone.h", "./a.cpp"};
-const std::string kScopes[] = {"", "", "\tclass:A", "\tnamespace:B::A", "\tclass:A<b>", "\tstruct:C\taccess:public"};
+const std::string kSourcesNamed[] = {"a.cpp", "b.h", "gone.h", "./a.cpp"};
+const std::string kScopeFields[] = {
+    "", "", "\tclass:A", "\tnamespace:B::A", "\tclass:A<b>", "\tstruct:C\taccess:public"};
 
 std::string Name(Sequence& sequence)
 {
@@ -67,8 +68,8 @@ std::string Name(Sequence& sequence)
 
 std::string Tag(Sequence& sequence)
 {
-    return Name(sequence) + "\t" + sequence.One(kFiles) + "\t" + std::to_string(sequence.Below(500)) + ";\"\tf" +
-           sequence.One(kScopes) + "\n";
+    return Name(sequence) + "\t" + sequence.One(kSourcesNamed) + "\t" + std::to_string(sequence.Below(500)) + ";\"\tf" +
+           sequence.One(kScopeFields) + "\n";
 }
 
 // What makes a file odd, one thing at a time. Most of them leave it in order.
@@ -237,7 +238,7 @@ TEST(BisectedTagFile, FindsInAnyFileWhatTheLiteralOneFinds)
         const auto oddity = static_cast<Oddity>(round % static_cast<size_t>(Oddity::kCount));
         NewTags(folder, RandomTags(sequence, oddity));
         MakeKnown(folder.Tags());
-        inOrder[static_cast<size_t>(oddity)] += OrderOf(folder.Tags()).namesInOrder;
+        inOrder[static_cast<size_t>(oddity)] += LearnedOrder(folder.Tags()).namesInOrder;
         for (int search = 0; search < 5; ++search) {
             const std::string pattern = Pattern(sequence);
             const LiteralMatch match = AnyOf(sequence);
@@ -339,7 +340,7 @@ TEST(BisectedTagFile, ReadingGoesOnWhereItWouldHave)
         std::replace(questions.begin(), questions.end() - 1, size_t(7), size_t(8));
         const Lines expected = Answers(folder.Tags(), pattern, questions);
         MakeKnown(folder.Tags());
-        inOrder += OrderOf(folder.Tags()).namesInOrder;
+        inOrder += LearnedOrder(folder.Tags()).namesInOrder;
         ASSERT_EQ(Answers(folder.Tags(), pattern, questions), expected)
             << "round " << round << ", pattern '" << pattern << "', " << testing::PrintToString(questions);
         MakeUnknown(folder.Tags());

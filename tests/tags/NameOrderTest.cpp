@@ -11,7 +11,7 @@ using namespace std::string_literals;
 
 namespace {
 
-NameOrder OrderOf(const std::vector<std::string>& pieces)
+NameOrder OrderIn(const std::vector<std::string>& pieces)
 {
     NameOrder order;
     std::string previous;
@@ -80,16 +80,16 @@ TEST(NameOrder, TellsFilesThatAreInOrderFromThoseThatAreNot)
         {"once out of order, always", {"b\tx\n", "a\tx\n", "c\tx\n"}, false},
     };
     for (const auto& c : kCases) {
-        EXPECT_EQ(OrderOf(c.pieces).InOrder(), c.inOrder) << c.why;
+        EXPECT_EQ(OrderIn(c.pieces).InOrder(), c.inOrder) << c.why;
         EXPECT_EQ(AreInOrder(c.pieces), c.inOrder) << c.why;
     }
 }
 
 TEST(NameOrder, TellsWhereTheHeadEnds)
 {
-    EXPECT_EQ(OrderOf({"!b\tx\n", "!a\n", "a\tx\n", "!c\n"}).HeadSize(), 8);
-    EXPECT_EQ(OrderOf({"!a\n", "!b"}).HeadSize(), 5);
-    EXPECT_EQ(OrderOf({"a\tx\n"}).HeadSize(), 0);
+    EXPECT_EQ(OrderIn({"!b\tx\n", "!a\n", "a\tx\n", "!c\n"}).HeadSize(), 8);
+    EXPECT_EQ(OrderIn({"!a\n", "!b"}).HeadSize(), 5);
+    EXPECT_EQ(OrderIn({"a\tx\n"}).HeadSize(), 0);
 }
 
 TEST(NameOrder, FindsWhatAComparisonOfEachByteFinds)
@@ -106,7 +106,7 @@ TEST(NameOrder, FindsWhatAComparisonOfEachByteFinds)
             if (!piece.ends_with('\n') && (piece.empty() || sequence.Below(20) > 0))
                 piece += '\n';
         }
-        ASSERT_EQ(OrderOf(pieces).InOrder(), AreInOrder(pieces)) << testing::PrintToString(pieces);
+        ASSERT_EQ(OrderIn(pieces).InOrder(), AreInOrder(pieces)) << testing::PrintToString(pieces);
         inOrder += AreInOrder(pieces);
     }
     EXPECT_GT(inOrder, kRounds / 10u);
