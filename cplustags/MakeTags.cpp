@@ -257,7 +257,7 @@ void Job::WriteFile(const TagsCount& count, LineSources lines)
     if (newFile == nullptr)
         MakeNewFile();
     const auto write = [this](std::string_view text) { return !Interrupted() && newFile->Write(text); };
-    const bool isWritten = WriteTags(count, std::move(lines), write) && !Interrupted() && newFile->Commit();
+    const bool isWritten = WriteTags(count, std::move(lines), write, *newFile) && !Interrupted() && newFile->Commit();
     if (!newFile->Error().empty())
         throw Failure(newFile->Error());
     if (!isWritten)

@@ -209,6 +209,23 @@ bool NewFile::Write(std::string_view text)
     return buffer.length() < kBufferSize || Flush();
 }
 
+bool NewFile::WriteOver(off_t place, std::string_view text)
+{
+    if (!error.empty() || !Flush())
+        return false;
+    const ssize_t count = ::pwrite(file, text.data(), text.length(), place);
+    if (count != static_cast<ssize_t>(text.length()))
+        Fail("cannot write " + Shown(target));
+    return error.empty();
+}
+
+void NewFile::SetTime(const timespec& modified)
+{
+    const timespec times[] = {modified, modified};
+    if (error.empty() && Flush())
+        ::futimens(file, times);
+}
+
 // Some file systems tell only at the end that there was no room.
 bool NewFile::Commit()
 {

@@ -1,8 +1,10 @@
 // A file that takes another's place in one step, or not at all.
 #pragma once
 
+#include <ctime>
 #include <string>
 #include <string_view>
+#include <sys/types.h>
 
 namespace cplustags {
 
@@ -24,8 +26,13 @@ public:
     const std::string& Error() const { return error; }
     const std::string& Directory() const { return directory; } // absolute; others may put their temporary files there
 
-    bool Write(std::string_view text); // buffered; false as soon as a write has failed
-    bool Commit();                     // puts the new file in place; false, with the old one as it was, when that fails
+    bool Write(std::string_view text);                  // buffered; false as soon as a write has failed
+    bool WriteOver(off_t place, std::string_view text); // what has been written already
+
+    // When it has been modified, as it will be told; anything written later changes that again. Some file systems keep
+    // such times less exactly, or not at all, which is no failure.
+    void SetTime(const timespec& modified);
+    bool Commit(); // puts the new file in place; false, with the old one as it was, when that fails
 
 private:
     void MakeDirectory(const std::string& parent, const std::string& name);

@@ -8,14 +8,16 @@
 
 namespace {
 
-// The order that a file says it has. Its pseudo-tags are looked at as far as one read brings them.
+// The order that a file says it has, and proves. Its pseudo-tags are looked at as far as one read brings them.
 std::optional<FileOrder> ClaimedOrder(int descriptor, const FileIdentity& file)
 {
     constexpr size_t kLongestHead = 4 * 1024;
+    if (file.modified.tv_nsec != SortedClaimNanoseconds(file.size))
+        return std::nullopt;
     char text[kLongestHead];
     const ssize_t count = ::pread(descriptor, text, sizeof text, 0);
     const std::string_view head(text, static_cast<size_t>(std::max<ssize_t>(count, 0)));
-    const std::string claim = std::string(kSortedClaim) + SortedClaimValue(file.size, file.modified) + "\t";
+    const std::string claim = std::string(kSortedClaim) + SortedClaimValue(file.size) + "\t";
     bool isClaimed = false;
     for (size_t line = 0; line < head.length(); line = head.find('\n', line) + 1) {
         if (head[line] != '!')
@@ -79,8 +81,9 @@ bool TagLines::SkipTo(std::string_view start)
 void TagLines::Bisect(std::string_view start)
 {
     const std::optional<off_t> place = PlaceOfLines(reader.Descriptor(), known->headSize, identity->size, start);
-    skipped = place.has_value();
-    if (!place) {
+    // It may have changed since it was opened.
+    skipped = place && FileIdentity::Of(reader.Descriptor()) == identity;
+    if (!skipped) {
         // The file is not what it was taken for. It is read as one of which nothing is known, and learned anew.
         KnownFiles::Instance().Forget(*identity);
         known.reset();

@@ -1,0 +1,303 @@
+// What a reader learns of a tags file on its way, and what it believes.
+
+#include "tags/TagLines.h"
+
+#include "tags/SortedClaim.h"
+#include "tests/tags/TagsFolder.h"
+
+#include <sys/stat.h>
+
+namespace {
+
+// Names in order, and enough of them to be worth knowing.
+std::string ManyTags(const std::string& start = "name")
+{
+    std::string tags;
+    for (int i = 10'000; i < 14'000; ++i)
+        tags += TagLine(start + std::to_string(i), "a.cpp", i, "f");
+    return tags;
+}
+
+std::string TagsOutOfOrder()
+{
+    return ManyTags() + ManyTags("a");
+}
+
+const std::string kFarOn = "name13";
+
+// Whether reading begins in the middle, for a name there.
+bool IsBisected(const std::string& path, const std::string& start = kFarOn)
+{
+    TagLines lines;
+    EXPECT_TRUE(lines.Open(path.c_str()));
+    const bool skips = lines.SkipTo(start);
+    std::string_view line;
+    EXPECT_TRUE(lines.Next(line));
+    std::string first;
+    std::getline(std::ifstream(path), first);
+    if (start == kFarOn) {
+        EXPECT_EQ(skips, line != first + "\n");
+    }
+    lines.Close();
+    return skips;
+}
+
+void ReadAll(const std::string& path)
+{
+    TagLines lines;
+    EXPECT_TRUE(lines.Open(path.c_str()));
+    for (std::string_view line; lines.Next(line);) {
+    }
+    lines.Close();
+}
+
+// Tags that say they are in order, behind 'before' and in front of 'behind', which are pseudo-tags.
+std::string Claiming(const std::string& tags, const std::string& before = "", const std::string& behind = "")
+{
+    const std::string start = before + std::string(kSortedClaim);
+    const std::string rest = "\t//\n" + behind + tags;
+    const size_t size = start.length() + SortedClaimValue(0).length() + rest.length();
+    return start + SortedClaimValue(static_cast<off_t>(size)) + rest;
+}
+
+// The time that belongs to a claim of that size.
+timespec TimeOf(const std::string& tags)
+{
+    return {1'234'567'890, SortedClaimNanoseconds(static_cast<off_t>(tags.length()))};
+}
+
+void WriteMade(const TagsFolder& folder, const std::string& tags, const timespec& made)
+{
+    std::filesystem::remove(folder.Tags());
+    folder.directory.Write("tags", tags);
+    const timespec times[] = {made, made};
+    ASSERT_EQ(::utimensat(AT_FDCWD, folder.Tags().c_str(), times, 0), 0);
+}
+
+} // namespace
+
+TEST(TagLines, AreBisectedOnceTheyHaveBeenReadToTheEnd)
+{
+    const TagsFolder folder(ManyTags());
+    EXPECT_FALSE(IsBisected(folder.Tags())) << "nothing is known yet";
+    EXPECT_FALSE(IsBisected(folder.Tags())) << "nor from one line";
+    ReadAll(folder.Tags());
+    EXPECT_TRUE(IsBisected(folder.Tags()));
+    EXPECT_FALSE(IsBisected(folder.Tags(), "")) << "for nothing in particular all lines are needed";
+    EXPECT_FALSE(IsBisected(folder.Tags(), "name\n")) << "a line break is in no name";
+}
+
+TEST(TagLines, EveryReaderLearnsTheOrder)
+{
+    const struct {
+        const char* why;
+        void (*read)(const BEntry& tags);
+        bool learns;
+    } kCases[] = {
+        {"an exact search", [](const BEntry& tags) { Matches(tags, "nothing"); }, true},
+        {"a partial search", [](const BEntry& tags) { Matches(tags, "name12", TagFile::PartialMatch()); }, true},
+        {"any match", [](const BEntry& tags) { Matches(tags, "", TagFile::AnyMatch()); }, true},
+        {"names for completions", [](const BEntry& tags) { Names(tags); }, true},
+        {"paths", [](const BEntry& tags) { Paths(tags); }, true},
+        {"a search that stops early", [](const BEntry& tags) { Matches(tags, "x", TagFile::ExactMatch(), true); },
+         false},
+    };
+    for (const auto& c : kCases) {
+        const TagsFolder folder(ManyTags());
+        c.read(folder.Entry());
+        EXPECT_EQ(IsBisected(folder.Tags()), c.learns) << c.why;
+    }
+}
+
+TEST(TagLines, AreReadFromTheBeginningWhenOutOfOrder)
+{
+    const TagsFolder folder(TagsOutOfOrder());
+    ReadAll(folder.Tags());
+    EXPECT_FALSE(IsBisected(folder.Tags()));
+    EXPECT_EQ(Matches(folder.Entry(), "a10000").size(), 1u);
+}
+
+TEST(TagLines, AreReadFromTheBeginningAgainAfterAnyChange)
+{
+    const TagsFolder folder;
+    const struct {
+        const char* why;
+        void (*change)(const TagsFolder& folder);
+    } kCases[] = {
+        {"another time, the same size",
+         [](const TagsFolder& folder) {
+             folder.directory.Write("tags", ManyTags("eman"));
+             SetTime(folder.Tags(), NewTime());
+         }},
+        {"touched", [](const TagsFolder& folder) { SetTime(folder.Tags(), NewTime()); }},
+        {"grown, with the time put back",
+         [](const TagsFolder& folder) {
+             const auto time = std::filesystem::last_write_time(folder.Tags());
+             std::ofstream(folder.Tags(), std::ios::app) << "a\n";
+             std::filesystem::last_write_time(folder.Tags(), time);
+         }},
+        {"replaced by a file of the same size and time",
+         [](const TagsFolder& folder) {
+             const auto time = std::filesystem::last_write_time(folder.Tags());
+             folder.directory.Write("new", ManyTags("eman"));
+             std::filesystem::last_write_time(folder.directory / "new", time);
+             std::filesystem::rename(folder.directory / "new", folder.Tags());
+         }},
+    };
+    for (const auto& c : kCases) {
+        folder.WriteTags(ManyTags());
+        ReadAll(folder.Tags());
+        EXPECT_TRUE(IsBisected(folder.Tags())) << c.why;
+        c.change(folder);
+        EXPECT_FALSE(IsBisected(folder.Tags())) << c.why;
+    }
+}
+
+TEST(TagLines, NothingIsLearnedFromAFileThatHasJustChanged)
+{
+    const TagsFolder folder;
+    folder.directory.Write("tags", ManyTags());
+    ReadAll(folder.Tags());
+    EXPECT_FALSE(IsBisected(folder.Tags())) << "another change may come in the same instant";
+}
+
+TEST(TagLines, NothingIsLearnedFromAFileThatChangesMeanwhile)
+{
+    const struct {
+        const char* why;
+        void (*change)(const std::string& path);
+    } kCases[] = {
+        {"grows", [](const std::string& path) { std::ofstream(path, std::ios::app) << "z\n"; }},
+        {"is cut", [](const std::string& path) { std::filesystem::resize_file(path, 70'000); }},
+        {"is touched", [](const std::string& path) { SetTime(path, NewTime()); }},
+    };
+    for (const auto& c : kCases) {
+        const TagsFolder folder(ManyTags());
+        TagLines lines;
+        ASSERT_TRUE(lines.Open(folder.Tags().c_str()));
+        std::string_view line;
+        ASSERT_TRUE(lines.Next(line));
+        c.change(folder.Tags());
+        while (lines.Next(line)) {
+        }
+        lines.Close();
+        EXPECT_FALSE(IsBisected(folder.Tags())) << c.why;
+    }
+}
+
+TEST(TagLines, NothingIsLearnedFromSmallFiles)
+{
+    const TagsFolder folder(TagLine("name1", "a.cpp", 1, "f") + TagLine("name2", "a.cpp", 1, "f"));
+    ReadAll(folder.Tags());
+    EXPECT_FALSE(IsBisected(folder.Tags(), "name2"));
+}
+
+TEST(TagLines, ASearchSurvivesWhateverHappensToTheFile)
+{
+    const struct {
+        const char* why;
+        void (*change)(const std::string& path);
+        size_t matches;
+    } kCases[] = {
+        {"nothing happens", [](const std::string&) {}, 1000},
+        {"cut to nothing", [](const std::string& path) { std::filesystem::resize_file(path, 0); }, 0},
+        {"removed", [](const std::string& path) { std::filesystem::remove(path); }, 1000},
+        {"overwritten with what has no lines",
+         [](const std::string& path) { std::ofstream(path, std::ios::binary) << std::string(1'000'000, 'x'); }, 0},
+        {"overwritten with names out of order",
+         [](const std::string& path) {
+             std::ofstream file(path, std::ios::binary);
+             for (const char* start : {"zzzz", "name", "aaaa"})
+                 file << ManyTags(start);
+         },
+         1000},
+    };
+    for (const auto& c : kCases) {
+        const TagsFolder folder(ManyTags());
+        ReadAll(folder.Tags());
+        const BEntry tags = folder.Entry();
+        TagFile file(&tags, "name12", false);
+        ASSERT_TRUE(file.Rewind());
+        c.change(folder.Tags()); // after it was taken for the file that is known
+        std::string name;
+        std::string qualifier;
+        char kind;
+        EntryRef ref;
+        int line;
+        size_t matches = 0;
+        while (file.NextMatch(name, qualifier, kind, ref, line, false, TagFile::PartialMatch()))
+            ++matches;
+        file.Done();
+        EXPECT_EQ(matches, c.matches) << c.why;
+    }
+}
+
+TEST(TagLines, WhatATagsFileSaysOfItselfIsBelievedAsLongAsItIsProven)
+{
+    const TagsFolder folder;
+    const std::string tags = Claiming(ManyTags());
+    const timespec made = TimeOf(tags);
+    std::string pretending = tags;
+    pretending.replace(2, 1, "S");
+    const std::string unfinished = std::string(kSortedClaim) + SortedClaimValue(0) + "\t//\n" + ManyTags();
+    const std::string within = ManyTags("  name");
+    const struct {
+        const char* why;
+        std::string tags;
+        timespec made;
+        bool believed;
+    } kCases[] = {
+        {"size and time as it says", tags, made, true},
+        {"the same nanoseconds of another second", tags, {made.tv_sec + 5, made.tv_nsec}, true},
+        {"a nanosecond later", tags, {made.tv_sec, made.tv_nsec + 1}, false},
+        {"a time in seconds", tags, {made.tv_sec, 0}, false},
+        {"another size", tags + "zz\n", TimeOf(tags + "zz\n"), false},
+        {"another size, the time put back", tags + "zz\n", made, false},
+        {"a byte less", tags.substr(0, tags.length() - 1), made, false},
+        {"no size", unfinished, TimeOf(unfinished), false},
+        {"another pseudo-tag", pretending, made, false},
+        {"within the tags: there it is none", Claiming(ManyTags(), within), TimeOf(Claiming(ManyTags(), within)),
+         false},
+        {"sorted, says another program", "!_TAG_FILE_SORTED\t1\t//\n" + ManyTags(), made, false},
+        {"a head that does not end", Claiming("", "", std::string(100'000, '!')), made, false},
+    };
+    for (const auto& c : kCases) {
+        WriteMade(folder, c.tags, c.made);
+        EXPECT_EQ(IsBisected(folder.Tags()), c.believed) << c.why;
+    }
+}
+
+TEST(TagLines, OnlyCopiesWithTheirTimesAreBelieved)
+{
+    const TagsFolder folder;
+    const std::string tags = Claiming(ManyTags());
+    WriteMade(folder, tags, TimeOf(tags));
+    const std::string copy = folder.directory / "copy";
+    std::filesystem::copy_file(folder.Tags(), copy);
+    EXPECT_FALSE(IsBisected(copy)) << "any other file until it has been read";
+    const timespec times[] = {TimeOf(tags), TimeOf(tags)};
+    ASSERT_EQ(::utimensat(AT_FDCWD, copy.c_str(), times, 0), 0);
+    EXPECT_TRUE(IsBisected(copy));
+    std::filesystem::rename(folder.Tags(), folder.directory / "renamed");
+    EXPECT_TRUE(IsBisected(folder.directory / "renamed"));
+}
+
+TEST(TagLines, TheClaimsPlaceAmongThePseudoTagsDoesNotMatter)
+{
+    const TagsFolder folder;
+    const std::string tags = Claiming(ManyTags(), "!_TAG_A\t1\t//\n", "!_TAG_Z\t1\t//\n!\n");
+    WriteMade(folder, tags, TimeOf(tags));
+    EXPECT_TRUE(IsBisected(folder.Tags()));
+    EXPECT_EQ(Matches(folder.Entry(), "name10000").size(), 1u) << "the first behind them";
+    EXPECT_EQ(Matches(folder.Entry(), "name13999").size(), 1u);
+}
+
+TEST(TagLines, ALieIsFoundOutWhereItIsMet)
+{
+    const TagsFolder folder;
+    const std::string tags = Claiming(ManyTags("z") + ManyTags("name") + ManyTags("a"));
+    WriteMade(folder, tags, TimeOf(tags));
+    EXPECT_EQ(Matches(folder.Entry(), "name12345").size(), 1u) << "a name behind which is a smaller one";
+    EXPECT_EQ(Matches(folder.Entry(), "a12345").size(), 1u) << "known to be out of order by now";
+    EXPECT_FALSE(IsBisected(folder.Tags()));
+}
