@@ -110,6 +110,7 @@ void SessionKeeper::KeepUnsaved()
     for (const Document* document : editor.TheHost().AllDocuments().All())
         if (editor.Files().IsModified(*document))
             Keep(document->Id());
+    recovery.Finish();
 }
 
 void SessionKeeper::TextChanged(long document)

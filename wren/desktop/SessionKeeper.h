@@ -25,7 +25,7 @@ public:
     void Restore();        // opens the files of the last session
     void OfferRecovery();  // asks about what a crash has left, if it has
     bool Save();           // what is open now; false, told, when it could not be kept
-    void KeepUnsaved();    // copies of all unsaved texts, at once
+    void KeepUnsaved();    // copies of all unsaved texts, at once: they are on the disk afterwards
     void TextChanged(long document);
     void Settled(long document); // saved or closed: no copy is needed
 

@@ -14,6 +14,7 @@ using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 namespace {
 
@@ -26,6 +27,7 @@ protected:
         if (child == 0) {
             wren::Recovery editor;
             editor.Keep(1, path, text);
+            editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
         }
         int status = -1;
@@ -107,6 +109,7 @@ TEST_F(AfterAKill, AnOpenedTextSurvivesTheNextKillToo)
     hands.AnswerNextAlert("Open");
     Start();
     UntilOutside([&] { return Copies().size() == 1; });
+    ASSERT_THAT(Copies(), SizeIs(1));
     EXPECT_THAT(Content(Copies().front()), HasSubstr("\ntyped\n"));
 }
 

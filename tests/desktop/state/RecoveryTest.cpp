@@ -25,6 +25,7 @@ protected:
         if (child == 0) {
             wren::Recovery editor;
             what(editor);
+            editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
         }
         int status = -1;
@@ -51,7 +52,7 @@ TEST_F(Recovery, FindsWhatAKilledEditorHasLeft)
 {
     InAKilledEditor([](wren::Recovery& editor) {
         editor.Keep(1, "/odd \xff.c", "first");
-        editor.Keep(1, "/odd \xff.c", std::string_view("a\n\0\xfe", 4));
+        editor.Keep(1, "/odd \xff.c", std::string("a\n\0\xfe", 4));
         editor.Keep(2, "", "no file");
         editor.Keep(3, "/c.c", "saved since");
         editor.Forget(3);
@@ -157,5 +158,6 @@ TEST_F(Recovery, SaysThatACopyCouldNotBeWritten)
     wren::Recovery editor;
     fs::remove_all(InState("recovery"));
     editor.Keep(1, "/a.c", "text");
+    editor.Finish();
     EXPECT_THAT(editor.Problem(), HasSubstr("No such file or directory"));
 }

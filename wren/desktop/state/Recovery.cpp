@@ -18,6 +18,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace wren {
 
@@ -139,11 +140,8 @@ struct Recovery::Own {
     explicit Own(const std::string& directory) : directory(directory), lock(directory, O_CREAT) {}
     ~Own()
     {
-        if (lock.Problem() != 0)
-            return;
-        for (const long document : kept)
-            ::unlink(CopyOf(document).c_str());
-        RemoveIfEmpty(directory);
+        if (lock.Problem() == 0)
+            RemoveIfEmpty(directory);
     }
     std::string CopyOf(long document) const { return directory + "/" + std::to_string(document) + kEnd; }
 
@@ -178,27 +176,38 @@ Recovery::Recovery()
     }
 }
 
-Recovery::~Recovery() = default;
+Recovery::~Recovery()
+{
+    if (own == nullptr)
+        return;
+    for (const long document : std::exchange(own->kept, {}))
+        writer.Remove(own->CopyOf(document));
+    writer.Finish();
+}
 
-void Recovery::Keep(long document, const std::string& path, std::string_view text)
+void Recovery::Keep(long document, const std::string& path, std::string text)
 {
     if (own == nullptr)
         return;
     const json head = {{"path", JsonOfBytes(path)}, {"savedAt", Now()}, {"size", text.size()}};
-    problem.clear();
-    if (WriteWholeFile(own->CopyOf(document), (head.dump() + "\n").append(text), &problem))
-        own->kept.insert(document);
+    writer.Write(own->CopyOf(document), head.dump() + "\n", std::move(text));
+    own->kept.insert(document);
 }
 
 void Recovery::Forget(long document)
 {
     if (own != nullptr && own->kept.erase(document) != 0)
-        ::unlink(own->CopyOf(document).c_str());
+        writer.Remove(own->CopyOf(document));
+}
+
+void Recovery::Finish()
+{
+    writer.Finish();
 }
 
 std::string Recovery::Problem() const
 {
-    return problem;
+    return problem.empty() ? writer.Problem() : problem;
 }
 
 std::vector<UnsavedText> Recovery::Left() const

@@ -1,9 +1,10 @@
 // Copies of unsaved texts, for the start after a crash.
 #pragma once
 
+#include "wren/desktop/state/CopyWriter.h"
+
 #include <memory>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace wren {
@@ -22,8 +23,11 @@ public:
     Recovery();  // without a state directory, or locks in it, it keeps nothing, and Problem() says so
     ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
 
-    void Keep(long document, const std::string& path, std::string_view text); // replaces its last copy, by rename
+    // Done soon, on another thread. A copy replaces the last one by rename.
+    void Keep(long document, const std::string& path, std::string text);
     void Forget(long document);
+    void Finish(); // comes back when that is done
+
     std::string Problem() const; // why copies cannot be kept; "" when they can
 
     // What editors that are gone have left, the oldest first. Reading removes nothing; Discard() does. A copy that is
@@ -34,7 +38,8 @@ public:
 private:
     struct Own;
     std::unique_ptr<Own> own;
-    std::string problem;
+    std::string problem; // from the start on
+    CopyWriter writer;
 };
 
 } // namespace wren

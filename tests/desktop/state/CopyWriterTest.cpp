@@ -1,0 +1,137 @@
+#include "wren/desktop/state/CopyWriter.h"
+
+#include "tests/desktop/state/StateDirectoryFixture.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+
+namespace {
+
+std::string Content(const std::string& file)
+{
+    std::ostringstream content;
+    content << std::ifstream(file, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+size_t Threads()
+{
+    return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
+}
+
+// Whoever opens the file for writing waits while it lives: as for a slow disk.
+class HeldFile {
+public:
+    explicit HeldFile(const std::string& file) : descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC))
+    {
+        before = std::signal(SIGIO, SIG_IGN); // it tells that somebody waits
+        held = ::fcntl(descriptor, F_SETLEASE, F_RDLCK) == 0;
+    }
+    ~HeldFile()
+    {
+        ::close(descriptor);
+        std::signal(SIGIO, before);
+    }
+    bool IsHeld() const { return held; }
+
+private:
+    const int descriptor;
+    void (*before)(int);
+    bool held = false;
+};
+
+class CopyWriterOnASlowDisk : public StateDirectoryFixture {};
+
+} // namespace
+
+TEST_F(CopyWriterOnASlowDisk, LetsTheUserGoOnAndPassesOverWhatIsOld)
+{
+    const std::string file = home.Write("a", "old");
+    fs::create_hard_link(file, home / "b"); // such a file is written in place
+    wren::CopyWriter writer;
+    {
+        const HeldFile disk(file);
+        if (!disk.IsHeld())
+            GTEST_SKIP() << "the file system cannot hold a file";
+        writer.Write(file, "", "first");
+        writer.Write(file, "", "second");
+        writer.Write(file, "", "third");
+        EXPECT_EQ(Content(file), "old") << "nobody has waited";
+    }
+    writer.Finish();
+    EXPECT_EQ(Content(file), "third");
+}
+
+TEST(CopyWriter, WritesTheHeadAndTheTextAndTheNewestCounts)
+{
+    const TempDirectory directory;
+    wren::CopyWriter writer;
+    for (int number = 0; number < 1000; ++number)
+        writer.Write(directory / "a", "head ", std::to_string(number));
+    writer.Finish();
+    EXPECT_EQ(Content(directory / "a"), "head 999");
+    EXPECT_EQ(writer.Problem(), "");
+}
+
+TEST(CopyWriter, DoesWhatIsAskedOfOneFileInOrder)
+{
+    const TempDirectory directory;
+    wren::CopyWriter writer;
+    for (int round = 0; round < 50; ++round) {
+        writer.Write(directory / "gone", "", "text");
+        writer.Write(directory / "back", "", "text");
+        writer.Remove(directory / "gone");
+        writer.Remove(directory / "back");
+        writer.Write(directory / "back", "", std::to_string(round));
+    }
+    writer.Finish();
+    EXPECT_FALSE(fs::exists(directory / "gone"));
+    EXPECT_EQ(Content(directory / "back"), "49");
+}
+
+TEST(CopyWriter, HasNoThreadWhileNothingIsToBeDone)
+{
+    const TempDirectory directory;
+    const size_t before = Threads();
+    wren::CopyWriter writer;
+    EXPECT_EQ(Threads(), before);
+    writer.Write(directory / "a", "", "text");
+    writer.Finish();
+    EXPECT_EQ(Threads(), before);
+    writer.Write(directory / "a", "", "again");
+    writer.Finish();
+    EXPECT_EQ(Content(directory / "a"), "again");
+}
+
+TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
+{
+    const TempDirectory directory;
+    {
+        wren::CopyWriter writer;
+        for (const char* name : {"a", "b", "c"})
+            writer.Write(directory / name, "", name);
+    }
+    for (const char* name : {"a", "b", "c"})
+        EXPECT_EQ(Content(directory / name), name);
+}
+
+TEST(CopyWriter, SaysWhyACopyCouldNotBeWrittenUntilOneCould)
+{
+    const TempDirectory directory;
+    wren::CopyWriter writer;
+    writer.Write(directory / "nowhere/a", "", "text");
+    writer.Finish();
+    EXPECT_THAT(writer.Problem(), HasSubstr("nowhere/a: No such file or directory"));
+    writer.Write(directory / "a", "", "text");
+    writer.Finish();
+    EXPECT_EQ(writer.Problem(), "");
+}

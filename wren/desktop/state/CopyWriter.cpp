@@ -1,0 +1,85 @@
+#include "wren/desktop/state/CopyWriter.h"
+
+#include "wren/core/TextFile.h"
+
+#include <exception>
+#include <unistd.h>
+#include <utility>
+
+namespace wren {
+
+CopyWriter::~CopyWriter()
+{
+    Finish();
+}
+
+void CopyWriter::Write(const std::string& file, std::string head, std::string text)
+{
+    Add(file, Copy{std::move(head), std::move(text)});
+}
+
+void CopyWriter::Remove(const std::string& file)
+{
+    Add(file, std::nullopt);
+}
+
+void CopyWriter::Finish()
+{
+    {
+        std::unique_lock<std::mutex> held(lock);
+        idle.wait(held, [this] { return !working; });
+    }
+    if (worker.joinable())
+        worker.join();
+}
+
+std::string CopyWriter::Problem() const
+{
+    const std::lock_guard<std::mutex> held(lock);
+    return problem;
+}
+
+void CopyWriter::Add(const std::string& file, Wish wish)
+{
+    {
+        const std::lock_guard<std::mutex> held(lock);
+        waiting.insert_or_assign(file, std::move(wish));
+        if (std::exchange(working, true))
+            return;
+    }
+    if (worker.joinable())
+        worker.join(); // it has found nothing more to do, and is about to end
+    worker = std::thread(&CopyWriter::Work, this);
+}
+
+void CopyWriter::Work()
+{
+    std::unique_lock<std::mutex> held(lock);
+    while (!waiting.empty()) {
+        auto next = waiting.extract(waiting.begin());
+        held.unlock();
+        Carry(next.key(), std::move(next.mapped()));
+        held.lock();
+    }
+    working = false;
+    idle.notify_all();
+}
+
+// No memory for a copy is no reason to lose the text itself.
+void CopyWriter::Carry(const std::string& file, Wish wish)
+{
+    if (!wish) {
+        ::unlink(file.c_str());
+        return;
+    }
+    std::string error;
+    try {
+        WriteWholeFile(file, wish->head.append(wish->text), &error);
+    } catch (const std::exception& reason) {
+        error = file + ": " + reason.what();
+    }
+    const std::lock_guard<std::mutex> held(lock);
+    problem = error;
+}
+
+} // namespace wren
