@@ -89,6 +89,8 @@ bool SettingsStore::EndSave(std::string* error)
         if (!stored)
             return false;
         kept = WithoutRegistered(*stored);
+        if (kept + written == *stored)
+            return true;
     }
     return WriteWholeFile(file, kept + written, error);
 }

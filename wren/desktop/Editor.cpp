@@ -19,6 +19,7 @@
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/PreferencesDialog.h"
 #include "wren/desktop/SessionKeeper.h"
+#include "wren/desktop/SettingsKeeper.h"
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/WorksheetActions.h"
 #include "wren/desktop/display/QtDisplay.h"
@@ -91,6 +92,7 @@ Editor::~Editor()
     worksheet.reset();
     files.reset();
     session.reset();
+    settings.reset();
     router.reset();
     host.reset();
     loop.reset();
@@ -112,6 +114,7 @@ void Editor::MakeHost(const DesktopOptions& options)
     files = std::make_unique<FileKeeper>(*host, window->Tabs(), window->Notices(), *window);
     worksheet = std::make_unique<WorksheetActions>(*host, window->Tabs());
     host->Start();
+    settings = std::make_unique<SettingsKeeper>(*host);
 }
 
 void Editor::Connect()
@@ -158,6 +161,7 @@ void Editor::Connect()
         window->statusBar()->showMessage(tr("Saved %1").arg(QString::fromStdString(document->Path())), 4000);
         emit DocumentsChanged();
     });
+    connect(settings.get(), &SettingsKeeper::Failed, this, [this](const QString& reason) { Warn(reason.toStdString()); });
     connect(worksheet.get(), &WorksheetActions::Told, this,
             [this](const QString& text) { window->statusBar()->showMessage(text, 8000); });
     window->mayClose = [this] { return Quit(); };
@@ -262,7 +266,7 @@ bool Editor::Quit()
     quitting = true;
     session->Save();
     std::string error;
-    if (!host->SaveSettings(&error))
+    if (!settings->Store(&error))
         QMessageBox::warning(window.get(), tr("Wren"), QString::fromStdString(error));
     for (Document* document : host->AllDocuments().All())
         session->Settled(document->Id());
@@ -369,10 +373,12 @@ void Editor::OpenPreferences()
     connect(&dialog, &PreferencesDialog::Changed, this, [this](const PreferenceValues& values) {
         preferences.Set(values);
         ApplyPreferences();
+        settings->Changed();
     });
+    connect(loop.get(), &GuiLoop::Woke, &dialog, [this] { settings->Changed(); }); // what a panel sets comes as a message
     dialog.exec();
     std::string error;
-    if (!host->SaveSettings(&error))
+    if (!settings->Store(&error))
         Warn(error);
 }
 

@@ -28,6 +28,7 @@ class MainWindow;
 class PluginBundle;
 class QtDisplay;
 class SessionKeeper;
+class SettingsKeeper;
 class Witnesses;
 class WorksheetActions;
 class EditorMenus;
@@ -125,6 +126,7 @@ private:
     std::unique_ptr<KeyRouter> router;
     std::unique_ptr<FileKeeper> files;
     std::unique_ptr<WorksheetActions> worksheet;
+    std::unique_ptr<SettingsKeeper> settings;
     std::unique_ptr<SessionKeeper> session;
     std::unique_ptr<EditorMenus> menus;
 };

@@ -8,6 +8,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
@@ -169,6 +171,41 @@ void EditorStory::CloseTab(int index)
     ASSERT_NE(button, nullptr);
     button->click();
     Settle();
+}
+
+void EditorStory::InPreferences(const std::function<void(QWidget& dialog)>& what)
+{
+    bool done = false;
+    const auto act = [&] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        ASSERT_NE(dialog, nullptr);
+        Settle();
+        what(*dialog);
+        Settle();
+        dialog->close();
+        done = true;
+    };
+    QMetaObject::invokeMethod(qApp, act, Qt::QueuedConnection);
+    TheEditor().OpenPreferences();
+    EXPECT_TRUE(done);
+    Settle();
+}
+
+void EditorStory::ChooseIn(QWidget& dialog, const char* name, const char* item)
+{
+    auto* box = dialog.findChild<QComboBox*>(name);
+    ASSERT_NE(box, nullptr) << name;
+    ASSERT_GE(box->findText(item), 0) << item;
+    while (box->currentIndex() != box->findText(item))
+        QTest::keyClick(box, box->currentIndex() < box->findText(item) ? Qt::Key_Down : Qt::Key_Up);
+}
+
+void EditorStory::Tick(QWidget& dialog, const char* label)
+{
+    for (QCheckBox* box : dialog.findChildren<QCheckBox*>())
+        if (box->text().remove('&') == QString::fromUtf8(label))
+            return QTest::keyClick(box, Qt::Key_Space);
+    FAIL() << "no box " << label;
 }
 
 void EditorStory::ClickText(long offset, Qt::KeyboardModifiers held)

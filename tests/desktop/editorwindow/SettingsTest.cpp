@@ -1,0 +1,95 @@
+#include "tests/desktop/editorwindow/EditorStory.h"
+
+#include <filesystem>
+#include <sys/stat.h>
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+namespace {
+
+class Settings : public EditorStory {
+protected:
+    bool UntilStored(const char* line)
+    {
+        return Until([this, line] { return Content(SettingsFile()).find(line) != std::string::npos; });
+    }
+    ino_t Inode() const // of the file, which is another one whenever it was written
+    {
+        struct stat status = {};
+        ::stat(SettingsFile().c_str(), &status);
+        return status.st_ino;
+    }
+};
+
+constexpr const char* kOptionClick = "DeclOptionClickToFindDeclaration off\n";
+
+} // namespace
+
+TEST_F(Settings, OfTheEditorCountAtOnceAndAreStoredWhileThePreferencesAreOpen)
+{
+    Start();
+    InPreferences([this](QWidget& dialog) {
+        Tick(dialog, "Wrap long lines");
+        EXPECT_TRUE(View().Look().wraps);
+        UntilStored("WrenWrapLines on\n");
+    });
+}
+
+TEST_F(Settings, OfThePlugInAreStoredWhileThePreferencesAreOpen)
+{
+    Start();
+    InPreferences([this](QWidget& dialog) {
+        Tick(dialog, "Option-click to look up a declaration");
+        UntilStored(kOptionClick);
+        Tick(dialog, "Option-click to look up a declaration");
+        Until([this] { return Content(SettingsFile()).find(kOptionClick) == std::string::npos; });
+    });
+}
+
+TEST_F(Settings, AreStoredWhenThePreferencesAreClosedAtOnce)
+{
+    Start();
+    InPreferences([this](QWidget& dialog) {
+        Tick(dialog, "Wrap long lines");
+        Tick(dialog, "Option-click to look up a declaration");
+    });
+    EXPECT_THAT(Content(SettingsFile()), HasSubstr("WrenWrapLines on\n"));
+    EXPECT_THAT(Content(SettingsFile()), HasSubstr(kOptionClick));
+}
+
+TEST_F(Settings, AreThereAtTheNextStart)
+{
+    Start();
+    InPreferences([this](QWidget& dialog) { Tick(dialog, "Show blanks and tabs"); });
+    ASSERT_TRUE(Quit());
+    Start();
+    EXPECT_TRUE(View().Look().showsBlanks);
+}
+
+TEST_F(Settings, ThatWereNotChangedAreNotWrittenAgain)
+{
+    Start();
+    InPreferences([this](QWidget& dialog) { Tick(dialog, "Wrap long lines"); });
+    const ino_t before = Inode();
+    InPreferences([](QWidget&) {});
+    ASSERT_TRUE(Quit());
+    EXPECT_EQ(Inode(), before);
+}
+
+TEST_F(Settings, ThatCannotBeStoredAreToldOf)
+{
+    Start();
+    fs::remove_all(home / ".config");
+    home.Write(".config", "in the way");
+    InPreferences([this](QWidget& dialog) {
+        Tick(dialog, "Wrap long lines");
+        Until([this] { return !Notice().empty(); });
+    });
+    EXPECT_THAT(Notice(), HasSubstr(".config"));
+    EXPECT_TRUE(View().Look().wraps) << "they count all the same";
+    hands.AnswerNextAlert("OK");
+    EXPECT_TRUE(Quit());
+}

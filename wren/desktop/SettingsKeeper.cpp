@@ -1,0 +1,44 @@
+#include "wren/desktop/SettingsKeeper.h"
+
+#include "vetch/app/Loop.h"
+#include "wren/core/Host.h"
+
+#include <chrono>
+
+namespace wren {
+
+namespace {
+
+constexpr std::chrono::seconds kQuiet(1); // without a change before they are stored
+
+} // namespace
+
+SettingsKeeper::SettingsKeeper(Host& host) : host(host)
+{
+    quiet.setSingleShot(true);
+    quiet.setInterval(kQuiet);
+    connect(&quiet, &QTimer::timeout, this, &SettingsKeeper::StoreChange);
+}
+
+void SettingsKeeper::Changed()
+{
+    quiet.start();
+}
+
+bool SettingsKeeper::Store(std::string* error)
+{
+    quiet.stop();
+    return host.SaveSettings(error);
+}
+
+// A plug-in that is asking the user something would only tell its settings after its call, too late for the file.
+void SettingsKeeper::StoreChange()
+{
+    std::string error;
+    if (vetch::PluginCall::Depth() > 0)
+        quiet.start();
+    else if (!Store(&error))
+        emit Failed(QString::fromStdString(error));
+}
+
+} // namespace wren
