@@ -60,10 +60,20 @@ EditorMenus::EditorMenus(Editor& editor) : editor(editor)
 void EditorMenus::BindKeys(const std::vector<std::pair<std::string, std::string>>& keys)
 {
     std::map<std::string, Keys> byCommand;
-    for (const auto& [command, key] : keys)
+    Keys taken;
+    for (const auto& [command, key] : keys) {
+        if (taken.contains(KeyFrom(key)))
+            continue;
+        taken.append(KeyFrom(key));
         byCommand[command].append(KeyFrom(key));
+    }
     for (const auto& [command, action] : commands)
         action->setShortcuts(byCommand[command]);
+    for (const auto& [action, usual] : usualKeys) {
+        Keys left = usual;
+        left.removeIf([&taken](const QKeySequence& key) { return taken.contains(key); });
+        action->setShortcuts(left);
+    }
 }
 
 void EditorMenus::FillFile(QMenu* menu)
@@ -228,6 +238,7 @@ QAction* EditorMenus::Add(QMenu* menu, const QString& text, const char* icon, co
 {
     QAction* action = menu->addAction(IconNamed(icon), text);
     action->setShortcuts(keys);
+    usualKeys.emplace_back(action, keys);
     connect(action, &QAction::triggered, this, run);
     return action;
 }

@@ -1,6 +1,8 @@
 // The menu bar and the tool bar: what can be chosen, and the keys that choose it.
 #pragma once
 
+#include <QKeySequence>
+#include <QList>
 #include <QObject>
 
 #include <map>
@@ -21,7 +23,8 @@ class EditorMenus : public QObject {
 public:
     explicit EditorMenus(Editor& editor); // borrowed; fills its window's bars
 
-    // The commands' keys, in the notation of menus; those of a command that is in a menu are shown there.
+    // The commands' keys, in the notation of menus; those of a command that is in a menu are shown there. A key that two have
+    // runs neither, so it is the first command's; and no longer that of the menus' own items.
     void BindKeys(const std::vector<std::pair<std::string, std::string>>& keys);
 
 private:
@@ -46,6 +49,7 @@ private:
     QMenu* recent = nullptr;
     QAction* pluginItems = nullptr; // the plug-in's are before it
     std::vector<QAction*> shownPluginItems;
+    std::vector<std::pair<QAction*, QList<QKeySequence>>> usualKeys; // of the menus' own items
     std::map<std::string, QAction*> commands; // by the command that they run
     QAction* save = nullptr;
     QAction* revert = nullptr;
