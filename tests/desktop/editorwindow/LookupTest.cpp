@@ -1,0 +1,256 @@
+#include "tests/desktop/editorwindow/EditorStory.h"
+#include "wren/core/Host.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/display/QtDisplay.h"
+#include "wren/desktop/display/WindowPeer.h"
+
+#include <QApplication>
+#include <QTest>
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+namespace {
+
+// Names of a project: one declared and defined, one declared twice, and two that begin alike.
+constexpr const char* kTags = "!_TAG_FILE_SORTED\t1\t/0=unsorted, 1=sorted, 2=foldcase/\n"
+                              "Area\tshapes.c\t2;\"\tf\n"
+                              "Area\tshapes.h\t3;\"\tp\n"
+                              "Many\tother.h\t1;\"\tp\n"
+                              "Many\tshapes.h\t1;\"\tp\n"
+                              "Paint\tshapes.h\t2;\"\tp\n"
+                              "Pair\tshapes.h\t3;\"\tp\n";
+
+class Lookup : public EditorStory {
+protected:
+    Lookup()
+    {
+        home.Write("tags", kTags);
+        home.Write("shapes.h", "int Many(void);\nint Paint(void);\nint Area(void); int Pair(void);\n");
+        home.Write("shapes.c", "\nint Area(void) { return 1; }\n");
+        home.Write("other.h", "int Many(void);\n");
+    }
+    void StartWith(const std::string& text)
+    {
+        Start({home.Write("draw.c", text)});
+        SettleBackground();
+    }
+    // Titles of the plug-in's windows that are to be seen; the list of completions has none.
+    static std::vector<std::string> Windows()
+    {
+        std::vector<std::string> titles;
+        for (const QWidget* widget : QApplication::topLevelWidgets())
+            if (const auto* peer = dynamic_cast<const wren::WindowPeer*>(widget); peer != nullptr && peer->isVisible())
+                titles.push_back(peer->IsPopUp() ? "completions" : peer->windowTitle().toStdString());
+        return titles;
+    }
+    // The tab and the line, from 1, where the user is.
+    std::string Place()
+    {
+        const wren::Document& document = *TheEditor().Current();
+        return CurrentTab() + ":" + std::to_string(document.LineAt(View().Caret()) + 1);
+    }
+    void ExpectCompleted(const char* keys)
+    {
+        StartWith("Pai");
+        Press("End");
+        Press(keys);
+        SettleBackground();
+        ASSERT_THAT(Windows(), ElementsAre("completions")) << keys;
+        Press(keys);
+        EXPECT_EQ(Text(), "Paint") << keys << " chooses what it has listed";
+        EXPECT_THAT(Windows(), IsEmpty()) << keys;
+    }
+};
+
+} // namespace
+
+TEST_F(Lookup, F12GoesToTheDeclarationAndAltLeftComesBack)
+{
+    StartWith("\n\n  Area\n");
+    View().GoTo(5);
+    Press("F12");
+    EXPECT_EQ(Place(), "shapes.h:3");
+    Press("Alt+Left");
+    EXPECT_EQ(Place(), "draw.c:3");
+    EXPECT_EQ(View().Caret(), 5);
+    Press("Alt+Right");
+    EXPECT_EQ(Place(), "shapes.h:3");
+}
+
+TEST_F(Lookup, ControlF12GoesToTheDefinition)
+{
+    StartWith("Area\n");
+    Press("Ctrl+F12");
+    EXPECT_EQ(Place(), "shapes.c:2");
+}
+
+TEST_F(Lookup, BackAndForwardGoThroughAllPlaces)
+{
+    StartWith("Area\n");
+    Press("F12");
+    View().GoTo(20);
+    Press("F12"); // on Paint, which is declared here
+    EXPECT_EQ(Place(), "shapes.h:2");
+    Press("Alt+Left");
+    EXPECT_EQ(View().Caret(), 20);
+    Press("Alt+Left");
+    EXPECT_EQ(Place(), "draw.c:1");
+    Press("Alt+Right");
+    Press("Alt+Right");
+    EXPECT_EQ(Place(), "shapes.h:2");
+}
+
+TEST_F(Lookup, ForwardOpensWhatWasClosed)
+{
+    StartWith("Area\n");
+    Press("F12");
+    Press("Alt+Left");
+    CloseTab(1);
+    EXPECT_THAT(Tabs(), ElementsAre("draw.c"));
+    Press("Alt+Right");
+    EXPECT_EQ(Place(), "shapes.h:3");
+    EXPECT_THAT(Tabs(), ElementsAre("draw.c", "shapes.h"));
+}
+
+TEST_F(Lookup, SeveralMatchesAreListedAndEnterOpensOne)
+{
+    StartWith("Many\n");
+    Press("F12");
+    ASSERT_THAT(Windows(), ElementsAre("Declaration"));
+    Press("Down");
+    Press("Return");
+    EXPECT_EQ(Tabs().size(), 2u);
+    EXPECT_THAT(Windows(), IsEmpty());
+    Press("Alt+Left");
+    EXPECT_EQ(Place(), "draw.c:1");
+}
+
+TEST_F(Lookup, AltClickGoesToTheDeclarationAndControlAltClickToTheDefinition)
+{
+    StartWith("Area\n");
+    ClickText(2, Qt::AltModifier);
+    EXPECT_EQ(Place(), "shapes.h:3");
+    Press("Alt+Left");
+    ClickText(2, Qt::AltModifier | Qt::ControlModifier);
+    EXPECT_EQ(Place(), "shapes.c:2");
+}
+
+TEST_F(Lookup, PlainClicksAndThoseOfTheOtherPairLookNothingUp)
+{
+    StartWith("Area\n");
+    for (const Qt::KeyboardModifiers held :
+         {Qt::KeyboardModifiers(Qt::NoModifier), Qt::KeyboardModifiers(Qt::ShiftModifier),
+          Qt::KeyboardModifiers(Qt::ControlModifier), Qt::ControlModifier | Qt::ShiftModifier}) {
+        ClickText(2, held);
+        EXPECT_THAT(Tabs(), ElementsAre("draw.c")) << static_cast<int>(held);
+    }
+}
+
+TEST_F(Lookup, TheSecondPairOfClicksIsChosenInThePreferences)
+{
+    StartWith("Area\n");
+    InPreferences([](QWidget& dialog) { ChooseIn(dialog, "lookupClick", "Control-click, Control-Shift-click"); });
+    ClickText(2, Qt::ControlModifier);
+    EXPECT_EQ(Place(), "shapes.h:3");
+    Press("Alt+Left");
+    ClickText(2, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(Place(), "shapes.c:2");
+    Press("Alt+Left");
+    ClickText(2, Qt::AltModifier);
+    EXPECT_EQ(CurrentTab(), "draw.c") << "Alt-click is the desktop's then";
+}
+
+TEST_F(Lookup, TheOptionKeyIsTheOneThatThePreferencesName)
+{
+    StartWith("Area\n");
+    InPreferences([](QWidget& dialog) { ChooseIn(dialog, "option", "Super"); });
+    ClickText(2, Qt::AltModifier);
+    EXPECT_THAT(Tabs(), ElementsAre("draw.c"));
+    ClickText(2, Qt::MetaModifier);
+    EXPECT_EQ(Place(), "shapes.h:3");
+}
+
+TEST_F(Lookup, ControlDotCompletesAndChooses)
+{
+    ExpectCompleted("Ctrl+.");
+}
+
+TEST_F(Lookup, ControlSpaceCompletesAndChooses)
+{
+    ExpectCompleted("Ctrl+Space");
+}
+
+TEST_F(Lookup, AKeyFromTheSettingsTakesThePlaceOfTheUsualOne)
+{
+    home.Write(".config/wren/settings", "WrenKeys DeclarationLookup=F3\n");
+    StartWith("Area\n");
+    Press("F12");
+    EXPECT_EQ(CurrentTab(), "draw.c");
+    Press("F3");
+    EXPECT_EQ(Place(), "shapes.h:3");
+}
+
+TEST_F(Lookup, AKeyOfTwoCommandsRunsTheFirst)
+{
+    home.Write(".config/wren/settings", "WrenKeys DeclarationLookup=Alt+L DefinitionLookup=Alt+L\n");
+    StartWith("Area\n");
+    Press("Alt+L");
+    EXPECT_EQ(Place(), "shapes.h:3");
+}
+
+TEST_F(Lookup, AKeyThatAMenuHasIsTheCommandsOnceItIsBound)
+{
+    home.Write(".config/wren/settings", "WrenKeys DeclarationLookup=Ctrl+L\n"); // "Go to Line" had it
+    StartWith("Area\n");
+    Press("Ctrl+L");
+    EXPECT_EQ(Place(), "shapes.h:3");
+}
+
+TEST_F(Lookup, ClosingATextTakesItsCompletionsAway)
+{
+    StartWith("Pai");
+    Press("End");
+    Press("Ctrl+Space");
+    SettleBackground();
+    ASSERT_THAT(Windows(), ElementsAre("completions"));
+    CloseTab(0);
+    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(Tabs(), ElementsAre("untitled"));
+    Type("x");
+    EXPECT_EQ(Text(), "x");
+}
+
+TEST_F(Lookup, ClosingATextTakesItsMatchesAway)
+{
+    StartWith("Many\n");
+    Press("F12");
+    ASSERT_THAT(Windows(), ElementsAre("Declaration"));
+    Press("Ctrl+W");
+    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(Tabs(), ElementsAre("untitled"));
+}
+
+TEST_F(Lookup, TheEditorEndsWithAListOpen)
+{
+    StartWith("Many\n");
+    Press("F12");
+    ASSERT_THAT(Windows(), ElementsAre("Declaration"));
+    EXPECT_TRUE(Quit());
+    EXPECT_THAT(Windows(), IsEmpty());
+}
+
+TEST_F(Lookup, TheEditorEndsWhileNamesLoad)
+{
+    std::string names = "!_TAG_FILE_SORTED\t1\t/0=unsorted, 1=sorted, 2=foldcase/\n";
+    for (int number = 0; number < 200'000; ++number)
+        names += "Name" + std::to_string(1'000'000 + number) + "\tshapes.h\t1;\"\tp\n";
+    home.Write("tags", names);
+    Start({home.Write("draw.c", "")});
+    Type("Na");
+    QTest::keySequence(&View(), QKeySequence("Ctrl+Space")); // loads them
+    hands.AnswerNextAlert("Discard");
+    EXPECT_TRUE(Quit());
+    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_EQ(Content(home / "draw.c"), "");
+}
