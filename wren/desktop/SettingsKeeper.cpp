@@ -9,14 +9,14 @@ namespace wren {
 
 namespace {
 
-constexpr std::chrono::seconds kQuiet(1); // without a change before they are stored
+constexpr std::chrono::seconds kUntilStored(1); // without a change before they are stored
 
 } // namespace
 
 SettingsKeeper::SettingsKeeper(Host& host) : host(host)
 {
     quiet.setSingleShot(true);
-    quiet.setInterval(kQuiet);
+    quiet.setInterval(kUntilStored);
     connect(&quiet, &QTimer::timeout, this, &SettingsKeeper::StoreChange);
 }
 

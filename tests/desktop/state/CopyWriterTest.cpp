@@ -16,14 +16,14 @@ using ::testing::HasSubstr;
 
 namespace {
 
-std::string Content(const std::string& file)
+std::string ContentOf(const std::string& file)
 {
     std::ostringstream content;
     content << std::ifstream(file, std::ios::binary).rdbuf();
     return content.str();
 }
 
-size_t Threads()
+size_t RunningThreads()
 {
     return std::distance(fs::directory_iterator("/proc/self/task"), fs::directory_iterator());
 }
@@ -65,10 +65,10 @@ TEST_F(CopyWriterOnASlowDisk, LetsTheUserGoOnAndPassesOverWhatIsOld)
         writer.Write(file, "", "first");
         writer.Write(file, "", "second");
         writer.Write(file, "", "third");
-        EXPECT_EQ(Content(file), "old") << "nobody has waited";
+        EXPECT_EQ(ContentOf(file), "old") << "nobody has waited";
     }
     writer.Finish();
-    EXPECT_EQ(Content(file), "third");
+    EXPECT_EQ(ContentOf(file), "third");
 }
 
 TEST(CopyWriter, WritesTheHeadAndTheTextAndTheNewestCounts)
@@ -78,7 +78,7 @@ TEST(CopyWriter, WritesTheHeadAndTheTextAndTheNewestCounts)
     for (int number = 0; number < 1000; ++number)
         writer.Write(directory / "a", "head ", std::to_string(number));
     writer.Finish();
-    EXPECT_EQ(Content(directory / "a"), "head 999");
+    EXPECT_EQ(ContentOf(directory / "a"), "head 999");
     EXPECT_EQ(writer.Problem(), "");
 }
 
@@ -95,21 +95,21 @@ TEST(CopyWriter, DoesWhatIsAskedOfOneFileInOrder)
     }
     writer.Finish();
     EXPECT_FALSE(fs::exists(directory / "gone"));
-    EXPECT_EQ(Content(directory / "back"), "49");
+    EXPECT_EQ(ContentOf(directory / "back"), "49");
 }
 
 TEST(CopyWriter, HasNoThreadWhileNothingIsToBeDone)
 {
     const TempDirectory directory;
-    const size_t before = Threads();
+    const size_t before = RunningThreads();
     wren::CopyWriter writer;
-    EXPECT_EQ(Threads(), before);
+    EXPECT_EQ(RunningThreads(), before);
     writer.Write(directory / "a", "", "text");
     writer.Finish();
-    EXPECT_EQ(Threads(), before);
+    EXPECT_EQ(RunningThreads(), before);
     writer.Write(directory / "a", "", "again");
     writer.Finish();
-    EXPECT_EQ(Content(directory / "a"), "again");
+    EXPECT_EQ(ContentOf(directory / "a"), "again");
 }
 
 TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
@@ -121,7 +121,7 @@ TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
             writer.Write(directory / name, "", name);
     }
     for (const char* name : {"a", "b", "c"})
-        EXPECT_EQ(Content(directory / name), name);
+        EXPECT_EQ(ContentOf(directory / name), name);
 }
 
 TEST(CopyWriter, SaysWhyACopyCouldNotBeWrittenUntilOneCould)
