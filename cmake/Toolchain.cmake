@@ -14,14 +14,20 @@ endif()
 if(WREN_UNITY)
     set(CMAKE_UNITY_BUILD ON)
     set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
-    # It takes for a header what is included, and these sources are.
-    add_compile_options(-Wno-subobject-linkage)
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+        # It takes for a header what is included, and these sources are.
+        add_compile_options(-Wno-subobject-linkage)
+    endif()
 endif()
 
 add_compile_options(-Wall -Wextra)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # It warns of overlaps inside its own strings that are not there.
     add_compile_options(-Wno-restrict)
+endif()
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    # It takes a fold of one comparison for one in too many parentheses.
+    add_compile_options(-Wno-parentheses-equality)
 endif()
 if(WREN_WERROR)
     add_compile_options(-Werror)

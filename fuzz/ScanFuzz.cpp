@@ -1,4 +1,5 @@
 // Scans and completes at any place of any text: results lie where they say, and the pattern scanner follows its rules.
+#include "fuzz/Require.h"
 #include "scan/Predicates.h"
 #include "scan/SelectionScanner.h"
 #include "tests/scan/LiteralScan.h"
@@ -6,15 +7,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 namespace {
-
-void Require(bool holds)
-{
-    if (!holds)
-        std::abort();
-}
 
 void ScanPattern(FakeHost& host, bool forCompletion)
 {
@@ -24,23 +18,26 @@ void ScanPattern(FakeHost& host, bool forCompletion)
     std::string pattern;
     const bool found =
         ScanForSuggestionPattern(&host, host.selectionStart, host.selectionEnd, start, end, pattern, forCompletion);
-    Require(found == isExpected && start == expected.start && end == expected.end && pattern == expected.pattern);
-    Require(!found || end - start == static_cast<long>(pattern.length()));
+    Require(found == isExpected && start == expected.start && end == expected.end && pattern == expected.pattern,
+            "the pattern scanner follows its rules");
+    Require(!found || end - start == static_cast<long>(pattern.length()), "a pattern lies where it is said to");
 }
 
 void ScanWords(FakeHost& host)
 {
     std::string word;
     if (ScanForWord(&host, host.selectionStart, host.selectionEnd, word))
-        Require(!word.empty() && std::all_of(word.begin(), word.end(), IsIDCharOrColon));
+        Require(!word.empty() && std::all_of(word.begin(), word.end(), IsIDCharOrColon),
+                "a word is one");
     else
-        Require(word.empty());
+        Require(word.empty(), "no word is found empty");
 
     long caret, start, length;
     if (IsPatternBeforeSelection(&host, caret, start, length))
-        Require(caret == host.selectionEnd && start >= -1 && start + length == caret);
+        Require(caret == host.selectionEnd && start >= -1 && start + length == caret,
+                "a pattern ends at the caret");
     else
-        Require(caret == 0 && start == 0 && length == 0);
+        Require(caret == 0 && start == 0 && length == 0, "no pattern has no place");
 }
 
 } // namespace
