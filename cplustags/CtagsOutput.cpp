@@ -109,14 +109,15 @@ bool HasWord(std::string_view list, std::string_view word)
     return false;
 }
 
-// The scope comes before the fields that only some languages have.
+// The scope comes before the fields that only some languages have. One without a name is what is left of a line that was cut
+// off.
 void ReadField(std::string_view field, RawTag& tag)
 {
     const std::string_view whole = field;
     const std::string_view key = CutField(field, ':');
     if (key == "properties") {
         tag.scopedEnumeration = HasWord(field, "scopedenum");
-    } else if (tag.whole.empty() && FitsInLine(field)) {
+    } else if (tag.whole.empty() && !field.empty() && FitsInLine(field)) {
         tag.scopeKind = key;
         tag.scope = field;
         tag.whole = whole;
