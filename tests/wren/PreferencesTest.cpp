@@ -192,6 +192,14 @@ TEST(Preferences, UseTheFirstGoodLineOfAName)
     EXPECT_THAT(preferences.Lines(), ElementsAre("WrenFontSize 12", "WrenFontSize large", "WrenFontSize 13"));
 }
 
+TEST(Preferences, StoreADefaultThatStandsInFrontOfOtherLines)
+{
+    Preferences preferences;
+    EXPECT_EQ(Problem(&preferences, "WrenFontSize 11"), "");
+    EXPECT_THAT(Problem(&preferences, "WrenFontSize 9"), HasSubstr("earlier line"));
+    EXPECT_THAT(preferences.Lines(), ElementsAre("WrenFontSize 11", "WrenFontSize 9"));
+}
+
 TEST(Preferences, TakeEveryKeyThatTheyStore)
 {
     const char* const kKeys[] = {"A",          "Ctrl+Shift+Alt+Meta+F35", "Meta+Space", "Ctrl+%", "Ctrl+,", ",", "=",

@@ -211,10 +211,13 @@ std::vector<std::string> Preferences::Lines() const
     static const PreferenceValues kDefault;
     std::vector<std::string> lines;
     for (const Form& form : kForms) {
-        if (form.written(values) != form.written(kDefault))
+        const auto kept = damaged.find(form.name);
+        // A default that was stored stays so in front of lines that came too late: else one of them would count next time.
+        const bool standsBefore = kept != damaged.end() && taken.contains(form.name);
+        if (standsBefore || form.written(values) != form.written(kDefault))
             lines.push_back(std::string(form.name) + " " + form.written(values));
-        if (const auto found = damaged.find(form.name); found != damaged.end())
-            lines.insert(lines.end(), found->second.begin(), found->second.end());
+        if (kept != damaged.end())
+            lines.insert(lines.end(), kept->second.begin(), kept->second.end());
     }
     return lines;
 }
