@@ -16,7 +16,7 @@ std::string ProgressText(size_t done, size_t known, double seconds)
 {
     std::string text = std::to_string(done) + " of " + std::to_string(known) + (known == 1 ? " file" : " files");
     if (seconds > 0)
-        text += ", " + std::to_string(std::lround(done / seconds)) + " files/s";
+        text += ", " + std::to_string(std::lround(static_cast<double>(done) / seconds)) + " files/s";
     return text;
 }
 

@@ -200,17 +200,16 @@ long ScreenWatch::Changed() const
 
 void ScreenWatch::Strike(char letter)
 {
+    const auto codes = static_cast<uint8_t>(setup->max_keycode - setup->min_keycode + 1);
     const auto symbols =
-        Answered(xcb_get_keyboard_mapping_reply(connection,
-                                                xcb_get_keyboard_mapping(connection, setup->min_keycode,
-                                                                         setup->max_keycode - setup->min_keycode + 1),
-                                                nullptr),
+        Answered(xcb_get_keyboard_mapping_reply(
+                     connection, xcb_get_keyboard_mapping(connection, setup->min_keycode, codes), nullptr),
                  "its keyboard");
     const xcb_keysym_t* syms = xcb_get_keyboard_mapping_keysyms(symbols.get());
     for (int code = setup->min_keycode; code <= setup->max_keycode; ++code) {
         if (syms[(code - setup->min_keycode) * symbols->keysyms_per_keycode] != static_cast<xcb_keysym_t>(letter))
             continue;
-        for (const uint8_t type : {XCB_KEY_PRESS, XCB_KEY_RELEASE})
+        for (const uint8_t type : {uint8_t{XCB_KEY_PRESS}, uint8_t{XCB_KEY_RELEASE}})
             xcb_test_fake_input(connection, type, static_cast<uint8_t>(code), XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
         xcb_flush(connection);
         return;

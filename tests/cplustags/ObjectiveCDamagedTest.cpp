@@ -170,7 +170,7 @@ TEST(ObjectiveCDamaged, AnythingIsReadThatIsMadeOfItsWords)
     std::mt19937 random(2);
     for (int round = 0; round < 3000; ++round) {
         std::string source;
-        for (unsigned size = random() % 60; size > 0; --size)
+        for (unsigned long size = random() % 60; size > 0; --size)
             source += words[random() % std::size(words)] + std::string(random() % 2, ' ');
         CheckReading(source);
     }

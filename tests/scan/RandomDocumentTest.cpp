@@ -14,7 +14,7 @@ std::string RandomDocument(std::mt19937& random)
     static const char* const kTokens[] = {"a", "b",  "foo", "::", "::", ":",  ":", "<", ">",  "[", "]", "(", ")",
                                           " ", "\"", "'",   ";",  ",",  "->", "{", "}", "\n", "=", ".", "@", "std::"};
     std::string document;
-    for (unsigned tokens = random() % 14; tokens > 0; --tokens)
+    for (unsigned long tokens = random() % 14; tokens > 0; --tokens)
         document += kTokens[random() % std::size(kTokens)];
     return document;
 }

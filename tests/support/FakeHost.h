@@ -76,7 +76,7 @@ public:
     BPoint PointAt(long offset) const override
     {
         ++pointsAsked;
-        return {48 + 7.0f * offset, 96};
+        return {48 + 7.0f * static_cast<float>(offset), 96};
     }
     BRect TextBounds() override { return {0, 0, 700, 600}; }
     BRect ButtonFrame() override { return {8, 4, 24, 20}; }

@@ -434,7 +434,7 @@ TEST_F(CompletionCacheTest, FindsWhatLookingAtEachNameFinds)
     }
     std::string tags;
     for (const std::string& name : names)
-        for (unsigned scope = random() % 40; scope % 4 != 3; ++scope)
+        for (unsigned long scope = random() % 40; scope % 4 != 3; ++scope)
             tags += TagLine(name, "a.cpp", 1, "f", "class:S" + std::to_string(scope));
     for (const std::string& name : names)
         tags += TagLine(name, "a.cpp", 1, "f");

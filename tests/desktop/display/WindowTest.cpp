@@ -143,7 +143,7 @@ TEST_F(Window, WhatTheModelDoesIsNotPostedBack)
     ResultList* window = Show(new ResultList);
     Do(*window, [window] {
         for (int i = 1; i <= 50; ++i)
-            window->MoveTo(i, i);
+            window->MoveTo(static_cast<float>(i), static_cast<float>(i));
     });
     const size_t lines = window->diary.size();
     EXPECT_EQ(lines, 50u);

@@ -47,7 +47,7 @@ TEST(BMessage, CarriesEveryType)
 TEST(BMessage, KeepsSeveralValuesOfANameInTheirOrder)
 {
     BMessage message;
-    for (int8 value : {7, 8, 9})
+    for (const int8 value : {int8{7}, int8{8}, int8{9}})
         message.AddInt8("byte", value);
     for (int32 i : {0, 1, 2}) {
         int8 byte = 0;

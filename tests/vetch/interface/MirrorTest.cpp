@@ -74,6 +74,7 @@ void ExpectSameWindow(const Subject& window, const HeadlessDisplay::WindowState&
 class Mirror : public Desk {
 protected:
     long Number(long below) { return static_cast<long>(random() % static_cast<unsigned long>(below)); }
+    float Length(long below) { return static_cast<float>(Number(below)); }
     std::string Word() { return std::string(Number(4), static_cast<char>('a' + Number(26))); }
 
     void Make()
@@ -125,14 +126,14 @@ protected:
     {
         switch (Number(4)) {
         case 0:
-            return window.MoveTo(Number(500), Number(500));
+            return window.MoveTo(Length(500), Length(500));
         case 1:
-            return window.ResizeTo(Number(500), Number(500));
+            return window.ResizeTo(Length(500), Length(500));
         case 2:
             return window.SetTitle(Word().c_str());
         default:
-            const float least = Number(200);
-            window.SetSizeLimits(least, Number(400), Number(200), Number(400));
+            const float least = Length(200);
+            window.SetSizeLimits(least, Length(400), Length(200), Length(400));
         }
     }
     void ChangePresence(Subject& window)
@@ -164,7 +165,7 @@ protected:
             display.Check(shown.number, 1, Number(2) == 0);
             return;
         case 4:
-            display.ResizeByUser(shown.number, Number(500), Number(500));
+            display.ResizeByUser(shown.number, Length(500), Length(500));
             return;
         default:
             key.AddInt8("byte", keys[Number(4)]);

@@ -47,7 +47,7 @@ public:
             return false;
         Refill(count);
         ResizeTo(list->StringWidth("item 10") + 21, 18 * static_cast<float>(count) + 3);
-        MoveTo(BScreen::MaxWindowFrameWithHint({}).left + count, 40);
+        MoveTo(BScreen::MaxWindowFrameWithHint({}).left + static_cast<float>(count), 40);
         list->MakeFocus();
         Unlock();
         return true;

@@ -287,8 +287,9 @@ BPoint CodeView::BaselineAt(long offset) const
 {
     offset = std::clamp(offset, 0L, text.Length());
     QFont font = look.font;
-    font.setPointSizeF(font.pointSizeF() + text.Send(SCI_GETZOOM));
-    const QPoint corner(text.Send(SCI_POINTXFROMPOSITION, 0, offset), text.Send(SCI_POINTYFROMPOSITION, 0, offset));
+    font.setPointSizeF(font.pointSizeF() + static_cast<qreal>(text.Send(SCI_GETZOOM)));
+    const QPoint corner(static_cast<int>(text.Send(SCI_POINTXFROMPOSITION, 0, offset)),
+                        static_cast<int>(text.Send(SCI_POINTYFROMPOSITION, 0, offset)));
     const QPoint where = viewport()->mapToGlobal(corner + QPoint(0, QFontMetrics(font).ascent()));
     return {static_cast<float>(where.x()), static_cast<float>(where.y())};
 }
