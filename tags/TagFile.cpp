@@ -303,11 +303,13 @@ bool TagFile::FindSource(const char* file, EntryRef& ref)
     std::string source = DeEscaped(file);
     if (source[0] != '/')
         source.insert(0, Directory() + "/");
-    const BEntry entry(source.c_str());
-    if (entry.InitCheck() != B_OK)
+    // As a BEntry does, which would ask the system for the file's status once more for the date.
+    const EntryRef found(source.c_str());
+    struct stat status;
+    if (::lstat(found.Path().c_str(), &status) != 0)
         return false;
-    CheckDate(entry);
-    entry.GetRef(&ref);
+    CheckDate(status);
+    ref = found;
     return true;
 }
 
@@ -320,12 +322,11 @@ std::string TagFile::Directory() const
 // Only a source with next to nothing in it makes a tags file out of date: its tags are all wrong now. A source that is
 // being worked on is newer than its tags most of the time, and most of those are still right; to make them anew at
 // every lookup after every save would keep the machine busy.
-void TagFile::CheckDate(const BEntry& source)
+void TagFile::CheckDate(const struct stat& source)
 {
     constexpr off_t kLargestSize = 9;
-    struct stat status;
-    if (checkDates && !outOfDate && source.GetStat(&status) == B_OK)
-        outOfDate = status.st_size <= kLargestSize && status.st_mtime > TagTime();
+    if (checkDates && !outOfDate)
+        outOfDate = source.st_size <= kLargestSize && source.st_mtime > TagTime();
 }
 
 void TagFile::LoadPathCache(std::vector<char*>& paths)

@@ -10,6 +10,7 @@
 
 class BEntry;
 struct EntryRef;
+struct stat;
 
 // Reads what ctags writes with line numbers as ex-commands ("--excmd=number"); the lines of a file with search patterns
 // are all stepped over.
@@ -61,7 +62,7 @@ public:
 private:
     bool FindSource(const char* file, EntryRef& ref);
     std::string Directory() const;
-    void CheckDate(const BEntry& source);
+    void CheckDate(const struct stat& source);
 
     BPath path;
     std::string namePattern;

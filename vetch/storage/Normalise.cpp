@@ -17,6 +17,17 @@ std::string Absolute(const std::string& path)
     return failure ? "" : here.string() + "/" + path;
 }
 
+// Whether nothing in the path needs a closer look, as in nearly all. Names that begin with a dot get one.
+bool IsPlain(const std::string& path)
+{
+    if (path.length() < 2 || path.front() != '/' || path.back() == '/')
+        return false;
+    for (size_t slash = 0; slash != std::string::npos; slash = path.find('/', slash + 1))
+        if (path[slash + 1] == '/' || path[slash + 1] == '.')
+            return false;
+    return true;
+}
+
 std::string Joined(const std::vector<std::string>& parts)
 {
     std::string path;
@@ -29,6 +40,8 @@ std::string Joined(const std::vector<std::string>& parts)
 
 std::string NormalisedPath(const std::string& path)
 {
+    if (IsPlain(path))
+        return path;
     const std::string absolute = Absolute(path);
     if (absolute.empty())
         return "";

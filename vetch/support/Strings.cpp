@@ -126,6 +126,8 @@ std::string EscapedPath(const std::string& path)
 
 std::string DeEscaped(const std::string& text)
 {
+    if (text.find('\\') == std::string::npos && text.find(kEscapedLineBreak) == std::string::npos)
+        return text;
     std::string plain;
     for (size_t i = 0; i < text.size(); ++i) {
         if (text.compare(i, 3, kEscapedLineBreak) == 0) {
