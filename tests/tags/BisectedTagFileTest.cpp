@@ -2,10 +2,7 @@
 // reading them from their beginnings finds.
 
 #include "tags/Bisection.h"
-#include "tags/KnownFiles.h"
-#include "tags/LineReader.h"
-#include "tags/NameOrder.h"
-#include "tags/TagLines.h"
+#include "tests/tags/LearnedOrder.h"
 #include "tests/tags/LiteralTagFile.h"
 #include "tests/tags/Sequence.h"
 
@@ -16,37 +13,6 @@
 using namespace std::string_literals;
 
 namespace {
-
-FileIdentity IdentityOf(const std::string& path)
-{
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    const FileIdentity identity = FileIdentity::Of(file).value();
-    ::close(file);
-    return identity;
-}
-
-// As a whole pass finds it.
-FileOrder LearnedOrder(const std::string& path)
-{
-    LineReader reader;
-    reader.Open(path.c_str());
-    NameOrder order;
-    for (std::string_view line; reader.Next(line);)
-        order.Add(reader.Previous(), line);
-    reader.Close();
-    return {order.InOrder(), order.HeadSize()};
-}
-
-// Tells the process what a file is like, however small it is.
-void MakeKnown(const std::string& path)
-{
-    KnownFiles::Instance().Remember(IdentityOf(path), LearnedOrder(path));
-}
-
-void MakeUnknown(const std::string& path)
-{
-    KnownFiles::Instance().Forget(IdentityOf(path));
-}
 
 const std::string kStarts[] = {"a",          "b",          "get",       "set",      "std",       "~",
                                "operator",   "operator <", "init",      "initWith", "operator<", "operator<<",
