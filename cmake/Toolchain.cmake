@@ -16,7 +16,7 @@ if(WREN_UNITY)
     set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         # It takes for a header what is included, and these sources are.
-        add_compile_options(-Wno-subobject-linkage)
+        add_compile_options(-Wno-subobject-linkage -Wconversion)
     endif()
 endif()
 
