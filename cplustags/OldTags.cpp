@@ -193,7 +193,8 @@ private:
             return true;
         const auto fields = AfterAddressOfLine(line);
         const size_t end = line.rfind('\t', kLongestLine - 1);
-        if (!fields || line.data() + end <= fields->data() + kExtensionSign.length())
+        if (!fields || end == std::string_view::npos ||
+            line.data() + end <= fields->data() + kExtensionSign.length())
             return false;
         shortened.assign(line.substr(0, end)) += '\n';
         line = shortened;

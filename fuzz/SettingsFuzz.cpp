@@ -107,7 +107,7 @@ void TryPluginSettings(const Lines& lines)
 {
     Some first, second;
     for (const std::string& line : lines)
-        Take(first, line);
+        Take(first, line.c_str()); // words are handed to the plug-in as C strings, which a NUL ends
     for (const std::string& line : Saved(first))
         Take(second, line);
     for (const char* name : {"On", "Off", "Text", "Path"}) {
