@@ -25,7 +25,7 @@ namespace {
 using wren::Document;
 using wren::Json;
 
-constexpr size_t kMostLines = 40;
+constexpr size_t kMostLines = 20;
 
 const char kTags[] = "Outer\ta.h\t1;\"\tc\n"
                      "inner\ta.h\t2;\"\tm\tclass:Outer\n"
