@@ -19,6 +19,8 @@ struct WidgetClass {
     bool container = false;
 };
 
+constexpr int kDeepest = 100; // widgets within widgets: far more than anybody lays out, far less than a stack holds
+
 using Kind = ViewDescription::Kind;
 
 const WidgetClass kClasses[] = {
@@ -106,8 +108,12 @@ bool InterfaceFileReader::Load()
 
 void InterfaceFileReader::ReadChildren(const pugi::xml_node& widget, BPoint origin)
 {
+    if (depth == kDeepest)
+        return Complain(widget, "widgets within more than " + std::to_string(kDeepest) + " others");
+    ++depth;
     for (const pugi::xml_node& child : widget.children("widget"))
         ReadWidget(child, origin);
+    --depth;
     if (const pugi::xml_node layout = widget.child("layout"))
         Complain(layout, "a layout: only absolute geometry is understood");
 }

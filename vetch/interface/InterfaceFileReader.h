@@ -35,6 +35,7 @@ private:
     pugi::xml_document document;
     NibPart part;
     std::map<long, long> lineOfItem;
+    int depth = 0; // of the containers that are being read
     bool sound = true;
 };
 

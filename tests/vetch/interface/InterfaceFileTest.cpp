@@ -5,6 +5,7 @@
 #include "vetch/interface/BTextControl.h"
 #include "vetch/storage/Bundle.h"
 
+#include <gmock/gmock.h>
 #include <map>
 
 namespace {
@@ -86,6 +87,28 @@ TEST_F(InterfaceFile, WhatIsWrongIsReportedWithItsLine)
         for (const std::string& problem : c.problems)
             expected.push_back(kData + c.file + ":" + problem);
         EXPECT_EQ(problems, expected);
+    }
+}
+
+// However a file came about, it must not use up the stack.
+TEST_F(InterfaceFile, WidgetsMayBeWithinOthersButNotWithoutEnd)
+{
+    const TempDirectory files;
+    const auto read = [&files](size_t depth) {
+        const std::string geometry = "<property name=\"geometry\"><rect/></property>";
+        std::string text = "<ui><widget class=\"QWidget\" name=\"part\">" + geometry;
+        for (size_t i = 0; i < depth; ++i)
+            text += "<widget class=\"QFrame\">" + geometry;
+        for (size_t i = 0; i < depth; ++i)
+            text += "</widget>";
+        return vetch::ReadInterfaceFile(files.Write("deep.ui", text + "</widget></ui>"), "part").has_value();
+    };
+    EXPECT_TRUE(read(99));
+    EXPECT_TRUE(problems.empty());
+    for (const size_t depth : {100u, 100'000u}) {
+        EXPECT_FALSE(read(depth));
+        EXPECT_THAT(problems, testing::ElementsAre(testing::HasSubstr(":1: widgets within more than 100 others")));
+        problems.clear();
     }
 }
 
