@@ -17,7 +17,7 @@ constexpr long kLongestText = 6000;
 constexpr long kKeysOfLookup = 10;
 
 const char* const kCommands[] = {"DeclarationLookup", "DefinitionLookup", "SymbolLookup", "SymbolLookupDialog"};
-const char* const kKeys[] = {"enter", "tab", "escape", "backspace", "delete", "left", "right", "up", "down"};
+const char* const kNamedKeys[] = {"enter", "tab", "escape", "backspace", "delete", "left", "right", "up", "down"};
 const uint32 kClicks[] = {B_OPTION_KEY, B_OPTION_KEY | B_CONTROL_KEY};
 const char* const kSettings[] = {
     "DeclAutoComplete on",
@@ -45,7 +45,7 @@ void LoadUser::Step()
         GoToEnd();
     TypePhrase(workspace.MakePhrase());
     for (size_t key = Pick(random, 3); key > 0; --key)
-        Press(kKeys[Pick(random, std::size(kKeys))], Once(random, 4) ? uint32{B_SHIFT_KEY} : 0);
+        Press(kNamedKeys[Pick(random, std::size(kNamedKeys))], Once(random, 4) ? uint32{B_SHIFT_KEY} : 0);
     while (lookups * kKeysOfLookup < keys)
         LookUp();
     if (Once(random, 5))

@@ -19,7 +19,7 @@
 
 namespace {
 
-constexpr long kKeys = 1'000'000;
+constexpr long kAllKeys = 1'000'000;
 constexpr long kRests = 10;
 
 // Half a byte a key: blocks that threads keep for themselves come and go, and one window that stays at each lookup is more.
@@ -71,7 +71,7 @@ bool HasGrown(const Remains& before, const Remains& after)
 
 int main(int count, char** words)
 {
-    const long keys = count > 1 ? std::atol(words[1]) : kKeys;
+    const long keys = count > 1 ? std::atol(words[1]) : kAllKeys;
     const unsigned long seed = count > 2 ? std::strtoul(words[2], nullptr, 10) : std::random_device()();
     if (keys <= 0) {
         std::fputs("usage: load_run [KEYS [SEED]]\n", stderr);
