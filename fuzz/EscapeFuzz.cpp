@@ -6,6 +6,7 @@
 #include "vetch/support/Strings.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
 #include <cstring>
 #include <fcntl.h>
@@ -64,8 +65,11 @@ private:
         pid_t process = 0;
         const int problem = ::posix_spawn(&process, "/bin/sh", &actions, nullptr, arguments.data(), environment);
         posix_spawn_file_actions_destroy(&actions);
+        Require(problem == 0, "the shell can be started");
         int status = 0;
-        Require(problem == 0 && ::waitpid(process, &status, 0) == process && WIFEXITED(status), "the shell runs");
+        while (::waitpid(process, &status, 0) < 0)
+            Require(errno == EINTR, "the shell can be waited for"); // the fuzzing library has an alarm set
+        Require(WIFEXITED(status), "the shell ends by itself");
         Require(FileCount() == kFiles, "the shell makes and removes no file");
         return ReadFile(output);
     }
