@@ -138,6 +138,12 @@ bool IsUsable(std::string_view name)
            !IsAnonymous(name);
 }
 
+// Another character, such as a carriage return where a line was cut off, would make the tag's own line unreadable.
+bool IsKind(std::string_view text)
+{
+    return text.length() == 1 && std::isalpha(static_cast<unsigned char>(text.front())) != 0;
+}
+
 std::optional<RawTag> ReadLine(std::string_view line, Tags& keeper)
 {
     RawTag tag;
@@ -145,7 +151,7 @@ std::optional<RawTag> ReadLine(std::string_view line, Tags& keeper)
     CutField(line); // the file
     const bool hasNumber = ReadLineNumber(CutField(line), tag.line);
     const std::string_view kind = CutField(line);
-    if (!hasNumber || kind.length() != 1 || !IsUsable(tag.name))
+    if (!hasNumber || !IsKind(kind) || !IsUsable(tag.name))
         return std::nullopt;
     tag.kind = kind.front();
     while (!line.empty())

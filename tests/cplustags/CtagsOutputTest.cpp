@@ -54,6 +54,7 @@ const Case kCases[] = {
     {"no scope", "f\ta.c\t3;\"\tf\n", {"f 3 f"}},
     {"a scope that lookups know", "f\ta.c\t3;\"\tf\tclass:A::B\n", {"f 3 f class:A::B"}},
     {"one that they do not know", "l\ta.c\t3;\"\ts\tfunction:main\n", {"l 3 s"}},
+    {"a kind that is no letter", "f\ta.c\t3;\"\t\r\ng\ta.c\t4;\"\tf\n", {"g 4 f"}},
     {"a scope that was cut off", "f\ta.c\t3;\"\tf\tclass", {"f 3 f"}},
     {"one that was cut off in front of its name", "f\ta.c\t3;\"\tf\tclass:", {"f 3 f"}},
     {"properties are not for them", "f\ta.c\t3;\"\tf\tclass:A\tproperties:const,inline\n", {"f 3 f class:A"}},
