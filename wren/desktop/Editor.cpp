@@ -29,6 +29,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
 #include <QStatusBar>
@@ -175,7 +176,7 @@ void Editor::Show(const std::vector<Place>& wanted)
     for (const QString& problem : std::exchange(problems, {}))
         window->Notices().Tell(problem);
     for (const Place& place : wanted)
-        Open(place.file, place.line, place.column);
+        OpenOrNew(place);
     if (restoresSession && preferences.Values().restoresSession && wanted.empty())
         session->Restore();
     session->OfferRecovery();
@@ -210,6 +211,32 @@ bool Editor::Open(const std::string& path, long line, long column)
         if (column > 1)
             view->GoTo(std::min(view->Caret() + column - 1, document->LineEnd(line - 1)));
     }
+    emit DocumentsChanged();
+    return true;
+}
+
+void Editor::OpenOrNew(const Place& place)
+{
+    const QFileInfo file(QString::fromStdString(AbsolutePath(place.file)));
+    // A link to nowhere is not there either, but its name is taken.
+    if (file.exists() || file.isSymLink() || !file.dir().exists())
+        Open(place.file, place.line, place.column);
+    else
+        OpenNew(file.filePath().toStdString());
+}
+
+bool Editor::OpenNew(const std::string& path)
+{
+    std::string error;
+    Document* document = host->AllDocuments().FindByPath(path);
+    if (document == nullptr)
+        document = Adopt(host->Open(path, "", false, &error));
+    if (document == nullptr) {
+        QMessageBox::critical(window.get(), tr("Wren"), QString::fromStdString(error));
+        return false;
+    }
+    window->Tabs().Raise(document->Id());
+    window->statusBar()->showMessage(tr("%1 is a new file: saving makes it").arg(QString::fromStdString(path)), 8000);
     emit DocumentsChanged();
     return true;
 }

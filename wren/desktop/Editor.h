@@ -48,11 +48,12 @@ public:
     explicit Editor(const DesktopOptions& options);
     ~Editor() override;
 
-    // The window, with the files named; without any, with what was open last time. Then what a crash has left is offered.
+    // The window, with the files named, those that do not exist as new ones; without any, with what was open last time. Then what a crash has left is offered.
     void Show(const std::vector<Place>& wanted);
 
     // Lines and columns from 1, columns in bytes; 0 for none. False when the file could not be read, which was told.
     bool Open(const std::string& path, long line = 0, long column = 0);
+    bool OpenNew(const std::string& path); // no file yet: it is made when the text is saved
     bool OpenUnsaved(const std::string& path, const std::string& text); // as an edit of what the file holds now
     void New();
     bool Close(long document); // false when the user wants to keep it
@@ -98,6 +99,7 @@ private:
     void Connect();
     void ApplyPreferences();
     void BindKeys();
+    void OpenOrNew(const Place& place);
     void OpenMatch(const std::string& path, long line);
     VisitedPlace Here();
     void GoTo(const std::optional<VisitedPlace>& place);

@@ -91,10 +91,15 @@ void FileKeeper::Revert(Document& document)
 
 bool FileKeeper::MayGo(Document& document)
 {
-    if (!IsModified(document) || (HasItsOwnPlace(document) && Write(document, document.Path())))
+    const bool isModified = IsModified(document);
+    if (!isModified && !IsGone(document))
+        return true;
+    if (isModified && HasItsOwnPlace(document) && Write(document, document.Path()))
         return true;
     tabs.Raise(document.Id());
-    switch (QMessageBox::question(&window, tr("Wren"), tr("Save the changes of %1?").arg(NameOf(document)),
+    const QString question =
+        isModified ? tr("Save the changes of %1?") : tr("%1 is no longer there. Save its text, which is only here now?");
+    switch (QMessageBox::question(&window, tr("Wren"), question.arg(NameOf(document)),
                                   QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
     case QMessageBox::Save:
         return Save(document);
@@ -109,6 +114,12 @@ bool FileKeeper::IsModified(const Document& document) const
 {
     const CodeView* view = ViewOf(document);
     return view != nullptr && view->IsModified();
+}
+
+bool FileKeeper::IsGone(const Document& document) const
+{
+    const auto known = stamps.find(document.Id());
+    return known != stamps.end() && known->second.exists && !StampOf(document.Path()).exists;
 }
 
 bool FileKeeper::Write(Document& document, const std::string& path)

@@ -36,7 +36,7 @@ public:
 
     void Revert(Document& document); // takes the file's text, after a question when there are unsaved changes
 
-    // Asks about unsaved changes; false when the document is to stay. The Worksheet is saved, and asked about only where it
+    // Asks about unsaved changes, and about a text whose file is gone; false when the document is to stay. The Worksheet is saved, and asked about only where it
     // could not be.
     bool MayGo(Document& document);
 
@@ -46,6 +46,7 @@ signals:
     void Saved(long document); // its name may be another one now
 
 private:
+    bool IsGone(const Document& document) const; // there was a file of it
     bool Write(Document& document, const std::string& path);
     bool MayOverwrite(const Document& document);
     bool Reload(Document& document);

@@ -174,3 +174,17 @@ TEST_F(ChangedOnDisk, AFileThatCannotBeReadAnyMoreKeepsItsTextAndSaysWhy)
     EXPECT_THAT(hands.TakeHeard(), ElementsAre(AllOf(HasSubstr(file), HasSubstr("Is a directory"))));
     EXPECT_EQ(Text(), "old\n");
 }
+
+TEST_F(ChangedOnDisk, AFileThatIsGoneDoesNotTakeItsTextAlong)
+{
+    StartWith("old\n");
+    fs::remove(file);
+    UntilTold("is no longer there");
+    hands.AnswerNextAlert("Cancel");
+    CloseTab(0);
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr("a.c is no longer there. Save its text")));
+    EXPECT_EQ(Text(), "old\n");
+    hands.AnswerNextAlert("Save");
+    EXPECT_TRUE(Quit());
+    EXPECT_EQ(Content(file), "old\n");
+}

@@ -7,6 +7,7 @@ namespace fs = std::filesystem;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+using ::testing::IsEmpty;
 
 namespace {
 
@@ -120,4 +121,42 @@ TEST_F(OddFiles, ANewLineIsEndedAsTheOthersAre)
         EXPECT_EQ(Content(file), text.bytes + "two" + text.bytes.substr(3)) << text.why;
         Press("Ctrl+W");
     }
+}
+
+TEST_F(OddFiles, OneThatIsNotThereYetIsMadeBySaving)
+{
+    Start({home / "new.c"});
+    EXPECT_EQ(CurrentTab(), "new.c");
+    EXPECT_THAT(Status(), HasSubstr("new.c is a new file"));
+    EXPECT_FALSE(fs::exists(home / "new.c"));
+    Type("int a;");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(home / "new.c"), "int a;");
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+}
+
+TEST_F(OddFiles, OneThatIsNotThereYetAndStaysEmptyIsNotAskedAbout)
+{
+    Start({home / "new.c"});
+    EXPECT_TRUE(Quit());
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+    EXPECT_FALSE(fs::exists(home / "new.c"));
+}
+
+TEST_F(OddFiles, OneThatAnotherProgramMadeMeanwhileIsNotOverwritten)
+{
+    Start({home / "new.c"});
+    Type("mine");
+    home.Write("new.c", "theirs");
+    hands.AnswerNextAlert("No");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(home / "new.c"), "theirs");
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr("Write over it?")));
+    hands.AnswerNextAlert("Discard");
+    EXPECT_TRUE(Quit());
+}
+
+TEST_F(OddFiles, OneInADirectoryThatIsNotThereIsNotOpened)
+{
+    ExpectRefused(home / "nowhere/new.c", "No such file or directory");
 }
