@@ -17,6 +17,13 @@
 #include <sys/stat.h>
 #include <vector>
 
+// What one process learns of a file is no other test's, whose file may well be in the same place of the disk later.
+inline const struct OwnCache {
+    OwnCache() { ::setenv("XDG_CACHE_HOME", directory.Path().c_str(), 1); }
+
+    TempDirectory directory;
+} kOwnCache;
+
 // A line as ctags writes it; 'scope' as "class:Bar".
 inline std::string TagLine(const std::string& name, const std::string& file, int line, const std::string& kind,
                            const std::string& scope = "")
