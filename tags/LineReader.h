@@ -1,6 +1,7 @@
 // The lines of a file, one after the other.
 #pragma once
 
+#include <cstddef>
 #include <cstring>
 #include <memory>
 #include <string_view>
@@ -23,12 +24,30 @@ public:
     // The next piece; valid until the next call. False at the end, from then on, and when closed.
     bool Next(std::string_view& line)
     {
-        const size_t rest = static_cast<size_t>(end - next);
-        const void* lineEnd = std::memchr(next, '\n', rest < kPieceSize ? rest : kPieceSize);
-        if (lineEnd == nullptr && rest < kPieceSize)
+        const char* const behind = BehindLine(next);
+        if (behind == nullptr && end - next < static_cast<ptrdiff_t>(kPieceSize))
             return NextBehindBlock(line);
-        line = Take(lineEnd != nullptr ? static_cast<const char*>(lineEnd) + 1 : next + kPieceSize);
+        line = Take(behind != nullptr ? behind : next + kPieceSize);
         return true;
+    }
+
+    // Passes over lines as long as 'passes' says so of the line before and the next one, both of them whole pieces that end
+    // with a line break; ends at the latest where the file is read on. What comes next is for Next().
+    template <class Passes>
+    void PassOver(Passes passes)
+    {
+        if (next == current || next[-1] != '\n')
+            return;
+        const char* before = current;
+        const char* line = next;
+        while (const char* const behind = BehindLine(line)) {
+            if (!passes(std::string_view(before, line), std::string_view(line, behind)))
+                break;
+            before = line;
+            line = behind;
+        }
+        previous = current = before;
+        next = line;
     }
 
     // What the call before gave, for as long as the present piece is valid; empty for the first piece, and for the first
@@ -41,6 +60,13 @@ public:
     void GoToEnd();          // as after the last piece
 
 private:
+    // Null when the block has no line break for a piece that begins there.
+    const char* BehindLine(const char* start) const
+    {
+        const size_t rest = static_cast<size_t>(end - start);
+        const void* const lineEnd = std::memchr(start, '\n', rest < kPieceSize ? rest : kPieceSize);
+        return lineEnd != nullptr ? static_cast<const char*>(lineEnd) + 1 : nullptr;
+    }
     std::string_view Take(const char* pieceEnd)
     {
         previous = current;

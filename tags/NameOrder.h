@@ -1,10 +1,9 @@
 // Finds out whether the names in a tags file are in the order of their bytes, while its lines are read.
 #pragma once
 
+#include "tags/FirstStop.h"
+
 #include <algorithm>
-#include <bit>
-#include <cstdint>
-#include <cstring>
 #include <string_view>
 #include <sys/types.h>
 
@@ -31,8 +30,14 @@ public:
     {
         if (inHead || !inOrder)
             AddOddLine(previous, line);
-        else if (!IsPlainlyBehind(previous, line) || previous.back() != '\n')
+        else if (!ShowOrder(previous, line) || previous.back() != '\n')
             AddInBody(previous, line);
+    }
+
+    // Whether nothing would come of Add() for these, which are whole lines: for nearly all of them in a file that is in order.
+    bool GoesWithoutSaying(std::string_view previous, std::string_view line) const
+    {
+        return !inHead && (!inOrder || ShowOrder(previous, line));
     }
 
     bool InOrder() const { return inOrder; }
@@ -54,39 +59,22 @@ private:
     }
     static bool IsWhole(std::string_view previous) { return previous.empty() || previous.ends_with('\n'); }
 
-    // Whether one glance tells that the second line's name is not before the first one's: nearly all lines of a sorted
-    // file. It is so where the first byte that differs is larger, and is no tab or line break: these end a name, and so
-    // put it in front of one that goes on with any byte at all.
-    static bool IsPlainlyBehind(std::string_view previous, std::string_view line)
+    // Whether a few glances tell that the second line's name is not before the first one's: nearly always in a sorted file.
+    // It is so when the first name ends before anything differs, and when the first byte that differs is larger, and is no
+    // tab or line break: these end a name, and so put it in front of one that goes on with any byte at all.
+    static bool ShowOrder(std::string_view previous, std::string_view line)
     {
         const size_t length = std::min(previous.length(), line.length());
-        const size_t place = FirstDifference(previous.data(), line.data(), length);
-        if (place == length)
-            return false;
-        const auto before = static_cast<unsigned char>(previous[place]);
-        const auto behind = static_cast<unsigned char>(line[place]);
-        return before < behind && behind > '\n';
-    }
-    static size_t FirstDifference(const char* a, const char* b, size_t length)
-    {
-        size_t place = 0;
-        for (; place + sizeof(uint64_t) <= length; place += sizeof(uint64_t))
-            if (const uint64_t difference = Word(a + place) ^ Word(b + place); difference != 0)
-                return place + FirstByte(difference);
-        while (place < length && a[place] == b[place])
-            ++place;
-        return place;
-    }
-    static uint64_t Word(const char* text)
-    {
-        uint64_t word;
-        std::memcpy(&word, text, sizeof word);
-        return word;
-    }
-    static size_t FirstByte(uint64_t word)
-    {
-        constexpr bool kLowFirst = std::endian::native == std::endian::little;
-        return static_cast<size_t>(kLowFirst ? std::countr_zero(word) : std::countl_zero(word)) / 8;
+        for (size_t seen = 0; seen + kGlance <= length; seen += kGlance) {
+            const size_t stop = FirstStop(previous.data() + seen, line.data() + seen);
+            if (stop == kGlance)
+                continue;
+            const auto before = static_cast<unsigned char>(previous[seen + stop]);
+            const auto behind = static_cast<unsigned char>(line[seen + stop]);
+            const bool ends = (before == '\t') | (before == '\n');
+            return ends | ((before < behind) & (behind > '\n'));
+        }
+        return false;
     }
 
     bool inOrder = true;

@@ -252,10 +252,13 @@ bool TagFile::NextMatch(std::string& name, std::string& qualifier, char& kind, E
         if (!MayMatch(startOfMatches, whole, match)) {
             if (stopAtMismatch)
                 return false;
-            if (!skips || whole < startOfMatches)
-                continue;
-            lines.GoToEnd(); // as if it had been read to the end
-            return false;
+            if (skips && whole >= startOfMatches) {
+                lines.GoToEnd(); // as if it had been read to the end
+                return false;
+            }
+            if (!skips)
+                lines.PassOver([&](std::string_view line) { return MayMatch(startOfMatches, line, match); });
+            continue;
         }
         Fields fields(Copy(whole, text));
         const char* tagName = fields.Name();

@@ -30,6 +30,15 @@ public:
         return true;
     }
 
+    // Passes over lines that are not wanted, as many as it takes no closer look to pass over.
+    template <class IsWanted>
+    void PassOver(IsWanted isWanted)
+    {
+        reader.PassOver([&](std::string_view previous, std::string_view line) {
+            return !isWanted(line) && (!learns || order.GoesWithoutSaying(previous, line));
+        });
+    }
+
     // Passes over lines whose names do not begin with 'start', at most all in front of the first that does. True when it
     // is known that behind a name that sorts after 'start', and does not begin with it, no line does any more. Any call
     // after the first has to be for the same start, until the file is opened again.

@@ -98,6 +98,42 @@ TEST(LineReader, CutsAtPiecesAndBlocksAlike)
     }
 }
 
+TEST(LineReader, PassesOverWholeLines)
+{
+    const TempDirectory directory;
+    Sequence sequence;
+    size_t passed = 0;
+    for (int round = 0; round < 100; ++round) {
+        const std::string path = directory.Write("text", RandomText(sequence, 100'000, static_cast<size_t>(round)));
+        const Pieces pieces = PiecesOf(path);
+        LineReader reader;
+        ASSERT_TRUE(reader.Open(path.c_str()));
+        size_t number = 0;
+        off_t offset = 0;
+        for (std::string_view piece; reader.Next(piece); ++number) {
+            ASSERT_EQ(piece, pieces[number]);
+            ASSERT_EQ(reader.Previous(), number == 0 ? "" : pieces[number - 1]);
+            offset += static_cast<off_t>(piece.length());
+            reader.PassOver([&](std::string_view previous, std::string_view line) {
+                EXPECT_EQ(previous, pieces[number]);
+                EXPECT_EQ(line, pieces[number + 1]);
+                EXPECT_TRUE(previous.ends_with('\n') && line.ends_with('\n'));
+                if (sequence.Below(10) == 0)
+                    return false;
+                ++number;
+                ++passed;
+                offset += static_cast<off_t>(line.length());
+                return true;
+            });
+            ASSERT_EQ(reader.Offset(), offset);
+        }
+        ASSERT_EQ(number, pieces.size());
+        reader.PassOver([](std::string_view, std::string_view) { return true; });
+        reader.Close();
+    }
+    EXPECT_GT(passed, 10'000u);
+}
+
 TEST(LineReader, GoesToAnyLine)
 {
     const TempDirectory directory;

@@ -1,22 +1,35 @@
 #include "tags/NameOrder.h"
 
+#include "tags/FirstStop.h"
 #include "tests/tags/Sequence.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace std::string_literals;
 
 namespace {
 
+using FileOrderSeen = std::pair<bool, off_t>;
+
+FileOrderSeen Seen(const NameOrder& order)
+{
+    return {order.InOrder(), order.HeadSize()};
+}
+
 NameOrder OrderIn(const std::vector<std::string>& pieces)
 {
     NameOrder order;
     std::string previous;
     for (const std::string& piece : pieces) {
+        const bool goesWithoutSaying =
+            previous.ends_with('\n') && piece.ends_with('\n') && order.GoesWithoutSaying(previous, piece);
+        const FileOrderSeen before = Seen(order);
         order.Add(previous, piece);
+        EXPECT_TRUE(!goesWithoutSaying || Seen(order) == before);
         previous = piece;
     }
     return order;
@@ -77,6 +90,12 @@ TEST(NameOrder, TellsFilesThatAreInOrderFromThoseThatAreNot)
         {"NUL bytes are bytes", {"a\0a\tx\n"s, "a\0b\tx\n"s, "aa\tx\n"}, true},
         {"NUL bytes out of order", {"a\0b\tx\n"s, "a\0a\tx\n"s}, false},
         {"a carriage return is a byte", {"a\r\n", "a!\r\n"}, true},
+        {"a long line with a long name", {std::string(40, 'a') + "b\tx\n", std::string(40, 'a') + "c\tx\n"}, true},
+        {"out of order behind many bytes", {std::string(40, 'a') + "c\tx\n", std::string(40, 'a') + "b\tx\n"}, false},
+        {"long lines with one name", {"a\t" + std::string(40, 'b') + "\n", "a\t" + std::string(40, 'a') + "\n"}, true},
+        {"a long line that begins with a tab",
+         {std::string(40, '\1') + "\n", "\t" + std::string(40, 'a') + "\n"},
+         false},
         {"once out of order, always", {"b\tx\n", "a\tx\n", "c\tx\n"}, false},
     };
     for (const auto& c : kCases) {
@@ -111,4 +130,25 @@ TEST(NameOrder, FindsWhatAComparisonOfEachByteFinds)
     }
     EXPECT_GT(inOrder, kRounds / 10u);
     EXPECT_LT(inOrder, kRounds * 9u / 10);
+}
+
+TEST(FirstStop, IsTheSameOfAllBytesAtOnceAsOfOneAfterTheOther)
+{
+    Sequence sequence;
+    size_t stops[kGlance + 1] = {};
+    for (int round = 0; round < 200'000; ++round) {
+        char previous[kGlance];
+        for (char& byte : previous)
+            byte = sequence.Below(60) == 0   ? '\t'
+                   : sequence.Below(60) == 0 ? '\n'
+                                             : static_cast<char>(sequence.Below(256));
+        char line[kGlance];
+        for (size_t i = 0; i < kGlance; ++i)
+            line[i] = sequence.Below(40) == 0 ? static_cast<char>(sequence.Below(256)) : previous[i];
+        const size_t stop = FirstStop(previous, line);
+        ASSERT_EQ(stop, FirstStopByBytes(previous, line));
+        ++stops[stop];
+    }
+    for (const size_t count : stops)
+        EXPECT_GT(count, 100u) << "each place came up";
 }
