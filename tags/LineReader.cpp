@@ -1,8 +1,9 @@
 #include "tags/LineReader.h"
 
+#include "vetch/storage/PlainFile.h"
+
 #include <algorithm>
 #include <cerrno>
-#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -16,14 +17,16 @@ constexpr size_t kKept = 2 * LineReader::kPieceSize; // the most that is kept of
 
 bool LineReader::Open(const char* path)
 {
-    descriptor = ::open(path, O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0)
+    descriptor = vetch::OpenPlainFile(path);
+    const bool isNoFile = descriptor < 0 && (errno == EISDIR || errno == ENXIO);
+    if (descriptor < 0 && !isNoFile)
         return false;
     // Not zeroed: what is not read into is never touched, and takes no memory.
     if (block == nullptr)
         block.reset(new char[kKept + kLargestBlock]);
     blockEnd = 0;
     Empty();
+    atEnd = isNoFile;
     return true;
 }
 
@@ -56,7 +59,7 @@ void LineReader::Empty()
     atEnd = false;
 }
 
-// A pipe gives what it has, and is asked for more only when that is no line.
+// Asks for no more than it takes to have a line: a file on a slow disk gives its first lines early.
 bool LineReader::NextBehindBlock(std::string_view& line)
 {
     const void* lineEnd = nullptr;

@@ -16,10 +16,11 @@ class LineReader {
 public:
     static constexpr size_t kPieceSize = 1023;
 
-    // At the file's beginning. False when it cannot be opened.
+    // At the file's beginning. False when it cannot be opened. A directory, pipe or device has no lines, and is not waited
+    // for.
     bool Open(const char* path);
     void Close();
-    int Descriptor() const { return descriptor; } // -1 when closed
+    int Descriptor() const { return descriptor; } // -1 when closed, and for what is no file
 
     // The next piece; valid until the next call. False at the end, from then on, and when closed.
     bool Next(std::string_view& line)

@@ -7,6 +7,7 @@
 #include "tests/completion/NamedTags.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/Framework.h"
+#include "tests/support/HeldFile.h"
 
 #include <gtest/gtest.h>
 
@@ -57,7 +58,7 @@ protected:
     void HoldLocalTags() const
     {
         std::filesystem::remove(folder / "tags");
-        ASSERT_EQ(mkfifo((folder / "tags").c_str(), 0600), 0);
+        ASSERT_TRUE(MakeHeldFile(folder / "tags"));
         SetTime(folder / "tags", NewTime());
     }
     void WriteHeldTags(const std::string& content) const

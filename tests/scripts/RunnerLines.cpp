@@ -2,11 +2,10 @@
 
 #include "SessionFiles.h"
 
-#include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <fcntl.h>
 #include <stdexcept>
-#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
@@ -23,35 +22,24 @@ void Demand(bool done, const std::string& what)
         throw std::runtime_error(what);
 }
 
-// The writing end of a pipe that somebody has opened for reading, or is about to.
-int OpenForReader(const fs::path& pipe)
+// Held as file servers hold what somebody else is to open: the system has that one wait for us, for up to 45 seconds. It
+// tells us by a signal, which by default ends the process; this one is ignored by default.
+int TakeLease(const fs::path& file)
 {
-    const auto end = std::chrono::steady_clock::now() + kLongestWait;
-    int descriptor;
-    while ((descriptor = ::open(pipe.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC)) < 0 && errno == ENXIO) {
-        Demand(std::chrono::steady_clock::now() < end, "nobody reads " + pipe.string());
-        std::this_thread::sleep_for(kLookAgain);
-    }
-    Demand(descriptor >= 0, "cannot open " + pipe.string());
-    ::fcntl(descriptor, F_SETFL, 0); // waits for the reader to take more
+    const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    Demand(descriptor >= 0 && ::fcntl(descriptor, F_SETSIG, SIGURG) == 0 &&
+               ::fcntl(descriptor, F_SETLEASE, F_WRLCK) == 0,
+           "cannot hold " + file.string());
     return descriptor;
 }
 
-void Feed(int descriptor, const std::string& text)
+void WaitForReader(const fs::path& file, int descriptor)
 {
-    size_t written = 0;
-    while (written < text.size()) {
-        const ssize_t count = ::write(descriptor, text.data() + written, text.size() - written);
-        if (count <= 0)
-            break; // the reader wants no more
-        written += static_cast<size_t>(count);
+    const auto end = std::chrono::steady_clock::now() + kLongestWait;
+    while (::fcntl(descriptor, F_GETLEASE) == F_WRLCK) {
+        Demand(std::chrono::steady_clock::now() < end, "nobody reads " + file.string());
+        std::this_thread::sleep_for(kLookAgain);
     }
-    ::close(descriptor);
-}
-
-void CopyAge(const fs::path& from, const fs::path& to)
-{
-    fs::last_write_time(to, fs::last_write_time(from));
 }
 
 } // namespace
@@ -84,11 +72,8 @@ void RunnerLines::Carry(const std::string& text)
 bool RunnerLines::LetGo()
 {
     const bool none = held.empty();
-    for (const auto& [file, place] : held) {
-        // With both ends open nobody waits any more; with both closed again the reader has come to the end.
-        ::close(::open(file.c_str(), O_RDWR | O_NONBLOCK | O_CLOEXEC));
-        fs::rename(place, file);
-    }
+    for (const auto& [file, descriptor] : held)
+        ::close(descriptor); // and with it what it holds
     held.clear();
     return none;
 }
@@ -105,27 +90,16 @@ void RunnerLines::WriteFile(const Line& line)
     fs::rename(beside, file);
 }
 
-// A pipe of the same age stands in for the file: who opens it waits until there is something to read.
 void RunnerLines::Hold(const fs::path& file)
 {
-    const fs::path place = aside / ("held-" + std::to_string(++holds));
-    fs::path pipe = place;
-    pipe += ".pipe";
-    Demand(::mkfifo(pipe.c_str(), 0600) == 0, "cannot make " + pipe.string());
-    CopyAge(file, pipe);
-    fs::rename(file, place);
-    fs::rename(pipe, file);
-    held[file] = place;
+    held[file] = TakeLease(file);
 }
 
-// The file is back in its place before its reader, who has the pipe, gets to read: nobody else can meet the pipe then.
 void RunnerLines::Release(const fs::path& file)
 {
     const auto found = held.find(file);
     Demand(found != held.end(), "not held: " + file.string());
-    const std::string text = Read(found->second);
-    const int reader = OpenForReader(file);
-    fs::rename(found->second, file);
+    WaitForReader(file, found->second);
+    ::close(found->second);
     held.erase(found);
-    Feed(reader, text);
 }

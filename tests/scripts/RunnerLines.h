@@ -8,9 +8,6 @@
 
 class RunnerLines {
 public:
-    // 'aside' is a directory for files that are held.
-    explicit RunnerLines(const std::filesystem::path& aside) : aside(aside) {}
-
     static bool IsOne(const std::string& line);
 
     // Throws when the line is wrong, or cannot be done.
@@ -26,7 +23,5 @@ private:
     void Hold(const std::filesystem::path& file);
     void Release(const std::filesystem::path& file);
 
-    std::filesystem::path aside;
-    int holds = 0;
-    std::map<std::filesystem::path, std::filesystem::path> held; // where each file has gone
+    std::map<std::filesystem::path, int> held; // the descriptors that hold them
 };

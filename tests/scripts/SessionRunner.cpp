@@ -92,7 +92,7 @@ Outcome Run(const std::string& wren, const Stage& stage)
     Outcome outcome;
     fs::create_directory_symlink(fs::path(wren).parent_path() / "Declaration.bundle", stage.bundle);
     Conversation conversation(CommandLine(wren, stage), stage.directory, stage.scratch / "errors");
-    RunnerLines runner(stage.scratch);
+    RunnerLines runner;
     for (const std::string& line : Lines(Read(stage.directory / "session.jsonl"))) {
         const std::string filled = Replaced(line, kDir, stage.directory);
         if (RunnerLines::IsOne(filled)) {

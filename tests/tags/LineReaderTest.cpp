@@ -1,5 +1,6 @@
 #include "tags/LineReader.h"
 
+#include "tests/support/HeldFile.h"
 #include "tests/support/TempDirectory.h"
 #include "tests/tags/Sequence.h"
 
@@ -192,11 +193,11 @@ TEST(LineReader, TheEndStaysTheEndWhenTheFileGrows)
     reader.Close();
 }
 
-TEST(LineReader, GivesLinesOfAPipeAsTheyCome)
+TEST(LineReader, GivesLinesOfASlowFileAsTheyCome)
 {
     const TempDirectory directory;
-    const std::string path = directory / "pipe";
-    ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+    const std::string path = directory / "slow";
+    ASSERT_TRUE(MakeHeldFile(path));
     LineReader reader;
     std::thread opener([&] { EXPECT_TRUE(reader.Open(path.c_str())); });
     std::ofstream pipe(path);

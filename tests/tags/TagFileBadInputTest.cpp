@@ -115,6 +115,21 @@ TEST(TagFileBadInput, WhatIsNoFileCannotBeOpenedOrIsEmpty)
     EXPECT_EQ(Paths(folder), Lines{});
 }
 
+// Whoever unpacks somebody's archive may have any of these.
+TEST(TagFileBadInput, APipeOrADeviceHasNoLinesAndIsNotWaitedFor)
+{
+    const TempDirectory directory;
+    ASSERT_EQ(::mkfifo((directory / "pipe").c_str(), 0600), 0);
+    for (const char* device : {"/dev/null", "/dev/zero", "/dev/full", "/dev/tty"})
+        std::filesystem::create_symlink(device, directory / std::filesystem::path(device).filename().string());
+    for (const auto& entry : std::filesystem::directory_iterator(directory.Path())) {
+        const BEntry tags(entry.path().c_str(), true);
+        EXPECT_EQ(All(tags), Lines{}) << entry.path();
+        EXPECT_EQ(Names(tags), Lines{}) << entry.path();
+        EXPECT_EQ(Paths(tags), Lines{}) << entry.path();
+    }
+}
+
 TEST(TagFileBadInput, AnUnreadableFileCannotBeOpened)
 {
     const TagsFolder folder(LineOfLength(100));

@@ -2,12 +2,14 @@
 #pragma once
 
 #include "tags/TagFile.h"
+#include "tests/support/HeldFile.h"
 #include "tests/support/TempDirectory.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
@@ -38,10 +40,14 @@ inline void SetTime(const std::string& path, time_t seconds)
     ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0) << path;
 }
 
-// A time that no other file of this process has: path caches tell files apart by nothing else.
+// A time that no other file of this process has: path caches tell files apart by nothing else. Nor have those of tests
+// before: what they have left in the user's cache is about files whose numbers come again.
 inline time_t NewTime()
 {
-    static time_t last = 1'000'000'000;
+    constexpr time_t kEarliest = 1'000'000'000;
+    constexpr time_t kMilliseconds = 400'000'000; // days of them, and as seconds still in the past
+    const auto now = std::chrono::system_clock::now().time_since_epoch() / std::chrono::milliseconds(1);
+    static time_t last = kEarliest + now % kMilliseconds;
     return ++last;
 }
 
@@ -69,7 +75,7 @@ public:
 // A tags file whose reader has to wait until the test lets it go on.
 class HeldTagsFile {
 public:
-    HeldTagsFile() { EXPECT_EQ(mkfifo(Path().c_str(), 0600), 0); }
+    HeldTagsFile() { EXPECT_TRUE(MakeHeldFile(Path())); }
 
     BEntry Entry() const { return BEntry(Path().c_str()); }
     std::string Path() const { return directory / "tags"; }

@@ -1,0 +1,47 @@
+#include "vetch/storage/PlainFile.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+int WhyNotPlain(const struct stat& status)
+{
+    return S_ISREG(status.st_mode) ? 0 : S_ISDIR(status.st_mode) ? EISDIR : ENXIO;
+}
+
+int Open(const char* path, int flags)
+{
+    int file;
+    do
+        file = ::open(path, O_RDONLY | O_CLOEXEC | O_NOCTTY | flags);
+    while (file < 0 && errno == EINTR);
+    return file;
+}
+
+} // namespace
+
+int vetch::OpenPlainFile(const char* path)
+{
+    struct stat status;
+    if (::stat(path, &status) != 0)
+        return -1;
+    errno = WhyNotPlain(status);
+    if (errno != 0)
+        return -1;
+    int file = Open(path, O_NONBLOCK);
+    // A file server holds it for somebody else, and has to let go of it within seconds. That is said of plain files only.
+    if (file < 0 && errno == EWOULDBLOCK)
+        file = Open(path, 0);
+    if (file < 0)
+        return -1;
+    // Something else may have come in its place since.
+    const int reason = ::fstat(file, &status) != 0 ? errno : WhyNotPlain(status);
+    if (reason == 0)
+        return file;
+    ::close(file);
+    errno = reason;
+    return -1;
+}
