@@ -2,16 +2,18 @@
 
 #include "vetch/app/Loop.h"
 #include "vetch/interface/BWindow.h"
+#include "vetch/storage/PlainFile.h"
 #include "wren/core/Face.h"
 
 #include <algorithm>
 #include <cassert>
 #include <cerrno>
-#include <cstdio>
+#include <cstdint>
 #include <cstring>
 #include <limits>
-#include <memory>
+#include <new>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace wren {
 
@@ -143,27 +145,70 @@ void Documents::ActivateCurrent(bool active)
         window->Activate(active);
 }
 
-std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error)
+namespace {
+
+// What a text may be longer than its file was when it was opened. A log grows, and some of the system's own files say that
+// they are empty; others of those never end.
+constexpr size_t kMostGrowth = 64 * 1024 * 1024;
+constexpr size_t kMostBytes = std::numeric_limits<int32_t>::max(); // views count in ints
+
+struct Closing {
+    ~Closing()
+    {
+        if (file >= 0)
+            ::close(file);
+    }
+    const int file;
+};
+
+// 0, or what errno says of the failure.
+int ReadAll(int file, std::string& text)
 {
     struct stat status;
-    if (::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) {
-        *error = path + ": " + std::strerror(EISDIR);
-        return std::nullopt;
-    }
-    const std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "rb"), &std::fclose);
-    if (file == nullptr) {
-        *error = path + ": " + std::strerror(errno);
-        return std::nullopt;
-    }
-    std::string text;
+    if (::fstat(file, &status) != 0)
+        return errno;
+    if (static_cast<size_t>(status.st_size) > kMostBytes)
+        return EFBIG;
+    const size_t most = std::min(kMostBytes, static_cast<size_t>(status.st_size) + kMostGrowth);
     char buffer[64 * 1024];
-    while (const size_t count = std::fread(buffer, 1, sizeof buffer, file.get()))
-        text.append(buffer, count);
-    if (std::ferror(file.get())) {
-        *error = path + ": " + std::strerror(errno);
-        return std::nullopt;
+    while (const ssize_t count = ::read(file, buffer, sizeof buffer)) {
+        if (count < 0 && errno != EINTR)
+            return errno;
+        text.append(buffer, static_cast<size_t>(std::max<ssize_t>(count, 0)));
+        if (text.size() > most)
+            return EFBIG;
     }
-    return text;
+    return 0;
+}
+
+int ReadPlainFile(const std::string& path, std::string& text)
+{
+    const Closing file{vetch::OpenPlainFile(path.c_str())};
+    if (file.file < 0)
+        return errno;
+    try {
+        return ReadAll(file.file, text);
+    } catch (const std::bad_alloc&) {
+        return ENOMEM;
+    }
+}
+
+std::string Said(int reason)
+{
+    return reason == ENXIO ? "a pipe, a device or a socket holds no text" : std::strerror(reason);
+}
+
+} // namespace
+
+// Tags name files that nobody has looked at: what is no file must not keep the editor waiting, nor be read for ever.
+std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error)
+{
+    std::string text;
+    const int reason = ReadPlainFile(path, text);
+    if (reason == 0)
+        return text;
+    *error = path + ": " + Said(reason);
+    return std::nullopt;
 }
 
 } // namespace wren

@@ -57,7 +57,7 @@ private:
     bool userPresent = true;
 };
 
-// The file's bytes; nothing, with the reason in '*error', when it cannot be read.
+// The file's bytes; nothing, with the reason in '*error', when it cannot be read, is no plain file, or has no end in reach.
 std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error);
 
 } // namespace wren
