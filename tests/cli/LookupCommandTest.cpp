@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <map>
+#include <sys/stat.h>
 
 namespace {
 
@@ -174,6 +175,22 @@ TEST_F(LookupCommand, TellsWhyTheTagsFileCouldNotAnswer)
     std::filesystem::remove(tree / "tags");
     std::filesystem::create_directory(tree / "tags");
     EXPECT_NE(Run({"--symbol", "f"}).errors.find("is a directory"), std::string::npos);
+}
+
+TEST_F(LookupCommand, WaitsForNoPipeInAFilesPlace)
+{
+    std::filesystem::remove(tree / "tags");
+    ASSERT_EQ(::mkfifo((tree / "tags").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo((tree / "pipe.c").c_str(), 0600), 0);
+    const ProgramRun tags = Run({"--symbol", "f"});
+    EXPECT_EQ(tags.status, 1);
+    EXPECT_NE(tags.errors.find(tree / "tags is no plain file"), std::string::npos) << tags.errors;
+    const ProgramRun source = Run({"pipe.c:1"});
+    EXPECT_EQ(source.status, 2);
+    EXPECT_NE(source.errors.find("a pipe, a device or a socket holds no text"), std::string::npos) << source.errors;
+    const ProgramRun made = RunProgram({WREN_PROGRAM, "tags", tree.Path(), "--home", tree / "home"}, tree.Path());
+    EXPECT_EQ(made.status, 1);
+    EXPECT_NE(made.errors.find(tree / "tags is no tags file"), std::string::npos) << made.errors;
 }
 
 TEST_F(LookupCommand, SaysWhenThereMayBeMoreThanTheListHolds)

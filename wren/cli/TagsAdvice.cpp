@@ -79,8 +79,10 @@ Habits LookAt(std::ifstream& file)
 std::optional<std::string> ProblemWith(const fs::path& path, const std::string& command)
 {
     std::error_code problem;
-    if (fs::is_directory(path, problem))
-        return path.string() + " is a directory, and stands where a tags file is looked for; move it away";
+    const fs::file_status status = fs::status(path, problem);
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        return path.string() + (fs::is_directory(status) ? " is a directory" : " is no plain file") +
+               ", and stands where a tags file is looked for; move it away";
     std::ifstream file(path, std::ios::binary);
     if (!file)
         return path.string() + " cannot be read: " + std::strerror(errno);

@@ -16,6 +16,10 @@ namespace fs = std::filesystem;
 // A tag has a name, a file and a place, with a tab between them.
 bool BeginsAsTagsFile(const std::string& path)
 {
+    std::error_code unknown;
+    const fs::file_status status = fs::status(path, unknown);
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        return false; // opening a pipe would wait for whoever writes to it
     std::ifstream stream(path, std::ios::binary);
     std::string line;
     return !stream || !std::getline(stream, line) || line.starts_with("!_TAG_") ||
