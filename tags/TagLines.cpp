@@ -44,6 +44,7 @@ bool TagLines::Open(const char* path)
 
 void TagLines::Close()
 {
+    ReadOnForOrder();
     reader.Close();
     known.reset();
     learns = false;
@@ -61,10 +62,24 @@ void TagLines::FindOrder()
     learns = !known && isWorthIt && identity->HasSettled();
 }
 
-// All lines have been seen if what was read is as long as the file, and the file still what it was at the beginning.
+// Who has found what he wanted reads no more, and next time would read up to there again. That is worth a whole pass, once,
+// unless it is not far.
+void TagLines::ReadOnForOrder()
+{
+    std::string_view line;
+    while (learns && order.InOrder() && reader.Offset() >= KnownFiles::kWorthKeeping && reader.Next(line)) {
+        order.Add(reader.Previous(), line);
+        PassOver([](std::string_view) { return false; });
+    }
+    RememberOrder();
+}
+
+// All lines have been seen if what was read is as long as the file, and the file still what it was at the beginning; one
+// that is out of order is enough.
 void TagLines::RememberOrder()
 {
-    if (learns && reader.Offset() == identity->size && FileIdentity::Of(reader.Descriptor()) == identity)
+    const bool isCertain = learns && (!order.InOrder() || reader.Offset() == identity->size);
+    if (isCertain && FileIdentity::Of(reader.Descriptor()) == identity)
         KnownFiles::Instance().Remember(*identity, {order.InOrder(), order.HeadSize()});
     learns = false;
 }

@@ -9,7 +9,7 @@
 #include <string_view>
 
 // Reads one after the other; to read a file from its beginning to its end finds out whether its names are in order, and
-// KnownFiles remembers that. A file that is known to be in order, or says so itself and proves that nobody has changed it
+// KnownFiles remembers that. A reader that is closed far from the beginning reads on for it, once for each file. A file that is known to be in order, or says so itself and proves that nobody has changed it
 // since, is bisected. With and without that the same lines are met where it matters, and reading goes on at the same one.
 //
 // Not thread-safe. As with LineReader, neither destruction nor opening once more closes the file.
@@ -47,6 +47,7 @@ public:
 
 private:
     void FindOrder();
+    void ReadOnForOrder();
     void RememberOrder();
     void Bisect(std::string_view start);
 

@@ -124,9 +124,9 @@ std::string Text(std::vector<std::string> lines, Sequence& sequence, Oddity oddi
     return text;
 }
 
-std::string RandomTags(Sequence& sequence, Oddity oddity)
+std::string RandomTags(Sequence& sequence, Oddity oddity, size_t fewest = 200)
 {
-    std::vector<std::string> lines(200 + sequence.Below(1500));
+    std::vector<std::string> lines(fewest + sequence.Below(1500));
     for (std::string& line : lines)
         line = Tag(sequence);
     return Text(std::move(lines), sequence, oddity);
@@ -289,6 +289,33 @@ Lines Answers(const std::string& path, const std::string& pattern, const std::ve
 }
 
 } // namespace
+
+TEST(BisectedTagFile, SearchesLearnOfAnyFileWhatAWholePassFinds)
+{
+    const TagsFolder folder;
+    Sequence sequence(5);
+    size_t inOrder = 0;
+    constexpr size_t kRounds = 200;
+    for (size_t round = 0; round < kRounds; ++round) {
+        const auto oddity = static_cast<Oddity>(round % static_cast<size_t>(Oddity::kCount));
+        NewTags(folder, RandomTags(sequence, oddity, 4000));
+        const std::string name = Pattern(sequence);
+        const BEntry tags = folder.Entry();
+        TagFile file(&tags, name, false);
+        ASSERT_TRUE(file.Rewind());
+        AnswerToMatch(file, false, TagFile::PartialMatch());
+        file.Done();
+        const FileOrder expected = LearnedOrder(folder.Tags());
+        const std::optional<FileOrder> order = KnownFiles::Instance().Find(IdentityOf(folder.Tags()));
+        inOrder += order && order->namesInOrder;
+        if (order) {
+            ASSERT_EQ(order->namesInOrder, expected.namesInOrder) << "round " << round << ", pattern '" << name << "'";
+            ASSERT_TRUE(!order->namesInOrder || order->headSize == expected.headSize) << "round " << round;
+        }
+        MakeUnknown(folder.Tags());
+    }
+    EXPECT_GT(inOrder, kRounds / 4);
+}
 
 TEST(BisectedTagFile, ReadingGoesOnWhereItWouldHave)
 {

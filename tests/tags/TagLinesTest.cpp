@@ -3,6 +3,7 @@
 #include "tags/TagLines.h"
 
 #include "tags/SortedClaim.h"
+#include "tests/tags/LearnedOrder.h"
 #include "tests/tags/TagsFolder.h"
 
 #include <sys/stat.h>
@@ -49,6 +50,34 @@ void ReadAll(const std::string& path)
     for (std::string_view line; lines.Next(line);) {
     }
     lines.Close();
+}
+
+// As lookups search: behind what was found the first other name is the end.
+void FindAndStop(const BEntry& tags, const std::string& pattern)
+{
+    TagFile file(&tags, pattern, false);
+    ASSERT_TRUE(file.Rewind());
+    std::string name;
+    std::string qualifier;
+    char kind;
+    EntryRef ref;
+    int line;
+    size_t found = 0;
+    while (file.NextMatch(name, qualifier, kind, ref, line, found > 0, TagFile::ExactMatch()))
+        ++found;
+    EXPECT_EQ(found, 1u);
+    file.Done();
+}
+
+// What this process has read so far, of whatever files.
+long BytesRead()
+{
+    std::ifstream counts("/proc/self/io");
+    std::string word;
+    long count = 0;
+    counts >> word >> count;
+    EXPECT_EQ(word, "rchar:");
+    return count;
 }
 
 // Tags that say they are in order, behind 'before' and in front of 'behind', which are pseudo-tags.
@@ -99,6 +128,9 @@ TEST(TagLines, EveryReaderLearnsTheOrder)
         {"any match", [](const BEntry& tags) { Matches(tags, "", TagFile::AnyMatch()); }, true},
         {"names for completions", [](const BEntry& tags) { Names(tags); }, true},
         {"paths", [](const BEntry& tags) { Paths(tags); }, true},
+        {"a search that has found a name far on", [](const BEntry& tags) { FindAndStop(tags, "name13500"); }, true},
+        {"a search that has found a name near by: it is not worth it",
+         [](const BEntry& tags) { FindAndStop(tags, "name10100"); }, false},
         {"a search that stops early", [](const BEntry& tags) { Matches(tags, "x", TagFile::ExactMatch(), true); },
          false},
     };
@@ -115,6 +147,23 @@ TEST(TagLines, AreReadFromTheBeginningWhenOutOfOrder)
     ReadAll(folder.Tags());
     EXPECT_FALSE(IsBisected(folder.Tags()));
     EXPECT_EQ(Matches(folder.Entry(), "a10000").size(), 1u);
+}
+
+TEST(TagLines, AreKnownToBeOutOfOrderAsSoonAsTwoLinesAre)
+{
+    std::string more;
+    for (char start = 'b'; start <= 'z'; ++start)
+        more += ManyTags(std::string(1, start));
+    const TagsFolder folder(TagsOutOfOrder() + more);
+    const auto size = static_cast<long>(std::filesystem::file_size(folder.Tags()));
+    for (const char* when : {"unknown", "known"}) {
+        const long before = BytesRead();
+        FindAndStop(folder.Entry(), "name13500");
+        EXPECT_LT(BytesRead() - before, size / 4) << when << ": the rest is not read";
+        const std::optional<FileOrder> order = KnownFiles::Instance().Find(IdentityOf(folder.Tags()));
+        ASSERT_TRUE(order.has_value()) << when;
+        EXPECT_FALSE(order->namesInOrder) << when;
+    }
 }
 
 TEST(TagLines, AreReadFromTheBeginningAgainAfterAnyChange)
