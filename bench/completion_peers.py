@@ -8,6 +8,19 @@ import tempfile
 import time
 
 
+def run_vim(script):
+    """What Vim's script has written to $TIMES as JSON."""
+    with tempfile.TemporaryDirectory() as directory:
+        path, times = os.path.join(directory, "script.vim"), os.path.join(directory, "times")
+        with open(path, "w", encoding="utf-8") as out:
+            out.write("\n".join(script) + "\n")
+        subprocess.run(["vim", "-u", "NONE", "-i", "NONE", "-es", "--not-a-term", "-S", path], cwd=directory,
+                       env={**os.environ, "TIMES": times}, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                       stderr=subprocess.DEVNULL, check=False)
+        with open(times, encoding="utf-8") as lines:
+            return json.load(lines)
+
+
 def vim(tags, prefixes, rounds=5):
     """The milliseconds of getcompletion() by prefix, the median of each; None when Vim is not installed."""
     if shutil.which("vim") is None:
@@ -17,15 +30,7 @@ def vim(tags, prefixes, rounds=5):
               "    let start = reltime()", "    call getcompletion(prefix, 'tag')",
               "    call add(taken, reltimefloat(reltime(start)))", "  endfor", "  call add(times, sort(taken, 'f'))", "endfor",
               "call writefile([json_encode(times)], $TIMES)", "qa!"]
-    with tempfile.TemporaryDirectory() as directory:
-        path, times = os.path.join(directory, "script.vim"), os.path.join(directory, "times")
-        with open(path, "w", encoding="utf-8") as out:
-            out.write("\n".join(script) + "\n")
-        subprocess.run(["vim", "-u", "NONE", "-i", "NONE", "-es", "--not-a-term", "-S", path], cwd=directory,
-                       env={**os.environ, "TIMES": times}, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                       stderr=subprocess.DEVNULL, check=False)
-        with open(times, encoding="utf-8") as lines:
-            return {prefix: taken[rounds // 2] * 1000 for prefix, taken in zip(prefixes, json.load(lines))}
+    return {prefix: taken[rounds // 2] * 1000 for prefix, taken in zip(prefixes, run_vim(script))}
 
 
 SOURCE = """#include <string>

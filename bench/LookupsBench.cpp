@@ -1,0 +1,193 @@
+// How long lookups through the plug-in's bundle take, with no screen.
+//
+//     lookups_bench lookups TAGS ROUNDS    of the symbols on standard input, one a line
+//     lookups_bench first TAGS SYMBOL      the first one in this process, beside one pass over the file with mmap and memchr
+//     lookups_bench start TAGS             from the bundle's file to an editor that can be asked
+//
+// TAGS are the system's tags. Prints JSON, in microseconds: of each symbol the time until the list of matches stands (median,
+// and the worst but one in a hundred), and how many matches it has.
+
+#include "vetch/app/Loop.h"
+#include "wren/cli/AskedEditor.h"
+#include "wren/cli/LookupFace.h"
+#include "wren/cli/SymbolText.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <string>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// The items of the symbol dialog in the plug-in's interface file.
+constexpr long kSymbolField = 1;
+constexpr long kLookUpButton = 2;
+
+double MicrosecondsSince(Clock::time_point start)
+{
+    return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
+}
+
+[[noreturn]] void Fail(const std::string& error)
+{
+    std::fprintf(stderr, "%s\n", error.c_str());
+    std::exit(1);
+}
+
+class User {
+public:
+    explicit User(const std::string& systemTags) : display(&face), editor(face, display)
+    {
+        wren::EditorOptions options;
+        options.systemTags = systemTags;
+        std::string error;
+        const auto start = Clock::now();
+        if (!editor.Start(options, &error))
+            Fail(error);
+        started = MicrosecondsSince(start);
+        document = editor.TheHost().Open("/nowhere/a.mm", "", false, &error);
+        if (document == nullptr)
+            Fail(error);
+    }
+
+    double Started() const { return started; }
+
+    double LookUp(const std::string& symbol)
+    {
+        CloseWindows();
+        const std::optional<wren::SymbolText> written = wren::TextForSymbol(symbol);
+        return written ? LookUpInText(*written) : LookUpInDialog(symbol);
+    }
+
+    // Of the lookup before; one that was the only one has been opened already.
+    size_t CountFound() const
+    {
+        for (const auto& window : display.Windows())
+            if (window.visible && window.list)
+                return window.list->items.size();
+        return face.Opened().size() - opened;
+    }
+
+private:
+    void CloseWindows()
+    {
+        editor.TheHost().Events().Dismissed();
+        vetch::Settle();
+        opened = face.Opened().size();
+    }
+
+    double LookUpInText(const wren::SymbolText& written)
+    {
+        document->SetText(written.text);
+        document->Select(written.caret, written.caret);
+        const auto start = Clock::now();
+        editor.TheHost().Events().Command("SymbolLookup");
+        vetch::Settle();
+        return MicrosecondsSince(start);
+    }
+
+    double LookUpInDialog(const std::string& symbol)
+    {
+        editor.TheHost().Events().Command("SymbolLookupDialog");
+        vetch::Settle();
+        for (const auto& window : display.Windows())
+            if (window.visible && !window.controls.empty()) {
+                display.Enter(window.number, kSymbolField, symbol);
+                const auto start = Clock::now();
+                display.Press(window.number, kLookUpButton);
+                vetch::Settle();
+                return MicrosecondsSince(start);
+            }
+        Fail("the symbol dialog did not open");
+    }
+
+    wren::LookupFace face;
+    wren::LookupDisplay display;
+    wren::AskedEditor editor;
+    wren::Document* document = nullptr;
+    double started = 0;
+    size_t opened = 0;
+};
+
+void MeasureLookups(User& user, size_t rounds)
+{
+    for (std::string symbol; std::getline(std::cin, symbol);) {
+        user.LookUp(symbol); // warms up
+        std::vector<double> taken;
+        for (size_t round = 0; round < rounds; ++round)
+            taken.push_back(user.LookUp(symbol));
+        std::sort(taken.begin(), taken.end());
+        std::printf(R"({"symbol": "%s", "median": %.1f, "p99": %.1f, "found": %zu})"
+                    "\n",
+                    symbol.c_str(), taken[rounds / 2], taken[rounds * 99 / 100], user.CountFound());
+    }
+}
+
+long gLines = 0; // of all passes: what nobody asked for would not be counted
+
+// What a program does at least that has to see each line of a file.
+double OnePass(const char* path)
+{
+    const auto start = Clock::now();
+    const int file = ::open(path, O_RDONLY | O_CLOEXEC);
+    struct stat status;
+    if (file < 0 || ::fstat(file, &status) != 0)
+        Fail(std::string(path) + ": cannot be read");
+    const auto size = static_cast<size_t>(status.st_size);
+    void* const mapped = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE, file, 0);
+    ::close(file);
+    if (mapped == MAP_FAILED)
+        Fail(std::string(path) + ": cannot be mapped");
+    const char* at = static_cast<const char*>(mapped);
+    const char* const end = at + size;
+    while (at < end) {
+        const void* newline = std::memchr(at, '\n', static_cast<size_t>(end - at));
+        at = newline != nullptr ? static_cast<const char*>(newline) + 1 : end;
+        ++gLines;
+    }
+    ::munmap(mapped, size);
+    return MicrosecondsSince(start);
+}
+
+} // namespace
+
+int main(int count, char** words)
+{
+    const std::string way = count > 2 ? words[1] : "";
+    if (way == "lookups" && count == 4) {
+        User user(words[2]);
+        MeasureLookups(user, static_cast<size_t>(std::max(1L, std::atol(words[3]))));
+        return 0;
+    }
+    if (way == "first" && count == 4) {
+        User user(words[2]);
+        OnePass(words[2]); // the file is in the system's memory from now on
+        const double before = OnePass(words[2]);
+        const double first = user.LookUp(words[3]);
+        const size_t found = user.CountFound();
+        const double pass = std::min(before, OnePass(words[2]));
+        std::printf(R"({"first": %.1f, "found": %zu, "pass": %.1f, "second": %.1f, "lines": %ld})"
+                    "\n",
+                    first, found, pass, user.LookUp(words[3]), gLines / 3);
+        return 0;
+    }
+    if (way == "start" && count == 3) {
+        std::printf(R"({"start": %.1f})"
+                    "\n",
+                    User(words[2]).Started());
+        return 0;
+    }
+    std::fputs("usage: lookups_bench lookups TAGS ROUNDS, or lookups_bench first TAGS SYMBOL, or lookups_bench start TAGS\n",
+               stderr);
+    return 2;
+}
