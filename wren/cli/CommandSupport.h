@@ -13,6 +13,10 @@ namespace wren {
 
 class OutputAside;
 
+// What tags and names of files say, without what a terminal would take for commands: each control character but tabs and
+// line breaks is a "?".
+std::string ForTerminal(std::string text);
+
 void Complain(const std::string& text); // on standard error
 
 // False, having complained, when it could not be written; 'what' is the text in a word ("matches").

@@ -61,6 +61,16 @@ std::string Line(const Match& match, bool colour)
     return "\x1b[35m" + match.path + "\x1b[0m:\x1b[32m" + line + "\x1b[0m: " + match.item + "\n";
 }
 
+// Programs get names as they are.
+Match AsShown(const OutputAside& output, Match match)
+{
+    if (output.IsTerminal()) {
+        match.path = ForTerminal(match.path);
+        match.item = ForTerminal(match.item);
+    }
+    return match;
+}
+
 std::string WhatWasAsked(const LookupOptions& options)
 {
     return options.symbol ? "\"" + *options.symbol + "\"" : "what stands at " + options.place->Text();
@@ -70,7 +80,7 @@ int PrintMatches(OutputAside& output, const std::vector<Match>& matches)
 {
     const bool colour = WantsColour(output);
     for (const Match& match : matches)
-        if (!WriteOrComplain(output, Line(match, colour), "matches"))
+        if (!WriteOrComplain(output, Line(AsShown(output, match), colour), "matches"))
             return kUnusable;
     if (matches.size() == kMostMatches)
         Complain("these are the first " + std::to_string(kMostMatches) + " matches; there may be more");
