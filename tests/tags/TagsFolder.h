@@ -9,7 +9,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <fcntl.h>
@@ -40,14 +39,10 @@ inline void SetTime(const std::string& path, time_t seconds)
     ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0) << path;
 }
 
-// A time that no other file of this process has: path caches tell files apart by nothing else. Nor have those of tests
-// before: what they have left in the user's cache is about files whose numbers come again.
+// A time that no other file of this process has: path caches tell files apart by nothing else.
 inline time_t NewTime()
 {
-    constexpr time_t kEarliest = 1'000'000'000;
-    constexpr time_t kMilliseconds = 400'000'000; // days of them, and as seconds still in the past
-    const auto now = std::chrono::system_clock::now().time_since_epoch() / std::chrono::milliseconds(1);
-    static time_t last = kEarliest + now % kMilliseconds;
+    static time_t last = 1'000'000'000;
     return ++last;
 }
 

@@ -16,6 +16,7 @@
 #include "wren/desktop/Look.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/NoticeBar.h"
+#include "wren/desktop/PlainBox.h"
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/PreferencesDialog.h"
 #include "wren/desktop/SessionKeeper.h"
@@ -197,7 +198,7 @@ bool Editor::Open(const std::string& path, long line, long column)
                               !files->IsModified(*untouched);
         document = Adopt(host->Open(absolute, std::nullopt, false, &error));
         if (document == nullptr) {
-            QMessageBox::critical(window.get(), tr("Wren"), QString::fromStdString(error));
+            AskPlainly(QMessageBox::Critical, window.get(), QString::fromStdString(error));
             return false;
         }
         if (replaces)
@@ -232,7 +233,7 @@ bool Editor::OpenNew(const std::string& path)
     if (document == nullptr)
         document = Adopt(host->Open(path, "", false, &error));
     if (document == nullptr) {
-        QMessageBox::critical(window.get(), tr("Wren"), QString::fromStdString(error));
+        AskPlainly(QMessageBox::Critical, window.get(), QString::fromStdString(error));
         return false;
     }
     window->Tabs().Raise(document->Id());
@@ -294,7 +295,7 @@ bool Editor::Quit()
     session->Save();
     std::string error;
     if (!settings->Store(&error))
-        QMessageBox::warning(window.get(), tr("Wren"), QString::fromStdString(error));
+        AskPlainly(QMessageBox::Warning, window.get(), QString::fromStdString(error));
     for (Document* document : host->AllDocuments().All())
         session->Settled(document->Id());
     return true;

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QTabBar>
+#include <QTextDocument>
 
 namespace wren {
 
@@ -96,7 +97,8 @@ void EditorTabs::SetName(long document, const std::string& path, bool modified)
     const QString name = path.empty() ? tr("untitled") : QFileInfo(file).fileName();
     // A lone "&" would be taken for the mark of a key.
     setTabText(index, QString(name).replace("&", "&&") + (modified ? " *" : ""));
-    setTabToolTip(index, file);
+    // A name that looks like markup would be shown as what it says.
+    setTabToolTip(index, Qt::mightBeRichText(file) ? file.toHtmlEscaped().prepend("<span>").append("</span>") : file);
 }
 
 void EditorTabs::SetWorksheetName(long document)

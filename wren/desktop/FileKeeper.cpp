@@ -3,12 +3,12 @@
 #include "wren/core/Host.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/NoticeBar.h"
+#include "wren/desktop/PlainBox.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/state/FileWatch.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 
 namespace wren {
 
@@ -82,9 +82,9 @@ void FileKeeper::Revert(Document& document)
     if (document.Path().empty())
         return;
     if (IsModified(document) &&
-        QMessageBox::question(&window, tr("Wren"),
-                              tr("Give up your changes of %1 and take the file's text?").arg(NameOf(document))) !=
-            QMessageBox::Yes)
+        AskPlainly(QMessageBox::Question, &window,
+                   tr("Give up your changes of %1 and take the file's text?").arg(NameOf(document)),
+                   QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
     Reload(document);
 }
@@ -99,8 +99,8 @@ bool FileKeeper::MayGo(Document& document)
     tabs.Raise(document.Id());
     const QString question =
         isModified ? tr("Save the changes of %1?") : tr("%1 is no longer there. Save its text, which is only here now?");
-    switch (QMessageBox::question(&window, tr("Wren"), question.arg(NameOf(document)),
-                                  QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
+    switch (AskPlainly(QMessageBox::Question, &window, question.arg(NameOf(document)),
+                       QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
     case QMessageBox::Save:
         return Save(document);
     case QMessageBox::Discard:
@@ -151,10 +151,10 @@ bool FileKeeper::MayOverwrite(const Document& document)
     const FileStamp now = StampOf(document.Path());
     if (known == stamps.end() || !now.exists || now == known->second)
         return true;
-    return QMessageBox::warning(&window, tr("Wren"),
-                                tr("Another program has changed %1 since it was read here. Write over it?")
-                                    .arg(QString::fromStdString(document.Path())),
-                                QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    return AskPlainly(QMessageBox::Warning, &window,
+                      tr("Another program has changed %1 since it was read here. Write over it?")
+                          .arg(QString::fromStdString(document.Path())),
+                      QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
 bool FileKeeper::Reload(Document& document)
@@ -202,7 +202,7 @@ void FileKeeper::GoneFromDisk(long id)
 
 void FileKeeper::Complain(const std::string& error)
 {
-    QMessageBox::critical(&window, tr("Wren"), QString::fromStdString(error));
+    AskPlainly(QMessageBox::Critical, &window, QString::fromStdString(error));
 }
 
 CodeView* FileKeeper::ViewOf(const Document& document) const

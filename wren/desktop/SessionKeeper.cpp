@@ -71,6 +71,7 @@ void SessionKeeper::OfferRecovery()
     QMessageBox question(QMessageBox::Question, tr("Wren"),
                          tr("Wren ended without saving these texts:\n\n%1\n\nOpen them as they were?").arg(ListOf(left)),
                          QMessageBox::NoButton, &editor.Window());
+    question.setTextFormat(Qt::PlainText); // names of files may look like markup
     QAbstractButton* open = question.addButton(tr("Open"), QMessageBox::AcceptRole);
     QAbstractButton* discard = question.addButton(tr("Discard"), QMessageBox::DestructiveRole);
     QAbstractButton* later = question.addButton(tr("Ask Later"), QMessageBox::RejectRole);

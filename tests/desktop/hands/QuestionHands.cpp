@@ -9,6 +9,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocument>
 
 #include <utility>
 
@@ -84,7 +85,9 @@ bool QuestionHands::eventFilter(QObject* object, QEvent* event)
 
 void QuestionHands::Answer(QMessageBox& box)
 {
-    heard.push_back(box.text().toStdString());
+    // Nothing of what boxes say is meant as markup, whatever it looks like.
+    const bool isMarkup = box.textFormat() != Qt::PlainText && Qt::mightBeRichText(box.text());
+    heard.push_back((isMarkup ? "(shown as markup) " : "") + box.text().toStdString());
     QPushButton* button = alerts.empty() ? nullptr : Chosen(box, TakeFirst(alerts));
     if (button != nullptr)
         return QTest::mouseClick(button, Qt::LeftButton);
