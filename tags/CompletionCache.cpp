@@ -33,6 +33,11 @@ bool NamesInOrder(const char* a, const char* b)
     return std::strcmp(a, b) <= 0;
 }
 
+bool IsEntryOf(const char* entry, const std::string& name, const std::string& qualifier)
+{
+    return name == entry && qualifier == entry + name.length() + 1;
+}
+
 // The entries come from a tags file, which as a rule is sorted by name already: then only the qualifiers of each name
 // are out of order, and sorting those takes a fraction of the time.
 void Sort(Entries& entries)
@@ -236,9 +241,13 @@ void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
         return;
     std::string name;
     std::string qualifier;
-    while (tagFile.Next(name, qualifier))
+    while (tagFile.Next(name, qualifier)) {
+        // Overloads stand together: those that are dropped in the end need not be made.
+        if (!entries.empty() && IsEntryOf(entries.back(), name, qualifier))
+            continue;
         entries.push_back(NameAndQualifier::NewEntry(name.c_str(), static_cast<int>(name.length()), qualifier.c_str(),
                                                      static_cast<int>(qualifier.length())));
+    }
     tagFile.Done();
     Sort(entries);
     const auto dropped = malloced_unique(entries.begin(), entries.end(), NameAndQualifier::MatchCompletionCacheEntries);
