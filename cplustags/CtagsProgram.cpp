@@ -28,7 +28,7 @@ std::string InSearchPath(const std::string& name, const std::string& currentDire
     const char* searched = std::getenv("PATH");
     std::istringstream directories(searched != nullptr ? searched : kUsualPath);
     for (std::string directory; std::getline(directories, directory, ':');) {
-        const std::string path = AbsolutePath(directory + "/" + name, currentDirectory);
+        std::string path = AbsolutePath(directory + "/" + name, currentDirectory);
         if (!directory.empty() && IsProgram(path))
             return path;
     }
@@ -46,17 +46,17 @@ std::string FindCtags(const std::string& chosen, const std::string& currentDirec
 {
     if (!chosen.empty()) {
         const bool isPath = chosen.find('/') != std::string::npos;
-        const std::string path =
+        std::string path =
             isPath ? AbsolutePath(chosen, currentDirectory) : InSearchPath(chosen, currentDirectory);
         if (IsProgram(path))
             return path;
         *error = "CPLUSTAGS_CTAGS is '" + Shown(chosen) + "', which is no program that can be run";
         return "";
     }
-    const std::string universal = InSearchPath("ctags-universal", currentDirectory);
+    std::string universal = InSearchPath("ctags-universal", currentDirectory);
     if (!universal.empty())
         return universal;
-    const std::string other = InSearchPath("ctags", currentDirectory);
+    std::string other = InSearchPath("ctags", currentDirectory);
     if (!other.empty() && SaysItIsUniversal(other))
         return other;
     *error = kNoCtags;

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <cstdlib>
 #include <iostream>
 #include <stdexcept>
@@ -150,7 +151,7 @@ std::vector<std::string> WordsToParse(int argc, const char* const* argv)
         const std::string& word = given[i];
         const bool last = i + 1 == given.size();
         if (word == "--") {
-            words.insert(words.end(), given.begin() + i, given.end());
+            words.insert(words.end(), given.begin() + static_cast<std::ptrdiff_t>(i), given.end());
             break;
         }
         if (word == "-I" && !last && StartsWith(given[i + 1], "--"))

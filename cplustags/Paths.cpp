@@ -66,7 +66,7 @@ std::string CurrentDirectory()
     if (named != nullptr && named[0] == '/' && AreSame(named, "."))
         return Tidied(named, DotDot::Stays);
     char* found = ::getcwd(nullptr, 0);
-    const std::string path = found != nullptr ? found : "/";
+    std::string path = found != nullptr ? found : "/";
     std::free(found);
     return path;
 }

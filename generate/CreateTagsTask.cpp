@@ -28,6 +28,6 @@ void StartCreateTagsTask(std::vector<std::string> commands)
     pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
     pthread_t thread;
     if (pthread_create(&thread, &attributes, CreateTagsTask, params.get()) == 0)
-        params.release(); // the thread's own from here on
+        static_cast<void>(params.release()); // the thread's own from here on
     pthread_attr_destroy(&attributes);
 }

@@ -67,5 +67,6 @@ size_t ScopeMarks::Find(const std::string& qualifier, size_t first, size_t last)
             return true;
         return wanted.arguments == 0 ? mark.whole == wanted.whole : (mark.arguments & bit) != 0;
     };
-    return std::find_if(marks.begin() + first, marks.begin() + last, mayMatch) - marks.begin();
+    const auto at = [this](size_t index) { return marks.begin() + static_cast<std::ptrdiff_t>(index); };
+    return static_cast<size_t>(std::find_if(at(first), at(last), mayMatch) - marks.begin());
 }

@@ -24,6 +24,7 @@ bool MatchEntryName(const EntryRef* a, const EntryRef* b)
 bool FileNamesAreAmbiguous(const std::vector<TagData>& matches)
 {
     std::vector<const EntryRef*> files;
+    files.reserve(matches.size());
     for (const TagData& match : matches)
         files.push_back(&match.file);
     std::sort(files.begin(), files.end(), MatchEntryName);

@@ -17,6 +17,8 @@ EntryRef::EntryRef(const EntryRef& other) : name(nullptr)
 
 EntryRef& EntryRef::operator=(const EntryRef& other)
 {
+    if (this == &other)
+        return *this;
     directory = other.directory;
     leaf = other.leaf;
     name = leaf.empty() ? nullptr : leaf.c_str();

@@ -18,7 +18,7 @@ EventAnswer PluginCalls::Send(const EventRecord& event)
         kept.push_back(event);
         return {};
     }
-    const EventAnswer answer = Call(event);
+    EventAnswer answer = Call(event);
     while (!kept.empty()) {
         const EventRecord next = std::move(kept.front());
         kept.pop_front();

@@ -83,6 +83,7 @@ long EditorTabs::DocumentOf(const CodeView* view) const
 std::vector<long> EditorTabs::Documents() const
 {
     std::vector<long> documents;
+    documents.reserve(static_cast<size_t>(count()));
     for (int index = 0; index < count(); ++index)
         documents.push_back(DocumentOf(qobject_cast<CodeView*>(widget(index))));
     return documents;

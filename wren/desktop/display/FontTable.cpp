@@ -83,8 +83,8 @@ FontTable::Sheet FontTable::Measure(float size)
     const QFontMetricsF metrics(FontOf(size));
     Sheet sheet;
     sheet.size = size;
-    for (char16_t character = 0; character < sheet.widths.size(); ++character)
-        sheet.widths[character] = Width(metrics, character);
+    for (size_t character = 0; character < sheet.widths.size(); ++character)
+        sheet.widths[character] = Width(metrics, static_cast<char16_t>(character));
     sheet.replacement = Width(metrics, QChar::ReplacementCharacter);
     // Signs of other scripts are as wide as they are high, and fonts that stand in for the desktop's may be larger.
     sheet.other = std::max({static_cast<float>(metrics.height()) * 1.25f, sheet.widths['W'], sheet.widths['M']});

@@ -11,7 +11,7 @@
 #include <QEvent>
 #include <QFileDialog>
 
-#include <ranges>
+#include <algorithm>
 
 namespace wren {
 
@@ -130,10 +130,10 @@ void Peers::Publish()
 template <class Wanted>
 WindowPeer* Peers::Newest(Wanted wanted) const
 {
-    for (const auto& [token, window] : std::views::reverse(windows))
-        if (window != nullptr && window->isVisible() && wanted(*window))
-            return window;
-    return nullptr;
+    const auto found = std::find_if(windows.rbegin(), windows.rend(), [&wanted](const auto& entry) {
+        return entry.second != nullptr && entry.second->isVisible() && wanted(*entry.second);
+    });
+    return found != windows.rend() ? found->second : nullptr;
 }
 
 WindowPeer* Peers::FrontList() const

@@ -219,7 +219,8 @@ bool CodeView::ApplyStandardKey(const QKeyEvent& event)
 void CodeView::PassKey(QKeyEvent& event)
 {
     // Of a shortcut that nobody has, Scintilla would type the letter (Alt) or say that it did something (Control).
-    const bool bound = standardCommands()->boundTo(event.key() | (event.modifiers() & ~Qt::KeypadModifier)) != nullptr;
+    const bool bound = standardCommands()->boundTo(static_cast<int>(static_cast<unsigned>(event.key()) |
+                                                                  (event.modifiers() & ~Qt::KeypadModifier).toInt())) != nullptr;
     if (HoldsShortcut(event) && !bound)
         event.ignore();
     else

@@ -87,7 +87,7 @@ std::optional<TextFinder::Found> TextFinder::FindNext(Selection from) const
 {
     const long length = text.Length();
     if (search.backwards) {
-        const auto found = from.start > 0 || from.end > 0 ? Last(from.start) : std::nullopt;
+        auto found = from.start > 0 || from.end > 0 ? Last(from.start) : std::nullopt;
         if (found && found->range != from)
             return found;
         // An expression that matches nothing ("^", "x*") would find the same place for ever.
