@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <sys/stat.h>
 
 namespace {
@@ -241,12 +242,20 @@ void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
         return;
     std::string name;
     std::string qualifier;
-    while (tagFile.Next(name, qualifier)) {
-        // Overloads stand together: those that are dropped in the end need not be made.
-        if (!entries.empty() && IsEntryOf(entries.back(), name, qualifier))
-            continue;
-        entries.push_back(NameAndQualifier::NewEntry(name.c_str(), static_cast<int>(name.length()), qualifier.c_str(),
-                                                     static_cast<int>(qualifier.length())));
+    try {
+        while (tagFile.Next(name, qualifier)) {
+            // Overloads stand together: those that are dropped in the end need not be made.
+            if (!entries.empty() && IsEntryOf(entries.back(), name, qualifier))
+                continue;
+            entries.push_back(nullptr); // first, so that no entry is lost when there is no room for it
+            entries.back() = NameAndQualifier::NewEntry(name.c_str(), static_cast<int>(name.length()),
+                                                        qualifier.c_str(), static_cast<int>(qualifier.length()));
+        }
+    } catch (const std::bad_alloc&) {
+        // No names at all, and none until the file changes: some would look like all, and another attempt at each key
+        // stroke would leave the rest of the system no memory either.
+        ClearCache(entries);
+        entries.shrink_to_fit();
     }
     tagFile.Done();
     Sort(entries);

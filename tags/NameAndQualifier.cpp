@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 void NameAndQualifier::Split(const std::string& full, std::string& name, std::string& qualifier)
 {
@@ -35,6 +36,8 @@ char* NameAndQualifier::NewEntry(const char* name, int nameLength, const char* q
     // One byte more than the two terminators take. It is neither written nor read, and costs nothing as a rule:
     // allocators round up.
     char* entry = static_cast<char*>(std::malloc(static_cast<size_t>(nameLength) + qualifierLength + 3));
+    if (entry == nullptr)
+        throw std::bad_alloc();
     std::memcpy(entry, name, nameLength + 1);
     std::memcpy(entry + nameLength + 1, qualifier, qualifierLength + 1);
     return entry;

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -77,14 +78,25 @@ bool PathCache::LoadIfNeeded(TagFile& tagFile, bool inBackground)
     return true; // also without a file: there is nothing to wait for, and the next call tries again
 }
 
+// Of an open file, which is closed then. It has no paths, until it changes, when there is no memory for all of them.
+void PathCache::LoadPaths(TagFile& tagFile)
+{
+    try {
+        tagFile.LoadPathCache(paths);
+    } catch (const std::bad_alloc&) {
+        Clear();
+        paths.shrink_to_fit();
+    }
+    tagFile.Done();
+}
+
 void PathCache::LoadSelf(TagFile& tagFile)
 {
     // It may be open for the reader that the paths are loaded for.
     tagFile.Done();
     if (!tagFile.Rewind())
         return;
-    tagFile.LoadPathCache(paths);
-    tagFile.Done();
+    LoadPaths(tagFile);
     loading = false;
     loaded = true;
     fileTime = tagFile.TagTime();
@@ -97,8 +109,7 @@ void PathCache::LockedLoadSelf(TagFile* tagFile)
     // flush has nothing to drop.
     if (!tagFile->Rewind())
         return;
-    tagFile->LoadPathCache(paths);
-    tagFile->Done();
+    LoadPaths(*tagFile);
     const time_t time = tagFile->TagTime();
 
     const AutoLock hold(lock);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <string_view>
 #include <sys/stat.h>
 #include <unordered_set>
@@ -166,6 +167,14 @@ bool QualifierMatches(const std::string& pattern, const char* qualifier, Match)
 bool QualifierMatches(const std::string&, const char*, TagFile::AnyMatch)
 {
     return true;
+}
+
+char* Copied(const char* text)
+{
+    char* const copy = strdup(text);
+    if (copy == nullptr)
+        throw std::bad_alloc();
+    return copy;
 }
 
 bool Less(const char* a, const char* b)
@@ -331,7 +340,7 @@ void TagFile::CheckDate(const struct stat& source)
 void TagFile::LoadPathCache(std::vector<char*>& paths)
 {
     // Most lines name a file that was met before, which is found out here without comparing long, much alike paths.
-    std::unordered_set<std::string_view> known;
+    std::unordered_set<std::string_view> known(paths.begin(), paths.end());
     std::string_view line;
     char text[kLineSize];
     while (lines.Next(line)) {
@@ -342,9 +351,10 @@ void TagFile::LoadPathCache(std::vector<char*>& paths)
         if (file == nullptr || known.count(file) != 0)
             continue;
         // The path is kept as it is written: a blank in a file's name is found only by a pattern with the escape.
-        auto place = std::lower_bound(paths.begin(), paths.end(), file, Less);
-        if (place == paths.end() || std::strcmp(*place, file) != 0)
-            place = paths.insert(place, strdup(file));
-        known.insert(*place);
+        paths.push_back(nullptr);
+        paths.back() = Copied(file);
+        known.insert(paths.back());
     }
+    // At the end: to keep them sorted meanwhile takes hours where there are millions, each before most of the others.
+    std::sort(paths.begin(), paths.end(), Less);
 }

@@ -4,14 +4,11 @@
 #include <mutex>
 #include <set>
 #include <sys/stat.h>
-#include <utility>
 
 namespace {
 
-using Identity = std::pair<dev_t, ino_t>;
-
 std::mutex gMutex;
-std::set<Identity> gHeld;
+std::set<std::string> gHeld; // paths: the numbers of files come again when those are gone
 
 bool IsHeld(const char* path)
 {
@@ -19,18 +16,17 @@ bool IsHeld(const char* path)
     if (::stat(path, &status) != 0 || !S_ISFIFO(status.st_mode))
         return false;
     const std::lock_guard guard(gMutex);
-    return gHeld.contains({status.st_dev, status.st_ino});
+    return gHeld.contains(path);
 }
 
 } // namespace
 
 bool MakeHeldFile(const std::string& path)
 {
-    struct stat status;
-    if (::mkfifo(path.c_str(), 0600) != 0 || ::stat(path.c_str(), &status) != 0)
+    if (::mkfifo(path.c_str(), 0600) != 0)
         return false;
     const std::lock_guard guard(gMutex);
-    gHeld.insert({status.st_dev, status.st_ino}); // a number may come again when the file is gone
+    gHeld.insert(path);
     return true;
 }
 
