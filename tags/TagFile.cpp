@@ -3,6 +3,7 @@
 #include "scan/Predicates.h"
 #include "tags/NameAndQualifier.h"
 #include "vetch/storage/BEntry.h"
+#include "vetch/storage/EntryRef.h"
 #include "vetch/support/Strings.h"
 
 #include <algorithm>
@@ -199,7 +200,6 @@ TagFile::TagFile(const TagFile& other)
 // A file that is still open is not closed, and lost: closing is left to Done(), here as at destruction.
 bool TagFile::Rewind()
 {
-    source = {};
     return lines.Open(path.Path());
 }
 
@@ -251,6 +251,7 @@ bool TagFile::NextMatch(std::string& name, std::string& qualifier, char& kind, E
     ref = EntryRef();
     kind = 0;
 
+    std::string source; // the file field of the line that 'ref' is from
     const bool skips = !stopAtMismatch && SkipToMatches(lines, startOfMatches, match);
     std::string_view whole;
     char text[kLineSize];
@@ -280,9 +281,12 @@ bool TagFile::NextMatch(std::string& name, std::string& qualifier, char& kind, E
         const char* file = fields.File();
         if (file == nullptr)
             continue;
-        if (!FindSource(file))
-            continue;
-        ref = source.ref; // stays even if the rest of the line turns out to be no tag
+        // The tags of a name in one file stand together: looking for the file once will do for those passed over below.
+        if (source != file) {
+            if (!FindSource(file, ref))
+                continue;
+            source = file;
+        }
         if (!fields.Line(line))
             continue;
         const char* tagKind = fields.Kind();
@@ -304,21 +308,21 @@ template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, i
 template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, int&, bool, PartialMatch);
 template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, int&, bool, AnyMatch);
 
-// Whether it exists; if so, its date has been looked at.
-bool TagFile::FindSource(const char* file)
+// Sets 'ref' to a source that exists, and looks at its date. The reference stays even if the rest of its line turns out
+// to be no tag.
+bool TagFile::FindSource(const char* file, EntryRef& ref)
 {
-    if (source.file == file)
-        return source.exists;
-    std::string wholePath = DeEscaped(file);
-    if (wholePath[0] != '/')
-        wholePath.insert(0, Directory() + "/");
+    std::string source = DeEscaped(file);
+    if (source[0] != '/')
+        source.insert(0, Directory() + "/");
     // As a BEntry does, which would ask the system for the file's status once more for the date.
-    source = {file, false, EntryRef(wholePath.c_str())};
+    const EntryRef found(source.c_str());
     struct stat status;
-    source.exists = ::lstat(source.ref.Path().c_str(), &status) == 0;
-    if (source.exists)
-        CheckDate(status);
-    return source.exists;
+    if (::lstat(found.Path().c_str(), &status) != 0)
+        return false;
+    CheckDate(status);
+    ref = found;
+    return true;
 }
 
 std::string TagFile::Directory() const

@@ -3,13 +3,13 @@
 
 #include "tags/TagLines.h"
 #include "vetch/storage/BPath.h"
-#include "vetch/storage/EntryRef.h"
 
 #include <ctime>
 #include <string>
 #include <vector>
 
 class BEntry;
+struct EntryRef;
 struct stat;
 
 // Reads what ctags writes with line numbers as ex-commands ("--excmd=number"); the lines of a file with search patterns
@@ -61,14 +61,7 @@ public:
     bool OutOfDate() const { return outOfDate; } // whether a search has met a source that is newer; never in a copy
 
 private:
-    // What a file field means. The tags of a name in one file stand together, and are looked for once for all of them.
-    struct Source {
-        std::string file;
-        bool exists = false;
-        EntryRef ref;
-    };
-
-    bool FindSource(const char* file);
+    bool FindSource(const char* file, EntryRef& ref);
     std::string Directory() const;
     void CheckDate(const struct stat& source);
 
@@ -77,7 +70,6 @@ private:
     std::string qualifierPattern;
     std::string startOfMatches;
     TagLines lines;
-    Source source; // that was looked for last, since the file was opened
     bool checkDates;
     bool outOfDate = false;
 };

@@ -451,28 +451,3 @@ TEST(TagFile, TellsWhenItWasModified)
     EXPECT_EQ(file.TagTime(), 0);
     EXPECT_EQ(TagFile(nullptr, "", false).TagTime(), 0);
 }
-
-TEST(TagFile, LooksForSourcesAgainWhenItStartsOver)
-{
-    const TagsFolder folder(TagLine("Foo", "a.cpp", 1, "f") + TagLine("Foo", "a.cpp", 2, "f"));
-    const BEntry tags = folder.Entry();
-    TagFile file(&tags, "Foo", false);
-    const auto count = [&file] {
-        std::string name;
-        std::string qualifier;
-        char kind;
-        EntryRef ref;
-        int line;
-        int matches = 0;
-        EXPECT_TRUE(file.Rewind());
-        while (file.NextMatch(name, qualifier, kind, ref, line, false, TagFile::ExactMatch()))
-            ++matches;
-        file.Done();
-        return matches;
-    };
-    EXPECT_EQ(count(), 2);
-    std::filesystem::remove(folder.directory / "a.cpp");
-    EXPECT_EQ(count(), 0);
-    folder.directory.Write("a.cpp", "int a;\n");
-    EXPECT_EQ(count(), 2);
-}
