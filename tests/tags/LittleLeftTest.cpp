@@ -12,12 +12,12 @@
 namespace {
 
 // More names, all of them different, than fit into what is left below.
-constexpr size_t kNames = 600'000;
+constexpr size_t kManyNames = 600'000;
 
 std::string TooManyNames()
 {
     std::string tags;
-    for (size_t number = 0; number < kNames; ++number)
+    for (size_t number = 0; number < kManyNames; ++number)
         tags += "name" + std::to_string(number) + "\tdirectory" + std::to_string(number) + "/a.cpp\t1;\"\tf\n";
     return tags;
 }
@@ -64,7 +64,7 @@ TEST(LittleLeft, WithoutMemoryForItsNamesAFileHasNone)
         EXPECT_TRUE(entries.empty()) << "half of them would look like all";
         EXPECT_EQ(OpenDescriptors(), descriptors);
         CompletionCache::LoadSelf(file, entries);
-        EXPECT_EQ(entries.size(), kNames) << "later there was enough";
+        EXPECT_EQ(entries.size(), kManyNames) << "later there was enough";
         CompletionCache::ClearCache(entries);
     });
 }

@@ -371,7 +371,7 @@ TEST(CodeView, PointsAndOffsetsAgree)
     view.SetBytes("first\n  second\nth\xc3\xafrd\n");
     for (const long offset : {0L, 3L, 6L, 10L, 17L, 19L}) {
         const BPoint base = view.BaselineAt(offset);
-        const QPoint inside = view.viewport()->mapFromGlobal(QPoint(base.x, base.y)) + QPoint(2, -3);
+        const QPoint inside = view.viewport()->mapFromGlobal(QPointF(base.x, base.y).toPoint()) + QPoint(2, -3);
         const BPoint where = {static_cast<float>(inside.x()), static_cast<float>(inside.y())};
         EXPECT_EQ(view.OffsetAtPoint(where), offset);
         EXPECT_TRUE(view.TextBounds().Contains(where)) << offset;
@@ -386,7 +386,7 @@ TEST(CodeView, TheBaselineIsWhereLettersStand)
     view.SetBytes("\nH");
     const QImage seen = view.viewport()->grab().toImage();
     const BPoint base = view.BaselineAt(1);
-    const QPoint start = view.viewport()->mapFromGlobal(QPoint(base.x, base.y));
+    const QPoint start = view.viewport()->mapFromGlobal(QPointF(base.x, base.y).toPoint());
     int lowest = -1;
     for (int y = 0; y < seen.height(); y++)
         for (int x = start.x(); x < start.x() + 8; x++)
