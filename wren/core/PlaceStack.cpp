@@ -25,7 +25,9 @@ std::optional<VisitedPlace> Step(std::vector<VisitedPlace>* from, std::vector<Vi
     return next;
 }
 
-long Moved(long place, long offset, long removed, long inserted)
+} // namespace
+
+long MovedPlace(long place, long offset, long removed, long inserted)
 {
     if (place <= offset)
         return place;
@@ -33,8 +35,6 @@ long Moved(long place, long offset, long removed, long inserted)
         return place + inserted - removed;
     return std::min(place, offset + inserted);
 }
-
-} // namespace
 
 void PlaceStack::Left(const VisitedPlace& place)
 {
@@ -57,7 +57,7 @@ void PlaceStack::TextChanged(long document, long offset, long removed, long inse
     for (std::vector<VisitedPlace>* places : {&behind, &ahead})
         for (VisitedPlace& place : *places)
             if (place.document == document)
-                place.offset = Moved(place.offset, offset, removed, inserted);
+                place.offset = MovedPlace(place.offset, offset, removed, inserted);
 }
 
 void PlaceStack::DocumentClosed(long document)

@@ -134,6 +134,11 @@ void Editor::Connect()
         emit DocumentsChanged();
     };
     router->onChanged = [this](CodeView& view) { session->TextChanged(window->Tabs().DocumentOf(&view)); };
+    router->onMoves = [this](CodeView& view, long offset, long removed, long inserted) {
+        const long id = window->Tabs().DocumentOf(&view);
+        places.TextChanged(id, offset, removed, inserted);
+        worksheet->TextMoves(id, offset, removed, inserted);
+    };
     connect(loop.get(), &GuiLoop::Woke, this, [this] { window->Status().ShowBackground(); });
     connect(&window->Tabs(), &EditorTabs::Raised, this, &Editor::Raised);
     connect(&window->Tabs(), &EditorTabs::CloseAsked, this, &Editor::Close);

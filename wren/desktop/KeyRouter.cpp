@@ -102,6 +102,12 @@ void KeyRouter::ChangedOtherwise(CodeView& view)
     loop.LetThrough();
 }
 
+void KeyRouter::TextMoves(CodeView& view, long offset, long removed, long inserted)
+{
+    if (onMoves)
+        onMoves(view, offset, removed, inserted);
+}
+
 void KeyRouter::CaretMoved(CodeView&)
 {
     if (onCaret)

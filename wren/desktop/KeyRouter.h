@@ -25,6 +25,7 @@ public:
     std::function<void()> onCaret; // the caret moved, in the current view
     std::function<void(CodeView&, bool modified)> onModified;
     std::function<void(CodeView&)> onChanged; // the text, by whatever
+    std::function<void(CodeView&, long offset, long removed, long inserted)> onMoves; // the text, while it changes
 
     MouseState Mouse() const { return mouse; } // of the click that is being told of
 
@@ -38,6 +39,7 @@ public:
     void KeyApplied(CodeView& view, bool typed) override;
     bool MousePressed(CodeView& view, const QMouseEvent& event) override;
     void ChangedOtherwise(CodeView& view) override;
+    void TextMoves(CodeView& view, long offset, long removed, long inserted) override;
     void CaretMoved(CodeView& view) override;
     void ModifiedSet(CodeView& view, bool modified) override;
 

@@ -1,6 +1,7 @@
 #include "wren/desktop/WorksheetActions.h"
 
 #include "wren/core/Host.h"
+#include "wren/core/PlaceStack.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/editor/CodeView.h"
@@ -59,7 +60,13 @@ void WorksheetActions::Stop()
     runner->Stop();
 }
 
-// The user may go on writing meanwhile, also above: output that would land in the middle of a line starts a new one.
+// The user may go on writing meanwhile, also above.
+void WorksheetActions::TextMoves(long changed, long offset, long removed, long inserted)
+{
+    if (changed == document)
+        end = MovedPlace(end, offset, removed, inserted);
+}
+
 void WorksheetActions::Put(const QByteArray& output)
 {
     Document* target = host.AllDocuments().Find(document);

@@ -29,6 +29,9 @@ public:
     void RunLines(); // of the current document, if it is the Worksheet
     void Stop();
 
+    // The text of a document changes: output still to come follows the lines that it belongs to.
+    void TextMoves(long document, long offset, long removed, long inserted);
+
 signals:
     void StateChanged(); // began or ended
     void Told(const QString& text);

@@ -78,6 +78,32 @@ TEST_F(Lookup, F12GoesToTheDeclarationAndAltLeftComesBack)
     EXPECT_EQ(Place(), "shapes.h:3");
 }
 
+TEST_F(Lookup, AltLeftComesBackToTheSameTextAlsoWhenItHasMoved)
+{
+    StartWith("\n\n  Area\n");
+    View().GoTo(5);
+    Press("F12");
+    Press("Ctrl+PgUp");
+    View().GoTo(0);
+    Type("xyz\n");
+    Press("Ctrl+PgDown");
+    Press("Alt+Left");
+    EXPECT_EQ(Place(), "draw.c *:4");
+    EXPECT_EQ(View().Caret(), 9);
+}
+
+TEST_F(Lookup, AltLeftComesBackToThePlaceInAFileThatWasReadAgain)
+{
+    StartWith("\n\n  Area\n");
+    View().GoTo(5);
+    Press("F12");
+    home.Write("draw.c", "\n\n  Area and more\n");
+    ComeBack();
+    Press("Alt+Left");
+    EXPECT_EQ(Text(), "\n\n  Area and more\n");
+    EXPECT_EQ(View().Caret(), 5);
+}
+
 TEST_F(Lookup, ControlF12GoesToTheDefinition)
 {
     StartWith("Area\n");

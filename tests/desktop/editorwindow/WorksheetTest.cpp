@@ -114,6 +114,20 @@ TEST_F(WorksheetStory, OneCommandRunsAtATime)
     EXPECT_THAT(Text(), Not(HasSubstr("\ntwo")));
 }
 
+TEST_F(WorksheetStory, OutputStaysBelowItsLinesWhileTheUserWritesAboveThem)
+{
+    Start();
+    OpenWith("echo early; while [ ! -e go ]; do sleep 0.01; done; echo late");
+    const std::string command = Text();
+    Press("Ctrl+Return");
+    Until([this] { return Text().ends_with("\nearly\n"); });
+    Press("Ctrl+Home");
+    Type("above\n");
+    home.Write("go", "");
+    UntilEnded();
+    EXPECT_EQ(Text(), "above\n" + command + "\nearly\nlate\n");
+}
+
 TEST_F(WorksheetStory, ControlEnterRunsNothingInOtherTexts)
 {
     Start();

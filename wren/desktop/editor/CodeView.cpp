@@ -112,6 +112,9 @@ std::unique_ptr<TextStore> CodeView::MakeStore()
 void CodeView::SetBytes(std::string_view bytes)
 {
     groups.Close();
+    if (client != nullptr)
+        client->TextMoves(*this, 0, text.Length(), static_cast<long>(bytes.size()));
+    readsAgain = true;
     ByStore([&] {
         text.Send(SCI_SETUNDOCOLLECTION, false);
         text.Send(SCI_CLEARALL);
@@ -122,6 +125,7 @@ void CodeView::SetBytes(std::string_view bytes)
         text.Select(0, 0);
         text.Send(SCI_SETSAVEPOINT);
     });
+    readsAgain = false;
     ApplyEnds(EndsOf(bytes));
     ApplyIndentation();
     FitMargin();

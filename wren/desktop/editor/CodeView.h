@@ -48,6 +48,10 @@ public:
     // actions, and are applied after that like any other key.
     virtual void ChangedOtherwise(CodeView&) = 0;
 
+    // 'inserted' bytes take the place of 'removed' ones, by whomever; told as it happens, when nothing can be asked of the
+    // view. A text that is read again is one change.
+    virtual void TextMoves(CodeView&, long, long, long) {} // offset, removed, inserted
+
     // Where things stand now. Told after an action of the user's; after what the store did, from the event loop.
     virtual void CaretMoved(CodeView&) = 0;
     virtual void ModifiedSet(CodeView&, bool modified) = 0; // differs from what was saved, or no longer does
@@ -186,6 +190,7 @@ private:
     Selection replaced;        // the selection when the action began: typing over it takes nothing away
     bool changeUntold = false; // by nobody known: told from the event loop
     bool toldLater = false;
+    bool readsAgain = false; // SetBytes() is at it
     long numberedLines = 0; // that the margin has been made wide enough for
     long toldCaret = 0;
     bool toldModified = false;

@@ -134,6 +134,8 @@ void CodeView::TextModified(int offset, int kind, const char*, int length, int, 
         return;
     const bool inserts = kind & SC_MOD_BEFOREINSERT;
     lines.Changing(offset, inserts ? 0 : length, inserts ? length : 0);
+    if (client != nullptr && !readsAgain)
+        client->TextMoves(*this, offset, inserts ? 0 : length, inserts ? length : 0);
     Note(offset, length, inserts);
     if (by == By::Unknown)
         TellLater(true);
