@@ -133,7 +133,10 @@ void Editor::Connect()
             session->Settled(id);
         emit DocumentsChanged();
     };
-    router->onChanged = [this](CodeView& view) { session->TextChanged(window->Tabs().DocumentOf(&view)); };
+    router->onChanged = [this](CodeView& view) {
+        session->TextChanged(window->Tabs().DocumentOf(&view));
+        emit TextEdited();
+    };
     router->onMoves = [this](CodeView& view, long offset, long removed, long inserted) {
         const long id = window->Tabs().DocumentOf(&view);
         places.TextChanged(id, offset, removed, inserted);

@@ -93,6 +93,7 @@ public:
 
 signals:
     void DocumentsChanged(); // opened, closed, raised, saved or renamed
+    void TextEdited();       // the current one, by whatever
 
 private:
     void MakeHost(const DesktopOptions& options);

@@ -53,6 +53,7 @@ EditorMenus::EditorMenus(Editor& editor) : editor(editor)
     for (const CommandTable::Command& command : editor.TheHost().Commands().Registered())
         CommandAction(command.name);
     connect(&editor, &Editor::DocumentsChanged, this, &EditorMenus::ShowState);
+    connect(&editor, &Editor::TextEdited, this, &EditorMenus::ShowUndo);
     connect(&editor.TheWorksheet(), &WorksheetActions::StateChanged, this, &EditorMenus::ShowState);
     ShowState();
 }
@@ -224,13 +225,19 @@ void EditorMenus::ShowState()
     revert->setEnabled(any && !document->Path().empty());
     for (QAction* action : {cut, copy})
         action->setEnabled(any);
-    undo->setEnabled(any && view->isUndoAvailable());
-    redo->setEnabled(any && view->isRedoAvailable());
+    ShowUndo();
     commands["GoBack"]->setEnabled(editor.Places().CanGoBack());
     commands["GoForward"]->setEnabled(editor.Places().CanGoForward());
     const WorksheetActions& worksheet = editor.TheWorksheet();
     runLines->setEnabled(worksheet.IsWorksheet(document) && !worksheet.IsRunning());
     stop->setEnabled(worksheet.IsRunning());
+}
+
+void EditorMenus::ShowUndo()
+{
+    const CodeView* view = editor.CurrentView();
+    undo->setEnabled(view != nullptr && view->isUndoAvailable());
+    redo->setEnabled(view != nullptr && view->isRedoAvailable());
 }
 
 QAction* EditorMenus::Add(QMenu* menu, const QString& text, const char* icon, const QList<QKeySequence>& keys,

@@ -39,6 +39,7 @@ private:
     void FillRecent();
     void FillPluginItems();
     void ShowState(); // which can be chosen now
+    void ShowUndo();  // and of those, what every edit may change
 
     QAction* Add(QMenu* menu, const QString& text, const char* icon, const QList<QKeySequence>& keys,
                  const std::function<void()>& run);

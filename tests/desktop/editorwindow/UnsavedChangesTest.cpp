@@ -1,4 +1,8 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
+#include "wren/desktop/MainWindow.h"
+
+#include <QAction>
+#include <QToolBar>
 
 #include <filesystem>
 
@@ -17,6 +21,13 @@ protected:
         Start({file});
         Type("new ");
     }
+    QAction* Tool(const char* name)
+    {
+        for (QAction* action : TheEditor().Window().Tools().actions())
+            if (action->text().remove('&') == name)
+                return action;
+        return nullptr;
+    }
     std::string file;
 };
 
@@ -31,6 +42,20 @@ TEST_F(UnsavedChanges, AreMarkedInTheTabAndAskedAboutByItsCloseButton)
     EXPECT_THAT(hands.TakeHeard(), ElementsAre("Save the changes of a.c?"));
     EXPECT_EQ(Content(file), "new old\n");
     EXPECT_THAT(Tabs(), ElementsAre("untitled"));
+}
+
+TEST_F(UnsavedChanges, ThatAreTakenBackInPartCanBeMadeAgainFromTheToolBar)
+{
+    StartWithAChange();
+    Press("End");
+    Type("er");
+    EXPECT_FALSE(Tool("Redo")->isEnabled());
+    Tool("Undo")->trigger();
+    EXPECT_EQ(Text(), "new old\n");
+    ASSERT_TRUE(Tool("Redo")->isEnabled());
+    Tool("Redo")->trigger();
+    EXPECT_EQ(Text(), "new older\n");
+    EXPECT_FALSE(Tool("Redo")->isEnabled());
 }
 
 TEST_F(UnsavedChanges, GoWhenTheyAreDiscarded)
