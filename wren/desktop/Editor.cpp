@@ -151,6 +151,7 @@ void Editor::Connect()
     });
     connect(window.get(), &MainWindow::UserLeft, this, [this] { host->UserLeft(); });
     connect(window.get(), &MainWindow::FrameChanged, this, [this] { host->AllDocuments().FollowFrame(); });
+    connect(window.get(), &MainWindow::ColoursChanged, this, &Editor::FollowColours);
     connect(window.get(), &MainWindow::FilesDropped, this, [this](const QStringList& paths) {
         for (const QString& path : paths)
             Open(path.toStdString());
@@ -458,6 +459,16 @@ void Editor::ApplyPreferences()
     router->controlClicks = values.lookupClick == PreferenceValues::LookupClick::Control;
     display->SetModifierKeys(router->keys);
     BindKeys();
+}
+
+// The desktop may turn dark in the evening, while texts are open.
+void Editor::FollowColours()
+{
+    const EditorLook now = LookFor(preferences.Values(), zoom);
+    if (now.dark == look.dark)
+        return;
+    look = now;
+    window->Tabs().SetLook(look);
 }
 
 // A command that has a key with a character is known to the plug-in by the first such: it shows it, and it is what chooses

@@ -99,6 +99,7 @@ private:
     void MakeHost(const DesktopOptions& options);
     void Connect();
     void ApplyPreferences();
+    void FollowColours();
     void BindKeys();
     void OpenOrNew(const Place& place);
     void OpenMatch(const std::string& path, long line);

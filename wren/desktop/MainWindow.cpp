@@ -55,6 +55,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        emit ColoursChanged();
     if (event->type() != QEvent::ActivationChange || present == isActiveWindow())
         return;
     present = isActiveWindow();

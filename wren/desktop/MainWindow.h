@@ -33,6 +33,7 @@ signals:
     void UserCame(); // to this window
     void UserLeft(); // for another one, of this program or of any other
     void FrameChanged();
+    void ColoursChanged(); // the desktop's, or those that were chosen instead
     void FilesDropped(const QStringList& paths);
 
 protected:

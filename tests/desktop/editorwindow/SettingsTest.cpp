@@ -1,5 +1,8 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
 
+#include <QApplication>
+#include <QPalette>
+
 #include <filesystem>
 #include <sys/stat.h>
 
@@ -36,6 +39,20 @@ TEST_F(Settings, OfTheEditorCountAtOnceAndAreStoredWhileThePreferencesAreOpen)
         EXPECT_TRUE(View().Look().wraps);
         UntilStored("WrenWrapLines on\n");
     });
+}
+
+TEST_F(Settings, OfTheDesktopsColoursAreFollowedWhileTextsAreOpen)
+{
+    Start({home.Write("a.c", ""), home.Write("b.c", "")});
+    ASSERT_FALSE(View().Look().dark);
+    QApplication::setPalette(QPalette(Qt::darkGray, Qt::black)); // as it does when the desktop turns dark
+    Settle();
+    EXPECT_TRUE(View().Look().dark);
+    Press("Ctrl+PgUp");
+    EXPECT_TRUE(View().Look().dark);
+    QApplication::setPalette(QPalette());
+    Settle();
+    EXPECT_FALSE(View().Look().dark);
 }
 
 TEST_F(Settings, OfThePlugInAreStoredWhileThePreferencesAreOpen)
