@@ -50,7 +50,7 @@ void TryOutput(std::string_view output)
     Lines expected;
     for (const Tag& tag : read.tags) {
         RequireReadable(tag);
-        const unsigned file = tag.line % fields.size();
+        const auto file = static_cast<unsigned>(tag.line % fields.size());
         std::string line;
         if (cplustags::AppendTagLine(line, tag, fields[file]))
             expected.push_back(line);
