@@ -213,7 +213,7 @@ void LoadUser::ChangeWorld()
     if (Once(random, 4))
         workspace.WriteTags(Pick(random, Workspace::kProjects));
     stage.SetInputPending(Once(random, 4));
-    const auto larger = [&random] { return static_cast<float>(Pick(random, 2)); };
+    const auto larger = [this] { return static_cast<float>(Pick(random, 2)); };
     const float width = 640 + 640 * larger();
     stage.SetScreen({0, 0, width, 480 + 320 * larger()});
     vetch::AdvanceVirtualClock(static_cast<bigtime_t>(Pick(random, 2'000'000)));
