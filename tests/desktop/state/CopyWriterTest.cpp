@@ -101,6 +101,7 @@ TEST(CopyWriter, DoesWhatIsAskedOfOneFileInOrder)
 TEST(CopyWriter, HasNoThreadWhileNothingIsToBeDone)
 {
     const TempDirectory directory;
+    std::thread([] {}).join(); // with the first thread, a sanitizer starts one of its own
     const size_t before = RunningThreads();
     wren::CopyWriter writer;
     EXPECT_EQ(RunningThreads(), before);
