@@ -9,8 +9,9 @@
 #include <string_view>
 
 // Reads one after the other; to read a file from its beginning to its end finds out whether its names are in order, and
-// KnownFiles remembers that. A reader that is closed far from the beginning reads on for it, once for each file. A file that is known to be in order, or says so itself and proves that nobody has changed it
-// since, is bisected. With and without that the same lines are met where it matters, and reading goes on at the same one.
+// KnownFiles remembers that. A reader that is closed far from the beginning reads on for it, once for each file. A file
+// that is known to be in order, or says so itself and proves that nobody has changed it since, is bisected. With and
+// without that the same lines are met where it matters, and reading goes on at the same one.
 //
 // Not thread-safe. As with LineReader, neither destruction nor opening once more closes the file.
 class TagLines {

@@ -196,20 +196,26 @@ void Editor::Show(const std::vector<Place>& wanted)
     CurrentView()->setFocus();
 }
 
-bool Editor::Open(const std::string& path, long line, long column)
+Document* Editor::Load(const std::string& absolute, const std::optional<std::string>& text)
 {
     std::string error;
+    Document* document = Adopt(host->Open(absolute, text, false, &error));
+    if (document == nullptr)
+        AskPlainly(QMessageBox::Critical, window.get(), QString::fromStdString(error));
+    return document;
+}
+
+bool Editor::Open(const std::string& path, long line, long column)
+{
     const std::string absolute = AbsolutePath(path);
     Document* document = host->AllDocuments().FindByPath(absolute);
     if (document == nullptr) {
         Document* untouched = host->Current();
         const bool replaces = untouched != nullptr && untouched->Path().empty() && untouched->Length() == 0 &&
                               !files->IsModified(*untouched);
-        document = Adopt(host->Open(absolute, std::nullopt, false, &error));
-        if (document == nullptr) {
-            AskPlainly(QMessageBox::Critical, window.get(), QString::fromStdString(error));
+        document = Load(absolute, std::nullopt);
+        if (document == nullptr)
             return false;
-        }
         if (replaces)
             Close(untouched->Id());
     }
@@ -235,20 +241,16 @@ void Editor::OpenOrNew(const Place& place)
         OpenNew(file.filePath().toStdString());
 }
 
-bool Editor::OpenNew(const std::string& path)
+void Editor::OpenNew(const std::string& absolute)
 {
-    std::string error;
-    Document* document = host->AllDocuments().FindByPath(path);
+    Document* document = host->AllDocuments().FindByPath(absolute);
     if (document == nullptr)
-        document = Adopt(host->Open(path, "", false, &error));
-    if (document == nullptr) {
-        AskPlainly(QMessageBox::Critical, window.get(), QString::fromStdString(error));
-        return false;
-    }
+        document = Load(absolute, "");
+    if (document == nullptr)
+        return;
     window->Tabs().Raise(document->Id());
-    window->statusBar()->showMessage(tr("%1 is a new file: saving makes it").arg(QString::fromStdString(path)), 8000);
+    window->statusBar()->showMessage(tr("%1 is a new file: saving makes it").arg(QString::fromStdString(absolute)), 8000);
     emit DocumentsChanged();
-    return true;
 }
 
 bool Editor::OpenUnsaved(const std::string& path, const std::string& text)

@@ -53,7 +53,6 @@ public:
 
     // Lines and columns from 1, columns in bytes; 0 for none. False when the file could not be read, which was told.
     bool Open(const std::string& path, long line = 0, long column = 0);
-    bool OpenNew(const std::string& path); // no file yet: it is made when the text is saved
     bool OpenUnsaved(const std::string& path, const std::string& text); // as an edit of what the file holds now
     void New();
     bool Close(long document); // false when the user wants to keep it
@@ -102,6 +101,9 @@ private:
     void FollowColours();
     void BindKeys();
     void OpenOrNew(const Place& place);
+    void OpenNew(const std::string& absolute); // no file yet: it is made when the text is saved
+    // A document of the file, or of the text; null when there can be none, which was told.
+    Document* Load(const std::string& absolute, const std::optional<std::string>& text);
     void OpenMatch(const std::string& path, long line);
     VisitedPlace Here();
     void GoTo(const std::optional<VisitedPlace>& place);
