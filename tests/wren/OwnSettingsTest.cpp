@@ -23,11 +23,13 @@ protected:
         answer = [this, registers](long event, PluginInterface* record) {
             if (event == Event::kRegister && registers)
                 record->RegisterSetting("DeclOne");
-            if (event == Event::kSettingsCommand)
-                toPlugin.push_back(record->settingsArgs[0][0]);
             if (event == Event::kSaveSettings)
                 record->WriteSettings("DeclOne %s\n", "new");
-            return 0L;
+            if (event != Event::kSettingsCommand)
+                return 0L;
+            const char* const* words = *record->settingsArgs;
+            toPlugin.push_back(words[0]);
+            return words[1] != nullptr && words[1] != std::string("odd") ? 1L : 0L;
         };
         MakeHost(file);
         if (sets)
@@ -54,6 +56,14 @@ TEST_F(OwnSettings, AreGivenToTheirOwnerAndNotToThePlugin)
     EXPECT_EQ(preferences.Values().fontSize, 14);
     EXPECT_THAT(toPlugin, ElementsAre("DeclOne"));
     EXPECT_THAT(face.warnings, IsEmpty());
+}
+
+TEST_F(OwnSettings, ComeWithTheNewsOfWhatThePluginRefuses)
+{
+    StartWith("DeclOne odd\nDeclOne\nDeclOne new\n");
+    EXPECT_THAT(face.warnings, ElementsAre(StartsWith(file + ":1: DeclOne cannot be \"odd\"; the line is left out"),
+                                           StartsWith(file + ":2: DeclOne has no value; the line is left out")));
+    EXPECT_EQ(Saved(), "DeclOne odd\nDeclOne\nDeclOne new\n") << "nobody has chosen another one";
 }
 
 TEST_F(OwnSettings, AreWrittenBesideThePluginsAndTheLinesOfOthers)

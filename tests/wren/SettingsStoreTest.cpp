@@ -160,3 +160,37 @@ TEST(SettingsStore, WritesThroughALink)
     EXPECT_TRUE(std::filesystem::is_symlink(directory / "link"));
     EXPECT_EQ(Content(file), "a 1\n");
 }
+
+TEST(SettingsStore, KeepsRefusedLinesUntilAnotherValueIsWritten)
+{
+    const struct {
+        const char* why;
+        const char* stored;
+        const char* accepted; // what the other lines are
+        const char* written;
+        const char* then;
+    } kCases[] = {
+        {"nothing is written for a default", "mine On\n", nullptr, "", "mine On\n"},
+        {"the value stayed", "mine On\nmine off\n", "mine off", "mine off\n", "mine On\nmine off\n"},
+        {"blanks are no other value", "mine On\nmine   off\n", "mine   off", "mine off\n", "mine On\nmine off\n"},
+        {"a first value", "mine On\n", nullptr, "mine off\n", "mine off\n"},
+        {"another value", "mine On\nmine a\n", "mine a", "mine b\n", "mine b\n"},
+        {"a value for another name", "mine On\n", nullptr, "other 1\n", "mine On\nother 1\n"},
+        {"twice", "mine On\nmine On\n", nullptr, "", "mine On\nmine On\n"},
+    };
+    for (const auto& each : kCases) {
+        const TempDirectory directory;
+        const std::string file = directory.Write("settings", each.stored);
+        SettingsStore store(file);
+        store.Register("mine");
+        store.Register("other");
+        store.Refused("mine On");
+        if (each.accepted != nullptr)
+            store.Accepted(each.accepted);
+        store.BeginSave();
+        store.Write(each.written);
+        std::string error;
+        EXPECT_TRUE(store.EndSave(&error)) << error;
+        EXPECT_EQ(Content(file), each.then) << each.why;
+    }
+}

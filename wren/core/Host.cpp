@@ -20,6 +20,8 @@ namespace wren {
 
 namespace {
 
+constexpr const char* kOrChoose = ", or choose a value in the preferences";
+
 // Windows that the framework made for the plug-in are no loopers of the plug-in's library: a file panel that nobody has
 // answered.
 void QuitWhatIsLeft()
@@ -248,7 +250,7 @@ void Host::SendStoredSettings()
             TakeOwn(line);
         } else {
             WarnAboutUnknown(line);
-            events.SettingsLine(line.text);
+            SendToPlugin(line);
         }
     }
 }
@@ -262,9 +264,21 @@ void Host::TakeOwn(const StoredLine& line)
 {
     std::string problem;
     if (!own->Take(line.text, &problem))
-        face.Warn(settings.File() + ":" + std::to_string(line.number) + ": " + SplitAtBlanks(line.text).front() + ": " +
-                  problem +
-                  "; the line is left out and kept: correct or remove it, or choose a value in the preferences");
+        WarnAbout(line, SplitAtBlanks(line.text).front() + ": " + problem, kOrChoose);
+}
+
+void Host::SendToPlugin(const StoredLine& line)
+{
+    const bool accepted = events.SettingsLine(line.text);
+    const std::vector<std::string> words = SplitAtBlanks(line.text);
+    if (!settings.IsRegistered(words.front()))
+        return;
+    if (accepted)
+        return settings.Accepted(line.text);
+    settings.Refused(line.text);
+    if (own != nullptr)
+        WarnAbout(line, words.front() + (words.size() == 1 ? " has no value" : " cannot be \"" + words[1] + "\""),
+                  kOrChoose);
 }
 
 // It may be a plug-in's that is not loaded now, and one that has registered nothing says nothing of what it knows.
@@ -273,8 +287,13 @@ void Host::WarnAboutUnknown(const StoredLine& line)
     const std::string name = SplitAtBlanks(line.text).front();
     if (own == nullptr || settings.IsRegistered(name) || (!settings.HasRegistered() && !name.starts_with("Wren")))
         return;
-    face.Warn(settings.File() + ":" + std::to_string(line.number) + ": no setting is named \"" + name +
-              "\"; the line is left out and kept: correct or remove it");
+    WarnAbout(line, "no setting is named \"" + name + "\"", "");
+}
+
+void Host::WarnAbout(const StoredLine& line, const std::string& problem, const char* otherRemedy)
+{
+    face.Warn(settings.File() + ":" + std::to_string(line.number) + ": " + problem +
+              "; the line is left out and kept: correct or remove it" + otherRemedy);
 }
 
 } // namespace wren

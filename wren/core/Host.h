@@ -107,8 +107,10 @@ private:
     void MakeCacheDirectory();
     void SendStoredSettings();
     bool IsOwn(const std::string& setting) const;
+    void SendToPlugin(const StoredLine& line);
     void TakeOwn(const StoredLine& line);
     void WarnAboutUnknown(const StoredLine& line);
+    void WarnAbout(const StoredLine& line, const std::string& problem, const char* otherRemedy);
 
     PluginBundle& bundle;
     Face& face;

@@ -41,9 +41,9 @@ void PluginEvents::Register()
     SendPlain(Event::kRegister);
 }
 
-void PluginEvents::SettingsLine(const std::string& line)
+bool PluginEvents::SettingsLine(const std::string& line)
 {
-    SettingsCommand(SplitAtBlanks(line));
+    return SettingsCommand(SplitAtBlanks(line)) != 0;
 }
 
 long PluginEvents::SettingsCommand(const std::vector<std::string>& words)

@@ -45,7 +45,7 @@ public:
 
     void FirstContact();
     void Register();
-    void SettingsLine(const std::string& line);
+    bool SettingsLine(const std::string& line); // whether it was accepted
     long SettingsCommand(const std::vector<std::string>& words); // at least one word
     void MenuBarBuilt();
     void ResourceIDs();

@@ -60,6 +60,17 @@ bool SettingsStore::Load(std::vector<StoredLine>* lines, std::string* error)
     return true;
 }
 
+void SettingsStore::Accepted(const std::string& line)
+{
+    std::vector<std::string> words = SplitAtBlanks(line);
+    accepted[words.front()] = std::move(words);
+}
+
+void SettingsStore::Refused(const std::string& line)
+{
+    refused.insert(line);
+}
+
 bool SettingsStore::MakeDirectory(std::string* error)
 {
     const size_t slash = file.rfind('/');
@@ -88,22 +99,33 @@ bool SettingsStore::EndSave(std::string* error)
         const std::optional<std::string> stored = ReadWholeFile(file, error);
         if (!stored)
             return false;
-        kept = WithoutRegistered(*stored);
+        kept = WithoutReplaced(*stored);
         if (kept + written == *stored)
             return true;
     }
     return WriteWholeFile(file, kept + written, error);
 }
 
-std::string SettingsStore::WithoutRegistered(const std::string& stored) const
+std::string SettingsStore::WithoutReplaced(const std::string& stored) const
 {
     std::string kept;
     for (const std::string& line : SplitLines(stored)) {
         const std::vector<std::string> words = SplitAtBlanks(line);
-        if (words.empty() || !names.contains(words.front()))
+        if (words.empty() || !names.contains(words.front()) || (refused.contains(line) && !HasNewValue(words.front())))
             kept += line + "\n";
     }
     return kept;
+}
+
+bool SettingsStore::HasNewValue(const std::string& name) const
+{
+    const auto before = accepted.find(name);
+    for (const std::string& line : SplitLines(written)) {
+        const std::vector<std::string> words = SplitAtBlanks(line);
+        if (!words.empty() && words.front() == name && (before == accepted.end() || before->second != words))
+            return true;
+    }
+    return false;
 }
 
 } // namespace wren

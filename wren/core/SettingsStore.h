@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -32,20 +33,28 @@ public:
     bool IsRegistered(const std::string& name) const { return names.contains(name); }
     bool HasRegistered() const { return !names.empty(); }
 
+    // What its owner made of a loaded line of a registered name.
+    void Accepted(const std::string& line);
+    void Refused(const std::string& line);
+
     bool MakeDirectory(std::string* error); // that the file is in; false, with the reason, when it cannot be made
 
     // Between the two, what is written replaces all stored lines of registered names. Lines of other names stay as they
-    // are, since they belong to somebody else. A file that holds all that already is not touched. False, with the reason in
-    // '*error', leaves the file as it was.
+    // are, since they belong to somebody else, and so do refused ones, for the user to correct, until another value is
+    // written for their name than was accepted for it. A file that holds all that already is not touched. False, with
+    // the reason in '*error', leaves the file as it was.
     void BeginSave();
     void Write(const std::string& text); // outside a save it goes nowhere
     bool EndSave(std::string* error);
 
 private:
-    std::string WithoutRegistered(const std::string& stored) const;
+    std::string WithoutReplaced(const std::string& stored) const;
+    bool HasNewValue(const std::string& name) const;
 
     const std::string file;
     std::set<std::string> names;
+    std::map<std::string, std::vector<std::string>> accepted; // the words of a name's last accepted line
+    std::set<std::string> refused;
     bool saving = false;
     std::string written;
 };
