@@ -1,6 +1,6 @@
 #include "wren/core/PlaceStack.h"
 
-#include <algorithm>
+#include "wren/core/TextChange.h"
 
 namespace wren {
 
@@ -27,15 +27,6 @@ std::optional<VisitedPlace> Step(std::vector<VisitedPlace>* from, std::vector<Vi
 
 } // namespace
 
-long MovedPlace(long place, long offset, long removed, long inserted)
-{
-    if (place <= offset)
-        return place;
-    if (place >= offset + removed)
-        return place + inserted - removed;
-    return std::min(place, offset + inserted);
-}
-
 void PlaceStack::Left(const VisitedPlace& place)
 {
     Push(&behind, place);
@@ -57,7 +48,7 @@ void PlaceStack::TextChanged(long document, long offset, long removed, long inse
     for (std::vector<VisitedPlace>* places : {&behind, &ahead})
         for (VisitedPlace& place : *places)
             if (place.document == document)
-                place.offset = MovedPlace(place.offset, offset, removed, inserted);
+                place.offset = MovedPlace(place.offset, {offset, removed, inserted});
 }
 
 void PlaceStack::DocumentClosed(long document)

@@ -16,9 +16,6 @@ struct VisitedPlace {
     bool operator==(const VisitedPlace&) const = default;
 };
 
-// Where a place is once 'inserted' bytes have taken the place of 'removed' ones at 'offset'.
-long MovedPlace(long place, long offset, long removed, long inserted);
-
 // Like a browser's history: going somewhere new forgets the places ahead. Keeps the last kMost. Document thread.
 class PlaceStack {
 public:

@@ -65,6 +65,7 @@ bool FileKeeper::Save(Document& document)
     return MayOverwrite(document) && Write(document, document.Path());
 }
 
+// The Worksheet stays where it is: what is saved under a name is a copy of it.
 bool FileKeeper::SaveAs(Document& document)
 {
     const QString path = QFileDialog::getSaveFileName(&window, tr("Save As"), QString::fromStdString(document.Path()));
@@ -74,7 +75,7 @@ bool FileKeeper::SaveAs(Document& document)
         Complain(path.toStdString() + ": it is open in another tab; close that one first");
         return false;
     }
-    return Write(document, path.toStdString());
+    return HasItsOwnPlace(document) ? WriteText(document, path.toStdString()) : Write(document, path.toStdString());
 }
 
 void FileKeeper::Revert(Document& document)
@@ -124,12 +125,9 @@ bool FileKeeper::IsGone(const Document& document) const
 
 bool FileKeeper::Write(Document& document, const std::string& path)
 {
-    CodeView* view = ViewOf(document);
-    std::string error;
-    if (!WriteWholeFile(path, view->Bytes(), &error)) {
-        Complain(error);
+    if (!WriteText(document, path))
         return false;
-    }
+    CodeView* view = ViewOf(document);
     const bool renamed = path != document.Path();
     if (renamed) {
         Closed(document.Id());
@@ -143,6 +141,15 @@ bool FileKeeper::Write(Document& document, const std::string& path)
     view->MarkSaved();
     emit Saved(document.Id());
     return true;
+}
+
+bool FileKeeper::WriteText(const Document& document, const std::string& path)
+{
+    std::string error;
+    const bool written = WriteWholeFile(path, ViewOf(document)->Bytes(), &error);
+    if (!written)
+        Complain(error);
+    return written;
 }
 
 bool FileKeeper::MayOverwrite(const Document& document)
@@ -166,13 +173,8 @@ bool FileKeeper::Reload(Document& document)
         Complain(error);
         return false;
     }
-    CodeView* view = ViewOf(document);
-    const long caret = view->Caret();
-    const long top = view->FirstVisibleLine();
     host.Events().DocumentChanged(); // the plug-in's windows point into the text that goes
-    view->SetBytes(*text);
-    view->GoTo(std::min(caret, document.Length()));
-    view->ShowFromLine(top);
+    ViewOf(document)->ReadAgain(*text);
     stamps[document.Id()] = stamp;
     watch->Saved(document.Id(), stamp);
     return true;

@@ -36,8 +36,8 @@ public:
 
     void Revert(Document& document); // takes the file's text, after a question when there are unsaved changes
 
-    // Asks about unsaved changes, and about a text whose file is gone; false when the document is to stay. The Worksheet is saved, and asked about only where it
-    // could not be.
+    // Asks about unsaved changes, and about a text whose file is gone; false when the document is to stay. The Worksheet
+    // is saved, and asked about only where it could not be.
     bool MayGo(Document& document);
 
     bool IsModified(const Document& document) const;
@@ -47,7 +47,8 @@ signals:
 
 private:
     bool IsGone(const Document& document) const; // there was a file of it
-    bool Write(Document& document, const std::string& path);
+    bool Write(Document& document, const std::string& path); // it has that path from then on
+    bool WriteText(const Document& document, const std::string& path);
     bool MayOverwrite(const Document& document);
     bool Reload(Document& document);
     void ChangedOnDisk(long document);

@@ -1,6 +1,7 @@
 #include "wren/desktop/WorksheetActions.h"
 
 #include "wren/core/Host.h"
+#include "wren/core/TextChange.h"
 #include "wren/core/PlaceStack.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/desktop/EditorTabs.h"
@@ -64,7 +65,7 @@ void WorksheetActions::Stop()
 void WorksheetActions::TextMoves(long changed, long offset, long removed, long inserted)
 {
     if (changed == document)
-        end = MovedPlace(end, offset, removed, inserted);
+        end = MovedPlace(end, {offset, removed, inserted});
 }
 
 void WorksheetActions::Put(const QByteArray& output)

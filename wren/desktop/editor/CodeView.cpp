@@ -1,5 +1,6 @@
 #include "wren/desktop/editor/CodeView.h"
 
+#include "wren/core/TextChange.h"
 #include "wren/desktop/editor/Braces.h"
 #include "wren/desktop/editor/CodeLexer.h"
 #include "wren/desktop/editor/CodeViewStore.h"
@@ -82,7 +83,6 @@ void CodeView::WatchText()
 {
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &CodeView::TextModified);
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &CodeView::CharacterAdded);
-    connect(this, &QsciScintillaBase::SCN_ZOOM, this, &CodeView::FitMargin);
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTLEFT, this, [this] { TellLater(false); });
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] { TellLater(false); });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] {
@@ -126,6 +126,28 @@ void CodeView::SetBytes(std::string_view bytes)
         text.Send(SCI_SETSAVEPOINT);
     });
     readsAgain = false;
+    ApplyEnds(EndsOf(bytes));
+    ApplyIndentation();
+    FitMargin();
+}
+
+void CodeView::ReadAgain(std::string_view bytes)
+{
+    const TextChange change = ChangeBetween(text.All(), bytes);
+    const long caret = MovedPlace(Caret(), change);
+    const long top = text.Send(SCI_POSITIONFROMLINE, text.Send(SCI_DOCLINEFROMVISIBLE, FirstVisibleLine()));
+    groups.Close();
+    if (client != nullptr)
+        client->TextMoves(*this, change.offset, change.removed, change.inserted);
+    readsAgain = true;
+    ByStore([&] {
+        groups.Replace(change.offset, change.offset + change.removed,
+                       bytes.substr(static_cast<size_t>(change.offset), static_cast<size_t>(change.inserted)));
+        text.Select(caret, caret);
+        text.Send(SCI_SETSAVEPOINT);
+    });
+    readsAgain = false;
+    ShowFromLine(text.Send(SCI_VISIBLEFROMDOCLINE, text.Send(SCI_LINEFROMPOSITION, MovedPlace(top, change))));
     ApplyEnds(EndsOf(bytes));
     ApplyIndentation();
     FitMargin();
@@ -290,11 +312,9 @@ std::optional<long> CodeView::PartnerOf(long offset) const
 BPoint CodeView::BaselineAt(long offset) const
 {
     offset = std::clamp(offset, 0L, text.Length());
-    QFont font = look.font;
-    font.setPointSizeF(font.pointSizeF() + static_cast<qreal>(text.Send(SCI_GETZOOM)));
     const QPoint corner(static_cast<int>(text.Send(SCI_POINTXFROMPOSITION, 0, offset)),
                         static_cast<int>(text.Send(SCI_POINTYFROMPOSITION, 0, offset)));
-    const QPoint where = viewport()->mapToGlobal(corner + QPoint(0, QFontMetrics(font).ascent()));
+    const QPoint where = viewport()->mapToGlobal(corner + QPoint(0, QFontMetrics(look.font).ascent()));
     return {static_cast<float>(where.x()), static_cast<float>(where.y())};
 }
 

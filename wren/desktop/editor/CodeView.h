@@ -80,6 +80,10 @@ public:
     // The text, byte by byte. Bytes that are no UTF-8 are shown as their numbers and kept as they are. SetBytes() clears
     // what can be undone, finds out the line ends and the indentation, and counts as saved.
     void SetBytes(std::string_view bytes);
+
+    // The same for a text that has become another one elsewhere, as an edit that can be undone. The caret and the lines that
+    // are seen stay at their text.
+    void ReadAgain(std::string_view bytes);
     std::string Bytes() const;
     LineEnds Ends() const;
     Indentation IndentsWith() const { return indentation; }
@@ -120,12 +124,16 @@ public:
     // Scintilla colours what it draws. It is never made to colour the whole of a big file.
     void recolor(int start = 0, int end = -1) override;
 
+signals:
+    void ZoomAsked(int steps); // with Control and the wheel; the look that is set next may show it
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void inputMethodEvent(QInputMethodEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -190,7 +198,8 @@ private:
     Selection replaced;        // the selection when the action began: typing over it takes nothing away
     bool changeUntold = false; // by nobody known: told from the event loop
     bool toldLater = false;
-    bool readsAgain = false; // SetBytes() is at it
+    bool readsAgain = false; // SetBytes() or ReadAgain() is at it
+    int turned = 0;          // eighths of a degree of the wheel, less than a step of the zoom
     long numberedLines = 0; // that the margin has been made wide enough for
     long toldCaret = 0;
     bool toldModified = false;

@@ -11,6 +11,7 @@
 #include <QDropEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QWheelEvent>
 
 #include <iterator>
 #include <utility>
@@ -76,6 +77,19 @@ bool HoldsShortcut(const QKeyEvent& event)
 }
 
 } // namespace
+
+// All views and the preferences' font know one size; Scintilla's own zoom would be this view's alone.
+void CodeView::wheelEvent(QWheelEvent* event)
+{
+    if (event->modifiers() != Qt::ControlModifier)
+        return QsciScintilla::wheelEvent(event);
+    event->accept();
+    turned += event->angleDelta().y();
+    if (const int steps = turned / QWheelEvent::DefaultDeltasPerStep; steps != 0) {
+        turned -= steps * QWheelEvent::DefaultDeltasPerStep;
+        emit ZoomAsked(steps);
+    }
+}
 
 void CodeView::SetUpKeys()
 {
