@@ -9,10 +9,12 @@
 #include "wren/desktop/WorksheetActions.h"
 #include "wren/desktop/editor/CodeView.h"
 
-#include <QFileInfo>
 #include <QAbstractButton>
 #include <QMessageBox>
 #include <QPushButton>
+
+#include <filesystem>
+#include <utility>
 
 namespace wren {
 
@@ -32,7 +34,15 @@ QString ListOf(const std::vector<UnsavedText>& texts)
 
 } // namespace
 
-SessionKeeper::SessionKeeper(Editor& editor) : editor(editor), state(LoadSession())
+SessionKeeper::SessionKeeper(Editor& editor)
+    : editor(editor), state(LoadSession()), recovery([this](const std::string& problem) {
+          const auto tell = [this, problem] {
+              if (std::exchange(told, problem) != problem)
+                  this->editor.Window().Notices().Tell(tr("What is not saved is not safe from a crash: %1")
+                                                           .arg(QString::fromStdString(problem)));
+          };
+          QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+      })
 {
     quiet.setSingleShot(true);
     quiet.setInterval(kQuiet);
@@ -42,15 +52,19 @@ SessionKeeper::SessionKeeper(Editor& editor) : editor(editor), state(LoadSession
 void SessionKeeper::Opened(const std::string& path)
 {
     state.Opened(path);
+    std::erase(opened, path);
+    opened.push_back(path);
 }
 
 void SessionKeeper::Restore()
 {
     const SessionState last = state;
+    restored = true;
     for (const SessionState::OpenFile& file : last.files) {
+        std::error_code unknown;
         if (file.worksheet) {
             editor.OpenWorksheet();
-        } else if (!QFileInfo::exists(QString::fromStdString(file.path)) || !editor.Open(file.path)) {
+        } else if (!std::filesystem::exists(file.path, unknown) || !editor.Open(file.path)) {
             continue; // it went meanwhile: nobody asked for it now
         }
         editor.CurrentView()->GoTo(file.caret);
@@ -89,6 +103,23 @@ void SessionKeeper::OfferRecovery()
 
 bool SessionKeeper::Save()
 {
+    state.geometry = editor.Window().saveGeometry().toBase64().toStdString();
+    const SessionState stored = LoadSession(); // by another editor, meanwhile
+    state.recentFiles = stored.recentFiles;
+    for (const std::string& path : opened)
+        state.Opened(path);
+    if (restored || stored.files.empty()) {
+        TakeOpenFiles();
+    } else {
+        state.files = stored.files;
+        state.current = stored.current;
+    }
+    std::string error;
+    return SaveSession(state, &error);
+}
+
+void SessionKeeper::TakeOpenFiles()
+{
     Host& host = editor.TheHost();
     state.files.clear();
     state.current = -1;
@@ -101,9 +132,6 @@ bool SessionKeeper::Save()
             state.current = static_cast<int>(state.files.size());
         state.files.push_back({document->Path(), view->Caret(), view->FirstVisibleLine(), document->IsWorksheet()});
     }
-    state.geometry = editor.Window().saveGeometry().toBase64().toStdString();
-    std::string error;
-    return SaveSession(state, &error);
 }
 
 void SessionKeeper::KeepUnsaved()

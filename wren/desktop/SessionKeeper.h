@@ -7,6 +7,8 @@
 #include <QTimer>
 
 #include <set>
+#include <string>
+#include <vector>
 
 namespace wren {
 
@@ -22,22 +24,29 @@ public:
     const SessionState& State() const { return state; }
     void Opened(const std::string& path); // among the recent files
 
-    void Restore();        // opens the files of the last session
-    void OfferRecovery();  // asks about what a crash has left, if it has
-    bool Save();           // what is open now; false, told, when it could not be kept
-    void KeepUnsaved();    // copies of all unsaved texts, at once: they are on the disk afterwards
+    void Restore();       // opens the files of the last session
+    void OfferRecovery(); // asks about what a crash has left, if it has
+
+    // What is open now, for Restore(). An editor that has not restored the last session, since it was started for files
+    // that were named, leaves that one as it is. False when it could not be kept.
+    bool Save();
+    void KeepUnsaved(); // copies of all unsaved texts, at once: they are on the disk afterwards
     void TextChanged(long document);
     void Settled(long document); // saved or closed: no copy is needed
 
 private:
+    void TakeOpenFiles();
     void KeepChanged();
     void Keep(long document);
 
     Editor& editor;
     SessionState state;
-    Recovery recovery;
+    std::vector<std::string> opened; // by this editor, the last one last
+    bool restored = false;
     QTimer quiet;
     std::set<long> changed; // since their last copy
+    std::string told;       // of copies that could not be written
+    Recovery recovery;      // its thread tells of them as long as it lives
 };
 
 } // namespace wren

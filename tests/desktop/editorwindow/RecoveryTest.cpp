@@ -28,7 +28,7 @@ protected:
     {
         const pid_t child = ::fork();
         if (child == 0) {
-            wren::Recovery editor;
+            wren::Recovery editor([](const std::string&) { ::_exit(1); });
             editor.Keep(1, path, text);
             editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
@@ -56,6 +56,8 @@ protected:
         return {{"HOME", home.Path()}, {"QT_QPA_PLATFORM", "offscreen"}, {"XDG_STATE_HOME", ""}, {"XDG_CONFIG_HOME", ""}};
     }
 };
+
+using UnsavedCopy = EditorStory;
 
 bool Handles(pid_t process, int signal)
 {
@@ -200,4 +202,15 @@ TEST_F(AfterAKill, TheProgramItselfKeepsItsSessionAtASignal)
     Start();
     EXPECT_THAT(Tabs(), ElementsAre("a.c"));
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+}
+
+TEST_F(UnsavedCopy, ThatCannotBeWrittenIsToldOf)
+{
+    Start({home.Write("a.c", "old\n")});
+    fs::remove_all(InState("recovery"));
+    Type("typed ");
+    Until([this] { return !Notice().empty(); });
+    EXPECT_THAT(Notice(), AllOf(HasSubstr("not safe from a crash"), HasSubstr("No such file or directory")));
+    hands.AnswerNextAlert("Discard");
+    EXPECT_TRUE(Quit());
 }

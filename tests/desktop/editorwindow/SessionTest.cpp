@@ -2,6 +2,7 @@
 #include "wren/core/Host.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/MainWindow.h"
+#include "wren/desktop/SessionKeeper.h"
 
 #include <QTabBar>
 
@@ -93,6 +94,28 @@ TEST_F(Session, StaysAwayWhenFilesAreNamed)
     ASSERT_TRUE(Quit());
     Start({files[2]});
     EXPECT_THAT(Tabs(), ElementsAre("c.c"));
+}
+
+TEST_F(Session, IsNotReplacedByFilesThatWereNamed)
+{
+    Start({files[0], files[1]});
+    ASSERT_TRUE(Quit());
+    Start({files[2]});
+    ASSERT_TRUE(Quit());
+    Start();
+    EXPECT_THAT(Tabs(), ElementsAre("a.c", "b.c"));
+    EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(files[1], files[0], files[2]));
+}
+
+TEST_F(Session, KeepsTheRecentFilesOfAnotherEditor)
+{
+    Start({files[0]});
+    wren::SessionState another;
+    another.Opened(files[1]);
+    std::string error;
+    ASSERT_TRUE(wren::SaveSession(another, &error)) << error;
+    ASSERT_TRUE(Quit());
+    EXPECT_THAT(wren::LoadSession().recentFiles, ElementsAre(files[0], files[1]));
 }
 
 TEST_F(Session, StaysAwayWhenThePreferencesSaySo)

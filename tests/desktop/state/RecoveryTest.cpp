@@ -23,7 +23,7 @@ protected:
     {
         const pid_t child = ::fork();
         if (child == 0) {
-            wren::Recovery editor;
+            wren::Recovery editor([](const std::string&) { ::_exit(1); });
             what(editor);
             editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
@@ -155,9 +155,10 @@ TEST_F(Recovery, SaysWhyNothingCanBeKept)
 
 TEST_F(Recovery, SaysThatACopyCouldNotBeWritten)
 {
-    wren::Recovery editor;
+    std::string told;
+    wren::Recovery editor([&](const std::string& why) { told = why; });
     fs::remove_all(InState("recovery"));
     editor.Keep(1, "/a.c", "text");
     editor.Finish();
-    EXPECT_THAT(editor.Problem(), HasSubstr("No such file or directory"));
+    EXPECT_THAT(told, HasSubstr("No such file or directory"));
 }

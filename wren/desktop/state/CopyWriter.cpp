@@ -8,6 +8,8 @@
 
 namespace wren {
 
+CopyWriter::CopyWriter(OnFailure onFailure) : onFailure(std::move(onFailure)) {}
+
 CopyWriter::~CopyWriter()
 {
     Finish();
@@ -31,12 +33,6 @@ void CopyWriter::Finish()
     }
     if (worker.joinable())
         worker.join();
-}
-
-std::string CopyWriter::Problem() const
-{
-    const std::lock_guard<std::mutex> held(lock);
-    return problem;
 }
 
 void CopyWriter::Add(const std::string& file, Wish wish)
@@ -78,8 +74,8 @@ void CopyWriter::Carry(const std::string& file, Wish wish)
     } catch (const std::exception& reason) {
         error = file + ": " + reason.what();
     }
-    const std::lock_guard<std::mutex> held(lock);
-    problem = error;
+    if (!error.empty() && onFailure)
+        onFailure(error);
 }
 
 } // namespace wren

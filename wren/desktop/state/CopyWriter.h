@@ -2,6 +2,7 @@
 #pragma once
 
 #include <condition_variable>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -14,7 +15,9 @@ namespace wren {
 // written. A file's newest content is all that counts: what was still waiting for it is passed over. Belongs to one thread.
 class CopyWriter {
 public:
-    CopyWriter() = default;
+    using OnFailure = std::function<void(const std::string& why)>;
+
+    explicit CopyWriter(OnFailure onFailure = {}); // called on the thread that writes
     ~CopyWriter(); // once all is done
     CopyWriter(const CopyWriter&) = delete;
     CopyWriter& operator=(const CopyWriter&) = delete;
@@ -22,8 +25,6 @@ public:
     void Write(const std::string& file, std::string head, std::string text); // one behind the other
     void Remove(const std::string& file);
     void Finish(); // comes back when all is done
-
-    std::string Problem() const; // why the last one that was written could not be; "" when it could
 
 private:
     struct Copy {
@@ -36,10 +37,10 @@ private:
     void Work();
     void Carry(const std::string& file, Wish wish);
 
-    mutable std::mutex lock; // of all below but the thread
+    const OnFailure onFailure;
+    std::mutex lock; // of all below but the thread
     std::condition_variable idle;
     std::map<std::string, Wish> waiting;
-    std::string problem;
     bool working = false;
     std::thread worker;
 };

@@ -150,7 +150,7 @@ struct Recovery::Own {
     std::set<long> kept;
 };
 
-Recovery::Recovery()
+Recovery::Recovery(OnFailure onFailure) : writer(std::move(onFailure))
 {
     if (RecoveryDirectory().empty()) {
         problem = "there is no home directory: copies of unsaved texts have no place";
@@ -203,11 +203,6 @@ void Recovery::Forget(long document)
 void Recovery::Finish()
 {
     writer.Finish();
-}
-
-std::string Recovery::Problem() const
-{
-    return problem.empty() ? writer.Problem() : problem;
 }
 
 std::vector<UnsavedText> Recovery::Left() const

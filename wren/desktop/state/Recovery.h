@@ -20,7 +20,10 @@ struct UnsavedText {
 // a line of JSON that says what it is of, and then the text. Not thread-safe.
 class Recovery {
 public:
-    Recovery();  // without a state directory, or locks in it, it keeps nothing, and Problem() says so
+    using OnFailure = CopyWriter::OnFailure;
+
+    // Without a state directory, or locks in it, it keeps nothing, and Problem() says so.
+    explicit Recovery(OnFailure onFailure = {});
     ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
 
     // Done soon, on another thread. A copy replaces the last one by rename.
@@ -28,7 +31,7 @@ public:
     void Forget(long document);
     void Finish(); // comes back when that is done
 
-    std::string Problem() const; // why copies cannot be kept; "" when they can
+    const std::string& Problem() const { return problem; } // why no copies can be kept; "" when they can
 
     // What editors that are gone have left, the oldest first. Reading removes nothing; Discard() does. A copy that is
     // damaged is passed over and stays.
