@@ -16,11 +16,14 @@ if(WREN_UNITY)
     set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         # It takes for a header what is included, and these sources are.
-        add_compile_options(-Wno-subobject-linkage -Wconversion)
+        add_compile_options(-Wno-subobject-linkage)
     endif()
 endif()
 
 add_compile_options(-Wall -Wextra)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU") # the other's notion of it is a different one
+    add_compile_options(-Wconversion)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # It warns of overlaps inside its own strings that are not there.
     add_compile_options(-Wno-restrict)

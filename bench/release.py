@@ -1,0 +1,42 @@
+"""The programs that are measured: built with the release preset, and run."""
+import json
+import os
+import subprocess
+import sys
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+DIRECTORY = os.path.join(ROOT, "build/release")
+
+
+def build(*targets):
+    for command in (["cmake", "--preset", "release", "-DWREN_TESTS=ON"],
+                    ["cmake", "--build", DIRECTORY, "--target", *targets]):
+        made = subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False)
+        if made.returncode != 0:
+            sys.exit(made.stdout)
+
+
+def path(program):
+    return os.path.join(DIRECTORY, program)
+
+
+def environment(home=None):
+    """Without words of a language; with a home, also with its cache."""
+    own = {} if home is None else {"HOME": home, "XDG_CACHE_HOME": os.path.join(home, "cache")}
+    return {**os.environ, "LC_ALL": "C", **own}
+
+
+def run(program, *words, given=None, home=None):
+    """What the program prints, each line as JSON."""
+    done = subprocess.run([path(program), *map(str, words)], input=given, stdout=subprocess.PIPE,
+                          text=True, check=True, env=environment(home))
+    return [json.loads(line) for line in done.stdout.splitlines()]
+
+
+def seconds(command, directory=None, home=None):
+    """From the start of the command to its end, whatever it says."""
+    start = time.perf_counter()
+    subprocess.run(command, cwd=directory, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                   stderr=subprocess.DEVNULL, env=environment(home), check=False)
+    return time.perf_counter() - start
