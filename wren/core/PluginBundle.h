@@ -21,6 +21,7 @@ public:
 
     // A plug-in that does nothing, for an editor whose bundle cannot be used.
     static std::unique_ptr<PluginBundle> Nothing();
+    bool IsNothing() const { return bundle.path.empty(); }
 
     long Main(long event, PluginInterface* record) const { return main(event, record); }
     std::string Help() const;

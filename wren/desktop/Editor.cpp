@@ -28,7 +28,6 @@
 #include "wren/desktop/editor/FindBar.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QInputDialog>
@@ -42,6 +41,8 @@
 namespace wren {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr const char* kIcon = "/Contents/Resources/Declaration.icns";
 constexpr int kMostZoom = 20; // points more or less
@@ -58,9 +59,18 @@ std::unique_ptr<PluginBundle> LoadBundle(const std::string& directory, QStringLi
     return PluginBundle::Nothing();
 }
 
+// Byte by byte: names of files need not be UTF-8.
 std::string AbsolutePath(const std::string& path)
 {
-    return QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(path))).toStdString();
+    std::error_code gone; // the directory in which it was started: then the path stays relative
+    const fs::path absolute = (fs::current_path(gone) / path).lexically_normal();
+    return absolute.has_filename() ? absolute : absolute.parent_path();
+}
+
+// Qt would take "[*]" for the place of its mark of unsaved changes.
+QString TitleOf(const QString& path)
+{
+    return QFileInfo(path).fileName().replace("[*]", "[*][*]");
 }
 
 } // namespace
@@ -70,6 +80,7 @@ Editor::Editor(const DesktopOptions& options)
       bundle(LoadBundle(options.bundle, &problems)),
       window(std::make_unique<MainWindow>(ReadIcns(bundle->Directory()->path + kIcon)))
 {
+    window->Button().setEnabled(!bundle->IsNothing());
     vetch::SetDisplay(display.get());
     display->SetMainWindow(window.get());
     look = LookFor(preferences.Values(), zoom);
@@ -110,7 +121,7 @@ void Editor::MakeHost(const DesktopOptions& options)
     witnesses = std::make_unique<Witnesses>(hearing);
     host = std::make_unique<Host>(*bundle, *face, *witnesses, options.settingsFile);
     host->SetOwnSettings(&preferences);
-    host->SetWorksheetDirectory(QDir::currentPath().toStdString());
+    host->SetWorksheetDirectory(AbsolutePath("."));
     router = std::make_unique<KeyRouter>(*host, *display, *loop);
     face->router = router.get();
     files = std::make_unique<FileKeeper>(*host, window->Tabs(), window->Notices(), *window);
@@ -233,12 +244,14 @@ bool Editor::Open(const std::string& path, long line, long column)
 
 void Editor::OpenOrNew(const Place& place)
 {
-    const QFileInfo file(QString::fromStdString(AbsolutePath(place.file)));
+    const std::string absolute = AbsolutePath(place.file);
+    std::error_code unknown;
     // A link to nowhere is not there either, but its name is taken.
-    if (file.exists() || file.isSymLink() || !file.dir().exists())
-        Open(place.file, place.line, place.column);
+    if (fs::symlink_status(absolute, unknown).type() == fs::file_type::not_found &&
+        fs::is_directory(fs::path(absolute).parent_path(), unknown))
+        OpenNew(absolute);
     else
-        OpenNew(file.filePath().toStdString());
+        Open(place.file, place.line, place.column);
 }
 
 void Editor::OpenNew(const std::string& absolute)
@@ -257,7 +270,7 @@ bool Editor::OpenUnsaved(const std::string& path, const std::string& text)
 {
     std::string error;
     Document* document = path.empty() ? &host->New() : host->AllDocuments().FindByPath(path);
-    if (document == nullptr && std::filesystem::exists(path))
+    if (std::error_code unknown; document == nullptr && fs::exists(path, unknown))
         document = host->Open(path, std::nullopt, path == WorksheetActions::File(), &error);
     if (document == nullptr)
         document = host->Open(path, "", path == WorksheetActions::File(), &error);
@@ -302,6 +315,10 @@ bool Editor::Quit()
     for (Document* document : host->AllDocuments().All())
         if (!files->MayGo(*document))
             return false;
+    if (worksheet->IsRunning() &&
+        AskPlainly(QMessageBox::Question, window.get(), tr("A command of the Worksheet is still running. Stop it?"),
+                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
+        return false;
     quitting = true;
     session->Save();
     std::string error;
@@ -396,7 +413,8 @@ void Editor::OpenWorksheet()
     if (document == nullptr) {
         std::string error;
         const std::string file = WorksheetActions::File();
-        const bool kept = !file.empty() && std::filesystem::exists(file);
+        std::error_code unknown;
+        const bool kept = !file.empty() && fs::exists(file, unknown);
         document = Adopt(host->Open(file, kept ? std::nullopt : std::optional<std::string>(""), true, &error));
         if (document == nullptr)
             return Warn(error);
@@ -541,7 +559,7 @@ void Editor::ShowState()
     window->Status().Show(document, CurrentView());
     const QString name = document == nullptr ? "" : QString::fromStdString(document->Path());
     window->setWindowFilePath(name);
-    window->setWindowTitle(name.isEmpty() ? tr("Wren") : tr("%1 - Wren").arg(QFileInfo(name).fileName()));
+    window->setWindowTitle(name.isEmpty() ? tr("Wren") : tr("%1 - Wren").arg(TitleOf(name)));
 }
 
 Document* Editor::Adopt(Document* document)
@@ -550,6 +568,7 @@ Document* Editor::Adopt(Document* document)
         return nullptr;
     CodeView* view = window->Tabs().ViewOf(document->Id());
     view->SetClient(router.get());
+    connect(view, &CodeView::ZoomAsked, this, &Editor::UseZoom, Qt::UniqueConnection);
     view->SetLanguageFor(document->Path());
     ShowName(*document, false);
     if (!document->Path().empty())

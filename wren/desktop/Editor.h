@@ -85,6 +85,7 @@ public:
     KeyRouter& Router() { return *router; }
     WorksheetActions& TheWorksheet() { return *worksheet; }
     SessionKeeper& Session() { return *session; }
+    SettingsKeeper& Settings() { return *settings; }
     const Preferences& ThePreferences() const { return preferences; }
     const PlaceStack& Places() const { return places; }
     Document* Current();

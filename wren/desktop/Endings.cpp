@@ -2,6 +2,7 @@
 
 #include "wren/desktop/Editor.h"
 #include "wren/desktop/SessionKeeper.h"
+#include "wren/desktop/SettingsKeeper.h"
 
 #include <QSocketNotifier>
 
@@ -56,6 +57,7 @@ void Endings::End()
 {
     editor.Session().Save();
     editor.Session().KeepUnsaved();
+    editor.Settings().StoreAtEnd();
     ::_exit(128 + gSignal);
 }
 

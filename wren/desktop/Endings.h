@@ -7,7 +7,7 @@ namespace wren {
 
 class Editor;
 
-// On SIGTERM, SIGINT and SIGHUP the session and copies of all unsaved texts are kept, and the process ends without a
+// On SIGTERM, SIGINT and SIGHUP the session, copies of all unsaved texts and changed settings are kept, and the process ends without a
 // question: nobody may be there to answer. One at a time; GUI thread.
 class Endings : public QObject {
     Q_OBJECT

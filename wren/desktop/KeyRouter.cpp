@@ -132,8 +132,8 @@ bool KeyRouter::RoutedToMatches(const KeyStroke& stroke)
         PostQuitRequested(front.handler);
         return true;
     case KeyCode::kEnter:
-        if (front.selected < 0)
-            return false;
+        if (front.selected < 0) // the one that Enter means
+            PostKeyDown(front.list, {std::string(1, KeyCode::kDown), 0});
         [[fallthrough]];
     case KeyCode::kUp:
     case KeyCode::kDown:

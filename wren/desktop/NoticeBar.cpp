@@ -2,18 +2,22 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QStyle>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace wren {
 
 namespace {
 
-constexpr int kMostLines = 8; // the text below stays usable; the oldest go first
+constexpr int kLinesSeen = 8;
 
 } // namespace
 
-NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel)
+NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(new QScrollArea)
 {
     setFrameShape(QFrame::StyledPanel);
     setBackgroundRole(QPalette::ToolTipBase);
@@ -22,6 +26,13 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel)
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    area->setWidget(label);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->viewport()->setBackgroundRole(QPalette::ToolTipBase);
     auto* close = new QToolButton;
     close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
     close->setAutoRaise(true);
@@ -30,7 +41,7 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel)
     connect(close, &QToolButton::clicked, this, &NoticeBar::Dismiss);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(8, 4, 4, 4);
-    row->addWidget(label, 1);
+    row->addWidget(area, 1);
     row->addWidget(close, 0, Qt::AlignTop);
     hide();
 }
@@ -39,15 +50,29 @@ void NoticeBar::Tell(const QString& text)
 {
     told.removeAll(text);
     told.append(text);
-    while (told.size() > kMostLines)
-        told.removeFirst();
     label->setText(Told());
     show();
+    FitHeight();
 }
 
 QString NoticeBar::Told() const
 {
     return told.join('\n');
+}
+
+void NoticeBar::resizeEvent(QResizeEvent* event)
+{
+    QFrame::resizeEvent(event);
+    FitHeight();
+}
+
+// A narrow window breaks lines. The last one that was told is seen.
+void NoticeBar::FitHeight()
+{
+    const int most = kLinesSeen * label->fontMetrics().lineSpacing();
+    area->setFixedHeight(std::min(label->heightForWidth(area->viewport()->width()), most));
+    QScrollBar* bar = area->verticalScrollBar();
+    bar->setValue(bar->maximum());
 }
 
 void NoticeBar::Dismiss()

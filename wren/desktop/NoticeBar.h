@@ -4,10 +4,11 @@
 #include <QFrame>
 
 class QLabel;
+class QScrollArea;
 
 namespace wren {
 
-// Hidden while there is nothing to tell. GUI thread.
+// Hidden while there is nothing to tell; many lines are scrolled, so that the text below stays usable. GUI thread.
 class NoticeBar : public QFrame {
     Q_OBJECT
 public:
@@ -16,10 +17,15 @@ public:
     void Tell(const QString& text); // below what is told already; the same thing once
     QString Told() const;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     void Dismiss();
+    void FitHeight();
 
     QLabel* label;
+    QScrollArea* area;
     QStringList told;
 };
 

@@ -31,6 +31,13 @@ bool SettingsKeeper::Store(std::string* error)
     return host.SaveSettings(error);
 }
 
+void SettingsKeeper::StoreAtEnd()
+{
+    std::string nobodyReads;
+    if (quiet.isActive() && vetch::PluginCall::Depth() == 0)
+        Store(&nobodyReads);
+}
+
 // A plug-in that is asking the user something would only tell its settings after its call, too late for the file.
 void SettingsKeeper::StoreChange()
 {

@@ -18,6 +18,7 @@ public:
 
     void Changed();                 // or may have: what is stored already is not written again
     bool Store(std::string* error); // at once; false, with the reason, when the file could not be written
+    void StoreAtEnd();              // what has changed and can be stored in the middle of anything
 
 signals:
     void Failed(const QString& reason); // to store a change

@@ -3,6 +3,7 @@
 #include "wren/desktop/Endings.h"
 
 #include <QApplication>
+#include <QIcon>
 
 #include <csignal>
 #include <cstdio>
@@ -44,6 +45,15 @@ void HearQt(QtMsgType type, const QMessageLogContext&, const QString& text)
     std::abort();
 }
 
+// The theme's where it is installed; it need not be.
+QIcon WindowIcon()
+{
+    QIcon own;
+    for (const int size : {16, 22, 24, 32, 48, 64, 128, 256})
+        own.addFile(QString(":/hicolor/%1x%1/apps/wren.png").arg(size));
+    return QIcon::fromTheme("wren", own);
+}
+
 } // namespace
 
 int main(int count, char** words)
@@ -62,6 +72,7 @@ int main(int count, char** words)
     QApplication::setApplicationVersion(WREN_VERSION);
     QApplication::setDesktopFileName("wren");
     QApplication application(count, words);
+    QApplication::setWindowIcon(WindowIcon());
     wren::Editor editor(arguments->options);
     const wren::Endings endings(editor);
     editor.Show(arguments->places);

@@ -152,6 +152,22 @@ TEST_F(Lookup, SeveralMatchesAreListedAndEnterOpensOne)
     EXPECT_EQ(Place(), "draw.c:1");
 }
 
+TEST_F(Lookup, EnterOpensTheFirstMatchWhereNoneIsSelected)
+{
+    StartWith("Many\n");
+    Press("F12");
+    ASSERT_THAT(Windows(), ElementsAre("Declaration"));
+    Press("Return");
+    const std::string first = Place();
+    EXPECT_THAT(Windows(), IsEmpty());
+    Press("Alt+Left");
+    EXPECT_EQ(Text(), "Many\n") << "no line end was typed";
+    Press("F12");
+    Press("Down");
+    Press("Return");
+    EXPECT_EQ(Place(), first);
+}
+
 TEST_F(Lookup, AltClickGoesToTheDeclarationAndControlAltClickToTheDefinition)
 {
     StartWith("Area\n");

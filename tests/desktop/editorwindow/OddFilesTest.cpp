@@ -1,4 +1,6 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
+#include "wren/core/Host.h"
+#include "wren/desktop/MainWindow.h"
 
 #include <filesystem>
 #include <unistd.h>
@@ -159,4 +161,23 @@ TEST_F(OddFiles, OneThatAnotherProgramMadeMeanwhileIsNotOverwritten)
 TEST_F(OddFiles, OneInADirectoryThatIsNotThereIsNotOpened)
 {
     ExpectRefused(home / "nowhere/new.c", "No such file or directory");
+}
+
+TEST_F(OddFiles, AreSavedUnderTheirNamesWhateverTheirBytes)
+{
+    const std::string file = home.Write("\xff\xfe.c", "old\n");
+    Start({file});
+    Type("new ");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "new old\n");
+    ASSERT_TRUE(Quit());
+    Start();
+    EXPECT_EQ(TheEditor().Current()->Path(), file) << "of the session";
+    EXPECT_EQ(Text(), "new old\n");
+}
+
+TEST_F(OddFiles, WithAMarkOfQtInTheirNamesAreNamedInTheTitleAsTheyAre)
+{
+    Start({home.Write("a[*].c", "")});
+    EXPECT_EQ(TheEditor().Window().windowTitle().toStdString(), "a[*][*].c - Wren") << "as Qt wants it";
 }

@@ -1,7 +1,11 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/NoticeBar.h"
+#include "wren/desktop/SettingsKeeper.h"
 
 #include <QApplication>
 #include <QPalette>
+#include <QWheelEvent>
 
 #include <filesystem>
 #include <sys/stat.h>
@@ -77,6 +81,16 @@ TEST_F(Settings, AreStoredWhenThePreferencesAreClosedAtOnce)
     EXPECT_THAT(Content(SettingsFile()), HasSubstr(kOptionClick));
 }
 
+TEST_F(Settings, AreStoredAtOnceWhenASignalEndsTheEditor)
+{
+    Start();
+    InPreferences([this](QWidget& dialog) {
+        Tick(dialog, "Wrap long lines");
+        TheEditor().Settings().StoreAtEnd();
+        EXPECT_THAT(Content(SettingsFile()), HasSubstr("WrenWrapLines on\n"));
+    });
+}
+
 TEST_F(Settings, AreThereAtTheNextStart)
 {
     Start();
@@ -109,4 +123,49 @@ TEST_F(Settings, ThatCannotBeStoredAreToldOf)
     EXPECT_TRUE(View().Look().wraps) << "they count all the same";
     hands.AnswerNextAlert("OK");
     EXPECT_TRUE(Quit());
+}
+
+TEST_F(Settings, ThatAreDamagedGiveWayToAChoice)
+{
+    home.Write(".config/wren/settings", "DeclAutoComplete On\nDeclOptionClickToFindDeclaration yes\n");
+    Start();
+    ASSERT_THAT(Notice(), HasSubstr("DeclOptionClickToFindDeclaration cannot be \"yes\""));
+    InPreferences([](QWidget& dialog) { Tick(dialog, "Option-click to look up a declaration"); });
+    EXPECT_EQ(Content(SettingsFile()), std::string("DeclAutoComplete On\n") + kOptionClick);
+}
+
+TEST_F(Settings, ManyOfWhichAreDamagedAreAllToldAndLeaveRoomForTheText)
+{
+    std::string lines;
+    for (int line = 0; line < 50; ++line)
+        lines += "WrenNoSuchThing" + std::to_string(line) + " 1\n";
+    home.Write(".config/wren/settings", lines);
+    Start();
+    EXPECT_THAT(Notice(), HasSubstr("WrenNoSuchThing0\""));
+    EXPECT_THAT(Notice(), HasSubstr("WrenNoSuchThing49\""));
+    EXPECT_LT(TheEditor().Window().Notices().height(), TheEditor().Window().height() / 3);
+}
+
+TEST_F(Settings, OfTheSizeAreChangedByTheWheelInAllTextsAndTakenBack)
+{
+    Start({home.Write("a.c", ""), home.Write("b.c", "")});
+    const int usual = View().Look().font.pointSize();
+    const auto turn = [this](int eighths, Qt::KeyboardModifiers held) {
+        QWidget* at = View().viewport();
+        QWheelEvent event(at->rect().center(), at->mapToGlobal(at->rect().center()), QPoint(), QPoint(0, eighths),
+                          Qt::NoButton, held, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(at, &event);
+    };
+    turn(120, Qt::NoModifier);
+    EXPECT_EQ(View().Look().font.pointSize(), usual);
+    turn(240, Qt::ControlModifier);
+    EXPECT_EQ(View().Look().font.pointSize(), usual + 2);
+    turn(-60, Qt::ControlModifier);
+    EXPECT_EQ(View().Look().font.pointSize(), usual + 2);
+    turn(-60, Qt::ControlModifier);
+    EXPECT_EQ(View().Look().font.pointSize(), usual + 1);
+    Press("Ctrl+PgUp");
+    EXPECT_EQ(View().Look().font.pointSize(), usual + 1);
+    Press("Ctrl+0");
+    EXPECT_EQ(View().Look().font.pointSize(), usual);
 }

@@ -1,5 +1,7 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "wren/core/Host.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/PluginButton.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -33,6 +35,7 @@ constexpr const char* kDamaged = "WrenFontSize large\n"
                                  "WrenShowBlanks maybe\n"
                                  "DeclOptionClickToFindDeclaration off\n"
                                  "Somebody else's line\n"
+                                 "DeclAutoComplete On\n"
                                  "WrenWrapLines on\n";
 
 } // namespace
@@ -43,6 +46,7 @@ TEST_F(Starting, WithoutThePlugInEditsAndSaysWhatIsMissing)
     bundle = home / "nowhere";
     Start({file});
     EXPECT_THAT(Notice(), AllOf(HasSubstr("Symbols cannot be looked up or completed"), HasSubstr(home / "nowhere")));
+    EXPECT_FALSE(TheEditor().Window().Button().isEnabled());
     Type("new ");
     Press("F12");
     Press("Ctrl+.");
@@ -81,7 +85,8 @@ TEST_F(Starting, TellsOfEachDamagedLineOfTheSettingsOnceAndUsesTheOthers)
     EXPECT_THAT(told, ElementsAre(AllOf(HasSubstr(file + ":1:"), HasSubstr("large")),
                                   AllOf(HasSubstr(file + ":3:"), HasSubstr("WrenNoSuchThing")),
                                   AllOf(HasSubstr(file + ":4:"), HasSubstr("maybe")),
-                                  AllOf(HasSubstr(file + ":6:"), HasSubstr("Somebody"))));
+                                  AllOf(HasSubstr(file + ":6:"), HasSubstr("Somebody")),
+                                  AllOf(HasSubstr(file + ":7:"), HasSubstr("DeclAutoComplete cannot be \"On\""))));
     EXPECT_EQ(TheEditor().ThePreferences().Values().tabWidth, 8);
     EXPECT_TRUE(TheEditor().ThePreferences().Values().wrapsLines);
     EXPECT_EQ(TheEditor().ThePreferences().Values().fontSize, wren::PreferenceValues().fontSize);

@@ -12,6 +12,7 @@
 #include <filesystem>
 
 namespace fs = std::filesystem;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
@@ -158,9 +159,13 @@ TEST_F(WorksheetStory, TheEndOfTheEditorEndsTheCommand)
     Press("Ctrl+Return");
     Until([this] { return !Content(home / "running").empty(); });
     const std::string process = "/proc/" + Content(home / "running").substr(0, Content(home / "running").find('\n'));
+    hands.AnswerNextAlert("No");
+    ASSERT_FALSE(Quit());
     EXPECT_TRUE(fs::exists(process));
+    hands.AnswerNextAlert("Yes");
     ASSERT_TRUE(Quit());
     EXPECT_FALSE(fs::exists(process));
+    EXPECT_THAT(hands.TakeHeard(), Each(HasSubstr("still running")));
 }
 
 // How a user gets tags of a directory without leaving the editor.
@@ -227,4 +232,15 @@ TEST_F(WorksheetStory, IsAskedAboutWhereItCannotBeKept)
     hands.AnswerNextAlert("OK");
     hands.AnswerNextAlert("Discard");
     EXPECT_TRUE(Quit());
+}
+
+TEST_F(WorksheetStory, SavedUnderANameItStaysWhereItIs)
+{
+    Start();
+    OpenWith("echo hello");
+    hands.AnswerNextPanel(home / "copy.sh");
+    Choose("File", "Save As\u2026");
+    EXPECT_EQ(Content(home / "copy.sh"), "echo hello");
+    EXPECT_EQ(TheEditor().Current()->Path(), wren::WorksheetActions::File());
+    EXPECT_EQ(CurrentTab(), "Worksheet");
 }
