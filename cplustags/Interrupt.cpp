@@ -18,7 +18,9 @@ std::atomic<int> gSignal{0};
 std::atomic<int> gEvent{-1};
 static_assert(std::atomic<int>::is_always_lock_free, "a handler of signals must not wait for a lock");
 
-void Note(int number)
+} // namespace
+
+void Interrupt(int number)
 {
     const int before = errno;
     int none = 0;
@@ -29,6 +31,8 @@ void Note(int number)
     }
     errno = before;
 }
+
+namespace {
 
 sigset_t Signals()
 {
@@ -50,7 +54,7 @@ void CatchInterrupts()
         if (action.sa_handler == SIG_IGN)
             continue;
         action = {};
-        action.sa_handler = Note; // without SA_RESTART: a call that waits is to be broken off
+        action.sa_handler = Interrupt; // without SA_RESTART: a call that waits is to be broken off
         ::sigaction(number, &action, nullptr);
     }
 }
@@ -69,7 +73,9 @@ void DieOfInterrupt()
 {
     const int number = gSignal;
     std::signal(number, SIG_DFL);
-    const sigset_t set = Signals();
+    sigset_t set;
+    ::sigemptyset(&set);
+    ::sigaddset(&set, number);
     ::sigprocmask(SIG_UNBLOCK, &set, nullptr);
     std::raise(number);
     std::abort();

@@ -12,6 +12,7 @@ namespace cplustags {
 // the terminal is closed.
 void CatchInterrupts();
 
+void Interrupt(int number);         // as if the signal had come, if none has
 bool Interrupted();                 // any thread
 int InterruptDescriptor();          // readable from the first signal on: for poll(); -1 when none are caught
 [[noreturn]] void DieOfInterrupt(); // once Interrupted()

@@ -3,6 +3,7 @@
 #include "cplustags/Interrupt.h"
 
 #include <cerrno>
+#include <csignal>
 #include <unistd.h>
 
 namespace cplustags {
@@ -27,6 +28,8 @@ bool StandardOutput::Flush()
             written += static_cast<size_t>(count);
         else
             failed = errno != EINTR || Interrupted();
+        if (failed && errno == EPIPE)
+            Interrupt(SIGPIPE);
     }
     buffer.clear();
     return !failed;

@@ -6,7 +6,8 @@
 
 namespace cplustags {
 
-// Not thread-safe. Once the program is interrupted it gives up waiting for who reads.
+// Not thread-safe. Once the program is interrupted it gives up waiting for who reads; when nobody does any more, it is
+// interrupted by SIGPIPE.
 class StandardOutput {
 public:
     bool Write(std::string_view text); // false as soon as a write has failed

@@ -1,6 +1,8 @@
 // wren: looks symbols up in source code, and opens it in the editor.
 #include "wren/cli/Commands.h"
+#include "wren/cli/Interruption.h"
 #include "wren/cli/OpenEditor.h"
+#include "wren/core/OutputAside.h"
 
 #include <CLI/CLI.hpp>
 
@@ -31,6 +33,9 @@ int main(int count, char** words)
     std::signal(SIGCHLD, SIG_DFL);
     if (wren::AsksForEditor(count, words))
         return wren::OpenEditor(words);
+    // A write that nobody reads is to fail, so that the command can tidy up. Caught and not ignored: programs that it
+    // starts get the usual answer back, whatever this one was started with.
+    std::signal(SIGPIPE, [](int) {});
     CLI::App app("Looks symbols up in source code, with the tags files that serve it.", "wren");
     app.footer(kFooter);
     app.set_version_flag("--version", std::string("wren ") + WREN_VERSION);
@@ -45,5 +50,7 @@ int main(int count, char** words)
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
+    if (wren::OutputAside::ReaderIsGone())
+        wren::DieBySignal(SIGPIPE);
     return status;
 }

@@ -1,6 +1,7 @@
 // What stops the program from outside: a kill at any moment, a full disk, another run for the same file.
 
 #include "cplustags/OldTags.h"
+#include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/TempDirectory.h"
 
@@ -168,6 +169,22 @@ TEST(Faults, AFileThatMayNotGrowLeavesTheOldFile)
     EXPECT_NE(run.errors.find(project.Target()), std::string::npos) << run.errors;
     EXPECT_EQ(Content(project.Target()), kOldTags);
     EXPECT_EQ(project.Litter(), Texts{});
+}
+
+TEST(Faults, WithoutAReaderOfItsOutputItEndsAsShellsExpect)
+{
+    const Project project(60);
+    fs::create_directory(project.directory / "scratch");
+    for (const auto answer : {SIG_DFL, SIG_IGN}) {
+        const LostReader nobody;
+        const StartedWith started(SIGPIPE, answer);
+        RunningProgram running({CPLUSTAGS, "-f", "-", "-L", project.directory / "list"}, project.directory.Path(),
+                               {{"TMPDIR", project.directory / "scratch"}}, nobody.Output());
+        const ProgramRun run = running.Wait();
+        EXPECT_EQ(run.signal, SIGPIPE) << "status " << run.status;
+        EXPECT_EQ(run.errors, "");
+        EXPECT_TRUE(fs::is_empty(project.directory / "scratch"));
+    }
 }
 
 } // namespace

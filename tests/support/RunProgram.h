@@ -25,8 +25,9 @@ struct ProgramRun {
 class RunningProgram {
 public:
     // 'changes' are made to the environment, an empty value removing the variable; 'directory' is where the program runs.
+    // What it prints goes to the descriptor 'output' if there is one.
     RunningProgram(const std::vector<std::string>& words, const std::string& directory,
-                   const std::map<std::string, std::string>& changes = {})
+                   const std::map<std::string, std::string>& changes = {}, int output = -1)
     {
         process = ::fork();
         if (process != 0)
@@ -35,7 +36,10 @@ public:
             ::dup2(::open(path.c_str(), flags, 0600), to);
         };
         redirect("/dev/null", O_RDONLY, STDIN_FILENO);
-        redirect(Output(), O_WRONLY | O_CREAT, STDOUT_FILENO);
+        if (output >= 0)
+            ::dup2(output, STDOUT_FILENO);
+        else
+            redirect(Output(), O_WRONLY | O_CREAT, STDOUT_FILENO);
         redirect(Errors(), O_WRONLY | O_CREAT, STDERR_FILENO);
         for (const auto& [name, value] : changes)
             value.empty() ? ::unsetenv(name.c_str()) : ::setenv(name.c_str(), value.c_str(), 1);

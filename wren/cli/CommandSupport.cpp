@@ -42,7 +42,8 @@ bool WriteOrComplain(OutputAside& output, const std::string& text, const char* w
 {
     if (output.Write(text))
         return true;
-    Complain(std::string("cannot write the ") + what + ": " + std::strerror(errno));
+    if (!OutputAside::ReaderIsGone())
+        Complain(std::string("cannot write the ") + what + ": " + std::strerror(errno));
     return false;
 }
 

@@ -61,6 +61,9 @@ Interruption::Interruption() : watched(SignalsNotIgnored())
     ::prctl(PR_SET_CHILD_SUBREAPER, 1); // the group of a dead shell can be waited for
     // Commands are no foreground jobs of the terminal, and some terminals would stop them for showing their progress.
     formerTerminalOutput = ::signal(SIGTTOU, SIG_IGN);
+    // What find has to say of a directory may reach nobody any more. If it died of that, the files that it had not come
+    // to would be missing in the tags.
+    formerLostReader = ::signal(SIGPIPE, SIG_IGN);
     ::pthread_sigmask(SIG_BLOCK, &watched, &formerMask);
     signals = ::signalfd(-1, &watched, SFD_CLOEXEC);
     end = ::eventfd(0, EFD_CLOEXEC);
@@ -74,6 +77,7 @@ Interruption::~Interruption()
     ::close(end);
     ::close(signals);
     ::pthread_sigmask(SIG_SETMASK, &formerMask, nullptr);
+    ::signal(SIGPIPE, formerLostReader);
     ::signal(SIGTTOU, formerTerminalOutput);
     ::prctl(PR_SET_CHILD_SUBREAPER, 0);
 }

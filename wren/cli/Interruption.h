@@ -11,7 +11,7 @@ namespace wren {
 // From its making on, SIGINT, SIGTERM and SIGHUP are taken in by a thread of its own, and blocked in all others that are
 // started afterwards. They end the program, unless signals are held: then they end the command that runs. The first is
 // passed on to all of the command's processes, any further one kills them. A signal that was ignored before stays ignored,
-// by the commands too.
+// by the commands too. They ignore SIGPIPE.
 //
 // Make it before other threads; one at a time.
 class Interruption {
@@ -41,6 +41,7 @@ private:
     sigset_t watched;
     sigset_t formerMask;
     void (*formerTerminalOutput)(int); // what SIGTTOU did
+    void (*formerLostReader)(int);     // what SIGPIPE did
     int signals;                       // descriptors: signals that have come, and the end
     int end;
     mutable std::mutex mutex; // guards what follows

@@ -61,7 +61,8 @@ bool Print(OutputAside& output, const std::string& text)
 {
     if (output.Write(text))
         return true;
-    Complain(std::string("cannot write what was done: ") + std::strerror(errno));
+    if (!OutputAside::ReaderIsGone())
+        Complain(std::string("cannot write what was done: ") + std::strerror(errno));
     return false;
 }
 

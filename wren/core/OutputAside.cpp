@@ -28,8 +28,10 @@ bool OutputAside::Write(const std::string& text)
 {
     for (size_t done = 0; done < text.size();) {
         const ssize_t count = ::write(output, text.data() + done, text.size() - done);
-        if (count < 0 && errno != EINTR)
+        if (count < 0 && errno != EINTR) {
+            gReaderIsGone = errno == EPIPE;
             return false;
+        }
         done += count < 0 ? 0 : static_cast<size_t>(count);
     }
     return true;

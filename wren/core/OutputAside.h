@@ -17,8 +17,13 @@ public:
     bool Write(const std::string& text); // at once; false, with errno, when it could not be written
     bool IsTerminal() const;
 
+    // Whether whoever read the program's words has gone before their end, as head does. The program is then to tidy up,
+    // and to end as SIGPIPE would have ended it, without a word.
+    static bool ReaderIsGone() { return gReaderIsGone; }
+
 private:
     int output;
+    static inline bool gReaderIsGone = false;
 };
 
 } // namespace wren

@@ -19,7 +19,8 @@ int AnswerLines(ScriptSession& session, OutputAside& answers)
         const Json answer = session.Answer(line);
         allOk = allOk && answer["ok"] == true;
         if (!answers.Write(answer.dump() + "\n")) {
-            std::perror("wren: cannot write answers");
+            if (!OutputAside::ReaderIsGone())
+                std::perror("wren: cannot write answers");
             return 1;
         }
     }

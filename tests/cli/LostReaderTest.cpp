@@ -1,0 +1,102 @@
+// The commands when whoever reads their output has gone.
+#include "tests/support/LostReader.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/TempDirectory.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Words = std::vector<std::string>;
+
+std::string ContentOf(const std::string& path)
+{
+    std::ostringstream text;
+    text << std::ifstream(path, std::ios::binary).rdbuf();
+    return text.str();
+}
+
+// A project with tags, and another one to make tags of.
+class ReaderGone : public ::testing::Test {
+protected:
+    ReaderGone()
+    {
+        tree.Write("home/.keep", "");
+        tree.Write("src/a.mm", "alo");
+        tree.Write("tags", "alone\tsrc/a.mm\t1;\"\tv\nalone\tsrc/b.mm\t1;\"\tv\n");
+        tree.Write("lines", R"({"do":"open","path":"src/a.mm"})"
+                            "\n"
+                            R"({"do":"state"})"
+                            "\n");
+        tree.Write("project/a.h", "int a(void);\n");
+        tree.Write("system/s.h", "int s(void);\n");
+        tree.Write("settings", "DeclScanSystemDirectories " + tree / "nowhere*" + " " + tree / "system" + "\n");
+    }
+
+    // Runs it twice: with SIGPIPE ignored, as some parents leave it, and not. Nothing but 'made' is new afterwards.
+    void ExpectQuietEnd(const std::string& command, const std::set<std::string>& made = {}) const
+    {
+        for (const auto answer : {SIG_DFL, SIG_IGN}) {
+            const std::string why = command + (answer == SIG_IGN ? ", SIGPIPE ignored" : "");
+            for (const std::string& file : made)
+                fs::remove(tree / file);
+            const std::set<std::string> before = Files();
+            const ProgramRun run = Run(command, answer);
+            EXPECT_EQ(run.signal, SIGPIPE) << why << ": status " << run.status;
+            EXPECT_EQ(run.errors, "") << why;
+            std::set<std::string> after = Files();
+            for (const std::string& file : made)
+                EXPECT_EQ(after.erase(file), 1u) << why << ": " << file;
+            EXPECT_EQ(after, before) << why;
+        }
+    }
+
+    ProgramRun Run(const std::string& command, void (*answer)(int)) const
+    {
+        const LostReader nobody;
+        const StartedWith started(SIGPIPE, answer);
+        RunningProgram running({"/bin/sh", "-c", "exec '" WREN_PROGRAM "' " + command}, tree.Path(),
+                               {{"HOME", tree / "home"}}, nobody.Output());
+        return running.Wait();
+    }
+
+    std::set<std::string> Files() const
+    {
+        std::set<std::string> files;
+        for (const auto& entry : fs::recursive_directory_iterator(tree.Path()))
+            if (!entry.is_directory())
+                files.insert(fs::relative(entry.path(), tree.Path()));
+        return files;
+    }
+
+    const TempDirectory tree;
+};
+
+constexpr const char* kSystemTags = "home/Library/Caches/SystemHeaderTags";
+
+} // namespace
+
+TEST_F(ReaderGone, EndsEachCommandAsShellsExpect)
+{
+    ExpectQuietEnd("lookup --symbol alone");
+    ExpectQuietEnd("complete src/a.mm:1");
+    ExpectQuietEnd("complete src/a.mm:1 --auto");
+    ExpectQuietEnd("script <lines");
+    ExpectQuietEnd("tags project --dry-run");
+}
+
+TEST_F(ReaderGone, StopsNoTagsFromBeingMade)
+{
+    tree.Write("settings", "DeclScanSystemDirectories " + tree / "system" + "\n");
+    ExpectQuietEnd("tags project --system --settings settings", {"project/tags", kSystemTags});
+}
+
+TEST_F(ReaderGone, OfComplaintsLeavesNoFileOutOfTheTags)
+{
+    ExpectQuietEnd("tags --system --settings settings 2>&1", {kSystemTags});
+    EXPECT_NE(ContentOf(tree / kSystemTags).find("system/s.h"), std::string::npos);
+}
