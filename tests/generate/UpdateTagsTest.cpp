@@ -66,6 +66,30 @@ TEST_F(UpdateTags, AddsTheCompilersHeadersOnlyToThoseUnderUsrInclude)
     EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", true)), ElementsAre(testing::SizeIs(3)));
 }
 
+// Where the clock is set back, the new file is older than the source as well.
+TEST_F(UpdateTags, ASourceFromTheFutureHasTheFileMadeAnewOnceALookup)
+{
+    const BEntry tags = TagsFile("local", true);
+    const std::string source = home / "local/a.h";
+    const auto future = std::filesystem::file_time_type::clock::now() + std::chrono::hours(1000);
+    for (int lookup = 0; lookup < 3; ++lookup) {
+        std::filesystem::last_write_time(source, future);
+        EXPECT_THAT(Update(tags, BEntry()), ElementsAre(LocalRequest(home / "local"))) << lookup;
+        home.Write("local/tags", TagLine("it", "a.h", 1, 'p'));
+    }
+    home.Write("local/a.h", "int it(void);");
+    std::filesystem::last_write_time(source, future);
+    EXPECT_THAT(Update(tags, BEntry()), ElementsAre()) << "what is worked on is newer than its tags as a rule";
+}
+
+TEST_F(UpdateTags, LeavesFilesFromTheFutureAlone)
+{
+    const BEntry tags = TagsFile("local", true);
+    const auto future = std::filesystem::file_time_type::clock::now() + std::chrono::hours(1000);
+    std::filesystem::last_write_time(home / "local/tags", future);
+    EXPECT_THAT(Update(tags, BEntry()), ElementsAre());
+}
+
 TEST_F(UpdateTags, FollowsALinkToTheLocalFile)
 {
     TagsFile("real", true);

@@ -81,6 +81,21 @@ Lines Loaded(const Lines& fullNames)
     return Shown(list.entries);
 }
 
+// Ways in which a tags file becomes another one.
+using Change = void (*)(const TagsFolder& folder, const std::string& tags);
+
+void RewriteInPlace(const TagsFolder& folder, const std::string& tags)
+{
+    folder.WriteTags(tags);
+}
+
+void ReplaceByRename(const TagsFolder& folder, const std::string& tags)
+{
+    const std::string unfinished = folder.directory.Write("tags.tmp", tags);
+    SetTime(unfinished, NewTime());
+    std::filesystem::rename(unfinished, folder.Tags());
+}
+
 class CompletionCacheTest : public testing::Test {
 protected:
     ~CompletionCacheTest() override { vetch::JoinThreads(); }
@@ -264,6 +279,31 @@ TEST_F(CompletionCacheTest, AnOlderFileIsNotLoaded)
     EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
 }
 
+// Where the clock was ahead, and is set right: only a later file is loaded, and one of another place whatever its time.
+TEST_F(CompletionCacheTest, AFileFromTheFutureIsLoadedOnceAndAgainWhenItIsLater)
+{
+    const time_t ahead = ::time(nullptr) + 1'000'000;
+    for (const TagsFolder* half : {&local, &system}) {
+        SetTime(half->Tags(), ahead);
+        EXPECT_TRUE(Reloads());
+        EXPECT_FALSE(Reloads());
+        half->directory.Write("tags", TagsOf({"renewed"}));
+        EXPECT_FALSE(Reloads()) << "it is older now";
+        EXPECT_EQ(Completed(cache, "renewed"), Lines{});
+        SetTime(half->Tags(), ahead + 1);
+        EXPECT_TRUE(Reloads());
+        EXPECT_EQ(Completed(cache, "renewed"), Lines{"renewed"});
+        half->directory.Write("tags", TagsOf({"other"}));
+        SetTime(half->Tags(), ahead + 2);
+        EXPECT_TRUE(Reloads());
+    }
+    local.directory.Write("tags", TagsOf({"made later by a clock set right"}));
+    const TagsFolder other;
+    EXPECT_TRUE(Reloads(other.Entry(), system.Entry()));
+    EXPECT_TRUE(Reloads());
+    EXPECT_EQ(Completed(cache, "made"), Lines{"made later by a clock set right"});
+}
+
 TEST_F(CompletionCacheTest, AVanishedFileKeepsItsNames)
 {
     ASSERT_TRUE(Reloads());
@@ -350,6 +390,40 @@ TEST_F(CompletionCacheTest, AFileWrittenWhileItIsReadIsReadAgain)
         EXPECT_EQ(Completed(cache, "first"), Lines{});
         EXPECT_EQ(Completed(cache, "second"), Lines{"second"});
     }
+}
+
+// The local half is read, sorted and rid of duplicates when the system's file is opened, where the load is held.
+TEST_F(CompletionCacheTest, AFileReplacedBetweenItsReadingAndTheEndOfTheLoadIsReadAgain)
+{
+    for (const Change change : {RewriteInPlace, ReplaceByRename}) {
+        CompletionCache cache;
+        const HeldTagsFile held;
+        const auto load = [&] { return ::Load(cache, local.Entry(), held.Entry()); };
+        local.WriteTags(TagsOf({"first", "both"}));
+        EXPECT_FALSE(load());
+        {
+            const std::ofstream writer = held.Open();
+            change(local, TagsOf({"both", "second"}));
+        }
+        vetch::JoinThreads();
+        EXPECT_EQ(Completed(cache, ""), (Lines{"both", "first"})) << "all of the old names";
+        EXPECT_FALSE(load()) << "and then the new ones";
+        vetch::JoinThreads();
+        EXPECT_TRUE(load());
+        EXPECT_EQ(Completed(cache, ""), (Lines{"both", "second"}));
+    }
+}
+
+TEST_F(CompletionCacheTest, AFileReplacedAfterTheLoadIsReadAtTheNextLook)
+{
+    ASSERT_TRUE(Reloads());
+    for (const Change change : {RewriteInPlace, ReplaceByRename})
+        for (const TagsFolder* half : {&local, &system})
+            for (const char* name : {"first", "second"}) {
+                change(*half, TagsOf({name}));
+                EXPECT_TRUE(Reloads());
+                EXPECT_EQ(Completed(cache, name), Lines{name});
+            }
 }
 
 TEST_F(CompletionCacheTest, LeavesNoFileOpen)

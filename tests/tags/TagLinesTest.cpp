@@ -179,6 +179,9 @@ TEST(TagLines, AreReadFromTheBeginningAgainAfterAnyChange)
              SetTime(folder.Tags(), NewTime());
          }},
         {"touched", [](const TagsFolder& folder) { SetTime(folder.Tags(), NewTime()); }},
+        {"made older by a clock that was set back", [](const TagsFolder& folder) { SetTime(folder.Tags(), 1000); }},
+        {"made by a clock that is ahead",
+         [](const TagsFolder& folder) { SetTime(folder.Tags(), ::time(nullptr) + 1'000'000); }},
         {"grown, with the time put back",
          [](const TagsFolder& folder) {
              const auto time = std::filesystem::last_write_time(folder.Tags());
@@ -200,6 +203,17 @@ TEST(TagLines, AreReadFromTheBeginningAgainAfterAnyChange)
         c.change(folder);
         EXPECT_FALSE(IsBisected(folder.Tags())) << c.why;
     }
+}
+
+TEST(TagLines, OfAFileFromTheFutureAreLearnedAndReadAgainAfterAChange)
+{
+    const TagsFolder folder(ManyTags());
+    SetTime(folder.Tags(), ::time(nullptr) + 1'000'000);
+    ReadAll(folder.Tags());
+    EXPECT_TRUE(IsBisected(folder.Tags()));
+    folder.directory.Write("tags", ManyTags("eman"));
+    EXPECT_FALSE(IsBisected(folder.Tags())) << "it is older now";
+    EXPECT_EQ(Matches(folder.Entry(), "eman10000").size(), 1u);
 }
 
 TEST(TagLines, NothingIsLearnedFromAFileThatHasJustChanged)
