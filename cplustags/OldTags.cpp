@@ -135,7 +135,7 @@ public:
             return false;
         if (buffer[length - 1] == '\n')
             --length;
-        if (length > 0 && buffer[length - 1] == '\r')
+        while (length > 0 && buffer[length - 1] == '\r') // one that stayed would go at the next time
             --length;
         buffer[length] = '\n'; // getline() left room for a zero
         line = {buffer, static_cast<size_t>(length) + 1};

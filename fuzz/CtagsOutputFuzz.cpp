@@ -78,7 +78,7 @@ Lines Staying(const std::string& path)
 // A line of the file as it should stay, if it is short enough; "" when it should not.
 std::string StayingLine(std::string line)
 {
-    if (line.ends_with('\r'))
+    while (line.ends_with('\r'))
         line.pop_back();
     line += "\n";
     const auto field = cplustags::FieldOfLine(line);

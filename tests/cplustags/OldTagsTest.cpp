@@ -92,6 +92,7 @@ const StayCase kStays[] = {
     {"carriage returns go, with them lines of one tag would be two",
      "a\tstays.c\t1\r\nb\tgoes.c\t1\r\nc\tstays.c\t1\r\n\r\nd\tstays.c\t1\r",
      {"a\tstays.c\t1\n", "c\tstays.c\t1\n", "d\tstays.c\t1\n"}},
+    {"all of them", "a\tstays.c\t1\r\r\n\r\r\n", {"a\tstays.c\t1\n"}},
     {"in another order than that of bytes",
      "!_TAG_FILE_SORTED\t2\t//\na\tstays.c\t1\nB\tstays.c\t1\nc\tgoes.c\t1\n",
      {"B\tstays.c\t1\n", "a\tstays.c\t1\n"}},
