@@ -35,6 +35,19 @@ constexpr char kUp = 0x1e;
 constexpr char kDown = 0x1f;
 constexpr char kDelete = 0x7f;
 
+// A function key has no character. Where it is bound it stands as a byte that begins none in UTF-8, so that menus can name
+// it; F1 to F12 are 1 to 12.
+constexpr int kFunctionKeys = 12;
+constexpr char OfFunctionKey(int number)
+{
+    return static_cast<char>(0x80 + number);
+}
+constexpr int FunctionKeyOf(char key) // 0: it is none
+{
+    const int number = static_cast<unsigned char>(key) - 0x80;
+    return number >= 1 && number <= kFunctionKeys ? number : 0;
+}
+
 } // namespace KeyCode
 
 // Sends each event with the current document and its window, unless another is named; with neither when there is none.

@@ -491,8 +491,8 @@ void Editor::FollowColours()
     window->Tabs().SetLook(look);
 }
 
-// A command that has a key with a character is known to the plug-in by the first such: it shows it, and it is what chooses
-// from the list of completions. The other keys of the command do what that one does.
+// A command is known to the plug-in by the first of its keys that can be told: it shows it, and it is what chooses from the
+// list of completions. The other keys of the command do what that one does.
 void Editor::BindKeys()
 {
     for (const CommandTable::Command& command : host->Commands().Registered())

@@ -91,10 +91,12 @@ std::optional<KeyBinding> BindingFrom(const std::string& key, const ModifierKeys
         return std::nullopt;
     const QKeyCombination combination = sequence[0];
     const int code = combination.key();
+    const uint32 modifiers = ModifierBits(combination.keyboardModifiers(), keys);
+    if (code >= Qt::Key_F1 && code < Qt::Key_F1 + KeyCode::kFunctionKeys)
+        return KeyBinding{KeyCode::OfFunctionKey(code - Qt::Key_F1 + 1), modifiers};
     if (code < Qt::Key_Space || code > Qt::Key_AsciiTilde)
         return std::nullopt;
-    const char character = static_cast<char>(QChar(code).toLower().toLatin1());
-    return KeyBinding{character, ModifierBits(combination.keyboardModifiers(), keys)};
+    return KeyBinding{QChar(code).toLower().toLatin1(), modifiers};
 }
 
 } // namespace wren

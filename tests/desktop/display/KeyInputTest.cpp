@@ -79,6 +79,8 @@ TEST(SequenceOf, WritesShortcutsAsQtDoes)
     EXPECT_EQ(wren::SequenceOf('k', B_CONTROL_KEY, keys), QKeySequence("Ctrl+K"));
     EXPECT_EQ(wren::SequenceOf('.', B_CONTROL_KEY | B_OPTION_KEY, keys), QKeySequence("Ctrl+Alt+."));
     EXPECT_EQ(wren::SequenceOf('\n', B_COMMAND_KEY | B_SHIFT_KEY, keys), QKeySequence("Meta+Shift+Return"));
+    EXPECT_EQ(wren::SequenceOf(wren::KeyCode::OfFunctionKey(1), 0, keys), QKeySequence("F1"));
+    EXPECT_EQ(wren::SequenceOf(wren::KeyCode::OfFunctionKey(12), B_CONTROL_KEY, keys), QKeySequence("Ctrl+F12"));
     EXPECT_TRUE(wren::SequenceOf(0, B_COMMAND_KEY, keys).isEmpty());
 }
 

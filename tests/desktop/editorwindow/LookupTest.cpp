@@ -1,6 +1,7 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "wren/core/Host.h"
 #include "wren/desktop/MainWindow.h"
+#include "wren/desktop/PluginButton.h"
 #include "wren/desktop/display/QtDisplay.h"
 #include "wren/desktop/display/WindowPeer.h"
 
@@ -9,6 +10,7 @@
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::IsSupersetOf;
 
 namespace {
 
@@ -231,6 +233,17 @@ TEST_F(Lookup, AKeyFromTheSettingsTakesThePlaceOfTheUsualOne)
     EXPECT_EQ(CurrentTab(), "draw.c");
     Press("F3");
     EXPECT_EQ(Place(), "shapes.h:3");
+}
+
+TEST_F(Lookup, TheButtonsMenuShowsTheKeys)
+{
+    home.Write(".config/wren/settings", "WrenKeys SymbolLookup=Alt+L DeclarationLookup=F3\n");
+    StartWith("Area\n");
+    hands.ChooseNext(std::nullopt);
+    emit TheEditor().Window().Button().PopUpAsked();
+    Settle();
+    EXPECT_THAT(hands.LastMenu(), IsSupersetOf({"Look up symbol\tAlt+L", "Look up declaration\tF3",
+                                                "Look up definition\tCtrl+F12"}));
 }
 
 TEST_F(Lookup, AKeyOfTwoCommandsRunsTheFirst)

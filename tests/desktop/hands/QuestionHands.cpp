@@ -97,6 +97,9 @@ void QuestionHands::Answer(QMessageBox& box)
 
 void QuestionHands::Answer(QMenu& menu)
 {
+    rows.clear();
+    for (const QAction* row : menu.actions())
+        rows.push_back(row->text().toStdString());
     QAction* action = Chosen(menu, menus.empty() ? std::nullopt : TakeFirst(menus));
     if (action == nullptr)
         QTest::keyClick(&menu, Qt::Key_Escape);

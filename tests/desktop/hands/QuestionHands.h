@@ -28,6 +28,9 @@ public:
     // The next menu, by row or label; nothing dismisses it, and so does what cannot be chosen.
     void ChooseNext(const std::optional<wren::MenuChoice>& choice) { menus.push_back(choice); }
 
+    // The rows of the last menu that opened, each with the key that it shows behind a tab.
+    const std::vector<std::string>& LastMenu() const { return rows; }
+
     // What a box that nobody expected said, which was closed; "" for none.
     std::string TakeComplaint() { return std::exchange(complaint, ""); }
 
@@ -46,6 +49,7 @@ private:
     std::deque<wren::MenuChoice> alerts;
     std::deque<std::optional<wren::MenuChoice>> menus;
     std::deque<std::optional<std::optional<std::string>>> panels;
+    std::vector<std::string> rows;
     std::string complaint;
     std::vector<std::string> heard;
 };

@@ -109,7 +109,9 @@ QKeySequence SequenceOf(char key, uint32 modifiers, const ModifierKeys& keys)
     if (key == 0)
         return {};
     const auto coded = std::ranges::find(kCodedKeys, key, &CodedKey::code);
-    const int code = coded == std::end(kCodedKeys) ? std::toupper(static_cast<unsigned char>(key)) : coded->key;
+    int code = coded == std::end(kCodedKeys) ? std::toupper(static_cast<unsigned char>(key)) : coded->key;
+    if (const int function = KeyCode::FunctionKeyOf(key); function != 0)
+        code = Qt::Key_F1 + function - 1;
     Qt::KeyboardModifiers held;
     held.setFlag(Qt::ShiftModifier, (modifiers & B_SHIFT_KEY) != 0);
     held.setFlag(keys.command, (modifiers & B_COMMAND_KEY) != 0 || held.testFlag(keys.command));
