@@ -24,7 +24,7 @@ protected:
             if (event == Event::kRegister && registers)
                 record->RegisterSetting("DeclOne");
             if (event == Event::kSaveSettings)
-                record->WriteSettings("DeclOne %s\n", "new");
+                record->WriteSettings("DeclOne %s\n", plugins.c_str());
             if (event != Event::kSettingsCommand)
                 return 0L;
             const char* const* words = *record->settingsArgs;
@@ -46,6 +46,7 @@ protected:
     wren::Preferences preferences;
     std::string file;
     std::vector<std::string> toPlugin;
+    std::string plugins = "new"; // what its setting is
 };
 
 } // namespace
@@ -121,4 +122,25 @@ TEST_F(OwnSettings, AreSavedWhereThereIsNoDirectoryYet)
     chosen.tabWidth = 8;
     preferences.Set(chosen);
     EXPECT_EQ(Saved(), "WrenTabWidth 8\n");
+}
+
+TEST_F(OwnSettings, StayAsAnotherEditorHasStoredThem)
+{
+    StartWith("WrenFontSize 14\nDeclOne new\n");
+    const std::string others = "WrenFontSize 20\nDeclOne other\nWrenWrapLines on\n";
+    home.Write("settings", others);
+    EXPECT_EQ(Saved(), others);
+    wren::PreferenceValues chosen = preferences.Values();
+    chosen.tabWidth = 8;
+    preferences.Set(chosen);
+    EXPECT_EQ(Saved(), others + "WrenTabWidth 8\n");
+    plugins = "newer";
+    EXPECT_EQ(Saved(), "WrenFontSize 20\nWrenWrapLines on\nDeclOne newer\nWrenTabWidth 8\n");
+}
+
+TEST_F(OwnSettings, AreComparedAtTheStartWithoutASave)
+{
+    StartWith("WrenFontSize 14\n");
+    for (const auto& entry : log.Take())
+        EXPECT_NE(entry[0], "WriteSettings");
 }

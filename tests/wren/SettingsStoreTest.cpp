@@ -194,3 +194,91 @@ TEST(SettingsStore, KeepsRefusedLinesUntilAnotherValueIsWritten)
         EXPECT_EQ(Content(file), each.then) << each.why;
     }
 }
+
+namespace {
+
+// An editor's settings, "mine" and "other", in a file that another editor writes as well.
+class SharedSettings : public ::testing::Test {
+protected:
+    SettingsStore Loaded(const std::string& lines)
+    {
+        file = directory.Write("settings", lines);
+        SettingsStore store(file);
+        store.Register("mine");
+        store.Register("other");
+        std::vector<wren::StoredLine> loaded;
+        std::string error;
+        EXPECT_TRUE(store.Load(&loaded, &error)) << error;
+        return store;
+    }
+    static void TakeBaseline(SettingsStore& store, const std::string& written)
+    {
+        store.BeginBaseline();
+        store.Write(written);
+        store.EndBaseline();
+    }
+    std::string Saved(SettingsStore& store, const std::string& written)
+    {
+        store.BeginSave();
+        store.Write(written);
+        std::string error;
+        EXPECT_TRUE(store.EndSave(&error)) << error;
+        return Content(file);
+    }
+
+    const TempDirectory directory;
+    std::string file;
+};
+
+} // namespace
+
+TEST_F(SharedSettings, ThatAnotherEditorHasChosenStay)
+{
+    const struct {
+        const char* why;
+        const char* loaded;
+        const char* atStart;   // written then
+        const char* meanwhile; // the file, when it is saved
+        const char* written;
+        const char* then;
+    } kCases[] = {
+        {"nothing has changed", "mine  1\n", "mine 1\n", "mine  1\n", "mine 1\n", "mine 1\n"},
+        {"the other has chosen", "mine 1\n", "mine 1\n", "mine 2\n", "mine 1\n", "mine 2\n"},
+        {"the default", "mine 1\n", "mine 1\n", "other 2\n", "mine 1\n", "other 2\n"},
+        {"in the default's place", "", "", "mine 2\n", "", "mine 2\n"},
+        {"in the place of a default that was stored", "mine 0\n", "", "mine 2\n", "", "mine 2\n"},
+        {"this one has chosen", "mine 1\n", "mine 1\n", "mine 1\n", "mine 3\n", "mine 3\n"},
+        {"this one has chosen the default", "mine 1\n", "mine 1\n", "mine 2\nTheirs\n", "", "Theirs\n"},
+        {"both: the later one counts", "mine 1\n", "mine 1\n", "mine 2\n", "mine 3\n", "mine 3\n"},
+        {"each something", "mine 1\n", "mine 1\n", "mine 2\n", "mine 1\nother 3\n", "mine 2\nother 3\n"},
+        {"the order of lines", "mine 1\nmine 2\n", "mine 2\n", "mine 2\nmine 1\n", "mine 2\n", "mine 2\nmine 1\n"},
+    };
+    for (const auto& each : kCases) {
+        SettingsStore store = Loaded(each.loaded);
+        TakeBaseline(store, each.atStart);
+        EXPECT_EQ(Content(file), each.loaded) << each.why << ": nothing is stored at the start";
+        directory.Write("settings", each.meanwhile);
+        EXPECT_EQ(Saved(store, each.written), each.then) << each.why;
+        EXPECT_EQ(Saved(store, each.written), each.then) << each.why << ", once more";
+    }
+}
+
+TEST_F(SharedSettings, StayUntilAnotherValueIsChosenHere)
+{
+    SettingsStore store = Loaded("mine 1\n");
+    TakeBaseline(store, "mine 1\n");
+    directory.Write("settings", "mine 2\n");
+    EXPECT_EQ(Saved(store, "mine 1\n"), "mine 2\n");
+    EXPECT_EQ(Saved(store, "mine 1\nother 1\n"), "mine 2\nother 1\n");
+    EXPECT_EQ(Saved(store, "mine 3\nother 1\n"), "mine 3\nother 1\n");
+    directory.Write("settings", "mine 4\nother 1\n");
+    EXPECT_EQ(Saved(store, "mine 3\nother 1\n"), "mine 4\nother 1\n") << "what was stored is no choice any more";
+}
+
+TEST_F(SharedSettings, AreAllWrittenWhereTheFileIsGone)
+{
+    SettingsStore store = Loaded("mine 1\n");
+    TakeBaseline(store, "mine 1\n");
+    std::filesystem::remove(file);
+    EXPECT_EQ(Saved(store, "mine 1\n"), "mine 1\n");
+}

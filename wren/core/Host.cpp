@@ -63,6 +63,12 @@ void Host::Start(CacheDirectory directory)
     events.MenuBarBuilt();
     events.ResourceIDs();
     events.OfferPanels();
+    // A face with settings of its own is an editor, and there may be another one that stores in the same file.
+    if (own != nullptr) {
+        settings.BeginBaseline();
+        HaveSettingsWritten();
+        settings.EndBaseline();
+    }
 }
 
 // The order matters. Windows run the plug-in's code and reach its settings, and background loads fill its caches: all of
@@ -201,14 +207,19 @@ bool Host::SaveSettings(std::string* error)
 {
     if (own != nullptr && !settings.MakeDirectory(error))
         return false;
+    settings.BeginSave();
+    HaveSettingsWritten();
+    return settings.EndSave(error);
+}
+
+void Host::HaveSettingsWritten()
+{
     for (const std::string& name : ownNames)
         settings.Register(name);
-    settings.BeginSave();
     events.SaveSettings();
     if (own != nullptr)
         for (const std::string& line : own->Lines())
             settings.Write(line + "\n");
-    return settings.EndSave(error);
 }
 
 void Host::MessageForDocument(long document, const BMessage& message)

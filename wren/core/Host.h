@@ -106,6 +106,7 @@ private:
     void OpenMatch(const std::string& path, long line) override;
     void MakeCacheDirectory();
     void SendStoredSettings();
+    void HaveSettingsWritten();
     bool IsOwn(const std::string& setting) const;
     void SendToPlugin(const StoredLine& line);
     void TakeOwn(const StoredLine& line);

@@ -184,7 +184,8 @@ void HostRecord::WriteSettings(const char* format, ...)
     const std::string text = Formatted(format, arguments);
     va_end(arguments);
     parts.settings.Write(text);
-    parts.witness.SettingsWritten(text);
+    if (!parts.settings.TakesBaseline()) // else nothing is saved
+        parts.witness.SettingsWritten(text);
 }
 
 long HostRecord::LineAt(long offset)

@@ -24,6 +24,19 @@ std::vector<std::string> SplitLines(const std::string& text)
     return lines;
 }
 
+std::string NameIn(const std::string& line)
+{
+    const std::vector<std::string> words = SplitAtBlanks(line);
+    return words.empty() ? "" : words.front();
+}
+
+std::vector<std::string> LinesOf(const std::string& name, const std::string& text)
+{
+    std::vector<std::string> lines = SplitLines(text);
+    std::erase_if(lines, [&](const std::string& line) { return NameIn(line) != name; });
+    return lines;
+}
+
 bool Exists(const std::string& path)
 {
     struct stat status;
@@ -53,6 +66,7 @@ bool SettingsStore::Load(std::vector<StoredLine>* lines, std::string* error)
     const std::optional<std::string> stored = ReadWholeFile(file, error);
     if (!stored)
         return false;
+    known = *stored;
     size_t number = 0;
     for (std::string& line : SplitLines(*stored))
         if (++number; !SplitAtBlanks(line).empty())
@@ -92,29 +106,69 @@ void SettingsStore::Write(const std::string& text)
 bool SettingsStore::EndSave(std::string* error)
 {
     saving = false;
-    if (file.empty())
-        return true;
-    std::string kept;
-    if (Exists(file)) {
-        const std::optional<std::string> stored = ReadWholeFile(file, error);
-        if (!stored)
-            return false;
-        kept = WithoutReplaced(*stored);
-        if (kept + written == *stored)
-            return true;
-    }
-    return WriteWholeFile(file, kept + written, error);
+    if (!file.empty() && !Store(error))
+        return false;
+    if (baseline)
+        baseline = written;
+    return true;
 }
 
+bool SettingsStore::Store(std::string* error)
+{
+    const bool exists = Exists(file);
+    const std::optional<std::string> stored = exists ? ReadWholeFile(file, error) : "";
+    if (!stored)
+        return false;
+    FindOthers(exists ? *stored : known); // a file that is gone is nobody's choice
+    const std::string all = WithoutReplaced(*stored) + WithoutOthers();
+    if ((!exists || all != *stored) && !WriteWholeFile(file, all, error))
+        return false;
+    known = all;
+    return true;
+}
+
+void SettingsStore::BeginBaseline()
+{
+    takesBaseline = true;
+    BeginSave();
+}
+
+void SettingsStore::EndBaseline()
+{
+    takesBaseline = false;
+    saving = false;
+    baseline = written;
+}
+
+// The stored lines that stay.
 std::string SettingsStore::WithoutReplaced(const std::string& stored) const
 {
     std::string kept;
     for (const std::string& line : SplitLines(stored)) {
-        const std::vector<std::string> words = SplitAtBlanks(line);
-        if (words.empty() || !names.contains(words.front()) || (refused.contains(line) && !HasNewValue(words.front())))
+        const std::string name = NameIn(line);
+        if (!names.contains(name) || others.contains(name) || (refused.contains(line) && !HasNewValue(name)))
             kept += line + "\n";
     }
     return kept;
+}
+
+// What is written and does not have to give way.
+std::string SettingsStore::WithoutOthers() const
+{
+    std::string mine;
+    for (const std::string& line : SplitLines(written))
+        if (!others.contains(NameIn(line)))
+            mine += line + "\n";
+    return mine;
+}
+
+void SettingsStore::FindOthers(const std::string& stored)
+{
+    for (const std::string& name : names)
+        if (!baseline || LinesOf(name, written) != LinesOf(name, *baseline))
+            others.erase(name);
+        else if (LinesOf(name, stored) != LinesOf(name, known))
+            others.insert(name);
 }
 
 bool SettingsStore::HasNewValue(const std::string& name) const

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -47,8 +48,18 @@ public:
     void Write(const std::string& text); // outside a save it goes nowhere
     bool EndSave(std::string* error);
 
+    // Before the first save, once what is loaded has been given to its owners: what is written between the two is
+    // stored nowhere. A name for which nothing else is written later than here, or than at the last save, was not chosen
+    // anew; when its lines in the file are others by then, somebody else has chosen, and they stay.
+    void BeginBaseline();
+    void EndBaseline();
+    bool TakesBaseline() const { return takesBaseline; }
+
 private:
+    bool Store(std::string* error);
     std::string WithoutReplaced(const std::string& stored) const;
+    std::string WithoutOthers() const;
+    void FindOthers(const std::string& stored);
     bool HasNewValue(const std::string& name) const;
 
     const std::string file;
@@ -57,6 +68,10 @@ private:
     std::set<std::string> refused;
     bool saving = false;
     std::string written;
+    bool takesBaseline = false;
+    std::optional<std::string> baseline; // what was written last
+    std::string known;                   // what the file held when it was loaded or stored last
+    std::set<std::string> others;        // names for which somebody else has chosen since, and nobody here
 };
 
 } // namespace wren

@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -108,6 +109,20 @@ TEST_F(Settings, ThatWereNotChangedAreNotWrittenAgain)
     InPreferences([](QWidget&) {});
     ASSERT_TRUE(Quit());
     EXPECT_EQ(Inode(), before);
+}
+
+TEST_F(Settings, ThatAnotherEditorHasStoredAreKept)
+{
+    home.Write(".config/wren/settings", "DeclAutoComplete off\n");
+    Start();
+    home.Write(".config/wren/settings", "DeclIndexSuffixes *.h\nWrenTabWidth 8\n"); // by another one
+    InPreferences([](QWidget& dialog) {
+        Tick(dialog, "Wrap long lines");
+        Tick(dialog, "Option-click to look up a declaration");
+    });
+    EXPECT_THAT(Content(SettingsFile()),
+                AllOf(HasSubstr("DeclIndexSuffixes *.h\n"), HasSubstr("WrenTabWidth 8\n"),
+                      HasSubstr("WrenWrapLines on\n"), HasSubstr(kOptionClick), Not(HasSubstr("DeclAutoComplete"))));
 }
 
 TEST_F(Settings, ThatCannotBeStoredAreToldOf)
