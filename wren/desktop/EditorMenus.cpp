@@ -12,6 +12,7 @@
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/SessionKeeper.h"
 #include "wren/desktop/WorksheetActions.h"
+#include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/editor/FindBar.h"
 
@@ -184,7 +185,7 @@ void EditorMenus::FillRecent()
 {
     recent->clear();
     for (const std::string& path : editor.Session().State().recentFiles)
-        connect(recent->addAction(QString::fromStdString(path).replace("&", "&&")), &QAction::triggered, this,
+        connect(recent->addAction(ShownLabel(path)), &QAction::triggered, this,
                 [this, path] { editor.Open(path); });
     if (recent->isEmpty())
         recent->addAction(tr("None"))->setEnabled(false);
@@ -200,7 +201,7 @@ void EditorMenus::FillPluginItems()
     const BMenu& items = *host.MenuBar().Search();
     for (long index = 0; index < items.CountItems(); ++index) {
         const BMenuItem* item = items.ItemAt(index);
-        auto* action = new QAction(QString::fromStdString(item->Label()), search);
+        auto* action = new QAction(ShownLabel(item->Label()), search);
         action->setSeparator(item->IsSeparator());
         action->setEnabled(item->IsEnabled());
         const std::string command = host.MenuBar().CommandOf(item);

@@ -6,12 +6,15 @@
 #include "wren/desktop/display/ListPeer.h"
 
 #include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTabBar>
 #include <QTextDocument>
 
 #include <sys/stat.h>
 
 using ::testing::AllOf;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::Not;
@@ -29,6 +32,18 @@ protected:
         SettleBackground();
         Press("F12");
         Settle();
+    }
+    // The labels in one of the editor's menus, as Qt is given them.
+    std::vector<std::string> InMenu(const QString& name)
+    {
+        std::vector<std::string> labels;
+        for (QMenu* menu : TheEditor().Window().menuBar()->findChildren<QMenu*>())
+            if (menu->title().remove('&') == name) {
+                emit menu->aboutToShow(); // it is filled then
+                for (const QAction* action : menu->actions())
+                    labels.push_back(action->text().toStdString());
+            }
+        return labels;
     }
     // The rows of the plug-in's list that is to be seen.
     static std::vector<std::string> Rows()
@@ -72,6 +87,17 @@ TEST_F(HostileTags, ANameOfAFileIsNoMarkupInItsTab)
     QTextDocument shown;
     shown.setHtml(tabs->tabToolTip(1));
     EXPECT_EQ(shown.toPlainText().toStdString(), home / leaf);
+}
+
+TEST_F(HostileTags, NamesInMenusAreNoMarks)
+{
+    const std::string leaf = "<b>bold & sly\t&amp;_&x.h";
+    Start({home.Write(leaf, "")});
+    EXPECT_EQ(InMenu("Open Recent").at(0), home / "<b>bold && sly &&amp;_&&x.h") << "a tab would stand before keys";
+
+    wren::Menus& menus = TheEditor().TheHost().MenuBar();
+    menus.AddItem(menus.Search(), 0, "Look <b>up</b> a&b\tc", "SymbolLookup", 0, 0);
+    EXPECT_THAT(InMenu("Search"), Contains("Look <b>up</b> a&&b c"));
 }
 
 TEST_F(HostileTags, LinesThatAreNoneAreTheFirstOrTheLast)

@@ -5,14 +5,14 @@
 
 namespace wren {
 
-ButtonPeer::ButtonPeer(const vetch::ViewDescription& view, QWidget* parent) : QPushButton(ShownText(view.text), parent)
+ButtonPeer::ButtonPeer(const vetch::ViewDescription& view, QWidget* parent) : QPushButton(ShownLabel(view.text), parent)
 {
     setAutoDefault(true); // Enter presses the button that has the keyboard
     connect(this, &QPushButton::clicked, this, [button = view.view] { PostPressed(button); });
 }
 
 CheckBoxPeer::CheckBoxPeer(const vetch::ViewDescription& view, QWidget* parent)
-    : QCheckBox(ShownText(view.text), parent)
+    : QCheckBox(ShownLabel(view.text), parent)
 {
     connect(this, &QCheckBox::clicked, this, [box = view.view](bool on) { PostChecked(box, on); });
 }
@@ -28,7 +28,7 @@ LabelPeer::LabelPeer(const vetch::ViewDescription& view, QWidget* parent) : QLab
     setWordWrap(true);
 }
 
-GroupPeer::GroupPeer(const vetch::ViewDescription& view, QWidget* parent) : QGroupBox(ShownText(view.text), parent)
+GroupPeer::GroupPeer(const vetch::ViewDescription& view, QWidget* parent) : QGroupBox(ShownLabel(view.text), parent)
 {
     lower();
 }

@@ -19,18 +19,12 @@ namespace wren {
 
 namespace {
 
-// '&' is a character here, and for Qt the sign before a letter to press.
-QString Label(const std::string& text)
-{
-    return ShownText(text).replace('&', "&&");
-}
-
 std::vector<QAbstractButton*> AddButtons(QMessageBox& box, const vetch::AlertDescription& alert)
 {
     std::vector<QAbstractButton*> buttons;
     QPushButton* last = nullptr;
     for (const std::string& button : alert.buttons) {
-        last = box.addButton(Label(button), QMessageBox::ActionRole); // of one role, so that they keep their order
+        last = box.addButton(ShownLabel(button), QMessageBox::ActionRole); // of one role, so that they keep their order
         buttons.push_back(last);
     }
     box.setDefaultButton(last);
@@ -41,7 +35,7 @@ std::vector<QAbstractButton*> AddButtons(QMessageBox& box, const vetch::AlertDes
 // Only shown, not set as the action's own: the editor's menus have the same shortcuts.
 QString LabelWithShortcut(const vetch::MenuRow& row, const ModifierKeys& keys)
 {
-    const QString label = Label(row.label).replace('\t', ' ');
+    const QString label = ShownLabel(row.label);
     const QKeySequence shortcut = SequenceOf(row.key, row.modifiers, keys);
     return shortcut.isEmpty() ? label : label + '\t' + shortcut.toString(QKeySequence::NativeText);
 }

@@ -29,6 +29,11 @@ QString ShownText(const std::string& bytes)
     return shown;
 }
 
+QString ShownLabel(const std::string& bytes)
+{
+    return ShownText(bytes).replace('&', "&&").replace('\t', ' ');
+}
+
 int UnitsBefore(const std::string& bytes, long offset)
 {
     int units = 0;

@@ -10,6 +10,10 @@ namespace wren {
 // Each byte that is part of no character becomes U+FFFD.
 QString ShownText(const std::string& bytes);
 
+// The same as a label of Qt's, where "&" would be the sign before a letter to press, and a tab in a menu would stand
+// before the keys: here both are characters.
+QString ShownLabel(const std::string& bytes);
+
 // How many UTF-16 units the first 'offset' bytes are shown as. An offset inside a character counts it whole; one beyond
 // the end is the end.
 int UnitsBefore(const std::string& bytes, long offset);

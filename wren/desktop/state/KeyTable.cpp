@@ -92,6 +92,7 @@ KeyTable::KeyTable(QWidget* parent)
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     table->setTabKeyNavigation(false);
     conflicts->setObjectName("conflicts");
+    conflicts->setTextFormat(Qt::PlainText); // the settings may name any command
     conflicts->setWordWrap(true);
     auto* reset = new QPushButton(tr("Default &keys"));
     reset->setObjectName("reset");
