@@ -37,12 +37,12 @@ QMap<QByteArray, QByteArray> EntriesOf(const QByteArray& bytes)
     return entries;
 }
 
-// The red, the green and the blue bytes of all pixels, one after the other. A byte below 128 is followed by as many bytes and
-// one more; another stands for 3 to 130 repetitions of the next.
-QByteArray Unpacked(const QByteArray& packed, qsizetype start)
+// The red, the green and the blue bytes of all pixels, one after the other. A byte below 128 is followed by as many
+// bytes and one more; another stands for 3 to 130 repetitions of the next. No picture has more than 'most' bytes.
+QByteArray Unpacked(const QByteArray& packed, qsizetype start, qsizetype most)
 {
     QByteArray bytes;
-    for (qsizetype at = start; at < packed.size();) {
+    for (qsizetype at = start; at < packed.size() && bytes.size() <= most;) {
         const int code = static_cast<unsigned char>(packed[at++]);
         if (code < 128) {
             bytes.append(packed.mid(at, code + 1));
@@ -57,7 +57,7 @@ QByteArray Unpacked(const QByteArray& packed, qsizetype start)
 QPixmap ReadPacked(const QMap<QByteArray, QByteArray>& entries, const PackedKind& kind)
 {
     const qsizetype pixels = static_cast<qsizetype>(kind.side) * kind.side;
-    const QByteArray colours = Unpacked(entries.value(kind.colours), kind.unusedStart);
+    const QByteArray colours = Unpacked(entries.value(kind.colours), kind.unusedStart, 3 * pixels);
     const QByteArray mask = entries.value(kind.mask);
     if (colours.size() != 3 * pixels || mask.size() != pixels)
         return {};
