@@ -1,6 +1,7 @@
 #include "tests/desktop/sessions/RecordingDisplay.h"
 
 #include "vetch/display/WindowKinds.h"
+#include "wren/core/PluginEvents.h"
 
 namespace {
 
@@ -184,7 +185,13 @@ long RecordingDisplay::RunAlert(const vetch::AlertDescription& alert)
 std::optional<long> RecordingDisplay::RunMenu(const vetch::MenuDescription& menu)
 {
     const std::optional<long> choice = shown.RunMenu(menu);
-    log.MenuAnswered(menu, choice);
+    vetch::MenuDescription logged = menu;
+    for (vetch::MenuRow& row : logged.rows)
+        if (wren::KeyCode::FunctionKeyOf(row.key) != 0) { // a script's editor binds none
+            row.key = 0;
+            row.modifiers = 0;
+        }
+    log.MenuAnswered(logged, choice);
     return choice;
 }
 
