@@ -59,6 +59,9 @@ QIcon WindowIcon()
 int main(int count, char** words)
 {
     std::signal(SIGCHLD, SIG_DFL); // whoever started this may have ignored it, and then no child could be waited for
+    // What is printed may reach nobody, which is no reason to end. Caught and not ignored, so that programs that are
+    // started get the usual answer back.
+    std::signal(SIGPIPE, [](int) {});
     int status = 0;
     const std::optional<wren::DesktopArguments> arguments = wren::ParseArguments(count, words, &status);
     if (!arguments)

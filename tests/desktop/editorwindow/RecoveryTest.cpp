@@ -1,4 +1,5 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
+#include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
 #include "wren/desktop/state/Recovery.h"
 
@@ -66,6 +67,12 @@ bool Handles(pid_t process, int signal)
         if (line.starts_with("SigCgt:"))
             return (std::stoull(line.substr(7), nullptr, 16) >> (signal - 1) & 1) != 0;
     return false;
+}
+
+bool HasEnded(pid_t process)
+{
+    siginfo_t state = {};
+    return ::waitid(P_PID, static_cast<id_t>(process), &state, WEXITED | WNOHANG | WNOWAIT) == 0 && state.si_pid != 0;
 }
 
 } // namespace
@@ -202,6 +209,22 @@ TEST_F(AfterAKill, TheProgramItselfKeepsItsSessionAtASignal)
     Start();
     EXPECT_THAT(Tabs(), ElementsAre("a.c"));
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+}
+
+// As when the editor was started in a pipe, or its output is kept by a program that has ended.
+TEST_F(AfterAKill, AReaderOfWhatItPrintsThatGoesKillsNoEditor)
+{
+    for (const auto answer : {SIG_DFL, SIG_IGN}) {
+        const LostReader nobody;
+        const StartedWith started(SIGPIPE, answer);
+        RunningProgram editor({"/bin/sh", "-c", "exec '" WREN_DESKTOP "' --bundle '" + bundle + "' a.c 2>&1"},
+                              home.Path(), Environment(), nobody.Output());
+        // What Qt has to say of this platform, it says when the window is shown.
+        UntilOutside([&] { return Handles(editor.Process(), SIGTERM) || HasEnded(editor.Process()); });
+        ::kill(editor.Process(), SIGTERM);
+        const ProgramRun run = editor.Wait();
+        EXPECT_EQ(run.status, 128 + SIGTERM) << "signal " << run.signal;
+    }
 }
 
 TEST_F(UnsavedCopy, ThatCannotBeWrittenIsToldOf)
