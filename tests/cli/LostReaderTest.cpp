@@ -11,8 +11,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Words = std::vector<std::string>;
-
 std::string ContentOf(const std::string& path)
 {
     std::ostringstream text;
