@@ -3,8 +3,11 @@
 
 set(WREN_LIBRARY_DIRECTORY lib/wren)
 set(WREN_BUNDLE_DIRECTORY ${WREN_LIBRARY_DIRECTORY}/Declaration.bundle/Contents)
-set_target_properties(wren PROPERTIES INSTALL_RPATH "$ORIGIN/../${WREN_LIBRARY_DIRECTORY}")
+# The build tree is laid out so that the same ways lead to the framework there. CMake would otherwise leave room in them, as
+# empty names, for which the system looks in the current directory, whosever that is.
+set_target_properties(wren PROPERTIES INSTALL_RPATH "$ORIGIN/../${WREN_LIBRARY_DIRECTORY}:$ORIGIN")
 set_target_properties(Declaration PROPERTIES INSTALL_RPATH "$ORIGIN/../../..")
+set_target_properties(wren Declaration PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
 install(TARGETS wren RUNTIME DESTINATION bin)
 install(TARGETS vetch LIBRARY DESTINATION ${WREN_LIBRARY_DIRECTORY})
 install(TARGETS Declaration LIBRARY DESTINATION ${WREN_BUNDLE_DIRECTORY}/Linux)
@@ -29,7 +32,7 @@ install(FILES packaging/completions/wren.fish packaging/completions/cplustags.fi
     DESTINATION share/fish/vendor_completions.d)
 
 if(WREN_DESKTOP)
-    set_target_properties(wren-desktop PROPERTIES INSTALL_RPATH "$ORIGIN")
+    set_target_properties(wren-desktop PROPERTIES INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
     install(TARGETS wren-desktop RUNTIME DESTINATION ${WREN_LIBRARY_DIRECTORY})
     install(FILES packaging/wren.desktop DESTINATION share/applications)
     install(DIRECTORY resources/icons/ DESTINATION share/icons)

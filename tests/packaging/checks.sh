@@ -50,9 +50,16 @@ CheckLibraries() {
         xargs -0 realpath | sort -u)
     Expect "the framework is the installed one" "$libraries" "$(realpath "$library/libvetch.so")"
     Expect "no run path leads to the build" "$(RunPaths "${programs[@]}" | grep -F "$build")" ""
+    CheckRunPaths "${programs[@]}"
 }
 
 RunPaths() { readelf --dynamic "$@" | sed -n 's/.*(R.*PATH).*\[\(.*\)\]/\1/p'; }
+
+# An empty one is the current directory, where anybody may have put a library.
+CheckRunPaths() {
+    ExpectHas "run paths" "$(RunPaths "$@")" "\$ORIGIN"
+    Expect "run paths to elsewhere" "$(RunPaths "$@" | tr : '\n' | grep -cv '^\$ORIGIN')" 0
+}
 
 CheckPermissions() {
     Expect "what others cannot read" "$(find "$1" -mindepth 1 ! -type l ! -perm -o=r)" ""
