@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
@@ -33,8 +34,6 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
     row->addWidget(pages, 1);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::accept);
-    // Enter belongs to the field that it is pressed in, which takes its value then.
-    buttons->button(QDialogButtonBox::Close)->setAutoDefault(false);
     auto* column = new QVBoxLayout(this);
     column->addLayout(row, 1);
 
@@ -47,6 +46,9 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
     AddPage(QApplication::windowIcon(), tr("Editor"), editor);
     AddPanels();
     column->addWidget(buttons); // last, also for the Tab key
+    // Enter belongs to the field that it is pressed in, which takes its value then.
+    for (QPushButton* button : findChildren<QPushButton*>())
+        button->setAutoDefault(false);
     connect(titles, &QListWidget::currentRowChanged, pages, &QStackedWidget::setCurrentIndex);
     titles->setCurrentRow(0);
     titles->setFocus();
@@ -62,6 +64,16 @@ PreferencesDialog::~PreferencesDialog()
         if (BLooper* panel = vetch::FindLooper(token))
             panel->Quit();
     loop.LetThrough();
+}
+
+void PreferencesDialog::keyPressEvent(QKeyEvent* event)
+{
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    auto* button = qobject_cast<QPushButton*>(focusWidget());
+    if (!isEnter)
+        QDialog::keyPressEvent(event);
+    else if (button != nullptr)
+        button->click();
 }
 
 void PreferencesDialog::AddPage(const QIcon& icon, const QString& title, QWidget* page)

@@ -29,6 +29,9 @@ public:
 signals:
     void Changed(const PreferenceValues& values);
 
+protected:
+    void keyPressEvent(QKeyEvent* event) override; // Enter presses the button that has the keyboard, and no other
+
 private:
     void AddPage(const QIcon& icon, const QString& title, QWidget* page);
     void AddPanels();

@@ -5,6 +5,9 @@
 
 #include <QApplication>
 #include <QPalette>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
 #include <QWheelEvent>
 
 #include <filesystem>
@@ -123,6 +126,34 @@ TEST_F(Settings, ThatAnotherEditorHasStoredAreKept)
     EXPECT_THAT(Content(SettingsFile()),
                 AllOf(HasSubstr("DeclIndexSuffixes *.h\n"), HasSubstr("WrenTabWidth 8\n"),
                       HasSubstr("WrenWrapLines on\n"), HasSubstr(kOptionClick), Not(HasSubstr("DeclAutoComplete"))));
+}
+
+TEST_F(Settings, AreNotTakenBackByEnterInAField)
+{
+    home.Write(".config/wren/settings", "WrenKeys SymbolLookup=F5\n");
+    Start();
+    InPreferences([](QWidget& dialog) {
+        auto* size = dialog.findChild<QSpinBox*>("fontSize");
+        size->setFocus();
+        size->selectAll();
+        QTest::keyClicks(size, "13");
+        QTest::keyClick(size, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+    });
+    EXPECT_THAT(Content(SettingsFile()), AllOf(HasSubstr("WrenKeys SymbolLookup=F5\n"), HasSubstr("WrenFontSize 13\n")));
+}
+
+TEST_F(Settings, OfKeysGoBackToTheUsualOnesByEnterOnTheButton)
+{
+    home.Write(".config/wren/settings", "WrenKeys SymbolLookup=F5\n");
+    Start();
+    InPreferences([](QWidget& dialog) {
+        auto* reset = dialog.findChild<QPushButton*>("reset");
+        reset->setFocus();
+        QTest::keyClick(reset, Qt::Key_Return);
+        EXPECT_TRUE(dialog.isVisible());
+    });
+    EXPECT_THAT(Content(SettingsFile()), Not(HasSubstr("WrenKeys")));
 }
 
 TEST_F(Settings, ThatCannotBeStoredAreToldOf)
