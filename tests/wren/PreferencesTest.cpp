@@ -101,12 +101,16 @@ TEST(Preferences, TakeGoodLinesInOtherForms)
         {"modifiers in another order, and one left out", "WrenModifiers option=super command=alt",
          "WrenModifiers command=alt control=control option=super"},
         {"a percent sign by hand", "WrenKeys GoBack=Ctrl+%", "WrenKeys GoBack=Ctrl+%25"},
-        {"a plus sign", "WrenKeys GoBack=Ctrl++,+", "WrenKeys GoBack=Ctrl++,+"},
+        {"a plus sign", "WrenKeys GoBack=Ctrl++,Alt++", "WrenKeys GoBack=Ctrl++,Alt++"},
         {"the equals sign by hand", "WrenKeys GoBack=Ctrl+=", "WrenKeys GoBack=Ctrl+%3D"},
         {"a character beyond ASCII", "WrenKeys GoBack=Alt+\xc3\x96", "WrenKeys GoBack=Alt+\xc3\x96"},
         {"a key twice", "WrenKeys GoBack=F1,F1", "WrenKeys GoBack=F1"},
         {"a command twice: the later", "WrenKeys GoBack=F1 GoBack=F2", "WrenKeys GoBack=F2"},
         {"a command with a blank", "WrenKeys My%20own=F1", "WrenKeys My%20own=F1"},
+        {"keys that do nothing to a text", "WrenKeys GoBack=Shift+F1,Menu,Shift+Ins",
+         "WrenKeys GoBack=Shift+F1,Menu,Shift+Ins"},
+        {"keys of texts with others", "WrenKeys GoBack=Meta+G,Shift+Alt+Left",
+         "WrenKeys GoBack=Meta+G,Shift+Alt+Left"},
         {"the default keys", "WrenKeys GoBack=Alt+Left", nullptr},
         {"the same keys in another order, the first being shown", "WrenKeys SymbolCompletion=Ctrl+Space,Ctrl+.",
          "WrenKeys SymbolCompletion=Ctrl+Space,Ctrl+."},
@@ -154,6 +158,12 @@ TEST(Preferences, SayWhatIsWrongWithADamagedLineAndKeepIt)
         {"no key between commas", "WrenKeys GoBack=F1,,F2", "\"\" is no key"},
         {"no such function key", "WrenKeys GoBack=F36", "is no key"},
         {"broken UTF-8", "WrenKeys GoBack=\xc3", "is no key"},
+        {"a letter", "WrenKeys GoBack=G", "\"G\" is for editing, and needs \"Ctrl+\", \"Alt+\" or \"Meta+\""},
+        {"a letter with Shift", "WrenKeys GoBack=Shift+G", "\"Shift+G\" is for editing"},
+        {"a letter beyond ASCII", "WrenKeys GoBack=\xc3\x96", "is for editing"},
+        {"a plus sign alone", "WrenKeys GoBack=Ctrl++,+", "\"+\" is for editing"},
+        {"the space bar", "WrenKeys GoBack=Space", "\"Space\" is for editing"},
+        {"a key that moves the caret", "WrenKeys GoBack=F1,Shift+Left", "\"Shift+Left\" is for editing"},
         {"one damaged command", "WrenKeys GoForward=F1 GoBack=F0", "\"F0\" is no key"},
     };
     for (const auto& each : kCases) {
@@ -202,8 +212,8 @@ TEST(Preferences, StoreADefaultThatStandsInFrontOfOtherLines)
 
 TEST(Preferences, TakeEveryKeyThatTheyStore)
 {
-    const char* const kKeys[] = {"A",          "Ctrl+Shift+Alt+Meta+F35", "Meta+Space", "Ctrl+%", "Ctrl+,", ",", "=",
-                                 "Ctrl+PgDown"};
+    const char* const kKeys[] = {"Alt+A",  "Ctrl+Shift+Alt+Meta+F35", "Meta+Space", "Ctrl+%", "Ctrl+,", "Alt+,",
+                                 "Meta+=", "Ctrl+PgDown"};
     for (const char* key : kKeys) {
         EXPECT_TRUE(wren::IsKey(key)) << key;
         PreferenceValues values;

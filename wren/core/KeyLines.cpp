@@ -21,6 +21,35 @@ constexpr std::string_view kNamedKeys[] = {
     "Space", "Tab",   "Backtab", "Backspace", "Return", "Enter", "Esc",  "Ins",   "Del",   "Home",   "End",  "Left",
     "Up",    "Right", "Down",    "PgUp",      "PgDown", "Menu",  "Help", "Pause", "Print", "SysReq", "Back", "Forward"};
 
+// Those that do nothing to a text.
+constexpr std::string_view kFreeKeys[] = {"Ins", "Menu", "Help", "Pause", "Print", "SysReq", "Back", "Forward"};
+
+struct Stroke {
+    std::string_view key; // empty for modifiers alone
+    bool asShortcut = false; // with a modifier that texts do not use
+};
+
+Stroke StrokeOf(std::string_view text)
+{
+    Stroke stroke{text};
+    std::vector<std::string_view> left(std::begin(kModifiers), std::end(kModifiers));
+    const auto leads = [&](std::string_view modifier) {
+        return stroke.key.starts_with(modifier) && stroke.key.size() > modifier.size();
+    };
+    for (auto next = left.begin(); (next = std::find_if(left.begin(), left.end(), leads)) != left.end();) {
+        stroke.key.remove_prefix(next->size());
+        stroke.asShortcut = stroke.asShortcut || *next != "Shift+";
+        left.erase(next);
+    }
+    return stroke;
+}
+
+template <size_t N>
+bool IsAmong(const std::string_view (&names)[N], std::string_view name)
+{
+    return std::find(std::begin(names), std::end(names), name) != std::end(names);
+}
+
 bool IsFunctionKey(std::string_view name)
 {
     if (name.size() < 2 || name.size() > 3 || name.front() != 'F' || name[1] == '0')
@@ -104,6 +133,8 @@ std::string SplitAtCommas(const std::string& list, Texts* keys)
         const std::string key = Decoded(list.substr(start, comma - start));
         if (!IsKey(key))
             return "\"" + key + "\" is no key";
+        if (IsForTexts(key))
+            return "\"" + key + "\" is for editing, and needs \"Ctrl+\", \"Alt+\" or \"Meta+\" before it";
         keys->push_back(key);
         start = comma + 1;
     }
@@ -129,17 +160,14 @@ std::string ReadCommand(const std::string& word, CommandKeys* keys)
 
 bool IsKey(const std::string& text)
 {
-    std::string_view name = text;
-    std::vector<std::string_view> left(std::begin(kModifiers), std::end(kModifiers));
-    const auto leads = [&](std::string_view modifier) {
-        return name.starts_with(modifier) && name.size() > modifier.size();
-    };
-    for (auto next = left.begin(); (next = std::find_if(left.begin(), left.end(), leads)) != left.end();) {
-        name.remove_prefix(next->size());
-        left.erase(next);
-    }
-    return !name.empty() && (IsOneCharacter(name) || IsFunctionKey(name) ||
-                             std::find(std::begin(kNamedKeys), std::end(kNamedKeys), name) != std::end(kNamedKeys));
+    const std::string_view key = StrokeOf(text).key;
+    return !key.empty() && (IsOneCharacter(key) || IsFunctionKey(key) || IsAmong(kNamedKeys, key));
+}
+
+bool IsForTexts(const std::string& key)
+{
+    const Stroke stroke = StrokeOf(key);
+    return IsKey(key) && !stroke.asShortcut && !IsFunctionKey(stroke.key) && !IsAmong(kFreeKeys, stroke.key);
 }
 
 std::string ReadKeys(const std::string& text, CommandKeys* keys)

@@ -64,6 +64,10 @@ struct PreferenceValues {
 // Whether the text is a key, alone or with "Ctrl+", "Shift+", "Alt+" and "Meta+" before it.
 bool IsKey(const std::string& text);
 
+// Whether texts are written and gone about in with this key: characters, arrows and the like, alone or with "Shift+".
+// No command can have it.
+bool IsForTexts(const std::string& key);
+
 // Document thread.
 class Preferences : public OwnSettings {
 public:

@@ -427,6 +427,7 @@ void Editor::OpenWorksheet()
 void Editor::OpenPreferences()
 {
     PreferencesDialog dialog(*host, *display, *loop, preferences.Values(), window.get());
+    dialog.SetMenuKeys(menus->OwnKeys());
     connect(&dialog, &PreferencesDialog::Changed, this, [this](const PreferenceValues& values) {
         preferences.Set(values);
         ApplyPreferences();

@@ -78,6 +78,15 @@ void EditorMenus::BindKeys(const std::vector<std::pair<std::string, std::string>
     }
 }
 
+std::vector<std::pair<QString, QKeySequence>> EditorMenus::OwnKeys() const
+{
+    std::vector<std::pair<QString, QKeySequence>> own;
+    for (const auto& [action, usual] : usualKeys)
+        for (const QKeySequence& key : usual)
+            own.emplace_back(action->text().remove('&'), key);
+    return own;
+}
+
 void EditorMenus::FillFile(QMenu* menu)
 {
     Add(menu, tr("&New"), "document-new", StandardKeys(QKeySequence::New), [this] { editor.New(); });

@@ -26,6 +26,7 @@ public:
     // The commands' keys, in the notation of menus; those of a command that is in a menu are shown there. A key that two have
     // runs neither, so it is the first command's; and no longer that of the menus' own items.
     void BindKeys(const std::vector<std::pair<std::string, std::string>>& keys);
+    std::vector<std::pair<QString, QKeySequence>> OwnKeys() const; // and what they choose, while no command has them
 
 private:
     void FillFile(QMenu* menu);

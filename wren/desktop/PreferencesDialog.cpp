@@ -66,6 +66,11 @@ PreferencesDialog::~PreferencesDialog()
     loop.LetThrough();
 }
 
+void PreferencesDialog::SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys)
+{
+    editor->SetMenuKeys(keys);
+}
+
 void PreferencesDialog::keyPressEvent(QKeyEvent* event)
 {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;

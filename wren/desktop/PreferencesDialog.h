@@ -5,7 +5,10 @@
 #include "wren/core/Preferences.h"
 
 #include <QDialog>
+#include <QKeySequence>
+#include <QString>
 
+#include <utility>
 #include <vector>
 
 class QListWidget;
@@ -25,6 +28,8 @@ public:
     PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& loop, const PreferenceValues& values,
                       QWidget* parent); // borrowed
     ~PreferencesDialog() override;      // closes the panels
+
+    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys); // as EditorPage's
 
 signals:
     void Changed(const PreferenceValues& values);

@@ -4,6 +4,7 @@
 #include "wren/desktop/SettingsKeeper.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QPalette>
 #include <QPushButton>
 #include <QSpinBox>
@@ -140,7 +141,8 @@ TEST_F(Settings, AreNotTakenBackByEnterInAField)
         QTest::keyClick(size, Qt::Key_Return);
         EXPECT_TRUE(dialog.isVisible());
     });
-    EXPECT_THAT(Content(SettingsFile()), AllOf(HasSubstr("WrenKeys SymbolLookup=F5\n"), HasSubstr("WrenFontSize 13\n")));
+    EXPECT_THAT(Content(SettingsFile()),
+                AllOf(HasSubstr("WrenKeys SymbolLookup=F5\n"), HasSubstr("WrenFontSize 13\n")));
 }
 
 TEST_F(Settings, OfKeysGoBackToTheUsualOnesByEnterOnTheButton)
@@ -154,6 +156,22 @@ TEST_F(Settings, OfKeysGoBackToTheUsualOnesByEnterOnTheButton)
         EXPECT_TRUE(dialog.isVisible());
     });
     EXPECT_THAT(Content(SettingsFile()), Not(HasSubstr("WrenKeys")));
+}
+
+TEST_F(Settings, OfKeysSayWhatTheyTakeFromTheMenus)
+{
+    Start();
+    InPreferences([](QWidget& dialog) {
+        EXPECT_EQ(dialog.findChild<QLabel*>("conflicts")->text(), "") << "of the usual ones";
+    });
+    ASSERT_TRUE(Quit());
+    home.Write(".config/wren/settings", "WrenKeys SymbolLookup=Ctrl+F\n");
+    Start();
+    InPreferences([](QWidget& dialog) {
+        EXPECT_THAT(dialog.findChild<QLabel*>("conflicts")->text().toStdString(),
+                    AllOf(HasSubstr("Ctrl+F is the menus' key"), HasSubstr("Find and Replace"),
+                          HasSubstr("Look up symbol")));
+    });
 }
 
 TEST_F(Settings, ThatCannotBeStoredAreToldOf)

@@ -155,6 +155,35 @@ TEST_F(EditorPage, ShowsWhichCommandsHaveTheSameKey)
     EXPECT_EQ(Conflicts(), "");
 }
 
+TEST_F(EditorPage, RefusesAKeyThatTextsNeedAndSaysWhy)
+{
+    page.show();
+    for (const Qt::KeyboardModifier held : {Qt::NoModifier, Qt::ShiftModifier}) {
+        QTest::keyClick(Field("Go back", 0), Qt::Key_G, held);
+        EXPECT_THAT(Conflicts(), HasSubstr("G is for editing"));
+    }
+    QTest::keyClick(Field("Go back", 0), Qt::Key_Space);
+    EXPECT_THAT(Conflicts(), HasSubstr("Space is for editing"));
+    EXPECT_EQ(page.Values(), PreferenceValues());
+    EXPECT_EQ(Field("Go back", 0)->keySequence(), QKeySequence("Alt+Left"));
+    EXPECT_EQ(changed.count(), 0);
+    QTest::keyClick(Field("Go back", 0), Qt::Key_G, Qt::AltModifier);
+    EXPECT_EQ(page.Values().keys.at(4).second, "Alt+G");
+    EXPECT_EQ(Conflicts(), "");
+}
+
+TEST_F(EditorPage, ShowsWhichKeysAreTakenFromTheMenus)
+{
+    page.SetMenuKeys({{"Find\u2026", QKeySequence("Ctrl+F")}, {"Close", QKeySequence("Ctrl+W")}});
+    EXPECT_EQ(Conflicts(), "");
+    page.show();
+    QTest::keyClick(Field("Look up definition", 1), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(Conflicts(),
+              "Ctrl+F is the menus' key for \u201cFind\u2026\u201d, and now runs Look up definition instead.");
+    Field("Look up definition", 1)->clear();
+    EXPECT_EQ(Conflicts(), "");
+}
+
 TEST_F(EditorPage, ResetsTheKeys)
 {
     PreferenceValues values;

@@ -114,6 +114,11 @@ void EditorPage::FillBoxes()
     connect(keys, &KeyTable::Changed, this, &EditorPage::Tell);
 }
 
+void EditorPage::SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& menuKeys)
+{
+    keys->SetMenuKeys(menuKeys);
+}
+
 void EditorPage::SetCommands(const std::vector<std::string>& names)
 {
     const PreferenceValues values = Values();

@@ -3,10 +3,13 @@
 
 #include "wren/core/Preferences.h"
 
+#include <QKeySequence>
+#include <QString>
 #include <QWidget>
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 class QCheckBox;
@@ -23,6 +26,9 @@ class EditorPage : public QWidget {
     Q_OBJECT
 public:
     explicit EditorPage(QWidget* parent = nullptr);
+
+    // The menus' own keys, and what they choose: a command that has one of them takes it away from there.
+    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys);
 
     // Commands that can be bound beside those with default keys, by the names under which the plug-in registered them.
     void SetCommands(const std::vector<std::string>& names);

@@ -110,6 +110,12 @@ KeyTable::KeyTable(QWidget* parent)
     Rebuild();
 }
 
+void KeyTable::SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys)
+{
+    menuKeys = keys;
+    ShowConflicts();
+}
+
 void KeyTable::SetCommands(const std::vector<std::string>& names)
 {
     registered = names;
@@ -177,15 +183,19 @@ void KeyTable::AddField(int row, int column, const std::string& key)
     connect(field, &QKeySequenceEdit::keySequenceChanged, this, [this, field] { Take(field); });
 }
 
-// Only what can be stored is taken.
+// Only what can be stored is taken, and nothing that would be missed while typing.
 void KeyTable::Take(QKeySequenceEdit* field)
 {
     const QString key = field->keySequence().toString(QKeySequence::PortableText);
     const QString before = field->property(kStored).toString();
-    if (!key.isEmpty() && !IsKey(key.toStdString())) {
+    const bool isForTexts = IsForTexts(key.toStdString());
+    if (!key.isEmpty() && (isForTexts || !IsKey(key.toStdString()))) {
+        const QString shown = field->keySequence().toString(QKeySequence::NativeText);
         const QSignalBlocker quiet(field);
         field->setKeySequence(SequenceOf(before.toStdString()));
-        return;
+        return ShowConflicts(isForTexts
+                                 ? tr("%1 is for editing, and a command's only with Control, Alt or Meta.").arg(shown)
+                                 : tr("%1 cannot be a command's.").arg(shown));
     }
     if (key == before)
         return;
@@ -194,19 +204,32 @@ void KeyTable::Take(QKeySequenceEdit* field)
     emit Changed();
 }
 
-void KeyTable::ShowConflicts()
+void KeyTable::ShowConflicts(const QString& refusal)
 {
-    std::map<QString, QStringList> commandsOf;
+    QStringList lines = Conflicts();
+    if (!refusal.isEmpty())
+        lines.prepend(refusal);
+    conflicts->setText(lines.join("\n"));
+}
+
+QStringList KeyTable::Conflicts() const
+{
+    std::map<QKeySequence, QStringList> commandsOf;
     for (const auto& [command, key] : Values()) {
-        QStringList& commands = commandsOf[SequenceOf(key).toString(QKeySequence::NativeText)];
+        QStringList& commands = commandsOf[SequenceOf(key)];
         if (!commands.contains(TitleOf(command)))
             commands << TitleOf(command);
     }
     QStringList lines;
     for (const auto& [key, commands] : commandsOf)
         if (commands.size() > 1)
-            lines << tr("%1 has several commands: %2. The first of them runs.").arg(key, commands.join(", "));
-    conflicts->setText(lines.join("\n"));
+            lines << tr("%1 has several commands: %2. The first of them runs.")
+                         .arg(key.toString(QKeySequence::NativeText), commands.join(", "));
+    for (const auto& [item, key] : menuKeys)
+        if (const auto taken = commandsOf.find(key); taken != commandsOf.end())
+            lines << tr("%1 is the menus' key for \u201c%2\u201d, and now runs %3 instead.")
+                         .arg(key.toString(QKeySequence::NativeText), item, taken->second.first());
+    return lines;
 }
 
 } // namespace wren

@@ -1,6 +1,8 @@
 // The commands and their keys, to be changed.
 #pragma once
 
+#include <QKeySequence>
+#include <QString>
 #include <QWidget>
 
 #include <string>
@@ -13,7 +15,8 @@ class QTableWidget;
 
 namespace wren {
 
-// A row a command and a field a key. Keys that several commands have are named below. GUI thread.
+// A row a command and a field a key. Keys that several commands or a menu have are named below, and why one was not
+// taken. GUI thread.
 class KeyTable : public QWidget {
     Q_OBJECT
 public:
@@ -21,6 +24,7 @@ public:
 
     explicit KeyTable(QWidget* parent = nullptr);
 
+    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys); // and what they choose
     void SetCommands(const std::vector<std::string>& names);
     void SetValues(const Keys& keys);
     Keys Values() const;
@@ -32,10 +36,12 @@ private:
     void Rebuild();
     void AddField(int row, int column, const std::string& key);
     void Take(QKeySequenceEdit* field);
-    void ShowConflicts();
+    void ShowConflicts(const QString& refusal = "");
+    QStringList Conflicts() const;
 
     QTableWidget* table;
     QLabel* conflicts;
+    std::vector<std::pair<QString, QKeySequence>> menuKeys;
     std::vector<std::string> registered;
     std::vector<std::string> rows; // the commands shown
     Keys values;
