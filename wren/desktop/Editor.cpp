@@ -268,15 +268,16 @@ void Editor::OpenNew(const std::string& absolute)
 
 bool Editor::OpenUnsaved(const std::string& path, const std::string& text)
 {
-    std::string error;
-    Document* document = path.empty() ? &host->New() : host->AllDocuments().FindByPath(path);
-    if (std::error_code unknown; document == nullptr && fs::exists(path, unknown))
-        document = host->Open(path, std::nullopt, path == WorksheetActions::File(), &error);
-    if (document == nullptr)
-        document = host->Open(path, "", path == WorksheetActions::File(), &error);
+    Document* document = path.empty() ? Adopt(&host->New()) : host->AllDocuments().FindByPath(path);
+    if (document == nullptr) {
+        std::string error;
+        std::error_code unknown;
+        const bool worksheet = path == WorksheetActions::File();
+        Document* opened = fs::exists(path, unknown) ? host->Open(path, std::nullopt, worksheet, &error) : nullptr;
+        document = Adopt(opened != nullptr ? opened : host->Open(path, "", worksheet, &error));
+    }
     if (document == nullptr)
         return false;
-    Adopt(document);
     window->Tabs().Raise(document->Id());
     // As an edit of what the file holds now, so that it counts as not saved and can be taken back.
     document->BeginUndo({}, "Recover");

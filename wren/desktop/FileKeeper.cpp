@@ -43,8 +43,25 @@ void FileKeeper::Opened(Document& document)
 {
     if (document.Path().empty() || document.IsWorksheet())
         return;
-    stamps[document.Id()] = StampOf(document.Path());
-    watch->Watch(document.Id(), document.Path(), stamps[document.Id()]);
+    const FileMark& mark = known[document.Id()] = MarkOf(StampOf(document.Path()), ViewOf(document)->Bytes());
+    watch->Watch(document.Id(), document.Path(), mark.stamp);
+}
+
+FileMark FileKeeper::Known(long document) const
+{
+    const auto found = known.find(document);
+    return found == known.end() ? FileMark() : found->second;
+}
+
+void FileKeeper::Recovered(const Document& document, const FileMark& was)
+{
+    if (!known.contains(document.Id()))
+        return;
+    known[document.Id()] = was;
+    if (StampOf(document.Path()).exists && HasChanged(document.Path(), was))
+        notices.Tell(tr("%1 was changed by another program since your unsaved text was kept. Save to write over it, or "
+                        "choose File > Revert to take its text.")
+                         .arg(QString::fromStdString(document.Path())));
 }
 
 void FileKeeper::Check()
@@ -55,7 +72,7 @@ void FileKeeper::Check()
 void FileKeeper::Closed(long document)
 {
     watch->Unwatch(document);
-    stamps.erase(document);
+    known.erase(document);
 }
 
 bool FileKeeper::Save(Document& document)
@@ -119,8 +136,7 @@ bool FileKeeper::IsModified(const Document& document) const
 
 bool FileKeeper::IsGone(const Document& document) const
 {
-    const auto known = stamps.find(document.Id());
-    return known != stamps.end() && known->second.exists && !StampOf(document.Path()).exists;
+    return Known(document.Id()).stamp.exists && !StampOf(document.Path()).exists;
 }
 
 bool FileKeeper::Write(Document& document, const std::string& path)
@@ -135,8 +151,8 @@ bool FileKeeper::Write(Document& document, const std::string& path)
         view->SetLanguageFor(path);
         Opened(document);
     } else if (!document.IsWorksheet()) {
-        stamps[document.Id()] = StampOf(path);
-        watch->Saved(document.Id(), stamps[document.Id()]);
+        known[document.Id()] = MarkOf(StampOf(path), view->Bytes());
+        watch->Saved(document.Id(), known[document.Id()].stamp);
     }
     view->MarkSaved();
     emit Saved(document.Id());
@@ -154,9 +170,8 @@ bool FileKeeper::WriteText(const Document& document, const std::string& path)
 
 bool FileKeeper::MayOverwrite(const Document& document)
 {
-    const auto known = stamps.find(document.Id());
-    const FileStamp now = StampOf(document.Path());
-    if (known == stamps.end() || !now.exists || now == known->second)
+    if (!known.contains(document.Id()) || !StampOf(document.Path()).exists ||
+        !HasChanged(document.Path(), known[document.Id()]))
         return true;
     return AskPlainly(QMessageBox::Warning, &window,
                       tr("Another program has changed %1 since it was read here. Write over it?")
@@ -175,8 +190,8 @@ bool FileKeeper::Reload(Document& document)
     }
     host.Events().DocumentChanged(); // the plug-in's windows point into the text that goes
     ViewOf(document)->ReadAgain(*text);
-    stamps[document.Id()] = stamp;
-    watch->Saved(document.Id(), stamp);
+    known[document.Id()] = MarkOf(stamp, *text);
+    watch->Saved(document.Id(), known[document.Id()].stamp);
     return true;
 }
 

@@ -1,7 +1,7 @@
 // The files of the documents: reading, saving, and what other programs do to them meanwhile.
 #pragma once
 
-#include "wren/core/TextFile.h"
+#include "wren/desktop/state/FileMark.h"
 
 #include <QObject>
 
@@ -28,6 +28,9 @@ public:
     // Right after a document was opened: from now on its file is watched.
     void Opened(Document& document);
     void Closed(long document);
+    FileMark Known(long document) const; // what its text was made from
+    // Its text, put there since, was made from what the file was in another session.
+    void Recovered(const Document& document, const FileMark& was);
     void Check(); // looks at all files: the user has come back from somewhere
 
     // True when it is saved. Without a file, and for SaveAs(), the user is asked for one; a question may come before.
@@ -61,7 +64,7 @@ private:
     NoticeBar& notices;
     QWidget& window;
     FileWatch* watch;
-    std::map<long, FileStamp> stamps; // what each document's file was when it was read or written
+    std::map<long, FileMark> known; // what each document's file was when it was read or written
 };
 
 } // namespace wren

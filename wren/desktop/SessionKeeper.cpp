@@ -93,6 +93,7 @@ void SessionKeeper::OfferRecovery()
     question.exec();
     for (const UnsavedText& text : left) {
         if (question.clickedButton() == open && editor.OpenUnsaved(text.path, text.text)) {
+            editor.Files().Recovered(*editor.Current(), text.was);
             Keep(editor.Current()->Id());
             recovery.Discard(text);
         } else if (question.clickedButton() == discard) {
@@ -166,7 +167,8 @@ void SessionKeeper::Keep(long id)
     if (document == nullptr)
         return;
     if (editor.Files().IsModified(*document))
-        recovery.Keep(id, document->Path(), editor.Window().Tabs().ViewOf(id)->Bytes());
+        recovery.Keep(id, document->Path(), editor.Window().Tabs().ViewOf(id)->Bytes(),
+                      editor.Files().Known(id));
     else
         recovery.Forget(id);
 }

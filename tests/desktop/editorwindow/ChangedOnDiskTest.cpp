@@ -1,5 +1,6 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
 
+#include <chrono>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -154,6 +155,23 @@ TEST_F(ChangedOnDisk, AFileWrittenAgainWithTheSameTextIsNotReadAgain)
     Press("Ctrl+Z");
     EXPECT_EQ(Text(), "old\n");
     EXPECT_THAT(Notice(), IsEmpty());
+}
+
+TEST_F(ChangedOnDisk, AFileWrittenAgainWithTheSameTextIsSavedOverWithoutAQuestion)
+{
+    StartWith("old\n");
+    for (const bool gone : {false, true}) {
+        const std::string before = Content(file);
+        if (gone)
+            fs::remove(file);
+        WriteElsewhere(before);
+        fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::hours(1));
+        ComeBack();
+        Type("new ");
+        Press("Ctrl+S");
+        EXPECT_EQ(Content(file), "new " + before);
+    }
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
 TEST_F(ChangedOnDisk, AFileThatIsGoneIsToldOfAndItsTextCanBeWrittenAgain)

@@ -27,10 +27,11 @@ protected:
     // What an editor leaves that is killed with an unsaved text.
     void Leave(const std::string& path, const std::string& text)
     {
+        const wren::FileMark was = wren::MarkOf(wren::StampOf(path), Content(path));
         const pid_t child = ::fork();
         if (child == 0) {
             wren::Recovery editor([](const std::string&) { ::_exit(1); });
-            editor.Keep(1, path, text);
+            editor.Keep(1, path, text, was);
             editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
         }
@@ -113,6 +114,51 @@ TEST_F(AfterAKill, ATextWhoseFileIsGoneIsOpenedAndCanBeSaved)
     EXPECT_EQ(CurrentTab(), "gone.c *");
     Press("Ctrl+S");
     EXPECT_EQ(Content(home / "gone.c"), "typed\n");
+}
+
+TEST_F(AfterAKill, ATextWhoseFileAnotherProgramHasChangedSinceIsNotSavedOverItWithoutAQuestion)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    Leave(file, "typed\n");
+    home.Write("a.c", "theirs\n");
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_EQ(Text(), "typed\n");
+    EXPECT_THAT(Notice(), AllOf(HasSubstr(file), HasSubstr("changed by another program since")));
+    hands.TakeHeard();
+    hands.AnswerNextAlert("No");
+    Press("Ctrl+S");
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr("Another program has changed")));
+    EXPECT_EQ(Content(file), "theirs\n");
+    hands.AnswerNextAlert("Yes");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "typed\n");
+}
+
+TEST_F(AfterAKill, ATextThatIsRecoveredOnceMoreStillKnowsWhichFileItWasMadeFrom)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    Leave(file, "typed\n");
+    home.Write("a.c", "theirs\n");
+    for (const char* answer : {"Ask Later", "Open"}) {
+        hands.AnswerNextAlert(answer);
+        Start();
+    }
+    UntilOutside([&] { return Copies().size() == 1; });
+    EXPECT_THAT(Content(Copies().front()), HasSubstr(wren::MarkOf({}, "old\n").content));
+}
+
+TEST_F(AfterAKill, AFileThatWasOnlyTouchedSinceIsSavedOver)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    Leave(file, "typed\n");
+    fs::remove(file);
+    home.Write("a.c", "old\n");
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_THAT(Notice(), IsEmpty());
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "typed\n");
 }
 
 TEST_F(AfterAKill, AnOpenedTextSurvivesTheNextKillToo)

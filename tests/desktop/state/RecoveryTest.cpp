@@ -65,6 +65,20 @@ TEST_F(Recovery, FindsWhatAKilledEditorHasLeft)
     EXPECT_EQ(next.Left().size(), 2u) << "reading removes nothing";
 }
 
+TEST_F(Recovery, KnowsWhatACopyWasMadeFrom)
+{
+    const wren::FileMark was = {{true, 7, 3, 1'700'000'000'123'456'789}, "digest"};
+    InAKilledEditor([&](wren::Recovery& editor) { editor.Keep(1, "/a.c", "text", was); });
+    const std::string directory = fs::directory_iterator(InState("recovery"))->path();
+    const std::string name = fs::path(directory).filename();
+    home.Write(".local/state/wren/recovery/" + name + "/2.copy",
+               "{\"path\": \"/b.c\", \"savedAt\": \"9\", \"size\": 4}\ntext");
+    const wren::Recovery next;
+    ASSERT_THAT(Described(next.Left()), ElementsAre("/a.c: text", "/b.c: text"));
+    EXPECT_EQ(next.Left()[0].was, was);
+    EXPECT_EQ(next.Left()[1].was, wren::FileMark()) << "one that does not say";
+}
+
 TEST_F(Recovery, IsDoneWithWhatIsDiscarded)
 {
     InAKilledEditor([](wren::Recovery& editor) {
@@ -124,6 +138,7 @@ TEST_F(Recovery, PassesOverDamagedCopiesAndNeverRemovesThem)
         "{\"path\": 7, \"savedAt\": \"x\", \"size\": 4}\ntext",
         "{\"path\": \"/b\", \"savedAt\": 7, \"size\": 4}\ntext",
         "{\"path\": \"/b\", \"savedAt\": \"x\", \"size\": \"4\"}\ntext",
+        "{\"path\": \"/b\", \"savedAt\": \"x\", \"size\": 4, \"was\": 7}\ntext",
     };
     int number = 100;
     for (const char* damaged : kDamaged)

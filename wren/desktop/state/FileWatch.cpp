@@ -1,14 +1,10 @@
 #include "wren/desktop/state/FileWatch.h"
 
-#include "wren/core/Documents.h"
-
 #include <QSocketNotifier>
 
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <functional>
-#include <string_view>
 #include <sys/inotify.h>
 #include <unistd.h>
 #include <utility>
@@ -26,17 +22,6 @@ constexpr std::chrono::milliseconds kSoon(100);
 constexpr std::uint32_t kOfFiles = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_MASK_ADD;
 constexpr std::uint32_t kOfDirectories =
     IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_MASK_ADD;
-
-std::optional<std::size_t> HashOf(const std::string& path, const FileStamp& stamp)
-{
-    if (!stamp.exists || stamp.size > FileWatch::kLargestCompared || StampOf(path) != stamp)
-        return std::nullopt;
-    std::string ignored;
-    const std::optional<std::string> text = ReadWholeFile(path, &ignored);
-    if (!text || StampOf(path) != stamp)
-        return std::nullopt;
-    return std::hash<std::string_view>()(*text);
-}
 
 // The nearest directory above that there is.
 std::string DirectoryAbove(const std::string& path)
@@ -110,9 +95,8 @@ void FileWatch::Check()
 
 void FileWatch::Take(File* file, const FileStamp& stamp)
 {
-    file->stamp = stamp;
+    file->known = {stamp, DigestOf(file->path, stamp)};
     file->gone = !stamp.exists;
-    file->content = HashOf(file->path, stamp);
 }
 
 // Whoever is told may unwatch the document, so nothing of it is used afterwards.
@@ -125,8 +109,9 @@ void FileWatch::CheckOne(long document)
     const FileStamp now = StampOf(file.path);
     const bool came = now.exists && file.gone;
     const bool went = !now.exists && !file.gone;
-    const bool changed = now.exists && now != file.stamp && !IsSameContent(file, now);
-    if (now.exists && now != file.stamp)
+    const bool another = now.exists && now != file.known.stamp;
+    const bool changed = another && HasChanged(file.path, file.known);
+    if (another)
         Take(&file, now);
     file.gone = !now.exists;
     if (went)
@@ -135,11 +120,6 @@ void FileWatch::CheckOne(long document)
         emit CameBack(document);
     if (changed)
         emit Changed(document);
-}
-
-bool FileWatch::IsSameContent(const File& file, const FileStamp& now) const
-{
-    return file.content && now.size == file.stamp.size && HashOf(file.path, now) == file.content;
 }
 
 void FileWatch::ReadReports()

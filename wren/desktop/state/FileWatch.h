@@ -1,14 +1,12 @@
 // Tells when the files of open documents change on disk.
 #pragma once
 
-#include "wren/core/TextFile.h"
+#include "wren/desktop/state/FileMark.h"
 
 #include <QObject>
 #include <QTimer>
 
-#include <cstddef>
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 
@@ -18,13 +16,11 @@ namespace wren {
 
 // Watches files and the directories they are in, so that one that is replaced by a rename is followed, and one that went is
 // found when it is back. The system reports what happens (inotify): nothing runs while nothing does. Reports are looked into
-// a tenth of a second later, when most writers are done. A file whose stamp is the known one is not told of, nor, up to
-// kLargestCompared, one that was only touched or written again with the same content. GUI thread.
+// a tenth of a second later, when most writers are done. A file whose stamp is the known one is not told of, nor one that
+// was only touched or written again with the same content (FileMark). GUI thread.
 class FileWatch : public QObject {
     Q_OBJECT
 public:
-    static constexpr std::int64_t kLargestCompared = 16 * 1024 * 1024; // bytes
-
     explicit FileWatch(QObject* parent = nullptr);
     ~FileWatch() override;
 
@@ -44,14 +40,12 @@ signals:
 private:
     struct File {
         std::string path;
-        FileStamp stamp;                    // of the content that the document knows of
-        std::optional<std::size_t> content; // hashed; nothing when it is too large or changed too early
+        FileMark known; // when last told of
         bool gone = false;
     };
 
     void Take(File* file, const FileStamp& stamp);
     void CheckOne(long document);
-    bool IsSameContent(const File& file, const FileStamp& now) const;
     void ReadReports();
     bool Concerns(const std::string& name) const;
     void WatchPlaces();

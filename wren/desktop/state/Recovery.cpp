@@ -116,6 +116,20 @@ std::string Now()
     return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local));
 }
 
+json JsonOf(const FileMark& mark)
+{
+    return {{"exists", mark.stamp.exists},
+            {"inode", mark.stamp.inode},
+            {"size", mark.stamp.size},
+            {"modified", mark.stamp.modified},
+            {"content", mark.content}};
+}
+
+FileMark MarkOf(const json& stored)
+{
+    return {{stored.at("exists"), stored.at("inode"), stored.at("size"), stored.at("modified")}, stored.at("content")};
+}
+
 std::optional<UnsavedText> ReadCopy(const std::string& file)
 {
     std::string ignored;
@@ -128,7 +142,8 @@ std::optional<UnsavedText> ReadCopy(const std::string& file)
         const auto size = head.at("size").get<size_t>();
         if (size != copy->size() - end - 1)
             return std::nullopt;
-        return UnsavedText{BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file};
+        const FileMark was = head.contains("was") ? MarkOf(head["was"]) : FileMark(); // older ones do not say
+        return UnsavedText{BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file, was};
     } catch (const json::exception&) {
         return std::nullopt;
     }
@@ -185,11 +200,12 @@ Recovery::~Recovery()
     writer.Finish();
 }
 
-void Recovery::Keep(long document, const std::string& path, std::string text)
+void Recovery::Keep(long document, const std::string& path, std::string text, const FileMark& was)
 {
     if (own == nullptr)
         return;
-    const json head = {{"path", JsonOfBytes(path)}, {"savedAt", Now()}, {"size", text.size()}};
+    const json head = {
+        {"path", JsonOfBytes(path)}, {"savedAt", Now()}, {"size", text.size()}, {"was", JsonOf(was)}};
     writer.Write(own->CopyOf(document), head.dump() + "\n", std::move(text));
     own->kept.insert(document);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wren/desktop/state/CopyWriter.h"
+#include "wren/desktop/state/FileMark.h"
 
 #include <memory>
 #include <string>
@@ -14,6 +15,7 @@ struct UnsavedText {
     std::string text;
     std::string savedAt; // for a person: date and time of the copy
     std::string file;    // where the copy is
+    FileMark was;        // what the text was made from
 };
 
 // Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. A copy is
@@ -27,7 +29,7 @@ public:
     ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
 
     // Done soon, on another thread. A copy replaces the last one by rename.
-    void Keep(long document, const std::string& path, std::string text);
+    void Keep(long document, const std::string& path, std::string text, const FileMark& was = {});
     void Forget(long document);
     void Finish(); // comes back when that is done
 
