@@ -37,11 +37,33 @@ MainWindow::MainWindow(const QIcon& pluginIcon)
     addToolBar(tools);
     setContextMenuPolicy(Qt::NoContextMenu); // it would only offer to take the tool bar away
     find->hide();
+    qApp->installEventFilter(this);
 }
 
 MainWindow::~MainWindow()
 {
     delete status;
+}
+
+// Without a window manager nobody gets the keyboard when a dialog goes that had it. One that is left for another program is
+// not hidden.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::WindowDeactivate || watched == this)
+        return QMainWindow::eventFilter(watched, event);
+    const auto* dialog = qobject_cast<const QWidget*>(watched);
+    if (dialog != nullptr && dialog->isWindow() && dialog->isHidden())
+        QMetaObject::invokeMethod(this, &MainWindow::TakeKeyboardBack, Qt::QueuedConnection);
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::TakeKeyboardBack()
+{
+    const QWidget* active = QApplication::activeWindow();
+    if (!isVisible() || (active != nullptr && active->isVisible()))
+        return;
+    QWidget* dialog = QApplication::activeModalWidget();
+    (dialog == nullptr ? this : dialog)->activateWindow();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

@@ -37,6 +37,7 @@ signals:
     void FilesDropped(const QStringList& paths);
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override; // of the whole program
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -45,6 +46,8 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
+    void TakeKeyboardBack();
+
     NoticeBar* notices;
     EditorTabs* tabs;
     FindBar* find;
