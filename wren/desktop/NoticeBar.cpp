@@ -43,21 +43,42 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(
     row->setContentsMargins(8, 4, 4, 4);
     row->addWidget(area, 1);
     row->addWidget(close, 0, Qt::AlignTop);
+    QScrollBar* bar = area->verticalScrollBar();
+    connect(bar, &QScrollBar::rangeChanged, this, &NoticeBar::FollowEnd);
+    connect(bar, &QScrollBar::valueChanged, this, [this, bar](int value) { atEnd = value == bar->maximum(); });
     hide();
 }
 
-void NoticeBar::Tell(const QString& text)
+void NoticeBar::Tell(const QString& text, const QString& subject)
 {
-    told.removeAll(text);
-    told.append(text);
-    label->setText(Told());
-    show();
-    FitHeight();
+    std::erase_if(told, [&](const Notice& each) {
+        return each.text == text || (!subject.isEmpty() && each.subject == subject);
+    });
+    told.push_back({subject, text});
+    atEnd = true;
+    Show();
+    FollowEnd();
+}
+
+void NoticeBar::Withdraw(const QString& subject)
+{
+    if (std::erase_if(told, [&](const Notice& each) { return each.subject == subject; }) != 0)
+        Show();
 }
 
 QString NoticeBar::Told() const
 {
-    return told.join('\n');
+    QStringList lines;
+    for (const Notice& notice : told)
+        lines.append(notice.text);
+    return lines.join('\n');
+}
+
+void NoticeBar::Show()
+{
+    label->setText(Told());
+    setVisible(!told.empty());
+    FitHeight();
 }
 
 void NoticeBar::resizeEvent(QResizeEvent* event)
@@ -66,13 +87,18 @@ void NoticeBar::resizeEvent(QResizeEvent* event)
     FitHeight();
 }
 
-// A narrow window breaks lines. The last one that was told is seen.
+// A narrow window breaks lines.
 void NoticeBar::FitHeight()
 {
     const int most = kLinesSeen * label->fontMetrics().lineSpacing();
     area->setFixedHeight(std::min(label->heightForWidth(area->viewport()->width()), most));
+}
+
+void NoticeBar::FollowEnd()
+{
     QScrollBar* bar = area->verticalScrollBar();
-    bar->setValue(bar->maximum());
+    if (atEnd)
+        bar->setValue(bar->maximum());
 }
 
 void NoticeBar::Dismiss()

@@ -3,6 +3,8 @@
 
 #include <QFrame>
 
+#include <vector>
+
 class QLabel;
 class QScrollArea;
 
@@ -14,19 +16,28 @@ class NoticeBar : public QFrame {
 public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    void Tell(const QString& text); // below what is told already; the same thing once
+    // Below what is told already; the same thing once, and of a subject what was told last.
+    void Tell(const QString& text, const QString& subject = {});
+    void Withdraw(const QString& subject); // it is so no more
     QString Told() const;
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    struct Notice {
+        QString subject; // "" for none
+        QString text;
+    };
+    void Show();
     void Dismiss();
     void FitHeight();
+    void FollowEnd();
 
     QLabel* label;
     QScrollArea* area;
-    QStringList told;
+    std::vector<Notice> told;
+    bool atEnd = true; // the last one is seen: until the user scrolls up
 };
 
 } // namespace wren
