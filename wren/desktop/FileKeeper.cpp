@@ -1,6 +1,7 @@
 #include "wren/desktop/FileKeeper.h"
 
 #include "wren/core/Host.h"
+#include "wren/core/TextChange.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/NoticeBar.h"
 #include "wren/desktop/PlainBox.h"
@@ -28,6 +29,30 @@ bool HasItsOwnPlace(const Document& document)
     return document.IsWorksheet() && !document.Path().empty();
 }
 
+std::string ContentOf(const std::string& file) // "" when there is none
+{
+    std::string ignored;
+    return ReadWholeFile(file, &ignored).value_or("");
+}
+
+std::string WithLineEnded(std::string text)
+{
+    return text.empty() || text.ends_with('\n') ? text : text + '\n';
+}
+
+// The lines where 'now' differs.
+std::string LinesThatCame(const std::string& before, const std::string& now)
+{
+    const TextChange change = ChangeBetween(WithLineEnded(before), WithLineEnded(now));
+    return WithLineEnded(now).substr(static_cast<size_t>(change.offset), static_cast<size_t>(change.inserted));
+}
+
+// A document's notices have one subject: the newest says how things stand.
+QString SubjectOf(long document)
+{
+    return QString("document %1").arg(document);
+}
+
 } // namespace
 
 FileKeeper::FileKeeper(Host& host, EditorTabs& tabs, NoticeBar& notices, QWidget& window)
@@ -35,14 +60,20 @@ FileKeeper::FileKeeper(Host& host, EditorTabs& tabs, NoticeBar& notices, QWidget
 {
     connect(watch, &FileWatch::Changed, this, &FileKeeper::ChangedOnDisk);
     connect(watch, &FileWatch::Gone, this, &FileKeeper::GoneFromDisk);
+    connect(watch, &FileWatch::CameBack, this, &FileKeeper::BackOnDisk);
 }
 
 FileKeeper::~FileKeeper() = default;
 
 void FileKeeper::Opened(Document& document)
 {
-    if (document.Path().empty() || document.IsWorksheet())
+    if (document.Path().empty())
         return;
+    if (document.IsWorksheet()) {
+        knownWorksheet = ContentOf(document.Path());
+        known[document.Id()] = MarkOf(StampOf(document.Path()), knownWorksheet);
+        return;
+    }
     const FileMark& mark = known[document.Id()] = MarkOf(StampOf(document.Path()), ViewOf(document)->Bytes());
     watch->Watch(document.Id(), document.Path(), mark.stamp);
 }
@@ -58,10 +89,15 @@ void FileKeeper::Recovered(const Document& document, const FileMark& was)
     if (!known.contains(document.Id()))
         return;
     known[document.Id()] = was;
-    if (StampOf(document.Path()).exists && HasChanged(document.Path(), was))
+    if (!StampOf(document.Path()).exists || !HasChanged(document.Path(), was))
+        return;
+    if (document.IsWorksheet())
+        knownWorksheet = ViewOf(document)->Bytes(); // what the file has otherwise is another editor's
+    else
         notices.Tell(tr("%1 was changed by another program since your unsaved text was kept. Save to write over it, or "
                         "choose File > Revert to take its text.")
-                         .arg(QString::fromStdString(document.Path())));
+                         .arg(QString::fromStdString(document.Path())),
+                     SubjectOf(document.Id()));
 }
 
 void FileKeeper::Check()
@@ -73,13 +109,14 @@ void FileKeeper::Closed(long document)
 {
     watch->Unwatch(document);
     known.erase(document);
+    notices.Withdraw(SubjectOf(document));
 }
 
 bool FileKeeper::Save(Document& document)
 {
     if (document.Path().empty())
         return SaveAs(document);
-    return MayOverwrite(document) && Write(document, document.Path());
+    return (HasItsOwnPlace(document) || MayOverwrite(document)) && Write(document, document.Path());
 }
 
 // The Worksheet stays where it is: what is saved under a name is a copy of it.
@@ -92,7 +129,8 @@ bool FileKeeper::SaveAs(Document& document)
         Complain(path.toStdString() + ": it is open in another tab; close that one first");
         return false;
     }
-    return HasItsOwnPlace(document) ? WriteText(document, path.toStdString()) : Write(document, path.toStdString());
+    const bool copies = HasItsOwnPlace(document) && path.toStdString() != document.Path();
+    return copies ? WriteText(document, path.toStdString()) : Write(document, path.toStdString());
 }
 
 void FileKeeper::Revert(Document& document)
@@ -136,23 +174,24 @@ bool FileKeeper::IsModified(const Document& document) const
 
 bool FileKeeper::IsGone(const Document& document) const
 {
-    return Known(document.Id()).stamp.exists && !StampOf(document.Path()).exists;
+    return !document.IsWorksheet() && Known(document.Id()).stamp.exists && !StampOf(document.Path()).exists;
 }
 
 bool FileKeeper::Write(Document& document, const std::string& path)
 {
+    const bool renamed = path != document.Path();
+    if (HasItsOwnPlace(document))
+        TakeInOthersLines(document);
     if (!WriteText(document, path))
         return false;
     CodeView* view = ViewOf(document);
-    const bool renamed = path != document.Path();
     if (renamed) {
         Closed(document.Id());
         document.SetPath(path);
         view->SetLanguageFor(path);
         Opened(document);
-    } else if (!document.IsWorksheet()) {
-        known[document.Id()] = MarkOf(StampOf(path), view->Bytes());
-        watch->Saved(document.Id(), known[document.Id()].stamp);
+    } else {
+        KnowAs(document, StampOf(path), view->Bytes());
     }
     view->MarkSaved();
     emit Saved(document.Id());
@@ -179,6 +218,22 @@ bool FileKeeper::MayOverwrite(const Document& document)
                       QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
+// They go behind what is here. A line may so be there twice, and none is lost.
+void FileKeeper::TakeInOthersLines(Document& worksheet)
+{
+    if (!HasChanged(worksheet.Path(), Known(worksheet.Id())))
+        return;
+    const std::string theirs = ContentOf(worksheet.Path());
+    const std::string came = LinesThatCame(knownWorksheet, theirs);
+    const std::string mine = ViewOf(worksheet)->Bytes();
+    knownWorksheet = theirs;
+    if (came.empty())
+        return;
+    worksheet.BeginUndo({}, "Take In");
+    worksheet.Insert(worksheet.Length(), WithLineEnded(mine).substr(mine.size()) + came);
+    worksheet.CloseUndo();
+}
+
 bool FileKeeper::Reload(Document& document)
 {
     std::string error;
@@ -190,9 +245,18 @@ bool FileKeeper::Reload(Document& document)
     }
     host.Events().DocumentChanged(); // the plug-in's windows point into the text that goes
     ViewOf(document)->ReadAgain(*text);
-    known[document.Id()] = MarkOf(stamp, *text);
-    watch->Saved(document.Id(), known[document.Id()].stamp);
+    KnowAs(document, stamp, *text);
     return true;
+}
+
+// The text and its file are the same.
+void FileKeeper::KnowAs(const Document& document, const FileStamp& stamp, const std::string& text)
+{
+    known[document.Id()] = MarkOf(stamp, text);
+    if (document.IsWorksheet())
+        knownWorksheet = text;
+    watch->Saved(document.Id(), stamp);
+    notices.Withdraw(SubjectOf(document.Id()));
 }
 
 void FileKeeper::ChangedOnDisk(long id)
@@ -204,9 +268,13 @@ void FileKeeper::ChangedOnDisk(long id)
         Reload(*document);
         return;
     }
-    notices.Tell(tr("%1 was changed by another program. Your unsaved changes are kept: save to write over it, or choose "
-                    "File > Revert to take its text.")
-                     .arg(QString::fromStdString(document->Path())));
+    if (HasChanged(document->Path(), Known(id)))
+        notices.Tell(tr("%1 was changed by another program. Your unsaved changes are kept: save to write over it, or "
+                        "choose File > Revert to take its text.")
+                         .arg(QString::fromStdString(document->Path())),
+                     SubjectOf(id));
+    else
+        notices.Withdraw(SubjectOf(id)); // somebody has put the old text back
 }
 
 void FileKeeper::GoneFromDisk(long id)
@@ -214,7 +282,19 @@ void FileKeeper::GoneFromDisk(long id)
     const Document* document = host.AllDocuments().Find(id);
     if (document != nullptr)
         notices.Tell(tr("%1 is no longer there. Its text is kept here: save to write it again.")
-                         .arg(QString::fromStdString(document->Path())));
+                         .arg(QString::fromStdString(document->Path())),
+                     SubjectOf(id));
+}
+
+// With another text than it had when it went, it counts as changed as well.
+void FileKeeper::BackOnDisk(long id)
+{
+    const Document* document = host.AllDocuments().Find(id);
+    if (document == nullptr)
+        return;
+    notices.Withdraw(SubjectOf(id));
+    if (IsModified(*document))
+        ChangedOnDisk(id);
 }
 
 void FileKeeper::Complain(const std::string& error)

@@ -18,7 +18,8 @@ class Host;
 class NoticeBar;
 
 // No text is lost: what could not be saved stays open, and what another program wrote over unsaved changes is told, not
-// taken. GUI thread.
+// taken. Of the Worksheet nobody is asked: what another editor has put into its file is taken in when it is saved. GUI
+// thread.
 class FileKeeper : public QObject {
     Q_OBJECT
 public:
@@ -53,9 +54,12 @@ private:
     bool Write(Document& document, const std::string& path); // it has that path from then on
     bool WriteText(const Document& document, const std::string& path);
     bool MayOverwrite(const Document& document);
+    void TakeInOthersLines(Document& worksheet);
     bool Reload(Document& document);
+    void KnowAs(const Document& document, const FileStamp& stamp, const std::string& text);
     void ChangedOnDisk(long document);
     void GoneFromDisk(long document);
+    void BackOnDisk(long document);
     void Complain(const std::string& error);
     CodeView* ViewOf(const Document& document) const;
 
@@ -65,6 +69,7 @@ private:
     QWidget& window;
     FileWatch* watch;
     std::map<long, FileMark> known; // what each document's file was when it was read or written
+    std::string knownWorksheet;     // the same of the Worksheet's, as a text
 };
 
 } // namespace wren

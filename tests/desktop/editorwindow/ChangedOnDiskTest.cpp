@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 
 namespace fs = std::filesystem;
 using ::testing::AllOf;
@@ -205,6 +206,35 @@ TEST_F(ChangedOnDisk, AFileThatComesBackIsReadAgain)
     WriteElsewhere("back\n");
     Until([&] { return Text() == "back\n"; });
     EXPECT_THAT(Tabs(), ElementsAre("a.c"));
+    EXPECT_THAT(Notice(), IsEmpty());
+}
+
+TEST_F(ChangedOnDisk, WhatWasToldIsWithdrawnOnceItIsSoNoMore)
+{
+    struct Case {
+        const char* why;
+        const char* answer; // to what is asked first
+        bool asksWhenGone;
+        std::function<void()> happens;
+    };
+    const Case kCases[] = {
+        {"it is back as it was", nullptr, false, [&] { WriteElsewhere("old\n"); }},
+        {"it is saved", "Yes", false, [&] { Press("Ctrl+S"); }},
+        {"its text is taken", "Yes", true, [&] { WriteElsewhere("theirs\n"), Choose("File", "Revert"); }},
+        {"it is closed", "Discard", true, [&] { Press("Ctrl+W"); }},
+    };
+    for (const bool gone : {false, true})
+        for (const Case& c : kCases) {
+            StartWith("old\n");
+            Type("mine ");
+            gone ? static_cast<void>(fs::remove(file)) : WriteElsewhere("changed\n");
+            UntilTold(gone ? "is no longer there" : "changed by another program");
+            if (c.answer != nullptr && (!gone || c.asksWhenGone))
+                hands.AnswerNextAlert(c.answer);
+            c.happens();
+            EXPECT_TRUE(Until([this] { return Notice().empty(); })) << c.why;
+            hands.TakeHeard();
+        }
 }
 
 TEST_F(ChangedOnDisk, AFileThatComesBackLeavesUnsavedChangesAlone)

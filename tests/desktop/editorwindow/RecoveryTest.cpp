@@ -1,6 +1,7 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
+#include "wren/desktop/WorksheetActions.h"
 #include "wren/desktop/state/Recovery.h"
 
 #include <QTest>
@@ -146,6 +147,20 @@ TEST_F(AfterAKill, ATextThatIsRecoveredOnceMoreStillKnowsWhichFileItWasMadeFrom)
     }
     UntilOutside([&] { return Copies().size() == 1; });
     EXPECT_THAT(Content(Copies().front()), HasSubstr(wren::MarkOf({}, "old\n").content));
+}
+
+TEST_F(AfterAKill, LinesThatAnotherEditorHasPutIntoTheWorksheetSinceStay)
+{
+    const std::string file = wren::WorksheetActions::File();
+    Leave(file, "typed\n");
+    home.Write(fs::path(file).lexically_relative(home.Path()), "theirs\n");
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_EQ(Text(), "typed\n");
+    hands.TakeHeard();
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "typed\ntheirs\n");
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
 TEST_F(AfterAKill, AFileThatWasOnlyTouchedSinceIsSavedOver)

@@ -29,6 +29,12 @@ protected:
         Press("Ctrl+Shift+W");
         Type(lines);
     }
+    // Another editor does.
+    void WriteElsewhere(const std::string& text)
+    {
+        home.Write(fs::path(wren::WorksheetActions::File()).lexically_relative(home.Path()), text);
+    }
+    static std::string Kept() { return Content(wren::WorksheetActions::File()); }
     void RunLine()
     {
         Press("Ctrl+Return");
@@ -127,6 +133,53 @@ TEST_F(WorksheetStory, OutputStaysBelowItsLinesWhileTheUserWritesAboveThem)
     home.Write("go", "");
     UntilEnded();
     EXPECT_EQ(Text(), "above\n" + command + "\nearly\nlate\n");
+}
+
+TEST_F(WorksheetStory, LinesOfAnotherEditorGoBehindItsOwnWhenItIsKept)
+{
+    struct Case {
+        const char* why;
+        const char* before;
+        const char* theirs;
+        const char* kept;
+    };
+    const Case kCases[] = {
+        {"nobody else was there", "old\n", "old\n", "old\nmine"},
+        {"both began it", "", "theirs\n", "mine\ntheirs\n"},
+        {"both went on at its end", "old\n", "old\ntheirs\n", "old\nmine\ntheirs\n"},
+        {"its last line was open", "old", "old\ntheirs", "oldmine\ntheirs\n"},
+        {"the other wrote in its middle", "one\ntwo\n", "one\ntheirs\ntwo\n", "one\ntwo\nmine\ntheirs\n"},
+        {"the other took lines away", "one\ntwo\n", "two\n", "one\ntwo\nmine"},
+        {"both wrote the same", "old\n", "old\nmine\n", "old\nmine\nmine\n"},
+    };
+    for (const Case& c : kCases) {
+        WriteElsewhere(c.before);
+        Start({home.Write("a.c", "int a;\n")});
+        OpenWith("mine");
+        WriteElsewhere(c.theirs);
+        ASSERT_TRUE(Quit());
+        EXPECT_EQ(Kept(), c.kept) << c.why;
+    }
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+}
+
+TEST_F(WorksheetStory, LinesOfAnotherEditorAreTakenInAtEachSavingAndOnce)
+{
+    Start();
+    OpenWith("mine");
+    WriteElsewhere("theirs\n");
+    Press("Ctrl+S");
+    EXPECT_EQ(Text(), "mine\ntheirs\n");
+    Press("Ctrl+End");
+    Type("more\n");
+    Press("Ctrl+S");
+    EXPECT_EQ(Kept(), "mine\ntheirs\nmore\n");
+    Press("Ctrl+End");
+    Type("last\n");
+    WriteElsewhere(Kept() + "theirs again\n");
+    Press("Ctrl+S");
+    EXPECT_EQ(Kept(), "mine\ntheirs\nmore\nlast\ntheirs again\n");
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
 TEST_F(WorksheetStory, ControlEnterRunsNothingInOtherTexts)
