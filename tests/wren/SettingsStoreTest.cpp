@@ -275,6 +275,43 @@ TEST_F(SharedSettings, StayUntilAnotherValueIsChosenHere)
     EXPECT_EQ(Saved(store, "mine 3\nother 1\n"), "mine 4\nother 1\n") << "what was stored is no choice any more";
 }
 
+TEST_F(SharedSettings, ThatWereRefusedGoOnceAnotherValueWasChosenAndTakenBack)
+{
+    const struct {
+        const char* why;
+        const char* atStart;
+        const char* noted;
+        const char* then;
+    } kCases[] = {
+        {"nothing was chosen", "", "", "mine On\n"},
+        {"another name was", "", "other 1\n", "mine On\n"},
+        {"the default again", "", "mine off\n", ""},
+        {"the value that was accepted again", "mine a\n", "mine b\n", "mine a\n"},
+        {"the default in between", "mine a\n", "", "mine a\n"},
+    };
+    for (const auto& each : kCases) {
+        SettingsStore store = Loaded("mine On\n");
+        store.Refused("mine On");
+        if (*each.atStart != '\0')
+            store.Accepted("mine a");
+        TakeBaseline(store, each.atStart);
+        store.BeginNote();
+        store.Write(each.noted);
+        store.EndNote();
+        EXPECT_EQ(Content(file), "mine On\n") << each.why << ": nothing is stored by that";
+        EXPECT_EQ(Saved(store, each.atStart), each.then) << each.why;
+    }
+}
+
+TEST_F(SharedSettings, ThatWereRefusedGoWhenTheDefaultIsChosenInTheirPlace)
+{
+    SettingsStore store = Loaded("mine On\nmine a\n");
+    store.Refused("mine On");
+    store.Accepted("mine a");
+    TakeBaseline(store, "mine a\n");
+    EXPECT_EQ(Saved(store, ""), "");
+}
+
 TEST_F(SharedSettings, AreAllWrittenWhereTheFileIsGone)
 {
     SettingsStore store = Loaded("mine 1\n");

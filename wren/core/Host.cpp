@@ -212,6 +212,13 @@ bool Host::SaveSettings(std::string* error)
     return settings.EndSave(error);
 }
 
+void Host::NoteSettings()
+{
+    settings.BeginNote();
+    HaveSettingsWritten();
+    settings.EndNote();
+}
+
 void Host::HaveSettingsWritten()
 {
     for (const std::string& name : ownNames)

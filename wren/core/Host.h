@@ -84,6 +84,7 @@ public:
     BWindow* MakePreferencePanel(const std::string& identifier, long* returned); // the same, not shown yet
     const std::vector<PreferencePanel>& Panels() const { return panels.Registered(); }
 
+    void NoteSettings();                   // what was chosen just now counts as chosen, even if it is taken back soon
     bool SaveSettings(std::string* error); // false, with the reason, when the file could not be written
 
     BackgroundWork& Background() { return background; }

@@ -184,7 +184,7 @@ void HostRecord::WriteSettings(const char* format, ...)
     const std::string text = Formatted(format, arguments);
     va_end(arguments);
     parts.settings.Write(text);
-    if (!parts.settings.TakesBaseline()) // else nothing is saved
+    if (!parts.settings.OnlyListens())
         parts.witness.SettingsWritten(text);
 }
 

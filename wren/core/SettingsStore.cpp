@@ -106,6 +106,7 @@ void SettingsStore::Write(const std::string& text)
 bool SettingsStore::EndSave(std::string* error)
 {
     saving = false;
+    NoteChosen();
     if (!file.empty() && !Store(error))
         return false;
     if (baseline)
@@ -129,15 +130,28 @@ bool SettingsStore::Store(std::string* error)
 
 void SettingsStore::BeginBaseline()
 {
-    takesBaseline = true;
+    onlyListens = true;
     BeginSave();
 }
 
 void SettingsStore::EndBaseline()
 {
-    takesBaseline = false;
+    onlyListens = false;
     saving = false;
     baseline = written;
+}
+
+void SettingsStore::BeginNote()
+{
+    onlyListens = true;
+    BeginSave();
+}
+
+void SettingsStore::EndNote()
+{
+    onlyListens = false;
+    saving = false;
+    NoteChosen();
 }
 
 // The stored lines that stay.
@@ -171,8 +185,17 @@ void SettingsStore::FindOthers(const std::string& stored)
             others.insert(name);
 }
 
+void SettingsStore::NoteChosen()
+{
+    for (const std::string& name : names)
+        if (baseline && LinesOf(name, written) != LinesOf(name, *baseline))
+            chosen.insert(name);
+}
+
 bool SettingsStore::HasNewValue(const std::string& name) const
 {
+    if (chosen.contains(name))
+        return true;
     const auto before = accepted.find(name);
     for (const std::string& line : SplitLines(written)) {
         const std::vector<std::string> words = SplitAtBlanks(line);

@@ -42,7 +42,7 @@ public:
 
     // Between the two, what is written replaces all stored lines of registered names. Lines of other names stay as they
     // are, since they belong to somebody else, and so do refused ones, for the user to correct, until another value is
-    // written for their name than was accepted for it. A file that holds all that already is not touched. False, with
+    // written for their name than was accepted for it, or one has been chosen since the baseline. A file that holds all that already is not touched. False, with
     // the reason in '*error', leaves the file as it was.
     void BeginSave();
     void Write(const std::string& text); // outside a save it goes nowhere
@@ -53,13 +53,20 @@ public:
     // anew; when its lines in the file are others by then, somebody else has chosen, and they stay.
     void BeginBaseline();
     void EndBaseline();
-    bool TakesBaseline() const { return takesBaseline; }
+
+    // While nothing is saved, too: a name for which something else is written between the two than was last, was chosen,
+    // even if the next save has what there was before.
+    void BeginNote();
+    void EndNote();
+
+    bool OnlyListens() const { return onlyListens; } // nothing of what is written now is stored
 
 private:
     bool Store(std::string* error);
     std::string WithoutReplaced(const std::string& stored) const;
     std::string WithoutOthers() const;
     void FindOthers(const std::string& stored);
+    void NoteChosen();
     bool HasNewValue(const std::string& name) const;
 
     const std::string file;
@@ -68,9 +75,10 @@ private:
     std::set<std::string> refused;
     bool saving = false;
     std::string written;
-    bool takesBaseline = false;
+    bool onlyListens = false;
     std::optional<std::string> baseline; // what was written last
     std::string known;                   // what the file held when it was loaded or stored last
+    std::set<std::string> chosen;        // names for which something else was written than before
     std::set<std::string> others;        // names for which somebody else has chosen since, and nobody here
 };
 

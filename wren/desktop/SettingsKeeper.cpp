@@ -23,6 +23,8 @@ SettingsKeeper::SettingsKeeper(Host& host) : host(host)
 void SettingsKeeper::Changed()
 {
     quiet.start();
+    if (vetch::PluginCall::Depth() == 0)
+        host.NoteSettings();
 }
 
 bool SettingsKeeper::Store(std::string* error)

@@ -198,6 +198,22 @@ TEST_F(Settings, ThatAreDamagedGiveWayToAChoice)
     EXPECT_EQ(Content(SettingsFile()), std::string("DeclAutoComplete On\n") + kOptionClick);
 }
 
+TEST_F(Settings, ThatAreDamagedGiveWayToTheDefaultWhenItIsChosen)
+{
+    home.Write(".config/wren/settings", "DeclOptionClickToFindDeclaration yes\nWrenFontSize huge\n");
+    Start();
+    InPreferences([this](QWidget& dialog) {
+        for (int times = 0; times < 2; ++times) {
+            Tick(dialog, "Option-click to look up a declaration");
+            Settle();
+        }
+        auto* size = dialog.findChild<QSpinBox*>("fontSize");
+        size->stepUp();
+        size->stepDown();
+    });
+    EXPECT_EQ(Content(SettingsFile()), "");
+}
+
 TEST_F(Settings, ManyOfWhichAreDamagedAreAllToldAndLeaveRoomForTheText)
 {
     std::string lines;
