@@ -183,6 +183,7 @@ void Editor::Connect()
         window->statusBar()->showMessage(tr("Saved %1").arg(QString::fromStdString(document->Path())), 4000);
         emit DocumentsChanged();
     });
+    connect(files.get(), &FileKeeper::ReadAgain, this, &Editor::TextEdited);
     connect(settings.get(), &SettingsKeeper::Failed, this, [this](const QString& reason) { Warn(reason.toStdString()); });
     connect(worksheet.get(), &WorksheetActions::Told, this,
             [this](const QString& text) { window->statusBar()->showMessage(text, 8000); });
@@ -297,7 +298,7 @@ void Editor::New()
 bool Editor::Close(long id)
 {
     Document* document = host->AllDocuments().Find(id);
-    if (document == nullptr || !files->MayGo(*document))
+    if (document == nullptr || !files->MayGo(*document) || (document->IsWorksheet() && !MayStopCommand()))
         return false;
     const bool wasCurrent = host->Current() == document;
     files->Closed(id);
@@ -316,9 +317,7 @@ bool Editor::Quit()
     for (Document* document : host->AllDocuments().All())
         if (!files->MayGo(*document))
             return false;
-    if (worksheet->IsRunning() &&
-        AskPlainly(QMessageBox::Question, window.get(), tr("A command of the Worksheet is still running. Stop it?"),
-                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) != QMessageBox::Yes)
+    if (!MayStopCommand())
         return false;
     quitting = true;
     session->Save();
@@ -328,6 +327,19 @@ bool Editor::Quit()
     for (Document* document : host->AllDocuments().All())
         session->Settled(document->Id());
     return true;
+}
+
+// Its output would have no place.
+bool Editor::MayStopCommand()
+{
+    if (!worksheet->IsRunning())
+        return true;
+    const bool stops =
+        AskPlainly(QMessageBox::Question, window.get(), tr("A command of the Worksheet is still running. Stop it?"),
+                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    if (stops)
+        worksheet->Stop();
+    return stops;
 }
 
 void Editor::OpenAsked()
@@ -395,6 +407,7 @@ void Editor::GoToLine()
     places.Left(Here());
     CurrentView()->GoToLine(line);
     CurrentView()->setFocus();
+    emit DocumentsChanged();
 }
 
 void Editor::Run(const std::string& command)

@@ -99,6 +99,7 @@ private:
     void MakeHost(const DesktopOptions& options);
     void Connect();
     void ApplyPreferences();
+    bool MayStopCommand(); // true when none runs
     void FollowColours();
     void BindKeys();
     void OpenOrNew(const Place& place);

@@ -246,6 +246,7 @@ bool FileKeeper::Reload(Document& document)
     host.Events().DocumentChanged(); // the plug-in's windows point into the text that goes
     ViewOf(document)->ReadAgain(*text);
     KnowAs(document, stamp, *text);
+    emit ReadAgain(document.Id());
     return true;
 }
 

@@ -48,6 +48,7 @@ public:
 
 signals:
     void Saved(long document); // its name may be another one now
+    void ReadAgain(long document);
 
 private:
     bool IsGone(const Document& document) const; // there was a file of it

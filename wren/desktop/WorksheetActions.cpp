@@ -2,11 +2,13 @@
 
 #include "wren/core/Host.h"
 #include "wren/core/TextChange.h"
-#include "wren/core/PlaceStack.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/state/WorksheetRunner.h"
+
+#include <algorithm>
+#include <string_view>
 
 namespace wren {
 
@@ -48,6 +50,8 @@ void WorksheetActions::RunLines()
         return;
     }
     document = current->Id();
+    printed = 0;
+    column = 0;
     end = lines.end;
     if (end == current->Length())
         current->Insert(end, "\n");
@@ -70,13 +74,17 @@ void WorksheetActions::TextMoves(long changed, long offset, long removed, long i
 
 void WorksheetActions::Put(const QByteArray& output)
 {
+    const long room = std::max(kMostOutput - printed, 0L);
+    printed += output.size();
     Document* target = host.AllDocuments().Find(document);
-    if (target == nullptr)
+    if (target == nullptr || room == 0)
         return;
+    const std::string_view fits(output.constData(), static_cast<size_t>(std::min<long>(output.size(), room)));
     end = std::min(end, target->Length());
     const bool caretFollows = target->Selected() == Selection{end, end};
-    target->Insert(end, std::string_view(output.constData(), static_cast<size_t>(output.size())));
-    end += output.size();
+    const std::string lines = InLines(fits);
+    target->Insert(end, lines);
+    end += static_cast<long>(lines.size());
     if (!caretFollows)
         return;
     target->Select(end, end);
@@ -84,14 +92,35 @@ void WorksheetActions::Put(const QByteArray& output)
         view->GoTo(end);
 }
 
+// Without lines that are too long to be drawn in any time: such a one goes on in the next.
+std::string WorksheetActions::InLines(std::string_view output)
+{
+    std::string lines;
+    while (!output.empty()) {
+        const size_t newline = output.find('\n');
+        const size_t line = newline == std::string_view::npos ? output.size() : newline + 1;
+        const size_t length = std::min(line, kLongestLine - column);
+        lines += output.substr(0, length);
+        output.remove_prefix(length);
+        column += length;
+        if (lines.back() == '\n') {
+            column = 0;
+        } else if (column == kLongestLine) {
+            lines += '\n';
+            column = 0;
+        }
+    }
+    return lines;
+}
+
 void WorksheetActions::Ended(int status, bool stopped)
 {
-    if (stopped)
-        emit Told(tr("The command was stopped."));
-    else if (status != 0)
-        emit Told(tr("The command ended with status %1.").arg(status));
-    else
-        emit Told(tr("The command has ended."));
+    const QString all = stopped        ? tr("The command was stopped.")
+                        : status != 0 ? tr("The command ended with status %1.").arg(status)
+                                      : tr("The command has ended.");
+    const long leftOut = printed - kMostOutput;
+    emit Told(leftOut <= 0 ? all
+                           : tr("%1 The last %2 MB of its output are left out.").arg(all).arg((leftOut >> 20) + 1));
     emit StateChanged();
 }
 

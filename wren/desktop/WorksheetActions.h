@@ -4,6 +4,7 @@
 #include <QObject>
 
 #include <string>
+#include <string_view>
 
 namespace wren {
 
@@ -13,13 +14,16 @@ class EditorTabs;
 class Host;
 class WorksheetRunner;
 
-// What a command prints is put below the lines that were run, as it comes. Lines run in the directory in which the editor
-// was started, which the plug-in is told of as the Worksheet's. GUI thread.
+// What a command prints is put below the lines that were run, as it comes, up to kMostOutput: one that never stops
+// printing would fill the memory, and the file. Lines run in the directory in which the editor was started, which the
+// plug-in is told of as the Worksheet's. GUI thread.
 class WorksheetActions : public QObject {
     Q_OBJECT
 public:
     WorksheetActions(Host& host, EditorTabs& tabs); // borrowed
     ~WorksheetActions() override;
+
+    static constexpr long kMostOutput = 16 << 20; // bytes of one run
 
     // The file that keeps it between sessions; "" when there is no place for one.
     static std::string File();
@@ -37,7 +41,10 @@ signals:
     void Told(const QString& text);
 
 private:
+    static constexpr size_t kLongestLine = 4096; // bytes
+
     void Put(const QByteArray& output);
+    std::string InLines(std::string_view output);
     void Ended(int status, bool stopped);
 
     Host& host;
@@ -45,6 +52,8 @@ private:
     WorksheetRunner* runner;
     long document = 0; // where the output goes; 0 once it was closed
     long end = 0;      // behind the output so far
+    long printed = 0;  // by this run, whether put there or not
+    size_t column = 0; // of the line that is being printed
 };
 
 } // namespace wren

@@ -58,7 +58,7 @@ TEST_F(ChangedOnDisk, ATextThatWasReadAgainCanBeTakenBack)
     WriteElsewhere("theirs\n");
     Until([&] { return Text() == "theirs\n"; });
     EXPECT_THAT(Tabs(), ElementsAre("a.c"));
-    Press("Ctrl+Z");
+    Choose("Edit", "Undo");
     EXPECT_EQ(Text(), "mine one\ntwo\n");
     EXPECT_THAT(Tabs(), ElementsAre("a.c *"));
     Press("Ctrl+Z");
@@ -66,6 +66,15 @@ TEST_F(ChangedOnDisk, ATextThatWasReadAgainCanBeTakenBack)
     Press("Ctrl+S");
     EXPECT_EQ(Content(file), "one\ntwo\n");
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+}
+
+TEST_F(ChangedOnDisk, TheMenuTakesItsFirstReadingBack)
+{
+    StartWith("one\n");
+    WriteElsewhere("one\ntwo\n");
+    Until([&] { return Text() == "one\ntwo\n"; });
+    Choose("Edit", "Undo");
+    EXPECT_EQ(Text(), "one\n");
 }
 
 TEST_F(ChangedOnDisk, NewLinesEndAsTheFilesOwnDoNow)

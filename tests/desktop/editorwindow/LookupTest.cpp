@@ -6,7 +6,9 @@
 #include "wren/desktop/display/WindowPeer.h"
 
 #include <QApplication>
+#include <QInputDialog>
 #include <QTest>
+#include <QTimer>
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -127,6 +129,22 @@ TEST_F(Lookup, BackAndForwardGoThroughAllPlaces)
     Press("Alt+Right");
     Press("Alt+Right");
     EXPECT_EQ(Place(), "shapes.h:2");
+}
+
+TEST_F(Lookup, GoingToALineIsToBeTakenBackToo)
+{
+    StartWith("one\ntwo\nthree\n");
+    View().GoTo(1);
+    QTimer::singleShot(0, [] {
+        auto* dialog = qobject_cast<QInputDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        dialog->setIntValue(3);
+        dialog->accept();
+    });
+    Choose("Go", "Go to Line\u2026");
+    EXPECT_EQ(Place(), "draw.c:3");
+    Choose("Go", "Back");
+    EXPECT_EQ(View().Caret(), 1);
 }
 
 TEST_F(Lookup, ForwardOpensWhatWasClosed)

@@ -14,6 +14,7 @@ namespace wren {
 namespace {
 
 constexpr std::chrono::seconds kPatience(2);
+constexpr std::chrono::milliseconds kGathering(30); // each addition to a text costs as much as drawing it
 constexpr int kCannotRun = 126; // as shells have it
 
 void Say(const char* text)
@@ -45,6 +46,8 @@ WorksheetRunner::WorksheetRunner(QObject* parent) : QObject(parent)
 {
     patience.setSingleShot(true);
     connect(&patience, &QTimer::timeout, this, &WorksheetRunner::KillGroup);
+    gathering.setSingleShot(true);
+    connect(&gathering, &QTimer::timeout, this, &WorksheetRunner::Read);
 }
 
 WorksheetRunner::~WorksheetRunner()
@@ -68,7 +71,10 @@ bool WorksheetRunner::Run(const std::string& lines, const std::string& directory
     process->setProcessChannelMode(QProcess::MergedChannels);
     process->setStandardInputFile(QProcess::nullDevice());
     process->setChildProcessModifier([&lines, &directory] { BecomeShell(lines.c_str(), directory.c_str()); });
-    connect(process.get(), &QProcess::readyRead, this, &WorksheetRunner::Read);
+    connect(process.get(), &QProcess::readyRead, this, [this] {
+        if (!gathering.isActive())
+            gathering.start(kGathering);
+    });
     connect(process.get(), &QProcess::finished, this,
             [this](int status, QProcess::ExitStatus how) { End(how == QProcess::NormalExit ? status : 128 + status); });
     process->setProgram("/bin/sh");
@@ -100,6 +106,7 @@ void WorksheetRunner::Read()
 // the group's number is not given to others.
 void WorksheetRunner::End(int status)
 {
+    gathering.stop();
     Read();
     if (group != 0 && ::kill(-group, 0) != 0)
         patience.stop();

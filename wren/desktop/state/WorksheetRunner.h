@@ -40,6 +40,7 @@ private:
     pid_t group = 0; // 0 when nothing of it is left to be stopped
     bool stopping = false;
     QTimer patience;
+    QTimer gathering; // runs while output is kept back
 };
 
 // The lines that a run takes: those of the selection, whole; without one, the caret's line. Offsets are bytes.
