@@ -1,6 +1,7 @@
 #include "wren/desktop/SessionKeeper.h"
 
 #include "wren/core/Host.h"
+#include "wren/core/UserDirectories.h"
 #include "wren/desktop/Editor.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/FileKeeper.h"
@@ -12,7 +13,9 @@
 #include <QAbstractButton>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTabBar>
 
+#include <chrono>
 #include <filesystem>
 #include <utility>
 
@@ -20,7 +23,12 @@ namespace wren {
 
 namespace {
 
-constexpr int kQuiet = 2000; // milliseconds without a change before a copy is written
+using namespace std::chrono_literals;
+
+constexpr auto kPause = 2s;    // without a change, before it is kept
+constexpr auto kLongest = 20s; // from a change to its being kept
+constexpr auto kAgain = 5s;    // until a copy that failed is tried again
+constexpr const char* kUnsafe = "unsafe";
 
 QString ListOf(const std::vector<UnsavedText>& texts)
 {
@@ -35,22 +43,23 @@ QString ListOf(const std::vector<UnsavedText>& texts)
 } // namespace
 
 SessionKeeper::SessionKeeper(Editor& editor)
-    : editor(editor), state(LoadSession()), recovery([this](const std::string& problem) {
-          const auto tell = [this, problem] {
-              if (std::exchange(told, problem) != problem)
-                  this->editor.Window().Notices().Tell(tr("What is not saved is not safe from a crash: %1")
-                                                           .arg(QString::fromStdString(problem)));
-          };
-          QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
+    : editor(editor), state(LoadSession()), quiet(kPause, kLongest),
+      recovery([this](long document, const std::string& problem) {
+          QMetaObject::invokeMethod(this, [=, this] { Kept(document, problem); }, Qt::QueuedConnection);
       })
 {
-    quiet.setSingleShot(true);
-    quiet.setInterval(kQuiet);
-    connect(&quiet, &QTimer::timeout, this, &SessionKeeper::KeepChanged);
+    again.setSingleShot(true);
+    again.setInterval(kAgain);
+    connect(&quiet, &QuietTimer::Quiet, this, &SessionKeeper::KeepChanged);
+    connect(&again, &QTimer::timeout, this, &SessionKeeper::KeepChanged);
+    connect(&editor, &Editor::DocumentsChanged, this, &SessionKeeper::FilesChanged);
+    connect(editor.Window().Tabs().tabBar(), &QTabBar::tabMoved, this, &SessionKeeper::FilesChanged);
 }
 
 void SessionKeeper::Opened(const std::string& path)
 {
+    if (restoring)
+        return; // nobody has chosen it now
     state.Opened(path);
     std::erase(opened, path);
     opened.push_back(path);
@@ -59,7 +68,8 @@ void SessionKeeper::Opened(const std::string& path)
 void SessionKeeper::Restore()
 {
     const SessionState last = state;
-    restored = true;
+    ownsFiles = true;
+    restoring = true;
     for (const SessionState::OpenFile& file : last.files) {
         std::error_code unknown;
         if (file.worksheet) {
@@ -73,6 +83,8 @@ void SessionKeeper::Restore()
     if (last.current >= 0 && last.current < static_cast<int>(last.files.size()))
         if (Document* current = editor.TheHost().AllDocuments().FindByPath(last.files[last.current].path))
             editor.Window().Tabs().Raise(current->Id());
+    restoring = false;
+    FilesChanged();
 }
 
 void SessionKeeper::OfferRecovery()
@@ -91,32 +103,53 @@ void SessionKeeper::OfferRecovery()
     QAbstractButton* later = question.addButton(tr("Ask Later"), QMessageBox::RejectRole);
     question.setEscapeButton(later);
     question.exec();
+    if (question.clickedButton() == open)
+        OpenLeft(left);
+    else if (question.clickedButton() == discard)
+        for (const UnsavedText& text : left)
+            recovery.Discard(text);
+}
+
+// What was left goes when there is a copy of this editor's own.
+void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
+{
+    std::vector<std::pair<const Document*, const UnsavedText*>> open;
     for (const UnsavedText& text : left) {
-        if (question.clickedButton() == open && editor.OpenUnsaved(text.path, text.text)) {
-            editor.Files().Recovered(*editor.Current(), text.was);
-            Keep(editor.Current()->Id());
-            recovery.Discard(text);
-        } else if (question.clickedButton() == discard) {
-            recovery.Discard(text);
-        }
+        if (!editor.OpenUnsaved(text.path, text.text))
+            continue;
+        const Document* document = editor.Current();
+        editor.Files().Recovered(*document, text.was);
+        Keep(document->Id());
+        open.emplace_back(document, &text);
     }
+    recovery.Finish();
+    for (const auto& [document, text] : open)
+        if (!editor.Files().IsModified(*document) || recovery.Holds(document->Id(), text->text))
+            recovery.Discard(*text);
 }
 
 bool SessionKeeper::Save()
 {
+    sessionWriter.Finish();
+    TakeState(LoadSession());
+    std::string error;
+    return SaveSession(state, &error);
+}
+
+// Another editor may have stored one meanwhile.
+void SessionKeeper::TakeState(const SessionState& stored)
+{
     state.geometry = editor.Window().saveGeometry().toBase64().toStdString();
-    const SessionState stored = LoadSession(); // by another editor, meanwhile
     state.recentFiles = stored.recentFiles;
     for (const std::string& path : opened)
         state.Opened(path);
-    if (restored || stored.files.empty()) {
+    ownsFiles = ownsFiles || stored.files.empty();
+    if (ownsFiles) {
         TakeOpenFiles();
     } else {
         state.files = stored.files;
         state.current = stored.current;
     }
-    std::string error;
-    return SaveSession(state, &error);
 }
 
 void SessionKeeper::TakeOpenFiles()
@@ -146,31 +179,69 @@ void SessionKeeper::KeepUnsaved()
 void SessionKeeper::TextChanged(long document)
 {
     changed.insert(document);
-    quiet.start();
+    quiet.Happened();
+}
+
+void SessionKeeper::FilesChanged()
+{
+    filesChanged = true;
+    quiet.Happened();
 }
 
 void SessionKeeper::Settled(long document)
 {
     changed.erase(document);
     recovery.Forget(document);
+    Safe(document);
 }
 
 void SessionKeeper::KeepChanged()
 {
     for (const long document : std::exchange(changed, {}))
         Keep(document);
+    if (!restoring && std::exchange(filesChanged, false)) // half of a session that is restored is none
+        KeepSession();
+}
+
+void SessionKeeper::KeepSession()
+{
+    const SessionState stored = LoadSession();
+    TakeState(stored);
+    std::string ignored;
+    if (state != stored && !SessionFile().empty() && MakeUserDirectory(StateDirectory(), &ignored))
+        sessionWriter.Write(SessionFile(), "", FormOf(state));
 }
 
 void SessionKeeper::Keep(long id)
 {
     const Document* document = editor.TheHost().AllDocuments().Find(id);
-    if (document == nullptr)
-        return;
-    if (editor.Files().IsModified(*document))
-        recovery.Keep(id, document->Path(), editor.Window().Tabs().ViewOf(id)->Bytes(),
-                      editor.Files().Known(id));
-    else
+    if (document != nullptr && editor.Files().IsModified(*document)) {
+        recovery.Keep(id, document->Path(), editor.Window().Tabs().ViewOf(id)->Bytes(), editor.Files().Known(id));
+    } else {
         recovery.Forget(id);
+        Safe(id);
+    }
+}
+
+void SessionKeeper::Kept(long document, const std::string& problem)
+{
+    if (problem.empty())
+        return Safe(document);
+    unsafe.insert(document);
+    changed.insert(document);
+    if (!again.isActive())
+        again.start();
+    if (std::exchange(told, problem) != problem)
+        editor.Window().Notices().Tell(
+            tr("What is not saved is not safe from a crash: %1").arg(QString::fromStdString(problem)), kUnsafe);
+}
+
+void SessionKeeper::Safe(long document)
+{
+    if (unsafe.erase(document) == 0 || !unsafe.empty())
+        return;
+    told.clear();
+    editor.Window().Notices().Withdraw(kUnsafe);
 }
 
 } // namespace wren

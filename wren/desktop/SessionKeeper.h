@@ -1,6 +1,8 @@
 // What is open, kept for the next start; and what is not saved, kept for the start after a crash.
 #pragma once
 
+#include "wren/desktop/state/CopyWriter.h"
+#include "wren/desktop/state/QuietTimer.h"
 #include "wren/desktop/state/Recovery.h"
 #include "wren/desktop/state/SessionState.h"
 
@@ -15,7 +17,8 @@ namespace wren {
 class CodeView;
 class Editor;
 
-// A text's copy is written once nothing has been typed for a moment; nothing wakes up while nothing changes. GUI thread.
+// The session, and a text's copy, are written once nothing has changed for a moment, or when that takes too long; and a copy
+// that could not be written, again a while later. Nothing wakes up while nothing changes. GUI thread.
 class SessionKeeper : public QObject {
     Q_OBJECT
 public:
@@ -32,21 +35,32 @@ public:
     bool Save();
     void KeepUnsaved(); // copies of all unsaved texts, at once: they are on the disk afterwards
     void TextChanged(long document);
+    void FilesChanged(); // others are open, or in another order
     void Settled(long document); // saved or closed: no copy is needed
 
 private:
+    void TakeState(const SessionState& stored);
     void TakeOpenFiles();
+    void OpenLeft(const std::vector<UnsavedText>& left);
     void KeepChanged();
+    void KeepSession();
     void Keep(long document);
+    void Kept(long document, const std::string& problem);
+    void Safe(long document);
 
     Editor& editor;
     SessionState state;
     std::vector<std::string> opened; // by this editor, the last one last
-    bool restored = false;
-    QTimer quiet;
+    bool restoring = false;
+    bool ownsFiles = false; // the session's list of open files is this editor's
+    bool filesChanged = false;
     std::set<long> changed; // since their last copy
-    std::string told;       // of copies that could not be written
-    Recovery recovery;      // its thread tells of them as long as it lives
+    std::set<long> unsafe;  // the last copy could not be written
+    std::string told;       // why
+    QuietTimer quiet;
+    QTimer again;
+    CopyWriter sessionWriter;
+    Recovery recovery; // its thread tells of copies as long as it lives
 };
 
 } // namespace wren

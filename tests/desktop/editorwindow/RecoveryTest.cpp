@@ -1,9 +1,12 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
+#include "wren/desktop/SessionKeeper.h"
 #include "wren/desktop/WorksheetActions.h"
 #include "wren/desktop/state/Recovery.h"
 
+#include <QApplication>
+#include <QMessageBox>
 #include <QTest>
 
 #include <filesystem>
@@ -31,7 +34,10 @@ protected:
         const wren::FileMark was = wren::MarkOf(wren::StampOf(path), Content(path));
         const pid_t child = ::fork();
         if (child == 0) {
-            wren::Recovery editor([](const std::string&) { ::_exit(1); });
+            wren::Recovery editor([](long, const std::string& problem) {
+                if (!problem.empty())
+                    ::_exit(1);
+            });
             editor.Keep(1, path, text, was);
             editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
@@ -60,7 +66,30 @@ protected:
     }
 };
 
-using UnsavedCopy = EditorStory;
+class UnsavedCopy : public EditorStory {
+protected:
+    std::string Directory() const { return fs::directory_iterator(InState("recovery"))->path(); }
+    void UntilToldThatItIsUnsafe()
+    {
+        Until([this] { return Notice().find("not safe from a crash") != std::string::npos; });
+    }
+};
+
+class WhenAsked : public QObject {
+public:
+    explicit WhenAsked(std::function<void()> what) : what(std::move(what)) { qApp->installEventFilter(this); }
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(object) != nullptr)
+            what();
+        return false;
+    }
+
+private:
+    const std::function<void()> what;
+};
 
 bool Handles(pid_t process, int signal)
 {
@@ -286,6 +315,70 @@ TEST_F(AfterAKill, AReaderOfWhatItPrintsThatGoesKillsNoEditor)
         const ProgramRun run = editor.Wait();
         EXPECT_EQ(run.status, 128 + SIGTERM) << "signal " << run.signal;
     }
+}
+
+TEST_F(AfterAKill, ATextIsOfferedAgainWhenNoCopyOfItCouldBeWrittenMeanwhile)
+{
+    Leave(home.Write("a.c", "old\n"), "typed\n");
+    const std::string left = fs::path(Copies().at(0)).parent_path();
+    {
+        const WhenAsked asked([&] {
+            for (const fs::directory_entry& entry : fs::directory_iterator(InState("recovery")))
+                if (entry.path() != left)
+                    fs::remove_all(entry.path());
+        });
+        hands.AnswerNextAlert("Open");
+        Start();
+    }
+    EXPECT_EQ(Text(), "typed\n");
+    Until([this] { return !Notice().empty(); });
+    EXPECT_THAT(Notice(), HasSubstr("not safe from a crash"));
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_THAT(hands.TakeHeard(), SizeIs(2));
+    EXPECT_EQ(Text(), "typed\n");
+    EXPECT_THAT(Notice(), IsEmpty());
+    ASSERT_THAT(Copies(), SizeIs(1));
+    EXPECT_NE(fs::path(Copies().front()).parent_path(), left);
+}
+
+TEST_F(AfterAKill, TheFilesThatWereOpenAreOpenAgain)
+{
+    const std::string file = home.Write("a.c", "old\n");
+    const std::string other = home.Write("b.c", "old\n");
+    {
+        RunningProgram editor({WREN_DESKTOP, "--bundle", bundle, file, other}, home.Path(), Environment());
+        UntilOutside([&] { return wren::LoadSession().files.size() == 2; });
+        ::kill(editor.Process(), SIGKILL);
+        EXPECT_EQ(editor.Wait().signal, SIGKILL);
+    }
+    Start();
+    EXPECT_THAT(Tabs(), ElementsAre("a.c", "b.c"));
+    EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(other, file));
+}
+
+TEST_F(UnsavedCopy, ThatCouldNotBeWrittenIsTriedAgainAndToldOfAnew)
+{
+    Start({home.Write("a.c", "old\n")});
+    const std::string directory = Directory();
+    for (int round = 0; round < 2; ++round) {
+        fs::remove_all(directory);
+        Type("typed ");
+        UntilToldThatItIsUnsafe();
+        fs::create_directory(directory);
+        Until([this] { return Notice().empty(); });
+        EXPECT_THAT(Content(fs::directory_iterator(directory)->path()), HasSubstr("\n" + Text()));
+    }
+}
+
+TEST_F(UnsavedCopy, ThatIsNotNeededAnyMoreIsNotToldOf)
+{
+    Start({home.Write("a.c", "old\n")});
+    fs::remove_all(Directory());
+    Type("typed ");
+    UntilToldThatItIsUnsafe();
+    Press("Ctrl+S");
+    EXPECT_THAT(Notice(), IsEmpty());
 }
 
 TEST_F(UnsavedCopy, ThatCannotBeWrittenIsToldOf)

@@ -104,7 +104,46 @@ TEST_F(Session, IsNotReplacedByFilesThatWereNamed)
     ASSERT_TRUE(Quit());
     Start();
     EXPECT_THAT(Tabs(), ElementsAre("a.c", "b.c"));
-    EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(files[1], files[0], files[2]));
+    EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(files[2], files[1], files[0]));
+}
+
+TEST_F(Session, LeavesTheOrderOfRecentFilesAloneWhenItIsRestored)
+{
+    Start(files);
+    Press("Ctrl+W");
+    TheEditor().Open(files[0]);
+    ASSERT_TRUE(Quit());
+    for (int start = 0; start < 2; ++start) {
+        Start();
+        EXPECT_THAT(Tabs(), ElementsAre("a.c", "b.c"));
+        EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(files[0], files[2], files[1]));
+        ASSERT_TRUE(Quit());
+    }
+}
+
+TEST_F(Session, IsKeptWhileFilesAreOpenedAndClosed)
+{
+    Start({files[0]});
+    Until([] { return wren::LoadSession().files.size() == 1; });
+    TheEditor().Open(files[1]);
+    Until([] { return wren::LoadSession().files.size() == 2; });
+    EXPECT_EQ(wren::LoadSession().current, 1);
+    TheEditor().Window().Tabs().tabBar()->moveTab(0, 1);
+    Until([&] { return wren::LoadSession().files[0].path == files[1]; });
+    Press("Ctrl+W");
+    Until([] { return wren::LoadSession().files.size() == 1; });
+    EXPECT_THAT(wren::LoadSession().recentFiles, ElementsAre(files[1], files[0]));
+}
+
+TEST_F(Session, IsNotReplacedWhileFilesThatWereNamedAreOpenedAndClosed)
+{
+    Start({files[0]});
+    ASSERT_TRUE(Quit());
+    Start({files[1]});
+    TheEditor().Open(files[2]);
+    Until([&] { return wren::LoadSession().recentFiles.front() == files[2]; });
+    EXPECT_EQ(wren::LoadSession().files.size(), 1u);
+    EXPECT_EQ(wren::LoadSession().files.front().path, files[0]);
 }
 
 TEST_F(Session, KeepsTheRecentFilesOfAnotherEditor)

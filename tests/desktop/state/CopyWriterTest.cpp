@@ -13,6 +13,7 @@
 #include <unistd.h>
 
 namespace fs = std::filesystem;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 namespace {
@@ -125,14 +126,18 @@ TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
         EXPECT_EQ(ContentOf(directory / name), name);
 }
 
-TEST(CopyWriter, SaysWhyACopyCouldNotBeWritten)
+TEST(CopyWriter, SaysWhatCameOfEachCopy)
 {
     const TempDirectory directory;
     std::vector<std::string> told;
-    wren::CopyWriter writer([&](const std::string& why) { told.push_back(why); });
-    writer.Write(directory / "nowhere/a", "", "text");
+    wren::CopyWriter writer(
+        [&](const std::string& file, const std::string& problem) { told.push_back(file + " -- " + problem); });
+    for (const char* file : {"nowhere/a", "a"}) {
+        writer.Write(directory / file, "", "text");
+        writer.Finish();
+    }
+    writer.Remove(directory / "a");
     writer.Finish();
-    writer.Write(directory / "a", "", "text");
-    writer.Finish();
-    EXPECT_THAT(told, ElementsAre(HasSubstr("nowhere/a: No such file or directory")));
+    EXPECT_THAT(told, ElementsAre(HasSubstr("/a -- " + directory.Path() + "/nowhere/a: No such file or directory"),
+                                  directory / "a" + " -- "));
 }

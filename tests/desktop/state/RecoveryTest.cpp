@@ -23,7 +23,10 @@ protected:
     {
         const pid_t child = ::fork();
         if (child == 0) {
-            wren::Recovery editor([](const std::string&) { ::_exit(1); });
+            wren::Recovery editor([](long, const std::string& problem) {
+                if (!problem.empty())
+                    ::_exit(1);
+            });
             what(editor);
             editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
@@ -168,12 +171,20 @@ TEST_F(Recovery, SaysWhyNothingCanBeKept)
     EXPECT_THAT(homeless.Left(), IsEmpty());
 }
 
-TEST_F(Recovery, SaysThatACopyCouldNotBeWritten)
+TEST_F(Recovery, SaysWhatCameOfEachCopy)
 {
-    std::string told;
-    wren::Recovery editor([&](const std::string& why) { told = why; });
-    fs::remove_all(InState("recovery"));
-    editor.Keep(1, "/a.c", "text");
+    std::vector<std::string> told;
+    wren::Recovery editor([&](long document, const std::string& problem) {
+        told.push_back(std::to_string(document) + ": " + problem);
+    });
+    editor.Keep(12, "/a.c", "text");
     editor.Finish();
-    EXPECT_THAT(told, HasSubstr("No such file or directory"));
+    EXPECT_TRUE(editor.Holds(12, "text"));
+    EXPECT_FALSE(editor.Holds(12, "another"));
+    EXPECT_FALSE(editor.Holds(7, "text"));
+    fs::remove_all(InState("recovery"));
+    editor.Keep(7, "/a.c", "text");
+    editor.Finish();
+    EXPECT_FALSE(editor.Holds(7, "text"));
+    EXPECT_THAT(told, ElementsAre("12: ", HasSubstr("7.copy: No such file or directory")));
 }

@@ -8,7 +8,7 @@
 
 namespace wren {
 
-CopyWriter::CopyWriter(OnFailure onFailure) : onFailure(std::move(onFailure)) {}
+CopyWriter::CopyWriter(OnWritten onWritten) : onWritten(std::move(onWritten)) {}
 
 CopyWriter::~CopyWriter()
 {
@@ -74,8 +74,8 @@ void CopyWriter::Carry(const std::string& file, Wish wish)
     } catch (const std::exception& reason) {
         error = file + ": " + reason.what();
     }
-    if (!error.empty() && onFailure)
-        onFailure(error);
+    if (onWritten)
+        onWritten(file, error);
 }
 
 } // namespace wren

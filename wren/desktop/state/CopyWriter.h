@@ -15,9 +15,9 @@ namespace wren {
 // written. A file's newest content is all that counts: what was still waiting for it is passed over. Belongs to one thread.
 class CopyWriter {
 public:
-    using OnFailure = std::function<void(const std::string& why)>;
+    using OnWritten = std::function<void(const std::string& file, const std::string& problem)>; // "" for none
 
-    explicit CopyWriter(OnFailure onFailure = {}); // called on the thread that writes
+    explicit CopyWriter(OnWritten onWritten = {}); // called on the thread that writes
     ~CopyWriter(); // once all is done
     CopyWriter(const CopyWriter&) = delete;
     CopyWriter& operator=(const CopyWriter&) = delete;
@@ -37,7 +37,7 @@ private:
     void Work();
     void Carry(const std::string& file, Wish wish);
 
-    const OnFailure onFailure;
+    const OnWritten onWritten;
     std::mutex lock; // of all below but the thread
     std::condition_variable idle;
     std::map<std::string, Wish> waiting;

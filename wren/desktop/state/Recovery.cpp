@@ -149,6 +149,15 @@ std::optional<UnsavedText> ReadCopy(const std::string& file)
     }
 }
 
+CopyWriter::OnWritten ByDocument(Recovery::OnKept onKept)
+{
+    if (!onKept)
+        return {};
+    return [onKept = std::move(onKept)](const std::string& file, const std::string& problem) {
+        onKept(std::stol(fs::path(file).stem()), problem);
+    };
+}
+
 } // namespace
 
 struct Recovery::Own {
@@ -165,7 +174,7 @@ struct Recovery::Own {
     std::set<long> kept;
 };
 
-Recovery::Recovery(OnFailure onFailure) : writer(std::move(onFailure))
+Recovery::Recovery(OnKept onKept) : writer(ByDocument(std::move(onKept)))
 {
     if (RecoveryDirectory().empty()) {
         problem = "there is no home directory: copies of unsaved texts have no place";
@@ -219,6 +228,12 @@ void Recovery::Forget(long document)
 void Recovery::Finish()
 {
     writer.Finish();
+}
+
+bool Recovery::Holds(long document, const std::string& text) const
+{
+    const std::optional<UnsavedText> copy = own == nullptr ? std::nullopt : ReadCopy(own->CopyOf(document));
+    return copy && copy->text == text;
 }
 
 std::vector<UnsavedText> Recovery::Left() const

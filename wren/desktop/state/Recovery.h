@@ -4,6 +4,7 @@
 #include "wren/desktop/state/CopyWriter.h"
 #include "wren/desktop/state/FileMark.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,16 +23,18 @@ struct UnsavedText {
 // a line of JSON that says what it is of, and then the text. Not thread-safe.
 class Recovery {
 public:
-    using OnFailure = CopyWriter::OnFailure;
+    using OnKept = std::function<void(long document, const std::string& problem)>; // "" for none
 
-    // Without a state directory, or locks in it, it keeps nothing, and Problem() says so.
-    explicit Recovery(OnFailure onFailure = {});
+    // Without a state directory, or locks in it, it keeps nothing, and Problem() says so. 'onKept' is called on the thread
+    // that writes.
+    explicit Recovery(OnKept onKept = {});
     ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
 
     // Done soon, on another thread. A copy replaces the last one by rename.
     void Keep(long document, const std::string& path, std::string text, const FileMark& was = {});
     void Forget(long document);
     void Finish(); // comes back when that is done
+    bool Holds(long document, const std::string& text) const; // in a copy that is on the disk
 
     const std::string& Problem() const { return problem; } // why no copies can be kept; "" when they can
 

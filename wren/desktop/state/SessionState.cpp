@@ -16,11 +16,6 @@ namespace {
 
 using nlohmann::json;
 
-std::string SessionFile()
-{
-    return StateDirectory() + "/session.json";
-}
-
 json JsonOf(const SessionState::OpenFile& file)
 {
     return {{"path", JsonOfBytes(file.path)},
@@ -72,6 +67,16 @@ void SessionState::Opened(const std::string& path)
         recentFiles.resize(kMostRecent);
 }
 
+std::string SessionFile()
+{
+    return StateDirectory().empty() ? "" : StateDirectory() + "/session.json";
+}
+
+std::string FormOf(const SessionState& state)
+{
+    return JsonOf(state).dump(1, ' ', false, json::error_handler_t::replace) + "\n";
+}
+
 SessionState LoadSession()
 {
     std::string ignored;
@@ -91,9 +96,7 @@ bool SaveSession(const SessionState& state, std::string* error)
         *error = "there is no home directory: the session has no place";
         return false;
     }
-    return MakeUserDirectory(StateDirectory(), error) &&
-           WriteWholeFile(SessionFile(), JsonOf(state).dump(1, ' ', false, json::error_handler_t::replace) + "\n",
-                          error);
+    return MakeUserDirectory(StateDirectory(), error) && WriteWholeFile(SessionFile(), FormOf(state), error);
 }
 
 } // namespace wren

@@ -1,0 +1,31 @@
+// Waits for a pause in what happens, and not for ever.
+#pragma once
+
+#include <QDeadlineTimer>
+#include <QObject>
+#include <QTimer>
+
+#include <chrono>
+
+namespace wren {
+
+// Nothing wakes up while nothing happens. GUI thread.
+class QuietTimer : public QObject {
+    Q_OBJECT
+public:
+    QuietTimer(std::chrono::milliseconds pause, std::chrono::milliseconds longest, QObject* parent = nullptr);
+
+    void Happened();
+    bool IsWaiting() const { return timer.isActive(); }
+
+signals:
+    void Quiet(); // once: 'pause' after the last Happened(), but no later than 'longest' after the first
+
+private:
+    const std::chrono::milliseconds pause;
+    const std::chrono::milliseconds longest;
+    QTimer timer;
+    QDeadlineTimer latest;
+};
+
+} // namespace wren
