@@ -40,10 +40,10 @@ public:
 
     bool MakeDirectory(std::string* error); // that the file is in; false, with the reason, when it cannot be made
 
-    // Between the two, what is written replaces all stored lines of registered names. Lines of other names stay as they
-    // are, since they belong to somebody else, and so do refused ones, for the user to correct, until another value is
-    // written for their name than was accepted for it, or one has been chosen since the baseline. A file that holds all that already is not touched. False, with
-    // the reason in '*error', leaves the file as it was.
+    // Between the two, what is written replaces all stored lines of registered names. Lines of other names stay as
+    // they are, since they belong to somebody else, and so do refused ones, for the user to correct, until another
+    // value is written for their name than was accepted for it, or one has been chosen since the baseline. A file
+    // that holds all that already is not touched. False, with the reason in '*error', leaves the file as it was.
     void BeginSave();
     void Write(const std::string& text); // outside a save it goes nowhere
     bool EndSave(std::string* error);

@@ -1,6 +1,7 @@
 #include "wren/desktop/Icons.h"
 
 #include <QApplication>
+#include <QIconEngine>
 #include <QMap>
 #include <QPainter>
 #include <QPixmap>
@@ -9,8 +10,6 @@
 namespace wren {
 
 namespace {
-
-constexpr int kSide = 32; // pixels
 
 QIcon FromStyle(const QString& name)
 {
@@ -23,25 +22,42 @@ QIcon FromStyle(const QString& name)
     return kPictures.contains(name) ? QApplication::style()->standardIcon(kPictures[name]) : QIcon();
 }
 
-// A character of the font, in the colour of text.
+class CharacterEngine : public QIconEngine {
+public:
+    CharacterEngine(QChar character, QPalette::ColorRole ink) : character(character), ink(ink) {}
+
+    QIconEngine* clone() const override { return new CharacterEngine(character, ink); }
+
+    void paint(QPainter* painter, const QRect& where, QIcon::Mode mode, QIcon::State) override
+    {
+        const QPalette::ColorGroup group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Normal;
+        QFont font = QApplication::font();
+        font.setPixelSize(where.height());
+        painter->save();
+        painter->setFont(font);
+        painter->setPen(QApplication::palette().color(group, ink));
+        painter->drawText(where, Qt::AlignCenter, character);
+        painter->restore();
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        QPixmap picture(size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paint(&painter, picture.rect(), mode, state);
+        return picture;
+    }
+
+private:
+    const QChar character;
+    const QPalette::ColorRole ink;
+};
+
 QIcon Drawn(const QString& name)
 {
     static const QMap<QString, QChar> kCharacters = {{"edit-undo", QChar(0x21B6)}, {"edit-redo", QChar(0x21B7)}};
-    if (!kCharacters.contains(name))
-        return QIcon();
-    QIcon icon;
-    for (const QPalette::ColorGroup group : {QPalette::Normal, QPalette::Disabled}) {
-        QPixmap picture(kSide, kSide);
-        picture.fill(Qt::transparent);
-        QPainter painter(&picture);
-        QFont font = QApplication::font();
-        font.setPixelSize(kSide);
-        painter.setFont(font);
-        painter.setPen(QApplication::palette().color(group, QPalette::WindowText));
-        painter.drawText(picture.rect(), Qt::AlignCenter, kCharacters[name]);
-        icon.addPixmap(picture, group == QPalette::Normal ? QIcon::Normal : QIcon::Disabled);
-    }
-    return icon;
+    return kCharacters.contains(name) ? DrawnIcon(kCharacters[name], QPalette::WindowText) : QIcon();
 }
 
 } // namespace
@@ -52,6 +68,11 @@ QIcon IconNamed(const QString& name)
         return QIcon::fromTheme(name);
     const QIcon ofStyle = FromStyle(name);
     return ofStyle.isNull() ? Drawn(name) : ofStyle;
+}
+
+QIcon DrawnIcon(QChar character, QPalette::ColorRole ink)
+{
+    return QIcon(new CharacterEngine(character, ink));
 }
 
 } // namespace wren

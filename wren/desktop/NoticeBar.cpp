@@ -1,10 +1,11 @@
 #include "wren/desktop/NoticeBar.h"
 
+#include "wren/desktop/Icons.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QStyle>
 #include <QToolButton>
 
 #include <algorithm>
@@ -34,7 +35,7 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(
     area->setFocusPolicy(Qt::NoFocus);
     area->viewport()->setBackgroundRole(QPalette::ToolTipBase);
     auto* close = new QToolButton;
-    close->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    close->setIcon(DrawnIcon(QChar(0x00D7), QPalette::ToolTipText));
     close->setAutoRaise(true);
     close->setToolTip(tr("Dismiss"));
     close->setFocusPolicy(Qt::NoFocus);
