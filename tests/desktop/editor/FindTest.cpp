@@ -195,12 +195,59 @@ TEST_F(FindBarTest, EnterFindsTheNextAndShiftEnterTheOneBefore)
     EXPECT_TRUE(Field("find")->hasFocus());
     QTest::keyClicks(Field("find"), "one");
     EXPECT_EQ(bar->Message(), "2 matches");
-    QTest::keyClick(Field("find"), Qt::Key_Return);
     EXPECT_EQ(Marked(*view), "[one] two one\nthree");
     QTest::keyClick(Field("find"), Qt::Key_Return);
     EXPECT_EQ(Marked(*view), "one two [one]\nthree");
     QTest::keyClick(Field("find"), Qt::Key_Return, Qt::ShiftModifier);
     EXPECT_EQ(Marked(*view), "[one] two one\nthree");
+}
+
+TEST_F(FindBarTest, FindsWhileOneTypesFromWhereTheCaretWas)
+{
+    view->SetBytes("thread two three\n");
+    view->GoTo(7);
+    QTest::keyClicks(Field("find"), "th");
+    EXPECT_EQ(Marked(*view), "thread two [th]ree\n");
+    QTest::keyClicks(Field("find"), "rea");
+    EXPECT_EQ(Marked(*view), "[threa]d two three\n") << "round the end";
+    QTest::keyClick(Field("find"), Qt::Key_Backspace);
+    EXPECT_EQ(Marked(*view), "thread two [thre]e\n") << "from the same place again";
+    QTest::keyClicks(Field("find"), "x");
+    EXPECT_EQ(bar->Message(), "Not found");
+    EXPECT_EQ(Marked(*view), "thread two [thre]e\n");
+    Field("find")->selectAll();
+    QTest::keyClick(Field("find"), Qt::Key_Backspace);
+    EXPECT_EQ(Marked(*view), "thread []two three\n") << "nothing is looked for";
+}
+
+TEST_F(FindBarTest, GoesOnFromWhereTheSelectionWasMoved)
+{
+    QTest::keyClicks(Field("find"), "o");
+    EXPECT_EQ(Marked(*view), "[o]ne two one\nthree");
+    QTest::keyClick(Field("find"), Qt::Key_Return);
+    EXPECT_EQ(Marked(*view), "one tw[o] one\nthree");
+    QTest::keyClicks(Field("find"), "n");
+    EXPECT_EQ(Marked(*view), "one two [on]e\nthree");
+    view->GoTo(0);
+    QTest::keyClicks(Field("find"), "e");
+    EXPECT_EQ(Marked(*view), "[one] two one\nthree");
+    Press("case");
+    EXPECT_EQ(Marked(*view), "[one] two one\nthree");
+}
+
+TEST_F(FindBarTest, EnterReplacesAndFindsTheNext)
+{
+    QTest::keyClicks(Field("find"), "one");
+    Field("with")->setFocus();
+    QTest::keyClicks(Field("with"), "1");
+    QTest::keyClick(Field("with"), Qt::Key_Return);
+    EXPECT_EQ(Marked(*view), "1 two [one]\nthree");
+    EXPECT_TRUE(Field("with")->hasFocus());
+    QTest::keyClick(Field("with"), Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(Marked(*view), "1 two [one]\nthree");
+    QTest::keyClick(Field("with"), Qt::Key_Return);
+    EXPECT_EQ(view->Bytes(), "1 two 1\nthree");
+    EXPECT_EQ(bar->Message(), "Not found");
 }
 
 TEST_F(FindBarTest, SaysWhatWentWrong)

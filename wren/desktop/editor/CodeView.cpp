@@ -344,7 +344,16 @@ bool CodeView::IsValid(const Search& search) const
 
 bool CodeView::Find(const Search& search)
 {
-    const auto found = TextFinder(text, search).FindNext(text.Selected());
+    return Show(TextFinder(text, search).FindNext(text.Selected()));
+}
+
+bool CodeView::FindFrom(long start, const Search& search)
+{
+    return Show(TextFinder(text, search).FindNext({start, start}));
+}
+
+bool CodeView::Show(const std::optional<TextFinder::Found>& found)
+{
     if (!found)
         return false;
     GoTo(found->range.start);

@@ -107,10 +107,11 @@ public:
     BRect TextBounds() const;
     BPoint PointOf(const QMouseEvent& event) const; // in the same coordinates
 
-    // Finds from the selection on, round the end; selects what was found. False when there is nothing. An expression that
-    // is not valid finds nothing.
+    // Finds from the selection on, or from 'start' on, round the end; selects what was found. False when there is nothing.
+    // An expression that is not valid finds nothing.
     bool IsValid(const Search& search) const;
     bool Find(const Search& search);
+    bool FindFrom(long start, const Search& search);
     long Count(const Search& search, long atMost) const;
     bool ReplaceSelected(const Search& search, const std::string& with); // replaces what was found, finds the next;
                                                                          // false when nothing found was selected
@@ -154,6 +155,7 @@ private:
         bool Typed() const { return charAdded || inserted > removed; }
     };
 
+    bool Show(const std::optional<TextFinder::Found>& found);
     void SetUp();
     void SetUpKeys();
     void WatchText();

@@ -15,6 +15,7 @@ namespace {
 
 constexpr long kMostCounted = 1000;
 constexpr long kLongestCounted = 1'000'000; // bytes: a longer text is not read through at every key
+constexpr long kLongestFound = 10'000'000;  // nor looked through for the first match
 
 QLineEdit* MakeField(QHBoxLayout& row, const char* name, const QString& hint)
 {
@@ -46,8 +47,11 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent)
     rows->addWidget(MakeFindRow());
     rows->addWidget(MakeReplaceRow());
     connect(find, &QLineEdit::textChanged, this, &FindBar::TellCount);
-    for (QToolButton* toggle : {expression, matchCase, wholeWords})
+    for (QToolButton* toggle : {expression, matchCase, wholeWords}) {
         connect(toggle, &QToolButton::toggled, this, &FindBar::TellCount);
+        connect(toggle, &QToolButton::toggled, this, &FindBar::FindTyped);
+    }
+    connect(find, &QLineEdit::textEdited, this, &FindBar::FindTyped);
     setTabOrder(find, with);
     hide();
 }
@@ -105,6 +109,7 @@ void FindBar::AddButton(QHBoxLayout& row, const char* name, const QString& label
 void FindBar::SetView(CodeView* newView)
 {
     view = newView;
+    shown.reset();
     if (isVisible())
         TellCount();
 }
@@ -152,6 +157,21 @@ void FindBar::FindIn(bool backwards)
         TellCount();
     else
         Tell(tr("Not found"), true);
+}
+
+// Again from the same place while nothing but the typing moves the selection.
+void FindBar::FindTyped()
+{
+    if (!view || ViewText(*view).Length() > kLongestFound)
+        return;
+    const ViewText text(*view);
+    if (shown != text.Selected())
+        began = text.Selected().start;
+    if (find->text().isEmpty())
+        text.Select(began, began);
+    else if (view->IsValid(Wanted()))
+        view->FindFrom(began, Wanted());
+    shown = ViewText(*view).Selected();
 }
 
 void FindBar::Replace()
@@ -204,12 +224,15 @@ void FindBar::Tell(const QString& told, bool wrong)
 
 void FindBar::keyPressEvent(QKeyEvent* event)
 {
+    const bool backwards = event->modifiers() & Qt::ShiftModifier;
     if (event->key() == Qt::Key_Escape)
         Close();
-    else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        FindIn(event->modifiers() & Qt::ShiftModifier);
-    else
+    else if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
         QWidget::keyPressEvent(event);
+    else if (with->hasFocus() && !backwards)
+        Replace();
+    else
+        FindIn(backwards);
 }
 
 } // namespace wren

@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <optional>
+
 class QHBoxLayout;
 class QLabel;
 class QLineEdit;
@@ -13,7 +15,8 @@ class QToolButton;
 
 namespace wren {
 
-// Hidden until it is opened. Enter finds the next match, Shift-Enter the one before, Escape closes the bar and gives the
+// Hidden until it is opened. What is typed is found at once, from where the caret was. Enter finds the next match, and
+// replaces the one before where it is said with what; Shift-Enter finds the one before; Escape closes the bar and gives the
 // keyboard back to the text. GUI thread.
 class FindBar : public QWidget {
     Q_OBJECT
@@ -45,10 +48,13 @@ private:
 
     bool CanFind(); // and says why not
     void FindIn(bool backwards);
+    void FindTyped();
     void TellCount();
     void Tell(const QString& message, bool wrong);
 
     QPointer<CodeView> view;
+    long began = 0;                 // where what is being typed is looked for
+    std::optional<Selection> shown; // what has been found of it
     QLineEdit* find;
     QLineEdit* with;
     QToolButton* expression;
