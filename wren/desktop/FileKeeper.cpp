@@ -29,6 +29,15 @@ bool HasItsOwnPlace(const Document& document)
     return document.IsWorksheet() && !document.Path().empty();
 }
 
+// The panel knows names as characters: one that is no UTF-8 would come back as another. Then a directory is proposed.
+QString ProposalFor(const std::string& path)
+{
+    std::string proposal = path;
+    while (QString::fromStdString(proposal).toStdString() != proposal)
+        proposal.resize(proposal.find_last_of('/', proposal.size() - 2) + 1);
+    return QString::fromStdString(proposal);
+}
+
 std::string ContentOf(const std::string& file) // "" when there is none
 {
     std::string ignored;
@@ -122,7 +131,7 @@ bool FileKeeper::Save(Document& document)
 // The Worksheet stays where it is: what is saved under a name is a copy of it.
 bool FileKeeper::SaveAs(Document& document)
 {
-    const QString path = QFileDialog::getSaveFileName(&window, tr("Save As"), QString::fromStdString(document.Path()));
+    const QString path = QFileDialog::getSaveFileName(&window, tr("Save As"), ProposalFor(document.Path()));
     if (path.isEmpty())
         return false;
     if (Document* other = host.AllDocuments().FindByPath(path.toStdString()); other != nullptr && other != &document) {

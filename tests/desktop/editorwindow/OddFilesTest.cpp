@@ -2,6 +2,10 @@
 #include "wren/core/Host.h"
 #include "wren/desktop/MainWindow.h"
 
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+
 #include <filesystem>
 #include <unistd.h>
 
@@ -21,6 +25,24 @@ protected:
         Start({path});
         EXPECT_THAT(hands.TakeHeard(), ElementsAre(AllOf(HasSubstr(path), HasSubstr(reason))));
         EXPECT_THAT(Tabs(), ElementsAre("untitled")) << "and the editor goes on";
+    }
+};
+
+// What the panels that are shown meanwhile propose.
+class Proposed : public QObject {
+public:
+    Proposed() { qApp->installEventFilter(this); }
+    std::string directory;
+    std::string name;
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override
+    {
+        if (auto* panel = qobject_cast<QFileDialog*>(object); panel != nullptr && event->type() == QEvent::Show) {
+            directory = panel->directory().path().toStdString();
+            name = panel->findChild<QLineEdit*>("fileNameEdit")->text().toStdString();
+        }
+        return false;
     }
 };
 
@@ -174,6 +196,29 @@ TEST_F(OddFiles, AreSavedUnderTheirNamesWhateverTheirBytes)
     Start();
     EXPECT_EQ(TheEditor().Current()->Path(), file) << "of the session";
     EXPECT_EQ(Text(), "new old\n");
+}
+
+TEST_F(OddFiles, AreProposedUnderNoDamagedNameForSavingUnderAnother)
+{
+    struct Case {
+        const char* file;
+        const char* directory;
+        const char* name;
+    };
+    const Case kCases[] = {
+        {"in/caf\xc3\xa9.c", "/in", "caf\xc3\xa9.c"},
+        {"in/caf\xe9.c", "/in", ""},
+        {"in/caf\xe9/a.c", "/in", ""},
+        {"in/caf\xe9/b/caf\xe9.c", "/in", ""},
+    };
+    for (const Case& c : kCases) {
+        const Proposed proposed;
+        Start({home.Write(c.file, "old\n")});
+        hands.AnswerNextPanel(std::optional<std::string>());
+        Press("Ctrl+Shift+S");
+        EXPECT_EQ(proposed.directory, home.Path() + c.directory) << c.file;
+        EXPECT_EQ(proposed.name, c.name) << c.file;
+    }
 }
 
 TEST_F(OddFiles, WithAMarkOfQtInTheirNamesAreNamedInTheTitleAsTheyAre)
