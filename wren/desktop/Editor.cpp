@@ -67,12 +67,6 @@ std::string AbsolutePath(const std::string& path)
     return absolute.has_filename() ? absolute : absolute.parent_path();
 }
 
-// Qt would take "[*]" for the place of its mark of unsaved changes.
-QString TitleOf(const QString& path)
-{
-    return QFileInfo(path).fileName().replace("[*]", "[*][*]");
-}
-
 } // namespace
 
 Editor::Editor(const DesktopOptions& options)
@@ -306,6 +300,7 @@ bool Editor::Close(long id)
     places.DocumentClosed(id);
     host->Close(*document);
     window->Tabs().Remove(id);
+    ShowTitle(); // which may have been told from that one
     if (wasCurrent && !quitting && host->Current() == nullptr && window->Tabs().count() == 0)
         New();
     emit DocumentsChanged();
@@ -566,15 +561,26 @@ void Editor::ShowName(const Document& document, bool modified)
         window->Tabs().SetWorksheetName(document.Id());
     else
         window->Tabs().SetName(document.Id(), document.Path(), modified);
+    ShowTitle();
 }
 
 void Editor::ShowState()
 {
     const Document* document = Current();
     window->Status().Show(document, CurrentView());
-    const QString name = document == nullptr ? "" : QString::fromStdString(document->Path());
-    window->setWindowFilePath(name);
-    window->setWindowTitle(name.isEmpty() ? tr("Wren") : tr("%1 - Wren").arg(TitleOf(name)));
+    ShowTitle();
+}
+
+void Editor::ShowTitle()
+{
+    const Document* document = Current();
+    const QString path = document == nullptr ? "" : QString::fromStdString(document->Path());
+    QString name = document == nullptr ? "" : window->Tabs().NameOf(document->Id());
+    if (name.isEmpty())
+        name = QFileInfo(path).fileName();
+    name.replace("[*]", "[*][*]"); // Qt would take it for the place of its mark of unsaved changes
+    window->setWindowFilePath(path);
+    window->setWindowTitle(name.isEmpty() ? tr("Wren") : tr("%1 - Wren").arg(name));
 }
 
 Document* Editor::Adopt(Document* document)

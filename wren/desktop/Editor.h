@@ -112,6 +112,7 @@ private:
     void Raised(long document);
     void ShowName(const Document& document, bool modified);
     void ShowState();
+    void ShowTitle();
     void Closed(long document);
     Document* Adopt(Document* document); // sets up what was opened just now
     void Warn(const std::string& text);

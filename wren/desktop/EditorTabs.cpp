@@ -2,11 +2,31 @@
 
 #include "wren/desktop/editor/CodeView.h"
 
-#include <QFileInfo>
 #include <QTabBar>
 #include <QTextDocument>
 
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
+#include <utility>
+
 namespace wren {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The directory's inner end.
+fs::path LastParts(const fs::path& directory, long count)
+{
+    const long all = std::distance(directory.begin(), directory.end());
+    fs::path last;
+    for (auto part = std::next(directory.begin(), std::max(all - count, 0L)); part != directory.end(); ++part)
+        last /= *part;
+    return last;
+}
+
+} // namespace
 
 EditorTabs::EditorTabs(QWidget* parent) : QTabWidget(parent)
 {
@@ -39,8 +59,11 @@ void EditorTabs::Remove(long document)
     if (view == nullptr)
         return;
     views.erase(document);
+    const auto file = files.extract(document);
     view->SetClient(nullptr);
     removeTab(indexOf(view));
+    if (!file.empty())
+        ShowNames(fs::path(file.mapped().path).filename());
     view->deleteLater(); // it may be the one whose key or menu led here
 }
 
@@ -94,16 +117,50 @@ void EditorTabs::SetName(long document, const std::string& path, bool modified)
     const int index = IndexOf(document);
     if (index < 0)
         return;
+    const std::string before = fs::path(std::exchange(files[document], {path, modified}).path).filename();
+    const std::string leaf = fs::path(path).filename();
+    ShowNames(leaf);
+    if (before != leaf)
+        ShowNames(before);
     const QString file = QString::fromStdString(path);
-    const QString name = path.empty() ? tr("untitled") : QFileInfo(file).fileName();
-    // A lone "&" would be taken for the mark of a key.
-    setTabText(index, QString(name).replace("&", "&&") + (modified ? " *" : ""));
     // A name that looks like markup would be shown as what it says.
     setTabToolTip(index, Qt::mightBeRichText(file) ? file.toHtmlEscaped().prepend("<span>").append("</span>") : file);
 }
 
+void EditorTabs::ShowNames(const std::string& leaf)
+{
+    for (const auto& [document, file] : files) {
+        if (fs::path(file.path).filename() != leaf)
+            continue;
+        const QString name = leaf.empty() ? tr("untitled") : NameOf(document);
+        // A lone "&" would be taken for the mark of a key.
+        setTabText(IndexOf(document), QString(name).replace("&", "&&") + (file.modified ? " *" : ""));
+    }
+}
+
+QString EditorTabs::NameOf(long document) const
+{
+    const auto found = files.find(document);
+    if (found == files.end())
+        return "";
+    const fs::path path = found->second.path;
+    const fs::path directory = path.parent_path();
+    long parts = 0;
+    for (const auto& [other, file] : files) {
+        const fs::path otherPath = file.path;
+        if (otherPath.filename() != path.filename() || otherPath == path)
+            continue;
+        parts = std::max(parts, 1L);
+        while (LastParts(directory, parts) == LastParts(otherPath.parent_path(), parts))
+            ++parts;
+    }
+    const QString leaf = QString::fromStdString(path.filename());
+    return parts == 0 ? leaf : tr("%1 (%2)").arg(leaf, QString::fromStdString(LastParts(directory, parts)));
+}
+
 void EditorTabs::SetWorksheetName(long document)
 {
+    files.erase(document);
     if (const int index = IndexOf(document); index >= 0)
         setTabText(index, tr("Worksheet"));
 }
