@@ -12,7 +12,7 @@ using wren::FileMark;
 
 namespace {
 
-void Touch(const std::string& file)
+void TouchLater(const std::string& file)
 {
     fs::last_write_time(file, fs::file_time_type::clock::now() + std::chrono::hours(1));
 }
@@ -28,7 +28,7 @@ TEST(FileMark, TellsWhetherAFileHoldsSomethingElse)
     };
     const Case kCases[] = {
         {"nothing", [](const TempDirectory&) {}, false},
-        {"touched", [](const TempDirectory& in) { Touch(in / "a"); }, false},
+        {"touched", [](const TempDirectory& in) { TouchLater(in / "a"); }, false},
         {"replaced by the same", [](const TempDirectory& in) { fs::rename(in.Write("b", "text"), in / "a"); }, false},
         {"another text of the same size", [](const TempDirectory& in) { in.Write("a", "TEXT"); }, true},
         {"longer", [](const TempDirectory& in) { in.Write("a", "text more"); }, true},
@@ -59,7 +59,7 @@ TEST(FileMark, OfALargeFileIsItsStamp)
     const FileMark mark = wren::MarkOf(wren::StampOf(file), std::string(FileMark::kLargestCompared + 1, 'x'));
     EXPECT_EQ(mark.content, "");
     EXPECT_FALSE(wren::HasChanged(file, mark));
-    Touch(file);
+    TouchLater(file);
     EXPECT_TRUE(wren::HasChanged(file, mark));
 }
 
