@@ -44,7 +44,7 @@ std::string ContentOf(const std::string& file) // "" when there is none
     return ReadWholeFile(file, &ignored).value_or("");
 }
 
-std::string WithLineEnded(std::string text)
+std::string WithLineEnded(const std::string& text)
 {
     return text.empty() || text.ends_with('\n') ? text : text + '\n';
 }
