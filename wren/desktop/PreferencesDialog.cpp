@@ -13,6 +13,7 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QScrollArea>
@@ -105,6 +106,8 @@ void PreferencesDialog::AddPanels()
             continue;
         window->Show();
         loop.LetThrough();
+        for (QLineEdit* field : content->findChildren<QLineEdit*>())
+            field->setCursorPosition(0); // a long text is read from its beginning
         const std::string icon = host.Bundle().Directory()->path + "/Contents/Resources/" + panel.icon;
         AddPage(ReadIcns(icon), QString::fromStdString(panel.title), content);
     }

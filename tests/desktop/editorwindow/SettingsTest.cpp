@@ -5,6 +5,8 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QPalette>
 #include <QPushButton>
 #include <QSpinBox>
@@ -212,6 +214,24 @@ TEST_F(Settings, ThatAreDamagedGiveWayToTheDefaultWhenItIsChosen)
         size->stepDown();
     });
     EXPECT_EQ(Content(SettingsFile()), "");
+}
+
+TEST_F(Settings, OfSymbolsShowTheBeginningOfLongTexts)
+{
+    home.Write(".config/wren/settings", "DeclIndexSuffixes *.h " + std::string(400, 'x') + "\n");
+    Start();
+    InPreferences([](QWidget& dialog) {
+        auto* titles = dialog.findChild<QListWidget*>();
+        titles->setCurrentRow(titles->count() - 1);
+        int texts = 0;
+        for (const QLineEdit* field : dialog.findChildren<QLineEdit*>()) {
+            if (!field->isVisible() || field->text().isEmpty())
+                continue;
+            ++texts;
+            EXPECT_EQ(field->cursorPosition(), 0) << field->text().toStdString();
+        }
+        EXPECT_GT(texts, 0);
+    });
 }
 
 TEST_F(Settings, ManyOfWhichAreDamagedAreAllToldAndLeaveRoomForTheText)
