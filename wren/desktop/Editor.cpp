@@ -407,6 +407,8 @@ void Editor::GoToLine()
 
 void Editor::Run(const std::string& command)
 {
+    if (CodeView* view = CurrentView())
+        view->EndTyping();
     if (command == "GoBack")
         GoBack();
     else if (command == "GoForward")

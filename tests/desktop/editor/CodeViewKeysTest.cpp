@@ -204,6 +204,27 @@ TEST_F(CodeViewKeys, UndoAndRedoAreToldOnceEach)
     EXPECT_EQ(view->Bytes(), "abc");
 }
 
+TEST_F(CodeViewKeys, WhatIsTypedAfterAMoveIsUndoneAlone)
+{
+    view->SetBytes("");
+    QTest::keyClicks(view.get(), "oneTwo"); // with Shift, which moves nothing
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right})
+        QTest::keyClick(view.get(), key);
+    QTest::keyClicks(view.get(), "three");
+    view->undo();
+    EXPECT_EQ(view->Bytes(), "oneTwo");
+    for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Right})
+        QTest::keyClick(view.get(), key);
+    view->redo();
+    EXPECT_EQ(view->Bytes(), "oneTwothree") << "a move leaves what can be redone";
+    view->MarkSaved();
+    QTest::keyClick(view.get(), Qt::Key_Left);
+    EXPECT_FALSE(view->IsModified());
+    view->undo();
+    view->undo();
+    EXPECT_EQ(view->Bytes(), "");
+}
+
 TEST_F(CodeViewKeys, EachLineTypedIsUndoneAlone)
 {
     Start("|");

@@ -280,6 +280,17 @@ TEST_F(Lookup, AKeyThatAMenuHasIsTheCommandsOnceItIsBound)
     EXPECT_EQ(Place(), "shapes.h:3");
 }
 
+TEST_F(Lookup, EndsWhatUndoTakesBackAtOnce)
+{
+    StartWith("");
+    Type("common ");
+    Press("F12");
+    Press("Escape");
+    Type("value");
+    Press("Ctrl+Z");
+    EXPECT_EQ(Text(), "common ");
+}
+
 TEST_F(Lookup, ClosingATextTakesItsCompletionsAway)
 {
     StartWith("Pai");

@@ -117,6 +117,8 @@ public:
                                                                          // false when nothing found was selected
     long ReplaceAll(const Search& search, const std::string& with);      // how many; one step to undo
 
+    void EndTyping(); // what is typed next is undone without what was typed before
+
     void undo() override;
     void redo() override;
     void cut() override;

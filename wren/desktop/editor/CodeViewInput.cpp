@@ -108,7 +108,10 @@ CodeView::Done CodeView::As(By who, const std::function<void()>& action)
     const By whoBefore = std::exchange(by, who);
     const Done doneBefore = std::exchange(done, Done());
     const Selection replacedBefore = std::exchange(replaced, text.Selected());
+    const long caret = Caret();
     action();
+    if (who == By::User && !done.changed && Caret() != caret)
+        EndTyping(); // it was only a move
     by = whoBefore;
     replaced = replacedBefore;
     return std::exchange(done, doneBefore);
@@ -301,7 +304,12 @@ void CodeView::IndentNewLine()
     const std::string before = text.Copy(start, text.Send(SCI_GETLINEENDPOSITION, line - 1));
     const std::string blanks = IndentationAfter(before, indentation);
     text.Send(SCI_ADDTEXT, static_cast<long>(blanks.size()), blanks.data());
-    // What is typed in the next line is undone without this one.
+    EndTyping();
+}
+
+// An empty group: nothing to undo, and nothing of what can be redone is lost.
+void CodeView::EndTyping()
+{
     text.Send(SCI_BEGINUNDOACTION);
     text.Send(SCI_ENDUNDOACTION);
 }
