@@ -22,6 +22,12 @@
 
 namespace wren {
 
+namespace {
+
+constexpr int kBesideTitles = 12; // pixels
+
+} // namespace
+
 PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& loop, const PreferenceValues& values,
                                      QWidget* parent)
     : QDialog(parent), host(host), display(display), loop(loop), editor(new EditorPage), titles(new QListWidget),
@@ -29,7 +35,7 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
 {
     setWindowTitle(tr("Preferences"));
     titles->setIconSize(QSize(32, 32));
-    titles->setMaximumWidth(160);
+    titles->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* row = new QHBoxLayout;
     row->addWidget(titles);
     row->addWidget(pages, 1);
@@ -46,6 +52,7 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
     connect(editor, &EditorPage::Changed, this, [this] { emit Changed(editor->Values()); });
     AddPage(QApplication::windowIcon(), tr("Editor"), editor);
     AddPanels();
+    titles->setFixedWidth(titles->sizeHintForColumn(0) + 2 * titles->frameWidth() + kBesideTitles);
     column->addWidget(buttons); // last, also for the Tab key
     // Enter belongs to the field that it is pressed in, which takes its value then.
     for (QPushButton* button : findChildren<QPushButton*>())

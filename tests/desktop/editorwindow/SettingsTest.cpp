@@ -98,6 +98,17 @@ TEST_F(Settings, AreStoredAtOnceWhenASignalEndsTheEditor)
     });
 }
 
+TEST_F(Settings, StandOnPagesThatAreNamedInFull)
+{
+    Start();
+    InPreferences([](QWidget& dialog) {
+        const auto* titles = dialog.findChild<QListWidget*>();
+        ASSERT_NE(titles, nullptr);
+        EXPECT_EQ(titles->count(), 2);
+        EXPECT_GE(titles->viewport()->width(), titles->sizeHintForColumn(0));
+    });
+}
+
 TEST_F(Settings, AreThereAtTheNextStart)
 {
     Start();
