@@ -148,6 +148,7 @@ void Editor::Connect()
         worksheet->TextMoves(id, offset, removed, inserted);
     };
     connect(loop.get(), &GuiLoop::Woke, this, [this] { window->Status().ShowBackground(); });
+    connect(loop.get(), &GuiLoop::Woke, session.get(), &SessionKeeper::TakeNews);
     connect(&window->Tabs(), &EditorTabs::Raised, this, &Editor::Raised);
     connect(&window->Tabs(), &EditorTabs::CloseAsked, this, &Editor::Close);
     connect(window.get(), &MainWindow::UserCame, this, [this] {

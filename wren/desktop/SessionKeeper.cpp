@@ -5,6 +5,7 @@
 #include "wren/desktop/Editor.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/FileKeeper.h"
+#include "wren/desktop/GuiLoop.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/NoticeBar.h"
 #include "wren/desktop/WorksheetActions.h"
@@ -45,15 +46,21 @@ QString ListOf(const std::vector<UnsavedText>& texts)
 SessionKeeper::SessionKeeper(Editor& editor)
     : editor(editor), state(LoadSession()), quiet(kPause, kLongest),
       recovery([this](long document, const std::string& problem) {
-          QMetaObject::invokeMethod(this, [=, this] { Kept(document, problem); }, Qt::QueuedConnection);
+          news.Add([=, this] { Kept(document, problem); });
       })
 {
+    news.SetWakeUp(&GuiLoop::Wake);
     again.setSingleShot(true);
     again.setInterval(kAgain);
     connect(&quiet, &QuietTimer::Quiet, this, &SessionKeeper::KeepChanged);
     connect(&again, &QTimer::timeout, this, &SessionKeeper::KeepChanged);
     connect(&editor, &Editor::DocumentsChanged, this, &SessionKeeper::FilesChanged);
     connect(editor.Window().Tabs().tabBar(), &QTabBar::tabMoved, this, &SessionKeeper::FilesChanged);
+}
+
+void SessionKeeper::TakeNews()
+{
+    news.Drain();
 }
 
 void SessionKeeper::Opened(const std::string& path)

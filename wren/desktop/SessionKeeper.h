@@ -1,6 +1,7 @@
 // What is open, kept for the next start; and what is not saved, kept for the start after a crash.
 #pragma once
 
+#include "wren/desktop/display/UpdateQueue.h"
 #include "wren/desktop/state/CopyWriter.h"
 #include "wren/desktop/state/QuietTimer.h"
 #include "wren/desktop/state/Recovery.h"
@@ -27,6 +28,7 @@ public:
     const SessionState& State() const { return state; }
     void Opened(const std::string& path); // among the recent files
 
+    void TakeNews(); // what the threads that write have to tell; when the loop was woken
     void Restore();       // opens the files of the last session
     void OfferRecovery(); // asks about what a crash has left, if it has
 
@@ -60,6 +62,7 @@ private:
     QuietTimer quiet;
     QTimer again;
     CopyWriter sessionWriter;
+    UpdateQueue news;  // of copies, from the thread that writes them
     Recovery recovery; // its thread tells of copies as long as it lives
 };
 
