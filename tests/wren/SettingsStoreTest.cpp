@@ -213,9 +213,9 @@ protected:
     }
     static void TakeBaseline(SettingsStore& store, const std::string& written)
     {
-        store.BeginBaseline();
+        store.BeginNote();
         store.Write(written);
-        store.EndBaseline();
+        store.EndNote();
     }
     std::string Saved(SettingsStore& store, const std::string& written)
     {

@@ -64,11 +64,8 @@ void Host::Start(CacheDirectory directory)
     events.ResourceIDs();
     events.OfferPanels();
     // A face with settings of its own is an editor, and there may be another one that stores in the same file.
-    if (own != nullptr) {
-        settings.BeginBaseline();
-        HaveSettingsWritten();
-        settings.EndBaseline();
-    }
+    if (own != nullptr)
+        NoteSettings();
 }
 
 // The order matters. Windows run the plug-in's code and reach its settings, and background loads fill its caches: all of

@@ -128,19 +128,6 @@ bool SettingsStore::Store(std::string* error)
     return true;
 }
 
-void SettingsStore::BeginBaseline()
-{
-    onlyListens = true;
-    BeginSave();
-}
-
-void SettingsStore::EndBaseline()
-{
-    onlyListens = false;
-    saving = false;
-    baseline = written;
-}
-
 void SettingsStore::BeginNote()
 {
     onlyListens = true;
@@ -151,6 +138,8 @@ void SettingsStore::EndNote()
 {
     onlyListens = false;
     saving = false;
+    if (!baseline)
+        baseline = written;
     NoteChosen();
 }
 

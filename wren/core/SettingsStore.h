@@ -48,14 +48,11 @@ public:
     void Write(const std::string& text); // outside a save it goes nowhere
     bool EndSave(std::string* error);
 
-    // Before the first save, once what is loaded has been given to its owners: what is written between the two is
-    // stored nowhere. A name for which nothing else is written later than here, or than at the last save, was not chosen
-    // anew; when its lines in the file are others by then, somebody else has chosen, and they stay.
-    void BeginBaseline();
-    void EndBaseline();
-
-    // While nothing is saved, too: a name for which something else is written between the two than was last, was chosen,
-    // even if the next save has what there was before.
+    // What is written between the two is stored nowhere. The first time, before the first save and once what is loaded
+    // has been given to its owners, it is the baseline: a name for which nothing else is written later than then, or than
+    // at the last save, was not chosen anew; when its lines in the file are others by then, somebody else has chosen, and
+    // they stay. Afterwards a name for which something else is written was chosen, even if the next save has what there
+    // was before.
     void BeginNote();
     void EndNote();
 
