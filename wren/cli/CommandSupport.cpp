@@ -43,7 +43,7 @@ bool WriteOrComplain(OutputAside& output, const std::string& text, const char* w
     if (output.Write(text))
         return true;
     if (!OutputAside::ReaderIsGone())
-        Complain(std::string("cannot write the ") + what + ": " + std::strerror(errno));
+        Complain(std::string("cannot write ") + what + ": " + std::strerror(errno));
     return false;
 }
 

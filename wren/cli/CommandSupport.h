@@ -19,7 +19,7 @@ std::string ForTerminal(std::string text);
 
 void Complain(const std::string& text); // on standard error
 
-// False, having complained, when it could not be written; 'what' is the text in a word ("matches").
+// False, having complained, when it could not be written; 'what' is the text in some words ("the matches").
 bool WriteOrComplain(OutputAside& output, const std::string& text, const char* what);
 
 // Adds the options that say what the editor works with. 'options' outlives the parsing.

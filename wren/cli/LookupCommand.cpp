@@ -80,7 +80,7 @@ int PrintMatches(OutputAside& output, const std::vector<Match>& matches)
 {
     const bool colour = WantsColour(output);
     for (const Match& match : matches)
-        if (!WriteOrComplain(output, Line(AsShown(output, match), colour), "matches"))
+        if (!WriteOrComplain(output, Line(AsShown(output, match), colour), "the matches"))
             return kUnusable;
     if (matches.size() == kMostMatches)
         Complain("these are the first " + std::to_string(kMostMatches) + " matches; there may be more");

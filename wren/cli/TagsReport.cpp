@@ -1,11 +1,9 @@
 #include "wren/cli/TagsReport.h"
 
+#include "wren/cli/CommandSupport.h"
 #include "wren/cli/MakeTags.h"
-#include "wren/core/OutputAside.h"
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
 
 namespace wren {
 
@@ -13,10 +11,7 @@ namespace {
 
 using Outcome = MadeTags::Outcome;
 
-void Complain(const std::string& text)
-{
-    std::fprintf(stderr, "wren: %s\n", text.c_str());
-}
+constexpr const char* kWhatWasDone = "what was done";
 
 std::string Counted(long number, const char* noun)
 {
@@ -57,20 +52,11 @@ bool ReportFailure(const MadeTags& made, const std::string& toSee)
     return false;
 }
 
-bool Print(OutputAside& output, const std::string& text)
-{
-    if (output.Write(text))
-        return true;
-    if (!OutputAside::ReaderIsGone())
-        Complain(std::string("cannot write what was done: ") + std::strerror(errno));
-    return false;
-}
-
 bool ReportMade(OutputAside& output, const MadeTags& made)
 {
     if (made.count.files == 0)
         Complain("no file was found to make tags of; their suffixes are the setting DeclIndexSuffixes");
-    return Print(output, Summary(made));
+    return WriteOrComplain(output, Summary(made), kWhatWasDone);
 }
 
 // As whole lines, to paste into a shell.
@@ -82,7 +68,7 @@ bool PrintCommands(OutputAside& output, const MadeTags& made)
             text += "# Left out as long as its directory does not exist:\n";
         text += command.text + (command.text.ends_with('\n') ? "" : "\n");
     }
-    return Print(output, text);
+    return WriteOrComplain(output, text, kWhatWasDone);
 }
 
 } // namespace
