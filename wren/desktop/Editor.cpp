@@ -553,6 +553,7 @@ void Editor::Raised(long id)
     host->MakeCurrent(*document);
     window->Find().SetView(CurrentView());
     loop->LetThrough();
+    ShowTitle();
     ShowState();
     emit DocumentsChanged();
 }
@@ -571,7 +572,6 @@ void Editor::ShowState()
 {
     const Document* document = Current();
     window->Status().Show(document, CurrentView());
-    ShowTitle();
 }
 
 void Editor::ShowTitle()
