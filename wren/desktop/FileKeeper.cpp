@@ -84,7 +84,7 @@ void FileKeeper::Opened(Document& document)
         return;
     }
     const FileMark& mark = known[document.Id()] = MarkOf(StampOf(document.Path()), ViewOf(document)->Bytes());
-    watch->Watch(document.Id(), document.Path(), mark.stamp);
+    watch->Watch(document.Id(), document.Path(), mark);
 }
 
 FileMark FileKeeper::Known(long document) const
@@ -139,7 +139,7 @@ bool FileKeeper::SaveAs(Document& document)
         return false;
     }
     const bool copies = HasItsOwnPlace(document) && path.toStdString() != document.Path();
-    return copies ? WriteText(document, path.toStdString()) : Write(document, path.toStdString());
+    return copies ? WriteText(path.toStdString(), ViewOf(document)->Bytes()) : Write(document, path.toStdString());
 }
 
 void FileKeeper::Revert(Document& document)
@@ -191,26 +191,27 @@ bool FileKeeper::Write(Document& document, const std::string& path)
     const bool renamed = path != document.Path();
     if (HasItsOwnPlace(document))
         TakeInOthersLines(document);
-    if (!WriteText(document, path))
-        return false;
     CodeView* view = ViewOf(document);
+    const std::string text = view->Bytes();
+    if (!WriteText(path, text))
+        return false;
     if (renamed) {
         Closed(document.Id());
         document.SetPath(path);
         view->SetLanguageFor(path);
         Opened(document);
     } else {
-        KnowAs(document, StampOf(path), view->Bytes());
+        KnowAs(document, StampOf(path), text);
     }
     view->MarkSaved();
     emit Saved(document.Id());
     return true;
 }
 
-bool FileKeeper::WriteText(const Document& document, const std::string& path)
+bool FileKeeper::WriteText(const std::string& path, const std::string& text)
 {
     std::string error;
-    const bool written = WriteWholeFile(path, ViewOf(document)->Bytes(), &error);
+    const bool written = WriteWholeFile(path, text, &error);
     if (!written)
         Complain(error);
     return written;
@@ -265,7 +266,7 @@ void FileKeeper::KnowAs(const Document& document, const FileStamp& stamp, const 
     known[document.Id()] = MarkOf(stamp, text);
     if (document.IsWorksheet())
         knownWorksheet = text;
-    watch->Saved(document.Id(), stamp);
+    watch->Saved(document.Id(), known[document.Id()]);
     notices.Withdraw(SubjectOf(document.Id()));
 }
 

@@ -53,7 +53,7 @@ signals:
 private:
     bool IsGone(const Document& document) const; // there was a file of it
     bool Write(Document& document, const std::string& path); // it has that path from then on
-    bool WriteText(const Document& document, const std::string& path);
+    bool WriteText(const std::string& path, const std::string& text);
     bool MayOverwrite(const Document& document);
     void TakeInOthersLines(Document& worksheet);
     bool Reload(Document& document);

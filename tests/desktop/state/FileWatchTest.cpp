@@ -17,6 +17,12 @@ using wren::StampOf;
 
 namespace {
 
+wren::FileMark MarkOf(const std::string& file)
+{
+    const wren::FileStamp stamp = StampOf(file);
+    return {stamp, wren::DigestOf(file, stamp)};
+}
+
 constexpr int kLimit = 20'000; // milliseconds; for a machine that is busy
 
 class FileWatch : public ::testing::Test {
@@ -34,12 +40,12 @@ protected:
         QObject::connect(&watch, &wren::FileWatch::Changed, telling("changed "));
         QObject::connect(&watch, &wren::FileWatch::Gone, telling("gone "));
         QObject::connect(&watch, &wren::FileWatch::CameBack, telling("back "));
-        watch.Watch(kMark, mark, StampOf(mark));
+        watch.Watch(kMark, mark, MarkOf(mark));
     }
     std::string Watched(long document, const std::string& leaf, const std::string& text)
     {
         const std::string file = directory.Write(leaf, text);
-        watch.Watch(document, file, StampOf(file));
+        watch.Watch(document, file, MarkOf(file));
         return file;
     }
 
@@ -99,7 +105,7 @@ TEST_F(FileWatch, TellsOfAChangeBetweenReadingAndWatching)
     const std::string file = directory.Write("a.c", "old");
     const wren::FileStamp stamp = StampOf(file);
     directory.Write("a.c", "new text");
-    watch.Watch(1, file, stamp);
+    watch.Watch(1, file, {stamp, ""});
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
 }
 
@@ -131,7 +137,7 @@ TEST_F(FileWatch, DoesNotTellOfOwnSaves)
     const std::string file = Watched(1, "a.c", "old");
     std::string error;
     ASSERT_TRUE(wren::WriteWholeFile(file, "saved by the editor", &error)) << error;
-    watch.Saved(1, StampOf(file));
+    watch.Saved(1, MarkOf(file));
     EXPECT_THAT(Told(), IsEmpty());
     directory.Write("a.c", "changed by another");
     EXPECT_THAT(Told(), ElementsAre("changed 1")) << "the new file is followed";
@@ -183,7 +189,7 @@ TEST_F(FileWatch, FollowsALinkToWhatItLeadsTo)
     target.Write("real.c", "old");
     const std::string link = directory / "link.c";
     fs::create_symlink(target / "real.c", link);
-    watch.Watch(1, link, StampOf(link));
+    watch.Watch(1, link, MarkOf(link));
     fs::rename(target.Write("temporary", "new text"), target / "real.c");
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
     fs::remove(target / "real.c");
@@ -206,7 +212,7 @@ TEST_F(FileWatch, IsSilentAboutWhatIsNoLongerWatched)
     const std::string file = Watched(1, "a.c", "old");
     watch.Unwatch(1);
     watch.Unwatch(1);
-    watch.Saved(1, StampOf(file));
+    watch.Saved(1, MarkOf(file));
     directory.Write("a.c", "new text");
     EXPECT_THAT(Told(), IsEmpty());
 }

@@ -59,11 +59,11 @@ FileWatch::~FileWatch()
         ::close(reports);
 }
 
-void FileWatch::Watch(long document, const std::string& path, const FileStamp& stamp)
+void FileWatch::Watch(long document, const std::string& path, const FileMark& mark)
 {
     File& file = files[document];
     file.path = path;
-    Take(&file, stamp);
+    Take(&file, mark);
     WatchPlaces();
     soon.start(kSoon); // it may have changed since it was read
 }
@@ -74,12 +74,12 @@ void FileWatch::Unwatch(long document)
         WatchPlaces();
 }
 
-void FileWatch::Saved(long document, const FileStamp& stamp)
+void FileWatch::Saved(long document, const FileMark& mark)
 {
     const auto found = files.find(document);
     if (found == files.end())
         return;
-    Take(&found->second, stamp);
+    Take(&found->second, mark);
     WatchPlaces();
 }
 
@@ -93,10 +93,10 @@ void FileWatch::Check()
         CheckOne(document);
 }
 
-void FileWatch::Take(File* file, const FileStamp& stamp)
+void FileWatch::Take(File* file, const FileMark& mark)
 {
-    file->known = {stamp, DigestOf(file->path, stamp)};
-    file->gone = !stamp.exists;
+    file->known = mark;
+    file->gone = !mark.stamp.exists;
 }
 
 // Whoever is told may unwatch the document, so nothing of it is used afterwards.
@@ -112,7 +112,7 @@ void FileWatch::CheckOne(long document)
     const bool another = now.exists && now != file.known.stamp;
     const bool changed = another && HasChanged(file.path, file.known);
     if (another)
-        Take(&file, now);
+        Take(&file, {now, DigestOf(file.path, now)});
     file.gone = !now.exists;
     if (went)
         emit Gone(document);

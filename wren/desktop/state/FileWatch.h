@@ -25,9 +25,9 @@ public:
     ~FileWatch() override;
 
     // 'stamp' is that of the file when it was read; a document has one file, and the newest counts.
-    void Watch(long document, const std::string& path, const FileStamp& stamp);
+    void Watch(long document, const std::string& path, const FileMark& mark);
     void Unwatch(long document);
-    void Saved(long document, const FileStamp& stamp); // by this editor, or read again
+    void Saved(long document, const FileMark& mark); // by this editor, or read again
 
     // Looks at all files now: some file systems report nothing of what other machines do.
     void Check();
@@ -44,7 +44,7 @@ private:
         bool gone = false;
     };
 
-    void Take(File* file, const FileStamp& stamp);
+    void Take(File* file, const FileMark& mark);
     void CheckOne(long document);
     void ReadReports();
     bool Concerns(const std::string& name) const;
