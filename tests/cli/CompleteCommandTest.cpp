@@ -326,6 +326,21 @@ TEST_F(CompleteCommand, LeavesSourceTagsAndHomeAsTheyWere)
     EXPECT_EQ(content(), before);
 }
 
+TEST_F(CompleteCommand, GivesNoCommandsToATerminal)
+{
+    const std::string scope = "\x1b]0;owned\x07\xc2\x9b"
+                              "1m\x9b"
+                              "2Jcaf\xc3\xa9";
+    tree.Write("tags", Tag("shade", "class:" + scope) + Tag("shadow", "class:" + scope));
+    EXPECT_EQ(Complete(scope + "::sha|").output, scope + "::shade\n" + scope + "::shadow\n") << "programs get it all";
+    const std::string place = "src/a.mm:1:" + std::to_string(scope.size() + 6);
+    const std::string command = WREN_PROGRAM " complete " + place + " --home " + (tree / "home");
+    const std::string shown = RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path()).output;
+    EXPECT_NE(shown.find("?]0;owned??1m?2Jcaf\xc3\xa9::shade"), std::string::npos) << shown;
+    EXPECT_EQ(shown.find('\x1b'), std::string::npos);
+    EXPECT_EQ(shown.find('\x9b'), std::string::npos);
+}
+
 TEST_F(CompleteCommand, SaysThatItsOutputIsLost)
 {
     tree.Write("src/a.mm", "alo");

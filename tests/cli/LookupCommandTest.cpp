@@ -249,14 +249,15 @@ TEST_F(LookupCommand, ColoursOnATerminalOnly)
 // What a terminal would take for a command: to change its title, to clear it, to write over what is there.
 TEST_F(LookupCommand, TagsGiveNoCommandsToATerminal)
 {
-    const std::string scope = "\x1b]0;owned\x07\x1b[2J\x08\xc2\x9b" "1m\x7f" "caf\xc3\xa9";
+    const std::string scope = "\x1b]0;owned\x07\x1b[2J\x08\xc2\x9b" "1m\x7f\x9b" "2Jcaf\xc3\xa9";
     tree.Write("tags", "only\tsrc/one.c\t1;\"\tf\tclass:" + scope + "\n");
     EXPECT_EQ(Run({"--symbol", "only"}).output, At("src/one.c", 1, scope + "::only - one.c")) << "programs get it all";
     const std::string command = WREN_PROGRAM " lookup --symbol only --home " + (tree / "home");
     const std::string shown =
         RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path(), {{"TERM", "dumb"}}).output;
-    EXPECT_NE(shown.find(": ?]0;owned??[2J??1m?caf\xc3\xa9::only - one.c"), std::string::npos) << shown;
+    EXPECT_NE(shown.find(": ?]0;owned??[2J??1m??2Jcaf\xc3\xa9::only - one.c"), std::string::npos) << shown;
     EXPECT_EQ(shown.find('\x1b'), std::string::npos);
+    EXPECT_EQ(shown.find('\x9b'), std::string::npos);
 }
 
 TEST(Program, ExplainsItself)

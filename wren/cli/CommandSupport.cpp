@@ -1,6 +1,7 @@
 #include "wren/cli/CommandSupport.h"
 
 #include "wren/core/OutputAside.h"
+#include "wren/core/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
@@ -10,35 +11,17 @@
 
 namespace wren {
 
-namespace {
-
-bool IsControl(unsigned char byte)
-{
-    return (byte < 0x20 && byte != '\t' && byte != '\n') || byte == 0x7f;
-}
-
-} // namespace
-
-std::string ForTerminal(std::string text)
-{
-    // Those of the upper half come in two bytes, of which the second alone tells them from letters.
-    for (size_t i = 0; i < text.size(); ++i) {
-        const unsigned char before = i == 0 ? 0 : static_cast<unsigned char>(text[i - 1]);
-        const unsigned char byte = static_cast<unsigned char>(text[i]);
-        if (IsControl(byte))
-            text[i] = '?';
-        else if (before == 0xc2 && byte >= 0x80 && byte < 0xa0)
-            text.replace(i - 1, 2, "?");
-    }
-    return text;
-}
-
 void Complain(const std::string& text)
 {
-    std::fprintf(stderr, "wren: %s\n", ::isatty(STDERR_FILENO) ? ForTerminal(text).c_str() : text.c_str());
+    std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, text).c_str());
 }
 
 bool WriteOrComplain(OutputAside& output, const std::string& text, const char* what)
+{
+    return WriteAsIsOrComplain(output, output.IsTerminal() ? ForTerminal(text) : text, what);
+}
+
+bool WriteAsIsOrComplain(OutputAside& output, const std::string& text, const char* what)
 {
     if (output.Write(text))
         return true;

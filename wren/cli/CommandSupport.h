@@ -13,14 +13,14 @@ namespace wren {
 
 class OutputAside;
 
-// What tags and names of files say, without what a terminal would take for commands: each control character but tabs and
-// line breaks is a "?".
-std::string ForTerminal(std::string text);
+// Tags and names of files may hold anything. What goes to a terminal through these goes without control characters (see
+// TerminalText.h), but for what the last of them writes.
 
 void Complain(const std::string& text); // on standard error
 
 // False, having complained, when it could not be written; 'what' is the text in some words ("the matches").
 bool WriteOrComplain(OutputAside& output, const std::string& text, const char* what);
+bool WriteAsIsOrComplain(OutputAside& output, const std::string& text, const char* what); // with colours, say
 
 // Adds the options that say what the editor works with. 'options' outlives the parsing.
 void AddEditorOptions(CLI::App& command, EditorOptions& options);

@@ -51,7 +51,7 @@ int PrintCandidates(OutputAside& output, const CompleteWords& words, const Compl
         lines += candidate + "\n";
     if (words.edit)
         Complain("nothing is put in: these are the candidates");
-    if (!WriteOrComplain(output, output.IsTerminal() ? ForTerminal(lines) : lines, "the candidates"))
+    if (!WriteOrComplain(output, lines, "the candidates"))
         return kUnusable;
     if (result.more)
         Complain("these are the first " + std::to_string(result.candidates.size()) + " candidates; there are more");
@@ -61,9 +61,7 @@ int PrintCandidates(OutputAside& output, const CompleteWords& words, const Compl
 int PrintEdit(OutputAside& output, const CompleteWords& words, const CompleteResult& result)
 {
     const std::string completion = (words.edit ? result.line : result.word) + "\n";
-    return WriteOrComplain(output, output.IsTerminal() ? ForTerminal(completion) : completion, "the completion")
-               ? kCompleted
-               : kUnusable;
+    return WriteOrComplain(output, completion, "the completion") ? kCompleted : kUnusable;
 }
 
 void SayWhyNothing(const CompleteWords& words, const CompleteResult& result)

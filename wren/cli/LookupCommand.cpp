@@ -4,6 +4,7 @@
 #include "wren/cli/Lookup.h"
 #include "wren/cli/TagsAdvice.h"
 #include "wren/core/OutputAside.h"
+#include "wren/core/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 #include <cstdlib>
@@ -80,7 +81,7 @@ int PrintMatches(OutputAside& output, const std::vector<Match>& matches)
 {
     const bool colour = WantsColour(output);
     for (const Match& match : matches)
-        if (!WriteOrComplain(output, Line(AsShown(output, match), colour), "the matches"))
+        if (!WriteAsIsOrComplain(output, Line(AsShown(output, match), colour), "the matches"))
             return kUnusable;
     if (matches.size() == kMostMatches)
         Complain("these are the first " + std::to_string(kMostMatches) + " matches; there may be more");

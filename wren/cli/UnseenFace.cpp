@@ -1,12 +1,15 @@
 #include "wren/cli/UnseenFace.h"
 
+#include "wren/core/TerminalText.h"
+
 #include <cstdio>
+#include <unistd.h>
 
 namespace wren {
 
 void UnseenFace::Warn(const std::string& text)
 {
-    std::fprintf(stderr, "wren: %s\n", text.c_str());
+    std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, text).c_str());
 }
 
 } // namespace wren

@@ -3,9 +3,11 @@
 #include "vetch/app/Loop.h"
 #include "vetch/interface/BWindow.h"
 #include "wren/core/HeldModifiers.h"
+#include "wren/core/TerminalText.h"
 #include "wren/script/PressKey.h"
 
 #include <cstdio>
+#include <unistd.h>
 
 namespace wren {
 
@@ -16,7 +18,7 @@ void ScriptFace::OpenMatch(const std::string& path, long line)
 
 void ScriptFace::Warn(const std::string& text)
 {
-    std::fprintf(stderr, "wren: %s\n", text.c_str());
+    std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, text).c_str());
 }
 
 HeadlessStage::HeadlessStage(PluginBundle& bundle, const std::string& settingsFile)

@@ -2,6 +2,7 @@
 
 #include "wren/core/OutputAside.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/core/TerminalText.h"
 #include "wren/script/HeadlessStage.h"
 #include "wren/script/ScriptSession.h"
 
@@ -9,6 +10,7 @@
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <unistd.h>
 
 namespace wren {
 
@@ -36,7 +38,7 @@ int RunScript(const ScriptOptions& options)
     const std::unique_ptr<PluginBundle> bundle =
         PluginBundle::Load(options.bundle.empty() ? PluginBundle::DefaultDirectory() : options.bundle, &error);
     if (bundle == nullptr) {
-        std::fprintf(stderr, "wren: %s\n", error.c_str());
+        std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, error).c_str());
         return 2;
     }
     HeadlessStage stage(*bundle, options.settings);
