@@ -1,8 +1,8 @@
 #include "cplustags/OldTags.h"
 
-#include "cplustags/Descriptor.h"
 #include "cplustags/TagLine.h"
 #include "cplustags/TextPool.h"
+#include "tagsfile/TagFields.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -10,94 +10,13 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <optional>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 #include <unordered_map>
 #include <vector>
 
 namespace cplustags {
 
 namespace {
-
-enum class LineKind {
-    NoTag,
-    Plain,    // of the oldest format: "name<tab>file<tab>address"; other tables have three columns, too
-    Extended, // with the sign that begins the fields, which nothing else has
-    PseudoTag,
-};
-
-constexpr std::string_view kExtensionSign = ";\"";
-
-// Without the search pattern, from delimiter to delimiter, that the text begins with; nothing when it does not.
-std::optional<std::string_view> AfterPattern(std::string_view text)
-{
-    if (text.empty() || (text.front() != '/' && text.front() != '?'))
-        return std::nullopt;
-    for (size_t i = 1; i < text.length(); ++i) {
-        if (text[i] == '\\')
-            ++i;
-        else if (text[i] == text.front())
-            return text.substr(i + 1);
-    }
-    return std::nullopt;
-}
-
-// Without the line number, pattern, or both with a ';' between, that the text begins with.
-std::optional<std::string_view> AfterAddress(std::string_view text)
-{
-    const size_t digits = std::min(text.find_first_not_of("0123456789"), text.length());
-    if (digits == 0)
-        return AfterPattern(text);
-    text.remove_prefix(digits);
-    if (text.substr(0, 1) == ";")
-        if (const auto rest = AfterPattern(text.substr(1)))
-            return rest;
-    return text;
-}
-
-// What follows the address of a line, if it is a tag's.
-std::optional<std::string_view> AfterAddressOfLine(std::string_view line)
-{
-    const std::optional<std::string_view> field = FieldOfLine(line);
-    if (!field)
-        return std::nullopt;
-    return AfterAddress(line.substr(NameOfLine(line).length() + field->length() + 2));
-}
-
-LineKind KindOfLine(std::string_view line)
-{
-    if (line.substr(0, 6) == "!_TAG_")
-        return LineKind::PseudoTag;
-    const auto rest = AfterAddressOfLine(line);
-    if (!rest || line.find('\0') != std::string_view::npos)
-        return LineKind::NoTag;
-    if (rest->substr(0, kExtensionSign.length()) == kExtensionSign)
-        return LineKind::Extended;
-    return rest->empty() || *rest == "\r" ? LineKind::Plain : LineKind::NoTag;
-}
-
-// Takes a line off the front, without its line break.
-std::string_view CutLine(std::string_view& text)
-{
-    const size_t end = std::min(text.find('\n'), text.length());
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(std::min(end + 1, text.length()));
-    return line;
-}
-
-// The first line tells, where it is one that only tags files have; else all must be alike, but for a last one that may
-// have been cut off.
-Target KindOfText(std::string_view beginning)
-{
-    if (beginning.empty())
-        return Target::Tags;
-    const LineKind first = KindOfLine(CutLine(beginning));
-    bool allAre = first == LineKind::Plain;
-    while (allAre && beginning.find('\n') != std::string_view::npos)
-        allAre = KindOfLine(CutLine(beginning)) != LineKind::NoTag;
-    return first == LineKind::PseudoTag || first == LineKind::Extended || allAre ? Target::Tags : Target::Foreign;
-}
 
 // Never waits: what was a file a moment ago may be a pipe now.
 int OpenToRead(const std::string& path)
@@ -191,10 +110,10 @@ private:
     {
         if (line.length() <= kLongestLine)
             return true;
-        const auto fields = AfterAddressOfLine(line);
+        const auto fields = tagsfile::AfterAddressOfLine(line);
         const size_t end = line.rfind('\t', kLongestLine - 1);
         if (!fields || end == std::string_view::npos ||
-            line.data() + end <= fields->data() + kExtensionSign.length())
+            line.data() + end <= fields->data() + tagsfile::kExtensionSign.length())
             return false;
         shortened.assign(line.substr(0, end)) += '\n';
         line = shortened;
@@ -242,19 +161,6 @@ bool IsSorted(LineSource& lines)
 }
 
 } // namespace
-
-Target WhatIs(const std::string& path)
-{
-    struct stat status;
-    if (::stat(path.c_str(), &status) != 0)
-        return errno == ENOENT || errno == ENOTDIR ? Target::Absent : Target::Unreadable;
-    if (!S_ISREG(status.st_mode))
-        return Target::Foreign;
-    const Descriptor file(OpenToRead(path));
-    char beginning[8 * 1024];
-    const ssize_t length = file.IsOpen() ? ::read(file.Number(), beginning, sizeof beginning) : -1;
-    return length < 0 ? Target::Unreadable : KindOfText({beginning, static_cast<size_t>(length)});
-}
 
 std::unique_ptr<LineSource> LinesThatStay(const std::string& path, std::function<bool(std::string_view field)> goes)
 try {

@@ -1,7 +1,8 @@
-// A tags file that is there already: whether it is one, and what of it stays.
+// A tags file that is there already, and what of it stays.
 #pragma once
 
 #include "cplustags/LineSource.h"
+#include "tagsfile/TagsFileKind.h"
 
 #include <functional>
 #include <memory>
@@ -10,15 +11,8 @@
 
 namespace cplustags {
 
-enum class Target {
-    Absent,
-    Tags,    // a tags file, or an empty file
-    Foreign, // something else, which must not be overwritten: another kind of file, a directory, a device
-    Unreadable,
-};
-
-// What stands at the path, links followed. A tags file is known by its first lines.
-Target WhatIs(const std::string& path);
+using tagsfile::Target;
+using tagsfile::WhatIs;
 
 // The lines of an old tags file that stay: not its pseudo-tags, and none of a file that 'goes' is true for; it is asked
 // once a file field. Lines that are too long for readers lose their last fields or, when that does not help, do not stay.

@@ -45,19 +45,6 @@ std::optional<std::string> FileField(std::string_view path, std::string_view dir
     return field;
 }
 
-std::string PathOfField(std::string_view field, std::string_view directory)
-{
-    std::string path;
-    if (field.empty() || field.front() != '/')
-        path.append(directory) += '/';
-    for (size_t i = 0; i < field.length(); ++i) {
-        if (field[i] == '\\' && i + 1 < field.length())
-            ++i;
-        path += field[i];
-    }
-    return path;
-}
-
 bool HasRoomForScope(const Tag& tag, std::string_view field)
 {
     return LengthOfTagLine(tag, field) + 1 + tag.scope.length() <= kLongestLine;
@@ -75,22 +62,6 @@ bool AppendTagLine(std::string& text, const Tag& tag, std::string_view field)
         (text += '\t').append(tag.scope);
     text += '\n';
     return true;
-}
-
-std::string_view NameOfLine(std::string_view line)
-{
-    return line.substr(0, line.find('\t'));
-}
-
-std::optional<std::string_view> FieldOfLine(std::string_view line)
-{
-    const size_t name = line.find('\t');
-    if (line.empty() || line.front() == '!' || name == std::string_view::npos || name == 0)
-        return std::nullopt;
-    const size_t end = line.find('\t', name + 1);
-    if (end == std::string_view::npos || end == name + 1)
-        return std::nullopt;
-    return line.substr(name + 1, end - name - 1);
 }
 
 } // namespace cplustags

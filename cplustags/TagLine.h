@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cplustags/Tag.h"
+#include "tagsfile/TagFields.h"
 
 #include <cstddef>
 #include <optional>
@@ -9,6 +10,10 @@
 #include <string_view>
 
 namespace cplustags {
+
+using tagsfile::FieldOfLine;
+using tagsfile::NameOfLine;
+using tagsfile::PathOfField;
 
 // The reader of tags takes lines in pieces of this many bytes, line break included; a longer one is lost to it.
 inline constexpr size_t kLongestLine = 1023;
@@ -18,16 +23,9 @@ inline constexpr size_t kLongestLine = 1023;
 // would have a tab or a line break in it, which no reader could tell from the end of the field. 'path' is absolute.
 std::optional<std::string> FileField(std::string_view path, std::string_view directory);
 
-// The absolute path that a field stands for.
-std::string PathOfField(std::string_view field, std::string_view directory);
-
 // Appends "name<tab>field<tab>line;"<tab>kind<tab>scope<newline>"; the scope is left out when the line would be too
 // long with it. False, with nothing appended, when it is too long without.
 bool AppendTagLine(std::string& text, const Tag& tag, std::string_view field);
 bool HasRoomForScope(const Tag& tag, std::string_view field);
-
-// The file field of a line of a tags file, and the name; nothing for pseudo-tags and what is no tag.
-std::optional<std::string_view> FieldOfLine(std::string_view line);
-std::string_view NameOfLine(std::string_view line);
 
 } // namespace cplustags

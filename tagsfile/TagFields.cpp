@@ -1,0 +1,75 @@
+#include "tagsfile/TagFields.h"
+
+#include <algorithm>
+
+namespace tagsfile {
+
+namespace {
+
+// Without the search pattern, from delimiter to delimiter, that the text begins with; nothing when it does not.
+std::optional<std::string_view> AfterPattern(std::string_view text)
+{
+    if (text.empty() || (text.front() != '/' && text.front() != '?'))
+        return std::nullopt;
+    for (size_t i = 1; i < text.length(); ++i) {
+        if (text[i] == '\\')
+            ++i;
+        else if (text[i] == text.front())
+            return text.substr(i + 1);
+    }
+    return std::nullopt;
+}
+
+// Without the line number, pattern, or both with a ';' between, that the text begins with.
+std::optional<std::string_view> AfterAddress(std::string_view text)
+{
+    const size_t digits = std::min(text.find_first_not_of("0123456789"), text.length());
+    if (digits == 0)
+        return AfterPattern(text);
+    text.remove_prefix(digits);
+    if (text.substr(0, 1) == ";")
+        if (const auto rest = AfterPattern(text.substr(1)))
+            return rest;
+    return text;
+}
+
+} // namespace
+
+std::string_view NameOfLine(std::string_view line)
+{
+    return line.substr(0, line.find('\t'));
+}
+
+std::optional<std::string_view> FieldOfLine(std::string_view line)
+{
+    const size_t name = line.find('\t');
+    if (line.empty() || line.front() == '!' || name == std::string_view::npos || name == 0)
+        return std::nullopt;
+    const size_t end = line.find('\t', name + 1);
+    if (end == std::string_view::npos || end == name + 1)
+        return std::nullopt;
+    return line.substr(name + 1, end - name - 1);
+}
+
+std::optional<std::string_view> AfterAddressOfLine(std::string_view line)
+{
+    const std::optional<std::string_view> field = FieldOfLine(line);
+    if (!field)
+        return std::nullopt;
+    return AfterAddress(line.substr(NameOfLine(line).length() + field->length() + 2));
+}
+
+std::string PathOfField(std::string_view field, std::string_view directory)
+{
+    std::string path;
+    if (field.empty() || field.front() != '/')
+        path.append(directory) += '/';
+    for (size_t i = 0; i < field.length(); ++i) {
+        if (field[i] == '\\' && i + 1 < field.length())
+            ++i;
+        path += field[i];
+    }
+    return path;
+}
+
+} // namespace tagsfile

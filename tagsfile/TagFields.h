@@ -1,0 +1,26 @@
+// The fields of a line of a tags file: "name<tab>file<tab>address", and behind the address ;"<tab> and more fields.
+//
+// The format is that of ctags (its manual page tags(5)). Views are valid as long as the line is. Any thread.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tagsfile {
+
+// What follows the address in lines that have more fields, and nothing else has.
+inline constexpr std::string_view kExtensionSign = ";\"";
+
+std::string_view NameOfLine(std::string_view line);
+
+// The file field; nothing for pseudo-tags and for lines that are not tags.
+std::optional<std::string_view> FieldOfLine(std::string_view line);
+
+// What follows the address, which is a line number, a search pattern, or both; nothing when the line is not a tag.
+std::optional<std::string_view> AfterAddressOfLine(std::string_view line);
+
+// The absolute path that a file field stands for; 'directory' is that of the tags file, without "/" at its end.
+std::string PathOfField(std::string_view field, std::string_view directory);
+
+} // namespace tagsfile
