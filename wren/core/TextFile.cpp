@@ -1,9 +1,9 @@
 #include "wren/core/TextFile.h"
 
 #include "wren/core/Documents.h"
-#include "wren/core/UserDirectories.h"
+#include "wren/core/OverwrittenCopy.h"
+#include "wren/core/TemporaryFile.h"
 
-#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -22,12 +22,6 @@ namespace {
 
 // What went wrong is a number of errno's, and 0 is success.
 
-std::string DirectoryOf(const std::string& path)
-{
-    const size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
-}
-
 // Where writing to 'path' would write: behind the last link, which need not lead to anything.
 int FollowLinks(std::string* path)
 {
@@ -42,64 +36,6 @@ int FollowLinks(std::string* path)
     }
     return ELOOP;
 }
-
-struct Descriptor {
-    explicit Descriptor(int number) : number(number) {}
-    ~Descriptor()
-    {
-        if (number >= 0)
-            ::close(number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    const int number;
-};
-
-// A file that is open for writing, and gone again unless it was kept.
-class NewFile {
-public:
-    NewFile() = default;
-    ~NewFile()
-    {
-        if (file >= 0)
-            ::close(file);
-        if (!path.empty())
-            ::unlink(path.c_str());
-    }
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
-
-    // The name holds nothing of the real one, which may be as long as names can be.
-    int Make(const std::string& directory, mode_t mode)
-    {
-        static std::atomic<unsigned> count = 0;
-        do {
-            path = directory + "/.wren-" + std::to_string(::getpid()) + "-" + std::to_string(++count);
-            file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-        } while (file < 0 && errno == EEXIST);
-        if (file >= 0)
-            return 0;
-        path.clear();
-        return errno;
-    }
-
-    int RenameTo(const std::string& target)
-    {
-        if (::rename(path.c_str(), target.c_str()) != 0)
-            return errno;
-        path.clear();
-        return 0;
-    }
-
-    void Keep() { path.clear(); }
-    const std::string& Path() const { return path; }
-    int Descriptor() const { return file; }
-
-private:
-    std::string path;
-    int file = -1;
-};
 
 // A user's limit on the size of files ends the process by a signal, unless that is held back: then writing fails.
 class SizeSignalHeld {
@@ -126,18 +62,6 @@ private:
     sigset_t before;
 };
 
-int WriteAll(int file, std::string_view text)
-{
-    while (!text.empty()) {
-        const ssize_t count = ::write(file, text.data(), text.size());
-        if (count < 0 && errno != EINTR)
-            return errno;
-        if (count > 0)
-            text.remove_prefix(static_cast<size_t>(count));
-    }
-    return ::fsync(file) == 0 ? 0 : errno;
-}
-
 // Access lists and what the user has noted on the file. A file system without them has none to copy.
 void CopyAttributes(const std::string& from, int to)
 {
@@ -154,13 +78,6 @@ void CopyAttributes(const std::string& from, int to)
     }
 }
 
-void SyncDirectory(const std::string& directory)
-{
-    const Descriptor file(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (file.number >= 0)
-        ::fsync(file.number);
-}
-
 // Whether a failure to replace the file says nothing about writing into it: no right in the directory, or a file that is
 // mounted in its place.
 bool SaysWriteInPlace(int reason)
@@ -168,33 +85,36 @@ bool SaysWriteInPlace(int reason)
     return reason == EACCES || reason == EPERM || reason == EROFS || reason == EBUSY || reason == EXDEV;
 }
 
-int Replace(const std::string& target, const struct stat* old, std::string_view text)
+int TakeOver(const std::string& target, const struct stat& old, int file)
 {
-    NewFile fresh;
+    struct stat made;
+    if (::fstat(file, &made) != 0)
+        return errno;
+    if ((made.st_uid != old.st_uid || made.st_gid != old.st_gid) && ::fchown(file, old.st_uid, old.st_gid) != 0)
+        return errno;
+    CopyAttributes(target, file);
+    return ::fchmod(file, old.st_mode & 07777) == 0 ? 0 : errno;
+}
+
+int Replace(const std::string& target, const struct stat* old, std::string_view text, const DiskSteps& steps)
+{
+    TemporaryFile fresh(steps);
     if (const int reason = fresh.Make(DirectoryOf(target), old == nullptr ? 0666 : 0600))
         return reason;
-    const int file = fresh.Descriptor();
-    if (old != nullptr) {
-        struct stat made;
-        if (::fstat(file, &made) != 0)
-            return errno;
-        if ((made.st_uid != old->st_uid || made.st_gid != old->st_gid) && ::fchown(file, old->st_uid, old->st_gid) != 0)
-            return errno;
-        CopyAttributes(target, file);
-        if (::fchmod(file, old->st_mode & 07777) != 0)
-            return errno;
-    }
-    if (const int reason = WriteAll(file, text))
-        return reason;
-    if (const int reason = fresh.RenameTo(target))
-        return reason;
-    SyncDirectory(DirectoryOf(target));
-    return 0;
+    int reason = old == nullptr ? 0 : TakeOver(target, *old, fresh.Descriptor());
+    if (reason == 0)
+        reason = WriteAll(fresh.Descriptor(), text, steps);
+    if (reason == 0)
+        reason = fresh.RenameTo(target);
+    if (reason == 0)
+        SyncDirectory(DirectoryOf(target));
+    return reason;
 }
 
 // Room for the new text comes first, so that a full disk is found out before anything is overwritten.
-int MakeRoom(int file, off_t before, off_t after)
+int MakeRoom(int file, off_t before, off_t after, const DiskSteps& steps)
 {
+    steps.Next();
     if (after <= before || ::fallocate(file, 0, before, after - before) == 0 || errno == EOPNOTSUPP)
         return 0;
     const int reason = errno;
@@ -202,56 +122,45 @@ int MakeRoom(int file, off_t before, off_t after)
     return reason;
 }
 
-int Overwrite(int file, std::string_view text)
+int Overwrite(int file, std::string_view text, const DiskSteps& steps)
 {
     if (::lseek(file, 0, SEEK_SET) != 0)
         return errno;
-    if (const int reason = WriteAll(file, text))
+    if (const int reason = WriteAll(file, text, steps))
         return reason;
-    return ::ftruncate(file, static_cast<off_t>(text.size())) == 0 && ::fsync(file) == 0 ? 0 : errno;
+    steps.Next();
+    if (::ftruncate(file, static_cast<off_t>(text.size())) != 0)
+        return errno;
+    steps.Next();
+    return ::fsync(file) == 0 ? 0 : errno;
 }
 
-bool PutCopy(NewFile* copy, const std::string& text, std::string* error)
+// The copy of the old text is on the disk before the first byte is overwritten, and goes when the new text is.
+bool WriteInPlace(const std::string& path, std::string_view text, std::string* error, const DiskSteps& steps)
 {
-    const std::string directory = StateDirectory() + "/overwritten";
-    if (StateDirectory().empty()) {
-        *error = "there is no home directory, and so no place for a copy of the old text";
-        return false;
-    }
-    if (!MakeUserDirectory(directory, error))
-        return false;
-    int reason = copy->Make(directory, 0600);
-    if (reason == 0)
-        reason = WriteAll(copy->Descriptor(), text);
-    if (reason != 0)
-        *error = directory + ": " + std::strerror(reason);
-    return reason == 0;
-}
-
-bool WriteInPlace(const std::string& target, std::string_view text, std::string* error)
-{
-    const std::optional<std::string> old = ReadWholeFile(target, error);
+    const std::optional<std::string> old = ReadWholeFile(path, error);
     if (!old)
         return false;
-    NewFile copy;
-    if (!PutCopy(&copy, *old, error)) {
-        *error = target + ": not written, since a copy of the old text cannot be kept: " + *error;
+    OverwrittenCopy copy(steps);
+    if (!copy.Make(path, *old, text, error)) {
+        *error = path + ": not written, since a copy of the old text cannot be kept: " + *error;
         return false;
     }
-    const Descriptor file(::open(target.c_str(), O_WRONLY | O_CLOEXEC));
+    steps.Next();
+    const Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
     int reason = file.number < 0
                      ? errno
-                     : MakeRoom(file.number, static_cast<off_t>(old->size()), static_cast<off_t>(text.size()));
+                     : MakeRoom(file.number, static_cast<off_t>(old->size()), static_cast<off_t>(text.size()), steps);
     bool restored = true;
     if (reason == 0) {
-        reason = Overwrite(file.number, text);
-        restored = reason == 0 || Overwrite(file.number, *old) == 0;
+        reason = Overwrite(file.number, text, steps);
+        restored = reason == 0 || Overwrite(file.number, *old, steps) == 0;
     }
     if (reason == 0)
         return true;
-    *error = target + ": " + std::strerror(reason);
+    *error = path + ": " + std::strerror(reason);
     if (!restored) {
-        *error += "; the old text is in " + copy.Path();
+        *error += "; the old text is in " + copy.Path() + ", and the desktop editor offers it at its next start";
         copy.Keep();
     }
     return false;
@@ -284,19 +193,20 @@ FileStamp StampOf(const std::string& path)
     return {true, status.st_ino, status.st_size, status.st_mtim.tv_sec * 1'000'000'000L + status.st_mtim.tv_nsec};
 }
 
-bool WriteWholeFile(const std::string& path, std::string_view text, std::string* error)
+bool WriteWholeFile(const std::string& path, std::string_view text, std::string* error, const DiskSteps& steps)
 {
     const SizeSignalHeld held;
+    RemoveLeftTemporaries();
     std::string target = path;
     std::optional<struct stat> old;
     int reason = Examine(&target, &old);
     bool inPlace = reason == 0 && old && old->st_nlink > 1;
     if (reason == 0 && !inPlace) {
-        reason = Replace(target, old ? &*old : nullptr, text);
+        reason = Replace(target, old ? &*old : nullptr, text, steps);
         inPlace = old && SaysWriteInPlace(reason);
     }
     if (inPlace)
-        return WriteInPlace(target, text, error);
+        return WriteInPlace(path, text, error, steps);
     if (reason != 0)
         *error = path + ": " + std::strerror(reason);
     return reason == 0;

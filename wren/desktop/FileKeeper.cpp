@@ -1,6 +1,7 @@
 #include "wren/desktop/FileKeeper.h"
 
 #include "wren/core/Host.h"
+#include "wren/core/TemporaryFile.h"
 #include "wren/core/TextChange.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/NoticeBar.h"
@@ -76,6 +77,7 @@ FileKeeper::~FileKeeper() = default;
 
 void FileKeeper::Opened(Document& document)
 {
+    RemoveLeftTemporaries(); // an editor may have been killed since
     if (document.Path().empty())
         return;
     if (document.IsWorksheet()) {

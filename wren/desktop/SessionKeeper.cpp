@@ -1,6 +1,7 @@
 #include "wren/desktop/SessionKeeper.h"
 
 #include "wren/core/Host.h"
+#include "wren/core/TemporaryFile.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/desktop/Editor.h"
 #include "wren/desktop/EditorTabs.h"
@@ -16,6 +17,7 @@
 #include <QPushButton>
 #include <QTabBar>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <utility>
@@ -31,14 +33,39 @@ constexpr auto kLongest = 20s; // from a change to its being kept
 constexpr auto kAgain = 5s;    // until a copy that failed is tried again
 constexpr const char* kUnsafe = "unsafe";
 
-QString ListOf(const std::vector<UnsavedText>& texts)
+// A paragraph, and the texts below it; "" when there are none.
+QString ListOf(const std::vector<UnsavedText>& texts, bool areOld, const QString& paragraph)
 {
     QStringList lines;
     for (const UnsavedText& text : texts)
-        lines.append(SessionKeeper::tr("%1 (%2)")
-                         .arg(text.path.empty() ? SessionKeeper::tr("untitled") : QString::fromStdString(text.path),
-                              QString::fromStdString(text.savedAt)));
-    return lines.join('\n');
+        if (text.isOld == areOld)
+            lines.append(SessionKeeper::tr("%1 (%2)")
+                             .arg(text.path.empty() ? SessionKeeper::tr("untitled") : QString::fromStdString(text.path),
+                                  QString::fromStdString(text.savedAt)));
+    return lines.isEmpty() ? "" : paragraph + "\n\n" + lines.join('\n') + "\n\n";
+}
+
+QString QuestionAbout(const std::vector<UnsavedText>& left)
+{
+    return ListOf(left, false, SessionKeeper::tr("Wren ended without saving these texts:")) +
+           ListOf(left, true,
+                  SessionKeeper::tr("Wren ended while it was saving these files, which now hold neither the old text nor "
+                                    "the new one. The old texts were kept:")) +
+           SessionKeeper::tr("Open them as they were?");
+}
+
+bool IsTorn(const std::string& path, const std::vector<UnsavedText>& left)
+{
+    return std::any_of(left.begin(), left.end(),
+                       [&](const UnsavedText& each) { return each.isOld && each.path == path; });
+}
+
+// The unsaved text has the file's tab, or else the last of the old ones.
+bool HasTheTab(const UnsavedText& text, const std::vector<UnsavedText>& left)
+{
+    return !text.isOld || std::none_of(left.begin(), left.end(), [&](const UnsavedText& each) {
+        return each.path == text.path && (!each.isOld || &each > &text);
+    });
 }
 
 } // namespace
@@ -49,6 +76,7 @@ SessionKeeper::SessionKeeper(Editor& editor)
           news.Add([=, this] { Kept(document, problem); });
       })
 {
+    KeepRecordsOfSaves();
     news.SetWakeUp(&GuiLoop::Wake);
     again.setSingleShot(true);
     again.setInterval(kAgain);
@@ -102,8 +130,7 @@ void SessionKeeper::OfferRecovery()
     if (left.empty())
         return;
     QMessageBox question(QMessageBox::Question, tr("Wren"),
-                         tr("Wren ended without saving these texts:\n\n%1\n\nOpen them as they were?").arg(ListOf(left)),
-                         QMessageBox::NoButton, &editor.Window());
+                         QuestionAbout(left), QMessageBox::NoButton, &editor.Window());
     question.setTextFormat(Qt::PlainText); // names of files may look like markup
     QAbstractButton* open = question.addButton(tr("Open"), QMessageBox::AcceptRole);
     QAbstractButton* discard = question.addButton(tr("Discard"), QMessageBox::DestructiveRole);
@@ -122,10 +149,9 @@ void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
 {
     std::vector<std::pair<const Document*, const UnsavedText*>> open;
     for (const UnsavedText& text : left) {
-        if (!editor.OpenUnsaved(text.path, text.text))
+        const Document* document = OpenLeftText(text, left);
+        if (document == nullptr)
             continue;
-        const Document* document = editor.Current();
-        editor.Files().Recovered(*document, text.was);
         Keep(document->Id());
         open.emplace_back(document, &text);
     }
@@ -133,6 +159,25 @@ void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
     for (const auto& [document, text] : open)
         if (!editor.Files().IsModified(*document) || recovery.Holds(document->Id(), text->text))
             recovery.Discard(*text);
+}
+
+// An old text whose file's tab has another one has a tab without a file. That a torn file differs from what it was is no other
+// program's doing, and nobody is asked about it.
+const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::vector<UnsavedText>& left)
+{
+    const bool isAtHome = HasTheTab(text, left);
+    if (!editor.OpenUnsaved(isAtHome ? text.path : "", text.text))
+        return nullptr;
+    const Document* document = editor.Current();
+    if (!IsTorn(text.path, left))
+        editor.Files().Recovered(*document, text.was);
+    if (text.isOld)
+        editor.Window().Notices().Tell(
+            (isAtHome ? tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here: save to write it.")
+                      : tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here without a name, "
+                           "beside the one that was to be saved."))
+                .arg(QString::fromStdString(text.path)));
+    return document;
 }
 
 bool SessionKeeper::Save()

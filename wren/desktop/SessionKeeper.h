@@ -16,6 +16,7 @@
 namespace wren {
 
 class CodeView;
+class Document;
 class Editor;
 
 // The session, and a text's copy, are written once nothing has changed for a moment, or when that takes too long; and a copy
@@ -44,6 +45,7 @@ private:
     void TakeState(const SessionState& stored);
     void TakeOpenFiles();
     void OpenLeft(const std::vector<UnsavedText>& left);
+    const Document* OpenLeftText(const UnsavedText& text, const std::vector<UnsavedText>& left); // null for none
     void KeepChanged();
     void KeepSession();
     void Keep(long document);

@@ -1,6 +1,8 @@
 #include "wren/desktop/state/Recovery.h"
 
 #include "wren/core/Documents.h"
+#include "wren/core/OverwrittenCopy.h"
+#include "wren/core/OwnedFile.h"
 #include "wren/core/TextFile.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/desktop/state/JsonBytes.h"
@@ -68,16 +70,6 @@ private:
     int problem;
 };
 
-std::vector<std::string> EntriesOf(const std::string& directory)
-{
-    std::vector<std::string> entries;
-    std::error_code problem;
-    for (fs::directory_iterator entry(directory, problem), end; !problem && entry != end; entry.increment(problem))
-        entries.push_back(entry->path());
-    std::sort(entries.begin(), entries.end());
-    return entries;
-}
-
 // An unfinished copy counts for nothing: the one before it is still there.
 bool IsCopy(const std::string& file)
 {
@@ -87,7 +79,7 @@ bool IsCopy(const std::string& file)
 
 void RemoveIfEmpty(const std::string& directory)
 {
-    const std::vector<std::string> files = EntriesOf(directory);
+    const std::vector<std::string> files = EntriesIn(directory);
     if (std::any_of(files.begin(), files.end(), IsCopy))
         return;
     for (const std::string& file : files)
@@ -102,16 +94,15 @@ bool IsLeft(const std::string& directory)
 
 void RemoveEmptyOnes()
 {
-    for (const std::string& directory : EntriesOf(RecoveryDirectory()))
+    for (const std::string& directory : EntriesIn(RecoveryDirectory()))
         if (const Lock lock(directory, 0); lock.Problem() == 0)
             RemoveIfEmpty(directory);
 }
 
-std::string Now()
+std::string TimeText(std::time_t time)
 {
-    const std::time_t now = std::time(nullptr);
     std::tm local = {};
-    ::localtime_r(&now, &local);
+    ::localtime_r(&time, &local);
     char text[32];
     return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local));
 }
@@ -143,7 +134,7 @@ std::optional<UnsavedText> ReadCopy(const std::string& file)
         if (size != copy->size() - end - 1)
             return std::nullopt;
         const FileMark was = head.contains("was") ? MarkOf(head["was"]) : FileMark(); // older ones do not say
-        return UnsavedText{BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file, was};
+        return UnsavedText{BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file, was, false};
     } catch (const json::exception&) {
         return std::nullopt;
     }
@@ -214,7 +205,7 @@ void Recovery::Keep(long document, const std::string& path, std::string text, co
     if (own == nullptr)
         return;
     const json head = {
-        {"path", JsonOfBytes(path)}, {"savedAt", Now()}, {"size", text.size()}, {"was", JsonOf(was)}};
+        {"path", JsonOfBytes(path)}, {"savedAt", TimeText(std::time(nullptr))}, {"size", text.size()}, {"was", JsonOf(was)}};
     writer.Write(own->CopyOf(document), head.dump() + "\n", std::move(text));
     own->kept.insert(document);
 }
@@ -239,11 +230,13 @@ bool Recovery::Holds(long document, const std::string& text) const
 std::vector<UnsavedText> Recovery::Left() const
 {
     std::vector<UnsavedText> left;
-    for (const std::string& directory : EntriesOf(RecoveryDirectory()))
+    for (const std::string& directory : EntriesIn(RecoveryDirectory()))
         if (IsLeft(directory))
-            for (const std::string& file : EntriesOf(directory))
+            for (const std::string& file : EntriesIn(directory))
                 if (std::optional<UnsavedText> copy; file.ends_with(kEnd) && (copy = ReadCopy(file)))
                     left.push_back(std::move(*copy));
+    for (OverwrittenText& old : LeftOverwritten())
+        left.push_back({std::move(old.path), std::move(old.text), TimeText(old.savedAt), std::move(old.file), {}, true});
     std::stable_sort(left.begin(), left.end(),
                      [](const UnsavedText& a, const UnsavedText& b) { return a.savedAt < b.savedAt; });
     return left;
@@ -252,6 +245,8 @@ std::vector<UnsavedText> Recovery::Left() const
 void Recovery::Discard(const UnsavedText& text)
 {
     ::unlink(text.file.c_str());
+    if (text.isOld)
+        return;
     const std::string directory = fs::path(text.file).parent_path();
     if (const Lock lock(directory, 0); lock.Problem() == 0)
         RemoveIfEmpty(directory);

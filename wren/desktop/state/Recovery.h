@@ -17,6 +17,7 @@ struct UnsavedText {
     std::string savedAt; // for a person: date and time of the copy
     std::string file;    // where the copy is
     FileMark was;        // what the text was made from
+    bool isOld = false;  // what the file held before it was written to: the writing was cut short, and it is torn
 };
 
 // Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. A copy is
@@ -38,8 +39,8 @@ public:
 
     const std::string& Problem() const { return problem; } // why no copies can be kept; "" when they can
 
-    // What editors that are gone have left, the oldest first. Reading removes nothing; Discard() does. A copy that is
-    // damaged is passed over and stays.
+    // What editors that are gone have left, the oldest first, also of files that they were writing (LeftOverwritten).
+    // Reading removes no text that is needed; Discard() does. A copy that is damaged is passed over and stays.
     std::vector<UnsavedText> Left() const;
     void Discard(const UnsavedText& text);
 

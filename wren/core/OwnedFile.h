@@ -1,0 +1,33 @@
+// Files of the user's state that belong to a process for as long as it lives.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace wren {
+
+// Makes a file of a name that none had before, also no process of the same number, with 'end' behind it; locks it, and answers its descriptor, the
+// caller's to close. The lock ends with the process or the descriptor. Where a file system has no locks, it has none. Below
+// 0, with errno, when it cannot be made. Any thread.
+int MakeOwnedFile(const std::string& directory, const std::string& end, std::string* path);
+
+// Such a file of a process that is gone. While this lives, other processes see it as left as well.
+class LeftFile {
+public:
+    explicit LeftFile(const std::string& path);
+    ~LeftFile();
+    LeftFile(const LeftFile&) = delete;
+    LeftFile& operator=(const LeftFile&) = delete;
+
+    bool IsLeft() const { return isLeft; } // false also for what is not a file, or cannot be locked
+
+private:
+    const int file;
+    bool isLeft = false;
+};
+
+// The paths of what is in it, sorted; none when it cannot be read.
+std::vector<std::string> EntriesIn(const std::string& directory);
+
+} // namespace wren

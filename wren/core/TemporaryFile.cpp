@@ -1,0 +1,176 @@
+#include "wren/core/TemporaryFile.h"
+
+#include "wren/core/DiskSteps.h"
+#include "wren/core/Documents.h"
+#include "wren/core/OwnedFile.h"
+#include "wren/core/UserDirectories.h"
+
+#include <atomic>
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
+#include <sys/stat.h>
+
+namespace wren {
+
+namespace {
+
+constexpr const char* kTemporary = ".wren-";
+constexpr time_t kLongestKept = 30 * 24 * 60 * 60; // seconds: what is out of reach may come back as long
+
+std::string RecordsDirectory()
+{
+    return StateDirectory().empty() ? "" : StateDirectory() + "/saving";
+}
+
+int MakeRecord(std::string* path)
+{
+    return RecordsDirectory().empty() ? -1 : MakeOwnedFile(RecordsDirectory(), "", path);
+}
+
+// What a record says: a path, a NUL, and once the file is made, its inode and a line end.
+struct Recorded {
+    std::string path;
+    std::optional<std::uint64_t> inode;
+};
+
+std::optional<Recorded> ReadRecord(const std::string& file)
+{
+    std::string ignored;
+    const std::string text = ReadWholeFile(file, &ignored).value_or("");
+    const size_t end = text.find('\0');
+    if (end == std::string::npos || !text.starts_with('/'))
+        return std::nullopt;
+    Recorded recorded = {text.substr(0, end), std::nullopt};
+    if (text.ends_with('\n'))
+        recorded.inode = std::strtoull(text.c_str() + end + 1, nullptr, 10);
+    return recorded;
+}
+
+// Killed before it could say which file it had made, a process has written nothing to it.
+bool IsTheSame(const Recorded& recorded, const struct stat& now)
+{
+    if (!S_ISREG(now.st_mode) || now.st_nlink != 1)
+        return false;
+    return recorded.inode ? now.st_ino == *recorded.inode : now.st_size == 0 && now.st_uid == ::geteuid();
+}
+
+// True when there is nothing more to remove, or never will be.
+bool Remove(const Recorded& recorded)
+{
+    const Descriptor directory(::open(DirectoryOf(recorded.path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.number < 0)
+        return false;
+    const std::string leaf = std::filesystem::path(recorded.path).filename();
+    struct stat status;
+    if (!leaf.starts_with(kTemporary) || ::fstatat(directory.number, leaf.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+        return true;
+    return !IsTheSame(recorded, status) || ::unlinkat(directory.number, leaf.c_str(), 0) == 0;
+}
+
+bool IsLongAgo(const std::string& file)
+{
+    struct stat status;
+    return ::stat(file.c_str(), &status) == 0 && std::time(nullptr) - status.st_mtim.tv_sec > kLongestKept;
+}
+
+} // namespace
+
+class TemporaryFile::Record {
+public:
+    Record(const std::string& of, const DiskSteps& steps) : steps(steps), file(MakeRecord(&path))
+    {
+        std::error_code unknown;
+        Write(std::filesystem::absolute(of, unknown).string() + '\0');
+    }
+    ~Record()
+    {
+        steps.Next();
+        if (file.number >= 0)
+            ::unlink(path.c_str());
+    }
+    Record(const Record&) = delete;
+    Record& operator=(const Record&) = delete;
+
+    void Made(int temporary)
+    {
+        struct stat status;
+        if (::fstat(temporary, &status) == 0)
+            Write(std::to_string(status.st_ino) + "\n");
+    }
+
+private:
+    // Not waiting for the disk: after a power cut a temporary may stay. A record that is cut short says less.
+    void Write(const std::string& text)
+    {
+        steps.Next();
+        if (file.number >= 0 && ::write(file.number, text.data(), text.size()) < 0)
+            return;
+    }
+
+    const DiskSteps& steps;
+    std::string path;
+    const wren::Descriptor file;
+};
+
+TemporaryFile::TemporaryFile(const DiskSteps& steps) : steps(steps) {}
+
+TemporaryFile::~TemporaryFile()
+{
+    if (file >= 0)
+        ::close(file);
+    if (!path.empty())
+        ::unlink(path.c_str());
+}
+
+// The name holds nothing of the real one, which may be as long as names can be.
+int TemporaryFile::Make(const std::string& directory, mode_t mode)
+{
+    static std::atomic<unsigned> count = 0;
+    do {
+        path = directory + "/" + kTemporary + std::to_string(::getpid()) + "-" + std::to_string(++count);
+        record = std::make_unique<Record>(path, steps);
+        steps.Next();
+        file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    } while (file < 0 && errno == EEXIST);
+    if (file < 0) {
+        path.clear();
+        return errno;
+    }
+    record->Made(file);
+    return 0;
+}
+
+int TemporaryFile::RenameTo(const std::string& target)
+{
+    steps.Next();
+    if (::rename(path.c_str(), target.c_str()) != 0)
+        return errno;
+    path.clear();
+    return 0;
+}
+
+void KeepRecordsOfSaves()
+{
+    std::string ignored;
+    if (!RecordsDirectory().empty() && MakeUserDirectory(RecordsDirectory(), &ignored))
+        RemoveLeftTemporaries();
+}
+
+void RemoveLeftTemporaries()
+{
+    for (const std::string& record : EntriesIn(RecordsDirectory())) {
+        const LeftFile left(record);
+        if (!left.IsLeft())
+            continue;
+        const std::optional<Recorded> recorded = ReadRecord(record);
+        if (!recorded || Remove(*recorded) || IsLongAgo(record))
+            ::unlink(record.c_str());
+    }
+}
+
+} // namespace wren
