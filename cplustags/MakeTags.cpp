@@ -15,6 +15,7 @@
 #include "cplustags/TagLine.h"
 #include "cplustags/Tagger.h"
 #include "cplustags/TagsWriter.h"
+#include "cplustags/WorkingDirectory.h"
 
 #include <cerrno>
 #include <chrono>
@@ -62,6 +63,7 @@ private:
     void HaveFilesTagged();
     void Begin();
     void MakeNewFile();
+    const std::string& MakeWorkingDirectory();
     void CheckOutcome() const;
     bool HasNothingToDo() const { return options.append && !files.HasNames(); }
     bool HasOldTags() const;
@@ -82,7 +84,8 @@ private:
     FileList files;
     size_t leftOut = 0; // files whose names no line can hold
     Settings settings;
-    std::unique_ptr<NewFile> newFile;
+    std::unique_ptr<NewFile> newFile;                 // when a file is written
+    std::unique_ptr<WorkingDirectory> forTemporaries; // when none is
     std::unique_ptr<Scratch> scratch;
     std::unique_ptr<Tagger> tagger; // once there is a file
     std::unordered_set<std::string> taggedFields;
@@ -122,6 +125,8 @@ void Job::Run()
 
 void Job::CheckTarget() const
 {
+    if (const std::string refusal = RefusalOfLink(target); !options.followLinks && !refusal.empty())
+        throw Failure(refusal);
     switch (WhatIs(target)) {
     case Target::Absent:
     case Target::Tags:
@@ -158,8 +163,7 @@ void Job::Begin()
     settings.ctags = FindCtags(options.ctags, currentDirectory, &error);
     if (settings.ctags.empty())
         throw Failure(error);
-    MakeNewFile();
-    scratch = std::make_unique<Scratch>(newFile->Directory());
+    scratch = std::make_unique<Scratch>(MakeWorkingDirectory());
     settings.temporaries = scratch->Directory();
     settings.directory = directory;
     settings.language = options.language;
@@ -171,14 +175,26 @@ void Job::Begin()
     tagger = std::make_unique<Tagger>(settings, progress);
 }
 
-// For standard output it is never put in place, and only has a directory for temporary files.
 void Job::MakeNewFile()
 {
-    const char* temporaries = std::getenv("TMPDIR");
-    const std::string place = temporaries != nullptr && *temporaries != '\0' ? temporaries : "/tmp";
-    newFile = std::make_unique<NewFile>(WritesFile() ? target : place + "/cplustags-" + std::to_string(::geteuid()));
+    newFile = std::make_unique<NewFile>(target, options.followLinks ? AtLink::Follow : AtLink::Refuse);
     if (!newFile->Error().empty())
         throw Failure(newFile->Error());
+}
+
+// That of the new file, or another one when there is none.
+const std::string& Job::MakeWorkingDirectory()
+{
+    if (WritesFile()) {
+        MakeNewFile();
+        return newFile->Directory();
+    }
+    const char* given = std::getenv("TMPDIR");
+    const std::string parent = AbsolutePath(given != nullptr && *given != '\0' ? given : "/tmp", currentDirectory);
+    forTemporaries = std::make_unique<WorkingDirectory>(parent, "cplustags-" + std::to_string(::geteuid()));
+    if (!forTemporaries->Error().empty())
+        throw Failure(forTemporaries->Error());
+    return forTemporaries->Path();
 }
 
 // Files that are gone are nothing to worry about for who adds to a tags file: their old tags go. Else a list of which

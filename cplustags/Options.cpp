@@ -20,7 +20,8 @@ constexpr unsigned kLongestTimeLimit = 24 * 60 * 60;
 constexpr const char* kFooter =
     R"(Names are those on the command line and the lines of -L. Directories, devices and the like are passed over; a file
 that cannot be read is reported, and the others are tagged. Files are written to the tags file relative to its directory
-when they are below it. The old tags file stays as it is until the new one is complete.
+when they are below it. The old tags file stays as it is until the new one is complete. Nothing is written through a
+symbolic link that stands at its name, unless --follow-links says so.
 
 Environment:
   CPLUSTAGS_CTAGS       the Universal Ctags to run (default: ctags-universal, else ctags)
@@ -125,6 +126,9 @@ void Describe(CLI::App& app, Words& words)
         ->option_text("=NAME")
         ->check(AnyValue())
         ->take_last();
+    app.add_flag("--follow-links", options.followLinks,
+                 "Write the file that a link at -f points to (default: refuse links)")
+        ->check(NoValue());
     app.add_flag("--totals", options.totals, "Say at the end how much was done")->check(NoValue());
 }
 

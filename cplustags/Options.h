@@ -14,6 +14,7 @@ struct Options {
     std::string language;           // of --language-force; "" to go by the file names
     bool prototypes = false;        // --c-kinds=+p; of C++ too
     bool append = false;
+    bool followLinks = false; // write the file that a symbolic link at 'target' points to
     bool totals = false;
 
     // From the environment, since the command lines of the plug-in leave no room for them.

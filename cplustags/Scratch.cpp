@@ -1,17 +1,16 @@
 #include "cplustags/Scratch.h"
 
-#include "cplustags/NewFile.h"
+#include "cplustags/WorkingDirectory.h"
 
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace cplustags {
 
 namespace {
 
-constexpr const char* kMemory = "/dev/shm";
 constexpr unsigned long long kRoom = 64ull * 1024 * 1024;
+constexpr unsigned long long kFiles = 1024; // at a time there are at most three for each of the 64 jobs
 
 // Of nobody else: others may write to the directory around it.
 bool IsOurs(const std::string& directory)
@@ -21,33 +20,35 @@ bool IsOurs(const std::string& directory)
            (status.st_mode & 077) == 0;
 }
 
-bool HasRoom(const char* directory)
+// File systems without a limit for files say that they have 0.
+bool HasRoom(const SharedMemory& memory)
 {
     struct statvfs status;
-    return ::statvfs(directory, &status) == 0 && status.f_bavail * status.f_frsize >= kRoom;
+    return memory.room(memory.directory.c_str(), &status) == 0 && status.f_bavail * status.f_frsize >= kRoom &&
+           (status.f_files == 0 || status.f_favail >= kFiles);
 }
 
 } // namespace
 
-Scratch::Scratch(const std::string& otherPlace) : directory(otherPlace)
+Scratch::Scratch(const std::string& otherPlace, const SharedMemory& memory) : directory(otherPlace)
 {
-    if (!HasRoom(kMemory))
+    inMemory = memory.directory + "/cplustags-" + std::to_string(::geteuid());
+    if (IsOurs(inMemory))
+        RemoveAbandonedIn(inMemory); // it may be what fills the memory
+    if (!HasRoom(memory))
         return;
-    inMemory = kMemory + ("/cplustags-" + std::to_string(::geteuid()));
     ::mkdir(inMemory.c_str(), 0700);
-    if (!IsOurs(inMemory)) {
-        inMemory.clear();
+    if (!IsOurs(inMemory))
         return;
-    }
-    place = std::make_unique<NewFile>(inMemory + "/tags");
+    place = std::make_unique<WorkingDirectory>(inMemory, "tags");
     if (place->Error().empty())
-        directory = place->Directory();
+        directory = place->Path();
 }
 
 Scratch::~Scratch()
 {
     place.reset();
-    if (!inMemory.empty())
+    if (IsOurs(inMemory))
         ::rmdir(inMemory.c_str()); // unless another run is using it
 }
 

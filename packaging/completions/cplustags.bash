@@ -19,7 +19,7 @@ _cplustags()
     if [[ ! $option && $previous == -I ]]; then
         return 0
     elif [[ ! $option && $current == -* && $previous != -[fL] ]]; then
-        words='--help --version -f -L -I --append= --c-kinds= --excmd= --language-force= --totals'
+        words='--help --version -f -L -I --append= --c-kinds= --excmd= --language-force= --follow-links --totals'
     fi
     local IFS=$' \t\n'
     mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")

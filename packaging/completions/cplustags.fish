@@ -9,4 +9,5 @@ complete -c cplustags -l append -xa 'yes no' -d 'Keep what the tags file has of 
 complete -c cplustags -l c-kinds -xa '+p' -d 'Tag prototypes too'
 complete -c cplustags -l excmd -xa number -d 'Positions are line numbers'
 complete -c cplustags -l language-force -xa 'C C++ ObjectiveC' -d 'Take all sources for this language'
+complete -c cplustags -l follow-links -d 'Write the file that a link at -f points to'
 complete -c cplustags -l totals -d 'Say at the end how much was done'

@@ -11,6 +11,7 @@ _cplustags() {
         '--c-kinds=[tag prototypes too]:kinds:(+p)' \
         '--excmd=[positions are line numbers]:positions:(number)' \
         '--language-force=[take all sources for this language]:language:(C C++ ObjectiveC)' \
+        '--follow-links[write the file that a link at -f points to]' \
         '--totals[say at the end how much was done]' \
         '*:source:_files'
 }

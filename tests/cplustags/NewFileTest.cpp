@@ -1,15 +1,12 @@
 #include "cplustags/NewFile.h"
 
-#include "cplustags/Descriptor.h"
 #include "tests/support/TempDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <csignal>
-#include <fcntl.h>
 #include <iterator>
-#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -36,9 +33,9 @@ Texts Names(const std::string& directory)
     return names;
 }
 
-void Replace(const std::string& target, const std::string& text)
+void Replace(const std::string& target, const std::string& text, AtLink atLink = AtLink::Refuse)
 {
-    NewFile file(target);
+    NewFile file(target, atLink);
     ASSERT_EQ(file.Error(), "");
     EXPECT_TRUE(file.Write(text));
     EXPECT_TRUE(file.Commit()) << file.Error();
@@ -84,18 +81,60 @@ TEST(NewFile, HasTheOldFilesPermissionsOrThoseOfANewOne)
     EXPECT_EQ(fs::status(directory / "other").permissions(), fs::perms(0640));
 }
 
-TEST(NewFile, GoesWhereALinkPoints)
+TEST(NewFile, GoesWhereALinkPointsWhenLinksAreToBeFollowed)
 {
     const TempDirectory directory;
     directory.Write("real/tags", "old");
     fs::create_symlink("real/tags", directory / "tags");
     fs::create_symlink("real/new", directory / "dangling");
-    Replace(directory / "tags", "one");
-    Replace(directory / "dangling", "two");
+    Replace(directory / "tags", "one", AtLink::Follow);
+    Replace(directory / "dangling", "two", AtLink::Follow);
     EXPECT_TRUE(fs::is_symlink(directory / "tags"));
     EXPECT_EQ(Content(directory / "real/tags"), "one");
     EXPECT_TRUE(fs::is_symlink(directory / "dangling"));
     EXPECT_EQ(Content(directory / "real/new"), "two");
+}
+
+TEST(NewFile, IsRefusedWhereALinkStands)
+{
+    const TempDirectory directory;
+    directory.Write("real/tags", "old");
+    fs::create_directory_symlink("real", directory / "way");
+    for (const char* meant : {"tags", "new", "/none/anything", "link\x9b"}) {
+        fs::create_symlink(meant, directory / "real/link");
+        const std::string error = NewFile(directory / "way/link").Error();
+        EXPECT_NE(error.find(directory / "real/link is a symbolic link to "), std::string::npos) << error;
+        EXPECT_EQ(fs::read_symlink(directory / "real/link"), meant);
+        EXPECT_EQ(Names(directory / "real"), (Texts{"link", "tags"})) << "nothing was made";
+        fs::remove(directory / "real/link");
+    }
+    EXPECT_EQ(Content(directory / "real/tags"), "old");
+}
+
+TEST(NewFile, LeavesALinkThatWasPutThereMeanwhile)
+{
+    const TempDirectory directory;
+    directory.Write("the user's", "text");
+    {
+        NewFile file(directory / "tags");
+        EXPECT_TRUE(file.Write("new"));
+        fs::create_symlink("the user's", directory / "tags");
+        EXPECT_FALSE(file.Commit());
+        EXPECT_NE(file.Error().find("is a symbolic link to the user's"), std::string::npos) << file.Error();
+    }
+    EXPECT_EQ(Content(directory / "the user's"), "text");
+    EXPECT_EQ(Names(directory.Path()), (Texts{"tags", "the user's"}));
+}
+
+TEST(NewFile, LeavesTheOldFilesOtherNamesAsTheyAre)
+{
+    const TempDirectory directory;
+    directory.Write("the user's", "old");
+    fs::create_hard_link(directory / "the user's", directory / "tags");
+    Replace(directory / "tags", "new");
+    EXPECT_EQ(Content(directory / "tags"), "new");
+    EXPECT_EQ(Content(directory / "the user's"), "old");
+    EXPECT_EQ(fs::hard_link_count(directory / "the user's"), 1u);
 }
 
 TEST(NewFile, MayBeRelativeAndHaveTheLongestName)
@@ -224,36 +263,6 @@ TEST(NewFile, ThatCannotGrowLeavesTheOldOne)
     EXPECT_EQ(Names(directory.Path()), Texts{"tags"});
 }
 
-// A process that is killed while it writes.
-void KillWriter(const std::string& target)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        NewFile file(target);
-        file.Write(std::string(1000000, 'x'));
-        ::kill(::getpid(), SIGKILL);
-    }
-    int status;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFSIGNALED(status));
-}
-
-TEST(NewFile, RemovesWhatAKilledProcessLeft)
-{
-    const TempDirectory directory;
-    const std::string target = directory.Write("tags", "old");
-    directory.Write(".tags.cplustags-is no directory", "the user's");
-    KillWriter(target);
-    EXPECT_EQ(Content(target), "old");
-    EXPECT_EQ(Names(directory.Path()).size(), 3u);
-    KillWriter(directory / "other");
-    EXPECT_EQ(Names(directory.Path()).size(), 4u) << "what is left for another file is not looked at";
-    Replace(target, "new");
-    EXPECT_EQ(Names(directory.Path()).size(), 3u);
-    Replace(directory / "other", "new");
-    EXPECT_EQ(Names(directory.Path()), (Texts{".tags.cplustags-is no directory", "other", "tags"}));
-}
-
 TEST(NewFile, LeavesThoseAloneThatAreStillBeingWritten)
 {
     const TempDirectory directory;
@@ -264,38 +273,6 @@ TEST(NewFile, LeavesThoseAloneThatAreStillBeingWritten)
     EXPECT_EQ(Content(target), "second");
     EXPECT_TRUE(first.Commit()) << first.Error();
     EXPECT_EQ(Content(target), "first") << "the later one to end wins";
-}
-
-// Whatever a killed process may leave goes, and what only looks like it stays.
-TEST(NewFile, RemovesWhatWasItsOwnAndNothingElse)
-{
-    const TempDirectory directory;
-    directory.Write(".tags.cplustags-LocK01/lock", "");
-    directory.Write(".tags.cplustags-LocK02/lock", "");
-    directory.Write(".tags.cplustags-LocK02/new", "text");
-    directory.Write(".tags.cplustags-LocK02/temporary/file", "text");
-    fs::create_directories(directory / ".tags.cplustags-emPty0");
-    directory.Write(".tags.cplustags-backup/without a lock", "the user's");
-    directory.Write(".tags.cplustags-backups/lock", "the user's");
-    directory.Write(".tags.cplustags-a file/lock", "the user's");
-    directory.Write(".tags.cplustags-x.cplustags-LocK03/lock", "another target's");
-    directory.Write("real/lock", "the user's");
-    fs::create_symlink("real", directory / ".tags.cplustags-linked");
-    Replace(directory / "tags", "new");
-    EXPECT_EQ(Names(directory.Path()),
-              (Texts{".tags.cplustags-a file", ".tags.cplustags-backup", ".tags.cplustags-backups",
-                     ".tags.cplustags-linked", ".tags.cplustags-x.cplustags-LocK03", "real", "tags"}));
-    EXPECT_EQ(Names(directory / "real"), Texts{"lock"});
-    EXPECT_EQ(Names(directory / ".tags.cplustags-backup"), Texts{"without a lock"});
-}
-
-TEST(NewFile, WaitsForNobodyWhoHasLockedTheDirectory)
-{
-    const TempDirectory directory;
-    const Descriptor locked(::open(directory.Path().c_str(), O_RDONLY | O_DIRECTORY));
-    ASSERT_EQ(::flock(locked.Number(), LOCK_EX), 0);
-    Replace(directory / "tags", "new");
-    EXPECT_EQ(Content(directory / "tags"), "new");
 }
 
 // Newcomers look for what is abandoned while others have just made, and not yet locked, what is theirs.

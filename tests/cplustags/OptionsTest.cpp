@@ -57,6 +57,7 @@ TEST(Options, AreThoseOfTheTemplates)
     EXPECT_EQ(system.options.list, "-");
     EXPECT_FALSE(system.options.append);
     EXPECT_EQ(system.options.language, "");
+    EXPECT_FALSE(system.options.followLinks);
 
     const Reading compiler = ReadAll({"--language-force=C++", "-L", "list", "--append=yes"});
     EXPECT_EQ(compiler.status, -1) << compiler.errors;
@@ -65,6 +66,15 @@ TEST(Options, AreThoseOfTheTemplates)
     EXPECT_TRUE(compiler.options.append);
     EXPECT_FALSE(compiler.options.prototypes);
     EXPECT_EQ(compiler.options.target, "tags");
+    EXPECT_FALSE(compiler.options.followLinks);
+}
+
+TEST(Options, LinksAreFollowedOnlyWhenThatIsSaid)
+{
+    EXPECT_FALSE(ReadAll({"-f", "t", "a.c"}).options.followLinks);
+    const Reading reading = ReadAll({"--follow-links", "-f", "t", "a.c"});
+    EXPECT_EQ(reading.status, -1) << reading.errors;
+    EXPECT_TRUE(reading.options.followLinks);
 }
 
 TEST(Options, TheRestAreFiles)
@@ -114,6 +124,7 @@ const Refusal kRefusals[] = {
     {"no file", {"a.c", "-f"}, "-f"},
     {"an empty file", {"-f", "", "a.c"}, "-f"},
     {"totals of what", {"--totals=3", "a.c"}, "--totals"},
+    {"follow which links", {"--follow-links=yes", "a.c"}, "--follow-links"},
     {"nothing to tag", {"-f", "tags"}, "-L"},
     {"nothing at all", {}, "-L"},
 };
@@ -159,8 +170,8 @@ TEST(Options, HelpHasAllThereIsToKnow)
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.errors, "");
     for (const char* text : {"-f FILE", "-L LIST", "-I NAMES", "--append=yes", "--c-kinds=+p", "--excmd=number",
-                             "--language-force=NAME", "--totals", "--version", "CPLUSTAGS_CTAGS", "CPLUSTAGS_JOBS",
-                             "CPLUSTAGS_TIME_LIMIT", "Exit status", "Examples"})
+                             "--language-force=NAME", "--follow-links", "--totals", "--version", "CPLUSTAGS_CTAGS",
+                             "CPLUSTAGS_JOBS", "CPLUSTAGS_TIME_LIMIT", "Exit status", "Examples"})
         EXPECT_NE(help.output.find(text), std::string::npos) << text;
     for (std::istringstream lines(help.output); lines;) {
         std::string line;

@@ -1,0 +1,288 @@
+// What is left of killed runs, and what a hostile tree puts in its place.
+
+#include "cplustags/WorkingDirectory.h"
+
+#include "cplustags/NewFile.h"
+#include "cplustags/Scratch.h"
+#include "tests/support/TempDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fcntl.h>
+#include <iterator>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace cplustags {
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+std::string Content(const std::string& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+Texts Names(const std::string& directory)
+{
+    Texts names;
+    for (const auto& entry : fs::directory_iterator(directory))
+        names.push_back(entry.path().filename());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+void Replace(const std::string& target, const std::string& text)
+{
+    NewFile file(target);
+    ASSERT_EQ(file.Error(), "");
+    EXPECT_TRUE(file.Write(text));
+    EXPECT_TRUE(file.Commit()) << file.Error();
+}
+
+// Has a process of its own do something, and killed after it.
+template <class Action>
+void DoAndBeKilled(const Action& action)
+{
+    const pid_t child = ::fork();
+    if (child == 0) {
+        action([] { ::kill(::getpid(), SIGKILL); });
+        ::_exit(0);
+    }
+    int status;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+}
+
+void KillWriter(const std::string& target)
+{
+    DoAndBeKilled([&](const auto& beKilled) {
+        NewFile file(target);
+        file.Write(std::string(1000000, 'x'));
+        beKilled();
+    });
+}
+
+TEST(WorkingDirectory, OfAKilledProcessGoesWithTheNextOneWhateverItIsFor)
+{
+    const TempDirectory directory;
+    const std::string target = directory.Write("tags", "old");
+    directory.Write(".tags.cplustags-is no directory", "the user's");
+    for (const char* killed : {"tags", "tags.tmp", "other", ".hidden", "with.cplustags-inside"}) {
+        KillWriter(directory / killed);
+        EXPECT_EQ(Content(target), "old");
+        EXPECT_EQ(Names(directory.Path()).size(), 3u) << killed;
+        Replace(directory / "tags", "old");
+        EXPECT_EQ(Names(directory.Path()), (Texts{".tags.cplustags-is no directory", "tags"})) << killed;
+    }
+}
+
+TEST(WorkingDirectory, OfARunForAnotherFileStaysWhileThatRuns)
+{
+    const TempDirectory directory;
+    NewFile other(directory / "tags.tmp");
+    EXPECT_TRUE(other.Write("other"));
+    Replace(directory / "tags", "new");
+    EXPECT_TRUE(other.Commit()) << other.Error();
+    EXPECT_EQ(Content(directory / "tags.tmp"), "other");
+}
+
+// Whatever a killed process may leave goes, and what only looks like it stays.
+TEST(WorkingDirectory, RemovesWhatWasLeftAndNothingElse)
+{
+    const TempDirectory directory;
+    directory.Write(".tags.cplustags-LocK01/lock", "");
+    directory.Write(".tags.cplustags-LocK02/lock", "");
+    directory.Write(".tags.cplustags-LocK02/new", "text");
+    directory.Write(".tags.cplustags-LocK02/temporary/file", "text");
+    directory.Write(".tags.cplustags-x.cplustags-LocK03/lock", "another target's");
+    fs::create_directories(directory / ".tags.cplustags-emPty0");
+    directory.Write(".tags.cplustags-backup/without a lock", "the user's");
+    directory.Write(".tags.cplustags-backups/lock", "the user's");
+    directory.Write(".tags.cplustags-a file/lock", "the user's");
+    directory.Write("tags.cplustags-LocK04/lock", "the user's");
+    directory.Write(".cplustags-LocK05/lock", "the user's");
+    directory.Write("real/lock", "the user's");
+    fs::create_symlink("real", directory / ".tags.cplustags-linked");
+    Replace(directory / "tags", "new");
+    EXPECT_EQ(Names(directory.Path()),
+              (Texts{".cplustags-LocK05", ".tags.cplustags-a file", ".tags.cplustags-backup", ".tags.cplustags-backups",
+                     ".tags.cplustags-linked", "real", "tags", "tags.cplustags-LocK04"}));
+    EXPECT_EQ(Names(directory / "real"), Texts{"lock"});
+    EXPECT_EQ(Names(directory / ".tags.cplustags-backup"), Texts{"without a lock"});
+}
+
+// Beside what the user has stands a directory of a tree whose working directories are none.
+class HostileLeftovers : public testing::Test {
+protected:
+    HostileLeftovers()
+    {
+        directory.Write("home/file", "the user's");
+        directory.Write("home/below/file", "the user's");
+        directory.Write("tree/tags", "old");
+    }
+
+    // Every file and directory of the user, and none else, is as it was.
+    void ExpectHomeAsItWas() const
+    {
+        EXPECT_EQ(Names(directory / "home"), (Texts{"below", "file"}));
+        EXPECT_EQ(Names(directory / "home/below"), Texts{"file"});
+        EXPECT_EQ(Content(directory / "home/file"), "the user's");
+        EXPECT_EQ(Content(directory / "home/below/file"), "the user's");
+    }
+
+    std::string InTree(const std::string& leaf) const { return directory / "tree/" + leaf; }
+
+    const TempDirectory directory;
+};
+
+TEST_F(HostileLeftovers, LinksAreNotFollowed)
+{
+    const std::string home = directory / "home";
+    fs::create_symlink(home, InTree(".tags.cplustags-linked"));
+    directory.Write("tree/.tags.cplustags-LocK01/lock", "");
+    fs::create_symlink(home, InTree(".tags.cplustags-LocK01/directory"));
+    fs::create_symlink(home + "/file", InTree(".tags.cplustags-LocK01/new"));
+    directory.Write("tree/.tags.cplustags-LocK01/below/file", "");
+    fs::create_symlink(home, InTree(".tags.cplustags-LocK01/below/directory"));
+    fs::create_directory(InTree(".tags.cplustags-LocK02"));
+    fs::create_symlink(home + "/file", InTree(".tags.cplustags-LocK02/lock"));
+    fs::create_directory(InTree(".tags.cplustags-LocK03"));
+    fs::create_symlink(home + "/none", InTree(".tags.cplustags-LocK03/lock"));
+    fs::create_directory(InTree(".tags.cplustags-LocK04"));
+    fs::create_hard_link(home + "/file", InTree(".tags.cplustags-LocK04/lock"));
+    fs::create_hard_link(home + "/below/file", InTree(".tags.cplustags-LocK04/new"));
+    Replace(InTree("tags"), "new");
+    ExpectHomeAsItWas();
+    EXPECT_EQ(Names(directory / "tree"),
+              (Texts{".tags.cplustags-LocK02", ".tags.cplustags-LocK03", ".tags.cplustags-linked", "tags"}));
+}
+
+TEST_F(HostileLeftovers, NothingIsWaitedFor)
+{
+    fs::create_directory(InTree(".tags.cplustags-LocK01"));
+    ASSERT_EQ(::mkfifo(InTree(".tags.cplustags-LocK01/lock").c_str(), 0600), 0);
+    fs::create_directory(InTree(".tags.cplustags-LocK02"));
+    fs::create_directory(InTree(".tags.cplustags-LocK02/lock"));
+    directory.Write("tree/.tags.cplustags-LocK03/lock", "");
+    ASSERT_EQ(::mkfifo(InTree(".tags.cplustags-LocK03/new").c_str(), 0600), 0);
+    ASSERT_EQ(::mkfifo(InTree(".tags.cplustags-LocK04").c_str(), 0600), 0);
+    Replace(InTree("tags"), "new");
+    ExpectHomeAsItWas();
+    EXPECT_EQ(Names(directory / "tree"),
+              (Texts{".tags.cplustags-LocK01", ".tags.cplustags-LocK02", ".tags.cplustags-LocK04", "tags"}));
+}
+
+// So deep that no path reaches the end.
+TEST_F(HostileLeftovers, MayBeDeeperThanAnyPath)
+{
+    directory.Write("tree/.tags.cplustags-LocK01/lock", "");
+    const std::string name(200, 'n');
+    constexpr int kDepth = 40;
+    int level = ::open(InTree(".tags.cplustags-LocK01").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    for (int depth = 0; depth < kDepth; ++depth) {
+        ASSERT_EQ(::mkdirat(level, name.c_str(), 0700), 0);
+        const int next = ::openat(level, name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        ::close(level);
+        level = next;
+    }
+    ASSERT_EQ(::symlinkat((directory / "home").c_str(), level, "link"), 0);
+    ::close(level);
+    Replace(InTree("tags"), "new");
+    ExpectHomeAsItWas();
+    EXPECT_EQ(Names(directory / "tree"), (Texts{".tags.cplustags-LocK01", "tags"}));
+    EXPECT_EQ(Names(InTree(".tags.cplustags-LocK01")), (Texts{"lock", name})) << "no run of ours has left that";
+    EXPECT_EQ(std::system(("rm -rf '" + InTree(".tags.cplustags-LocK01") + "'").c_str()), 0);
+}
+
+TEST_F(HostileLeftovers, WaitForNobodyWhoHasLockedTheDirectory)
+{
+    const Descriptor locked(::open((directory / "tree").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_EQ(::flock(locked.Number(), LOCK_EX), 0);
+    Replace(InTree("tags"), "new");
+    EXPECT_EQ(Content(InTree("tags")), "new");
+}
+
+// Memory that says it has so many bytes and files left.
+SharedMemory Memory(const std::string& directory, unsigned long bytes, unsigned long files, unsigned long freeFiles)
+{
+    return {directory, [=](const char*, struct statvfs* room) {
+                *room = {};
+                room->f_frsize = 1;
+                room->f_bavail = bytes;
+                room->f_files = files;
+                room->f_favail = freeFiles;
+                return 0;
+            }};
+}
+
+constexpr unsigned long kMuch = 1ul << 30;
+
+TEST(Scratch, IsInMemoryWhereThereIsRoomForBytesAndForFiles)
+{
+    const TempDirectory directory;
+    fs::create_directory(directory / "shm");
+    const struct {
+        const char* why;
+        unsigned long bytes, files, freeFiles;
+        bool inMemory;
+    } cases[] = {
+        {"much of all", kMuch, kMuch, kMuch, true}, {"no limit for files", kMuch, 0, 0, true},
+        {"no bytes", 4096, kMuch, kMuch, false},    {"no files", kMuch, kMuch, 0, false},
+        {"a few files", kMuch, kMuch, 3, false},
+    };
+    for (const auto& c : cases) {
+        {
+            const Scratch scratch(directory / "other", Memory(directory / "shm", c.bytes, c.files, c.freeFiles));
+            EXPECT_EQ(scratch.Directory().rfind(directory / "shm/", 0) == 0, c.inMemory) << c.why;
+            EXPECT_EQ(scratch.Directory() == directory / "other", !c.inMemory) << c.why;
+            EXPECT_EQ(fs::is_directory(scratch.Directory()), c.inMemory) << c.why;
+        }
+        EXPECT_EQ(Names(directory / "shm"), Texts{}) << c.why;
+    }
+}
+
+TEST(Scratch, IsElsewhereWhereNothingCanBeMadeInMemory)
+{
+    const TempDirectory directory;
+    const std::string user = std::to_string(::geteuid());
+    fs::create_directory(directory / "shm");
+    directory.Write("file", "");
+    fs::create_directory(directory / "others");
+    fs::create_directory(directory / "home");
+    fs::create_directory(directory / "linked");
+    fs::create_symlink(directory / "home", directory / "linked/cplustags-" + user);
+    fs::create_directories(directory / "open/cplustags-" + user);
+    fs::permissions(directory / "open/cplustags-" + user, fs::perms(0777));
+    for (const char* memory : {"missing", "file", "linked", "open"}) {
+        const Scratch scratch(directory / "other", Memory(directory / memory, kMuch, kMuch, kMuch));
+        EXPECT_EQ(scratch.Directory(), directory / "other") << memory;
+    }
+    EXPECT_EQ(Names(directory / "home"), Texts{});
+    EXPECT_TRUE(fs::is_symlink(directory / "linked/cplustags-" + user));
+}
+
+TEST(Scratch, OfAKilledRunGoesAlsoWhenItLeavesNoRoom)
+{
+    const TempDirectory directory;
+    fs::create_directory(directory / "shm");
+    for (const unsigned long room : {kMuch, 0ul}) {
+        DoAndBeKilled([&](const auto& beKilled) {
+            const Scratch scratch(directory / "other", Memory(directory / "shm", kMuch, kMuch, kMuch));
+            std::ofstream(scratch.Directory() + "/temporary") << "text";
+            beKilled();
+        });
+        EXPECT_EQ(Names(directory / "shm").size(), 1u);
+        Scratch(directory / "other", Memory(directory / "shm", room, kMuch, kMuch));
+        EXPECT_EQ(Names(directory / "shm"), Texts{}) << room;
+    }
+}
+
+} // namespace
+} // namespace cplustags
