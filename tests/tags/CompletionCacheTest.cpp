@@ -473,6 +473,16 @@ TEST_F(CompletionCacheTest, BareNamesForPlainPatternsAndFullOnesForQualified)
         EXPECT_EQ(Completed(cache, row.pattern), row.names) << row.why;
 }
 
+// Template arguments are left out of the comparison, at any depth and behind outer scopes that have some too.
+TEST_F(CompletionCacheTest, FindsNamesInScopesWhoseTemplateArgumentsAreOnSeveralLevels)
+{
+    local.WriteTags(
+        TagsOf({"A<x>::Inner<Foo<y>>::fooA", "Inner<Foo<y>>::fooB", "Inner<y>::fooC", "A<x>::Other<Foo<y>>::fooD"}));
+    ASSERT_TRUE(Reloads());
+    EXPECT_EQ(Completed(cache, "Inner<Foo<z>>::foo"),
+              (Lines{"A<x>::Inner<Foo<y>>::fooA", "Inner<Foo<y>>::fooB", "Inner<y>::fooC"}));
+}
+
 TEST_F(CompletionCacheTest, APatternWithAColonFindsSelectors)
 {
     local.WriteTags(TagsOf({"initWith", "initWithFrame:", "initWithFrame:style:", "initWithFrames:"}));

@@ -411,6 +411,27 @@ TEST(TagFile, ACopyStartsClosedAndReadsForItself)
     original.Done();
 }
 
+TEST(TagFile, ACopyChecksDatesWhenItsOriginalDoes)
+{
+    const TagsFolder folder(TagLine("Foo", "empty.cpp", 1, "f"));
+    folder.directory.Write("empty.cpp", "");
+    const BEntry tags = folder.Entry();
+    for (const bool checkDates : {false, true}) {
+        const TagFile original(&tags, "Foo", checkDates);
+        TagFile copy(original);
+        std::string name;
+        std::string qualifier;
+        char kind;
+        EntryRef ref;
+        int line;
+        ASSERT_TRUE(copy.Rewind());
+        ASSERT_TRUE(copy.NextMatch(name, qualifier, kind, ref, line, false, TagFile::ExactMatch()));
+        copy.Done();
+        EXPECT_EQ(copy.OutOfDate(), checkDates);
+        EXPECT_FALSE(original.OutOfDate()) << "nobody has searched in it";
+    }
+}
+
 TEST(TagFile, ClosesOnlyWhenToldTo)
 {
     const TagsFolder folder(TagLine("Foo", "a.cpp", 1, "f"));

@@ -248,6 +248,32 @@ TEST(TagLines, NothingIsLearnedFromAFileThatChangesMeanwhile)
     }
 }
 
+// What is read then is of two files, one of which comes back: the order of the other is not its own.
+TEST(TagLines, NothingIsLearnedFromAFileThatChangesMeanwhileAndIsChangedBack)
+{
+    const std::string original = TagsOutOfOrder();
+    const std::string inOrder = ManyTags() + ManyTags("z");
+    ASSERT_EQ(original.size(), inOrder.size());
+    const TagsFolder folder(original);
+    const FileIdentity identity = IdentityOf(folder.Tags());
+    TagLines lines;
+    ASSERT_TRUE(lines.Open(folder.Tags().c_str()));
+    std::string_view line;
+    ASSERT_TRUE(lines.Next(line));
+    folder.WriteTags(inOrder);
+    std::string last;
+    while (lines.Next(line))
+        last = line;
+    lines.Close();
+    ASSERT_EQ(last, inOrder.substr(inOrder.size() - last.size())) << "the changed lines have been read";
+
+    folder.directory.Write("tags", original);
+    SetTime(folder.Tags(), identity.modified.tv_sec);
+    ASSERT_EQ(IdentityOf(folder.Tags()), identity) << "as if nothing had been changed";
+    EXPECT_FALSE(IsBisected(folder.Tags()));
+    EXPECT_EQ(Matches(folder.Entry(), "a13999").size(), 1u);
+}
+
 TEST(TagLines, NothingIsLearnedFromSmallFiles)
 {
     const TagsFolder folder(TagLine("name1", "a.cpp", 1, "f") + TagLine("name2", "a.cpp", 1, "f"));

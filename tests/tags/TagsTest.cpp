@@ -305,6 +305,22 @@ TEST_F(TagsTest, AnAbandonedSearchOfTheSystemsPathsIsGoneOnWith)
     EXPECT_EQ(AllPaths(tags), (Lines{"/system/a/x.h", "/system/b/x.h"})) << "unless there is no local file";
 }
 
+// The place in the local paths is the cache's, and outlives the search that left it there.
+TEST_F(TagsTest, EachSearchOfTheLocalPathsStartsAtTheFirst)
+{
+    local.WriteTags(TagLine("A", "/local/a/x.h", 1, "f") + TagLine("B", "/local/b/x.h", 1, "f"));
+    RemoveSystem();
+    std::string path;
+    Tags abandoned = Make("x.h");
+    ASSERT_TRUE(abandoned.Rewind());
+    ASSERT_TRUE(abandoned.NextFileMatch(path));
+    EXPECT_EQ(path, "/local/a/x.h");
+    abandoned.Done();
+
+    Tags tags = Make("x.h");
+    EXPECT_EQ(AllPaths(tags), (Lines{"/local/a/x.h", "/local/b/x.h"}));
+}
+
 TEST_F(TagsTest, SearchesForPathsFromTwoThreadsAtOnce)
 {
     std::string many;
