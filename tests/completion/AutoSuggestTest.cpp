@@ -83,7 +83,7 @@ TEST_F(AutoSuggestTest, ClosesWhatIsOpenWhereItWouldNotOpen)
         OpenList();
         UseLocalNames(row.tags);
         AutoSuggest(kOpening); // begins to load the new names
-        vetch::JoinThreads();
+        JoinThreads();
         ASSERT_EQ(Candidates(), kStrings);
         AutoSuggest(row.document);
         EXPECT_EQ(Candidates(), row.listed) << row.why;
@@ -290,7 +290,7 @@ TEST_F(AutoSuggestTest, AnotherDocumentsTagsAreLoadedAtItsFirstKey)
     OpenDocument(elsewhere);
     AutoSuggest("x = NSStr|;");
     EXPECT_EQ(Candidates(), kStrings) << "not yet";
-    vetch::JoinThreads();
+    JoinThreads();
     AutoSuggest("x = NSStr|;");
     EXPECT_EQ(Candidates(), Lines{"NSStrong"});
 }
@@ -304,7 +304,7 @@ TEST_F(AutoSuggestTest, NeverHasTagsMadeAnew)
     testing::internal::CaptureStdout();
     AutoSuggest("NSStr|");
     Suggest("NSStr|");
-    vetch::JoinThreads();
+    JoinThreads();
     std::fflush(stdout);
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "") << "no command was executed";
     EXPECT_EQ(host.Marked(), "NSString|");

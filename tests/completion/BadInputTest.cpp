@@ -89,12 +89,12 @@ TEST_F(CompletionBadInput, AFileThatVanishesWhileItIsReadKeepsWhatWasRead)
     HoldLocalTags();
     AutoSuggest("good|");
     {
-        std::ofstream writer(folder / "tags");
+        std::ofstream writer = OpenHeldTags();
         writer << TagsOf({"good"});
         std::filesystem::remove(folder / "tags");
         writer << TagsOf({"goods"});
     }
-    vetch::JoinThreads();
+    JoinThreads();
     AutoSuggest("good|");
     EXPECT_EQ(Candidates(), (Lines{"good", "goods"})) << "who has a file open reads it to its end";
 }
@@ -116,13 +116,13 @@ TEST_F(CompletionBadInput, AFileThatIsReplacedWhileItIsReadIsReadAgain)
 {
     HoldLocalTags();
     AutoSuggest("good|");
-    std::ofstream writer(folder / "tags");
+    std::ofstream writer = OpenHeldTags();
     UseLocalNames({"goods"}); // in its place
     writer << TagsOf({"good"});
     writer.close();
-    vetch::JoinThreads();
+    JoinThreads();
     AutoSuggest("good|");
-    vetch::JoinThreads();
+    JoinThreads();
     AutoSuggest("good|");
     EXPECT_EQ(Candidates(), Lines{"goods"});
 }
@@ -138,7 +138,7 @@ TEST_F(CompletionBadInput, AReloadAtEachKeyStrokeShowsNothingUntilItEnds)
             isLocal ? UseLocalNames({"goods", "goodness"}) : UseSystemNames({"goods", "goodness"});
             Press(key);
             EXPECT_FALSE(Shown()) << key << ": the names are being loaded, again";
-            vetch::JoinThreads();
+            JoinThreads();
         }
         Type("s");
         EXPECT_EQ(Candidates(), Lines{"goodness"});
@@ -156,7 +156,7 @@ TEST_F(CompletionBadInput, AReloadAtEachKeyStrokeLeavesTheListAsItIs)
         UseSystemNames({"goodnight"});
         Press(key);
         EXPECT_EQ(Candidates(), (Lines{"goodness", "goods"})) << key;
-        vetch::JoinThreads();
+        JoinThreads();
     }
     Type("e");
     EXPECT_EQ(Candidates(), Lines{"goodness"});

@@ -61,10 +61,16 @@ protected:
         ASSERT_TRUE(MakeHeldFile(folder / "tags"));
         SetTime(folder / "tags", NewTime());
     }
+    // Returns when the reader has opened the file too.
+    std::ofstream OpenHeldTags() const
+    {
+        const WaitLimit limit("the held tags file had been opened by its reader");
+        return std::ofstream(folder / "tags");
+    }
     void WriteHeldTags(const std::string& content) const
     {
-        std::ofstream(folder / "tags") << content;
-        vetch::JoinThreads();
+        OpenHeldTags() << content;
+        JoinThreads();
     }
     void OpenDocument(const TempDirectory& directory)
     {
@@ -93,7 +99,7 @@ protected:
     {
         const FakeHost before = host;
         AutoSuggest("a name that nothing begins with: qqqqqq|");
-        vetch::JoinThreads();
+        JoinThreads();
         AutoSuggest("a name that nothing begins with: qqqqqq|");
         host = before;
     }

@@ -63,6 +63,7 @@ TEST_F(CompletionThreads, RefillingWhileAnEntryIsInvoked)
     });
     start.Open();
     size_t chosen = 0;
+    const WaitLimit limit("an entry had been chosen");
     for (int round = 0; round < 300 || chosen == 0; ++round) {
         host.SetMarked(round % 2 == 0 ? "x = good|;" : "x = goodn|;");
         {
@@ -142,7 +143,7 @@ TEST_F(CompletionThreads, LoadsThatRaceKeyStrokes)
 
     UseLocalNames({"goodbye"});
     UseSystemNames({"goods"});
-    vetch::JoinThreads();
+    JoinThreads();
     LoadNames();
     AutoSuggest("good|");
     EXPECT_EQ(Candidates(), (Lines{"goodbye", "goods"}));

@@ -3,6 +3,7 @@
 
 #include "tests/support/RunProgram.h"
 #include "tests/support/TempDirectory.h"
+#include "tests/support/WaitLimit.h"
 
 #include <filesystem>
 #include <string>
@@ -39,6 +40,7 @@ public:
     // Runs it as system() would, in an empty directory or the one given. Its status, and all that it said.
     ProgramRun Run(const std::string& command, const std::string& home, const std::string& in = "") const
     {
+        const WaitLimit limit("the shell had run its command");
         return RunProgram({"/bin/sh", "-c", command}, in.empty() ? files / "empty" : in,
                           {{"PATH", files / "bin"}, {"RECORDS", files / "records"}, {"HOME", home}});
     }

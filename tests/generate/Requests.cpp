@@ -1,5 +1,6 @@
 #include "tests/generate/Requests.h"
 
+#include "tests/support/WaitLimit.h"
 #include "vetch/support/ShellCommand.h"
 
 #include <cerrno>
@@ -102,6 +103,7 @@ Requests::~Requests()
 
 std::vector<Requests::Commands> Requests::Take()
 {
+    const WaitLimit limit("all threads that generate tags had ended");
     std::unique_lock lock(state.mutex);
     state.ended.wait(lock, [] { return state.running == 0; });
     std::vector<Commands> taken;

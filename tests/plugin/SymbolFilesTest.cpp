@@ -63,7 +63,7 @@ TEST_F(SymbolFiles, OfTheSystemAreFoundFromTheSecondQuestionOn)
         return home / "Library/Caches/SystemHeaderTags";
     }());
     EXPECT_EQ(FilesOf("view.h", 0), Calls{});
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_EQ(FilesOf("view.h", 2), Calls{"/usr/include/view.h"});
 }
 

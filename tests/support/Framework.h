@@ -1,6 +1,7 @@
 // The framework around a unit test: an application, a screen that nobody sees, and a clock that stands still.
 #pragma once
 
+#include "tests/support/WaitLimit.h"
 #include "vetch/app/BApplication.h"
 #include "vetch/app/Loop.h"
 #include "vetch/app/Modifiers.h"
@@ -72,7 +73,7 @@ public:
     ~Framework()
     {
         QuitWindows();
-        vetch::JoinThreads();
+        JoinThreads();
         application.reset();
         vetch::UseRealClock();
     }
@@ -82,9 +83,14 @@ public:
     vetch::HeadlessDisplay display;
     std::unique_ptr<RecordingApplication> application;
 
-    void Settle() { vetch::Settle(); }
+    void Settle()
+    {
+        const WaitLimit limit("the windows had nothing more to do");
+        vetch::Settle();
+    }
     void QuitWindows()
     {
+        const WaitLimit limit("the windows had quit");
         for (const vetch::LooperToken token : vetch::Loopers())
             if (BLooper* looper = vetch::FindLooper(token); looper != nullptr && looper != be_app)
                 looper->Quit();

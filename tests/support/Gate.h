@@ -1,6 +1,8 @@
 // Where threads of a test wait for each other.
 #pragma once
 
+#include "tests/support/WaitLimit.h"
+
 #include <condition_variable>
 #include <mutex>
 
@@ -15,6 +17,7 @@ public:
     }
     void Wait()
     {
+        const WaitLimit limit("the test's gate had been opened");
         std::unique_lock lock(mutex);
         changed.wait(lock, [this] { return open; });
     }

@@ -4,7 +4,6 @@
 #include "tags/NameAndQualifier.h"
 #include "tags/Tags.h"
 #include "tests/tags/TagsFolder.h"
-#include "vetch/support/FThread.h"
 
 #include <algorithm>
 #include <random>
@@ -98,7 +97,7 @@ void ReplaceByRename(const TagsFolder& folder, const std::string& tags)
 
 class CompletionCacheTest : public testing::Test {
 protected:
-    ~CompletionCacheTest() override { vetch::JoinThreads(); }
+    ~CompletionCacheTest() override { JoinThreads(); }
 
     bool Load() { return ::Load(cache, local.Entry(), system.Entry()); }
 
@@ -106,7 +105,7 @@ protected:
     bool Reloads(const BEntry& localTags, const BEntry& systemTags)
     {
         const bool starts = !::Load(cache, localTags, systemTags);
-        vetch::JoinThreads();
+        JoinThreads();
         EXPECT_TRUE(::Load(cache, localTags, systemTags)) << "one load is enough";
         return starts;
     }
@@ -178,7 +177,7 @@ TEST_F(CompletionCacheTest, LoadsInTheBackgroundAndRefusesSearchesMeanwhile)
     Tags tags = Make(held.Entry(), system.Entry());
     EXPECT_FALSE(cache.LoadIfNeeded(tags, false));
     held.Open() << TagsOf({"heldName"});
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_TRUE(cache.LoadIfNeeded(tags, false));
     EXPECT_EQ(Completed(cache, "heldN"), Lines{"heldName"});
     EXPECT_EQ(Completed(cache, "system"), Lines{"systemName"});
@@ -195,7 +194,7 @@ TEST_F(CompletionCacheTest, RefusesSearchesWhileOneHalfIsLoadedAnew)
     const bool inBackground = cache.LoadIfNeeded(tags, true);
     const bool inForeground = cache.LoadIfNeeded(tags, false);
     held.Open() << TagsOf({"heldName"});
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_FALSE(inBackground);
     EXPECT_FALSE(inForeground);
     EXPECT_TRUE(cache.LoadIfNeeded(tags, true));
@@ -206,7 +205,7 @@ TEST_F(CompletionCacheTest, NeverLoadsInTheForeground)
 {
     Tags tags = Make(local.Entry(), system.Entry());
     EXPECT_TRUE(cache.LoadIfNeeded(tags, false));
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_EQ(Completed(cache, "local"), Lines{}) << "the cache is searched as it is";
     EXPECT_TRUE(Reloads());
     EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
@@ -362,7 +361,7 @@ TEST_F(CompletionCacheTest, WithoutASystemPathItIsAlwaysLoading)
 {
     for (int key = 0; key < 3; ++key) {
         EXPECT_FALSE(::Load(cache, local.Entry(), BEntry()));
-        vetch::JoinThreads();
+        JoinThreads();
     }
 }
 
@@ -381,12 +380,12 @@ TEST_F(CompletionCacheTest, AFileWrittenWhileItIsReadIsReadAgain)
             writer << TagsOf({"first"});
             SetTime(held.Path(), NewTime());
         }
-        vetch::JoinThreads();
+        JoinThreads();
         const bool isLoaded = load();
         EXPECT_FALSE(isLoaded) << "later than when the load began";
         if (!isLoaded)
             held.Open() << TagsOf({"second"});
-        vetch::JoinThreads();
+        JoinThreads();
         EXPECT_EQ(Completed(cache, "first"), Lines{});
         EXPECT_EQ(Completed(cache, "second"), Lines{"second"});
     }
@@ -405,10 +404,10 @@ TEST_F(CompletionCacheTest, AFileReplacedBetweenItsReadingAndTheEndOfTheLoadIsRe
             const std::ofstream writer = held.Open();
             change(local, TagsOf({"both", "second"}));
         }
-        vetch::JoinThreads();
+        JoinThreads();
         EXPECT_EQ(Completed(cache, ""), (Lines{"both", "first"})) << "all of the old names";
         EXPECT_FALSE(load()) << "and then the new ones";
-        vetch::JoinThreads();
+        JoinThreads();
         EXPECT_TRUE(load());
         EXPECT_EQ(Completed(cache, ""), (Lines{"both", "second"}));
     }

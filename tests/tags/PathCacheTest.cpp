@@ -1,7 +1,6 @@
 #include "tags/PathCache.h"
 
 #include "tests/tags/TagsFolder.h"
-#include "vetch/support/FThread.h"
 
 namespace {
 
@@ -187,7 +186,7 @@ TEST(PathCache, LoadsInTheBackground)
     const TagsFolder folder(TagsOf({"/b/x.h", "/a/x.h"}));
     PathCache cache;
     EXPECT_FALSE(LoadInBackground(cache, folder.Entry()));
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_TRUE(LoadInBackground(cache, folder.Entry()));
     EXPECT_EQ(Found(cache, "x.h"), (Lines{"/a/x.h", "/b/x.h"}));
     EXPECT_EQ(cache.FileTime(), Reader(folder.Entry()).TagTime());
@@ -202,7 +201,7 @@ TEST(PathCache, LoadsOneFileAtATime)
     EXPECT_FALSE(LoadInBackground(cache, other.Entry()));
     EXPECT_FALSE(LoadNow(cache, other.Entry())) << "nor does it load at once what is being loaded";
     held.Open() << TagsOf({"/held/x.h"});
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_TRUE(LoadInBackground(cache, other.Entry()));
     EXPECT_EQ(Found(cache, "x.h"), Lines{"/held/x.h"});
 }
@@ -224,7 +223,7 @@ TEST(PathCache, AFlushDuringALoadChangesNothing)
     cache.FlushIfNeeded(&otherTags);
     EXPECT_FALSE(LoadInBackground(cache, otherTags)) << "still the first load";
     writer.close();
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_TRUE(LoadInBackground(cache, otherTags));
     EXPECT_EQ(Found(cache, "x.h").size(), kFiles);
 }
@@ -236,14 +235,14 @@ TEST(PathCache, ABackgroundLoadThatCannotOpenItsFileNeverEnds)
     std::filesystem::remove(folder.Tags());
     PathCache cache;
     EXPECT_FALSE(LoadInBackground(cache, tags));
-    vetch::JoinThreads();
+    JoinThreads();
 
     folder.WriteTags(TagsOf({"/a/x.h"}));
     EXPECT_FALSE(LoadInBackground(cache, tags));
     cache.FlushIfNeeded(&tags);
     EXPECT_FALSE(LoadInBackground(cache, tags)) << "a flush does not help";
     EXPECT_FALSE(LoadNow(cache, tags));
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_EQ(Found(cache, "x.h"), Lines{});
 }
 
@@ -258,7 +257,7 @@ TEST(PathCache, LeavesNoFileOpen)
     EXPECT_TRUE(now.LoadIfNeeded(open, false)) << "a reader that is open is closed first";
     PathCache later;
     EXPECT_FALSE(LoadInBackground(later, tags));
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_EQ(OpenDescriptors(), before);
 }
 

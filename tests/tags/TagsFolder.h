@@ -4,6 +4,7 @@
 #include "tags/TagFile.h"
 #include "tests/support/HeldFile.h"
 #include "tests/support/TempDirectory.h"
+#include "tests/support/WaitLimit.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 
@@ -76,7 +77,11 @@ public:
     std::string Path() const { return directory / "tags"; }
 
     // Returns when the reader has opened the file too; it ends when what this returns is closed.
-    std::ofstream Open() const { return std::ofstream(Path()); }
+    std::ofstream Open() const
+    {
+        const WaitLimit limit("the held tags file had been opened by its reader");
+        return std::ofstream(Path());
+    }
 
 private:
     TempDirectory directory;

@@ -2,7 +2,6 @@
 
 #include "tags/PathCache.h"
 #include "tests/tags/TagsFolder.h"
-#include "vetch/support/FThread.h"
 
 #include <thread>
 
@@ -11,7 +10,7 @@ namespace {
 // A local and a system's tags file. The local sources are a.cpp and b.h of one directory, the system's of another.
 class TagsTest : public testing::Test {
 protected:
-    ~TagsTest() override { vetch::JoinThreads(); }
+    ~TagsTest() override { JoinThreads(); }
 
     Tags Make(const std::string& pattern, bool checkDates = false) const
     {
@@ -216,7 +215,7 @@ TEST_F(TagsTest, FindsTheSystemsPathsOnlyOnceTheyAreLoaded)
     const long before = OpenDescriptors();
     Tags tags = Make("x.h");
     EXPECT_EQ(AllPaths(tags), (Lines{"/local/a/x.h", "/local/b/x.h"})) << "the system's are being loaded";
-    vetch::JoinThreads();
+    JoinThreads();
     EXPECT_EQ(AllPaths(tags), (Lines{"/local/a/x.h", "/local/b/x.h", "/system/x.h"}));
     EXPECT_EQ(OpenDescriptors(), before);
 }
@@ -240,7 +239,7 @@ TEST_F(TagsTest, AnUnreadableLocalFileHasNoPaths)
     system.WriteTags(TagLine("A", "/system/x.h", 1, "f"));
     Tags first = Make("x.h");
     AllPaths(first);
-    vetch::JoinThreads();
+    JoinThreads();
 
     SetTime(local.Tags(), NewTime());
     Tags tags = Make("x.h");
@@ -263,7 +262,7 @@ TEST_F(TagsTest, GoesOnWithTheSystemsPathsWhileTheLocalAreNotLoaded)
         PathCache::LocalTagCache().LoadIfNeeded(reader, true); // a load that never ends
         Tags tags = Make("x.h");
         AllPaths(tags);
-        vetch::JoinThreads();
+        JoinThreads();
         return AllPaths(tags) == Lines{"/system/x.h"} ? 0 : 1;
     };
     GTEST_FLAG_SET(death_test_style, "threadsafe");
@@ -288,7 +287,7 @@ TEST_F(TagsTest, AnAbandonedSearchOfTheSystemsPathsIsGoneOnWith)
     system.WriteTags(TagLine("A", "/system/a/x.h", 1, "f") + TagLine("B", "/system/b/x.h", 1, "f"));
     Tags tags = Make("x.h");
     AllPaths(tags);
-    vetch::JoinThreads();
+    JoinThreads();
     std::string path;
     ASSERT_TRUE(tags.Rewind());
     ASSERT_TRUE(tags.NextFileMatch(path));
@@ -342,7 +341,7 @@ TEST_F(TagsTest, SearchesForPathsFromTwoThreadsAtOnce)
     std::thread other(search);
     search();
     other.join();
-    vetch::JoinThreads();
+    JoinThreads();
     Tags tags = Make("x.h");
     Lines all = AllPaths(tags); // from where the last search has left off
     all = AllPaths(tags);

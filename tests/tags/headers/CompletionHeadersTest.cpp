@@ -5,6 +5,7 @@
 #include "tags/Tags.h"
 
 #include "tests/support/ExpectedMatches.h"
+#include "tests/support/WaitLimit.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/support/FThread.h"
 
@@ -31,7 +32,11 @@ TEST(CompletionHeaders, WhatTypingOffersIsWhatAnotherProgramReads)
     CompletionCache cache;
     Tags tags = TagsFor("");
     ASSERT_FALSE(cache.LoadIfNeeded(tags, true));
-    vetch::JoinThreads();
+    constexpr time_t kSeconds = 300; // there are a million names, and sanitizers
+    {
+        const WaitLimit limit("all names had been loaded", kSeconds);
+        vetch::JoinThreads();
+    }
     ASSERT_TRUE(cache.LoadIfNeeded(tags, true)) << "one load serves all prefixes";
     size_t names = 0;
     for (const ExpectedLookup& lookup : lookups) {
