@@ -1,5 +1,7 @@
 #include "cplustags/Options.h"
 
+#include "cplustags/Paths.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <charconv>
@@ -222,7 +224,7 @@ Options ReadOptions(int argc, const char* const* argv, int* status)
     } catch (const CLI::Success& success) {
         *status = app.exit(success);
     } catch (const std::runtime_error& error) { // CLI11's errors, and ours
-        std::cerr << "cplustags: " << error.what() << "\nRun cplustags --help for what can be given.\n";
+        std::cerr << "cplustags: " << ShownLines(error.what()) << "\nRun cplustags --help for what can be given.\n";
         *status = kWrongUsage;
     }
     return {};

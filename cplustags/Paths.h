@@ -17,7 +17,11 @@ std::string AbsolutePath(std::string_view name, std::string_view directory);
 // The directory of an absolute path, without "/" at its end.
 std::string DirectoryOf(std::string_view path);
 
-// For a message of one line: control characters as escapes, the middle of a very long text left out.
+// For a message of one line: control characters as escapes, the middle of a very long text left out. Control characters
+// are those from U+0080 to U+009f too, and the same as bytes that are no UTF-8; all other bytes stay.
 std::string Shown(std::string_view text);
+
+// The same for what another program has said: line breaks stay, and nothing is left out.
+std::string ShownLines(std::string_view text);
 
 } // namespace cplustags

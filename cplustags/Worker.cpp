@@ -260,7 +260,7 @@ void Worker::Fail(Process& process, int status)
     std::string lastWords = process->LastWords();
     while (!lastWords.empty() && lastWords.back() == '\n')
         lastWords.pop_back();
-    tagger.Fail(settings.ctags + " " + HowItEnded(status) + (lastWords.empty() ? "" : ":\n" + lastWords));
+    tagger.Fail(settings.ctags + " " + HowItEnded(status) + (lastWords.empty() ? "" : ":\n" + ShownLines(lastWords)));
     process.reset();
 }
 

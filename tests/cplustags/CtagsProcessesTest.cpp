@@ -181,6 +181,8 @@ TEST_F(CtagsProcesses, AnotherFailureIsAFailureOfAll)
         const char* words;
     } cases[] = {
         {"its own", "b.c) echo 'a disk is full' >&2; exit 3;;\n", "failed with status 3:\na disk is full\n"},
+        {"its own, with commands for terminals", "b.c) printf 'a \\033[2J \\302\\233K\\nb\\n' >&2; exit 3;;\n",
+         "failed with status 3:\na \\x1b[2J \\xc2\\x9bK\nb\n"},
         {"it ends too early", "b.c) exit 0;;\n", "ended before its work was done"},
         {"memory ran out", "b.c) kill -KILL $$;;\n", "was killed (Killed)"},
         {"somebody stopped it", "b.c) kill -TERM $$;;\n", "was killed (Terminated)"},

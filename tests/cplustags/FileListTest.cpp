@@ -61,8 +61,25 @@ struct Listing {
     bool hasNames = false;
 };
 
+// Root may read everything, so root becomes somebody else for as long as this lives. Whoever that is may not go back to the
+// directory in which the test was started.
+class AsNobody {
+public:
+    explicit AsNobody(bool isWanted) : isRoot(isWanted && ::geteuid() == 0)
+    {
+        EXPECT_TRUE(!isRoot || ::seteuid(65534) == 0);
+    }
+    ~AsNobody() { EXPECT_TRUE(!isRoot || ::seteuid(0) == 0); }
+
+private:
+    const bool isRoot;
+};
+
+enum class Reader { Anybody, NotRoot };
+
 // What is given for files of the command line and the text of a list; relative names are found from 'directory'.
-Listing List(const TempDirectory& directory, const Names& files, const std::string& list)
+Listing List(const TempDirectory& directory, const Names& files, const std::string& list,
+             Reader reader = Reader::Anybody)
 {
     const fs::path before = fs::current_path();
     fs::current_path(directory.Path());
@@ -72,6 +89,7 @@ Listing List(const TempDirectory& directory, const Names& files, const std::stri
     names.Write(list);
     names.Close();
     {
+        const AsNobody nobody(reader == Reader::NotRoot);
         Progress progress(messages.Writing());
         FileList all(files, names.Reading(), directory.Path(), progress, GoOn);
         for (std::string path; all.Next(path);)
@@ -133,23 +151,12 @@ TEST(FileList, ReportsWhatCannotBeRead)
                                 "cplustags: cannot read a.c\\x00b.c: No such file or directory\n");
 }
 
-// Root may read everything, so root becomes somebody else for as long as a test.
-class AsNobody {
-public:
-    AsNobody() { EXPECT_TRUE(!isRoot || ::seteuid(65534) == 0); }
-    ~AsNobody() { EXPECT_TRUE(!isRoot || ::seteuid(0) == 0); }
-
-private:
-    const bool isRoot = ::geteuid() == 0;
-};
-
 TEST(FileList, ReportsWhatMayNotBeRead)
 {
     const TempDirectory directory;
     fs::permissions(directory.Path(), fs::perms(0755));
     fs::permissions(directory.Write("secret.c", ""), fs::perms::none);
-    const AsNobody nobody;
-    const Listing listing = List(directory, {"secret.c"}, "");
+    const Listing listing = List(directory, {"secret.c"}, "", Reader::NotRoot);
     EXPECT_EQ(listing.paths, Names{});
     EXPECT_EQ(listing.unreadable, 1u);
     EXPECT_EQ(listing.messages, "cplustags: cannot read secret.c: Permission denied\n");

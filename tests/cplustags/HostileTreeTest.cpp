@@ -183,6 +183,23 @@ TEST_F(HostileTree, OtherNamesOfTheOldTagsFileKeepWhatTheyHave)
     }
 }
 
+TEST_F(HostileTree, ItsNamesGiveNoCommandsToATerminal)
+{
+    const std::string name = "tree/\x1b[2J\xc2\x9bK\x9bK";
+    const std::string shown = "tree/\\x1b[2J\\xc2\\x9bK\\x9bK";
+    fs::create_symlink(name + ".c", work / name + ".c");
+    work.Write(name + ".h", "int " + std::string(1100, 'x') + ";\n");
+    work.Write(name + "\t.h", "int tab;\n");
+    const ProgramRun run = work.Run({"-f", "tree/tags", name + ".c", name + ".h", name + "\t.h"});
+    EXPECT_NE(run.errors.find("cannot read " + shown + ".c"), std::string::npos) << run.errors;
+    EXPECT_NE(run.errors.find(shown + "\\t.h is left out"), std::string::npos) << run.errors;
+    EXPECT_EQ(run.errors.find_first_of("\x1b\x9b"), std::string::npos) << run.errors;
+    fs::create_symlink(name, work / name);
+    const ProgramRun refused = work.Run({"-f", name, "tree/a.c"});
+    EXPECT_NE(refused.errors.find(shown + " is a symbolic link to " + shown), std::string::npos) << refused.errors;
+    EXPECT_EQ(refused.errors.find_first_of("\x1b\x9b"), std::string::npos) << refused.errors;
+}
+
 TEST_F(HostileTree, ALinkIsRefusedWhereAnEmptyListWouldMakeAFile)
 {
     fs::create_symlink("../home/file", work / "tree/tags");

@@ -124,6 +124,7 @@ const Refusal kRefusals[] = {
     {"no file", {"a.c", "-f"}, "-f"},
     {"an empty file", {"-f", "", "a.c"}, "-f"},
     {"totals of what", {"--totals=3", "a.c"}, "--totals"},
+    {"commands for a terminal", {"--a\x1b[2J\xc2\x9bK"}, "--a\\x1b[2J\\xc2\\x9bK"},
     {"follow which links", {"--follow-links=yes", "a.c"}, "--follow-links"},
     {"nothing to tag", {"-f", "tags"}, "-L"},
     {"nothing at all", {}, "-L"},

@@ -107,5 +107,52 @@ TEST(Shown, IsOneLineThatHarmsNoTerminal)
     EXPECT_LE(Shown(std::string(100'000, 'x')).size(), 600u);
 }
 
+TEST(Shown, HasNoControlCharactersOfTheUpperHalf)
+{
+    const struct {
+        const char* why;
+        const char* text;
+        const char* shown;
+    } cases[] = {
+        {"the first one, in UTF-8", "a\xc2\x80z", "a\\xc2\\x80z"},
+        {"one that begins commands", "a\xc2\x9bz", "a\\xc2\\x9bz"},
+        {"the last one", "a\xc2\x9fz", "a\\xc2\\x9fz"},
+        {"the character behind them", "a\xc2\xa0z", "a\xc2\xa0z"},
+        {"stray bytes", "a\x80\x9b\x9fz", "a\\x80\\x9b\\x9fz"},
+        {"a byte behind them", "a\xa0z", "a\xa0z"},
+        {"such bytes in characters", "\xc5\x9b \xe2\x82\xac \xf0\x9f\x98\x80",
+         "\xc5\x9b \xe2\x82\xac \xf0\x9f\x98\x80"},
+        {"a character without its end", "\xe2\x82", "\xe2\\x82"},
+        {"with another's beginning in it", "\xe2\x82\xc2\x9b", "\xe2\\x82\\xc2\\x9b"},
+        {"one that is written too long", "\xe0\x82\x9b \xf0\x80\x82\x9b \xc1\x9b",
+         "\xe0\\x82\\x9b \xf0\\x80\\x82\\x9b \xc1\\x9b"},
+        {"half a character of UTF-16", "\xed\xa0\x9b", "\xed\xa0\\x9b"},
+        {"behind the last character", "\xf4\x90\x80\x9b \xf5\x80\x80\x9b", "\xf4\\x90\\x80\\x9b \xf5\\x80\\x80\\x9b"},
+        {"the last characters", "\xf4\x8f\xbf\xbf \xef\xbf\xbd \xed\x9f\xbf",
+         "\xf4\x8f\xbf\xbf \xef\xbf\xbd \xed\x9f\xbf"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Shown(c.text), c.shown) << c.why;
+}
+
+TEST(Shown, CutsNoCharacterIntoControlCharacters)
+{
+    for (size_t before = 0; before < 4; ++before) {
+        std::string text(before, 'x');
+        while (text.size() < 1000)
+            text += "\xf0\x9f\x98\x80";
+        const std::string shown = Shown(text);
+        EXPECT_EQ(ShownLines(shown), shown) << before;
+        EXPECT_LT(shown.size(), text.size()) << before;
+    }
+}
+
+TEST(ShownLines, KeepsTheLinesOfAnothersComplaint)
+{
+    EXPECT_EQ(ShownLines("one\x1b[2J\n\ttwo\xc2\x9b\n"), "one\\x1b[2J\n\\ttwo\\xc2\\x9b\n");
+    EXPECT_EQ(ShownLines(""), "");
+    EXPECT_EQ(ShownLines("\n\nx"), "\n\nx");
+}
+
 } // namespace
 } // namespace cplustags
