@@ -72,6 +72,7 @@ private:
     void Write();
     void WriteFile(const TagsCount& count, LineSources lines);
     void WriteOutput(const TagsCount& count, LineSources lines);
+    void SayWhatIsTooLong() const;
     void SaySummary(const TagsCount& count) const;
 
     const Options& options;
@@ -264,6 +265,8 @@ void Job::Write()
         WriteFile(count, std::move(lines));
     else
         WriteOutput(count, std::move(lines));
+    if (!Interrupted())
+        SayWhatIsTooLong();
     if (options.totals && !Interrupted())
         SaySummary(count);
 }
@@ -286,6 +289,14 @@ void Job::WriteOutput(const TagsCount& count, LineSources lines)
     const auto write = [&output](std::string_view text) { return !Interrupted() && output.Write(text); };
     if (!WriteTags(count, std::move(lines), write) || !output.Flush())
         throw Failure("cannot write to standard output: " + Reason());
+}
+
+void Job::SayWhatIsTooLong() const
+{
+    if (tagger == nullptr || tagger->TooLong().empty())
+        return;
+    const auto name = [this](unsigned file) { return Shown(PathOfField(tagger->Fields()[file], directory)); };
+    progress.Say(TooLongText(tagger->TooLong(), name));
 }
 
 void Job::SaySummary(const TagsCount& count) const

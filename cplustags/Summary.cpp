@@ -1,6 +1,9 @@
 #include "cplustags/Summary.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <utility>
+#include <vector>
 
 namespace cplustags {
 
@@ -48,6 +51,24 @@ std::string SummaryText(const Tagger::Counts& counts, size_t unnameable, const T
     losses.AddFiles(unnameable, "had a name that cannot be written");
     losses.AddTags(counts.tooLong, "too long");
     return text + losses.Text();
+}
+
+std::string TooLongText(const TagsByFile& tooLong, const std::function<std::string(unsigned file)>& name)
+{
+    constexpr size_t kMostNamed = 3;
+    std::vector<std::pair<unsigned, size_t>> files(tooLong.begin(), tooLong.end());
+    std::stable_sort(files.begin(), files.end(), [](const auto& a, const auto& b) { return a.second > b.second; });
+    size_t tags = 0;
+    std::string named;
+    for (size_t i = 0; i < files.size(); ++i) {
+        tags += files[i].second;
+        if (i < kMostNamed)
+            named += (i == 0 ? "" : ", ") + std::to_string(files[i].second) + " of " + name(files[i].first);
+    }
+    const size_t others = files.size() - std::min(files.size(), kMostNamed);
+    return Number(tags, "tag") + (tags == 1 ? " is" : " are") +
+           " left out, since no reader takes lines that long: " + named +
+           (others == 0 ? "" : ", and the rest of " + Number(others, "other file"));
 }
 
 } // namespace cplustags

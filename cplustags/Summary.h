@@ -5,6 +5,7 @@
 #include "cplustags/TagsWriter.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 namespace cplustags {
@@ -13,5 +14,9 @@ namespace cplustags {
 // not be. 'unnameable' are files whose names no line of a tags file can hold; 'inFile' is what the tags file has now, which
 // is said when there is more in it.
 std::string SummaryText(const Tagger::Counts& counts, size_t unnameable, const TagsCount& inFile, double seconds);
+
+// "3 tags are left out, since no reader takes lines that long: 2 of /p/a.c, 1 of /p/b.c": for the files with the most of
+// them, and how many more files there are. 'name' is what a file is called in messages.
+std::string TooLongText(const TagsByFile& tooLong, const std::function<std::string(unsigned file)>& name);
 
 } // namespace cplustags

@@ -169,20 +169,21 @@ namespace {
 class StoredLines : public LineSource {
 public:
     StoredLines(const std::vector<StoredTag>& tags, const std::vector<std::string_view>& scopes,
-                const std::vector<std::string>& fields, size_t* leftOut)
+                const std::vector<std::string>& fields, TagsByFile* leftOut)
         : tags(tags), scopes(scopes), fields(fields), leftOut(leftOut)
     {
     }
 
     bool Next(std::string_view& line) override
     {
-        for (; position < tags.size(); ++*leftOut) {
+        while (position < tags.size()) {
             const StoredTag& tag = tags[position++];
             text.clear();
-            if (!AppendTagLine(text, {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}, fields[tag.file]))
-                continue;
-            line = text;
-            return true;
+            if (AppendTagLine(text, {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}, fields[tag.file])) {
+                line = text;
+                return true;
+            }
+            ++(*leftOut)[tag.file];
         }
         return false;
     }
@@ -191,14 +192,14 @@ private:
     const std::vector<StoredTag>& tags;
     const std::vector<std::string_view>& scopes;
     const std::vector<std::string>& fields;
-    size_t* leftOut;
+    TagsByFile* leftOut;
     size_t position = 0;
     std::string text;
 };
 
 } // namespace
 
-std::unique_ptr<LineSource> TagStore::Lines(const std::vector<std::string>& fields, size_t* leftOut) const
+std::unique_ptr<LineSource> TagStore::Lines(const std::vector<std::string>& fields, TagsByFile* leftOut) const
 {
     return std::make_unique<StoredLines>(contents->tags, contents->scopes, fields, leftOut);
 }

@@ -5,11 +5,14 @@
 #include "cplustags/Tag.h"
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 namespace cplustags {
+
+using TagsByFile = std::map<unsigned, size_t>; // how many, by the number of the file
 
 // A million and a half tags of /usr/include take less memory here than the sort that ctags runs: a file's name is not
 // repeated for each of its tags. One store belongs to one thread at a time.
@@ -29,7 +32,7 @@ public:
 
     // The sorted tags as lines. Store and fields must outlive the source. Tags whose lines are too long even without
     // their scope are left out, and counted in '*leftOut' as they are passed.
-    std::unique_ptr<LineSource> Lines(const std::vector<std::string>& fields, size_t* leftOut) const;
+    std::unique_ptr<LineSource> Lines(const std::vector<std::string>& fields, TagsByFile* leftOut) const;
 
 private:
     struct Contents;

@@ -92,6 +92,7 @@ void Tagger::Finish()
     tagged.resize(fields.size());
     for (const std::unique_ptr<Worker>& worker : workers) {
         total += worker->Counts();
+        tooLong.insert(worker->TooLong().begin(), worker->TooLong().end()); // no two workers have the same file
         for (const unsigned file : worker->TaggedFiles())
             tagged[file] = true;
     }

@@ -3,6 +3,7 @@
 
 #include "cplustags/LineSource.h"
 #include "cplustags/Settings.h"
+#include "cplustags/TagStore.h"
 #include "cplustags/WorkQueue.h"
 
 #include <atomic>
@@ -54,6 +55,7 @@ public:
         size_t FailedFiles() const { return crashed + tookTooLong + unreadable; }
     };
     const Counts& Total() const { return total; }
+    const TagsByFile& TooLong() const { return tooLong; } // 'Counts::tooLong', by file
 
 private:
     friend class Worker;
@@ -72,6 +74,7 @@ private:
     std::vector<std::unique_ptr<Worker>> workers;
     std::vector<std::thread> threads;
     Counts total;
+    TagsByFile tooLong;
     std::atomic<size_t> done{0};
     std::atomic<size_t> failed{0};
     mutable std::mutex mutex; // for what follows

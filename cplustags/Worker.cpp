@@ -268,15 +268,17 @@ void Worker::SortAndCount()
 {
     store.Sort(tagger.Fields());
     std::vector<std::unique_ptr<LineSource>> sources;
-    sources.push_back(store.Lines(tagger.Fields(), &counts.tooLong));
+    sources.push_back(store.Lines(tagger.Fields(), &tooLong));
     const std::unique_ptr<LineSource> once = Merged(std::move(sources));
     for (std::string_view line; once->Next(line);)
         ++counts.tags;
+    for (const auto& [file, tags] : tooLong)
+        counts.tooLong += tags;
 }
 
 std::unique_ptr<LineSource> Worker::Lines()
 {
-    return store.Lines(tagger.Fields(), &leftOutAgain);
+    return store.Lines(tagger.Fields(), &tooLongAgain);
 }
 
 } // namespace cplustags

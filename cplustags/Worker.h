@@ -26,6 +26,7 @@ public:
     // After Run():
     const Tagger::Counts& Counts() const { return counts; }
     const std::vector<unsigned>& TaggedFiles() const { return files; }
+    const TagsByFile& TooLong() const { return tooLong; } // those that no line can hold
     std::unique_ptr<LineSource> Lines();
 
 private:
@@ -57,7 +58,8 @@ private:
     TagStore store;
     std::vector<unsigned> files;
     Tagger::Counts counts;
-    size_t leftOutAgain = 0;
+    TagsByFile tooLong;
+    TagsByFile tooLongAgain; // when the lines are read a second time
     bool batchFailed = false;
 };
 

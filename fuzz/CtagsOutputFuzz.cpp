@@ -57,10 +57,13 @@ void TryOutput(std::string_view output)
         store.Add(file, tag);
     }
     std::ranges::sort(expected);
-    size_t leftOut = 0;
+    cplustags::TagsByFile leftOut;
     store.Sort(fields);
     Require(All(*store.Lines(fields, &leftOut)) == expected, "a store has the lines of its tags");
-    Require(leftOut + expected.size() == read.tags.size(), "tags that have no line are counted");
+    size_t tooLong = 0;
+    for (const auto& [file, tags] : leftOut)
+        tooLong += tags;
+    Require(tooLong + expected.size() == read.tags.size(), "tags that have no line are counted");
 }
 
 bool Goes(std::string_view field)

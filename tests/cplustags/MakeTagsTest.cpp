@@ -348,6 +348,32 @@ TEST(MakeTags, TagsThatAreTooLongAreLeftOutAndCounted)
     EXPECT_NE(run.errors.find("; 1 tag too long\n"), std::string::npos) << run.errors;
 }
 
+TEST(MakeTags, TagsThatAreTooLongAreSaidOnceWithTheirFiles)
+{
+    Workspace work;
+    std::string text;
+    for (char last = 'a'; last <= 'z'; ++last)
+        text += "int " + std::string(1100, 'x') + last + ";\n";
+    Words words;
+    for (int number = 100; number < 140; ++number) {
+        const std::string leaf = std::to_string(number) + ".c";
+        work.Write(leaf, number == 120 ? "int a;\n" + text : "int a;\n");
+        words.push_back(leaf);
+    }
+    work.Write("139.c", "int " + std::string(1100, 'y') + ";\n");
+    const std::string said = "cplustags: 27 tags are left out, since no reader takes lines that long: 26 of " +
+                             work / "120.c" + ", 1 of " + work / "139.c" + "\n";
+    for (const char* jobs : {"1", "4"}) {
+        work.environment["CPLUSTAGS_JOBS"] = jobs;
+        const ProgramRun run = work.Run(words);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.errors, said);
+        EXPECT_EQ(work.Tags().size(), 39u);
+    }
+    words.insert(words.begin(), {"-f", "-"});
+    EXPECT_EQ(work.Run(words).errors, said);
+}
+
 TEST(MakeTags, IsTheSameForAnyNumberOfJobs)
 {
     Workspace work;

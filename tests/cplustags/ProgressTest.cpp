@@ -125,5 +125,27 @@ TEST(SummaryText, Cases)
               "1 file, 1 tag, 0.0 s; 2 files could not be read, 1 had a name that cannot be written");
 }
 
+TEST(TooLongText, NamesTheFilesWithTheMostOfThem)
+{
+    const auto name = [](unsigned file) { return std::string(1, static_cast<char>('a' + file)) + ".c"; };
+    const struct {
+        TagsByFile tooLong;
+        const char* text;
+    } cases[] = {
+        {{{0, 1}}, "1 tag is left out, since no reader takes lines that long: 1 of a.c"},
+        {{{1, 7}}, "7 tags are left out, since no reader takes lines that long: 7 of b.c"},
+        {{{0, 1}, {1, 2}, {2, 1}},
+         "4 tags are left out, since no reader takes lines that long: 2 of b.c, 1 of a.c, 1 of c.c"},
+        {{{0, 1}, {1, 2}, {2, 1}, {3, 5}},
+         "9 tags are left out, since no reader takes lines that long: 5 of d.c, 2 of b.c, 1 of a.c, and the rest of 1 "
+         "other file"},
+        {{{0, 1}, {1, 1}, {2, 1}, {3, 1}, {4, 1}},
+         "5 tags are left out, since no reader takes lines that long: 1 of a.c, 1 of b.c, 1 of c.c, and the rest of 2 "
+         "other files"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(TooLongText(c.tooLong, name), c.text);
+}
+
 } // namespace
 } // namespace cplustags

@@ -101,7 +101,7 @@ Texts Stored(const std::vector<Sample>& samples, size_t stores)
     for (size_t i = 0; i < samples.size(); ++i)
         all[i % stores].Add(samples[i].file, {samples[i].name, samples[i].line, samples[i].kind, samples[i].scope});
     std::vector<std::unique_ptr<LineSource>> sources;
-    size_t leftOut = 0;
+    TagsByFile leftOut;
     for (TagStore& store : all) {
         store.Sort(kFields);
         sources.push_back(store.Lines(kFields, &leftOut));
@@ -130,7 +130,7 @@ TEST(TagStore, CanBeSortedWhileOthersAre)
     for (std::thread& thread : threads)
         thread.join();
     std::vector<std::unique_ptr<LineSource>> sources;
-    size_t leftOut = 0;
+    TagsByFile leftOut;
     for (const TagStore& store : stores)
         sources.push_back(store.Lines(kFields, &leftOut));
     EXPECT_TRUE(All(*Merged(std::move(sources))) == Expected(samples));
@@ -140,7 +140,7 @@ TEST(TagStore, MayBeEmpty)
 {
     TagStore store;
     store.Sort({});
-    size_t leftOut = 0;
+    TagsByFile leftOut;
     EXPECT_EQ(All(*store.Lines({}, &leftOut)), Texts{});
     EXPECT_EQ(store.Size(), 0u);
 }
@@ -151,12 +151,14 @@ TEST(TagStore, CountsTheTagsThatAreTooLong)
     store.Add(0, {"fits", 1, 'f', ""});
     store.Add(0, {std::string(2000, 'x'), 1, 'f', ""});
     store.Add(0, {std::string(70000, 'x'), 1, 'f', ""});
-    EXPECT_EQ(store.Size(), 3u);
-    const Texts fields = {"a.c"};
+    store.Add(1, {"fits", 1, 'f', ""});
+    store.Add(2, {std::string(1020, 'x'), 1, 'f', ""});
+    EXPECT_EQ(store.Size(), 5u);
+    const Texts fields = {"a.c", "b.c", "c.c"};
     store.Sort(fields);
-    size_t leftOut = 0;
-    EXPECT_EQ(All(*store.Lines(fields, &leftOut)), Texts{"fits\ta.c\t1;\"\tf\n"});
-    EXPECT_EQ(leftOut, 2u);
+    TagsByFile leftOut;
+    EXPECT_EQ(All(*store.Lines(fields, &leftOut)), (Texts{"fits\ta.c\t1;\"\tf\n", "fits\tb.c\t1;\"\tf\n"}));
+    EXPECT_EQ(leftOut, (TagsByFile{{0, 2}, {2, 1}}));
 }
 
 TEST(TagStore, KeepsTextsThatAreGoneElsewhere)
@@ -171,7 +173,7 @@ TEST(TagStore, KeepsTextsThatAreGoneElsewhere)
     }
     const Texts fields = {"a.c"};
     store.Sort(fields);
-    size_t leftOut = 0;
+    TagsByFile leftOut;
     EXPECT_EQ(
         All(*store.Lines(fields, &leftOut)),
         (Texts{"name0\ta.c\t1;\"\tf\tclass:C\n", "name1\ta.c\t1;\"\tf\tclass:C\n", "name2\ta.c\t1;\"\tf\tclass:C\n"}));
