@@ -35,9 +35,10 @@ std::string InSearchPath(const std::string& name, const std::string& currentDire
     return "";
 }
 
+// Without the options that stand in the current directory, which may be a stranger's.
 bool SaysItIsUniversal(const std::string& path)
 {
-    return OutputOf({path, "--version"}).find("Universal Ctags") != std::string::npos;
+    return OutputOf({path, "--options=NONE", "--version"}).find("Universal Ctags") != std::string::npos;
 }
 
 } // namespace
@@ -46,8 +47,7 @@ std::string FindCtags(const std::string& chosen, const std::string& currentDirec
 {
     if (!chosen.empty()) {
         const bool isPath = chosen.find('/') != std::string::npos;
-        std::string path =
-            isPath ? AbsolutePath(chosen, currentDirectory) : InSearchPath(chosen, currentDirectory);
+        std::string path = isPath ? AbsolutePath(chosen, currentDirectory) : InSearchPath(chosen, currentDirectory);
         if (IsProgram(path))
             return path;
         *error = "CPLUSTAGS_CTAGS is '" + Shown(chosen) + "', which is no program that can be run";

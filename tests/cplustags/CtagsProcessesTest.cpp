@@ -100,7 +100,7 @@ TEST_F(CtagsProcesses, APlainCtagsWillDoWhenItIsUniversal)
         fs::create_symlink(std::string("/usr/bin/") + program, work / "bin/" + program);
     work.environment["PATH"] = work / "bin";
     work.WriteProgram("bin/ctags",
-                      "#!/bin/sh\n[ \"$1\" != --version ] || { echo 'Universal Ctags 6.0'; exit; }\n" + afterShell);
+                      "#!/bin/sh\n[ \"$2\" != --version ] || { echo 'Universal Ctags 6.0'; exit; }\n" + afterShell);
     EXPECT_EQ(work.Run(sources).status, 0);
     EXPECT_EQ(work.Tags(), TagsOf(sources));
     work.WriteProgram("bin/ctags", "#!/bin/sh\necho 'Exuberant Ctags 5.8'\n");

@@ -183,6 +183,30 @@ TEST_F(HostileTree, OtherNamesOfTheOldTagsFileKeepWhatTheyHave)
     }
 }
 
+// In the directory of the tags file, where ctags runs, in the current one, and where the user's own would be.
+TEST_F(HostileTree, ItsOptionFilesAreNotRead)
+{
+    const std::string options = "--exclude=*\n--langmap=C:.none\n-f " + work / "home/written" + "\n--no-such-option\n";
+    for (const char* file : {".ctags.d/a.ctags", "ctags.d/a.ctags", ".ctags", "ctags", ".config/ctags/a.ctags"})
+        for (const char* place : {"tree/", "tree/x/", ""})
+            work.Write(std::string(place) + file, options);
+    work.environment["HOME"] = work / "tree";
+    work.environment["XDG_CONFIG_HOME"] = work / "tree/.config";
+    work.environment["CTAGS"] = work.environment["ETAGS"] = "--exclude=*";
+    fs::create_directory(work / "bin");
+    fs::create_symlink("/usr/bin/ctags-universal", work / "bin/ctags");
+    for (const std::string& path : {std::string("/usr/bin:/bin"), work / "bin"})
+        for (const char* directory : {"tree", "tree/x", "."}) {
+            work.environment["PATH"] = path; // the second has a ctags that is asked what it is
+            const ProgramRun run = RunProgram(Workspace::Command({"-f", work / "tree/tags", work / "tree/a.c"}),
+                                              work / directory, work.environment);
+            EXPECT_EQ(run.status, 0) << path << " " << directory << ": " << run.errors;
+            EXPECT_EQ(work.Tags("tree/tags"), Words{"a a.c 1;\" v"}) << path << " " << directory;
+            fs::remove(work / "tree/tags");
+        }
+    EXPECT_EQ(work.Leaves("home"), Words{});
+}
+
 TEST_F(HostileTree, ItsNamesGiveNoCommandsToATerminal)
 {
     const std::string name = "tree/\x1b[2J\xc2\x9bK\x9bK";
