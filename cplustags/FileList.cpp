@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstring>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -22,6 +23,12 @@ bool IsRegular(const std::string& name)
     return ::stat(name.c_str(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
+bool Exists(const std::string& name)
+{
+    struct stat status;
+    return ::lstat(name.c_str(), &status) == 0;
+}
+
 // A list with other ends of lines; the system would read the name only up to there.
 bool HasZero(const std::string& name)
 {
@@ -30,10 +37,10 @@ bool HasZero(const std::string& name)
 
 } // namespace
 
-FileList::FileList(std::vector<std::string> files, int list, std::string directory, Progress& progress,
-                   std::function<bool()> goOn)
+FileList::FileList(std::vector<std::string> files, int list, std::string directory, std::string tree,
+                   Progress& progress, std::function<bool()> goOn)
     : files(std::make_move_iterator(files.begin()), std::make_move_iterator(files.end())), lines(list, std::move(goOn)),
-      directory(std::move(directory)), progress(progress)
+      directory(std::move(directory)), tree(std::move(tree)), progress(progress)
 {
 }
 
@@ -59,31 +66,55 @@ bool FileList::NextName(std::string& name)
         return true;
     }
     while (lines.Has(0) && lines.At(0).empty())
-        lines.Drop(1);
+        Pass(1);
     if (!lines.Has(0))
         return false;
-    lines.Drop(LinesOfName(name));
+    Pass(LinesOfName(name));
     return true;
 }
 
-// The first line alone, unless only more lines name a file. A directory of that name is no reason to stop: it may be the
-// beginning of another's name.
+void FileList::Pass(size_t count)
+{
+    for (size_t line = 0; line < count; ++line)
+        brokenNames.Pass(lines.At(line));
+    lines.Drop(count);
+}
+
+bool FileList::BeginsTree(const std::string& name) const
+{
+    return tree.size() > name.size() && tree[name.size()] == '\n' && tree.compare(0, name.size(), name) == 0;
+}
+
 size_t FileList::LinesOfName(std::string& name)
 {
-    name = lines.At(0);
-    if (IsRegular(name))
+    const std::optional<std::string> whole = brokenNames.NameWith(lines.At(0));
+    name = whole.value_or(lines.At(0));
+    const size_t count = LinesThatComplete(name);
+    if (!whole && !BeginsTree(name))
+        brokenNames.Trust(name);
+    return count;
+}
+
+// The first line, with which 'name' ends, alone, unless only more lines name a file, or whatever is there. A directory of
+// that name is no reason to stop: it may be the beginning of another's name.
+size_t FileList::LinesThatComplete(std::string& name)
+{
+    if (IsRegular(name) && !BeginsTree(name))
         return 1;
+    size_t lineCount = 1;
     std::string longer = name;
     for (size_t count = 2; count <= kMostLinesOfName && lines.Has(count - 1); ++count) {
         longer.append("\n").append(lines.At(count - 1));
         if (longer.size() >= PATH_MAX)
             break;
-        if (IsRegular(longer)) {
-            name = longer;
-            return count;
-        }
+        if (!Exists(longer) || (lineCount > 1 && !IsRegular(longer)))
+            continue;
+        name = longer;
+        lineCount = count;
+        if (IsRegular(longer))
+            break;
     }
-    return 1;
+    return lineCount;
 }
 
 bool FileList::IsToBeTagged(const std::string& name)

@@ -95,7 +95,7 @@ private:
 
 Job::Job(const Options& options, Progress& progress)
     : options(options), progress(progress), target(AbsolutePath(options.target, currentDirectory)),
-      directory(DirectoryOf(target)), files(options.files, OpenList(), currentDirectory, progress,
+      directory(DirectoryOf(target)), files(options.files, OpenList(), currentDirectory, directory, progress,
                                             [this] { return tagger != nullptr ? tagger->GoesOn() : !Interrupted(); })
 {
 }

@@ -79,7 +79,7 @@ enum class Reader { Anybody, NotRoot };
 
 // What is given for files of the command line and the text of a list; relative names are found from 'directory'.
 Listing List(const TempDirectory& directory, const Names& files, const std::string& list,
-             Reader reader = Reader::Anybody)
+             Reader reader = Reader::Anybody, const std::string& tree = "")
 {
     const fs::path before = fs::current_path();
     fs::current_path(directory.Path());
@@ -91,7 +91,7 @@ Listing List(const TempDirectory& directory, const Names& files, const std::stri
     {
         const AsNobody nobody(reader == Reader::NotRoot);
         Progress progress(messages.Writing());
-        FileList all(files, names.Reading(), directory.Path(), progress, GoOn);
+        FileList all(files, names.Reading(), directory.Path(), tree.empty() ? directory.Path() : tree, progress, GoOn);
         for (std::string path; all.Next(path);)
             listing.paths.push_back(path.rfind(directory / "", 0) == 0 ? path.substr((directory / "").size()) : path);
         listing.missing = all.Missing();
@@ -183,7 +183,7 @@ TEST(FileList, LooksForTheRestOfANameInAFewLinesOnly)
         longName += "\nx";
     directory.Write(longName, "");
     directory.Write("a.c", "");
-    const Listing listing = List(directory, {}, longName + "\na.c\n");
+    const Listing listing = List(directory, {}, "a.c\n" + longName + "\na.c\n");
     EXPECT_EQ(listing.paths, Names{"a.c"});
     EXPECT_EQ(listing.missing, 31u);
 }
@@ -201,7 +201,7 @@ TEST(FileList, AnEndlessLineDoesNotFillTheMemory)
         names.Close();
     });
     Progress progress(messages.Writing());
-    FileList files({}, names.Reading(), directory.Path(), progress, GoOn);
+    FileList files({}, names.Reading(), directory.Path(), directory.Path(), progress, GoOn);
     std::string path;
     EXPECT_FALSE(files.Next(path));
     writer.join();
@@ -216,7 +216,7 @@ TEST(FileList, GivesFilesWhileTheListIsBeingWritten)
     directory.Write("b.c", "");
     Pipe names;
     Progress progress(STDERR_FILENO);
-    FileList files({}, names.Reading(), directory.Path(), progress, GoOn);
+    FileList files({}, names.Reading(), directory.Path(), directory.Path(), progress, GoOn);
     std::string path;
     names.Write(directory / "a.c" + "\n");
     ASSERT_TRUE(files.Next(path));
@@ -234,7 +234,7 @@ TEST(FileList, EndsWhenItIsNotToGoOn)
     Pipe names; // nobody writes, and nobody closes
     Progress progress(STDERR_FILENO);
     int asked = 0;
-    FileList files({}, names.Reading(), directory.Path(), progress, [&asked] { return ++asked < 2; });
+    FileList files({}, names.Reading(), directory.Path(), directory.Path(), progress, [&asked] { return ++asked < 2; });
     std::string path;
     EXPECT_FALSE(files.Next(path));
     EXPECT_EQ(asked, 2);
@@ -245,7 +245,7 @@ TEST(FileList, SaysWhenTheListItselfCannotBeRead)
     const TempDirectory directory;
     const int list = ::open(directory.Path().c_str(), O_RDONLY | O_CLOEXEC);
     Progress progress(STDERR_FILENO);
-    FileList files({}, list, directory.Path(), progress, GoOn);
+    FileList files({}, list, directory.Path(), directory.Path(), progress, GoOn);
     std::string path;
     EXPECT_FALSE(files.Next(path));
     EXPECT_EQ(files.Error(), "Is a directory");
