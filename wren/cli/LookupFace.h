@@ -4,6 +4,7 @@
 #include "vetch/display/HeadlessDisplay.h"
 #include "wren/cli/AskedEditor.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -34,7 +35,8 @@ class LookupFace : public AskedFace {
 public:
     const std::vector<Match>& Opened() const { return opened; } // without their items
 
-    void OpenMatch(const std::string& path, long line) override { opened.push_back({path, line, ""}); }
+    // At the line that an editor goes to: tags may name any number, and one below 1 is the first line.
+    void OpenMatch(const std::string& path, long line) override { opened.push_back({path, std::max(line, 1L), ""}); }
 
 private:
     std::vector<Match> opened;

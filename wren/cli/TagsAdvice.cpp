@@ -1,15 +1,19 @@
 #include "wren/cli/TagsAdvice.h"
 
+#include "vetch/storage/Holes.h"
 #include "vetch/storage/Home.h"
+#include "vetch/storage/PlainFile.h"
 #include "vetch/support/Strings.h"
 #include "wren/core/SystemTags.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <optional>
+#include <string_view>
+#include <unistd.h>
 
 namespace wren {
 
@@ -43,28 +47,46 @@ struct Habits {
 };
 
 // Whether a further field follows the scope of a class, namespace, struct or union.
-bool HasFieldBehindScope(const std::string& line)
+bool HasFieldBehindScope(std::string_view line)
 {
-    for (const char* scope : {"\tclass:", "\tnamespace:", "\tstruct:", "\tunion:"})
-        if (const size_t start = line.find(scope); start != std::string::npos)
-            return line.find('\t', start + 1) != std::string::npos;
+    for (const std::string_view scope : {"\tclass:", "\tnamespace:", "\tstruct:", "\tunion:"})
+        if (const size_t start = line.find(scope); start != line.npos)
+            return line.find('\t', start + 1) != line.npos;
     return false;
 }
 
-bool HasLineNumber(const std::string& line)
+bool HasLineNumber(std::string_view line)
 {
     const size_t name = line.find('\t');
-    const size_t command = name == std::string::npos ? name : line.find('\t', name + 1);
-    return command != std::string::npos && std::isdigit(static_cast<unsigned char>(line[command + 1]));
+    const size_t command = name == line.npos ? name : line.find('\t', name + 1);
+    return command < line.size() - 1 && std::isdigit(static_cast<unsigned char>(line[command + 1]));
 }
 
-Habits LookAt(std::ifstream& file)
+// What the file begins with, up to its end or as much as says how it was made; the last line may be cut short.
+std::string BeginningOf(int file)
+{
+    constexpr size_t kMost = 256 * 1024;
+    std::string text(kMost, '\0');
+    size_t length = 0;
+    while (length < kMost) {
+        const ssize_t count = ::read(file, text.data() + length, kMost - length);
+        if (count == 0 || (count < 0 && errno != EINTR))
+            break;
+        length += count < 0 ? 0 : static_cast<size_t>(count);
+    }
+    text.resize(length);
+    return text;
+}
+
+Habits HabitsIn(std::string_view text)
 {
     constexpr int kLinesLookedAt = 1000;
     Habits habits;
     int numbered = 0;
     int lines = 0;
-    for (std::string line; lines < kLinesLookedAt && std::getline(file, line);) {
+    while (lines < kLinesLookedAt && !text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
         if (line.empty() || line[0] == '!')
             continue;
         ++lines;
@@ -75,26 +97,38 @@ Habits LookAt(std::ifstream& file)
     return habits;
 }
 
-// 'command' makes the file anew.
-std::optional<std::string> ProblemWith(const fs::path& path, const std::string& command)
+// What is wrong with the open file, as the rest of a sentence about it.
+std::optional<std::string> ProblemWithContent(int file)
 {
-    std::error_code problem;
-    const fs::file_status status = fs::status(path, problem);
-    if (fs::exists(status) && !fs::is_regular_file(status))
-        return path.string() + (fs::is_directory(status) ? " is a directory" : " is no plain file") +
-               ", and stands where a tags file is looked for; move it away";
-    std::ifstream file(path, std::ios::binary);
-    if (!file)
-        return path.string() + " cannot be read: " + std::strerror(errno);
-    if (file.peek() == std::ifstream::traits_type::eof())
-        return path.string() + " is empty; make it anew with: " + command;
-    const Habits habits = LookAt(file);
+    if (vetch::IsMostlyHoles(file))
+        return "is mostly holes";
+    const std::string text = BeginningOf(file);
+    if (text.empty())
+        return "is empty";
+    const Habits habits = HabitsIn(text);
     if (!habits.lineNumbers)
-        return path.string() + " has no line numbers; make it anew with: " + command;
+        return "has no line numbers";
     if (habits.fieldsBehindScopes)
-        return path.string() +
-               " has fields behind its scopes, so that qualified names match nothing; make it anew with: " + command;
+        return "has fields behind its scopes, so that qualified names match nothing";
     return std::nullopt;
+}
+
+// 'command' makes the file anew.
+std::optional<std::string> ProblemWith(const std::string& path, const std::string& command)
+{
+    const int file = vetch::OpenPlainFile(path.c_str());
+    if (file < 0) {
+        const int reason = errno;
+        if (reason == EISDIR || reason == ENXIO)
+            return path + (reason == EISDIR ? " is a directory" : " is no plain file") +
+                   ", and stands where a tags file is looked for; move it away";
+        return path + " cannot be read: " + std::strerror(reason);
+    }
+    const std::optional<std::string> problem = ProblemWithContent(file);
+    ::close(file);
+    if (!problem)
+        return std::nullopt;
+    return path + " " + *problem + "; make it anew with: " + command;
 }
 
 } // namespace
@@ -103,12 +137,13 @@ std::vector<std::string> ProblemsWithTags(const std::string& directory)
 {
     std::vector<std::string> problems;
     if (const std::optional<fs::path> local = NearestTags(directory))
-        if (const std::optional<std::string> problem = ProblemWith(*local, CommandForLocal(local->parent_path())))
+        if (const std::optional<std::string> problem =
+                ProblemWith(local->string(), CommandForLocal(local->parent_path())))
             problems.push_back(*problem);
     const fs::path system = SystemTagsFile(Home());
     std::error_code ignored;
     if (!system.empty() && fs::exists(system, ignored))
-        if (const std::optional<std::string> problem = ProblemWith(system, kCommandForSystem))
+        if (const std::optional<std::string> problem = ProblemWith(system.string(), kCommandForSystem))
             problems.push_back(*problem);
     return problems;
 }

@@ -1,0 +1,49 @@
+#include "vetch/storage/Holes.h"
+
+#include <algorithm>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+bool AreMost(off_t bytes, off_t size)
+{
+    return bytes > vetch::kManyBytes && bytes > size / 2;
+}
+
+// Adds up holes until they are most of the file, or until what is data leaves no room for that.
+bool FindMostHoles(int descriptor, off_t size)
+{
+    off_t holes = 0;
+    off_t place = 0;
+    while (place < size && AreMost(holes + (size - place), size)) {
+        const off_t data = ::lseek(descriptor, place, SEEK_DATA);
+        const off_t holeEnd = data < 0 ? size : std::min(data, size); // no more data, or nothing is known of holes
+        if (data < 0 && ::lseek(descriptor, place, SEEK_HOLE) != place)
+            return false;
+        holes += holeEnd - place;
+        if (AreMost(holes, size))
+            return true;
+        place = ::lseek(descriptor, holeEnd, SEEK_HOLE);
+        if (place < 0)
+            return false;
+    }
+    return false;
+}
+
+} // namespace
+
+bool vetch::IsMostlyHoles(int descriptor)
+{
+    constexpr off_t kBlock = 512; // of st_blocks, whatever the file system's are
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
+        return false;
+    // What is missing on the disk is holes, compressed, or written so lately that it has no place yet.
+    if (!AreMost(status.st_size - status.st_blocks * kBlock, status.st_size))
+        return false;
+    const off_t before = ::lseek(descriptor, 0, SEEK_CUR);
+    const bool found = FindMostHoles(descriptor, status.st_size);
+    ::lseek(descriptor, before, SEEK_SET);
+    return found;
+}
