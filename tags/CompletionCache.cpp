@@ -4,7 +4,9 @@
 #include "tags/AutoLock.h"
 #include "tags/MallocedUnique.h"
 #include "tags/NameAndQualifier.h"
+#include "tags/SortedStrings.h"
 #include "tags/Tags.h"
+#include "vetch/support/Cancellation.h"
 #include "vetch/support/FThread.h"
 
 #include <algorithm>
@@ -46,7 +48,7 @@ void Sort(Entries& entries)
     const auto disorder = std::adjacent_find(entries.begin(), entries.end(),
                                              [](const char* a, const char* b) { return !NamesInOrder(a, b); });
     if (disorder != entries.end()) {
-        std::sort(entries.begin(), entries.end(), Less);
+        SortUnlessCancelled(entries, Less);
         return;
     }
     for (auto name = entries.begin(); name != entries.end();) {
@@ -223,6 +225,9 @@ void CompletionCache::LoadSelf(TagFile* systemTags, TagFile* localTags)
     }
 
     const AutoLock hold(lock);
+    loading = false;
+    if (vetch::ReadingIsCancelled())
+        return; // its halves are still stale
     // A file that could not be read counts as loaded all the same, or each key stroke would try again.
     if (loadsLocal) {
         localPath = localTags->Path().Path();
@@ -233,7 +238,6 @@ void CompletionCache::LoadSelf(TagFile* systemTags, TagFile* localTags)
         systemTime = newSystemTime;
     }
     loaded = true;
-    loading = false;
 }
 
 void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
@@ -258,7 +262,10 @@ void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
         entries.shrink_to_fit();
     }
     tagFile.Done();
-    Sort(entries);
+    if (!vetch::ReadingIsCancelled())
+        Sort(entries);
+    if (vetch::ReadingIsCancelled())
+        ClearCache(entries); // some would look like all
     const auto dropped = malloced_unique(entries.begin(), entries.end(), NameAndQualifier::MatchCompletionCacheEntries);
     std::for_each(dropped, entries.end(), std::free);
     entries.erase(dropped, entries.end());

@@ -46,7 +46,8 @@ public:
 
     static void ClearCache(std::vector<char*>& entries); // frees them
 
-    // Appends all entries of the file, then sorts and drops the duplicates. An unreadable file changes nothing.
+    // Appends all entries of the file, then sorts and drops the duplicates. An unreadable file changes nothing; when reading
+    // is cancelled meanwhile there are no entries at all.
     static void LoadSelf(TagFile& tagFile, std::vector<char*>& entries);
 
 private:

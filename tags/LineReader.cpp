@@ -1,6 +1,7 @@
 #include "tags/LineReader.h"
 
 #include "vetch/storage/PlainFile.h"
+#include "vetch/support/Cancellation.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -64,6 +65,11 @@ bool LineReader::NextBehindBlock(std::string_view& line)
 {
     const void* lineEnd = nullptr;
     while (lineEnd == nullptr && static_cast<size_t>(end - next) < kPieceSize && !atEnd) {
+        // Without the piece that is only begun: nothing is to be learned from half a line.
+        if (vetch::ReadingIsCancelled()) {
+            GoToEnd();
+            return false;
+        }
         const size_t searched = static_cast<size_t>(end - next);
         ReadOn();
         const size_t found = std::min(static_cast<size_t>(end - next), kPieceSize);

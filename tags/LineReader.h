@@ -9,7 +9,8 @@
 
 // A line that is longer than a piece is read in several, each of them a line of its own: the same pieces as fgets() with
 // kPieceSize + 1 bytes gives, with their line breaks, and NUL bytes like any other. The file is read, never mapped into
-// memory, so that one that is cut short meanwhile just ends there; also what cannot be read ends.
+// memory, so that one that is cut short meanwhile just ends there; also what cannot be read ends, and every file while
+// reading is cancelled (see Cancellation.h).
 //
 // Not thread-safe. Destruction does not close the file, nor does opening another: for both there is Close().
 class LineReader {

@@ -4,6 +4,7 @@
 #include "tags/TagDiscovery.h"
 #include "tags/TagFile.h"
 #include "vetch/storage/BEntry.h"
+#include "vetch/support/Cancellation.h"
 #include "vetch/support/FThread.h"
 
 #include <algorithm>
@@ -78,8 +79,9 @@ bool PathCache::LoadIfNeeded(TagFile& tagFile, bool inBackground)
     return true; // also without a file: there is nothing to wait for, and the next call tries again
 }
 
-// Of an open file, which is closed then. It has no paths, until it changes, when there is no memory for all of them.
-void PathCache::LoadPaths(TagFile& tagFile)
+// Of an open file, which is closed then. It has no paths, until it changes, when there is no memory for all of them. False
+// when reading was cancelled: it has none, and is not loaded.
+bool PathCache::LoadPaths(TagFile& tagFile)
 {
     try {
         tagFile.LoadPathCache(paths);
@@ -88,6 +90,10 @@ void PathCache::LoadPaths(TagFile& tagFile)
         paths.shrink_to_fit();
     }
     tagFile.Done();
+    if (!vetch::ReadingIsCancelled())
+        return true;
+    Clear();
+    return false;
 }
 
 void PathCache::LoadSelf(TagFile& tagFile)
@@ -96,10 +102,10 @@ void PathCache::LoadSelf(TagFile& tagFile)
     tagFile.Done();
     if (!tagFile.Rewind())
         return;
-    LoadPaths(tagFile);
+    loaded = LoadPaths(tagFile);
     loading = false;
-    loaded = true;
-    fileTime = tagFile.TagTime();
+    if (loaded)
+        fileTime = tagFile.TagTime();
 }
 
 void PathCache::LockedLoadSelf(TagFile* tagFile)
@@ -109,12 +115,13 @@ void PathCache::LockedLoadSelf(TagFile* tagFile)
     // flush has nothing to drop.
     if (!tagFile->Rewind())
         return;
-    LoadPaths(*tagFile);
+    const bool isComplete = LoadPaths(*tagFile);
     const time_t time = tagFile->TagTime();
 
     const AutoLock hold(lock);
-    fileTime = time;
-    loaded = true;
+    if (isComplete)
+        fileTime = time;
+    loaded = isComplete;
     loading = false;
 }
 

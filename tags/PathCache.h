@@ -49,7 +49,7 @@ public:
     time_t FileTime(); // the tags file's when the paths were loaded, 0 when they never were; outlives a flush
 
 private:
-    void LoadPaths(TagFile& tagFile);
+    bool LoadPaths(TagFile& tagFile);
 
     std::vector<char*> paths;
     time_t fileTime = 0;

@@ -2,6 +2,7 @@
 
 #include "scan/Predicates.h"
 #include "tags/NameAndQualifier.h"
+#include "tags/SortedStrings.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 #include "vetch/support/Strings.h"
@@ -360,5 +361,5 @@ void TagFile::LoadPathCache(std::vector<char*>& paths)
         known.insert(paths.back());
     }
     // At the end: to keep them sorted meanwhile takes hours where there are millions, each before most of the others.
-    std::sort(paths.begin(), paths.end(), Less);
+    SortUnlessCancelled(paths, Less);
 }

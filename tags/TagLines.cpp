@@ -2,6 +2,7 @@
 
 #include "tags/Bisection.h"
 #include "tags/SortedClaim.h"
+#include "tags/UnreadFiles.h"
 
 #include <algorithm>
 #include <unistd.h>
@@ -38,7 +39,15 @@ bool TagLines::Open(const char* path)
     learns = skipped = false;
     if (!reader.Open(path))
         return false;
-    FindOrder();
+    identity = FileIdentity::Of(reader.Descriptor());
+    if (!identity)
+        return true;
+    if (const std::optional<std::string> why = WhyUnread(reader.Descriptor(), identity->size)) {
+        reader.GoToEnd();
+        ReportUnread(path, *why);
+    } else {
+        FindOrder();
+    }
     return true;
 }
 
@@ -52,9 +61,6 @@ void TagLines::Close()
 
 void TagLines::FindOrder()
 {
-    identity = FileIdentity::Of(reader.Descriptor());
-    if (!identity)
-        return;
     known = KnownFiles::Instance().Find(*identity);
     const bool isWorthIt = identity->size >= KnownFiles::kWorthKeeping;
     if (!known && isWorthIt)

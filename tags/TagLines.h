@@ -16,7 +16,8 @@
 // Not thread-safe. As with LineReader, neither destruction nor opening once more closes the file.
 class TagLines {
 public:
-    bool Open(const char* path); // at the beginning; false when it cannot be opened
+    // At the beginning; false when it cannot be opened. A file that is not read (see UnreadFiles) has no lines.
+    bool Open(const char* path);
     void Close();
 
     // The next line or piece of one, as LineReader has them. False at the end.

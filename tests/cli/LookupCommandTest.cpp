@@ -1,5 +1,6 @@
 // The program as a user runs it.
 #include "tests/support/RunProgram.h"
+#include "tests/support/SparseFile.h"
 #include "tests/support/TempDirectory.h"
 
 #include <algorithm>
@@ -175,6 +176,39 @@ TEST_F(LookupCommand, TellsWhyTheTagsFileCouldNotAnswer)
     std::filesystem::remove(tree / "tags");
     std::filesystem::create_directory(tree / "tags");
     EXPECT_NE(Run({"--symbol", "f"}).errors.find("is a directory"), std::string::npos);
+}
+
+TEST_F(LookupCommand, NamesATagsFileOfHolesAndTheRemedy)
+{
+    if (const std::string reason = MakeSparse(tree / "tags", kTerabyte); !reason.empty())
+        GTEST_SKIP() << reason;
+    const ProgramRun run = Run({"--symbol", "only"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, "wren: " + (tree / "tags") +
+                              " is not read: it is 1.1 TB long, and most of that is holes, which no tags program "
+                              "leaves; remove it, or make the tags again\n"
+                              "wren: nothing in the tags files matches \"only\"\n"
+                              "wren: " +
+                              (tree / "tags") + " is mostly holes; make it anew with: wren tags " + tree.Path() + "\n");
+    tree.Write("system", "only\t" + (tree / "src/one.c") + "\t1;\"\tv\n");
+    const ProgramRun other = Run({"--symbol", "only", "--system-tags", tree / "system"});
+    EXPECT_EQ(other.output, At("src/one.c", 1, "only - one.c")) << "the other file answers";
+    EXPECT_NE(other.errors.find(tree / "tags is not read"), std::string::npos) << other.errors;
+}
+
+TEST_F(LookupCommand, PrintsTheLinesThatAnEditorGoesTo)
+{
+    const struct {
+        const char* named;
+        int printed;
+    } kCases[] = {{"3", 3}, {"0", 1}, {"-5", 1}, {"-9999999999", 1}, {"99999999999999999999", 1}, {"700", 700}};
+    for (const auto& each : kCases) {
+        tree.Write("tags", "only\tsrc/one.c\t" + std::string(each.named) + ";\"\tv\n");
+        EXPECT_EQ(Run({"--symbol", "only"}).output, At("src/one.c", each.printed, "only - one.c")) << each.named;
+    }
+    tree.Write("tags", "Area\tsrc/shape.h\t-7;\"\tp\nArea\tsrc/shape.h\t4;\"\tp\n");
+    EXPECT_EQ(Run({"--symbol", "Area"}).output,
+              At("src/shape.h", 1, "Area - shape.h") + At("src/shape.h", 4, "Area - shape.h"));
 }
 
 TEST_F(LookupCommand, WaitsForNoPipeInAFilesPlace)

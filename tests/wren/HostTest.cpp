@@ -10,6 +10,7 @@
 #include "vetch/interface/BPopUpMenu.h"
 #include "vetch/interface/BView.h"
 #include "vetch/interface/BWindow.h"
+#include "vetch/support/Cancellation.h"
 #include "vetch/support/FThread.h"
 #include "wren/core/PlainText.h"
 
@@ -132,6 +133,47 @@ TEST_F(Host, QuitsThePluginsWindowsBeforeItWaitsForWhatTheyHaveStarted)
     host->ShutDown();
     EXPECT_TRUE(idleAtUnload);
     vetch::JoinThreads(); // nothing that the test owns is at work any more, however it went
+}
+
+namespace {
+
+// Reads a file without an end.
+struct EndlessReader {
+    void Work(std::atomic<bool>* wasCancelled)
+    {
+        const auto limit = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+        while (!vetch::ReadingIsCancelled() && std::chrono::steady_clock::now() < limit)
+            std::this_thread::yield();
+        *wasCancelled = vetch::ReadingIsCancelled();
+    }
+};
+
+} // namespace
+
+TEST_F(Host, EndsWhatThePluginReadsWhenItShutsDown)
+{
+    StartHost();
+    EndlessReader reader;
+    std::atomic<bool> loadEnded = false;
+    std::atomic<bool> windowEnded = false;
+    FThread::Run(&EndlessReader::Work, &reader, &loadEnded);
+    plugin->makeLooper([&] { reader.Work(&windowEnded); })->Run(); // a lookup from the dialog
+    host->ShutDown();
+    EXPECT_TRUE(loadEnded);
+    EXPECT_TRUE(windowEnded);
+    EXPECT_FALSE(vetch::ReadingIsCancelled()) << "the next host reads";
+}
+
+TEST_F(Host, WarnsOfTagsFilesThatAreNotRead)
+{
+    StartHost();
+    BMessage message(FourCC("tgur"));
+    message.AddString("path", "/src/tags");
+    be_app->PostMessage(&message);
+    message.AddString("why", "it is too long");
+    be_app->PostMessage(&message);
+    vetch::RunPending();
+    EXPECT_THAT(face.warnings, ElementsAre("/src/tags is not read: it is too long; remove it, or make the tags again"));
 }
 
 TEST_F(Host, ShutsDownWhenItGoes)

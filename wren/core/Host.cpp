@@ -6,6 +6,7 @@
 #include "vetch/interface/BView.h"
 #include "vetch/interface/BWindow.h"
 #include "vetch/storage/Home.h"
+#include "vetch/support/Cancellation.h"
 #include "vetch/support/FThread.h"
 #include "wren/core/Face.h"
 #include "wren/core/HostWitness.h"
@@ -75,11 +76,13 @@ void Host::ShutDown()
     if (!started)
         return;
     started = false;
+    vetch::CancelReading(true);
     panels.CloseAll();
     events.Deactivated();
     vetch::QuitLoopersOf(bundle.CodeAddress());
     vetch::RunPending();
     vetch::JoinThreads();
+    vetch::CancelReading(false);
     vetch::RunPending();
     documents.CloseAll();
     QuitWhatIsLeft();
@@ -241,6 +244,11 @@ void Host::MessageForFrontDocument(const BMessage& message)
 void Host::OpenMatch(const std::string& path, long line)
 {
     face.OpenMatch(path, line);
+}
+
+void Host::TagsFileUnread(const std::string& path, const std::string& why)
+{
+    face.Warn(path + " is not read: " + why + "; remove it, or make the tags again");
 }
 
 void Host::MakeCacheDirectory()

@@ -56,7 +56,8 @@ public:
     enum class CacheDirectory { Make, LeaveAlone };
     void Start(CacheDirectory directory = CacheDirectory::Make);
 
-    // Closes what is open, waits for what still loads in the background, and unloads the plug-in. Idempotent.
+    // Closes what is open, has what still loads in the background end early and waits for that, and unloads the plug-in.
+    // Idempotent.
     void ShutDown();
 
     // Opens a document, or goes to it when it is open already, and makes it the current one. 'text' takes the place of the
@@ -105,6 +106,7 @@ private:
     void MessageForDocument(long document, const BMessage& message) override;
     void MessageForFrontDocument(const BMessage& message) override;
     void OpenMatch(const std::string& path, long line) override;
+    void TagsFileUnread(const std::string& path, const std::string& why) override;
     void MakeCacheDirectory();
     void SendStoredSettings();
     void HaveSettingsWritten();

@@ -7,6 +7,7 @@ namespace wren {
 namespace {
 
 constexpr uint32 kForDocument = FourCC("plgp");     // "documentID", "message"
+constexpr uint32 kTagsFileUnread = FourCC("tgur");  // "path", "why"
 constexpr uint32 kDirectoryChosen = FourCC("gnlt"); // a file panel posts it bare
 
 } // namespace
@@ -21,6 +22,8 @@ void HostApplication::MessageReceived(BMessage* message)
         return client.MessageForFrontDocument(*message);
     case B_REFS_RECEIVED:
         return OpenRefs(*message);
+    case kTagsFileUnread:
+        return ReportUnread(*message);
     default:
         return BApplication::MessageReceived(message);
     }
@@ -43,6 +46,14 @@ void HostApplication::OpenRefs(const BMessage& message)
     for (int32 i = 0; message.FindRef("refs", i, &ref) == B_OK; ++i)
         if (ref.name != nullptr)
             client.OpenMatch(ref.Path(), line);
+}
+
+void HostApplication::ReportUnread(const BMessage& message)
+{
+    const char* path;
+    const char* why;
+    if (message.FindString("path", &path) == B_OK && message.FindString("why", &why) == B_OK)
+        client.TagsFileUnread(path, why);
 }
 
 } // namespace wren

@@ -15,6 +15,9 @@ public:
     virtual void MessageForDocument(long document, const BMessage& message) = 0;
     virtual void MessageForFrontDocument(const BMessage& message) = 0;
     virtual void OpenMatch(const std::string& path, long line) = 0; // lines from 1; 0 for none given
+
+    // 'why' is the rest of the sentence about it ("it is too long").
+    virtual void TagsFileUnread(const std::string& path, const std::string& why) = 0;
 };
 
 class HostApplication : public BApplication {
@@ -26,6 +29,7 @@ public:
 private:
     void Unwrap(const BMessage& envelope);
     void OpenRefs(const BMessage& message);
+    void ReportUnread(const BMessage& message);
 
     ApplicationClient& client;
 };

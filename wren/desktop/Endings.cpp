@@ -1,5 +1,6 @@
 #include "wren/desktop/Endings.h"
 
+#include "vetch/support/Cancellation.h"
 #include "wren/desktop/Editor.h"
 #include "wren/desktop/SessionKeeper.h"
 #include "wren/desktop/SettingsKeeper.h"
@@ -27,6 +28,7 @@ void Hear(int signal)
 {
     const int before = errno;
     gSignal = signal;
+    vetch::CancelReading(true); // the loop may be waiting for a lookup
     [[maybe_unused]] const ssize_t ignored = ::write(gEnds[0], "", 1);
     errno = before;
 }

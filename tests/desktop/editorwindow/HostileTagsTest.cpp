@@ -1,8 +1,12 @@
 // Tags files that somebody wrote to do harm: what they name is shown as it is, and opened or refused, and that is all.
 #include "tests/desktop/editorwindow/EditorStory.h"
+#include "tests/support/SparseFile.h"
+#include "vetch/support/Cancellation.h"
 #include "wren/core/Host.h"
 #include "wren/desktop/EditorTabs.h"
+#include "wren/desktop/Endings.h"
 #include "wren/desktop/MainWindow.h"
+#include "wren/desktop/NoticeBar.h"
 #include "wren/desktop/display/ListPeer.h"
 
 #include <QApplication>
@@ -11,6 +15,7 @@
 #include <QTabBar>
 #include <QTextDocument>
 
+#include <csignal>
 #include <sys/stat.h>
 
 using ::testing::AllOf;
@@ -58,6 +63,33 @@ protected:
 };
 
 } // namespace
+
+TEST_F(HostileTags, AFileOfHolesIsNotReadAndTheUserIsTold)
+{
+    if (const std::string reason = MakeSparse(home / "tags", kTerabyte); !reason.empty())
+        GTEST_SKIP() << reason;
+    Start({home.Write("draw.c", "Are")});
+    SettleBackground();
+    Press("F12");
+    Settle();
+    const std::string notice = (home / "tags") + " is not read: it is 1.1 TB long";
+    EXPECT_THAT(TheEditor().Window().Notices().Told().toStdString(), HasSubstr(notice)) << "a lookup";
+    Type("x"); // names are loaded for what is typed
+    SettleBackground();
+    EXPECT_THAT(TheEditor().Window().Notices().Told().split('\n'), ::testing::SizeIs(1)) << "it is told once";
+}
+
+// The loop hears of a signal only when the lookup that it is waiting for has ended.
+TEST_F(HostileTags, ASignalToEndCancelsALookup)
+{
+    Start();
+    {
+        const wren::Endings endings(TheEditor());
+        std::raise(SIGTERM);
+        EXPECT_TRUE(vetch::ReadingIsCancelled());
+    }
+    vetch::CancelReading(false);
+}
 
 TEST_F(HostileTags, MarkupInAListIsShownAsItIs)
 {
