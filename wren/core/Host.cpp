@@ -22,6 +22,18 @@ namespace wren {
 namespace {
 
 constexpr const char* kOrChoose = ", or choose a value in the preferences";
+constexpr size_t kLongestProblem = 300; // bytes: a line without an end is no message
+
+// Never in the middle of a UTF-8 character.
+std::string Shortened(const std::string& text)
+{
+    if (text.size() <= kLongestProblem)
+        return text;
+    size_t end = kLongestProblem;
+    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80)
+        --end;
+    return text.substr(0, end) + "...";
+}
 
 // Windows that the framework made for the plug-in are no loopers of the plug-in's library: a file panel that nobody has
 // answered.
@@ -315,7 +327,7 @@ void Host::WarnAboutUnknown(const StoredLine& line)
 
 void Host::WarnAbout(const StoredLine& line, const std::string& problem, const char* otherRemedy)
 {
-    face.Warn(settings.File() + ":" + std::to_string(line.number) + ": " + problem +
+    face.Warn(settings.File() + ":" + std::to_string(line.number) + ": " + Shortened(problem) +
               "; the line is left out and kept: correct or remove it" + otherRemedy);
 }
 

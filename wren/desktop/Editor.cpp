@@ -182,6 +182,7 @@ void Editor::Connect()
     connect(settings.get(), &SettingsKeeper::Failed, this, [this](const QString& reason) { Warn(reason.toStdString()); });
     connect(worksheet.get(), &WorksheetActions::Told, this,
             [this](const QString& text) { window->statusBar()->showMessage(text, 8000); });
+    connect(&window->Notices(), &NoticeBar::AllAsked, this, &Editor::ShowNotices);
     window->mayClose = [this] { return Quit(); };
 }
 
@@ -190,8 +191,7 @@ void Editor::Show(const std::vector<Place>& wanted)
     window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(session->State().geometry)));
     window->show();
     window->activateWindow(); // where no window manager does it
-    for (const QString& problem : std::exchange(problems, {}))
-        window->Notices().Tell(problem);
+    window->Notices().TellAll(std::exchange(problems, {}));
     for (const Place& place : wanted)
         OpenOrNew(place);
     if (restoresSession && preferences.Values().restoresSession && wanted.empty())
@@ -376,6 +376,13 @@ void Editor::CloseCurrent()
 {
     if (const Document* document = Current())
         Close(document->Id());
+}
+
+// As what a new document holds: nobody is asked to save it.
+void Editor::ShowNotices()
+{
+    New();
+    CurrentView()->SetBytes((window->Notices().Told() + '\n').toStdString());
 }
 
 void Editor::GoBack()

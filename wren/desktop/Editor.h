@@ -74,6 +74,7 @@ public:
     void UseZoom(int steps); // 0: none
     void AboutSymbols();
     void About();
+    void ShowNotices(); // all that the bar has told and not withdrawn, as a text
 
     // For those who build on it.
     MainWindow& Window() { return *window; }

@@ -9,6 +9,7 @@
 #include <QToolButton>
 
 #include <algorithm>
+#include <iterator>
 
 namespace wren {
 
@@ -18,7 +19,7 @@ constexpr int kLinesSeen = 8;
 
 } // namespace
 
-NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(new QScrollArea)
+NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(new QScrollArea), all(new QToolButton)
 {
     setFrameShape(QFrame::StyledPanel);
     setBackgroundRole(QPalette::ToolTipBase);
@@ -40,9 +41,16 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(
     close->setToolTip(tr("Dismiss"));
     close->setFocusPolicy(Qt::NoFocus);
     connect(close, &QToolButton::clicked, this, &NoticeBar::Dismiss);
+    all->setText(tr("Show All"));
+    all->setObjectName("all");
+    all->setAutoRaise(true);
+    all->setToolTip(tr("Open all notices as a text"));
+    all->setFocusPolicy(Qt::NoFocus);
+    connect(all, &QToolButton::clicked, this, &NoticeBar::AllAsked);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(8, 4, 4, 4);
     row->addWidget(area, 1);
+    row->addWidget(all, 0, Qt::AlignTop);
     row->addWidget(close, 0, Qt::AlignTop);
     QScrollBar* bar = area->verticalScrollBar();
     connect(bar, &QScrollBar::rangeChanged, this, &NoticeBar::FollowEnd);
@@ -52,19 +60,26 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(
 
 void NoticeBar::Tell(const QString& text, const QString& subject)
 {
-    std::erase_if(told, [&](const Notice& each) {
-        return each.text == text || (!subject.isEmpty() && each.subject == subject);
-    });
-    told.push_back({subject, text});
-    atEnd = true;
-    Show();
-    FollowEnd();
+    Add(text, subject);
+    Changed();
+}
+
+void NoticeBar::TellAll(const QStringList& texts)
+{
+    if (texts.isEmpty())
+        return;
+    for (const QString& text : texts)
+        Add(text, {});
+    Changed();
 }
 
 void NoticeBar::Withdraw(const QString& subject)
 {
-    if (std::erase_if(told, [&](const Notice& each) { return each.subject == subject; }) != 0)
-        Show();
+    const auto found = bySubject.find(subject);
+    if (found == bySubject.end())
+        return;
+    Remove(*found);
+    Show();
 }
 
 QString NoticeBar::Told() const
@@ -75,9 +90,46 @@ QString NoticeBar::Told() const
     return lines.join('\n');
 }
 
+void NoticeBar::Add(const QString& text, const QString& subject)
+{
+    if (const auto found = byText.find(text); found != byText.end())
+        Remove(*found);
+    if (const auto found = bySubject.find(subject); found != bySubject.end())
+        Remove(*found);
+    const auto added = told.insert(told.end(), {subject, text});
+    byText.insert(text, added);
+    if (!subject.isEmpty())
+        bySubject.insert(subject, added);
+}
+
+void NoticeBar::Remove(std::list<Notice>::iterator notice)
+{
+    byText.remove(notice->text);
+    bySubject.remove(notice->subject);
+    told.erase(notice);
+}
+
+void NoticeBar::Changed()
+{
+    atEnd = true;
+    Show();
+    FollowEnd();
+}
+
+// What does not fit comes first, as it is older, and is told of last, where it is seen.
 void NoticeBar::Show()
 {
-    label->setText(Told());
+    const bool tooMany = told.size() > kMostShown;
+    auto first = told.cbegin();
+    std::advance(first, tooMany ? static_cast<std::ptrdiff_t>(told.size() - kMostShown) : 0);
+    QStringList lines;
+    for (; first != told.cend(); ++first)
+        lines.append(first->text);
+    if (tooMany)
+        lines.append(tr("%1 older notices are not shown here: \"Show All\" opens all of them as a text.")
+                         .arg(told.size() - kMostShown));
+    label->setText(lines.join('\n'));
+    all->setVisible(tooMany);
     setVisible(!told.empty());
     FitHeight();
 }
@@ -104,6 +156,8 @@ void NoticeBar::FollowEnd()
 
 void NoticeBar::Dismiss()
 {
+    byText.clear();
+    bySubject.clear();
     told.clear();
     hide();
 }

@@ -1,12 +1,18 @@
 #include "wren/desktop/NoticeBar.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QLabel>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <limits>
 
 namespace {
 
@@ -30,6 +36,29 @@ protected:
     {
         window.resize(width, 600);
         QApplication::processEvents();
+    }
+    QStringList Shown() const { return bar->findChild<QLabel*>()->text().split('\n'); }
+    QToolButton& ShowAll() const { return *bar->findChild<QToolButton*>("all"); }
+    static QStringList Notices(int count)
+    {
+        QStringList notices;
+        for (int number = 1; number <= count; ++number)
+            notices.append(QString("notice %1").arg(number));
+        return notices;
+    }
+    // The fastest of a few runs, in nanoseconds a notice.
+    static qint64 TimeOfEach(int count)
+    {
+        qint64 fastest = std::numeric_limits<qint64>::max();
+        for (int run = 0; run < 5; ++run) {
+            wren::NoticeBar fresh;
+            const QStringList notices = Notices(count);
+            QElapsedTimer timer;
+            timer.start();
+            fresh.TellAll(notices);
+            fastest = std::min(fastest, timer.nsecsElapsed() / count);
+        }
+        return fastest;
     }
     QScrollBar& Scroll() { return *bar->findChild<QScrollArea*>()->verticalScrollBar(); }
 
@@ -76,4 +105,27 @@ TEST_F(NoticeBarStory, OfASubjectTheLastWordCountsUntilItIsWithdrawn)
     bar->Tell("no subject", "c");
     bar->Withdraw("c");
     EXPECT_FALSE(bar->isVisible()) << "nothing is left to be told";
+}
+
+TEST_F(NoticeBarStory, OfVeryManyNoticesTheNewestAreShownAndTheOthersCounted)
+{
+    const int most = static_cast<int>(wren::NoticeBar::kMostShown);
+    bar->TellAll(Notices(most));
+    EXPECT_EQ(Shown(), Notices(most));
+    EXPECT_FALSE(ShowAll().isVisible());
+    bar->TellAll(Notices(most + 40));
+    EXPECT_EQ(Shown().size(), most + 1);
+    EXPECT_EQ(Shown().front(), "notice 41");
+    EXPECT_THAT(Shown().back().toStdString(), ::testing::StartsWith("40 older notices"));
+    EXPECT_TRUE(ShowAll().isVisible());
+    EXPECT_EQ(bar->Told().split('\n'), Notices(most + 40));
+    bar->Tell("notice 1");
+    EXPECT_EQ(Shown().front(), "notice 42") << "told once more, it is the newest";
+    EXPECT_EQ(bar->Told().count('\n'), most + 39);
+}
+
+// A ratio within one run: a quadratic one would be a hundred.
+TEST_F(NoticeBarStory, TwentyThousandNoticesTakeNoLongerEachThanTwoHundred)
+{
+    EXPECT_LT(TimeOfEach(20'000), 10 * TimeOfEach(200));
 }

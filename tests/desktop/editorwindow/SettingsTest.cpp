@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
+#include <QToolButton>
 #include <QWheelEvent>
 
 #include <filesystem>
@@ -279,4 +280,28 @@ TEST_F(Settings, OfTheSizeAreChangedByTheWheelInAllTextsAndTakenBack)
     EXPECT_EQ(View().Look().font.pointSize(), usual + 1);
     Press("Ctrl+0");
     EXPECT_EQ(View().Look().font.pointSize(), usual);
+}
+
+TEST_F(Settings, ThousandsOfWrongLinesAreCountedAndCanAllBeRead)
+{
+    std::string lines;
+    for (int number = 1; number <= 2000; ++number)
+        lines += "WrenTabWidth wrong" + std::to_string(number) + "\n";
+    lines += "Wren" + std::string(1'000'000, 'x') + " on\n";
+    home.Write(".config/wren/settings", lines);
+    Start();
+    auto& notices = TheEditor().Window().Notices();
+    const std::string shown = notices.findChild<QLabel*>()->text().toStdString();
+    EXPECT_THAT(shown, AllOf(HasSubstr("settings:2000: "), HasSubstr("1951 older notices"), HasSubstr("Show All"),
+                             Not(HasSubstr("settings:1: "))));
+    EXPECT_LT(shown.size(), 50'000u);
+    notices.findChild<QToolButton*>("all")->click();
+    EXPECT_THAT(Text(),
+                AllOf(HasSubstr("settings:1: WrenTabWidth: "), HasSubstr("settings:2001: no setting is named")));
+    EXPECT_THAT(CurrentTab(), "untitled") << "not to be saved";
+    ASSERT_TRUE(Quit());
+    EXPECT_THAT(hands.TakeHeard(), IsEmpty());
+    const std::string kept = Content(SettingsFile());
+    EXPECT_EQ(kept.size(), lines.size()) << "for the user to correct";
+    EXPECT_NE(kept.find("WrenTabWidth wrong1\n"), std::string::npos);
 }
