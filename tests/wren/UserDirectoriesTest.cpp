@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -18,7 +19,78 @@ void Set(const char* variable, const char* value)
         ::setenv(variable, value, 1);
 }
 
+// A file system that can be written to, is full in one way or the other, or may only be read.
+int Spacious(const char*, struct statvfs* state)
+{
+    *state = {};
+    state->f_bavail = state->f_files = state->f_favail = 1;
+    return 0;
+}
+
+int WithoutBlocks(const char*, struct statvfs* state)
+{
+    Spacious("", state);
+    state->f_bavail = 0;
+    return 0;
+}
+
+int WithoutInodes(const char*, struct statvfs* state)
+{
+    Spacious("", state);
+    state->f_favail = 0;
+    return 0;
+}
+
+int ReadOnly(const char*, struct statvfs* state)
+{
+    Spacious("", state);
+    state->f_flag = ST_RDONLY;
+    return 0;
+}
+
 } // namespace
+
+TEST(UserDirectories, AdviceNamesWhatIsWrongWithTheDirectoryOrTheLastOneThatIsThere)
+{
+    const TempDirectory home;
+    std::filesystem::create_directories(home / "good/deep");
+    home.Write("file", "in the way");
+    std::filesystem::create_symlink("nowhere", home / "link");
+    const struct {
+        const char* why;
+        std::string directory;
+        int (*diskState)(const char*, struct statvfs*);
+        std::string beginning;
+    } kCases[] = {
+        {"nothing is wrong", home / "good/deep", &Spacious, ""},
+        {"nothing but that it is not there yet", home / "good/more/and/more", &Spacious, ""},
+        {"a file in its place", home / "file", &Spacious,
+         (home / "file") + " is not a directory: move it away, or set"},
+        {"a file above it", home / "file/a/b", &Spacious, (home / "file") + " is not a directory"},
+        {"a link to nowhere", home / "link/a", &Spacious, (home / "link") + " is not a directory"},
+        {"a full disk", home / "good/x", &WithoutBlocks, "The disk of " + (home / "good") + " is full: make room"},
+        {"no room for more files", home / "good", &WithoutInodes, "The disk of " + (home / "good") + " is full"},
+        {"read-only", home / "good", &ReadOnly, (home / "good") + " is on a file system that is mounted read-only"},
+    };
+    for (const auto& each : kCases) {
+        const std::string advice = wren::AdviceAbout(each.directory, each.diskState);
+        EXPECT_THAT(advice, ::testing::StartsWith(each.beginning)) << each.why;
+        EXPECT_EQ(advice.empty(), each.beginning.empty()) << each.why;
+    }
+}
+
+TEST(UserDirectories, AdviceNamesADirectoryThatTheUserMayNotWriteTo)
+{
+    const TempDirectory home;
+    std::filesystem::create_directories(home / "closed");
+    ASSERT_EQ(::chmod(home.Path().c_str(), 0755), 0);
+    ASSERT_EQ(::chmod((home / "closed").c_str(), 0555), 0);
+    const uid_t before = ::geteuid();
+    ASSERT_TRUE(before != 0 || ::seteuid(65534) == 0);
+    EXPECT_THAT(wren::AdviceAbout(home / "closed/wren/recovery", &Spacious),
+                ::testing::StartsWith("You have no right to write to " + (home / "closed") + ": give yourself"));
+    ASSERT_EQ(::seteuid(before), 0);
+}
 
 TEST(UserDirectories, Cases)
 {

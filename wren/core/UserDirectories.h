@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <sys/statvfs.h>
 
 namespace wren {
 
@@ -12,5 +13,11 @@ std::string StateDirectory();  // $XDG_STATE_HOME/wren, or ~/.local/state/wren
 // Makes the directory and those above it, for the user alone, where they are not there yet. False, with the path and the
 // reason in '*error'.
 bool MakeUserDirectory(const std::string& directory, std::string* error);
+
+// Why nothing can be written below the directory, and what the user can do about it, in sentences; "" when nothing is seen to
+// be wrong with it, or only that it is not there yet. Looks at it now: what failed may have been put right meanwhile.
+// 'diskState' is what tells of the file system.
+std::string AdviceAbout(const std::string& directory,
+                        int (*diskState)(const char* path, struct statvfs* state) = &::statvfs);
 
 } // namespace wren

@@ -28,9 +28,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto kPause = 2s;    // without a change, before it is kept
-constexpr auto kLongest = 20s; // from a change to its being kept
-constexpr auto kAgain = 5s;    // until a copy that failed is tried again
+constexpr auto kAgain = 5s;          // until a copy that failed is tried again
+constexpr long kUsual = 1024 * 1024; // bytes, for each of which more a copy waits longer
+constexpr auto kMore = 10ms;         // for as many
 constexpr const char* kUnsafe = "unsafe";
 
 // A paragraph, and the texts below it; "" when there are none.
@@ -126,7 +126,7 @@ void SessionKeeper::OfferRecovery()
 {
     const std::vector<UnsavedText> left = recovery.Left();
     if (!recovery.Problem().empty())
-        editor.Window().Notices().Tell(QString::fromStdString(recovery.Problem()));
+        TellUnsafe(recovery.Problem());
     if (left.empty())
         return;
     QMessageBox question(QMessageBox::Question, tr("Wren"),
@@ -231,7 +231,13 @@ void SessionKeeper::KeepUnsaved()
 void SessionKeeper::TextChanged(long document)
 {
     changed.insert(document);
-    quiet.Happened();
+    const Document* text = editor.TheHost().AllDocuments().Find(document);
+    quiet.Happened(MoreFor(text == nullptr ? 0 : text->Length()));
+}
+
+std::chrono::milliseconds SessionKeeper::MoreFor(long bytes)
+{
+    return bytes / kUsual * kMore;
 }
 
 void SessionKeeper::FilesChanged()
@@ -249,6 +255,7 @@ void SessionKeeper::Settled(long document)
 
 void SessionKeeper::KeepChanged()
 {
+    RetryPlace();
     for (const long document : std::exchange(changed, {}))
         Keep(document);
     if (!restoring && std::exchange(filesChanged, false)) // half of a session that is restored is none
@@ -268,6 +275,8 @@ void SessionKeeper::Keep(long id)
 {
     const Document* document = editor.TheHost().AllDocuments().Find(id);
     if (document != nullptr && editor.Files().IsModified(*document)) {
+        if (!recovery.Problem().empty())
+            return Unsafe(id, recovery.Problem());
         recovery.Keep(id, document->Path(), editor.Window().Tabs().ViewOf(id)->Bytes(), editor.Files().Known(id));
     } else {
         recovery.Forget(id);
@@ -278,20 +287,58 @@ void SessionKeeper::Keep(long id)
 void SessionKeeper::Kept(long document, const std::string& problem)
 {
     if (problem.empty())
-        return Safe(document);
+        Safe(document);
+    else
+        Unsafe(document, problem);
+}
+
+void SessionKeeper::Unsafe(long document, const std::string& reason)
+{
     unsafe.insert(document);
     changed.insert(document);
     if (!again.isActive())
         again.start();
-    if (std::exchange(told, problem) != problem)
-        editor.Window().Notices().Tell(
-            tr("What is not saved is not safe from a crash: %1").arg(QString::fromStdString(problem)), kUnsafe);
+    TellUnsafe(reason);
+}
+
+// Once for each reason: what the user has dismissed comes back only with news.
+void SessionKeeper::TellUnsafe(const std::string& reason)
+{
+    if (std::exchange(told, reason) == reason)
+        return;
+    QStringList sentences(tr("What is not saved is not safe from a crash: %1.").arg(QString::fromStdString(reason)));
+    if (Recovery::Place().empty()) {
+        sentences.append(tr("Set HOME, or XDG_STATE_HOME, to a directory and start Wren again."));
+    } else {
+        sentences.append(tr("Copies of unsaved texts belong in %1.").arg(QString::fromStdString(Recovery::Place())));
+        sentences.append(QString::fromStdString(AdviceAbout(Recovery::Place())));
+        sentences.append(tr("Wren tries again while there are unsaved texts."));
+    }
+    sentences.removeAll("");
+    editor.Window().Notices().Tell(sentences.join(' '), kUnsafe);
+}
+
+// The copies that were in a directory that has gone are gone too.
+void SessionKeeper::RetryPlace()
+{
+    const bool hadNone = !recovery.Problem().empty();
+    if (changed.empty() || !recovery.Retry())
+        return;
+    for (const Document* document : editor.TheHost().AllDocuments().All())
+        if (editor.Files().IsModified(*document))
+            changed.insert(document->Id());
+    if (hadNone && unsafe.empty())
+        Withdraw();
 }
 
 void SessionKeeper::Safe(long document)
 {
-    if (unsafe.erase(document) == 0 || !unsafe.empty())
-        return;
+    if (unsafe.erase(document) != 0 && unsafe.empty() && recovery.Problem().empty())
+        Withdraw();
+}
+
+void SessionKeeper::Withdraw()
+{
     told.clear();
     editor.Window().Notices().Withdraw(kUnsafe);
 }

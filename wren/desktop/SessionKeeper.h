@@ -9,6 +9,7 @@
 
 #include <QTimer>
 
+#include <chrono>
 #include <set>
 #include <string>
 #include <vector>
@@ -21,6 +22,9 @@ class Editor;
 
 // The session, and a text's copy, are written once nothing has changed for a moment, or when that takes too long; and a copy
 // that could not be written, again a while later. Nothing wakes up while nothing changes. GUI thread.
+//
+// A copy of a text of usual size is made half a second after the last change, and four seconds after the first one when there
+// is no pause. Larger texts wait longer, as copying them holds up the keys.
 class SessionKeeper : public QObject {
     Q_OBJECT
 public:
@@ -41,6 +45,12 @@ public:
     void FilesChanged(); // others are open, or in another order
     void Settled(long document); // saved or closed: no copy is needed
 
+    bool IsUnsafe() const { return !unsafe.empty(); } // the last copy of some text could not be written
+
+    static constexpr std::chrono::milliseconds kPause{500};    // without a change, before it is kept
+    static constexpr std::chrono::milliseconds kLongest{4000}; // from a change to its being kept
+    static std::chrono::milliseconds MoreFor(long bytes);      // that a copy of so large a text waits
+
 private:
     void TakeState(const SessionState& stored);
     void TakeOpenFiles();
@@ -51,6 +61,10 @@ private:
     void Keep(long document);
     void Kept(long document, const std::string& problem);
     void Safe(long document);
+    void Unsafe(long document, const std::string& reason);
+    void TellUnsafe(const std::string& reason);
+    void RetryPlace();
+    void Withdraw();
 
     Editor& editor;
     SessionState state;

@@ -1,9 +1,10 @@
+#include "wren/desktop/state/Recovery.h"
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
+#include "wren/core/Document.h"
 #include "wren/desktop/SessionKeeper.h"
 #include "wren/desktop/WorksheetActions.h"
-#include "wren/desktop/state/Recovery.h"
 
 #include <QApplication>
 #include <QMessageBox>
@@ -69,6 +70,23 @@ protected:
 class UnsavedCopy : public EditorStory {
 protected:
     std::string Directory() const { return fs::directory_iterator(InState("recovery"))->path(); }
+    int Copies() const
+    {
+        std::error_code none;
+        int copies = 0;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(InState("recovery"), none))
+            copies += entry.path().extension() == ".copy";
+        return copies;
+    }
+    std::string OnlyCopy() const // what is in it; "" when there is none, or more of them
+    {
+        std::error_code none;
+        if (Copies() == 1)
+            for (const fs::directory_entry& entry : fs::recursive_directory_iterator(InState("recovery"), none))
+                if (entry.path().extension() == ".copy")
+                    return Content(entry.path());
+        return "";
+    }
     void UntilToldThatItIsUnsafe()
     {
         Until([this] { return Notice().find("not safe from a crash") != std::string::npos; });
@@ -357,37 +375,73 @@ TEST_F(AfterAKill, TheFilesThatWereOpenAreOpenAgain)
     EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(other, file));
 }
 
-TEST_F(UnsavedCopy, ThatCouldNotBeWrittenIsTriedAgainAndToldOfAnew)
+TEST_F(UnsavedCopy, AFileInThePlaceOfTheDirectoryIsNamedWithARemedyUntilItHasGone)
+{
+    home.Write(".local/state/wren/recovery", "in the way");
+    Start({home.Write("a.c", "old\n")});
+    const std::string told = Notice();
+    EXPECT_THAT(told, AllOf(HasSubstr("not safe from a crash"), HasSubstr(InState("recovery")),
+                            HasSubstr("is not a directory: move it away")));
+    Type("typed ");
+    Until([this] { return TheEditor().Session().IsUnsafe(); });
+    EXPECT_EQ(Notice(), told) << "told once";
+    fs::remove(InState("recovery"));
+    Until([this] { return Notice().empty(); });
+    EXPECT_THAT(OnlyCopy(), HasSubstr("\n" + Text()));
+}
+
+TEST_F(UnsavedCopy, ACopyThatCouldNotBeWrittenIsTriedAgainAndAnnouncedAgain)
 {
     Start({home.Write("a.c", "old\n")});
-    const std::string directory = Directory();
     for (int round = 0; round < 2; ++round) {
-        fs::remove_all(directory);
+        fs::remove_all(InState("recovery"));
+        home.Write(".local/state/wren/recovery", "in the way");
         Type("typed ");
         UntilToldThatItIsUnsafe();
-        fs::create_directory(directory);
+        fs::remove(InState("recovery"));
         Until([this] { return Notice().empty(); });
-        EXPECT_THAT(Content(fs::directory_iterator(directory)->path()), HasSubstr("\n" + Text()));
+        EXPECT_THAT(OnlyCopy(), HasSubstr("\n" + Text()));
     }
+}
+
+TEST_F(UnsavedCopy, ADirectoryThatIsRemovedIsMadeAgainWithTheCopiesOfAllTexts)
+{
+    Start({home.Write("a.c", ""), home.Write("b.c", "")});
+    Type("one ");
+    Until([this] { return !OnlyCopy().empty(); });
+    fs::remove_all(InState("recovery"));
+    Press("Ctrl+PgUp");
+    Type("two ");
+    Until([this] { return Copies() == 2; });
+    EXPECT_THAT(Notice(), IsEmpty());
 }
 
 TEST_F(UnsavedCopy, ThatIsNotNeededAnyMoreIsNotToldOf)
 {
     Start({home.Write("a.c", "old\n")});
-    fs::remove_all(Directory());
+    fs::create_directory(Directory() + "/" + std::to_string(TheEditor().Current()->Id()) + ".copy");
     Type("typed ");
     UntilToldThatItIsUnsafe();
     Press("Ctrl+S");
     EXPECT_THAT(Notice(), IsEmpty());
 }
 
-TEST_F(UnsavedCopy, ThatCannotBeWrittenIsToldOf)
+TEST_F(UnsavedCopy, IsMadeWhileTheUserTypesWithoutAPause)
 {
     Start({home.Write("a.c", "old\n")});
-    fs::remove_all(InState("recovery"));
-    Type("typed ");
-    Until([this] { return !Notice().empty(); });
-    EXPECT_THAT(Notice(), AllOf(HasSubstr("not safe from a crash"), HasSubstr("No such file or directory")));
-    hands.AnswerNextAlert("Discard");
-    EXPECT_TRUE(Quit());
+    Until([this] {
+        Type("x");
+        return Copies() == 1;
+    });
+    EXPECT_THAT(OnlyCopy(), HasSubstr("\nx"));
+}
+
+TEST_F(UnsavedCopy, IsSoonMadeAndALargeTextWaitsInProportion)
+{
+    using Keeper = wren::SessionKeeper;
+    using namespace std::chrono_literals;
+    EXPECT_LT(Keeper::kPause + Keeper::MoreFor(10'000'000), 1s);
+    EXPECT_LT(Keeper::kLongest + Keeper::MoreFor(10'000'000), 5s);
+    EXPECT_EQ(Keeper::MoreFor(100'000), 0ms);
+    EXPECT_EQ(Keeper::MoreFor(2'000'000'000) / Keeper::MoreFor(200'000'000), 10);
 }

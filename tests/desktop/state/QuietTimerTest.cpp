@@ -57,3 +57,14 @@ TEST_F(QuietTimer, TellsInTheEndOfWhatHappensWithoutAPause)
     };
     EXPECT_TRUE(QTest::qWaitFor(happens, kNever));
 }
+
+TEST_F(QuietTimer, WaitsLongerForWhatTakesLonger)
+{
+    wren::QuietTimer patient(1ms, 1ms);
+    patient.Happened(24h);
+    wren::QuietTimer timer(1ms, 1ms);
+    Count(timer);
+    timer.Happened();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return told == 1; }, kNever));
+    EXPECT_TRUE(patient.IsWaiting());
+}

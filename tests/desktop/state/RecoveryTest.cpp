@@ -186,5 +186,33 @@ TEST_F(Recovery, SaysWhatCameOfEachCopy)
     editor.Keep(7, "/a.c", "text");
     editor.Finish();
     EXPECT_FALSE(editor.Holds(7, "text"));
-    EXPECT_THAT(told, ElementsAre("12: ", HasSubstr("7.copy: No such file or directory")));
+    EXPECT_THAT(told, ElementsAre("12: ", "7: No such file or directory"));
+}
+
+TEST_F(Recovery, BeginsAgainOnceWhatWasInTheWayIsGone)
+{
+    const std::string inTheWay = home.Write(".local/state/wren/recovery", "in the way");
+    wren::Recovery editor;
+    EXPECT_FALSE(editor.Retry());
+    EXPECT_THAT(editor.Problem(), HasSubstr("recovery: "));
+    fs::remove(inTheWay);
+    EXPECT_TRUE(editor.Retry());
+    EXPECT_EQ(editor.Problem(), "");
+    editor.Keep(1, "/a.c", "text");
+    editor.Finish();
+    EXPECT_TRUE(editor.Holds(1, "text"));
+    EXPECT_FALSE(editor.Retry()) << "nothing is wrong with it";
+}
+
+TEST_F(Recovery, BeginsAgainWhenItsDirectoryWasRemoved)
+{
+    wren::Recovery editor;
+    editor.Keep(1, "/a.c", "text");
+    editor.Finish();
+    fs::remove_all(InState("recovery"));
+    EXPECT_TRUE(editor.Retry());
+    EXPECT_FALSE(editor.Holds(1, "text"));
+    editor.Keep(1, "/a.c", "text");
+    editor.Finish();
+    EXPECT_TRUE(editor.Holds(1, "text"));
 }

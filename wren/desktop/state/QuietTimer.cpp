@@ -11,11 +11,11 @@ QuietTimer::QuietTimer(std::chrono::milliseconds pause, std::chrono::millisecond
     connect(&timer, &QTimer::timeout, this, &QuietTimer::Quiet);
 }
 
-void QuietTimer::Happened()
+void QuietTimer::Happened(std::chrono::milliseconds more)
 {
     if (!timer.isActive())
-        latest = QDeadlineTimer(longest);
-    timer.start(std::min(pause, std::chrono::milliseconds(latest.remainingTime())));
+        latest = QDeadlineTimer(longest + more);
+    timer.start(std::min(pause + more, std::chrono::milliseconds(latest.remainingTime())));
 }
 
 } // namespace wren

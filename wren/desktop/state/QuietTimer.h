@@ -15,7 +15,8 @@ class QuietTimer : public QObject {
 public:
     QuietTimer(std::chrono::milliseconds pause, std::chrono::milliseconds longest, QObject* parent = nullptr);
 
-    void Happened();
+    // 'more' is added to both times: what has to be done then takes longer.
+    void Happened(std::chrono::milliseconds more = {});
     bool IsWaiting() const { return timer.isActive(); }
 
 signals:

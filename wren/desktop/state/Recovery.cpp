@@ -57,7 +57,6 @@ public:
 
     int Problem() const { return problem; } // errno's, 0 when it is held
 
-private:
     // Another editor that starts may have taken the directory for a dead one's and removed it.
     bool IsStillThere() const
     {
@@ -65,6 +64,7 @@ private:
         return ::fstat(file, &held) == 0 && ::stat(path.c_str(), &named) == 0 && held.st_ino == named.st_ino;
     }
 
+private:
     const std::string path;
     const int file;
     int problem;
@@ -145,7 +145,8 @@ CopyWriter::OnWritten ByDocument(Recovery::OnKept onKept)
     if (!onKept)
         return {};
     return [onKept = std::move(onKept)](const std::string& file, const std::string& problem) {
-        onKept(std::stol(fs::path(file).stem()), problem);
+        const bool isNamed = problem.starts_with(file + ": ");
+        onKept(std::stol(fs::path(file).stem()), isNamed ? problem.substr(file.size() + 2) : problem);
     };
 }
 
@@ -166,6 +167,27 @@ struct Recovery::Own {
 };
 
 Recovery::Recovery(OnKept onKept) : writer(ByDocument(std::move(onKept)))
+{
+    Begin();
+}
+
+std::string Recovery::Place()
+{
+    return RecoveryDirectory();
+}
+
+bool Recovery::Retry()
+{
+    if (own != nullptr && own->lock.IsStillThere())
+        return false;
+    writer.Finish();
+    own = nullptr;
+    problem.clear();
+    Begin();
+    return own != nullptr;
+}
+
+void Recovery::Begin()
 {
     if (RecoveryDirectory().empty()) {
         problem = "there is no home directory: copies of unsaved texts have no place";

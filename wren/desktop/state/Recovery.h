@@ -24,10 +24,11 @@ struct UnsavedText {
 // a line of JSON that says what it is of, and then the text. Not thread-safe.
 class Recovery {
 public:
-    using OnKept = std::function<void(long document, const std::string& problem)>; // "" for none
+    // The problem is why the copy could not be written, without a path; "" for none.
+    using OnKept = std::function<void(long document, const std::string& problem)>;
 
-    // Without a state directory, or locks in it, it keeps nothing, and Problem() says so. 'onKept' is called on the thread
-    // that writes.
+    // Without a state directory, or locks in it, it keeps nothing, and Problem() says so, until Retry(). 'onKept' is called
+    // on the thread that writes.
     explicit Recovery(OnKept onKept = {});
     ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
 
@@ -38,6 +39,11 @@ public:
     bool Holds(long document, const std::string& text) const; // in a copy that is on the disk
 
     const std::string& Problem() const { return problem; } // why no copies can be kept; "" when they can
+    static std::string Place();                            // where they are kept; "" for nowhere
+
+    // Begins again where there is no directory to keep copies in, or it was removed. True when it has begun again: what was
+    // kept has to be kept once more.
+    bool Retry();
 
     // What editors that are gone have left, the oldest first, also of files that they were writing (LeftOverwritten).
     // Reading removes no text that is needed; Discard() does. A copy that is damaged is passed over and stays.
@@ -46,8 +52,10 @@ public:
 
 private:
     struct Own;
+    void Begin();
+
     std::unique_ptr<Own> own;
-    std::string problem; // from the start on
+    std::string problem;
     CopyWriter writer;
 };
 
