@@ -3,9 +3,11 @@
 #include "tags/TagLines.h"
 
 #include "tags/SortedClaim.h"
+#include "tags/Tags.h"
 #include "tests/tags/LearnedOrder.h"
 #include "tests/tags/TagsFolder.h"
 
+#include <algorithm>
 #include <sys/stat.h>
 
 namespace {
@@ -389,4 +391,66 @@ TEST(TagLines, ALieIsFoundOutWhereItIsMet)
     EXPECT_EQ(Matches(folder.Entry(), "name12345").size(), 1u) << "a name behind which is a smaller one";
     EXPECT_EQ(Matches(folder.Entry(), "a12345").size(), 1u) << "known to be out of order by now";
     EXPECT_FALSE(IsBisected(folder.Tags()));
+}
+
+// What is believed of a file costs no more than a lookup's glances at it, so a forged claim can hide names: those that its
+// author might have left out as well.
+TEST(TagLines, AForgedClaimHidesNamesOfItsOwnFileFromLookupsAndNothingElse)
+{
+    const TagsFolder folder;
+    folder.directory.Write("hidden.h", "int a;\n");
+    std::string tags = ManyTags();
+    const size_t unseen = tags.find('\n', tags.length() / 3) + 1; // between two places at which no search looks
+    tags.insert(unseen, TagLine("a", "hidden.h", 1, "v"));
+    tags = Claiming(tags);
+    WriteMade(folder, tags, TimeOf(tags));
+    const BEntry local = folder.Entry();
+    EXPECT_EQ(Matches(local, "a"), Lines{});
+    EXPECT_EQ(Matches(local, "a", TagFile::PartialMatch()), Lines{});
+    for (int i = 10'000; i < 14'000; ++i)
+        ASSERT_EQ(Matches(local, "name" + std::to_string(i)),
+                  Lines{"name" + std::to_string(i) + " f a.cpp:" + std::to_string(i)});
+    EXPECT_TRUE(IsBisected(folder.Tags())) << "none of them has met the lie";
+
+    const Lines names = Names(local);
+    EXPECT_EQ(names.size(), 4001u);
+    EXPECT_EQ(std::count(names.begin(), names.end(), "a"), 1) << "who reads all names believes nothing";
+    EXPECT_EQ(Paths(local), (Lines{"a.cpp", "hidden.h"}));
+
+    const TagsFolder other(TagLine("a", "b.h", 1, "v"));
+    const BEntry system = other.Entry();
+    Tags both(&local, &system, "a", false);
+    ASSERT_TRUE(both.Rewind());
+    std::string name;
+    std::string qualifier;
+    char kind;
+    EntryRef ref;
+    int line;
+    bool isSystem = false;
+    EXPECT_TRUE(both.NextMatch(name, qualifier, kind, ref, line, isSystem, false, TagFile::ExactMatch()));
+    EXPECT_TRUE(isSystem) << "the other file answers as if it were alone";
+    both.Done();
+
+    SetTime(folder.Tags(), NewTime());
+    EXPECT_EQ(Matches(local, "a"), Lines{"a v hidden.h:1"}) << "any change ends the belief";
+}
+
+// A file that somebody changes without a trace, by putting its time back, is taken for what it was.
+TEST(TagLines, ATimeThatIsPutBackHidesNamesOfItsOwnFile)
+{
+    const TagsFolder folder;
+    const std::string tags = ManyTags();
+    const timespec time = {1'234'567'890, 0};
+    WriteMade(folder, tags, time);
+    ReadAll(folder.Tags());
+    ASSERT_TRUE(IsBisected(folder.Tags()));
+    std::string changed = tags;
+    changed.replace(tags.find('\n', tags.length() / 3) + 1, 9, "anotherOn");
+    std::ofstream(folder.Tags(), std::ios::in | std::ios::out) << changed; // the same file, of the same size
+    const timespec times[] = {time, time};
+    ASSERT_EQ(::utimensat(AT_FDCWD, folder.Tags().c_str(), times, 0), 0);
+    EXPECT_EQ(Matches(folder.Entry(), "anotherOn"), Lines{});
+    const Lines names = Names(folder.Entry());
+    EXPECT_EQ(std::count(names.begin(), names.end(), "anotherOn"), 1);
+    EXPECT_EQ(Matches(folder.Entry(), "name13999").size(), 1u);
 }
