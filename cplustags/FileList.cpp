@@ -2,6 +2,7 @@
 
 #include "cplustags/Paths.h"
 #include "cplustags/Progress.h"
+#include "cplustags/SparseFile.h"
 
 #include <cerrno>
 #include <climits>
@@ -125,6 +126,10 @@ bool FileList::IsToBeTagged(const std::string& name)
     else if (::stat(name.c_str(), &status) == 0) {
         if (!S_ISREG(status.st_mode))
             return false;
+        if (IsMostlyHoles(status)) {
+            Report(name, EFBIG);
+            return false;
+        }
         if (::faccessat(AT_FDCWD, name.c_str(), R_OK, AT_EACCESS) == 0)
             return true;
     }

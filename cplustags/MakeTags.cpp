@@ -10,6 +10,7 @@
 #include "cplustags/Paths.h"
 #include "cplustags/Progress.h"
 #include "cplustags/Scratch.h"
+#include "cplustags/SparseFile.h"
 #include "cplustags/StandardOutput.h"
 #include "cplustags/Summary.h"
 #include "cplustags/TagLine.h"
@@ -128,6 +129,9 @@ void Job::CheckTarget() const
 {
     if (const std::string refusal = RefusalOfLink(target); !options.followLinks && !refusal.empty())
         throw Failure(refusal);
+    struct stat status;
+    if (options.append && ::stat(target.c_str(), &status) == 0 && IsMostlyHoles(status))
+        throw Failure(Shown(target) + " is too large for what is in it, and is left as it is; remove it");
     switch (WhatIs(target)) {
     case Target::Absent:
     case Target::Tags:

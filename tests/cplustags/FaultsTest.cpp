@@ -158,6 +158,26 @@ TEST(Faults, AFullDiskLeavesTheOldFile)
     EXPECT_NE(run.errors.find("No space left on device"), std::string::npos) << run.errors;
 }
 
+TEST(Faults, WithoutFilesLeftInMemoryTemporariesAreBesideTheTagsFile)
+{
+    const Project project(40);
+    // Mounts of the process's own. With each number of files another step would be the first to fail.
+    const std::string script = "for files in 1 2 3 4 5 6 7 8; do\n"
+                               "mount -t tmpfs -o size=256m,nr_inodes=$files none /dev/shm || exit 77\n"
+                               "'" CPLUSTAGS "' -f '" +
+                               project.Target() + "' -L '" + project.directory / "list" +
+                               "' || echo \"status $? with $files\"\n"
+                               "ls -A /dev/shm; umount /dev/shm; done\n";
+    const ProgramRun run = RunProgram({"/usr/bin/unshare", "--map-root-user", "--mount", "/bin/sh", "-c", script},
+                                      project.directory.Path());
+    if (run.status != 0)
+        GTEST_SKIP() << "this system lets nobody mount here: " << run.errors;
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(project.Litter(), Texts{});
+    EXPECT_NE(Content(project.Target()).find("function_39_19\t"), std::string::npos);
+}
+
 TEST(Faults, AFileThatMayNotGrowLeavesTheOldFile)
 {
     const Project project(60);

@@ -183,6 +183,29 @@ TEST_F(HostileTree, OtherNamesOfTheOldTagsFileKeepWhatTheyHave)
     }
 }
 
+constexpr off_t kTerabyte = 1ll << 40;
+
+TEST_F(HostileTree, AFileOfHolesIsNotReadToItsEnd)
+{
+    ASSERT_EQ(::truncate(work.Write("tree/holes.c", "int b;\n").c_str(), kTerabyte), 0);
+    const ProgramRun run = work.Run({"-f", "tree/tags", "tree/holes.c", "tree/a.c"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "cplustags: cannot read tree/holes.c: File too large\n");
+    EXPECT_EQ(work.Tags("tree/tags"), Words{"a a.c 1;\" v"});
+}
+
+TEST_F(HostileTree, AnOldTagsFileOfHolesIsNotReadToItsEnd)
+{
+    const std::string tags = work.Write("tree/tags", "old\told.c\t1;\"\tf\n");
+    ASSERT_EQ(::truncate(tags.c_str(), kTerabyte), 0);
+    const ProgramRun run = Run({"--append=yes", "-f", "tree/tags"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, "cplustags: " + tags + " is too large for what is in it, and is left as it is; remove it\n");
+    EXPECT_EQ(fs::file_size(tags), static_cast<std::uintmax_t>(kTerabyte));
+    EXPECT_EQ(Run({"-f", "tree/tags"}).status, 0) << "without it nothing of it is read";
+    EXPECT_EQ(work.Tags("tree/tags"), Words{"a a.c 1;\" v"});
+}
+
 // In the directory of the tags file, where ctags runs, in the current one, and where the user's own would be.
 TEST_F(HostileTree, ItsOptionFilesAreNotRead)
 {
