@@ -3,6 +3,7 @@
 #include "wren/desktop/MainWindow.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFileDialog>
 #include <QLineEdit>
 
@@ -225,4 +226,21 @@ TEST_F(OddFiles, WithAMarkOfQtInTheirNamesAreNamedInTheTitleAsTheyAre)
 {
     Start({home.Write("a[*].c", "")});
     EXPECT_EQ(TheEditor().Window().windowTitle().toStdString(), "a[*][*].c - Wren") << "as Qt wants it";
+}
+
+TEST_F(OddFiles, NulBytesArePastedSavedAndReadAgain)
+{
+    const std::string pasted("one\0two\n\0", 9);
+    const std::string file = home.Write("a.c", "old\n");
+    Start({file});
+    QApplication::clipboard()->setText(QString::fromStdString(pasted));
+    Press("Ctrl+V");
+    EXPECT_EQ(Text(), pasted + "old\n");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), pasted + "old\n");
+    ASSERT_TRUE(Quit());
+    Start({file});
+    EXPECT_EQ(Text(), pasted + "old\n");
+    Type("x");
+    EXPECT_EQ(Text(), "x" + pasted + "old\n");
 }

@@ -178,6 +178,11 @@ private:
     void TellState();
     void TellLater(bool changed);
 
+    QByteArray SelectedBytes(bool rectangular) const;
+    QByteArray BytesWithNul(const QMimeData* source) const;
+    void PutIn(const QByteArray& bytes);
+    void DropWithNul(QDropEvent& event);
+
     bool ApplyKey(QKeyEvent& event, bool& typed);
     bool ApplyStandardKey(const QKeyEvent& event);
     void PassKey(QKeyEvent& event);

@@ -7,10 +7,7 @@
 
 #include <QAccessible>
 #include <QAccessibleWidget>
-#include <QByteArray>
-#include <QDropEvent>
 #include <QKeyEvent>
-#include <QMimeData>
 #include <QWheelEvent>
 
 #include <iterator>
@@ -60,9 +57,6 @@ constexpr StandardKey kStandardKeys[] = {
     {QKeySequence::Paste, [](CodeView& view) { view.paste(); }},
     {QKeySequence::SelectAll, [](CodeView& view) { view.selectAll(); }},
 };
-
-// What is copied keeps its bytes between views: as text it would lose those that are no UTF-8.
-constexpr const char* kBytesType = "application/x-wren-bytes";
 
 QAccessibleInterface* PlainAccessible(const QString&, QObject* object)
 {
@@ -278,11 +272,6 @@ void CodeView::cut()
     ByUser([this] { QsciScintilla::cut(); });
 }
 
-void CodeView::paste()
-{
-    ByUser([this] { QsciScintilla::paste(); });
-}
-
 // ------------------------------------------------------------------------------------------------------- Indentation
 
 void CodeView::CharacterAdded(int character)
@@ -339,7 +328,7 @@ std::string CodeView::BlanksOfBrace(long brace, const std::string& now) const
     return std::string(LeadingBlanks(opened));
 }
 
-// ---------------------------------------------------------------------------------------------------- Mouse and drops
+// ------------------------------------------------------------------------------------------------------------- Mouse
 
 void CodeView::mousePressEvent(QMouseEvent* event)
 {
@@ -359,50 +348,6 @@ bool CodeView::TakenByClient(QMouseEvent& event)
         return false;
     event.accept();
     return true;
-}
-
-void CodeView::mouseReleaseEvent(QMouseEvent* event)
-{
-    ByUser([&] { QsciScintilla::mouseReleaseEvent(event); });
-}
-
-// Files are for the window to open.
-
-void CodeView::dragEnterEvent(QDragEnterEvent* event)
-{
-    if (event->mimeData()->hasUrls())
-        event->ignore();
-    else
-        QsciScintilla::dragEnterEvent(event);
-}
-
-void CodeView::dragMoveEvent(QDragMoveEvent* event)
-{
-    if (event->mimeData()->hasUrls())
-        event->ignore();
-    else
-        QsciScintilla::dragMoveEvent(event);
-}
-
-void CodeView::dropEvent(QDropEvent* event)
-{
-    if (event->mimeData()->hasUrls())
-        event->ignore();
-    else
-        ByUser([&] { QsciScintilla::dropEvent(event); });
-}
-
-QMimeData* CodeView::toMimeData(const QByteArray& bytes, bool rectangular) const
-{
-    QMimeData* data = QsciScintilla::toMimeData(bytes, rectangular);
-    data->setData(kBytesType, bytes);
-    return data;
-}
-
-QByteArray CodeView::fromMimeData(const QMimeData* source, bool& rectangular) const
-{
-    const QByteArray read = QsciScintilla::fromMimeData(source, rectangular);
-    return source->hasFormat(kBytesType) ? source->data(kBytesType) : read;
 }
 
 } // namespace wren
