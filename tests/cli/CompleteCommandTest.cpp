@@ -1,5 +1,6 @@
 // The program as a user runs it.
 #include "tests/support/RunProgram.h"
+#include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"
 
 #include <algorithm>
@@ -334,7 +335,7 @@ TEST_F(CompleteCommand, GivesNoCommandsToATerminal)
     tree.Write("tags", Tag("shade", "class:" + scope) + Tag("shadow", "class:" + scope));
     EXPECT_EQ(Complete(scope + "::sha|").output, scope + "::shade\n" + scope + "::shadow\n") << "programs get it all";
     const std::string place = "src/a.mm:1:" + std::to_string(scope.size() + 6);
-    const std::string command = WREN_PROGRAM " complete " + place + " --home " + (tree / "home");
+    const std::string command = ShellWord(WREN_PROGRAM) + " complete " + place + " --home " + ShellWord(tree / "home");
     const std::string shown = RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path()).output;
     EXPECT_NE(shown.find("?]0;owned??1m?2Jcaf\xc3\xa9::shade"), std::string::npos) << shown;
     EXPECT_EQ(shown.find('\x1b'), std::string::npos);
@@ -344,7 +345,7 @@ TEST_F(CompleteCommand, GivesNoCommandsToATerminal)
 TEST_F(CompleteCommand, SaysThatItsOutputIsLost)
 {
     tree.Write("src/a.mm", "alo");
-    const std::string command = WREN_PROGRAM " complete src/a.mm:1 --home home >/dev/full";
+    const std::string command = ShellWord(WREN_PROGRAM) + " complete src/a.mm:1 --home home >/dev/full";
     const ProgramRun run = RunProgram({"/bin/sh", "-c", command}, tree.Path());
     EXPECT_EQ(run.status, 2);
     EXPECT_EQ(run.errors, "wren: cannot write the completion: No space left on device\n");

@@ -1,5 +1,6 @@
 // The program as a user runs it.
 #include "tests/support/RunProgram.h"
+#include "tests/support/ShellWord.h"
 #include "tests/support/SparseFile.h"
 #include "tests/support/TempDirectory.h"
 
@@ -268,7 +269,7 @@ TEST_F(LookupCommand, NamesABundleThatIsMissing)
 TEST_F(LookupCommand, ColoursOnATerminalOnly)
 {
     EXPECT_EQ(Run({"src/one.c:1:5"}, {{"TERM", "xterm"}}).output.find('\x1b'), std::string::npos);
-    const std::string command = WREN_PROGRAM " lookup src/one.c:1:5 --home " + (tree / "home");
+    const std::string command = ShellWord(WREN_PROGRAM) + " lookup src/one.c:1:5 --home " + ShellWord(tree / "home");
     const auto onTerminal = [&](const char* terminal, const char* noColour) {
         return RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path(),
                           {{"TERM", terminal}, {"NO_COLOR", noColour}})
@@ -286,7 +287,7 @@ TEST_F(LookupCommand, TagsGiveNoCommandsToATerminal)
     const std::string scope = "\x1b]0;owned\x07\x1b[2J\x08\xc2\x9b" "1m\x7f\x9b" "2Jcaf\xc3\xa9";
     tree.Write("tags", "only\tsrc/one.c\t1;\"\tf\tclass:" + scope + "\n");
     EXPECT_EQ(Run({"--symbol", "only"}).output, At("src/one.c", 1, scope + "::only - one.c")) << "programs get it all";
-    const std::string command = WREN_PROGRAM " lookup --symbol only --home " + (tree / "home");
+    const std::string command = ShellWord(WREN_PROGRAM) + " lookup --symbol only --home " + ShellWord(tree / "home");
     const std::string shown =
         RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path(), {{"TERM", "dumb"}}).output;
     EXPECT_NE(shown.find(": ?]0;owned??[2J??1m??2Jcaf\xc3\xa9::only - one.c"), std::string::npos) << shown;

@@ -1,6 +1,7 @@
 // The commands when whoever reads their output has gone.
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"
 
 #include <filesystem>
@@ -57,7 +58,7 @@ protected:
     {
         const LostReader nobody;
         const StartedWith started(SIGPIPE, answer);
-        RunningProgram running({"/bin/sh", "-c", "exec '" WREN_PROGRAM "' " + command}, tree.Path(),
+        RunningProgram running({"/bin/sh", "-c", "exec " + ShellWord(WREN_PROGRAM) + " " + command}, tree.Path(),
                                {{"HOME", tree / "home"}}, nobody.Output());
         return running.Wait();
     }

@@ -1,6 +1,7 @@
 // The program as a user runs it to make tags, with a stand-in for the tags program where it is to misbehave.
 #include "tests/support/Fifo.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"
 
 #include <csignal>
@@ -232,7 +233,8 @@ TEST_F(TagsCommand, KeepsTheCommandsOwnOutputOffItsOutput)
 TEST_F(TagsCommand, IsNotStoppedByATerminalThatStopsBackgroundOutput)
 {
     UseProgram(std::string(kReadOptions) + "echo progress >&2\n" + kWriteTags);
-    const std::string command = "stty tostop; exec " WREN_PROGRAM " tags project --home " + (tree / "home");
+    const std::string command =
+        "stty tostop; exec " + ShellWord(WREN_PROGRAM) + " tags project --home " + ShellWord(tree / "home");
     const ProgramRun run = RunProgram({"/usr/bin/script", "-qec", command, "/dev/null"}, tree.Path(), environment);
     EXPECT_TRUE(HasText(run.output, "progress")) << run.output;
     EXPECT_TRUE(HasText(run.output, "tags of 2 files: 2 tags")) << run.output;

@@ -3,6 +3,7 @@
 #include "cplustags/OldTags.h"
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"
 
 #include <gtest/gtest.h>
@@ -138,18 +139,14 @@ TEST(Faults, AFullDiskLeavesTheOldFile)
 {
     const Project project(60);
     project.PutOldTags();
-    const std::string disk = project.directory / "tags.d";
+    const std::string disk = ShellWord(project.directory / "tags.d");
     // A mount of the process's own, which the system forgets with it.
-    const std::string script = "mount -t tmpfs -o size=16k none '" + disk +
-                               "' || exit 77\n"
-                               "printf '" +
-                               "name\\tx.c\\t1;\"\\tf\\n" + "' >'" + disk +
-                               "/tags'\n"
-                               "'" CPLUSTAGS "' -f '" +
-                               disk + "/tags' -L '" + project.directory / "list'" +
-                               "\n"
-                               "echo \"status $?\"; cat '" +
-                               disk + "/tags'; ls -A '" + disk + "'\n";
+    const std::string script = "mount -t tmpfs -o size=16k none " + disk +
+                               " || exit 77\n"
+                               "printf 'name\\tx.c\\t1;\"\\tf\\n' >" +
+                               disk + "/tags\n" + ShellWord(CPLUSTAGS) + " -f " + disk + "/tags -L " +
+                               ShellWord(project.directory / "list") + "\necho \"status $?\"; cat " + disk +
+                               "/tags; ls -A " + disk + "\n";
     const ProgramRun run = RunProgram({"/usr/bin/unshare", "--map-root-user", "--mount", "/bin/sh", "-c", script},
                                       project.directory.Path());
     if (run.status != 0)
@@ -182,8 +179,8 @@ TEST(Faults, AFileThatMayNotGrowLeavesTheOldFile)
 {
     const Project project(60);
     project.PutOldTags();
-    const std::string command =
-        "ulimit -f 16; exec '" CPLUSTAGS "' -f '" + project.Target() + "' -L '" + (project.directory / "list") + "'";
+    const std::string command = "ulimit -f 16; exec " + ShellWord(CPLUSTAGS) + " -f " + ShellWord(project.Target()) +
+                                " -L " + ShellWord(project.directory / "list");
     const ProgramRun run = RunProgram({"/bin/sh", "-c", command}, project.directory.Path());
     EXPECT_EQ(run.status, 1) << run.errors;
     EXPECT_NE(run.errors.find(project.Target()), std::string::npos) << run.errors;

@@ -1,6 +1,7 @@
 // A tree from elsewhere that brings links, pipes, option files and odd names to where its tags are made.
 
 #include "tests/cplustags/Workspace.h"
+#include "tests/support/ShellWord.h"
 
 #include <gtest/gtest.h>
 
@@ -29,10 +30,11 @@ protected:
     // Makes tags as command lines have it: a list by find, a temporary beside the tags file, which takes its place.
     ProgramRun MakeTags() const
     {
-        const std::string tree = work / "tree";
+        const std::string tree = ShellWord(work / "tree");
         return RunProgram({"/bin/sh", "-c",
-                           "find '" + tree + "' -name '*.c' | '" CPLUSTAGS "' --c-kinds=+p --excmd=number -f '" + tree +
-                               "/tags.tmp' -L -; mv '" + tree + "/tags.tmp' '" + tree + "/tags'"},
+                           "find " + tree + " -name '*.c' | " + ShellWord(CPLUSTAGS) +
+                               " --c-kinds=+p --excmd=number -f " + tree + "/tags.tmp -L -; mv " + tree + "/tags.tmp " +
+                               tree + "/tags"},
                           work.Path(), work.environment);
     }
 
@@ -257,9 +259,9 @@ TEST_F(HostileTree, ALinkIsRefusedWhereAnEmptyListWouldMakeAFile)
 TEST_F(HostileTree, TheListIsOnlyReadAndMayBeAPipe)
 {
     ASSERT_EQ(::mkfifo((work / "list").c_str(), 0600), 0);
-    const ProgramRun run = RunProgram(
-        {"/bin/sh", "-c", "printf 'tree/a.c\\n' >list & '" CPLUSTAGS "' -f tree/tags -L list; s=$?; wait; exit $s"},
-        work.Path());
+    const std::string command =
+        "printf 'tree/a.c\\n' >list & " + ShellWord(CPLUSTAGS) + " -f tree/tags -L list; s=$?; wait; exit $s";
+    const ProgramRun run = RunProgram({"/bin/sh", "-c", command}, work.Path());
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_EQ(work.Tags("tree/tags"), Words{"a a.c 1;\" v"});
     const std::string list = "tree/a.c\n";

@@ -3,6 +3,7 @@
 #include "tags/SortedClaim.h"
 #include "tags/TagFile.h"
 #include "tests/cplustags/Workspace.h"
+#include "tests/support/ShellWord.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 #include "vetch/support/Strings.h"
@@ -180,7 +181,8 @@ TEST(MakeTags, AListMayBeAFileOrStandardInput)
     work.Write("list", "a.c\nb.c");
     EXPECT_EQ(work.Run({"-L", "list"}).status, 0);
     EXPECT_EQ(work.Tags(), (Words{"a a.c 1;\" v", "b b.c 1;\" v"}));
-    const ProgramRun piped = RunProgram({"/bin/sh", "-c", "printf 'a.c\\n' | '" CPLUSTAGS "' -L - b.c"}, work.Path());
+    const ProgramRun piped =
+        RunProgram({"/bin/sh", "-c", "printf 'a.c\\n' | " + ShellWord(CPLUSTAGS) + " -L - b.c"}, work.Path());
     EXPECT_EQ(piped.status, 0) << piped.errors;
     EXPECT_EQ(work.Tags(), (Words{"a a.c 1;\" v", "b b.c 1;\" v"}));
     const ProgramRun missing = work.Run({"-L", "nolist"});

@@ -1,5 +1,7 @@
 // The library in the bundle, as the editor's loader sees it.
 
+#include "tests/support/ShellWord.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -40,7 +42,8 @@ std::set<std::string> LastWords(const std::string& text, const std::string& mark
 
 TEST(Bundle, ExportsItsTwoEntryPointsAndNothingElse)
 {
-    const std::set<std::string> exported = LastWords(OutputOf("nm -D --defined-only '" DECLARATION_LIBRARY "'"), " ");
+    const std::set<std::string> exported =
+        LastWords(OutputOf("nm -D --defined-only " + ShellWord(DECLARATION_LIBRARY)), " ");
     EXPECT_EQ(exported, (std::set<std::string>{"PluginHelp", "PluginMain"}));
 }
 
@@ -51,7 +54,8 @@ TEST(Bundle, NeedsTheFrameworkAndTheStandardLibraryAlone)
     const std::string sanitize = SANITIZE; // such a build has the sanitizer's own runtime besides
     if (!sanitize.empty())
         allowed.insert({"[libasan.so.8]", "[libubsan.so.1]", "[libtsan.so.2]"});
-    const std::set<std::string> needed = LastWords(OutputOf("readelf -d '" DECLARATION_LIBRARY "'"), "(NEEDED)");
+    const std::set<std::string> needed =
+        LastWords(OutputOf("readelf -d " + ShellWord(DECLARATION_LIBRARY)), "(NEEDED)");
     EXPECT_THAT(needed, testing::Contains("[libvetch.so]"));
     for (const std::string& library : needed)
         EXPECT_THAT(allowed, testing::Contains(library));

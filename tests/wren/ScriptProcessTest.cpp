@@ -1,4 +1,5 @@
 // "wren script" as a program: what it reads, what it prints and how it ends.
+#include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"
 #include "wren/core/Documents.h"
 
@@ -30,12 +31,16 @@ protected:
     Ending Run(const std::string& arguments, const std::string& input, const std::string& prefix = "")
     {
         directory.Write("input", input);
-        const std::string command = prefix + " '" + WREN_PROGRAM + "' " + arguments + " < " + (directory / "input") +
-                                    " > " + (directory / "output") + " 2> " + (directory / "errors");
+        const std::string command = prefix + " " + ShellWord(WREN_PROGRAM) + " " + arguments + " < " +
+                                    ShellWord(directory / "input") + " > " + ShellWord(directory / "output") + " 2> " +
+                                    ShellWord(directory / "errors");
         const int status = std::system(command.c_str());
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, Content("output"), Content("errors")};
     }
-    std::string Script(const std::string& bundle) const { return "script --bundle '" + bundle + "' --home " + home; }
+    std::string Script(const std::string& bundle) const
+    {
+        return "script --bundle " + ShellWord(bundle) + " --home " + ShellWord(home);
+    }
 
     TempDirectory directory;
     const std::string home = directory / "home";
@@ -120,10 +125,10 @@ TEST_F(ScriptProcess, KeepsWhatThePluginAndItsChildrenPrintOutOfTheAnswers)
 TEST_F(ScriptProcess, RunsWithoutAHomeAndWithOneThatTakesNoFiles)
 {
     const std::string line = "{\"do\": \"pending\", \"on\": false}\n";
-    const Ending without = Run("script --bundle '" + kRecording + "'", line, "env -u HOME");
+    const Ending without = Run("script --bundle " + ShellWord(kRecording), line, "env -u HOME");
     EXPECT_EQ(without.status, 0);
     EXPECT_THAT(without.errors, HasSubstr("no home directory"));
-    const Ending file = Run("script --bundle '" + kRecording + "' --home /dev/null", line);
+    const Ending file = Run("script --bundle " + ShellWord(kRecording) + " --home /dev/null", line);
     EXPECT_EQ(file.status, 0);
     EXPECT_EQ(file.output, "{\"ok\":true,\"log\":[]}\n");
     EXPECT_THAT(file.errors, HasSubstr("cannot make /dev/null/Library/Caches"));

@@ -2,6 +2,7 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/ShellWord.h"
 #include "wren/core/Document.h"
 #include "wren/desktop/SessionKeeper.h"
 #include "wren/desktop/WorksheetActions.h"
@@ -325,8 +326,8 @@ TEST_F(AfterAKill, AReaderOfWhatItPrintsThatGoesKillsNoEditor)
     for (const auto answer : {SIG_DFL, SIG_IGN}) {
         const LostReader nobody;
         const StartedWith started(SIGPIPE, answer);
-        RunningProgram editor({"/bin/sh", "-c", "exec '" WREN_DESKTOP "' --bundle '" + bundle + "' a.c 2>&1"},
-                              home.Path(), Environment(), nobody.Output());
+        const std::string command = "exec " + ShellWord(WREN_DESKTOP) + " --bundle " + ShellWord(bundle) + " a.c 2>&1";
+        RunningProgram editor({"/bin/sh", "-c", command}, home.Path(), Environment(), nobody.Output());
         // What Qt has to say of this platform, it says when the window is shown.
         UntilOutside([&] { return Handles(editor.Process(), SIGTERM) || HasEnded(editor.Process()); });
         ::kill(editor.Process(), SIGTERM);

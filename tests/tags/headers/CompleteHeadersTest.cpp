@@ -1,6 +1,7 @@
 // What a user is offered from the tags of all headers of a machine is what another program makes of them.
 #include "tests/support/ExpectedMatches.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/ShellWord.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -39,8 +40,8 @@ protected:
         for (const json& line : lines)
             text += line.dump() + "\n";
         home.Write("session.jsonl", text);
-        const ProgramRun run = RunProgram(
-            {"/bin/sh", "-c", WREN_PROGRAM " script --home " + home.Path() + " <session.jsonl"}, home.Path());
+        const std::string command = ShellWord(WREN_PROGRAM) + " script --home " + ShellWord(home.Path());
+        const ProgramRun run = RunProgram({"/bin/sh", "-c", command + " <session.jsonl"}, home.Path());
         EXPECT_EQ(run.status, 0) << run.errors;
         std::istringstream output(run.output);
         std::vector<json> answers;
