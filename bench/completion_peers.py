@@ -1,11 +1,12 @@
 """How long other programs take to complete a prefix: Vim from the same tags file, clangd from a small source of its own."""
 import json
 import os
-import shutil
 import statistics
 import subprocess
 import tempfile
 import time
+
+import release
 
 
 def run_vim(script):
@@ -23,7 +24,7 @@ def run_vim(script):
 
 def vim(tags, prefixes, rounds=5):
     """The milliseconds of getcompletion() by prefix, the median of each; None when Vim is not installed."""
-    if shutil.which("vim") is None:
+    if not release.has_peer("vim"):
         return None
     script = ["set nocompatible tagcase=match tags=" + tags.replace("\\", "\\\\").replace(" ", "\\ "), "let times = []",
               f"for prefix in {json.dumps(prefixes)}", "  let taken = []", f"  for round in range({rounds})",
@@ -79,7 +80,7 @@ class Clangd:
 
 def clangd(rounds=20):
     """The median milliseconds of a completion of "std::str"; None when clangd is not installed."""
-    if shutil.which("clangd") is None:
+    if not release.has_peer("clangd"):
         return None
     with tempfile.TemporaryDirectory() as directory:
         uri = "file://" + os.path.join(directory, "a.cpp")

@@ -1,6 +1,7 @@
 """The programs that are measured: built with the release preset, and run."""
 import json
 import os
+import shutil
 import subprocess
 import sys
 import time
@@ -9,7 +10,22 @@ ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 DIRECTORY = os.path.join(ROOT, "build/release")
 
 
+def need(*names):
+    """Ends the run when one of these programs is missing, and says what to do."""
+    if subprocess.run([os.path.join(ROOT, "bench/needs"), *names], check=False).returncode != 0:
+        sys.exit(1)
+
+
+def has_peer(program):
+    """Whether a program to compare with is installed; says so when it is not."""
+    there = shutil.which(program) is not None
+    if not there:
+        print(f"  {program} is not installed, and left out; tools/setup --bench installs it")
+    return there
+
+
 def build(*targets):
+    need("cmake")
     for command in (["cmake", "--preset", "release", "-DWREN_TESTS=ON"],
                     ["cmake", "--build", DIRECTORY, "--target", *targets]):
         made = subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False)
