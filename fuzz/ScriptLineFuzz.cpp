@@ -63,7 +63,7 @@ public:
         files.Write("tags", kTags);
         files.Write("a.h", "class Outer {\n    int inner;\n};\n");
         Require(::chdir(files.Path().c_str()) == 0, "there is a directory to be in");
-        vetch::SetShellRunner([](const char*) { return 0; });
+        vetch::SetShellRunner([](const char*, const vetch::ShellRequest&) { return 0; });
         std::string error;
         bundle = wren::PluginBundle::Load(BUNDLE, &error);
         Require(bundle != nullptr, error.c_str());

@@ -53,7 +53,8 @@ void PasteInstallHint(PluginInterface* pi)
 
 // All requests for one directory share one temporary file. Two at once get into each other's way; whoever is last has the
 // last word.
-void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second)
+void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second,
+                const vetch::ShellRequest& request)
 {
     const bool installed = CTagsAreInstalled();
     const std::string path = BPath(&directory).Path();
@@ -65,7 +66,12 @@ void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, 
         BuildTagString(pi, directory, installed, command);
     }
     commands.push_back(MoveCommand(commands[0], path));
-    StartCreateTagsTask(std::move(commands));
+    StartCreateTagsTask(std::move(commands), request);
+}
+
+void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second)
+{
+    CreateTags(pi, directory, main, second, vetch::ShellRequest());
 }
 
 void CreateTags(PluginInterface* pi, bool system, bool local)

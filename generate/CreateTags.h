@@ -5,6 +5,10 @@
 // return at once.
 #pragma once
 
+namespace vetch {
+struct ShellRequest;
+}
+
 class BEntry;
 class BMessage;
 class PluginInterface;
@@ -12,6 +16,9 @@ class PluginInterface;
 // Has tags made in 'directory' by the command line 'main' and, unless it is null, 'second'; see TagTemplates.h. They write
 // to a temporary file, which is moved to its place at the end.
 void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second);
+// The same, when nobody asked for it: 'request' tells the host why.
+void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second,
+                const vetch::ShellRequest& request);
 void CreateTags(PluginInterface* pi, bool system,
                 bool local); // of the system, and of the document's directory, at once
 

@@ -1,7 +1,5 @@
 #include "generate/CreateTagsTask.h"
 
-#include "vetch/support/ShellCommand.h"
-
 #include <cstdio>
 #include <memory>
 #include <pthread.h>
@@ -15,14 +13,14 @@ void* CreateTagsTask(void* untyped)
         std::fflush(stdout); // before what the command itself writes there
         // Whatever came of it, the next one runs, the last of which moves the new file to its place: a program that
         // complains about a single source has made the tags of all others.
-        vetch::RunShellCommand(command.c_str());
+        vetch::RunShellCommand(command.c_str(), params->request);
     }
     return nullptr;
 }
 
-void StartCreateTagsTask(std::vector<std::string> commands)
+void StartCreateTagsTask(std::vector<std::string> commands, vetch::ShellRequest request)
 {
-    auto params = std::make_unique<CreateParams>(CreateParams{std::move(commands)});
+    auto params = std::make_unique<CreateParams>(CreateParams{std::move(commands), std::move(request)});
     pthread_attr_t attributes;
     pthread_attr_init(&attributes);
     pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);

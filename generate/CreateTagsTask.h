@@ -1,12 +1,15 @@
 // The thread that runs the command lines of one request for tags.
 #pragma once
 
+#include "vetch/support/ShellCommand.h"
+
 #include <string>
 #include <vector>
 
 // What the thread is given, and all that it touches.
 struct CreateParams {
     std::vector<std::string> commands; // run in this order
+    vetch::ShellRequest request = {};
 };
 
 // The thread's body: says what it executes on standard output, runs it, and deletes the params, a CreateParams, at the end.
@@ -14,4 +17,4 @@ struct CreateParams {
 void* CreateTagsTask(void* params);
 
 // Runs the commands on a detached thread and returns at once. Without a thread to be had, nothing runs and nobody is told.
-void StartCreateTagsTask(std::vector<std::string> commands);
+void StartCreateTagsTask(std::vector<std::string> commands, vetch::ShellRequest request = {});

@@ -4,14 +4,24 @@
 #include "generate/TagTemplates.h"
 #include "tags/Tags.h"
 #include "vetch/storage/BEntry.h"
+#include "vetch/support/ShellCommand.h"
+
+namespace {
+
+vetch::ShellRequest BecauseOf(const TagFile& tags)
+{
+    return {tags.Path().Path(), tags.NewerSource()};
+}
+
+} // namespace
 
 void Tags::UpdateIfNeeded(PluginInterface* plugin)
 {
     BEntry directory(local.Path().Path(), true);
     directory.GetParent(&directory);
     if (local.OutOfDate())
-        CreateTags(plugin, directory, kGenerateLocalCtags, nullptr);
+        CreateTags(plugin, directory, kGenerateLocalCtags, nullptr, BecauseOf(local));
     // The system's command lines name absolute places only, so the local directory serves them as well.
     if (system.OutOfDate())
-        CreateTags(plugin, directory, kGenerateSystemCtags, SecondSystemTemplate(plugin));
+        CreateTags(plugin, directory, kGenerateSystemCtags, SecondSystemTemplate(plugin), BecauseOf(system));
 }

@@ -321,7 +321,7 @@ bool TagFile::FindSource(const char* file, EntryRef& ref)
     struct stat status;
     if (::lstat(found.Path().c_str(), &status) != 0)
         return false;
-    CheckDate(status);
+    CheckDate(found, status);
     ref = found;
     return true;
 }
@@ -335,11 +335,14 @@ std::string TagFile::Directory() const
 // Only a source with next to nothing in it makes a tags file out of date: its tags are all wrong now. A source that is
 // being worked on is newer than its tags most of the time, and most of those are still right; to make them anew at
 // every lookup after every save would keep the machine busy.
-void TagFile::CheckDate(const struct stat& source)
+void TagFile::CheckDate(const EntryRef& source, const struct stat& status)
 {
     constexpr off_t kLargestSize = 9;
-    if (checkDates && !outOfDate)
-        outOfDate = source.st_size <= kLargestSize && source.st_mtime > TagTime();
+    if (!checkDates || outOfDate)
+        return;
+    outOfDate = status.st_size <= kLargestSize && status.st_mtime > TagTime();
+    if (outOfDate)
+        newerSource = source.Path();
 }
 
 void TagFile::LoadPathCache(std::vector<char*>& paths)

@@ -59,11 +59,12 @@ public:
     time_t TagTime() const; // when the tags file was modified; 0 when that cannot be found out
     const BPath& Path() const { return path; }
     bool OutOfDate() const { return outOfDate; } // whether a search has met a source that is newer; never in a copy
+    const std::string& NewerSource() const { return newerSource; } // the first of them, "" for none
 
 private:
     bool FindSource(const char* file, EntryRef& ref);
     std::string Directory() const;
-    void CheckDate(const struct stat& source);
+    void CheckDate(const EntryRef& source, const struct stat& status);
 
     BPath path;
     std::string namePattern;
@@ -72,4 +73,5 @@ private:
     TagLines lines;
     bool checkDates;
     bool outOfDate = false;
+    std::string newerSource;
 };

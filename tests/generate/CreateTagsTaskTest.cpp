@@ -19,7 +19,7 @@ namespace {
 using Commands = Requests::Commands;
 
 // What a child would write itself, past this process's buffers.
-int WriteAsAChild(const char* command)
+int WriteAsAChild(const char* command, const vetch::ShellRequest&)
 {
     const std::string text = std::string("[") + command + "]\n";
     return ::write(STDOUT_FILENO, text.data(), text.size()) > 0 ? 0 : -1;

@@ -22,6 +22,7 @@ struct State {
     bool noThreads = false;
     bool allDetached = true;
     std::function<void(const std::string&)> meanwhile;
+    vetch::ShellRequest lastRequest;
 };
 State state;
 
@@ -33,11 +34,12 @@ struct Start {
     Requests::Commands* commands;
 };
 
-int Record(const char* command)
+int Record(const char* command, const vetch::ShellRequest& request)
 {
     std::unique_lock lock(state.mutex);
     if (commands != nullptr)
         commands->push_back(command);
+    state.lastRequest = request;
     const auto meanwhile = state.meanwhile;
     const int status = state.status;
     lock.unlock();
@@ -128,6 +130,12 @@ void Requests::GiveNoThreads()
 {
     const std::lock_guard lock(state.mutex);
     state.noThreads = true;
+}
+
+vetch::ShellRequest Requests::Last() const
+{
+    const std::lock_guard lock(state.mutex);
+    return state.lastRequest;
 }
 
 bool Requests::AllWereDetached() const

@@ -1,6 +1,8 @@
 // Requests for tags, recorded instead of carried out: what threads were started, and what each would have run.
 #pragma once
 
+#include "vetch/support/ShellCommand.h"
+
 #include <functional>
 #include <string>
 #include <vector>
@@ -21,5 +23,6 @@ public:
     void AnswerCommandsWith(int status);                          // as system() would; 0 at first
     void DuringCommands(std::function<void(const std::string&)>); // called on the command's own thread
     void GiveNoThreads();                                         // as when the system has none to give
+    vetch::ShellRequest Last() const;                             // what came with the last command
     bool AllWereDetached() const;
 };

@@ -51,6 +51,17 @@ TEST_F(UpdateTags, MakesAStaleLocalFileAnewWhereItIs)
     EXPECT_THAT(Update(TagsFile("local", true), TagsFile("system", false)), ElementsAre(LocalRequest(home / "local")));
 }
 
+TEST_F(UpdateTags, SaysWhichFileIsOutOfDateAndWhichSourceIsNewer)
+{
+    Update(TagsFile("local", true), TagsFile("system", false));
+    EXPECT_FALSE(requests.Last().IsAskedFor());
+    EXPECT_EQ(requests.Last().outdated, home / "local/tags");
+    EXPECT_EQ(requests.Last().newer, home / "local/a.h");
+    Update(TagsFile("local", false), TagsFile("system", true));
+    EXPECT_EQ(requests.Last().outdated, home / "system/tags");
+    EXPECT_EQ(requests.Last().newer, home / "system/a.h");
+}
+
 TEST_F(UpdateTags, MakesAStaleSystemFileAnewWhereverItIs)
 {
     EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", true)), ElementsAre(SystemRequest()));

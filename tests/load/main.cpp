@@ -82,7 +82,7 @@ int main(int count, char** words)
     Workspace workspace(random);
     ::setenv("HOME", workspace.Home().c_str(), 1);
     ::setenv("XDG_CACHE_HOME", (workspace.Home() + "/cache").c_str(), 1);
-    vetch::SetShellRunner([](const char*) { return 0; });
+    vetch::SetShellRunner([](const char*, const vetch::ShellRequest&) { return 0; });
     const std::unique_ptr<wren::PluginBundle> bundle = LoadBundle();
     wren::HeadlessStage stage(*bundle, "");
     LoadUser user(stage, workspace, random);

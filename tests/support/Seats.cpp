@@ -4,6 +4,7 @@
 #include "vetch/app/BMessage.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/BPath.h"
+#include "vetch/support/ShellCommand.h"
 
 #include <cstring>
 
@@ -40,8 +41,9 @@ std::string TemplateName(const char* text)
 
 #define WRAPS(symbol) __asm__("__wrap_" symbol)
 
-void CreateTagsIn(PluginInterface*, const BEntry& directory, const char* main, const char* second)
-    WRAPS("_Z10CreateTagsP15PluginInterfaceRK6BEntryPKcS5_");
+void CreateTagsIn(PluginInterface*, const BEntry& directory, const char* main, const char* second,
+                  const vetch::ShellRequest&)
+    WRAPS("_Z10CreateTagsP15PluginInterfaceRK6BEntryPKcS5_RKN5vetch12ShellRequestE");
 void CreateTagsOf(PluginInterface*, bool system, bool local) WRAPS("_Z10CreateTagsP15PluginInterfacebb");
 void HelpCreateTagsOf(PluginInterface*, bool system, bool local) WRAPS("_Z14HelpCreateTagsP15PluginInterfacebb");
 void CreateLocal(PluginInterface*) WRAPS("_Z15CreateLocalTagsP15PluginInterface");
@@ -54,7 +56,8 @@ void Selected(PluginInterface*, const BMessage* message) WRAPS("_Z18CompletionSe
 long Route(PluginInterface*, const BMessage* keyDown)
     WRAPS("_ZN16CompletionWindow26RouteKeyboardEventIfNeededEP15PluginInterfacePK8BMessage");
 
-void CreateTagsIn(PluginInterface*, const BEntry& directory, const char* main, const char* second)
+void CreateTagsIn(PluginInterface*, const BEntry& directory, const char* main, const char* second,
+                  const vetch::ShellRequest&)
 {
     Record(std::string("CreateTags in ") + BPath(&directory).Path() + ": " + TemplateName(main) + ", " +
            TemplateName(second));

@@ -11,10 +11,10 @@ std::atomic<ShellRunner> gRunner = nullptr;
 
 } // namespace
 
-int RunShellCommand(const char* command)
+int RunShellCommand(const char* command, const ShellRequest& request)
 {
     const ShellRunner runner = gRunner;
-    return runner != nullptr ? runner(command) : std::system(command);
+    return runner != nullptr ? runner(command, request) : std::system(command);
 }
 
 void SetShellRunner(ShellRunner runner)

@@ -15,10 +15,10 @@ namespace {
 std::mutex mutex;
 std::vector<std::string> recorded;
 
-int Record(const char* command)
+int Record(const char* command, const vetch::ShellRequest& request)
 {
     const std::lock_guard lock(mutex);
-    recorded.push_back(command);
+    recorded.push_back(command + (request.IsAskedFor() ? "" : " as " + request.newer + " is newer than " + request.outdated));
     return 42;
 }
 
@@ -42,9 +42,12 @@ TEST(ShellCommand, GoesToTheRunnerWhileThereIsOne)
     EXPECT_EQ(recorded, std::vector<std::string>{touch});
     EXPECT_FALSE(std::filesystem::exists(directory / "made"));
 
+    EXPECT_EQ(vetch::RunShellCommand("make", {"target", "source"}), 42);
+    EXPECT_EQ(recorded.back(), "make as source is newer than target") << "why it is run comes along";
+
     vetch::SetShellRunner(nullptr);
     EXPECT_EQ(vetch::RunShellCommand(touch.c_str()), 0);
-    EXPECT_EQ(recorded.size(), 1u);
+    EXPECT_EQ(recorded.size(), 2u);
     EXPECT_TRUE(std::filesystem::exists(directory / "made"));
 }
 
