@@ -33,6 +33,16 @@ function(wren_folder target folder)
     wren_wall(${target} ${folder})
 endfunction()
 
+# wren_archive(<target> <folder> USES <targets>...): the same as an archive, for what stands so low that not all its users can
+# name it: theirs link it along.
+function(wren_archive target folder)
+    cmake_parse_arguments(F "" "" "USES" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
+    add_library(${target} STATIC ${sources})
+    target_link_libraries(${target} PUBLIC ${F_USES})
+    wren_wall(${target} ${folder})
+endfunction()
+
 # wren_compile_alone(<files>...): files, by their paths in the source tree and of the current directory's targets, whose private names are also those of neighbours, which several at a time (WREN_UNITY)
 # would collide.
 function(wren_compile_alone)

@@ -6,7 +6,7 @@ _wren_options()
         lookup) echo -h --help --symbol --in --declaration --definition --system-tags --home --bundle ;;
         tags) echo -h --help --system --jobs --dry-run --verbose --settings --home --bundle ;;
         complete) echo -h --help --auto --edit --system-tags --home --bundle ;;
-        script) echo -h --help --bundle --home --settings ;;
+        script) echo -h --help --bundle --home --settings --guarded ;;
         *) echo -h --help --version ;;
     esac
 }

@@ -14,6 +14,7 @@ set -l in '__fish_seen_subcommand_from'
 complete -c wren -n "$in $commands" -l bundle -xa '(__fish_complete_directories)' -d "The plug-in's bundle"
 complete -c wren -n "$in $commands" -l home -xa '(__fish_complete_directories)' -d 'The home directory'
 complete -c wren -n "$in lookup complete" -l system-tags -rF -d "Use this file as the system's tags"
+complete -c wren -n "$in script" -l guarded -d "Run the plug-in's command lines as the editor does"
 complete -c wren -n "$in tags script" -l settings -rF -d 'The file of stored settings'
 
 complete -c wren -n "$in lookup" -l symbol -x -d 'Look up this name instead'

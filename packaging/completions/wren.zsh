@@ -56,7 +56,8 @@ _wren_script() {
         '(- *)'{-h,--help}'[print what can be given, and exit]' \
         "--bundle[the plug-in's bundle]:directory:_directories" \
         '--home[the home directory]:directory:_directories' \
-        '--settings[the file of stored settings]:file:_files'
+        '--settings[the file of stored settings]:file:_files' \
+        "--guarded[run the plug-in's command lines as the editor does]"
 }
 
 _wren_editor() {

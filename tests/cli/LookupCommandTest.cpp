@@ -225,7 +225,7 @@ TEST_F(LookupCommand, WaitsForNoPipeInAFilesPlace)
     EXPECT_NE(source.errors.find("a pipe, a device or a socket holds no text"), std::string::npos) << source.errors;
     const ProgramRun made = RunProgram({WREN_PROGRAM, "tags", tree.Path(), "--home", tree / "home"}, tree.Path());
     EXPECT_EQ(made.status, 1);
-    EXPECT_NE(made.errors.find(tree / "tags is no tags file"), std::string::npos) << made.errors;
+    EXPECT_NE(made.errors.find(tree / "tags is not a tags file"), std::string::npos) << made.errors;
 }
 
 TEST_F(LookupCommand, SaysWhenThereMayBeMoreThanTheListHolds)

@@ -24,6 +24,7 @@ using Json = nlohmann::ordered_json;
 constexpr const char* kBundle = "$BUNDLE"; // the plug-in's bundle
 constexpr const char* kStart = "$START";   // what every session's first answer logs of the start
 constexpr const char* kExecuted = "executed";
+constexpr const char* kGuarded = "guarded";
 constexpr const char* kInstalled = "/usr/bin/cplustags";
 constexpr const char* kUsage = "usage: session_runner [--accept | --without-pixels] WREN FOLDER\n";
 
@@ -83,6 +84,8 @@ std::vector<std::string> CommandLine(const std::string& wren, const Stage& stage
     std::vector<std::string> words = {wren, "script", "--bundle", stage.bundle, "--home", stage.directory / "home"};
     if (fs::exists(stage.directory / "settings"))
         words.insert(words.end(), {"--settings", stage.directory / "settings"});
+    if (fs::exists(stage.directory / kGuarded))
+        words.push_back("--guarded");
     return words;
 }
 

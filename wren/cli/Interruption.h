@@ -1,19 +1,19 @@
-// Commands that run for the user, who may interrupt them.
+// Signals that end the program, or what it does for the user.
 #pragma once
 
 #include <csignal>
+#include <functional>
 #include <mutex>
-#include <sys/types.h>
 #include <thread>
 
 namespace wren {
 
 // From its making on, SIGINT, SIGTERM and SIGHUP are taken in by a thread of its own, and blocked in all others that are
-// started afterwards. They end the program, unless signals are held: then they end the command that runs. The first is
-// passed on to all of the command's processes, any further one kills them. A signal that was ignored before stays ignored,
-// by the commands too. They ignore SIGPIPE.
+// started afterwards. They end the program, unless signals are held: then each is handed on, and the program goes on. A signal
+// that was ignored before stays ignored, by the program's children too. They ignore SIGPIPE.
 //
-// Make it before other threads; one at a time.
+// It needs no descriptor. Without a thread to be had, signals do what they did before. Make it before other threads; one at a
+// time.
 class Interruption {
 public:
     Interruption();
@@ -21,33 +21,22 @@ public:
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
 
-    // Any thread.
-    void Hold();        // until Release()
-    void Release();     // whoever held them looks at Signal() afterwards
+    // Any thread. 'handOn' is called on the watching thread with each signal that comes until Release(), which waits for it.
+    void Hold(std::function<void(int signal)> handOn);
+    void Release();
     int Signal() const; // the first that came while they were held, or 0
-
-    // Runs the command in a shell, in a process group of its own, without input and with its output on standard error,
-    // and waits for it; once interrupted, for every process of its group. Answers as system() does. Signals are held. One
-    // command at a time; any thread.
-    int Run(const char* command);
 
 private:
     void Watch();
     void Take(int signal);
-    pid_t StartShell(const char* command) const;
-    bool IsInterrupted() const { return Signal() != 0; }
-    void SetGroup(pid_t newGroup);
 
     sigset_t watched;
     sigset_t formerMask;
     void (*formerTerminalOutput)(int); // what SIGTTOU did
     void (*formerLostReader)(int);     // what SIGPIPE did
-    int signals;                       // descriptors: signals that have come, and the end
-    int end;
-    mutable std::mutex mutex; // guards what follows
-    bool held = false;
+    mutable std::mutex mutex;          // guards what follows
+    std::function<void(int)> handOn;   // null while they are not held
     int first = 0;
-    pid_t group = 0; // of the command that runs; 0 for none
     std::thread watcher;
 };
 

@@ -4,30 +4,30 @@
 #include "vetch/app/Loop.h"
 #include "vetch/storage/EntryRef.h"
 #include "vetch/storage/Home.h"
-#include "wren/cli/DirectoryLock.h"
 #include "wren/cli/Interruption.h"
-#include "wren/cli/TagsTarget.h"
+#include "wren/cli/RecordedCommands.h"
 #include "wren/cli/UnseenFace.h"
+#include "wren/core/GuardedRunner.h"
 #include "wren/core/Host.h"
 #include "wren/core/HostWitness.h"
 #include "wren/core/SystemTags.h"
+#include "wren/core/TerminalText.h"
 #include "wren/script/ScriptDisplay.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
-#include <functional>
+#include <optional>
 #include <unistd.h>
+#include <utility>
 
 namespace wren {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-using Outcome = MadeTags::Outcome;
 
 constexpr const char* kMakeSystemTags = "Create or update system tags"; // in the menu of the plug-in's button
 constexpr const char* kSystemDirectories = "DeclScanSystemDirectories";
@@ -41,88 +41,82 @@ bool IsPlainDirectory(const std::string& word)
            });
 }
 
-bool AllSucceeded(const std::vector<ShellCommands::Command>& commands)
-{
-    return !commands.empty() && std::all_of(commands.begin(), commands.end(),
-                                            [](const ShellCommands::Command& each) { return each.status == 0; });
-}
-
 } // namespace
 
 class TagsMaker::Session {
 public:
-    Session(PluginBundle& bundle, Interruption* interruption, const std::string& settings)
-        : interruption(interruption), host((vetch::SetDisplay(&display), bundle), face, witness, settings)
+    Session(PluginBundle& bundle, Interruption* interruption, const std::string& settings,
+            std::function<void(const std::string&)> runs)
+        : interruption(interruption), runs(std::move(runs)),
+          host((vetch::SetDisplay(&display), bundle), face, witness, settings)
     {
         host.Start(interruption != nullptr ? Host::CacheDirectory::Make : Host::CacheDirectory::LeaveAlone);
     }
 
     MadeTags MakeLocal(const std::string& directory)
     {
-        const fs::path path = directory;
-        return Make(directory, path / "tags", path / "tags.tmp", [&] { AskForLocal(directory); });
+        return Make(fs::path(directory) / "tags", [&] { AskForLocal(directory); });
     }
 
     MadeTags MakeSystem()
     {
-        const std::string home = Home();
-        if (std::string problem = LeaveOutMissingDirectories(); !problem.empty()) {
+        const std::string file = SystemTagsFile(Home());
+        if (const std::string problem = LeaveOutMissingDirectories(); !problem.empty()) {
             MadeTags result;
-            result.file = SystemTagsFile(home);
-            result.problem = problem;
+            result.run.file = file;
+            result.run.problem = problem;
             return result;
         }
-        return Make(SystemTagsDirectory(home), SystemTagsFile(home), UnfinishedSystemTagsFile(home),
-                    [&] { AskForSystem(); });
+        return Make(file, [&] { AskForSystem(); });
     }
 
 private:
-    MadeTags Make(const std::string& directory, const std::string& file, const std::string& unfinished,
-                  const std::function<void()>& ask)
+    MadeTags Make(const std::string& file, const std::function<void()>& ask)
     {
-        if (interruption == nullptr)
-            return Keep(file, ask);
-        const DirectoryLock lock(directory);
-        const TagsTarget target(file, unfinished);
         MadeTags result;
-        result.file = file;
-        result.hadFile = target.HadFile();
-        result.problem = target.Obstacle().value_or("");
-        if (result.problem.empty() && ::access(directory.c_str(), W_OK | X_OK) != 0)
-            result.problem = directory + " cannot be written: " + std::strerror(errno);
-        if (!result.problem.empty())
-            return result;
-        target.RemoveUnfinished();
-        Run(result, ask);
-        result.isNew = target.IsNew();
-        result.outcome = result.signal != 0                              ? Outcome::Interrupted
-                         : AllSucceeded(result.commands) && result.isNew ? Outcome::Made
-                                                                         : Outcome::Failed;
-        if (result.outcome == Outcome::Made)
+        result.run.file = file;
+        result.run.problem = "the plug-in started nothing";
+        const auto start = std::chrono::steady_clock::now();
+        if (interruption == nullptr)
+            Keep(result, ask);
+        else
+            Run(result, ask);
+        result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        if (result.run.kind == TagsOutcome::Kind::Made)
             result.count = CountTags(file);
-        target.RemoveUnfinished();
         return result;
     }
 
-    MadeTags Keep(const std::string& file, const std::function<void()>& ask)
+    void Keep(MadeTags& result, const std::function<void()>& ask)
     {
-        MadeTags result;
-        result.file = file;
-        Run(result, ask);
-        result.outcome = result.commands.empty() ? Outcome::Failed : Outcome::Kept;
-        return result;
+        const RecordedCommands recorded;
+        Ask(ask);
+        for (const std::string& command : recorded.All())
+            result.run.lines.push_back({command, std::nullopt});
+        result.kept = !result.run.lines.empty();
+    }
+
+    void Run(MadeTags& result, const std::function<void()>& ask)
+    {
+        GuardedRunner::News news;
+        news.waits = [](const std::string& directory) {
+            std::fprintf(stderr, "wren: tags are being made in %s already; waiting\n",
+                         ShownOn(STDERR_FILENO, directory).c_str());
+        };
+        news.runs = runs;
+        news.ended = [&](const TagsOutcome& outcome) { result.run = outcome; };
+        GuardedRunner runner(STDERR_FILENO, std::move(news));
+        interruption->Hold([&](int signal) { runner.Stop(signal); });
+        Ask(ask);
+        interruption->Release();
+        result.signal = interruption->Signal();
     }
 
     // All that the plug-in does of it is done on a thread that it tells nobody of.
-    void Run(MadeTags& result, const std::function<void()>& ask)
+    void Ask(const std::function<void()>& ask)
     {
-        const auto start = std::chrono::steady_clock::now();
-        const ShellCommands commands(interruption);
         ask();
         host.WaitForBackground(kNoLimit);
-        result.commands = commands.All();
-        result.signal = interruption == nullptr ? 0 : interruption->Signal();
-        result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }
 
     // As the panel does in which a user chooses the directory.
@@ -163,14 +157,16 @@ private:
     }
 
     Interruption* const interruption;
+    const std::function<void(const std::string&)> runs;
     UnseenFace face;
     HostWitness witness;
     ScriptDisplay display;
     Host host;
 };
 
-TagsMaker::TagsMaker(PluginBundle& bundle, Interruption* interruption, const std::string& settings)
-    : session(std::make_unique<Session>(bundle, interruption, settings))
+TagsMaker::TagsMaker(PluginBundle& bundle, Interruption* interruption, const std::string& settings,
+                     std::function<void(const std::string&)> runs)
+    : session(std::make_unique<Session>(bundle, interruption, settings, std::move(runs)))
 {
 }
 

@@ -1,12 +1,12 @@
 // Tags files, made by the plug-in as an editor would ask it to.
 #pragma once
 
-#include "wren/cli/ShellCommands.h"
-#include "wren/cli/TagsCount.h"
+#include "wren/core/TagsCount.h"
+#include "wren/core/TagsRun.h"
 
+#include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 namespace wren {
 
@@ -15,31 +15,22 @@ class PluginBundle;
 
 // What came of one tags file.
 struct MadeTags {
-    enum class Outcome {
-        Made,        // a new file is in place
-        Kept,        // the commands were not to be run
-        Failed,      // see 'problem', else 'commands'
-        Interrupted, // by 'signal'
-    };
-
-    Outcome outcome = Outcome::Failed;
-    std::string file;
-    std::string problem;  // why nothing was tried
-    bool isNew = false;   // a new file is in place, however the rest went
-    bool hadFile = false; // one was there before
+    TagsOutcome run;   // its file; Failed with a problem when nothing was tried
+    bool kept = false; // the lines were not to be run: they are in 'run'
     double seconds = 0;
-    TagsCount count;
-    int signal = 0;
-    std::vector<ShellCommands::Command> commands; // those of the plug-in, in its order
+    TagsCount count; // of a file that was made
+    int signal = 0;  // that interrupted it
 };
 
 // A host for one use of the program: makes the application and its display, so once in a process. HOME is where system
 // tags go. What the plug-in prints goes to standard output.
 class TagsMaker {
 public:
-    // Runs the commands in 'interruption', which is made before this; null: only keeps them, and touches nothing.
-    // 'settings' is the file of stored settings, "" for none. Borrows both objects.
-    TagsMaker(PluginBundle& bundle, Interruption* interruption, const std::string& settings);
+    // Runs the commands, and stops them when 'interruption', which is made before this, takes in a signal; null: only keeps
+    // them, and touches nothing. 'settings' is the file of stored settings, "" for none. 'runs' is called, on another thread,
+    // with each line that is run; may be null. Borrows both objects.
+    TagsMaker(PluginBundle& bundle, Interruption* interruption, const std::string& settings,
+              std::function<void(const std::string&)> runs);
     ~TagsMaker();
 
     // Each waits until all is done, and holds no signals then. 'directory' is absolute and exists.

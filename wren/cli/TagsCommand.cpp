@@ -1,9 +1,11 @@
+#include "wren/cli/CommandSupport.h"
 #include "wren/cli/Commands.h"
 #include "wren/cli/Interruption.h"
 #include "wren/cli/MakeTags.h"
 #include "wren/cli/TagsReport.h"
 #include "wren/core/OutputAside.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/core/TerminalText.h"
 
 #include "vetch/storage/Home.h"
 #include "vetch/support/Strings.h"
@@ -38,7 +40,8 @@ make both. What is tagged (*.h *.c *.cp *.cpp *.m *.mm; /usr/include) is in the 
 system directories that do not exist are left out.
 
 The last line says how much was tagged, how long it took, and the file. The old file stays
-as it is until the new one is complete: whatever fails, and when you interrupt it.
+as it is until the new one is complete: whatever fails, and when you interrupt it. Where
+a link stands, or a file that is not a tags file, nothing is written, and its name is said.
 
 Parsing is done by Universal Ctags. WREN_CTAGS names another tags program to run instead
 of the one in the plug-in's bundle.
@@ -64,18 +67,13 @@ struct TagsWords {
     std::string settings;
 };
 
-void Complain(const std::string& text)
-{
-    std::fprintf(stderr, "wren: %s\n", text.c_str());
-}
-
 // The directory as an absolute path without links; nothing, with the reason said, when it cannot be used.
 std::optional<std::string> UsableDirectory(const std::string& directory)
 {
     std::error_code problem;
     const fs::path path = fs::canonical(directory, problem);
     if (directory.empty() || problem == std::errc::not_a_directory || (!problem && !fs::is_directory(path, problem))) {
-        Complain("\"" + directory + "\" is no directory");
+        Complain("\"" + directory + "\" is not a directory");
         return std::nullopt;
     }
     if (problem) {
@@ -135,12 +133,18 @@ std::string DryRun(const TagsWords& words, const std::string& what)
     return command;
 }
 
+void SayWhatRuns(const std::string& line)
+{
+    std::fprintf(stderr, "executing %s\n", ShownOn(STDERR_FILENO, line).c_str());
+}
+
 // Makes what was asked for, in the order in which an editor starts both. Answers the exit status; a run that was
 // interrupted leaves the signal in '*signal' and goes no further.
 int MakeAll(PluginBundle& bundle, const TagsWords& words, OutputAside& output, int* signal)
 {
     Interruption interruption;
-    TagsMaker maker(bundle, words.dryRun ? nullptr : &interruption, words.settings);
+    TagsMaker maker(bundle, words.dryRun ? nullptr : &interruption, words.settings,
+                    words.verbose ? SayWhatRuns : nullptr);
     bool allWell = !words.dryRun || output.Write(EnvironmentLines(words));
     if (words.system) {
         const MadeTags made = maker.MakeSystem();
@@ -161,8 +165,7 @@ int RunTags(TagsWords& words)
         return kUnusable;
     SetEnvironment(words);
     OutputAside output;
-    if (!words.verbose)
-        output.DropTheRest();
+    output.DropTheRest(); // the plug-in says what it runs in bytes that may be no text
     std::string error;
     const std::unique_ptr<PluginBundle> bundle =
         PluginBundle::Load(words.bundle.empty() ? PluginBundle::DefaultDirectory() : words.bundle, &error);

@@ -2,14 +2,14 @@
 
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/MakeTags.h"
+#include "wren/core/TagsLine.h"
 
+#include <algorithm>
 #include <cstdio>
 
 namespace wren {
 
 namespace {
-
-using Outcome = MadeTags::Outcome;
 
 constexpr const char* kWhatWasDone = "what was done";
 
@@ -23,32 +23,27 @@ std::string Summary(const MadeTags& made)
     char seconds[32];
     std::snprintf(seconds, sizeof seconds, "%.1f s", made.seconds);
     return "tags of " + Counted(made.count.files, "file") + ": " + Counted(made.count.tags, "tag") + " in " + seconds +
-           ", " + made.file + "\n";
+           ", " + made.run.file + "\n";
 }
 
-// The status of the command that ended it all, in words.
-std::string WhatFailed(const MadeTags& made)
+std::string WhatIsThere(const TagsOutcome& run)
 {
-    for (const ShellCommands::Command& command : made.commands)
-        if (command.status && *command.status != 0)
-            return "a command ended with status " + std::to_string(*command.status) + "; its own words are above";
-    return made.commands.empty() ? "the plug-in started nothing" : "the tags program wrote no new file";
-}
-
-std::string WhatIsThere(const MadeTags& made)
-{
-    if (made.isNew)
+    if (run.isNew)
         return "A file from this run is in place; do not rely on it.";
-    return made.hadFile ? "The old file is as it was." : "There is no such file now.";
+    return run.hadFile ? "The old file is as it was." : "There is no such file now.";
+}
+
+bool HasRun(const TagsOutcome& run)
+{
+    return std::ranges::any_of(run.lines, [](const TagsOutcome::Line& line) { return line.status.has_value(); });
 }
 
 bool ReportFailure(const MadeTags& made, const std::string& toSee)
 {
-    if (!made.problem.empty())
-        Complain(made.file + " was not made: " + made.problem);
-    else
-        Complain(made.file + " was not made: " + WhatFailed(made) + "\n  " + WhatIsThere(made) +
-                 "\n  To see what is run:  " + toSee);
+    std::string text = made.run.file + " was not made: " + made.run.problem;
+    if (HasRun(made.run))
+        text += "; what was said is above\n  " + WhatIsThere(made.run) + "\n  To see what is run:  " + toSee;
+    Complain(text);
     return false;
 }
 
@@ -63,7 +58,7 @@ bool ReportMade(OutputAside& output, const MadeTags& made)
 bool PrintCommands(OutputAside& output, const MadeTags& made)
 {
     std::string text;
-    for (const ShellCommands::Command& command : made.commands) {
+    for (const TagsOutcome::Line& command : made.run.lines) {
         if (AppendsNothing(command.text))
             text += "# Left out as long as its directory does not exist:\n";
         text += command.text + (command.text.ends_with('\n') ? "" : "\n");
@@ -75,13 +70,15 @@ bool PrintCommands(OutputAside& output, const MadeTags& made)
 
 bool ReportTags(OutputAside& output, const MadeTags& made, const std::string& toSee)
 {
-    switch (made.outcome) {
-    case Outcome::Made:
-        return ReportMade(output, made);
-    case Outcome::Kept:
+    using Kind = TagsOutcome::Kind;
+    if (made.kept)
         return PrintCommands(output, made);
-    case Outcome::Interrupted:
-        Complain("interrupted. " + made.file + ": " + (made.isNew ? "the new file is in place." : WhatIsThere(made)));
+    switch (made.run.kind) {
+    case Kind::Made:
+        return ReportMade(output, made);
+    case Kind::Interrupted:
+        Complain("interrupted. " + made.run.file + ": " +
+                 (made.run.isNew ? "the new file is in place." : WhatIsThere(made.run)));
         return false;
     default:
         return ReportFailure(made, toSee);

@@ -22,6 +22,7 @@
 #include "wren/desktop/SessionKeeper.h"
 #include "wren/desktop/SettingsKeeper.h"
 #include "wren/desktop/StatusLine.h"
+#include "wren/desktop/TagsKeeper.h"
 #include "wren/desktop/WorksheetActions.h"
 #include "wren/desktop/display/QtDisplay.h"
 #include "wren/desktop/editor/CodeView.h"
@@ -80,6 +81,8 @@ Editor::Editor(const DesktopOptions& options)
     look = LookFor(preferences.Values(), zoom);
     face = std::make_unique<DesktopFace>(window->Tabs(), *window, window->Button(), look);
     face->onWarn = [this](const std::string& text) { Warn(text); };
+    if (options.guardsTags)
+        tags = std::make_unique<TagsKeeper>(window->Notices(), window->Status());
     MakeHost(options);
     session = std::make_unique<SessionKeeper>(*this);
     menus = std::make_unique<EditorMenus>(*this);
@@ -93,6 +96,7 @@ Editor::~Editor()
     quitting = true;
     window->disconnect(this);
     window->Tabs().disconnect(this);
+    tags.reset(); // what runs is stopped while there is a host to work for
     host->ShutDown();
     loop->LetThrough();
     menus.reset();
@@ -149,6 +153,8 @@ void Editor::Connect()
     };
     connect(loop.get(), &GuiLoop::Woke, this, [this] { window->Status().ShowBackground(); });
     connect(loop.get(), &GuiLoop::Woke, session.get(), &SessionKeeper::TakeNews);
+    if (tags != nullptr)
+        connect(loop.get(), &GuiLoop::Woke, tags.get(), &TagsKeeper::TakeNews);
     connect(&window->Tabs(), &EditorTabs::Raised, this, &Editor::Raised);
     connect(&window->Tabs(), &EditorTabs::CloseAsked, this, &Editor::Close);
     connect(window.get(), &MainWindow::UserCame, this, [this] {
@@ -313,7 +319,7 @@ bool Editor::Quit()
     for (Document* document : host->AllDocuments().All())
         if (!files->MayGo(*document))
             return false;
-    if (!MayStopCommand())
+    if (!MayStopCommand() || !MayStopTags())
         return false;
     quitting = true;
     session->Save();
@@ -336,6 +342,18 @@ bool Editor::MayStopCommand()
     if (stops)
         worksheet->Stop();
     return stops;
+}
+
+// Nobody would be told what came of them.
+bool Editor::MayStopTags()
+{
+    return tags == nullptr || tags->MayStop(window.get());
+}
+
+void Editor::StopAtEnd(int signal)
+{
+    if (tags != nullptr)
+        tags->StopAtEnd(signal);
 }
 
 void Editor::OpenAsked()

@@ -29,6 +29,7 @@ class PluginBundle;
 class QtDisplay;
 class SessionKeeper;
 class SettingsKeeper;
+class TagsKeeper;
 class Witnesses;
 class WorksheetActions;
 class EditorMenus;
@@ -38,6 +39,7 @@ struct DesktopOptions {
     std::string bundle;       // a directory
     std::string settingsFile; // "" keeps settings nowhere
     bool restoresSession = true; // where the preferences do not say otherwise
+    bool guardsTags = true;         // false hands command lines to a shell as the plug-in wrote them
     HostWitness* witness = nullptr; // hears what the plug-in does to the editor; borrowed, null for nobody
 };
 
@@ -87,6 +89,7 @@ public:
     WorksheetActions& TheWorksheet() { return *worksheet; }
     SessionKeeper& Session() { return *session; }
     SettingsKeeper& Settings() { return *settings; }
+    void StopAtEnd(int signal); // what runs for the plug-in, without a question
     const Preferences& ThePreferences() const { return preferences; }
     const PlaceStack& Places() const { return places; }
     Document* Current();
@@ -101,6 +104,7 @@ private:
     void Connect();
     void ApplyPreferences();
     bool MayStopCommand(); // true when none runs
+    bool MayStopTags();    // true when none are made
     void FollowColours();
     void BindKeys();
     void OpenOrNew(const Place& place);
@@ -131,6 +135,7 @@ private:
     std::unique_ptr<PluginBundle> bundle;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DesktopFace> face;
+    std::unique_ptr<TagsKeeper> tags; // null where they are not guarded
     std::unique_ptr<Witnesses> witnesses;
     std::unique_ptr<Host> host;
     std::unique_ptr<KeyRouter> router;

@@ -60,6 +60,7 @@ void Endings::End()
     editor.Session().Save();
     editor.Session().KeepUnsaved();
     editor.Settings().StoreAtEnd();
+    editor.StopAtEnd(gSignal);
     ::_exit(128 + gSignal);
 }
 

@@ -2,32 +2,19 @@
 
 #include "vetch/display/Utf8.h"
 #include "vetch/support/FThread.h"
-#include "vetch/support/ShellCommand.h"
 #include "wren/core/Document.h"
 #include "wren/desktop/GuiLoop.h"
 #include "wren/desktop/editor/CodeView.h"
 
 #include <QLabel>
 #include <QStatusBar>
+#include <QToolButton>
 
-#include <atomic>
-#include <cstdlib>
+#include <utility>
 
 namespace wren {
 
 namespace {
-
-std::atomic<int> gCommands = 0; // running now
-
-int RunCounted(const char* command)
-{
-    ++gCommands;
-    GuiLoop::Wake();
-    const int status = std::system(command);
-    --gCommands;
-    GuiLoop::Wake();
-    return status;
-}
 
 QString NameOf(LineEnds ends)
 {
@@ -50,19 +37,24 @@ long ColumnOf(const Document& document, long caret)
 
 } // namespace
 
-StatusLine::StatusLine(QStatusBar* bar) : background(new QLabel), position(new QLabel), ends(new QLabel)
+StatusLine::StatusLine(QStatusBar* bar)
+    : rebuild(new QToolButton), background(new QLabel), position(new QLabel), ends(new QLabel)
 {
+    rebuild->setText(tr("Rebuild Tags"));
+    rebuild->setObjectName("rebuildTags");
+    rebuild->setFocusPolicy(Qt::NoFocus);
+    rebuild->hide();
+    connect(rebuild, &QToolButton::clicked, this, &StatusLine::RebuildAsked);
+    bar->addPermanentWidget(rebuild);
     bar->addPermanentWidget(background);
     bar->addPermanentWidget(ends);
     bar->addPermanentWidget(position);
-    vetch::SetShellRunner(&RunCounted);
     vetch::SetThreadsWatcher(&GuiLoop::Wake);
 }
 
 StatusLine::~StatusLine()
 {
     vetch::SetThreadsWatcher(nullptr);
-    vetch::SetShellRunner(nullptr);
 }
 
 void StatusLine::Show(const Document* document, const CodeView* view)
@@ -77,9 +69,19 @@ void StatusLine::Show(const Document* document, const CodeView* view)
     ends->setText(NameOf(view->Ends()));
 }
 
+void StatusLine::SetMakingTags(std::function<bool()> answers)
+{
+    isMakingTags = std::move(answers);
+}
+
+void StatusLine::OfferRebuild(bool offered)
+{
+    rebuild->setVisible(offered);
+}
+
 void StatusLine::ShowBackground()
 {
-    if (gCommands > 0)
+    if (isMakingTags && isMakingTags())
         background->setText(tr("Making tags\u2026"));
     else if (!vetch::ThreadsAreIdle())
         background->setText(tr("Loading symbols\u2026"));

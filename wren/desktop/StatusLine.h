@@ -3,16 +3,19 @@
 
 #include <QObject>
 
+#include <functional>
+
 class QLabel;
 class QStatusBar;
+class QToolButton;
 
 namespace wren {
 
 class CodeView;
 class Document;
 
-// GUI thread. While one lives, threads and shell commands of the plug-in's wake the loop when they begin and end, so that
-// nobody needs to look again and again.
+// GUI thread. While one lives, the plug-in's threads wake the loop when they begin and end, so that nobody needs to look again
+// and again.
 class StatusLine : public QObject {
     Q_OBJECT
 public:
@@ -23,8 +26,16 @@ public:
 
     // What the plug-in does in the background now.
     void ShowBackground();
+    void SetMakingTags(std::function<bool()> answers); // whether tags are made now; null for never
+
+    void OfferRebuild(bool offered); // shows a button for it, or takes it away
+
+signals:
+    void RebuildAsked();
 
 private:
+    std::function<bool()> isMakingTags;
+    QToolButton* rebuild;
     QLabel* background;
     QLabel* position;
     QLabel* ends;

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <string>
 #include <unistd.h>
 
@@ -28,6 +29,19 @@ bool HasDisplay()
         if (const char* value = std::getenv(variable); value != nullptr && *value != '\0')
             return true;
     return false;
+}
+
+// The plug-in prints each command line that it has run, whose bytes may be anything: names of directories that came with a
+// tree. A terminal would take some for its own commands. What is run is in the log of TagsKeeper.
+void KeepOffTerminal()
+{
+    if (::isatty(STDOUT_FILENO) != 1)
+        return;
+    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (nowhere < 0)
+        return;
+    ::dup2(nowhere, STDOUT_FILENO);
+    ::close(nowhere);
 }
 
 // Qt ends the program when it cannot reach the display that is named.
@@ -70,6 +84,7 @@ int main(int count, char** words)
         ComplainOfNoDisplay();
         return kNoDisplay;
     }
+    KeepOffTerminal();
     qInstallMessageHandler(&HearQt);
     QApplication::setApplicationName("wren");
     QApplication::setApplicationVersion(WREN_VERSION);

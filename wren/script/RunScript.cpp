@@ -1,5 +1,6 @@
 #include "wren/script/RunScript.h"
 
+#include "wren/core/GuardedRunner.h"
 #include "wren/core/OutputAside.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/core/TerminalText.h"
@@ -11,8 +12,32 @@
 #include <iostream>
 #include <memory>
 #include <unistd.h>
+#include <utility>
 
 namespace wren {
+
+namespace {
+
+void Say(const std::string& text)
+{
+    std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, text).c_str());
+}
+
+std::unique_ptr<GuardedRunner> MakeGuard()
+{
+    GuardedRunner::News news;
+    news.ended = [](const TagsOutcome& outcome) {
+        if (outcome.kind != TagsOutcome::Kind::Made)
+            Say(outcome.file + " was not made: " + outcome.problem);
+    };
+    news.stale = [](const StaleTags& stale) {
+        Say(stale.file + " is out of date: " + stale.newer + " is newer. It is not rebuilt by itself, since " +
+            stale.why);
+    };
+    return std::make_unique<GuardedRunner>(STDERR_FILENO, std::move(news));
+}
+
+} // namespace
 
 int AnswerLines(ScriptSession& session, OutputAside& answers)
 {
@@ -38,9 +63,10 @@ int RunScript(const ScriptOptions& options)
     const std::unique_ptr<PluginBundle> bundle =
         PluginBundle::Load(options.bundle.empty() ? PluginBundle::DefaultDirectory() : options.bundle, &error);
     if (bundle == nullptr) {
-        std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, error).c_str());
+        Say(error);
         return 2;
     }
+    const std::unique_ptr<GuardedRunner> guard = options.guarded ? MakeGuard() : nullptr;
     HeadlessStage stage(*bundle, options.settings);
     ScriptSession session(stage);
     return AnswerLines(session, answers);

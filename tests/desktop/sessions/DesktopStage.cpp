@@ -40,12 +40,14 @@ namespace {
 constexpr BPoint kScriptsView = {700, 600}; // the text view's size as scripts know it
 constexpr bigtime_t kReaching = 200'000;    // from an alert's button to the text; the clock stands still otherwise
 
-wren::DesktopOptions OptionsFor(const std::string& bundle, const std::string& settingsFile, wren::HostWitness* witness)
+wren::DesktopOptions OptionsFor(const std::string& bundle, const std::string& settingsFile, bool guarded,
+                                wren::HostWitness* witness)
 {
     wren::DesktopOptions options;
     options.bundle = bundle;
     options.settingsFile = settingsFile;
     options.restoresSession = false;
+    options.guardsTags = guarded;
     options.witness = witness;
     return options;
 }
@@ -114,8 +116,8 @@ void TypeOver(Field& field, const std::string& text)
 
 } // namespace
 
-DesktopStage::DesktopStage(const std::string& bundle, const std::string& settingsFile)
-    : editor(std::make_unique<wren::Editor>(OptionsFor(bundle, settingsFile, &log))),
+DesktopStage::DesktopStage(const std::string& bundle, const std::string& settingsFile, bool guarded)
+    : editor(std::make_unique<wren::Editor>(OptionsFor(bundle, settingsFile, guarded, &log))),
       manager(std::make_unique<WindowManager>(editor->Window())),
       display(std::make_unique<RecordingDisplay>(editor->Display(), log, hands))
 {

@@ -25,7 +25,7 @@ class PreferencesDialog;
 // what the script takes it for. One at a time in a process.
 class DesktopStage final : public wren::Stage {
 public:
-    DesktopStage(const std::string& bundle, const std::string& settingsFile);
+    DesktopStage(const std::string& bundle, const std::string& settingsFile, bool guarded);
     ~DesktopStage() override;
 
     wren::Host& TheHost() override;

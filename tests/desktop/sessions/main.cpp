@@ -20,13 +20,15 @@ int main(int count, char** words)
     script.add_option("--bundle", bundle)->required();
     script.add_option("--home", home)->required();
     script.add_option("--settings", settings);
+    bool guarded = false;
+    script.add_flag("--guarded", guarded);
     CLI11_PARSE(program, count, words);
 
     ::setenv("HOME", home.c_str(), 1);
     wren::OutputAside answers;
     const QApplication application(count, words);
     StartPainters();
-    DesktopStage stage(bundle, settings);
+    DesktopStage stage(bundle, settings, guarded);
     wren::ScriptSession session(stage);
     return wren::AnswerLines(session, answers);
 }

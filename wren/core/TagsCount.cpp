@@ -1,4 +1,4 @@
-#include "wren/cli/TagsCount.h"
+#include "wren/core/TagsCount.h"
 
 #include <charconv>
 #include <fstream>

@@ -1,0 +1,169 @@
+// Tags that are made while somebody sits at the editor.
+#include "tests/desktop/editorwindow/EditorStory.h"
+#include "tests/support/Fifo.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/PluginButton.h"
+#include "wren/desktop/TagsKeeper.h"
+
+#include <QTest>
+#include <QToolButton>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <unistd.h>
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kOldTags = "bar\tempty.c\t1;\"\tv\n";
+
+// A project whose tags are stale: a lookup of "bar" in main.c rebuilds them by itself.
+class TagsStory : public EditorStory {
+protected:
+    TagsStory()
+    {
+        home.Write("T/empty.c", "int bar;");
+        home.Write("T/main.c", "bar\n");
+        home.Write("T/a.c", "int foo;\n");
+        home.Write("T/tags", kOldTags);
+        fs::last_write_time(home / "T/tags", fs::file_time_type::clock::now() - std::chrono::hours(1));
+        UseProgram("cat >/dev/null; printf 'bar\\tempty.c\\t1;\"\\tv\\nfoo\\ta.c\\t1;\"\\tv\\n' >\"$t\"\n");
+    }
+    ~TagsStory() override { ::unsetenv("WREN_CTAGS"); }
+
+    // The tags program; it is to write "$t".
+    void UseProgram(const std::string& script)
+    {
+        const std::string program =
+            home.Write("program", "#!/bin/sh\nwhile [ $# -gt 0 ]; do [ \"$1\" = -f ] && t=$2; shift; done\n" + script);
+        fs::permissions(program, fs::perms::owner_all);
+        ::setenv("WREN_CTAGS", program.c_str(), 1);
+    }
+
+    void LookUp()
+    {
+        Start({home / "T/main.c"});
+        SettleBackground();
+        View().GoTo(1);
+        Press("F12");
+        SettleBackground();
+        Settle();
+    }
+    void Update()
+    {
+        hands.ChooseNext("Update local tags");
+        emit TheEditor().Window().Button().PopUpAsked();
+    }
+    std::string Tags() const { return Content(home / "T/tags"); }
+    QToolButton& RebuildButton() { return *TheEditor().Window().findChild<QToolButton*>("rebuildTags"); }
+};
+
+} // namespace
+
+TEST_F(TagsStory, StaleOnesAreRebuiltByALookup)
+{
+    LookUp();
+    EXPECT_THAT(Tags(), HasSubstr("foo"));
+    EXPECT_EQ(Notice(), "");
+    EXPECT_FALSE(RebuildButton().isVisible());
+}
+
+TEST_F(TagsStory, AreNotWrittenThroughALinkThatTheTreeBrings)
+{
+    home.Write(".bash_aliases", "alias ll='ls -l'\n");
+    fs::create_symlink(home / ".bash_aliases", home / "T/tags.tmp");
+    LookUp();
+    EXPECT_EQ(Content(home / ".bash_aliases"), "alias ll='ls -l'\n");
+    EXPECT_EQ(Tags(), kOldTags);
+    EXPECT_THAT(Notice(), AllOf(HasSubstr(home / "T/tags was not made"),
+                                HasSubstr(home / "T/tags.tmp is a link to " + (home / ".bash_aliases"))));
+    Update();
+    SettleBackground();
+    EXPECT_EQ(Content(home / ".bash_aliases"), "alias ll='ls -l'\n");
+    EXPECT_EQ(Tags(), kOldTags);
+}
+
+TEST_F(TagsStory, OfAnotherProjectAreRebuiltOnlyWhenTheUserSaysSo)
+{
+    fs::create_directory(home / "linked");
+    fs::create_symlink(home / "T/tags", home / "linked/tags");
+    home.Write("linked/empty.c", "int bar;");
+    Start({home.Write("linked/main.c", "bar\n")});
+    SettleBackground();
+    View().GoTo(1);
+    Press("F12");
+    SettleBackground();
+    Settle();
+    EXPECT_EQ(Tags(), kOldTags);
+    EXPECT_THAT(Notice(), AllOf(HasSubstr(home / "T/tags is out of date"), HasSubstr("is a link to it")));
+    ASSERT_TRUE(RebuildButton().isVisible());
+    RebuildButton().click();
+    EXPECT_EQ(Notice(), "");
+    EXPECT_FALSE(RebuildButton().isVisible());
+    EXPECT_TRUE(Until([this] { return Tags() != kOldTags; }));
+    EXPECT_THAT(Tags(), HasSubstr("foo"));
+}
+
+TEST_F(TagsStory, ThatCannotBeMadeAreSaidWithTheLogThatTellsMore)
+{
+    UseProgram("echo 'no such language' >&2; exit 2\n");
+    LookUp();
+    EXPECT_EQ(Tags(), kOldTags);
+    EXPECT_THAT(Notice(), AllOf(HasSubstr("status 2"), HasSubstr(wren::TagsKeeper::LogFile())));
+    EXPECT_THAT(Content(wren::TagsKeeper::LogFile()), AllOf(HasSubstr("executing "), HasSubstr("no such language")));
+    UseProgram("cat >/dev/null; printf 'foo\\ta.c\\t1;\"\\tv\\n' >\"$t\"\n");
+    TheEditor().Open(home / "T/main.c");
+    Update();
+    SettleBackground();
+    Settle();
+    EXPECT_THAT(Tags(), HasSubstr("foo"));
+    EXPECT_EQ(Notice(), "") << "it is no longer so";
+}
+
+TEST_F(TagsStory, ThatAreBeingMadeAreAskedAboutAtTheEnd)
+{
+    const Fifo began;
+    const Fifo goOn;
+    UseProgram("echo half >\"$t\"; echo $$ >'" + began.Path() + "'; read line <'" + goOn.Path() + "'\n");
+    Start({home / "T/main.c"});
+    SettleBackground();
+    Update();
+    const pid_t program = std::stoi(began.ReadLine(::getpid()));
+    hands.AnswerNextAlert("No");
+    EXPECT_FALSE(Quit());
+    EXPECT_THAT(hands.TakeHeard(),
+                ElementsAre(AllOf(HasSubstr("These tags are being made"), HasSubstr(home / "T/tags"))));
+    EXPECT_EQ(::kill(program, 0), 0);
+    hands.AnswerNextAlert("Yes");
+    EXPECT_TRUE(Quit());
+    EXPECT_NE(::kill(program, 0), 0) << "it was stopped";
+    EXPECT_EQ(Tags(), kOldTags);
+    EXPECT_FALSE(fs::exists(home / "T/tags.tmp"));
+    EXPECT_FALSE(fs::exists(home / "T/.tags.lock"));
+}
+
+TEST_F(TagsStory, ManyRequestsAreOneRun)
+{
+    const Fifo began;
+    const Fifo goOn;
+    const std::string runs = home / "runs";
+    UseProgram("cat >/dev/null; echo run >>'" + runs + "'; echo $$ >'" + began.Path() + "'; read line <'" +
+               goOn.Path() + "'; printf 'foo\\ta.c\\t1;\"\\tv\\n' >\"$t\"\n");
+    Start({home / "T/main.c"});
+    SettleBackground();
+    Update();
+    began.ReadLine(::getpid());
+    for (int request = 0; request < 14; ++request)
+        Update();
+    goOn.WriteLine("go on");
+    SettleBackground();
+    EXPECT_EQ(Content(runs), "run\n");
+    EXPECT_THAT(Tags(), HasSubstr("foo"));
+}

@@ -1,0 +1,1 @@
+int draw(void) { return a; }

@@ -1,0 +1,82 @@
+#include "wren/core/DirectoryLock.h"
+
+#include <cerrno>
+#include <chrono>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+namespace wren {
+
+namespace {
+
+// Whoever had the lock before removes the file at the end, so that what has been locked may be no longer the one at the path.
+bool IsStillAt(const std::string& path, int file)
+{
+    struct stat held;
+    struct stat named;
+    return ::fstat(file, &held) == 0 && ::lstat(path.c_str(), &named) == 0 && held.st_dev == named.st_dev &&
+           held.st_ino == named.st_ino;
+}
+
+bool IsPlainFile(int file)
+{
+    struct stat status;
+    return ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+} // namespace
+
+DirectoryLock::DirectoryLock(const std::string& directory, const std::function<void()>& waits,
+                             const std::function<bool()>& givesUp)
+    : path(directory + "/.tags.lock")
+{
+    while (!givesUp()) {
+        // A pipe without a writer would otherwise be waited for here.
+        file = ::open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
+        if (file < 0)
+            return;
+        if (!IsPlainFile(file) || !Wait(waits, givesUp))
+            break;
+        if (IsStillAt(path, file))
+            return;
+        Close();
+    }
+    if (file >= 0)
+        Close();
+}
+
+DirectoryLock::~DirectoryLock()
+{
+    if (file < 0)
+        return;
+    ::unlink(path.c_str());
+    Close();
+}
+
+// The kernel's own waiting could not be given up from another thread.
+bool DirectoryLock::Wait(const std::function<void()>& waits, const std::function<bool()>& givesUp) const
+{
+    constexpr std::chrono::milliseconds kLookAgain(20);
+    bool waited = false;
+    while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return false;
+        if (!std::exchange(waited, true))
+            waits();
+        if (givesUp())
+            return false;
+        std::this_thread::sleep_for(kLookAgain);
+    }
+    return true;
+}
+
+void DirectoryLock::Close()
+{
+    ::close(std::exchange(file, -1));
+}
+
+} // namespace wren

@@ -1,0 +1,116 @@
+#include "wren/core/FindReport.h"
+
+#include "wren/core/TerminalText.h"
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <sstream>
+#include <string_view>
+#include <sys/mman.h>
+#include <unistd.h>
+
+namespace wren {
+
+namespace {
+
+// What find says is read here, so it has to say it in one language.
+constexpr const char* kFunction = "find() { LC_ALL=C command find \"$@\" 2>&4; set -- $?; echo $1 >&3; return $1; }\n";
+
+constexpr int kSomeFailed = 1; // find's status when it went on past a file or directory
+constexpr int kBySignal = 128; // a shell's status for a signal, and its number on top
+constexpr std::string_view kSelf = "find: ";
+constexpr std::array<std::string_view, 2> kHarmless = {": Permission denied", ": No such file or directory"};
+
+// Who reads the list has closed it. That is for its reader to answer for, whose status is known.
+constexpr std::string_view kNotWanted = "find: 'standard output': Broken pipe\nfind: write error\n";
+
+std::string Content(int file)
+{
+    std::string text;
+    char part[4096];
+    for (ssize_t count = 0; (count = ::pread(file, part, sizeof part, static_cast<off_t>(text.size()))) > 0;)
+        text.append(part, static_cast<size_t>(count));
+    return text;
+}
+
+bool IsHarmless(std::string_view complaint)
+{
+    return complaint.starts_with(kSelf) &&
+           std::ranges::any_of(kHarmless, [&](std::string_view reason) { return complaint.ends_with(reason); });
+}
+
+std::string OfFiles(std::string complaints)
+{
+    if (complaints.ends_with(kNotWanted))
+        complaints.erase(complaints.size() - kNotWanted.size());
+    return complaints;
+}
+
+bool AreHarmless(const std::string& complaints)
+{
+    if (complaints == kNotWanted)
+        return true;
+    std::istringstream lines(OfFiles(complaints));
+    for (std::string line; std::getline(lines, line);)
+        if (!IsHarmless(line))
+            return false;
+    return !complaints.empty();
+}
+
+std::string ProblemWithStatus(const std::string& text, const std::string& complaints)
+{
+    const int status = std::atoi(text.c_str());
+    if (text == "0" || status == kBySignal + SIGPIPE || (status == kSomeFailed && AreHarmless(complaints)))
+        return "";
+    if (status > kBySignal)
+        return "find was ended by signal " + std::to_string(status - kBySignal);
+    return "find ended with status " + text;
+}
+
+} // namespace
+
+std::string ProblemWithList(const std::string& statuses, const std::string& complaints)
+{
+    std::istringstream lines(statuses);
+    bool any = false;
+    for (std::string line; std::getline(lines, line); any = true)
+        if (const std::string problem = ProblemWithStatus(line, complaints); !problem.empty())
+            return problem + ", so its list of files may not be complete";
+    return any ? "" : "find was not run to its end, so its list of files may not be complete";
+}
+
+FindReport::FindReport()
+    : statuses(::memfd_create("find-status", MFD_CLOEXEC)), complaints(::memfd_create("find-complaints", MFD_CLOEXEC))
+{
+}
+
+FindReport::~FindReport()
+{
+    for (const int each : {statuses, complaints})
+        if (each >= 0)
+            ::close(each);
+}
+
+std::string FindReport::Watched(const std::string& command)
+{
+    return kFunction + command;
+}
+
+std::string FindReport::Said() const
+{
+    return ForTerminal(Content(complaints));
+}
+
+bool FindReport::Complained() const
+{
+    return !OfFiles(Content(complaints)).empty();
+}
+
+std::string FindReport::Problem() const
+{
+    return ProblemWithList(Content(statuses), Content(complaints));
+}
+
+} // namespace wren

@@ -1,0 +1,198 @@
+#include "wren/core/GuardedRunner.h"
+
+#include "vetch/storage/Home.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+namespace wren {
+
+namespace {
+
+constexpr int kNotRun = -1; // system()'s answer when there is no process
+
+// The plug-in's threads are detached ones. They may hand over a line at any time, also when there is no runner any more.
+std::mutex gMutex;
+GuardedRunner* gRunner = nullptr;
+
+} // namespace
+
+// One request of the plug-in's, from its first line to its last.
+struct GuardedRunner::Request {
+    std::string file;
+    std::unique_ptr<TagsRun> run;      // null for one that is not run
+    std::optional<StaleTags> declined; // what nobody asked for
+};
+
+GuardedRunner::GuardedRunner(int output, News news) : output(output), news(std::move(news)), unasked(::geteuid())
+{
+    {
+        const std::lock_guard guard(gMutex);
+        gRunner = this;
+    }
+    vetch::SetShellRunner(TakeForPlugin);
+}
+
+GuardedRunner::~GuardedRunner()
+{
+    {
+        const std::lock_guard guard(gMutex);
+        gRunner = nullptr;
+    }
+    Stop(SIGTERM);
+    std::unique_lock lock(mutex);
+    calmed.wait(lock, [this] { return calls == 0; });
+}
+
+// The runner stays the plug-in's, also when this is gone: the next line must not go to a shell of the system's.
+int GuardedRunner::TakeForPlugin(const char* command, const vetch::ShellRequest& request)
+{
+    GuardedRunner* runner;
+    {
+        const std::lock_guard guard(gMutex);
+        if (gRunner == nullptr)
+            return kNotRun;
+        runner = gRunner;
+        runner->BeginCall();
+    }
+    const int status = runner->Take(command, request);
+    runner->EndCall();
+    return status;
+}
+
+void GuardedRunner::BeginCall()
+{
+    const std::lock_guard guard(mutex);
+    ++calls;
+}
+
+void GuardedRunner::EndCall()
+{
+    const std::lock_guard guard(mutex);
+    --calls;
+    calmed.notify_all();
+}
+
+int GuardedRunner::Take(const char* command, const vetch::ShellRequest& asked)
+{
+    const std::optional<TagsLine> line = ReadTagsLine(command, Home());
+    if (!line)
+        return kNotRun; // a line of a kind that nobody has thought about is not run unguarded
+    Request& request = Find(*line, asked);
+    const int status = Carry(request, *line, command);
+    if (line->kind == TagsLine::Kind::Move)
+        End(request, asked);
+    return status;
+}
+
+// The request that the line belongs to, which is begun with its first line.
+GuardedRunner::Request& GuardedRunner::Find(const TagsLine& line, const vetch::ShellRequest& asked)
+{
+    const std::unique_lock lock(mutex);
+    const auto known = requests.find(&asked);
+    if (known != requests.end())
+        return *known->second;
+    auto request = std::make_unique<Request>();
+    Begin(*request, line, asked);
+    return *requests.emplace(&asked, std::move(request)).first->second;
+}
+
+void GuardedRunner::Begin(Request& request, const TagsLine& line, const vetch::ShellRequest& asked)
+{
+    request.file = line.file;
+    if (!asked.IsAskedFor())
+        if (const std::optional<std::string> why = unasked.WhyNot(asked, line.file)) {
+            request.declined = StaleTags{line.file, asked.newer, *why, {}};
+            return;
+        }
+    const bool joins = std::ranges::any_of(
+        requests, [&](const auto& other) { return other.second->run != nullptr && other.second->file == line.file; });
+    if (joins)
+        return;
+    request.run = std::make_unique<TagsRun>(line, output, [this](const std::string& directory) {
+        if (news.waits)
+            news.waits(directory);
+    });
+    if (stopped != 0)
+        request.run->Stop(stopped);
+}
+
+int GuardedRunner::Carry(Request& request, const TagsLine& line, const std::string& command)
+{
+    if (request.declined)
+        request.declined->lines.push_back(command);
+    if (request.run == nullptr)
+        return 0;
+    if (news.runs)
+        news.runs(command);
+    Tell(news.changed);
+    return request.run->Take(line, command);
+}
+
+void GuardedRunner::End(Request& request, const vetch::ShellRequest& asked)
+{
+    if (request.declined && news.stale)
+        news.stale(*request.declined);
+    if (request.run != nullptr && news.ended)
+        news.ended(request.run->Outcome());
+    {
+        const std::lock_guard guard(mutex);
+        if (request.run != nullptr && !asked.IsAskedFor())
+            unasked.Ended(asked, request.file);
+        requests.erase(&asked);
+    }
+    Tell(news.changed);
+}
+
+void GuardedRunner::Tell(const std::function<void()>& news) const
+{
+    if (news)
+        news();
+}
+
+bool GuardedRunner::Rebuild(const StaleTags& stale)
+try {
+    BeginCall();
+    std::thread([this, stale] {
+        const vetch::ShellRequest asked;
+        for (const std::string& line : stale.lines)
+            Take(line.c_str(), asked);
+        EndCall();
+    }).detach();
+    return true;
+} catch (const std::system_error&) {
+    EndCall();
+    return false;
+}
+
+std::vector<std::string> GuardedRunner::Running() const
+{
+    const std::lock_guard guard(mutex);
+    std::vector<std::string> files;
+    for (const auto& [asked, request] : requests)
+        if (request->run != nullptr)
+            files.push_back(request->file);
+    return files;
+}
+
+void GuardedRunner::Stop(int signal)
+{
+    const std::lock_guard guard(mutex);
+    stopped = signal;
+    for (const auto& [asked, request] : requests)
+        if (request->run != nullptr)
+            request->run->Stop(signal);
+}
+
+bool GuardedRunner::WaitUntilIdle(std::chrono::milliseconds limit) const
+{
+    std::unique_lock lock(mutex);
+    return calmed.wait_for(lock, limit, [this] { return requests.empty() && calls == 0; });
+}
+
+} // namespace wren

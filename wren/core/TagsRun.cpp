@@ -1,0 +1,181 @@
+#include "wren/core/TagsRun.h"
+
+#include "tagsfile/TagsFileKind.h"
+#include "wren/core/DirectoryLock.h"
+#include "wren/core/FindReport.h"
+#include "wren/core/TagsCount.h"
+#include "wren/core/TagsTarget.h"
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <unistd.h>
+#include <utility>
+
+namespace wren {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+using Kind = TagsOutcome::Kind;
+
+constexpr int kNotRun = -1; // system()'s answer when there is no process
+
+void WriteAll(int file, const std::string& text)
+{
+    for (size_t done = 0; done < text.size();) {
+        const ssize_t count = ::write(file, text.data() + done, text.size() - done);
+        if (count < 0 && errno != EINTR)
+            return; // nobody reads it, which is no reason to make no tags
+        done += count < 0 ? 0 : static_cast<size_t>(count);
+    }
+}
+
+} // namespace
+
+TagsRun::TagsRun(const TagsLine& first, int output, std::function<void(const std::string&)> waits)
+    : file(first.file), unfinished(first.unfinished), output(output), waits(std::move(waits))
+{
+    outcome.file = file;
+}
+
+// A run that was given up between two lines leaves nothing, either.
+TagsRun::~TagsRun()
+{
+    Clean();
+}
+
+void TagsRun::TakeLock(const std::string& directory)
+{
+    lock = std::make_unique<DirectoryLock>(
+        directory, [&] { waits(directory); }, [this] { return group.Stopped() != 0; });
+}
+
+void TagsRun::Begin()
+{
+    TakeLock(fs::path(file).parent_path());
+    target = std::make_unique<TagsTarget>(file, unfinished);
+    outcome.hadFile = target->HadFile();
+    if (group.Stopped() != 0) // and without the lock, what stands there may be another program's
+        return;
+    if (const std::string problem = WhyNotToBegin(); !problem.empty()) {
+        Fail(problem);
+        outcome.kind = Kind::Refused;
+        return;
+    }
+    target->RemoveUnfinished();
+    begun = true;
+}
+
+std::string TagsRun::WhyNotToBegin() const
+{
+    if (const std::optional<std::string> obstacle = target->Obstacle())
+        return *obstacle;
+    const std::string directory = fs::path(file).parent_path();
+    return ::access(directory.c_str(), W_OK | X_OK) == 0 ? ""
+                                                         : directory + " cannot be written: " + std::strerror(errno);
+}
+
+void TagsRun::Fail(const std::string& problem)
+{
+    if (IsWell())
+        outcome.problem = problem;
+}
+
+int TagsRun::Take(const TagsLine& line, const std::string& command)
+{
+    if (target == nullptr)
+        Begin();
+    outcome.lines.push_back({command, std::nullopt});
+    int status = kNotRun;
+    if (IsWell() && group.Stopped() == 0) {
+        status = line.kind == TagsLine::Kind::Move ? Move(line) : Run(line, command);
+        outcome.lines.back().status = ShellStatus(status);
+    }
+    if (line.kind == TagsLine::Kind::Move)
+        End();
+    return status;
+}
+
+int TagsRun::Run(const TagsLine& line, const std::string& command)
+{
+    if (line.unfinished != unfinished) {
+        Fail("a line of the plug-in's writes elsewhere: " + line.unfinished);
+        return kNotRun;
+    }
+    if (line.kind == TagsLine::Kind::Append && AppendsNothing(command))
+        return 0;
+    return RunWatched(command);
+}
+
+int TagsRun::RunWatched(const std::string& command)
+{
+    const FindReport find;
+    if (!find.IsUsable()) {
+        Fail(std::string("its commands cannot be started: ") + std::strerror(errno));
+        return kNotRun;
+    }
+    const int status = group.Run(FindReport::Watched(command), {output, {find.Statuses(), find.Complaints()}});
+    if (status == kNotRun)
+        Fail(std::string("its commands cannot be started: ") + std::strerror(errno));
+    WriteAll(output, find.Said());
+    if (status != 0)
+        Fail("a command ended with status " + std::to_string(ShellStatus(status)));
+    else
+        Fail(find.Problem());
+    if (IsWell())
+        CheckWhatWasMade(find.Complained());
+    return status;
+}
+
+// A tags program that claims success and has written nothing, or something else, has made nothing.
+void TagsRun::CheckWhatWasMade(bool findComplained)
+{
+    if (!target->HasUnfinished())
+        Fail("the tags program wrote no new file");
+    else if (tagsfile::WhatIs(unfinished) != tagsfile::Target::Tags)
+        Fail("what the tags program wrote is not a tags file");
+    else if (findComplained && CountTags(unfinished).files == 0)
+        Fail("find complained, and listed no file");
+}
+
+int TagsRun::Move(const TagsLine& line)
+{
+    if (line.unfinished != unfinished || line.file != file) {
+        Fail("a line of the plug-in's moves elsewhere: " + line.file);
+        return kNotRun;
+    }
+    if (const std::optional<std::string> obstacle = target->Obstacle()) {
+        Fail(*obstacle);
+        return kNotRun;
+    }
+    if (target->Move())
+        return 0;
+    Fail(file + " cannot be replaced: " + std::strerror(errno));
+    return kNotRun;
+}
+
+void TagsRun::End()
+{
+    outcome.isNew = target->IsNew();
+    if (group.Stopped() != 0)
+        outcome.kind = Kind::Interrupted;
+    else if (IsWell())
+        outcome.kind = Kind::Made;
+    Clean();
+}
+
+void TagsRun::Clean()
+{
+    if (std::exchange(begun, false))
+        target->RemoveUnfinished();
+    lock.reset();
+}
+
+void TagsRun::Stop(int signal)
+{
+    group.Stop(signal);
+}
+
+} // namespace wren
