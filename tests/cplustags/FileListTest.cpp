@@ -1,11 +1,13 @@
 #include "cplustags/FileList.h"
 
 #include "cplustags/Progress.h"
+#include "tests/support/OrdinaryRights.h"
 #include "tests/support/TempDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -61,20 +63,6 @@ struct Listing {
     bool hasNames = false;
 };
 
-// Root may read everything, so root becomes somebody else for as long as this lives. Whoever that is may not go back to the
-// directory in which the test was started.
-class AsNobody {
-public:
-    explicit AsNobody(bool isWanted) : isRoot(isWanted && ::geteuid() == 0)
-    {
-        EXPECT_TRUE(!isRoot || ::seteuid(65534) == 0);
-    }
-    ~AsNobody() { EXPECT_TRUE(!isRoot || ::seteuid(0) == 0); }
-
-private:
-    const bool isRoot;
-};
-
 enum class Reader { Anybody, NotRoot };
 
 // What is given for files of the command line and the text of a list; relative names are found from 'directory'.
@@ -89,7 +77,9 @@ Listing List(const TempDirectory& directory, const Names& files, const std::stri
     names.Write(list);
     names.Close();
     {
-        const AsNobody nobody(reader == Reader::NotRoot);
+        std::optional<OrdinaryRights> rights;
+        if (reader == Reader::NotRoot)
+            rights.emplace();
         Progress progress(messages.Writing());
         FileList all(files, names.Reading(), directory.Path(), tree.empty() ? directory.Path() : tree, progress, GoOn);
         for (std::string path; all.Next(path);)
@@ -154,7 +144,6 @@ TEST(FileList, ReportsWhatCannotBeRead)
 TEST(FileList, ReportsWhatMayNotBeRead)
 {
     const TempDirectory directory;
-    fs::permissions(directory.Path(), fs::perms(0755));
     fs::permissions(directory.Write("secret.c", ""), fs::perms::none);
     const Listing listing = List(directory, {"secret.c"}, "", Reader::NotRoot);
     EXPECT_EQ(listing.paths, Names{});

@@ -2,6 +2,7 @@
 
 #include "tags/TagFile.h"
 
+#include "tests/support/OrdinaryRights.h"
 #include "tests/tags/TagsFolder.h"
 
 #include <fstream>
@@ -28,27 +29,6 @@ std::string LineOfLength(size_t length)
     const std::string start = "Foo\ta.cpp\t12;\"\tf\tclass:";
     return start + std::string(length - start.length() - 1, 'x') + "\n";
 }
-
-// The superuser may read everything, so for a while nobody is that.
-class OrdinaryUser {
-public:
-    OrdinaryUser() : before(geteuid())
-    {
-        if (before == 0) {
-            EXPECT_EQ(seteuid(kNobody), 0);
-        }
-    }
-    ~OrdinaryUser()
-    {
-        if (before == 0) {
-            EXPECT_EQ(seteuid(before), 0);
-        }
-    }
-
-private:
-    static constexpr uid_t kNobody = 65534;
-    uid_t before;
-};
 
 constexpr char kFoo[] = "Foo f a.cpp:12";
 
@@ -134,7 +114,7 @@ TEST(TagFileBadInput, AnUnreadableFileCannotBeOpened)
 {
     const TagsFolder folder(LineOfLength(100));
     std::filesystem::permissions(folder.Tags(), std::filesystem::perms::none);
-    const OrdinaryUser ordinary;
+    const OrdinaryRights rights;
     EXPECT_EQ(All(folder.Entry()), Lines{"(cannot be opened)"});
 }
 

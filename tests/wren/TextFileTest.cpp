@@ -1,5 +1,6 @@
 #include "wren/core/TextFile.h"
 
+#include "tests/support/OrdinaryRights.h"
 #include "tests/support/TempDirectory.h"
 #include "wren/core/Documents.h"
 
@@ -19,8 +20,6 @@ using ::testing::StartsWith;
 using wren::StampOf;
 
 namespace {
-
-constexpr uid_t kNobody = 65534;
 
 std::string Content(const std::string& path)
 {
@@ -53,16 +52,6 @@ std::vector<std::string> Temporaries(const std::string& directory)
     return found;
 }
 
-// Whoever runs the tests may be root, who may write everywhere: that right is given up meanwhile.
-class OrdinaryUser {
-public:
-    OrdinaryUser() : before(geteuid()) { EXPECT_TRUE(before != 0 || seteuid(kNobody) == 0); }
-    ~OrdinaryUser() { EXPECT_EQ(seteuid(before), 0); }
-
-private:
-    const uid_t before;
-};
-
 // No file gets larger than that meanwhile, as on a disk that is full.
 class FullDisk {
 public:
@@ -78,21 +67,12 @@ private:
     struct rlimit before;
 };
 
-void GiveToNobody(const std::string& path)
-{
-    if (::geteuid() == 0) {
-        EXPECT_EQ(::chown(path.c_str(), kNobody, static_cast<gid_t>(-1)), 0);
-    }
-}
-
 class WriteWholeFile : public ::testing::Test {
 protected:
     WriteWholeFile()
     {
         ::setenv("HOME", home.Path().c_str(), 1);
         ::unsetenv("XDG_STATE_HOME");
-        GiveToNobody(home.Path());
-        GiveToNobody(directory.Path());
     }
     ~WriteWholeFile() override
     {
@@ -103,14 +83,6 @@ protected:
         }
     }
     std::string Overwritten() const { return home / ".local/state/wren/overwritten"; }
-
-    // A file of an ordinary user's.
-    std::string File(const std::string& leaf, const std::string& text)
-    {
-        const std::string file = directory.Write(leaf, text);
-        GiveToNobody(file);
-        return file;
-    }
 
     const TempDirectory home;
     const TempDirectory directory;
@@ -130,7 +102,10 @@ TEST_F(WriteWholeFile, MakesAFileWithTheUsualPermissions)
 
 TEST_F(WriteWholeFile, KeepsPermissionsAndOwner)
 {
-    const std::string file = File("a.c", "old");
+    const std::string file = directory.Write("a.c", "old");
+    if (::geteuid() == 0) { // who may write other people's files
+        ASSERT_EQ(::chown(file.c_str(), 1234, 4321), 0);
+    }
     for (const mode_t mode : {0600u, 0755u, 0664u}) {
         ASSERT_EQ(::chmod(file.c_str(), mode), 0);
         const uid_t owner = StatusOf(file).st_uid;
@@ -143,7 +118,7 @@ TEST_F(WriteWholeFile, KeepsPermissionsAndOwner)
 
 TEST_F(WriteWholeFile, KeepsWhatIsNotedOnTheFile)
 {
-    const std::string file = File("a.c", "old");
+    const std::string file = directory.Write("a.c", "old");
     if (::setxattr(file.c_str(), "user.wren.test", "x", 1, 0) != 0)
         GTEST_SKIP() << "the file system keeps no notes";
     EXPECT_EQ(Write(file, "new"), "");
@@ -154,7 +129,7 @@ TEST_F(WriteWholeFile, KeepsWhatIsNotedOnTheFile)
 
 TEST_F(WriteWholeFile, ReplacesTheFileSoThatReadersSeeTheOldOrTheNew)
 {
-    const std::string file = File("a.c", "old");
+    const std::string file = directory.Write("a.c", "old");
     FILE* reader = std::fopen(file.c_str(), "rb");
     EXPECT_EQ(Write(file, "new text"), "");
     char text[16] = {};
@@ -166,7 +141,7 @@ TEST_F(WriteWholeFile, ReplacesTheFileSoThatReadersSeeTheOldOrTheNew)
 TEST_F(WriteWholeFile, WritesWhatALinkLeadsTo)
 {
     fs::create_directory(directory / "sub");
-    const std::string file = File("sub/real.c", "old");
+    const std::string file = directory.Write("sub/real.c", "old");
     fs::create_symlink("sub/real.c", directory / "one");
     fs::create_symlink(directory / "one", directory / "two");
     EXPECT_EQ(Write(directory / "two", "new"), "");
@@ -185,7 +160,7 @@ TEST_F(WriteWholeFile, MakesTheFileThatALinkNames)
 
 TEST_F(WriteWholeFile, WritesIntoAFileWithOtherNames)
 {
-    const std::string file = File("a.c", "the old text, which is longer");
+    const std::string file = directory.Write("a.c", "the old text, which is longer");
     fs::create_hard_link(file, directory / "b.c");
     EXPECT_EQ(Write(file, "new"), "");
     EXPECT_EQ(Content(directory / "b.c"), "new");
@@ -195,11 +170,11 @@ TEST_F(WriteWholeFile, WritesIntoAFileWithOtherNames)
 
 TEST_F(WriteWholeFile, WritesIntoAFileInADirectoryThatNobodyMayWriteTo)
 {
-    const std::string file = File("a.c", "old");
+    const std::string file = directory.Write("a.c", "old");
     ASSERT_EQ(::chmod(directory.Path().c_str(), 0555), 0);
     const std::uint64_t before = StampOf(file).inode;
     {
-        const OrdinaryUser user;
+        const OrdinaryRights rights;
         EXPECT_EQ(Write(file, "new"), "");
     }
     EXPECT_EQ(Content(file), "new");
@@ -211,13 +186,14 @@ TEST_F(WriteWholeFile, WritesIntoAFileWhoseOwnerItMayNotGiveToAnother)
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make somebody else's file";
     const std::string file = directory.Write("a.c", "old");
+    ASSERT_EQ(::chown(file.c_str(), 1234, 4321), 0);
     ASSERT_EQ(::chmod(file.c_str(), 0666), 0);
     {
-        const OrdinaryUser user;
+        const OrdinaryRights rights;
         EXPECT_EQ(Write(file, "new"), "");
     }
     EXPECT_EQ(Content(file), "new");
-    EXPECT_EQ(StatusOf(file).st_uid, 0u);
+    EXPECT_EQ(StatusOf(file).st_uid, 1234u);
 }
 
 TEST_F(WriteWholeFile, RefusesADirectory)
@@ -240,10 +216,10 @@ TEST_F(WriteWholeFile, RefusesLinksThatLeadInACircle)
 
 TEST_F(WriteWholeFile, LeavesAReadOnlyFileAlone)
 {
-    const std::string file = File("a.c", "old");
+    const std::string file = directory.Write("a.c", "old");
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
     {
-        const OrdinaryUser user;
+        const OrdinaryRights rights;
         EXPECT_EQ(Write(file, "new"), file + ": Permission denied");
     }
     EXPECT_EQ(Content(file), "old");
@@ -253,7 +229,7 @@ TEST_F(WriteWholeFile, SaysThatADirectoryMayNotBeWrittenTo)
 {
     const std::string file = directory / "a.c";
     ASSERT_EQ(::chmod(directory.Path().c_str(), 0555), 0);
-    const OrdinaryUser user;
+    const OrdinaryRights rights;
     EXPECT_EQ(Write(file, "new"), file + ": Permission denied");
 }
 
@@ -266,7 +242,7 @@ TEST_F(WriteWholeFile, SaysThatTheDirectoryHasGone)
 
 TEST_F(WriteWholeFile, LeavesTheOldFileWholeOnAFullDisk)
 {
-    const std::string file = File("a.c", "old");
+    const std::string file = directory.Write("a.c", "old");
     {
         const FullDisk disk(4096);
         EXPECT_THAT(Write(file, std::string(10'000, 'n')), StartsWith(file + ": "));
@@ -276,7 +252,7 @@ TEST_F(WriteWholeFile, LeavesTheOldFileWholeOnAFullDisk)
 
 TEST_F(WriteWholeFile, LeavesAFileWithOtherNamesWholeOnAFullDisk)
 {
-    const std::string file = File("a.c", "old");
+    const std::string file = directory.Write("a.c", "old");
     fs::create_hard_link(file, directory / "b.c");
     const wren::FileStamp before = StampOf(file);
     {
@@ -289,7 +265,7 @@ TEST_F(WriteWholeFile, LeavesAFileWithOtherNamesWholeOnAFullDisk)
 
 TEST_F(WriteWholeFile, WritesNothingInPlaceWithoutACopyOfTheOldText)
 {
-    const std::string file = File("a.c", "old");
+    const std::string file = directory.Write("a.c", "old");
     fs::create_hard_link(file, directory / "b.c");
     ::unsetenv("HOME");
     EXPECT_THAT(Write(file, "new"), ::testing::AllOf(StartsWith(file + ": "), HasSubstr("no home directory")));

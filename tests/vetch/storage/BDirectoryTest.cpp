@@ -1,39 +1,16 @@
 #include "vetch/storage/BDirectory.h"
 
+#include "tests/support/OrdinaryRights.h"
 #include "tests/support/TempDirectory.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/BPath.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
-#include <unistd.h>
-
 namespace {
-
-constexpr uid_t kNobody = 65534;
-
-// Permissions bind everyone but the superuser: gives up that right for as long as it lives.
-class WithoutPrivilege {
-public:
-    WithoutPrivilege() : user(geteuid()), given(user != 0 || seteuid(kNobody) == 0) {}
-    ~WithoutPrivilege()
-    {
-        if (user == 0 && seteuid(user) != 0)
-            std::abort(); // what follows would run as somebody else
-    }
-    WithoutPrivilege(const WithoutPrivilege&) = delete;
-    WithoutPrivilege& operator=(const WithoutPrivilege&) = delete;
-
-    bool IsGivenUp() const { return given; }
-
-private:
-    uid_t user;
-    bool given;
-};
 
 std::string PathOf(const BEntry& entry)
 {
@@ -79,15 +56,15 @@ TEST_F(BDirectoryTest, RefusesOneThatMayNotBeSearched)
 {
     namespace fs = std::filesystem;
     directory.Write("closed/x", "");
-    fs::permissions(directory.Path(), fs::perms::owner_all | fs::perms::others_exec | fs::perms::group_exec);
-    fs::permissions(directory / "closed", fs::perms::owner_read | fs::perms::others_read);
+    fs::permissions(directory / "closed", fs::perms::owner_read);
+    fs::permissions(directory.Path(), fs::perms::owner_exec);
     {
-        const WithoutPrivilege privilege;
-        ASSERT_TRUE(privilege.IsGivenUp());
+        const OrdinaryRights rights;
         EXPECT_EQ(BDirectory((directory / "closed").c_str()).InitCheck(), B_ERROR);
         EXPECT_EQ(BDirectory(directory.Path().c_str()).InitCheck(), B_OK) << "one that cannot be listed is searched";
     }
-    fs::permissions(directory / "closed", fs::perms::owner_all); // else it could not be removed
+    for (const std::string& each : {directory.Path(), directory / "closed"})
+        fs::permissions(each, fs::perms::owner_all); // else they could not be removed
 }
 
 TEST_F(BDirectoryTest, FindsAnEntryOfAnyKindByItsExactName)

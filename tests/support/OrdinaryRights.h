@@ -1,0 +1,30 @@
+// Root may read and write all files and give them away: tests of what may not be done give that up for a while.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <linux/capability.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+// While one lives, permissions bind the thread that made it as they bind everybody. It stays who it is, so that it reaches
+// its own files wherever they are, also below a directory of root's. Programs that it starts have all rights again.
+class OrdinaryRights {
+public:
+    OrdinaryRights()
+    {
+        EXPECT_EQ(::syscall(SYS_capget, &header, before), 0);
+        Set sets[_LINUX_CAPABILITY_U32S_3] = {before[0], before[1]};
+        for (const unsigned right : {CAP_CHOWN, CAP_DAC_OVERRIDE, CAP_DAC_READ_SEARCH, CAP_FOWNER})
+            sets[CAP_TO_INDEX(right)].effective &= ~CAP_TO_MASK(right);
+        EXPECT_EQ(::syscall(SYS_capset, &header, sets), 0);
+    }
+    ~OrdinaryRights() { EXPECT_EQ(::syscall(SYS_capset, &header, before), 0); }
+    OrdinaryRights(const OrdinaryRights&) = delete;
+    OrdinaryRights& operator=(const OrdinaryRights&) = delete;
+
+private:
+    using Set = struct __user_cap_data_struct;
+    struct __user_cap_header_struct header = {_LINUX_CAPABILITY_VERSION_3, 0};
+    Set before[_LINUX_CAPABILITY_U32S_3] = {};
+};
