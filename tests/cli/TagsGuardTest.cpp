@@ -127,16 +127,6 @@ TEST_F(TagsFromFind, ShowsNoControlCharactersOfNames)
     EXPECT_TRUE(HasText(run.errors, "a?[2Jb")) << run.errors;
 }
 
-TEST_F(TagsCommand, KeepsTheOldTagsWhenTheProgramWritesSomethingElse)
-{
-    UseProgram(std::string(kReadOptions) + "echo 'ctags: no such option' >\"$target\"\n");
-    tree.Write("project/tags", kOldTags);
-    const ProgramRun run = Run({"project"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_TRUE(HasText(run.errors, "is not a tags file")) << run.errors;
-    ExpectOldTags("a message is not a tags file");
-}
-
 // With few descriptors left it fails, and says why; a signal ends it all the same.
 TEST_F(TagsCommand, SaysWhyItFailsWithFewDescriptors)
 {

@@ -145,7 +145,7 @@ int MakeAll(PluginBundle& bundle, const TagsWords& words, OutputAside& output, i
     Interruption interruption;
     TagsMaker maker(bundle, words.dryRun ? nullptr : &interruption, words.settings,
                     words.verbose ? SayWhatRuns : nullptr);
-    bool allWell = !words.dryRun || output.Write(EnvironmentLines(words));
+    bool allWell = !words.dryRun || WriteOrComplain(output, EnvironmentLines(words), "what would be run");
     if (words.system) {
         const MadeTags made = maker.MakeSystem();
         allWell = ReportTags(output, made, DryRun(words, "--system")) && allWell;

@@ -1,6 +1,5 @@
 #include "wren/core/TagsRun.h"
 
-#include "tagsfile/TagsFileKind.h"
 #include "wren/core/DirectoryLock.h"
 #include "wren/core/FindReport.h"
 #include "wren/core/TagsCount.h"
@@ -134,8 +133,6 @@ void TagsRun::CheckWhatWasMade(bool findComplained)
 {
     if (!target->HasUnfinished())
         Fail("the tags program wrote no new file");
-    else if (tagsfile::WhatIs(unfinished) != tagsfile::Target::Tags)
-        Fail("what the tags program wrote is not a tags file");
     else if (findComplained && CountTags(unfinished).files == 0)
         Fail("find complained, and listed no file");
 }
@@ -146,7 +143,7 @@ int TagsRun::Move(const TagsLine& line)
         Fail("a line of the plug-in's moves elsewhere: " + line.file);
         return kNotRun;
     }
-    if (const std::optional<std::string> obstacle = target->Obstacle()) {
+    if (const std::optional<std::string> obstacle = target->ObstacleToMove()) {
         Fail(*obstacle);
         return kNotRun;
     }

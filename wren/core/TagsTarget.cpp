@@ -61,9 +61,14 @@ TagsTarget::TagsTarget(std::string file, std::string unfinished)
 
 std::optional<std::string> TagsTarget::Obstacle() const
 {
-    if (std::optional<std::string> obstacle = ObstacleAt(file))
+    if (std::optional<std::string> obstacle = ObstacleToMove())
         return obstacle;
     return ObstacleAt(unfinished);
+}
+
+std::optional<std::string> TagsTarget::ObstacleToMove() const
+{
+    return ObstacleAt(file);
 }
 
 bool TagsTarget::IsNew() const

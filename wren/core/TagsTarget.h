@@ -17,6 +17,7 @@ public:
     // What stands in the way, in words for the user, with the remedy: a link, a directory, or a file that is not a tags file
     // and so is somebody's own. Nothing when all is well.
     std::optional<std::string> Obstacle() const;
+    std::optional<std::string> ObstacleToMove() const; // the same at the file's own place, once the other one is made
 
     bool HadFile() const { return before.has_value(); }
     bool IsNew() const; // whether the file was put there since
