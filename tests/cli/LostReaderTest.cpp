@@ -1,4 +1,5 @@
 // The commands when whoever reads their output has gone.
+#include "tests/support/FileContent.h"
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ShellWord.h"
@@ -11,13 +12,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string ContentOf(const std::string& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 // A project with tags, and another one to make tags of.
 class ReaderGone : public ::testing::Test {
@@ -97,5 +91,5 @@ TEST_F(ReaderGone, StopsNoTagsFromBeingMade)
 TEST_F(ReaderGone, OfComplaintsLeavesNoFileOutOfTheTags)
 {
     ExpectQuietEnd("tags --system --settings settings 2>&1", {kSystemTags});
-    EXPECT_NE(ContentOf(tree / kSystemTags).find("system/s.h"), std::string::npos);
+    EXPECT_NE(Content(tree / kSystemTags).find("system/s.h"), std::string::npos);
 }

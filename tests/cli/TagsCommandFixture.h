@@ -1,6 +1,7 @@
 // The program as a user runs it to make tags, with a stand-in for the tags program where it is to misbehave.
 #pragma once
 
+#include "tests/support/FileContent.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/TempDirectory.h"
 
@@ -26,13 +27,6 @@ while IFS= read -r file; do printf 'x\t%s\t1;"\tv\n' "$file"; done >"$target"
 )";
 inline const std::string kGoodProgram = std::string(kReadOptions) + kWriteTags;
 inline constexpr const char* kOldTags = "old\told.h\t1;\"\tv\n";
-
-inline std::string Content(const std::string& path)
-{
-    std::ostringstream text;
-    text << std::ifstream(path, std::ios::binary).rdbuf();
-    return text.str();
-}
 
 inline bool HasText(const std::string& text, const std::string& part)
 {

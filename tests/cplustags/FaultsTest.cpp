@@ -1,6 +1,7 @@
 // What stops the program from outside: a kill at any moment, a full disk, another run for the same file.
 
 #include "cplustags/OldTags.h"
+#include "tests/support/FileContent.h"
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ShellWord.h"
@@ -19,12 +20,6 @@ namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
 const std::string kOldTags = "!_TAG_FILE_SORTED\t1\t//\nold\told.c\t1;\"\tf\n";
-
-std::string Content(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
 
 // A directory with sources of some tags each, a list of them, and a tags file to be replaced.
 class Project {

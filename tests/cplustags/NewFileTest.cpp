@@ -1,5 +1,6 @@
 #include "cplustags/NewFile.h"
 
+#include "tests/support/FileContent.h"
 #include "tests/support/OrdinaryRights.h"
 #include "tests/support/TempDirectory.h"
 
@@ -18,21 +19,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
-
-std::string Content(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-Texts Names(const std::string& directory)
-{
-    Texts names;
-    for (const auto& entry : fs::directory_iterator(directory))
-        names.push_back(entry.path().filename());
-    std::sort(names.begin(), names.end());
-    return names;
-}
 
 void Replace(const std::string& target, const std::string& text, AtLink atLink = AtLink::Refuse)
 {
@@ -53,7 +39,7 @@ TEST(NewFile, TakesThePlaceAtTheEnd)
         EXPECT_TRUE(file.Commit());
     }
     EXPECT_EQ(Content(target), std::string(1000000, 'x'));
-    EXPECT_EQ(Names(directory.Path()), Texts{"tags"});
+    EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
 TEST(NewFile, ThatIsNotCommittedLeavesNoTrace)
@@ -66,7 +52,7 @@ TEST(NewFile, ThatIsNotCommittedLeavesNoTrace)
         std::ofstream(file.Directory() + "/temporary of another") << "text";
     }
     EXPECT_EQ(Content(target), "old");
-    EXPECT_EQ(Names(directory.Path()), Texts{"tags"});
+    EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
 TEST(NewFile, HasTheOldFilesPermissionsOrThoseOfANewOne)
@@ -106,7 +92,7 @@ TEST(NewFile, IsRefusedWhereALinkStands)
         const std::string error = NewFile(directory / "way/link").Error();
         EXPECT_NE(error.find(directory / "real/link is a symbolic link to "), std::string::npos) << error;
         EXPECT_EQ(fs::read_symlink(directory / "real/link"), meant);
-        EXPECT_EQ(Names(directory / "real"), (Texts{"link", "tags"})) << "nothing was made";
+        EXPECT_EQ(NamesIn(directory / "real"), (Texts{"link", "tags"})) << "nothing was made";
         fs::remove(directory / "real/link");
     }
     EXPECT_EQ(Content(directory / "real/tags"), "old");
@@ -124,7 +110,7 @@ TEST(NewFile, LeavesALinkThatWasPutThereMeanwhile)
         EXPECT_NE(file.Error().find("is a symbolic link to the user's"), std::string::npos) << file.Error();
     }
     EXPECT_EQ(Content(directory / "the user's"), "text");
-    EXPECT_EQ(Names(directory.Path()), (Texts{"tags", "the user's"}));
+    EXPECT_EQ(NamesIn(directory.Path()), (Texts{"tags", "the user's"}));
 }
 
 TEST(NewFile, LeavesTheOldFilesOtherNamesAsTheyAre)
@@ -147,7 +133,7 @@ TEST(NewFile, MayBeRelativeAndHaveTheLongestName)
     Replace(longest, "text");
     fs::current_path(before);
     EXPECT_EQ(Content(directory / longest), "text");
-    EXPECT_EQ(Names(directory.Path()), Texts{longest});
+    EXPECT_EQ(NamesIn(directory.Path()), Texts{longest});
 }
 
 TEST(NewFile, GoesWhereTheSystemFindsAParentBehindALink)
@@ -202,7 +188,7 @@ TEST(NewFile, CannotReplaceADirectory)
     fs::create_directories(directory / "tags/below");
     for (const std::string& target : {directory / "tags", directory / "tags/", directory / "tags/.", directory.Path()})
         EXPECT_NE(ErrorFor(target).find("it is a directory"), std::string::npos) << target;
-    EXPECT_EQ(Names(directory / "tags"), Texts{"below"});
+    EXPECT_EQ(NamesIn(directory / "tags"), Texts{"below"});
 }
 
 TEST(NewFile, LeavesAFileThatBecameADirectoryMeanwhile)
@@ -216,7 +202,7 @@ TEST(NewFile, LeavesAFileThatBecameADirectoryMeanwhile)
         EXPECT_EQ(file.Error(), "cannot write " + (directory / "tags") + ": Is a directory");
     }
     EXPECT_EQ(Content(directory / "tags/below"), "the user's");
-    EXPECT_EQ(Names(directory.Path()), Texts{"tags"});
+    EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
 TEST(NewFile, NeedsADirectoryThatCanBeWritten)
@@ -229,7 +215,7 @@ TEST(NewFile, NeedsADirectoryThatCanBeWritten)
         EXPECT_EQ(ErrorFor(directory / "tags"), "cannot write in " + directory.Path() + ": Permission denied");
     }
     fs::permissions(directory.Path(), fs::perms(0755));
-    EXPECT_EQ(Names(directory.Path()), Texts{"tags"});
+    EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
 // In a process of its own, whose files may not grow beyond a limit: the system answers as on a full disk.
@@ -255,7 +241,7 @@ TEST(NewFile, ThatCannotGrowLeavesTheOldOne)
     ASSERT_EQ(::waitpid(child, &status, 0), child);
     EXPECT_EQ(status, 0);
     EXPECT_EQ(Content(target), "old");
-    EXPECT_EQ(Names(directory.Path()), Texts{"tags"});
+    EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
 TEST(NewFile, LeavesThoseAloneThatAreStillBeingWritten)
@@ -293,7 +279,7 @@ TEST(NewFile, CanBeMadeByManyAtOnce)
         EXPECT_EQ(status, 0);
     }
     EXPECT_EQ(Content(target), "new");
-    EXPECT_EQ(Names(directory.Path()), Texts{"tags"});
+    EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
 TEST(NewFile, SaysSoWhenItsDirectoryIsTakenAway)

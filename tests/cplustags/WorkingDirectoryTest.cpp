@@ -4,6 +4,7 @@
 
 #include "cplustags/NewFile.h"
 #include "cplustags/Scratch.h"
+#include "tests/support/FileContent.h"
 #include "tests/support/TempDirectory.h"
 
 #include <gtest/gtest.h>
@@ -22,21 +23,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
-
-std::string Content(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-Texts Names(const std::string& directory)
-{
-    Texts names;
-    for (const auto& entry : fs::directory_iterator(directory))
-        names.push_back(entry.path().filename());
-    std::sort(names.begin(), names.end());
-    return names;
-}
 
 void Replace(const std::string& target, const std::string& text)
 {
@@ -77,9 +63,9 @@ TEST(WorkingDirectory, OfAKilledProcessGoesWithTheNextOneWhateverItIsFor)
     for (const char* killed : {"tags", "tags.tmp", "other", ".hidden", "with.cplustags-inside"}) {
         KillWriter(directory / killed);
         EXPECT_EQ(Content(target), "old");
-        EXPECT_EQ(Names(directory.Path()).size(), 3u) << killed;
+        EXPECT_EQ(NamesIn(directory.Path()).size(), 3u) << killed;
         Replace(directory / "tags", "old");
-        EXPECT_EQ(Names(directory.Path()), (Texts{".tags.cplustags-is no directory", "tags"})) << killed;
+        EXPECT_EQ(NamesIn(directory.Path()), (Texts{".tags.cplustags-is no directory", "tags"})) << killed;
     }
 }
 
@@ -111,11 +97,11 @@ TEST(WorkingDirectory, RemovesWhatWasLeftAndNothingElse)
     directory.Write("real/lock", "the user's");
     fs::create_symlink("real", directory / ".tags.cplustags-linked");
     Replace(directory / "tags", "new");
-    EXPECT_EQ(Names(directory.Path()),
+    EXPECT_EQ(NamesIn(directory.Path()),
               (Texts{".cplustags-LocK05", ".tags.cplustags-a file", ".tags.cplustags-backup", ".tags.cplustags-backups",
                      ".tags.cplustags-linked", "real", "tags", "tags.cplustags-LocK04"}));
-    EXPECT_EQ(Names(directory / "real"), Texts{"lock"});
-    EXPECT_EQ(Names(directory / ".tags.cplustags-backup"), Texts{"without a lock"});
+    EXPECT_EQ(NamesIn(directory / "real"), Texts{"lock"});
+    EXPECT_EQ(NamesIn(directory / ".tags.cplustags-backup"), Texts{"without a lock"});
 }
 
 // Beside what the user has stands a directory of a tree whose working directories are none.
@@ -131,8 +117,8 @@ protected:
     // Every file and directory of the user, and none else, is as it was.
     void ExpectHomeAsItWas() const
     {
-        EXPECT_EQ(Names(directory / "home"), (Texts{"below", "file"}));
-        EXPECT_EQ(Names(directory / "home/below"), Texts{"file"});
+        EXPECT_EQ(NamesIn(directory / "home"), (Texts{"below", "file"}));
+        EXPECT_EQ(NamesIn(directory / "home/below"), Texts{"file"});
         EXPECT_EQ(Content(directory / "home/file"), "the user's");
         EXPECT_EQ(Content(directory / "home/below/file"), "the user's");
     }
@@ -160,7 +146,7 @@ TEST_F(HostileLeftovers, LinksAreNotFollowed)
     fs::create_hard_link(home + "/below/file", InTree(".tags.cplustags-LocK04/new"));
     Replace(InTree("tags"), "new");
     ExpectHomeAsItWas();
-    EXPECT_EQ(Names(directory / "tree"),
+    EXPECT_EQ(NamesIn(directory / "tree"),
               (Texts{".tags.cplustags-LocK02", ".tags.cplustags-LocK03", ".tags.cplustags-linked", "tags"}));
 }
 
@@ -175,7 +161,7 @@ TEST_F(HostileLeftovers, NothingIsWaitedFor)
     ASSERT_EQ(::mkfifo(InTree(".tags.cplustags-LocK04").c_str(), 0600), 0);
     Replace(InTree("tags"), "new");
     ExpectHomeAsItWas();
-    EXPECT_EQ(Names(directory / "tree"),
+    EXPECT_EQ(NamesIn(directory / "tree"),
               (Texts{".tags.cplustags-LocK01", ".tags.cplustags-LocK02", ".tags.cplustags-LocK04", "tags"}));
 }
 
@@ -196,8 +182,8 @@ TEST_F(HostileLeftovers, MayBeDeeperThanAnyPath)
     ::close(level);
     Replace(InTree("tags"), "new");
     ExpectHomeAsItWas();
-    EXPECT_EQ(Names(directory / "tree"), (Texts{".tags.cplustags-LocK01", "tags"}));
-    EXPECT_EQ(Names(InTree(".tags.cplustags-LocK01")), (Texts{"lock", name})) << "no run of ours has left that";
+    EXPECT_EQ(NamesIn(directory / "tree"), (Texts{".tags.cplustags-LocK01", "tags"}));
+    EXPECT_EQ(NamesIn(InTree(".tags.cplustags-LocK01")), (Texts{"lock", name})) << "no run of ours has left that";
     EXPECT_EQ(std::system(("rm -rf '" + InTree(".tags.cplustags-LocK01") + "'").c_str()), 0);
 }
 
@@ -244,7 +230,7 @@ TEST(Scratch, IsInMemoryWhereThereIsRoomForBytesAndForFiles)
             EXPECT_EQ(scratch.Directory() == directory / "other", !c.inMemory) << c.why;
             EXPECT_EQ(fs::is_directory(scratch.Directory()), c.inMemory) << c.why;
         }
-        EXPECT_EQ(Names(directory / "shm"), Texts{}) << c.why;
+        EXPECT_EQ(NamesIn(directory / "shm"), Texts{}) << c.why;
     }
 }
 
@@ -264,7 +250,7 @@ TEST(Scratch, IsElsewhereWhereNothingCanBeMadeInMemory)
         const Scratch scratch(directory / "other", Memory(directory / memory, kMuch, kMuch, kMuch));
         EXPECT_EQ(scratch.Directory(), directory / "other") << memory;
     }
-    EXPECT_EQ(Names(directory / "home"), Texts{});
+    EXPECT_EQ(NamesIn(directory / "home"), Texts{});
     EXPECT_TRUE(fs::is_symlink(directory / "linked/cplustags-" + user));
 }
 
@@ -278,9 +264,9 @@ TEST(Scratch, OfAKilledRunGoesAlsoWhenItLeavesNoRoom)
             std::ofstream(scratch.Directory() + "/temporary") << "text";
             beKilled();
         });
-        EXPECT_EQ(Names(directory / "shm").size(), 1u);
+        EXPECT_EQ(NamesIn(directory / "shm").size(), 1u);
         Scratch(directory / "other", Memory(directory / "shm", room, kMuch, kMuch));
-        EXPECT_EQ(Names(directory / "shm"), Texts{}) << room;
+        EXPECT_EQ(NamesIn(directory / "shm"), Texts{}) << room;
     }
 }
 

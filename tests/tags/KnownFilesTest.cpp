@@ -1,5 +1,7 @@
 #include "tags/KnownFiles.h"
 
+#include "tests/support/FileContent.h"
+
 #include "tests/tags/TagsFolder.h"
 
 #include <sys/wait.h>
@@ -28,12 +30,6 @@ std::string OnlyFile(const std::string& directory)
 {
     EXPECT_EQ(CountFiles(directory), 1u);
     return fs::directory_iterator(directory)->path();
-}
-
-std::string ContentOf(const std::string& path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 // By one that knows nothing yet, as in a process that has just begun.
@@ -98,7 +94,7 @@ TEST(KnownFiles, DamageIsNotBelieved)
     const TempDirectory directory;
     KnownFiles(directory.Path()).Remember(File(1), kInOrder);
     const std::string path = OnlyFile(directory.Path());
-    const std::string record = ContentOf(path);
+    const std::string record = Content(path);
     ASSERT_GT(record.length(), 40u);
     const auto isKnownWith = [&](const std::string& content) {
         fs::remove(path);
@@ -154,7 +150,7 @@ TEST(KnownFiles, WithoutAUsableDirectoryTheProcessAloneRemembers)
         known.Forget(File(1));
         EXPECT_FALSE(known.Find(File(1))) << c.why;
     }
-    EXPECT_EQ(ContentOf(directory / "file"), "content");
+    EXPECT_EQ(Content(directory / "file"), "content");
 }
 
 TEST(KnownFiles, WhatStandsInARecordsPlaceIsLeftAlone)
@@ -189,7 +185,7 @@ TEST(KnownFiles, TheOldestRecordsGo)
         age(1);
     }
     EXPECT_EQ(CountFiles(directory.Path()), KnownFiles::kMostKept + 1);
-    EXPECT_EQ(ContentOf(directory / "of-the-user"), "stays");
+    EXPECT_EQ(Content(directory / "of-the-user"), "stays");
     EXPECT_FALSE(FoundElsewhere(directory.Path(), File(0)));
     EXPECT_FALSE(FoundElsewhere(directory.Path(), File(9)));
     EXPECT_TRUE(FoundElsewhere(directory.Path(), File(10)));

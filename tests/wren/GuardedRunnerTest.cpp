@@ -1,6 +1,7 @@
 #include "wren/core/GuardedRunner.h"
 
 #include "tests/support/Fifo.h"
+#include "tests/support/FileContent.h"
 #include "tests/support/TempDirectory.h"
 #include "vetch/support/Strings.h"
 
@@ -21,13 +22,6 @@ namespace fs = std::filesystem;
 constexpr const char* kOld = "old\told.h\t1;\"\tv\n";
 constexpr const char* kNew = "new\tnew.h\t1;\"\tv\n";
 constexpr std::chrono::seconds kLimit(60);
-
-std::string Content(const std::string& file)
-{
-    std::ostringstream text;
-    text << std::ifstream(file).rdbuf();
-    return text.str();
-}
 
 class GuardedRunnerTest : public testing::Test {
 protected:

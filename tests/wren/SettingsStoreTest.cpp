@@ -1,5 +1,6 @@
 #include "wren/core/SettingsStore.h"
 
+#include "tests/support/FileContent.h"
 #include "tests/support/TempDirectory.h"
 #include "wren/core/Documents.h"
 
@@ -11,12 +12,6 @@ using ::testing::ElementsAre;
 using wren::SettingsStore;
 
 namespace {
-
-std::string Content(const std::string& path)
-{
-    std::string error;
-    return wren::ReadWholeFile(path, &error).value_or("(" + error + ")");
-}
 
 std::vector<std::string> Loaded(const std::string& path)
 {

@@ -1,5 +1,6 @@
 #include "wren/core/TextFile.h"
 
+#include "tests/support/FileContent.h"
 #include "tests/support/OrdinaryRights.h"
 #include "tests/support/TempDirectory.h"
 #include "wren/core/Documents.h"
@@ -20,12 +21,6 @@ using ::testing::StartsWith;
 using wren::StampOf;
 
 namespace {
-
-std::string Content(const std::string& path)
-{
-    std::string error;
-    return wren::ReadWholeFile(path, &error).value_or("(" + error + ")");
-}
 
 // "" when the file was written, or why it was not.
 std::string Write(const std::string& path, const std::string& text)

@@ -1,5 +1,7 @@
 #include "wren/desktop/state/CopyWriter.h"
 
+#include "tests/support/FileContent.h"
+
 #include "tests/desktop/state/StateDirectoryFixture.h"
 
 #include <csignal>
@@ -17,13 +19,6 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 namespace {
-
-std::string ContentOf(const std::string& file)
-{
-    std::ostringstream content;
-    content << std::ifstream(file, std::ios::binary).rdbuf();
-    return content.str();
-}
 
 size_t RunningThreads()
 {
@@ -67,10 +62,10 @@ TEST_F(CopyWriterOnASlowDisk, LetsTheUserGoOnAndPassesOverWhatIsOld)
         writer.Write(file, "", "first");
         writer.Write(file, "", "second");
         writer.Write(file, "", "third");
-        EXPECT_EQ(ContentOf(file), "old") << "nobody has waited";
+        EXPECT_EQ(Content(file), "old") << "nobody has waited";
     }
     writer.Finish();
-    EXPECT_EQ(ContentOf(file), "third");
+    EXPECT_EQ(Content(file), "third");
 }
 
 TEST(CopyWriter, WritesTheHeadAndTheTextAndTheNewestCounts)
@@ -80,7 +75,7 @@ TEST(CopyWriter, WritesTheHeadAndTheTextAndTheNewestCounts)
     for (int number = 0; number < 1000; ++number)
         writer.Write(directory / "a", "head ", std::to_string(number));
     writer.Finish();
-    EXPECT_EQ(ContentOf(directory / "a"), "head 999");
+    EXPECT_EQ(Content(directory / "a"), "head 999");
 }
 
 TEST(CopyWriter, DoesWhatIsAskedOfOneFileInOrder)
@@ -96,7 +91,7 @@ TEST(CopyWriter, DoesWhatIsAskedOfOneFileInOrder)
     }
     writer.Finish();
     EXPECT_FALSE(fs::exists(directory / "gone"));
-    EXPECT_EQ(ContentOf(directory / "back"), "49");
+    EXPECT_EQ(Content(directory / "back"), "49");
 }
 
 TEST(CopyWriter, HasNoThreadWhileNothingIsToBeDone)
@@ -111,7 +106,7 @@ TEST(CopyWriter, HasNoThreadWhileNothingIsToBeDone)
     EXPECT_EQ(RunningThreads(), before);
     writer.Write(directory / "a", "", "again");
     writer.Finish();
-    EXPECT_EQ(ContentOf(directory / "a"), "again");
+    EXPECT_EQ(Content(directory / "a"), "again");
 }
 
 TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
@@ -123,7 +118,7 @@ TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
             writer.Write(directory / name, "", name);
     }
     for (const char* name : {"a", "b", "c"})
-        EXPECT_EQ(ContentOf(directory / name), name);
+        EXPECT_EQ(Content(directory / name), name);
 }
 
 TEST(CopyWriter, SaysWhatCameOfEachCopy)
