@@ -1,6 +1,6 @@
 #include "cplustags/BrokenNames.h"
 
-#include "cplustags/Descriptor.h"
+#include "base/Descriptor.h"
 
 #include <climits>
 #include <dirent.h>
@@ -42,20 +42,20 @@ bool HasLongPart(std::string_view name)
 }
 
 // For what it is, not to be read; also by a path that is longer than the system takes at once: "find" prints such.
-Descriptor OpenDirectory(std::string_view path)
+base::Descriptor OpenDirectory(std::string_view path)
 {
-    Descriptor directory;
+    base::Descriptor directory;
     size_t done = 0;
     do {
         const size_t rest = path.size() - done;
         const size_t size = rest < PATH_MAX ? rest : path.substr(done, PATH_MAX - 1).rfind('/') + 1;
         const std::string piece(path.substr(done, size));
         if (size == 0)
-            return Descriptor();
+            return base::Descriptor();
         for (done += size; done < path.size() && path[done] == '/';) // what is left is not from the root
             ++done;
         const int at = directory.IsOpen() ? directory.Number() : AT_FDCWD;
-        directory = Descriptor(::openat(at, piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        directory = base::Descriptor(::openat(at, piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     } while (directory.IsOpen() && done < path.size());
     return directory;
 }
@@ -77,7 +77,7 @@ bool BeginsAName(std::string_view name)
 {
     const std::string_view path = DirectoryPart(name);
     const std::string_view leaf = name.substr(path.size());
-    const Descriptor directory = OpenDirectory(path.empty() ? "." : path);
+    const base::Descriptor directory = OpenDirectory(path.empty() ? "." : path);
     const int list = ::openat(directory.Number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     const std::unique_ptr<DIR, CloseDirectory> entries(list < 0 ? nullptr : ::fdopendir(list));
     while (const dirent* entry = entries != nullptr ? ::readdir(entries.get()) : nullptr)

@@ -20,21 +20,21 @@ namespace {
 constexpr int kCannotRun = 127; // as a shell has it
 
 struct Pipe {
-    Descriptor reading;
-    Descriptor writing;
+    base::Descriptor reading;
+    base::Descriptor writing;
 
     bool Open()
     {
         int ends[2];
         if (::pipe2(ends, O_CLOEXEC) != 0)
             return false;
-        reading = Descriptor(ends[0]);
-        writing = Descriptor(ends[1]);
+        reading = base::Descriptor(ends[0]);
+        writing = base::Descriptor(ends[1]);
         return true;
     }
 };
 
-void DoNotBlock(const Descriptor& end)
+void DoNotBlock(const base::Descriptor& end)
 {
     ::fcntl(end.Number(), F_SETFL, O_NONBLOCK);
 }
@@ -126,7 +126,7 @@ ChildProcess::ChildProcess(const Command& command)
     input = std::move(in.writing);
     output = std::move(out.reading);
     errors = std::move(err.reading);
-    for (const Descriptor* end : {&input, &output, &errors})
+    for (const base::Descriptor* end : {&input, &output, &errors})
         DoNotBlock(*end);
 }
 
@@ -155,7 +155,7 @@ int ChildProcess::Wait()
 int ChildProcess::WaitOrKill(int patience)
 {
     if (process > 0) {
-        const Descriptor ended(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
+        const base::Descriptor ended(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
         pollfd place = {ended.Number(), POLLIN, 0};
         if (::poll(&place, 1, patience) == 0)
             Kill();

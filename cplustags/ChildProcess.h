@@ -1,7 +1,7 @@
 // A program that is run with pipes for its standard input, output and error.
 #pragma once
 
-#include "cplustags/Descriptor.h"
+#include "base/Descriptor.h"
 
 #include <string>
 #include <sys/types.h>
@@ -28,9 +28,9 @@ public:
 
     const std::string& Error() const { return error; }
 
-    Descriptor input; // to be written to
-    Descriptor output;
-    Descriptor errors;
+    base::Descriptor input; // to be written to
+    base::Descriptor output;
+    base::Descriptor errors;
 
     void Kill();
     int Wait();                   // until it ends; its status as waitpid() has it

@@ -22,7 +22,7 @@ class OutputFile {
 public:
     explicit OutputFile(const std::string& directory) : path(directory + "/batch-XXXXXX")
     {
-        const Descriptor made(::mkstemp(path.data()));
+        const base::Descriptor made(::mkstemp(path.data()));
         exists = made.IsOpen();
     }
     ~OutputFile()
@@ -76,7 +76,7 @@ void WriteNames(ChildProcess& child, std::string& names)
 }
 
 // What ctags complains about is of no use here; false at the end.
-bool PassOver(const Descriptor& errors)
+bool PassOver(const base::Descriptor& errors)
 {
     char read[4096];
     const ssize_t count = ::read(errors.Number(), read, sizeof read);

@@ -28,7 +28,7 @@ std::vector<std::string> Words(const Settings& settings, Parser parser)
 
 enum class ReadResult { Some, NothingYet, End };
 
-ReadResult ReadMore(const Descriptor& from, std::string& text)
+ReadResult ReadMore(const base::Descriptor& from, std::string& text)
 {
     char read[kReadAtOnce];
     const ssize_t count = ::read(from.Number(), read, sizeof read);

@@ -82,7 +82,7 @@ private:
     const std::string currentDirectory = CurrentDirectory();
     const std::string target; // an absolute path, also for standard output: names are written as for a file here
     const std::string directory;
-    Descriptor list;
+    base::Descriptor list;
     FileList files;
     size_t leftOut = 0; // files whose names no line can hold
     Settings settings;
@@ -107,7 +107,7 @@ int Job::OpenList()
         return STDIN_FILENO;
     if (options.list.empty())
         return -1;
-    list = Descriptor(::open(options.list.c_str(), O_RDONLY | O_CLOEXEC));
+    list = base::Descriptor(::open(options.list.c_str(), O_RDONLY | O_CLOEXEC));
     if (!list.IsOpen())
         throw Failure("cannot read the list " + Shown(options.list) + ": " + Reason());
     return list.Number();

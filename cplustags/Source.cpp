@@ -86,7 +86,7 @@ std::string NameForCtags(const std::string& path, const std::string& directory)
 // A file in memory that ctags, another process, finds by its name.
 bool PutInMemory(std::string_view text, Source& source)
 {
-    source.text = Descriptor(::memfd_create("source", MFD_CLOEXEC));
+    source.text = base::Descriptor(::memfd_create("source", MFD_CLOEXEC));
     source.name = "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(source.text.Number());
     while (!text.empty()) {
         const ssize_t size = ::write(source.text.Number(), text.data(), text.size());
@@ -113,7 +113,7 @@ SourceMaker::SourceMaker(const Settings& settings) : settings(settings) {}
 bool SourceMaker::Read(const std::string& path, std::string_view& text)
 {
     // Since the list was read the file may have become a pipe.
-    const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status;
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode) ||
         static_cast<size_t>(status.st_size) > kLargestText)

@@ -1,7 +1,7 @@
 // A source on its way to ctags.
 #pragma once
 
-#include "cplustags/Descriptor.h"
+#include "base/Descriptor.h"
 #include "cplustags/Settings.h"
 #include "cplustags/Tag.h"
 
@@ -22,7 +22,7 @@ struct Source {
     std::string path;
     Parser parser = Parser::ByName;
     std::string name;                   // what ctags is given
-    Descriptor text;                    // what it reads there, unless it is the file itself; open for as long as it may
+    base::Descriptor text;                    // what it reads there, unless it is the file itself; open for as long as it may
     Tags tags;                          // those that it is not asked for
     std::unique_ptr<char[]> textOfTags; // of which their texts are parts
 };

@@ -1,7 +1,7 @@
 // Files that wait for a worker.
 #pragma once
 
-#include "cplustags/Descriptor.h"
+#include "base/Descriptor.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -37,7 +37,7 @@ private:
     mutable std::mutex mutex;
     std::condition_variable changed;
     std::deque<Work> works;
-    Descriptor stopping;
+    base::Descriptor stopping;
     bool isClosed = false;
     bool isStopped = false;
 };

@@ -90,16 +90,16 @@ void Remove(const std::string& directory)
 }
 
 // Only a file is a lock. Opening a pipe or a device may wait, or have effects of its own.
-Descriptor OpenLock(const std::string& path)
+base::Descriptor OpenLock(const std::string& path)
 {
     struct stat status;
     if (::lstat(path.c_str(), &status) != 0)
-        return Descriptor();
+        return base::Descriptor();
     if (!S_ISREG(status.st_mode)) {
         errno = EINVAL;
-        return Descriptor();
+        return base::Descriptor();
     }
-    return Descriptor(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    return base::Descriptor(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }
 
 // Nobody holds the lock of a killed process's directory. Whoever has made a directory, and not yet its lock or not yet
@@ -108,7 +108,7 @@ void RemoveIfAbandoned(const fs::path& directory)
 {
     if (!IsOwnDirectory(directory))
         return;
-    const Descriptor lock = OpenLock(directory / kLockName);
+    const base::Descriptor lock = OpenLock(directory / kLockName);
     if (lock.IsOpen() && ::flock(lock.Number(), LOCK_EX | LOCK_NB) == 0)
         Remove(directory);
     else if (!lock.IsOpen() && errno == ENOENT)
@@ -161,7 +161,7 @@ WorkingDirectory::~WorkingDirectory()
 bool WorkingDirectory::TakeLock()
 {
     const std::string lockPath = path + "/" + kLockName;
-    lock = Descriptor(::open(lockPath.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    lock = base::Descriptor(::open(lockPath.c_str(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (!lock.IsOpen() && errno != ENOENT)
         Fail(path);
     if (!lock.IsOpen())

@@ -1,7 +1,7 @@
 // A directory for unfinished work that is removed at the end, and after a kill by the next run.
 #pragma once
 
-#include "cplustags/Descriptor.h"
+#include "base/Descriptor.h"
 
 #include <string>
 #include <string_view>
@@ -30,7 +30,7 @@ private:
 
     std::string error;
     std::string path;
-    Descriptor lock;
+    base::Descriptor lock;
 };
 
 // Removes what killed runs have left in 'parent'.

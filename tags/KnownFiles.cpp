@@ -1,5 +1,6 @@
 #include "tags/KnownFiles.h"
 
+#include "base/Descriptor.h"
 #include "tags/AutoLock.h"
 
 #include <algorithm>
@@ -69,12 +70,11 @@ std::optional<FileOrder> OrderIn(const std::string& record, const FileIdentity& 
 std::string Content(const std::string& path)
 {
     // What stands there in a plain file's place may keep who opens it waiting.
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (file < 0)
+    const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!file.IsOpen())
         return "";
     char text[kMostBytes];
-    const ssize_t count = ::read(file, text, sizeof text);
-    ::close(file);
+    const ssize_t count = ::read(file.Number(), text, sizeof text);
     return std::string(text, count > 0 ? static_cast<size_t>(count) : 0);
 }
 
@@ -87,11 +87,11 @@ bool WriteAll(int file, std::string_view text)
 void PutInPlace(const std::string& directory, const std::string& path, const std::string& record)
 {
     std::string temporary = directory + "/" + std::string(kNewPrefix) + "XXXXXX";
-    const int file = ::mkostemp(temporary.data(), O_CLOEXEC);
-    if (file < 0)
+    base::Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
+    if (!file.IsOpen())
         return;
-    const bool isWritten = WriteAll(file, record);
-    const bool isClosed = ::close(file) == 0;
+    const bool isWritten = WriteAll(file.Number(), record);
+    const bool isClosed = file.Close();
     if (!isWritten || !isClosed || ::rename(temporary.c_str(), path.c_str()) != 0)
         ::unlink(temporary.c_str());
 }

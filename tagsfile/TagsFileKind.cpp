@@ -1,5 +1,6 @@
 #include "tagsfile/TagsFileKind.h"
 
+#include "base/Descriptor.h"
 #include "tagsfile/TagFields.h"
 
 #include <algorithm>
@@ -92,14 +93,11 @@ Target WhatIs(const std::string& path)
     if (!S_ISREG(status.st_mode))
         return Target::Foreign;
     // What was a file a moment ago may be a pipe now.
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (file < 0)
+    const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (!file.IsOpen())
         return Target::Unreadable;
     char beginning[kLookedAt];
-    const ssize_t length = ::read(file, beginning, sizeof beginning);
-    const int reason = errno;
-    ::close(file);
-    errno = reason;
+    const ssize_t length = ::read(file.Number(), beginning, sizeof beginning);
     return length < 0 ? Target::Unreadable : KindOfText({beginning, static_cast<size_t>(length)}, DirectoryOf(path));
 }
 

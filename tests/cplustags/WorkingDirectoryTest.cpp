@@ -189,7 +189,7 @@ TEST_F(HostileLeftovers, MayBeDeeperThanAnyPath)
 
 TEST_F(HostileLeftovers, WaitForNobodyWhoHasLockedTheDirectory)
 {
-    const Descriptor locked(::open((directory / "tree").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const base::Descriptor locked(::open((directory / "tree").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     ASSERT_EQ(::flock(locked.Number(), LOCK_EX), 0);
     Replace(InTree("tags"), "new");
     EXPECT_EQ(Content(InTree("tags")), "new");

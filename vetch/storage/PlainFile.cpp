@@ -1,5 +1,7 @@
 #include "vetch/storage/PlainFile.h"
 
+#include "base/Descriptor.h"
+
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -31,17 +33,13 @@ int vetch::OpenPlainFile(const char* path)
     errno = WhyNotPlain(status);
     if (errno != 0)
         return -1;
-    int file = Open(path, O_NONBLOCK);
+    base::Descriptor file(Open(path, O_NONBLOCK));
     // A file server holds it for somebody else, and has to let go of it within seconds. That is said of plain files only.
-    if (file < 0 && errno == EWOULDBLOCK)
-        file = Open(path, 0);
-    if (file < 0)
+    if (!file.IsOpen() && errno == EWOULDBLOCK)
+        file = base::Descriptor(Open(path, 0));
+    if (!file.IsOpen())
         return -1;
     // Something else may have come in its place since.
-    const int reason = ::fstat(file, &status) != 0 ? errno : WhyNotPlain(status);
-    if (reason == 0)
-        return file;
-    ::close(file);
-    errno = reason;
-    return -1;
+    errno = ::fstat(file.Number(), &status) != 0 ? errno : WhyNotPlain(status);
+    return errno == 0 ? file.Release() : -1;
 }

@@ -1,5 +1,6 @@
 #include "wren/cli/TagsAdvice.h"
 
+#include "base/Descriptor.h"
 #include "vetch/storage/Holes.h"
 #include "vetch/storage/Home.h"
 #include "vetch/storage/PlainFile.h"
@@ -116,16 +117,15 @@ std::optional<std::string> ProblemWithContent(int file)
 // 'command' makes the file anew.
 std::optional<std::string> ProblemWith(const std::string& path, const std::string& command)
 {
-    const int file = vetch::OpenPlainFile(path.c_str());
-    if (file < 0) {
+    const base::Descriptor file(vetch::OpenPlainFile(path.c_str()));
+    if (!file.IsOpen()) {
         const int reason = errno;
         if (reason == EISDIR || reason == ENXIO)
             return path + (reason == EISDIR ? " is a directory" : " is no plain file") +
                    ", and stands where a tags file is looked for; move it away";
         return path + " cannot be read: " + std::strerror(reason);
     }
-    const std::optional<std::string> problem = ProblemWithContent(file);
-    ::close(file);
+    const std::optional<std::string> problem = ProblemWithContent(file.Number());
     if (!problem)
         return std::nullopt;
     return path + " " + *problem + "; make it anew with: " + command;

@@ -1,5 +1,7 @@
 #include "wren/core/DiskSteps.h"
 
+#include "base/Descriptor.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -28,9 +30,9 @@ int WriteAll(int file, std::string_view text, const DiskSteps& steps)
 
 void SyncDirectory(const std::string& directory)
 {
-    const Descriptor file(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (file.number >= 0)
-        ::fsync(file.number);
+    const base::Descriptor file(::open(directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (file.IsOpen())
+        ::fsync(file.Number());
 }
 
 } // namespace wren

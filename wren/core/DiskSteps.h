@@ -22,19 +22,6 @@ struct DiskSteps {
     }
 };
 
-struct Descriptor {
-    explicit Descriptor(int number) : number(number) {}
-    ~Descriptor()
-    {
-        if (number >= 0)
-            ::close(number);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    const int number;
-};
-
 std::string DirectoryOf(const std::string& path); // with its "/", or "."
 
 // Afterwards the text is on the disk. 0, or what errno says of the failure.

@@ -1,5 +1,6 @@
 #include "wren/core/Documents.h"
 
+#include "base/Descriptor.h"
 #include "vetch/app/Loop.h"
 #include "vetch/interface/BWindow.h"
 #include "vetch/storage/PlainFile.h"
@@ -152,15 +153,6 @@ namespace {
 constexpr size_t kMostGrowth = 64 * 1024 * 1024;
 constexpr size_t kMostBytes = std::numeric_limits<int32_t>::max(); // views count in ints
 
-struct Closing {
-    ~Closing()
-    {
-        if (file >= 0)
-            ::close(file);
-    }
-    const int file;
-};
-
 // 0, or what errno says of the failure.
 int ReadAll(int file, std::string& text)
 {
@@ -183,11 +175,11 @@ int ReadAll(int file, std::string& text)
 
 int ReadPlainFile(const std::string& path, std::string& text)
 {
-    const Closing file{vetch::OpenPlainFile(path.c_str())};
-    if (file.file < 0)
+    const base::Descriptor file(vetch::OpenPlainFile(path.c_str()));
+    if (!file.IsOpen())
         return errno;
     try {
-        return ReadAll(file.file, text);
+        return ReadAll(file.Number(), text);
     } catch (const std::bad_alloc&) {
         return ENOMEM;
     }

@@ -112,8 +112,6 @@ OverwrittenCopy::~OverwrittenCopy()
     if (!path.empty())
         ::unlink(path.c_str());
     steps.Next();
-    if (file >= 0)
-        ::close(file);
 }
 
 bool OverwrittenCopy::Make(const std::string& of, const std::string& old, std::string_view next, std::string* error)
@@ -128,12 +126,12 @@ bool OverwrittenCopy::Make(const std::string& of, const std::string& old, std::s
     std::error_code unknown;
     const std::string head = HeadOf(std::filesystem::absolute(of, unknown), old, next);
     steps.Next();
-    file = MakeOwnedFile(directory, kUnfinished, &path);
-    int reason = file < 0 ? errno : 0;
+    file = base::Descriptor(MakeOwnedFile(directory, kUnfinished, &path));
+    int reason = file.IsOpen() ? 0 : errno;
     if (reason != 0)
         path.clear();
     if (reason == 0)
-        reason = WriteAll(file, head + old, steps);
+        reason = WriteAll(file.Number(), head + old, steps);
     const std::string finished = path.substr(0, path.rfind('.')) + kFinished;
     if (reason == 0)
         reason = ::rename(path.c_str(), finished.c_str()) == 0 ? 0 : errno;

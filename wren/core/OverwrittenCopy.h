@@ -1,6 +1,8 @@
 // What a file held before it was written in place, for the start after a kill.
 #pragma once
 
+#include "base/Descriptor.h"
+
 #include <ctime>
 #include <string>
 #include <string_view>
@@ -27,7 +29,7 @@ public:
 private:
     const DiskSteps& steps;
     std::string path;
-    int file = -1;
+    base::Descriptor file;
 };
 
 struct OverwrittenText {

@@ -45,13 +45,7 @@ int MakeOwnedFile(const std::string& directory, const std::string& end, std::str
 // Not waiting for a pipe that somebody has put there; and shared, so that two that look do not hide it from each other.
 LeftFile::LeftFile(const std::string& path) : file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK))
 {
-    isLeft = file >= 0 && ::flock(file, LOCK_SH | LOCK_NB) == 0 && IsNamed(file);
-}
-
-LeftFile::~LeftFile()
-{
-    if (file >= 0)
-        ::close(file);
+    isLeft = file.IsOpen() && ::flock(file.Number(), LOCK_SH | LOCK_NB) == 0 && IsNamed(file.Number());
 }
 
 std::vector<std::string> EntriesIn(const std::string& directory)

@@ -1,6 +1,8 @@
 // Files of the user's state that belong to a process for as long as it lives.
 #pragma once
 
+#include "base/Descriptor.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,14 +18,11 @@ int MakeOwnedFile(const std::string& directory, const std::string& end, std::str
 class LeftFile {
 public:
     explicit LeftFile(const std::string& path);
-    ~LeftFile();
-    LeftFile(const LeftFile&) = delete;
-    LeftFile& operator=(const LeftFile&) = delete;
 
     bool IsLeft() const { return isLeft; } // false also for what is not a file, or cannot be locked
 
 private:
-    const int file;
+    const base::Descriptor file;
     bool isLeft = false;
 };
 

@@ -62,14 +62,14 @@ bool IsTheSame(const Recorded& recorded, const struct stat& now)
 // True when there is nothing more to remove, or never will be.
 bool Remove(const Recorded& recorded)
 {
-    const Descriptor directory(::open(DirectoryOf(recorded.path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (directory.number < 0)
+    const base::Descriptor directory(::open(DirectoryOf(recorded.path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!directory.IsOpen())
         return false;
     const std::string leaf = std::filesystem::path(recorded.path).filename();
     struct stat status;
-    if (!leaf.starts_with(kTemporary) || ::fstatat(directory.number, leaf.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
+    if (!leaf.starts_with(kTemporary) || ::fstatat(directory.Number(), leaf.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0)
         return true;
-    return !IsTheSame(recorded, status) || ::unlinkat(directory.number, leaf.c_str(), 0) == 0;
+    return !IsTheSame(recorded, status) || ::unlinkat(directory.Number(), leaf.c_str(), 0) == 0;
 }
 
 bool IsLongAgo(const std::string& file)
@@ -90,7 +90,7 @@ public:
     ~Record()
     {
         steps.Next();
-        if (file.number >= 0)
+        if (file.IsOpen())
             ::unlink(path.c_str());
     }
     Record(const Record&) = delete;
@@ -108,21 +108,19 @@ private:
     void Write(const std::string& text)
     {
         steps.Next();
-        if (file.number >= 0 && ::write(file.number, text.data(), text.size()) < 0)
+        if (file.IsOpen() && ::write(file.Number(), text.data(), text.size()) < 0)
             return;
     }
 
     const DiskSteps& steps;
     std::string path;
-    const wren::Descriptor file;
+    const base::Descriptor file;
 };
 
 TemporaryFile::TemporaryFile(const DiskSteps& steps) : steps(steps) {}
 
 TemporaryFile::~TemporaryFile()
 {
-    if (file >= 0)
-        ::close(file);
     if (!path.empty())
         ::unlink(path.c_str());
 }
@@ -135,13 +133,13 @@ int TemporaryFile::Make(const std::string& directory, mode_t mode)
         path = directory + "/" + kTemporary + std::to_string(::getpid()) + "-" + std::to_string(++count);
         record = std::make_unique<Record>(path, steps);
         steps.Next();
-        file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    } while (file < 0 && errno == EEXIST);
-    if (file < 0) {
+        file = base::Descriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    } while (!file.IsOpen() && errno == EEXIST);
+    if (!file.IsOpen()) {
         path.clear();
         return errno;
     }
-    record->Made(file);
+    record->Made(file.Number());
     return 0;
 }
 

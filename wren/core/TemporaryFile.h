@@ -1,6 +1,8 @@
 // The files that texts are written to before they take their place, beside the user's own.
 #pragma once
 
+#include "base/Descriptor.h"
+
 #include <memory>
 #include <string>
 #include <sys/types.h>
@@ -20,14 +22,14 @@ public:
 
     int Make(const std::string& directory, mode_t mode); // once; 0, or what errno says of the failure
     int RenameTo(const std::string& target);             // the same
-    int Descriptor() const { return file; }
+    int File() const { return file.Number(); } // open for writing
 
 private:
     class Record;
     const DiskSteps& steps;
     std::unique_ptr<Record> record;
     std::string path;
-    int file = -1;
+    base::Descriptor file;
 };
 
 // Makes the place of the records, and removes what killed processes have left; says nothing when it cannot. Any thread.

@@ -1,5 +1,6 @@
 #include "wren/core/TextFile.h"
 
+#include "base/Descriptor.h"
 #include "wren/core/Documents.h"
 #include "wren/core/OverwrittenCopy.h"
 #include "wren/core/TemporaryFile.h"
@@ -101,9 +102,9 @@ int Replace(const std::string& target, const struct stat* old, std::string_view 
     TemporaryFile fresh(steps);
     if (const int reason = fresh.Make(DirectoryOf(target), old == nullptr ? 0666 : 0600))
         return reason;
-    int reason = old == nullptr ? 0 : TakeOver(target, *old, fresh.Descriptor());
+    int reason = old == nullptr ? 0 : TakeOver(target, *old, fresh.File());
     if (reason == 0)
-        reason = WriteAll(fresh.Descriptor(), text, steps);
+        reason = WriteAll(fresh.File(), text, steps);
     if (reason == 0)
         reason = fresh.RenameTo(target);
     if (reason == 0)
@@ -147,14 +148,14 @@ bool WriteInPlace(const std::string& path, std::string_view text, std::string* e
         return false;
     }
     steps.Next();
-    const Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    int reason = file.number < 0
+    const base::Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    int reason = !file.IsOpen()
                      ? errno
-                     : MakeRoom(file.number, static_cast<off_t>(old->size()), static_cast<off_t>(text.size()), steps);
+                     : MakeRoom(file.Number(), static_cast<off_t>(old->size()), static_cast<off_t>(text.size()), steps);
     bool restored = true;
     if (reason == 0) {
-        reason = Overwrite(file.number, text, steps);
-        restored = reason == 0 || Overwrite(file.number, *old, steps) == 0;
+        reason = Overwrite(file.Number(), text, steps);
+        restored = reason == 0 || Overwrite(file.Number(), *old, steps) == 0;
     }
     if (reason == 0)
         return true;

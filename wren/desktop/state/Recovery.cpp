@@ -1,5 +1,6 @@
 #include "wren/desktop/state/Recovery.h"
 
+#include "base/Descriptor.h"
 #include "wren/core/Documents.h"
 #include "wren/core/OverwrittenCopy.h"
 #include "wren/core/OwnedFile.h"
@@ -43,30 +44,22 @@ public:
     explicit Lock(const std::string& directory, int flags)
         : path(directory + "/" + kLock), file(::open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | flags, 0600))
     {
-        problem = file < 0 || ::flock(file, LOCK_EX | LOCK_NB) != 0 ? errno : 0;
+        problem = !file.IsOpen() || ::flock(file.Number(), LOCK_EX | LOCK_NB) != 0 ? errno : 0;
         if (problem == 0 && !IsStillThere())
             problem = ENOENT;
     }
-    ~Lock()
-    {
-        if (file >= 0)
-            ::close(file);
-    }
-    Lock(const Lock&) = delete;
-    Lock& operator=(const Lock&) = delete;
-
     int Problem() const { return problem; } // errno's, 0 when it is held
 
     // Another editor that starts may have taken the directory for a dead one's and removed it.
     bool IsStillThere() const
     {
         struct stat held, named;
-        return ::fstat(file, &held) == 0 && ::stat(path.c_str(), &named) == 0 && held.st_ino == named.st_ino;
+        return ::fstat(file.Number(), &held) == 0 && ::stat(path.c_str(), &named) == 0 && held.st_ino == named.st_ino;
     }
 
 private:
     const std::string path;
-    const int file;
+    const base::Descriptor file;
     int problem;
 };
 

@@ -4,8 +4,10 @@
 #include <unistd.h>
 #include <utility>
 
-namespace cplustags {
+namespace base {
 
+// Owns the descriptor; movable. One below 0 stands for none. Not thread-safe. errno stays as it is at destruction, so that a
+// function can return with the reason of a failure.
 class Descriptor {
 public:
     explicit Descriptor(int number = -1) : number(number) {}
@@ -15,18 +17,15 @@ public:
         std::swap(number, other.number);
         return *this;
     }
-    ~Descriptor() { Close(); }
+    ~Descriptor();
 
     int Number() const { return number; }
     bool IsOpen() const { return number >= 0; }
-    void Close()
-    {
-        if (number >= 0)
-            ::close(std::exchange(number, -1));
-    }
+    bool Close(); // true as well when there is none; false, with errno, when what was written is lost
+    int Release() { return std::exchange(number, -1); } // the caller's to close from now on
 
 private:
     int number;
 };
 
-} // namespace cplustags
+} // namespace base
