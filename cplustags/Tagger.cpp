@@ -5,6 +5,9 @@
 #include "cplustags/Worker.h"
 
 #include <chrono>
+#include <exception>
+#include <system_error>
+#include <utility>
 
 namespace cplustags {
 
@@ -31,7 +34,10 @@ Tagger::Counts& Tagger::Counts::operator+=(const Counts& other)
     return *this;
 }
 
-Tagger::Tagger(const Settings& settings, Progress& progress) : settings(settings), progress(progress) {}
+Tagger::Tagger(const Settings& settings, Progress& progress, ThreadStarter start)
+    : settings(settings), progress(progress), start(std::move(start))
+{
+}
 
 Tagger::~Tagger()
 {
@@ -45,17 +51,36 @@ void Tagger::Add(const std::string& path, std::string field)
 {
     queue.Add({static_cast<unsigned>(fields.size()), path});
     fields.push_back(std::move(field));
-    if (workers.empty() || (workers.size() < settings.jobs && queue.Size() > kFilesForWorker))
+    const bool wantsWorker = workers.empty() || (workers.size() < settings.jobs && queue.Size() > kFilesForWorker);
+    if (wantsWorker && fields.size() >= nextStart)
         StartWorker();
 }
 
+// Without a thread for it there is one worker less, and some files later it is tried again.
 void Tagger::StartWorker()
 {
     const InterruptsElsewhere elsewhere;
     workers.push_back(std::make_unique<Worker>(*this));
     const std::lock_guard lock(mutex);
     ++running;
-    threads.emplace_back(&Tagger::Run, this, std::ref(*workers.back()));
+    try {
+        threads.push_back(start([this, worker = workers.back().get()] { Run(*worker); }));
+    } catch (const std::system_error& error) {
+        --running;
+        workers.pop_back();
+        nextStart = fields.size() + kFilesForWorker;
+        if (!std::exchange(lacksThreads, true))
+            progress.Say("the system starts no more threads (" + error.code().message() +
+                         "): fewer sources are tagged at a time");
+    }
+}
+
+// Here signals are this thread's to hear: there is no other.
+void Tagger::WorkHere()
+{
+    workers.push_back(std::make_unique<Worker>(*this));
+    ++running;
+    Run(*workers.back());
 }
 
 void Tagger::Run(Worker& worker)
@@ -81,6 +106,8 @@ bool Tagger::GoesOn()
 void Tagger::Finish()
 {
     queue.Close();
+    if (workers.empty() && !fields.empty())
+        WorkHere();
     for (std::unique_lock lock(mutex); running > 0;) {
         ended.wait_for(lock, kPatience);
         lock.unlock();

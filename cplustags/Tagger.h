@@ -9,10 +9,12 @@
 #include <atomic>
 #include <condition_variable>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace cplustags {
@@ -23,10 +25,16 @@ class Worker;
 // A file that crashes ctags, or takes too long, is reported and left out. Whatever else goes wrong with a ctags ends the
 // whole work: nobody would notice that tags are missing.
 //
-// What comes out is the same for any number of jobs. Used by one thread; the workers have threads of their own.
+// What comes out is the same for any number of jobs. Used by one thread; the workers have threads of their own, fewer when
+// the system has no more to give; without any, Finish() does the work.
 class Tagger {
 public:
-    Tagger(const Settings& settings, Progress& progress); // both must outlive it
+    // Throws std::system_error when there is no thread to be had. A door for tests.
+    using ThreadStarter = std::function<std::thread(std::function<void()> body)>;
+    static std::thread SystemsThread(std::function<void()> body) { return std::thread(std::move(body)); }
+
+    // Both must outlive it.
+    Tagger(const Settings& settings, Progress& progress, ThreadStarter start = SystemsThread);
     ~Tagger();
 
     // 'field' is how the file is written in the tags file. Does not wait.
@@ -61,6 +69,7 @@ private:
     friend class Worker;
 
     void StartWorker();
+    void WorkHere();
     void Run(Worker& worker);
     void Fail(const std::string& reason); // any thread; the first reason counts
     void FileDone();                      // any thread
@@ -68,6 +77,9 @@ private:
 
     const Settings& settings;
     Progress& progress;
+    const ThreadStarter start;
+    size_t nextStart = 0; // not before so many files were added
+    bool lacksThreads = false;
     WorkQueue queue;
     std::vector<std::string> fields;
     std::vector<bool> tagged;

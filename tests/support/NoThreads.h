@@ -1,0 +1,65 @@
+// The system's own limit on threads, for this process or for a program that it runs.
+#pragma once
+
+#include "tests/support/Limits.h"
+#include "tests/support/RunProgram.h"
+
+#include <optional>
+#include <string>
+#include <sys/fsuid.h>
+#include <system_error>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+// The limit does not hold for root, so a test that root runs becomes somebody else for it, and still reaches all files.
+constexpr uid_t kSomebodyElse = 65534;
+
+// The process starts no thread and no other process as long as one lives, if it is in force.
+class NoThreads {
+public:
+    NoThreads()
+    {
+        if (wasRoot && (::setresuid(kSomebodyElse, kSomebodyElse, 0) == 0))
+            ::setfsuid(0);
+        limit.emplace(RLIMIT_NPROC, 0);
+    }
+    ~NoThreads()
+    {
+        limit.reset();
+        if (wasRoot && ::setresuid(0, 0, 0) != 0)
+            std::perror("NoThreads");
+    }
+    NoThreads(const NoThreads&) = delete;
+    NoThreads& operator=(const NoThreads&) = delete;
+
+    static bool IsInForce()
+    {
+        try {
+            std::thread([] {}).join();
+            return false;
+        } catch (const std::system_error&) {
+            return true;
+        }
+    }
+
+private:
+    const bool wasRoot = ::getuid() == 0;
+    std::optional<Limit> limit;
+};
+
+// The words that run a program which gets no thread; nothing where that cannot be had.
+inline std::optional<std::vector<std::string>> WithoutThreads(const std::vector<std::string>& command)
+{
+    std::vector<std::string> words;
+    if (::getuid() == 0)
+        words = {"/usr/bin/setpriv", "--reuid=" + std::to_string(kSomebodyElse), "--inh-caps=+dac_override",
+                 "--ambient-caps=+dac_override"};
+    words.insert(words.end(), {"/usr/bin/prlimit", "--nproc=1"});
+    std::vector<std::string> trial = words;
+    trial.insert(trial.end(), {"/bin/sh", "-c", "echo runs; /bin/true & wait; echo and starts another"});
+    if (RunProgram(trial, "/").output != "runs\n")
+        return std::nullopt;
+    words.insert(words.end(), command.begin(), command.end());
+    return words;
+}
