@@ -1,8 +1,10 @@
 #include "generate/CreateTagsTask.h"
 
+#include "vetch/support/ThreadStart.h"
+
 #include <cstdio>
 #include <memory>
-#include <pthread.h>
+#include <thread>
 #include <utility>
 
 void* CreateTagsTask(void* untyped)
@@ -21,11 +23,9 @@ void* CreateTagsTask(void* untyped)
 void StartCreateTagsTask(std::vector<std::string> commands, vetch::ShellRequest request)
 {
     auto params = std::make_unique<CreateParams>(CreateParams{std::move(commands), std::move(request)});
-    pthread_attr_t attributes;
-    pthread_attr_init(&attributes);
-    pthread_attr_setdetachstate(&attributes, PTHREAD_CREATE_DETACHED);
-    pthread_t thread;
-    if (pthread_create(&thread, &attributes, CreateTagsTask, params.get()) == 0)
-        static_cast<void>(params.release()); // the thread's own from here on
-    pthread_attr_destroy(&attributes);
+    std::thread thread = vetch::StartThread(kNoTagsAreMade, [given = params.get()] { CreateTagsTask(given); });
+    if (!thread.joinable())
+        return;
+    static_cast<void>(params.release()); // the thread's own
+    thread.detach();
 }

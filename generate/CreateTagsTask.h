@@ -6,6 +6,9 @@
 #include <string>
 #include <vector>
 
+// What the user does without when the thread does not start (see vetch::StartThread).
+inline constexpr const char* kNoTagsAreMade = "no tags are made";
+
 // What the thread is given, and all that it touches.
 struct CreateParams {
     std::vector<std::string> commands; // run in this order
@@ -16,5 +19,6 @@ struct CreateParams {
 // Answers null.
 void* CreateTagsTask(void* params);
 
-// Runs the commands on a detached thread and returns at once. Without a thread to be had, nothing runs and nobody is told.
+// Runs the commands on a detached thread and returns at once. When the system has no thread to give, nothing
+// runs, and that is reported once (vetch::StartThread).
 void StartCreateTagsTask(std::vector<std::string> commands, vetch::ShellRequest request = {});

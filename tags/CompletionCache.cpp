@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <exception>
 #include <new>
 #include <sys/stat.h>
 
@@ -194,10 +194,22 @@ bool CompletionCache::LoadIfNeeded(Tags& tags, bool inBackground)
     // Asked also when nothing may be loaded, for it forgets what is stale.
     if (!NeedToReload(tags) || !inBackground)
         return true;
-    loading = true;
-    FThread::Run<CompletionCache, TagFile*, TagFile*>(&CompletionCache::LoadSelf, this, new TagFile(tags.System()),
-                                                      new TagFile(tags.Local()));
+    StartLoading(std::make_unique<TagFile>(tags.System()), std::make_unique<TagFile>(tags.Local()));
     return false;
+}
+
+// Without a thread for it the cache is as it was, and the next key stroke tries again.
+void CompletionCache::StartLoading(std::unique_ptr<TagFile> systemTags, std::unique_ptr<TagFile> localTags)
+{
+    loading = true;
+    try {
+        FThread::Run<CompletionCache, TagFile*, TagFile*>(&CompletionCache::LoadSelf, this, systemTags.get(),
+                                                          localTags.get());
+        static_cast<void>(systemTags.release()); // the thread's own
+        static_cast<void>(localTags.release());
+    } catch (const std::exception&) {
+        loading = false;
+    }
 }
 
 void CompletionCache::LoadSelf(TagFile* systemTags, TagFile* localTags)

@@ -4,6 +4,7 @@
 #include "tags/ScopeMarks.h"
 #include "vetch/support/BLocker.h"
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ public:
     CompletionCache& operator=(const CompletionCache&) = delete;
 
     // True when the cache may be searched now. False while a load runs, for either half; with 'inBackground' this call
-    // starts one when a half is stale. Without it nothing is ever loaded, and the cache is searched as it is.
+    // starts one when a half is stale, or leaves that to the next call when the system has no thread to
+    // give. Without it nothing is ever loaded, and the cache is searched as it is.
     bool LoadIfNeeded(Tags& tags, bool inBackground);
 
     // The names that complete the pattern, in the order of bytes, each once, at most 'max'. A qualified pattern
@@ -51,6 +53,8 @@ public:
     static void LoadSelf(TagFile& tagFile, std::vector<char*>& entries);
 
 private:
+    void StartLoading(std::unique_ptr<TagFile> systemTags, std::unique_ptr<TagFile> localTags);
+
     std::vector<char*> systemEntries; // the loading thread's while 'loading', else the document thread's
     std::vector<char*> localEntries;
     std::string systemPath; // where the entries are from; "" when they have to be loaded

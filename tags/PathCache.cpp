@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
+#include <exception>
 #include <new>
 
 namespace {
@@ -71,12 +71,23 @@ bool PathCache::LoadIfNeeded(TagFile& tagFile, bool inBackground)
     if (loading)
         return false;
     if (inBackground) {
-        loading = true;
-        FThread::Run(&PathCache::LockedLoadSelf, this, new TagFile(tagFile));
+        StartLoading(std::make_unique<TagFile>(tagFile));
         return false;
     }
     LoadSelf(tagFile);
     return true; // also without a file: there is nothing to wait for, and the next call tries again
+}
+
+// Without a thread for it the cache is as it was, and the next search tries again.
+void PathCache::StartLoading(std::unique_ptr<TagFile> tagFile)
+{
+    loading = true;
+    try {
+        FThread::Run(&PathCache::LockedLoadSelf, this, tagFile.get());
+        static_cast<void>(tagFile.release()); // the thread's own
+    } catch (const std::exception&) {
+        loading = false;
+    }
 }
 
 // Of an open file, which is closed then. It has no paths, until it changes, when there is no memory for all of them. False

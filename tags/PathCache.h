@@ -4,6 +4,7 @@
 #include "vetch/support/BLocker.h"
 
 #include <ctime>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -27,7 +28,7 @@ public:
     static BLocker& PathCacheLock();
 
     // True when the paths can be searched now. Otherwise they are being loaded, at the latest from this call on, by a
-    // thread of their own. Without 'inBackground' they are loaded here, and the answer is true even for an unreadable
+    // thread of their own; when there is none to be had, the next call tries again. Without 'inBackground' they are loaded here, and the answer is true even for an unreadable
     // file.
     bool LoadIfNeeded(TagFile& tagFile, bool inBackground);
 
@@ -49,6 +50,7 @@ public:
     time_t FileTime(); // the tags file's when the paths were loaded, 0 when they never were; outlives a flush
 
 private:
+    void StartLoading(std::unique_ptr<TagFile> tagFile);
     bool LoadPaths(TagFile& tagFile);
 
     std::vector<char*> paths;

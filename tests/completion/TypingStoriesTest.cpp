@@ -1,6 +1,7 @@
 // What a user sees at the keyboard, from the first letter to the chosen entry.
 #include "plugin/KeyEvents.h"
 #include "tests/completion/TypingTest.h"
+#include "tests/support/RefusedThreads.h"
 
 namespace {
 
@@ -23,6 +24,40 @@ protected:
 
     const Lines strings = {"NSStream", "NSString", "NSStringEncoding"};
 };
+
+TEST_F(Typing, WithoutAThreadForTheListTypingGoesOnAndALaterKeyOpensIt)
+{
+    Open("x = |;", strings);
+    Complaints complaints;
+    {
+        const RefusedThreads refused;
+        EXPECT_EQ(Type("NSSt\x1f"), 0) << "no list takes a key";
+        EXPECT_TRUE(framework.Windows().empty());
+        EXPECT_EQ(CompletionWindow::gCompletionWindow, nullptr);
+        EXPECT_EQ(complaints.Take(), Lines{NoThreadsFor("a window is not shown")}) << "once, not once a key";
+    }
+    host.SetMarked("x = NSSt|;");
+    Type("r");
+    EXPECT_EQ(Candidates(), strings);
+}
+
+TEST_F(Typing, WithoutAThreadForTheNamesTypingGoesOnAndALaterKeyLoadsThem)
+{
+    UseLocalNames(strings);
+    host.SetMarked("x = |;");
+    Complaints complaints;
+    {
+        const RefusedThreads refused;
+        EXPECT_EQ(Type("NSStr"), 0);
+        EXPECT_EQ(complaints.Take().size(), 1u) << "once, not once a key";
+    }
+    Type("i");
+    JoinThreads();
+    EXPECT_FALSE(Shown());
+    Type("n");
+    EXPECT_EQ(Candidates(), (Lines{"NSString", "NSStringEncoding"}));
+    EXPECT_EQ(host.Marked(), "x = NSStrin|;");
+}
 
 TEST_F(Typing, TheListOpensAtTheThirdLetterAndFollows)
 {

@@ -1,6 +1,7 @@
 #include "generate/CreateTagsTask.h"
 
 #include "tests/generate/Requests.h"
+#include "tests/support/RefusedThreads.h"
 #include "vetch/support/ShellCommand.h"
 
 #include <gmock/gmock.h>
@@ -86,15 +87,16 @@ TEST(CreateTagsTask, IsNotWaitedForByWhoStartsItNorByOthers)
     StartCreateTagsTask({"two"});
     meeting.Arrive();
     EXPECT_THAT(requests.Take(), ElementsAre(Commands{"one"}, Commands{"two"}));
-    EXPECT_TRUE(requests.AllWereDetached());
 }
 
-TEST(CreateTagsTask, IsForgottenWhenThereIsNoThreadForIt)
+TEST(CreateTagsTask, IsForgottenAndReportedWhenThereIsNoThreadForIt)
 {
     Requests requests;
+    Complaints complaints;
     requests.GiveNoThreads();
     StartCreateTagsTask({"command"}); // what it was given is deleted, or the leak is found when the tests end
     EXPECT_THAT(requests.Take(), IsEmpty());
+    EXPECT_THAT(complaints.Take(), ElementsAre(NoThreadsFor("no tags are made")));
 }
 
 } // namespace

@@ -1,14 +1,16 @@
 #include "tests/generate/Requests.h"
 
+#include "generate/CreateTagsTask.h"
 #include "tests/support/WaitLimit.h"
 #include "vetch/support/ShellCommand.h"
+#include "vetch/support/ThreadStart.h"
 
-#include <cerrno>
 #include <condition_variable>
 #include <list>
-#include <memory>
 #include <mutex>
-#include <pthread.h>
+#include <string_view>
+#include <system_error>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -20,19 +22,12 @@ struct State {
     int running = 0;
     int status = 0;
     bool noThreads = false;
-    bool allDetached = true;
     std::function<void(const std::string&)> meanwhile;
     vetch::ShellRequest lastRequest;
 };
 State state;
 
 thread_local Requests::Commands* commands = nullptr; // of the current thread, if it is a recorded one
-
-struct Start {
-    void* (*routine)(void*);
-    void* argument;
-    Requests::Commands* commands;
-};
 
 int Record(const char* command, const vetch::ShellRequest& request)
 {
@@ -48,51 +43,34 @@ int Record(const char* command, const vetch::ShellRequest& request)
     return status;
 }
 
-void* RunRecorded(void* untyped)
+void RunRecorded(Requests::Commands* own, const std::function<void()>& body)
 {
-    const std::unique_ptr<const Start> start(static_cast<Start*>(untyped));
-    commands = start->commands;
-    void* const result = start->routine(start->argument);
+    commands = own;
+    body();
     const std::lock_guard lock(state.mutex);
     --state.running;
     state.ended.notify_all();
-    return result;
 }
 
-bool IsDetached(const pthread_attr_t* attributes)
+std::thread Start(const char* loss, std::function<void()> body)
 {
-    int detached = PTHREAD_CREATE_JOINABLE;
-    return attributes != nullptr && ::pthread_attr_getdetachstate(attributes, &detached) == 0 &&
-           detached == PTHREAD_CREATE_DETACHED;
+    if (loss == nullptr || std::string_view(loss) != kNoTagsAreMade)
+        return std::thread(std::move(body));
+    const std::lock_guard lock(state.mutex);
+    if (state.noThreads)
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+    Requests::Commands* const own = &state.threads.emplace_back();
+    ++state.running;
+    return std::thread([own, body = std::move(body)] { RunRecorded(own, body); });
 }
 
 } // namespace
-
-extern "C" {
-int __real_pthread_create(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
-int __wrap_pthread_create(pthread_t*, const pthread_attr_t*, void* (*)(void*), void*);
-}
-
-int __wrap_pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*routine)(void*), void* argument)
-{
-    const std::lock_guard lock(state.mutex);
-    if (state.noThreads)
-        return EAGAIN;
-    auto start = std::make_unique<Start>(Start{routine, argument, &state.threads.emplace_back()});
-    const int status = __real_pthread_create(thread, attributes, RunRecorded, start.get());
-    if (status != 0)
-        return status;
-    start.release();
-    ++state.running;
-    state.allDetached = state.allDetached && IsDetached(attributes);
-    return 0;
-}
 
 Requests::Requests()
 {
     state.status = 0;
     state.noThreads = false;
-    state.allDetached = true;
+    vetch::SetThreadStarter(Start);
     vetch::SetShellRunner(Record);
 }
 
@@ -101,6 +79,7 @@ Requests::~Requests()
     Take();
     state.meanwhile = nullptr;
     vetch::SetShellRunner(nullptr);
+    vetch::SetThreadStarter(nullptr);
 }
 
 std::vector<Requests::Commands> Requests::Take()
@@ -136,10 +115,4 @@ vetch::ShellRequest Requests::Last() const
 {
     const std::lock_guard lock(state.mutex);
     return state.lastRequest;
-}
-
-bool Requests::AllWereDetached() const
-{
-    const std::lock_guard lock(state.mutex);
-    return state.allDetached;
 }

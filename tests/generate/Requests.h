@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// For as long as a test: the shell's place is taken, and the program's threads (of its own code, not of libraries) are
-// known from before they start until their work is done. One at a time.
+// For as long as a test: the shell's place is taken, and the threads that generate tags are known from before they start
+// until their work is done. One at a time.
 class Requests {
 public:
     using Commands = std::vector<std::string>; // of one thread, in their order
@@ -24,5 +24,4 @@ public:
     void DuringCommands(std::function<void(const std::string&)>); // called on the command's own thread
     void GiveNoThreads();                                         // as when the system has none to give
     vetch::ShellRequest Last() const;                             // what came with the last command
-    bool AllWereDetached() const;
 };

@@ -2,6 +2,7 @@
 
 #include "settings/DeclarationSettings.h"
 #include "tests/plugin/PluginTest.h"
+#include "tests/support/RefusedThreads.h"
 #include "vetch/storage/BEntry.h"
 #include "windows/EntryWindow.h"
 #include "windows/SearchWindow.h"
@@ -67,6 +68,42 @@ TEST_F(LookupCommands, SeveralMatchesAreListedAtTheIdentifier)
     EXPECT_FALSE(framework.VisibleWindows().at(0).active);
     EXPECT_NE(SearchWindow::gSearchWin, nullptr);
     EXPECT_TRUE(TakeOpened().empty());
+}
+
+TEST_F(LookupCommands, WithoutAThreadASingleMatchOpensAllTheSame)
+{
+    UseSomeTags();
+    host.SetMarked("x = once|;");
+    Complaints complaints;
+    const RefusedThreads refused;
+    LookUp();
+    EXPECT_EQ(TakeOpened(), (Opened{{Source("view.h"), 3}}));
+    EXPECT_TRUE(framework.Windows().empty());
+    EXPECT_TRUE(complaints.Take().empty()) << "it takes none";
+}
+
+TEST_F(LookupCommands, WithoutAThreadAListOrADialogIsReportedAndLeavesNoWindow)
+{
+    UseSomeTags();
+    Complaints complaints;
+    for (const bool forceDialog : {false, true}) {
+        host.SetMarked("x = dr|aw;");
+        {
+            const RefusedThreads refused;
+            LookUp(forceDialog);
+            framework.Settle();
+            LookUp(forceDialog);
+            framework.Settle();
+        }
+        EXPECT_TRUE(framework.Windows().empty());
+        EXPECT_EQ(SearchWindow::gSearchWin, nullptr);
+        EXPECT_EQ(EntryWindow::gEntryWin, nullptr);
+        EXPECT_EQ(complaints.Take(), Calls{NoThreadsFor("a window is not shown")});
+        LookUp(forceDialog);
+        framework.Settle();
+        EXPECT_EQ(Open().size(), 1u) << "once there are threads again";
+        framework.QuitWindows();
+    }
 }
 
 TEST_F(LookupCommands, NoMatchBeepsAndLeavesNoWindow)

@@ -3,6 +3,7 @@
 #include "tags/MallocedUnique.h"
 #include "tags/NameAndQualifier.h"
 #include "tags/Tags.h"
+#include "tests/support/RefusedThreads.h"
 #include "tests/tags/TagsFolder.h"
 
 #include <algorithm>
@@ -199,6 +200,35 @@ TEST_F(CompletionCacheTest, RefusesSearchesWhileOneHalfIsLoadedAnew)
     EXPECT_FALSE(inForeground);
     EXPECT_TRUE(cache.LoadIfNeeded(tags, true));
     EXPECT_EQ(Completed(cache, "heldN"), Lines{"heldName"});
+}
+
+TEST_F(CompletionCacheTest, ALoadWithoutAThreadIsTriedAgainAtTheNextKeyStroke)
+{
+    Complaints complaints;
+    {
+        const RefusedThreads refused;
+        for (int key = 0; key < 3; ++key)
+            EXPECT_FALSE(Load());
+        EXPECT_EQ(complaints.Take().size(), 1u) << "not once a key";
+        EXPECT_EQ(Completed(cache, "local"), Lines{});
+    }
+    EXPECT_TRUE(Reloads());
+    EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
+    EXPECT_EQ(Completed(cache, "system"), Lines{"systemName"});
+}
+
+TEST_F(CompletionCacheTest, AReloadWithoutAThreadLeavesTheNamesAsTheyWere)
+{
+    ASSERT_TRUE(Reloads());
+    local.WriteTags(TagsOf({"newLocal"}));
+    {
+        const Complaints complaints;
+        const RefusedThreads refused;
+        EXPECT_FALSE(Load());
+        EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
+    }
+    EXPECT_TRUE(Reloads());
+    EXPECT_EQ(Completed(cache, "newLocal"), Lines{"newLocal"});
 }
 
 TEST_F(CompletionCacheTest, NeverLoadsInTheForeground)

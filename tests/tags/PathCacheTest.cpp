@@ -1,5 +1,6 @@
 #include "tags/PathCache.h"
 
+#include "tests/support/RefusedThreads.h"
 #include "tests/tags/TagsFolder.h"
 
 namespace {
@@ -204,6 +205,34 @@ TEST(PathCache, LoadsOneFileAtATime)
     JoinThreads();
     EXPECT_TRUE(LoadInBackground(cache, other.Entry()));
     EXPECT_EQ(Found(cache, "x.h"), Lines{"/held/x.h"});
+}
+
+TEST(PathCache, ALoadWithoutAThreadIsTriedAgainByTheNextSearch)
+{
+    const TagsFolder folder(TagsOf({"/a/x.h"}));
+    PathCache cache;
+    Complaints complaints;
+    {
+        const RefusedThreads refused;
+        EXPECT_FALSE(LoadInBackground(cache, folder.Entry()));
+        EXPECT_FALSE(LoadInBackground(cache, folder.Entry()));
+        EXPECT_EQ(complaints.Take().size(), 1u);
+    }
+    EXPECT_FALSE(LoadInBackground(cache, folder.Entry()));
+    JoinThreads();
+    EXPECT_TRUE(LoadInBackground(cache, folder.Entry()));
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/a/x.h"});
+}
+
+TEST(PathCache, AfterALoadWithoutAThreadTheCallerMayLoadForItself)
+{
+    const TagsFolder folder(TagsOf({"/a/x.h"}));
+    PathCache cache;
+    const Complaints complaints;
+    const RefusedThreads refused;
+    EXPECT_FALSE(LoadInBackground(cache, folder.Entry()));
+    EXPECT_TRUE(LoadNow(cache, folder.Entry()));
+    EXPECT_EQ(Found(cache, "x.h"), Lines{"/a/x.h"});
 }
 
 TEST(PathCache, AFlushDuringALoadChangesNothing)

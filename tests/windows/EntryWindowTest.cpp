@@ -2,6 +2,7 @@
 
 #include "tests/support/FakeHost.h"
 #include "tests/support/Framework.h"
+#include "tests/support/RefusedThreads.h"
 #include "tests/support/TagLines.h"
 #include "tests/support/TestBundle.h"
 #include "windows/SearchWindow.h"
@@ -92,6 +93,25 @@ TEST_F(EntryWindowTest, ListsEvenASingleMatchAtAFixedPlace)
     EXPECT_TRUE(framework.application->opened.empty());
     EXPECT_EQ(SearchWindow::gSearchWin.load() == nullptr, false);
     EXPECT_EQ(framework.display.Beeps(), 0);
+}
+
+TEST_F(EntryWindowTest, AListWithoutAThreadIsReportedAndLeavesTheDialogAsItWas)
+{
+    Open();
+    Complaints complaints;
+    {
+        const RefusedThreads refused;
+        for (int time = 0; time < 2; ++time) {
+            Open();
+            LookUp("twice");
+        }
+    }
+    EXPECT_EQ(complaints.Take(), Texts{NoThreadsFor("a window is not shown")});
+    EXPECT_EQ(SearchWindow::gSearchWin, nullptr);
+    EXPECT_EQ(framework.Windows().size(), 1u) << "the dialog";
+    Open();
+    LookUp("twice");
+    EXPECT_EQ(framework.VisibleWindows().size(), 1u);
 }
 
 TEST_F(EntryWindowTest, ListsTagsOfEveryKind)

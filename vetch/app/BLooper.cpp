@@ -36,6 +36,13 @@ thread_id BLooper::Run()
     return thread;
 }
 
+void BLooper::QuitUnrun()
+{
+    const auto kept = state;
+    AcceptQuit();
+    kept->LeaveToReaper();
+}
+
 void BLooper::Quit()
 {
     assert(!vetch::OnDocumentThread() || vetch::HeldLocks() == 0);

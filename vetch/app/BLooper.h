@@ -75,6 +75,10 @@ protected:
     // thread may not touch the looper (it never ran and is another's) the document thread calls it before destroying.
     virtual void QuitAccepted();
 
+    // Quits one that Run() has not run, and leaves it to the document thread on any thread: the caller may look at it to
+    // the end of what it does, on the document thread, or as long as it holds the lock, on another.
+    void QuitUnrun();
+
 private:
     friend struct vetch::Reaper;
     friend class BApplication;

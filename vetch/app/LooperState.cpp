@@ -4,11 +4,11 @@
 #include "vetch/app/Loop.h"
 #include "vetch/app/WakeUp.h"
 #include "vetch/support/HeldLocks.h"
+#include "vetch/support/ThreadStart.h"
 
 #include <atomic>
 #include <cassert>
 #include <optional>
-#include <system_error>
 #include <utility>
 
 namespace vetch {
@@ -109,11 +109,9 @@ thread_id LooperState::Run(BLooper* looper)
     if (quitAccepted)
         return B_ERROR;
     if (!hasRun && service == Service::OwnThread) {
-        try {
-            thread = std::thread([this, looper] { Loop(looper); });
-        } catch (const std::system_error&) {
+        thread = StartThread("a window is not shown", [this, looper] { Loop(looper); });
+        if (!thread.joinable())
             return B_ERROR;
-        }
         for (const Envelope& envelope : queue)
             traffic.ofLoopers.emplace(envelope.sequence, this);
     }

@@ -53,7 +53,11 @@ void BWindow::Show()
 {
     // Once it runs, anyone may quit it: the lock keeps it alive to the end of this.
     const bool locked = Lock();
-    const bool runs = Run() > 0; // after an accepted quit it does not, and is left to the document thread
+    // After an accepted quit it does not run, and is left to the document thread. So is one that gets no thread: its maker
+    // has done with it and looks no more.
+    const bool runs = Run() > 0;
+    if (!runs)
+        QuitUnrun();
     if (runs && hidden) {
         hidden = false;
         vetch::CurrentDisplay()->WindowShown(LooperToken());

@@ -37,7 +37,8 @@ public:
     BWindow(__CFBundle* bundle, const char* nib, const char* window);
     ~BWindow() override;
 
-    virtual void Show(); // idempotent, as is Hide(). After an accepted quit it shows nothing
+    // Idempotent, as is Hide(). After an accepted quit it shows nothing. One that the system has no thread for is quit.
+    virtual void Show();
     virtual void Hide();
     virtual void Minimize(bool minimize);
     virtual void Zoom(BPoint origin, float width, float height);

@@ -1,19 +1,21 @@
 #include "vetch/support/FThread.h"
 
 #include "vetch/support/HeldLocks.h"
+#include "vetch/support/ThreadStart.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cassert>
 #include <condition_variable>
-#include <cstdio>
-#include <exception>
 #include <list>
 #include <mutex>
 #include <sys/resource.h>
+#include <system_error>
 #include <thread>
 
 namespace {
+
+constexpr const char* kLoss = "work in the background is put off until it is asked for again";
 
 struct Worker {
     std::thread thread;
@@ -73,55 +75,46 @@ void GiveWay()
     ::setpriority(PRIO_PROCESS, 0, std::min(::getpriority(PRIO_PROCESS, 0) + kSteps, kLowest));
 }
 
-void CallGuarded(const FunctionObject& function)
-{
-    try {
-        function();
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "vetch: a thread ended with an exception: %s\n", error.what());
-    } catch (...) {
-        std::fprintf(stderr, "vetch: a thread ended with an exception\n");
-    }
-}
-
 } // namespace
 
 FThread::FThread(FunctionObject* function) : function(function)
 {
     Workers& workers = TheWorkers();
+    std::list<Worker> made(1);
+    const auto worker = made.begin();
+    std::function<void()> body = [this, worker, &workers] {
+        onWorker = true;
+        GiveWay();
+        RunOnce();
+        {
+            std::lock_guard guard(workers.mutex);
+            worker->ended = true;
+            --workers.running;
+            workers.changed.notify_all();
+        }
+        TellWatcher();
+    };
     std::list<Worker> ended;
     {
         std::lock_guard guard(workers.mutex);
         ended = TakeEnded(workers);
-        const auto worker = workers.all.emplace(workers.all.end());
-        try {
-            worker->thread = std::thread([this, worker, &workers] {
-                onWorker = true;
-                GiveWay();
-                RunOnce();
-                {
-                    std::lock_guard guard(workers.mutex);
-                    worker->ended = true;
-                    --workers.running;
-                    workers.changed.notify_all();
-                }
-                TellWatcher();
-            });
-        } catch (...) {
-            workers.all.erase(worker);
-            throw;
+        worker->thread = vetch::StartThread(kLoss, std::move(body));
+        if (worker->thread.joinable()) {
+            workers.all.splice(workers.all.end(), made);
+            ++workers.running;
         }
-        ++workers.running;
     }
-    TellWatcher();
     Join(std::move(ended));
+    if (!made.empty())
+        throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+    TellWatcher();
 }
 
 FThread::~FThread() = default;
 
 void FThread::RunOnce()
 {
-    CallGuarded(*function);
+    vetch::CallGuarded([this] { (*function)(); });
     delete this;
 }
 

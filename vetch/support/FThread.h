@@ -49,10 +49,12 @@ private:
 //
 // It works in the background: where there are more threads than cores it gives way to those that a user waits for. The
 // thread is joinable inside: vetch::JoinThreads() waits for all that were started. An exception that escapes the
-// function object ends the thread and is reported on standard error.
+// function object ends the thread and is reported with vetch::Complain().
 class FThread {
 public:
-    // Takes the function over and starts at once. Throws std::system_error when the system has no thread to give.
+    // Takes the function over and starts at once. When the system has no thread to give, that is reported once
+    // (vetch::StartThread) and std::system_error is thrown; the function is destroyed and has not run. The arguments of
+    // Run() are the caller's then, as they are after std::bad_alloc.
     explicit FThread(FunctionObject* function);
 
     template <class C, class A>

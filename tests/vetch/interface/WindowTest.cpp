@@ -1,6 +1,7 @@
 #include "vetch/interface/BWindow.h"
 
 #include "Desk.h"
+#include "tests/support/RefusedThreads.h"
 #include "vetch/interface/Carbon.h"
 
 #include <atomic>
@@ -61,6 +62,65 @@ TEST_F(Window, TheFirstShowStartsItsThread)
     vetch::Settle();
     EXPECT_EQ(window->looks.size(), 1u);
     EXPECT_NE(looker, std::this_thread::get_id());
+}
+
+// Whoever shows it looks no more: a window that nobody sees and nobody closes would stay for ever.
+TEST_F(Window, OneThatGetsNoThreadIsQuitAndDestroyedLater)
+{
+    Complaints complaints;
+    const RefusedThreads refused;
+    bool isGone = false;
+    struct Witnessed : ListWindow {
+        explicit Witnessed(bool& isGone) : isGone(isGone) {}
+        ~Witnessed() override { isGone = true; }
+        bool& isGone;
+    };
+    auto* window = new Witnessed(isGone);
+    {
+        const vetch::PluginCall call;
+        window->Show();
+        EXPECT_FALSE(isGone) << "the plug-in may still look at it";
+        EXPECT_TRUE(window->IsHidden());
+        EXPECT_FALSE(window->HasRun());
+        EXPECT_EQ(window->PostMessage(FourCC("ping")), B_ERROR);
+        window->Show();
+        EXPECT_TRUE(diary.lines.empty()) << "the display was asked to show it";
+    }
+    vetch::RunPending();
+    EXPECT_TRUE(isGone);
+    EXPECT_EQ(complaints.Take(), std::vector<std::string>{NoThreadsFor("a window is not shown")});
+}
+
+TEST_F(Window, OneThatGetsNoThreadMayBeQuitAtOnce)
+{
+    const Complaints complaints;
+    const RefusedThreads refused;
+    auto* window = new ListWindow;
+    const vetch::LooperToken token = window->LooperToken();
+    window->Show();
+    window->Quit();
+    EXPECT_EQ(vetch::FindLooper(token), nullptr);
+    vetch::RunPending(); // which finds nothing left to do
+}
+
+TEST_F(Window, OneThatIsMadeElsewhereAndGetsNoThreadIsDestroyedHere)
+{
+    const Complaints complaints;
+    auto* foreigner = new Foreigner;
+    foreigner->Run();
+    vetch::LooperToken token = 0;
+    {
+        const RefusedThreads refused;
+        foreigner->Do([&token] {
+            auto* window = new ListWindow;
+            token = window->LooperToken();
+            window->Show();
+        });
+    }
+    vetch::Settle();
+    EXPECT_NE(token, 0u);
+    EXPECT_EQ(vetch::FindLooper(token), nullptr);
+    foreigner->Quit();
 }
 
 TEST_F(Window, OneServedByTheApplicationHasNoThreadOfItsOwn)

@@ -1,0 +1,58 @@
+// Threads that do not start, and what the user is told of it.
+#pragma once
+
+#include "vetch/support/Complaint.h"
+#include "vetch/support/ThreadStart.h"
+
+#include <mutex>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+// As long as one lives, the framework gets no threads, or only the first 'few'. One at a time.
+class RefusedThreads {
+public:
+    explicit RefusedThreads(int few = 0)
+    {
+        vetch::SetThreadStarter([left = few](const char*, std::function<void()> body) mutable {
+            if (left-- <= 0)
+                throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
+            return std::thread(std::move(body));
+        });
+    }
+    ~RefusedThreads() { vetch::SetThreadStarter(nullptr); }
+    RefusedThreads(const RefusedThreads&) = delete;
+    RefusedThreads& operator=(const RefusedThreads&) = delete;
+};
+
+// What is complained of as long as one lives. One at a time.
+class Complaints {
+public:
+    Complaints()
+    {
+        vetch::SetComplaintReporter([this](const std::string& text) {
+            const std::lock_guard guard(mutex);
+            texts.push_back(text);
+        });
+    }
+    ~Complaints() { vetch::SetComplaintReporter(nullptr); }
+    Complaints(const Complaints&) = delete;
+    Complaints& operator=(const Complaints&) = delete;
+
+    std::vector<std::string> Take()
+    {
+        const std::lock_guard guard(mutex);
+        return std::exchange(texts, {});
+    }
+
+private:
+    std::mutex mutex;
+    std::vector<std::string> texts;
+};
+
+// A complaint about threads, by what is lost.
+inline std::string NoThreadsFor(const std::string& loss)
+{
+    return "the system starts no more threads (Resource temporarily unavailable): " + loss;
+}
