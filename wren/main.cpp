@@ -1,4 +1,6 @@
 // wren: looks symbols up in source code, and opens it in the editor.
+#include "vetch/support/Complaint.h"
+#include "wren/cli/CommandSupport.h"
 #include "wren/cli/Commands.h"
 #include "wren/cli/Interruption.h"
 #include "wren/cli/OpenEditor.h"
@@ -36,6 +38,7 @@ int main(int count, char** words)
     // A write that nobody reads is to fail, so that the command can tidy up. Caught and not ignored: programs that it
     // starts get the usual answer back, whatever this one was started with.
     std::signal(SIGPIPE, [](int) {});
+    vetch::SetComplaintReporter(wren::Complain);
     CLI::App app("Looks symbols up in source code, with the tags files that serve it.", "wren");
     app.footer(kFooter);
     app.set_version_flag("--version", std::string("wren ") + WREN_VERSION);

@@ -1,6 +1,7 @@
 #include "wren/cli/Complete.h"
 
 #include "vetch/app/Loop.h"
+#include "vetch/support/ThreadStart.h"
 #include "wren/script/Keyboard.h"
 #include "wren/script/PressKey.h"
 
@@ -52,10 +53,19 @@ public:
             AskByTyping(*document, result);
         else
             AskByCommand(*document, result);
+        if (FoundNothing(result) && vetch::ThreadsWereRefused()) {
+            result.outcome = Outcome::Unusable;
+            result.error = "the candidates cannot be listed without another thread";
+        }
         return result;
     }
 
 private:
+    static bool FoundNothing(const CompleteResult& result)
+    {
+        return result.outcome == Outcome::NoCompletion || result.outcome == Outcome::NoWord;
+    }
+
     void AskByCommand(const Document& document, CompleteResult& result)
     {
         const std::string before = document.Text();

@@ -1,6 +1,7 @@
 #include "wren/cli/Lookup.h"
 
 #include "vetch/app/Loop.h"
+#include "vetch/support/ThreadStart.h"
 #include "wren/cli/SymbolText.h"
 
 #include <filesystem>
@@ -53,10 +54,13 @@ public:
         vetch::Settle();
         const bool dialogOpened = typed.empty() && FindDialog().has_value();
         Collect(result.matches);
-        result.outcome = face.WasAsked()           ? Outcome::NoTags
-                         : !result.matches.empty() ? Outcome::Matches
-                         : dialogOpened            ? Outcome::NothingThere
-                                                   : Outcome::NoMatch;
+        result.outcome = face.WasAsked()               ? Outcome::NoTags
+                         : !result.matches.empty()     ? Outcome::Matches
+                         : vetch::ThreadsWereRefused() ? Outcome::Unusable
+                         : dialogOpened                ? Outcome::NothingThere
+                                                       : Outcome::NoMatch;
+        if (result.outcome == Outcome::Unusable)
+            result.error = "the matches cannot be listed without another thread";
         return result;
     }
 

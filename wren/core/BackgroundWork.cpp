@@ -2,6 +2,7 @@
 
 #include "vetch/app/Loop.h"
 #include "vetch/support/FThread.h"
+#include "vetch/support/ThreadStart.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -38,11 +39,13 @@ long CountWindowThreads()
 } // namespace
 
 // A sanitizer's run-time library starts a thread of its own along with the first that a program starts, so one is started
-// here; it may still be listed after it was joined, and is no part of what was there.
+// here, if there can be any; it may still be listed after it was joined, and is no part of what was there.
 BackgroundWork::BackgroundWork()
 {
     long first = 0;
-    std::thread([&first] { first = ::gettid(); }).join();
+    std::thread probe = vetch::StartThread(nullptr, [&first] { first = ::gettid(); });
+    if (probe.joinable())
+        probe.join();
     threadsAtStart = Threads();
     threadsAtStart.erase(std::to_string(first));
 }

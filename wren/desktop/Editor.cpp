@@ -6,6 +6,7 @@
 #include "wren/core/PluginBundle.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/core/Witnesses.h"
+#include "wren/desktop/Complaints.h"
 #include "wren/desktop/DesktopFace.h"
 #include "wren/desktop/EditorMenus.h"
 #include "wren/desktop/EditorTabs.h"
@@ -72,6 +73,7 @@ std::string AbsolutePath(const std::string& path)
 
 Editor::Editor(const DesktopOptions& options)
     : restoresSession(options.restoresSession), display(std::make_unique<QtDisplay>()), loop(std::make_unique<GuiLoop>(*display)),
+      complaints(std::make_unique<Complaints>([this](const std::string& text) { Warn(text); })),
       bundle(LoadBundle(options.bundle, &problems)),
       window(std::make_unique<MainWindow>(ReadIcns(bundle->Directory()->path + kIcon)))
 {
@@ -106,6 +108,7 @@ Editor::~Editor()
     settings.reset();
     router.reset();
     host.reset();
+    complaints.reset();
     loop.reset();
     window.reset();
     vetch::SetDisplay(nullptr);
@@ -155,6 +158,7 @@ void Editor::Connect()
     connect(loop.get(), &GuiLoop::Woke, session.get(), &SessionKeeper::TakeNews);
     if (tags != nullptr)
         connect(loop.get(), &GuiLoop::Woke, tags.get(), &TagsKeeper::TakeNews);
+    connect(loop.get(), &GuiLoop::Woke, this, [this] { complaints->Take(); });
     connect(&window->Tabs(), &EditorTabs::Raised, this, &Editor::Raised);
     connect(&window->Tabs(), &EditorTabs::CloseAsked, this, &Editor::Close);
     connect(window.get(), &MainWindow::UserCame, this, [this] {

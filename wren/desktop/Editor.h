@@ -17,6 +17,7 @@
 namespace wren {
 
 class CodeView;
+class Complaints;
 class DesktopFace;
 class Document;
 class FileKeeper;
@@ -132,6 +133,7 @@ private:
 
     std::unique_ptr<QtDisplay> display;
     std::unique_ptr<GuiLoop> loop;
+    std::unique_ptr<Complaints> complaints;
     std::unique_ptr<PluginBundle> bundle;
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DesktopFace> face;

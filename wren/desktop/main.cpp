@@ -1,6 +1,7 @@
 // wren-desktop: the editor that a person sits at.
 #include "wren/desktop/Arguments.h"
 #include "wren/desktop/Endings.h"
+#include "wren/desktop/PaintThread.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -15,6 +16,7 @@
 namespace {
 
 constexpr int kNoDisplay = 69; // EX_UNAVAILABLE of sysexits.h
+constexpr int kNoThread = 71;  // EX_OSERR
 
 void ComplainOfNoDisplay()
 {
@@ -90,6 +92,10 @@ int main(int count, char** words)
     QApplication::setApplicationVersion(WREN_VERSION);
     QApplication::setDesktopFileName("wren");
     QApplication application(count, words);
+    if (!wren::HoldPaintThread()) {
+        std::fputs("wren: the system starts no more threads, and drawing takes one.\n", stderr);
+        return kNoThread;
+    }
     QApplication::setWindowIcon(WindowIcon());
     wren::Editor editor(arguments->options);
     const wren::Endings endings(editor);

@@ -3,6 +3,7 @@
 #include "tests/support/FileContent.h"
 
 #include "tests/desktop/state/StateDirectoryFixture.h"
+#include "tests/support/RefusedThreads.h"
 
 #include <csignal>
 #include <fcntl.h>
@@ -107,6 +108,31 @@ TEST(CopyWriter, HasNoThreadWhileNothingIsToBeDone)
     writer.Write(directory / "a", "", "again");
     writer.Finish();
     EXPECT_EQ(Content(directory / "a"), "again");
+}
+
+TEST(CopyWriter, WritesOnTheCallersThreadWhenItGetsNone)
+{
+    const TempDirectory directory;
+    std::vector<std::string> written;
+    Complaints complaints;
+    wren::CopyWriter writer([&](const std::string& file, const std::string& problem) {
+        written.push_back(file.substr(file.rfind('/') + 1) + problem);
+    });
+    {
+        const RefusedThreads refused;
+        writer.Write(directory / "a", "head ", "one");
+        EXPECT_EQ(ContentOf(directory / "a"), "head one") << "at once";
+        writer.Write(directory / "a", "head ", "two");
+        EXPECT_EQ(ContentOf(directory / "a"), "head two");
+        writer.Write(directory / "b", "", "text");
+        writer.Remove(directory / "a");
+        EXPECT_FALSE(fs::exists(directory / "a"));
+        EXPECT_THAT(complaints.Take(), ElementsAre(NoThreadsFor("copies of unsaved texts are written while you wait")));
+    }
+    EXPECT_THAT(written, ElementsAre("a", "a", "b"));
+    writer.Write(directory / "a", "", "on its thread again");
+    writer.Finish();
+    EXPECT_EQ(ContentOf(directory / "a"), "on its thread again");
 }
 
 TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)

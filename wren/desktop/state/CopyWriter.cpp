@@ -1,5 +1,6 @@
 #include "wren/desktop/state/CopyWriter.h"
 
+#include "vetch/support/ThreadStart.h"
 #include "wren/core/TextFile.h"
 
 #include <exception>
@@ -45,7 +46,9 @@ void CopyWriter::Add(const std::string& file, Wish wish)
     }
     if (worker.joinable())
         worker.join(); // it has found nothing more to do, and is about to end
-    worker = std::thread(&CopyWriter::Work, this);
+    worker = vetch::StartThread("copies of unsaved texts are written while you wait", [this] { Work(); });
+    if (!worker.joinable())
+        Work(); // the text counts for more than the moment
 }
 
 void CopyWriter::Work()

@@ -12,7 +12,8 @@
 namespace wren {
 
 // One thread does the writing, which waits for the disk, so that typing never does. There is none while nothing is to be
-// written. A file's newest content is all that counts: what was still waiting for it is passed over. Belongs to one thread.
+// written; when the system has none to give, the caller's thread writes. A file's newest content is all that counts: what
+// was still waiting for it is passed over. Belongs to one thread.
 class CopyWriter {
 public:
     using OnWritten = std::function<void(const std::string& file, const std::string& problem)>; // "" for none

@@ -1,0 +1,99 @@
+// The commands where the system starts no thread: what takes none is done, and what takes one is missed with a word.
+#include "tests/support/NoThreads.h"
+#include "tests/support/RunProgram.h"
+#include "tests/support/TempDirectory.h"
+
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using testing::HasSubstr;
+
+class CommandWithoutThreads : public ::testing::Test {
+protected:
+    CommandWithoutThreads()
+    {
+        tree.Write("a.c", "int once;\nint twice;\nint on\nint twi\n");
+        tree.Write("b.c", "int twice; // more than nine bytes\n");
+        tree.Write("tags", "once\ta.c\t1;\"\tv\ntwice\ta.c\t2;\"\tv\ntwice\tb.c\t1;\"\tv\ntwicer\tb.c\t1;\"\tv\n");
+        tree.Write("home/.keep", "");
+    }
+    void SetUp() override
+    {
+        if (!WithoutThreads({}))
+            GTEST_SKIP() << "threads cannot be refused to a program here (setpriv, prlimit)";
+    }
+    ProgramRun Run(const std::vector<std::string>& words)
+    {
+        std::vector<std::string> command = {WREN_PROGRAM};
+        command.insert(command.end(), words.begin(), words.end());
+        return RunProgram(*WithoutThreads(command), tree.Path(), {{"HOME", tree / "home"}});
+    }
+
+    const TempDirectory tree;
+};
+
+const std::string kNoWindow =
+    "wren: the system starts no more threads (Resource temporarily unavailable): a window is not shown\n";
+
+} // namespace
+
+TEST_F(CommandWithoutThreads, LookupPrintsASingleMatch)
+{
+    const ProgramRun run = Run({"lookup", "a.c:1:5"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.output, tree / "a.c:1: once - a.c\n");
+    EXPECT_EQ(run.errors, "");
+}
+
+TEST_F(CommandWithoutThreads, LookupFailsWithAReasonWhereThereAreSeveralMatches)
+{
+    for (const char* place : {"a.c:2:5", "a.c:4:5"}) {
+        const bool matches = std::string(place) == "a.c:2:5";
+        const ProgramRun run = Run({"lookup", place});
+        EXPECT_EQ(run.status, matches ? 2 : 1) << run.errors;
+        EXPECT_EQ(run.output, "");
+        if (matches) {
+            EXPECT_EQ(run.errors, kNoWindow + "wren: the matches cannot be listed without another thread\n");
+        } else {
+            EXPECT_THAT(run.errors, HasSubstr("nothing in the tags files matches")) << "which is certain";
+        }
+    }
+}
+
+TEST_F(CommandWithoutThreads, CompletePrintsWhatIsPutIn)
+{
+    const ProgramRun run = Run({"complete", "a.c:3"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.output, "once\n");
+}
+
+TEST_F(CommandWithoutThreads, CompleteFailsWithAReasonWhereThereAreCandidates)
+{
+    const ProgramRun command = Run({"complete", "a.c:2:10"});
+    EXPECT_EQ(command.status, 2);
+    EXPECT_EQ(command.output, "");
+    EXPECT_EQ(command.errors, kNoWindow + "wren: the candidates cannot be listed without another thread\n");
+
+    const ProgramRun typing = Run({"complete", "a.c:4", "--auto"});
+    EXPECT_EQ(typing.status, 2);
+    EXPECT_THAT(typing.errors, HasSubstr("work in the background is put off until it is asked for again\n"));
+    EXPECT_THAT(typing.errors, HasSubstr("wren: the candidates cannot be listed without another thread\n"));
+}
+
+TEST_F(CommandWithoutThreads, ScriptAnswersEachLine)
+{
+    const std::string session = tree.Write("session", "{\"do\": \"document\", \"path\": \"" + tree / "a.c" + "\"}\n" +
+                                                          "{\"do\": \"select\", \"start\": 14, \"end\": 14}\n" +
+                                                          "{\"do\": \"command\", \"name\": \"SymbolLookup\"}\n" +
+                                                          "{\"do\": \"state\", \"id\": \"the last\"}\n");
+    const std::string program = WREN_PROGRAM;
+    const ProgramRun run =
+        RunProgram(*WithoutThreads({"/bin/sh", "-c", "exec \"$0\" script <\"$1\"", program, session}), tree.Path(),
+                   {{"HOME", tree / "home"}});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.errors, kNoWindow);
+    EXPECT_THAT(run.output, HasSubstr("the last")) << "after the lookup whose list has no thread";
+}
