@@ -112,9 +112,10 @@ TEST_F(EditorWithoutThreads, TypingGoesOnWithoutNames)
     EXPECT_TRUE(Until([this] { return IsCopied("dra dra once"); }));
 }
 
-// What Qt draws in parts, with other threads: it would wait for one that does not start.
-TEST_F(EditorWithoutThreads, DrawsWithTheThreadThatItHas)
+// What Qt draws in parts, with other threads: it would wait for one that does not start. Nothing has been drawn before.
+TEST(PaintThread, DrawsWhereNoOtherStarts)
 {
+    ASSERT_TRUE(wren::HoldPaintThread());
     const NoThreads none;
     if (!NoThreads::IsInForce())
         GTEST_SKIP() << "threads cannot be refused to this process";
@@ -124,9 +125,10 @@ TEST_F(EditorWithoutThreads, DrawsWithTheThreadThatItHas)
     QLinearGradient colours(0, 0, 2000, 2000);
     colours.setColorAt(0, Qt::red);
     colours.setColorAt(1, Qt::blue);
-    for (int round = 0; round < 20; ++round)
-        painter.fillRect(picture.rect(), colours);
-    EXPECT_NE(picture.pixel(0, 0), picture.pixel(1999, 1999));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(colours);
+    painter.drawEllipse(picture.rect());
+    EXPECT_NE(picture.pixel(400, 400), picture.pixel(1600, 1600));
 }
 
 TEST(DesktopWithoutThreads, SaysBeforeAnyTextIsOpenThatItCannotDraw)
