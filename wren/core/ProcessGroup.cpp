@@ -87,12 +87,14 @@ pid_t Start(const std::string& command, const ProcessGroup::Streams& streams)
     return reason == 0 ? process : kNoProcess;
 }
 
-// The process's number stays taken, and with it its group's, so that a signal cannot reach strangers.
-void WaitUntilEnded(pid_t process)
+// The process's number stays taken, and with it its group's, so that a signal cannot reach strangers. Returns whether the
+// process was ended by a signal.
+bool WaitUntilEnded(pid_t process)
 {
-    siginfo_t ignored;
-    while (::waitid(P_PID, static_cast<id_t>(process), &ignored, WEXITED | WNOWAIT) < 0 && errno == EINTR)
+    siginfo_t end = {};
+    while (::waitid(P_PID, static_cast<id_t>(process), &end, WEXITED | WNOWAIT) < 0 && errno == EINTR)
         continue;
+    return end.si_code == CLD_KILLED || end.si_code == CLD_DUMPED;
 }
 
 int Reap(pid_t process)
@@ -101,28 +103,6 @@ int Reap(pid_t process)
     while (::waitpid(process, &status, 0) < 0 && errno == EINTR)
         continue;
     return status;
-}
-
-// A shell may die before the programs that it started, and they have something to tidy up. Those that are not our children
-// can only be asked for again and again; what does not end in time is killed.
-void WaitForGroup(pid_t group)
-{
-    constexpr std::chrono::milliseconds kLookAgain(2);
-    const Clock::time_point kill = Clock::now() + std::chrono::seconds(5);
-    const Clock::time_point giveUp = kill + std::chrono::seconds(5);
-    bool killed = false;
-    while (true) {
-        int ignored;
-        while (::waitpid(-group, &ignored, WNOHANG) > 0)
-            continue;
-        if (::kill(-group, 0) != 0 || Clock::now() >= giveUp)
-            return;
-        if (!killed && Clock::now() >= kill) {
-            ::kill(-group, SIGKILL);
-            killed = true;
-        }
-        std::this_thread::sleep_for(kLookAgain);
-    }
 }
 
 } // namespace
@@ -137,14 +117,39 @@ int ProcessGroup::Run(const std::string& command, const Streams& streams)
     if (shell == kNoProcess)
         return kNoProcess;
     SetGroup(shell);
-    WaitUntilEnded(shell);
-    const bool isStopped = SetGroup(0);
-    if (isStopped) // it may have come between the shell's end and now: what it started is still there
+    const bool isKilled = WaitUntilEnded(shell);
+    const bool isLeft = SetGroup(0) || isKilled;
+    // A stop may have come between the shell's end and now, and whoever kills a shell may have killed nothing else. What the
+    // shell started is still there, and would write behind the back of the next run.
+    if (isLeft)
         ::kill(-shell, SIGTERM);
     const int status = Reap(shell);
-    if (isStopped)
+    if (isLeft)
         WaitForGroup(shell);
     return status;
+}
+
+// A shell may die before the programs that it started, and they have something to tidy up. Those that are not our children
+// can only be polled; what does not end in time, or before a further stop, is killed.
+void ProcessGroup::WaitForGroup(pid_t left) const
+{
+    constexpr std::chrono::milliseconds kLookAgain(2);
+    constexpr std::chrono::seconds kAfterKill(5);
+    Clock::time_point kill = Clock::now() + patience;
+    bool killed = false;
+    while (true) {
+        int ignored;
+        while (::waitpid(-left, &ignored, WNOHANG) > 0)
+            continue;
+        if (::kill(-left, 0) != 0 || (killed && Clock::now() >= kill + kAfterKill))
+            return;
+        if (!killed && (Clock::now() >= kill || IsToBeKilled())) {
+            ::kill(-left, SIGKILL);
+            kill = Clock::now();
+            killed = true;
+        }
+        std::this_thread::sleep_for(kLookAgain);
+    }
 }
 
 void ProcessGroup::Stop(int signal)
@@ -161,6 +166,12 @@ int ProcessGroup::Stopped() const
 {
     const std::lock_guard guard(mutex);
     return stopped;
+}
+
+bool ProcessGroup::IsToBeKilled() const
+{
+    const std::lock_guard guard(mutex);
+    return last == SIGKILL;
 }
 
 // Answers whether the command was stopped.

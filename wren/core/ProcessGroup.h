@@ -1,6 +1,7 @@
 // A shell command and all that it starts, as one group that can be stopped as a whole.
 #pragma once
 
+#include <chrono>
 #include <mutex>
 #include <string>
 #include <sys/types.h>
@@ -18,8 +19,12 @@ public:
         std::vector<int> more; // its descriptors 3, 4, ...
     };
 
-    // Runs the command in "sh" and waits for it; once it was stopped, for every process of its group. Returns what system()
-    // returns: a status, or -1 with errno when no shell could be started. One command at a time.
+    // After a stop, or when the shell was killed by somebody else, the rest of the group has this long to end before it is
+    // killed.
+    explicit ProcessGroup(std::chrono::milliseconds patience = std::chrono::seconds(5)) : patience(patience) {}
+
+    // Runs the command in "sh" and waits for it; once it was stopped or killed, for every process of its group. Returns what
+    // system() returns: a status, or -1 with errno when no shell could be started. One command at a time.
     int Run(const std::string& command, const Streams& streams);
 
     // Passes the signal to the command that runs; a further call kills it. No later command starts. Any thread.
@@ -28,7 +33,10 @@ public:
 
 private:
     bool SetGroup(pid_t newGroup);
+    void WaitForGroup(pid_t left) const;
+    bool IsToBeKilled() const;
 
+    const std::chrono::milliseconds patience;
     mutable std::mutex mutex; // guards what follows
     pid_t group = 0;          // 0 while nothing runs
     int stopped = 0;

@@ -1,0 +1,84 @@
+#include "wren/core/ProcessGroup.h"
+
+#include "tests/support/Fifo.h"
+
+#include <chrono>
+#include <csignal>
+#include <future>
+#include <gtest/gtest.h>
+#include <sys/prctl.h>
+#include <thread>
+#include <unistd.h>
+
+namespace wren {
+namespace {
+
+constexpr std::chrono::seconds kGroupLimit(60);
+
+// A shell, and a process that it has started, which names itself and then waits for ever.
+class StartedGroup {
+public:
+    // 'beginning' is what that process does first.
+    StartedGroup(std::chrono::milliseconds patience, const std::string& beginning) : group(patience)
+    {
+        ::prctl(PR_SET_CHILD_SUBREAPER, 1); // not every system has a first process that looks after orphans
+        const std::string inner =
+            beginning + "; echo $$ >\"" + began.Path() + "\"; while :; do read line <\"" + never.Path() + "\"; done";
+        run = std::async(std::launch::async, [this, inner] {
+            return group.Run("echo $$ >\"" + began.Path() + "\"; sh -c '" + inner + "'; true", {STDERR_FILENO, {}});
+        });
+        shell = std::stoi(began.ReadLine(::getpid()));
+        inShell = std::stoi(began.ReadLine(::getpid()));
+    }
+    ~StartedGroup()
+    {
+        ::kill(-shell, SIGKILL);
+        ::prctl(PR_SET_CHILD_SUBREAPER, 0);
+    }
+
+    // Once it has been waited for; false at the limit.
+    bool ShellIsGone() const
+    {
+        const auto end = std::chrono::steady_clock::now() + kGroupLimit;
+        while (::kill(shell, 0) == 0 && std::chrono::steady_clock::now() < end)
+            std::this_thread::yield();
+        return ::kill(shell, 0) != 0;
+    }
+
+    const Fifo began;
+    const Fifo never;
+    ProcessGroup group;
+    pid_t shell = 0;
+    pid_t inShell = 0;
+    std::future<int> run;
+};
+
+TEST(ProcessGroup, EndsWhatAKilledShellHasStarted)
+{
+    StartedGroup started(std::chrono::hours(1), ":");
+    ::kill(started.shell, SIGKILL);
+    ASSERT_EQ(started.run.wait_for(kGroupLimit), std::future_status::ready);
+    EXPECT_EQ(ShellStatus(started.run.get()), 128 + SIGKILL);
+    EXPECT_NE(::kill(started.inShell, 0), 0) << "it would write behind the back of the next run";
+}
+
+TEST(ProcessGroup, KillsAtTheSecondStopWhatHasOutlivedTheShell)
+{
+    StartedGroup started(std::chrono::hours(1), "trap \"\" TERM");
+    started.group.Stop(SIGTERM);
+    ASSERT_TRUE(started.ShellIsGone());
+    started.group.Stop(SIGTERM);
+    ASSERT_EQ(started.run.wait_for(kGroupLimit), std::future_status::ready);
+    EXPECT_NE(::kill(started.inShell, 0), 0);
+}
+
+TEST(ProcessGroup, KillsWhatIgnoresAStopWhenItsPatienceEnds)
+{
+    StartedGroup started(std::chrono::milliseconds(1), "trap \"\" TERM");
+    started.group.Stop(SIGTERM);
+    ASSERT_EQ(started.run.wait_for(kGroupLimit), std::future_status::ready);
+    EXPECT_NE(::kill(started.inShell, 0), 0);
+}
+
+} // namespace
+} // namespace wren
