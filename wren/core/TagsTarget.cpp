@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -26,8 +27,9 @@ std::string AboutLink(const std::string& path)
     std::error_code unknown;
     const fs::path target = fs::read_symlink(path, unknown);
     std::string text = path + " is a link to " + target.string() + ", and tags are never written through a link";
-    const fs::path meant = fs::weakly_canonical(fs::path(path).parent_path() / target, unknown);
-    if (target.filename() == "tags" && fs::path(path).filename() == "tags")
+    const fs::path meant =
+        fs::weakly_canonical(fs::path(path).parent_path() / target, unknown); // "" for a loop of links
+    if (meant.filename() == "tags" && fs::path(path).filename() == "tags")
         return text + "; make them where it leads, with:  wren tags " + EscapedPath(meant.parent_path()) +
                "\n  or remove the link";
     return text + "; remove it, or move it away";
@@ -50,6 +52,19 @@ std::optional<std::string> ObstacleAt(const std::string& path)
     default:
         return std::nullopt;
     }
+}
+
+// Follows no link that was put there meanwhile: what it points to would get the permissions. False, with errno, when that fails.
+bool SetPermissions(const std::string& path, mode_t permissions)
+{
+    const int file = ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (file < 0)
+        return false;
+    const bool isSet = ::fchmod(file, permissions) == 0;
+    const int reason = errno;
+    ::close(file);
+    errno = reason;
+    return isSet;
 }
 
 } // namespace
@@ -92,7 +107,7 @@ bool TagsTarget::Move() const
 {
     constexpr mode_t kPermissions = 0777;
     struct stat old;
-    if (StatusOf(file, &old) && S_ISREG(old.st_mode) && ::chmod(unfinished.c_str(), old.st_mode & kPermissions) != 0)
+    if (StatusOf(file, &old) && S_ISREG(old.st_mode) && !SetPermissions(unfinished, old.st_mode & kPermissions))
         return false;
     return ::rename(unfinished.c_str(), file.c_str()) == 0;
 }
