@@ -120,6 +120,15 @@ TEST_F(TagsFromFind, ReadsWhatFindSaysInAnyLanguageOfTheUser)
     EXPECT_EQ(Content(tree / "language"), "C\n");
 }
 
+TEST_F(TagsFromFind, SaysOnlyTheFirstOfVeryManyComplaints)
+{
+    UseFind("echo \"$1/a.h\"; seq -f \"find: '$1/deep%.0f': Permission denied\" 20000 >&2; exit 1\n");
+    const ProgramRun run = Run({"project"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_TRUE(HasText(run.errors, "': Permission denied\nfind: and more complaints")) << run.errors.size();
+    EXPECT_LT(run.errors.size(), 100'000u);
+}
+
 TEST_F(TagsFromFind, ShowsNoControlCharactersOfNames)
 {
     UseFind("printf \"find: 'a\\033[2Jb': Permission denied\\n\" >&2; exec /usr/bin/find \"$@\"\n");

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <sstream>
 #include <string_view>
@@ -26,11 +27,15 @@ constexpr std::array<std::string_view, 2> kHarmless = {": Permission denied", ":
 // Who reads the list has closed it. That is for its reader to answer for, whose status is known.
 constexpr std::string_view kNotWanted = "find: 'standard output': Broken pipe\nfind: write error\n";
 
-std::string Content(int file)
+constexpr size_t kMostSaid = 64 * 1024; // bytes: a tree can make find complain of millions of names
+
+// Its first bytes, whole parts of them until there are that many.
+std::string Content(int file, size_t most = SIZE_MAX)
 {
     std::string text;
     char part[4096];
-    for (ssize_t count = 0; (count = ::pread(file, part, sizeof part, static_cast<off_t>(text.size()))) > 0;)
+    for (ssize_t count = 0;
+         text.size() < most && (count = ::pread(file, part, sizeof part, static_cast<off_t>(text.size()))) > 0;)
         text.append(part, static_cast<size_t>(count));
     return text;
 }
@@ -100,7 +105,12 @@ std::string FindReport::Watched(const std::string& command)
 
 std::string FindReport::Said() const
 {
-    return ForTerminal(Content(complaints));
+    std::string text = Content(complaints, kMostSaid);
+    if (text.size() >= kMostSaid) {
+        text.erase(text.rfind('\n') + 1);
+        text += "find: and more complaints, which are left out here\n";
+    }
+    return ForTerminal(text);
 }
 
 bool FindReport::Complained() const

@@ -24,7 +24,7 @@ public:
     int Complaints() const { return complaints; }
 
     // Once the command has ended.
-    std::string Said() const;    // what find complained of, control characters as "?"
+    std::string Said() const;    // what find complained of, control characters as "?"; of very much, the beginning
     bool Complained() const;     // of any file: then an empty list is not believed
     std::string Problem() const; // why the list may have lacked files that are there; "" when it was whole
 
