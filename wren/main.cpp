@@ -2,13 +2,18 @@
 #include "vetch/support/Complaint.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/Commands.h"
-#include "wren/cli/Interruption.h"
 #include "wren/cli/OpenEditor.h"
+#include "wren/core/Interruption.h"
 #include "wren/core/OutputAside.h"
+#include "wren/core/TerminalText.h"
 
 #include <CLI/CLI.hpp>
 
 #include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <unistd.h>
 
 namespace {
 
@@ -52,6 +57,11 @@ int main(int count, char** words)
         app.parse(count, words);
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
+    } catch (const std::filesystem::filesystem_error& error) { // the current directory was removed
+        const std::string name = error.path1().empty() ? "the current directory" : error.path1().string();
+        std::fprintf(stderr, "wren: %s cannot be used: %s\n", wren::ShownOn(STDERR_FILENO, name).c_str(),
+                     error.code().message().c_str());
+        return kWrongUsage;
     }
     if (wren::OutputAside::ReaderIsGone())
         wren::DieBySignal(SIGPIPE);

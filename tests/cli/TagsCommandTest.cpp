@@ -432,6 +432,27 @@ TEST_F(InterruptedTags, LeavesNoLitterOfTheRealTagsProgram)
     ExpectOldTags("interrupted");
 }
 
+TEST_F(InterruptedTags, AGuardedScriptStopsWhatItRunsToo)
+{
+    const std::string project = tree / "project";
+    tree.Write("session", "{\"do\": \"document\", \"path\": \"" + project +
+                              "/a.h\"}\n{\"do\": \"answer\", \"file\": \"" + project +
+                              "\"}\n{\"do\": \"popup\", \"choose\": \"Create local tags...\"}\n{\"do\": \"settle\"}\n");
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        UseWaitingProgram("");
+        RunningProgram running({"/bin/sh", "-c", "exec \"$0\" script --guarded --home home <session", WREN_PROGRAM},
+                               tree.Path(), environment);
+        const pid_t program = WaitUntilBegun(running);
+        ASSERT_GT(program, 0) << running.Wait().errors;
+        ::kill(running.Process(), signal);
+        EXPECT_EQ(running.Wait().signal, signal);
+        EXPECT_EQ(::kill(program, 0), -1) << "the tags program has outlived the script";
+        ::kill(program, SIGKILL);
+        ExpectOldTags("interrupted");
+        EXPECT_FALSE(fs::exists(tree / "project/.tags.lock"));
+    }
+}
+
 TEST_F(InterruptedTags, ASignalThatWasIgnoredStaysIgnored)
 {
     UseWaitingProgram("", kWriteTags);
@@ -445,6 +466,15 @@ TEST_F(InterruptedTags, ASignalThatWasIgnoredStaysIgnored)
     const ProgramRun run = running.Wait();
     EXPECT_EQ(run.status, 0) << run.errors;
     EXPECT_TRUE(HasText(Content(Tags()), "a.h"));
+}
+
+TEST_F(TagsCommand, SaysThatTheCurrentDirectoryHasGone)
+{
+    const ProgramRun run = RunProgram(
+        {"/bin/sh", "-c", "mkdir gone; cd gone; rmdir ../gone; exec \"$0\" tags --system --home x", WREN_PROGRAM},
+        tree.Path(), environment);
+    EXPECT_EQ(run.status, 2);
+    EXPECT_EQ(run.errors, "wren: x cannot be used: No such file or directory\n");
 }
 
 TEST_F(TagsCommand, WaitsForAnotherRunInTheSameDirectory)

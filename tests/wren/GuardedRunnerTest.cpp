@@ -5,11 +5,13 @@
 #include "tests/support/TempDirectory.h"
 #include "vetch/support/Strings.h"
 
+#include <atomic>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <future>
 #include <gtest/gtest.h>
+#include <mutex>
 #include <sstream>
 #include <thread>
 #include <unistd.h>
@@ -182,6 +184,35 @@ TEST_F(GuardedRunnerTest, RefusesLinesWhenItIsGone)
     Ask("echo run >>" + EscapedPath(tree / "runs") + "; " + Writes());
     EXPECT_FALSE(fs::exists(tree / "runs"));
     EXPECT_EQ(Tags(), kOld);
+    vetch::SetShellRunner(nullptr);
+}
+
+TEST_F(GuardedRunnerTest, EndsAtAnyMomentWhileLinesAreHandedOver)
+{
+    {
+        const GuardedRunner first(STDERR_FILENO, {}); // from now on no line goes to a shell of the system's
+    }
+    std::atomic<bool> ends = false;
+    std::vector<std::future<void>> plugins;
+    for (int thread = 0; thread < 3; ++thread)
+        plugins.push_back(std::async(std::launch::async, [&] {
+            while (!ends)
+                Ask(Writes());
+        }));
+    for (int life = 0; life < 10; ++life) {
+        std::promise<void> called; // by the first line that the runner takes in
+        std::once_flag once;
+        GuardedRunner::News news;
+        news.runs = [&](const std::string&) { std::call_once(once, [&] { called.set_value(); }); };
+        GuardedRunner runner(STDERR_FILENO, std::move(news));
+        called.get_future().wait();
+    }
+    ends = true;
+    for (std::future<void>& each : plugins)
+        each.get();
+    EXPECT_TRUE(Tags() == kOld || Tags() == kNew);
+    EXPECT_FALSE(fs::exists(tree / "tags.tmp"));
+    EXPECT_FALSE(fs::exists(tree / ".tags.lock"));
     vetch::SetShellRunner(nullptr);
 }
 

@@ -189,6 +189,16 @@ void GuardedRunner::Stop(int signal)
             request->run->Stop(signal);
 }
 
+void GuardedRunner::StopAndWait(int signal)
+{
+    constexpr std::chrono::seconds kPatience(2);
+    Stop(signal);
+    if (WaitUntilIdle(kPatience))
+        return;
+    Stop(signal);
+    WaitUntilIdle(kPatience);
+}
+
 bool GuardedRunner::WaitUntilIdle(std::chrono::milliseconds limit) const
 {
     std::unique_lock lock(mutex);

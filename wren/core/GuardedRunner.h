@@ -52,6 +52,7 @@ public:
     // All of these: any thread.
     std::vector<std::string> Running() const; // the files that are being made
     void Stop(int signal);                    // passes it on to what runs; a further call kills. No later run begins
+    void StopAndWait(int signal);             // for some seconds at most: what has not ended after two is killed
     bool WaitUntilIdle(std::chrono::milliseconds limit) const; // false at the limit
 
 private:

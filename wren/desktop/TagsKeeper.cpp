@@ -163,8 +163,7 @@ bool TagsKeeper::MayStop(QWidget* window)
 
 void TagsKeeper::StopAtEnd(int signal)
 {
-    runner->Stop(signal);
-    runner->WaitUntilIdle(std::chrono::seconds(2));
+    runner->StopAndWait(signal);
 }
 
 } // namespace wren

@@ -1,18 +1,20 @@
 #include "wren/script/RunScript.h"
 
 #include "wren/core/GuardedRunner.h"
+#include "wren/core/Interruption.h"
 #include "wren/core/OutputAside.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/core/TerminalText.h"
 #include "wren/script/HeadlessStage.h"
 #include "wren/script/ScriptSession.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <unistd.h>
-#include <utility>
 
 namespace wren {
 
@@ -23,7 +25,7 @@ void Say(const std::string& text)
     std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, text).c_str());
 }
 
-std::unique_ptr<GuardedRunner> MakeGuard()
+GuardedRunner::News MakeNews()
 {
     GuardedRunner::News news;
     news.ended = [](const TagsOutcome& outcome) {
@@ -34,8 +36,31 @@ std::unique_ptr<GuardedRunner> MakeGuard()
         Say(stale.file + " is out of date: " + stale.newer + " is newer. It is not rebuilt by itself, since " +
             stale.why);
     };
-    return std::make_unique<GuardedRunner>(STDERR_FILENO, std::move(news));
+    return news;
 }
+
+// What it runs is in sessions of its own, which a signal from the terminal does not reach.
+class Guard {
+public:
+    explicit Guard(Interruption& interruption) : interruption(interruption), runner(STDERR_FILENO, MakeNews())
+    {
+        interruption.Hold([this](int signal) {
+            runner.StopAndWait(signal);
+            DieBySignal(signal);
+        });
+    }
+    ~Guard()
+    {
+        runner.StopAndWait(SIGTERM);
+        interruption.Release();
+    }
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+
+private:
+    Interruption& interruption;
+    GuardedRunner runner;
+};
 
 } // namespace
 
@@ -58,6 +83,9 @@ int RunScript(const ScriptOptions& options)
 {
     if (!options.home.empty())
         ::setenv("HOME", options.home.c_str(), 1);
+    std::optional<Interruption> interruption;
+    if (options.guarded)
+        interruption.emplace();
     OutputAside answers;
     std::string error;
     const std::unique_ptr<PluginBundle> bundle =
@@ -66,7 +94,7 @@ int RunScript(const ScriptOptions& options)
         Say(error);
         return 2;
     }
-    const std::unique_ptr<GuardedRunner> guard = options.guarded ? MakeGuard() : nullptr;
+    const std::unique_ptr<Guard> guard = interruption ? std::make_unique<Guard>(*interruption) : nullptr;
     HeadlessStage stage(*bundle, options.settings);
     ScriptSession session(stage);
     return AnswerLines(session, answers);

@@ -1,4 +1,4 @@
-#include "wren/cli/Interruption.h"
+#include "wren/core/Interruption.h"
 
 #include <cstdlib>
 #include <pthread.h>
