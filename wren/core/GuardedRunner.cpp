@@ -1,11 +1,11 @@
 #include "wren/core/GuardedRunner.h"
 
 #include "vetch/storage/Home.h"
+#include "vetch/support/ThreadStart.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -156,18 +156,20 @@ void GuardedRunner::Tell(const std::function<void()>& news) const
 }
 
 bool GuardedRunner::Rebuild(const StaleTags& stale)
-try {
+{
     BeginCall();
-    std::thread([this, stale] {
+    std::thread thread = vetch::StartThread("stale tags are not rebuilt", [this, stale] {
         const vetch::ShellRequest asked;
         for (const std::string& line : stale.lines)
             Take(line.c_str(), asked);
         EndCall();
-    }).detach();
+    });
+    if (!thread.joinable()) {
+        EndCall();
+        return false;
+    }
+    thread.detach();
     return true;
-} catch (const std::system_error&) {
-    EndCall();
-    return false;
 }
 
 std::vector<std::string> GuardedRunner::Running() const

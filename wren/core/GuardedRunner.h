@@ -46,7 +46,8 @@ public:
     GuardedRunner(const GuardedRunner&) = delete;
     GuardedRunner& operator=(const GuardedRunner&) = delete;
 
-    // The user wants them rebuilt after all: on a thread of its own. False when the system has none to give.
+    // The user wants them rebuilt after all: on a thread of its own. False when the system has none to give,
+    // which vetch::Complain() has reported.
     bool Rebuild(const StaleTags& stale);
 
     // All of these: any thread.

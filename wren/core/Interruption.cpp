@@ -1,9 +1,10 @@
 #include "wren/core/Interruption.h"
 
+#include "vetch/support/ThreadStart.h"
+
 #include <cstdlib>
 #include <pthread.h>
 #include <sys/prctl.h>
-#include <system_error>
 #include <unistd.h>
 
 namespace wren {
@@ -42,11 +43,9 @@ Interruption::Interruption() : watched(SignalsNotIgnored())
     sigset_t blocked = watched;
     sigaddset(&blocked, EndSignal());
     ::pthread_sigmask(SIG_BLOCK, &blocked, &formerMask);
-    try {
-        watcher = std::thread([this] { Watch(); });
-    } catch (const std::system_error&) {
+    watcher = vetch::StartThread(nullptr, [this] { Watch(); });
+    if (!watcher.joinable())
         ::pthread_sigmask(SIG_SETMASK, &formerMask, nullptr);
-    }
 }
 
 Interruption::~Interruption()

@@ -139,13 +139,13 @@ void TagsKeeper::Stale(const StaleTags& stale)
 
 void TagsKeeper::Rebuild()
 {
-    for (const StaleTags& stale : std::exchange(offered, {})) {
-        notices.Withdraw(SubjectOf(stale.file));
+    std::erase_if(offered, [this](const StaleTags& stale) {
         if (!runner->Rebuild(stale))
-            notices.Tell(tr("%1 was not made: the system has no thread to give.").arg(Shown(stale.file)),
-                         SubjectOf(stale.file));
-    }
-    status.OfferRebuild(false);
+            return false; // the user may try again
+        notices.Withdraw(SubjectOf(stale.file));
+        return true;
+    });
+    status.OfferRebuild(!offered.empty());
 }
 
 bool TagsKeeper::MayStop(QWidget* window)
