@@ -34,12 +34,17 @@ DirectoryLock::DirectoryLock(const std::string& directory, const std::function<v
                              const std::function<bool()>& givesUp)
     : path(directory + "/.tags.lock")
 {
+    bool waited = false; // also when it was for another's file, which has gone since
+    const std::function<void()> waitsOnce = [&] {
+        if (!std::exchange(waited, true))
+            waits();
+    };
     while (!givesUp()) {
         // A pipe without a writer would otherwise be waited for here.
         file = ::open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
         if (file < 0)
             return;
-        if (!IsPlainFile(file) || !Wait(waits, givesUp))
+        if (!IsPlainFile(file) || !Wait(waitsOnce, givesUp))
             break;
         if (IsStillAt(path, file))
             return;
@@ -61,12 +66,10 @@ DirectoryLock::~DirectoryLock()
 bool DirectoryLock::Wait(const std::function<void()>& waits, const std::function<bool()>& givesUp) const
 {
     constexpr std::chrono::milliseconds kLookAgain(20);
-    bool waited = false;
     while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK && errno != EINTR)
             return false;
-        if (!std::exchange(waited, true))
-            waits();
+        waits();
         if (givesUp())
             return false;
         std::this_thread::sleep_for(kLookAgain);

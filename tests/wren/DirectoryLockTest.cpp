@@ -1,0 +1,52 @@
+#include "wren/core/DirectoryLock.h"
+
+#include "tests/support/TempDirectory.h"
+
+#include <atomic>
+#include <fcntl.h>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <thread>
+#include <unistd.h>
+
+namespace wren {
+namespace {
+
+// A lock file at the path that is held until it is closed.
+int HeldAt(const std::string& path)
+{
+    const int file = ::open(path.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600);
+    ::flock(file, LOCK_EX);
+    return file;
+}
+
+void WaitUntil(const std::atomic<int>& count, int reached)
+{
+    while (count < reached)
+        std::this_thread::yield();
+}
+
+TEST(DirectoryLock, SaysOnceThatItWaitsForHoweverManyOthers)
+{
+    const TempDirectory tree;
+    const int first = HeldAt(tree / ".tags.lock");
+    const int second = HeldAt(tree / "next");
+    std::atomic<int> waits = 0;
+    std::atomic<int> looks = 0;
+    std::thread waiting([&] {
+        const DirectoryLock lock(
+            tree.Path(), [&] { ++waits; }, [&] { return ++looks < 0; });
+    });
+    WaitUntil(waits, 1);
+    std::filesystem::rename(tree / "next", tree / ".tags.lock"); // as when the next run has made its own
+    ::close(first);
+    WaitUntil(looks, looks + 5); // the second file is looked at by then
+    EXPECT_EQ(waits, 1);
+    ::close(second);
+    waiting.join();
+    EXPECT_FALSE(std::filesystem::exists(tree / ".tags.lock"));
+}
+
+} // namespace
+} // namespace wren
