@@ -27,7 +27,7 @@ std::string TakeWord(std::string_view& text)
         else if (text[end] == '\\' && !quoted && end + 1 < text.size())
             ++end;
     }
-    const std::string word(text.substr(0, end));
+    std::string word(text.substr(0, end));
     text.remove_prefix(end);
     return word;
 }

@@ -41,7 +41,7 @@ std::string ForTerminal(std::string_view text)
     return shown;
 }
 
-std::string ShownOn(int descriptor, std::string text)
+std::string ShownOn(int descriptor, const std::string& text)
 {
     return ::isatty(descriptor) == 1 ? ForTerminal(text) : text;
 }

@@ -12,6 +12,6 @@ namespace wren {
 std::string ForTerminal(std::string_view text);
 
 // As it goes to this descriptor: ForTerminal() for a terminal; programs get the bytes as they are.
-std::string ShownOn(int descriptor, std::string text);
+std::string ShownOn(int descriptor, const std::string& text);
 
 } // namespace wren
