@@ -93,23 +93,26 @@ int GuardedRunner::Take(const char* command, const vetch::ShellRequest& asked)
 // The request that the line belongs to, which is begun with its first line.
 GuardedRunner::Request& GuardedRunner::Find(const TagsLine& line, const vetch::ShellRequest& asked)
 {
-    const std::unique_lock lock(mutex);
-    const auto known = requests.find(&asked);
-    if (known != requests.end())
-        return *known->second;
+    {
+        const std::lock_guard guard(mutex);
+        const auto known = requests.find(&asked);
+        if (known != requests.end())
+            return *known->second;
+    }
     auto request = std::make_unique<Request>();
-    Begin(*request, line, asked);
+    request->file = line.file;
+    if (!asked.IsAskedFor())
+        if (const std::optional<std::string> why = unasked.WhyNot(asked, line.file))
+            request->declined = StaleTags{line.file, asked.newer, *why, {}};
+    const std::lock_guard guard(mutex);
+    if (!request->declined)
+        Begin(*request, line);
     return *requests.emplace(&asked, std::move(request)).first->second;
 }
 
-void GuardedRunner::Begin(Request& request, const TagsLine& line, const vetch::ShellRequest& asked)
+// With a run of its own, unless there is one of that file to join.
+void GuardedRunner::Begin(Request& request, const TagsLine& line)
 {
-    request.file = line.file;
-    if (!asked.IsAskedFor())
-        if (const std::optional<std::string> why = unasked.WhyNot(asked, line.file)) {
-            request.declined = StaleTags{line.file, asked.newer, *why, {}};
-            return;
-        }
     const bool joins = std::ranges::any_of(
         requests, [&](const auto& other) { return other.second->run != nullptr && other.second->file == line.file; });
     if (joins)
@@ -140,10 +143,10 @@ void GuardedRunner::End(Request& request, const vetch::ShellRequest& asked)
         news.stale(*request.declined);
     if (request.run != nullptr && news.ended)
         news.ended(request.run->Outcome());
+    if (request.run != nullptr && !asked.IsAskedFor())
+        unasked.Ended(asked, request.file);
     {
         const std::lock_guard guard(mutex);
-        if (request.run != nullptr && !asked.IsAskedFor())
-            unasked.Ended(asked, request.file);
         requests.erase(&asked);
     }
     Tell(news.changed);

@@ -64,17 +64,17 @@ private:
     void EndCall();
     int Take(const char* command, const vetch::ShellRequest& asked);
     Request& Find(const TagsLine& line, const vetch::ShellRequest& asked);
-    void Begin(Request& request, const TagsLine& line, const vetch::ShellRequest& asked);
+    void Begin(Request& request, const TagsLine& line);
     int Carry(Request& request, const TagsLine& line, const std::string& command);
     void End(Request& request, const vetch::ShellRequest& asked);
     void Tell(const std::function<void()>& news) const;
 
     const int output;
     const News news;
+    UnaskedRebuilds unasked;
     mutable std::mutex mutex; // guards what follows; a request is its own thread's, but for stopping its run
     mutable std::condition_variable calmed;
     std::map<const vetch::ShellRequest*, std::unique_ptr<Request>> requests;
-    UnaskedRebuilds unasked;
     int stopped = 0;
     int calls = 0; // of the plug-in's threads and those of Rebuild(), that are in here
 };

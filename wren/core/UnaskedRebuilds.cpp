@@ -36,15 +36,19 @@ std::optional<std::string> UnaskedRebuilds::WhyNot(const vetch::ShellRequest& re
     for (const std::string& path : {fs::path(file).parent_path().string(), file})
         if (std::optional<std::string> stranger = Stranger(path))
             return stranger;
+    const Pair now = Look(request, file);
+    const std::lock_guard guard(mutex);
     const auto last = tried.find(file);
-    if (last != tried.end() && last->second == Look(request, file))
+    if (last != tried.end() && last->second == now)
         return "rebuilding them once has not helped";
     return std::nullopt;
 }
 
 void UnaskedRebuilds::Ended(const vetch::ShellRequest& request, const std::string& file)
 {
-    tried[file] = Look(request, file);
+    const Pair now = Look(request, file);
+    const std::lock_guard guard(mutex);
+    tried[file] = now;
 }
 
 UnaskedRebuilds::Pair UnaskedRebuilds::Look(const vetch::ShellRequest& request, const std::string& file)
