@@ -121,9 +121,9 @@ TEST(CopyWriter, WritesOnTheCallersThreadWhenItGetsNone)
     {
         const RefusedThreads refused;
         writer.Write(directory / "a", "head ", "one");
-        EXPECT_EQ(ContentOf(directory / "a"), "head one") << "at once";
+        EXPECT_EQ(Content(directory / "a"), "head one") << "at once";
         writer.Write(directory / "a", "head ", "two");
-        EXPECT_EQ(ContentOf(directory / "a"), "head two");
+        EXPECT_EQ(Content(directory / "a"), "head two");
         writer.Write(directory / "b", "", "text");
         writer.Remove(directory / "a");
         EXPECT_FALSE(fs::exists(directory / "a"));
@@ -132,7 +132,7 @@ TEST(CopyWriter, WritesOnTheCallersThreadWhenItGetsNone)
     EXPECT_THAT(written, ElementsAre("a", "a", "b"));
     writer.Write(directory / "a", "", "on its thread again");
     writer.Finish();
-    EXPECT_EQ(ContentOf(directory / "a"), "on its thread again");
+    EXPECT_EQ(Content(directory / "a"), "on its thread again");
 }
 
 TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
