@@ -111,7 +111,7 @@ thread_id LooperState::Run(BLooper* looper)
     if (!hasRun && service == Service::OwnThread) {
         thread = StartThread("a window is not shown", [this, looper] { Loop(looper); });
         if (!thread.joinable())
-            return B_ERROR;
+            return kNotStarted;
         for (const Envelope& envelope : queue)
             traffic.ofLoopers.emplace(envelope.sequence, this);
     }

@@ -2,6 +2,7 @@
 
 #include "vetch/display/Display.h"
 #include "vetch/interface/NibControls.h"
+#include "vetch/support/ThreadStart.h"
 
 namespace {
 
@@ -53,11 +54,12 @@ void BWindow::Show()
 {
     // Once it runs, anyone may quit it: the lock keeps it alive to the end of this.
     const bool locked = Lock();
-    // After an accepted quit it does not run, and is left to the document thread. So is one that gets no thread: its maker
-    // has done with it and looks no more.
-    const bool runs = Run() > 0;
-    if (!runs)
+    // After an accepted quit it does not run, and may be gone already: the document thread has it. One that gets no thread is
+    // left to that as well, since its maker has done with it and looks no more.
+    const thread_id thread = Run();
+    if (thread == vetch::kNotStarted)
         QuitUnrun();
+    const bool runs = thread > 0;
     if (runs && hidden) {
         hidden = false;
         vetch::CurrentDisplay()->WindowShown(LooperToken());

@@ -14,6 +14,9 @@ namespace vetch {
 // and is reported too. Throws nothing. Any thread, with any locks held.
 std::thread StartThread(const char* loss, std::function<void()> body);
 
+// What takes the place of a thread's number where none was started; not B_ERROR.
+inline constexpr int kNotStarted = -2;
+
 // Whether anything was ever lost in this process for lack of a thread: an answer may be empty for that.
 bool ThreadsWereRefused();
 
