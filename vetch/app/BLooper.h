@@ -44,8 +44,8 @@ public:
     explicit BLooper(vetch::Service service = vetch::Service::OwnThread);
     ~BLooper() override; // by Quit() and the reaper alone, or by the owner of a looper that never ran
 
-    // Starts the loop; does nothing the second time. A number above 0; B_ERROR when quit was accepted: the document thread has
-    // the looper then, which may be gone already; vetch::kNotStarted without a thread: it is its maker's still.
+    // Starts the loop; does nothing the second time. A number above 0; B_ERROR when quit was accepted: the document
+    // thread has it then, and it may be gone; vetch::kNotStarted when the system has no thread: it is its maker's still.
     virtual thread_id Run();
     virtual void Quit();
     virtual bool QuitRequested(); // asked by B_QUIT_REQUESTED; true by default
