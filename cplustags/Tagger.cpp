@@ -75,7 +75,7 @@ void Tagger::StartWorker()
     }
 }
 
-// Here signals are this thread's to hear: there is no other.
+// This thread has to take the signals, since there is no other.
 void Tagger::WorkHere()
 {
     workers.push_back(std::make_unique<Worker>(*this));

@@ -41,32 +41,29 @@ DirectoryLock::DirectoryLock(const std::string& directory, const std::function<v
     };
     while (!givesUp()) {
         // A pipe without a writer would otherwise be waited for here.
-        file = ::open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666);
-        if (file < 0)
+        file = base::Descriptor(::open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666));
+        if (!file.IsOpen())
             return;
-        if (!IsPlainFile(file) || !Wait(waitsOnce, givesUp))
+        if (!IsPlainFile(file.Number()) || !Wait(waitsOnce, givesUp))
             break;
-        if (IsStillAt(path, file))
+        if (IsStillAt(path, file.Number()))
             return;
-        Close();
+        file.Close();
     }
-    if (file >= 0)
-        Close();
+    file.Close();
 }
 
 DirectoryLock::~DirectoryLock()
 {
-    if (file < 0)
-        return;
-    ::unlink(path.c_str());
-    Close();
+    if (file.IsOpen())
+        ::unlink(path.c_str());
 }
 
 // The kernel's own waiting could not be given up from another thread.
 bool DirectoryLock::Wait(const std::function<void()>& waits, const std::function<bool()>& givesUp) const
 {
     constexpr std::chrono::milliseconds kLookAgain(20);
-    while (::flock(file, LOCK_EX | LOCK_NB) != 0) {
+    while (::flock(file.Number(), LOCK_EX | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK && errno != EINTR)
             return false;
         waits();
@@ -75,11 +72,6 @@ bool DirectoryLock::Wait(const std::function<void()>& waits, const std::function
         std::this_thread::sleep_for(kLookAgain);
     }
     return true;
-}
-
-void DirectoryLock::Close()
-{
-    ::close(std::exchange(file, -1));
 }
 
 } // namespace wren

@@ -1,6 +1,8 @@
 // One run in a directory at a time.
 #pragma once
 
+#include "base/Descriptor.h"
+
 #include <functional>
 #include <string>
 
@@ -23,10 +25,9 @@ public:
 
 private:
     bool Wait(const std::function<void()>& waits, const std::function<bool()>& givesUp) const;
-    void Close();
 
     const std::string path;
-    int file = -1;
+    base::Descriptor file;
 };
 
 } // namespace wren

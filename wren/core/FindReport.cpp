@@ -91,13 +91,6 @@ FindReport::FindReport()
 {
 }
 
-FindReport::~FindReport()
-{
-    for (const int each : {statuses, complaints})
-        if (each >= 0)
-            ::close(each);
-}
-
 std::string FindReport::Watched(const std::string& command)
 {
     return kFunction + command;
@@ -105,7 +98,7 @@ std::string FindReport::Watched(const std::string& command)
 
 std::string FindReport::Said() const
 {
-    std::string text = Content(complaints, kMostSaid);
+    std::string text = Content(complaints.Number(), kMostSaid);
     if (text.size() >= kMostSaid) {
         text.erase(text.rfind('\n') + 1);
         text += "find: and more complaints, which are left out here\n";
@@ -115,12 +108,12 @@ std::string FindReport::Said() const
 
 bool FindReport::Complained() const
 {
-    return !OfFiles(Content(complaints)).empty();
+    return !OfFiles(Content(complaints.Number())).empty();
 }
 
 std::string FindReport::Problem() const
 {
-    return ProblemWithList(Content(statuses), Content(complaints));
+    return ProblemWithList(Content(statuses.Number()), Content(complaints.Number()));
 }
 
 } // namespace wren

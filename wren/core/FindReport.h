@@ -1,6 +1,8 @@
 // Whether the list of files that find gave a tags program was whole.
 #pragma once
 
+#include "base/Descriptor.h"
+
 #include <string>
 
 namespace wren {
@@ -12,16 +14,16 @@ namespace wren {
 class FindReport {
 public:
     FindReport();
-    ~FindReport();
-    FindReport(const FindReport&) = delete;
-    FindReport& operator=(const FindReport&) = delete;
 
-    bool IsUsable() const { return statuses >= 0 && complaints >= 0; } // false when there were no descriptors: errno
+    bool IsUsable() const
+    {
+        return statuses.IsOpen() && complaints.IsOpen();
+    } // false when there were no descriptors: errno
 
     // The command with that function before it. Its descriptors 3 and 4 have to be those below.
     static std::string Watched(const std::string& command);
-    int Statuses() const { return statuses; }
-    int Complaints() const { return complaints; }
+    int Statuses() const { return statuses.Number(); }
+    int Complaints() const { return complaints.Number(); }
 
     // Once the command has ended.
     std::string Said() const;    // what find complained of, control characters as "?"; of very much, the beginning
@@ -29,8 +31,8 @@ public:
     std::string Problem() const; // why the list may have lacked files that are there; "" when it was whole
 
 private:
-    int statuses;
-    int complaints;
+    const base::Descriptor statuses;
+    const base::Descriptor complaints;
 };
 
 // The same for texts: what was told of each find's status, one a line, and what they complained of. A list is whole when find

@@ -1,5 +1,7 @@
 #include "wren/core/ProcessGroup.h"
 
+#include "base/Descriptor.h"
+
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -50,9 +52,9 @@ sigset_t MaskOfCommands()
 }
 
 // A descriptor with a number of its own above those that the command is given, so that none is overwritten by another.
-int OutOfTheWay(int descriptor, size_t more)
+base::Descriptor OutOfTheWay(int descriptor, size_t more)
 {
-    return ::fcntl(descriptor, F_DUPFD_CLOEXEC, kFirstOfMore + static_cast<int>(more));
+    return base::Descriptor(::fcntl(descriptor, F_DUPFD_CLOEXEC, kFirstOfMore + static_cast<int>(more)));
 }
 
 // Returns the process's number, which is its group's as well; -1 with errno when there is none.
@@ -62,13 +64,13 @@ pid_t Start(const std::string& command, const ProcessGroup::Streams& streams)
     ::posix_spawn_file_actions_addopen(&files.actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     ::posix_spawn_file_actions_adddup2(&files.actions, streams.output, STDOUT_FILENO);
     ::posix_spawn_file_actions_adddup2(&files.actions, streams.output, STDERR_FILENO);
-    std::vector<int> moved;
+    std::vector<base::Descriptor> moved;
     int reason = 0;
     for (const int each : streams.more) {
         moved.push_back(OutOfTheWay(each, streams.more.size()));
-        if (moved.back() < 0)
+        if (!moved.back().IsOpen())
             reason = errno;
-        ::posix_spawn_file_actions_adddup2(&files.actions, moved.back(),
+        ::posix_spawn_file_actions_adddup2(&files.actions, moved.back().Number(),
                                            kFirstOfMore + static_cast<int>(moved.size()) - 1);
     }
     Attributes attributes;
@@ -80,9 +82,6 @@ pid_t Start(const std::string& command, const ProcessGroup::Streams& streams)
     if (reason == 0)
         reason = ::posix_spawn(&process, "/bin/sh", &files.actions, &attributes.attributes, const_cast<char**>(words),
                                environ);
-    for (const int each : moved)
-        if (each >= 0)
-            ::close(each);
     errno = reason;
     return reason == 0 ? process : kNoProcess;
 }
