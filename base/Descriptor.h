@@ -6,8 +6,8 @@
 
 namespace base {
 
-// Owns the descriptor; movable. One below 0 stands for none. Not thread-safe. errno stays as it is at destruction, so that a
-// function can return with the reason of a failure.
+// Owns the descriptor; movable. One below 0 stands for none. Not thread-safe. errno stays as it is at destruction, so
+// that a function can return with the reason of a failure.
 class Descriptor {
 public:
     explicit Descriptor(int number = -1) : number(number) {}

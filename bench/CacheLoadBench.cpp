@@ -1,4 +1,5 @@
-// One way of getting all names of tags files into memory, in a process of its own, so that its memory is its own as well.
+// One way of getting all names of tags files into memory, in a process of its own, so that its memory is its own as
+// well.
 //
 //     cache_load_bench cache LOCAL SYSTEM    as completion loads them
 //     cache_load_bench plain LOCAL SYSTEM    what one would write down: all names with their scopes in a vector of strings

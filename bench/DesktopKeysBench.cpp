@@ -1,9 +1,9 @@
-// Types into the editor's window, on a screen that nobody sees, and says how long each key took to be drawn; bench/desktop
-// runs this.
+// Types into the editor's window, on a screen that nobody sees, and says how long each key took to be drawn;
+// bench/desktop runs this.
 //
-// A stroke's time is that from the key's event to what the event loop does next when the text has been painted. What the
-// plug-in does before that counts, such as searching; what it does on threads of its own, or afterwards, does not, unless it
-// holds the painting up.
+// A stroke's time is that from the key's event to what the event loop does next when the text has been painted. What
+// the plug-in does before that counts, such as searching; what it does on threads of its own, or afterwards, does not,
+// unless it holds the painting up.
 #include "vetch/support/FThread.h"
 #include "wren/desktop/Editor.h"
 #include "wren/desktop/MainWindow.h"

@@ -3,9 +3,9 @@
 //     key_strokes_bench loaded TAGS ROUNDS    with the names in memory; reads prefixes, one a line, from standard input
 //     key_strokes_bench loading TAGS PAUSE    while they are being loaded, with PAUSE microseconds between the keys
 //
-// TAGS are the system's tags. Prints JSON: of each prefix the microseconds that the event after the key took (median, the
-// worst but one in a hundred, the worst) and how many names were shown then; of a load how many keys were struck meanwhile,
-// and the slowest, from the key down to the end of all that it led to.
+// TAGS are the system's tags. Prints JSON: of each prefix the microseconds that the event after the key took (median,
+// the worst but one in a hundred, the worst) and how many names were shown then; of a load how many keys were struck
+// meanwhile, and the slowest, from the key down to the end of all that it led to.
 
 #include "vetch/app/Loop.h"
 #include "vetch/support/FThread.h"
@@ -136,8 +136,8 @@ void MeasureLoaded(Typist& typist, long rounds)
     }
 }
 
-// Nobody strikes keys without a pause, and the scheduler knows: a thread that has slept gets its turn when it wakes up, and
-// one that never does shares its core with whoever else wants it.
+// Nobody strikes keys without a pause, and the scheduler knows: a thread that has slept gets its turn when it wakes up,
+// and one that never does shares its core with whoever else wants it.
 void MeasureLoading(Typist& typist, std::chrono::microseconds pause)
 {
     double slowest = 0;

@@ -4,8 +4,8 @@
 //     lookups_bench first TAGS SYMBOL      the first one in this process, beside one pass over the file with mmap and memchr
 //     lookups_bench start TAGS             from the bundle's file to an editor that can be asked
 //
-// TAGS are the system's tags. Prints JSON, in microseconds: of each symbol the time until the list of matches stands (median,
-// and the worst but one in a hundred), and how many matches it has.
+// TAGS are the system's tags. Prints JSON, in microseconds: of each symbol the time until the list of matches stands
+// (median, and the worst but one in a hundred), and how many matches it has.
 
 #include "vetch/app/Loop.h"
 #include "wren/cli/AskedEditor.h"
@@ -187,7 +187,8 @@ int main(int count, char** words)
                     User(words[2]).Started());
         return 0;
     }
-    std::fputs("usage: lookups_bench lookups TAGS ROUNDS, or lookups_bench first TAGS SYMBOL, or lookups_bench start TAGS\n",
-               stderr);
+    std::fputs(
+        "usage: lookups_bench lookups TAGS ROUNDS, or lookups_bench first TAGS SYMBOL, or lookups_bench start TAGS\n",
+        stderr);
     return 2;
 }

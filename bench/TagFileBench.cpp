@@ -1,5 +1,5 @@
-// Searches of a tags file that is known to be in order, and readings of a whole one: beside a bare loop that reads its lines
-// and compares their first bytes, and beside one that only looks for line ends in the file mapped into memory.
+// Searches of a tags file that is known to be in order, and readings of a whole one: beside a bare loop that reads its
+// lines and compares their first bytes, and beside one that only looks for line ends in the file mapped into memory.
 //
 // The file is the one that WREN_BENCH_TAGS names, or a small one made for the run.
 

@@ -18,7 +18,8 @@ function(wren_wall target path)
     endif()
 endfunction()
 
-# wren_folder(<target> <folder> USES <targets>...): all sources of the folder but a main.cpp, as objects that its users link.
+# wren_folder(<target> <folder> USES <targets>...): all sources of the folder but a main.cpp, as objects that its users
+# link.
 function(wren_folder target folder)
     cmake_parse_arguments(F "" "" "USES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
@@ -33,8 +34,8 @@ function(wren_folder target folder)
     wren_wall(${target} ${folder})
 endfunction()
 
-# wren_archive(<target> <folder> USES <targets>...): the same as an archive, for what stands so low that not all its users can
-# name it: theirs link it along.
+# wren_archive(<target> <folder> USES <targets>...): the same as an archive, for what stands so low that not all its
+# users can name it: theirs link it along.
 function(wren_archive target folder)
     cmake_parse_arguments(F "" "" "USES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
@@ -43,8 +44,8 @@ function(wren_archive target folder)
     wren_wall(${target} ${folder})
 endfunction()
 
-# wren_compile_alone(<files>...): files, by their paths in the source tree and of the current directory's targets, whose private names are also those of neighbours, which several at a time (WREN_UNITY)
-# would collide.
+# wren_compile_alone(<files>...): files, by their paths in the source tree and of the current directory's targets, whose
+# private names are also those of neighbours, which several at a time (WREN_UNITY) would collide.
 function(wren_compile_alone)
     list(TRANSFORM ARGN PREPEND ${CMAKE_SOURCE_DIR}/)
     set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)

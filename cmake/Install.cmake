@@ -1,10 +1,11 @@
-# What "cmake --install" puts where. The programs find everything relative to themselves (PluginBundle::DefaultDirectory),
-# so that the installed tree can be moved as a whole; "lib/wren" is therefore never a distribution's lib64 or lib/<triplet>.
+# What "cmake --install" puts where. The programs find everything relative to themselves
+# (PluginBundle::DefaultDirectory), so that the installed tree can be moved as a whole; "lib/wren" is therefore never a
+# distribution's lib64 or lib/<triplet>.
 
 set(WREN_LIBRARY_DIRECTORY lib/wren)
 set(WREN_BUNDLE_DIRECTORY ${WREN_LIBRARY_DIRECTORY}/Declaration.bundle/Contents)
-# The build tree is laid out so that the same ways lead to the framework there. CMake would otherwise leave room in them, as
-# empty names, for which the system looks in the current directory, whosever that is.
+# The build tree is laid out so that the same ways lead to the framework there. CMake would otherwise leave room in
+# them, as empty names, for which the system looks in the current directory, whosever that is.
 set_target_properties(wren PROPERTIES INSTALL_RPATH "$ORIGIN/../${WREN_LIBRARY_DIRECTORY}:$ORIGIN")
 set_target_properties(Declaration PROPERTIES INSTALL_RPATH "$ORIGIN/../../..")
 set_target_properties(wren Declaration PROPERTIES BUILD_WITH_INSTALL_RPATH ON)

@@ -9,8 +9,8 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
         ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${CMAKE_SOURCE_DIR} CCACHE_NOHASHDIR=1 ${CCACHE})
 endif()
 
-# What is compiled once only, as by ./test and ./run, takes a fraction of the time so. Whoever changes files one at a time
-# is better off without.
+# What is compiled once only, as by ./test and ./run, takes a fraction of the time so. Whoever changes files one at a
+# time is better off without.
 if(WREN_UNITY)
     set(CMAKE_UNITY_BUILD ON)
     set(CMAKE_UNITY_BUILD_BATCH_SIZE 12)

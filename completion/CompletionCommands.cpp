@@ -62,9 +62,9 @@ bool FollowsStd(PluginInterface* host, long start)
     return scan::TextBetween(host, start - static_cast<long>(scope.length()), start) == scope;
 }
 
-// Whether what the candidates have in common goes on where the pattern ends. They come with their scopes, and the pattern
-// may be without: to insert the end of "std::vector" behind "vec" would spoil the text, as it would to put a scope behind
-// "std::s".
+// Whether what the candidates have in common goes on where the pattern ends. They come with their scopes, and the
+// pattern may be without: to insert the end of "std::vector" behind "vec" would spoil the text, as it would to put a
+// scope behind "std::s".
 bool GoesOn(PluginInterface* host, long start, const std::string& pattern, const std::string& common)
 {
     return BeginsWith(common, pattern) && !(IsCppPattern(common.substr(pattern.length())) && FollowsStd(host, start));

@@ -10,8 +10,8 @@ class PluginInterface;
 // there is nothing to choose from. Without any tags file it offers to make some. Palettes have been closed before.
 void SelectionSuggestCompletions(PluginInterface* host);
 
-// While an identifier is typed: shows, refills, moves or closes the list of candidates, and never edits. Leaves it as it
-// is while the names are still being loaded.
+// While an identifier is typed: shows, refills, moves or closes the list of candidates, and never edits. Leaves it as
+// it is while the names are still being loaded.
 void SelectionAutoSuggestCompletions(PluginInterface* host);
 
 // The user chose an entry: its text is the string "completion" of 'message'.

@@ -22,8 +22,8 @@ constexpr char kDown = 0x1f;
 constexpr char kEnter = 0x0a;
 constexpr char kSpace = ' ';
 
-// The first byte and the modifiers of a key-down message; false when it lacks either. A key may have more bytes, none of
-// which is ever that of a key that moves in a list.
+// The first byte and the modifiers of a key-down message; false when it lacks either. A key may have more bytes, none
+// of which is ever that of a key that moves in a list.
 bool ReadKey(const BMessage& keyDown, char& key, int32& modifiers)
 {
     int8 byte;
@@ -118,8 +118,8 @@ bool CompletionWindow::RouteKeyboardEvent(BMessage* keyDown)
         SetFocus(true); // and the key still moves the selection: the first Down goes to the second entry
         taken = true;
     } else {
-        // Caps Lock is a modifier as well: with it on, arrows belong to the document. So does every other key, which also
-        // takes the user out of the list: Escape too leaves it open, for the letters that are to come.
+        // Caps Lock is a modifier as well: with it on, arrows belong to the document. So does every other key, which
+        // also takes the user out of the list: Escape too leaves it open, for the letters that are to come.
         taken = focused && modifiers == 0 && (key == kSpace || key == kEnter || key == kUp);
         if (!taken)
             SetFocus(false);

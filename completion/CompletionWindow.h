@@ -34,8 +34,8 @@ public:
 
     bool RouteKeyboardEvent(BMessage* keyDown); // true when the key was taken for the list. Document thread
 
-    // Offers a key-down message to the window: 2 when it took the key, 0 when it did not or there is no window. Document
-    // thread.
+    // Offers a key-down message to the window: 2 when it took the key, 0 when it did not or there is no window.
+    // Document thread.
     static long RouteKeyboardEventIfNeeded(PluginInterface* host, const BMessage* keyDown);
 
 private:

@@ -88,8 +88,8 @@ bool BeginsAName(std::string_view name)
 
 enum class Next { IsBetween, IsLast };
 
-// Appends a line to those that may be the beginning of a name; false when there can be no such name. Lines in between that
-// only continue a part are not looked at: the end of the part shows what they are worth.
+// Appends a line to those that may be the beginning of a name; false when there can be no such name. Lines in between
+// that only continue a part are not looked at: the end of the part shows what they are worth.
 bool Append(std::string& name, const std::string& line, Next next)
 {
     (name += '\n') += line;

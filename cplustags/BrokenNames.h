@@ -11,12 +11,12 @@
 namespace cplustags {
 
 // "find T" prints names as they are. Of a file "etc/passwd.h" in a directory "T/x<line break>" it prints "T/x" and
-// "/etc/passwd.h": the second line names a file that is not in T at all, and the first one may be a file of its own. A tree
-// from elsewhere may bring such names, so a line that leads to a place where no name has been yet is first tried as the
-// end of one that began in the lines before.
+// "/etc/passwd.h": the second line names a file that is not in T at all, and the first one may be a file of its own. A
+// tree from elsewhere may bring such names, so a line that leads to a place where no name has been yet is first tried
+// as the end of one that began in the lines before.
 //
-// What is not in a directory of a name before, or below, is such a place. There are few of them in a list, so most lines
-// cost no look at the disk. Names are relative to the current directory. Not thread-safe.
+// What is not in a directory of a name before, or below, is such a place. There are few of them in a list, so most
+// lines cost no look at the disk. Names are relative to the current directory. Not thread-safe.
 class BrokenNames {
 public:
     // The name of which 'line' is the end, or a part; nothing when it is one of its own, or the beginning of one.

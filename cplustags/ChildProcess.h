@@ -15,12 +15,12 @@ struct Command {
     std::string temporaries;        // its $TMPDIR; "" for ours
 };
 
-// Dies with the thread that started it, however that ends, and with its owner. It has a process group of its own: whoever
-// presses Control-C means us, and it is for us to stop it. The pipes' ends here do not block. Not thread-safe.
+// Dies with the thread that started it, however that ends, and with its owner. It has a process group of its own:
+// whoever presses Control-C means us, and it is for us to stop it. The pipes' ends here do not block. Not thread-safe.
 class ChildProcess {
 public:
-    // When it cannot be started Error() is not empty and nothing else may be called. A program that cannot be run says so
-    // on its standard error and ends with status 127.
+    // When it cannot be started Error() is not empty and nothing else may be called. A program that cannot be run says
+    // so on its standard error and ends with status 127.
     explicit ChildProcess(const Command& command);
     ~ChildProcess(); // kills it if it still runs
     ChildProcess(const ChildProcess&) = delete;

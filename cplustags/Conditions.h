@@ -9,11 +9,11 @@
 namespace cplustags {
 
 // All branches are read, each as if the ones before it were not there: each begins with the same 'State' of the reader.
-// What follows them goes on from the end of the first: "#if NEW", "@protocol P", "#else", "@interface NSObject (P)", "#endif"
-// and methods.
+// What follows them goes on from the end of the first: "#if NEW", "@protocol P", "#else", "@interface NSObject (P)",
+// "#endif" and methods.
 //
-// There are two exceptions. Code put away with "#if 0" is not read; and inside of a declaration only the first branch is:
-// two together would be none that anybody wrote.
+// There are two exceptions. Code put away with "#if 0" is not read; and inside of a declaration only the first branch
+// is: two together would be none that anybody wrote.
 template <class State>
 class Conditions {
 public:

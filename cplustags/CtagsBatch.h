@@ -10,16 +10,16 @@
 
 namespace cplustags {
 
-// Without a mark behind each file ctags needs a quarter less time, and cannot be told from outside what it is at. So this
-// is for the many files of a large run, none of which is expected to crash or hang ctags; when one does, all of them are
-// to be given to a CtagsProcess.
+// Without a mark behind each file ctags needs a quarter less time, and cannot be told from outside what it is at. So
+// this is for the many files of a large run, none of which is expected to crash or hang ctags; when one does, all of
+// them are to be given to a CtagsProcess.
 //
 // Whether a source can be in a batch: ctags writes its name as it was given.
 bool FitsIntoBatch(const Source& source);
 
 // Has the sources tagged, which one parser is for, and hands each to 'done', in their order. False, with nothing handed
-// out, when ctags fails, is stopped ('stops' are descriptors that are readable then), or takes longer than it may take for
-// one file. Waits; any thread, with which ctags dies.
+// out, when ctags fails, is stopped ('stops' are descriptors that are readable then), or takes longer than it may take
+// for one file. Waits; any thread, with which ctags dies.
 bool TagBatch(const Settings& settings, std::vector<Source>& sources, const std::vector<int>& stops,
               const CtagsProcess::Done& done);
 

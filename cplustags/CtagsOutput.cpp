@@ -77,8 +77,8 @@ std::pair<char, size_t> EscapedCharacter(std::string_view escape)
     return {letter == std::string_view::npos ? escape[0] : kMeanings[letter], 1};
 }
 
-// Names and scopes as they are in the source: ctags escapes backslashes, control characters, and a '!' in front, lookups
-// do not.
+// Names and scopes as they are in the source: ctags escapes backslashes, control characters, and a '!' in front,
+// lookups do not.
 std::string_view Plain(std::string_view text, Tags& keeper)
 {
     if (text.find('\\') == std::string_view::npos)
@@ -109,8 +109,8 @@ bool HasWord(std::string_view list, std::string_view word)
     return false;
 }
 
-// The scope comes before the fields that only some languages have. One without a name is what is left of a line that was cut
-// off.
+// The scope comes before the fields that only some languages have. One without a name is what is left of a line that
+// was cut off.
 void ReadField(std::string_view field, RawTag& tag)
 {
     const std::string_view whole = field;

@@ -96,8 +96,8 @@ size_t FileList::LinesOfName(std::string& name)
     return count;
 }
 
-// The first line, with which 'name' ends, alone, unless only more lines name a file, or whatever is there. A directory of
-// that name does not stop the search: it may be the beginning of another's name.
+// The first line, with which 'name' ends, alone, unless only more lines name a file, or whatever is there. A directory
+// of that name does not stop the search: it may be the beginning of another's name.
 size_t FileList::LinesThatComplete(std::string& name)
 {
     if (IsRegular(name) && !BeginsTree(name))

@@ -19,8 +19,9 @@ class Progress;
 // lists made by "find" have directories in them, and a pipe would not end. What cannot be read is told to 'progress'.
 //
 // A list has a name a line, but a name may have line breaks in it, and "find" prints them as they are. So a line that
-// names no file is tried with those behind it, a few of them; and one that leads elsewhere with those before it, so that
-// no tree can have files outside of it tagged (see BrokenNames). Bytes of names mean nothing else. Not thread-safe.
+// names no file is tried with those behind it, a few of them; and one that leads elsewhere with those before it, so
+// that no tree can have files outside of it tagged (see BrokenNames). Bytes of names mean nothing else. Not
+// thread-safe.
 class FileList {
 public:
     // 'list' and 'goOn' are as NameLines takes them; names are relative to 'directory', the current one. 'tree' is the

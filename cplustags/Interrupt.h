@@ -1,7 +1,7 @@
 // SIGINT, SIGTERM and SIGHUP, as something to look at between two steps of the work.
 //
-// Work that is asked to stop undoes what it has begun, its children and temporary files first, and then the program dies
-// of the signal, which is how whoever sent it knows.
+// Work that is asked to stop undoes what it has begun, its children and temporary files first, and then the program
+// dies of the signal, which is how whoever sent it knows.
 #pragma once
 
 #include <csignal>

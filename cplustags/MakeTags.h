@@ -6,8 +6,8 @@ namespace cplustags {
 struct Options;
 class Progress;
 
-// The exit status: 0 when the tags file is in place or there was nothing to do, 1 when not; 'progress' has been told why.
-// When the program is interrupted nothing is told, and all that was begun is undone.
+// The exit status: 0 when the tags file is in place or there was nothing to do, 1 when not; 'progress' has been told
+// why. When the program is interrupted nothing is told, and all that was begun is undone.
 int MakeTags(const Options& options, Progress& progress);
 
 } // namespace cplustags

@@ -11,8 +11,8 @@ namespace cplustags {
 // Whoever writes the list may be at it still. Not thread-safe.
 class NameLines {
 public:
-    // Reads from the descriptor, which stays the caller's; -1 is an empty list. While there is nothing to read 'goOn' is
-    // called about ten times a second, and the list ends when it says false.
+    // Reads from the descriptor, which stays the caller's; -1 is an empty list. While there is nothing to read 'goOn'
+    // is called about ten times a second, and the list ends when it says false.
     NameLines(int descriptor, std::function<bool()> goOn);
 
     // Whether there is a line 'index' places behind the current one; waits for it. The last line need not have a break.

@@ -19,8 +19,8 @@ namespace fs = std::filesystem;
 constexpr size_t kBufferSize = 256 * 1024;
 constexpr const char* kNewName = "new";
 
-// The path with the links of its directory followed, absolute. As it is where there is no such directory: nothing can be
-// made there, which will be said.
+// The path with the links of its directory followed, absolute. As it is where there is no such directory: nothing can
+// be made there, which will be said.
 fs::path InRealDirectory(const fs::path& path)
 {
     std::error_code problem;

@@ -18,8 +18,8 @@ enum class AtLink {
     Follow, // the link stays one, and the file that it points to is replaced, or made
 };
 
-// Why no file is put in place at 'path' with AtLink::Refuse; "" when no symbolic link stands there. Names the link, what
-// it points to, and what can be done. Links in the directory part are none of these.
+// Why no file is put in place at 'path' with AtLink::Refuse; "" when no symbolic link stands there. Names the link,
+// what it points to, and what can be done. Links in the directory part are none of these.
 std::string RefusalOfLink(const std::string& path);
 
 // It grows in a working directory of its own beside the target, so that the last step is a rename within one file

@@ -13,13 +13,13 @@ struct ObjectiveCSource {
     Tags tags; // interfaces, implementations, categories, protocols, methods, properties, instance variables
 
     // The source without them: as many lines, with the C and C++ declarations where they were, also those between
-    // methods and inside an implementation. Method bodies are blank. It is the text itself when there is no Objective-C.
-    // "NS_ENUM(type, Name)" has become "enum Name", and the macros to be ignored are blank.
+    // methods and inside an implementation. Method bodies are blank. It is the text itself when there is no
+    // Objective-C. "NS_ENUM(type, Name)" has become "enum Name", and the macros to be ignored are blank.
     std::string rest;
 };
 
-// Whether an "@interface", "@implementation", "@protocol" or "@class" may stand in the text, in code or in a comment: one
-// pass of memchr, for sorting out the many headers that are plain C and C++.
+// Whether an "@interface", "@implementation", "@protocol" or "@class" may stand in the text, in code or in a comment:
+// one pass of memchr, for sorting out the many headers that are plain C and C++.
 bool MayHaveObjectiveC(std::string_view text);
 
 // Reads any text, damaged and unfinished ones too. 'ignored' are macros to pass over, as ctags' -I has them: "NAME", or

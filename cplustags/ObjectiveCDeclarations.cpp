@@ -309,8 +309,8 @@ bool IsMarkAt(TokenSpan tokens, size_t at, std::string_view marks)
     return at < tokens.size() && tokens[at].kind == Token::kMark && marks.find(tokens[at].text[0]) != marks.npos;
 }
 
-// The class's name, and goes behind it. In "GS_GENERIC_CLASS(NSArray, ElementT) : NSObject" it is an argument of a macro,
-// in "GS_SOMETHING NSArray : NSObject" it follows one.
+// The class's name, and goes behind it. In "GS_GENERIC_CLASS(NSArray, ElementT) : NSObject" it is an argument of a
+// macro, in "GS_SOMETHING NSArray : NSObject" it follows one.
 std::optional<DeclaredName> TakeName(TokenSpan header, size_t& at)
 {
     if (header.empty() || header[0].kind != Token::kWord)

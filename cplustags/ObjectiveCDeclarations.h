@@ -1,7 +1,7 @@
 // What a declaration of Objective-C says, given its tokens.
 //
-// The tokens are those between the sign or keyword that begins the declaration and what ends it, both excluded. They are
-// as in the source, macros unreplaced: what the macros stand for is guessed from the way people use them.
+// The tokens are those between the sign or keyword that begins the declaration and what ends it, both excluded. They
+// are as in the source, macros unreplaced: what the macros stand for is guessed from the way people use them.
 #pragma once
 
 #include "cplustags/SourceTokens.h"
@@ -23,8 +23,8 @@ struct DeclaredName {
 // The selector of a method, with the line of its first part. None when a macro makes the selector.
 std::optional<DeclaredName> SelectorOf(TokenSpan method);
 
-// The names of instance variables, or of properties (after the attributes in parentheses). What is in braces may be left
-// out, the braces not.
+// The names of instance variables, or of properties (after the attributes in parentheses). What is in braces may be
+// left out, the braces not.
 std::vector<DeclaredName> VariablesOf(TokenSpan declaration);
 
 // Without the attributes in parentheses that a property may begin with.

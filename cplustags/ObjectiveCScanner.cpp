@@ -317,7 +317,8 @@ ObjectiveCScanner::Keyword ObjectiveCScanner::KeywordAfterAt(Token& word)
     return isExpression ? Keyword::kNone : keyword;
 }
 
-// None of these but the access keywords can be in braces of code: there, a closing brace was missing, and is passed over.
+// None of these but the access keywords can be in braces of code: there, a closing brace was missing, and is passed
+// over.
 void ObjectiveCScanner::OnKeyword(Keyword keyword, const Token& at, const Token& word)
 {
     Finish();

@@ -13,8 +13,8 @@
 
 namespace cplustags {
 
-// Finds where declarations of Objective-C begin, and says what they declare once they have ended. Everything else is left
-// where it is. Used once.
+// Finds where declarations of Objective-C begin, and says what they declare once they have ended. Everything else is
+// left where it is. Used once.
 class ObjectiveCScanner {
 public:
     // Both are borrowed.

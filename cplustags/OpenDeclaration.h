@@ -8,8 +8,8 @@
 
 namespace cplustags {
 
-// Collects tokens, and knows which one cannot belong to it any more: damaged and unfinished declarations shall not take the
-// next one with them.
+// Collects tokens, and knows which one cannot belong to it any more: damaged and unfinished declarations shall not take
+// the next one with them.
 class OpenDeclaration {
 public:
     enum class Subject : char {
@@ -45,8 +45,8 @@ public:
     bool BeginBraces(const Token& brace);
     void AddInBraces(const Token& token);
 
-    // A type declared with an instance variable is for the parser of C: whether the braces being read, or a token that was
-    // kept, belong to "struct Name { ... }".
+    // A type declared with an instance variable is for the parser of C: whether the braces being read, or a token that
+    // was kept, belong to "struct Name { ... }".
     bool IsInTypeOfC() const { return isInTypeOfC; }
     bool HasTypeOfC() const { return typeEnd > 0; }
     bool IsOfTypeOfC(size_t index) const { return index >= typeBegin && (isInTypeOfC || index < typeEnd); }

@@ -147,8 +147,8 @@ bool TakesWord(const std::string& word)
 
 // The words as CLI11 is to see them, in the order that it wants: the last one first.
 //
-// -I has nothing after it when the user's setting for it is empty. What follows then is the next option, which must not be
-// taken for a macro's name.
+// -I has nothing after it when the user's setting for it is empty. What follows then is the next option, which must not
+// be taken for a macro's name.
 std::vector<std::string> WordsToParse(int argc, const char* const* argv)
 {
     const std::vector<std::string> given(argv + std::min(argc, 1), argv + argc);

@@ -67,8 +67,8 @@ size_t LengthOfCharacter(std::string_view text)
     return !isTwice && !isNone && follows(1) && follows(2) && follows(3) ? 4 : 0;
 }
 
-// Control characters of the upper half stand for an escape and a letter: U+009b begins what clears the screen. Terminals
-// that do not read UTF-8, or read it carelessly, take the bytes alone for them.
+// Control characters of the upper half stand for an escape and a letter: U+009b begins what clears the screen.
+// Terminals that do not read UTF-8, or read it carelessly, take the bytes alone for them.
 bool IsControl(std::string_view character)
 {
     const auto first = static_cast<unsigned char>(character.front());

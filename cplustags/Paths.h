@@ -10,8 +10,8 @@ namespace cplustags {
 // makes from $PWD and names relative to it then agree.
 std::string CurrentDirectory();
 
-// 'name' from 'directory', without empty and "." parts. A ".." and the part before it go only when the result is the same
-// file, since behind a link ".." is elsewhere.
+// 'name' from 'directory', without empty and "." parts. A ".." and the part before it go only when the result is the
+// same file, since behind a link ".." is elsewhere.
 std::string AbsolutePath(std::string_view name, std::string_view directory);
 
 // The directory of an absolute path, without "/" at its end.

@@ -74,8 +74,8 @@ bool ReadsName(const std::string& name)
     return name.find_first_of("\r\n") == std::string::npos && !std::isspace(static_cast<unsigned char>(name.back()));
 }
 
-// A path from the directory in which ctags runs, when the file is below: that directory's own name may be one that cannot
-// be given in a line. With "./", since ctags takes options in place of names, too.
+// A path from the directory in which ctags runs, when the file is below: that directory's own name may be one that
+// cannot be given in a line. With "./", since ctags takes options in place of names, too.
 std::string NameForCtags(const std::string& path, const std::string& directory)
 {
     const size_t length = directory.size();

@@ -22,7 +22,7 @@ struct Source {
     std::string path;
     Parser parser = Parser::ByName;
     std::string name;                   // what ctags is given
-    base::Descriptor text;                    // what it reads there, unless it is the file itself; open for as long as it may
+    base::Descriptor text;              // what it reads there, unless it is the file itself; open for as long as it may
     Tags tags;                          // those that it is not asked for
     std::unique_ptr<char[]> textOfTags; // of which their texts are parts
 };

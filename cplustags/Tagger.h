@@ -22,11 +22,11 @@ namespace cplustags {
 class Progress;
 class Worker;
 
-// A file that crashes ctags, or takes too long, is reported and left out. Whatever else goes wrong with a ctags ends the
-// whole work: nobody would notice that tags are missing.
+// A file that crashes ctags, or takes too long, is reported and left out. Whatever else goes wrong with a ctags ends
+// the whole work: nobody would notice that tags are missing.
 //
-// What comes out is the same for any number of jobs. Used by one thread; the workers have threads of their own, fewer when
-// the system has no more to give; without any, Finish() does the work.
+// What comes out is the same for any number of jobs. Used by one thread; the workers have threads of their own, fewer
+// when the system has no more to give; without any, Finish() does the work.
 class Tagger {
 public:
     // Throws std::system_error when there is no thread to be had. A door for tests.

@@ -15,8 +15,8 @@ std::string PseudoTag(const std::string& name, const std::string& value, const s
     return "!_TAG_" + name + "\t" + value + "\t/" + comment + "/\n";
 }
 
-// The pseudo-tag by which a file says that its names are in order, when there is a value for it, in its place between the
-// others.
+// The pseudo-tag by which a file says that its names are in order, when there is a value for it, in its place between
+// the others.
 std::string PseudoTagsWith(const TagsCount& count, const std::string& sorted)
 {
     return PseudoTag("CPLUSTAGS_FILES", std::to_string(count.files), "files tagged") +

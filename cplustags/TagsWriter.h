@@ -27,12 +27,12 @@ using WriteText = std::function<bool(std::string_view)>;
 // counts.
 std::string PseudoTags(const TagsCount& count);
 
-// Writes pseudo-tags and lines with 'write', until that says false. False when it did, or when the number of lines is not
-// the count's: then a source has changed since it was counted.
+// Writes pseudo-tags and lines with 'write', until that says false. False when it did, or when the number of lines is
+// not the count's: then a source has changed since it was counted.
 bool WriteTags(const TagsCount& count, LineSources lines, const WriteText& write);
 
-// The same into a file, which then says of itself that its names are in order, so that readers need not look at all of it:
-// see SortedClaim. It claims nothing where a name is out of order after all. The file is still to be put in place.
+// The same into a file, which then says of itself that its names are in order, so that readers need not look at all of
+// it: see SortedClaim. It claims nothing where a name is out of order after all. The file is still to be put in place.
 bool WriteTags(const TagsCount& count, LineSources lines, const WriteText& write, NewFile& file);
 
 } // namespace cplustags

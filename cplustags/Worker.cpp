@@ -21,8 +21,8 @@ namespace {
 // Files that a worker's processes are given at a time. More keep them no busier, and make the end uneven.
 constexpr size_t kMostGiven = 16;
 
-// ctags writes in small pieces. To let some gather while it has enough to do costs nothing, and saves most of the changes
-// between the two processes.
+// ctags writes in small pieces. To let some gather while it has enough to do costs nothing, and saves most of the
+// changes between the two processes.
 constexpr size_t kEnoughGiven = 8;
 constexpr std::chrono::milliseconds kGathering{1};
 
@@ -76,8 +76,8 @@ void Worker::HaveFilesTagged()
     }
 }
 
-// A share of what is left, so that no worker has to wait for another's batch at the end. 0 when the share is not worth a
-// batch, or when one has failed: another may as well, after as long a time.
+// A share of what is left, so that no worker has to wait for another's batch at the end. 0 when the share is not worth
+// a batch, or when one has failed: another may as well, after as long a time.
 size_t Worker::BatchSize() const
 {
     const size_t share = std::min(tagger.queue.Size() / (2 * settings.jobs), kMostInBatch);

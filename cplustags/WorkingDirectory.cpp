@@ -52,8 +52,8 @@ struct CloseDirectory {
 
 bool RemoveAll(int parent, const char* name, int levels);
 
-// Removes what is in the directory but for the one entry of that name; links themselves, and not what they point to. Takes
-// the descriptor. False when something is left.
+// Removes what is in the directory but for the one entry of that name; links themselves, and not what they point to.
+// Takes the descriptor. False when something is left.
 bool RemoveContents(int number, std::string_view except, int levels)
 {
     const std::unique_ptr<DIR, CloseDirectory> directory(number < 0 ? nullptr : ::fdopendir(number));

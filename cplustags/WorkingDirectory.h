@@ -8,9 +8,9 @@
 
 namespace cplustags {
 
-// It is called ".NAME.cplustags-XXXXXX" and holds a lock for as long as it is in use. Making one removes those beside it
-// whose lock nobody holds, whatever their NAME: that of a run for "tags.tmp" goes when the next run is for "tags". Links
-// are never followed and pipes never waited for there; what belongs to another user, or only looks alike, stays.
+// It is called ".NAME.cplustags-XXXXXX" and holds a lock for as long as it is in use. Making one removes those beside
+// it whose lock nobody holds, whatever their NAME: that of a run for "tags.tmp" goes when the next run is for "tags".
+// Links are never followed and pipes never waited for there; what belongs to another user, or only looks alike, stays.
 //
 // Errors are texts that name the directory. Not thread-safe, but for Path().
 class WorkingDirectory {

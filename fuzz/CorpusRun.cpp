@@ -1,4 +1,5 @@
-// Tries the files of a folder, once each, in the place of the fuzzing library: what was found once is tested in every build.
+// Tries the files of a folder, once each, in the place of the fuzzing library: what was found once is tested in every
+// build.
 
 #include <algorithm>
 #include <cstdint>

@@ -1,5 +1,5 @@
-// Reads any bytes as what ctags writes, and as an old tags file: all that comes of it are lines that lookups can read, in
-// order, and old lines that stay, stay as they are.
+// Reads any bytes as what ctags writes, and as an old tags file: all that comes of it are lines that lookups can read,
+// in order, and old lines that stay, stay as they are.
 #include "cplustags/CtagsOutput.h"
 #include "cplustags/OldTags.h"
 #include "cplustags/TagLine.h"

@@ -1,5 +1,5 @@
-// Has a real shell read what was escaped for it: each path comes back as one word, nothing is run or made on the way, and
-// escaped parentheses mean to the shell what other letters do in their places.
+// Has a real shell read what was escaped for it: each path comes back as one word, nothing is run or made on the way,
+// and escaped parentheses mean to the shell what other letters do in their places.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tests/support/TempDirectory.h"
@@ -16,7 +16,7 @@
 
 namespace {
 
-constexpr size_t kMostTexts = 40;    // in one shell
+constexpr size_t kMostTexts = 40;   // in one shell
 constexpr size_t kMostCommands = 5; // each in a shell of its own
 
 // A shell that finds no program at all, in a directory with files for patterns to match.
@@ -40,8 +40,8 @@ public:
     // The same for texts that need not even be words; errors are said, too.
     std::string SayTexts(const std::vector<std::string>& texts)
     {
-        std::vector<std::string> words = {"sh", "-c",
-                                          "cd \"$PLACE\"; for text do (eval \"printf '%s\\0' $text\") 2>&1; done", "sh"};
+        std::vector<std::string> words = {
+            "sh", "-c", "cd \"$PLACE\"; for text do (eval \"printf '%s\\0' $text\") 2>&1; done", "sh"};
         words.insert(words.end(), texts.begin(), texts.end());
         return Run(words);
     }

@@ -1,5 +1,5 @@
-// Reads any bytes as an interface file: a part is either there, sound and fit to be put into a window, or what is wrong with
-// it has been said, with its place in the file.
+// Reads any bytes as an interface file: a part is either there, sound and fit to be put into a window, or what is wrong
+// with it has been said, with its place in the file.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tests/support/TempDirectory.h"
@@ -21,7 +21,10 @@ const char* const kParts[] = {"EntryWindow", "org.wren.Declaration", "part", ""}
 // A bundle whose interface file can be written.
 class Place {
 public:
-    Place() : bundle{files.Path()} { vetch::SetInterfaceProblemSink([this](const auto& text) { said.push_back(text); }); }
+    Place() : bundle{files.Path()}
+    {
+        vetch::SetInterfaceProblemSink([this](const auto& text) { said.push_back(text); });
+    }
 
     const std::string& Write(const std::string& content)
     {

@@ -27,15 +27,13 @@ void ScanWords(FakeHost& host)
 {
     std::string word;
     if (ScanForWord(&host, host.selectionStart, host.selectionEnd, word))
-        Require(!word.empty() && std::all_of(word.begin(), word.end(), IsIDCharOrColon),
-                "a word is one");
+        Require(!word.empty() && std::all_of(word.begin(), word.end(), IsIDCharOrColon), "a word is one");
     else
         Require(word.empty(), "no word is found empty");
 
     long caret, start, length;
     if (IsPatternBeforeSelection(&host, caret, start, length))
-        Require(caret == host.selectionEnd && start >= -1 && start + length == caret,
-                "a pattern ends at the caret");
+        Require(caret == host.selectionEnd && start >= -1 && start + length == caret, "a pattern ends at the caret");
     else
         Require(caret == 0 && start == 0 && length == 0, "no pattern has no place");
 }

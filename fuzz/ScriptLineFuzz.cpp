@@ -1,7 +1,8 @@
-// Plays any lines as a script, with the whole plug-in: each is answered, one that is refused says why and changes nothing,
-// and the document stays in order.
+// Plays any lines as a script, with the whole plug-in: each is answered, one that is refused says why and changes
+// nothing, and the document stays in order.
 //
-// A script may name files and have commands run. Here all paths are inside of a directory of its own, and no command is run.
+// A script may name files and have commands run. Here all paths are inside of a directory of its own, and no command is
+// run.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tests/support/TempDirectory.h"
@@ -88,7 +89,8 @@ public:
         Wait();
         answer.dump(); // throws for what is no UTF-8
         Require(answer.at("log").is_array() && answer.at("ok").is_boolean(), "a line is answered");
-        Require(!object.is_object() || !object.contains("id") || answer.at("id") == object["id"], "an answer has its line's id");
+        Require(!object.is_object() || !object.contains("id") || answer.at("id") == object["id"],
+                "an answer has its line's id");
         if (answer["ok"] == false) {
             Require(answer.at("error").is_string(), "a line that is refused says why");
             Require(State() == before, "a line that is refused changes nothing");

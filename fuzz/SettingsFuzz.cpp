@@ -1,5 +1,5 @@
-// Reads any lines as stored settings, the editor's own and the plug-in's: what was understood is written so that it is read
-// again as the same, what was not stays as it is, and so do lines of others.
+// Reads any lines as stored settings, the editor's own and the plug-in's: what was understood is written so that it is
+// read again as the same, what was not stays as it is, and so do lines of others.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "settings/DirectoriesText.h"
@@ -16,7 +16,6 @@
 namespace {
 
 using Lines = std::vector<std::string>;
-
 
 std::string FirstWord(const std::string& line)
 {

@@ -46,7 +46,8 @@ void RequireSameWhenKnown(const std::string& path, const std::string& pattern, L
 
 } // namespace
 
-// The first byte chooses how names are matched, and whether lines are multiplied; a pattern follows up to the first newline, and then the tags.
+// The first byte chooses how names are matched, and whether lines are multiplied; a pattern follows up to the first
+// newline, and then the tags.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     if (size == 0)

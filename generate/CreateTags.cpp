@@ -51,8 +51,8 @@ void PasteInstallHint(PluginInterface* pi)
 
 } // namespace
 
-// All requests for one directory share one temporary file. Two at once get into each other's way; whoever is last has the
-// last word.
+// All requests for one directory share one temporary file. Two at once get into each other's way; whoever is last has
+// the last word.
 void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second,
                 const vetch::ShellRequest& request)
 {
@@ -87,8 +87,8 @@ void CreateTags(PluginInterface* pi, bool system, bool local)
 void HelpCreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second, bool& hint)
 {
     const bool installed = CTagsAreInstalled();
-    // Looked for once more: whoever installs it right now, as an earlier hint said, is not told to. The commands then name
-    // the bundle's copy all the same, which does no harm.
+    // Looked for once more: whoever installs it right now, as an earlier hint said, is not told to. The commands then
+    // name the bundle's copy all the same, which does no harm.
     if (!installed && hint && !CTagsAreInstalled())
         PasteInstallHint(pi);
     hint = false; // also when there was nothing to paste: a request hints with its first command or not at all

@@ -1,8 +1,8 @@
 // Making tags files, or telling the user how to.
 //
 // Every request is made and forgotten: its command lines run on a thread of their own, one after the other, and nothing
-// tells when they have ended, or whether they did what they should. All operations are called on the document thread and
-// return at once.
+// tells when they have ended, or whether they did what they should. All operations are called on the document thread
+// and return at once.
 #pragma once
 
 namespace vetch {
@@ -13,8 +13,8 @@ class BEntry;
 class BMessage;
 class PluginInterface;
 
-// Has tags made in 'directory' by the command line 'main' and, unless it is null, 'second'; see TagTemplates.h. They write
-// to a temporary file, which is moved to its place at the end.
+// Has tags made in 'directory' by the command line 'main' and, unless it is null, 'second'; see TagTemplates.h. They
+// write to a temporary file, which is moved to its place at the end.
 void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second);
 // The same, when nobody asked for it: 'request' tells the host why.
 void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second,
@@ -22,8 +22,8 @@ void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, 
 void CreateTags(PluginInterface* pi, bool system,
                 bool local); // of the system, and of the document's directory, at once
 
-// Pastes the command lines into the Worksheet instead of running them. While 'hint' is true, and the tags program is not
-// installed, how to install it comes first; 'hint' is false afterwards.
+// Pastes the command lines into the Worksheet instead of running them. While 'hint' is true, and the tags program is
+// not installed, how to install it comes first; 'hint' is false afterwards.
 void HelpCreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second, bool& hint);
 void HelpCreateTags(PluginInterface* pi, bool system, bool local);
 

@@ -15,8 +15,8 @@ struct CreateParams {
     vetch::ShellRequest request = {};
 };
 
-// The thread's body: says what it executes on standard output, runs it, and deletes the params, a CreateParams, at the end.
-// Answers null.
+// The thread's body: says what it executes on standard output, runs it, and deletes the params, a CreateParams, at the
+// end. Answers null.
 void* CreateTagsTask(void* params);
 
 // Runs the commands on a detached thread and returns at once. When the system has no thread to give, nothing

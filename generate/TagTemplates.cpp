@@ -25,8 +25,8 @@ struct Release {
 template <class Ref>
 using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
 
-// A blank, and then a clause a pattern. There is always a first one, so that blanks at the beginning, or no suffixes at all,
-// give a pattern that matches no file: what the user has left out is not taken for "every file".
+// A blank, and then a clause a pattern. There is always a first one, so that blanks at the beginning, or no suffixes at
+// all, give a pattern that matches no file: what the user has left out is not taken for "every file".
 std::string WildcardClauses(const std::string& suffixes)
 {
     std::string clauses = " ";

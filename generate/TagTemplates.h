@@ -6,8 +6,8 @@
 class BEntry;
 class PluginInterface;
 
-// The texts are exact, with their blanks and line breaks: users know them from their Worksheets. The first two end so that,
-// pasted one after the other, they stand on one line.
+// The texts are exact, with their blanks and line breaks: users know them from their Worksheets. The first two end so
+// that, pasted one after the other, they stand on one line.
 inline constexpr char kGenerateSystemCtags[] =
     "\n# Execute the following line to generate tags for the system headers:\n"
     "find $(SYSTEM_HEADERS_WHERE) ($(FILES_TO_INDEX_WILDCARDS) ) $(EXCLUDE_GCC) | $(CTAGS_TO_RUN) -I $(IGNORE_STRINGS) "
@@ -34,21 +34,22 @@ inline constexpr char kSystemTagsTemporary[] = "~/Library/Caches/SystemHeaderTag
 // All of these are for the document thread.
 
 // Fills in the placeholders of a template, in place, from the settings and for tags of 'directory'. 'installed' tells
-// whether the tags program is in the shell's search path; when not, the bundle's own is named. The result is for a shell.
+// whether the tags program is in the shell's search path; when not, the bundle's own is named. The result is for a
+// shell.
 //
 // Paths are escaped for the shell; the texts of the settings are inserted as they stand, so that users can write there
 // whatever 'find' and the shell understand.
 void BuildTagString(PluginInterface* pi, const BEntry& directory, bool installed, std::string& text);
 
-// Has a template make its tags in temporary files: those of the system beside their file, local ones in 'localTemp'. For
-// commands that are run, before BuildTagString().
+// Has a template make its tags in temporary files: those of the system beside their file, local ones in 'localTemp'.
+// For commands that are run, before BuildTagString().
 void BuildTagTmpLocationString(PluginInterface* pi, const char* localTemp, std::string& text);
 
 // Puts the path, escaped for the shell, in place of each placeholder; answers a copy of the result.
 std::string ReplaceAllWithPath(std::string& text, const char* placeholder, const char* path);
 
-// Whether the compiler's own headers are indexed: they are when /usr/include stands anywhere among the system directories
-// of the settings.
+// Whether the compiler's own headers are indexed: they are when /usr/include stands anywhere among the system
+// directories of the settings.
 bool NeedGCCIncludes(PluginInterface* pi);
 
 // The template that completes kGenerateSystemCtags: kIncludeSpecificCompiler when it is needed, else null.

@@ -83,8 +83,8 @@ long SettingsCommand(PluginInterface* pi)
     return DeclarationSettings::Instance()->HandleSettingsCommand(pi, pi->settingsArgs) ? kHandled : kNotHandled;
 }
 
-// Only a chosen completion stands for input that the user gave to the document. A directory comes from a panel and a key
-// from a list that did not want it: those are acted on, and left for the host to go on with.
+// Only a chosen completion stands for input that the user gave to the document. A directory comes from a panel and a
+// key from a list that did not want it: those are acted on, and left for the host to go on with.
 long DocumentMessage(PluginInterface* pi)
 {
     if (pi->message == nullptr)

@@ -88,8 +88,8 @@ long KeyTyped(PluginInterface* pi)
 
 long EditingPrimitiveDone(PluginInterface* pi)
 {
-    // The mark covers one edit, and is gone whether or not it was needed. Without completion while typing nothing has been
-    // noted at the key, so there is nothing to compare: what is open stays.
+    // The mark covers one edit, and is gone whether or not it was needed. Without completion while typing nothing has
+    // been noted at the key, so there is nothing to compare: what is open stays.
     const bool ownEdit = gHandlingAutoCompletePrimitive;
     gHandlingAutoCompletePrimitive = false;
     if (ownEdit || !CompletesWhileTyping())

@@ -86,8 +86,8 @@ void SymbolLookupAt(PluginInterface* pi, long offset, LookupType type)
 void LookUpPattern(PluginInterface* pi, const BEntry* localTags, const BEntry* systemTags, const std::string& pattern,
                    long patternStart, LookupType type)
 {
-    // The host is asked for the place of every lookup, whether or not a list will be shown, and the point below the line
-    // is not used: ShowAt() asks again and places the list itself.
+    // The host is asked for the place of every lookup, whether or not a list will be shown, and the point below the
+    // line is not used: ShowAt() asks again and places the list itself.
     [[maybe_unused]] BPoint belowPattern = pi->PointAt(patternStart);
     belowPattern.y += 20;
 

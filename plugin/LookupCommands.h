@@ -18,7 +18,7 @@ void SelectionSymbolLookup(PluginInterface* pi, bool forceDialog, LookupType typ
 // Looks up the symbol at an offset; where there is none, nothing happens at all.
 void SymbolLookupAt(PluginInterface* pi, long offset, LookupType type);
 
-// Opens the one tag that matches, lists several next to 'patternStart', or beeps when there is none; then has stale tags
-// files made anew if the settings say so.
+// Opens the one tag that matches, lists several next to 'patternStart', or beeps when there is none; then has stale
+// tags files made anew if the settings say so.
 void LookUpPattern(PluginInterface* pi, const BEntry* localTags, const BEntry* systemTags, const std::string& pattern,
                    long patternStart, LookupType type);

@@ -16,8 +16,8 @@ const uint32 kWatchedModifiers = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B
 const uint32 kDeclarationModifiers = B_OPTION_KEY;
 const uint32 kDefinitionModifiers = B_CONTROL_KEY | B_OPTION_KEY;
 
-// The modifiers must be exactly these: with another key held the click is the host's. So it is when the setting of its keys
-// is off; the other kind of lookup is not a second choice.
+// The modifiers must be exactly these: with another key held the click is the host's. So it is when the setting of its
+// keys is off; the other kind of lookup is not a second choice.
 std::optional<LookupType> AskedFor()
 {
     const DeclarationSettings& settings = *DeclarationSettings::Instance();

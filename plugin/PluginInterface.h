@@ -23,18 +23,18 @@ struct __CFBundle;
 // the selection is 0, 0, the length 0 and DocumentRef() an empty reference.
 class PluginInterface {
 public:
-    BWindow* window = nullptr;                   // the event's document window; null when there is none
-    BMessage* message = nullptr;                 // the event's message (202, 206), or the one to fill (10010)
-    long initReplyA = 0;                         // written by the plug-in on event 1
-    long initReplyB = 0;                         // written by the plug-in on event 1
-    const char* name = nullptr;                  // a command (103), a setting (402), the document's directory (10010)
-    const char*** settingsArgs = nullptr;        // event 104: null-ended words; the first is the setting's name
-    const char* symbol = nullptr;                // event 10010: the include-style file name asked for
-    long documentID = 0;                         // 1 to INT32_MAX; 0 when there is no document
-    char* returnedValue = nullptr;               // event 402: made with new[] by the plug-in, deleted by the host
-    BView* panelView = nullptr;                  // event 502: the panel's container
-    const char* panelIdentifier = nullptr;       // event 502: which panel is opened
-    __CFBundle* bundle = nullptr;                // the plug-in's own bundle, on every call; borrowed
+    BWindow* window = nullptr;             // the event's document window; null when there is none
+    BMessage* message = nullptr;           // the event's message (202, 206), or the one to fill (10010)
+    long initReplyA = 0;                   // written by the plug-in on event 1
+    long initReplyB = 0;                   // written by the plug-in on event 1
+    const char* name = nullptr;            // a command (103), a setting (402), the document's directory (10010)
+    const char*** settingsArgs = nullptr;  // event 104: null-ended words; the first is the setting's name
+    const char* symbol = nullptr;          // event 10010: the include-style file name asked for
+    long documentID = 0;                   // 1 to INT32_MAX; 0 when there is no document
+    char* returnedValue = nullptr;         // event 402: made with new[] by the plug-in, deleted by the host
+    BView* panelView = nullptr;            // event 502: the panel's container
+    const char* panelIdentifier = nullptr; // event 502: which panel is opened
+    __CFBundle* bundle = nullptr;          // the plug-in's own bundle, on every call; borrowed
 
     // The host gives these two numbers no meaning; it asks for them with event 307.
     virtual void SetResourceIDs(long first, long second) = 0;
@@ -49,7 +49,7 @@ public:
     virtual char CharAt(long offset) = 0;
 
     virtual void GetMouse(BPoint* where, uint32* buttons, bool checkQueue) = 0; // in text view coordinates
-    virtual long OffsetAt(const BPoint* where) = 0;                            // of a point in text view coordinates
+    virtual long OffsetAt(const BPoint* where) = 0;                             // of a point in text view coordinates
 
     // Where the character at 'offset' starts on the SCREEN: x its left edge, y its baseline.
     virtual BPoint PointAt(long offset) const = 0;
@@ -95,8 +95,8 @@ public:
         be_app->PostMessage(&envelope);
     }
 
-    // Answers event 402 with a copy of 'value', of "" too (an array of one byte: a setting that is empty is there all the
-    // same); null answers null.
+    // Answers event 402 with a copy of 'value', of "" too (an array of one byte: a setting that is empty is there all
+    // the same); null answers null.
     void ReturnSettingNameValue(const char* value)
     {
         returnedValue = nullptr;

@@ -56,8 +56,8 @@ inline bool HasEmptyBase(char ch)
     return ch == '<' || ch == '\0';
 }
 
-// How much of a name stands before its template arguments: all names that MatchSkippingTemplateParams() finds equal begin
-// with that much of the pattern.
+// How much of a name stands before its template arguments: all names that MatchSkippingTemplateParams() finds equal
+// begin with that much of the pattern.
 size_t BaseLength(const char* name);
 
 bool BasesMatch(const char* a, const char* b, unsigned long n);

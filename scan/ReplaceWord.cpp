@@ -57,8 +57,8 @@ Edit SelectorEdit(const std::string& typed, long caret, const std::string& compl
     return {caret, caret, rest, caret + firstArgument};
 }
 
-// All four in this order each time, also with nothing to delete or to insert: to the host it is one kind of edit, and the
-// selection that an undo brings back is the one from before the deletion.
+// All four in this order each time, also with nothing to delete or to insert: to the host it is one kind of edit, and
+// the selection that an undo brings back is the one from before the deletion.
 void Apply(PluginInterface* pi, long selStart, long selEnd, const Edit& edit)
 {
     pi->BeginUndo(selStart, selEnd, "Insert symbol completion");

@@ -23,8 +23,8 @@ class Window {
 public:
     explicit Window(int descriptor) : descriptor(descriptor) {}
 
-    // The first line that begins at 'offset', which is not the file's beginning, or behind it. Nothing when there is none
-    // near enough to be one of a file that is in order.
+    // The first line that begins at 'offset', which is not the file's beginning, or behind it. Nothing when there is
+    // none near enough to be one of a file that is in order.
     std::optional<Line> LineFrom(off_t offset)
     {
         // A line begins at the offset itself when the byte before it ends another.

@@ -177,8 +177,8 @@ bool CompletionCache::NeedToReload(const Tags& tags)
     if (NeedToReload(localPath, localTime))
         localPath.clear();
     // The system's tags file is the same for all documents, so it is not asked which one it is. The local one is, also
-    // when there is none any more. Then both paths are empty below, which is no reason to load: the old names go on being
-    // offered.
+    // when there is none any more. Then both paths are empty below, which is no reason to load: the old names go on
+    // being offered.
     if (!localPath.empty() && localPath != newLocalPath)
         localPath.clear();
     if (systemPath.empty())

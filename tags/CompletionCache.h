@@ -1,4 +1,5 @@
-// Every symbol's name in the two tags files, sorted in memory, so that completion need not read files at each key stroke.
+// Every symbol's name in the two tags files, sorted in memory, so that completion need not read files at each key
+// stroke.
 #pragma once
 
 #include "tags/ScopeMarks.h"
@@ -12,8 +13,8 @@ class TagFile;
 class Tags;
 
 // One half for the local tags file and one for the system's; only a half that is stale is loaded again, on a thread of
-// its own. The document thread asks LoadIfNeeded() and, when it has said true, searches; meanwhile no load runs, so that
-// a search needs no lock.
+// its own. The document thread asks LoadIfNeeded() and, when it has said true, searches; meanwhile no load runs, so
+// that a search needs no lock.
 class CompletionCache {
 public:
     CompletionCache() = default;
@@ -31,8 +32,8 @@ public:
     // selectors that begin with it. 'out' is emptied first.
     void GetCompletions(const char* pattern, std::vector<std::string>& out, unsigned long max) const;
 
-    // Those of one sorted list of entries (see NameAndQualifier), appended. 'max' is not looked at: what is cut off must
-    // be the end of the names of both lists together.
+    // Those of one sorted list of entries (see NameAndQualifier), appended. 'max' is not looked at: what is cut off
+    // must be the end of the names of both lists together.
     void GetCompletions(const char* pattern, std::vector<std::string>& out, unsigned long max,
                         const std::vector<char*>& entries) const;
 
@@ -48,8 +49,8 @@ public:
 
     static void ClearCache(std::vector<char*>& entries); // frees them
 
-    // Appends all entries of the file, then sorts and drops the duplicates. An unreadable file changes nothing; when reading
-    // is cancelled meanwhile there are no entries at all.
+    // Appends all entries of the file, then sorts and drops the duplicates. An unreadable file changes nothing; when
+    // reading is cancelled meanwhile there are no entries at all.
     static void LoadSelf(TagFile& tagFile, std::vector<char*>& entries);
 
 private:

@@ -11,8 +11,8 @@
 
 constexpr size_t kGlance = 32;
 
-// The place of the first byte that differs in the two, or at which the first one's name ends, with a tab or a line break:
-// among their first kGlance bytes, all of which must be there. kGlance when there is none.
+// The place of the first byte that differs in the two, or at which the first one's name ends, with a tab or a line
+// break: among their first kGlance bytes, all of which must be there. kGlance when there is none.
 inline size_t FirstStopByBytes(const char* previous, const char* line)
 {
     size_t place = 0;
@@ -33,7 +33,8 @@ inline uint32_t StopsIn(const char* previous, const char* line)
 }
 #endif
 
-// The same. Where lines stop cannot be foreseen, so that to branch on it takes longer than to look at all bytes at once.
+// The same. Where lines stop cannot be foreseen, so that to branch on it takes longer than to look at all bytes at
+// once.
 inline size_t FirstStop(const char* previous, const char* line)
 {
 #if defined(__SSE2__)

@@ -20,8 +20,8 @@ struct FileIdentity {
     static std::optional<FileIdentity> Of(int descriptor); // nothing for what is no plain file
     bool operator==(const FileIdentity& other) const;
 
-    // Not, for about two seconds from a change on: another one could leave size and time as they are, since times are not
-    // as fine as they look.
+    // Not, for about two seconds from a change on: another one could leave size and time as they are, since times are
+    // not as fine as they look.
     bool HasSettled() const;
 };
 
@@ -32,9 +32,9 @@ struct FileOrder {
     bool operator==(const FileOrder&) const = default;
 };
 
-// Known in this process, and to other processes of the user through a small file each in the cache directory. These come
-// and go as a whole and are checked when they are read: whatever happens to them, the worst is that a file has to be read
-// to its end once more. Nothing is ever said about it.
+// Known in this process, and to other processes of the user through a small file each in the cache directory. These
+// come and go as a whole and are checked when they are read: whatever happens to them, the worst is that a file has to
+// be read to its end once more. Nothing is ever said about it.
 //
 // Any thread. Its lock is taken last: nothing is called with it held.
 class KnownFiles {

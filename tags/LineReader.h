@@ -7,18 +7,18 @@
 #include <string_view>
 #include <sys/types.h>
 
-// A line that is longer than a piece is read in several, each of them a line of its own: the same pieces as fgets() with
-// kPieceSize + 1 bytes gives, with their line breaks, and NUL bytes like any other. The file is read, never mapped into
-// memory, so that one that is cut short meanwhile just ends there; also what cannot be read ends, and every file while
-// reading is cancelled (see Cancellation.h).
+// A line that is longer than a piece is read in several, each of them a line of its own: the same pieces as fgets()
+// with kPieceSize + 1 bytes gives, with their line breaks, and NUL bytes like any other. The file is read, never mapped
+// into memory, so that one that is cut short meanwhile just ends there; also what cannot be read ends, and every file
+// while reading is cancelled (see Cancellation.h).
 //
 // Not thread-safe. Destruction does not close the file, nor does opening another: for both there is Close().
 class LineReader {
 public:
     static constexpr size_t kPieceSize = 1023;
 
-    // At the file's beginning. False when it cannot be opened. A directory, pipe or device has no lines, and is not waited
-    // for.
+    // At the file's beginning. False when it cannot be opened. A directory, pipe or device has no lines, and is not
+    // waited for.
     bool Open(const char* path);
     void Close();
     int Descriptor() const { return descriptor; } // -1 when closed, and for what is no file
@@ -33,8 +33,8 @@ public:
         return true;
     }
 
-    // Passes over lines as long as 'passes' says so of the line before and the next one, both of them whole pieces that end
-    // with a line break; ends at the latest where the file is read on. What comes next is for Next().
+    // Passes over lines as long as 'passes' says so of the line before and the next one, both of them whole pieces that
+    // end with a line break; ends at the latest where the file is read on. What comes next is for Next().
     template <class Passes>
     void PassOver(Passes passes)
     {
@@ -52,8 +52,8 @@ public:
         next = line;
     }
 
-    // What the call before gave, for as long as the present piece is valid; empty for the first piece, and for the first
-    // one behind a jump.
+    // What the call before gave, for as long as the present piece is valid; empty for the first piece, and for the
+    // first one behind a jump.
     std::string_view Previous() const { return {previous, static_cast<size_t>(current - previous)}; }
 
     // Where in the file the next piece begins. Not known for what is no file of a fixed size.

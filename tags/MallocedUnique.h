@@ -5,8 +5,9 @@
 #include <cstdlib>
 #include <iterator>
 
-// Keeps the first of each run of equal elements of a range of malloc-ed pointers, moved to the front, and returns the end
-// of what is kept. From there on stand nulls and duplicates that are not freed yet: free() them all, then erase them.
+// Keeps the first of each run of equal elements of a range of malloc-ed pointers, moved to the front, and returns the
+// end of what is kept. From there on stand nulls and duplicates that are not freed yet: free() them all, then erase
+// them.
 template <class Iterator, class Equal>
 Iterator malloced_unique(Iterator first, Iterator last, Equal equal)
 {

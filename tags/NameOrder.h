@@ -8,8 +8,8 @@
 #include <sys/types.h>
 
 // What a line is found by: all of it up to its first tab, or up to its end. The names of a file are in order when those
-// of no two lines are the wrong way round as unsigned bytes; then so is whatever number of bytes they begin with, and all
-// names with the same beginning stand together. A NUL byte is a byte like any other.
+// of no two lines are the wrong way round as unsigned bytes; then so is whatever number of bytes they begin with, and
+// all names with the same beginning stand together. A NUL byte is a byte like any other.
 inline std::string_view NameInLine(std::string_view line)
 {
     const size_t end = line.find('\t');
@@ -18,11 +18,11 @@ inline std::string_view NameInLine(std::string_view line)
     return line.ends_with('\n') ? line.substr(0, line.length() - 1) : line;
 }
 
-// Sees all lines of a file from its beginning, in the pieces that LineReader gives. Pseudo-tags at the head are no part of
-// the order, for they may stand in any; further down they are.
+// Sees all lines of a file from its beginning, in the pieces that LineReader gives. Pseudo-tags at the head are no part
+// of the order, for they may stand in any; further down they are.
 //
-// Some files are never in order, since readers would see other lines when they begin elsewhere: those with a line of more
-// than one piece, and those with a line that begins with a tab, which readers pass over to find the name.
+// Some files are never in order, since readers would see other lines when they begin elsewhere: those with a line of
+// more than one piece, and those with a line that begins with a tab, which readers pass over to find the name.
 class NameOrder {
 public:
     // The file's next piece, and the one before it.
@@ -34,7 +34,8 @@ public:
             AddInBody(previous, line);
     }
 
-    // Whether nothing would come of Add() for these, which are whole lines: for nearly all of them in a file that is in order.
+    // Whether nothing would come of Add() for these, which are whole lines: for nearly all of them in a file that is in
+    // order.
     bool GoesWithoutSaying(std::string_view previous, std::string_view line) const
     {
         return !inHead && (!inOrder || ShowOrder(previous, line));
@@ -59,9 +60,9 @@ private:
     }
     static bool IsWhole(std::string_view previous) { return previous.empty() || previous.ends_with('\n'); }
 
-    // Whether a few glances tell that the second line's name is not before the first one's: nearly always in a sorted file.
-    // It is so when the first name ends before anything differs, and when the first byte that differs is larger, and is no
-    // tab or line break: these end a name, and so put it in front of one that goes on with any byte at all.
+    // Whether a few glances tell that the second line's name is not before the first one's: nearly always in a sorted
+    // file. It is so when the first name ends before anything differs, and when the first byte that differs is larger,
+    // and is no tab or line break: these end a name, and so put it in front of one that goes on with any byte at all.
     static bool ShowOrder(std::string_view previous, std::string_view line)
     {
         const size_t length = std::min(previous.length(), line.length());

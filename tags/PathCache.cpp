@@ -90,8 +90,8 @@ void PathCache::StartLoading(std::unique_ptr<TagFile> tagFile)
     }
 }
 
-// Of an open file, which is closed then. It has no paths, until it changes, when there is no memory for all of them. False
-// when reading was cancelled: it has none, and is not loaded.
+// Of an open file, which is closed then. It has no paths, until it changes, when there is no memory for all of them.
+// False when reading was cancelled: it has none, and is not loaded.
 bool PathCache::LoadPaths(TagFile& tagFile)
 {
     try {

@@ -28,8 +28,8 @@ public:
     static BLocker& PathCacheLock();
 
     // True when the paths can be searched now. Otherwise they are being loaded, at the latest from this call on, by a
-    // thread of their own; when there is none to be had, the next call tries again. Without 'inBackground' they are loaded here, and the answer is true even for an unreadable
-    // file.
+    // thread of their own; when there is none to be had, the next call tries again. Without 'inBackground' they are
+    // loaded here, and the answer is true even for an unreadable file.
     bool LoadIfNeeded(TagFile& tagFile, bool inBackground);
 
     // Loads now, from the beginning, and closes 'tagFile'. An unreadable file changes nothing.

@@ -1,4 +1,5 @@
-// The pseudo-tag by which a tags file says that its names are in order, and what shows that nobody has changed it since.
+// The pseudo-tag by which a tags file says that its names are in order, and what shows that nobody has changed it
+// since.
 #pragma once
 
 #include <cstdint>
@@ -10,9 +11,9 @@
 
 // The names are in order as NameOrder has it. The value is the size of the file, up to the next tab, always as long, so
 // that it can be filled in once the size is known. Who writes it also gives the file a time of modification with these
-// nanoseconds: any other tool that changes the file gives it another size, or at least another time, which is as good as
-// never one of the same nanoseconds. So the content is the same whenever it is made, and copies with their times are as
-// good.
+// nanoseconds: any other tool that changes the file gives it another size, or at least another time, which is as good
+// as never one of the same nanoseconds. So the content is the same whenever it is made, and copies with their times are
+// as good.
 constexpr std::string_view kSortedClaim = "!_TAG_CPLUSTAGS_SORTED\t";
 
 inline std::string SortedClaimValue(off_t size)
@@ -22,8 +23,8 @@ inline std::string SortedClaimValue(off_t size)
     return text;
 }
 
-// Never 0, as times have it that are kept in seconds; less than a millisecond, so that the time is that of the second in
-// which the file is made, and not still to come.
+// Never 0, as times have it that are kept in seconds; less than a millisecond, so that the time is that of the second
+// in which the file is made, and not still to come.
 inline long SortedClaimNanoseconds(off_t size)
 {
     constexpr uint64_t kMost = 999'999;

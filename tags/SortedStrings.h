@@ -7,8 +7,8 @@
 #include <new>
 #include <vector>
 
-// Sorts the pointers; false when reading was cancelled meanwhile, which leaves them as they were. It takes as much memory
-// again as the pointers themselves do, if that is there; otherwise they are sorted where they are, to the end.
+// Sorts the pointers; false when reading was cancelled meanwhile, which leaves them as they were. It takes as much
+// memory again as the pointers themselves do, if that is there; otherwise they are sorted where they are, to the end.
 template <class Less>
 bool SortUnlessCancelled(std::vector<char*>& strings, Less less)
 {

@@ -19,9 +19,9 @@ namespace {
 
 constexpr const char* kClassTokens[] = {"class:", "namespace:", "struct:", "union:", nullptr};
 
-// A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within the
-// first; what the other pieces hold is hardly ever a tag, and is treated like any other text: stepped over, or, for a
-// search that stops at a mismatch, the end.
+// A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within
+// the first; what the other pieces hold is hardly ever a tag, and is treated like any other text: stepped over, or, for
+// a search that stops at a mismatch, the end.
 constexpr size_t kLineSize = LineReader::kPieceSize + 1;
 
 // For cutting it into fields; a NUL byte in it ends what is seen of it.

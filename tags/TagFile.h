@@ -48,8 +48,8 @@ public:
                    Match);
 
     // Adds the file field of each remaining line, exactly as it is written, to 'paths', which is sorted by strcmp and
-    // free of duplicates and stays so, unless reading is cancelled. Added strings are to be freed with free(). Throws std::bad_alloc; then the paths are
-    // in no order, and may be null.
+    // free of duplicates and stays so, unless reading is cancelled. Added strings are to be freed with free(). Throws
+    // std::bad_alloc; then the paths are in no order, and may be null.
     void LoadPathCache(std::vector<char*>& paths);
 
     // Strips "class:", "namespace:", "struct:" and "union:" from the front of a scope text and gives the rest as the

@@ -68,8 +68,8 @@ void TagLines::FindOrder()
     learns = !known && isWorthIt && identity->HasSettled();
 }
 
-// Who has found what he wanted reads no more, and next time would read up to there again. That is worth a whole pass, once,
-// unless it is not far.
+// Who has found what he wanted reads no more, and next time would read up to there again. That is worth a whole pass,
+// once, unless it is not far.
 void TagLines::ReadOnForOrder()
 {
     std::string_view line;
@@ -80,8 +80,8 @@ void TagLines::ReadOnForOrder()
     RememberOrder();
 }
 
-// All lines have been seen if what was read is as long as the file, and the file still what it was at the beginning; one
-// that is out of order is enough.
+// All lines have been seen if what was read is as long as the file, and the file still what it was at the beginning;
+// one that is out of order is enough.
 void TagLines::RememberOrder()
 {
     const bool isCertain = learns && (!order.InOrder() || reader.Offset() == identity->size);

@@ -41,9 +41,9 @@ public:
         });
     }
 
-    // Passes over lines whose names do not begin with 'start', at most all in front of the first that does. True when it
-    // is known that behind a name that sorts after 'start', and does not begin with it, no line does any more. Any call
-    // after the first has to be for the same start, until the file is opened again.
+    // Passes over lines whose names do not begin with 'start', at most all in front of the first that does. True when
+    // it is known that behind a name that sorts after 'start', and does not begin with it, no line does any more. Any
+    // call after the first has to be for the same start, until the file is opened again.
     bool SkipTo(std::string_view start);
     void GoToEnd() { reader.GoToEnd(); } // as after the last line
 

@@ -5,11 +5,11 @@
 #include <string>
 #include <sys/types.h>
 
-// Why the open tags file of that size is not read, as the rest of a sentence about it; nothing for one that is. Smaller ones
-// than a gigabyte always are. Leaves the file's position alone. Any thread.
+// Why the open tags file of that size is not read, as the rest of a sentence about it; nothing for one that is. Smaller
+// ones than a gigabyte always are. Leaves the file's position alone. Any thread.
 //
-// It is not read when holes are most of it, nor when it is more than twice as long as it says that it was when it was made:
-// tags that somebody has added since are not as many as that.
+// It is not read when holes are most of it, nor when it is more than twice as long as it says that it was when it was
+// made: tags that somebody has added since are not as many as that.
 std::optional<std::string> WhyUnread(int descriptor, off_t size);
 
 // Has the user told: posts to the application, if there is one. Any thread.

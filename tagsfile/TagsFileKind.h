@@ -14,9 +14,9 @@ enum class Target {
 
 // What stands at the path, links followed. Reads the first lines only, and never waits. Any thread.
 //
-// The pseudo-tags of ctags, and the sign behind the address of a tag with fields, are in no other file. A line of the oldest
-// format looks like a row of any table with three columns; such a file counts when all its first lines are of that form and
-// one of them names a file that exists.
+// The pseudo-tags of ctags, and the sign behind the address of a tag with fields, are in no other file. A line of the
+// oldest format looks like a row of any table with three columns; such a file counts when all its first lines are of
+// that form and one of them names a file that exists.
 Target WhatIs(const std::string& path);
 
 } // namespace tagsfile

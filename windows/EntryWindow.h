@@ -18,9 +18,9 @@ public:
                 const BEntry* systemTags);
     ~EntryWindow() override;
 
-    // Makes and shows the dialog, or brings the existing one to the front with its text selected. An existing dialog goes
-    // on looking into the tags files it was made with: the entries given are not used then. Answers the dialog, also when
-    // it was quit meanwhile and nothing is shown. Document thread.
+    // Makes and shows the dialog, or brings the existing one to the front with its text selected. An existing dialog
+    // goes on looking into the tags files it was made with: the entries given are not used then. Answers the dialog,
+    // also when it was quit meanwhile and nothing is shown. Document thread.
     static EntryWindow* CreateOrShow(PluginInterface* host, const BEntry* localTags, const BEntry* systemTags);
 
     void MessageReceived(BMessage* message) override;

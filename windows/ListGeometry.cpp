@@ -22,7 +22,8 @@ ListFit FitFor(const ListMeasures& list)
     fit.width = list.chromeWidth + list.widestEntry + kTextMargin;
     if (list.resizable || list.count > kMaxFitLines)
         fit.width += list.scrollBarWidth;
-    fit.height = list.chromeHeight + list.lineHeight * static_cast<float>(std::min(list.count, kMaxFitLines)) + kListMargin;
+    fit.height =
+        list.chromeHeight + list.lineHeight * static_cast<float>(std::min(list.count, kMaxFitLines)) + kListMargin;
 
     // The height limits count the list alone, without the chrome that the height above has. With one or two entries the
     // minimum exceeds the maximum: the window can then not be made lower than three lines once its user resizes it. The

@@ -60,7 +60,8 @@ LookupItem::~LookupItem() = default;
 
 std::string MakeDisplayPath(const std::string& path)
 {
-    // The first occurrence is replaced wherever it stands: a home directory met in the middle of a path is shortened too.
+    // The first occurrence is replaced wherever it stands: a home directory met in the middle of a path is shortened
+    // too.
     std::string shortened = path;
     ReplaceFirst(shortened, Home().c_str(), "~/");
     ReplaceFirst(shortened, "/System/Library/Frameworks/", "/Sys...ks/");

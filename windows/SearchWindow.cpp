@@ -14,8 +14,8 @@ namespace {
 constexpr uint32 kInvoked = FourCC("Look");
 constexpr size_t kManyMatches = 40;
 
-// What has a body: functions, methods of both sorts, and one kind more that some tags programs write. All else is declared
-// where it stands, a class or a macro with its one place too.
+// What has a body: functions, methods of both sorts, and one kind more that some tags programs write. All else is
+// declared where it stands, a class or a macro with its one place too.
 bool IsDefinition(char kind)
 {
     return kind == 'f' || kind == 'o' || kind == 'O' || kind == 'R';

@@ -8,8 +8,9 @@
 
 class BListItem;
 
-// Filled once by its creator (the document thread, or the symbol entry dialog's), then shown; from then on it runs on its
-// own thread. It closes after one entry has been opened. Its creator gets rid of one that it does not show with Quit().
+// Filled once by its creator (the document thread, or the symbol entry dialog's), then shown; from then on it runs on
+// its own thread. It closes after one entry has been opened. Its creator gets rid of one that it does not show with
+// Quit().
 class SearchWindow : public TagWindow<Tags> {
 public:
     // The newest search window, or null. Destruction clears it whichever window dies: when an older one outlived the

@@ -12,13 +12,14 @@ class Tags;
 // entry and as high as its entries, up to eight of them, and stands next to the document's caret.
 //
 // Made hidden; construct, PopulateList(), then ShowAt(). Its creator has it alone until then; later calls take the
-// window's lock for their duration and do nothing once the window has been quit. Entries are BStringItems, and the window
-// deletes those that it removes and those left when it dies.
+// window's lock for their duration and do nothing once the window has been quit. Entries are BStringItems, and the
+// window deletes those that it removes and those left when it dies.
 template <class TagSet>
 class TagWindow : public BWindow {
 public:
-    // 'command' is the code of the message that the list sends to this window when an entry is invoked. 'resizable' gives
-    // a floating window with a permanent scroll bar; without it, a bordered one that shows a scroll bar when it needs it.
+    // 'command' is the code of the message that the list sends to this window when an entry is invoked. 'resizable'
+    // gives a floating window with a permanent scroll bar; without it, a bordered one that shows a scroll bar when it
+    // needs it.
     TagWindow(const char* title, bool resizable, uint32 command);
     ~TagWindow() override;
 

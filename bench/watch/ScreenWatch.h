@@ -1,8 +1,9 @@
 // What is seen on an X screen, and since when.
 //
-// The program that is watched is not asked anything: the X server tells of what was drawn (Damage), and then is asked for
-// the picture. Each pixel keeps the time when it last became another one, so that in the end each has the time since which it
-// looks as it does. Needs a server with the extensions Damage, MIT-SHM and XTEST, and 32 bits a pixel. One thread.
+// The program that is watched is not asked anything: the X server tells of what was drawn (Damage), and then is asked
+// for the picture. Each pixel keeps the time when it last became another one, so that in the end each has the time
+// since which it looks as it does. Needs a server with the extensions Damage, MIT-SHM and XTEST, and 32 bits a pixel.
+// One thread.
 #pragma once
 
 #include <chrono>
@@ -40,8 +41,8 @@ public:
     // The first window of a program's own that was shown since Begin(); Clock::time_point() when there was none.
     Clock::time_point Shown() const { return shown; }
 
-    // When nine and a half of ten pixels that are wanted looked as they do now, of those that changed since Begin(). The
-    // rest is a blinking caret, and what programs do behind what one looks at.
+    // When nine and a half of ten pixels that are wanted looked as they do now, of those that changed since Begin().
+    // The rest is a blinking caret, and what programs do behind what one looks at.
     using Wanted = std::function<bool(uint32_t pixel)>;
     Clock::time_point DoneSince(const Wanted& wanted) const;
 

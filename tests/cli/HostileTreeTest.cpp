@@ -9,8 +9,8 @@
 
 namespace {
 
-// Its tags are stale, so that a lookup has them made, and their temporary is a link out of it. What is written there would
-// hold a name of a file that a shell runs.
+// Its tags are stale, so that a lookup has them made, and their temporary is a link out of it. What is written there
+// would hold a name of a file that a shell runs.
 class HostileTreeInEachFace : public ::testing::Test {
 protected:
     void Unpack()
@@ -130,7 +130,8 @@ TEST_F(HostileTreeInEachFace, WritesNothingOutsideOfItself)
         }
 }
 
-// mv would ask on the terminal whether to replace the file, and a job in the background that reads there is stopped as a whole.
+// mv would ask on the terminal whether to replace the file, and a job in the background that reads there is stopped as
+// a whole.
 TEST(FromATerminal, WriteProtectedTagsStopNoJob)
 {
     const TempDirectory tree;

@@ -284,7 +284,9 @@ TEST_F(LookupCommand, ColoursOnATerminalOnly)
 // What a terminal would take for a command: to change its title, to clear it, to write over what is there.
 TEST_F(LookupCommand, TagsGiveNoCommandsToATerminal)
 {
-    const std::string scope = "\x1b]0;owned\x07\x1b[2J\x08\xc2\x9b" "1m\x7f\x9b" "2Jcaf\xc3\xa9";
+    const std::string scope = "\x1b]0;owned\x07\x1b[2J\x08\xc2\x9b"
+                              "1m\x7f\x9b"
+                              "2Jcaf\xc3\xa9";
     tree.Write("tags", "only\tsrc/one.c\t1;\"\tf\tclass:" + scope + "\n");
     EXPECT_EQ(Run({"--symbol", "only"}).output, At("src/one.c", 1, scope + "::only - one.c")) << "programs get it all";
     const std::string command = ShellWord(WREN_PROGRAM) + " lookup --symbol only --home " + ShellWord(tree / "home");
@@ -309,7 +311,8 @@ TEST(Program, ExplainsItself)
 
 TEST(Program, NamesTheCommandsThatNeedNoDisplayWhenThereIsNone)
 {
-    const std::map<std::string, std::string> noDisplay = {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"QT_QPA_PLATFORM", ""}};
+    const std::map<std::string, std::string> noDisplay = {
+        {"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"QT_QPA_PLATFORM", ""}};
     for (const std::vector<std::string>& words :
          {std::vector<std::string>{WREN_PROGRAM}, {WREN_PROGRAM, "a.c"}, {WREN_PROGRAM, "--new"}}) {
         const ProgramRun run = RunProgram(words, "/", noDisplay);

@@ -1,6 +1,6 @@
 // The commands when whoever reads their output has gone.
-#include "tests/support/FileContent.h"
 #include "tests/support/LostReader.h"
+#include "tests/support/FileContent.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"

@@ -54,7 +54,8 @@ protected:
     static void UseSystemNames(const Lines& names) { UseSystemTags(TagsOf(names)); }
     void UseLocalTags(const std::string& content) const { Replace(folder / "tags", content); }
     void UseLocalNames(const Lines& names) const { UseLocalTags(TagsOf(names)); }
-    // A local tags file whose reader has to wait until it is written: the load that comes to it is under way until then.
+    // A local tags file whose reader has to wait until it is written: the load that comes to it is under way until
+    // then.
     void HoldLocalTags() const
     {
         std::filesystem::remove(folder / "tags");
@@ -93,8 +94,8 @@ protected:
         message.AddString("completion", completion);
         Call([&] { CompletionSelected(&host, &message); });
     }
-    // Has the names of the tags files read, so that the next AutoSuggest() finds them. Opens nothing, and closes what is
-    // open.
+    // Has the names of the tags files read, so that the next AutoSuggest() finds them. Opens nothing, and closes what
+    // is open.
     void LoadNames()
     {
         const FakeHost before = host;

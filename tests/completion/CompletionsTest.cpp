@@ -50,8 +50,8 @@ TEST_F(CompletionsTest, ComeFromTheSystemWhenNothingLocalMatches)
     EXPECT_EQ(Found("n"), (Lines{"nb", "na"}));
 }
 
-// The search goes on in the system's file as it ended in the local one: at the first line that does not match. So what is
-// near hides what is far, unless that begins the file.
+// The search goes on in the system's file as it ended in the local one: at the first line that does not match. So what
+// is near hides what is far, unless that begins the file.
 TEST_F(CompletionsTest, OfTheSystemAreHiddenByLocalOnes)
 {
     local.WriteTags(TagsOf({"nc", "z"}));

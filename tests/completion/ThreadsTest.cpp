@@ -108,8 +108,8 @@ TEST_F(CompletionThreads, ClickingWhileKeysAreRouted)
     EXPECT_GE(Shown()->list->selected, 0);
 }
 
-// Tags files change while the user types. Whatever is listed is what one state of the files has, and once they are quiet
-// it is what they have now.
+// Tags files change while the user types. Whatever is listed is what one state of the files has, and once they are
+// quiet it is what they have now.
 TEST_F(CompletionThreads, LoadsThatRaceKeyStrokes)
 {
     const Lines before = Numbered("good_before", 40);

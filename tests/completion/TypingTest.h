@@ -6,8 +6,8 @@
 
 #include <utility>
 
-// A key goes down (206); when the plug-in leaves it, the text changes, and then the key was typed (207) or has edited or
-// moved (208). Messages for the document (202) come when all is quiet.
+// A key goes down (206); when the plug-in leaves it, the text changes, and then the key was typed (207) or has edited
+// or moved (208). Messages for the document (202) come when all is quiet.
 class TypingTest : public CompletionTest {
 protected:
     TypingTest() { CompleteWhileTyping(true); }

@@ -59,7 +59,8 @@ TEST(MakeTags, TellsReadersThatTheNamesAreInOrder)
     EXPECT_EQ(work.Run({"-f", "-", "a.c"}).output.find(kSortedClaim), std::string::npos)
         << "standard output has no time";
 
-    // Old lines of other programs are in order too, but not by their names: a control character sorts in front of a tab.
+    // Old lines of other programs are in order too, but not by their names: a control character sorts in front of a
+    // tab.
     work.Write("tags", "!_TAG_PROGRAM_NAME\tcplustags\t//\nodd\x01z\tb.c\t1;\"\tf\nodd\tb.c\t1;\"\tf\n");
     EXPECT_EQ(work.Run({"--append=yes", "a.c"}).status, 0);
     ASSERT_EQ(work.Tags().size(), 3u);

@@ -64,7 +64,8 @@ struct Sample {
 
 const Texts kFields = {"b.c", "a.c", "a.c.h", "a", "a.c", "a\x01.c", "/usr/include/x.h", std::string(990, 'l')};
 
-// Names and scopes of few letters, so that all that follows them in a line decides as well: some of them sort before it.
+// Names and scopes of few letters, so that all that follows them in a line decides as well: some of them sort before
+// it.
 std::vector<Sample> Samples(size_t count, unsigned seed)
 {
     std::mt19937 random(seed);

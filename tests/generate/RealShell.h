@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-// The shell finds 'find', 'mv' and 'cat', and besides them only traps: programs that tell when they are run. A stand-in for
-// the tags program notes how it is called and makes the file that it is asked for.
+// The shell finds 'find', 'mv' and 'cat', and besides them only traps: programs that tell when they are run. A stand-in
+// for the tags program notes how it is called and makes the file that it is asked for.
 class RealShell {
 public:
     struct Call {

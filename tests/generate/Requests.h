@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-// For as long as a test: the shell's place is taken, and the threads that generate tags are known from before they start
-// until their work is done. One at a time.
+// For as long as a test: the shell's place is taken, and the threads that generate tags are known from before they
+// start until their work is done. One at a time.
 class Requests {
 public:
     using Commands = std::vector<std::string>; // of one thread, in their order
@@ -16,8 +16,8 @@ public:
     Requests();
     ~Requests(); // waits for all threads
 
-    // Waits until all threads that were started have done their work. Their commands, in the order of the starts; what is
-    // taken is not taken again.
+    // Waits until all threads that were started have done their work. Their commands, in the order of the starts; what
+    // is taken is not taken again.
     std::vector<Commands> Take();
 
     void AnswerCommandsWith(int status);                          // as system() would; 0 at first

@@ -1,5 +1,5 @@
-// The texts of the settings go into command lines as they stand: what they could have run, and what not. docs/guide.md says
-// so to the users.
+// The texts of the settings go into command lines as they stand: what they could have run, and what not. docs/guide.md
+// says so to the users.
 #include "generate/CreateTags.h"
 
 #include "tests/generate/GenerateTest.h"

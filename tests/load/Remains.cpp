@@ -28,6 +28,6 @@ Remains Remains::Now()
 
 std::string Remains::Text() const
 {
-    return std::to_string(bytes) + " bytes, " + std::to_string(descriptors) + " descriptors, " + std::to_string(threads) +
-           " threads";
+    return std::to_string(bytes) + " bytes, " + std::to_string(descriptors) + " descriptors, " +
+           std::to_string(threads) + " threads";
 }

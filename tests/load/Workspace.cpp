@@ -10,7 +10,8 @@ constexpr size_t kFunctions = 800; // of which each has a name of its own
 constexpr size_t kSymbolsOfProject = 4000;
 constexpr size_t kSymbolsOfSystem = 12000;
 
-const char* const kSyllables[] = {"re", "al", "set", "Name", "Of", "Item", "count", "At", "Index", "draw", "In", "Rect"};
+const char* const kSyllables[] = {"re",    "al", "set",   "Name", "Of", "Item",
+                                  "count", "At", "Index", "draw", "In", "Rect"};
 
 // The same for the same numbers, so that tags and texts meet.
 std::string Word(size_t number)
@@ -118,7 +119,8 @@ std::string Workspace::MakePhrase() const
 
 void Workspace::WriteTags(size_t project) const
 {
-    const std::string made = files.Write("project" + std::to_string(project) + "/tags.tmp", MakeTags(kSymbolsOfProject));
+    const std::string made =
+        files.Write("project" + std::to_string(project) + "/tags.tmp", MakeTags(kSymbolsOfProject));
     std::filesystem::rename(made, Project(project) + "/tags");
 }
 
@@ -126,8 +128,9 @@ std::string Workspace::MakeTags(size_t symbols) const
 {
     std::set<std::string> lines; // that a symbol has
     for (size_t symbol = 0; symbol < symbols; ++symbol)
-        lines.insert(Once(random, 2) ? MakeFunction(Pick(random, kFunctions))
-                                     : MakeTag(Pick(random, 10), Class(Pick(random, kClasses)), Pick(random, kMembers)));
+        lines.insert(Once(random, 2)
+                         ? MakeFunction(Pick(random, kFunctions))
+                         : MakeTag(Pick(random, 10), Class(Pick(random, kClasses)), Pick(random, kMembers)));
     std::string text = "!_TAG_FILE_SORTED\t1\t//\n";
     for (const std::string& line : lines)
         text += line;

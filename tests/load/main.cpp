@@ -1,5 +1,5 @@
-// One editor, with the plug-in's bundle and no display, that does what many users do in weeks: what it holds when it has come
-// to rest must not grow, and no descriptor and no thread stay.
+// One editor, with the plug-in's bundle and no display, that does what many users do in weeks: what it holds when it
+// has come to rest must not grow, and no descriptor and no thread stay.
 //
 //     load_run [KEYS [SEED]]
 //
@@ -22,13 +22,15 @@ namespace {
 constexpr long kAllKeys = 1'000'000;
 constexpr long kRests = 10;
 
-// Half a byte a key: blocks that threads keep for themselves come and go, and one window that stays at each lookup is more.
+// Half a byte a key: blocks that threads keep for themselves come and go, and one window that stays at each lookup is
+// more.
 constexpr size_t kGrowth = 512 * 1024;
 
 std::unique_ptr<wren::PluginBundle> LoadBundle()
 {
     std::string error;
-    std::unique_ptr<wren::PluginBundle> bundle = wren::PluginBundle::Load(wren::PluginBundle::DefaultDirectory(), &error);
+    std::unique_ptr<wren::PluginBundle> bundle =
+        wren::PluginBundle::Load(wren::PluginBundle::DefaultDirectory(), &error);
     if (bundle == nullptr) {
         std::fprintf(stderr, "load_run: %s\n", error.c_str());
         std::exit(2);
@@ -47,8 +49,8 @@ Remains Work(LoadUser& user, long keys)
     return remains;
 }
 
-// Whether the plug-in had something to do: it shows lists, opens what was looked up, completes, and beeps for what it does not
-// know.
+// Whether the plug-in had something to do: it shows lists, opens what was looked up, completes, and beeps for what it
+// does not know.
 bool WasAtWork(const LoadUser& user)
 {
     bool wasAtWork = true;

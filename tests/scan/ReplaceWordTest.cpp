@@ -109,13 +109,14 @@ TEST(ReplaceWord, GoesThroughAllStepsWhenNothingIsMissing)
                                       "Select 10 10"));
 }
 
-// An empty completion stands for no selector, so it is not put in behind one: the range is taken away, whatever it says.
+// An empty completion stands for no selector, so it is not put in behind one: the range is taken away, whatever it
+// says.
 TEST(ReplaceWord, TakesAwayTheRangeOfASelectorForAnEmptyCompletion)
 {
     FakeHost host("[object set:x to:y|];");
     ReplaceWord(&host, "");
-    EXPECT_THAT(host.log,
-                ElementsAre("BeginUndo 18 18 Insert symbol completion", "DeleteText 9 8", "InsertText  9", "Select 9 9"));
+    EXPECT_THAT(host.log, ElementsAre("BeginUndo 18 18 Insert symbol completion", "DeleteText 9 8", "InsertText  9",
+                                      "Select 9 9"));
     EXPECT_EQ(host.Marked(), "[object s|y];");
 }
 

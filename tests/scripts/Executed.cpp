@@ -8,8 +8,8 @@ namespace {
 
 const std::string kAnnouncement = "executing ";
 
-// A command that begins with a line break has a comment and the command itself in the next two lines; a command that ends
-// with one leaves an empty line.
+// A command that begins with a line break has a comment and the command itself in the next two lines; a command that
+// ends with one leaves an empty line.
 std::string AnnouncementAt(const std::vector<std::string>& lines, size_t start)
 {
     const size_t last = start + (lines[start] == kAnnouncement ? 2 : 0);

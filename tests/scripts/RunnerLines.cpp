@@ -22,8 +22,8 @@ void Demand(bool done, const std::string& what)
         throw std::runtime_error(what);
 }
 
-// Held as file servers hold what somebody else is to open: the system has that one wait for us, for up to 45 seconds. It
-// tells us by a signal, which by default ends the process; this one is ignored by default.
+// Held as file servers hold what somebody else is to open: the system has that one wait for us, for up to 45 seconds.
+// It tells us by a signal, which by default ends the process; this one is ignored by default.
 int TakeLease(const fs::path& file)
 {
     const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC);

@@ -54,8 +54,8 @@ struct Outcome {
     std::string executed;
 };
 
-// Where a session runs: the folder's copy, and beside it what the runner needs. All paths are of the same length wherever
-// that is, and have nothing in them that a shell would want escaped.
+// Where a session runs: the folder's copy, and beside it what the runner needs. All paths are of the same length
+// wherever that is, and have nothing in them that a shell would want escaped.
 struct Stage {
     fs::path scratch;
     fs::path directory = scratch / "dir";

@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-// The document is written with its selection in it: "|" is a caret, "[[" and "]]" enclose a selection. A document without
-// either has its caret at 0.
+// The document is written with its selection in it: "|" is a caret, "[[" and "]]" enclose a selection. A document
+// without either has its caret at 0.
 class FakeHost : public PluginInterface {
 public:
     explicit FakeHost(const std::string& markedText = "") { SetMarked(markedText); }
@@ -96,10 +96,7 @@ public:
         va_end(arguments);
         Log("WriteSettings", std::string(buffer));
     }
-    long LineAt(long offset) override
-    {
-        return std::count(text.begin(), text.begin() + Within(offset), '\n');
-    }
+    long LineAt(long offset) override { return std::count(text.begin(), text.begin() + Within(offset), '\n'); }
     void BeginUndo(long selStart, long selEnd, const char* name) override { Log("BeginUndo", selStart, selEnd, name); }
     void InsertText(const char* inserted, long length, long offset) override
     {

@@ -41,8 +41,8 @@ constexpr bool kMemoryCanBeLimited = true;
 constexpr bool kMemoryCanBeLimited = true;
 #endif
 
-// The process gets this much more memory at most, beside what it has used before and has free again: only one that has just
-// begun has next to nothing of that.
+// The process gets this much more memory at most, beside what it has used before and has free again: only one that has
+// just begun has next to nothing of that.
 class LittleMemory : Limit {
 public:
     explicit LittleMemory(rlim_t more) : Limit(RLIMIT_AS, Used() + more) {}

@@ -7,8 +7,9 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// While one lives, permissions bind the thread that made it as they bind everybody. It stays who it is, so that it reaches
-// its own files wherever they are, also below a directory of root's. Programs that it starts have all rights again.
+// While one lives, permissions bind the thread that made it as they bind everybody. It stays who it is, so that it
+// reaches its own files wherever they are, also below a directory of root's. Programs that it starts have all rights
+// again.
 class OrdinaryRights {
 public:
     OrdinaryRights()

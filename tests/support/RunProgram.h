@@ -24,8 +24,8 @@ struct ProgramRun {
 // A program that runs beside the test.
 class RunningProgram {
 public:
-    // 'changes' are made to the environment, an empty value removing the variable; 'directory' is where the program runs.
-    // What it prints goes to the descriptor 'output' if there is one.
+    // 'changes' are made to the environment, an empty value removing the variable; 'directory' is where the program
+    // runs. What it prints goes to the descriptor 'output' if there is one.
     RunningProgram(const std::vector<std::string>& words, const std::string& directory,
                    const std::map<std::string, std::string>& changes = {}, int output = -1)
     {

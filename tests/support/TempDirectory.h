@@ -10,7 +10,8 @@ class TempDirectory {
 public:
     TempDirectory()
     {
-        std::string pattern = (std::filesystem::canonical(std::filesystem::temp_directory_path()) / "wren-XXXXXX").string();
+        std::string pattern =
+            (std::filesystem::canonical(std::filesystem::temp_directory_path()) / "wren-XXXXXX").string();
         path = ::mkdtemp(pattern.data());
     }
     ~TempDirectory()

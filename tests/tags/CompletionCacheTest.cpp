@@ -386,7 +386,8 @@ TEST_F(CompletionCacheTest, FilesWithoutNamesAreLoadedOnce)
     EXPECT_EQ(Completed(cache, ""), Lines{});
 }
 
-// Without a home directory there is no path to remember, so every key stroke begins a load and none ever finds anything.
+// Without a home directory there is no path to remember, so every key stroke begins a load and none ever finds
+// anything.
 TEST_F(CompletionCacheTest, WithoutASystemPathItIsAlwaysLoading)
 {
     for (int key = 0; key < 3; ++key) {
@@ -564,8 +565,8 @@ TEST_F(CompletionCacheTest, FindsWhatLookingAtEachNameFinds)
     }
 }
 
-// Scopes are compared with their template arguments left out, from their inner ends, and by what they hold between colons:
-// the search skips most of them, and may skip none that would have matched.
+// Scopes are compared with their template arguments left out, from their inner ends, and by what they hold between
+// colons: the search skips most of them, and may skip none that would have matched.
 TEST_F(CompletionCacheTest, FindsInScopesWhatLookingAtEachScopeFinds)
 {
     std::mt19937 random(13);

@@ -393,8 +393,8 @@ TEST(TagLines, ALieIsFoundOutWhereItIsMet)
     EXPECT_FALSE(IsBisected(folder.Tags()));
 }
 
-// What is believed of a file costs no more than a lookup's glances at it, so a forged claim can hide names: those that its
-// author might have left out as well.
+// What is believed of a file costs no more than a lookup's glances at it, so a forged claim can hide names: those that
+// its author might have left out as well.
 TEST(TagLines, AForgedClaimHidesNamesOfItsOwnFileFromLookupsAndNothingElse)
 {
     const TagsFolder folder;

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-using wren::VisitedPlace;
 using wren::PlaceStack;
+using wren::VisitedPlace;
 
 namespace {
 

@@ -109,8 +109,7 @@ TEST(Preferences, TakeGoodLinesInOtherForms)
         {"a command with a blank", "WrenKeys My%20own=F1", "WrenKeys My%20own=F1"},
         {"keys that do nothing to a text", "WrenKeys GoBack=Shift+F1,Menu,Shift+Ins",
          "WrenKeys GoBack=Shift+F1,Menu,Shift+Ins"},
-        {"keys of texts with others", "WrenKeys GoBack=Meta+G,Shift+Alt+Left",
-         "WrenKeys GoBack=Meta+G,Shift+Alt+Left"},
+        {"keys of texts with others", "WrenKeys GoBack=Meta+G,Shift+Alt+Left", "WrenKeys GoBack=Meta+G,Shift+Alt+Left"},
         {"the default keys", "WrenKeys GoBack=Alt+Left", nullptr},
         {"the same keys in another order, the first being shown", "WrenKeys SymbolCompletion=Ctrl+Space,Ctrl+.",
          "WrenKeys SymbolCompletion=Ctrl+Space,Ctrl+."},
@@ -212,8 +211,8 @@ TEST(Preferences, StoreADefaultThatStandsInFrontOfOtherLines)
 
 TEST(Preferences, TakeEveryKeyThatTheyStore)
 {
-    const char* const kKeys[] = {"Alt+A",  "Ctrl+Shift+Alt+Meta+F35", "Meta+Space", "Ctrl+%", "Ctrl+,", "Alt+,",
-                                 "Meta+=", "Ctrl+PgDown"};
+    const char* const kKeys[] = {
+        "Alt+A", "Ctrl+Shift+Alt+Meta+F35", "Meta+Space", "Ctrl+%", "Ctrl+,", "Alt+,", "Meta+=", "Ctrl+PgDown"};
     for (const char* key : kKeys) {
         EXPECT_TRUE(wren::IsKey(key)) << key;
         PreferenceValues values;

@@ -53,8 +53,9 @@ TEST(TextChange, MovesThePlacesBehindIt)
         const char* why;
         long place;
         long moved;
-    } kCases[] = {{"in front", 3, 3},           {"at its beginning", 10, 10}, {"in what is gone", 11, 11},
-                  {"behind what is new", 14, 12}, {"at its end", 15, 12},       {"behind", 20, 17}};
+    } kCases[] = {{"in front", 3, 3},          {"at its beginning", 10, 10},
+                  {"in what is gone", 11, 11}, {"behind what is new", 14, 12},
+                  {"at its end", 15, 12},      {"behind", 20, 17}};
     for (const auto& each : kCases)
         EXPECT_EQ(MovedPlace(each.place, change), each.moved) << each.why;
 }

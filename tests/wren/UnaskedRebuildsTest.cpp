@@ -31,7 +31,8 @@ TEST_F(UnaskedRebuildsTest, AreMadeOfTheUsersOwnTags)
     EXPECT_EQ(Why(rebuilds), "may be");
 }
 
-// What is made here belongs to whoever runs the tests; for a user of another number it is a stranger's, unless it is root's.
+// What is made here belongs to whoever runs the tests; for a user of another number it is a stranger's, unless it is
+// root's.
 TEST_F(UnaskedRebuildsTest, AreNotMadeInAStrangersDirectory)
 {
     const UnaskedRebuilds stranger(::geteuid() + 1);

@@ -30,8 +30,9 @@ public:
     virtual void MessageReceived(BMessage* message); // ignores it
     virtual BLooper* Looper() const;                 // null until it has one, and when that is gone
 
-    // Filters see each message before it is dispatched here, in the order in which they came. One that changes the target
-    // ends this handler's; the new target's follow, unless they have seen the message already. Takes 'filter' over.
+    // Filters see each message before it is dispatched here, in the order in which they came. One that changes the
+    // target ends this handler's; the new target's follow, unless they have seen the message already. Takes 'filter'
+    // over.
     void AddFilter(BMessageFilter* filter);
     const std::vector<std::unique_ptr<BMessageFilter>>& Filters() const { return filters; }
 

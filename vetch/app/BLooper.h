@@ -45,7 +45,8 @@ public:
     ~BLooper() override; // by Quit() and the reaper alone, or by the owner of a looper that never ran
 
     // Starts the loop; does nothing the second time. A number above 0; B_ERROR when quit was accepted: the document
-    // thread has it then, and it may be gone; vetch::kNotStarted when the system has no thread: it is its maker's still.
+    // thread has it then, and it may be gone; vetch::kNotStarted when the system has no thread: it is its maker's
+    // still.
     virtual thread_id Run();
     virtual void Quit();
     virtual bool QuitRequested(); // asked by B_QUIT_REQUESTED; true by default
@@ -67,16 +68,17 @@ public:
     status_t PostMessage(const BMessage* message, BHandler* handler, BHandler* reply = nullptr);
 
     vetch::LooperToken LooperToken() const;
-    bool HasRun() const; // Run() was called. Any thread
+    bool HasRun() const;             // Run() was called. Any thread
     vetch::Service ServedBy() const; // any thread
 
 protected:
-    // Called once, on the thread whose Quit() was accepted first, before the loop ends: a window vanishes here. Where that
-    // thread may not touch the looper (it never ran and is another's) the document thread calls it before destroying.
+    // Called once, on the thread whose Quit() was accepted first, before the loop ends: a window vanishes here. Where
+    // that thread may not touch the looper (it never ran and is another's) the document thread calls it before
+    // destroying.
     virtual void QuitAccepted();
 
-    // Quits one that Run() has not run, and leaves it to the document thread on any thread: the caller may look at it to
-    // the end of what it does, on the document thread, or as long as it holds the lock, on another.
+    // Quits one that Run() has not run, and leaves it to the document thread on any thread: the caller may look at it
+    // to the end of what it does, on the document thread, or as long as it holds the lock, on another.
     void QuitUnrun();
 
 private:

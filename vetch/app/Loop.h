@@ -1,4 +1,5 @@
-// The document thread's side of the message loops: dispatching, reaping what has quit, waiting for quiet, shutting down.
+// The document thread's side of the message loops: dispatching, reaping what has quit, waiting for quiet, shutting
+// down.
 #pragma once
 
 #include "vetch/app/BHandler.h"
@@ -12,9 +13,8 @@ namespace vetch {
 // True on the thread that made the application; false everywhere while there is none.
 bool OnDocumentThread();
 
-// While one lives, a plug-in call is active: RunPending() and Settle() do nothing, so that messages for the documents and
-// the destruction of windows wait until it has returned. They nest. No lock is held when one ends. Document
-// thread.
+// While one lives, a plug-in call is active: RunPending() and Settle() do nothing, so that messages for the documents
+// and the destruction of windows wait until it has returned. They nest. No lock is held when one ends. Document thread.
 class PluginCall {
 public:
     PluginCall();
@@ -26,8 +26,8 @@ public:
 };
 
 // Dispatches the messages of the application and the windows it serves, and destroys loopers that have ended, until
-// there is nothing left. Never waits for a thread that has not ended, or for longer than another one holds a dead looper's
-// lock. Document thread, no lock held.
+// there is nothing left. Never waits for a thread that has not ended, or for longer than another one holds a dead
+// looper's lock. Document thread, no lock held.
 void RunPending();
 
 // RunPending(), and waits for the loopers' queues, until every queue is empty and nobody dispatches. Does not wait for
@@ -44,8 +44,9 @@ void SetTurns(bool on);
 void SetWakeUp(std::function<void()> wake);
 
 // Quits every looper whose class lives in the shared library that contains 'address', except the application, and waits
-// until they are destroyed. One that has not run and is another thread's is not waited for, unless its maker is the thread
-// of a looper that is quit here: it quits when it would run, or when its maker ends. Document thread, no lock held.
+// until they are destroyed. One that has not run and is another thread's is not waited for, unless its maker is the
+// thread of a looper that is quit here: it quits when it would run, or when its maker ends. Document thread, no lock
+// held.
 void QuitLoopersOf(const void* address);
 
 // The live loopers' tokens, the application's among them, in the order in which they were made. Any thread.

@@ -21,9 +21,9 @@ struct Envelope {
     BMessage message;
 };
 
-// Shared by the looper, its thread and whoever is just posting to it or waiting for its lock, so that those are safe while
-// the looper dies. Everything that changes is guarded by the traffic's mutex, which BeginDispatch() and Wake() are called
-// with and nothing else is.
+// Shared by the looper, its thread and whoever is just posting to it or waiting for its lock, so that those are safe
+// while the looper dies. Everything that changes is guarded by the traffic's mutex, which BeginDispatch() and Wake()
+// are called with and nothing else is.
 class LooperState : public std::enable_shared_from_this<LooperState> {
 public:
     explicit LooperState(Service service);
@@ -52,8 +52,9 @@ public:
     bool AcceptQuit();
     void Announced();
 
-    // After an accepted quit, queues the token for the reaper where no thread of the looper's own will do it: the looper
-    // never ran and belongs to the caller or the document thread, or it is one that the application's loop serves.
+    // After an accepted quit, queues the token for the reaper where no thread of the looper's own will do it: the
+    // looper never ran and belongs to the caller or the document thread, or it is one that the application's loop
+    // serves.
     void LeaveToReaper();
     // Neither the reaper nor Quit() destroys this one: the application is its maker's to destroy.
     void KeepFromReaper();
@@ -64,8 +65,9 @@ public:
 
     // The document thread's side.
     //
-    // True when this call is the one to destroy the looper, which has accepted its quit: false when it is being destroyed
-    // already, still belongs to another thread, or is dispatching or being told further up on the document thread.
+    // True when this call is the one to destroy the looper, which has accepted its quit: false when it is being
+    // destroyed already, still belongs to another thread, or is dispatching or being told further up on the document
+    // thread.
     bool BeginDestruction();
     // Waits until nobody else is in the looper any more: its thread has ended and its lock is free.
     void AwaitEnd();

@@ -7,7 +7,8 @@ namespace vetch {
 
 // Document thread.
 struct Reaper {
-    // Destroys a looper that has accepted its quit, after waiting for its thread; nothing while that may not be done yet.
+    // Destroys a looper that has accepted its quit, after waiting for its thread; nothing while that may not be done
+    // yet.
     static void Destroy(BLooper* looper);
 
     // Destroys the looper that ended first; false when there is none.

@@ -114,7 +114,8 @@ public:
     virtual long RunAlert(const AlertDescription& alert) = 0;             // a button's index; closed or Escape: 0
     virtual std::optional<long> RunMenu(const MenuDescription& menu) = 0; // a row's index; none: dismissed
 
-    // Returns at once. The display later posts kPanelDone to the panel's window: with "refs", or without when dismissed.
+    // Returns at once. The display later posts kPanelDone to the panel's window: with "refs", or without when
+    // dismissed.
     virtual void OpenPanel(const PanelDescription& panel) = 0;
 };
 
@@ -123,8 +124,8 @@ public:
 Display* CurrentDisplay();
 void SetDisplay(Display* display); // borrowed
 
-// What a display posts. The model answers each change with the state it has then (WindowMoved, TextChanged, CheckChanged,
-// ListSelected), and so has the last word. To a list's token: B_MOUSE_DOWN, B_KEY_DOWN. To a control's:
+// What a display posts. The model answers each change with the state it has then (WindowMoved, TextChanged,
+// CheckChanged, ListSelected), and so has the last word. To a list's token: B_MOUSE_DOWN, B_KEY_DOWN. To a control's:
 constexpr uint32 kPressed = FourCC("vPrs");     // a button was pressed
 constexpr uint32 kTextEdited = FourCC("vTxt");  // "text" string, "start" and "end" int32 (the selection): a change
 constexpr uint32 kTextEntered = FourCC("vEnt"); // the same; the user left the field or pressed Enter: the value counts

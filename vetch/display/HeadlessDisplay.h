@@ -1,8 +1,8 @@
 // A display without a screen, for tests, automation and the command line.
 //
 // It is deterministic: every character (one UTF-8 code point) is 7 wide, a line has ascent 10, descent 3 and leading 1,
-// the screen is 0, 0, 1280, 800 until it is set, and modal questions are answered from a queue. It keeps a mirror of what
-// it was told, and nothing else: what can be read here is what a screen would show.
+// the screen is 0, 0, 1280, 800 until it is set, and modal questions are answered from a queue. It keeps a mirror of
+// what it was told, and nothing else: what can be read here is what a screen would show.
 #pragma once
 
 #include "vetch/display/Display.h"
@@ -74,9 +74,9 @@ public:
 
     void SetScreen(BRect frame);
 
-    // Answers for what comes next, used in order. An alert without an answer is answered with its last button, a menu is
-    // dismissed, a panel is left open. A panel answered with nothing is dismissed.
-    // A button or row that the user could not choose counts as no answer.
+    // Answers for what comes next, used in order. An alert without an answer is answered with its last button, a menu
+    // is dismissed, a panel is left open. A panel answered with nothing is dismissed. A button or row that the user
+    // could not choose counts as no answer.
     void AnswerAlert(long button);
     void AnswerMenu(std::optional<long> row);
     void AnswerPanel(std::optional<std::string> path);

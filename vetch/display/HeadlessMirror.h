@@ -8,7 +8,8 @@
 
 namespace vetch {
 
-// Not thread-safe: the display's lock guards it. Whatever it is told of windows and views that it does not know is dropped.
+// Not thread-safe: the display's lock guards it. Whatever it is told of windows and views that it does not know is
+// dropped.
 class HeadlessMirror {
 public:
     struct View {

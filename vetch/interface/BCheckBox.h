@@ -21,8 +21,8 @@ public:
     virtual void Invoke(const BCheckBox* box) = 0;
 };
 
-// Refreshes itself from its getter whenever a notice arrives that it watches for. When the user switches it, the applicator
-// is called and then the box invoked; SetValue() does neither.
+// Refreshes itself from its getter whenever a notice arrives that it watches for. When the user switches it, the
+// applicator is called and then the box invoked; SetValue() does neither.
 class BCheckBox : public BControl {
 public:
     template <class T>

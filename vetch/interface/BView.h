@@ -53,8 +53,8 @@ public:
 protected:
     // The view has joined a window with all its ancestors; it tells the display of itself here.
     virtual void AttachedToWindow();
-    // Takes what the interface file says of this control: its label, its text. False when the control there is of another
-    // kind than this view.
+    // Takes what the interface file says of this control: its label, its text. False when the control there is of
+    // another kind than this view.
     virtual bool SetUpFromNib(const vetch::NibControl& control);
 
     // What the display is told of any view in a window; the kind and the text are the view's own to add.

@@ -54,8 +54,8 @@ void BWindow::Show()
 {
     // Once it runs, anyone may quit it: the lock keeps it alive to the end of this.
     const bool locked = Lock();
-    // After an accepted quit it does not run, and may be gone already: the document thread has it. One that gets no thread is
-    // left to that as well, since its maker has done with it and looks no more.
+    // After an accepted quit it does not run, and may be gone already: the document thread has it. One that gets no
+    // thread is left to that as well, since its maker has done with it and looks no more.
     const thread_id thread = Run();
     if (thread == vetch::kNotStarted)
         QuitUnrun();

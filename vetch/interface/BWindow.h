@@ -24,16 +24,17 @@ enum class ShownBy {
 
 } // namespace vetch
 
-// Made hidden. Its life and its thread are those of BLooper, the first Show() being its Run(). A model, as its views are:
-// what it changes goes to the display as copies, and what the user does comes back as messages. Touched by its creator
-// before the first Show(), afterwards on its own thread or under its lock. No constructor needs a certain thread.
+// Made hidden. Its life and its thread are those of BLooper, the first Show() being its Run(). A model, as its views
+// are: what it changes goes to the display as copies, and what the user does comes back as messages. Touched by its
+// creator before the first Show(), afterwards on its own thread or under its lock. No constructor needs a certain
+// thread.
 class BWindow : public BLooper {
 public:
     BWindow(BRect frame, const char* title, long look, long feel, uint32 flags,
             vetch::Service service = vetch::Service::OwnThread, vetch::ShownBy shownBy = vetch::ShownBy::Display);
 
-    // Made from the part 'window' of the interface file 'nib' in the bundle's resources. An empty window when there is no
-    // bundle, file or part; what was wrong with the file is reported by vetch::ReportInterfaceProblem.
+    // Made from the part 'window' of the interface file 'nib' in the bundle's resources. An empty window when there is
+    // no bundle, file or part; what was wrong with the file is reported by vetch::ReportInterfaceProblem.
     BWindow(__CFBundle* bundle, const char* nib, const char* window);
     ~BWindow() override;
 

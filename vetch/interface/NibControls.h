@@ -9,7 +9,8 @@ namespace vetch {
 
 class NibControls {
 public:
-    // Makes 'view' the container of 'part': its labels and groups are added at once, its other controls wait to be taken.
+    // Makes 'view' the container of 'part': its labels and groups are added at once, its other controls wait to be
+    // taken.
     static void Lay(BView& view, const NibPart& part);
 
     const NibControl* Find(long item) const; // null when there is none left

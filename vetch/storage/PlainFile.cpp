@@ -34,7 +34,8 @@ int vetch::OpenPlainFile(const char* path)
     if (errno != 0)
         return -1;
     base::Descriptor file(Open(path, O_NONBLOCK));
-    // A file server holds it for somebody else, and has to let go of it within seconds. That is said of plain files only.
+    // A file server holds it for somebody else, and has to let go of it within seconds. That is said of plain files
+    // only.
     if (!file.IsOpen() && errno == EWOULDBLOCK)
         file = base::Descriptor(Open(path, 0));
     if (!file.IsOpen())

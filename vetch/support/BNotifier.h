@@ -8,9 +8,9 @@
 
 class BMessage;
 
-// Notices are delivered synchronously, on the caller's thread, in the order in which the watchers came. While it is told,
-// a watcher may stop watching, die, destroy other watchers or the notifier itself; one that starts watching hears the
-// next notice first.
+// Notices are delivered synchronously, on the caller's thread, in the order in which the watchers came. While it is
+// told, a watcher may stop watching, die, destroy other watchers or the notifier itself; one that starts watching hears
+// the next notice first.
 class BNotifier {
 public:
     BNotifier() = default;

@@ -66,7 +66,8 @@ std::list<Worker> TakeEnded(Workers& workers)
     return ended;
 }
 
-// A thread that computes for a second would otherwise take whole turns (some 4 ms) from the thread that answers to keys.
+// A thread that computes for a second would otherwise take whole turns (some 4 ms) from the thread that answers to
+// keys.
 void GiveWay()
 {
     constexpr int kSteps = 10;  // behind the thread that started it

@@ -77,14 +77,15 @@ private:
 
 namespace vetch {
 
-// Waits until every FThread started so far, and those they start, has ended. Call with no lock held, and from no FThread.
+// Waits until every FThread started so far, and those they start, has ended. Call with no lock held, and from no
+// FThread.
 void JoinThreads();
 
 // True when no FThread is running. Any thread.
 bool ThreadsAreIdle();
 
-// Called, on the threads concerned, whenever an FThread begins or has ended. It must be quick and not call back. Null for
-// nobody; the former one may still be called once by a thread that is just ending.
+// Called, on the threads concerned, whenever an FThread begins or has ended. It must be quick and not call back. Null
+// for nobody; the former one may still be called once by a thread that is just ending.
 void SetThreadsWatcher(void (*watcher)());
 
 } // namespace vetch

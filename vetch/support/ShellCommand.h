@@ -8,8 +8,8 @@ namespace vetch {
 // What a plug-in knows of the command lines that it hands over one after the other. The lines of one request share one
 // object, which lives until the last of them has returned: its address tells requests apart.
 struct ShellRequest {
-    // Why the plug-in does this by itself: a file that it found out of date, and the newer file that the other is made from.
-    // Both empty when the user asked.
+    // Why the plug-in does this by itself: a file that it found out of date, and the newer file that the other is made
+    // from. Both empty when the user asked.
     std::string outdated;
     std::string newer;
 

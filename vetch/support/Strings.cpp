@@ -58,7 +58,8 @@ private:
     bool StepInPlainText(char character)
     {
         state = StateAfter(character);
-        // A backslash decides nothing yet. No parenthesis starts a word: it gets a backslash itself and so belongs to one.
+        // A backslash decides nothing yet. No parenthesis starts a word: it gets a backslash itself and so belongs to
+        // one.
         if (state != State::kEscaped && state != State::kComment)
             atWordStart = character != '\0' && std::strchr(" \t\n;&|<>", character) != nullptr;
         return character == '(' || character == ')';

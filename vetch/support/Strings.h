@@ -7,8 +7,9 @@
 void ReplaceAll(std::string& text, const char* pattern, const char* with);
 void ReplaceFirst(std::string& text, const char* pattern, const char* with);
 
-// A path as one word of a POSIX shell: a leading "~/" (which the shell expands), letters, digits and _ . / - + , : @ % =
-// stay, every other byte below 0x80 gets a backslash, a line break becomes one in single quotes, bytes from 0x80 up stay.
+// A path as one word of a POSIX shell: a leading "~/" (which the shell expands), letters, digits and _ . / - + , : @ %
+// = stay, every other byte below 0x80 gets a backslash, a line break becomes one in single quotes, bytes from 0x80 up
+// stay.
 std::string EscapedPath(const std::string& path);
 
 // The inverse of EscapedPath: removes one backslash before each character, and leaves other text alone.

@@ -2,11 +2,11 @@
 #pragma once
 
 #include "vetch/display/HeadlessDisplay.h"
-#include "wren/core/Place.h"
 #include "wren/cli/SystemTagsHome.h"
 #include "wren/cli/UnseenFace.h"
 #include "wren/core/Host.h"
 #include "wren/core/HostWitness.h"
+#include "wren/core/Place.h"
 #include "wren/core/PluginBundle.h"
 
 #include <memory>
@@ -46,8 +46,8 @@ public:
     // are tags files.
     bool Start(const EditorOptions& options, std::string* error);
 
-    // Opens a document with the caret there: at the place's column, or 'withoutColumn'. Null, with the reason in '*error',
-    // when the file cannot be read or ends before the place.
+    // Opens a document with the caret there: at the place's column, or 'withoutColumn'. Null, with the reason in
+    // '*error', when the file cannot be read or ends before the place.
     Document* OpenAt(const Place& place, WithoutColumn withoutColumn, std::string* error);
 
     Host& TheHost() { return *host; } // once it has started

@@ -26,9 +26,9 @@ struct MadeTags {
 // tags go. What the plug-in prints goes to standard output.
 class TagsMaker {
 public:
-    // Runs the commands, and stops them when 'interruption', which is made before this, takes in a signal; null: only keeps
-    // them, and touches nothing. 'settings' is the file of stored settings, "" for none. 'runs' is called, on another thread,
-    // with each line that is run; may be null. Borrows both objects.
+    // Runs the commands, and stops them when 'interruption', which is made before this, takes in a signal; null: only
+    // keeps them, and touches nothing. 'settings' is the file of stored settings, "" for none. 'runs' is called, on
+    // another thread, with each line that is run; may be null. Borrows both objects.
     TagsMaker(PluginBundle& bundle, Interruption* interruption, const std::string& settings,
               std::function<void(const std::string&)> runs);
     ~TagsMaker();

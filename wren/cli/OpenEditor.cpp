@@ -15,8 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 7> kOwnWords = {"lookup", "tags",   "complete", "script",
-                                                       "--help", "-h", "--version"};
+constexpr std::array<std::string_view, 7> kOwnWords = {"lookup", "tags", "complete", "script",
+                                                       "--help", "-h",   "--version"};
 constexpr int kNoEditor = 69; // EX_UNAVAILABLE of sysexits.h
 
 // Beside this program, or where it is when both are installed.

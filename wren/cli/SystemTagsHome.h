@@ -5,8 +5,8 @@
 
 namespace wren {
 
-// While it lives, HOME is a temporary directory in which the system tags file is a link to the given one. With "" it does
-// nothing. What cannot be used is said in '*error', and nothing has changed then.
+// While it lives, HOME is a temporary directory in which the system tags file is a link to the given one. With "" it
+// does nothing. What cannot be used is said in '*error', and nothing has changed then.
 class SystemTagsHome {
 public:
     SystemTagsHome(const std::string& tagsFile, std::string* error);

@@ -16,8 +16,8 @@ namespace {
 
 constexpr std::chrono::milliseconds kLookAgain(2);
 
-// While it is read a thread may end, which can hide the one behind it; the one that ends is listed then. So there may be
-// another thread in the place of one that is there, but never too few.
+// While it is read a thread may end, which can hide the one behind it; the one that ends is listed then. So there may
+// be another thread in the place of one that is there, but never too few.
 std::set<std::string> Threads()
 {
     std::set<std::string> threads;
@@ -38,8 +38,8 @@ long CountWindowThreads()
 
 } // namespace
 
-// A sanitizer's run-time library starts a thread of its own along with the first that a program starts, so one is started
-// here, if there can be any; it may still be listed after it was joined, and is no part of what was there.
+// A sanitizer's run-time library starts a thread of its own along with the first that a program starts, so one is
+// started here, if there can be any; it may still be listed after it was joined, and is no part of what was there.
 BackgroundWork::BackgroundWork()
 {
     long first = 0;
@@ -78,8 +78,8 @@ bool BackgroundWork::IsLeftOut(const std::string& thread) const
     return !leftOut.empty() && std::getline(file, name) && leftOut.contains(name);
 }
 
-// A generating thread is there from before CreateTags returns until it has left the plug-in's code for good, and what it
-// runs are processes of their own: as long as the system lists it, and no longer, its work is under way.
+// A generating thread is there from before CreateTags returns until it has left the plug-in's code for good, and what
+// it runs are processes of their own: as long as the system lists it, and no longer, its work is under way.
 bool BackgroundWork::IsIdle() const
 {
     if (!vetch::ThreadsAreIdle())
@@ -87,8 +87,7 @@ bool BackgroundWork::IsIdle() const
     const std::set<std::string> threads = Threads();
     if (threads.empty())
         return false; // they could not be listed just now
-    const long started = std::count_if(threads.begin(), threads.end(),
-                                       [this](const std::string& thread) {
+    const long started = std::count_if(threads.begin(), threads.end(), [this](const std::string& thread) {
         return !threadsAtStart.contains(thread) && !IsLeftOut(thread);
     });
     return started <= CountWindowThreads();

@@ -13,7 +13,8 @@ namespace wren {
 
 namespace {
 
-// Whoever had the lock before removes the file at the end, so that what has been locked may be no longer the one at the path.
+// Whoever had the lock before removes the file at the end, so that what has been locked may be no longer the one at the
+// path.
 bool IsStillAt(const std::string& path, int file)
 {
     struct stat held;

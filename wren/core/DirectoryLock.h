@@ -8,12 +8,12 @@
 
 namespace wren {
 
-// Keeps two programs from making tags in one directory at the same time, since they would use the same unfinished file: the
-// later one waits for the earlier, however that ends.
+// Keeps two programs from making tags in one directory at the same time, since they would use the same unfinished file:
+// the later one waits for the earlier, however that ends.
 //
-// It is the lock of an empty file in the directory, which goes with it; one that a killed run has left is used again. The
-// directory's own lock is the tags program's. What stands at the file's name and is not a plain file is not waited for: then,
-// and on a file system without locks, there is none.
+// It is the lock of an empty file in the directory, which goes with it; one that a killed run has left is used again.
+// The directory's own lock is the tags program's. What stands at the file's name and is not a plain file is not waited
+// for: then, and on a file system without locks, there is none.
 class DirectoryLock {
 public:
     // 'waits' is called once when it has to wait; it gives up, without the lock, as soon as 'givesUp' is true.

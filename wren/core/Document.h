@@ -28,8 +28,8 @@ public:
     TextStore& Store() { return *store; }
     const TextStore& Store() const { return *store; }
 
-    std::string Text() const { return store->Text(); }          // a copy
-    std::string Text(long start, long end) const; // a copy of [start, end), which is within the text
+    std::string Text() const { return store->Text(); } // a copy
+    std::string Text(long start, long end) const;      // a copy of [start, end), which is within the text
     long Length() const { return store->Length(); }
     char CharAt(long offset) const { return store->CharAt(offset); }
     void GetText(char* buffer, long offset, long length) const { store->GetText(buffer, offset, length); }

@@ -148,8 +148,8 @@ void Documents::ActivateCurrent(bool active)
 
 namespace {
 
-// What a text may be longer than its file was when it was opened. A log grows, and some of the system's own files say that
-// they are empty; others of those never end.
+// What a text may be longer than its file was when it was opened. A log grows, and some of the system's own files say
+// that they are empty; others of those never end.
 constexpr size_t kMostGrowth = 64 * 1024 * 1024;
 constexpr size_t kMostBytes = std::numeric_limits<int32_t>::max(); // views count in ints
 

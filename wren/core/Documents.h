@@ -20,13 +20,13 @@ class Face;
 class Documents {
 public:
     explicit Documents(Face& face); // borrowed
-    ~Documents();                         // closes all
+    ~Documents();                   // closes all
 
     Document* Current() const { return Find(current); } // null when none is
     Document* Find(long id) const;                      // null when it is not open
     Document* FindByPath(const std::string& path) const;
     Document* FindWorksheet() const;
-    BWindow* WindowOf(long id) const; // null when it is not open
+    BWindow* WindowOf(long id) const;   // null when it is not open
     std::vector<Document*> All() const; // in the order in which they were opened
 
     // Makes it, its text in a store of the face's, and leaves the current one.
@@ -34,7 +34,7 @@ public:
     // Null for none. Its window becomes the active one, while the user is at the editor at all.
     void SetCurrent(const Document* document);
     void SetUserPresent(bool present); // at first, yes
-    void FollowFrame(); // the windows are where the face says that documents are
+    void FollowFrame();                // the windows are where the face says that documents are
     // Closed documents are found no more. They and their windows are destroyed at once, or by DestroyClosed() once the
     // plug-in call is over that may still be using them.
     void Close(long id);
@@ -57,7 +57,8 @@ private:
     bool userPresent = true;
 };
 
-// The file's bytes; nothing, with the reason in '*error', when it cannot be read, is no plain file, or has no end in reach.
+// The file's bytes; nothing, with the reason in '*error', when it cannot be read, is no plain file, or has no end in
+// reach.
 std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error);
 
 } // namespace wren

@@ -7,8 +7,9 @@
 
 namespace wren {
 
-// A pipe has the status of its last program: a find that is killed looks to the tags program like a short list. So the shell is
-// given a function that stands for find, and tells its status on one descriptor and what it complains of on another.
+// A pipe has the status of its last program: a find that is killed looks to the tags program like a short list. So the
+// shell is given a function that stands for find, and tells its status on one descriptor and what it complains of on
+// another.
 //
 // Owns both, which are files in memory. One object a command; not thread-safe.
 class FindReport {
@@ -35,9 +36,9 @@ private:
     const base::Descriptor complaints;
 };
 
-// The same for texts: what was told of each find's status, one a line, and what they complained of. A list is whole when find
-// succeeded, when all that it complains of is files and directories that it may not read or that are gone, and when its reader
-// did not want the rest.
+// The same for texts: what was told of each find's status, one a line, and what they complained of. A list is whole
+// when find succeeded, when all that it complains of is files and directories that it may not read or that are gone,
+// and when its reader did not want the rest.
 std::string ProblemWithList(const std::string& statuses, const std::string& complaints);
 
 } // namespace wren

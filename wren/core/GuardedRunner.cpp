@@ -16,7 +16,8 @@ namespace {
 
 constexpr int kNotRun = -1; // system()'s answer when there is no process
 
-// The plug-in's threads are detached ones. They may hand over a line at any time, also when there is no runner any more.
+// The plug-in's threads are detached ones. They may hand over a line at any time, also when there is no runner any
+// more.
 std::mutex gMutex;
 GuardedRunner* gRunner = nullptr;
 

@@ -24,11 +24,11 @@ struct StaleTags {
     std::vector<std::string> lines; // what rebuilds them
 };
 
-// While it lives, it takes in every command line of the plug-in; one at a time in a process. Make it before the bundle is
-// loaded. After it is gone, lines are refused until somebody sets another runner.
+// While it lives, it takes in every command line of the plug-in; one at a time in a process. Make it before the bundle
+// is loaded. After it is gone, lines are refused until somebody sets another runner.
 //
-// One run a tags file at a time: a request for a file that is being made joins the run under way, which is all that becomes
-// of it. What nobody asked for is only run where UnaskedRebuilds allows it.
+// One run a tags file at a time: a request for a file that is being made joins the run under way, which is all that
+// becomes of it. What nobody asked for is only run where UnaskedRebuilds allows it.
 class GuardedRunner {
 public:
     // Called on the threads of the runs, with no lock held. Any may be missing.

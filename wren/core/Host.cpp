@@ -81,8 +81,8 @@ void Host::Start(CacheDirectory directory)
         NoteSettings();
 }
 
-// The order matters. Windows run the plug-in's code and reach its settings, and background loads fill its caches: all of
-// them have ended before it unloads.
+// The order matters. Windows run the plug-in's code and reach its settings, and background loads fill its caches: all
+// of them have ended before it unloads.
 void Host::ShutDown()
 {
     if (!started)
@@ -162,7 +162,8 @@ void Host::UserLeft()
 
 KeyRouting Host::RouteKey(const KeyStroke& key)
 {
-    // The plug-in sees the key before its own shortcut does: with its pop-up open, the shortcut chooses from the pop-up.
+    // The plug-in sees the key before its own shortcut does: with its pop-up open, the shortcut chooses from the
+    // pop-up.
     const long returned = events.KeyDown(key);
     if (returned == 2)
         return {returned, false};

@@ -1,8 +1,8 @@
 // The editor without a face: everything that its faces share.
 //
-// A face implements Face and HostWitness, sets the display, loads the bundle and makes a Host; then it calls Start(), lets
-// its user work, and calls ShutDown(). Between the user's actions it lets messages through with vetch::RunPending() or
-// vetch::Settle().
+// A face implements Face and HostWitness, sets the display, loads the bundle and makes a Host; then it calls Start(),
+// lets its user work, and calls ShutDown(). Between the user's actions it lets messages through with
+// vetch::RunPending() or vetch::Settle().
 #pragma once
 
 #include "wren/core/BackgroundWork.h"
@@ -44,24 +44,24 @@ public:
     Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::string& settingsFile);
     ~Host() override; // shuts down if that was not done
 
-    // Before Start(): settings of the face's own, in the same file. Its lines are given to it and not to the plug-in, and
-    // what is wrong with any line of the file is told by Face::Warn, once a line. Borrowed.
+    // Before Start(): settings of the face's own, in the same file. Its lines are given to it and not to the plug-in,
+    // and what is wrong with any line of the file is told by Face::Warn, once a line. Borrowed.
     void SetOwnSettings(OwnSettings* settings);
 
     // Where the Worksheet's lines run, unless it is to be its file's directory.
     void SetWorksheetDirectory(const std::string& path) { worksheet.SetDirectory(path); }
 
-    // Makes the user's cache directory, unless nothing is to be touched, has the plug-in register itself and gives it its
-    // stored settings. What goes wrong with either is told by Face::Warn and stops nothing.
+    // Makes the user's cache directory, unless nothing is to be touched, has the plug-in register itself and gives it
+    // its stored settings. What goes wrong with either is told by Face::Warn and stops nothing.
     enum class CacheDirectory { Make, LeaveAlone };
     void Start(CacheDirectory directory = CacheDirectory::Make);
 
-    // Closes what is open, has what still loads in the background end early and waits for that, and unloads the plug-in.
-    // Idempotent.
+    // Closes what is open, has what still loads in the background end early and waits for that, and unloads the
+    // plug-in. Idempotent.
     void ShutDown();
 
-    // Opens a document, or goes to it when it is open already, and makes it the current one. 'text' takes the place of the
-    // file's content. Null, with the reason in '*error', when the file cannot be read; nothing has changed then.
+    // Opens a document, or goes to it when it is open already, and makes it the current one. 'text' takes the place of
+    // the file's content. Null, with the reason in '*error', when the file cannot be read; nothing has changed then.
     Document* Open(const std::string& path, const std::optional<std::string>& text, bool worksheet, std::string* error);
     Document& New(); // a document without a file, now the current one
     void MakeCurrent(Document& document);

@@ -18,7 +18,8 @@ void HostApplication::MessageReceived(BMessage* message)
     case kForDocument:
         return Unwrap(*message);
     case kDirectoryChosen:
-        // A panel knows the application and no document, so the document in front stands for the one it was opened from.
+        // A panel knows the application and no document, so the document in front stands for the one it was opened
+        // from.
         return client.MessageForFrontDocument(*message);
     case B_REFS_RECEIVED:
         return OpenRefs(*message);

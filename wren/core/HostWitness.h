@@ -9,8 +9,8 @@
 
 namespace wren {
 
-// One operation a call, right after it was done, with its arguments as the plug-in gave them. A face that shows documents
-// follows their edits from here; the others keep a log. Document thread.
+// One operation a call, right after it was done, with its arguments as the plug-in gave them. A face that shows
+// documents follows their edits from here; the others keep a log. Document thread.
 class HostWitness {
 public:
     virtual ~HostWitness() = default;

@@ -37,8 +37,8 @@ Interruption::Interruption() : watched(SignalsNotIgnored())
     ::prctl(PR_SET_CHILD_SUBREAPER, 1); // the group of a dead shell can be waited for
     // Some terminals would stop a background job for showing its progress.
     formerTerminalOutput = ::signal(SIGTTOU, SIG_IGN);
-    // What a command prints may reach nobody any more. If it died of that, the files that it had not come to would be missing
-    // in the tags.
+    // What a command prints may reach nobody any more. If it died of that, the files that it had not come to would be
+    // missing in the tags.
     formerLostReader = ::signal(SIGPIPE, SIG_IGN);
     sigset_t blocked = watched;
     sigaddset(&blocked, EndSignal());

@@ -8,12 +8,12 @@
 
 namespace wren {
 
-// From its making on, SIGINT, SIGTERM and SIGHUP are taken in by a thread of its own, and blocked in all others that are
-// started afterwards. They end the program, unless signals are held: then each is handed on, and the program goes on. A signal
-// that was ignored before stays ignored, by the program's children too. They ignore SIGPIPE.
+// From its making on, SIGINT, SIGTERM and SIGHUP are taken in by a thread of its own, and blocked in all others that
+// are started afterwards. They end the program, unless signals are held: then each is handed on, and the program goes
+// on. A signal that was ignored before stays ignored, by the program's children too. They ignore SIGPIPE.
 //
-// It needs no descriptor. Without a thread to be had, signals do what they did before. Make it before other threads; one at a
-// time.
+// It needs no descriptor. Without a thread to be had, signals do what they did before. Make it before other threads;
+// one at a time.
 class Interruption {
 public:
     Interruption();
@@ -21,7 +21,8 @@ public:
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
 
-    // Any thread. 'handOn' is called on the watching thread with each signal that comes until Release(), which waits for it.
+    // Any thread. 'handOn' is called on the watching thread with each signal that comes until Release(), which waits
+    // for it.
     void Hold(std::function<void(int signal)> handOn);
     void Release();
     int Signal() const; // the first that came while they were held, or 0

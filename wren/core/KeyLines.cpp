@@ -25,7 +25,7 @@ constexpr std::string_view kNamedKeys[] = {
 constexpr std::string_view kFreeKeys[] = {"Ins", "Menu", "Help", "Pause", "Print", "SysReq", "Back", "Forward"};
 
 struct Stroke {
-    std::string_view key; // empty for modifiers alone
+    std::string_view key;    // empty for modifiers alone
     bool asShortcut = false; // with a modifier that texts do not use
 };
 

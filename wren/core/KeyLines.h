@@ -9,8 +9,8 @@ namespace wren {
 
 using CommandKeys = std::vector<std::pair<std::string, std::string>>; // as in PreferenceValues::keys
 
-// Replaces the keys of the commands that the text names ("DeclarationLookup=F12 GoBack=") in the default ones. Answers what
-// makes no sense, with '*keys' untouched, or "".
+// Replaces the keys of the commands that the text names ("DeclarationLookup=F12 GoBack=") in the default ones. Answers
+// what makes no sense, with '*keys' untouched, or "".
 std::string ReadKeys(const std::string& text, CommandKeys* keys);
 
 // The commands whose keys are not the default ones; ReadKeys() of it gives InOrder(keys).

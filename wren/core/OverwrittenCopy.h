@@ -20,8 +20,8 @@ public:
     OverwrittenCopy(const OverwrittenCopy&) = delete;
     OverwrittenCopy& operator=(const OverwrittenCopy&) = delete;
 
-    // The copy and its name are on the disk afterwards. It knows 'path', the old text, and 'next' when it sees it. Once;
-    // false, with the reason in '*error'.
+    // The copy and its name are on the disk afterwards. It knows 'path', the old text, and 'next' when it sees it.
+    // Once; false, with the reason in '*error'.
     bool Make(const std::string& path, const std::string& old, std::string_view next, std::string* error);
     void Keep() { path.clear(); }
     const std::string& Path() const { return path; }
@@ -39,10 +39,10 @@ struct OverwrittenText {
     std::string file; // the copy
 };
 
-// The copies that processes which are gone have left of files that are neither the old text nor the new one, nor there any
-// more; the oldest first. Other copies of theirs, second ones of a text, and unfinished ones, for which nothing was
-// overwritten yet, are removed.
-// A damaged copy is passed over and stays. A text that is offered stays until its copy's file is removed. Any thread.
+// The copies that processes which are gone have left of files that are neither the old text nor the new one, nor there
+// any more; the oldest first. Other copies of theirs, second ones of a text, and unfinished ones, for which nothing was
+// overwritten yet, are removed. A damaged copy is passed over and stays. A text that is offered stays until its copy's
+// file is removed. Any thread.
 std::vector<OverwrittenText> LeftOverwritten();
 
 } // namespace wren

@@ -13,8 +13,8 @@ public:
 
     virtual std::vector<std::string> Names() const = 0;
 
-    // A stored line with one of Names(). False, with the reason in '*error', when its value makes no sense; the default is
-    // used then, and the line is written back as it was until the user chooses a value.
+    // A stored line with one of Names(). False, with the reason in '*error', when its value makes no sense; the default
+    // is used then, and the line is written back as it was until the user chooses a value.
     virtual bool Take(const std::string& line, std::string* error) = 0;
 
     virtual std::vector<std::string> Lines() const = 0; // to be stored, each without its line break

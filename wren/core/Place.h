@@ -15,8 +15,8 @@ struct Place {
     std::string Text() const; // as it is written
 };
 
-// "FILE:LINE" or "FILE:LINE:COLUMN"; the file's name may hold colons itself. Nothing, with the reason in '*error', when it
-// is neither.
+// "FILE:LINE" or "FILE:LINE:COLUMN"; the file's name may hold colons itself. Nothing, with the reason in '*error', when
+// it is neither.
 std::optional<Place> ParsePlace(const std::string& text, std::string* error);
 
 // Where in its line a place is that has no column.

@@ -15,7 +15,8 @@ void Push(std::vector<VisitedPlace>* places, const VisitedPlace& place)
     places->push_back(place);
 }
 
-std::optional<VisitedPlace> Step(std::vector<VisitedPlace>* from, std::vector<VisitedPlace>* to, const VisitedPlace& here)
+std::optional<VisitedPlace> Step(std::vector<VisitedPlace>* from, std::vector<VisitedPlace>* to,
+                                 const VisitedPlace& here)
 {
     if (from->empty())
         return std::nullopt;
@@ -54,7 +55,8 @@ void PlaceStack::TextChanged(long document, long offset, long removed, long inse
 void PlaceStack::DocumentClosed(long document)
 {
     for (std::vector<VisitedPlace>* places : {&behind, &ahead}) {
-        std::erase_if(*places, [&](const VisitedPlace& each) { return each.document == document && each.path.empty(); });
+        std::erase_if(*places,
+                      [&](const VisitedPlace& each) { return each.document == document && each.path.empty(); });
         for (VisitedPlace& place : *places)
             if (place.document == document)
                 place.document = 0;

@@ -28,8 +28,9 @@ public:
     std::optional<VisitedPlace> Back(const VisitedPlace& here); // where to go; 'here' is then the first place ahead
     std::optional<VisitedPlace> Forward(const VisitedPlace& here);
 
-    // Keeps places where they are when text before them comes or goes: 'inserted' bytes took the place of 'removed' ones.
-    // A place within the removed text is kept as far as the inserted text reaches, so that a file read again keeps all.
+    // Keeps places where they are when text before them comes or goes: 'inserted' bytes took the place of 'removed'
+    // ones. A place within the removed text is kept as far as the inserted text reaches, so that a file read again
+    // keeps all.
     void TextChanged(long document, long offset, long removed, long inserted);
     void DocumentClosed(long document); // its places live on by path, or are forgotten when they have none
     void DocumentNamed(long document,

@@ -35,8 +35,8 @@ constexpr char kUp = 0x1e;
 constexpr char kDown = 0x1f;
 constexpr char kDelete = 0x7f;
 
-// A function key has no character. Where it is bound it stands as a byte that begins none in UTF-8, so that menus can name
-// it; F1 to F12 are 1 to 12.
+// A function key has no character. Where it is bound it stands as a byte that begins none in UTF-8, so that menus can
+// name it; F1 to F12 are 1 to 12.
 constexpr int kFunctionKeys = 12;
 constexpr char OfFunctionKey(int number)
 {
@@ -58,7 +58,7 @@ public:
 
     void FirstContact();
     void Register();
-    bool SettingsLine(const std::string& line); // whether it was accepted
+    bool SettingsLine(const std::string& line);                  // whether it was accepted
     long SettingsCommand(const std::vector<std::string>& words); // at least one word
     void MenuBarBuilt();
     void ResourceIDs();
@@ -86,7 +86,8 @@ public:
     std::optional<std::string> Setting(const std::string& name); // nothing when the plug-in has no such setting
     long OpenPanel(const std::string& identifier, vetch::HandlerToken view);
 
-    // The files that declare 'symbol', an include-style name, as the tags that serve the document's directory know them.
+    // The files that declare 'symbol', an include-style name, as the tags that serve the document's directory know
+    // them.
     std::vector<EntryRef> FilesOfSymbol(const Document& document, const std::string& symbol);
 
     EventRecord RecordFor(long event) const; // with the current document and its window

@@ -212,7 +212,8 @@ std::vector<std::string> Preferences::Lines() const
     std::vector<std::string> lines;
     for (const Form& form : kForms) {
         const auto kept = damaged.find(form.name);
-        // A default that was stored stays so in front of lines that came too late: else one of them would count next time.
+        // A default that was stored stays so in front of lines that came too late: else one of them would count next
+        // time.
         const bool standsBefore = kept != damaged.end() && taken.contains(form.name);
         if (standsBefore || form.written(values) != form.written(kDefault))
             lines.push_back(std::string(form.name) + " " + form.written(values));

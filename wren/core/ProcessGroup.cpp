@@ -86,8 +86,8 @@ pid_t Start(const std::string& command, const ProcessGroup::Streams& streams)
     return reason == 0 ? process : kNoProcess;
 }
 
-// The process's number stays taken, and with it its group's, so that a signal cannot reach strangers. Returns whether the
-// process was ended by a signal.
+// The process's number stays taken, and with it its group's, so that a signal cannot reach strangers. Returns whether
+// the process was ended by a signal.
 bool WaitUntilEnded(pid_t process)
 {
     siginfo_t end = {};
@@ -118,8 +118,8 @@ int ProcessGroup::Run(const std::string& command, const Streams& streams)
     SetGroup(shell);
     const bool isKilled = WaitUntilEnded(shell);
     const bool isLeft = SetGroup(0) || isKilled;
-    // A stop may have come between the shell's end and now, and whoever kills a shell may have killed nothing else. What the
-    // shell started is still there, and would write behind the back of the next run.
+    // A stop may have come between the shell's end and now, and whoever kills a shell may have killed nothing else.
+    // What the shell started is still there, and would write behind the back of the next run.
     if (isLeft)
         ::kill(-shell, SIGTERM);
     const int status = Reap(shell);
@@ -128,8 +128,8 @@ int ProcessGroup::Run(const std::string& command, const Streams& streams)
     return status;
 }
 
-// A shell may die before the programs that it started, and they have something to tidy up. Those that are not our children
-// can only be polled; what does not end in time, or before a further stop, is killed.
+// A shell may die before the programs that it started, and they have something to tidy up. Those that are not our
+// children can only be polled; what does not end in time, or before a further stop, is killed.
 void ProcessGroup::WaitForGroup(pid_t left) const
 {
     constexpr std::chrono::milliseconds kLookAgain(2);

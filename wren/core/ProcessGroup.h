@@ -9,8 +9,8 @@
 
 namespace wren {
 
-// Commands run in a session of their own, which has no terminal: nothing in it can ask the user, or be stopped for trying.
-// Standard input is /dev/null.
+// Commands run in a session of their own, which has no terminal: nothing in it can ask the user, or be stopped for
+// trying. Standard input is /dev/null.
 class ProcessGroup {
 public:
     // What the command has instead of our descriptors; 'output' is its standard output and standard error.
@@ -19,12 +19,12 @@ public:
         std::vector<int> more; // its descriptors 3, 4, ...
     };
 
-    // After a stop, or when the shell was killed by somebody else, the rest of the group has this long to end before it is
-    // killed.
+    // After a stop, or when the shell was killed by somebody else, the rest of the group has this long to end before it
+    // is killed.
     explicit ProcessGroup(std::chrono::milliseconds patience = std::chrono::seconds(5)) : patience(patience) {}
 
-    // Runs the command in "sh" and waits for it; once it was stopped or killed, for every process of its group. Returns what
-    // system() returns: a status, or -1 with errno when no shell could be started. One command at a time.
+    // Runs the command in "sh" and waits for it; once it was stopped or killed, for every process of its group. Returns
+    // what system() returns: a status, or -1 with errno when no shell could be started. One command at a time.
     int Run(const std::string& command, const Streams& streams);
 
     // Passes the signal to the command that runs; a further call kills it. No later command starts. Any thread.

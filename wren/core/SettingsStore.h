@@ -49,10 +49,10 @@ public:
     bool EndSave(std::string* error);
 
     // What is written between the two is stored nowhere. The first time, before the first save and once what is loaded
-    // has been given to its owners, it is the baseline: a name for which nothing else is written later than then, or than
-    // at the last save, was not chosen anew; when its lines in the file are others by then, somebody else has chosen, and
-    // they stay. Afterwards a name for which something else is written was chosen, even if the next save has what there
-    // was before.
+    // has been given to its owners, it is the baseline: a name for which nothing else is written later than then, or
+    // than at the last save, was not chosen anew; when its lines in the file are others by then, somebody else has
+    // chosen, and they stay. Afterwards a name for which something else is written was chosen, even if the next save
+    // has what there was before.
     void BeginNote();
     void EndNote();
 

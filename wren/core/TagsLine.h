@@ -6,8 +6,8 @@
 
 namespace wren {
 
-// A request is one line that makes a temporary file, perhaps a second one that appends to it, and one that moves it to its
-// place: generate/TagTemplates.h.
+// A request is one line that makes a temporary file, perhaps a second one that appends to it, and one that moves it to
+// its place: generate/TagTemplates.h.
 struct TagsLine {
     enum class Kind { Make, Append, Move };
 

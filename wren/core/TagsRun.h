@@ -36,15 +36,16 @@ struct TagsOutcome {
     std::vector<Line> lines;
 };
 
-// Holds the directory's lock from its first line to its end. The lines run in a session of their own without input; after one
-// that failed no other runs. A temporary file is made by this run or not used: what a failed line was to prepare, a list of
-// files that was cut short, and what stood there before are not moved. The move is a rename, and is done here.
+// Holds the directory's lock from its first line to its end. The lines run in a session of their own without input;
+// after one that failed no other runs. A temporary file is made by this run or not used: what a failed line was to
+// prepare, a list of files that was cut short, and what stood there before are not moved. The move is a rename, and is
+// done here.
 //
 // All but Stop() on one thread.
 class TagsRun {
 public:
-    // 'output' is a descriptor for what the lines print, open as long as this lives. 'waits' is called when another program
-    // makes tags in that directory, with the directory.
+    // 'output' is a descriptor for what the lines print, open as long as this lives. 'waits' is called when another
+    // program makes tags in that directory, with the directory.
     TagsRun(const TagsLine& first, int output, std::function<void(const std::string&)> waits);
     ~TagsRun();
     TagsRun(const TagsRun&) = delete;

@@ -54,7 +54,8 @@ std::optional<std::string> ObstacleAt(const std::string& path)
     }
 }
 
-// Follows no link that was put there meanwhile: what it points to would get the permissions. False, with errno, when that fails.
+// Follows no link that was put there meanwhile: what it points to would get the permissions. False, with errno, when
+// that fails.
 bool SetPermissions(const std::string& path, mode_t permissions)
 {
     const int file = ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);

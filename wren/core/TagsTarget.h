@@ -8,14 +8,14 @@
 namespace wren {
 
 // Knows what stands at the place of a tags file from before it is made, so that it can be told afterwards whether the
-// file is a new one. The unfinished file is the one that takes its place in the end. A tree may come from a stranger, so
-// nothing that stands at either name is written through, moved into, or taken for what a run has made.
+// file is a new one. The unfinished file is the one that takes its place in the end. A tree may come from a stranger,
+// so nothing that stands at either name is written through, moved into, or taken for what a run has made.
 class TagsTarget {
 public:
     TagsTarget(std::string file, std::string unfinished);
 
-    // What stands in the way, in words for the user, with the remedy: a link, a directory, or a file that is not a tags file
-    // and so is somebody's own. Nothing when all is well.
+    // What stands in the way, in words for the user, with the remedy: a link, a directory, or a file that is not a tags
+    // file and so is somebody's own. Nothing when all is well.
     std::optional<std::string> Obstacle() const;
     std::optional<std::string> ObstacleToMove() const; // the same at the file's own place, once the other one is made
 
@@ -24,8 +24,8 @@ public:
 
     bool HasUnfinished() const; // a plain file stands there
 
-    // What an earlier run may have left there would be moved into place as if it had been made by this one. Call it only when
-    // there is no obstacle.
+    // What an earlier run may have left there would be moved into place as if it had been made by this one. Call it
+    // only when there is no obstacle.
     void RemoveUnfinished() const;
 
     // Puts the unfinished file in the other's place, with that one's permissions; false, with errno, when that fails.

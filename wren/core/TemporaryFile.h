@@ -11,8 +11,9 @@ namespace wren {
 
 struct DiskSteps;
 
-// Open for writing, and gone again unless it was renamed. In StateDirectory()/saving, where that is there, a record says
-// which file it is while it is: by that, and never by its name, what a killed process has left is known. Any thread.
+// Open for writing, and gone again unless it was renamed. In StateDirectory()/saving, where that is there, a record
+// says which file it is while it is: by that, and never by its name, what a killed process has left is known. Any
+// thread.
 class TemporaryFile {
 public:
     explicit TemporaryFile(const DiskSteps& steps); // borrowed
@@ -22,7 +23,7 @@ public:
 
     int Make(const std::string& directory, mode_t mode); // once; 0, or what errno says of the failure
     int RenameTo(const std::string& target);             // the same
-    int File() const { return file.Number(); } // open for writing
+    int File() const { return file.Number(); }           // open for writing
 
 private:
     class Record;
@@ -35,8 +36,8 @@ private:
 // Makes the place of the records, and removes what killed processes have left; says nothing when it cannot. Any thread.
 void KeepRecordsOfSaves();
 
-// Removes the temporaries that records of processes that are gone name: while the same file stands there as then, without
-// another name. Any thread.
+// Removes the temporaries that records of processes that are gone name: while the same file stands there as then,
+// without another name. Any thread.
 void RemoveLeftTemporaries();
 
 } // namespace wren

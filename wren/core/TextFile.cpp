@@ -79,8 +79,8 @@ void CopyAttributes(const std::string& from, int to)
     }
 }
 
-// Whether a failure to replace the file says nothing about writing into it: no right in the directory, or a file that is
-// mounted in its place.
+// Whether a failure to replace the file says nothing about writing into it: no right in the directory, or a file that
+// is mounted in its place.
 bool SaysWriteInPlace(int reason)
 {
     return reason == EACCES || reason == EPERM || reason == EROFS || reason == EBUSY || reason == EXDEV;

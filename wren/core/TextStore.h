@@ -14,8 +14,8 @@ struct Selection {
     bool operator==(const Selection&) const = default;
 };
 
-// The core edits and reads a document through this, and a face brings the one that it shows: its text component then owns
-// the text, and there is no second copy to keep the same.
+// The core edits and reads a document through this, and a face brings the one that it shows: its text component then
+// owns the text, and there is no second copy to keep the same.
 //
 // Offsets and lengths are bytes; whatever lies outside the text is clamped to it. Document thread.
 class TextStore {
@@ -36,8 +36,8 @@ public:
 
     virtual void SetText(std::string_view text) = 0; // selection at 0, nothing left to undo
 
-    // Edits made until CloseUndo(), or until the next BeginUndo(), are undone as one, and the selection is then 'before'
-    // again. An edit made with nothing open is undone alone.
+    // Edits made until CloseUndo(), or until the next BeginUndo(), are undone as one, and the selection is then
+    // 'before' again. An edit made with nothing open is undone alone.
     virtual void BeginUndo(Selection before, const std::string& name) = 0;
     virtual void CloseUndo() = 0;
     virtual void Insert(long offset, std::string_view inserted) = 0; // a caret at 'offset' stays

@@ -12,8 +12,9 @@
 
 namespace wren {
 
-// A lookup rebuilds stale tags by itself. It must not where the tree is a stranger's, and not again and again where that
-// does not help: a source from the future stays newer than any tags. Any thread; a disk that hangs holds up only who asks.
+// A lookup rebuilds stale tags by itself. It must not where the tree is a stranger's, and not again and again where
+// that does not help: a source from the future stays newer than any tags. Any thread; a disk that hangs holds up only
+// who asks.
 class UnaskedRebuilds {
 public:
     // 'user' owns what is the user's own; what is root's is nobody's bait.
@@ -35,7 +36,7 @@ private:
     std::optional<std::string> Stranger(const std::string& path) const;
 
     const uid_t user;
-    mutable std::mutex mutex; // guards what follows; never held while the disk is looked at
+    mutable std::mutex mutex;          // guards what follows; never held while the disk is looked at
     std::map<std::string, Pair> tried; // by tags file, as it was when the last run ended
 };
 

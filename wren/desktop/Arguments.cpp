@@ -13,7 +13,8 @@ namespace {
 
 constexpr int kWrongUsage = 2;
 
-constexpr const char* kFooter = R"(Without files, what was open last time is opened again. The settings are plain lines in
+constexpr const char* kFooter =
+    R"(Without files, what was open last time is opened again. The settings are plain lines in
 ~/.config/wren/settings.)";
 
 } // namespace

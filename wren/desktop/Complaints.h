@@ -8,8 +8,8 @@
 
 namespace wren {
 
-// As long as one lives, complaints of all threads wait for Take(), and the loop is woken for them. One at a time; made and
-// destroyed on the GUI thread.
+// As long as one lives, complaints of all threads wait for Take(), and the loop is woken for them. One at a time; made
+// and destroyed on the GUI thread.
 class Complaints {
 public:
     explicit Complaints(std::function<void(const std::string& text)> tell);

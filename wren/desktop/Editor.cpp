@@ -72,7 +72,8 @@ std::string AbsolutePath(const std::string& path)
 } // namespace
 
 Editor::Editor(const DesktopOptions& options)
-    : restoresSession(options.restoresSession), display(std::make_unique<QtDisplay>()), loop(std::make_unique<GuiLoop>(*display)),
+    : restoresSession(options.restoresSession), display(std::make_unique<QtDisplay>()),
+      loop(std::make_unique<GuiLoop>(*display)),
       complaints(std::make_unique<Complaints>([this](const std::string& text) { Warn(text); })),
       bundle(LoadBundle(options.bundle, &problems)),
       window(std::make_unique<MainWindow>(ReadIcns(bundle->Directory()->path + kIcon)))
@@ -189,7 +190,8 @@ void Editor::Connect()
         emit DocumentsChanged();
     });
     connect(files.get(), &FileKeeper::ReadAgain, this, &Editor::TextEdited);
-    connect(settings.get(), &SettingsKeeper::Failed, this, [this](const QString& reason) { Warn(reason.toStdString()); });
+    connect(settings.get(), &SettingsKeeper::Failed, this,
+            [this](const QString& reason) { Warn(reason.toStdString()); });
     connect(worksheet.get(), &WorksheetActions::Told, this,
             [this](const QString& text) { window->statusBar()->showMessage(text, 8000); });
     connect(&window->Notices(), &NoticeBar::AllAsked, this, &Editor::ShowNotices);
@@ -268,7 +270,8 @@ void Editor::OpenNew(const std::string& absolute)
     if (document == nullptr)
         return;
     window->Tabs().Raise(document->Id());
-    window->statusBar()->showMessage(tr("%1 is a new file: saving makes it").arg(QString::fromStdString(absolute)), 8000);
+    window->statusBar()->showMessage(tr("%1 is a new file: saving makes it").arg(QString::fromStdString(absolute)),
+                                     8000);
     emit DocumentsChanged();
 }
 
@@ -474,7 +477,8 @@ void Editor::OpenPreferences()
         ApplyPreferences();
         settings->Changed();
     });
-    connect(loop.get(), &GuiLoop::Woke, &dialog, [this] { settings->Changed(); }); // what a panel sets comes as a message
+    connect(loop.get(), &GuiLoop::Woke, &dialog,
+            [this] { settings->Changed(); }); // what a panel sets comes as a message
     dialog.exec();
     std::string error;
     if (!settings->Store(&error))
@@ -533,8 +537,8 @@ void Editor::FollowColours()
     window->Tabs().SetLook(look);
 }
 
-// A command is known to the plug-in by the first of its keys that can be told: it shows it, and it is what chooses from the
-// list of completions. The other keys of the command do what that one does.
+// A command is known to the plug-in by the first of its keys that can be told: it shows it, and it is what chooses from
+// the list of completions. The other keys of the command do what that one does.
 void Editor::BindKeys()
 {
     for (const CommandTable::Command& command : host->Commands().Registered())
@@ -558,7 +562,8 @@ void Editor::OpenMatch(const std::string& path, long line)
 VisitedPlace Editor::Here()
 {
     const Document* document = Current();
-    return document == nullptr ? VisitedPlace() : VisitedPlace{document->Id(), document->Path(), CurrentView()->Caret()};
+    return document == nullptr ? VisitedPlace()
+                               : VisitedPlace{document->Id(), document->Path(), CurrentView()->Caret()};
 }
 
 void Editor::GoTo(const std::optional<VisitedPlace>& place)

@@ -37,9 +37,9 @@ class EditorMenus;
 class PreferencesDialog;
 
 struct DesktopOptions {
-    std::string bundle;       // a directory
-    std::string settingsFile; // "" keeps settings nowhere
-    bool restoresSession = true; // where the preferences do not say otherwise
+    std::string bundle;             // a directory
+    std::string settingsFile;       // "" keeps settings nowhere
+    bool restoresSession = true;    // where the preferences do not say otherwise
     bool guardsTags = true;         // false hands command lines to a shell as the plug-in wrote them
     HostWitness* witness = nullptr; // hears what the plug-in does to the editor; borrowed, null for nobody
 };
@@ -51,7 +51,8 @@ public:
     explicit Editor(const DesktopOptions& options);
     ~Editor() override;
 
-    // The window, with the files named, those that do not exist as new ones; without any, with what was open last time. Then what a crash has left is offered.
+    // The window, with the files named, those that do not exist as new ones; without any, with what was open last time.
+    // Then what a crash has left is offered.
     void Show(const std::vector<Place>& wanted);
 
     // Lines and columns from 1, columns in bytes; 0 for none. False when the file could not be read, which was told.

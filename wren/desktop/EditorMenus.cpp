@@ -95,7 +95,8 @@ void EditorMenus::FillFile(QMenu* menu)
     connect(recent, &QMenu::aboutToShow, this, &EditorMenus::FillRecent);
     menu->addSeparator();
     save = Add(menu, tr("&Save"), "document-save", StandardKeys(QKeySequence::Save), [this] { editor.Save(); });
-    Add(menu, tr("Save &As\u2026"), "document-save-as", {QKeySequence(tr("Ctrl+Shift+S"))}, [this] { editor.SaveAs(); });
+    Add(menu, tr("Save &As\u2026"), "document-save-as", {QKeySequence(tr("Ctrl+Shift+S"))},
+        [this] { editor.SaveAs(); });
     Add(menu, tr("Save A&ll"), "", {}, [this] { editor.SaveAll(); });
     revert = Add(menu, tr("Re&vert"), "document-revert", {}, [this] { editor.Revert(); });
     menu->addSeparator();
@@ -111,8 +112,10 @@ void EditorMenus::FillEdit(QMenu* menu)
                 (view->*operation)();
         };
     };
-    undo = Add(menu, tr("&Undo"), "edit-undo", StandardKeys(QKeySequence::Undo), [this] { editor.CurrentView()->undo(); });
-    redo = Add(menu, tr("&Redo"), "edit-redo", StandardKeys(QKeySequence::Redo), [this] { editor.CurrentView()->redo(); });
+    undo =
+        Add(menu, tr("&Undo"), "edit-undo", StandardKeys(QKeySequence::Undo), [this] { editor.CurrentView()->undo(); });
+    redo =
+        Add(menu, tr("&Redo"), "edit-redo", StandardKeys(QKeySequence::Redo), [this] { editor.CurrentView()->redo(); });
     menu->addSeparator();
     cut = Add(menu, tr("Cu&t"), "edit-cut", StandardKeys(QKeySequence::Cut), [this] { editor.CurrentView()->cut(); });
     copy = Add(menu, tr("&Copy"), "edit-copy", StandardKeys(QKeySequence::Copy), onView(&QsciScintilla::copy));
@@ -130,7 +133,8 @@ void EditorMenus::FillEdit(QMenu* menu)
 void EditorMenus::FillSearch(QMenu* menu)
 {
     FindBar& find = editor.Window().Find();
-    Add(menu, tr("&Find and Replace\u2026"), "edit-find", StandardKeys(QKeySequence::Find) + Keys{QKeySequence(tr("Ctrl+H"))}, [&find] { find.Open(); });
+    Add(menu, tr("&Find and Replace\u2026"), "edit-find",
+        StandardKeys(QKeySequence::Find) + Keys{QKeySequence(tr("Ctrl+H"))}, [&find] { find.Open(); });
     Add(menu, tr("Find &Next"), "", StandardKeys(QKeySequence::FindNext), [&find] { find.Next(); });
     Add(menu, tr("Find &Previous"), "", StandardKeys(QKeySequence::FindPrevious), [&find] { find.Previous(); });
     pluginItems = menu->addSeparator();
@@ -165,8 +169,9 @@ void EditorMenus::FillView(QMenu* menu)
 void EditorMenus::FillWorksheet(QMenu* menu)
 {
     Add(menu, tr("&Open Worksheet"), "", {QKeySequence(tr("Ctrl+Shift+W"))}, [this] { editor.OpenWorksheet(); });
-    runLines = Add(menu, tr("&Run Lines"), "system-run", {QKeySequence(tr("Ctrl+Return")), QKeySequence(tr("Ctrl+Enter"))},
-                   [this] { editor.TheWorksheet().RunLines(); });
+    runLines =
+        Add(menu, tr("&Run Lines"), "system-run", {QKeySequence(tr("Ctrl+Return")), QKeySequence(tr("Ctrl+Enter"))},
+            [this] { editor.TheWorksheet().RunLines(); });
     stop = Add(menu, tr("&Stop"), "process-stop", {QKeySequence(tr("Ctrl+Shift+Return"))},
                [this] { editor.TheWorksheet().Stop(); });
 }
@@ -194,8 +199,7 @@ void EditorMenus::FillRecent()
 {
     recent->clear();
     for (const std::string& path : editor.Session().State().recentFiles)
-        connect(recent->addAction(ShownLabel(path)), &QAction::triggered, this,
-                [this, path] { editor.Open(path); });
+        connect(recent->addAction(ShownLabel(path)), &QAction::triggered, this, [this, path] { editor.Open(path); });
     if (recent->isEmpty())
         recent->addAction(tr("None"))->setEnabled(false);
 }

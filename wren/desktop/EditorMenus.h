@@ -23,8 +23,8 @@ class EditorMenus : public QObject {
 public:
     explicit EditorMenus(Editor& editor); // borrowed; fills its window's bars
 
-    // The commands' keys, in the notation of menus; those of a command that is in a menu are shown there. A key that two have
-    // runs neither, so it is the first command's; and no longer that of the menus' own items.
+    // The commands' keys, in the notation of menus; those of a command that is in a menu are shown there. A key that
+    // two have runs neither, so it is the first command's; and no longer that of the menus' own items.
     void BindKeys(const std::vector<std::pair<std::string, std::string>>& keys);
     std::vector<std::pair<QString, QKeySequence>> OwnKeys() const; // and what they choose, while no command has them
 
@@ -52,7 +52,7 @@ private:
     QAction* pluginItems = nullptr; // the plug-in's are before it
     std::vector<QAction*> shownPluginItems;
     std::vector<std::pair<QAction*, QList<QKeySequence>>> usualKeys; // of the menus' own items
-    std::map<std::string, QAction*> commands; // by the command that they run
+    std::map<std::string, QAction*> commands;                        // by the command that they run
     QAction* save = nullptr;
     QAction* revert = nullptr;
     QAction* undo = nullptr;

@@ -37,9 +37,8 @@ EditorTabs::EditorTabs(QWidget* parent) : QTabWidget(parent)
     setElideMode(Qt::ElideMiddle);
     tabBar()->setFocusPolicy(Qt::NoFocus);
     connect(this, &QTabWidget::currentChanged, this, [this] { emit Raised(CurrentDocument()); });
-    connect(this, &QTabWidget::tabCloseRequested, this, [this](int index) {
-        emit CloseAsked(DocumentOf(qobject_cast<CodeView*>(widget(index))));
-    });
+    connect(this, &QTabWidget::tabCloseRequested, this,
+            [this](int index) { emit CloseAsked(DocumentOf(qobject_cast<CodeView*>(widget(index)))); });
 }
 
 CodeView* EditorTabs::Add(long document, const EditorLook& look)

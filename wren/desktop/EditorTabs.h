@@ -27,12 +27,12 @@ public:
     CodeView* CurrentView() const;         // null when there is none
     long CurrentDocument() const;          // 0 when there is none
     long DocumentOf(const CodeView* view) const;
-    std::vector<long> Documents() const;   // in the order of their tabs, which the user may drag
+    std::vector<long> Documents() const; // in the order of their tabs, which the user may drag
 
-    // Of a file, or "" for a text without one. Where several have the same name it is told with as much of its directory
-    // as tells it from the others.
+    // Of a file, or "" for a text without one. Where several have the same name it is told with as much of its
+    // directory as tells it from the others.
     void SetName(long document, const std::string& path, bool modified);
-    QString NameOf(long document) const; // that; empty for what is no file's
+    QString NameOf(long document) const;  // that; empty for what is no file's
     void SetWorksheetName(long document); // wherever it is kept
     void SetLook(const EditorLook& look);
 
@@ -49,7 +49,7 @@ private:
     int IndexOf(long document) const;
     void ShowNames(const std::string& leaf); // of all files of this name
 
-    std::map<long, File> files; // of the documents that have one
+    std::map<long, File> files;      // of the documents that have one
     std::map<long, CodeView*> views; // owned by the widget
 };
 

@@ -7,8 +7,8 @@ namespace wren {
 
 class Editor;
 
-// On SIGTERM, SIGINT and SIGHUP the session, copies of all unsaved texts and changed settings are kept, and the process ends without a
-// question: nobody may be there to answer. One at a time; GUI thread.
+// On SIGTERM, SIGINT and SIGHUP the session, copies of all unsaved texts and changed settings are kept, and the process
+// ends without a question: nobody may be there to answer. One at a time; GUI thread.
 class Endings : public QObject {
     Q_OBJECT
 public:

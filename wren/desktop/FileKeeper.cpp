@@ -164,8 +164,8 @@ bool FileKeeper::MayGo(Document& document)
     if (isModified && HasItsOwnPlace(document) && Write(document, document.Path()))
         return true;
     tabs.Raise(document.Id());
-    const QString question =
-        isModified ? tr("Save the changes of %1?") : tr("%1 is no longer there. Save its text, which is only here now?");
+    const QString question = isModified ? tr("Save the changes of %1?")
+                                        : tr("%1 is no longer there. Save its text, which is only here now?");
     switch (AskPlainly(QMessageBox::Question, &window, question.arg(NameOf(document)),
                        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
     case QMessageBox::Save:

@@ -40,8 +40,8 @@ public:
 
     void Revert(Document& document); // takes the file's text, after a question when there are unsaved changes
 
-    // Asks about unsaved changes, and about a text whose file is gone; false when the document is to stay. The Worksheet
-    // is saved, and asked about only where it could not be.
+    // Asks about unsaved changes, and about a text whose file is gone; false when the document is to stay. The
+    // Worksheet is saved, and asked about only where it could not be.
     bool MayGo(Document& document);
 
     bool IsModified(const Document& document) const;
@@ -51,7 +51,7 @@ signals:
     void ReadAgain(long document);
 
 private:
-    bool IsGone(const Document& document) const; // there was a file of it
+    bool IsGone(const Document& document) const;             // there was a file of it
     bool Write(Document& document, const std::string& path); // it has that path from then on
     bool WriteText(const std::string& path, const std::string& text);
     bool MayOverwrite(const Document& document);

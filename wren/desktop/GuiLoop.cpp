@@ -15,8 +15,8 @@ namespace wren {
 
 namespace {
 
-// Writing to it is all that other threads do. It is kept open for the life of the process: a thread that was late to hear
-// of the loop's end then writes to it, and not to another file.
+// Writing to it is all that other threads do. It is kept open for the life of the process: a thread that was late to
+// hear of the loop's end then writes to it, and not to another file.
 int WakeUps()
 {
     static const int wakeUps = [] {

@@ -9,9 +9,9 @@ namespace wren {
 
 class QtDisplay;
 
-// Display updates are always carried out. Messages for documents and windows that the document thread serves wait while a
-// plug-in call is active, and while one of them is being dispatched already: a question to the user in the middle of one
-// runs Qt's loop again. Nothing wakes up while nothing happens. GUI thread.
+// Display updates are always carried out. Messages for documents and windows that the document thread serves wait while
+// a plug-in call is active, and while one of them is being dispatched already: a question to the user in the middle of
+// one runs Qt's loop again. Nothing wakes up while nothing happens. GUI thread.
 class GuiLoop : public QObject {
     Q_OBJECT
 public:

@@ -16,7 +16,7 @@ constexpr qsizetype kHeader = 8; // four letters, and the length with the header
 struct PackedKind {
     const char* colours;
     const char* mask;
-    int side;             // pixels
+    int side;              // pixels
     qsizetype unusedStart; // bytes of nothing before the colours
 };
 constexpr PackedKind kPackedKinds[] = {
@@ -64,9 +64,9 @@ QPixmap ReadPacked(const QMap<QByteArray, QByteArray>& entries, const PackedKind
     const auto at = [](const QByteArray& bytes, qsizetype index) { return static_cast<unsigned char>(bytes[index]); };
     QImage image(kind.side, kind.side, QImage::Format_ARGB32);
     for (qsizetype pixel = 0; pixel < pixels; ++pixel)
-        image.setPixel(static_cast<int>(pixel % kind.side), static_cast<int>(pixel / kind.side),
-                       qRgba(at(colours, pixel), at(colours, pixels + pixel), at(colours, 2 * pixels + pixel),
-                             at(mask, pixel)));
+        image.setPixel(
+            static_cast<int>(pixel % kind.side), static_cast<int>(pixel / kind.side),
+            qRgba(at(colours, pixel), at(colours, pixels + pixel), at(colours, 2 * pixels + pixel), at(mask, pixel)));
     return QPixmap::fromImage(image);
 }
 

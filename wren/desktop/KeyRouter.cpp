@@ -28,8 +28,8 @@ uint32 ButtonBits(Qt::MouseButtons down)
 
 KeyRouter::KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop) : host(host), display(display), loop(loop) {}
 
-// A command that edits is told to be over, and that closes whatever the plug-in shows but completions: a list of matches
-// would be gone as soon as it came. So that is left out for those that only look something up.
+// A command that edits is told to be over, and that closes whatever the plug-in shows but completions: a list of
+// matches would be gone as soon as it came. So that is left out for those that only look something up.
 void KeyRouter::RunBound(const std::string& command)
 {
     const KeyBinding binding = host.Commands().BindingOf(command);
@@ -72,8 +72,8 @@ bool KeyRouter::TextComing(CodeView&, const std::string& utf8)
     return !applies;
 }
 
-// What the plug-in shows comes when the event loop runs next, after the text has been painted: opening a list takes longer
-// than drawing the character that asked for it.
+// What the plug-in shows comes when the event loop runs next, after the text has been painted: opening a list takes
+// longer than drawing the character that asked for it.
 void KeyRouter::KeyApplied(CodeView& view, bool typed)
 {
     if (typed)

@@ -14,8 +14,8 @@ class GuiLoop;
 class Host;
 class QtDisplay;
 
-// A key of a view goes to the list of matches first, when there is one and the key moves in it; then to the plug-in; then
-// to the text. GUI thread.
+// A key of a view goes to the list of matches first, when there is one and the key moves in it; then to the plug-in;
+// then to the text. GUI thread.
 class KeyRouter : public CodeViewClient {
 public:
     KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop); // borrowed
@@ -24,7 +24,7 @@ public:
     bool controlClicks = false;    // a click with Control looks up, instead of one with the option key
     std::function<void()> onCaret; // the caret moved, in the current view
     std::function<void(CodeView&, bool modified)> onModified;
-    std::function<void(CodeView&)> onChanged; // the text, by whatever
+    std::function<void(CodeView&)> onChanged;                                         // the text, by whatever
     std::function<void(CodeView&, long offset, long removed, long inserted)> onMoves; // the text, while it changes
 
     MouseState Mouse() const { return mouse; } // of the click that is being told of

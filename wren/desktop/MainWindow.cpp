@@ -45,8 +45,8 @@ MainWindow::~MainWindow()
     delete status;
 }
 
-// Without a window manager nobody gets the keyboard when a dialog goes that had it. One that is left for another program is
-// not hidden.
+// Without a window manager nobody gets the keyboard when a dialog goes that had it. One that is left for another
+// program is not hidden.
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::WindowDeactivate || watched == this)

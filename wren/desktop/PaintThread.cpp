@@ -24,8 +24,8 @@ bool ThreadsStart()
 
 std::counting_semaphore<> gStarted{0};
 
-// What the thread does first. It has nothing of its own: what went to that thread by Qt's own locks alone would look like a
-// race to a sanitizer that cannot see them.
+// What the thread does first. It has nothing of its own: what went to that thread by Qt's own locks alone would look
+// like a race to a sanitizer that cannot see them.
 class Greeting final : public QRunnable {
 public:
     Greeting() { setAutoDelete(false); }

@@ -39,18 +39,19 @@ QString ListOf(const std::vector<UnsavedText>& texts, bool areOld, const QString
     QStringList lines;
     for (const UnsavedText& text : texts)
         if (text.isOld == areOld)
-            lines.append(SessionKeeper::tr("%1 (%2)")
-                             .arg(text.path.empty() ? SessionKeeper::tr("untitled") : QString::fromStdString(text.path),
-                                  QString::fromStdString(text.savedAt)));
+            lines.append(SessionKeeper::tr("%1 (%2)").arg(text.path.empty() ? SessionKeeper::tr("untitled")
+                                                                            : QString::fromStdString(text.path),
+                                                          QString::fromStdString(text.savedAt)));
     return lines.isEmpty() ? "" : paragraph + "\n\n" + lines.join('\n') + "\n\n";
 }
 
 QString QuestionAbout(const std::vector<UnsavedText>& left)
 {
     return ListOf(left, false, SessionKeeper::tr("Wren ended without saving these texts:")) +
-           ListOf(left, true,
-                  SessionKeeper::tr("Wren ended while it was saving these files, which now hold neither the old text nor "
-                                    "the new one. The old texts were kept:")) +
+           ListOf(
+               left, true,
+               SessionKeeper::tr("Wren ended while it was saving these files, which now hold neither the old text nor "
+                                 "the new one. The old texts were kept:")) +
            SessionKeeper::tr("Open them as they were?");
 }
 
@@ -72,9 +73,7 @@ bool HasTheTab(const UnsavedText& text, const std::vector<UnsavedText>& left)
 
 SessionKeeper::SessionKeeper(Editor& editor)
     : editor(editor), state(LoadSession()), quiet(kPause, kLongest),
-      recovery([this](long document, const std::string& problem) {
-          news.Add([=, this] { Kept(document, problem); });
-      })
+      recovery([this](long document, const std::string& problem) { news.Add([=, this] { Kept(document, problem); }); })
 {
     KeepRecordsOfSaves();
     news.SetWakeUp(&GuiLoop::Wake);
@@ -129,8 +128,8 @@ void SessionKeeper::OfferRecovery()
         TellUnsafe(recovery.Problem());
     if (left.empty())
         return;
-    QMessageBox question(QMessageBox::Question, tr("Wren"),
-                         QuestionAbout(left), QMessageBox::NoButton, &editor.Window());
+    QMessageBox question(QMessageBox::Question, tr("Wren"), QuestionAbout(left), QMessageBox::NoButton,
+                         &editor.Window());
     question.setTextFormat(Qt::PlainText); // names of files may look like markup
     QAbstractButton* open = question.addButton(tr("Open"), QMessageBox::AcceptRole);
     QAbstractButton* discard = question.addButton(tr("Discard"), QMessageBox::DestructiveRole);
@@ -161,8 +160,8 @@ void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
             recovery.Discard(*text);
 }
 
-// An old text whose file's tab has another one has a tab without a file. That a torn file differs from what it was is no other
-// program's doing, and nobody is asked about it.
+// An old text whose file's tab has another one has a tab without a file. That a torn file differs from what it was is
+// no other program's doing, and nobody is asked about it.
 const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::vector<UnsavedText>& left)
 {
     const bool isAtHome = HasTheTab(text, left);
@@ -173,9 +172,11 @@ const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::
         editor.Files().Recovered(*document, text.was);
     if (text.isOld)
         editor.Window().Notices().Tell(
-            (isAtHome ? tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here: save to write it.")
-                      : tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here without a name, "
-                           "beside the one that was to be saved."))
+            (isAtHome
+                 ? tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here: save to write "
+                      "it.")
+                 : tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here without a name, "
+                      "beside the one that was to be saved."))
                 .arg(QString::fromStdString(text.path)));
     return document;
 }

@@ -20,11 +20,11 @@ class CodeView;
 class Document;
 class Editor;
 
-// The session, and a text's copy, are written once nothing has changed for a moment, or when that takes too long; and a copy
-// that could not be written, again a while later. Nothing wakes up while nothing changes. GUI thread.
+// The session, and a text's copy, are written once nothing has changed for a moment, or when that takes too long; and a
+// copy that could not be written, again a while later. Nothing wakes up while nothing changes. GUI thread.
 //
-// A copy of a text of usual size is made half a second after the last change, and four seconds after the first one when there
-// is no pause. Larger texts wait longer, as copying them holds up the keys.
+// A copy of a text of usual size is made half a second after the last change, and four seconds after the first one when
+// there is no pause. Larger texts wait longer, as copying them holds up the keys.
 class SessionKeeper : public QObject {
     Q_OBJECT
 public:
@@ -33,7 +33,7 @@ public:
     const SessionState& State() const { return state; }
     void Opened(const std::string& path); // among the recent files
 
-    void TakeNews(); // what the threads that write have to tell; when the loop was woken
+    void TakeNews();      // what the threads that write have to tell; when the loop was woken
     void Restore();       // opens the files of the last session
     void OfferRecovery(); // asks about what a crash has left, if it has
 
@@ -42,7 +42,7 @@ public:
     bool Save();
     void KeepUnsaved(); // copies of all unsaved texts, at once: they are on the disk afterwards
     void TextChanged(long document);
-    void FilesChanged(); // others are open, or in another order
+    void FilesChanged();         // others are open, or in another order
     void Settled(long document); // saved or closed: no copy is needed
 
     bool IsUnsafe() const { return !unsafe.empty(); } // the last copy of some text could not be written

@@ -10,7 +10,8 @@ namespace wren {
 
 class Host;
 
-// A second after the last change, so that a crash takes none with it; nothing wakes up while nothing changes. GUI thread.
+// A second after the last change, so that a crash takes none with it; nothing wakes up while nothing changes. GUI
+// thread.
 class SettingsKeeper : public QObject {
     Q_OBJECT
 public:

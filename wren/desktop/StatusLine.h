@@ -14,8 +14,8 @@ namespace wren {
 class CodeView;
 class Document;
 
-// GUI thread. While one lives, the plug-in's threads wake the loop when they begin and end, so that nobody needs to look again
-// and again.
+// GUI thread. While one lives, the plug-in's threads wake the loop when they begin and end, so that nobody needs to
+// look again and again.
 class StatusLine : public QObject {
     Q_OBJECT
 public:

@@ -16,8 +16,8 @@ namespace wren {
 class NoticeBar;
 class StatusLine;
 
-// What the commands print goes to a log in the state directory, which a notice names when something failed. Stale tags that
-// are not rebuilt by themselves are said, with a button in the line of status that rebuilds them. GUI thread.
+// What the commands print goes to a log in the state directory, which a notice names when something failed. Stale tags
+// that are not rebuilt by themselves are said, with a button in the line of status that rebuilds them. GUI thread.
 class TagsKeeper : public QObject {
     Q_OBJECT
 public:

@@ -115,7 +115,7 @@ std::string WorksheetActions::InLines(std::string_view output)
 
 void WorksheetActions::Ended(int status, bool stopped)
 {
-    const QString all = stopped        ? tr("The command was stopped.")
+    const QString all = stopped       ? tr("The command was stopped.")
                         : status != 0 ? tr("The command ended with status %1.").arg(status)
                                       : tr("The command has ended.");
     const long leftOut = printed - kMostOutput;

@@ -33,8 +33,8 @@ bool HasDisplay()
     return false;
 }
 
-// The plug-in prints each command line that it has run, whose bytes may be anything: names of directories that came with a
-// tree. A terminal would take some for its own commands. What is run is in the log of TagsKeeper.
+// The plug-in prints each command line that it has run, whose bytes may be anything: names of directories that came
+// with a tree. A terminal would take some for its own commands. What is run is in the log of TagsKeeper.
 void KeepOffTerminal()
 {
     if (::isatty(STDOUT_FILENO) != 1)

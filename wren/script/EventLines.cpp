@@ -10,7 +10,8 @@ namespace wren::lines {
 
 namespace {
 
-// Fields that the plug-in reads on an event and that the line leaves out are empty: it is never handed what is not there.
+// Fields that the plug-in reads on an event and that the line leaves out are empty: it is never handed what is not
+// there.
 EventRecord ReadRecord(ScriptSession& session, const Line& line)
 {
     EventRecord record = session.TheHost().Events().RecordFor(line.Integer("event"));

@@ -23,8 +23,8 @@ private:
     ScriptLog& log;
 };
 
-// Makes everything that a host without a display needs, and starts it. One at a time in a process; document thread, which
-// is the one that makes it.
+// Makes everything that a host without a display needs, and starts it. One at a time in a process; document thread,
+// which is the one that makes it.
 class HeadlessStage : public Stage {
 public:
     HeadlessStage(PluginBundle& bundle, const std::string& settingsFile); // borrows the bundle

@@ -67,8 +67,7 @@ long SameColumn(const Document& document, long offset, long line)
     const long start = document.LineStart(document.LineAt(offset));
     long found = document.LineStart(line);
     const long end = document.LineEnd(line);
-    for (size_t column = vetch::CountCodePoints(document.Text(start, offset)); column > 0 && found < end;
-         --column)
+    for (size_t column = vetch::CountCodePoints(document.Text(start, offset)); column > 0 && found < end; --column)
         found = CharacterAfter(document, found);
     return found;
 }

@@ -16,8 +16,8 @@ struct LineError {
     std::string text;
 };
 
-// Every operation throws LineError for a field that is missing, unless it answers an optional, and for one of another type
-// than it reads. Borrows the object.
+// Every operation throws LineError for a field that is missing, unless it answers an optional, and for one of another
+// type than it reads. Borrows the object.
 class Line {
 public:
     explicit Line(const Json& object, std::string path = ""); // 'path' stands before the names of fields in errors

@@ -34,18 +34,21 @@ public:
     virtual ScriptLog& Log() = 0;
     virtual void Settle() = 0; // delivers all messages
 
-    // In documents. Open() answers null, with the reason, when the file cannot be read. The others answer what the plug-in
-    // did; PressKey(), with the stroke's name as StrokeOf() reads it, and Click() at an offset need a current document.
+    // In documents. Open() answers null, with the reason, when the file cannot be read. The others answer what the
+    // plug-in did; PressKey(), with the stroke's name as StrokeOf() reads it, and Click() at an offset need a current
+    // document.
     virtual Document* Open(const std::string& path, const std::optional<std::string>& text, bool worksheet,
                            std::string* error) = 0;
     virtual long PressKey(const std::string& key, const KeyStroke& stroke) = 0;
     virtual long Click(const TextClick& click) = 0;
     virtual std::optional<std::string> Undo() = 0; // the name of what was taken back; nothing when there is nothing
     virtual long RunCommand(const std::string& name) = 0;
-    virtual long ClickButton(uint32 modifiers) = 0;                            // the plug-in's
-    virtual long ChooseFromButton(const std::optional<MenuChoice>& choice) = 0; // from its pop-up menu; nothing dismisses it
+    virtual long ClickButton(uint32 modifiers) = 0; // the plug-in's
+    virtual long ChooseFromButton(
+        const std::optional<MenuChoice>& choice) = 0; // from its pop-up menu; nothing dismisses it
 
-    // From the menu "Search": whether the item is enabled, and then its command runs; nothing when there is no such item.
+    // From the menu "Search": whether the item is enabled, and then its command runs; nothing when there is no such
+    // item.
     virtual std::optional<bool> ChooseFromMenu(const std::string& label) = 0;
 
     // Answers to what comes next: a button of an alert, a path chosen in a file panel, nothing to dismiss it.
@@ -60,7 +63,8 @@ public:
     virtual bool Enter(long window, long item, const std::string& text) = 0;
     virtual bool Check(long window, long item, bool on) = 0;
     virtual bool Close(long window) = 0;
-    virtual vetch::LooperToken OpenPanel(const std::string& identifier, long* returned) = 0; // preferences; "": the first
+    virtual vetch::LooperToken OpenPanel(const std::string& identifier,
+                                         long* returned) = 0; // preferences; "": the first
 
     // The world around.
     virtual void SetScreen(BRect frame) = 0;

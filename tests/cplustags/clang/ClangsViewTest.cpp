@@ -1,7 +1,8 @@
-// What clang finds declared in Objective-C is what our tags say: nothing is missing, nothing invented, all lines are right.
+// What clang finds declared in Objective-C is what our tags say: nothing is missing, nothing invented, all lines are
+// right.
 //
-// Clang reads one branch of each condition, we read all: tags on lines that its preprocessor skipped cannot be compared.
-// Neither can what macros declare, which tools/make-objective-c-declarations leaves out.
+// Clang reads one branch of each condition, we read all: tags on lines that its preprocessor skipped cannot be
+// compared. Neither can what macros declare, which tools/make-objective-c-declarations leaves out.
 #include "cplustags/ObjectiveC.h"
 
 #include <gmock/gmock.h>
@@ -24,8 +25,8 @@ namespace {
 using Declaration = std::string;
 
 struct ClangsView {
-    // With the classes that it belongs to. Those are several where a condition begins a protocol in one branch and a class
-    // in the other, and what follows belongs to either: our tag is for the first of the two.
+    // With the classes that it belongs to. Those are several where a condition begins a protocol in one branch and a
+    // class in the other, and what follows belongs to either: our tag is for the first of the two.
     std::map<Declaration, std::set<std::string>> declarations;
     std::vector<std::pair<unsigned, unsigned>> liveLines;
 

@@ -133,7 +133,8 @@ TEST(CodeView, UsesTheLooksIndentationWhereTheFileShowsNone)
     EXPECT_EQ(view.Bytes(), "\ta\n");
 }
 
-// ------------------------------------------------------------------------------------------------------ Words and looks
+// ------------------------------------------------------------------------------------------------------ Words and
+// looks
 
 constexpr const char* kSample = "// comment\n"
                                 "#import <a.h>\n"

@@ -30,13 +30,15 @@ namespace {
 
 constexpr std::chrono::milliseconds kNever = std::chrono::minutes(2); // for what should have come long before
 
-// From whatever brought the window to the front to a click in its text: one that comes at once is taken for part of that.
+// From whatever brought the window to the front to a click in its text: one that comes at once is taken for part of
+// that.
 constexpr bigtime_t kReaching = 200'000;
 
 // A window that was closed has asked Qt's loop to end, and no question is put before it has.
 void LetTheLoopEnd()
 {
-    QMetaObject::invokeMethod(qApp, [] { QApplication::exit(0); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        qApp, [] { QApplication::exit(0); }, Qt::QueuedConnection);
     QApplication::exec();
 }
 

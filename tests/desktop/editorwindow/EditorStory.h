@@ -37,14 +37,14 @@ protected:
 
     void Press(const char* keys); // "Ctrl+S", in the current text
     void Type(const std::string& text);
-    void Choose(const char* menu, const char* item); // by their labels without "&"
-    void CloseTab(int index); // by its button
+    void Choose(const char* menu, const char* item);                      // by their labels without "&"
+    void CloseTab(int index);                                             // by its button
     void InPreferences(const std::function<void(QWidget& dialog)>& what); // opens them, and closes them afterwards
-    void ClickText(long offset, Qt::KeyboardModifiers held); // the character behind the offset
-    void ComeBack(); // from another program's window
+    void ClickText(long offset, Qt::KeyboardModifiers held);              // the character behind the offset
+    void ComeBack();                                                      // from another program's window
 
     static void ChooseIn(QWidget& dialog, const char* name, const char* item); // in the box of choices of that name
-    static void Tick(QWidget& dialog, const char* label);                     // clicks on that box
+    static void Tick(QWidget& dialog, const char* label);                      // clicks on that box
 
     wren::Editor& TheEditor() { return *editor; }
     wren::CodeView& View() { return *editor->CurrentView(); }

@@ -138,8 +138,7 @@ TEST_F(HostileTags, LinesThatAreNoneAreTheFirstOrTheLast)
     const struct {
         const char* named;
         long shown; // from 0
-    } kCases[] = {{"3", 2},          {"0", 0}, {"-5", 0}, {"2000000000", 3}, {"99999999999999999999", 0},
-                  {"-9999999999", 0}};
+    } kCases[] = {{"3", 2}, {"0", 0}, {"-5", 0}, {"2000000000", 3}, {"99999999999999999999", 0}, {"-9999999999", 0}};
     for (const auto& each : kCases) {
         LookUp("Area\t" + path + "\t" + each.named + ";\"\tp\n");
         EXPECT_THAT(Tabs(), ElementsAre("draw.c", "a.h")) << each.named;

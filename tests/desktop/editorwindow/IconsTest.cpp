@@ -39,7 +39,8 @@ TEST(Icons, ThatAreDrawnFollowTheColours)
         EXPECT_LT(Lightness(icon), 40);
         QApplication::setPalette(Inked(role, Qt::white));
         EXPECT_GT(Lightness(icon), 215);
-        EXPECT_NEAR(Lightness(icon, QIcon::Disabled), QColor(Qt::gray).lightness(), 40) << "what cannot be chosen is grey";
+        EXPECT_NEAR(Lightness(icon, QIcon::Disabled), QColor(Qt::gray).lightness(), 40)
+            << "what cannot be chosen is grey";
     }
     QApplication::setPalette(QPalette());
 }

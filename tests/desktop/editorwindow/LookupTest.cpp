@@ -260,8 +260,8 @@ TEST_F(Lookup, TheButtonsMenuShowsTheKeys)
     hands.ChooseNext(std::nullopt);
     emit TheEditor().Window().Button().PopUpAsked();
     Settle();
-    EXPECT_THAT(hands.LastMenu(), IsSupersetOf({"Look up symbol\tAlt+L", "Look up declaration\tF3",
-                                                "Look up definition\tCtrl+F12"}));
+    EXPECT_THAT(hands.LastMenu(),
+                IsSupersetOf({"Look up symbol\tAlt+L", "Look up declaration\tF3", "Look up definition\tCtrl+F12"}));
 }
 
 TEST_F(Lookup, AKeyOfTwoCommandsRunsTheFirst)

@@ -58,11 +58,14 @@ const OddText kOddTexts[] = {
     {"an overlong sequence and half a surrogate", "\xc0\xaf \xed\xa0\x80\nend"},
     {"NUL bytes", std::string("a\0b\0\0\nend", 10)},
     {"a byte order mark", "\xef\xbb\xbfint a;\nend"},
-    {"a byte order mark of two bytes", std::string("\xff\xfe" "a\0\n\0end", 9)},
+    {"a byte order mark of two bytes", std::string("\xff\xfe"
+                                                   "a\0\n\0end",
+                                                   9)},
     {"Windows line ends", "one\r\ntwo\r\nend"},
     {"line ends of all kinds", "one\r\ntwo\nthree\rfour\r\n\nend"},
     {"a carriage return in the middle", "one\rtwo\nend"},
-    {"other characters that Unicode calls line ends", "one\xe2\x80\xa8two\x0bthree\x0c" "four\xc2\x85\nend"},
+    {"other characters that Unicode calls line ends", "one\xe2\x80\xa8two\x0bthree\x0c"
+                                                      "four\xc2\x85\nend"},
     {"blanks at the ends of lines", "one  \t\n \nend"},
     {"no line end at all", "end"},
 };

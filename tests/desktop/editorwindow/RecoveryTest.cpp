@@ -28,7 +28,10 @@ namespace {
 class AfterAKill : public EditorStory {
 protected:
 #if defined(__SANITIZE_THREAD__)
-    void SetUp() override { GTEST_SKIP() << "this sanitizer cannot follow threads of a child that was not started anew"; }
+    void SetUp() override
+    {
+        GTEST_SKIP() << "this sanitizer cannot follow threads of a child that was not started anew";
+    }
 #endif
     // What an editor leaves that is killed with an unsaved text.
     void Leave(const std::string& path, const std::string& text)
@@ -64,7 +67,8 @@ protected:
     }
     std::map<std::string, std::string> Environment() const
     {
-        return {{"HOME", home.Path()}, {"QT_QPA_PLATFORM", "offscreen"}, {"XDG_STATE_HOME", ""}, {"XDG_CONFIG_HOME", ""}};
+        return {
+            {"HOME", home.Path()}, {"QT_QPA_PLATFORM", "offscreen"}, {"XDG_STATE_HOME", ""}, {"XDG_CONFIG_HOME", ""}};
     }
 };
 

@@ -175,16 +175,15 @@ TEST_F(Settings, OfKeysGoBackToTheUsualOnesByEnterOnTheButton)
 TEST_F(Settings, OfKeysSayWhatTheyTakeFromTheMenus)
 {
     Start();
-    InPreferences([](QWidget& dialog) {
-        EXPECT_EQ(dialog.findChild<QLabel*>("conflicts")->text(), "") << "of the usual ones";
-    });
+    InPreferences(
+        [](QWidget& dialog) { EXPECT_EQ(dialog.findChild<QLabel*>("conflicts")->text(), "") << "of the usual ones"; });
     ASSERT_TRUE(Quit());
     home.Write(".config/wren/settings", "WrenKeys SymbolLookup=Ctrl+F\n");
     Start();
     InPreferences([](QWidget& dialog) {
-        EXPECT_THAT(dialog.findChild<QLabel*>("conflicts")->text().toStdString(),
-                    AllOf(HasSubstr("Ctrl+F is the menus' key"), HasSubstr("Find and Replace"),
-                          HasSubstr("Look up symbol")));
+        EXPECT_THAT(
+            dialog.findChild<QLabel*>("conflicts")->text().toStdString(),
+            AllOf(HasSubstr("Ctrl+F is the menus' key"), HasSubstr("Find and Replace"), HasSubstr("Look up symbol")));
     });
 }
 

@@ -117,7 +117,8 @@ TEST_F(Starting, WithoutAHomeDirectorySaysWhatIsNotKept)
 {
     ::unsetenv("HOME");
     Start();
-    EXPECT_THAT(Notice(), AllOf(HasSubstr("system tags have no place"), HasSubstr("copies of unsaved texts have no place")));
+    EXPECT_THAT(Notice(),
+                AllOf(HasSubstr("system tags have no place"), HasSubstr("copies of unsaved texts have no place")));
     Type("int a;");
     EXPECT_EQ(Text(), "int a;");
 }

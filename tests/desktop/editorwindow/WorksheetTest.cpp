@@ -216,7 +216,8 @@ TEST_F(WorksheetStory, OutputThatNeverEndsIsNotKeptForEver)
     OpenWith("head -c 20000000 /dev/zero | tr '\\0' x");
     RunLine();
     const std::string text = Text();
-    EXPECT_EQ(std::count(text.begin(), text.end(), 'x'), wren::WorksheetActions::kMostOutput + 1) << "with the command's";
+    EXPECT_EQ(std::count(text.begin(), text.end(), 'x'), wren::WorksheetActions::kMostOutput + 1)
+        << "with the command's";
     EXPECT_GT(std::count(text.begin(), text.end(), '\n'), 4000) << "in lines that can be drawn";
     EXPECT_THAT(Status(), HasSubstr("The last 4 MB of its output are left out"));
 }

@@ -10,7 +10,7 @@
 namespace {
 
 const std::map<std::string, Qt::Key> kNamedKeys = {
-    {"enter", Qt::Key_Return},         {"tab", Qt::Key_Tab},       {"escape", Qt::Key_Escape},
+    {"enter", Qt::Key_Return},        {"tab", Qt::Key_Tab},       {"escape", Qt::Key_Escape},
     {"backspace", Qt::Key_Backspace}, {"delete", Qt::Key_Delete}, {"left", Qt::Key_Left},
     {"right", Qt::Key_Right},         {"up", Qt::Key_Up},         {"down", Qt::Key_Down},
 };

@@ -47,8 +47,9 @@ QAction* Chosen(const QMenu& menu, const std::optional<wren::MenuChoice>& choice
         return nullptr;
     const QList<QAction*> actions = menu.actions();
     for (long row = 0; row < actions.size(); ++row) {
-        const bool meant = std::holds_alternative<long>(*choice) ? std::get<long>(*choice) == row
-                                                                 : std::get<std::string>(*choice) == LabelOf(*actions[row]);
+        const bool meant = std::holds_alternative<long>(*choice)
+                               ? std::get<long>(*choice) == row
+                               : std::get<std::string>(*choice) == LabelOf(*actions[row]);
         if (meant)
             return actions[row]->isEnabled() && !actions[row]->isSeparator() ? actions[row] : nullptr;
     }

@@ -1,13 +1,13 @@
-// What a window manager does with activation, and the offscreen platform does not: that one activates whatever is shown, and
-// nothing when a window goes.
+// What a window manager does with activation, and the offscreen platform does not: that one activates whatever is
+// shown, and nothing when a window goes.
 #pragma once
 
 #include <QObject>
 
 class QWidget;
 
-// Menus, and windows that avoid the keyboard, leave the editor's window active; it becomes active again when a dialog goes.
-// GUI thread.
+// Menus, and windows that avoid the keyboard, leave the editor's window active; it becomes active again when a dialog
+// goes. GUI thread.
 class WindowManager : public QObject {
 public:
     explicit WindowManager(QWidget& main); // borrowed

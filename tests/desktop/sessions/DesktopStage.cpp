@@ -99,7 +99,8 @@ void PressBothButtons(QWidget& widget, QPoint place, Qt::KeyboardModifiers held)
     const Qt::MouseButtons both = Qt::LeftButton | Qt::RightButton;
     QMouseEvent press(QEvent::MouseButtonPress, place, widget.mapToGlobal(QPointF(place)), Qt::LeftButton, both, held);
     QApplication::sendEvent(&widget, &press);
-    QMouseEvent release(QEvent::MouseButtonRelease, place, widget.mapToGlobal(QPointF(place)), Qt::LeftButton, {}, held);
+    QMouseEvent release(QEvent::MouseButtonRelease, place, widget.mapToGlobal(QPointF(place)), Qt::LeftButton, {},
+                        held);
     QApplication::sendEvent(&widget, &release);
 }
 
@@ -195,8 +196,8 @@ long DesktopStage::AnswerTo(long event, const std::function<void()>& doing)
     return log.AnswerTo(event);
 }
 
-// Two things are the text component's own affair, and not so with scripts: what is typed in one go is taken back in one go,
-// and a new line begins with the blanks of the one before.
+// Two things are the text component's own affair, and not so with scripts: what is typed in one go is taken back in one
+// go, and a new line begins with the blanks of the one before.
 long DesktopStage::PressKey(const std::string& key, const wren::KeyStroke& stroke)
 {
     wren::CodeView& view = *editor->CurrentView();
@@ -265,9 +266,8 @@ long DesktopStage::RunCommand(const std::string& name)
 
 long DesktopStage::ClickButton(uint32 modifiers)
 {
-    return AnswerTo(Event::kButtonClicked, [&] {
-        QTest::mouseClick(&editor->Window().Button(), Qt::LeftButton, QtModifiers(modifiers));
-    });
+    return AnswerTo(Event::kButtonClicked,
+                    [&] { QTest::mouseClick(&editor->Window().Button(), Qt::LeftButton, QtModifiers(modifiers)); });
 }
 
 long DesktopStage::ChooseFromButton(const std::optional<wren::MenuChoice>& choice)
@@ -423,8 +423,8 @@ bool DesktopStage::Close(long window)
     return true;
 }
 
-// The editor shows its panels in a dialog with a page of its own. One of another name only the core can make: it is a window
-// then.
+// The editor shows its panels in a dialog with a page of its own. One of another name only the core can make: it is a
+// window then.
 vetch::LooperToken DesktopStage::OpenPanel(const std::string& identifier, long* returned)
 {
     if (!identifier.empty())

@@ -1,11 +1,11 @@
-// The editor that a person sits at as a stage for scripts: keys, clicks and choices are Qt's own events, and the windows'
-// states are read off what is on the screen.
+// The editor that a person sits at as a stage for scripts: keys, clicks and choices are Qt's own events, and the
+// windows' states are read off what is on the screen.
 #pragma once
 
-#include "tests/desktop/sessions/DesktopLog.h"
 #include "tests/desktop/hands/QuestionHands.h"
-#include "tests/desktop/sessions/RecordingDisplay.h"
 #include "tests/desktop/hands/WindowManager.h"
+#include "tests/desktop/sessions/DesktopLog.h"
+#include "tests/desktop/sessions/RecordingDisplay.h"
 #include "wren/desktop/Editor.h"
 #include "wren/script/Repeatable.h"
 #include "wren/script/Stage.h"

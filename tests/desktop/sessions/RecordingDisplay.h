@@ -19,7 +19,7 @@ public:
     void AnswerAlert(long button) { alertAnswers.push_back(button); }
     void AnswerPanel(const std::optional<std::string>& path) { panelAnswers.push_back(path); }
     bool TakeAnswered() { return std::exchange(answered, false); } // whether an alert was, since the last time
-    void SetScreen(BRect frame) { screen = frame; } // in place of the real one
+    void SetScreen(BRect frame) { screen = frame; }                // in place of the real one
 
     void WindowMade(const vetch::WindowDescription& window) override;
     void WindowClosed(vetch::LooperToken window) override;

@@ -1,5 +1,5 @@
-// Plays a script in front of the desktop editor: takes lines and gives answers as "wren script" does, so that the runner of
-// scripted sessions can run either.
+// Plays a script in front of the desktop editor: takes lines and gives answers as "wren script" does, so that the
+// runner of scripted sessions can run either.
 #include "tests/desktop/hands/EditorIdle.h"
 #include "tests/desktop/sessions/DesktopStage.h"
 #include "wren/core/OutputAside.h"

@@ -33,7 +33,12 @@ TEST(FileMark, TellsWhetherAFileHoldsSomethingElse)
         {"another text of the same size", [](const TempDirectory& in) { in.Write("a", "TEXT"); }, true},
         {"longer", [](const TempDirectory& in) { in.Write("a", "text more"); }, true},
         {"gone", [](const TempDirectory& in) { fs::remove(in / "a"); }, true},
-        {"a directory", [](const TempDirectory& in) { fs::remove(in / "a"); fs::create_directory(in / "a"); }, true},
+        {"a directory",
+         [](const TempDirectory& in) {
+             fs::remove(in / "a");
+             fs::create_directory(in / "a");
+         },
+         true},
         {"large now", [](const TempDirectory& in) { fs::resize_file(in / "a", FileMark::kLargestCompared + 1); }, true},
     };
     for (const Case& c : kCases) {

@@ -174,9 +174,8 @@ TEST_F(Recovery, SaysWhyNothingCanBeKept)
 TEST_F(Recovery, SaysWhatCameOfEachCopy)
 {
     std::vector<std::string> told;
-    wren::Recovery editor([&](long document, const std::string& problem) {
-        told.push_back(std::to_string(document) + ": " + problem);
-    });
+    wren::Recovery editor(
+        [&](long document, const std::string& problem) { told.push_back(std::to_string(document) + ": " + problem); });
     editor.Keep(12, "/a.c", "text");
     editor.Finish();
     EXPECT_TRUE(editor.Holds(12, "text"));

@@ -36,8 +36,8 @@ private:
     std::vector<std::string> lines;
 };
 
-// Logs "<name> <code>" for each message, "<name> accepted" and "<name> destroyed" (with "elsewhere" when that happens off
-// the document thread), and runs what was set for a code before it ran.
+// Logs "<name> <code>" for each message, "<name> accepted" and "<name> destroyed" (with "elsewhere" when that happens
+// off the document thread), and runs what was set for a code before it ran.
 class TestLooper : public BLooper {
 public:
     TestLooper(std::string name, Log& log, vetch::Service service = vetch::Service::OwnThread)

@@ -18,7 +18,8 @@ std::vector<std::string> recorded;
 int Record(const char* command, const vetch::ShellRequest& request)
 {
     const std::lock_guard lock(mutex);
-    recorded.push_back(command + (request.IsAskedFor() ? "" : " as " + request.newer + " is newer than " + request.outdated));
+    recorded.push_back(command +
+                       (request.IsAskedFor() ? "" : " as " + request.newer + " is newer than " + request.outdated));
     return 42;
 }
 

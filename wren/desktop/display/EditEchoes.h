@@ -9,9 +9,9 @@
 
 namespace wren {
 
-// The framework answers each edit with the text and selection that it has then. A user who types on meanwhile must not be
-// thrown back to that; so as long as edits wait for their answers, what the framework says is outdated, and its answer to
-// the last of them brings nothing new. What it says otherwise is its own change, and is shown.
+// The framework answers each edit with the text and selection that it has then. A user who types on meanwhile must not
+// be thrown back to that; so as long as edits wait for their answers, what the framework says is outdated, and its
+// answer to the last of them brings nothing new. What it says otherwise is its own change, and is shown.
 class EditEchoes {
 public:
     void Posted(const TextEdit& edit); // and somebody was there to hear it

@@ -8,8 +8,8 @@ class QWidget;
 
 namespace wren {
 
-// Shown at once. It posts its answer and deletes itself when the user is done; deleted before that, it posts nothing. GUI
-// thread.
+// Shown at once. It posts its answer and deletes itself when the user is done; deleted before that, it posts nothing.
+// GUI thread.
 QFileDialog* OpenFilePanel(const vetch::PanelDescription& panel, QWidget* parent);
 
 } // namespace wren

@@ -13,9 +13,9 @@ namespace wren {
 // Made on the GUI thread, from the font that the desktop has then; never changed afterwards, so that any thread may ask
 // and nobody waits.
 //
-// The framework's plain size stands for the desktop's own size, and other sizes are in proportion. Characters up to U+00FF
-// are as wide as Qt draws them, one by one; all others count as wide as the widest usual ones, so that a window that is
-// fitted to its texts never cuts them.
+// The framework's plain size stands for the desktop's own size, and other sizes are in proportion. Characters up to
+// U+00FF are as wide as Qt draws them, one by one; all others count as wide as the widest usual ones, so that a window
+// that is fitted to its texts never cuts them.
 class FontTable {
 public:
     FontTable();

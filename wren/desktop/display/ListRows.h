@@ -8,8 +8,8 @@
 
 namespace wren {
 
-// Changes are gathered, and shown all at once by Publish(): a list that is emptied and filled anew at every key is laid out
-// once, not entry by entry.
+// Changes are gathered, and shown all at once by Publish(): a list that is emptied and filled anew at every key is laid
+// out once, not entry by entry.
 class ListRows : public QAbstractListModel {
 public:
     void Insert(long index, const QString& text);

@@ -1,8 +1,8 @@
 // The desktop as the framework's display: its windows, controls, menus and alerts are Qt's.
 //
 // Looper threads never call Qt. Updates go into a queue behind a mutex of its own, and an eventfd wakes the GUI thread,
-// which is the document thread: it carries them out there, in order. Peers are found by token, and an update for a token
-// that is gone is dropped. What the user does is posted to the model, which answers with the state it has then.
+// which is the document thread: it carries them out there, in order. Peers are found by token, and an update for a
+// token that is gone is dropped. What the user does is posted to the model, which answers with the state it has then.
 #pragma once
 
 #include "vetch/display/Display.h"
@@ -38,13 +38,14 @@ public:
     // Which keys menus and lists take for the framework's modifiers. GUI thread.
     void SetModifierKeys(const ModifierKeys& keys);
 
-    // Takes the content of a window that the framework made for the host (a preference panel), to be put into a dialog of
-    // Qt's, instead of showing it as a window of its own; null when there is none. The window's death deletes the content,
-    // and the content's death closes nothing. Call it after the window was made and before anything shows it. GUI thread.
+    // Takes the content of a window that the framework made for the host (a preference panel), to be put into a dialog
+    // of Qt's, instead of showing it as a window of its own; null when there is none. The window's death deletes the
+    // content, and the content's death closes nothing. Call it after the window was made and before anything shows it.
+    // GUI thread.
     QWidget* TakeContent(vetch::LooperToken window);
 
-    // The newest visible window of the plug-in that is not a pop-up at the caret and has a list: the list of matches. It
-    // never takes the keyboard, so the editor hands it the keys that move in it. GUI thread, drained.
+    // The newest visible window of the plug-in that is not a pop-up at the caret and has a list: the list of matches.
+    // It never takes the keyboard, so the editor hands it the keys that move in it. GUI thread, drained.
     struct ListWindow {
         vetch::LooperToken window = 0;
         vetch::HandlerToken handler = vetch::kNoHandler; // of the window
@@ -53,8 +54,8 @@ public:
     };
     ListWindow FrontList() const; // window 0 for none
 
-    // Every visible window of the plug-in's that closes when the user presses the mouse outside it: asked when the mouse
-    // was pressed in the editor. GUI thread.
+    // Every visible window of the plug-in's that closes when the user presses the mouse outside it: asked when the
+    // mouse was pressed in the editor. GUI thread.
     bool IsPopUpVisible() const;
 
     // vetch::Display

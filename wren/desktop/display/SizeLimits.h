@@ -7,8 +7,8 @@
 
 namespace wren {
 
-// The framework's limits bind the user only, and may contradict each other: the minimum wins. Qt's bind everybody, so they
-// must leave room for the size that the framework itself has set, which may lie outside.
+// The framework's limits bind the user only, and may contradict each other: the minimum wins. Qt's bind everybody, so
+// they must leave room for the size that the framework itself has set, which may lie outside.
 struct SizeLimits {
     float minWidth = 0;
     float maxWidth = 32767;

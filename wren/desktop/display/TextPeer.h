@@ -13,8 +13,8 @@
 
 namespace wren {
 
-// What fields of one line and of several share. Each edit by the user is posted at once; that the value counts is posted
-// when the user presses Enter, or leaves a field that was edited.
+// What fields of one line and of several share. Each edit by the user is posted at once; that the value counts is
+// posted when the user presses Enter, or leaves a field that was edited.
 class TextPeer : public ViewPeer {
 public:
     void SetText(const std::string& text) override;

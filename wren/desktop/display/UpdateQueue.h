@@ -11,14 +11,14 @@ class UpdateQueue {
 public:
     using Update = std::function<void()>;
 
-    // Called, on the thread that adds, when the first update arrives in an empty queue: one wake-up serves all that come
-    // until the next Drain(). Set it before anything is added.
+    // Called, on the thread that adds, when the first update arrives in an empty queue: one wake-up serves all that
+    // come until the next Drain(). Set it before anything is added.
     void SetWakeUp(std::function<void()> wake);
 
     void Add(Update update); // any thread; never waits for the GUI thread
 
-    // Carries out, in order, what is queued when it is called; what is added meanwhile wakes anew. An update that runs an
-    // event loop may come back here: the inner call goes on where the outer one is. GUI thread.
+    // Carries out, in order, what is queued when it is called; what is added meanwhile wakes anew. An update that runs
+    // an event loop may come back here: the inner call goes on where the outer one is. GUI thread.
     void Drain();
 
 private:

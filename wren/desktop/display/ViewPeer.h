@@ -9,8 +9,8 @@ class QWidget;
 
 namespace wren {
 
-// A peer is a widget, and dies with it. What the framework says and the widget has no notion of does nothing. Nothing that
-// is set here is posted back as if the user had done it. GUI thread.
+// A peer is a widget, and dies with it. What the framework says and the widget has no notion of does nothing. Nothing
+// that is set here is posted back as if the user had done it. GUI thread.
 class ViewPeer {
 public:
     virtual ~ViewPeer() = default;

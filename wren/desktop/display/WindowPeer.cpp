@@ -27,8 +27,8 @@ using Kind = vetch::ViewDescription::Kind;
 
 constexpr int kBorder = 1; // of a pop-up, inside its frame
 
-// A frame that the user drags is told once it rests: answers to what it was meanwhile would pull it back. So would those
-// to what a window manager does to it step by step.
+// A frame that the user drags is told once it rests: answers to what it was meanwhile would pull it back. So would
+// those to what a window manager does to it step by step.
 constexpr std::chrono::milliseconds kRest{60};
 
 QRect RectOf(const BRect& frame)
@@ -373,8 +373,8 @@ void WindowPeer::keyPressEvent(QKeyEvent* event)
     }
 }
 
-// The keyboard may be where the mouse is, with no window manager or one that decides so: the keys are the editor's all the
-// same, and it hands back those that move in a list.
+// The keyboard may be where the mouse is, with no window manager or one that decides so: the keys are the editor's all
+// the same, and it hands back those that move in a list.
 void WindowPeer::PassOn(QKeyEvent& event)
 {
     QWidget* editor = parentWidget() == nullptr ? nullptr : parentWidget()->window()->focusWidget();

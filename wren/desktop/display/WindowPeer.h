@@ -18,8 +18,9 @@ class ListPeer;
 class ViewPeer;
 struct ModifierKeys;
 
-// Three kinds: the bordered pop-up at the caret and the floating window of results, which never take the keyboard, and the
-// dialog, which does. The user's doings are posted; the window closes and hides only when it is told to. GUI thread.
+// Three kinds: the bordered pop-up at the caret and the floating window of results, which never take the keyboard, and
+// the dialog, which does. The user's doings are posted; the window closes and hides only when it is told to. GUI
+// thread.
 class WindowPeer : public QWidget {
 public:
     struct Surroundings {
@@ -46,8 +47,8 @@ public:
     void Activate(bool active);
     void FocusOn(QWidget* view); // null: none
 
-    // The views, for a window of somebody else's: this one is never shown from then on. Whoever looks for them finds them by
-    // their names, there as here: ContentName() of the window, and ItemName() of each control within.
+    // The views, for a window of somebody else's: this one is never shown from then on. Whoever looks for them finds
+    // them by their names, there as here: ContentName() of the window, and ItemName() of each control within.
     QWidget* TakeContent();
     static QString ContentName(vetch::LooperToken window);
     static QString ItemName(long item);

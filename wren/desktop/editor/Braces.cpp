@@ -32,7 +32,8 @@ std::optional<Pair> PairOf(char c)
     return std::nullopt;
 }
 
-// What is not coloured yet has no style to compare. A little of it is coloured at once; where it is much, all braces count.
+// What is not coloured yet has no style to compare. A little of it is coloured at once; where it is much, all braces
+// count.
 long ColouredTo(const ViewText& text, long brace)
 {
     const long styled = text.Send(Sci::SCI_GETENDSTYLED);

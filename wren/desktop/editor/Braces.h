@@ -14,8 +14,8 @@ struct Partner {
     bool tooFar = false; // there may be one farther away than is looked
 };
 
-// Only braces of the same style count: one in a comment is no partner of one in the code. Looks a limited way, so that it
-// can be asked at every move of the caret.
+// Only braces of the same style count: one in a comment is no partner of one in the code. Looks a limited way, so that
+// it can be asked at every move of the caret.
 Partner FindPartner(const ViewText& text, long brace);
 
 } // namespace wren::braces

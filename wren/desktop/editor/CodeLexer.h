@@ -9,8 +9,8 @@
 
 namespace wren {
 
-// Objective-C's words are coloured in every file of the family: a header does not say which it belongs to. Set it up before
-// the view is given it, and give it again after a change.
+// Objective-C's words are coloured in every file of the family: a header does not say which it belongs to. Set it up
+// before the view is given it, and give it again after a change.
 class CodeLexer : public QsciLexerCPP {
     Q_OBJECT
 public:

@@ -1,7 +1,7 @@
 // The text of one document on the screen: Scintilla, set up for reading and changing C, C++ and Objective-C.
 //
-// It knows nothing of the plug-in. Whoever runs it (CodeViewClient) sees keys and clicks first, and hears what became of
-// the text. GUI thread.
+// It knows nothing of the plug-in. Whoever runs it (CodeViewClient) sees keys and clicks first, and hears what became
+// of the text. GUI thread.
 #pragma once
 
 #include "vetch/support/Geometry.h"
@@ -44,12 +44,12 @@ public:
     // Of a double click too, whose second press comes as such (event.type()). true: the view does nothing with it.
     virtual bool MousePressed(CodeView&, const QMouseEvent& event) = 0;
 
-    // By anything but a key that was let through, or the store; once an action. Keys for undo and the clipboard are such
-    // actions, and are applied after that like any other key.
+    // By anything but a key that was let through, or the store; once an action. Keys for undo and the clipboard are
+    // such actions, and are applied after that like any other key.
     virtual void ChangedOtherwise(CodeView&) = 0;
 
-    // 'inserted' bytes take the place of 'removed' ones, by whomever; told as it happens, when nothing can be asked of the
-    // view. A text that is read again is one change.
+    // 'inserted' bytes take the place of 'removed' ones, by whomever; told as it happens, when nothing can be asked of
+    // the view. A text that is read again is one change.
     virtual void TextMoves(CodeView&, long, long, long) {} // offset, removed, inserted
 
     // Where things stand now. Told after an action of the user's; after what the store did, from the event loop.
@@ -73,16 +73,16 @@ public:
     const EditorLook& Look() const { return look; }
     void SetLanguageFor(const std::string& path); // C, C++, Objective-C by the file's name; other files have no colours
 
-    // The store that the document is edited through. It borrows the view; when the view is gone first, the store is empty.
-    // Edits that a group collects end with the next thing the user does.
+    // The store that the document is edited through. It borrows the view; when the view is gone first, the store is
+    // empty. Edits that a group collects end with the next thing the user does.
     std::unique_ptr<TextStore> MakeStore();
 
-    // The text, byte by byte. Bytes that are no UTF-8 are shown as their numbers and kept as they are. SetBytes() clears
-    // what can be undone, finds out the line ends and the indentation, and counts as saved.
+    // The text, byte by byte. Bytes that are no UTF-8 are shown as their numbers and kept as they are. SetBytes()
+    // clears what can be undone, finds out the line ends and the indentation, and counts as saved.
     void SetBytes(std::string_view bytes);
 
-    // The same for a text that has become another one elsewhere, as an edit that can be undone. The caret and the lines that
-    // are seen stay at their text.
+    // The same for a text that has become another one elsewhere, as an edit that can be undone. The caret and the lines
+    // that are seen stay at their text.
     void ReadAgain(std::string_view bytes);
     std::string Bytes() const;
     LineEnds Ends() const;
@@ -91,24 +91,25 @@ public:
     bool IsModified() const;
     void MarkSaved();
 
-    long Caret() const;       // bytes
-    void GoTo(long offset);   // caret there, in the middle of what is seen when it was not seen
-    void GoToLine(long line); // from 1
+    long Caret() const;            // bytes
+    void GoTo(long offset);        // caret there, in the middle of what is seen when it was not seen
+    void GoToLine(long line);      // from 1
     long FirstVisibleLine() const; // from 0; where lines are wrapped, as they are drawn
     void ShowFromLine(long line);
 
-    // The partner of the brace at 'offset'; nothing when there is none, or none near enough to be looked for at every key.
+    // The partner of the brace at 'offset'; nothing when there is none, or none near enough to be looked for at every
+    // key.
     std::optional<long> PartnerOf(long offset) const;
 
-    // Places of the plug-in's: the left end of the baseline on the screen; and bytes under a point of the text view, which
-    // is the viewport: its left top is 0, 0, and TextBounds() is its part without the margins.
+    // Places of the plug-in's: the left end of the baseline on the screen; and bytes under a point of the text view,
+    // which is the viewport: its left top is 0, 0, and TextBounds() is its part without the margins.
     BPoint BaselineAt(long offset) const;
     long OffsetAtPoint(BPoint where) const;
     BRect TextBounds() const;
     BPoint PointOf(const QMouseEvent& event) const; // in the same coordinates
 
-    // Finds from the selection on, or from 'start' on, round the end; selects what was found. False when there is nothing.
-    // An expression that is not valid finds nothing.
+    // Finds from the selection on, or from 'start' on, round the end; selects what was found. False when there is
+    // nothing. An expression that is not valid finds nothing.
     bool IsValid(const Search& search) const;
     bool Find(const Search& search);
     bool FindFrom(long start, const Search& search);
@@ -209,7 +210,7 @@ private:
     bool toldLater = false;
     bool readsAgain = false; // SetBytes() or ReadAgain() is at it
     int turned = 0;          // eighths of a degree of the wheel, less than a step of the zoom
-    long numberedLines = 0; // that the margin has been made wide enough for
+    long numberedLines = 0;  // that the margin has been made wide enough for
     long toldCaret = 0;
     bool toldModified = false;
 };

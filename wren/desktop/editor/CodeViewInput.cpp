@@ -17,8 +17,8 @@ namespace wren {
 
 namespace {
 
-// Scintilla's default keys for these would win over shortcuts of the window's menus. What every editor has, the view answers
-// itself (kStandardKeys) where no menu does.
+// Scintilla's default keys for these would win over shortcuts of the window's menus. What every editor has, the view
+// answers itself (kStandardKeys) where no menu does.
 constexpr QsciCommand::Command kUnbound[] = {
     QsciCommand::Undo,
     QsciCommand::Redo,
@@ -127,8 +127,9 @@ void CodeView::ByStore(const std::function<void()>& action)
     TellLater(false);
 }
 
-// For screen readers Scintilla counts the characters before every change and before the caret: seconds, at the end of a big
-// file. Without a screen reader it is asked to tell only of what is about to change, and is a widget like any other.
+// For screen readers Scintilla counts the characters before every change and before the caret: seconds, at the end of a
+// big file. Without a screen reader it is asked to tell only of what is about to change, and is a widget like any
+// other.
 void CodeView::ListenToScintilla()
 {
     static const bool kInstalled = (QAccessible::installFactory(PlainAccessible), true);
@@ -212,8 +213,8 @@ bool CodeView::ApplyKey(QKeyEvent& event, bool& typed)
     groups.Close();
     const Done did = As(By::User, [&] { PassKey(event); });
     typed = did.Typed();
-    // Scintilla always takes Escape, though it does nothing to a text: a list of completions that it was meant for would be
-    // closed by what comes after every key that did something.
+    // Scintilla always takes Escape, though it does nothing to a text: a list of completions that it was meant for
+    // would be closed by what comes after every key that did something.
     const bool used = event.isAccepted() && event.key() != Qt::Key_Escape;
     return used || did.changed;
 }
@@ -232,8 +233,9 @@ bool CodeView::ApplyStandardKey(const QKeyEvent& event)
 void CodeView::PassKey(QKeyEvent& event)
 {
     // Of a shortcut that nobody has, Scintilla would type the letter (Alt) or say that it did something (Control).
-    const bool bound = standardCommands()->boundTo(static_cast<int>(static_cast<unsigned>(event.key()) |
-                                                                  (event.modifiers() & ~Qt::KeypadModifier).toInt())) != nullptr;
+    const bool bound =
+        standardCommands()->boundTo(static_cast<int>(static_cast<unsigned>(event.key()) |
+                                                     (event.modifiers() & ~Qt::KeypadModifier).toInt())) != nullptr;
     if (HoldsShortcut(event) && !bound)
         event.ignore();
     else

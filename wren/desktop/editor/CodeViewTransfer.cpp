@@ -1,7 +1,7 @@
 // What comes into a view from elsewhere, and goes there: the clipboard, and what is dragged.
 //
-// Scintilla converts the line ends of what comes, and ends it at its first NUL byte. A text with one is put in here, with
-// everything behind it.
+// Scintilla converts the line ends of what comes, and ends it at its first NUL byte. A text with one is put in here,
+// with everything behind it.
 
 #include "wren/desktop/editor/CodeView.h"
 

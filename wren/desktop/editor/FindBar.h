@@ -16,8 +16,8 @@ class QToolButton;
 namespace wren {
 
 // Hidden until it is opened. What is typed is found at once, from where the caret was. Enter finds the next match, and
-// replaces the one before where it is said with what; Shift-Enter finds the one before; Escape closes the bar and gives the
-// keyboard back to the text. GUI thread.
+// replaces the one before where it is said with what; Shift-Enter finds the one before; Escape closes the bar and gives
+// the keyboard back to the text. GUI thread.
 class FindBar : public QWidget {
     Q_OBJECT
 public:

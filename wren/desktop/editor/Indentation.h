@@ -13,7 +13,8 @@ struct Indentation {
     bool operator==(const Indentation&) const = default;
 };
 
-// What most lines of the text show, or 'otherwise' when they show nothing. The width of tabs is always that of 'otherwise'.
+// What most lines of the text show, or 'otherwise' when they show nothing. The width of tabs is always that of
+// 'otherwise'.
 Indentation DetectIndentation(std::string_view text, Indentation otherwise);
 
 std::string_view LeadingBlanks(std::string_view line);

@@ -8,8 +8,8 @@
 
 namespace wren {
 
-// Scintilla ends a line at a carriage return that stands alone, too. As long as the text has none of those, Scintilla's own
-// lines are the answer, at no cost; a text that has some is read.
+// Scintilla ends a line at a carriage return that stands alone, too. As long as the text has none of those, Scintilla's
+// own lines are the answer, at no cost; a text that has some is read.
 class TextLines {
 public:
     explicit TextLines(const ViewText& text) : text(text) {}

@@ -12,8 +12,8 @@
 
 namespace wren {
 
-// Regular expressions are Perl's and match within a line. In what replaces them \0 to \9 are their groups, \n a new line as
-// the file's others are, \t a tab.
+// Regular expressions are Perl's and match within a line. In what replaces them \0 to \9 are their groups, \n a new
+// line as the file's others are, \t a tab.
 struct TextSearch {
     std::string text; // empty: finds nothing
     bool regularExpression = false;

@@ -11,8 +11,8 @@
 
 namespace wren {
 
-// Scintilla's history takes numbers beside edits, and tells them when it goes back over them. Each group begins with the
-// number of its name, so that it keeps its name whatever the user types, undoes and redoes around it.
+// Scintilla's history takes numbers beside edits, and tells them when it goes back over them. Each group begins with
+// the number of its name, so that it keeps its name whatever the user types, undoes and redoes around it.
 class UndoGroups {
 public:
     explicit UndoGroups(const ViewText& text) : text(text) {}

@@ -11,15 +11,15 @@
 
 namespace wren {
 
-// One thread does the writing, which waits for the disk, so that typing never does. There is none while nothing is to be
-// written; when the system has none to give, the caller's thread writes. A file's newest content is all that counts: what
-// was still waiting for it is passed over. Belongs to one thread.
+// One thread does the writing, which waits for the disk, so that typing never does. There is none while nothing is to
+// be written; when the system has none to give, the caller's thread writes. A file's newest content is all that counts:
+// what was still waiting for it is passed over. Belongs to one thread.
 class CopyWriter {
 public:
     using OnWritten = std::function<void(const std::string& file, const std::string& problem)>; // "" for none
 
     explicit CopyWriter(OnWritten onWritten = {}); // called on the thread that writes
-    ~CopyWriter(); // once all is done
+    ~CopyWriter();                                 // once all is done
     CopyWriter(const CopyWriter&) = delete;
     CopyWriter& operator=(const CopyWriter&) = delete;
 

@@ -20,8 +20,8 @@ namespace wren {
 
 class KeyTable;
 
-// Shows values and lets the user change them; whoever made the page applies them when it tells. A font that is not installed
-// and keys in unusual notations come back as they were, unless the user chooses others. GUI thread.
+// Shows values and lets the user change them; whoever made the page applies them when it tells. A font that is not
+// installed and keys in unusual notations come back as they were, unless the user chooses others. GUI thread.
 class EditorPage : public QWidget {
     Q_OBJECT
 public:

@@ -9,8 +9,8 @@
 
 namespace wren {
 
-// Texts are compared, up to kLargestCompared: a file that was only touched, or written again with the same text, has not
-// changed. Larger ones are told by their stamps. Can be kept for another process.
+// Texts are compared, up to kLargestCompared: a file that was only touched, or written again with the same text, has
+// not changed. Larger ones are told by their stamps. Can be kept for another process.
 struct FileMark {
     static constexpr std::int64_t kLargestCompared = 16 * 1024 * 1024; // bytes
 

@@ -14,10 +14,10 @@ class QSocketNotifier;
 
 namespace wren {
 
-// Watches files and the directories they are in, so that one that is replaced by a rename is followed, and one that went is
-// found when it is back. The system reports what happens (inotify): nothing runs while nothing does. Reports are looked into
-// a tenth of a second later, when most writers are done. A file whose stamp is the known one is not told of, nor one that
-// was only touched or written again with the same content (FileMark). GUI thread.
+// Watches files and the directories they are in, so that one that is replaced by a rename is followed, and one that
+// went is found when it is back. The system reports what happens (inotify): nothing runs while nothing does. Reports
+// are looked into a tenth of a second later, when most writers are done. A file whose stamp is the known one is not
+// told of, nor one that was only touched or written again with the same content (FileMark). GUI thread.
 class FileWatch : public QObject {
     Q_OBJECT
 public:

@@ -219,8 +219,10 @@ void Recovery::Keep(long document, const std::string& path, std::string text, co
 {
     if (own == nullptr)
         return;
-    const json head = {
-        {"path", JsonOfBytes(path)}, {"savedAt", TimeText(std::time(nullptr))}, {"size", text.size()}, {"was", JsonOf(was)}};
+    const json head = {{"path", JsonOfBytes(path)},
+                       {"savedAt", TimeText(std::time(nullptr))},
+                       {"size", text.size()},
+                       {"was", JsonOf(was)}};
     writer.Write(own->CopyOf(document), head.dump() + "\n", std::move(text));
     own->kept.insert(document);
 }
@@ -251,7 +253,8 @@ std::vector<UnsavedText> Recovery::Left() const
                 if (std::optional<UnsavedText> copy; file.ends_with(kEnd) && (copy = ReadCopy(file)))
                     left.push_back(std::move(*copy));
     for (OverwrittenText& old : LeftOverwritten())
-        left.push_back({std::move(old.path), std::move(old.text), TimeText(old.savedAt), std::move(old.file), {}, true});
+        left.push_back(
+            {std::move(old.path), std::move(old.text), TimeText(old.savedAt), std::move(old.file), {}, true});
     std::stable_sort(left.begin(), left.end(),
                      [](const UnsavedText& a, const UnsavedText& b) { return a.savedAt < b.savedAt; });
     return left;

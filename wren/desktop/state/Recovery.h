@@ -20,29 +20,29 @@ struct UnsavedText {
     bool isOld = false;  // what the file held before it was written to: the writing was cut short, and it is torn
 };
 
-// Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. A copy is
-// a line of JSON that says what it is of, and then the text. Not thread-safe.
+// Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. A
+// copy is a line of JSON that says what it is of, and then the text. Not thread-safe.
 class Recovery {
 public:
     // The problem is why the copy could not be written, without a path; "" for none.
     using OnKept = std::function<void(long document, const std::string& problem)>;
 
-    // Without a state directory, or locks in it, it keeps nothing, and Problem() says so, until Retry(). 'onKept' is called
-    // on the thread that writes.
+    // Without a state directory, or locks in it, it keeps nothing, and Problem() says so, until Retry(). 'onKept' is
+    // called on the thread that writes.
     explicit Recovery(OnKept onKept = {});
     ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
 
     // Done soon, on another thread. A copy replaces the last one by rename.
     void Keep(long document, const std::string& path, std::string text, const FileMark& was = {});
     void Forget(long document);
-    void Finish(); // comes back when that is done
+    void Finish();                                            // comes back when that is done
     bool Holds(long document, const std::string& text) const; // in a copy that is on the disk
 
     const std::string& Problem() const { return problem; } // why no copies can be kept; "" when they can
     static std::string Place();                            // where they are kept; "" for nowhere
 
-    // Begins again where there is no directory to keep copies in, or it was removed. True when it has begun again: what was
-    // kept has to be kept once more.
+    // Begins again where there is no directory to keep copies in, or it was removed. True when it has begun again: what
+    // was kept has to be kept once more.
     bool Retry();
 
     // What editors that are gone have left, the oldest first, also of files that they were writing (LeftOverwritten).

@@ -25,11 +25,11 @@ struct SessionState {
     bool operator==(const SessionState&) const = default;
 };
 
-// StateDirectory()/session.json. A missing or damaged file gives an empty state; nothing is lost by it but the session, so
-// nobody is asked. Save makes the directory; false when it could not be written.
+// StateDirectory()/session.json. A missing or damaged file gives an empty state; nothing is lost by it but the session,
+// so nobody is asked. Save makes the directory; false when it could not be written.
 SessionState LoadSession();
-std::string SessionFile();                          // "" when there is no place for one
-std::string FormOf(const SessionState& state);      // what the file holds of it
+std::string SessionFile();                     // "" when there is no place for one
+std::string FormOf(const SessionState& state); // what the file holds of it
 bool SaveSession(const SessionState& state, std::string* error);
 
 } // namespace wren

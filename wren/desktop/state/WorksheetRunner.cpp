@@ -15,15 +15,15 @@ namespace {
 
 constexpr std::chrono::seconds kPatience(2);
 constexpr std::chrono::milliseconds kGathering(30); // each addition to a text costs as much as drawing it
-constexpr int kCannotRun = 126; // as shells have it
+constexpr int kCannotRun = 126;                     // as shells have it
 
 void Say(const char* text)
 {
     (void)!::write(STDERR_FILENO, text, std::strlen(text));
 }
 
-// In the child, between fork and exec, where little is safe. The shell is started from here, since Qt's own way would make
-// text of the bytes.
+// In the child, between fork and exec, where little is safe. The shell is started from here, since Qt's own way would
+// make text of the bytes.
 [[noreturn]] void BecomeShell(const char* lines, const char* directory)
 {
     ::setsid();
@@ -102,8 +102,8 @@ void WorksheetRunner::Read()
         emit Output(bytes);
 }
 
-// The shell may have ended before its children, which then have what remains of the two seconds. While one of them lives,
-// the group's number is not given to others.
+// The shell may have ended before its children, which then have what remains of the two seconds. While one of them
+// lives, the group's number is not given to others.
 void WorksheetRunner::End(int status)
 {
     gathering.stop();

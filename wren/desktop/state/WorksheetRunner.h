@@ -13,9 +13,9 @@ class QProcess;
 
 namespace wren {
 
-// One command at a time. The shell is /bin/sh in a session of its own, with no input and no terminal to ask at; output and
-// errors come in the order in which they were written, as bytes. What a line leaves running in the background does not
-// keep the run from ending, and is heard no more. GUI thread.
+// One command at a time. The shell is /bin/sh in a session of its own, with no input and no terminal to ask at; output
+// and errors come in the order in which they were written, as bytes. What a line leaves running in the background does
+// not keep the run from ending, and is heard no more. GUI thread.
 class WorksheetRunner : public QObject {
     Q_OBJECT
 public:
