@@ -2,7 +2,7 @@
 // well.
 //
 //     cache_load_bench cache LOCAL SYSTEM    as completion loads them
-//     cache_load_bench plain LOCAL SYSTEM    what one would write down: all names with their scopes in a vector of strings
+//     cache_load_bench plain LOCAL SYSTEM    all names with their scopes in a plain vector of strings
 //     cache_load_bench generate sorted|shuffled COUNT FILE
 //
 // Prints the seconds taken, and how many kilobytes of memory more are in use afterwards and were at most, as JSON.

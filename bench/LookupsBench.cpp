@@ -1,7 +1,7 @@
 // How long lookups through the plug-in's bundle take, with no screen.
 //
 //     lookups_bench lookups TAGS ROUNDS    of the symbols on standard input, one a line
-//     lookups_bench first TAGS SYMBOL      the first one in this process, beside one pass over the file with mmap and memchr
+//     lookups_bench first TAGS SYMBOL      the first one here, beside one pass over the file with mmap and memchr
 //     lookups_bench start TAGS             from the bundle's file to an editor that can be asked
 //
 // TAGS are the system's tags. Prints JSON, in microseconds: of each symbol the time until the list of matches stands

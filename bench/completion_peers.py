@@ -1,4 +1,4 @@
-"""How long other programs take to complete a prefix: Vim from the same tags file, clangd from a small source of its own."""
+"""How long peers take to complete a prefix: Vim from the same tags file, clangd from a small source of its own."""
 import json
 import os
 import statistics
@@ -29,7 +29,8 @@ def vim(tags, prefixes, rounds=5):
     script = ["set nocompatible tagcase=match tags=" + tags.replace("\\", "\\\\").replace(" ", "\\ "), "let times = []",
               f"for prefix in {json.dumps(prefixes)}", "  let taken = []", f"  for round in range({rounds})",
               "    let start = reltime()", "    call getcompletion(prefix, 'tag')",
-              "    call add(taken, reltimefloat(reltime(start)))", "  endfor", "  call add(times, sort(taken, 'f'))", "endfor",
+              "    call add(taken, reltimefloat(reltime(start)))", "  endfor",
+               "  call add(times, sort(taken, 'f'))", "endfor",
               "call writefile([json_encode(times)], $TIMES)", "qa!"]
     return {prefix: taken[rounds // 2] * 1000 for prefix, taken in zip(prefixes, run_vim(script))}
 
@@ -87,7 +88,8 @@ def clangd(rounds=20):
         server = Clangd(directory)
         server.ask("initialize", {"processId": None, "rootUri": "file://" + directory, "capabilities": {}})
         server.send("initialized", {}, wants_answer=False)
-        server.send("textDocument/didOpen", {"textDocument": {"uri": uri, "languageId": "cpp", "version": 1, "text": SOURCE}},
+        server.send("textDocument/didOpen", {"textDocument": {"uri": uri, "languageId": "cpp", "version": 1,
+                                                              "text": SOURCE}},
                     wants_answer=False)
         while server.receive().get("method") != "textDocument/publishDiagnostics":
             continue  # until the source has been read

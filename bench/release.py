@@ -28,7 +28,8 @@ def build(*targets):
     need("cmake")
     for command in (["cmake", "--preset", "release", "-DWREN_TESTS=ON"],
                     ["cmake", "--build", DIRECTORY, "--target", *targets]):
-        made = subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False)
+        made = subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                              check=False)
         if made.returncode != 0:
             sys.exit(made.stdout)
 

@@ -27,7 +27,8 @@ bool MayHaveObjectiveC(std::string_view text);
 //
 // - A selector's line is that of its first part.
 // - Scopes are "class:Name", of protocols and categories too; a category's tag has the scope of its class, and so has
-//   the implementation of a category. A class extension has no name, hence no tag; what it declares belongs to its class.
+//   the implementation of a category. A class extension has no name, hence no tag; what it declares belongs to its
+//   class.
 // - Both branches of an #if are read, except for "#if 0": which one counts is not known here.
 ObjectiveCSource ReadObjectiveC(std::string_view text, const std::set<std::string>& ignored);
 

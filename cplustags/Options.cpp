@@ -20,9 +20,10 @@ constexpr unsigned kMostJobs = 64;
 constexpr unsigned kLongestTimeLimit = 24 * 60 * 60;
 
 constexpr const char* kFooter =
-    R"(Names are those on the command line and the lines of -L. Directories, devices and the like are passed over; a file
-that cannot be read is reported, and the others are tagged. Files are written to the tags file relative to its directory
-when they are below it. The old tags file stays as it is until the new one is complete. Nothing is written through a
+    R"(Names are those on the command line and the lines of -L. Directories, devices and the
+like are passed over; a file that cannot be read is reported, and the others are tagged.
+Files are written to the tags file relative to its directory when they are below it. The
+old tags file stays as it is until the new one is complete. Nothing is written through a
 symbolic link that stands at its name, unless --follow-links says so.
 
 Environment:

@@ -234,8 +234,8 @@ int RunSession(const std::string& wren, const fs::path& folder, Mode mode)
     }
     if (mode == Mode::CompareWithoutPixels)
         std::ranges::for_each(outcome.answers, LeaveOutPixels);
-    const std::string differences =
-        Differences(ExpectedAnswers(folder, mode), outcome) + ExecutedDifferences(folder, outcome.executed) + FileDifferences(stage.directory);
+    const std::string differences = Differences(ExpectedAnswers(folder, mode), outcome) +
+                                    ExecutedDifferences(folder, outcome.executed) + FileDifferences(stage.directory);
     if (differences.empty())
         return 0;
     std::cout << folder.filename().string() << "\n" << differences << "standard error:\n" << outcome.errors;

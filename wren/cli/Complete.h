@@ -19,7 +19,7 @@ struct CompleteResult {
     enum class Outcome {
         Inserted,     // 'word' and 'line' say what
         Offered,      // 'candidates' do
-        NoCompletion, // there are no candidates, or none that adds to what is typed; while typing, also no word or too many
+        NoCompletion, // no candidate adds to what is typed; while typing, also: no word, or too many candidates
         NoWord,       // nothing before the caret can be completed
         NoTags,
         Unusable

@@ -32,7 +32,8 @@ class Screen:
     def __init__(self, manager, size="1280x800x24"):
         read, write = os.pipe()
         # Without -noreset it starts anew whenever its last client has gone, and meanwhile lets nobody in.
-        self.server = subprocess.Popen(["Xvfb", "-noreset", "-displayfd", str(write), "-screen", "0", size, "-nolisten", "tcp"],
+        self.server = subprocess.Popen(["Xvfb", "-noreset", "-displayfd", str(write), "-screen", "0", size,
+                                        "-nolisten", "tcp"],
                                        pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as answer:

@@ -4,13 +4,14 @@
 Usage: expected_completions.py TAGS COMPLETIONS CANDIDATES
 
 Picks 100 prefixes that are spread over the file: beginnings of names of 3 to 8 characters, some behind scopes or behind
-the first piece of a selector. Writes each with the first 200 names that complete it while typing, in the order of bytes:
+the first piece of a selector. Writes each with the first 200 names that complete it while typing, in the order of
+bytes:
 
     ?<tab>prefix
     =<tab>name
 
-and, to CANDIDATES, every fifth with the first 1000 candidates of the command, in the file's order. Does nothing when both
-are newer than TAGS and than this program.
+and, to CANDIDATES, every fifth with the first 1000 candidates of the command, in the file's order. Does nothing when
+both are newer than TAGS and than this program.
 """
 
 import bisect

@@ -30,7 +30,8 @@ def tags(path, of_missing_files=False):
             if len(text) > 1023:
                 sys.exit("a line of this tags file is too long to be read in one piece: " + text[:80])
             fields = re.fullmatch(
-                r'([^\t\n]+)\t([^\t\n]+)\t(\d+);"\t([A-Za-z])(?:\t((?:class|namespace|struct|union):[^\t\n]+))?\n', text)
+                r'([^\t\n]+)\t([^\t\n]+)\t(\d+);"\t([A-Za-z])'
+                r'(?:\t((?:class|namespace|struct|union):[^\t\n]+))?\n', text)
             if fields is None:
                 sys.exit("not a tag as lookups read it, with a line number and at most a scope: " + text)
             name, file, line, kind, scope = fields.groups()
