@@ -5,7 +5,7 @@
 #include "completion/Completions.h"
 #include "completion/Palettes.h"
 #include "plugin/PluginInterface.h"
-#include "scan/DocumentText.h"
+#include "scan/HostText.h"
 #include "scan/Predicates.h"
 #include "scan/SelectionScanner.h"
 #include "tags/CompletionCache.h"
@@ -59,7 +59,7 @@ std::string CommonBeginning(const Completions& completions)
 bool FollowsStd(PluginInterface* host, long start)
 {
     const std::string scope = "std::";
-    return scan::TextBetween(host, start - static_cast<long>(scope.length()), start) == scope;
+    return scan::HostText(host).Range(start - static_cast<long>(scope.length()), start) == scope;
 }
 
 // Whether what the candidates have in common goes on where the pattern ends. They come with their scopes, and the

@@ -1,6 +1,6 @@
 #include "scan/ContextScan.h"
 
-#include "plugin/PluginInterface.h"
+#include "scan/Text.h"
 
 #include <string_view>
 
@@ -15,10 +15,10 @@ bool IsOneOf(char ch, std::string_view characters)
 
 } // namespace
 
-Context ContextScan::Run(PluginInterface* pi, long caret)
+Context ContextScan::Run(const Text& text, long caret)
 {
     for (offset = caret - 1; offset >= 0; --offset)
-        if (!Step(pi->CharAt(offset)))
+        if (!Step(text.At(offset)))
             return result;
     // What looked like a selector has no '[' before it; the text right of the caret may still show one.
     if (result.kind == Context::Kind::Message)

@@ -5,9 +5,9 @@
 #include "scan/Predicates.h"
 #include "scan/SkippedGroup.h"
 
-class PluginInterface;
-
 namespace scan {
+
+class Text;
 
 // What was found.
 struct Context {
@@ -23,11 +23,10 @@ struct Context {
     long start;
 };
 
-// Reads the document leftwards from 'caret' - 1, each character once, until the context is clear or the document
-// begins.
+// Reads the text leftwards from 'caret' - 1, each character once, until the context is clear or the text begins.
 class ContextScan {
 public:
-    Context Run(PluginInterface* pi, long caret);
+    Context Run(const Text& text, long caret);
 
 private:
     // Each takes the character at 'offset' and answers whether to go on.

@@ -1,8 +1,8 @@
 #include "scan/NameExtent.h"
 
-#include "plugin/PluginInterface.h"
 #include "scan/Predicates.h"
 #include "scan/SkippedGroup.h"
+#include "scan/Text.h"
 
 namespace scan {
 
@@ -15,9 +15,9 @@ bool ClosesArguments(char ch, char)
 
 // How many characters of a name the colon at 'offset' stands for, the name ending at 'end': two of a scope, none when
 // it does not belong to the name.
-long ColonsOfName(PluginInterface* pi, long offset, long end)
+long ColonsOfName(const Text& text, long offset, long end)
 {
-    const char left = pi->CharAt(offset - 1);
+    const char left = text.At(offset - 1);
     if (left == ':')
         return 2;
     // "foo:" is a piece of a selector when it is all there is; anywhere else a single colon belongs to a label or a
@@ -27,19 +27,19 @@ long ColonsOfName(PluginInterface* pi, long offset, long end)
 
 } // namespace
 
-long NameEnd(PluginInterface* pi, long offset)
+long NameEnd(const Text& text, long offset)
 {
-    const long length = pi->TextLength();
+    const long length = text.Length();
     SkippedGroup arguments(ClosesArguments);
     for (; offset < length; ++offset) {
-        const char ch = pi->CharAt(offset);
+        const char ch = text.At(offset);
         if (arguments.Takes(ch) || IsIDChar(ch))
             continue;
         if (ch == '<')
             arguments.Enter(ch, offset);
         else if (ch != ':')
             break;
-        else if (pi->CharAt(++offset) != ':') // just behind a single colon, which may be the last of the document
+        else if (text.At(++offset) != ':') // just behind a single colon, which may be the last of the text
             break;
     }
     // A '<' that nothing closes compares. The name is then taken to end one character before it: "count<n" finds
@@ -47,18 +47,18 @@ long NameEnd(PluginInterface* pi, long offset)
     return arguments.IsOpen() ? arguments.EnteredAt() - 1 : offset;
 }
 
-long NameStart(PluginInterface* pi, long end)
+long NameStart(const Text& text, long end)
 {
     SkippedGroup arguments(BackwardBracketMatch);
     long offset = end - 1;
     for (long step; offset >= 0; offset -= step) {
-        const char ch = pi->CharAt(offset);
+        const char ch = text.At(offset);
         step = 1;
         if (arguments.Takes(ch) || IsIDChar(ch))
             continue;
         if (ch == '>') // that of "->" too, whose group then ends at the next '<': "if (i<n) a->b" gives "i<n) a->b"
             arguments.Enter(ch, offset);
-        else if (ch != ':' || (step = ColonsOfName(pi, offset, end)) == 0)
+        else if (ch != ':' || (step = ColonsOfName(text, offset, end)) == 0)
             break;
     }
     return (arguments.IsOpen() ? arguments.EnteredAt() : offset) + 1;

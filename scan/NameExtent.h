@@ -2,14 +2,14 @@
 // "Outer<int>::Inner::member".
 #pragma once
 
-class PluginInterface;
-
 namespace scan {
 
+class Text;
+
 // Where the name that 'offset' is in or before ends. A single ':' behind it belongs to it.
-long NameEnd(PluginInterface* pi, long offset);
+long NameEnd(const Text& text, long offset);
 
 // Where the name that ends at 'end' starts.
-long NameStart(PluginInterface* pi, long end);
+long NameStart(const Text& text, long end);
 
 } // namespace scan

@@ -5,7 +5,7 @@
 
 namespace scan {
 
-// Where it stands in the document; of a selector only the difference of start and end means anything, and the start may
+// Where it stands in the text; of a selector only the difference of start and end means anything, and the start may
 // be negative.
 struct Pattern {
     long start;

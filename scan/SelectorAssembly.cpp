@@ -1,12 +1,12 @@
 #include "scan/SelectorAssembly.h"
 
-#include "plugin/PluginInterface.h"
+#include "scan/Text.h"
 
 namespace scan {
 
 std::optional<Pattern> SelectorAssembly::ForLookup()
 {
-    Assemble(pi->TextLength());
+    Assemble(text.Length());
     return Result();
 }
 
@@ -19,10 +19,10 @@ std::optional<Pattern> SelectorAssembly::ForCompletion(long caret)
 
 void SelectorAssembly::Assemble(long end)
 {
-    // The first offset is -1 when no identifier stands left of the caret: the host answers '\0' there, which is no
+    // The first offset is -1 when no identifier stands left of the caret: the text has '\0' there, which is no
     // piece.
     for (; offset < end; ++offset)
-        if (!Step(pi->CharAt(offset)))
+        if (!Step(text.At(offset)))
             return;
 }
 
@@ -68,8 +68,8 @@ void SelectorAssembly::EndPiece()
     start = offset + 1;
 }
 
-// The pieces are scattered over the message, so the selector has no place in the document: the range says how long it
-// is, and may begin before the document.
+// The pieces are scattered over the message, so the selector has no place in the text: the range says how long it is,
+// and may begin before the text.
 std::optional<Pattern> SelectorAssembly::Result() const
 {
     constexpr size_t kLongestSelector = 1024;

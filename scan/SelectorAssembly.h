@@ -8,15 +8,16 @@
 #include <optional>
 #include <string>
 
-class PluginInterface;
-
 namespace scan {
 
-// Reads the document rightwards, from where ContextScan says, until the message ends: past line ends, if need be to the
-// end of the document.
+class Text;
+
+// Reads the text rightwards, from where ContextScan says, until the message ends: past line ends, if need be to the end
+// of the text.
 class SelectorAssembly {
 public:
-    SelectorAssembly(PluginInterface* pi, long start) : pi(pi), offset(start), start(start) {}
+    // 'text' outlives the assembly.
+    SelectorAssembly(const Text& text, long start) : text(text), offset(start), start(start) {}
 
     // The whole selector; the word behind the last colon is an argument and no part of it. None when it is longer than
     // 1024.
@@ -32,7 +33,7 @@ private:
     void EndPiece();
     std::optional<Pattern> Result() const;
 
-    PluginInterface* pi;
+    const Text& text;
     long offset;
     long start; // just behind the last colon of the selector
     std::string selector;

@@ -1,4 +1,6 @@
+#include "scan/PatternScan.h"
 #include "scan/SelectionScanner.h"
+#include "scan/Text.h"
 #include "tests/scan/LiteralScan.h"
 #include "tests/support/FakeHost.h"
 
@@ -24,6 +26,11 @@ std::string Shown(bool found, long start, long end, const std::string& pattern)
     return found ? "'" + pattern + "' at " + std::to_string(start) + " to " + std::to_string(end) : "nothing";
 }
 
+std::string Shown(const std::optional<scan::Pattern>& found)
+{
+    return found ? Shown(true, found->start, found->end, found->text) : Shown(false, 0, 0, "");
+}
+
 TEST(ScanForSuggestionPattern, FollowsItsRulesInRandomDocuments)
 {
     std::mt19937 random(20041);
@@ -42,6 +49,9 @@ TEST(ScanForSuggestionPattern, FollowsItsRulesInRandomDocuments)
                       Shown(isExpected, expected.start, expected.end, expected.pattern))
                 << "selection " << anchor << " to " << caret << " of <<<" << host.text << ">>>"
                 << (forCompletion ? ", to complete" : ", to look up");
+            const auto scanner = forCompletion ? scan::PatternForCompletion : scan::PatternForLookup;
+            ASSERT_EQ(Shown(scanner(scan::StringText(host.text), anchor, caret)), Shown(found, start, end, pattern))
+                << "without a host: <<<" << host.text << ">>>";
         }
     }
 }

@@ -1,24 +1,19 @@
-#include "plugin/PluginInterface.h"
-#include "scan/DocumentText.h"
+#include "scan/CompletionEdit.h"
+
+#include "scan/PatternScan.h"
 #include "scan/Predicates.h"
-#include "scan/SelectionScanner.h"
+#include "scan/Text.h"
 
 #include <algorithm>
 
+namespace scan {
+
 namespace {
 
-// [start, end) of the document becomes 'text', and the caret goes to 'caret'.
-struct Edit {
-    long start;
-    long end;
-    std::string text;
-    long caret;
-};
-
 // Of a scope chain only the last component is being completed; the scopes stay as the user wrote them.
-Edit NameEdit(PluginInterface* pi, long start, long end, std::string completion)
+Edit NameEdit(const Text& text, long start, long end, std::string completion)
 {
-    const std::string replaced = scan::TextBetween(pi, start, end);
+    const std::string replaced = text.Range(start, end);
     const size_t scope = completion.rfind("::");
     if (scope != std::string::npos)
         completion.erase(0, scope + 2);
@@ -57,33 +52,20 @@ Edit SelectorEdit(const std::string& typed, long caret, const std::string& compl
     return {caret, caret, rest, caret + firstArgument};
 }
 
-// All four in this order each time, also with nothing to delete or to insert: to the host it is one kind of edit, and
-// the selection that an undo brings back is the one from before the deletion.
-void Apply(PluginInterface* pi, long selStart, long selEnd, const Edit& edit)
-{
-    pi->BeginUndo(selStart, selEnd, "Insert symbol completion");
-    pi->DeleteText(edit.start, edit.end - edit.start);
-    pi->InsertText(edit.text.c_str(), static_cast<long>(edit.text.length()), edit.start);
-    pi->Select(edit.caret, edit.caret);
-}
-
 } // namespace
 
-void ReplaceWord(PluginInterface* pi, const std::string& completion)
+std::optional<Edit> CompletionEdit(const Text& text, long caret, const std::string& completion)
 {
-    long selStart = 0, selEnd = 0;
-    pi->GetSelection(&selStart, &selEnd);
-    long start = 0, end = 0;
-    std::string typed;
-    if (!ScanForSuggestionPattern(pi, selEnd, selEnd, start, end, typed, true))
-        return;
-
+    const std::optional<Pattern> typed = PatternForCompletion(text, caret, caret);
+    if (!typed)
+        return std::nullopt;
     // A selector with a scope in one of its arguments counts as a C++ name here. Its range is none, but ends behind a
     // colon: the completion goes there.
     if (completion.empty())
-        Apply(pi, selStart, selEnd, {start, end, "", start});
-    else if (IsObjCPattern(typed) || IsMultiPartObjCPattern(completion))
-        Apply(pi, selStart, selEnd, SelectorEdit(typed, selEnd, completion));
-    else
-        Apply(pi, selStart, selEnd, NameEdit(pi, start, end, completion));
+        return Edit{typed->start, typed->end, "", typed->start};
+    if (IsObjCPattern(typed->text) || IsMultiPartObjCPattern(completion))
+        return SelectorEdit(typed->text, caret, completion);
+    return NameEdit(text, typed->start, typed->end, completion);
 }
+
+} // namespace scan
