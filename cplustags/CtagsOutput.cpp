@@ -25,10 +25,8 @@ std::vector<std::string> OptionsForOutput()
 
 namespace {
 
-constexpr char kEnumerator = 'e';
-constexpr char kEnumeration = 'g';
-constexpr char kFunction = 'f';
 constexpr std::string_view kSeparator = "::";
+constexpr std::string_view kClassWord = tagsfile::KindOf(kind::kClass).scopeWord;
 
 struct RawTag {
     std::string_view name;
@@ -206,26 +204,10 @@ std::string WithoutAnonymousParts(std::string_view scope)
 // "" for a kind of scope that lookups do not know.
 std::string_view ScopeToken(std::string_view kind)
 {
-    for (const std::string_view token : {"class:", "namespace:", "struct:", "union:"})
+    for (const std::string_view token : tagsfile::kScopeWords)
         if (token.substr(0, token.length() - 1) == kind)
             return token;
     return "";
-}
-
-std::string_view ScopeToken(char tagKind)
-{
-    switch (tagKind) {
-    case 'c':
-        return "class:";
-    case 'n':
-        return "namespace:";
-    case 's':
-        return "struct:";
-    case 'u':
-        return "union:";
-    default:
-        return "";
-    }
 }
 
 // The scopes of one file's tags, as lookups are to read them.
@@ -234,7 +216,7 @@ public:
     explicit Scopes(const std::vector<RawTag>& tags)
     {
         const bool hasEnumerators = std::any_of(tags.begin(), tags.end(), [](const RawTag& tag) {
-            return tag.kind == kEnumerator && tag.scopeKind == "enum";
+            return tag.kind == kind::kEnumerator && tag.scopeKind == "enum";
         });
         if (hasEnumerators)
             for (const RawTag& tag : tags)
@@ -243,7 +225,7 @@ public:
 
     std::string_view Of(const RawTag& tag, Tags& keeper) const
     {
-        if (tag.kind == kEnumerator && tag.scopeKind == "enum")
+        if (tag.kind == kind::kEnumerator && tag.scopeKind == "enum")
             return OfEnumerator(tag.scope, keeper);
         const std::string_view token = ScopeToken(tag.scopeKind);
         if (token.empty() || !MayHaveAnonymousParts(tag.scope))
@@ -254,11 +236,11 @@ public:
 private:
     void Remember(const RawTag& tag)
     {
-        if (tag.kind == kEnumeration && tag.scopedEnumeration)
+        if (tag.kind == kind::kEnumeration && tag.scopedEnumeration)
             scopedEnumerations.insert(Joined(tag.scope, tag.name));
-        else if (const std::string_view token = ScopeToken(tag.kind); !token.empty())
+        else if (const std::string_view token = tagsfile::KindOf(tag.kind).scopeWord; !token.empty())
             tokens[Joined(WithoutAnonymousParts(tag.scope), tag.name)] = token;
-        else if (tag.kind == kFunction)
+        else if (tag.kind == kind::kFunction)
             tokens.emplace(Joined(WithoutAnonymousParts(tag.scope), tag.name), kNoToken);
     }
 
@@ -266,10 +248,10 @@ private:
     std::string_view OfEnumerator(std::string_view enumeration, Tags& keeper) const
     {
         if (scopedEnumerations.count(std::string(enumeration)) != 0)
-            return Kept("class:", WithoutAnonymousParts(enumeration), keeper);
+            return Kept(kClassWord, WithoutAnonymousParts(enumeration), keeper);
         const std::string around = WithoutAnonymousParts(Outer(enumeration));
         const auto token = tokens.find(around);
-        return Kept(token == tokens.end() ? "class:" : token->second, around, keeper);
+        return Kept(token == tokens.end() ? kClassWord : token->second, around, keeper);
     }
 
     static std::string_view Kept(std::string_view token, std::string_view scope, Tags& keeper)

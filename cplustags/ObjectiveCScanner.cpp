@@ -424,7 +424,7 @@ void ObjectiveCScanner::FinishHeader()
     state.container.kind = isProtocol         ? Container::kProtocol
                            : isImplementation ? Container::kImplementation
                                               : Container::kInterface;
-    state.container.scope = tags.Keep("class:" + header->name.name);
+    state.container.scope = tags.Keep(std::string(tagsfile::KindOf(kind::kClass).scopeWord) + header->name.name);
     state.variablesMayFollow = !isProtocol;
     if (isProtocol)
         AddTag(header->name, kind::kProtocol, "");

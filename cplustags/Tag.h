@@ -1,6 +1,8 @@
 // One tag, in the form in which lookups and completion read it.
 #pragma once
 
+#include "tagsfile/Kinds.h"
+
 #include <deque>
 #include <string>
 #include <string_view>
@@ -16,20 +18,7 @@ struct Tag {
     std::string_view scope; // "class:Outer::Inner", "namespace:", "struct:" or "union:" alike; "" for none
 };
 
-// The kinds of Objective-C, which ctags has other letters for. All but the definitions count as declarations. Those of
-// C and C++ are ctags' own.
-namespace kind {
-inline constexpr char kInterface = 'X';
-inline constexpr char kImplementation = 'R'; // a definition, as are the two below
-inline constexpr char kInstanceMethod = 'o'; // in an implementation
-inline constexpr char kClassMethod = 'O';    // in an implementation
-inline constexpr char kInstanceMethodDeclaration = 'm';
-inline constexpr char kClassMethodDeclaration = 'M';
-inline constexpr char kProtocol = 'P';
-inline constexpr char kCategory = 'C';
-inline constexpr char kProperty = 'y';
-inline constexpr char kInstanceVariable = 'v'; // ctags' letter of a variable: 'm' would make it a method
-} // namespace kind
+namespace kind = tagsfile::kind;
 
 // Tags with the texts that had to be made for them. Moving keeps the texts where they are, copying would not.
 struct Tags {

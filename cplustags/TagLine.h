@@ -12,11 +12,9 @@
 namespace cplustags {
 
 using tagsfile::FieldOfLine;
+using tagsfile::kLongestLine;
 using tagsfile::NameOfLine;
 using tagsfile::PathOfField;
-
-// The reader of tags takes lines in pieces of this many bytes, line break included; a longer one is lost to it.
-inline constexpr size_t kLongestLine = 1023;
 
 // How a file is written in a tags file that is in 'directory' (absolute, without "/" at its end): relative to it when
 // the file is below, so that the two can move together, else absolute. A backslash gets another. Nothing when the field

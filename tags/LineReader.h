@@ -1,6 +1,8 @@
 // The lines of a file, one after the other.
 #pragma once
 
+#include "tagsfile/TagFields.h"
+
 #include <cstddef>
 #include <cstring>
 #include <memory>
@@ -15,7 +17,7 @@
 // Not thread-safe. Destruction does not close the file, nor does opening another: for both there is Close().
 class LineReader {
 public:
-    static constexpr size_t kPieceSize = 1023;
+    static constexpr size_t kPieceSize = tagsfile::kLongestLine;
 
     // At the file's beginning. False when it cannot be opened. A directory, pipe or device has no lines, and is not
     // waited for.

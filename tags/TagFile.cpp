@@ -3,6 +3,8 @@
 #include "scan/Predicates.h"
 #include "tags/NameAndQualifier.h"
 #include "tags/SortedStrings.h"
+#include "tagsfile/Kinds.h"
+#include "tagsfile/TagFields.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 #include "vetch/support/Strings.h"
@@ -17,12 +19,10 @@
 
 namespace {
 
-constexpr const char* kClassTokens[] = {"class:", "namespace:", "struct:", "union:", nullptr};
-
 // A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within
 // the first; what the other pieces hold is hardly ever a tag, and is treated like any other text: stepped over, or, for
 // a search that stops at a mismatch, the end.
-constexpr size_t kLineSize = LineReader::kPieceSize + 1;
+constexpr size_t kLineSize = tagsfile::kLongestLine + 1;
 
 // For cutting it into fields; a NUL byte in it ends what is seen of it.
 char* Copy(std::string_view line, char (&text)[kLineSize])
@@ -93,10 +93,9 @@ private:
 bool StripClassTokens(const char*& text)
 {
     bool found = false;
-    for (const char* const* token = kClassTokens; *token != nullptr; ++token) {
-        const size_t length = std::strlen(*token);
-        if (std::strncmp(text, *token, length) == 0) {
-            text += length;
+    for (const std::string_view word : tagsfile::kScopeWords) {
+        if (std::strncmp(text, word.data(), word.length()) == 0) {
+            text += word.length();
             found = true;
         }
     }

@@ -3,11 +3,16 @@
 // The format is that of ctags (its manual page tags(5)). Views are valid as long as the line is. Any thread.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace tagsfile {
+
+// Bytes of a line, its line break included. Readers take a longer one in pieces of this many, each of them a line of its
+// own; writers leave out what does not fit.
+inline constexpr size_t kLongestLine = 1023;
 
 // What follows the address in lines that have more fields, and nothing else has.
 inline constexpr std::string_view kExtensionSign = ";\"";

@@ -1,5 +1,6 @@
 #include "windows/LookupItem.h"
 
+#include "tagsfile/Kinds.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/Home.h"
 #include "vetch/support/Strings.h"
@@ -9,24 +10,16 @@ namespace {
 // Only functions, prototypes and typedefs say where they belong; other kinds say what they are, or nothing.
 std::string Prefix(char kind, const std::string& qualifier)
 {
-    switch (kind) {
-    case 'X':
-        return "interface ";
-    case 'c':
-        return "class ";
-    case 'n':
-        return "namespace ";
-    case 's':
-        return "struct ";
-    case 'u':
-        return "union ";
-    case 'f':
-    case 'p':
-    case 't':
+    const tagsfile::Kind known = tagsfile::KindOf(kind);
+    switch (known.prefix) {
+    case tagsfile::Kind::Prefix::Word:
+        return std::string(known.word) + " ";
+    case tagsfile::Kind::Prefix::Scope:
         return qualifier.empty() ? "" : qualifier + "::";
-    default:
+    case tagsfile::Kind::Prefix::None:
         return "";
     }
+    return "";
 }
 
 std::string DirectoryOf(const EntryRef& file)

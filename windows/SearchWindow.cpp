@@ -1,6 +1,7 @@
 #include "windows/SearchWindow.h"
 
 #include "tags/Tags.h"
+#include "tagsfile/Kinds.h"
 #include "vetch/app/BApplication.h"
 #include "vetch/app/Modifiers.h"
 #include "windows/FileNames.h"
@@ -14,22 +15,15 @@ namespace {
 constexpr uint32 kInvoked = FourCC("Look");
 constexpr size_t kManyMatches = 40;
 
-// What has a body: functions, methods of both sorts, and one kind more that some tags programs write. All else is
-// declared where it stands, a class or a macro with its one place too.
-bool IsDefinition(char kind)
-{
-    return kind == 'f' || kind == 'o' || kind == 'O' || kind == 'R';
-}
-
 // Which kinds of tags a search lists.
 struct MatchAny {
     static bool Accepts(char) { return true; }
 };
 struct MatchDefinitions {
-    static bool Accepts(char kind) { return IsDefinition(kind); }
+    static bool Accepts(char kind) { return tagsfile::KindOf(kind).isDefinition; }
 };
 struct MatchDeclarations {
-    static bool Accepts(char kind) { return !IsDefinition(kind); }
+    static bool Accepts(char kind) { return !tagsfile::KindOf(kind).isDefinition; }
 };
 
 template <class Match>

@@ -1,6 +1,7 @@
 #include "wren/cli/TagsAdvice.h"
 
 #include "base/Descriptor.h"
+#include "tagsfile/Kinds.h"
 #include "vetch/storage/Holes.h"
 #include "vetch/storage/Home.h"
 #include "vetch/storage/PlainFile.h"
@@ -50,8 +51,8 @@ struct Habits {
 // Whether a further field follows the scope of a class, namespace, struct or union.
 bool HasFieldBehindScope(std::string_view line)
 {
-    for (const std::string_view scope : {"\tclass:", "\tnamespace:", "\tstruct:", "\tunion:"})
-        if (const size_t start = line.find(scope); start != line.npos)
+    for (const std::string_view word : tagsfile::kScopeWords)
+        if (const size_t start = line.find("\t" + std::string(word)); start != line.npos)
             return line.find('\t', start + 1) != line.npos;
     return false;
 }
