@@ -84,7 +84,7 @@ bool PassOver(const base::Descriptor& errors)
 }
 
 // Gives ctags the names until it has ended; false when it was stopped, or has not ended in time.
-bool Attend(ChildProcess& child, std::string names, const std::vector<int>& stops, Clock::time_point end)
+bool Attend(ChildProcess& child, std::string names, std::span<const int> stops, Clock::time_point end)
 {
     while (true) {
         std::vector<pollfd> places = {{names.empty() ? -1 : child.input.Number(), POLLOUT, 0},
@@ -147,7 +147,7 @@ bool FitsIntoBatch(const Source& source)
     });
 }
 
-bool TagBatch(const Settings& settings, std::vector<Source>& sources, const std::vector<int>& stops,
+bool TagBatch(const Settings& settings, std::vector<Source>& sources, std::span<const int> stops,
               const CtagsProcess::Done& done)
 {
     const OutputFile output(settings.temporaries);

@@ -1,12 +1,8 @@
 #include "cplustags/Interrupt.h"
 
 #include <atomic>
-#include <cerrno>
 #include <csignal>
-#include <cstdint>
 #include <cstdlib>
-#include <sys/eventfd.h>
-#include <unistd.h>
 
 namespace cplustags {
 
@@ -15,21 +11,22 @@ namespace {
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 
 std::atomic<int> gSignal{0};
-std::atomic<int> gEvent{-1};
 static_assert(std::atomic<int>::is_always_lock_free, "a handler of signals must not wait for a lock");
+
+// Never destroyed: a signal may come until the very end.
+base::CancelToken& Token()
+{
+    static base::CancelToken& token = *new base::CancelToken;
+    return token;
+}
 
 } // namespace
 
 void Interrupt(int number)
 {
-    const int before = errno;
     int none = 0;
     gSignal.compare_exchange_strong(none, number);
-    const std::uint64_t one = 1;
-    if (::write(gEvent, &one, sizeof one) < 0) {
-        // It is readable already.
-    }
-    errno = before;
+    Token().Cancel();
 }
 
 namespace {
@@ -47,7 +44,7 @@ sigset_t Signals()
 
 void CatchInterrupts()
 {
-    gEvent = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    Token(); // a handler must not be the one that makes it
     for (const int number : kSignals) {
         struct sigaction action = {};
         ::sigaction(number, nullptr, &action);
@@ -59,14 +56,9 @@ void CatchInterrupts()
     }
 }
 
-bool Interrupted()
+const base::CancelToken& Interruption()
 {
-    return gSignal != 0;
-}
-
-int InterruptDescriptor()
-{
-    return gEvent;
+    return Token();
 }
 
 void DieOfInterrupt()

@@ -4,6 +4,8 @@
 // dies of the signal, which is how whoever sent it knows.
 #pragma once
 
+#include "base/CancelToken.h"
+
 #include <csignal>
 
 namespace cplustags {
@@ -12,10 +14,9 @@ namespace cplustags {
 // the terminal is closed.
 void CatchInterrupts();
 
-void Interrupt(int number);         // as if the signal had come, if none has
-bool Interrupted();                 // any thread
-int InterruptDescriptor();          // readable from the first signal on: for poll(); -1 when none are caught
-[[noreturn]] void DieOfInterrupt(); // once Interrupted()
+void Interrupt(int number);              // as if the signal had come, if none has
+const base::CancelToken& Interruption(); // cancelled by the first signal; lives as long as the program
+[[noreturn]] void DieOfInterrupt();      // once it is cancelled
 
 // While it lives, the thread that made it and those started meanwhile leave the signals to others: calls of the main
 // thread that wait are then the ones to be broken off.

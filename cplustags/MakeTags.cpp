@@ -50,10 +50,17 @@ bool IsGone(const std::string& path)
     return ::stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
 }
 
+// The signals are for the main thread, whose calls that wait are then broken off.
+std::thread ThreadWithoutSignals(std::function<void()> body)
+{
+    const InterruptsElsewhere elsewhere;
+    return std::thread(std::move(body));
+}
+
 // One run. Operations throw Failure; what was begun is undone at destruction.
 class Job {
 public:
-    Job(const Options& options, Progress& progress);
+    Job(const Options& options, Progress& progress, const base::CancelToken& cancel);
 
     void Run();
 
@@ -78,6 +85,7 @@ private:
 
     const Options& options;
     Progress& progress;
+    const base::CancelToken& cancel;
     const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     const std::string currentDirectory = CurrentDirectory();
     const std::string target; // an absolute path, also for standard output: names are written as for a file here
@@ -94,10 +102,11 @@ private:
     size_t otherFiles = 0; // that old tags are of
 };
 
-Job::Job(const Options& options, Progress& progress)
-    : options(options), progress(progress), target(AbsolutePath(options.target, currentDirectory)),
-      directory(DirectoryOf(target)), files(options.files, OpenList(), currentDirectory, directory, progress,
-                                            [this] { return tagger != nullptr ? tagger->GoesOn() : !Interrupted(); })
+Job::Job(const Options& options, Progress& progress, const base::CancelToken& cancel)
+    : options(options), progress(progress), cancel(cancel), target(AbsolutePath(options.target, currentDirectory)),
+      directory(DirectoryOf(target)), files(options.files, OpenList(), currentDirectory, directory, progress, [this] {
+          return tagger != nullptr ? tagger->GoesOn() : !this->cancel.IsCancelled();
+      })
 {
 }
 
@@ -118,7 +127,7 @@ void Job::Run()
     if (WritesFile())
         CheckTarget();
     HaveFilesTagged();
-    if (Interrupted())
+    if (cancel.IsCancelled())
         throw Failure("interrupted");
     CheckOutcome();
     if (!HasNothingToDo())
@@ -177,7 +186,7 @@ void Job::Begin()
     settings.prototypes = options.prototypes;
     settings.jobs = options.jobs;
     settings.timeLimit = options.timeLimit;
-    tagger = std::make_unique<Tagger>(settings, progress);
+    tagger = std::make_unique<Tagger>(settings, progress, cancel, ThreadWithoutSignals);
 }
 
 void Job::MakeNewFile()
@@ -269,9 +278,9 @@ void Job::Write()
         WriteFile(count, std::move(lines));
     else
         WriteOutput(count, std::move(lines));
-    if (!Interrupted())
+    if (!cancel.IsCancelled())
         SayWhatIsTooLong();
-    if (options.totals && !Interrupted())
+    if (options.totals && !cancel.IsCancelled())
         SaySummary(count);
 }
 
@@ -279,8 +288,9 @@ void Job::WriteFile(const TagsCount& count, LineSources lines)
 {
     if (newFile == nullptr)
         MakeNewFile();
-    const auto write = [this](std::string_view text) { return !Interrupted() && newFile->Write(text); };
-    const bool isWritten = WriteTags(count, std::move(lines), write, *newFile) && !Interrupted() && newFile->Commit();
+    const auto write = [this](std::string_view text) { return !cancel.IsCancelled() && newFile->Write(text); };
+    const bool isWritten =
+        WriteTags(count, std::move(lines), write, *newFile) && !cancel.IsCancelled() && newFile->Commit();
     if (!newFile->Error().empty())
         throw Failure(newFile->Error());
     if (!isWritten)
@@ -290,7 +300,7 @@ void Job::WriteFile(const TagsCount& count, LineSources lines)
 void Job::WriteOutput(const TagsCount& count, LineSources lines)
 {
     StandardOutput output;
-    const auto write = [&output](std::string_view text) { return !Interrupted() && output.Write(text); };
+    const auto write = [this, &output](std::string_view text) { return !cancel.IsCancelled() && output.Write(text); };
     if (!WriteTags(count, std::move(lines), write) || !output.Flush())
         throw Failure("cannot write to standard output: " + Reason());
 }
@@ -306,20 +316,20 @@ void Job::SayWhatIsTooLong() const
 void Job::SaySummary(const TagsCount& count) const
 {
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    Tagger::Counts counts = tagger != nullptr ? tagger->Total() : Tagger::Counts();
+    TaggingCounts counts = tagger != nullptr ? tagger->Total() : TaggingCounts();
     counts.unreadable += files.Unreadable() + files.Missing();
     progress.Say(SummaryText(counts, leftOut, count, seconds.count()));
 }
 
 } // namespace
 
-int MakeTags(const Options& options, Progress& progress)
+int MakeTags(const Options& options, Progress& progress, const base::CancelToken& cancel)
 {
     try {
-        Job(options, progress).Run();
+        Job(options, progress, cancel).Run();
         return 0;
     } catch (const std::exception& problem) {
-        if (!Interrupted())
+        if (!cancel.IsCancelled())
             progress.Say(problem.what());
         return 1;
     }

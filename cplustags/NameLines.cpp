@@ -38,7 +38,7 @@ void NameLines::Drop(size_t count)
 
 void NameLines::Read()
 {
-    pollfd places[] = {{descriptor, POLLIN, 0}, {InterruptDescriptor(), POLLIN, 0}};
+    pollfd places[] = {{descriptor, POLLIN, 0}, {Interruption().Descriptor(), POLLIN, 0}};
     if (::poll(places, std::size(places), kPatience) <= 0 || places[0].revents == 0) {
         atEnd = !goOn();
         return;

@@ -1,6 +1,8 @@
 // What a person at the terminal sees of the work, on standard error.
 #pragma once
 
+#include "cplustags/Observer.h"
+
 #include <chrono>
 #include <cstddef>
 #include <mutex>
@@ -10,15 +12,15 @@ namespace cplustags {
 
 // On a terminal there is a line that says how far the work is, and messages go above it; without one there are only
 // messages. Any thread.
-class Progress {
+class Progress final : public Observer {
 public:
     explicit Progress(int descriptor);
-    ~Progress(); // erases the line
+    ~Progress() override; // erases the line
 
-    void Say(const std::string& message); // a line, without its break; "cplustags: " is put before it
+    void Say(const std::string& message) override; // "cplustags: " is put before it
 
     // Draws the line when it is time for it. 'known' is what is known so far of how many files there are.
-    void Show(size_t done, size_t known);
+    void Show(size_t done, size_t known) override;
     void Erase();
 
 private:

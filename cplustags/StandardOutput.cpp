@@ -27,7 +27,7 @@ bool StandardOutput::Flush()
         if (count >= 0)
             written += static_cast<size_t>(count);
         else
-            failed = errno != EINTR || Interrupted();
+            failed = errno != EINTR || Interruption().IsCancelled();
         if (failed && errno == EPIPE)
             Interrupt(SIGPIPE);
     }

@@ -37,7 +37,7 @@ private:
 
 } // namespace
 
-std::string SummaryText(const Tagger::Counts& counts, size_t unnameable, const TagsCount& inFile, double seconds)
+std::string SummaryText(const TaggingCounts& counts, size_t unnameable, const TagsCount& inFile, double seconds)
 {
     char time[32];
     std::snprintf(time, sizeof time, ", %.1f s", seconds);

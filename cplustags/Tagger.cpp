@@ -1,7 +1,5 @@
 #include "cplustags/Tagger.h"
 
-#include "cplustags/Interrupt.h"
-#include "cplustags/Progress.h"
 #include "cplustags/Worker.h"
 
 #include <chrono>
@@ -16,32 +14,18 @@ namespace {
 // So many files in the queue are worth another ctags, which takes as long to start as some files to read.
 constexpr size_t kFilesForWorker = 32;
 
-// When ctags cannot cope with any of the first files, it is not the files' fault.
-constexpr size_t kMostFailures = 20;
-
 constexpr std::chrono::milliseconds kPatience{100};
 
 } // namespace
 
-Tagger::Counts& Tagger::Counts::operator+=(const Counts& other)
-{
-    files += other.files;
-    tags += other.tags;
-    tooLong += other.tooLong;
-    crashed += other.crashed;
-    tookTooLong += other.tookTooLong;
-    unreadable += other.unreadable;
-    return *this;
-}
-
-Tagger::Tagger(const Settings& settings, Progress& progress, ThreadStarter start)
-    : settings(settings), progress(progress), start(std::move(start))
+Tagger::Tagger(const Settings& settings, Observer& observer, const base::CancelToken& cancel, ThreadStarter start)
+    : settings(settings), observer(observer), start(std::move(start)), run(cancel)
 {
 }
 
 Tagger::~Tagger()
 {
-    queue.Stop();
+    run.Queue().Stop();
     for (std::thread& thread : threads)
         if (thread.joinable())
             thread.join();
@@ -49,18 +33,17 @@ Tagger::~Tagger()
 
 void Tagger::Add(const std::string& path, std::string field)
 {
-    queue.Add({static_cast<unsigned>(fields.size()), path});
-    fields.push_back(std::move(field));
-    const bool wantsWorker = workers.empty() || (workers.size() < settings.jobs && queue.Size() > kFilesForWorker);
-    if (wantsWorker && fields.size() >= nextStart)
+    run.Add(path, std::move(field));
+    const bool wantsWorker =
+        workers.empty() || (workers.size() < settings.jobs && run.Queue().Size() > kFilesForWorker);
+    if (wantsWorker && Fields().size() >= nextStart)
         StartWorker();
 }
 
 // Without a thread for it there is one worker less, and some files later it is tried again.
 void Tagger::StartWorker()
 {
-    const InterruptsElsewhere elsewhere;
-    workers.push_back(std::make_unique<Worker>(*this));
+    workers.push_back(std::make_unique<Worker>(settings, observer, run));
     const std::lock_guard lock(mutex);
     ++running;
     try {
@@ -68,17 +51,16 @@ void Tagger::StartWorker()
     } catch (const std::system_error& error) {
         --running;
         workers.pop_back();
-        nextStart = fields.size() + kFilesForWorker;
+        nextStart = Fields().size() + kFilesForWorker;
         if (!std::exchange(lacksThreads, true))
-            progress.Say("the system starts no more threads (" + error.code().message() +
+            observer.Say("the system starts no more threads (" + error.code().message() +
                          "): fewer sources are tagged at a time");
     }
 }
 
-// This thread has to take the signals, since there is no other.
 void Tagger::WorkHere()
 {
-    workers.push_back(std::make_unique<Worker>(*this));
+    workers.push_back(std::make_unique<Worker>(settings, observer, run));
     ++running;
     Run(*workers.back());
 }
@@ -88,7 +70,7 @@ void Tagger::Run(Worker& worker)
     try {
         worker.Run();
     } catch (const std::exception& problem) { // memory
-        Fail(problem.what());
+        run.Fail(problem.what());
     }
     const std::lock_guard lock(mutex);
     --running;
@@ -97,16 +79,14 @@ void Tagger::Run(Worker& worker)
 
 bool Tagger::GoesOn()
 {
-    if (Interrupted())
-        queue.Stop();
-    progress.Show(done, fields.size());
-    return !queue.IsStopped();
+    observer.Show(run.Done(), Fields().size());
+    return run.GoesOn();
 }
 
 void Tagger::Finish()
 {
-    queue.Close();
-    if (workers.empty() && !fields.empty())
+    run.Queue().Close();
+    if (workers.empty() && !Fields().empty())
         WorkHere();
     for (std::unique_lock lock(mutex); running > 0;) {
         ended.wait_for(lock, kPatience);
@@ -116,7 +96,7 @@ void Tagger::Finish()
     }
     for (std::thread& thread : threads)
         thread.join();
-    tagged.resize(fields.size());
+    tagged.resize(Fields().size());
     for (const std::unique_ptr<Worker>& worker : workers) {
         total += worker->Counts();
         tooLong.insert(worker->TooLong().begin(), worker->TooLong().end()); // no two workers have the same file
@@ -124,13 +104,7 @@ void Tagger::Finish()
             tagged[file] = true;
     }
     if (total.files == 0 && total.FailedFiles() > 0)
-        Fail("none of the sources could be tagged");
-}
-
-std::string Tagger::Failure() const
-{
-    const std::lock_guard lock(mutex);
-    return failure;
+        run.Fail("none of the sources could be tagged");
 }
 
 std::vector<std::unique_ptr<LineSource>> Tagger::Lines()
@@ -139,28 +113,6 @@ std::vector<std::unique_ptr<LineSource>> Tagger::Lines()
     for (const std::unique_ptr<Worker>& worker : workers)
         lines.push_back(worker->Lines());
     return lines;
-}
-
-void Tagger::Fail(const std::string& reason)
-{
-    {
-        const std::lock_guard lock(mutex);
-        if (failure.empty())
-            failure = reason;
-    }
-    queue.Stop();
-}
-
-void Tagger::FileDone()
-{
-    ++done;
-}
-
-void Tagger::FileFailed()
-{
-    ++done;
-    if (++failed >= kMostFailures && failed == done)
-        Fail("none of the first " + std::to_string(kMostFailures) + " sources could be tagged");
 }
 
 } // namespace cplustags

@@ -2,9 +2,7 @@
 
 #include "cplustags/CtagsBatch.h"
 #include "cplustags/CtagsOutput.h"
-#include "cplustags/Interrupt.h"
 #include "cplustags/Paths.h"
-#include "cplustags/Progress.h"
 
 #include <algorithm>
 #include <csignal>
@@ -53,20 +51,23 @@ std::string HowItEnded(int status)
 
 } // namespace
 
-Worker::Worker(Tagger& tagger) : tagger(tagger), settings(tagger.settings), sources(tagger.settings) {}
+Worker::Worker(const Settings& settings, Observer& observer, TaggingRun& run)
+    : settings(settings), observer(observer), run(run), sources(settings)
+{
+}
 
 void Worker::Run()
 {
     HaveFilesTagged();
     for (Process& process : processes)
         process.reset();
-    if (!tagger.queue.IsStopped())
+    if (run.GoesOn())
         SortAndCount();
 }
 
 void Worker::HaveFilesTagged()
 {
-    while (!tagger.queue.IsStopped()) {
+    while (run.GoesOn()) {
         if (Given() == 0 && WantsBatch())
             HaveBatchTagged();
         TakeFiles();
@@ -80,7 +81,7 @@ void Worker::HaveFilesTagged()
 // a batch, or when one has failed: another may as well, after as long a time.
 size_t Worker::BatchSize() const
 {
-    const size_t share = std::min(tagger.queue.Size() / (2 * settings.jobs), kMostInBatch);
+    const size_t share = std::min(run.Queue().Size() / (2 * settings.jobs), kMostInBatch);
     return batchFailed || share < kFewestInBatch ? 0 : share;
 }
 
@@ -89,7 +90,7 @@ void Worker::HaveBatchTagged()
     std::array<std::vector<Source>, kParsers> batches;
     size_t inMemory = 0;
     for (size_t left = BatchSize(); left > 0 && inMemory < kMostInMemory / settings.jobs; --left) {
-        const std::optional<Work> work = tagger.queue.Take(false);
+        const std::optional<Work> work = run.Queue().Take(false);
         if (!work)
             break;
         std::optional<Source> source = MakeSource(*work);
@@ -101,17 +102,14 @@ void Worker::HaveBatchTagged()
         else
             Begin(std::move(*source));
     }
-    const std::vector<int> stops = {tagger.queue.StopDescriptor(), InterruptDescriptor()};
     const auto keep = [this](Source& source, std::string_view output) { Keep(source, output); };
     for (std::vector<Source>& batch : batches) {
-        if (batch.empty() || (!batchFailed && TagBatch(settings, batch, stops, keep)))
+        if (batch.empty() || (!batchFailed && TagBatch(settings, batch, run.StopDescriptors(), keep)))
             continue;
         batchFailed = true;
         for (Source& source : batch)
             Begin(std::move(source));
     }
-    if (Interrupted())
-        tagger.queue.Stop();
 }
 
 // Nothing, with the reason said, when it cannot be read.
@@ -121,9 +119,9 @@ std::optional<Source> Worker::MakeSource(const Work& work)
     std::optional<Source> source = sources.Make(work.number, work.path, &error);
     if (source)
         return source;
-    tagger.progress.Say("cannot read " + Shown(work.path) + ": " + error);
+    observer.Say("cannot read " + Shown(work.path) + ": " + error);
     ++counts.unreadable;
-    tagger.FileFailed();
+    run.FileFailed();
     return std::nullopt;
 }
 
@@ -132,7 +130,7 @@ std::optional<Source> Worker::MakeSource(const Work& work)
 void Worker::TakeFiles()
 {
     while (Given() < kMostGiven && !(Given() > 0 && WantsBatch())) {
-        const std::optional<Work> work = tagger.queue.Take(Given() == 0);
+        const std::optional<Work> work = run.Queue().Take(Given() == 0);
         if (!work)
             return;
         if (std::optional<Source> source = MakeSource(*work))
@@ -154,7 +152,7 @@ void Worker::Begin(Source source)
     if (process == nullptr) {
         process = std::make_unique<CtagsProcess>(settings, source.parser);
         if (!process->Error().empty()) {
-            tagger.Fail(process->Error());
+            run.Fail(process->Error());
             process.reset();
             return;
         }
@@ -165,13 +163,14 @@ void Worker::Begin(Source source)
 void Worker::WaitForProcesses()
 {
     constexpr size_t kPlaces = CtagsProcess::kPlaces;
-    pollfd places[kParsers * kPlaces + 2];
+    pollfd places[kParsers * kPlaces + TaggingRun::kStops];
     std::fill(std::begin(places), std::end(places), pollfd{-1, 0, 0});
     for (size_t i = 0; i < kParsers; ++i)
         if (processes[i] != nullptr)
             processes[i]->GetPlaces(places + i * kPlaces);
-    places[kParsers * kPlaces] = {tagger.queue.StopDescriptor(), POLLIN, 0};
-    places[kParsers * kPlaces + 1] = {InterruptDescriptor(), POLLIN, 0};
+    pollfd* place = places + kParsers * kPlaces;
+    for (const int stop : run.StopDescriptors())
+        *place++ = {stop, POLLIN, 0};
 
     if (Given() >= kEnoughGiven)
         std::this_thread::sleep_for(kGathering);
@@ -189,8 +188,6 @@ void Worker::WaitForProcesses()
             processes[i]->Transfer(places + i * kPlaces, keep);
             LookAfter(processes[i]);
         }
-    if (Interrupted())
-        tagger.queue.Stop();
 }
 
 // Of the file that is nearest to its limit.
@@ -212,7 +209,7 @@ void Worker::Keep(Source& source, std::string_view output)
             store.Add(source.number, tag);
     files.push_back(source.number);
     ++counts.files;
-    tagger.FileDone();
+    run.FileDone();
 }
 
 void Worker::LookAfter(Process& process)
@@ -248,8 +245,8 @@ void Worker::GoOnWithout(Process& process, const std::string& report)
     process.reset();
     if (rest.empty())
         return;
-    tagger.progress.Say(report + Shown(rest.front().path) + ", which is left out");
-    tagger.FileFailed();
+    observer.Say(report + Shown(rest.front().path) + ", which is left out");
+    run.FileFailed();
     rest.pop_front();
     for (Source& source : rest)
         Begin(std::move(source));
@@ -260,15 +257,15 @@ void Worker::Fail(Process& process, int status)
     std::string lastWords = process->LastWords();
     while (!lastWords.empty() && lastWords.back() == '\n')
         lastWords.pop_back();
-    tagger.Fail(settings.ctags + " " + HowItEnded(status) + (lastWords.empty() ? "" : ":\n" + ShownLines(lastWords)));
+    run.Fail(settings.ctags + " " + HowItEnded(status) + (lastWords.empty() ? "" : ":\n" + ShownLines(lastWords)));
     process.reset();
 }
 
 void Worker::SortAndCount()
 {
-    store.Sort(tagger.Fields());
+    store.Sort(run.Fields());
     std::vector<std::unique_ptr<LineSource>> sources;
-    sources.push_back(store.Lines(tagger.Fields(), &tooLong));
+    sources.push_back(store.Lines(run.Fields(), &tooLong));
     const std::unique_ptr<LineSource> once = Merged(std::move(sources));
     for (std::string_view line; once->Next(line);)
         ++counts.tags;
@@ -278,7 +275,7 @@ void Worker::SortAndCount()
 
 std::unique_ptr<LineSource> Worker::Lines()
 {
-    return store.Lines(tagger.Fields(), &tooLongAgain);
+    return store.Lines(run.Fields(), &tooLongAgain);
 }
 
 } // namespace cplustags

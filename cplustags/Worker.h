@@ -2,10 +2,10 @@
 #pragma once
 
 #include "cplustags/CtagsProcess.h"
+#include "cplustags/Observer.h"
 #include "cplustags/Source.h"
 #include "cplustags/TagStore.h"
-#include "cplustags/Tagger.h"
-#include "cplustags/WorkQueue.h"
+#include "cplustags/TaggingRun.h"
 
 #include <array>
 #include <chrono>
@@ -19,12 +19,13 @@ namespace cplustags {
 // Its processes, one for each parser that is needed, die with the thread that calls Run().
 class Worker {
 public:
-    explicit Worker(Tagger& tagger); // which must outlive it
+    // All must outlive it.
+    Worker(const Settings& settings, Observer& observer, TaggingRun& run);
 
-    void Run(); // takes files from the tagger's queue until there are no more, then sorts what it has
+    void Run(); // takes files from the run's queue until there are no more, then sorts what it has
 
     // After Run():
-    const Tagger::Counts& Counts() const { return counts; }
+    const TaggingCounts& Counts() const { return counts; }
     const std::vector<unsigned>& TaggedFiles() const { return files; }
     const TagsByFile& TooLong() const { return tooLong; } // those that no line can hold
     std::unique_ptr<LineSource> Lines();
@@ -51,13 +52,14 @@ private:
     void Fail(Process& process, int status);
     void SortAndCount();
 
-    Tagger& tagger;
     const Settings& settings;
+    Observer& observer;
+    TaggingRun& run;
     SourceMaker sources;
     std::array<Process, kParsers> processes;
     TagStore store;
     std::vector<unsigned> files;
-    Tagger::Counts counts;
+    TaggingCounts counts;
     TagsByFile tooLong;
     TagsByFile tooLongAgain; // when the lines are read a second time
     bool batchFailed = false;

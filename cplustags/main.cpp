@@ -36,9 +36,9 @@ int main(int argc, char** argv)
     cplustags::CatchInterrupts();
     {
         cplustags::Progress progress(STDERR_FILENO);
-        status = cplustags::MakeTags(options, progress);
+        status = cplustags::MakeTags(options, progress, cplustags::Interruption());
     }
-    if (cplustags::Interrupted() && status != 0)
+    if (cplustags::Interruption().IsCancelled() && status != 0)
         cplustags::DieOfInterrupt();
     return status;
 }

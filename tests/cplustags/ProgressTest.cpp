@@ -107,7 +107,7 @@ TEST(ProgressText, Cases)
 
 TEST(SummaryText, Cases)
 {
-    Tagger::Counts counts;
+    TaggingCounts counts;
     counts.files = 3;
     counts.tags = 120;
     EXPECT_EQ(SummaryText(counts, 0, {3, 120}, 0.12), "3 files, 120 tags, 0.1 s");

@@ -31,7 +31,8 @@ protected:
         const int descriptor = ::open(said.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
         {
             cplustags::Progress progress(descriptor);
-            cplustags::Tagger tagger(settings, progress, [&](std::function<void()> body) {
+            const base::CancelToken cancel;
+            cplustags::Tagger tagger(settings, progress, cancel, [&](std::function<void()> body) {
                 if (threads-- <= 0)
                     throw std::system_error(std::make_error_code(std::errc::resource_unavailable_try_again));
                 return std::thread(std::move(body));
