@@ -2,9 +2,10 @@
 #pragma once
 
 #include "base/Descriptor.h"
+#include "base/Process.h"
+#include "base/Result.h"
 
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace cplustags {
@@ -16,31 +17,15 @@ struct Command {
 };
 
 // Dies with the thread that started it, however that ends, and with its owner. It has a process group of its own:
-// whoever presses Control-C means us, and it is for us to stop it. The pipes' ends here do not block. Not thread-safe.
-class ChildProcess {
-public:
-    // When it cannot be started Error() is not empty and nothing else may be called. A program that cannot be run says
-    // so on its standard error and ends with status 127.
-    explicit ChildProcess(const Command& command);
-    ~ChildProcess(); // kills it if it still runs
-    ChildProcess(const ChildProcess&) = delete;
-    ChildProcess& operator=(const ChildProcess&) = delete;
-
-    const std::string& Error() const { return error; }
-
+// Control-C is meant for us, and it is for us to stop it. The pipes' ends here do not block. Not thread-safe.
+struct ChildProcess {
     base::Descriptor input; // to be written to
     base::Descriptor output;
     base::Descriptor errors;
-
-    void Kill();
-    int Wait();                   // until it ends; its status as waitpid() has it
-    int WaitOrKill(int patience); // the same, but kills it after so many milliseconds
-
-private:
-    std::string error;
-    pid_t process = -1;
-    int status = 0;
+    base::Process process;
 };
+
+base::Result<ChildProcess> StartChild(const Command& command);
 
 // What a program writes to its standard output; "" when it cannot be run.
 std::string OutputOf(const std::vector<std::string>& words);

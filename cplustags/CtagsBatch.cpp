@@ -153,13 +153,13 @@ bool TagBatch(const Settings& settings, std::vector<Source>& sources, std::span<
     const OutputFile output(settings.temporaries);
     if (!output.Exists() || sources.empty())
         return false;
-    ChildProcess child(CommandFor(settings, sources.front().parser, output));
-    if (!child.Error().empty())
+    base::Result<ChildProcess> child = StartChild(CommandFor(settings, sources.front().parser, output));
+    if (!child)
         return false;
-    const bool ended = Attend(child, NamesOf(sources), stops, Clock::now() + std::chrono::seconds(settings.timeLimit));
+    const bool ended = Attend(*child, NamesOf(sources), stops, Clock::now() + std::chrono::seconds(settings.timeLimit));
     if (!ended)
-        child.Kill();
-    if (child.Wait() != 0 || !ended)
+        child->process.Kill();
+    if (child->process.Wait() != 0 || !ended)
         return false;
     const std::string content = output.Content();
     std::vector<std::string_view> parts;

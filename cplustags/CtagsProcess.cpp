@@ -41,11 +41,14 @@ ReadResult ReadMore(const base::Descriptor& from, std::string& text)
 
 } // namespace
 
-CtagsProcess::CtagsProcess(const Settings& settings, Parser parser)
-    : child({Words(settings, parser), settings.directory + "/", settings.temporaries})
+base::Result<std::unique_ptr<CtagsProcess>> CtagsProcess::Start(const Settings& settings, Parser parser)
 {
-    if (child.output.IsOpen())
-        ::fcntl(child.output.Number(), F_SETPIPE_SZ, kPipe);
+    base::Result<ChildProcess> child =
+        StartChild({Words(settings, parser), settings.directory + "/", settings.temporaries});
+    if (!child)
+        return child.Failure();
+    ::fcntl(child->output.Number(), F_SETPIPE_SZ, kPipe);
+    return std::unique_ptr<CtagsProcess>(new CtagsProcess(std::move(*child)));
 }
 
 void CtagsProcess::Give(Source source)
@@ -123,12 +126,12 @@ void CtagsProcess::Finish(const Done& done)
 
 int CtagsProcess::End()
 {
-    return child.WaitOrKill(hasEnded ? kPatience : 0);
+    return child.process.WaitOrKill(hasEnded ? kPatience : 0);
 }
 
 std::deque<Source> CtagsProcess::TakeSources()
 {
-    child.Kill();
+    child.process.Kill();
     names.clear();
     return std::exchange(sources, {});
 }

@@ -8,9 +8,11 @@
 #include <cstddef>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <poll.h>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace cplustags {
 
@@ -25,8 +27,7 @@ public:
 
     static constexpr size_t kPlaces = 3;
 
-    CtagsProcess(const Settings& settings, Parser parser); // Error() as ChildProcess has it
-    const std::string& Error() const { return child.Error(); }
+    static base::Result<std::unique_ptr<CtagsProcess>> Start(const Settings& settings, Parser parser);
 
     void Give(Source source);
     size_t Given() const { return sources.size(); } // and not done yet
@@ -44,6 +45,8 @@ public:
     std::string LastWords();          // the end of what it wrote to its standard error
 
 private:
+    explicit CtagsProcess(ChildProcess child) : child(std::move(child)) {}
+
     void WriteNames();
     void ReadOutput(const Done& done);
     bool ReadErrors();

@@ -150,12 +150,12 @@ void Worker::Begin(Source source)
 {
     Process& process = processes[static_cast<size_t>(source.parser)];
     if (process == nullptr) {
-        process = std::make_unique<CtagsProcess>(settings, source.parser);
-        if (!process->Error().empty()) {
-            run.Fail(process->Error());
-            process.reset();
+        base::Result<Process> started = CtagsProcess::Start(settings, source.parser);
+        if (!started) {
+            run.Fail(started.Failure().Message());
             return;
         }
+        process = std::move(*started);
     }
     process->Give(std::move(source));
 }

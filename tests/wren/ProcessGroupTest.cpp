@@ -1,5 +1,6 @@
 #include "wren/core/ProcessGroup.h"
 
+#include "base/Process.h"
 #include "tests/support/Fifo.h"
 
 #include <chrono>
@@ -50,7 +51,7 @@ public:
     ProcessGroup group;
     pid_t shell = 0;
     pid_t inShell = 0;
-    std::future<int> run;
+    std::future<base::Result<int>> run;
 };
 
 TEST(ProcessGroup, EndsWhatAKilledShellHasStarted)
@@ -58,7 +59,7 @@ TEST(ProcessGroup, EndsWhatAKilledShellHasStarted)
     StartedGroup started(std::chrono::hours(1), ":");
     ::kill(started.shell, SIGKILL);
     ASSERT_EQ(started.run.wait_for(kGroupLimit), std::future_status::ready);
-    EXPECT_EQ(ShellStatus(started.run.get()), 128 + SIGKILL);
+    EXPECT_EQ(base::ShellStatus(*started.run.get()), 128 + SIGKILL);
     EXPECT_NE(::kill(started.inShell, 0), 0) << "it would write behind the back of the next run";
 }
 

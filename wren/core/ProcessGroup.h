@@ -1,6 +1,8 @@
 // A shell command and all that it starts, as one group that can be stopped as a whole.
 #pragma once
 
+#include "base/Result.h"
+
 #include <chrono>
 #include <mutex>
 #include <string>
@@ -24,8 +26,8 @@ public:
     explicit ProcessGroup(std::chrono::milliseconds patience = std::chrono::seconds(5)) : patience(patience) {}
 
     // Runs the command in "sh" and waits for it; once it was stopped or killed, for every process of its group. Returns
-    // what system() returns: a status, or -1 with errno when no shell could be started. One command at a time.
-    int Run(const std::string& command, const Streams& streams);
+    // its status as waitpid() has it. Fails when no shell can be started. One command at a time.
+    base::Result<int> Run(const std::string& command, const Streams& streams);
 
     // Passes the signal to the command that runs; a further call kills it. No later command starts. Any thread.
     void Stop(int signal);
@@ -42,8 +44,5 @@ private:
     int stopped = 0;
     int last = 0; // what was passed on last
 };
-
-// The status of a command as a shell's $?; 127 for one that could not be started.
-int ShellStatus(int status);
 
 } // namespace wren

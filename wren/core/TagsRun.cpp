@@ -1,5 +1,6 @@
 #include "wren/core/TagsRun.h"
 
+#include "base/Process.h"
 #include "wren/core/DirectoryLock.h"
 #include "wren/core/FindReport.h"
 #include "wren/core/TagsCount.h"
@@ -90,7 +91,7 @@ int TagsRun::Take(const TagsLine& line, const std::string& command)
     int status = kNotRun;
     if (IsWell() && group.Stopped() == 0) {
         status = line.kind == TagsLine::Kind::Move ? Move(line) : Run(line, command);
-        outcome.lines.back().status = ShellStatus(status);
+        outcome.lines.back().status = base::ShellStatus(status);
     }
     if (line.kind == TagsLine::Kind::Move)
         End();
@@ -115,12 +116,14 @@ int TagsRun::RunWatched(const std::string& command)
         Fail(std::string("its commands cannot be started: ") + std::strerror(errno));
         return kNotRun;
     }
-    const int status = group.Run(FindReport::Watched(command), {output, {find.Statuses(), find.Complaints()}});
-    if (status == kNotRun)
-        Fail(std::string("its commands cannot be started: ") + std::strerror(errno));
+    const base::Result<int> run =
+        group.Run(FindReport::Watched(command), {output, {find.Statuses(), find.Complaints()}});
+    if (!run)
+        Fail(std::string("its commands cannot be started: ") + std::strerror(run.Failure().number));
+    const int status = run ? *run : kNotRun;
     WriteAll(output, find.Said());
     if (status != 0)
-        Fail("a command ended with status " + std::to_string(ShellStatus(status)));
+        Fail("a command ended with status " + std::to_string(base::ShellStatus(status)));
     else
         Fail(find.Problem());
     if (IsWell())

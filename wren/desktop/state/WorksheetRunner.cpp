@@ -1,13 +1,18 @@
 #include "wren/desktop/state/WorksheetRunner.h"
 
-#include <QProcess>
+#include "base/Pipe.h"
+
+#include <QSocketNotifier>
 
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstring>
+#include <fcntl.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace wren {
 
@@ -17,27 +22,30 @@ constexpr std::chrono::seconds kPatience(2);
 constexpr std::chrono::milliseconds kGathering(30); // each addition to a text costs as much as drawing it
 constexpr int kCannotRun = 126;                     // as shells have it
 
-void Say(const char* text)
+base::Program Shell(const std::string& lines, const std::string& directory, int output)
 {
-    (void)!::write(STDERR_FILENO, text, std::strlen(text));
+    base::Program shell;
+    shell.path = "/bin/sh";
+    shell.words = {"sh", "-c", lines};
+    shell.directory = directory;
+    shell.descriptors = {base::Program::kNoInput, output, output};
+    shell.defaultSignals = {SIGPIPE};
+    return shell;
 }
 
-// In the child, between fork and exec, where little is safe. The shell is started from here, since Qt's own way would
-// make text of the bytes.
-[[noreturn]] void BecomeShell(const char* lines, const char* directory)
+std::string WhyNotStarted(const base::Error& error)
 {
-    ::setsid();
-    if (*directory != '\0' && ::chdir(directory) != 0) {
-        Say("wren: cannot go to ");
-        Say(directory);
-    } else {
-        ::execl("/bin/sh", "sh", "-c", lines, nullptr);
-        Say("wren: the shell cannot be run with these lines");
-    }
-    Say(": ");
-    Say(::strerrordesc_np(errno));
-    Say("\n");
-    ::_exit(kCannotRun);
+    const std::string what = error.number == E2BIG ? "the shell cannot be run with these lines" : error.text;
+    return "wren: " + what + ": " + ::strerrordesc_np(error.number) + "\n";
+}
+
+void DisableAndDelete(QSocketNotifier*& notifier)
+{
+    if (notifier == nullptr)
+        return;
+    notifier->setEnabled(false);
+    notifier->deleteLater(); // it may be the one that is calling
+    notifier = nullptr;
 }
 
 } // namespace
@@ -47,17 +55,15 @@ WorksheetRunner::WorksheetRunner(QObject* parent) : QObject(parent)
     patience.setSingleShot(true);
     connect(&patience, &QTimer::timeout, this, &WorksheetRunner::KillGroup);
     gathering.setSingleShot(true);
-    connect(&gathering, &QTimer::timeout, this, &WorksheetRunner::Read);
+    connect(&gathering, &QTimer::timeout, this, &WorksheetRunner::Tell);
 }
 
 WorksheetRunner::~WorksheetRunner()
 {
-    if (process != nullptr)
-        process->disconnect(this);
-    if (process != nullptr || patience.isActive())
+    if (shell || patience.isActive())
         KillGroup();
-    if (process != nullptr)
-        process->waitForFinished();
+    delete moreOutput; // before their descriptors are closed
+    delete ended;
 }
 
 bool WorksheetRunner::Run(const std::string& lines, const std::string& directory)
@@ -66,24 +72,35 @@ bool WorksheetRunner::Run(const std::string& lines, const std::string& directory
         return false;
     if (patience.isActive())
         KillGroup(); // what is left of the run before
+    isRunning = true;
     stopping = false;
-    process = std::make_unique<QProcess>();
-    process->setProcessChannelMode(QProcess::MergedChannels);
-    process->setStandardInputFile(QProcess::nullDevice());
-    process->setChildProcessModifier([&lines, &directory] { BecomeShell(lines.c_str(), directory.c_str()); });
-    connect(process.get(), &QProcess::readyRead, this, [this] {
-        if (!gathering.isActive())
-            gathering.start(kGathering);
-    });
-    connect(process.get(), &QProcess::finished, this,
-            [this](int status, QProcess::ExitStatus how) { End(how == QProcess::NormalExit ? status : 128 + status); });
-    process->setProgram("/bin/sh");
-    process->start();
-    group = process->waitForStarted(-1) ? static_cast<pid_t>(process->processId()) : 0;
-    process->setChildProcessModifier({});
-    if (group == 0)
-        QMetaObject::invokeMethod(this, &WorksheetRunner::TellOfFailure, Qt::QueuedConnection);
+    group = 0;
+    if (const base::Result<void> started = Start(lines, directory); !started)
+        QMetaObject::invokeMethod(
+            this, [this, why = WhyNotStarted(started.Failure())] { TellOfFailure(why); }, Qt::QueuedConnection);
     return true;
+}
+
+base::Result<void> WorksheetRunner::Start(const std::string& lines, const std::string& directory)
+{
+    base::Result<base::Pipe> pipe = base::OpenPipe();
+    if (!pipe)
+        return pipe.Failure();
+    base::Result<base::Process> started = base::Process::Start(Shell(lines, directory, pipe->writing.Number()));
+    if (!started)
+        return started.Failure();
+    end = started->EndDescriptor();
+    if (!end.IsOpen())
+        return base::SystemError("cannot wait for the shell");
+    group = started->Number();
+    shell = std::move(*started);
+    output = std::move(pipe->reading);
+    ::fcntl(output.Number(), F_SETFL, O_NONBLOCK);
+    moreOutput = new QSocketNotifier(output.Number(), QSocketNotifier::Read, this);
+    connect(moreOutput, &QSocketNotifier::activated, this, &WorksheetRunner::TakeOutput);
+    ended = new QSocketNotifier(end.Number(), QSocketNotifier::Read, this);
+    connect(ended, &QSocketNotifier::activated, this, &WorksheetRunner::EndShell);
+    return {};
 }
 
 void WorksheetRunner::Stop()
@@ -96,28 +113,57 @@ void WorksheetRunner::Stop()
     ::kill(-group, SIGCONT); // what is suspended hears nothing
 }
 
-void WorksheetRunner::Read()
+// What there is now: a line that was left running may write for ever.
+void WorksheetRunner::TakeOutput()
 {
-    if (const QByteArray bytes = process->readAll(); !bytes.isEmpty())
-        emit Output(bytes);
+    int available = 0;
+    ::ioctl(output.Number(), FIONREAD, &available);
+    QByteArray bytes(std::max(available, 1), '\0');
+    const ssize_t count = ::read(output.Number(), bytes.data(), static_cast<size_t>(bytes.size()));
+    if (count == 0)
+        DisableAndDelete(moreOutput); // nobody has the other end
+    if (count <= 0)
+        return;
+    gathered.append(bytes.constData(), count);
+    if (!gathering.isActive())
+        gathering.start(kGathering);
+}
+
+void WorksheetRunner::Tell()
+{
+    if (!gathered.isEmpty())
+        emit Output(std::exchange(gathered, {}));
 }
 
 // The shell may have ended before its children, which then have what remains of the two seconds. While one of them
 // lives, the group's number is not given to others.
-void WorksheetRunner::End(int status)
+void WorksheetRunner::EndShell()
 {
+    if (moreOutput != nullptr)
+        TakeOutput();
     gathering.stop();
-    Read();
+    Tell();
+    DisableAndDelete(moreOutput);
+    DisableAndDelete(ended);
+    const int status = base::ShellStatus(shell->Wait());
+    shell.reset();
+    output.Close();
+    end.Close();
     if (group != 0 && ::kill(-group, 0) != 0)
         patience.stop();
-    process.release()->deleteLater();
-    emit Ended(status, stopping);
+    End(status);
 }
 
-void WorksheetRunner::TellOfFailure()
+void WorksheetRunner::TellOfFailure(const std::string& why)
 {
-    emit Output("wren: " + process->errorString().toLocal8Bit() + "\n");
+    emit Output(QByteArray::fromStdString(why));
     End(kCannotRun);
+}
+
+void WorksheetRunner::End(int status)
+{
+    isRunning = false;
+    emit Ended(status, stopping);
 }
 
 void WorksheetRunner::KillGroup()

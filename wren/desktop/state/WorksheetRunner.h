@@ -1,15 +1,17 @@
 // Runs lines of the Worksheet in a shell.
 #pragma once
 
+#include "base/Process.h"
+
+#include <QByteArray>
 #include <QObject>
-#include <QString>
 #include <QTimer>
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <sys/types.h>
 
-class QProcess;
+class QSocketNotifier;
 
 namespace wren {
 
@@ -22,7 +24,7 @@ public:
     explicit WorksheetRunner(QObject* parent = nullptr);
     ~WorksheetRunner() override; // stops what runs, at once
 
-    bool IsRunning() const { return process != nullptr; }
+    bool IsRunning() const { return isRunning; }
     bool Run(const std::string& lines, const std::string& directory); // false when something runs already
     void Stop(); // asks the whole group to end, and makes what is left of it after two seconds
 
@@ -31,12 +33,21 @@ signals:
     void Ended(int status, bool stopped); // after the last Output(); 128 + n when signal n ended it
 
 private:
-    void Read();
+    base::Result<void> Start(const std::string& lines, const std::string& directory);
+    void TakeOutput();
+    void Tell(); // the output gathered
+    void EndShell();
+    void TellOfFailure(const std::string& why);
     void End(int status);
-    void TellOfFailure(); // of starting the shell
     void KillGroup();
 
-    std::unique_ptr<QProcess> process;
+    bool isRunning = false;
+    std::optional<base::Process> shell;
+    base::Descriptor output; // of the shell's group
+    base::Descriptor end;    // readable when the shell has ended
+    QSocketNotifier* moreOutput = nullptr;
+    QSocketNotifier* ended = nullptr;
+    QByteArray gathered;
     pid_t group = 0; // 0 when nothing of it is left to be stopped
     bool stopping = false;
     QTimer patience;

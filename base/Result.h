@@ -1,0 +1,60 @@
+// The outcome of an operation that can fail for a reason its caller should see.
+#pragma once
+
+#include <cerrno>
+#include <cstring>
+#include <string>
+#include <utility>
+#include <variant>
+
+namespace base {
+
+struct Error {
+    std::string text; // what failed, in words for the user, without a full stop
+    int number = 0;   // the errno that says why; 0 when the text says it
+
+    std::string Message() const { return number == 0 ? text : text + ": " + std::strerror(number); }
+};
+
+// The error of a system call that has just failed.
+inline Error SystemError(std::string text)
+{
+    const int number = errno; // before the text is moved
+    return {std::move(text), number};
+}
+
+// A value, or the error that there is in its place. Look at it before the value is used.
+template <class T>
+class [[nodiscard]] Result {
+public:
+    Result(T value) : content(std::in_place_index<0>, std::move(value)) {}
+    Result(Error error) : content(std::in_place_index<1>, std::move(error)) {}
+
+    explicit operator bool() const { return content.index() == 0; }
+    T& operator*() { return *std::get_if<0>(&content); }
+    const T& operator*() const { return *std::get_if<0>(&content); }
+    T* operator->() { return std::get_if<0>(&content); }
+    const T* operator->() const { return std::get_if<0>(&content); }
+
+    const Error& Failure() const { return *std::get_if<1>(&content); } // only when there is no value
+
+private:
+    std::variant<T, Error> content;
+};
+
+// Of an operation without a value.
+template <>
+class [[nodiscard]] Result<void> {
+public:
+    Result() = default;
+    Result(Error error) : error(std::move(error)), failed(true) {}
+
+    explicit operator bool() const { return !failed; }
+    const Error& Failure() const { return error; }
+
+private:
+    Error error;
+    bool failed = false;
+};
+
+} // namespace base
