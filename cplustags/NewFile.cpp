@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -66,9 +65,8 @@ std::string RefusalOfLink(const std::string& path)
     if (meant.empty())
         return "";
     return Shown(path) + " is a symbolic link to " + Shown(meant.native()) +
-           ", and is left as it is; remove it, name another file with -f, or give --follow-links to write the file "
-           "that "
-           "it points to";
+           ", and is left as it is; remove it, name another file with -f, or give --follow-links to write the "
+           "file that it points to";
 }
 
 NewFile::NewFile(const std::string& path, AtLink atLink)
@@ -91,35 +89,24 @@ NewFile::NewFile(const std::string& path, AtLink atLink)
     error = directory->Error();
     if (!error.empty())
         return;
-    this->file = ::open((Directory() + "/" + kNewName).c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (this->file < 0)
-        Fail("cannot write in " + Shown(Directory()));
+    base::Result<base::NewFile> made = base::NewFile::Make(Directory() + "/" + kNewName, 0666);
+    if (made)
+        this->file = std::move(*made);
+    else
+        Fail("cannot write in " + Shown(Directory()), made.Failure().number);
     buffer.reserve(kBufferSize);
 }
 
-NewFile::~NewFile()
+bool NewFile::Fail(const std::string& what, int reason)
 {
-    if (file >= 0)
-        ::close(file);
-}
-
-void NewFile::Fail(const std::string& what)
-{
-    error = what + ": " + std::strerror(errno);
+    error = what + ": " + std::strerror(reason);
+    return false;
 }
 
 bool NewFile::Flush()
 {
-    for (size_t written = 0; written < buffer.length();) {
-        const ssize_t count = ::write(file, buffer.data() + written, buffer.length() - written);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0) {
-            Fail("cannot write " + Shown(target));
-            return false;
-        }
-        written += static_cast<size_t>(count);
-    }
+    if (const base::Result<void> written = base::WriteAll(file->Number(), buffer); !written)
+        return Fail("cannot write " + Shown(target), written.Failure().number);
     buffer.clear();
     return true;
 }
@@ -136,9 +123,9 @@ bool NewFile::WriteOver(off_t place, std::string_view text)
 {
     if (!error.empty() || !Flush())
         return false;
-    const ssize_t count = ::pwrite(file, text.data(), text.length(), place);
+    const ssize_t count = ::pwrite(file->Number(), text.data(), text.length(), place);
     if (count != static_cast<ssize_t>(text.length()))
-        Fail("cannot write " + Shown(target));
+        Fail("cannot write " + Shown(target), errno);
     return error.empty();
 }
 
@@ -146,7 +133,7 @@ void NewFile::SetTime(const timespec& modified)
 {
     const timespec times[] = {modified, modified};
     if (error.empty() && Flush())
-        ::futimens(file, times);
+        ::futimens(file->Number(), times);
 }
 
 // Some file systems tell only at the end that there was no room. A link that was put there meanwhile is not followed
@@ -157,15 +144,12 @@ bool NewFile::Commit()
         return false;
     struct stat old;
     if (::lstat(target.c_str(), &old) == 0 && S_ISREG(old.st_mode))
-        TakeOver(old, file);
+        TakeOver(old, file->Number());
     error = RefusalOfLink(target);
     if (!error.empty())
         return false;
-    const bool isClosed = ::close(std::exchange(file, -1)) == 0;
-    const bool isDone = isClosed && ::rename((Directory() + "/" + kNewName).c_str(), target.c_str()) == 0;
-    if (!isDone)
-        Fail("cannot write " + Shown(target));
-    return isDone;
+    const base::Result<void> moved = file->MoveTo(target);
+    return moved || Fail("cannot write " + Shown(target), moved.Failure().number);
 }
 
 } // namespace cplustags

@@ -1,10 +1,12 @@
 // A file that takes another's place in one step, or not at all.
 #pragma once
 
+#include "base/NewFile.h"
 #include "cplustags/WorkingDirectory.h"
 
 #include <ctime>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -32,9 +34,6 @@ class NewFile {
 public:
     // On failure Error() is not empty, and nothing else may be called.
     explicit NewFile(const std::string& target, AtLink atLink = AtLink::Refuse);
-    ~NewFile();
-    NewFile(const NewFile&) = delete;
-    NewFile& operator=(const NewFile&) = delete;
 
     const std::string& Error() const { return error; }
     const std::string& Directory() const { return directory->Path(); } // others may put their temporary files there
@@ -49,13 +48,13 @@ public:
 
 private:
     bool Flush();
-    void Fail(const std::string& what);
+    bool Fail(const std::string& what, int reason);
 
     std::string error;
     std::string target;
     std::unique_ptr<WorkingDirectory> directory;
     std::string buffer;
-    int file = -1;
+    std::optional<base::NewFile> file;
 };
 
 } // namespace cplustags

@@ -1,6 +1,7 @@
 #include "tags/KnownFiles.h"
 
 #include "base/Descriptor.h"
+#include "base/NewFile.h"
 #include "tags/AutoLock.h"
 
 #include <algorithm>
@@ -78,22 +79,12 @@ std::string Content(const std::string& path)
     return std::string(text, count > 0 ? static_cast<size_t>(count) : 0);
 }
 
-bool WriteAll(int file, std::string_view text)
-{
-    return ::write(file, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-}
-
 // In one step, so that nobody ever reads half of it.
 void PutInPlace(const std::string& directory, const std::string& path, const std::string& record)
 {
-    std::string temporary = directory + "/" + std::string(kNewPrefix) + "XXXXXX";
-    base::Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));
-    if (!file.IsOpen())
-        return;
-    const bool isWritten = WriteAll(file.Number(), record);
-    const bool isClosed = file.Close();
-    if (!isWritten || !isClosed || ::rename(temporary.c_str(), path.c_str()) != 0)
-        ::unlink(temporary.c_str());
+    base::Result<base::NewFile> file = base::NewFile::MakeUnique(directory + "/" + std::string(kNewPrefix));
+    if (file && base::WriteAll(file->Number(), record))
+        (void)file->MoveTo(path);
 }
 
 struct Kept {

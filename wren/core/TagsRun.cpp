@@ -1,5 +1,6 @@
 #include "wren/core/TagsRun.h"
 
+#include "base/NewFile.h"
 #include "base/Process.h"
 #include "wren/core/DirectoryLock.h"
 #include "wren/core/FindReport.h"
@@ -21,16 +22,6 @@ namespace fs = std::filesystem;
 using Kind = TagsOutcome::Kind;
 
 constexpr int kNotRun = -1; // system()'s answer when there is no process
-
-void WriteAll(int file, const std::string& text)
-{
-    for (size_t done = 0; done < text.size();) {
-        const ssize_t count = ::write(file, text.data() + done, text.size() - done);
-        if (count < 0 && errno != EINTR)
-            return; // nobody reads it, which is no reason to make no tags
-        done += count < 0 ? 0 : static_cast<size_t>(count);
-    }
-}
 
 } // namespace
 
@@ -121,7 +112,7 @@ int TagsRun::RunWatched(const std::string& command)
     if (!run)
         Fail(std::string("its commands cannot be started: ") + std::strerror(run.Failure().number));
     const int status = run ? *run : kNotRun;
-    WriteAll(output, find.Said());
+    (void)base::WriteAll(output, find.Said()); // that nobody reads it is no reason to make no tags
     if (status != 0)
         Fail("a command ended with status " + std::to_string(base::ShellStatus(status)));
     else

@@ -1,5 +1,6 @@
 #include "wren/core/TemporaryFile.h"
 
+#include "base/Descriptor.h"
 #include "wren/core/DiskSteps.h"
 #include "wren/core/Documents.h"
 #include "wren/core/OwnedFile.h"
@@ -12,8 +13,8 @@
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
-#include <optional>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace wren {
 
@@ -119,37 +120,34 @@ private:
 
 TemporaryFile::TemporaryFile(const DiskSteps& steps) : steps(steps) {}
 
-TemporaryFile::~TemporaryFile()
-{
-    if (!path.empty())
-        ::unlink(path.c_str());
-}
+// The record goes last: it says which file was left by a kill in between.
+TemporaryFile::~TemporaryFile() = default;
 
 // The name holds nothing of the real one, which may be as long as names can be.
 int TemporaryFile::Make(const std::string& directory, mode_t mode)
 {
     static std::atomic<unsigned> count = 0;
-    do {
-        path = directory + "/" + kTemporary + std::to_string(::getpid()) + "-" + std::to_string(++count);
+    while (true) {
+        const std::string path =
+            directory + "/" + kTemporary + std::to_string(::getpid()) + "-" + std::to_string(++count);
         record = std::make_unique<Record>(path, steps);
         steps.Next();
-        file = base::Descriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    } while (!file.IsOpen() && errno == EEXIST);
-    if (!file.IsOpen()) {
-        path.clear();
-        return errno;
+        base::Result<base::NewFile> file = base::NewFile::Make(path, mode);
+        if (!file && file.Failure().number == EEXIST)
+            continue;
+        if (!file)
+            return file.Failure().number;
+        made = std::move(*file);
+        record->Made(made->Number());
+        return 0;
     }
-    record->Made(file.Number());
-    return 0;
 }
 
 int TemporaryFile::RenameTo(const std::string& target)
 {
     steps.Next();
-    if (::rename(path.c_str(), target.c_str()) != 0)
-        return errno;
-    path.clear();
-    return 0;
+    const base::Result<void> moved = made->MoveTo(target);
+    return moved ? 0 : moved.Failure().number;
 }
 
 void KeepRecordsOfSaves()

@@ -1,9 +1,10 @@
 // The files that texts are written to before they take their place, beside the user's own.
 #pragma once
 
-#include "base/Descriptor.h"
+#include "base/NewFile.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <sys/types.h>
 
@@ -23,14 +24,13 @@ public:
 
     int Make(const std::string& directory, mode_t mode); // once; 0, or what errno says of the failure
     int RenameTo(const std::string& target);             // the same
-    int File() const { return file.Number(); }           // open for writing
+    int File() const { return made->Number(); }          // open for writing
 
 private:
     class Record;
     const DiskSteps& steps;
     std::unique_ptr<Record> record;
-    std::string path;
-    base::Descriptor file;
+    std::optional<base::NewFile> made;
 };
 
 // Makes the place of the records, and removes what killed processes have left; says nothing when it cannot. Any thread.
