@@ -7,6 +7,8 @@
 namespace cplustags {
 
 struct Options {
+    static constexpr const char* kStandard = "-"; // as a name: standard input or output
+
     std::vector<std::string> files; // named on the command line
     std::string list;               // of -L: a file with names, "-" for standard input, "" for none
     std::string target = "tags";    // of -f; "-" for standard output

@@ -1,0 +1,98 @@
+#include "cplustags/Output.h"
+
+#include "cplustags/Failure.h"
+#include "cplustags/OldTags.h"
+#include "cplustags/SparseFile.h"
+#include "cplustags/StandardOutput.h"
+
+#include <cstdlib>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace cplustags {
+
+Output::Output(const Options& options, const Place& place, const base::CancelToken& cancel)
+    : options(options), place(place), cancel(cancel)
+{
+}
+
+bool Output::HasOldTags() const
+{
+    return options.append && IsFile() && WhatIs(place.target) == Target::Tags;
+}
+
+void Output::Check() const
+{
+    if (!IsFile())
+        return;
+    const std::string& target = place.target;
+    if (const std::string refusal = RefusalOfLink(target); !options.followLinks && !refusal.empty())
+        throw Failure(refusal);
+    struct stat status;
+    if (options.append && ::stat(target.c_str(), &status) == 0 && IsMostlyHoles(status))
+        throw Failure(Shown(target) + " is too large for what is in it, and is left as it is; remove it");
+    switch (WhatIs(target)) {
+    case Target::Absent:
+    case Target::Tags:
+        return;
+    case Target::Foreign:
+        throw Failure(Shown(target) +
+                      " is no tags file, and is left as it is; name another file with -f, or remove it");
+    case Target::Unreadable:
+        throw SystemFailure("cannot read " + Shown(target) + ", which was to be replaced");
+    }
+}
+
+void Output::MakeNewFile()
+{
+    newFile = std::make_unique<NewFile>(place.target, options.followLinks ? AtLink::Follow : AtLink::Refuse);
+    if (!newFile->Error().empty())
+        throw Failure(newFile->Error());
+}
+
+// That of the new file, or another one when there is none.
+const std::string& Output::Begin()
+{
+    if (IsFile()) {
+        MakeNewFile();
+        return newFile->Directory();
+    }
+    const char* given = std::getenv("TMPDIR");
+    const std::string parent =
+        AbsolutePath(given != nullptr && *given != '\0' ? given : "/tmp", place.currentDirectory);
+    forTemporaries = std::make_unique<WorkingDirectory>(parent, "cplustags-" + std::to_string(::geteuid()));
+    if (!forTemporaries->Error().empty())
+        throw Failure(forTemporaries->Error());
+    return forTemporaries->Path();
+}
+
+void Output::Write(const TagsCount& count, LineSources lines)
+{
+    if (IsFile())
+        WriteFile(count, std::move(lines));
+    else
+        WriteStandardOutput(count, std::move(lines));
+}
+
+void Output::WriteFile(const TagsCount& count, LineSources lines)
+{
+    if (newFile == nullptr)
+        MakeNewFile();
+    const auto write = [this](std::string_view text) { return !cancel.IsCancelled() && newFile->Write(text); };
+    const bool isWritten =
+        WriteTags(count, std::move(lines), write, *newFile) && !cancel.IsCancelled() && newFile->Commit();
+    if (!newFile->Error().empty())
+        throw Failure(newFile->Error());
+    if (!isWritten)
+        throw Failure(Shown(place.target) + " has changed while it was read");
+}
+
+void Output::WriteStandardOutput(const TagsCount& count, LineSources lines) const
+{
+    StandardOutput output;
+    const auto write = [&](std::string_view text) { return !cancel.IsCancelled() && output.Write(text); };
+    if (!WriteTags(count, std::move(lines), write) || !output.Flush())
+        throw SystemFailure("cannot write to standard output");
+}
+
+} // namespace cplustags

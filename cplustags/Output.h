@@ -1,0 +1,42 @@
+// Where the tags of a run go.
+#pragma once
+
+#include "base/CancelToken.h"
+#include "cplustags/NewFile.h"
+#include "cplustags/Options.h"
+#include "cplustags/Place.h"
+#include "cplustags/TagsWriter.h"
+#include "cplustags/WorkingDirectory.h"
+
+#include <memory>
+#include <string>
+
+namespace cplustags {
+
+// A file, which takes the place of the old one at the end of Write(), or standard output. Operations throw Failure;
+// until the end of Write() the old file stays as it is. Not thread-safe.
+class Output {
+public:
+    // All must outlive it.
+    Output(const Options& options, const Place& place, const base::CancelToken& cancel);
+
+    bool IsFile() const { return options.target != Options::kStandard; }
+    bool HasOldTags() const; // a tags file is there that is to be added to
+
+    void Check() const;         // that a file which is there may be replaced
+    const std::string& Begin(); // makes a directory where temporary files may be put
+    void Write(const TagsCount& count, LineSources lines);
+
+private:
+    void MakeNewFile();
+    void WriteFile(const TagsCount& count, LineSources lines);
+    void WriteStandardOutput(const TagsCount& count, LineSources lines) const;
+
+    const Options& options;
+    const Place& place;
+    const base::CancelToken& cancel;
+    std::unique_ptr<NewFile> newFile;                 // when a file is written
+    std::unique_ptr<WorkingDirectory> forTemporaries; // when none is
+};
+
+} // namespace cplustags

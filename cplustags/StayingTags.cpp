@@ -1,0 +1,59 @@
+#include "cplustags/StayingTags.h"
+
+#include "cplustags/Failure.h"
+#include "cplustags/OldTags.h"
+#include "cplustags/TagLine.h"
+
+#include <cerrno>
+#include <optional>
+#include <sys/stat.h>
+
+namespace cplustags {
+
+namespace {
+
+bool IsGone(const std::string& path)
+{
+    struct stat status;
+    return ::stat(path.c_str(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR);
+}
+
+} // namespace
+
+StayingTags::StayingTags(const Place& place, std::unordered_set<std::string> tagged)
+    : place(place), tagged(std::move(tagged))
+{
+}
+
+bool StayingTags::Goes(std::string_view field)
+{
+    const std::string path = AbsolutePath(PathOfField(field, place.directory), place.directory);
+    const std::optional<std::string> usual = FileField(path, place.directory);
+    if ((usual && tagged.count(*usual) != 0) || IsGone(path))
+        return true;
+    ++files;
+    return false;
+}
+
+TagsCount StayingTags::Count()
+{
+    LineSources old;
+    old.push_back(Lines());
+    const std::unique_ptr<LineSource> once = Merged(std::move(old));
+    size_t tags = 0;
+    for (std::string_view line; once->Next(line);)
+        ++tags;
+    return {files, tags};
+}
+
+std::unique_ptr<LineSource> StayingTags::Lines()
+{
+    files = 0;
+    std::unique_ptr<LineSource> lines =
+        LinesThatStay(place.target, [this](std::string_view field) { return Goes(field); });
+    if (lines == nullptr)
+        throw SystemFailure("cannot read " + Shown(place.target));
+    return lines;
+}
+
+} // namespace cplustags

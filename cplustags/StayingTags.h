@@ -1,0 +1,33 @@
+// The tags of earlier runs that stay in a file when others are added to it.
+#pragma once
+
+#include "cplustags/Place.h"
+#include "cplustags/TagsWriter.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+namespace cplustags {
+
+// Those of files that are still there and have not been tagged again. Operations throw Failure when the old file cannot
+// be read. Not thread-safe.
+class StayingTags {
+public:
+    // 'tagged' are the fields of the files that have been tagged again. 'place' must outlive it.
+    StayingTags(const Place& place, std::unordered_set<std::string> tagged);
+
+    TagsCount Count();
+    std::unique_ptr<LineSource> Lines(); // which it must outlive
+
+private:
+    bool Goes(std::string_view field);
+
+    const Place& place;
+    const std::unordered_set<std::string> tagged;
+    size_t files = 0; // that the lines read so far are of
+};
+
+} // namespace cplustags
