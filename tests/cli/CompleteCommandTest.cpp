@@ -76,7 +76,7 @@ struct Case {
 
 } // namespace
 
-TEST_F(CompleteCommand, PrintsTheWordAsItStandsThen)
+TEST_F(CompleteCommand, PrintsTheCompletedWord)
 {
     const Case kCases[] = {
         {"the only candidate, whole", "int x = alo|;", "alone\n"},
@@ -97,7 +97,7 @@ TEST_F(CompleteCommand, PrintsTheWordAsItStandsThen)
     }
 }
 
-TEST_F(CompleteCommand, PrintsTheCandidatesThatGoOnInDifferentWays)
+TEST_F(CompleteCommand, PrintsTheCandidatesThatDiffer)
 {
     const Case kCases[] = {
         {"nothing more in common", "NSStr|", "NSStream\nNSString\n"},
@@ -113,7 +113,7 @@ TEST_F(CompleteCommand, PrintsTheCandidatesThatGoOnInDifferentWays)
     }
 }
 
-TEST_F(CompleteCommand, SaysWhatGivesNothing)
+TEST_F(CompleteCommand, SaysWhyNothingCanBeCompleted)
 {
     const char* const kNothingGoesOn = "wren: nothing in the tags files goes on from what stands at src/a.mm:";
     const char* const kNothingThere = "wren: there is nothing to complete at src/a.mm:";
@@ -138,7 +138,7 @@ TEST_F(CompleteCommand, SaysWhatGivesNothing)
     }
 }
 
-TEST_F(CompleteCommand, PrintsTheWholeLineWhenAsked)
+TEST_F(CompleteCommand, PrintsTheWholeLineOnRequest)
 {
     const Case kCases[] = {
         {"the line and no other", "first\n  if (alo| > 1)  // x\nlast\n", "  if (alone > 1)  // x\n"},
@@ -159,7 +159,7 @@ TEST_F(CompleteCommand, PrintsTheWholeLineWhenAsked)
     EXPECT_EQ(offered.errors, "wren: nothing is put in: these are the candidates\n");
 }
 
-TEST_F(CompleteCommand, AsksAsTypingDoes)
+TEST_F(CompleteCommand, OffersTheSameListAsTyping)
 {
     const Case kCases[] = {
         {"candidates that go on in different ways", "NSStr|", "NSStream\nNSString\n"},
@@ -227,7 +227,7 @@ TEST_F(CompleteCommand, TakesTheColumnAsTheCharacterBehindTheCaret)
     EXPECT_EQ(Run({"src/a.mm:1:9"}).status, 1) << "behind the name, which is whole";
 }
 
-TEST_F(CompleteCommand, SaysTheRemedyWhenNoTagsServe)
+TEST_F(CompleteCommand, SuggestsMakingTagsWhenThereAreNone)
 {
     const TempDirectory bare;
     bare.Write("a.c", "alo\n");
@@ -254,7 +254,7 @@ TEST_F(CompleteCommand, UsesTheSystemTagsItIsGiven)
     EXPECT_NE(missing.errors.find("none.tags"), std::string::npos);
 }
 
-TEST_F(CompleteCommand, RefusesWhatItDoesNotUnderstand)
+TEST_F(CompleteCommand, RefusesUnknownArguments)
 {
     tree.Write("src/a.mm", "alo\n");
     const std::vector<std::vector<std::string>> kWrong = {{},
@@ -290,7 +290,7 @@ TEST_F(CompleteCommand, RefusesPlacesBeyondTheTextAndFilesThatCannotBeRead)
         }
 }
 
-TEST_F(CompleteCommand, TellsWhyTheTagsFileCouldNotAnswer)
+TEST_F(CompleteCommand, SaysWhyTheTagsFileCouldNotAnswer)
 {
     for (const char* way : {"--edit", "--auto"}) {
         tree.Write("tags", "");
@@ -327,7 +327,7 @@ TEST_F(CompleteCommand, LeavesSourceTagsAndHomeAsTheyWere)
     EXPECT_EQ(content(), before);
 }
 
-TEST_F(CompleteCommand, GivesNoCommandsToATerminal)
+TEST_F(CompleteCommand, PassesNoControlCharactersToATerminal)
 {
     const std::string scope = "\x1b]0;owned\x07\xc2\x9b"
                               "1m\x9b"
@@ -342,7 +342,7 @@ TEST_F(CompleteCommand, GivesNoCommandsToATerminal)
     EXPECT_EQ(shown.find('\x9b'), std::string::npos);
 }
 
-TEST_F(CompleteCommand, SaysThatItsOutputIsLost)
+TEST_F(CompleteCommand, FailsWhenItsOutputIsLost)
 {
     tree.Write("src/a.mm", "alo");
     const std::string command = ShellWord(WREN_PROGRAM) + " complete src/a.mm:1 --home home >/dev/full";

@@ -66,7 +66,7 @@ const Target kTargets[] = {
 
 } // namespace
 
-TEST_F(HostileTreeInEachFace, WritesNothingOutsideOfItself)
+TEST_F(HostileTreeInEachFace, GetsNothingWrittenOutsideOfItself)
 {
     const std::string create = "{\"do\": \"answer\", \"file\": \"" + (tree / "T") + "\"}\n" +
                                R"({"do": "popup", "choose": "Create local tags..."})";
@@ -132,7 +132,7 @@ TEST_F(HostileTreeInEachFace, WritesNothingOutsideOfItself)
 
 // mv would ask on the terminal whether to replace the file, and a job in the background that reads there is stopped as
 // a whole.
-TEST(FromATerminal, WriteProtectedTagsStopNoJob)
+TEST(TagsCommandOnATerminal, ReplacesWriteProtectedTagsWithoutAQuestion)
 {
     const TempDirectory tree;
     tree.Write("T/main.c", "int bar;\n");

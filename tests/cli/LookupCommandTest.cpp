@@ -62,7 +62,7 @@ TEST_F(LookupCommand, PrintsTheOnlyMatchAsTheListWouldShowIt)
     EXPECT_EQ(Run({"src/one.c:1:5"}).output, At("src/one.c", 1, "only - one.c"));
 }
 
-TEST_F(LookupCommand, TellsDeclarationsAndDefinitionsApart)
+TEST_F(LookupCommand, TellsDeclarationsFromDefinitions)
 {
     EXPECT_EQ(Run({"src/shape.cpp:3:5", "--definition"}).output, At("src/shape.cpp", 3, "Area - shape.cpp"));
     EXPECT_EQ(Run({"src/shape.cpp:3:5", "--declaration"}).output,
@@ -76,7 +76,7 @@ TEST_F(LookupCommand, TakesTheFirstIdentifierOfALineWithoutAColumn)
     EXPECT_EQ(Run({"--symbol", "Shape"}).output, At("src/shape.h", 1, "struct Shape - shape.h"));
 }
 
-TEST_F(LookupCommand, LooksUpNamesSelectorsAndWhatOnlyTheDialogTakes)
+TEST_F(LookupCommand, LooksUpNamesSelectorsAndOperators)
 {
     EXPECT_EQ(Run({"--symbol", "Shape::Area"}).output, At("src/shape.h", 2, "Shape::Area - shape.h"));
     EXPECT_EQ(Run({"--symbol", "putBook:"}).output, At("src/one.c", 2, "putBook:onLevel: - one.c"));
@@ -94,7 +94,7 @@ TEST_F(LookupCommand, LooksUpANameInAnotherDirectory)
     EXPECT_EQ(Run({"--symbol", "only", "--in", "nowhere"}).status, 2);
 }
 
-TEST_F(LookupCommand, SaysWhatFoundNothing)
+TEST_F(LookupCommand, SaysWhyNothingWasFound)
 {
     const ProgramRun name = Run({"--symbol", "Circle"});
     EXPECT_EQ(name.status, 1);
@@ -105,7 +105,7 @@ TEST_F(LookupCommand, SaysWhatFoundNothing)
     EXPECT_EQ(blank.errors, "wren: there is no symbol at src/one.c:4:1\n");
 }
 
-TEST_F(LookupCommand, SaysTheRemedyWhenNoTagsServe)
+TEST_F(LookupCommand, SuggestsMakingTagsWhenThereAreNone)
 {
     const TempDirectory bare;
     bare.Write("a.c", "int a;\n");
@@ -128,7 +128,7 @@ TEST_F(LookupCommand, UsesTheSystemTagsItIsGiven)
     EXPECT_NE(missing.errors.find("none.tags"), std::string::npos);
 }
 
-TEST_F(LookupCommand, RefusesWhatItDoesNotUnderstand)
+TEST_F(LookupCommand, RefusesUnknownArguments)
 {
     const std::vector<std::vector<std::string>> kWrong = {{},
                                                           {"src/one.c"},
@@ -159,7 +159,7 @@ TEST_F(LookupCommand, RefusesPlacesBeyondTheTextAndFilesThatCannotBeRead)
     }
 }
 
-TEST_F(LookupCommand, TellsWhyTheTagsFileCouldNotAnswer)
+TEST_F(LookupCommand, SaysWhyTheTagsFileCouldNotAnswer)
 {
     struct Case {
         const char* tags;
@@ -179,7 +179,7 @@ TEST_F(LookupCommand, TellsWhyTheTagsFileCouldNotAnswer)
     EXPECT_NE(Run({"--symbol", "f"}).errors.find("is a directory"), std::string::npos);
 }
 
-TEST_F(LookupCommand, NamesATagsFileOfHolesAndTheRemedy)
+TEST_F(LookupCommand, ReportsASparseTagsFileWithARemedy)
 {
     if (const std::string reason = MakeSparse(tree / "tags", kTerabyte); !reason.empty())
         GTEST_SKIP() << reason;
@@ -197,7 +197,7 @@ TEST_F(LookupCommand, NamesATagsFileOfHolesAndTheRemedy)
     EXPECT_NE(other.errors.find(tree / "tags is not read"), std::string::npos) << other.errors;
 }
 
-TEST_F(LookupCommand, PrintsTheLinesThatAnEditorGoesTo)
+TEST_F(LookupCommand, PrintsTheLinesThatAnEditorOpens)
 {
     const struct {
         const char* named;
@@ -212,7 +212,7 @@ TEST_F(LookupCommand, PrintsTheLinesThatAnEditorGoesTo)
               At("src/shape.h", 1, "Area - shape.h") + At("src/shape.h", 4, "Area - shape.h"));
 }
 
-TEST_F(LookupCommand, WaitsForNoPipeInAFilesPlace)
+TEST_F(LookupCommand, DoesNotWaitForAPipeInPlaceOfAFile)
 {
     std::filesystem::remove(tree / "tags");
     ASSERT_EQ(::mkfifo((tree / "tags").c_str(), 0600), 0);
@@ -266,7 +266,7 @@ TEST_F(LookupCommand, NamesABundleThatIsMissing)
     EXPECT_NE(run.errors.find("None.bundle"), std::string::npos);
 }
 
-TEST_F(LookupCommand, ColoursOnATerminalOnly)
+TEST_F(LookupCommand, ColoursItsOutputOnATerminalOnly)
 {
     EXPECT_EQ(Run({"src/one.c:1:5"}, {{"TERM", "xterm"}}).output.find('\x1b'), std::string::npos);
     const std::string command = ShellWord(WREN_PROGRAM) + " lookup src/one.c:1:5 --home " + ShellWord(tree / "home");
@@ -282,7 +282,7 @@ TEST_F(LookupCommand, ColoursOnATerminalOnly)
 }
 
 // What a terminal would take for a command: to change its title, to clear it, to write over what is there.
-TEST_F(LookupCommand, TagsGiveNoCommandsToATerminal)
+TEST_F(LookupCommand, PassesNoControlCharactersOfTagsToATerminal)
 {
     const std::string scope = "\x1b]0;owned\x07\x1b[2J\x08\xc2\x9b"
                               "1m\x7f\x9b"
@@ -309,7 +309,7 @@ TEST(Program, ExplainsItself)
     EXPECT_EQ(RunProgram({WREN_PROGRAM, "--version"}, "/").output.substr(0, 5), "wren ");
 }
 
-TEST(Program, NamesTheCommandsThatNeedNoDisplayWhenThereIsNone)
+TEST(Program, NamesCommandsThatNeedNoDisplayWhenThereIsNone)
 {
     const std::map<std::string, std::string> noDisplay = {
         {"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"QT_QPA_PLATFORM", ""}};

@@ -14,9 +14,9 @@ namespace {
 namespace fs = std::filesystem;
 
 // A project with tags, and another one to make tags of.
-class ReaderGone : public ::testing::Test {
+class CommandWithoutReader : public ::testing::Test {
 protected:
-    ReaderGone()
+    CommandWithoutReader()
     {
         tree.Write("home/.keep", "");
         tree.Write("src/a.mm", "alo");
@@ -73,7 +73,7 @@ constexpr const char* kSystemTags = "home/Library/Caches/SystemHeaderTags";
 
 } // namespace
 
-TEST_F(ReaderGone, EndsEachCommandAsShellsExpect)
+TEST_F(CommandWithoutReader, EndsAsShellsExpect)
 {
     ExpectQuietEnd("lookup --symbol alone");
     ExpectQuietEnd("complete src/a.mm:1");
@@ -82,13 +82,13 @@ TEST_F(ReaderGone, EndsEachCommandAsShellsExpect)
     ExpectQuietEnd("tags project --dry-run");
 }
 
-TEST_F(ReaderGone, StopsNoTagsFromBeingMade)
+TEST_F(CommandWithoutReader, MakesAllTagsWhenItsOutputIsClosed)
 {
     tree.Write("settings", "DeclScanSystemDirectories " + tree / "system" + "\n");
     ExpectQuietEnd("tags project --system --settings settings", {"project/tags", kSystemTags});
 }
 
-TEST_F(ReaderGone, OfComplaintsLeavesNoFileOutOfTheTags)
+TEST_F(CommandWithoutReader, MakesAllTagsWhenStandardErrorIsClosed)
 {
     ExpectQuietEnd("tags --system --settings settings 2>&1", {kSystemTags});
     EXPECT_NE(Content(tree / kSystemTags).find("system/s.h"), std::string::npos);

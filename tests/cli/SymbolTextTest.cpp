@@ -39,7 +39,7 @@ const Case kCases[] = {
 
 } // namespace
 
-TEST(SymbolText, IsATextInWhichTheSymbolIsFound)
+TEST(SymbolText, ScansBackToTheSymbol)
 {
     for (const Case& c : kCases) {
         const std::optional<SymbolText> written = TextForSymbol(c.symbol);
@@ -57,7 +57,7 @@ TEST(SymbolText, IsATextInWhichTheSymbolIsFound)
     }
 }
 
-TEST(SymbolText, RefusesWhatNoEditorWouldScan)
+TEST(SymbolText, RefusesSymbolsLongerThanAnEditorScans)
 {
     EXPECT_TRUE(TextForSymbol(std::string(1024, 'x')).has_value());
     EXPECT_FALSE(TextForSymbol(std::string(1025, 'x')).has_value());

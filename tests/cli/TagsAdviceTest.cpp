@@ -27,7 +27,7 @@ const std::string kTag = "only\tone.c\t1;\"\tv\n";
 
 } // namespace
 
-TEST(TagsAdvice, LooksAtTheBeginningOfALineThatDoesNotEnd)
+TEST(TagsAdvice, ReadsOnlyTheBeginningOfAnEndlessLine)
 {
     const TempDirectory directory;
     const long before = MostMemory();

@@ -73,7 +73,7 @@ TEST_F(TagsCommand, SaysWhichSystemDirectoriesAreGoneWhenAllAre)
     EXPECT_FALSE(fs::exists(SystemTags()));
 }
 
-TEST_F(TagsCommand, LeavesASettingAloneThatIsMoreThanDirectories)
+TEST_F(TagsCommand, PassesDirectorySettingsWithOptionsOrPatternsOnUnchanged)
 {
     fs::create_directory(tree / "headers");
     tree.Write("settings", "DeclScanSystemDirectories -L " + (tree / "head*") + " " + (tree / "gone") + "\n");
@@ -82,7 +82,7 @@ TEST_F(TagsCommand, LeavesASettingAloneThatIsMoreThanDirectories)
     EXPECT_TRUE(HasText(run.output, "find -L " + (tree / "head*") + " " + (tree / "gone") + " ")) << run.output;
 }
 
-TEST_F(TagsCommand, MakesBoth)
+TEST_F(TagsCommand, MakesLocalAndSystemTagsInOneRun)
 {
     tree.Write("headers/s.h", "int s;\n");
     tree.Write("settings", "DeclScanSystemDirectories " + (tree / "headers") + "\n");
@@ -110,7 +110,7 @@ TEST_F(TagsCommand, SaysWhenThereWasNothingToTag)
     EXPECT_TRUE(HasText(run.errors, "no file was found")) << run.errors;
 }
 
-TEST_F(TagsCommand, BelievesTheNumbersAtTheHeadOfTheFile)
+TEST_F(TagsCommand, ReportsTheNumbersAtTheHeadOfTheTagsFile)
 {
     UseProgram(
         std::string(kReadOptions) +
@@ -118,13 +118,13 @@ TEST_F(TagsCommand, BelievesTheNumbersAtTheHeadOfTheFile)
     EXPECT_EQ(WithoutSeconds(Run({"project"}).output), "tags of 585 files: 48211 tags, " + Tags() + "\n");
 }
 
-TEST_F(TagsCommand, TellsTheTagsProgramTheNumberOfJobs)
+TEST_F(TagsCommand, PassesTheNumberOfJobsToTheTagsProgram)
 {
     UseProgram(std::string(kReadOptions) + R"(printf '!_TAG_CPLUSTAGS_FILES\t%s\t//\n' "$CPLUSTAGS_JOBS" >"$target")");
     EXPECT_EQ(WithoutSeconds(Run({"project", "--jobs", "3"}).output), "tags of 3 files: 0 tags, " + Tags() + "\n");
 }
 
-TEST_F(TagsCommand, ShowsWhatIsRunOnlyWhenAsked)
+TEST_F(TagsCommand, ShowsTheCommandsOnlyWithVerbose)
 {
     EXPECT_FALSE(HasText(Run({"project"}).errors, "executing"));
     const ProgramRun run = Run({"project", "--verbose"});
@@ -140,7 +140,7 @@ TEST_F(TagsCommand, KeepsTheCommandsOwnOutputOffItsOutput)
     EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
 }
 
-TEST_F(TagsCommand, IsNotStoppedByATerminalThatStopsBackgroundOutput)
+TEST_F(TagsCommand, RunsOnATerminalThatStopsBackgroundOutput)
 {
     UseProgram(std::string(kReadOptions) + "echo progress >&2\n" + kWriteTags);
     const std::string command =
@@ -166,7 +166,7 @@ TEST_F(TagsCommand, DryRunPrintsTheCommandsAndTouchesNothing)
     EXPECT_FALSE(HasText(run.output, "/System/Library/Frameworks")) << "it does not exist here";
 }
 
-TEST_F(TagsCommand, DryRunIsWhatAShellCanRun)
+TEST_F(TagsCommand, DryRunPrintsCommandsThatAShellCanRun)
 {
     tree.Write("commands", Run({"project", "--dry-run"}).output);
     const ProgramRun shell = RunProgram({"/bin/sh", tree / "commands"}, "/");
@@ -202,7 +202,7 @@ TEST_F(TagsCommand, LeavesTheOldFileWhenTheTagsProgramFails)
     }
 }
 
-TEST_F(TagsCommand, WhatAnEarlierRunLeftIsNoSuccess)
+TEST_F(TagsCommand, DoesNotTakeALeftoverForNewTags)
 {
     tree.Write("project/tags", kOldTags);
     tree.Write("project/tags.tmp", "stale\tstale.h\t1;\"\tv\n");
@@ -211,7 +211,7 @@ TEST_F(TagsCommand, WhatAnEarlierRunLeftIsNoSuccess)
     ExpectOldTags("nothing was made in this run");
 }
 
-TEST_F(TagsCommand, LeavesAloneWhatIsNoTagsFile)
+TEST_F(TagsCommand, LeavesOtherFilesNamedTagsAlone)
 {
     struct Case {
         const char* leaf;
@@ -235,7 +235,7 @@ TEST_F(TagsCommand, LeavesAloneWhatIsNoTagsFile)
     }
 }
 
-TEST_F(TagsCommand, GoesOnWithTheOtherFileWhenOneFails)
+TEST_F(TagsCommand, MakesTheOtherFileWhenOneFails)
 {
     tree.Write("settings", "DeclScanSystemDirectories " + (tree / "gone") + "\n");
     const ProgramRun run = Run({"project", "--system", "--settings", tree / "settings"});
@@ -243,7 +243,7 @@ TEST_F(TagsCommand, GoesOnWithTheOtherFileWhenOneFails)
     EXPECT_EQ(WithoutSeconds(run.output), "tags of 2 files: 2 tags, " + Tags() + "\n");
 }
 
-TEST_F(TagsCommand, RefusesWhatItDoesNotUnderstand)
+TEST_F(TagsCommand, RefusesUnknownArguments)
 {
     struct Case {
         std::vector<std::string> words;
@@ -302,7 +302,7 @@ TEST_F(TagsCommand, SaysWhenTheSystemsTagsHaveNoPlace)
     EXPECT_TRUE(HasText(run.errors, tree / "file/Library/Caches")) << run.errors;
 }
 
-TEST_F(TagsCommand, HostileNamesOfDirectoriesAreNamesAndNothingElse)
+TEST_F(TagsCommand, RunsNothingThatADirectorysNameSays)
 {
     environment.erase("WREN_CTAGS");
     for (const char* name :
@@ -398,7 +398,7 @@ TEST_F(InterruptedTags, ASecondSignalEndsAProgramThatIgnoresTheFirst)
     ExpectOldTags("interrupted");
 }
 
-TEST_F(InterruptedTags, AnInterruptedRunGoesNoFurther)
+TEST_F(InterruptedTags, AnInterruptedRunStartsNothingElse)
 {
     tree.Write("headers/s.h", "int s;\n");
     tree.Write("settings", "DeclScanSystemDirectories " + (tree / "headers") + "\n");
@@ -413,7 +413,7 @@ TEST_F(InterruptedTags, AnInterruptedRunGoesNoFurther)
     ExpectOldTags("never begun");
 }
 
-TEST_F(InterruptedTags, LeavesNoLitterOfTheRealTagsProgram)
+TEST_F(InterruptedTags, TheRealTagsProgramLeavesNoTemporaryFiles)
 {
     environment.erase("WREN_CTAGS");
     fs::permissions(tree.Write("ctags", "#!/bin/sh\n[ \"$1\" = --version ] && exec ctags --version\necho $$ >'" +
@@ -432,7 +432,7 @@ TEST_F(InterruptedTags, LeavesNoLitterOfTheRealTagsProgram)
     ExpectOldTags("interrupted");
 }
 
-TEST_F(InterruptedTags, AGuardedScriptStopsWhatItRunsToo)
+TEST_F(InterruptedTags, AGuardedScriptStopsItsCommandsToo)
 {
     const std::string project = tree / "project";
     tree.Write("session", "{\"do\": \"document\", \"path\": \"" + project +
@@ -468,7 +468,7 @@ TEST_F(InterruptedTags, ASignalThatWasIgnoredStaysIgnored)
     EXPECT_TRUE(HasText(Content(Tags()), "a.h"));
 }
 
-TEST_F(TagsCommand, SaysThatTheCurrentDirectoryHasGone)
+TEST_F(TagsCommand, SaysThatTheCurrentDirectoryIsGone)
 {
     const ProgramRun run = RunProgram(
         {"/bin/sh", "-c", "mkdir gone; cd gone; rmdir ../gone; exec \"$0\" tags --system --home x", WREN_PROGRAM},

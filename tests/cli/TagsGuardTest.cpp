@@ -16,7 +16,7 @@ TEST_F(TagsCommand, KeepsThePermissionsOfOldTags)
     }
 }
 
-TEST_F(TagsCommand, RefusesALinkByNameAndSaysWhereItLeads)
+TEST_F(TagsCommand, RefusesALinkAndNamesItsTarget)
 {
     struct Case {
         const char* leaf;
@@ -48,7 +48,7 @@ TEST_F(TagsCommand, RefusesALinkByNameAndSaysWhereItLeads)
     EXPECT_TRUE(HasText(Run({"project"}).errors, "wren tags " + (tree / "other"))) << "the remedy";
 }
 
-TEST_F(TagsCommand, LeavesAFileThatHasOtherNamesAlone)
+TEST_F(TagsCommand, LeavesOtherHardLinksOfTheTagsFileUnchanged)
 {
     tree.Write("home/mine", kOldTags);
     for (const std::string& name : {Tags(), UnfinishedTags()}) {
@@ -60,7 +60,7 @@ TEST_F(TagsCommand, LeavesAFileThatHasOtherNamesAlone)
     }
 }
 
-TEST_F(TagsCommand, WaitsForNoPipeInTheLocksPlace)
+TEST_F(TagsCommand, DoesNotWaitForAPipeInPlaceOfTheLock)
 {
     ASSERT_EQ(::mkfifo((tree / "project/.tags.lock").c_str(), 0600), 0);
     EXPECT_EQ(Run({"project"}).status, 0);
@@ -78,7 +78,7 @@ protected:
     }
 };
 
-TEST_F(TagsFromFind, KeepsTheOldTagsWhenTheListWasCutShort)
+TEST_F(TagsFromFind, KeepTheOldFileWhenTheListWasCutShort)
 {
     struct Case {
         std::string script;
@@ -102,7 +102,7 @@ TEST_F(TagsFromFind, KeepsTheOldTagsWhenTheListWasCutShort)
     }
 }
 
-TEST_F(TagsFromFind, MakesTagsOfTheRestWhenADirectoryMayNotBeRead)
+TEST_F(TagsFromFind, CoverTheRestWhenADirectoryIsUnreadable)
 {
     UseFind("echo \"$1/a.h\"; echo \"find: '$1/deep': Permission denied\" >&2\n"
             "echo \"find: '$1/gone.h': No such file or directory\" >&2; exit 1\n");
@@ -112,7 +112,7 @@ TEST_F(TagsFromFind, MakesTagsOfTheRestWhenADirectoryMayNotBeRead)
     EXPECT_EQ(WithoutSeconds(run.output), "tags of 1 file: 1 tag, " + Tags() + "\n");
 }
 
-TEST_F(TagsFromFind, ReadsWhatFindSaysInAnyLanguageOfTheUser)
+TEST_F(TagsFromFind, RunsFindInTheCLocale)
 {
     UseFind("echo \"$LC_ALL\" >" + ShellWord(tree / "language") + "; exec /usr/bin/find \"$@\"\n");
     environment["LC_ALL"] = "de_DE.UTF-8";
@@ -120,7 +120,7 @@ TEST_F(TagsFromFind, ReadsWhatFindSaysInAnyLanguageOfTheUser)
     EXPECT_EQ(Content(tree / "language"), "C\n");
 }
 
-TEST_F(TagsFromFind, SaysOnlyTheFirstOfVeryManyComplaints)
+TEST_F(TagsFromFind, ShowsOnlyTheFirstOfVeryManyComplaints)
 {
     UseFind("echo \"$1/a.h\"; seq -f \"find: '$1/deep%.0f': Permission denied\" 20000 >&2; exit 1\n");
     const ProgramRun run = Run({"project"});
@@ -129,7 +129,7 @@ TEST_F(TagsFromFind, SaysOnlyTheFirstOfVeryManyComplaints)
     EXPECT_LT(run.errors.size(), 100'000u);
 }
 
-TEST_F(TagsFromFind, ShowsNoControlCharactersOfNames)
+TEST_F(TagsFromFind, ShowNoControlCharactersOfNames)
 {
     UseFind("printf \"find: 'a\\033[2Jb': Permission denied\\n\" >&2; exec /usr/bin/find \"$@\"\n");
     const ProgramRun run = Run({"project"});
@@ -137,7 +137,7 @@ TEST_F(TagsFromFind, ShowsNoControlCharactersOfNames)
 }
 
 // With few descriptors left it fails, and says why; a signal ends it all the same.
-TEST_F(TagsCommand, SaysWhyItFailsWithFewDescriptors)
+TEST_F(TagsCommand, SaysWhyItFailsWithTooFewDescriptors)
 {
     tree.Write("project/tags", kOldTags);
     for (int descriptors = 4; descriptors <= 12; ++descriptors) {

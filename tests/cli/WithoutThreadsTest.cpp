@@ -63,7 +63,7 @@ TEST_F(CommandWithoutThreads, LookupFailsWithAReasonWhereThereAreSeveralMatches)
     }
 }
 
-TEST_F(CommandWithoutThreads, CompletePrintsWhatIsPutIn)
+TEST_F(CommandWithoutThreads, CompletePrintsASingleCompletion)
 {
     const ProgramRun run = Run({"complete", "a.c:3"});
     EXPECT_EQ(run.status, 0) << run.errors;

@@ -104,7 +104,7 @@ protected:
 
 } // namespace
 
-TEST_F(WrittenFiles, AreTheDirectoryForTheSystemsTagsAndNotesOfLargeTagsFiles)
+TEST_F(WrittenFiles, AreTheSystemTagsDirectoryAndRecordsOfLargeTagsFiles)
 {
     WriteStaleTags(5000);
     const Files before = Now();
@@ -117,7 +117,7 @@ TEST_F(WrittenFiles, AreTheDirectoryForTheSystemsTagsAndNotesOfLargeTagsFiles)
     EXPECT_THAT(DifferencesTo(once), IsEmpty()) << "the next time all is there";
 }
 
-TEST_F(WrittenFiles, AreWhereTheUserHasCachesElsewhere)
+TEST_F(WrittenFiles, FollowTheUsersCacheDirectory)
 {
     WriteStaleTags(5000);
     fs::create_directories(tree / "home/Library/Caches");
@@ -127,7 +127,7 @@ TEST_F(WrittenFiles, AreWhereTheUserHasCachesElsewhere)
                 ElementsAre("cache", "cache/declaration", MatchesRegex("cache/declaration/[0-9a-f]+.order")));
 }
 
-TEST_F(WrittenFiles, AreNoneForSmallTagsFilesAndForNone)
+TEST_F(WrittenFiles, AreAbsentWhenTagsFilesAreSmallOrMissing)
 {
     fs::create_directories(tree / "home/Library/Caches");
     const Files without = Now();

@@ -77,7 +77,7 @@ TEST_F(AutoSuggestTest, Cases)
     EXPECT_EQ(witness.alerts, 0);
 }
 
-TEST_F(AutoSuggestTest, ClosesWhatIsOpenWhereItWouldNotOpen)
+TEST_F(AutoSuggestTest, ClosesAnOpenListWhereItWouldNotOpenOne)
 {
     for (const Case& row : kCases) {
         OpenList();
@@ -104,7 +104,7 @@ TEST_F(AutoSuggestTest, NeverTouchesTheText)
     }
 }
 
-TEST_F(AutoSuggestTest, TwoHundredAreTooMany)
+TEST_F(AutoSuggestTest, ListsFewerThanTwoHundredNames)
 {
     for (const int count : {198, 199, 200, 201, 250, 1200}) {
         UseLocalNames(Numbered("name", count));
@@ -137,7 +137,7 @@ TEST_F(AutoSuggestTest, ListsTheNamesOfBothFilesInTheOrderOfBytes)
     EXPECT_EQ(Shown()->list->selected, 0);
 }
 
-TEST_F(AutoSuggestTest, OpensAtTheSelectionsStart)
+TEST_F(AutoSuggestTest, OpensAtTheStartOfTheSelection)
 {
     UseLocalNames(kStrings);
     LoadNames();
@@ -199,7 +199,7 @@ TEST_F(AutoSuggestTest, ANewListBelongsToTheDocumentOfTheCall)
     EXPECT_EQ(framework.application->toDocuments[0].documentID, 12);
 }
 
-TEST_F(AutoSuggestTest, WhileNamesAreLoadedTheListStaysAsItIs)
+TEST_F(AutoSuggestTest, TheListStaysUnchangedWhileNamesLoad)
 {
     OpenList();
     HoldLocalTags();
@@ -220,7 +220,7 @@ TEST_F(AutoSuggestTest, WhileNamesAreLoadedTheListStaysAsItIs)
     EXPECT_EQ(Candidates(), Lines{"NSStrong"});
 }
 
-TEST_F(AutoSuggestTest, WhileNamesAreLoadedNothingOpens)
+TEST_F(AutoSuggestTest, NothingOpensWhileNamesLoad)
 {
     HoldLocalTags();
     AutoSuggest(kOpening);
@@ -231,7 +231,7 @@ TEST_F(AutoSuggestTest, WhileNamesAreLoadedNothingOpens)
 }
 
 // Whether enough is typed is known without the names.
-TEST_F(AutoSuggestTest, WhileNamesAreLoadedTooFewLettersCloseAllTheSame)
+TEST_F(AutoSuggestTest, TooFewLettersCloseTheListEvenWhileNamesLoad)
 {
     for (const char* typed : {"x = NS|;", "x = |;"}) {
         OpenList();
@@ -244,7 +244,7 @@ TEST_F(AutoSuggestTest, WhileNamesAreLoadedTooFewLettersCloseAllTheSame)
     }
 }
 
-TEST_F(AutoSuggestTest, WithoutAnyTagsTheListStaysAsItIsAndNobodyIsAsked)
+TEST_F(AutoSuggestTest, MissingTagsLeaveTheListOpenAndAskNothing)
 {
     OpenList();
     std::filesystem::remove(folder / "tags");
@@ -270,7 +270,7 @@ TEST_F(AutoSuggestTest, ReadsNoFileOnceTheNamesAreLoaded)
 }
 
 // A vanished file's names go on being offered, as long as there is another file to search.
-TEST_F(AutoSuggestTest, NamesOfAVanishedLocalFileStay)
+TEST_F(AutoSuggestTest, KeepsTheNamesOfAVanishedLocalFile)
 {
     OpenList();
     std::filesystem::remove(folder / "tags");
@@ -282,7 +282,7 @@ TEST_F(AutoSuggestTest, NamesOfAVanishedLocalFileStay)
     EXPECT_EQ(Candidates(), (Lines{"NSString", "NSStringEncoding"})) << "even in a document that never had it";
 }
 
-TEST_F(AutoSuggestTest, AnotherDocumentsTagsAreLoadedAtItsFirstKey)
+TEST_F(AutoSuggestTest, LoadsAnotherDocumentsTagsAtItsFirstKey)
 {
     OpenList();
     const TempDirectory elsewhere;
@@ -296,7 +296,7 @@ TEST_F(AutoSuggestTest, AnotherDocumentsTagsAreLoadedAtItsFirstKey)
 }
 
 // A source that is all but empty and newer than its tags makes lookups have them made anew; typing does not.
-TEST_F(AutoSuggestTest, NeverHasTagsMadeAnew)
+TEST_F(AutoSuggestTest, NeverRebuildsTags)
 {
     UseLocalNames({"NSString"});
     SetTime(folder.Write("a.cpp", ""), NewTime());

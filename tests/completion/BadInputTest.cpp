@@ -32,7 +32,7 @@ std::string RandomBytes(size_t count)
     return bytes;
 }
 
-TEST_F(CompletionBadInput, DamagedTagsFilesGiveWhatIsGoodInThem)
+TEST_F(CompletionBadInput, DamagedTagsFilesStillGiveTheirGoodNames)
 {
     const std::string good = TagsOf({"good", "goods"});
     const Lines both = {"good", "goods"};
@@ -64,7 +64,7 @@ TEST_F(CompletionBadInput, DamagedTagsFilesGiveWhatIsGoodInThem)
     }
 }
 
-TEST_F(CompletionBadInput, DamagedTagsFilesDoTheCommandNoHarm)
+TEST_F(CompletionBadInput, TheCommandSurvivesDamagedTagsFiles)
 {
     const std::string good = TagsOf({"good", "goods"});
     for (const std::string& content : {std::string(3000000, 'x') + "\n" + good, std::string(100000, '\0') + "\n" + good,
@@ -146,7 +146,7 @@ TEST_F(CompletionBadInput, AReloadAtEachKeyStrokeShowsNothingUntilItEnds)
     }
 }
 
-TEST_F(CompletionBadInput, AReloadAtEachKeyStrokeLeavesTheListAsItIs)
+TEST_F(CompletionBadInput, AReloadAtEachKeyStrokeLeavesTheListUnchanged)
 {
     UseLocalNames({"goods", "goodness"});
     LoadNames();
@@ -162,7 +162,7 @@ TEST_F(CompletionBadInput, AReloadAtEachKeyStrokeLeavesTheListAsItIs)
     EXPECT_EQ(Candidates(), Lines{"goodness"});
 }
 
-TEST_F(CompletionBadInput, AChoiceThatComesLateFindsWhatIsThere)
+TEST_F(CompletionBadInput, ALateChoiceCompletesTheTextAsItIsNow)
 {
     UseLocalNames({"goods", "goodness"});
     LoadNames();
@@ -188,7 +188,7 @@ TEST_F(CompletionBadInput, AChoiceThatComesLateFindsWhatIsThere)
     }
 }
 
-TEST_F(CompletionBadInput, AChoiceForADocumentThatIsClosedGoesNowhere)
+TEST_F(CompletionBadInput, AChoiceForAClosedDocumentIsDropped)
 {
     UseLocalNames({"goods", "goodness"});
     LoadNames();
@@ -203,7 +203,7 @@ TEST_F(CompletionBadInput, AChoiceForADocumentThatIsClosedGoesNowhere)
     EXPECT_FALSE(Shown());
 }
 
-TEST_F(CompletionBadInput, BytesFromEightyUpAreShownAndPutInAsTheyAre)
+TEST_F(CompletionBadInput, NonAsciiBytesAreShownAndInsertedUnchanged)
 {
     const Lines names = {"goo", "goo\x80", "goo\xc3\xbc", "goo\xff"};
     UseLocalNames({"goo\xff", "goo", "goo\xc3\xbc", "goo\x80"});
@@ -216,7 +216,7 @@ TEST_F(CompletionBadInput, BytesFromEightyUpAreShownAndPutInAsTheyAre)
     }
 }
 
-TEST_F(CompletionBadInput, WhereNothingIsTypedNothingHappens)
+TEST_F(CompletionBadInput, NothingHappensWhereNothingIsTyped)
 {
     UseLocalNames({"draw"});
     LoadNames();
@@ -250,7 +250,7 @@ TEST_F(CompletionBadInput, NamesOfAnyLengthAreCompletedAsFarAsTheyAreRead)
     }
 }
 
-TEST_F(CompletionBadInput, ASelectorOfMoreThan1024CharactersIsNoPattern)
+TEST_F(CompletionBadInput, ASelectorOfMoreThan1024CharactersIsNotAPattern)
 {
     UseLocalNames({"other"});
     LoadNames();

@@ -50,7 +50,7 @@ TEST_F(CompletionSelectedTest, IsOneUndoableStep)
                                       "Select 10 10"));
 }
 
-TEST_F(CompletionSelectedTest, NothingIsDoneWhereNothingIsTyped)
+TEST_F(CompletionSelectedTest, DoesNothingWhereNothingIsTyped)
 {
     host.SetMarked("x = |;");
     Choose("vector");
@@ -72,7 +72,7 @@ TEST_F(CompletionSelectedTest, AMessageWithoutACompletionDoesNothing)
 }
 
 // It asks nothing of the list, which may be gone by the time that the choice arrives.
-TEST_F(CompletionSelectedTest, NeedsNoListAndLeavesOneAlone)
+TEST_F(CompletionSelectedTest, NeitherNeedsNorClosesAList)
 {
     UseLocalNames({"vector", "vectors"});
     Suggest("vector|");

@@ -28,7 +28,7 @@ TEST_F(CompletionWindowTest, IsABorderedPopUpWithoutATitle)
     EXPECT_EQ(seen.limits[0], 50) << "the least width of one that cannot be resized";
 }
 
-TEST_F(CompletionWindowTest, IsTheOneWindowUntilItIsDestroyed)
+TEST_F(CompletionWindowTest, IsTheGlobalWindowUntilItIsDestroyed)
 {
     EXPECT_EQ(CompletionWindow::gCompletionWindow, nullptr);
     Make();
@@ -41,7 +41,7 @@ TEST_F(CompletionWindowTest, IsTheOneWindowUntilItIsDestroyed)
     EXPECT_EQ(CompletionWindow::gCompletionWindow, nullptr);
 }
 
-TEST_F(CompletionWindowTest, IsColouredByWhoHasTheKeys)
+TEST_F(CompletionWindowTest, ColoursTheSelectionByKeyboardFocus)
 {
     Open({"a"});
     EXPECT_TRUE(IsUnfocused());
@@ -53,7 +53,7 @@ TEST_F(CompletionWindowTest, IsColouredByWhoHasTheKeys)
     }
 }
 
-TEST_F(CompletionWindowTest, IsNotFocusedWhenMade)
+TEST_F(CompletionWindowTest, IsNotFocusedAtFirst)
 {
     Make();
     EXPECT_TRUE(IsUnfocused()) << "the colour is set even before it is shown";
@@ -73,7 +73,7 @@ TEST_F(CompletionWindowTest, AClickGivesItTheKeysAndSelects)
 }
 
 // Only the mouse: keys and whatever else come to the list go past the filter.
-TEST_F(CompletionWindowTest, OnlyAClickFocuses)
+TEST_F(CompletionWindowTest, OnlyAClickSetsTheFocus)
 {
     Open({"a", "b"});
     BMessage key(B_KEY_DOWN);
@@ -86,7 +86,7 @@ TEST_F(CompletionWindowTest, OnlyAClickFocuses)
     EXPECT_TRUE(IsUnfocused());
 }
 
-TEST_F(CompletionWindowTest, ADoubleClickChooses)
+TEST_F(CompletionWindowTest, ADoubleClickChoosesAnEntry)
 {
     Open({"a", "b", "c"});
     ASSERT_TRUE(framework.display.InvokeItem(Seen().number, 1));
@@ -126,7 +126,7 @@ const PickCase kPicks[] = {
     {"nothing in the list", 0, 0, ""},
 };
 
-TEST_F(CompletionWindowTest, APickChoosesWhatIsThereAndElseChangesNothing)
+TEST_F(CompletionWindowTest, APickChoosesAnExistingEntryOnly)
 {
     for (const PickCase& row : kPicks) {
         Open(Numbered("name", row.entries));
@@ -139,7 +139,7 @@ TEST_F(CompletionWindowTest, APickChoosesWhatIsThereAndElseChangesNothing)
 }
 
 // Keys and clicks that come before the window has closed.
-TEST_F(CompletionWindowTest, ChoosesOnceHoweverOftenItIsAsked)
+TEST_F(CompletionWindowTest, ChoosesOnlyOnce)
 {
     Open({"a", "b"});
     ASSERT_TRUE(window->Lock()); // it cannot do anything yet
@@ -176,7 +176,7 @@ TEST_F(CompletionWindowTest, AnEntryWithoutATextIsNotChosen)
     EXPECT_EQ(Sent(), Lines{"ksel 7: a"});
 }
 
-TEST_F(CompletionWindowTest, NothingIsChosenWhenNothingIsSelected)
+TEST_F(CompletionWindowTest, ChoosesNothingWithoutASelection)
 {
     Open({"a", "b"});
     ListedWindow::Of(window)->SelectNone();
@@ -200,7 +200,7 @@ TEST_F(CompletionWindowTest, LeavesOtherMessagesToTheFramework)
     EXPECT_EQ(Sent(), Lines{}) << "closing chooses nothing";
 }
 
-TEST_F(CompletionWindowTest, WhatIsChosenIsTheTextAsItStandsInTheList)
+TEST_F(CompletionWindowTest, TheChoiceIsTheTextShownInTheList)
 {
     for (const char* text : {"std::vector", "initWithFrame:style:", "\xff\xc3\xa9", "     ... more", ""}) {
         Open({text});

@@ -21,20 +21,20 @@ protected:
     }
 };
 
-TEST_F(CompletionsTest, OfNothingAreAll)
+TEST_F(CompletionsTest, AnEmptyPatternGivesAllNames)
 {
     local.WriteTags(TagsOf({"b", "A::a", "setAll:"}));
     system.WriteTags(TagsOf({"c"}));
     EXPECT_EQ(Found(""), (Lines{"b", "A::a", "setAll:", "c"}));
 }
 
-TEST_F(CompletionsTest, AreInTheOrderOfTheFileEachOnce)
+TEST_F(CompletionsTest, KeepTheOrderOfTheFileWithoutDuplicates)
 {
     local.WriteTags(TagsOf({"naa", "B::nab", "A::nab", "B::nab", "naa", "nac", "z"}));
     EXPECT_EQ(Found("na"), (Lines{"naa", "B::nab", "A::nab", "nac"}));
 }
 
-TEST_F(CompletionsTest, ComeWithTheirScopesWhateverThePattern)
+TEST_F(CompletionsTest, IncludeTheirScopesForAnyPattern)
 {
     local.WriteTags(TagsOf({"nameA", "Outer::nameB", "A::Outer::nameC", "Other::nameD"}));
     EXPECT_EQ(Found("nam"), (Lines{"nameA", "Outer::nameB", "A::Outer::nameC", "Other::nameD"}));
@@ -43,7 +43,7 @@ TEST_F(CompletionsTest, ComeWithTheirScopesWhateverThePattern)
     EXPECT_EQ(Found("Nam"), Lines{}) << "case counts";
 }
 
-TEST_F(CompletionsTest, ComeFromTheSystemWhenNothingLocalMatches)
+TEST_F(CompletionsTest, ComeFromTheSystemFileWhenNoLocalNameMatches)
 {
     local.WriteTags(TagsOf({"a", "m", "z"}));
     system.WriteTags(TagsOf({"aa", "nb", "na"}));
@@ -52,7 +52,7 @@ TEST_F(CompletionsTest, ComeFromTheSystemWhenNothingLocalMatches)
 
 // The search goes on in the system's file as it ended in the local one: at the first line that does not match. So what
 // is near hides what is far, unless that begins the file.
-TEST_F(CompletionsTest, OfTheSystemAreHiddenByLocalOnes)
+TEST_F(CompletionsTest, LocalNamesHideSystemNames)
 {
     local.WriteTags(TagsOf({"nc", "z"}));
     system.WriteTags(TagsOf({"a", "na"}));
@@ -62,13 +62,13 @@ TEST_F(CompletionsTest, OfTheSystemAreHiddenByLocalOnes)
 }
 
 // Sorted files are the rule, and reading one to its end at each question would take seconds.
-TEST_F(CompletionsTest, EndAtTheFirstOtherNameBehindAMatch)
+TEST_F(CompletionsTest, EndAtTheFirstDifferentNameAfterAMatch)
 {
     local.WriteTags(TagsOf({"a", "b", "na", "o", "nb"}));
     EXPECT_EQ(Found("n"), Lines{"na"});
 }
 
-TEST_F(CompletionsTest, AreAThousandAtMost)
+TEST_F(CompletionsTest, StopAtAThousand)
 {
     for (const int count : {999, 1000, 1001, 1500}) {
         local.WriteTags(TagsOf(Numbered("name", count)));
@@ -81,7 +81,7 @@ TEST_F(CompletionsTest, AreAThousandAtMost)
     EXPECT_EQ(Found("na").size(), 601u);
 }
 
-TEST_F(CompletionsTest, OfBothFilesTogetherAreAThousandAtMost)
+TEST_F(CompletionsTest, BothFilesTogetherStopAtAThousand)
 {
     local.WriteTags(TagsOf(Numbered("nlocal", 600)));
     system.WriteTags(TagsOf(Numbered("nsystem", 600)));
@@ -91,7 +91,7 @@ TEST_F(CompletionsTest, OfBothFilesTogetherAreAThousandAtMost)
     EXPECT_EQ(found[999], "nsystem399");
 }
 
-TEST_F(CompletionsTest, AreCutWhereTheCallerSays)
+TEST_F(CompletionsTest, StopAtTheCallersLimit)
 {
     local.WriteTags(TagsOf({"na", "nb", "nc"}));
     const BEntry entry = local.Entry();
@@ -106,7 +106,7 @@ TEST_F(CompletionsTest, AreCutWhereTheCallerSays)
     EXPECT_EQ(completions.Size(), 3u) << "the list that searches is another";
 }
 
-TEST_F(CompletionsTest, AreNoneWithoutAFile)
+TEST_F(CompletionsTest, AMissingFileGivesNoNames)
 {
     const BEntry missing((local.directory / "missing").c_str());
     Tags tags(&missing, &missing, "n", false);
@@ -119,7 +119,7 @@ TEST_F(CompletionsTest, AreNoneWithoutAFile)
     EXPECT_EQ(completions.Strings(), Lines{}) << "what was there is forgotten first";
 }
 
-TEST_F(CompletionsTest, OnlyOfSourcesThatAreThere)
+TEST_F(CompletionsTest, NamesOfMissingSourcesAreLeftOut)
 {
     local.WriteTags(TagsOf({"na"}) + TagLine("nb", "gone.cpp", 1, 'f') + TagsOf({"nc"}));
     EXPECT_EQ(Found("n"), (Lines{"na", "nc"}));

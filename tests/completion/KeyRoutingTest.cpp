@@ -133,7 +133,7 @@ Rule Expected(bool focused, char key, int32 modifiers)
     return {kLeft, kUnfocused};
 }
 
-TEST_F(KeyRouting, EveryKeyWithEveryModifierAlone)
+TEST_F(KeyRouting, EveryKeyWithEverySingleModifier)
 {
     Make(); // never shown: what the list would do with the keys is of no interest
     for (const bool before : kBoth)
@@ -164,7 +164,7 @@ TEST_F(KeyRouting, OnlyTheFirstByteOfAKeyCounts)
 }
 
 // A key that is not fully told is nobody's, and changes nothing.
-TEST_F(KeyRouting, AMessageThatIsNoKeyIsLeftAlone)
+TEST_F(KeyRouting, AnIncompleteKeyMessageIsLeftAlone)
 {
     Make();
     BMessage noByte(B_KEY_DOWN);
@@ -185,7 +185,7 @@ TEST_F(KeyRouting, AMessageThatIsNoKeyIsLeftAlone)
         }
 }
 
-TEST_F(KeyRouting, WithoutAWindowNothingIsTaken)
+TEST_F(KeyRouting, NoKeyIsTakenWithoutAWindow)
 {
     ASSERT_EQ(CompletionWindow::gCompletionWindow, nullptr);
     for (const char key : {'\x1f', '\n', ' ', 'a'})
@@ -193,7 +193,7 @@ TEST_F(KeyRouting, WithoutAWindowNothingIsTaken)
     EXPECT_FALSE(Route('.', B_CONTROL_KEY));
 }
 
-TEST_F(KeyRouting, TheMessageThatIsOfferedStaysAsItIs)
+TEST_F(KeyRouting, TheKeyMessageStaysUnchanged)
 {
     Open({"a", "b"});
     const BMessage key = KeyDown("\x1f", 0);
@@ -220,7 +220,7 @@ TEST_F(KeyRouting, TheFirstDownGoesToTheSecondEntry)
     EXPECT_EQ(Sent(), Lines{"ksel 7: a"});
 }
 
-TEST_F(KeyRouting, WhatSaysMoreCanBeWalkedToButNotChosen)
+TEST_F(KeyRouting, TheMoreEntryCanBeSelectedButNotChosen)
 {
     Open(Numbered("name", 201));
     for (int i = 0; i < 205; ++i)

@@ -69,7 +69,7 @@ const Case kCases[] = {
     {"as many as the command finds", 1000, 201, true, 0},
 };
 
-TEST(ListCandidates, Counts)
+TEST(ListCandidates, CountsTheCandidates)
 {
     for (const Fill fill : kFills)
         for (const Case& row : kCases) {
@@ -86,7 +86,7 @@ TEST(ListCandidates, Counts)
 }
 
 // A user who walks down with the arrows comes to it, and sees that there is more.
-TEST(ListCandidates, WhatSaysMoreIsAnItemAsAnyOther)
+TEST(ListCandidates, TheMoreEntryIsAnOrdinaryItem)
 {
     for (const Fill fill : kFills) {
         List list;
@@ -102,7 +102,7 @@ TEST(ListCandidates, WhatSaysMoreIsAnItemAsAnyOther)
     }
 }
 
-TEST(ListCandidates, ShowsNamesAsTheyAre)
+TEST(ListCandidates, ShowsNamesUnchanged)
 {
     const Lines names = {"zebra", "A::b", "initWithFrame:style:", "\xff\xfe", "", "operator ()"};
     List list;
@@ -110,7 +110,7 @@ TEST(ListCandidates, ShowsNamesAsTheyAre)
     EXPECT_EQ(list.Texts(), names) << "in no other order";
 }
 
-TEST(ListCandidates, SelectsTheFirstOfAllWhenSomethingIsThere)
+TEST(ListCandidates, SelectsTheFirstEntry)
 {
     List list;
     list.view.AddItem(new BStringItem("was there before"));

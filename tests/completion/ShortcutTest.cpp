@@ -53,7 +53,7 @@ protected:
     }
 };
 
-TEST_F(Shortcut, IsTheOneThatTheHostHasBound)
+TEST_F(Shortcut, IsTheKeyThatTheHostHasBound)
 {
     for (const Case& row : kCases) {
         Bind(row.boundKey, row.boundModifiers);
@@ -65,7 +65,7 @@ TEST_F(Shortcut, IsTheOneThatTheHostHasBound)
 }
 
 // The host answers a key of 0 then, and no keyboard has that; but no rule excepts it.
-TEST_F(Shortcut, ThatIsNotBoundIsTheKeyZero)
+TEST_F(Shortcut, AnUnboundShortcutIsTheKeyZero)
 {
     Bind(0, 0);
     Make();
@@ -73,7 +73,7 @@ TEST_F(Shortcut, ThatIsNotBoundIsTheKeyZero)
     EXPECT_TRUE(window->IsInvokeShortcutEvent(&zero));
 }
 
-TEST_F(Shortcut, IsThatOfTheCompletionCommandAsTheListOpened)
+TEST_F(Shortcut, IsTheCompletionCommandsKeyAtTheTimeTheListOpened)
 {
     host.shortcuts = {{"SymbolLookup", {'l', 0}}, {"SymbolCompletion", {'k', B_COMMAND_KEY}}};
     Open({"a"});
@@ -92,7 +92,7 @@ TEST_F(Shortcut, BeatsTheKeysThatMoveInTheList)
     EXPECT_EQ(Sent(), Lines{"ksel 7: a"});
 }
 
-TEST_F(Shortcut, ChoosesWhatIsSelected)
+TEST_F(Shortcut, ChoosesTheSelectedEntry)
 {
     Open({"a", "b", "c"});
     Route(B_DOWN_ARROW);
@@ -100,7 +100,7 @@ TEST_F(Shortcut, ChoosesWhatIsSelected)
     EXPECT_EQ(Sent(), Lines{"ksel 7: b"});
 }
 
-TEST_F(Shortcut, IsTheListsOwnKeyAndNotDispatchedFurther)
+TEST_F(Shortcut, IsUsedUpByTheList)
 {
     Bind(B_UP_ARROW, B_CONTROL_KEY);
     Open({"a", "b", "c"});
@@ -110,7 +110,7 @@ TEST_F(Shortcut, IsTheListsOwnKeyAndNotDispatchedFurther)
 }
 
 // Seen where the list stays open: at the entry that says that there are more.
-TEST_F(Shortcut, DoesNotMoveTheSelectionToo)
+TEST_F(Shortcut, DoesNotMoveTheSelection)
 {
     Bind(B_UP_ARROW, B_CONTROL_KEY);
     Open(Numbered("name", 201));
@@ -122,7 +122,7 @@ TEST_F(Shortcut, DoesNotMoveTheSelectionToo)
     EXPECT_EQ(Seen().list->selected, 199) << "as the key alone does";
 }
 
-TEST_F(Shortcut, IsAKeyAsAnyOtherToOtherHandlers)
+TEST_F(Shortcut, IsAnOrdinaryKeyToOtherHandlers)
 {
     Open({"a", "b", "c"});
     SendKey(nullptr, ".", B_CONTROL_KEY);
@@ -132,7 +132,7 @@ TEST_F(Shortcut, IsAKeyAsAnyOtherToOtherHandlers)
     EXPECT_EQ(CompletionWindow::gCompletionWindow, window);
 }
 
-TEST_F(Shortcut, OnlyInAKeyDown)
+TEST_F(Shortcut, CountsInAKeyDownMessageOnly)
 {
     Open({"a", "b", "c"});
     BMessage other = KeyDown(".", B_CONTROL_KEY);
@@ -143,7 +143,7 @@ TEST_F(Shortcut, OnlyInAKeyDown)
     EXPECT_EQ(CompletionWindow::gCompletionWindow, window);
 }
 
-TEST_F(Shortcut, OtherKeysThatReachTheListDoWhatTheyDo)
+TEST_F(Shortcut, OtherKeysKeepTheirEffectInTheList)
 {
     Open({"a", "b", "c"});
     BListView* list = ListedWindow::Of(window)->TheList();

@@ -21,14 +21,14 @@ std::string Common(const Strings& strings)
     return common;
 }
 
-TEST(StringVector, KeepsTheOrderInWhichStringsCameAndEachOnce)
+TEST(StringVector, KeepsInsertionOrderWithoutDuplicates)
 {
     const StringVector vector = Of({"b", "a", "b", "c", "a"});
     EXPECT_EQ(vector.Strings(), (Strings{"b", "a", "c"}));
     EXPECT_EQ(vector.Size(), 3u);
 }
 
-TEST(StringVector, TellsStringsApartByAnyDifference)
+TEST(StringVector, ComparesWholeStrings)
 {
     const Strings strings = {"a", "A", "ab", "", "a ", "\xc3\xa9", "\xe9"};
     EXPECT_EQ(Of(strings).Strings(), strings);
@@ -64,13 +64,13 @@ const CommonCase kCommon[] = {
     {"the last one counts too", {"abc", "abd", "b"}, ""},
 };
 
-TEST(StringVector, CommonSubstringIsACommonBeginning)
+TEST(StringVector, FindsTheCommonPrefix)
 {
     for (const CommonCase& row : kCommon)
         EXPECT_EQ(Common(row.strings), row.common) << row.why;
 }
 
-TEST(StringVector, DumpsALineForEachString)
+TEST(StringVector, DumpsOneLinePerString)
 {
     testing::internal::CaptureStdout();
     Of({"b", "", "a%s"}).Dump();

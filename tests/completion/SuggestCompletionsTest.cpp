@@ -127,7 +127,7 @@ TEST_F(SuggestCompletions, Cases)
     EXPECT_EQ(witness.alerts, 0);
 }
 
-TEST_F(SuggestCompletions, OnceInsertsAndTwiceLists)
+TEST_F(SuggestCompletions, InsertsTheCommonPartFirstAndListsCandidatesNext)
 {
     UseLocalNames({"NSString", "NSStringEncoding"});
     Suggest("x = NSStr|;");
@@ -146,7 +146,7 @@ TEST_F(SuggestCompletions, InsertsAtTheCaretInOneUndoableStep)
     EXPECT_THAT(host.log, ElementsAre("BeginUndo 9 9 Insert symbol completion", "InsertText ing 9", "Select 12 12"));
 }
 
-TEST_F(SuggestCompletions, AnotherScopesCandidateIsChosenAsFromTheList)
+TEST_F(SuggestCompletions, AnotherScopesOnlyCandidateIsInserted)
 {
     UseLocalNames({"std::vector"});
     Suggest("x [[= vec]];");
@@ -212,7 +212,7 @@ TEST_F(SuggestCompletions, TheListBelongsToTheDocumentOfTheCall)
     EXPECT_EQ(framework.application->toDocuments[0].documentID, 12);
 }
 
-TEST_F(SuggestCompletions, ListsTwoHundredAndSaysThatThereAreMore)
+TEST_F(SuggestCompletions, ListsTwoHundredAndAMoreEntry)
 {
     for (const int count : {199, 200, 201, 250, 1200}) {
         UseLocalNames(Numbered("name", count));
@@ -227,7 +227,7 @@ TEST_F(SuggestCompletions, ListsTwoHundredAndSaysThatThereAreMore)
 }
 
 // The candidates behind the thousandth are never looked at, so it is not known that they agree no more.
-TEST_F(SuggestCompletions, AgreesOnWhatTheFirstThousandAgreeOn)
+TEST_F(SuggestCompletions, InsertsTheCommonPartOfTheFirstThousand)
 {
     Lines names = Numbered("name_", 1000);
     names.push_back("nammer");
@@ -236,7 +236,7 @@ TEST_F(SuggestCompletions, AgreesOnWhatTheFirstThousandAgreeOn)
     EXPECT_EQ(host.Marked(), "name_|");
 }
 
-TEST_F(SuggestCompletions, ReadsTheFilesAsTheyAreNow)
+TEST_F(SuggestCompletions, ReadsTheCurrentFiles)
 {
     UseLocalNames({"draw"});
     Suggest("dr|");
@@ -247,7 +247,7 @@ TEST_F(SuggestCompletions, ReadsTheFilesAsTheyAreNow)
     EXPECT_EQ(host.Marked(), "drop|");
 }
 
-TEST_F(SuggestCompletions, UsesTheSystemsTagsAsWell)
+TEST_F(SuggestCompletions, UsesTheSystemTagsAsWell)
 {
     UseSystemNames({"NSString"});
     Suggest("NSStr|");
@@ -258,7 +258,7 @@ TEST_F(SuggestCompletions, UsesTheSystemsTagsAsWell)
     EXPECT_EQ(host.Marked(), "NSStrong|") << "what is near hides what is far";
 }
 
-TEST_F(SuggestCompletions, WithoutAnyTagsOffersToMakeSome)
+TEST_F(SuggestCompletions, OffersToMakeTagsWhenThereAreNone)
 {
     std::filesystem::remove(Home() / "Library/Caches/SystemHeaderTags");
     framework.display.AnswerAlert(0);

@@ -27,7 +27,7 @@ protected:
 };
 
 // The user types on without waiting for the window that has a key of theirs.
-TEST_F(CompletionThreads, TypingWhileTheWindowChooses)
+TEST_F(CompletionThreads, TypingWhileTheWindowChoosesIsSafe)
 {
     UseLocalNames(names);
     LoadNames();
@@ -48,7 +48,7 @@ TEST_F(CompletionThreads, TypingWhileTheWindowChooses)
 }
 
 // What is chosen is an entry of the list as it was before or after.
-TEST_F(CompletionThreads, RefillingWhileAnEntryIsInvoked)
+TEST_F(CompletionThreads, RefillingWhileAnEntryIsInvokedIsSafe)
 {
     UseLocalNames(names);
     LoadNames();
@@ -83,7 +83,7 @@ TEST_F(CompletionThreads, RefillingWhileAnEntryIsInvoked)
 }
 
 // A user who clicks while keys are offered to the list: both change who has the keys.
-TEST_F(CompletionThreads, ClickingWhileKeysAreRouted)
+TEST_F(CompletionThreads, ClickingWhileKeysAreRoutedIsSafe)
 {
     UseLocalNames(names);
     LoadNames();
@@ -110,7 +110,7 @@ TEST_F(CompletionThreads, ClickingWhileKeysAreRouted)
 
 // Tags files change while the user types. Whatever is listed is what one state of the files has, and once they are
 // quiet it is what they have now.
-TEST_F(CompletionThreads, LoadsThatRaceKeyStrokes)
+TEST_F(CompletionThreads, LoadsMayRaceKeyStrokes)
 {
     const Lines before = Numbered("good_before", 40);
     const Lines after = Numbered("good_after", 60);
@@ -150,7 +150,7 @@ TEST_F(CompletionThreads, LoadsThatRaceKeyStrokes)
 }
 
 // The window is being closed by its own choice as the document closes it, fills it or offers it keys.
-TEST_F(CompletionThreads, ClosingFromBothSides)
+TEST_F(CompletionThreads, BothSidesMayCloseTheList)
 {
     UseLocalNames(names);
     LoadNames();

@@ -25,7 +25,7 @@ protected:
     const Lines strings = {"NSStream", "NSString", "NSStringEncoding"};
 };
 
-TEST_F(Typing, WithoutAThreadForTheListTypingGoesOnAndALaterKeyOpensIt)
+TEST_F(Typing, ALaterKeyOpensTheListWhenItsThreadFailedToStart)
 {
     Open("x = |;", strings);
     Complaints complaints;
@@ -41,7 +41,7 @@ TEST_F(Typing, WithoutAThreadForTheListTypingGoesOnAndALaterKeyOpensIt)
     EXPECT_EQ(Candidates(), strings);
 }
 
-TEST_F(Typing, WithoutAThreadForTheNamesTypingGoesOnAndALaterKeyLoadsThem)
+TEST_F(Typing, ALaterKeyLoadsTheNamesWhenTheirThreadFailedToStart)
 {
     UseLocalNames(strings);
     host.SetMarked("x = |;");
@@ -59,7 +59,7 @@ TEST_F(Typing, WithoutAThreadForTheNamesTypingGoesOnAndALaterKeyLoadsThem)
     EXPECT_EQ(host.Marked(), "x = NSStrin|;");
 }
 
-TEST_F(Typing, TheListOpensAtTheThirdLetterAndFollows)
+TEST_F(Typing, TheListOpensAtTheThirdLetterAndIsRefilledByLaterOnes)
 {
     Open("x = |;", strings);
     const struct {
@@ -105,7 +105,7 @@ TEST_F(Typing, TheListClosesOnceTheNameIsTypedInFull)
     EXPECT_FALSE(Shown());
 }
 
-TEST_F(Typing, DownAndEnterChoose)
+TEST_F(Typing, DownAndEnterChooseAnEntry)
 {
     Open("x = |;", strings);
     Type("NSSt");
@@ -116,7 +116,7 @@ TEST_F(Typing, DownAndEnterChoose)
     EXPECT_EQ(Type("\x1f\n"), 0) << "the document has all keys again";
 }
 
-TEST_F(Typing, WithoutDownEnterAndBlankAreTyped)
+TEST_F(Typing, EnterAndBlankAreTypedUnlessTheListHasTheFocus)
 {
     for (const char* key : {"\n", " "}) {
         Open("|", strings);
@@ -128,7 +128,7 @@ TEST_F(Typing, WithoutDownEnterAndBlankAreTyped)
     }
 }
 
-TEST_F(Typing, LettersLeaveTheListAndFillItAnew)
+TEST_F(Typing, LettersLeaveTheListAndRefillIt)
 {
     Open("|", strings);
     Type("NSSt\x1f");
@@ -150,7 +150,7 @@ TEST_F(Typing, EscapeLeavesTheListOpenButNotInIt)
     EXPECT_FALSE(IsFocused());
 }
 
-TEST_F(Typing, BackspaceAndArrowsOfTheTextClose)
+TEST_F(Typing, BackspaceAndLeftArrowCloseTheList)
 {
     for (const char key : {kBackspace, kLeftArrow}) {
         Open("|", strings);
@@ -161,7 +161,7 @@ TEST_F(Typing, BackspaceAndArrowsOfTheTextClose)
     }
 }
 
-TEST_F(Typing, WithCapsLockDownIsTheDocumentsAndCloses)
+TEST_F(Typing, DownWithCapsLockGoesToTheDocumentAndClosesTheList)
 {
     Open("|", strings);
     Type("NSStr");
@@ -184,7 +184,7 @@ TEST_F(Typing, TheShortcutInsertsThenListsThenChooses)
     EXPECT_EQ(Beeps(), 1);
 }
 
-TEST_F(Typing, TheListThatTheCommandOpenedOutlivesItsOwnEdit)
+TEST_F(Typing, TheCommandsListSurvivesTheCommandsOwnEdit)
 {
     Open("x = NSStr|;", strings);
     PressShortcut(); // its own 208 comes behind it
@@ -195,7 +195,7 @@ TEST_F(Typing, TheListThatTheCommandOpenedOutlivesItsOwnEdit)
 }
 
 // The editor may tell of the command's edit while the command is still at it.
-TEST_F(Typing, TheCommandsEditIsMarkedFromItsBeginning)
+TEST_F(Typing, TheCommandMarksItsEditBeforeItStarts)
 {
     struct TellingHost : FakeHost {
         void InsertText(const char* inserted, long length, long offset) override
@@ -226,7 +226,7 @@ TEST_F(Typing, ChoosesFromTheListOfTypingWithTheShortcut)
     EXPECT_EQ(host.Marked(), "x = NSString|;");
 }
 
-TEST_F(Typing, ADoubleClickChooses)
+TEST_F(Typing, ADoubleClickChoosesAnEntry)
 {
     Open("x = |;", strings);
     Type("NSSt");
@@ -254,7 +254,7 @@ TEST_F(Typing, ChoosesOneOfAScopesNames)
     EXPECT_EQ(host.Marked(), "Outer::name|");
 }
 
-TEST_F(Typing, ASelectorIsCompletedPieceByPiece)
+TEST_F(Typing, ASelectorIsCompletedPartByPart)
 {
     Open("[a |];", {"initWith:and:or:", "initWith:but:"});
     Type("ini");
@@ -269,7 +269,7 @@ TEST_F(Typing, ASelectorIsCompletedPieceByPiece)
     EXPECT_EQ(Undos(), 1);
 }
 
-TEST_F(Typing, WithTheSettingOffNothingOpensAndNothingCloses)
+TEST_F(Typing, NothingOpensOrClosesWithTheSettingOff)
 {
     Open("|", strings);
     CompleteWhileTyping(false);
@@ -282,7 +282,7 @@ TEST_F(Typing, WithTheSettingOffNothingOpensAndNothingCloses)
     EXPECT_EQ(Type("\x1f"), 1) << "and takes its keys";
 }
 
-TEST_F(Typing, WhileMoreKeysWaitNothingIsAsked)
+TEST_F(Typing, TheListIsNotRefilledWhileMoreKeysWait)
 {
     Open("|", strings);
     Type("NSSt");
@@ -294,7 +294,7 @@ TEST_F(Typing, WhileMoreKeysWaitNothingIsAsked)
     EXPECT_EQ(Candidates(), (Lines{"NSString", "NSStringEncoding"}));
 }
 
-TEST_F(Typing, LeavingTheDocumentCloses)
+TEST_F(Typing, LeavingTheDocumentClosesTheList)
 {
     for (const long event : {209L, 301L, 308L, 309L}) {
         Open("|", strings);
@@ -306,7 +306,7 @@ TEST_F(Typing, LeavingTheDocumentCloses)
     }
 }
 
-TEST_F(Typing, AKeyThatTheListDidNotWantComesBackAndCloses)
+TEST_F(Typing, AKeyThatTheListReturnsClosesIt)
 {
     Open("|", strings);
     Type("NSSt");

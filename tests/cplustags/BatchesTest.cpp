@@ -66,7 +66,7 @@ protected:
     std::string tags; // as they come when each file is tagged by itself
 };
 
-TEST_F(Batches, GiveTheSameTags)
+TEST_F(Batches, GiveTheSameTagsAsSingleFiles)
 {
     const ProgramRun run = Make("");
     EXPECT_EQ(run.status, 0) << run.errors;
@@ -75,7 +75,7 @@ TEST_F(Batches, GiveTheSameTags)
     EXPECT_EQ(work.Tags().size(), kSources + 2u * kSources / 100) << "an interface and a method in each of some";
 }
 
-TEST_F(Batches, ThatCrashAreTaggedFileByFile)
+TEST_F(Batches, AreRetriedFileByFileAfterACrash)
 {
     const ProgramRun run = Make("[ $kind = files ] || kill -SEGV $$\n");
     EXPECT_EQ(run.status, 0);
@@ -83,7 +83,7 @@ TEST_F(Batches, ThatCrashAreTaggedFileByFile)
     EXPECT_TRUE(work.Content("tags") == tags);
 }
 
-TEST_F(Batches, ThatHangAreTaggedFileByFile)
+TEST_F(Batches, AreRetriedFileByFileAfterAHang)
 {
     work.environment["CPLUSTAGS_TIME_LIMIT"] = "1";
     EXPECT_EQ(Make("[ $kind = files ] || kill -STOP $$\n").errors, "");

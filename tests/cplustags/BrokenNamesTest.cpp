@@ -19,9 +19,9 @@ namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
 // A tree, and files of the user's that must not be tagged: beside it, and in the directory where the tags are made.
-class BrokenNamesOfATree : public testing::Test {
+class NamesWithLineBreaks : public testing::Test {
 protected:
-    BrokenNamesOfATree()
+    NamesWithLineBreaks()
     {
         directory.Write("home/secret.h", "");
         directory.Write("home/below/secret.h", "");
@@ -81,7 +81,7 @@ protected:
     const TempDirectory directory;
 };
 
-TEST_F(BrokenNamesOfATree, LeadNowhereElse)
+TEST_F(NamesWithLineBreaks, NeverLeadOutOfTheTree)
 {
     const std::string home = directory / "home";
     const std::string tree = directory / "tree";
@@ -133,7 +133,7 @@ TEST_F(BrokenNamesOfATree, LeadNowhereElse)
 }
 
 // The name need not be that of a file: "find" prints whatever is called like one.
-TEST_F(BrokenNamesOfATree, NeedNotBeThoseOfFiles)
+TEST_F(NamesWithLineBreaks, AreReadWhetherOrNotTheyNameFiles)
 {
     const std::string name = "x.h\n" + directory / "home/secret.h";
     fs::create_directories(fs::path(InTree(name)).parent_path());
@@ -152,7 +152,7 @@ TEST_F(BrokenNamesOfATree, NeedNotBeThoseOfFiles)
 }
 
 // Such names can be made and printed, though no program can open them by their paths.
-TEST_F(BrokenNamesOfATree, MayBeLongerThanAnyPath)
+TEST_F(NamesWithLineBreaks, MayBeLongerThanAnyPath)
 {
     const std::string part(250, 'd');
     int level = ::open((directory / "tree").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
@@ -181,7 +181,7 @@ TEST_F(BrokenNamesOfATree, MayBeLongerThanAnyPath)
     EXPECT_EQ(RunProgram({"/bin/rm", "-rf", directory / "tree"}, "/").status, 0);
 }
 
-TEST_F(BrokenNamesOfATree, StartInTheTreesOwnName)
+TEST_F(NamesWithLineBreaks, MayBeginInTheTreesOwnName)
 {
     for (const char* kind : {"nothing", "a file", "a directory"}) {
         const TempDirectory other;
@@ -214,7 +214,7 @@ TEST_F(BrokenNamesOfATree, StartInTheTreesOwnName)
     }
 }
 
-TEST_F(BrokenNamesOfATree, AreTaggedWhereTheyCanBe)
+TEST_F(NamesWithLineBreaks, AreTaggedWherePossible)
 {
     for (const char* leaf :
          {"odd\nname.h", "very\n\nodd\n\n\nname.h", "dir\nectory/b.h", "dir\nectory/more/c.h", "dir.h/d.h"})
@@ -225,7 +225,7 @@ TEST_F(BrokenNamesOfATree, AreTaggedWhereTheyCanBe)
 }
 
 // In lists of names that have no line breaks, every file is tagged wherever it is.
-TEST_F(BrokenNamesOfATree, AreNotSeenWhereThereAreNone)
+TEST_F(NamesWithLineBreaks, AreNotSeenInListsOfOrdinaryNames)
 {
     const std::string tree = directory / "tree";
     const std::string home = directory / "home";

@@ -103,7 +103,7 @@ TEST(CtagsOutput, Cases)
         EXPECT_EQ(Read(row.output), row.tags) << row.why;
 }
 
-TEST(CtagsOutput, EnumeratorsStandWhereTheyCanBeUsed)
+TEST(CtagsOutput, EnumeratorsGetTheScopeWhereTheyAreVisible)
 {
     EXPECT_EQ(TagsOf("a.cpp", "enum Plain { kOne };\n"
                               "enum class Scoped { kTwo };\n"
@@ -117,7 +117,7 @@ TEST(CtagsOutput, EnumeratorsStandWhereTheyCanBeUsed)
                      "U 5 u", "kSeven 5 e union:U", "kEight 6 e"}));
 }
 
-TEST(CtagsOutput, WhatIsInFunctionsHasNoScopeOfTheirs)
+TEST(CtagsOutput, LocalSymbolsDoNotGetTheirFunctionAsScope)
 {
     EXPECT_EQ(
         TagsOf("a.cpp", "void f() { struct Local { int m; enum { kOne }; }; enum { kTwo }; }\n"
@@ -127,7 +127,7 @@ TEST(CtagsOutput, WhatIsInFunctionsHasNoScopeOfTheirs)
                "E 2 g", "kThree 2 e", "S 2 g", "kFour 2 e class:C::g::S", "kFive 3 e", "h 3 v"}));
 }
 
-TEST(CtagsOutput, OfUnnamedNamespacesIsThatOfThoseAround)
+TEST(CtagsOutput, UnnamedNamespacesAreLeftOutOfScopes)
 {
     EXPECT_EQ(TagsOf("a.cpp", "namespace n { namespace { struct S { enum { kOne }; int m; }; enum { kTwo };\n"
                               "enum class Scoped { kThree }; } }\n"),
@@ -135,14 +135,14 @@ TEST(CtagsOutput, OfUnnamedNamespacesIsThatOfThoseAround)
                      "Scoped 2 g namespace:n", "kThree 2 e class:n::Scoped"}));
 }
 
-TEST(CtagsOutput, OfOtherLanguagesHasNamesAsTheyAreWritten)
+TEST(CtagsOutput, OtherLanguagesKeepTheirNamesUnchanged)
 {
     EXPECT_EQ(TagsOf("a.php", "<?php\nnamespace A\\B;\nclass C { function f() {} }\n"),
               (Lines{"A\\B 2 n", "C 3 c namespace:A\\B", "f 3 f class:A\\B\\C"}));
     EXPECT_EQ(TagsOf("a.md", "# one\ttwo\n# !three\n# four\n"), Lines{"four 3 c"});
 }
 
-TEST(CtagsOutput, OfCHasItsStructs)
+TEST(CtagsOutput, CKeepsNestedStructs)
 {
     EXPECT_EQ(TagsOf("a.c", "struct Outer { struct Inner { int deep; } inner; };\n"
                             "typedef struct { int lost; } Named;\n"
@@ -152,7 +152,7 @@ TEST(CtagsOutput, OfCHasItsStructs)
                      "lost 2 m", "Named 2 t", "proto 3 p", "MACRO 4 d"}));
 }
 
-TEST(CtagsOutput, OfHeadersHasPrototypesAndMembers)
+TEST(CtagsOutput, HeadersGetPrototypesAndMembers)
 {
     EXPECT_EQ(TagsOf("a.h", "namespace { int hidden(); }\n"
                             "namespace a::b { template <class T> struct S { void f() const; static int x; }; }\n"
@@ -162,7 +162,7 @@ TEST(CtagsOutput, OfHeadersHasPrototypesAndMembers)
 }
 
 // Whatever a ctags that dies, or is none, may write.
-TEST(CtagsOutput, MayBeDamagedAnywhere)
+TEST(CtagsOutput, DamageAnywhereIsHarmless)
 {
     std::string all;
     for (const Case& row : kCases)
@@ -181,7 +181,7 @@ TEST(CtagsOutput, MayBeDamagedAnywhere)
     }
 }
 
-TEST(CtagsOutput, MayHaveScopesOfAnyLengthAndDepth)
+TEST(CtagsOutput, ScopesOfAnyLengthAndDepthAreRead)
 {
     std::string scope = "A";
     for (int depth = 0; depth < 100000; ++depth)

@@ -61,7 +61,7 @@ protected:
     Workspace work;
 };
 
-TEST_F(CtagsProcesses, AMissingOneIsNamedWithItsPackage)
+TEST_F(CtagsProcesses, MissingCtagsIsReportedWithItsPackage)
 {
     fs::create_directory(work / "empty");
     work.environment["PATH"] = work / "empty";
@@ -70,7 +70,7 @@ TEST_F(CtagsProcesses, AMissingOneIsNamedWithItsPackage)
     EXPECT_NE(run.errors.find("sudo apt install universal-ctags"), std::string::npos) << run.errors;
 }
 
-TEST_F(CtagsProcesses, TheOneChosenMustBeAProgram)
+TEST_F(CtagsProcesses, TheChosenCtagsMustBeAProgram)
 {
     work.Write("text", "no program");
     for (const char* chosen : {"/none/ctags", "none", "./text", "/"}) {
@@ -79,7 +79,7 @@ TEST_F(CtagsProcesses, TheOneChosenMustBeAProgram)
     }
 }
 
-TEST_F(CtagsProcesses, TheOneChosenMayBeRelative)
+TEST_F(CtagsProcesses, TheChosenCtagsMayBeRelative)
 {
     work.UseStandIn("");
     work.environment["CPLUSTAGS_CTAGS"] = "stand-in/ctags";
@@ -88,7 +88,7 @@ TEST_F(CtagsProcesses, TheOneChosenMayBeRelative)
     EXPECT_EQ(work.Tags("out/tags"), Words{"in_s s.c 1;\" f"});
 }
 
-TEST_F(CtagsProcesses, APlainCtagsWillDoWhenItIsUniversal)
+TEST_F(CtagsProcesses, APlainCtagsIsUsedWhenItIsUniversal)
 {
     const std::string standIn = StandInForCtags("");
     const std::string afterShell = standIn.substr(standIn.find('\n') + 1);
@@ -131,7 +131,7 @@ TEST_F(CtagsProcesses, ACrashInTheMiddleOfALineLosesNothingElse)
     EXPECT_EQ(work.Tags(), TagsOf({"a.c", "z.c"}));
 }
 
-TEST_F(CtagsProcesses, AfterACrashOldTagsOfTheFileStay)
+TEST_F(CtagsProcesses, OldTagsOfAFileStayAfterACrash)
 {
     work.UseStandIn("");
     const Words sources = Sources({"a.c", "crash.c"});
@@ -152,7 +152,7 @@ TEST_F(CtagsProcesses, CrashesOnAllFilesAreAFailure)
 }
 
 // The limit is what a loaded machine needs for the other files.
-TEST_F(CtagsProcesses, AHangCostsOneFileAndEndsWhatCtagsHadStarted)
+TEST_F(CtagsProcesses, AHangCostsOneFileAndEndsTheChildrenOfCtags)
 {
     const Fifo pids;
     const Fifo forever;
@@ -173,7 +173,7 @@ TEST_F(CtagsProcesses, AHangCostsOneFileAndEndsWhatCtagsHadStarted)
     ::close(end);
 }
 
-TEST_F(CtagsProcesses, AnotherFailureIsAFailureOfAll)
+TEST_F(CtagsProcesses, AnyOtherFailureFailsTheRun)
 {
     const struct {
         const char* why;
@@ -195,7 +195,7 @@ TEST_F(CtagsProcesses, AnotherFailureIsAFailureOfAll)
     }
 }
 
-TEST_F(CtagsProcesses, WhatItComplainsOfIsShownOnlyWhenItFails)
+TEST_F(CtagsProcesses, ComplaintsOfCtagsAreShownOnlyWhenItFails)
 {
     work.UseStandIn("*) echo \"warning: $name\" >&2;;\n");
     const ProgramRun run = work.Run(Sources({"a.c", "b.c"}));
@@ -203,7 +203,7 @@ TEST_F(CtagsProcesses, WhatItComplainsOfIsShownOnlyWhenItFails)
     EXPECT_EQ(run.errors, "");
 }
 
-TEST_F(CtagsProcesses, ComplaintsWithoutEndDoNotStopIt)
+TEST_F(CtagsProcesses, EndlessComplaintsDoNotStopCtags)
 {
     // More than a pipe holds; the end of it is what is shown.
     work.UseStandIn("*a.c) i=0; while [ $i -lt 20000 ]; do echo 0123456789; i=$((i+1)); done >&2;;\n"
@@ -244,7 +244,7 @@ TEST_F(CtagsProcesses, SeveralRunSideBySideWhenThereIsEnoughToDo)
     EXPECT_EQ(work.Tags(), TagsOf(sources));
 }
 
-TEST_F(CtagsProcesses, SmallJobsUseOne)
+TEST_F(CtagsProcesses, SmallJobsUseOneProcess)
 {
     work.UseStandIn("*) if [ -z \"$started\" ]; then started=yes; echo >>'" + work / "starts" + "'; fi;;\n");
     work.environment["CPLUSTAGS_JOBS"] = "8";
@@ -252,7 +252,7 @@ TEST_F(CtagsProcesses, SmallJobsUseOne)
     EXPECT_EQ(work.Content("starts"), "\n");
 }
 
-TEST_F(CtagsProcesses, TheirTemporaryFilesAreNotLeftWhereverTheyPutThem)
+TEST_F(CtagsProcesses, TemporaryFilesOfCtagsAreRemoved)
 {
     work.UseStandIn("*) echo half >\"$TMPDIR/tags.$$\"; echo \"$TMPDIR\" >'" + work / "place" + "';;\n");
     EXPECT_EQ(work.Run(Sources({"a.c"})).status, 0);
@@ -302,7 +302,7 @@ TEST_F(Interrupts, LeaveTheOldFileAndNoLitter)
     }
 }
 
-TEST_F(Interrupts, AreIgnoredWhenTheyWereFromTheStart)
+TEST_F(Interrupts, AreIgnoredIfTheyWereIgnoredAtTheStart)
 {
     const ProgramRun run = Interrupt(SIGHUP, {"/usr/bin/nohup"});
     EXPECT_EQ(run.status, 0) << run.errors;

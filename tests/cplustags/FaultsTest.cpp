@@ -166,7 +166,7 @@ TEST(Faults, AFullDiskLeavesTheOldFile)
     EXPECT_NE(run.errors.find("No space left on device"), std::string::npos) << run.errors;
 }
 
-TEST(Faults, WithoutFilesLeftInMemoryTemporariesAreBesideTheTagsFile)
+TEST(Faults, TemporariesGoBesideTheTagsFileWhenMemoryHasNoRoom)
 {
     const Project project(40);
     // With each number of files another step would be the first to fail.
@@ -199,7 +199,7 @@ TEST(Faults, AFileThatMayNotGrowLeavesTheOldFile)
     EXPECT_EQ(project.Litter(), Texts{});
 }
 
-TEST(Faults, WithoutAReaderOfItsOutputItEndsAsShellsExpect)
+TEST(Faults, TheProgramEndsAsShellsExpectWhenItsOutputIsClosed)
 {
     const Project project(60);
     fs::create_directory(project.directory / "scratch");

@@ -106,14 +106,14 @@ TEST(FileList, GivesTheFilesOfTheCommandLineThenThoseOfTheList)
     EXPECT_TRUE(listing.hasNames);
 }
 
-TEST(FileList, GivesAFileOnceHoweverItIsNamed)
+TEST(FileList, GivesAFileOnceUnderAllItsNames)
 {
     const TempDirectory directory;
     directory.Write("a.c", "");
     EXPECT_EQ(List(directory, {"a.c"}, "./a.c\na.c\n" + directory / "a.c\n").paths, Names{"a.c"});
 }
 
-TEST(FileList, PassesOverWhatIsNoFile)
+TEST(FileList, SkipsEntriesThatAreNotFiles)
 {
     const TempDirectory directory;
     directory.Write("d.h/a.c", "");
@@ -125,7 +125,7 @@ TEST(FileList, PassesOverWhatIsNoFile)
     EXPECT_EQ(listing.missing + listing.unreadable, 0u);
 }
 
-TEST(FileList, ReportsWhatCannotBeRead)
+TEST(FileList, ReportsMissingFiles)
 {
     const TempDirectory directory;
     directory.Write("a.c", "");
@@ -141,7 +141,7 @@ TEST(FileList, ReportsWhatCannotBeRead)
                                 "cplustags: cannot read a.c\\x00b.c: No such file or directory\n");
 }
 
-TEST(FileList, ReportsWhatMayNotBeRead)
+TEST(FileList, ReportsUnreadableFiles)
 {
     const TempDirectory directory;
     fs::permissions(directory.Write("secret.c", ""), fs::perms::none);
@@ -151,7 +151,7 @@ TEST(FileList, ReportsWhatMayNotBeRead)
     EXPECT_EQ(listing.messages, "cplustags: cannot read secret.c: Permission denied\n");
 }
 
-TEST(FileList, PutsNamesWithLineBreaksTogether)
+TEST(FileList, JoinsTheLinesOfANameWithLineBreaks)
 {
     const TempDirectory directory;
     for (const char* name : {"a.c", "odd\nname.c", "very\n\nodd\n\n\nname.c", "dir\nectory/b.c", "dir/c.c", "z.c"})
@@ -217,7 +217,7 @@ TEST(FileList, GivesFilesWhileTheListIsBeingWritten)
     EXPECT_FALSE(files.Next(path));
 }
 
-TEST(FileList, EndsWhenItIsNotToGoOn)
+TEST(FileList, EndsWhenItIsCancelled)
 {
     const TempDirectory directory;
     Pipe names; // nobody writes, and nobody closes

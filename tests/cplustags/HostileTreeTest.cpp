@@ -61,7 +61,7 @@ const Meant kMeant[] = {
     {"a text", "alias ls='ls -l'\n", false},
 };
 
-TEST_F(HostileTree, NothingIsWrittenThroughALinkInATemporarysPlace)
+TEST_F(HostileTree, NothingIsWrittenThroughALinkInPlaceOfATemporary)
 {
     for (const Meant& meant : kMeant) {
         const std::string file = work / "home/.bash_aliases";
@@ -103,7 +103,7 @@ TEST_F(HostileTree, ALinkIsRefusedBeforeAnyWorkIsDone)
         }
 }
 
-TEST_F(HostileTree, ALinkIsFollowedWhenThatIsSaid)
+TEST_F(HostileTree, ALinkIsFollowedOnRequest)
 {
     for (const Meant& meant : kMeant) {
         fs::remove(work / "home/file");
@@ -150,7 +150,7 @@ void MakeSocket(const std::string& path)
     ::close(socket);
 }
 
-TEST_F(HostileTree, WhatIsNoFileIsRefusedByNameAndNotWaitedFor)
+TEST_F(HostileTree, NonFilesAreRefusedByNameWithoutWaiting)
 {
     ASSERT_EQ(::mkfifo((work / "tree/pipe").c_str(), 0600), 0);
     MakeSocket(work / "tree/socket");
@@ -171,7 +171,7 @@ TEST_F(HostileTree, WhatIsNoFileIsRefusedByNameAndNotWaitedFor)
     EXPECT_EQ(work.Leaves("tree"), (Words{"a.c", "directory", "pipe", "socket", "x"}));
 }
 
-TEST_F(HostileTree, OtherNamesOfTheOldTagsFileKeepWhatTheyHave)
+TEST_F(HostileTree, OtherHardLinksOfTheOldTagsFileKeepTheirContent)
 {
     const std::string old = "old\told.c\t1;\"\tf\n";
     for (const char* option : {"--append=no", "--append=yes"}) {
@@ -187,7 +187,7 @@ TEST_F(HostileTree, OtherNamesOfTheOldTagsFileKeepWhatTheyHave)
 
 constexpr off_t kTerabyte = 1ll << 40;
 
-TEST_F(HostileTree, AFileOfHolesIsNotReadToItsEnd)
+TEST_F(HostileTree, ASparseSourceIsNotReadToItsEnd)
 {
     ASSERT_EQ(::truncate(work.Write("tree/holes.c", "int b;\n").c_str(), kTerabyte), 0);
     const ProgramRun run = work.Run({"-f", "tree/tags", "tree/holes.c", "tree/a.c"});
@@ -196,7 +196,7 @@ TEST_F(HostileTree, AFileOfHolesIsNotReadToItsEnd)
     EXPECT_EQ(work.Tags("tree/tags"), Words{"a a.c 1;\" v"});
 }
 
-TEST_F(HostileTree, AnOldTagsFileOfHolesIsNotReadToItsEnd)
+TEST_F(HostileTree, ASparseOldTagsFileIsNotReadToItsEnd)
 {
     const std::string tags = work.Write("tree/tags", "old\told.c\t1;\"\tf\n");
     ASSERT_EQ(::truncate(tags.c_str(), kTerabyte), 0);
@@ -209,7 +209,7 @@ TEST_F(HostileTree, AnOldTagsFileOfHolesIsNotReadToItsEnd)
 }
 
 // In the directory of the tags file, where ctags runs, in the current one, and where the user's own would be.
-TEST_F(HostileTree, ItsOptionFilesAreNotRead)
+TEST_F(HostileTree, OptionFilesOfTheTreeAreNotRead)
 {
     const std::string options = "--exclude=*\n--langmap=C:.none\n-f " + work / "home/written" + "\n--no-such-option\n";
     for (const char* file : {".ctags.d/a.ctags", "ctags.d/a.ctags", ".ctags", "ctags", ".config/ctags/a.ctags"})
@@ -232,7 +232,7 @@ TEST_F(HostileTree, ItsOptionFilesAreNotRead)
     EXPECT_EQ(work.Leaves("home"), Words{});
 }
 
-TEST_F(HostileTree, ItsNamesGiveNoCommandsToATerminal)
+TEST_F(HostileTree, FileNamesPassNoControlCharactersToATerminal)
 {
     const std::string name = "tree/\x1b[2J\xc2\x9bK\x9bK";
     const std::string shown = "tree/\\x1b[2J\\xc2\\x9bK\\x9bK";

@@ -32,7 +32,7 @@ TEST(IgnoredMacros, Cases)
         EXPECT_EQ(IgnoredMacros(c.list), c.macros) << c.why;
 }
 
-TEST(IgnoredMacros, MayBeInAFile)
+TEST(IgnoredMacros, CanBeReadFromAFile)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("macros", "A\nB+\n");
@@ -40,7 +40,7 @@ TEST(IgnoredMacros, MayBeInAFile)
     EXPECT_EQ(IgnoredMacros("@" + file), (Macros{"A", "B+"}));
 }
 
-TEST(ListForCtags, NamesItsFileFromAnywhere)
+TEST(ListForCtags, MakesTheFileOfMacrosAbsolute)
 {
     EXPECT_EQ(ListForCtags("A,B", "/d"), "A,B");
     EXPECT_EQ(ListForCtags("@macros", "/d"), "@/d/macros");

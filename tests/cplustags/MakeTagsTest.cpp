@@ -19,7 +19,7 @@ namespace {
 namespace fs = std::filesystem;
 using Words = Workspace::Words;
 
-TEST(MakeTags, OfCAndCplusplus)
+TEST(MakeTags, TagsCAndCplusplus)
 {
     const Workspace work;
     work.Write("a.c", "int f(void) { return 1; }\nint g(void);\n");
@@ -35,7 +35,7 @@ TEST(MakeTags, OfCAndCplusplus)
     EXPECT_EQ(work.Pseudo("CPLUSTAGS_TAGS"), "5");
 }
 
-TEST(MakeTags, TellsReadersThatTheNamesAreInOrder)
+TEST(MakeTags, DeclaresTheFileSorted)
 {
     const Workspace work;
     work.Write("a.c", "int f(void) { return 1; }\n");
@@ -67,7 +67,7 @@ TEST(MakeTags, TellsReadersThatTheNamesAreInOrder)
     EXPECT_EQ(work.Pseudo("CPLUSTAGS_SORTED"), SortedClaimValue(0)) << "no size that a file has";
 }
 
-TEST(MakeTags, WithPrototypesOfCAndCplusplus)
+TEST(MakeTags, TagsPrototypesOnRequest)
 {
     const Workspace work;
     work.Write("a.c", "int f(void);\n");
@@ -76,7 +76,7 @@ TEST(MakeTags, WithPrototypesOfCAndCplusplus)
     EXPECT_EQ(work.Tags(), (Words{"f a.c 1;\" p", "g b.h 1;\" p"})) << "headers are C++";
 }
 
-TEST(MakeTags, OfObjectiveC)
+TEST(MakeTags, TagsObjectiveC)
 {
     const Workspace work;
     work.Write("V.h", "#include <a.h>\n  @interface V : NSObject\n- (void) draw: (int) x\n  at: (int) y;\n"
@@ -107,7 +107,7 @@ TEST(MakeTags, IgnoresMacrosEverywhere)
     }
 }
 
-TEST(MakeTags, TakesAllForOneLanguage)
+TEST(MakeTags, CanForceOneLanguage)
 {
     const Workspace work;
     work.Write("vector", "namespace std { class vector {}; }\n");
@@ -134,7 +134,7 @@ TEST(MakeTags, ALanguageThatCtagsDoesNotKnowIsAFailure)
     EXPECT_EQ(work.Leaves(), Words{"a.c"});
 }
 
-TEST(MakeTags, NeverTakesAnMFileForMatLab)
+TEST(MakeTags, NeverReadsAnMFileAsMatLab)
 {
     const Workspace work;
     work.Write("a.m", "% function x = y\nfunction z = w(v)\nint c_function(void) { return 1; }\n");
@@ -143,7 +143,7 @@ TEST(MakeTags, NeverTakesAnMFileForMatLab)
         EXPECT_NE(line.find("c_function"), std::string::npos) << line;
 }
 
-TEST(MakeTags, LeavesTheUsersOwnCtagsOptionsAside)
+TEST(MakeTags, IgnoresTheUsersOwnCtagsOptions)
 {
     Workspace work;
     work.Write("a.c", "int f;\n");
@@ -163,7 +163,7 @@ TEST(MakeTags, FilesAreNamedFromTheDirectoryOfTheTagsFile)
     EXPECT_EQ(work.Tags("p/tags"), (Words{"a s/a.c 1;\" v", "b " + work / "q/b.c" + " 1;\" v"}));
 }
 
-TEST(MakeTags, StandardOutputIsNamedDash)
+TEST(MakeTags, ADashWritesToStandardOutput)
 {
     const Workspace work;
     work.Write("a.c", "int a;\n");
@@ -217,7 +217,7 @@ TEST(MakeTags, ListsThatNameOnlyDirectoriesAreEmpty)
     EXPECT_EQ(work.Tags(), Words{});
 }
 
-TEST(MakeTags, WhenNothingCouldBeReadTheOldFileStays)
+TEST(MakeTags, TheOldFileStaysWhenNoSourceCouldBeRead)
 {
     const Workspace work;
     work.Write("tags", "old\told.c\t1;\"\tf\n");
@@ -227,7 +227,7 @@ TEST(MakeTags, WhenNothingCouldBeReadTheOldFileStays)
     EXPECT_EQ(work.Content("tags"), "old\told.c\t1;\"\tf\n");
 }
 
-TEST(MakeTags, WhatCannotBeReadIsReportedAndTheRestIsTagged)
+TEST(MakeTags, UnreadableSourcesAreReportedAndTheRestIsTagged)
 {
     const Workspace work;
     work.Write("a.c", "int a;\n");
@@ -265,7 +265,7 @@ TEST(MakeTags, ForeignFilesAreNotOverwritten)
     EXPECT_EQ(work.Leaves(), (Words{"a.c", "letter.txt"}));
 }
 
-TEST(MakeTags, ATargetInNoDirectoryIsAFailure)
+TEST(MakeTags, ATargetInAMissingDirectoryIsAFailure)
 {
     const Workspace work;
     work.Write("a.c", "int a;\n");
@@ -291,7 +291,7 @@ std::vector<std::string> Found(const std::string& tagsFile)
     return found;
 }
 
-TEST(MakeTags, NamesOfAnyBytesAreReadBack)
+TEST(MakeTags, FileNamesOfAnyBytesAreReadBack)
 {
     const Workspace work;
     const Words leaves = {"a b.c",         "back\\slash.c", "-dash.c", "quo'te\".c", "$(touch pwned).c",
@@ -311,7 +311,7 @@ TEST(MakeTags, NamesOfAnyBytesAreReadBack)
     EXPECT_FALSE(fs::exists(work / "pwned"));
 }
 
-TEST(MakeTags, DirectoriesOfAnyNameHaveTagsFiles)
+TEST(MakeTags, DirectoriesOfAnyNameGetTagsFiles)
 {
     const Workspace work;
     for (const char* directory : {"new\nline", "tab\there", "return\rhere", "trailing ", "\xff"}) {
@@ -325,7 +325,7 @@ TEST(MakeTags, DirectoriesOfAnyNameHaveTagsFiles)
     }
 }
 
-TEST(MakeTags, NamesThatNoLineCanHoldAreLeftOut)
+TEST(MakeTags, FileNamesThatDoNotFitALineAreLeftOut)
 {
     const Workspace work;
     work.Write("tab\there.c", "int a;\n");
@@ -351,7 +351,7 @@ TEST(MakeTags, TagsThatAreTooLongAreLeftOutAndCounted)
     EXPECT_NE(run.errors.find("; 1 tag too long\n"), std::string::npos) << run.errors;
 }
 
-TEST(MakeTags, TagsThatAreTooLongAreSaidOnceWithTheirFiles)
+TEST(MakeTags, TagsThatAreTooLongAreReportedOnceWithTheirFiles)
 {
     Workspace work;
     std::string text;
@@ -377,7 +377,7 @@ TEST(MakeTags, TagsThatAreTooLongAreSaidOnceWithTheirFiles)
     EXPECT_EQ(work.Run(words).errors, said);
 }
 
-TEST(MakeTags, IsTheSameForAnyNumberOfJobs)
+TEST(MakeTags, GivesTheSameResultForAnyNumberOfJobs)
 {
     Workspace work;
     std::string list;
@@ -443,7 +443,7 @@ TEST_F(Appending, DropsTheTagsOfFilesThatAreGone)
     EXPECT_EQ(work.Pseudo("CPLUSTAGS_FILES"), "1");
 }
 
-TEST_F(Appending, AFileThatIsNamedMayBeGoneToo)
+TEST_F(Appending, DropsTheTagsOfANamedFileThatIsGone)
 {
     fs::remove(work / "b.c");
     const ProgramRun run = Append({"b.c"});
@@ -451,7 +451,7 @@ TEST_F(Appending, AFileThatIsNamedMayBeGoneToo)
     EXPECT_EQ(work.Tags(), (Words{"a1 a.c 1;\" v", "a2 a.c 2;\" v"}));
 }
 
-TEST_F(Appending, KnowsFilesHoweverTheTagsFileNamesThem)
+TEST_F(Appending, RecognisesAFileUnderAnyOfItsNames)
 {
     work.Write("tags", "x\t" + work / "a.c" + "\t1;\"\tv\nx\t./b.c\t1;\"\tv\nx\tb\\.c\t1;\"\tv\nx\tnone.c\t1;\"\tv\n");
     EXPECT_EQ(Append({"a.c"}).status, 0);
@@ -460,7 +460,7 @@ TEST_F(Appending, KnowsFilesHoweverTheTagsFileNamesThem)
     EXPECT_EQ(work.Tags(), (Words{"a1 a.c 1;\" v", "a2 a.c 2;\" v", "b1 b.c 1;\" v"}));
 }
 
-TEST_F(Appending, AnEmptyListTouchesNothing)
+TEST_F(Appending, AnEmptyListChangesNothing)
 {
     struct stat before;
     struct stat after;
@@ -478,20 +478,20 @@ TEST_F(Appending, AnEmptyListMakesNoFile)
     EXPECT_FALSE(fs::exists(work / "other"));
 }
 
-TEST_F(Appending, ToNothingMakesAFile)
+TEST_F(Appending, CreatesAMissingTagsFile)
 {
     EXPECT_EQ(work.Run({"--append=yes", "-f", "other", "b.c"}).status, 0);
     EXPECT_EQ(work.Tags("other"), Words{"b1 b.c 1;\" v"});
 }
 
-TEST_F(Appending, ToAForeignFileIsRefused)
+TEST_F(Appending, RefusesAForeignFile)
 {
     work.Write("letter", "Dear Sir\n");
     EXPECT_EQ(work.Run({"--append=yes", "-f", "letter", "b.c"}).status, 1);
     EXPECT_EQ(work.Content("letter"), "Dear Sir\n");
 }
 
-TEST_F(Appending, ToTagsOfAnotherProgramKeepsThem)
+TEST_F(Appending, KeepsTagsOfAnotherProgram)
 {
     work.Write("tags", "!_TAG_FILE_SORTED\t0\t//\nz\tb.c\t/^z$/;\"\tv\ty:z\na\tb.c\t1\n");
     EXPECT_EQ(Append({"a.c"}).status, 0);

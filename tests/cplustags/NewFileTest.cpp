@@ -28,7 +28,7 @@ void Replace(const std::string& target, const std::string& text, AtLink atLink =
     EXPECT_TRUE(file.Commit()) << file.Error();
 }
 
-TEST(NewFile, TakesThePlaceAtTheEnd)
+TEST(NewFile, ReplacesTheOldFileOnCommit)
 {
     const TempDirectory directory;
     const std::string target = directory.Write("tags", "old");
@@ -42,7 +42,7 @@ TEST(NewFile, TakesThePlaceAtTheEnd)
     EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
-TEST(NewFile, ThatIsNotCommittedLeavesNoTrace)
+TEST(NewFile, LeavesNoTraceWithoutACommit)
 {
     const TempDirectory directory;
     const std::string target = directory.Write("tags", "old");
@@ -55,7 +55,7 @@ TEST(NewFile, ThatIsNotCommittedLeavesNoTrace)
     EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
-TEST(NewFile, HasTheOldFilesPermissionsOrThoseOfANewOne)
+TEST(NewFile, KeepsTheOldFilesPermissions)
 {
     const TempDirectory directory;
     const std::string target = directory.Write("tags", "old");
@@ -68,7 +68,7 @@ TEST(NewFile, HasTheOldFilesPermissionsOrThoseOfANewOne)
     EXPECT_EQ(fs::status(directory / "other").permissions(), fs::perms(0640));
 }
 
-TEST(NewFile, GoesWhereALinkPointsWhenLinksAreToBeFollowed)
+TEST(NewFile, FollowsALinkOnRequest)
 {
     const TempDirectory directory;
     directory.Write("real/tags", "old");
@@ -82,7 +82,7 @@ TEST(NewFile, GoesWhereALinkPointsWhenLinksAreToBeFollowed)
     EXPECT_EQ(Content(directory / "real/new"), "two");
 }
 
-TEST(NewFile, IsRefusedWhereALinkStands)
+TEST(NewFile, RefusesToReplaceALink)
 {
     const TempDirectory directory;
     directory.Write("real/tags", "old");
@@ -98,7 +98,7 @@ TEST(NewFile, IsRefusedWhereALinkStands)
     EXPECT_EQ(Content(directory / "real/tags"), "old");
 }
 
-TEST(NewFile, LeavesALinkThatWasPutThereMeanwhile)
+TEST(NewFile, LeavesALinkThatAppearedMeanwhile)
 {
     const TempDirectory directory;
     directory.Write("the user's", "text");
@@ -113,7 +113,7 @@ TEST(NewFile, LeavesALinkThatWasPutThereMeanwhile)
     EXPECT_EQ(NamesIn(directory.Path()), (Texts{"tags", "the user's"}));
 }
 
-TEST(NewFile, LeavesTheOldFilesOtherNamesAsTheyAre)
+TEST(NewFile, LeavesOtherHardLinksOfTheOldFileUnchanged)
 {
     const TempDirectory directory;
     directory.Write("the user's", "old");
@@ -136,7 +136,7 @@ TEST(NewFile, MayBeRelativeAndHaveTheLongestName)
     EXPECT_EQ(NamesIn(directory.Path()), Texts{longest});
 }
 
-TEST(NewFile, GoesWhereTheSystemFindsAParentBehindALink)
+TEST(NewFile, ResolvesAParentBehindALinkAsTheSystemDoes)
 {
     const TempDirectory directory;
     directory.Write("elsewhere/below/file", "");
@@ -146,7 +146,7 @@ TEST(NewFile, GoesWhereTheSystemFindsAParentBehindALink)
     EXPECT_FALSE(fs::exists(directory / "tags"));
 }
 
-TEST(NewFile, StaysWhoseTheOldOneWas)
+TEST(NewFile, KeepsTheOldFilesOwner)
 {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root may give files away";
@@ -167,7 +167,7 @@ std::string ErrorFor(const std::string& target)
     return NewFile(target).Error();
 }
 
-TEST(NewFile, SaysWhereItCannotBeMade)
+TEST(NewFile, SaysWhyItCannotBeCreated)
 {
     const TempDirectory directory;
     EXPECT_EQ(ErrorFor(directory / "missing/tags"),
@@ -191,7 +191,7 @@ TEST(NewFile, CannotReplaceADirectory)
     EXPECT_EQ(NamesIn(directory / "tags"), Texts{"below"});
 }
 
-TEST(NewFile, LeavesAFileThatBecameADirectoryMeanwhile)
+TEST(NewFile, LeavesADirectoryThatAppearedMeanwhile)
 {
     const TempDirectory directory;
     {
@@ -205,7 +205,7 @@ TEST(NewFile, LeavesAFileThatBecameADirectoryMeanwhile)
     EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
-TEST(NewFile, NeedsADirectoryThatCanBeWritten)
+TEST(NewFile, NeedsAWritableDirectory)
 {
     const TempDirectory directory;
     directory.Write("tags", "old");
@@ -219,7 +219,7 @@ TEST(NewFile, NeedsADirectoryThatCanBeWritten)
 }
 
 // In a process of its own, whose files may not grow beyond a limit: the system answers as on a full disk.
-TEST(NewFile, ThatCannotGrowLeavesTheOldOne)
+TEST(NewFile, LeavesTheOldFileWhenItCannotGrow)
 {
     const TempDirectory directory;
     const std::string target = directory.Write("tags", "old");
@@ -244,7 +244,7 @@ TEST(NewFile, ThatCannotGrowLeavesTheOldOne)
     EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
-TEST(NewFile, LeavesThoseAloneThatAreStillBeingWritten)
+TEST(NewFile, LeavesOtherUnfinishedFilesAlone)
 {
     const TempDirectory directory;
     const std::string target = directory / "tags";
@@ -257,7 +257,7 @@ TEST(NewFile, LeavesThoseAloneThatAreStillBeingWritten)
 }
 
 // Newcomers look for what is abandoned while others have just made, and not yet locked, what is theirs.
-TEST(NewFile, CanBeMadeByManyAtOnce)
+TEST(NewFile, CanBeMadeByManyProcessesAtOnce)
 {
     const TempDirectory directory;
     const std::string target = directory.Write("tags", "old");
@@ -282,7 +282,7 @@ TEST(NewFile, CanBeMadeByManyAtOnce)
     EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
-TEST(NewFile, SaysSoWhenItsDirectoryIsTakenAway)
+TEST(NewFile, FailsWhenItsWorkingDirectoryIsRemoved)
 {
     const TempDirectory directory;
     const std::string target = directory.Write("tags", "old");

@@ -67,7 +67,7 @@ TEST(ObjectiveCConditions, AllBranchesAreRead)
         EXPECT_EQ(TagsOf(c.source), c.tags) << c.why << "\n" << c.source;
 }
 
-TEST(ObjectiveCConditions, CodePutAwayIsNotRead)
+TEST(ObjectiveCConditions, DisabledCodeIsNotRead)
 {
     const Case cases[] = {
         {"#if 0", "#if 0\n@interface A\n@end\n#endif", {}},
@@ -87,7 +87,7 @@ TEST(ObjectiveCConditions, CodePutAwayIsNotRead)
         EXPECT_EQ(TagsOf(c.source), c.tags) << c.why << "\n" << c.source;
 }
 
-TEST(ObjectiveCConditions, DirectivesAreNoCode)
+TEST(ObjectiveCConditions, DirectivesAreNotCode)
 {
     const Case cases[] = {
         {"macros over several lines",
@@ -105,7 +105,7 @@ TEST(ObjectiveCConditions, DirectivesAreNoCode)
         EXPECT_EQ(TagsOf(c.source), c.tags) << c.why << "\n" << c.source;
 }
 
-TEST(ObjectiveCConditions, IgnoredMacrosAreNotThere)
+TEST(ObjectiveCConditions, IgnoredMacrosAreSkipped)
 {
     const std::set<std::string> ignored = {"NOTHING", "WITH+"};
     const Case cases[] = {

@@ -67,7 +67,7 @@ const std::vector<std::string>& Samples()
 
 } // namespace
 
-TEST(ObjectiveCDamaged, TheNextDeclarationIsFound)
+TEST(ObjectiveCDamaged, TheDeclarationAfterTheDamageIsFound)
 {
     const Case cases[] = {
         {"no @end",
@@ -116,14 +116,14 @@ TEST(ObjectiveCDamaged, TheNextDeclarationIsFound)
     }
 }
 
-TEST(ObjectiveCDamaged, AnythingIsReadThatIsCutOff)
+TEST(ObjectiveCDamaged, TruncatedSourcesAreRead)
 {
     for (const std::string& sample : Samples())
         for (size_t size = 0; size < sample.size(); size += 7)
             CheckReading(sample.substr(0, size));
 }
 
-TEST(ObjectiveCDamaged, AnythingIsReadThatHasOtherBytes)
+TEST(ObjectiveCDamaged, SourcesWithRandomBytesAreRead)
 {
     std::mt19937 random(1);
     const std::string marks = "@{}()<>[];:,-+*^\"'/#\\\n\r";
@@ -139,7 +139,7 @@ TEST(ObjectiveCDamaged, AnythingIsReadThatHasOtherBytes)
     }
 }
 
-TEST(ObjectiveCDamaged, AnythingIsReadThatIsMadeOfItsWords)
+TEST(ObjectiveCDamaged, RandomSequencesOfKeywordsAreRead)
 {
     const char* words[] = {"@interface", "@implementation",
                            "@protocol",  "@end",
@@ -177,7 +177,7 @@ TEST(ObjectiveCDamaged, AnythingIsReadThatIsMadeOfItsWords)
 }
 
 // Nothing is read more than a few times: with a quadratic step this would take hours.
-TEST(ObjectiveCDamaged, TheTimeIsThatOfTheSize)
+TEST(ObjectiveCDamaged, ReadingTakesLinearTime)
 {
     constexpr size_t kSize = 300'000;
     constexpr size_t kLarge = 10'000'000;

@@ -93,7 +93,7 @@ TEST(ObjectiveCRest, Cases)
     }
 }
 
-TEST(ObjectiveCRest, EverythingLeftKeepsItsPlace)
+TEST(ObjectiveCRest, TheRemainingCodeKeepsItsPlace)
 {
     EXPECT_EQ(RestOf("@class A; int b; @class C;\n  int d;"), "          int b;          \n  int d;");
 }
@@ -131,7 +131,7 @@ TEST(ObjectiveCRest, CtagsFindsAllOfCPlusPlus)
                                                              "13 n inner", "13 s Struct", "15 f Other"}));
 }
 
-TEST(ObjectiveCRest, CtagsFindsWhatStandsInAClass)
+TEST(ObjectiveCRest, CtagsFindsCDeclarationsInAClass)
 {
     const char* source = "EXPORT_CLASS\n@interface A : B\n{\n"
                          "  struct Named { int member; } variable;\n"

@@ -203,7 +203,7 @@ TEST(ObjectiveC, InstanceVariables)
     }
 }
 
-TEST(ObjectiveC, WhereInstanceVariablesAre)
+TEST(ObjectiveC, InstanceVariablesAreFoundWhereverTheyAreAllowed)
 {
     Check({
         {"after all of the header", "@interface A<T> : B<T> <C>\n{\n  int d;\n}\n@end", {"X A", "v d A"}},
@@ -244,14 +244,14 @@ TEST(ObjectiveC, AClassMayStandInAnyColumn)
               (TagTexts{"2 X A", "3 m c A"}));
 }
 
-TEST(ObjectiveC, ASelectorsLineIsThatOfItsFirstPart)
+TEST(ObjectiveC, ASelectorHasTheLineOfItsFirstPart)
 {
     EXPECT_EQ(TagsWithLines("@interface I\n- (void)\n  first: (int)x\n  second: (int)y;\n@end"),
               (TagTexts{"1 X I", "3 m first:second: I"}));
     EXPECT_EQ(TagsWithLines("@implementation\nI\n-\n(void)\n:\n(int)x\n{\n}\n@end"), (TagTexts{"2 R I", "5 o : I"}));
 }
 
-TEST(ObjectiveC, WhetherATextMayHaveAny)
+TEST(ObjectiveC, DetectsTextsThatMayHaveObjectiveC)
 {
     EXPECT_TRUE(cplustags::MayHaveObjectiveC("@interface"));
     EXPECT_TRUE(cplustags::MayHaveObjectiveC("x\n  @implementation Foo"));

@@ -38,7 +38,7 @@ const StayCase kStays[] = {
     {"nothing", "", {}},
 };
 
-TEST(LinesThatStay, Cases)
+TEST(KeptOldLines, Cases)
 {
     const TempDirectory directory;
     for (const StayCase& row : kStays) {
@@ -52,7 +52,7 @@ TEST(LinesThatStay, Cases)
     }
 }
 
-TEST(LinesThatStay, AreShortEnoughForReaders)
+TEST(KeptOldLines, AreShortEnoughForReaders)
 {
     const std::string begin = "name\tstays.c\t/a;\"\tb/;\"\tf";
     const std::string scope = "\tclass:C";
@@ -81,7 +81,7 @@ TEST(LinesThatStay, AreShortEnoughForReaders)
     }
 }
 
-TEST(LinesThatStay, AreInOrderAfterTheyWereShortened)
+TEST(KeptOldLines, StaySortedAfterShortening)
 {
     const TempDirectory directory;
     const std::string longOne = "a\tx.c\t1;\"\tf\tclass:" + std::string(2000, 'A') + "\n";
@@ -94,7 +94,7 @@ TEST(LinesThatStay, AreInOrderAfterTheyWereShortened)
     EXPECT_EQ(line, "a\tx.c\t1;\"\tf\n");
 }
 
-TEST(LinesThatStay, AsksOnceForEachFile)
+TEST(KeptOldLines, AskOnceForEachFile)
 {
     const TempDirectory directory;
     int asked = 0;
@@ -109,7 +109,7 @@ TEST(LinesThatStay, AsksOnceForEachFile)
     EXPECT_EQ(asked, 2);
 }
 
-TEST(LinesThatStay, OfAFileThatCannotBeReadAreNone)
+TEST(KeptOldLines, FailWithErrnoWhenTheFileCannotBeRead)
 {
     const TempDirectory directory;
     EXPECT_EQ(LinesThatStay(directory / "missing", [](auto) { return false; }), nullptr);

@@ -47,7 +47,7 @@ private:
     const char* name;
 };
 
-TEST(Options, AreThoseOfTheTemplates)
+TEST(Options, TheOptionsOfTheTemplatesAreUnderstood)
 {
     const Reading system = ReadAll({"-I", "A,B=C", "--c-kinds=+p", "--excmd=number", "-f", "/x/y.temp", "-L", "-"});
     EXPECT_EQ(system.status, -1) << system.errors;
@@ -69,7 +69,7 @@ TEST(Options, AreThoseOfTheTemplates)
     EXPECT_FALSE(compiler.options.followLinks);
 }
 
-TEST(Options, LinksAreFollowedOnlyWhenThatIsSaid)
+TEST(Options, LinksAreFollowedOnlyOnRequest)
 {
     EXPECT_FALSE(ReadAll({"-f", "t", "a.c"}).options.followLinks);
     const Reading reading = ReadAll({"--follow-links", "-f", "t", "a.c"});
@@ -77,7 +77,7 @@ TEST(Options, LinksAreFollowedOnlyWhenThatIsSaid)
     EXPECT_TRUE(reading.options.followLinks);
 }
 
-TEST(Options, TheRestAreFiles)
+TEST(Options, OtherWordsAreFiles)
 {
     const Reading words = ReadAll({"a.c", "-I", "A", "B", "C", "--totals", "-f", "-", "--", "-d.c"});
     EXPECT_EQ(words.status, -1) << words.errors;
@@ -130,7 +130,7 @@ const Refusal kRefusals[] = {
     {"nothing at all", {}, "-L"},
 };
 
-TEST(Options, OthersAreRefusedByName)
+TEST(Options, UnknownOptionsAreRefusedByName)
 {
     for (const Refusal& refusal : kRefusals) {
         const Reading reading = ReadAll(refusal.words);
@@ -141,7 +141,7 @@ TEST(Options, OthersAreRefusedByName)
     }
 }
 
-TEST(Options, TheEnvironmentHasMore)
+TEST(Options, TheEnvironmentSetsTheOtherOptions)
 {
     const Variable ctags("CPLUSTAGS_CTAGS", "/opt/ctags");
     const Variable jobs("CPLUSTAGS_JOBS", "3");
@@ -152,7 +152,7 @@ TEST(Options, TheEnvironmentHasMore)
     EXPECT_EQ(reading.options.timeLimit, 7u);
 }
 
-TEST(Options, AnUnusableEnvironmentIsRefusedByName)
+TEST(Options, BadEnvironmentVariablesAreRefusedByName)
 {
     for (const char* name : {"CPLUSTAGS_JOBS", "CPLUSTAGS_TIME_LIMIT"})
         for (const char* value : {"0", "-1", "many", "3x", "99999999999999999999", "1000000"}) {
@@ -165,7 +165,7 @@ TEST(Options, AnUnusableEnvironmentIsRefusedByName)
     EXPECT_EQ(ReadAll({"a.c"}).status, -1) << "an empty one is none";
 }
 
-TEST(Options, HelpHasAllThereIsToKnow)
+TEST(Options, HelpNamesEveryOptionAndVariable)
 {
     const Reading help = ReadAll({"--help"});
     EXPECT_EQ(help.status, 0);
@@ -181,7 +181,7 @@ TEST(Options, HelpHasAllThereIsToKnow)
     }
 }
 
-TEST(Options, VersionSaysWhoItIs)
+TEST(Options, VersionNamesTheProgram)
 {
     const Reading version = ReadAll({"--version"});
     EXPECT_EQ(version.status, 0);

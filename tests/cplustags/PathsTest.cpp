@@ -32,7 +32,7 @@ private:
     const std::string namedBefore;
 };
 
-TEST(CurrentDirectory, IsAsTheUserSeesIt)
+TEST(CurrentDirectory, KeepsTheUsersSymbolicLinks)
 {
     const TempDirectory directory;
     fs::create_directory(directory / "real");
@@ -80,7 +80,7 @@ TEST(AbsolutePath, Cases)
     EXPECT_EQ(AbsolutePath("/", "/d"), "/") << "the root itself";
 }
 
-TEST(AbsolutePath, GoesUpOnlyWhereThatIsTheSameFile)
+TEST(AbsolutePath, RemovesDotDotOnlyWhereThatNamesTheSameFile)
 {
     const TempDirectory directory;
     directory.Write("a.c", "");
@@ -98,7 +98,7 @@ TEST(DirectoryOf, Cases)
     EXPECT_EQ(DirectoryOf("/tags"), "");
 }
 
-TEST(Shown, IsOneLineThatHarmsNoTerminal)
+TEST(Shown, EscapesLineBreaksAndControlCharacters)
 {
     EXPECT_EQ(Shown("a b\\c"), "a b\\c");
     EXPECT_EQ(Shown("a\nb\tc"), "a\\nb\\tc");
@@ -107,7 +107,7 @@ TEST(Shown, IsOneLineThatHarmsNoTerminal)
     EXPECT_LE(Shown(std::string(100'000, 'x')).size(), 600u);
 }
 
-TEST(Shown, HasNoControlCharactersOfTheUpperHalf)
+TEST(Shown, EscapesEightBitControlCharacters)
 {
     const struct {
         const char* why;
@@ -135,7 +135,7 @@ TEST(Shown, HasNoControlCharactersOfTheUpperHalf)
         EXPECT_EQ(Shown(c.text), c.shown) << c.why;
 }
 
-TEST(Shown, CutsNoCharacterIntoControlCharacters)
+TEST(Shown, NeverCutsACharacterInTwo)
 {
     for (size_t before = 0; before < 4; ++before) {
         std::string text(before, 'x');
@@ -147,7 +147,7 @@ TEST(Shown, CutsNoCharacterIntoControlCharacters)
     }
 }
 
-TEST(ShownLines, KeepsTheLinesOfAnothersComplaint)
+TEST(ShownLines, KeepsLineBreaks)
 {
     EXPECT_EQ(ShownLines("one\x1b[2J\n\ttwo\xc2\x9b\n"), "one\\x1b[2J\n\\ttwo\\xc2\\x9b\n");
     EXPECT_EQ(ShownLines(""), "");

@@ -45,7 +45,7 @@ private:
     int program;
 };
 
-TEST(Progress, IsALineOfATerminalThatIsErasedAtTheEnd)
+TEST(Progress, DrawsALineThatIsErasedAtTheEnd)
 {
     const Terminal terminal;
     {
@@ -58,7 +58,7 @@ TEST(Progress, IsALineOfATerminalThatIsErasedAtTheEnd)
     EXPECT_EQ(terminal.Written(), "\r\033[K");
 }
 
-TEST(Progress, MessagesTakeItsPlace)
+TEST(Progress, MessagesReplaceTheLine)
 {
     const Terminal terminal;
     Progress progress(terminal.Program());
@@ -72,7 +72,7 @@ TEST(Progress, MessagesTakeItsPlace)
     EXPECT_EQ(terminal.Written(), "") << "there is no line any more";
 }
 
-TEST(Progress, IsNotDrawnForEveryFile)
+TEST(Progress, IsDrawnTenTimesASecondAtMost)
 {
     const Terminal terminal;
     Progress progress(terminal.Program());
@@ -82,7 +82,7 @@ TEST(Progress, IsNotDrawnForEveryFile)
     EXPECT_LT(std::count(written.begin(), written.end(), '\r'), 100) << "ten times a second at most";
 }
 
-TEST(Progress, IsNothingWhereThereIsNoTerminal)
+TEST(Progress, DrawsNothingWithoutATerminal)
 {
     int ends[2];
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC | O_NONBLOCK), 0);
@@ -125,7 +125,7 @@ TEST(SummaryText, Cases)
               "1 file, 1 tag, 0.0 s; 2 files could not be read, 1 had a name that cannot be written");
 }
 
-TEST(TooLongText, NamesTheFilesWithTheMostOfThem)
+TEST(TooLongText, NamesTheFilesWithTheMostLongTags)
 {
     const auto name = [](unsigned file) { return std::string(1, static_cast<char>('a' + file)) + ".c"; };
     const struct {

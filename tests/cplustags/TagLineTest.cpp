@@ -44,7 +44,7 @@ TEST(FileField, Cases)
         EXPECT_EQ(FileField(row.path, row.directory), row.field) << row.why;
 }
 
-TEST(FileField, IsUndoneByThoseWhoReadIt)
+TEST(FileField, IsUnescapedByReaders)
 {
     for (const FieldCase& row : kFields) {
         if (!row.field)
@@ -61,7 +61,7 @@ TEST(TagLine, HasNameFileLineKindAndScope)
     EXPECT_EQ(Line({"operator <", 1, 'p', ""}, "/a.h"), "operator <\t/a.h\t1;\"\tp\n");
 }
 
-TEST(TagLine, LosesItsScopeBeforeItGetsTooLong)
+TEST(TagLine, DropsItsScopeWhenItWouldBeTooLong)
 {
     const std::string field = "a.c";
     const std::string rest = "\ta.c\t1;\"\tf";

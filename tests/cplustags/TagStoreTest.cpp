@@ -45,7 +45,7 @@ Texts MergedTexts(const std::vector<Texts>& lists)
     return All(*Merged(std::move(sources)));
 }
 
-TEST(Merged, IsInOrderAndHasEachLineOnce)
+TEST(MergedLines, AreSortedWithoutDuplicates)
 {
     EXPECT_EQ(MergedTexts({{"a\n", "c\n", "c\n"}, {}, {"a\n", "b\n", "d\n"}, {"c\n"}}),
               (Texts{"a\n", "b\n", "c\n", "d\n"}));
@@ -110,7 +110,7 @@ Texts Stored(const std::vector<Sample>& samples, size_t stores)
     return All(*Merged(std::move(sources)));
 }
 
-TEST(TagStore, GivesTheSortedLinesHoweverManyStoresThereAre)
+TEST(TagStore, GivesTheSameSortedLinesForAnyNumberOfStores)
 {
     const std::vector<Sample> samples = Samples(20000, 3);
     const Texts expected = Expected(samples);
@@ -162,7 +162,7 @@ TEST(TagStore, CountsTheTagsThatAreTooLong)
     EXPECT_EQ(leftOut, (TagsByFile{{0, 2}, {2, 1}}));
 }
 
-TEST(TagStore, KeepsTextsThatAreGoneElsewhere)
+TEST(TagStore, CopiesTheTextsItIsGiven)
 {
     TagStore store;
     for (int i = 0; i < 3; ++i) {

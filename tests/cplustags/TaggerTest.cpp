@@ -58,14 +58,14 @@ protected:
 const std::string kFewer = "cplustags: the system starts no more threads (Resource temporarily unavailable): fewer "
                            "sources are tagged at a time\n";
 
-TEST_F(FewThreads, WithoutAnyTheCallerTagsAllFiles)
+TEST_F(FewThreads, TheCallerTagsAllFilesWhenNoThreadStarts)
 {
     EXPECT_EQ(Tag(200, 0), kFewer);
     EXPECT_EQ(Tag(1, 0), kFewer);
     EXPECT_EQ(Tag(0, 0), "");
 }
 
-TEST_F(FewThreads, OneTagsAllFiles)
+TEST_F(FewThreads, ASingleThreadTagsAllFiles)
 {
     EXPECT_THAT(Tag(200, 1), testing::AnyOf(kFewer, "")) << "it may have been fast enough alone";
 }

@@ -55,7 +55,7 @@ void KillWriter(const std::string& target)
     });
 }
 
-TEST(WorkingDirectory, OfAKilledProcessGoesWithTheNextOneWhateverItIsFor)
+TEST(WorkingDirectory, TheNextRunForAnyTagsFileRemovesThatOfAKilledRun)
 {
     const TempDirectory directory;
     const std::string target = directory.Write("tags", "old");
@@ -69,7 +69,7 @@ TEST(WorkingDirectory, OfAKilledProcessGoesWithTheNextOneWhateverItIsFor)
     }
 }
 
-TEST(WorkingDirectory, OfARunForAnotherFileStaysWhileThatRuns)
+TEST(WorkingDirectory, ARunningProcessKeepsItsOwn)
 {
     const TempDirectory directory;
     NewFile other(directory / "tags.tmp");
@@ -80,7 +80,7 @@ TEST(WorkingDirectory, OfARunForAnotherFileStaysWhileThatRuns)
 }
 
 // Whatever a killed process may leave goes, and what only looks like it stays.
-TEST(WorkingDirectory, RemovesWhatWasLeftAndNothingElse)
+TEST(WorkingDirectory, OnlyLeftoversAreRemoved)
 {
     const TempDirectory directory;
     directory.Write(".tags.cplustags-LocK01/lock", "");
@@ -150,7 +150,7 @@ TEST_F(HostileLeftovers, LinksAreNotFollowed)
               (Texts{".tags.cplustags-LocK02", ".tags.cplustags-LocK03", ".tags.cplustags-linked", "tags"}));
 }
 
-TEST_F(HostileLeftovers, NothingIsWaitedFor)
+TEST_F(HostileLeftovers, PipesAreNotWaitedFor)
 {
     fs::create_directory(InTree(".tags.cplustags-LocK01"));
     ASSERT_EQ(::mkfifo(InTree(".tags.cplustags-LocK01/lock").c_str(), 0600), 0);
@@ -166,7 +166,7 @@ TEST_F(HostileLeftovers, NothingIsWaitedFor)
 }
 
 // So deep that no path reaches the end.
-TEST_F(HostileLeftovers, MayBeDeeperThanAnyPath)
+TEST_F(HostileLeftovers, DirectoriesMayBeDeeperThanAnyPath)
 {
     directory.Write("tree/.tags.cplustags-LocK01/lock", "");
     const std::string name(200, 'n');
@@ -187,7 +187,7 @@ TEST_F(HostileLeftovers, MayBeDeeperThanAnyPath)
     EXPECT_EQ(std::system(("rm -rf '" + InTree(".tags.cplustags-LocK01") + "'").c_str()), 0);
 }
 
-TEST_F(HostileLeftovers, WaitForNobodyWhoHasLockedTheDirectory)
+TEST_F(HostileLeftovers, ALockedDirectoryIsNotWaitedFor)
 {
     const base::Descriptor locked(::open((directory / "tree").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     ASSERT_EQ(::flock(locked.Number(), LOCK_EX), 0);
@@ -210,7 +210,7 @@ SharedMemory Memory(const std::string& directory, unsigned long bytes, unsigned 
 
 constexpr unsigned long kMuch = 1ul << 30;
 
-TEST(Scratch, IsInMemoryWhereThereIsRoomForBytesAndForFiles)
+TEST(Scratch, IsInMemoryWhenThereIsRoomForBytesAndFiles)
 {
     const TempDirectory directory;
     fs::create_directory(directory / "shm");
@@ -234,7 +234,7 @@ TEST(Scratch, IsInMemoryWhereThereIsRoomForBytesAndForFiles)
     }
 }
 
-TEST(Scratch, IsElsewhereWhereNothingCanBeMadeInMemory)
+TEST(Scratch, IsOnDiskWhenNothingCanBeCreatedInMemory)
 {
     const TempDirectory directory;
     const std::string user = std::to_string(::geteuid());
@@ -254,7 +254,7 @@ TEST(Scratch, IsElsewhereWhereNothingCanBeMadeInMemory)
     EXPECT_TRUE(fs::is_symlink(directory / "linked/cplustags-" + user));
 }
 
-TEST(Scratch, OfAKilledRunGoesAlsoWhenItLeavesNoRoom)
+TEST(Scratch, TheNextRunRemovesThatOfAKilledRunEvenWithoutRoom)
 {
     const TempDirectory directory;
     fs::create_directory(directory / "shm");

@@ -80,7 +80,7 @@ protected:
     RealShell shell;
 };
 
-TEST_F(AwkwardNames, OfDirectoriesGetTheirTagsAndNothingElseIsRun)
+TEST_F(AwkwardNames, DirectoriesGetTheirTagsAndNothingElseRuns)
 {
     ::setenv("WREN_CTAGS", shell.MakeTagsProgram("ctags").c_str(), 1);
     for (const std::string& name : kNames) {
@@ -100,7 +100,7 @@ TEST_F(AwkwardNames, OfDirectoriesGetTheirTagsAndNothingElseIsRun)
     }
 }
 
-TEST_F(AwkwardNames, OfDirectoriesGetTheirTagsFromPastedCommandsToo)
+TEST_F(AwkwardNames, PastedCommandsTagTheDirectories)
 {
     ::setenv("WREN_CTAGS", shell.MakeTagsProgram("ctags").c_str(), 1);
     for (const std::string& name : kNames) {
@@ -117,7 +117,7 @@ TEST_F(AwkwardNames, OfDirectoriesGetTheirTagsFromPastedCommandsToo)
     }
 }
 
-TEST_F(AwkwardNames, OfTheTagsProgramNameItAndNothingElse)
+TEST_F(AwkwardNames, TheTagsProgramRunsAndNothingElse)
 {
     const std::string directory = MakeDirectory("code");
     for (const std::string& name : kNames) {
@@ -135,7 +135,7 @@ TEST_F(AwkwardNames, OfTheTagsProgramNameItAndNothingElse)
     }
 }
 
-TEST_F(AwkwardNames, OfTheHomeDirectoryKeepTheSystemsTags)
+TEST_F(AwkwardNames, TheHomeDirectoryKeepsTheSystemTags)
 {
     ::setenv("WREN_CTAGS", shell.MakeTagsProgram("ctags").c_str(), 1);
     settings.Set("DeclScanSystemDirectories", MakeDirectory("headers").c_str());
@@ -149,7 +149,7 @@ TEST_F(AwkwardNames, OfTheHomeDirectoryKeepTheSystemsTags)
 }
 
 // What the move brings to the tags' place is whatever there is: nothing, or what a program that failed has left.
-TEST_F(AwkwardNames, AreMovedToEvenWhenTheTagsProgramFailed)
+TEST_F(AwkwardNames, TheMoveRunsEvenWhenTheTagsProgramFailed)
 {
     const std::string directory = MakeDirectory("code");
     ::setenv("WREN_CTAGS", (home.Write("fails", "")).c_str(), 1); // no program: it cannot be run

@@ -26,7 +26,7 @@ int WriteAsAChild(const char* command, const vetch::ShellRequest&)
     return ::write(STDOUT_FILENO, text.data(), text.size()) > 0 ? 0 : -1;
 }
 
-TEST(CreateTagsTask, SaysWhatItExecutesBeforeTheCommandSaysAnything)
+TEST(CreateTagsTask, PrintsTheCommandBeforeItsOutput)
 {
     vetch::SetShellRunner(WriteAsAChild);
     testing::internal::CaptureStdout();
@@ -37,7 +37,7 @@ TEST(CreateTagsTask, SaysWhatItExecutesBeforeTheCommandSaysAnything)
     vetch::SetShellRunner(nullptr);
 }
 
-TEST(CreateTagsTask, HasTheShellRunEachCommandInTheProcesssDirectory)
+TEST(CreateTagsTask, RunsEachCommandInTheProcessDirectory)
 {
     testing::internal::CaptureStdout();
     CreateTagsTask(new CreateParams{{"pwd", "false; echo $((6 * 7))"}});
@@ -47,7 +47,7 @@ TEST(CreateTagsTask, HasTheShellRunEachCommandInTheProcesssDirectory)
     std::free(directory);
 }
 
-TEST(CreateTagsTask, RunsAllCommandsWhateverComesOfThem)
+TEST(CreateTagsTask, RunsAllCommandsEvenAfterAFailure)
 {
     Requests requests;
     requests.AnswerCommandsWith(256);
@@ -78,7 +78,7 @@ private:
 };
 
 // It ends only when all three are at work at the same time.
-TEST(CreateTagsTask, IsNotWaitedForByWhoStartsItNorByOthers)
+TEST(CreateTagsTask, RunsConcurrentlyWithItsCallerAndOtherTasks)
 {
     Requests requests;
     Meeting meeting(3);
@@ -89,7 +89,7 @@ TEST(CreateTagsTask, IsNotWaitedForByWhoStartsItNorByOthers)
     EXPECT_THAT(requests.Take(), ElementsAre(Commands{"one"}, Commands{"two"}));
 }
 
-TEST(CreateTagsTask, IsForgottenAndReportedWhenThereIsNoThreadForIt)
+TEST(CreateTagsTask, IsDroppedAndReportedWhenNoThreadStarts)
 {
     Requests requests;
     Complaints complaints;

@@ -27,7 +27,7 @@ TEST_F(CreateTagsTest, EscapesBothPathsOfTheMove)
     EXPECT_THAT(requests.Take(), ElementsAre(LocalRequest("/it\\'s\\ \\$\\(a\\)\\ b")));
 }
 
-TEST_F(CreateTagsTest, AppendsTheCompilersHeadersToTheSystemsTags)
+TEST_F(CreateTagsTest, AppendsTheCompilersHeadersToTheSystemTags)
 {
     CreateTags(&host, BEntry("/src"), kGenerateSystemCtags, kIncludeSpecificCompiler);
     EXPECT_THAT(requests.Take(),
@@ -42,7 +42,7 @@ TEST_F(CreateTagsTest, LeavesOutASecondCommandThatIsEmpty)
     EXPECT_THAT(requests.Take(), ElementsAre(LocalRequest("/src")));
 }
 
-TEST_F(CreateTagsTest, MakesWhatIsAskedForEachOnAThreadOfItsOwn)
+TEST_F(CreateTagsTest, StartsEachRequestOnItsOwnThread)
 {
     const std::string source = home / "src";
     CreateTags(&host, true, false);
@@ -76,7 +76,7 @@ TEST_F(CreateTagsTest, GivesTwoRequestsForADirectoryTheSameTemporaryFile)
     EXPECT_THAT(requests.Take(), ElementsAre(LocalRequest("/src"), LocalRequest("/src")));
 }
 
-TEST_F(CreateTagsTest, LooksForTheInstalledProgramOnceARequest)
+TEST_F(CreateTagsTest, LooksForTheInstalledProgramOncePerRequest)
 {
     program.Is({true});
     CreateTags(&host, true, true);
@@ -91,7 +91,7 @@ TEST_F(CreateTagsTest, LooksForTheInstalledProgramOnceARequest)
     EXPECT_THAT(requests.Take(), ElementsAre(LocalRequest(home / "src")));
 }
 
-TEST_F(CreateTagsTest, TakesADocumentsDirectoryBehindALink)
+TEST_F(CreateTagsTest, UsesTheTargetOfADocumentsLinkedDirectory)
 {
     std::filesystem::create_symlink(home / "src/a.cpp", home / "link.cpp");
     host.file = EntryRef((home / "link.cpp").c_str());
@@ -99,7 +99,7 @@ TEST_F(CreateTagsTest, TakesADocumentsDirectoryBehindALink)
     EXPECT_THAT(requests.Take(), ElementsAre(LocalRequest(home / "src")));
 }
 
-TEST_F(CreateTagsTest, TakesTheWorksheetsDirectoryForTheWorksheet)
+TEST_F(CreateTagsTest, UsesTheWorksheetsDirectoryForTheWorksheet)
 {
     host.worksheet = true;
     host.worksheetDirectory = "/worksheets";
@@ -116,7 +116,7 @@ TEST_F(CreateTagsTest, DoesNotAskWhetherADocumentHasAFile)
 }
 
 // Nobody hears of the end: neither the user nor the caches, which find out by the file's date.
-TEST_F(CreateTagsTest, TellsNobody)
+TEST_F(CreateTagsTest, NotifiesNobody)
 {
     CreateTags(&host, true, true);
     requests.Take();
@@ -128,7 +128,7 @@ TEST_F(CreateTagsTest, TellsNobody)
     EXPECT_TRUE(framework.application->opened.empty());
 }
 
-TEST_F(CreateTagsTest, CopiesWhatItNeedsBeforeItReturns)
+TEST_F(CreateTagsTest, CopiesItsInputBeforeItReturns)
 {
     {
         const std::string main =

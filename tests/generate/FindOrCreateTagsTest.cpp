@@ -23,7 +23,7 @@ protected:
     }
 };
 
-TEST_F(FindOrCreateTagsTest, AsksWhenThereAreNoTagsAtAll)
+TEST_F(FindOrCreateTagsTest, AsksWhenThereAreNoTags)
 {
     framework.display.AnswerAlert(0);
     EXPECT_FALSE(FindOrCreate());
@@ -43,7 +43,7 @@ TEST_F(FindOrCreateTagsTest, DoesNothingWhenTheUserCancels)
     EXPECT_THAT(host.log, ElementsAre());
 }
 
-TEST_F(FindOrCreateTagsTest, MakesBothInTheBackgroundAndHasNoneYet)
+TEST_F(FindOrCreateTagsTest, MakesBothFilesInTheBackgroundAndReturnsFalse)
 {
     framework.display.AnswerAlert(1);
     EXPECT_FALSE(FindOrCreate());
@@ -51,7 +51,7 @@ TEST_F(FindOrCreateTagsTest, MakesBothInTheBackgroundAndHasNoneYet)
     EXPECT_THAT(host.log, ElementsAre());
 }
 
-TEST_F(FindOrCreateTagsTest, PastesWhatMakesBothAndHasNoneYet)
+TEST_F(FindOrCreateTagsTest, PastesTheCommandsForBothFilesAndReturnsFalse)
 {
     program.Is({true});
     framework.display.AnswerAlert(2);
@@ -61,7 +61,7 @@ TEST_F(FindOrCreateTagsTest, PastesWhatMakesBothAndHasNoneYet)
                                       HasSubstr("/usr/include/gcc/darwin/default/"), HasSubstr("in this directory")));
 }
 
-TEST_F(FindOrCreateTagsTest, FindsNoTagsEvenWhenSomeAppearDuringTheQuestion)
+TEST_F(FindOrCreateTagsTest, ReturnsFalseEvenWhenTagsAppearDuringTheQuestion)
 {
     witness.whileAsked = [this] { home.Write("tags", ""); };
     framework.display.AnswerAlert(0);
@@ -69,7 +69,7 @@ TEST_F(FindOrCreateTagsTest, FindsNoTagsEvenWhenSomeAppearDuringTheQuestion)
     EXPECT_TRUE(FindOrCreate());
 }
 
-TEST_F(FindOrCreateTagsTest, AsksNothingWhenOneOfTheFilesIsThere)
+TEST_F(FindOrCreateTagsTest, AsksNothingWhenOneOfTheFilesExists)
 {
     const std::string tags = home.Write("tags", "");
     EXPECT_TRUE(FindOrCreate());

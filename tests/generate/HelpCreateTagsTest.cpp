@@ -44,7 +44,7 @@ TEST_F(HelpCreateTagsTest, PastesTheHintOnceAndThenEachCommand)
                                       LocalCommand(home / "src", "./tags")));
 }
 
-TEST_F(HelpCreateTagsTest, PastesWhatIsAskedFor)
+TEST_F(HelpCreateTagsTest, PastesTheRequestedCommands)
 {
     HelpCreateTags(&host, false, true);
     EXPECT_THAT(Pasted(), ElementsAre(InstallHint(), LocalCommand(home / "src", "./tags")));
@@ -85,7 +85,7 @@ TEST_F(HelpCreateTagsTest, LooksASecondTimeBeforeItHints)
 }
 
 // The request hints with its first command or not at all: here the program vanishes after that.
-TEST_F(HelpCreateTagsTest, ForgetsTheHintAlsoWhenThereWasNoneToPaste)
+TEST_F(HelpCreateTagsTest, ForgetsTheHintEvenWhenThereWasNoneToPaste)
 {
     program.Is({true, false});
     HelpCreateTags(&host, true, true);
@@ -118,7 +118,7 @@ TEST_F(HelpCreateTagsTest, HintsAtTheBundlesProgramWhateverTheEnvironmentNames)
     EXPECT_THAT(pasted[1], testing::HasSubstr("| " + home.Path() + " --c-kinds"));
 }
 
-TEST_F(HelpCreateTagsTest, TakesTheWorksheetsDirectoryForTheWorksheet)
+TEST_F(HelpCreateTagsTest, UsesTheWorksheetsDirectoryForTheWorksheet)
 {
     program.Is({true});
     host.worksheet = true;

@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(LocalTagsTest, AreMadeWhereTheUserChooses)
+TEST_F(LocalTagsTest, TheUserChoosesTheirDirectory)
 {
     framework.display.AnswerPanel(home / "chosen");
     CreateLocal();
@@ -48,7 +48,7 @@ TEST_F(LocalTagsTest, AreMadeWhereTheUserChooses)
     EXPECT_THAT(framework.application->others, ElementsAre(kChosen)) << "the application is told";
 }
 
-TEST_F(LocalTagsTest, AreNotMadeWhenThePanelIsDismissed)
+TEST_F(LocalTagsTest, DismissingThePanelMakesNone)
 {
     framework.display.AnswerPanel(std::nullopt);
     CreateLocal();
@@ -58,7 +58,7 @@ TEST_F(LocalTagsTest, AreNotMadeWhenThePanelIsDismissed)
 }
 
 // The panel is nobody's: a second one opens beside it, and both are gone when the application is.
-TEST_F(LocalTagsTest, AskAgainThoughAPanelIsOpen)
+TEST_F(LocalTagsTest, ASecondRequestOpensAnotherPanel)
 {
     CreateLocal();
     CreateLocal();
@@ -67,7 +67,7 @@ TEST_F(LocalTagsTest, AskAgainThoughAPanelIsOpen)
     EXPECT_NE(witness.panels[0].panel, witness.panels[1].panel);
 }
 
-TEST_F(LocalTagsTest, StartAtTheWorksheetsDirectoryForTheWorksheet)
+TEST_F(LocalTagsTest, ThePanelStartsAtTheWorksheetsDirectory)
 {
     host.worksheet = true;
     host.worksheetDirectory = home.Path();
@@ -75,7 +75,7 @@ TEST_F(LocalTagsTest, StartAtTheWorksheetsDirectoryForTheWorksheet)
     EXPECT_EQ(witness.panels.at(0).directory, home.Path());
 }
 
-TEST_F(LocalTagsTest, AreMadeInTheDirectoryThatAMessageNames)
+TEST_F(LocalTagsTest, AMessageNamesTheirDirectory)
 {
     const BMessage choice = Choice("/chosen by user");
     HandleCreateTagsDirectorySelected(&host, &choice);
@@ -87,7 +87,7 @@ TEST_F(LocalTagsTest, AreMadeInTheDirectoryThatAMessageNames)
     EXPECT_THAT(requests.Take(), ElementsAre(LocalRequest(home / "src"))) << "links are followed";
 }
 
-TEST_F(LocalTagsTest, AreNotMadeForAMessageThatNamesNone)
+TEST_F(LocalTagsTest, AMessageWithoutADirectoryMakesNone)
 {
     const BMessage empty(kChosen);
     HandleCreateTagsDirectorySelected(&host, &empty);
@@ -97,7 +97,7 @@ TEST_F(LocalTagsTest, AreNotMadeForAMessageThatNamesNone)
     EXPECT_THAT(requests.Take(), ElementsAre());
 }
 
-TEST_F(LocalTagsTest, AreUpdatedWhereTheNearestTagsFileIs)
+TEST_F(LocalTagsTest, TheNearestTagsFileIsUpdated)
 {
     const struct {
         const char* why;
@@ -117,7 +117,7 @@ TEST_F(LocalTagsTest, AreUpdatedWhereTheNearestTagsFileIs)
     EXPECT_TRUE(witness.panels.empty());
 }
 
-TEST_F(LocalTagsTest, AreUpdatedBesideALinkAndNotWhereItLeads)
+TEST_F(LocalTagsTest, ALinkedTagsFileIsUpdatedAtTheLink)
 {
     home.Write("elsewhere/tags", "");
     std::filesystem::create_symlink(home / "elsewhere/tags", home / "src/tags");
@@ -125,7 +125,7 @@ TEST_F(LocalTagsTest, AreUpdatedBesideALinkAndNotWhereItLeads)
     EXPECT_THAT(requests.Take(), ElementsAre(LocalRequest(home / "src"))) << "the move takes the link's place";
 }
 
-TEST_F(LocalTagsTest, AreAskedForWhenThereIsNothingToUpdate)
+TEST_F(LocalTagsTest, ThePanelOpensWhenThereIsNothingToUpdate)
 {
     CreateOrUpdate();
     EXPECT_EQ(witness.panels.size(), 1u);

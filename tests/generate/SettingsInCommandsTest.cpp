@@ -64,7 +64,7 @@ protected:
     RealShell shell;
 };
 
-TEST_F(SettingsInCommands, RunWhatTheyAreWrittenToRun)
+TEST_F(SettingsInCommands, MayRunCommands)
 {
     ::setenv("WREN_CTAGS", shell.MakeTagsProgram("ctags").c_str(), 1);
     for (const Text& each : kTexts) {
@@ -79,7 +79,7 @@ TEST_F(SettingsInCommands, RunWhatTheyAreWrittenToRun)
 }
 
 // A setting can also have files written: a redirection is no command, and the traps do not see it.
-TEST_F(SettingsInCommands, WriteWhereTheyAreWrittenToWrite)
+TEST_F(SettingsInCommands, MayRedirectOutput)
 {
     ::setenv("WREN_CTAGS", shell.MakeTagsProgram("ctags").c_str(), 1);
     settings.Set("DeclScanSystemDirectories", (home / "src").c_str());
@@ -90,7 +90,7 @@ TEST_F(SettingsInCommands, WriteWhereTheyAreWrittenToWrite)
 }
 
 // What users have them for: several directories, patterns, and what the shell makes of them.
-TEST_F(SettingsInCommands, AreReadByTheShellAsUsersMeantThem)
+TEST_F(SettingsInCommands, AreExpandedByTheShell)
 {
     ::setenv("WREN_CTAGS", shell.MakeTagsProgram("ctags").c_str(), 1);
     home.Write("one/a.hh", "");

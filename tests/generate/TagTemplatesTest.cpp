@@ -18,7 +18,7 @@ protected:
 
 // A template is written in pieces in its source; here it stands as a user meets it in the Worksheet, before the
 // placeholders are filled in.
-TEST_F(TagTemplates, AreTheseCommandLines)
+TEST_F(TagTemplates, HaveExactlyThisText)
 {
     EXPECT_STREQ(kGenerateSystemCtags, R"(
 # Execute the following line to generate tags for the system headers:
@@ -124,7 +124,7 @@ const Directories kDirectories[] = {
     {"only a part of it", "/usr/inc lude", false},
 };
 
-TEST_F(TagTemplates, AddTheCompilersHeadersWhereverUsrIncludeStandsInTheText)
+TEST_F(TagTemplates, AddTheCompilersHeadersWhenTheTextHasUsrInclude)
 {
     for (const Directories& each : kDirectories) {
         settings.Set("DeclScanSystemDirectories", each.setting);
@@ -135,13 +135,13 @@ TEST_F(TagTemplates, AddTheCompilersHeadersWhereverUsrIncludeStandsInTheText)
     }
 }
 
-TEST_F(TagTemplates, TakeTheIgnoredMacrosAsTheyStand)
+TEST_F(TagTemplates, TakeTheIgnoredMacrosUnchanged)
 {
     settings.Set("DeclIgnoreStrings", "A B,\"C\" $D *");
     EXPECT_EQ(Built("-I $(IGNORE_STRINGS)"), "-I A B,\"C\" $D *");
 }
 
-TEST_F(TagTemplates, FillInPlaceholdersThatASettingNames)
+TEST_F(TagTemplates, ExpandPlaceholdersInSettings)
 {
     settings.Set("DeclIgnoreStrings", "$(LOCAL_HEADERS_WHERE)");
     EXPECT_EQ(Built("$(IGNORE_STRINGS)", "/a b"), "/a\\ b");
@@ -170,7 +170,7 @@ TEST_F(TagTemplates, EscapeTheDirectoryForTheShell)
         EXPECT_EQ(Built("find $(LOCAL_HEADERS_WHERE)", each.directory.c_str()), "find " + each.word) << each.why;
 }
 
-TEST_F(TagTemplates, ReplaceAPlaceholderAndAnswerACopy)
+TEST_F(TagTemplates, ReplaceAPlaceholderInACopy)
 {
     for (const Path& each : kPaths) {
         std::string text = "$(X) and $(X), not $(Y)";

@@ -46,12 +46,12 @@ TEST_F(UpdateTags, LeavesFreshFilesAlone)
     EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", false)), ElementsAre());
 }
 
-TEST_F(UpdateTags, MakesAStaleLocalFileAnewWhereItIs)
+TEST_F(UpdateTags, RebuildsAStaleLocalFileInPlace)
 {
     EXPECT_THAT(Update(TagsFile("local", true), TagsFile("system", false)), ElementsAre(LocalRequest(home / "local")));
 }
 
-TEST_F(UpdateTags, SaysWhichFileIsOutOfDateAndWhichSourceIsNewer)
+TEST_F(UpdateTags, ReportsTheStaleFileAndTheNewerSource)
 {
     Update(TagsFile("local", true), TagsFile("system", false));
     EXPECT_FALSE(requests.Last().IsAskedFor());
@@ -62,14 +62,14 @@ TEST_F(UpdateTags, SaysWhichFileIsOutOfDateAndWhichSourceIsNewer)
     EXPECT_EQ(requests.Last().newer, home / "system/a.h");
 }
 
-TEST_F(UpdateTags, MakesAStaleSystemFileAnewWhereverItIs)
+TEST_F(UpdateTags, RebuildsAStaleSystemFile)
 {
     EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", true)), ElementsAre(SystemRequest()));
     EXPECT_THAT(Update(TagsFile("local", true), TagsFile("system", true)),
                 ElementsAre(LocalRequest(home / "local"), SystemRequest()));
 }
 
-TEST_F(UpdateTags, AddsTheCompilersHeadersOnlyToThoseUnderUsrInclude)
+TEST_F(UpdateTags, AddsTheCompilersHeadersOnlyForUsrInclude)
 {
     settings.Set("DeclScanSystemDirectories", "/System/Library/Frameworks");
     EXPECT_THAT(Update(TagsFile("local", false), TagsFile("system", true)), ElementsAre(testing::SizeIs(2)));
@@ -78,7 +78,7 @@ TEST_F(UpdateTags, AddsTheCompilersHeadersOnlyToThoseUnderUsrInclude)
 }
 
 // Where the clock is set back, the new file is older than the source as well.
-TEST_F(UpdateTags, ASourceFromTheFutureHasTheFileMadeAnewOnceALookup)
+TEST_F(UpdateTags, ASourceFromTheFutureRebuildsTheFileOncePerLookup)
 {
     const BEntry tags = TagsFile("local", true);
     const std::string source = home / "local/a.h";

@@ -47,7 +47,7 @@ TEST(Bundle, ExportsItsTwoEntryPointsAndNothingElse)
     EXPECT_EQ(exported, (std::set<std::string>{"PluginHelp", "PluginMain"}));
 }
 
-TEST(Bundle, NeedsTheFrameworkAndTheStandardLibraryAlone)
+TEST(Bundle, LinksOnlyTheFrameworkAndTheStandardLibrary)
 {
     std::set<std::string> allowed = {"[libvetch.so]", "[libstdc++.so.6]",       "[libgcc_s.so.1]",        "[libc.so.6]",
                                      "[libm.so.6]",   "[ld-linux-x86-64.so.2]", "[ld-linux-aarch64.so.1]"};
@@ -62,7 +62,7 @@ TEST(Bundle, NeedsTheFrameworkAndTheStandardLibraryAlone)
 }
 
 // Threads that generate tags are not waited for when the editor lets go of the library.
-TEST(Bundle, StaysInMemoryOnceItWasLoaded)
+TEST(Bundle, StaysLoaded)
 {
     void* const library = ::dlopen(DECLARATION_LIBRARY, RTLD_NOW | RTLD_LOCAL);
     ASSERT_NE(library, nullptr) << ::dlerror();

@@ -34,7 +34,7 @@ protected:
     }
 };
 
-TEST_F(ButtonMenu, HasNineItemsInSmallType)
+TEST_F(ButtonMenu, HasNineItemsInASmallFont)
 {
     const vetch::MenuDescription menu = Menu();
     EXPECT_EQ(menu.name, "declarationPopUp");
@@ -51,7 +51,7 @@ TEST_F(ButtonMenu, OpensBelowTheButtonOnTheScreen)
     EXPECT_EQ(Menu().where, (BPoint{8, 26}));
 }
 
-TEST_F(ButtonMenu, ShowsTheKeysThatCommandsAreBoundTo)
+TEST_F(ButtonMenu, ShowsTheKeysOfBoundCommands)
 {
     for (const Row& row : kRows)
         if (row.command != nullptr)
@@ -63,13 +63,13 @@ TEST_F(ButtonMenu, ShowsTheKeysThatCommandsAreBoundTo)
     }
 }
 
-TEST_F(ButtonMenu, ShowsNoKeyForCommandsThatAreNotBound)
+TEST_F(ButtonMenu, ShowsNoKeysForUnboundCommands)
 {
     for (const vetch::MenuRow& row : Menu().rows)
         EXPECT_EQ(row.key, 0) << row.label;
 }
 
-TEST(SetModifiersIfDefined, LeavesAnItemAloneWhoseCommandHasNoKey)
+TEST(SetModifiersIfDefined, SkipsCommandsWithoutAKey)
 {
     FakeHost host;
     BMenuItem item("Look up...", nullptr, 'L', B_COMMAND_KEY);
@@ -109,7 +109,7 @@ TEST_F(ButtonMenu, NeedsAWordAtTheEndOfTheSelectionForTwoItems)
     }
 }
 
-TEST_F(ButtonMenu, DoesWhatIsChosen)
+TEST_F(ButtonMenu, RunsTheChosenItem)
 {
     UseSomeTags();
     host.SetMarked("draw|");
@@ -139,7 +139,7 @@ TEST_F(ButtonMenu, DoesWhatIsChosen)
     EXPECT_TRUE(host.log.empty()); // no "CommandDone": no command was named
 }
 
-TEST_F(ButtonMenu, CompletingFromItIsNoCommandOfItsOwn)
+TEST_F(ButtonMenu, CompletingFromItDoesNotShieldTheEdit)
 {
     host.SetMarked("draw|");
     Choose(8);

@@ -49,7 +49,7 @@ TEST_F(EventTable, RegistersCommandsThenFlagsThenSettings)
     EXPECT_EQ(host.log, expected);
 }
 
-TEST(PluginHelp, SaysItExactlyLikeThis)
+TEST(PluginHelp, HasExactlyThisText)
 {
     EXPECT_STREQ(PluginHelp(), "Symbol lookup plugin.\nClick to look up the selection's declaration or definition.\n"
                                "Option-click a word to look up it's declaration.\nControl-Option-click a word to look "
@@ -76,7 +76,7 @@ TEST_F(EventTable, ResourceIDsAreAnswered)
     EXPECT_EQ(host.log, Calls{"SetResourceIDs 14000 14001"});
 }
 
-TEST_F(EventTable, APreferencePanelIsOffered)
+TEST_F(EventTable, OffersAPreferencePanel)
 {
     EXPECT_EQ(Send(500), 0);
     EXPECT_EQ(host.log,
@@ -122,7 +122,7 @@ TEST_F(EventTable, ClosesPalettesAndForgetsTheActivation)
     }
 }
 
-TEST_F(EventTable, AnActivationIsNotedWithItsTime)
+TEST_F(EventTable, AnActivationIsRecordedWithItsTime)
 {
     vetch::AdvanceVirtualClock(2345);
     EXPECT_EQ(Send(300), 0);
@@ -158,7 +158,7 @@ struct CommandCase {
     Calls seats;
 };
 
-TEST_F(EventTable, NamedCommandsDoWhatTheySay)
+TEST_F(EventTable, RunsCommandsByName)
 {
     UseSomeTags();
     host.SetMarked("draw|");
@@ -184,7 +184,7 @@ TEST_F(EventTable, NamedCommandsDoWhatTheySay)
     }
 }
 
-TEST_F(EventTable, AnUnknownCommandClosesPalettesAllTheSame)
+TEST_F(EventTable, AnUnknownCommandClosesPalettes)
 {
     OpenResults();
     EXPECT_EQ(SendCommand("SomethingElse"), 1);
@@ -192,7 +192,7 @@ TEST_F(EventTable, AnUnknownCommandClosesPalettesAllTheSame)
     EXPECT_EQ(host.log, Calls{"CommandDone 0"});
 }
 
-TEST_F(EventTable, SettingsCommandsAreAnsweredByWhetherTheyFit)
+TEST_F(EventTable, SettingsCommandsReportWhetherTheyWereApplied)
 {
     EXPECT_EQ(Set("DeclAutoComplete", "off"), 1);
     EXPECT_EQ(Set("DeclAutoComplete", "On"), 0);
@@ -204,7 +204,7 @@ TEST_F(EventTable, SettingsCommandsAreAnsweredByWhetherTheyFit)
     EXPECT_FALSE(DeclarationSettings::Instance()->AutoComplete());
 }
 
-TEST_F(EventTable, SavingWritesWhatDiffersFromItsDefault)
+TEST_F(EventTable, SavingWritesSettingsThatDifferFromTheirDefaults)
 {
     EXPECT_EQ(Send(400), 0);
     EXPECT_TRUE(TakeLog().empty());
@@ -213,7 +213,7 @@ TEST_F(EventTable, SavingWritesWhatDiffersFromItsDefault)
     EXPECT_EQ(TakeLog(), Calls{"WriteSettings DeclAutoComplete off\n"});
 }
 
-TEST_F(EventTable, ASettingIsAnsweredWithACopy)
+TEST_F(EventTable, ASettingsValueIsReturnedAsACopy)
 {
     host.name = "DeclIndexSuffixes";
     EXPECT_EQ(Send(402), 1);
@@ -222,7 +222,7 @@ TEST_F(EventTable, ASettingIsAnsweredWithACopy)
     delete[] host.returnedValue;
 }
 
-TEST_F(EventTable, AnUnknownSettingLeavesTheAnswerAlone)
+TEST_F(EventTable, AnUnknownSettingLeavesTheReplyUnchanged)
 {
     char untouched[] = "untouched";
     host.returnedValue = untouched;
@@ -234,7 +234,7 @@ TEST_F(EventTable, AnUnknownSettingLeavesTheAnswerAlone)
     EXPECT_STREQ(untouched, "untouched");
 }
 
-TEST(ReturnSettingNameValue, CopiesEvenNothing)
+TEST(ReturnSettingNameValue, CopiesEmptyAndNullTexts)
 {
     FakeHost host;
     host.ReturnSettingNameValue("");
@@ -270,7 +270,7 @@ struct MessageCase {
     Calls seats;
 };
 
-TEST_F(EventTable, MessagesForTheDocumentGoWhereTheyBelong)
+TEST_F(EventTable, DocumentMessagesReachTheirHandlers)
 {
     const MessageCase kMessages[] = {
         {"a directory was chosen", FourCC("gnlt"), 0, false, {"HandleCreateTagsDirectorySelected /some/directory"}},
@@ -310,7 +310,7 @@ public:
     void ReallyQuit() { CompletionWindow::Quit(); }
 };
 
-TEST_F(EventTable, ClosingQuitsResultsThenCompletionsAndClearsNothingItself)
+TEST_F(EventTable, ClosingQuitsResultsAndThenCompletions)
 {
     gQuits.clear();
     auto* results = new ToldToQuit;
@@ -326,7 +326,7 @@ TEST_F(EventTable, ClosingQuitsResultsThenCompletionsAndClearsNothingItself)
     EXPECT_EQ(SearchWindow::gSearchWin, nullptr);
 }
 
-TEST_F(EventTable, AKeyThatNoListTookQuitsTheResultsAndNotTheCompletions)
+TEST_F(EventTable, AKeyThatNoListTookQuitsTheResultsOnly)
 {
     gQuits.clear();
     auto* results = new ToldToQuit;

@@ -32,7 +32,7 @@ const Noted kNoted[] = {
     {"nothing while completion while typing is off", "x = dra|", "off", 0, 0, 0},
 };
 
-TEST_F(KeyEvents, AKeyDownNotesWhatStandsBeforeTheCaret)
+TEST_F(KeyEvents, AKeyDownRecordsTheIdentifierBeforeTheCaret)
 {
     for (const Noted& row : kNoted) {
         Set("DeclAutoComplete", row.autoComplete);
@@ -55,7 +55,7 @@ TEST_F(KeyEvents, AKeyDownClosesTheResults)
     EXPECT_EQ(Seats::calls, Calls{"RouteKeyboardEventIfNeeded q"});
 }
 
-TEST_F(KeyEvents, AKeyThatTheCompletionsTookIsUsedUpAndClosesNothing)
+TEST_F(KeyEvents, AKeyThatTheCompletionsTookClosesNothing)
 {
     OpenResultsBeside("x = dra|");
     Seats::routed = 2;
@@ -90,7 +90,7 @@ const Typed kTyped[] = {
     {"a colon counts as part of it", "x = std|", "x = std:|", true},
 };
 
-TEST_F(KeyEvents, ATypedKeySuggestsWhenAnIdentifierBeganOrGrewAndClosesOtherwise)
+TEST_F(KeyEvents, ATypedKeySuggestsWhileAnIdentifierGrowsAndClosesOtherwise)
 {
     for (const Typed& row : kTyped) {
         host.SetMarked(row.before);
@@ -123,7 +123,7 @@ const Rule kRules[] = {
     {"shorter", 7, 4, 5, false},
 };
 
-TEST_F(KeyEvents, EachThingThatWasNotedCountsByItself)
+TEST_F(KeyEvents, EachRecordedValueCountsSeparately)
 {
     for (const Rule& row : kRules)
         for (const long event : {207L, 208L}) {
@@ -150,7 +150,7 @@ const Passed kPassed[] = {
     {"both", true, "off"},
 };
 
-TEST_F(KeyEvents, ATypedKeyThatIsPassedOverStillClearsFlags)
+TEST_F(KeyEvents, AnIgnoredTypedKeyStillClearsFlags)
 {
     for (const Passed& row : kPassed) {
         for (const char* after : {"x = draw|", "x = dr|"}) {
@@ -189,7 +189,7 @@ const Edited kEdited[] = {
     {"no identifier", "x = dra|", "x = dra;|", true},
 };
 
-TEST_F(KeyEvents, AnEditClosesUnlessTheIdentifierGrewAndNeverSuggests)
+TEST_F(KeyEvents, AnEditNeverSuggestsAndClosesUnlessTheIdentifierGrew)
 {
     for (const Edited& row : kEdited) {
         host.SetMarked(row.before);
@@ -207,7 +207,7 @@ TEST_F(KeyEvents, AnEditClosesUnlessTheIdentifierGrewAndNeverSuggests)
     }
 }
 
-TEST_F(KeyEvents, AnEditClosesNothingWhileCompletionWhileTypingIsOff)
+TEST_F(KeyEvents, AnEditClosesNothingWhenCompletionWhileTypingIsOff)
 {
     for (const bool ownEdit : {true, false}) {
         Set("DeclAutoComplete", "on");
@@ -223,7 +223,7 @@ TEST_F(KeyEvents, AnEditClosesNothingWhileCompletionWhileTypingIsOff)
     }
 }
 
-TEST_F(KeyEvents, TheCompletionCommandsOwnEditClosesNothingOnce)
+TEST_F(KeyEvents, TheCompletionCommandsOwnEditClosesNothing)
 {
     host.SetMarked("x = dra|");
     SendKeyDown('.');

@@ -45,7 +45,7 @@ protected:
     }
 };
 
-TEST_F(LookupCommands, ASingleMatchOpensAndLeavesNoWindow)
+TEST_F(LookupCommands, ASingleMatchOpensWithoutAWindow)
 {
     UseSomeTags();
     host.SetMarked("x = once|;");
@@ -70,7 +70,7 @@ TEST_F(LookupCommands, SeveralMatchesAreListedAtTheIdentifier)
     EXPECT_TRUE(TakeOpened().empty());
 }
 
-TEST_F(LookupCommands, WithoutAThreadASingleMatchOpensAllTheSame)
+TEST_F(LookupCommands, ASingleMatchOpensWithoutAThread)
 {
     UseSomeTags();
     host.SetMarked("x = once|;");
@@ -82,7 +82,7 @@ TEST_F(LookupCommands, WithoutAThreadASingleMatchOpensAllTheSame)
     EXPECT_TRUE(complaints.Take().empty()) << "it takes none";
 }
 
-TEST_F(LookupCommands, WithoutAThreadAListOrADialogIsReportedAndLeavesNoWindow)
+TEST_F(LookupCommands, AListOrDialogWithoutAThreadIsReportedAndClosed)
 {
     UseSomeTags();
     Complaints complaints;
@@ -106,7 +106,7 @@ TEST_F(LookupCommands, WithoutAThreadAListOrADialogIsReportedAndLeavesNoWindow)
     }
 }
 
-TEST_F(LookupCommands, NoMatchBeepsAndLeavesNoWindow)
+TEST_F(LookupCommands, ALookupWithoutAMatchBeepsWithoutAWindow)
 {
     UseSomeTags();
     host.SetMarked("missing|");
@@ -135,7 +135,7 @@ const Type kTypes[] = {
     {"only defined, anything wanted", "body|", kLookUpAny, {{"view.cpp", 7}}},
 };
 
-TEST_F(LookupCommands, FindWhatTheirTypeWants)
+TEST_F(LookupCommands, FindDeclarationsOrDefinitionsByType)
 {
     UseSomeTags();
     long beeps = 0;
@@ -156,7 +156,7 @@ TEST_F(LookupCommands, FindWhatTheirTypeWants)
     }
 }
 
-TEST_F(LookupCommands, AForcedDialogOpensAndSearchesNothing)
+TEST_F(LookupCommands, AForcedDialogOpensWithoutASearch)
 {
     UseSomeTags();
     host.SetMarked("once|");
@@ -166,7 +166,7 @@ TEST_F(LookupCommands, AForcedDialogOpensAndSearchesNothing)
     EXPECT_EQ(host.pointsAsked, 0);
 }
 
-TEST_F(LookupCommands, NothingSelectedOpensTheDialogWhateverTheType)
+TEST_F(LookupCommands, AnEmptySelectionOpensTheDialogForAnyType)
 {
     UseSomeTags();
     for (const long type : {0, 1, 2}) {
@@ -179,7 +179,7 @@ TEST_F(LookupCommands, NothingSelectedOpensTheDialogWhateverTheType)
     EXPECT_EQ(framework.display.Beeps(), 0);
 }
 
-TEST_F(LookupCommands, AClickBesideAWordDoesNothingAtAll)
+TEST_F(LookupCommands, AClickBesideAWordDoesNothing)
 {
     UseSomeTags();
     host.SetMarked("( | )");
@@ -190,7 +190,7 @@ TEST_F(LookupCommands, AClickBesideAWordDoesNothingAtAll)
     EXPECT_EQ(host.pointsAsked, 0);
 }
 
-TEST_F(LookupCommands, WithoutTagsASelectionIsNotLookedAtBeforeTheUserIsAsked)
+TEST_F(LookupCommands, MissingTagsAreAskedAboutBeforeTheSelectionIsRead)
 {
     for (const char* text : {"( | )", "draw|"}) {
         witness.alerts.clear();
@@ -204,7 +204,7 @@ TEST_F(LookupCommands, WithoutTagsASelectionIsNotLookedAtBeforeTheUserIsAsked)
     }
 }
 
-TEST_F(LookupCommands, WithoutTagsAForcedDialogDoesNotOpen)
+TEST_F(LookupCommands, AForcedDialogDoesNotOpenWithoutTags)
 {
     framework.display.AnswerAlert(0);
     LookUp(true);
@@ -213,7 +213,7 @@ TEST_F(LookupCommands, WithoutTagsAForcedDialogDoesNotOpen)
     EXPECT_TRUE(framework.Windows().empty());
 }
 
-TEST_F(LookupCommands, WithoutTagsAClickAsksOnlyAboutAWord)
+TEST_F(LookupCommands, AClickWithoutTagsAsksOnlyOnAWord)
 {
     host.SetMarked("( | )");
     LookUpAt(2);
@@ -236,7 +236,7 @@ const Points kPoints[] = {
     {"a list, which asks again to place itself", "draw|", 2},
 };
 
-TEST_F(LookupCommands, AskForThePlaceOfEveryLookup)
+TEST_F(LookupCommands, AskTheHostForThePlaceOfEveryLookup)
 {
     UseSomeTags();
     for (const Points& row : kPoints) {
@@ -248,7 +248,7 @@ TEST_F(LookupCommands, AskForThePlaceOfEveryLookup)
     }
 }
 
-TEST_F(LookupCommands, ANewListReplacesNothingByItself)
+TEST_F(LookupCommands, ANewListDoesNotCloseTheOldOne)
 {
     UseSomeTags();
     host.SetMarked("draw|");
@@ -286,7 +286,7 @@ const Stale kStale[] = {
     {"the setting is off", "once|", kLookUpAny, "off", false},
 };
 
-TEST_F(LookupCommands, HaveStaleTagsMadeAnewAfterwards)
+TEST_F(LookupCommands, RebuildStaleTagsAfterwards)
 {
     UseStaleTags(TagLine("draw", "view.h", 12, 'p') + TagLine("draw", "view.cpp", 34, 'f') +
                  TagLine("once", "view.h", 3, 'p'));
@@ -301,7 +301,7 @@ TEST_F(LookupCommands, HaveStaleTagsMadeAnewAfterwards)
     }
 }
 
-TEST_F(LookupCommands, TheDialogMakesNoTagsAnew)
+TEST_F(LookupCommands, TheDialogRebuildsNoTags)
 {
     UseStaleTags(TagLine("once", "view.h", 3, 'p'));
     LookUp(true);

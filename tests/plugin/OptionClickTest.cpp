@@ -44,14 +44,14 @@ TEST_F(OptionClick, LooksUpTheWordUnderTheMouse)
     EXPECT_EQ(host.log, Calls{"CommandDone 0"});
 }
 
-TEST_F(OptionClick, WithControlItFindsTheDefinition)
+TEST_F(OptionClick, FindsTheDefinitionWithControl)
 {
     vetch::SetModifiers(kControl | kOption);
     EXPECT_EQ(Send(203), 2);
     EXPECT_EQ(framework.application->opened, (Opened{{Source("view.cpp"), 34}}));
 }
 
-TEST_F(OptionClick, IsUsedUpEvenWhereThereIsNoWord)
+TEST_F(OptionClick, IsUsedUpEvenWithoutAWord)
 {
     host.SetMarked("( |  )");
     host.mouse = {14, 10};
@@ -85,7 +85,7 @@ const Keys kKeys[] = {
     {"both settings off", kOption, "off", "off", false},
 };
 
-TEST_F(OptionClick, WantsExactlyItsKeysAndItsSetting)
+TEST_F(OptionClick, NeedsExactlyItsModifiersAndItsSetting)
 {
     for (const Keys& row : kKeys) {
         vetch::SetModifiers(row.held);
@@ -95,7 +95,7 @@ TEST_F(OptionClick, WantsExactlyItsKeysAndItsSetting)
     }
 }
 
-TEST_F(OptionClick, WantsTheFirstButtonAlone)
+TEST_F(OptionClick, NeedsTheFirstButton)
 {
     for (const uint32 buttons : {0u, 1u, 2u, 3u, 4u, 5u}) {
         host.mouseButtons = buttons;
@@ -116,7 +116,7 @@ const Where kPlaces[] = {
     {"below it", {350, 601}, false},
 };
 
-TEST_F(OptionClick, CountsInsideTheTextAndOnItsEdges)
+TEST_F(OptionClick, WorksInsideTheTextAndOnItsEdges)
 {
     host.SetMarked(std::string(100, ' ') + "|");
     host.text = "draw";
@@ -128,7 +128,7 @@ TEST_F(OptionClick, CountsInsideTheTextAndOnItsEdges)
     }
 }
 
-TEST_F(OptionClick, WantsAnActiveWindow)
+TEST_F(OptionClick, NeedsAnActiveWindow)
 {
     window->Activate(false);
     EXPECT_FALSE(LooksUp("inactive"));
@@ -151,7 +151,7 @@ const After kAfter[] = {
     {"much later", 5000000, true},
 };
 
-TEST_F(OptionClick, TheClickThatActivatesAWindowIsNotMeantForItsText)
+TEST_F(OptionClick, TheClickThatActivatesAWindowLooksNothingUp)
 {
     for (const After& row : kAfter) {
         Send(300);
@@ -173,7 +173,7 @@ TEST_F(OptionClick, TheActivationOfAnotherWindowDoesNotMatter)
     EXPECT_TRUE(LooksUp("another window was activated"));
 }
 
-TEST_F(OptionClick, ClosesPalettesEvenWhenItIsNone)
+TEST_F(OptionClick, APlainClickClosesPalettes)
 {
     vetch::SetModifiers(0);
     OpenResults();

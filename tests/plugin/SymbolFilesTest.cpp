@@ -32,7 +32,7 @@ protected:
     }
 };
 
-TEST_F(SymbolFiles, AreAddedInTheOrderOfTheirPaths)
+TEST_F(SymbolFiles, AreSortedByPath)
 {
     WriteTags("src/tags", TagLine("a", "/z/one/view.h", 1, 'p') + TagLine("b", "/a/two/view.h", 1, 'p') +
                               TagLine("c", "/a/two/preview.h", 1, 'p') +
@@ -44,7 +44,7 @@ TEST_F(SymbolFiles, AreAddedInTheOrderOfTheirPaths)
     EXPECT_EQ(FilesOf("missing.h", 0), Calls{});
 }
 
-TEST_F(SymbolFiles, AreTakenAsTheyAreWritten)
+TEST_F(SymbolFiles, KeepTheirEscapes)
 {
     WriteTags("src/tags", TagLine("a", "lib/view.h", 1, 'p') + TagLine("b", "/my\\ files/view.h", 1, 'p'));
     const std::string here = std::filesystem::current_path();
@@ -56,7 +56,7 @@ TEST_F(SymbolFiles, AreNotFoundWithoutTags)
     EXPECT_EQ(FilesOf("view.h", 0), Calls{});
 }
 
-TEST_F(SymbolFiles, OfTheSystemAreFoundFromTheSecondQuestionOn)
+TEST_F(SymbolFiles, SystemFilesAreFoundFromTheSecondQueryOn)
 {
     std::filesystem::rename(WriteTags("system-tags", TagLine("a", "/usr/include/view.h", 1, 'p')), [this] {
         home.WriteSystemTags("");
@@ -67,7 +67,7 @@ TEST_F(SymbolFiles, OfTheSystemAreFoundFromTheSecondQuestionOn)
     EXPECT_EQ(FilesOf("view.h", 2), Calls{"/usr/include/view.h"});
 }
 
-TEST_F(SymbolFiles, AnIncompleteQuestionIsNotAnswered)
+TEST_F(SymbolFiles, AnIncompleteQueryGetsNoReply)
 {
     WriteTags("src/tags", TagLine("a", "/a/view.h", 1, 'p'));
     const std::string directory = home / "src";

@@ -41,7 +41,7 @@ TEST(WrenWindowProxy, HasNoTargetOfItsOwn)
     EXPECT_EQ(WrenWindowProxy().Target(), nullptr);
 }
 
-TEST(WrenWindowProxy, PassesOnToTheWindowsOwnBehaviourAndNotToOverrides)
+TEST(WrenWindowProxy, ForwardsToTheBaseBehaviourAndNotToOverrides)
 {
     Framework framework;
     auto* target = new Target;
@@ -67,7 +67,7 @@ TEST(WrenWindowProxy, PassesOnToTheWindowsOwnBehaviourAndNotToOverrides)
     EXPECT_TRUE(framework.Windows().empty());
 }
 
-TEST(WrenWindowProxy, KeepsTheRestToItself)
+TEST(WrenWindowProxy, DoesNotForwardOtherCalls)
 {
     Framework framework;
     auto* target = new Target;

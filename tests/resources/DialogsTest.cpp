@@ -45,7 +45,7 @@ float WidthNeeded(const vetch::NibControl& control)
 
 } // namespace
 
-TEST(Dialogs, HaveTheControlsThatTheCodeTakes)
+TEST(Dialogs, HaveTheControlsThatTheCodeUses)
 {
     const struct {
         const char* why;
@@ -87,7 +87,7 @@ TEST(Dialogs, HaveTitles)
     EXPECT_EQ(Part("org.wren.Declaration").title, "Symbols");
 }
 
-TEST(Dialogs, StandOnASmallScreen)
+TEST(Dialogs, FitASmallScreen)
 {
     const BRect frame = Part("EntryWindow").frame;
     const BRect screen = {0, 0, 1024, 600};
@@ -95,7 +95,7 @@ TEST(Dialogs, StandOnASmallScreen)
     EXPECT_LE(Part("org.wren.Declaration").frame.Height(), screen.Height());
 }
 
-TEST(Dialogs, AreLaidOutOnAGridWithNothingInTheWayOfAnything)
+TEST(Dialogs, HaveAlignedControlsThatDoNotOverlap)
 {
     for (const char* name : kParts) {
         const vetch::NibPart part = Part(name);

@@ -193,7 +193,7 @@ TEST(ScanForSuggestionPattern, AssemblesSelectors)
     }
 }
 
-TEST(ScanForSuggestionPattern, PlacesASelectorBehindItsLastColon)
+TEST(ScanForSuggestionPattern, PlacesASelectorAfterItsLastColon)
 {
     FakeHost host("[obj set|Object:x forKey:key];");
     const Result r = Scan(host, kLookup);
@@ -239,7 +239,7 @@ TEST(ScanForSuggestionPattern, CompletesAtTheEndOfASelection)
     EXPECT_EQ(r.end, 8);
 }
 
-TEST(ScanForSuggestionPattern, TakesTheSelectionItselfAsItsResult)
+TEST(ScanForSuggestionPattern, AnswersWithTheSelectionItself)
 {
     FakeHost host("x = std::vec|");
     long start = 12, end = 12;
@@ -249,7 +249,7 @@ TEST(ScanForSuggestionPattern, TakesTheSelectionItselfAsItsResult)
     EXPECT_EQ(end, 12);
 }
 
-TEST(ScanForSuggestionPattern, ReadsLeftwardsOnceAndNamesTwice)
+TEST(ScanForSuggestionPattern, ReadsTheContextOnceAndNamesTwice)
 {
     const std::string filler(10000, ' ');
     CountingHost host(filler + "foo_bar|" + filler);
@@ -261,7 +261,7 @@ TEST(ScanForSuggestionPattern, ReadsLeftwardsOnceAndNamesTwice)
     EXPECT_LE(host.reads, host.selectionEnd + 10) << "nothing far to the right";
 }
 
-TEST(ScanForSuggestionPattern, StopsAtTheStatementsBeginning)
+TEST(ScanForSuggestionPattern, StopsAtTheStartOfTheStatement)
 {
     const std::string filler(10000, ' ');
     CountingHost host(filler + "; x = foo_bar|;" + filler);

@@ -36,7 +36,7 @@ const KindCase kKindCases[] = {
     {"and however many colons there are", "a::b:c:", false, false, true},
 };
 
-TEST(PatternKind, IsToldByTheColons)
+TEST(PatternKind, DependsOnTheColons)
 {
     for (const KindCase& c : kKindCases) {
         EXPECT_EQ(IsObjCPattern(c.pattern), c.objC) << c.why;
@@ -57,12 +57,12 @@ std::string Pairs(Match match)
     return pairs;
 }
 
-TEST(BackwardBracketMatch, KnowsThreePairs)
+TEST(BackwardBracketMatch, MatchesThreePairs)
 {
     EXPECT_EQ(Pairs(BackwardBracketMatch), "() <> [] ");
 }
 
-TEST(ObjcForwardBracketMatch, KnowsNoAngleBrackets)
+TEST(ObjcForwardBracketMatch, MatchesNoAngleBrackets)
 {
     EXPECT_EQ(Pairs(ObjcForwardBracketMatch), ")( ][ ") << "in the arguments of a message '<' compares";
 }

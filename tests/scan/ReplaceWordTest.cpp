@@ -92,7 +92,7 @@ TEST(ReplaceWord, DeletesNothingOfASelector)
                                       "InsertText rame: style: 12", "Select 18 18"));
 }
 
-TEST(ReplaceWord, GoesThroughAllStepsForAnEmptyCompletion)
+TEST(ReplaceWord, TakesAllStepsForAnEmptyCompletion)
 {
     FakeHost host("x = vec|;");
     ReplaceWord(&host, "");
@@ -101,7 +101,7 @@ TEST(ReplaceWord, GoesThroughAllStepsForAnEmptyCompletion)
 }
 
 // The host is told of an edit each time, so that each choice is a step that can be undone.
-TEST(ReplaceWord, GoesThroughAllStepsWhenNothingIsMissing)
+TEST(ReplaceWord, TakesAllStepsWhenNothingIsMissing)
 {
     FakeHost host("[a setAll:|];");
     ReplaceWord(&host, "setAll:");
@@ -111,7 +111,7 @@ TEST(ReplaceWord, GoesThroughAllStepsWhenNothingIsMissing)
 
 // An empty completion stands for no selector, so it is not put in behind one: the range is taken away, whatever it
 // says.
-TEST(ReplaceWord, TakesAwayTheRangeOfASelectorForAnEmptyCompletion)
+TEST(ReplaceWord, DeletesTheRangeOfASelectorForAnEmptyCompletion)
 {
     FakeHost host("[object set:x to:y|];");
     ReplaceWord(&host, "");
@@ -121,7 +121,7 @@ TEST(ReplaceWord, TakesAwayTheRangeOfASelectorForAnEmptyCompletion)
 }
 
 // A selector's range is no place in the document, and may begin before it: no host could answer what stands there.
-TEST(ReplaceWord, ReadsNothingInPlaceOfASelector)
+TEST(ReplaceWord, ReadsNothingOfASelectorsRange)
 {
     struct ReadingHost : FakeHost {
         using FakeHost::FakeHost;

@@ -25,7 +25,7 @@ const RangeCase kRangeCases[] = {
     {"a range that ends behind the text", 4, 6, std::string("d\0", 2)},
 };
 
-TEST(StringText, AnswersAsTheHostDoes)
+TEST(StringText, AnswersLikeTheHost)
 {
     FakeHost host;
     host.text = "ab\ncd";
@@ -59,7 +59,7 @@ TEST(StringText, CountsLinesFromZero)
         EXPECT_EQ(scan::StringText("ab\ncd").LineAt(c.offset), c.line) << c.why;
 }
 
-TEST(StringText, IsScannedWithoutAHost)
+TEST(StringText, CanBeScannedWithoutAHost)
 {
     const scan::StringText text("x = std::vec + foo;");
     EXPECT_EQ(scan::WordAround(text, 6, 6), "std::vec");

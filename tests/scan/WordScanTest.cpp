@@ -111,7 +111,7 @@ TEST(IsPatternBeforeSelection, Cases)
     }
 }
 
-TEST(IsPatternBeforeSelection, HasNoLongestWord)
+TEST(IsPatternBeforeSelection, AcceptsWordsOfAnyLength)
 {
     FakeHost host(" " + std::string(5000, 'a') + "|");
     long caret, start, length;
@@ -119,7 +119,7 @@ TEST(IsPatternBeforeSelection, HasNoLongestWord)
     EXPECT_EQ(length, 5000);
 }
 
-TEST(IsPatternBeforeSelection, AsksForTheLinesOfAnEmptySelectionToo)
+TEST(IsPatternBeforeSelection, ReadsTheLinesOfAnEmptySelection)
 {
     CountingHost host(" foo|");
     host.everyOffsetIsALine = true;
@@ -128,7 +128,7 @@ TEST(IsPatternBeforeSelection, AsksForTheLinesOfAnEmptySelectionToo)
     EXPECT_EQ(host.reads, 0);
 }
 
-TEST(WordScanners, ReadNoMoreThanTheWordAndItsNeighbours)
+TEST(WordScanners, ReadOnlyTheWordAndItsNeighbours)
 {
     const std::string filler(10000, ' ');
     CountingHost host(filler + "foo_bar|" + filler);

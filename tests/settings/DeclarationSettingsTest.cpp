@@ -21,7 +21,7 @@ std::string Value(const char* name)
     return value;
 }
 
-TEST(DeclarationSettings, StartWithTheirDefaults)
+TEST(DeclarationSettings, HaveTheirDefaultsAtFirst)
 {
     const DefaultSettings defaults;
     const DeclarationSettings* settings = DeclarationSettings::Instance();
@@ -39,12 +39,12 @@ TEST(DeclarationSettings, StartWithTheirDefaults)
     EXPECT_STREQ(settings->IndexSuffixes(), "*.h *.c *.cp *.cpp *.m *.mm");
 }
 
-TEST(DeclarationSettings, AreOneObject)
+TEST(DeclarationSettings, AreASingleton)
 {
     EXPECT_EQ(DeclarationSettings::Instance(), DeclarationSettings::Instance());
 }
 
-TEST(DeclarationSettings, RegisterInTheirOrder)
+TEST(DeclarationSettings, RegisterInOrder)
 {
     FakeHost host;
     DeclarationSettings::Instance()->Register(&host);
@@ -56,7 +56,7 @@ TEST(DeclarationSettings, RegisterInTheirOrder)
                             "RegisterSetting DeclLocalTagSubdirectories", "RegisterSetting DeclIndexSuffixes"));
 }
 
-TEST(DeclarationSettings, SaveNothingAtTheirDefaults)
+TEST(DeclarationSettings, SaveNoDefaults)
 {
     const DefaultSettings defaults;
     FakeHost host;
@@ -64,7 +64,7 @@ TEST(DeclarationSettings, SaveNothingAtTheirDefaults)
     EXPECT_THAT(host.log, IsEmpty());
 }
 
-TEST(DeclarationSettings, AreEachReadByItsAccessor)
+TEST(DeclarationSettings, HaveAnAccessorEach)
 {
     const DefaultSettings defaults;
     const DeclarationSettings* settings = DeclarationSettings::Instance();
@@ -99,7 +99,7 @@ TEST(DeclarationSettings, AreEachReadByItsAccessor)
     }
 }
 
-TEST(DeclarationSettings, KeepTheSubdirectoriesThatNothingReads)
+TEST(DeclarationSettings, KeepTheUnusedSubdirectories)
 {
     const DefaultSettings defaults;
     EXPECT_TRUE(DefaultSettings::Set("DeclLocalTagSubdirectories", "src"));
@@ -109,7 +109,7 @@ TEST(DeclarationSettings, KeepTheSubdirectoriesThatNothingReads)
     EXPECT_THAT(host.log, ElementsAre("WriteSettings DeclLocalTagSubdirectories src\n"));
 }
 
-TEST(DeclarationSettings, ShowDirectoriesOnLines)
+TEST(DeclarationSettings, ShowOneDirectoryPerLine)
 {
     const DefaultSettings defaults;
     const DeclarationSettings* settings = DeclarationSettings::Instance();
@@ -118,7 +118,7 @@ TEST(DeclarationSettings, ShowDirectoriesOnLines)
     EXPECT_STREQ(settings->ScanSystemDirectoriesForEditItem(), "/opt/My\\ Headers\n/b");
 }
 
-TEST(DeclarationSettings, AreNotMadeAgainOnceDeleted)
+TEST(DeclarationSettings, AreNotRecreatedAfterDeletion)
 {
     testing::FLAGS_gtest_death_test_style = "threadsafe"; // in a process of its own: the dead pointer stays behind
     EXPECT_EXIT(
@@ -131,7 +131,7 @@ TEST(DeclarationSettings, AreNotMadeAgainOnceDeleted)
         testing::ExitedWithCode(0), "");
 }
 
-TEST(DeclarationSettings, MayBeDeletedWithoutHavingBeenMade)
+TEST(DeclarationSettings, MayBeDeletedBeforeTheirFirstUse)
 {
     testing::FLAGS_gtest_death_test_style = "threadsafe"; // a process that has not made them yet
     EXPECT_EXIT(

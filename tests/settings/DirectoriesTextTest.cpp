@@ -46,7 +46,7 @@ const Case kCases[] = {
     {"a byte that is 0", std::string("/a\0b", 4), "/a b", "/a\nb"},
 };
 
-TEST(Directories, AreStoredWithBlanksAndShownOnLines)
+TEST(Directories, AreStoredWithBlanksAndShownOnePerLine)
 {
     for (const Case& c : kCases) {
         EXPECT_EQ(SystemDirectoriesStringForStore(c.written), c.stored) << c.why;
@@ -55,7 +55,7 @@ TEST(Directories, AreStoredWithBlanksAndShownOnLines)
     }
 }
 
-TEST(Directories, ThatAreStoredUnprotectedAreShownApart)
+TEST(Directories, UnescapedSeparatorsSplitThemWhenShown)
 {
     EXPECT_EQ(SystemDirectoriesStringForControl("/a:/b,/c"), "/a:/b,/c") << "only the user's separators are replaced";
     EXPECT_EQ(SystemDirectoriesStringForControl("/\xC3\xBC/x"), "/\n\n/x");

@@ -77,7 +77,7 @@ TEST(BoolSetting, KnowsItsDefault)
     EXPECT_TRUE(setting.MatchesDefault());
 }
 
-TEST(BoolSetting, TellsOfRealChangesOnly)
+TEST(BoolSetting, ReportsRealChangesOnly)
 {
     PluginSetting<bool> setting("S", true);
     NoticeLog log(setting, FourCC("valC"));
@@ -124,7 +124,7 @@ TEST(TextSetting, IsItsOwnTextForm)
     EXPECT_EQ(setting.StringValue(), "  two  blanks ");
 }
 
-TEST(TextSetting, ComparesTextsAndNotPointers)
+TEST(TextSetting, ComparesTexts)
 {
     const std::string one = "text", other = "text";
     PluginSetting<const char*> setting("S", one.c_str());
@@ -194,14 +194,14 @@ bool Handle(Settings& settings, FakeHost& host, std::vector<const char*> words)
     return settings.HandleSettingsCommand(&host, &arguments);
 }
 
-TEST(PluginSettings, RegisterInTheirOrder)
+TEST(PluginSettings, RegisterInOrder)
 {
     FakeHost host;
     Settings().Register(&host);
     EXPECT_THAT(host.log, ElementsAre("RegisterSetting Second", "RegisterSetting First", "RegisterSetting Text"));
 }
 
-TEST(PluginSettings, FindTheOneThatALineNames)
+TEST(PluginSettings, ApplyALineToTheSettingItNames)
 {
     FakeHost host;
     Settings settings;
@@ -225,7 +225,7 @@ TEST(PluginSettings, RefuseUnknownNamesAndMalformedValues)
     EXPECT_TRUE(settings.first.Value());
 }
 
-TEST(PluginSettings, SaveWhatDiffersFromTheDefault)
+TEST(PluginSettings, SaveOnlyChangedValues)
 {
     FakeHost host;
     Settings settings;
@@ -240,7 +240,7 @@ TEST(PluginSettings, SaveWhatDiffersFromTheDefault)
     EXPECT_THAT(host.log, ElementsAre("WriteSettings Second on\n", "WriteSettings Text 100% %s  c\n"));
 }
 
-TEST(PluginSettings, LoseAnEmptyTextOnTheWayThroughTheHost)
+TEST(PluginSettings, AnEmptyTextIsLostInTheHostsFile)
 {
     FakeHost host;
     Settings settings;
@@ -253,7 +253,7 @@ TEST(PluginSettings, LoseAnEmptyTextOnTheWayThroughTheHost)
     EXPECT_STREQ(later.text.Value(), "a b");
 }
 
-TEST(PluginSettings, AnswerForOne)
+TEST(PluginSettings, ReturnTheValueOfASetting)
 {
     FakeHost host;
     Settings settings;
@@ -266,7 +266,7 @@ TEST(PluginSettings, AnswerForOne)
     EXPECT_EQ(value, "a b");
 }
 
-TEST(PluginSettings, OwnNoneOfThem)
+TEST(PluginSettings, DoNotOwnTheirSettings)
 {
     PluginSetting<bool> outliving("Outliving", true);
     {

@@ -164,7 +164,7 @@ const DirectoriesCase kDirectoriesCases[] = {
     {"none", "", "", ""},
 };
 
-TEST_F(PreferencePanel, StoresDirectoriesAndShowsThemOnLines)
+TEST_F(PreferencePanel, StoresDirectoriesAndShowsOnePerLine)
 {
     Panel panel(framework);
     for (const DirectoriesCase& c : kDirectoriesCases) {
@@ -174,7 +174,7 @@ TEST_F(PreferencePanel, StoresDirectoriesAndShowsThemOnLines)
     }
 }
 
-TEST_F(PreferencePanel, KeepsTheUsersSelectionWhenDirectoriesAreTidiedUp)
+TEST_F(PreferencePanel, KeepsTheUsersSelectionWhenDirectoriesAreNormalised)
 {
     Panel panel(framework);
     BMessage entered(vetch::kTextEntered);
@@ -209,7 +209,7 @@ TEST_F(PreferencePanel, MayBeBuiltTwice)
     EXPECT_EQ(one.At(kDirectories).text, "/a\n/b");
 }
 
-TEST_F(PreferencePanel, IsForgottenWhenItCloses)
+TEST_F(PreferencePanel, StopsWatchingWhenItCloses)
 {
     Panel one(framework);
     one.Close();
@@ -229,7 +229,7 @@ TEST_F(PreferencePanel, IsHarmlessWithoutControlsInTheFile)
     EXPECT_TRUE(DefaultSettings::Set("DeclAutoComplete", "off")) << "its controls are there, and nowhere to be seen";
 }
 
-TEST(Bind, TiesAnyControlToAnySetting)
+TEST(Bind, ConnectsAnyControlWithAnySetting)
 {
     PluginSetting<bool> setting("S", true);
     PluginSetting<const char*> text("T", "old");
@@ -259,7 +259,7 @@ TEST(Bind, LeavesAControlAloneWhenItsSettingDies)
     EXPECT_STREQ(field.Text(), "last");
 }
 
-TEST(ScanDirectories, AreTidiedUpEvenWhenTheSettingStays)
+TEST(ScanDirectories, AreNormalisedEvenWhenTheSettingIsUnchanged)
 {
     const DefaultSettings defaults;
     DefaultSettings::Set("DeclScanSystemDirectories", "/a /b");

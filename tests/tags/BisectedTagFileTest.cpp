@@ -200,7 +200,7 @@ LiteralMatch AnyOf(Sequence& sequence)
 
 } // namespace
 
-TEST(BisectedTagFile, FindsInAnyFileWhatTheLiteralOneFinds)
+TEST(BisectedTagFile, FindsTheSameAsTheLiteralReaderInAnyFile)
 {
     const TagsFolder folder;
     Sequence sequence;
@@ -297,7 +297,7 @@ Lines Answers(const std::string& path, const std::string& pattern, const std::ve
 
 } // namespace
 
-TEST(BisectedTagFile, SearchesLearnOfAnyFileWhatAWholePassFinds)
+TEST(BisectedTagFile, SearchesLearnTheSameOrderAsAWholePass)
 {
     const TagsFolder folder;
     Sequence sequence(5);
@@ -324,7 +324,7 @@ TEST(BisectedTagFile, SearchesLearnOfAnyFileWhatAWholePassFinds)
     EXPECT_GT(inOrder, kRounds / 4);
 }
 
-TEST(BisectedTagFile, ReadingGoesOnWhereItWouldHave)
+TEST(BisectedTagFile, ReadingContinuesAfterASearchAsTheLiteralReaderDoes)
 {
     const TagsFolder folder;
     Sequence sequence(7);
@@ -348,7 +348,7 @@ TEST(BisectedTagFile, ReadingGoesOnWhereItWouldHave)
     EXPECT_GT(inOrder, kRounds / 2);
 }
 
-TEST(Bisection, StopsShortOfTheFirstLineThatBeginsSo)
+TEST(Bisection, StopsBeforeTheFirstMatchingLine)
 {
     const TempDirectory directory;
     Sequence sequence(3);
@@ -372,7 +372,7 @@ TEST(Bisection, StopsShortOfTheFirstLineThatBeginsSo)
     }
 }
 
-TEST(Bisection, GivesUpOnWhatIsNotInOrder)
+TEST(Bisection, GivesUpOnUnsortedLines)
 {
     std::string falling;
     for (char name = 'z'; name >= 'a'; --name)

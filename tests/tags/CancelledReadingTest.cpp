@@ -31,7 +31,7 @@ std::string LongTags(const std::string& name = "name")
 
 } // namespace
 
-TEST(CancelledReading, EndsAtTheNextBlockAndForGood)
+TEST(CancelledReading, EndsAtTheNextBlockForGood)
 {
     const TagsFolder folder(LongTags());
     LineReader reader;
@@ -50,7 +50,7 @@ TEST(CancelledReading, EndsAtTheNextBlockAndForGood)
     EXPECT_EQ(Names(folder.Entry()).size(), size_t(kLines)) << "later files are read";
 }
 
-TEST(CancelledReading, TeachesNothingOfAFilesOrder)
+TEST(CancelledReading, LearnsNothingAboutAFilesOrder)
 {
     const TagsFolder folder(LongTags());
     TagLines lines;
@@ -68,7 +68,7 @@ TEST(CancelledReading, TeachesNothingOfAFilesOrder)
     EXPECT_FALSE(KnownFiles::Instance().Find(*identity));
 }
 
-TEST(CancelledReading, LeavesCompletionsToBeLoadedAgain)
+TEST(CancelledReading, ACancelledLoadOfCompletionsIsRetried)
 {
     const TagsFolder local(LongTags());
     const TagsFolder system(LongTags("system"));
@@ -91,7 +91,7 @@ TEST(CancelledReading, LeavesCompletionsToBeLoadedAgain)
     EXPECT_EQ(names.size(), size_t(2 * kLines));
 }
 
-TEST(CancelledReading, LeavesPathsToBeLoadedAgain)
+TEST(CancelledReading, ACancelledLoadOfPathsIsRetried)
 {
     const TagsFolder folder(LongTags());
     const BEntry entry = folder.Entry();
@@ -111,7 +111,7 @@ TEST(CancelledReading, LeavesPathsToBeLoadedAgain)
     }
 }
 
-TEST(CancelledReading, EndsSortingAndLosesNothing)
+TEST(CancelledReading, StopsASortAndLosesNothing)
 {
     const auto less = [](const char* a, const char* b) { return std::strcmp(a, b) < 0; };
     char texts[][2] = {"c", "a", "b"};

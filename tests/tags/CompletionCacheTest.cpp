@@ -143,14 +143,14 @@ TEST(MallocedUnique, LeavesARangeWithoutDuplicatesAlone)
     }
 }
 
-TEST(CompletionCacheEntries, AreSortedByNameThenQualifierAndEachOnce)
+TEST(CompletionCacheEntries, AreSortedByNameThenQualifierWithoutDuplicates)
 {
     const Lines expected = {"B", "a", "B::a", "b::a", "ab"};
     EXPECT_EQ(Loaded({"B", "b::a", "a", "B::a", "a", "B::a", "ab"}), expected) << "a sorted file";
     EXPECT_EQ(Loaded({"ab", "b::a", "B", "a", "B::a", "a", "B::a"}), expected) << "any other";
 }
 
-TEST(CompletionCacheEntries, AreSortedLikeAnyOrderOfTheSameLines)
+TEST(CompletionCacheEntries, HaveTheSameOrderForAnyOrderOfLines)
 {
     std::mt19937 random(7);
     Lines names;
@@ -164,7 +164,7 @@ TEST(CompletionCacheEntries, AreSortedLikeAnyOrderOfTheSameLines)
     EXPECT_EQ(shuffled.size(), std::set<std::string>(names.begin(), names.end()).size());
 }
 
-TEST(CompletionCacheEntries, OfBytesFromEightyUpComeLast)
+TEST(CompletionCacheEntries, NonAsciiNamesComeLast)
 {
     EXPECT_EQ(Loaded({"\xc3\xa9tat", "z", "a"}), (Lines{"a", "z", "\xc3\xa9tat"}));
 }
@@ -186,7 +186,7 @@ TEST_F(CompletionCacheTest, LoadsInTheBackgroundAndRefusesSearchesMeanwhile)
 }
 
 // The other half is complete all the while, but a list of its names alone would change under the user's hands.
-TEST_F(CompletionCacheTest, RefusesSearchesWhileOneHalfIsLoadedAnew)
+TEST_F(CompletionCacheTest, RefusesSearchesWhileOneHalfIsReloaded)
 {
     ASSERT_TRUE(Reloads());
     const HeldTagsFile held;
@@ -202,7 +202,7 @@ TEST_F(CompletionCacheTest, RefusesSearchesWhileOneHalfIsLoadedAnew)
     EXPECT_EQ(Completed(cache, "heldN"), Lines{"heldName"});
 }
 
-TEST_F(CompletionCacheTest, ALoadWithoutAThreadIsTriedAgainAtTheNextKeyStroke)
+TEST_F(CompletionCacheTest, ALoadWithoutAThreadIsRetriedAtTheNextKeyStroke)
 {
     Complaints complaints;
     {
@@ -217,7 +217,7 @@ TEST_F(CompletionCacheTest, ALoadWithoutAThreadIsTriedAgainAtTheNextKeyStroke)
     EXPECT_EQ(Completed(cache, "system"), Lines{"systemName"});
 }
 
-TEST_F(CompletionCacheTest, AReloadWithoutAThreadLeavesTheNamesAsTheyWere)
+TEST_F(CompletionCacheTest, AReloadWithoutAThreadKeepsTheNames)
 {
     ASSERT_TRUE(Reloads());
     local.WriteTags(TagsOf({"newLocal"}));
@@ -242,7 +242,7 @@ TEST_F(CompletionCacheTest, NeverLoadsInTheForeground)
 }
 
 // What is stale is forgotten at the first look, whether or not it may be loaded there.
-TEST_F(CompletionCacheTest, AStaleHalfThatIsMetInTheForegroundIsLoadedLater)
+TEST_F(CompletionCacheTest, AStaleHalfFoundInTheForegroundIsLoadedLater)
 {
     ASSERT_TRUE(Reloads());
     const BEntry entry = local.Entry();
@@ -299,7 +299,7 @@ TEST_F(CompletionCacheTest, AnotherSystemFileLoadsNothing)
     EXPECT_EQ(Completed(cache, "systemName"), Lines{"systemName"});
 }
 
-TEST_F(CompletionCacheTest, AnOlderFileIsNotLoaded)
+TEST_F(CompletionCacheTest, AnOlderFileIsNotReloaded)
 {
     ASSERT_TRUE(Reloads());
     local.directory.Write("tags", TagsOf({"restored"}));
@@ -309,7 +309,7 @@ TEST_F(CompletionCacheTest, AnOlderFileIsNotLoaded)
 }
 
 // Where the clock was ahead, and is set right: only a later file is loaded, and one of another place whatever its time.
-TEST_F(CompletionCacheTest, AFileFromTheFutureIsLoadedOnceAndAgainWhenItIsLater)
+TEST_F(CompletionCacheTest, AFileFromTheFutureIsLoadedOnceAndAgainWhenItGetsNewer)
 {
     const time_t ahead = ::time(nullptr) + 1'000'000;
     for (const TagsFolder* half : {&local, &system}) {
@@ -366,7 +366,7 @@ TEST_F(CompletionCacheTest, AnAppearingLocalFileIsLoaded)
     EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
 }
 
-TEST_F(CompletionCacheTest, AFileThatCannotBeReadIsNotTriedAtEachKeyStroke)
+TEST_F(CompletionCacheTest, AnUnreadableFileIsNotRetriedAtEachKeyStroke)
 {
     std::filesystem::remove(system.Tags());
     EXPECT_TRUE(Reloads());
@@ -388,7 +388,7 @@ TEST_F(CompletionCacheTest, FilesWithoutNamesAreLoadedOnce)
 
 // Without a home directory there is no path to remember, so every key stroke begins a load and none ever finds
 // anything.
-TEST_F(CompletionCacheTest, WithoutASystemPathItIsAlwaysLoading)
+TEST_F(CompletionCacheTest, ItIsAlwaysLoadingWithoutASystemPath)
 {
     for (int key = 0; key < 3; ++key) {
         EXPECT_FALSE(::Load(cache, local.Entry(), BEntry()));
@@ -481,7 +481,7 @@ TEST_F(CompletionCacheTest, BothHalvesGiveOneSortedListWithoutDuplicates)
     EXPECT_EQ(used, Lines{"nb"});
 }
 
-TEST_F(CompletionCacheTest, BareNamesForPlainPatternsAndFullOnesForQualified)
+TEST_F(CompletionCacheTest, PlainPatternsGiveBareNamesAndQualifiedOnesFullNames)
 {
     local.WriteTags(TagsOf({"Outer::name", "Outer::nameToo", "Other::name", "A::Outer::nap", "name"}));
     ASSERT_TRUE(Reloads());
@@ -522,7 +522,7 @@ TEST_F(CompletionCacheTest, APatternWithAColonFindsSelectors)
     EXPECT_EQ(Completed(cache, "initWithFrame:s"), Lines{"initWithFrame:style:"});
 }
 
-TEST(CompletionCacheList, IgnoresItsLimitAndAppends)
+TEST(CompletionCacheList, IgnoresTheLimitAndAppends)
 {
     const EntryList list({"na", "A::na", "nb", "nc"});
     const CompletionCache cache;
@@ -534,7 +534,7 @@ TEST(CompletionCacheList, IgnoresItsLimitAndAppends)
     EXPECT_EQ(names, Lines{"A::na"});
 }
 
-TEST_F(CompletionCacheTest, FindsWhatLookingAtEachNameFinds)
+TEST_F(CompletionCacheTest, FindsTheSameAsALinearSearch)
 {
     std::mt19937 random(11);
     const char letters[] = "abA_:\x80";
@@ -567,7 +567,7 @@ TEST_F(CompletionCacheTest, FindsWhatLookingAtEachNameFinds)
 
 // Scopes are compared with their template arguments left out, from their inner ends, and by what they hold between
 // colons: the search skips most of them, and may skip none that would have matched.
-TEST_F(CompletionCacheTest, FindsInScopesWhatLookingAtEachScopeFinds)
+TEST_F(CompletionCacheTest, FindsTheSameInScopesAsALinearSearch)
 {
     std::mt19937 random(13);
     const auto text = [&](const Lines& pieces, size_t most) {

@@ -40,7 +40,7 @@ std::optional<FileOrder> FoundElsewhere(const std::string& directory, const File
 
 } // namespace
 
-TEST(KnownFiles, AreKnownUntilAnythingAboutThemChanges)
+TEST(KnownFiles, AreForgottenAfterAnyChange)
 {
     KnownFiles known("");
     const FileIdentity file = File(1);
@@ -78,7 +78,7 @@ TEST(KnownFiles, AreKnownToOtherProcesses)
     EXPECT_EQ(FoundElsewhere(cache, File(2)), kNotInOrder);
 }
 
-TEST(KnownFiles, SmallOnesAreKnownHereOnly)
+TEST(KnownFiles, SmallFilesAreKnownToThisProcessOnly)
 {
     const TempDirectory directory;
     KnownFiles known(directory.Path());
@@ -89,7 +89,7 @@ TEST(KnownFiles, SmallOnesAreKnownHereOnly)
     EXPECT_EQ(CountFiles(directory.Path()), 1u);
 }
 
-TEST(KnownFiles, DamageIsNotBelieved)
+TEST(KnownFiles, DamagedRecordsAreIgnored)
 {
     const TempDirectory directory;
     KnownFiles(directory.Path()).Remember(File(1), kInOrder);
@@ -116,7 +116,7 @@ TEST(KnownFiles, DamageIsNotBelieved)
     EXPECT_FALSE(isKnownWith(std::string(record.length(), '\0')));
 }
 
-TEST(KnownFiles, ARecordUnderAnotherFilesNameIsNotBelieved)
+TEST(KnownFiles, ARecordUnderAnotherFilesNameIsIgnored)
 {
     const TempDirectory directory;
     const std::string one = directory / "one";
@@ -127,7 +127,7 @@ TEST(KnownFiles, ARecordUnderAnotherFilesNameIsNotBelieved)
     EXPECT_FALSE(FoundElsewhere(other, File(2)));
 }
 
-TEST(KnownFiles, WithoutAUsableDirectoryTheProcessAloneRemembers)
+TEST(KnownFiles, OnlyTheProcessRemembersWithoutAUsableDirectory)
 {
     const TempDirectory directory;
     fs::create_directory(directory / "read-only");
@@ -153,7 +153,7 @@ TEST(KnownFiles, WithoutAUsableDirectoryTheProcessAloneRemembers)
     EXPECT_EQ(Content(directory / "file"), "content");
 }
 
-TEST(KnownFiles, WhatStandsInARecordsPlaceIsLeftAlone)
+TEST(KnownFiles, OtherFilesInPlaceOfARecordAreLeftAlone)
 {
     const TempDirectory directory;
     KnownFiles(directory.Path()).Remember(File(1), kInOrder);
@@ -171,7 +171,7 @@ TEST(KnownFiles, WhatStandsInARecordsPlaceIsLeftAlone)
     EXPECT_FALSE(FoundElsewhere(directory.Path(), File(1))) << "a pipe that nobody writes keeps nobody waiting";
 }
 
-TEST(KnownFiles, TheOldestRecordsGo)
+TEST(KnownFiles, TheOldestRecordsAreRemoved)
 {
     const TempDirectory directory;
     directory.Write("of-the-user", "stays");
@@ -192,7 +192,7 @@ TEST(KnownFiles, TheOldestRecordsGo)
     EXPECT_TRUE(FoundElsewhere(directory.Path(), File(KnownFiles::kMostKept + 9)));
 }
 
-TEST(KnownFiles, WhatAKilledProcessLeftGoesAfterAWhile)
+TEST(KnownFiles, LeftoversOfAKilledProcessAreRemovedAfterAWhile)
 {
     const TempDirectory directory;
     directory.Write("new-aBcDeF", "half of a record");
@@ -239,7 +239,7 @@ TEST(KnownFiles, ProcessesDoNotDisturbOneAnother)
     EXPECT_LE(CountFiles(directory.Path()), 20u) << "nothing unfinished stays";
 }
 
-TEST(KnownFiles, ThreadsMayAskAllAtOnce)
+TEST(KnownFiles, ThreadsMayAskConcurrently)
 {
     const TempDirectory directory;
     KnownFiles known(directory.Path());
@@ -257,7 +257,7 @@ TEST(KnownFiles, ThreadsMayAskAllAtOnce)
         thread.join();
 }
 
-TEST(FileIdentity, IsOfAPlainFileAndTheSameUntilThatChanges)
+TEST(FileIdentity, IdentifiesAPlainFileUntilItChanges)
 {
     const TempDirectory directory;
     const std::string path = directory.Write("file", "content");
@@ -280,7 +280,7 @@ TEST(FileIdentity, IsOfAPlainFileAndTheSameUntilThatChanges)
     EXPECT_FALSE(FileIdentity::Of(-1));
 }
 
-TEST(FileIdentity, SettlesSomeTimeAfterAChange)
+TEST(FileIdentity, IsSettledSomeTimeAfterAChange)
 {
     const time_t now = ::time(nullptr);
     const struct {

@@ -70,7 +70,7 @@ std::string RandomText(Sequence& sequence, size_t size, size_t usual)
 
 } // namespace
 
-TEST(LineReader, GivesThePiecesOfTheCLibrary)
+TEST(LineReader, GivesTheSamePiecesAsTheCLibrary)
 {
     const TempDirectory directory;
     Sequence sequence;
@@ -87,7 +87,7 @@ TEST(LineReader, GivesThePiecesOfTheCLibrary)
     EXPECT_GT(longPieces, 500u);
 }
 
-TEST(LineReader, CutsAtPiecesAndBlocksAlike)
+TEST(LineReader, CutsLongLinesAtAnyBlockBoundary)
 {
     const TempDirectory directory;
     for (const size_t place : {1022, 1023, 1024, 2046, 2047, 8191, 8192, 8193, 24576, 57344, 122880}) {
@@ -99,7 +99,7 @@ TEST(LineReader, CutsAtPiecesAndBlocksAlike)
     }
 }
 
-TEST(LineReader, PassesOverWholeLines)
+TEST(LineReader, SkipsWholeLines)
 {
     const TempDirectory directory;
     Sequence sequence;
@@ -165,7 +165,7 @@ TEST(LineReader, GoesToAnyLine)
     reader.Close();
 }
 
-TEST(LineReader, WhatCannotBeReadHasNoLines)
+TEST(LineReader, AnUnreadableFileHasNoLines)
 {
     const TempDirectory directory;
     LineReader reader;
@@ -180,7 +180,7 @@ TEST(LineReader, WhatCannotBeReadHasNoLines)
     EXPECT_FALSE(reader.Next(none)) << "closed";
 }
 
-TEST(LineReader, TheEndStaysTheEndWhenTheFileGrows)
+TEST(LineReader, TheEndStaysWhenTheFileGrows)
 {
     const TempDirectory directory;
     const std::string path = directory.Write("text", "a\n");

@@ -23,7 +23,7 @@ std::string Line(Sequence& sequence)
 
 } // namespace
 
-TEST(LiteralTagFile, FindsInAJumbleOfLinesWhatTheRealOneFinds)
+TEST(LiteralTagFile, FindsTheSameAsTheRealReaderInRandomLines)
 {
     Sequence sequence;
     const TagsFolder folder;

@@ -24,7 +24,7 @@ std::string TooManyNames()
 
 constexpr rlim_t kLittle = 20'000'000;
 
-TEST(LittleLeft, WithoutDescriptorsAFileCannotBeOpenedAndLaterCan)
+TEST(ScarceResources, AFileCanBeOpenedOnceDescriptorsAreFree)
 {
     const TagsFolder folder(TagLine("Foo", "a.cpp", 1, "f"));
     const BEntry tags = folder.Entry();
@@ -49,7 +49,7 @@ void ExpectInFreshProcess(void (*story)())
     EXPECT_EXIT(run(), testing::ExitedWithCode(0), "");
 }
 
-TEST(LittleLeft, WithoutMemoryForItsNamesAFileHasNone)
+TEST(ScarceResources, AFileHasNoNamesWithoutMemoryForThem)
 {
     ExpectInFreshProcess([] {
         const TagsFolder folder(TooManyNames());
@@ -69,7 +69,7 @@ TEST(LittleLeft, WithoutMemoryForItsNamesAFileHasNone)
     });
 }
 
-TEST(LittleLeft, WithoutMemoryForItsPathsAFileHasNone)
+TEST(ScarceResources, AFileHasNoPathsWithoutMemoryForThem)
 {
     ExpectInFreshProcess([] {
         const TagsFolder folder(TooManyNames());

@@ -54,7 +54,7 @@ TEST(NameAndQualifier, SplitsBehindTheLastColons)
     }
 }
 
-TEST(NameAndQualifier, SplitsATextIntoItself)
+TEST(NameAndQualifier, SplitsATextInPlace)
 {
     std::string text = "Outer::Inner::name";
     std::string qualifier;

@@ -53,7 +53,7 @@ bool AreInOrder(const std::vector<std::string>& pieces)
 
 } // namespace
 
-TEST(NameOrder, TellsFilesThatAreInOrderFromThoseThatAreNot)
+TEST(NameOrder, TellsSortedFilesFromUnsortedOnes)
 {
     const struct {
         const char* why;
@@ -104,14 +104,14 @@ TEST(NameOrder, TellsFilesThatAreInOrderFromThoseThatAreNot)
     }
 }
 
-TEST(NameOrder, TellsWhereTheHeadEnds)
+TEST(NameOrder, FindsTheEndOfTheHead)
 {
     EXPECT_EQ(OrderIn({"!b\tx\n", "!a\n", "a\tx\n", "!c\n"}).HeadSize(), 8);
     EXPECT_EQ(OrderIn({"!a\n", "!b"}).HeadSize(), 5);
     EXPECT_EQ(OrderIn({"a\tx\n"}).HeadSize(), 0);
 }
 
-TEST(NameOrder, FindsWhatAComparisonOfEachByteFinds)
+TEST(NameOrder, FindsTheSameAsAByteByByteComparison)
 {
     const std::string kBytes[] = {"a", "b", "\t", "\n", "\x01", "\v", " ", "!", "\xff", "\0"s, "aaaaaaaa", "aaaaaaaab"};
     Sequence sequence;
@@ -132,7 +132,7 @@ TEST(NameOrder, FindsWhatAComparisonOfEachByteFinds)
     EXPECT_LT(inOrder, kRounds * 9u / 10);
 }
 
-TEST(FirstStop, IsTheSameOfAllBytesAtOnceAsOfOneAfterTheOther)
+TEST(FirstStop, IsTheSameInParallelAsByteByByte)
 {
     Sequence sequence;
     size_t stops[kGlance + 1] = {};

@@ -54,7 +54,7 @@ TEST(PathCache, FindsEachMatchingPathOnceAndThenStartsOver)
     }
 }
 
-TEST(PathCache, HasNothingToFindWhenEmpty)
+TEST(PathCache, FindsNothingWhenEmpty)
 {
     PathCache cache;
     EXPECT_EQ(cache.FindNext("string.h"), nullptr);
@@ -63,7 +63,7 @@ TEST(PathCache, HasNothingToFindWhenEmpty)
     EXPECT_STREQ(cache.FindNext("string.h"), "/a/string.h") << "the search in vain left no position";
 }
 
-TEST(PathCache, RemembersThePlaceFromOneSearchToAnother)
+TEST(PathCache, KeepsItsPlaceBetweenSearches)
 {
     const TagsFolder folder(TagsOf({"/a/one.h", "/b/two.h", "/c/one.h"}));
     PathCache cache;
@@ -75,7 +75,7 @@ TEST(PathCache, RemembersThePlaceFromOneSearchToAnother)
     EXPECT_EQ(Found(cache, "one.h"), (Lines{"/a/one.h", "/c/one.h"}));
 }
 
-TEST(PathCache, RemembersThePlaceWhenTheFileChanges)
+TEST(PathCache, KeepsItsPlaceWhenTheFileChanges)
 {
     const TagsFolder folder(TagsOf({"/a/x.h", "/c/x.h"}));
     const BEntry tags = folder.Entry();
@@ -89,7 +89,7 @@ TEST(PathCache, RemembersThePlaceWhenTheFileChanges)
     EXPECT_EQ(Found(cache, "x.h"), (Lines{"/b/x.h", "/c/x.h"}));
 }
 
-TEST(PathCache, FindsPathsAsTheyAreWritten)
+TEST(PathCache, FindsPathsWithTheirEscapes)
 {
     const TagsFolder folder(TagsOf({"/a/with\\ blank.h", "/b/with blank.h"}));
     PathCache cache;
@@ -116,7 +116,7 @@ TEST(PathCache, ForgetsPathsWhenTheFileChanges)
     EXPECT_EQ(Found(cache, "x.h"), Lines{"/new/x.h"});
 }
 
-TEST(PathCache, AnOlderFileIsAChangedFile)
+TEST(PathCache, AnOlderFileCountsAsChanged)
 {
     const TagsFolder folder(TagsOf({"/old/x.h"}));
     const BEntry tags = folder.Entry();
@@ -140,7 +140,7 @@ TEST(PathCache, AnotherFileOfTheSameTimeKeepsThePaths)
     EXPECT_EQ(Found(cache, "x.h"), Lines{"/one/x.h"});
 }
 
-TEST(PathCache, TheTimeOutlivesAFlush)
+TEST(PathCache, TheTimeSurvivesAFlush)
 {
     const TagsFolder folder(TagsOf({"/a/x.h"}));
     const BEntry tags = folder.Entry();
@@ -169,7 +169,7 @@ TEST(PathCache, AMissingFileHasTheTimeOfAnEmptyCache)
     EXPECT_EQ(Found(cache, "x.h"), Lines{}) << "a filled one is emptied";
 }
 
-TEST(PathCache, AnUnreadableFileIsLoadedAsEmptyAndTriedAgain)
+TEST(PathCache, AnUnreadableFileIsLoadedAsEmptyAndRetried)
 {
     const TagsFolder folder;
     const BEntry tags = folder.Entry();
@@ -207,7 +207,7 @@ TEST(PathCache, LoadsOneFileAtATime)
     EXPECT_EQ(Found(cache, "x.h"), Lines{"/held/x.h"});
 }
 
-TEST(PathCache, ALoadWithoutAThreadIsTriedAgainByTheNextSearch)
+TEST(PathCache, ALoadWithoutAThreadIsRetriedByTheNextSearch)
 {
     const TagsFolder folder(TagsOf({"/a/x.h"}));
     PathCache cache;
@@ -224,7 +224,7 @@ TEST(PathCache, ALoadWithoutAThreadIsTriedAgainByTheNextSearch)
     EXPECT_EQ(Found(cache, "x.h"), Lines{"/a/x.h"});
 }
 
-TEST(PathCache, AfterALoadWithoutAThreadTheCallerMayLoadForItself)
+TEST(PathCache, TheCallerMayLoadAfterALoadWithoutAThread)
 {
     const TagsFolder folder(TagsOf({"/a/x.h"}));
     PathCache cache;
@@ -290,7 +290,7 @@ TEST(PathCache, LeavesNoFileOpen)
     EXPECT_EQ(OpenDescriptors(), before);
 }
 
-TEST(PathCache, ThereIsOneForEachFileAndOneLock)
+TEST(PathCache, EachFileHasACacheAndBothShareALock)
 {
     EXPECT_EQ(&PathCache::LocalTagCache(), &PathCache::LocalTagCache());
     EXPECT_EQ(&PathCache::SystemTagCache(), &PathCache::SystemTagCache());

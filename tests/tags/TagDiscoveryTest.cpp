@@ -78,7 +78,7 @@ std::optional<int> RunWithRoot(const std::string& root, const std::function<int(
 
 } // namespace
 
-TEST(FindTags, LooksInTheDirectoryAndInThoseAbove)
+TEST(FindTags, SearchesTheDirectoryAndItsParents)
 {
     const TempDirectory top;
     const std::string tags = top.Write("tags", "");
@@ -92,7 +92,7 @@ TEST(FindTags, LooksInTheDirectoryAndInThoseAbove)
     EXPECT_EQ(Found(top.Path()), tags) << "never in those below";
 }
 
-TEST(FindTags, TakesTheNameExactlyButAnyKindOfEntry)
+TEST(FindTags, TakesAnyKindOfEntryWithTheExactName)
 {
     const TempDirectory top;
     const std::string tags = top.Write("tags", "");
@@ -114,7 +114,7 @@ TEST(FindTags, TakesTheNameExactlyButAnyKindOfEntry)
     EXPECT_EQ(Found(top / "four"), top / "four/tags") << "and is not followed";
 }
 
-TEST(FindTags, WalksUpWhereTheDirectoryIsSeenNotWhereItsLinkLeads)
+TEST(FindTags, WalksUpFromTheLinkRatherThanItsTarget)
 {
     const TempDirectory top;
     top.Write("real/tags", "");
@@ -124,7 +124,7 @@ TEST(FindTags, WalksUpWhereTheDirectoryIsSeenNotWhereItsLinkLeads)
     EXPECT_EQ(Found(top / "seen/link"), tags);
 }
 
-TEST(FindTags, NeedsADirectoryToStartIn)
+TEST(FindTags, NeedsAStartDirectory)
 {
     const TempDirectory top;
     top.Write("tags", "");
@@ -152,7 +152,7 @@ TEST(FindTags, SearchesTheRootToo)
     EXPECT_EQ(*status, 0) << "1: not found, 2: its relative paths are not taken from the root";
 }
 
-TEST(FindTags, EndsAtTheRootWithoutTags)
+TEST(FindTags, StopsAtTheRoot)
 {
     const TempDirectory root;
     root.Write("a/b/x", "");
@@ -165,7 +165,7 @@ TEST(FindTags, EndsAtTheRootWithoutTags)
     EXPECT_EQ(*status, 0);
 }
 
-TEST_F(FindSystemTagsTest, IsAtOnePlaceInTheHomeDirectory)
+TEST_F(FindSystemTagsTest, FindsTheFileAtItsPlaceInTheHomeDirectory)
 {
     BEntry entry;
     EXPECT_FALSE(FindSystemTags(&entry));
@@ -185,7 +185,7 @@ TEST_F(FindSystemTagsTest, FollowsALink)
     EXPECT_EQ(PathOf(entry), elsewhere);
 }
 
-TEST_F(FindSystemTagsTest, SaysWhenThereIsNoHome)
+TEST_F(FindSystemTagsTest, ReportsAMissingHomeDirectory)
 {
     for (const char* home : {static_cast<const char*>(nullptr), ""}) {
         if (home == nullptr)
@@ -201,7 +201,7 @@ TEST_F(FindSystemTagsTest, SaysWhenThereIsNoHome)
     }
 }
 
-TEST_F(FindTagsForDirectory, IsTrueWhenOneOfTheFilesIsThere)
+TEST_F(FindTagsForDirectory, IsTrueWhenOneOfTheFilesExists)
 {
     BEntry local;
     BEntry system;
@@ -245,7 +245,7 @@ TEST_F(FindTagsForDocument, StartsBesideTheDocument)
     EXPECT_EQ(PathOf(local), tags);
 }
 
-TEST_F(FindTagsForDocument, ADocumentWithoutAFileHasOnlyTheSystemsTags)
+TEST_F(FindTagsForDocument, ADocumentWithoutAFileHasOnlyTheSystemTags)
 {
     FakeHost host;
     BEntry local(work.Path().c_str());
@@ -256,7 +256,7 @@ TEST_F(FindTagsForDocument, ADocumentWithoutAFileHasOnlyTheSystemsTags)
     EXPECT_TRUE(FindTags(&host, local, system));
 }
 
-TEST_F(FindTagsForDocument, TheWorksheetHasADirectoryOfItsOwn)
+TEST_F(FindTagsForDocument, TheWorksheetHasItsOwnDirectory)
 {
     const std::string tags = work.Write("sheet/tags", "");
     FakeHost host;
@@ -269,7 +269,7 @@ TEST_F(FindTagsForDocument, TheWorksheetHasADirectoryOfItsOwn)
     EXPECT_EQ(PathOf(local), tags);
 }
 
-TEST(TargetDirectory, IsTheDocumentsOrTheWorksheets)
+TEST(TargetDirectory, IsTheDocumentsOrTheWorksheetsDirectory)
 {
     const TempDirectory work;
     std::filesystem::create_directories(work / "real");
@@ -301,7 +301,7 @@ TEST(TargetDirectory, IsTheDocumentsOrTheWorksheets)
     }
 }
 
-TEST(TargetDirectory, AHostMayExpandNothing)
+TEST(TargetDirectory, TheHostMayReturnNoWorksheetDirectory)
 {
     class Unable : public FakeHost {
         char* ExpandVariables(const char* text, long length) override
@@ -333,7 +333,7 @@ bool Means(const std::string& path, const std::string& pattern)
 
 } // namespace
 
-TEST(PathEndsWith, InWholeComponents)
+TEST(PathEndsWith, ComparesWholeComponents)
 {
     const struct {
         const char* why;
@@ -357,7 +357,7 @@ TEST(PathEndsWith, InWholeComponents)
         EXPECT_EQ(EndsWith(c.path, c.suffix), c.ends) << c.why;
 }
 
-TEST(MatchesPath, TheEndOfAPathOrAFrameworksHeader)
+TEST(MatchesPath, AcceptsTheEndOfAPathOrAFrameworkHeader)
 {
     const char kView[] = "/S/L/F/AppKit.framework/Headers/NSView.h";
     const struct {

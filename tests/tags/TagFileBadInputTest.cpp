@@ -34,7 +34,7 @@ constexpr char kFoo[] = "Foo f a.cpp:12";
 
 } // namespace
 
-TEST(TagFileBadInput, OddFilesYieldWhatIsGoodInThem)
+TEST(TagFileBadInput, OddFilesYieldTheirGoodLines)
 {
     const struct {
         const char* file;
@@ -73,13 +73,13 @@ TEST(TagFileBadInput, AnUnsortedFileIsSearchedToItsEnd)
     EXPECT_EQ(Matches(tags, "Foo", TagFile::ExactMatch(), true), Lines{}) << "unless it is to stop at a mismatch";
 }
 
-TEST(TagFileBadInput, FindsNamesOfBytesFrom0x80)
+TEST(TagFileBadInput, FindsNonAsciiNames)
 {
     EXPECT_EQ(Matches(Fixture("bytes-from-0x80.tags"), "gr\xc3\xb6", TagFile::PartialMatch()).size(), 1u);
     EXPECT_EQ(Matches(Fixture("bytes-from-0x80.tags"), "\xff\xfe"), (Lines{"\xff\xfe f a.cpp:3"}));
 }
 
-TEST(TagFileBadInput, WhatIsNoFileCannotBeOpenedOrIsEmpty)
+TEST(TagFileBadInput, NonFilesCannotBeOpenedOrAreEmpty)
 {
     const TempDirectory directory;
     EXPECT_FALSE(TagFile(nullptr, "Foo", false).Rewind());
@@ -96,7 +96,7 @@ TEST(TagFileBadInput, WhatIsNoFileCannotBeOpenedOrIsEmpty)
 }
 
 // Whoever unpacks somebody's archive may have any of these.
-TEST(TagFileBadInput, APipeOrADeviceHasNoLinesAndIsNotWaitedFor)
+TEST(TagFileBadInput, PipesAndDevicesHaveNoLinesAndAreNotWaitedFor)
 {
     const TempDirectory directory;
     ASSERT_EQ(::mkfifo((directory / "pipe").c_str(), 0600), 0);
@@ -162,7 +162,7 @@ TEST(TagFileBadInput, LongLinesAreReadInPiecesOf1023Bytes)
     }
 }
 
-TEST(TagFileBadInput, AFurtherPieceOfALineIsALineOfItsOwn)
+TEST(TagFileBadInput, AFurtherPieceOfALineIsALineItself)
 {
     // The first piece ends with a 'z', the second looks like a tag.
     const std::string start = "Foo\ta.cpp\t12;\"\tf\tclass:";
@@ -175,7 +175,7 @@ TEST(TagFileBadInput, AFurtherPieceOfALineIsALineOfItsOwn)
         << "a further piece has another name, and ends a search that stops at a mismatch";
 }
 
-TEST(TagFileBadInput, AFurtherPieceMayPassForAPseudoTag)
+TEST(TagFileBadInput, AFurtherPieceMayCountAsAPseudoTag)
 {
     const std::string start = "Foo\ta.cpp\t12;\"\tf\tclass:";
     const std::string longLine = start + std::string(1023 - start.length(), 'z') + "!Tail\tb.h\t7;\"\tf\n";
@@ -183,7 +183,7 @@ TEST(TagFileBadInput, AFurtherPieceMayPassForAPseudoTag)
     EXPECT_EQ(Matches(folder.Entry(), "Foo", TagFile::ExactMatch(), true).size(), 2u);
 }
 
-TEST(TagFileBadInput, ANulByteEndsWhatIsSeenOfItsLine)
+TEST(TagFileBadInput, ANulByteEndsItsLine)
 {
     const std::string good = TagLine("Goo", "b.h", 3, "f");
     const struct {
@@ -201,7 +201,7 @@ TEST(TagFileBadInput, ANulByteEndsWhatIsSeenOfItsLine)
         EXPECT_EQ(All(TagsFolder(c.line + good).Entry()), c.found) << c.why;
 }
 
-TEST(TagFileBadInput, ABinaryFileIsSteppedOver)
+TEST(TagFileBadInput, ABinaryFileIsSkipped)
 {
     // All bytes in a jumble that is the same every time, then a tag on a line of its own.
     std::string bytes;
@@ -263,14 +263,14 @@ TEST_F(ChangedWhileRead, AFileThatVanishesIsReadToItsEnd)
     EXPECT_EQ(CountRest(), kTags - 1);
 }
 
-TEST_F(ChangedWhileRead, AFileThatShrinksEndsEarlier)
+TEST_F(ChangedWhileRead, AShrinkingFileEndsEarlier)
 {
     std::filesystem::resize_file(folder.Tags(), 0);
     EXPECT_LT(CountRest(), kTags - 1);
     EXPECT_FALSE(Next());
 }
 
-TEST_F(ChangedWhileRead, SourcesThatVanishAreSteppedOver)
+TEST_F(ChangedWhileRead, VanishedSourcesAreSkipped)
 {
     std::filesystem::remove(folder.directory / "a.cpp");
     EXPECT_FALSE(Next());

@@ -62,7 +62,7 @@ TEST(TagFile, ReadsTheFieldsOfALine)
     }
 }
 
-TEST(TagFile, FindsSourcesRelativeToItsDirectoryOrAbsolute)
+TEST(TagFile, FindsRelativeAndAbsoluteSources)
 {
     const TagsFolder folder;
     folder.directory.Write("src/with blank.cpp", "int x;\n");
@@ -165,7 +165,7 @@ TEST(TagFile, FindsExactlyTheNamesThatMatch)
     EXPECT_EQ(Matches(folder.Entry(), "zebra", TagFile::AnyMatch()), shown(Lines(names.begin() + 1, names.end())));
 }
 
-TEST(TagFile, StopsAtTheFirstOtherNameWhenAsked)
+TEST(TagFile, StopsAtTheFirstOtherNameOnRequest)
 {
     const std::string foo = TagLine("Foo", "a.cpp", 1, "f");
     const std::string other = TagLine("Goo", "a.cpp", 2, "f");
@@ -198,7 +198,7 @@ TEST(TagFile, StopsAtTheFirstOtherNameWhenAsked)
     }
 }
 
-TEST(TagFile, ASearchGoesOnWhereItStopped)
+TEST(TagFile, ASearchContinuesWhereItStopped)
 {
     const TagsFolder folder(TagLine("Foo", "a.cpp", 1, "f") + TagLine("Goo", "a.cpp", 2, "f") +
                             TagLine("Foo", "a.cpp", 3, "f"));
@@ -249,7 +249,7 @@ TEST(TagFile, KeepsTheReferenceOfARejectedLine)
     }
 }
 
-TEST(TagFile, AnEmptiedSourceMakesItOutOfDate)
+TEST(TagFile, AnEmptiedSourceMakesItStale)
 {
     const time_t made = NewTime();
     const struct {
@@ -289,7 +289,7 @@ TEST(TagFile, AnEmptiedSourceMakesItOutOfDate)
     }
 }
 
-TEST(TagFile, StaysOutOfDate)
+TEST(TagFile, StaysStale)
 {
     const TagsFolder folder(TagLine("Foo", "empty.cpp", 1, "f") + TagLine("Foo", "a.cpp", 1, "f"));
     folder.directory.Write("empty.cpp", "");
@@ -309,7 +309,7 @@ TEST(TagFile, StaysOutOfDate)
     file.Done();
 }
 
-TEST(TagFile, GivesCompletionsEveryTagWhetherOrNotItsSourceExists)
+TEST(TagFile, GivesCompletionsTagsOfMissingSources)
 {
     const struct {
         const char* why;
@@ -331,14 +331,14 @@ TEST(TagFile, GivesCompletionsEveryTagWhetherOrNotItsSourceExists)
         EXPECT_EQ(Names(TagsFolder(c.line).Entry()), c.found) << c.why;
 }
 
-TEST(TagFile, ForgetsTheQualifierOfTheTagBefore)
+TEST(TagFile, ForgetsTheQualifierOfThePreviousTag)
 {
     const TagsFolder folder(TagLine("A", "a.cpp", 1, "f", "class:Bar") + TagLine("B", "a.cpp", 1, "f"));
     EXPECT_EQ(Names(folder.Entry()), (Lines{"Bar::A", "B"}));
     EXPECT_EQ(Matches(folder.Entry(), "", TagFile::AnyMatch()), (Lines{"Bar::A f a.cpp:1", "B f a.cpp:1"}));
 }
 
-TEST(TagFile, ListsPathsSortedAndOnceAndAsTheyAreWritten)
+TEST(TagFile, ListsEachPathOnceSortedWithItsEscapes)
 {
     const TagsFolder folder("!_TAG\tpseudo.h\t1;\"\tf\n" + TagLine("A", "z.h", 1, "f") +
                             TagLine("B", "with\\ blank.h", 1, "f") + TagLine("C", "z.h", 9, "f") + "onlyname\n" +
@@ -347,7 +347,7 @@ TEST(TagFile, ListsPathsSortedAndOnceAndAsTheyAreWritten)
     EXPECT_EQ(Paths(folder.Entry()), (Lines{"/a/b.h", "no-position.h\n", "with\\ blank.h", "z.h"}));
 }
 
-TEST(TagFile, AddsPathsToThoseThatAreThere)
+TEST(TagFile, AddsPathsToExistingOnes)
 {
     const TagsFolder folder(TagLine("A", "m.h", 1, "f") + TagLine("B", "b.h", 1, "f") + TagLine("C", "z.h", 9, "f"));
     std::vector<char*> paths = {strdup("a.h"), strdup("m.h")};
@@ -369,7 +369,7 @@ TEST(TagFile, AddsPathsToThoseThatAreThere)
         std::free(path);
 }
 
-TEST(TagFile, SkipClassTokenLeavesAloneWhatIsNone)
+TEST(TagFile, SkipClassTokenLeavesOtherTextsUnchanged)
 {
     const char* text = nullptr;
     std::string qualifier = "untouched";
@@ -388,7 +388,7 @@ TEST(TagFile, SkipClassTokenLeavesAloneWhatIsNone)
     EXPECT_EQ(qualifier, "X");
 }
 
-TEST(TagFile, ACopyStartsClosedAndReadsForItself)
+TEST(TagFile, ACopyStartsClosedAndReadsIndependently)
 {
     const TagsFolder folder(TagLine("Foo", "a.cpp", 1, "f", "class:A") + TagLine("Foo", "a.cpp", 2, "f", "class:B"));
     const BEntry tags = folder.Entry();
@@ -432,7 +432,7 @@ TEST(TagFile, ACopyChecksDatesWhenItsOriginalDoes)
     }
 }
 
-TEST(TagFile, ClosesOnlyWhenToldTo)
+TEST(TagFile, ClosesOnlyOnRequest)
 {
     const TagsFolder folder(TagLine("Foo", "a.cpp", 1, "f"));
     const BEntry tags = folder.Entry();
@@ -461,7 +461,7 @@ TEST(TagFile, ClosesOnlyWhenToldTo)
     EXPECT_EQ(OpenDescriptors(), before + 2) << "nor does destruction";
 }
 
-TEST(TagFile, TellsWhenItWasModified)
+TEST(TagFile, KnowsItsModificationTime)
 {
     const TagsFolder folder;
     SetTime(folder.Tags(), 1234567890);

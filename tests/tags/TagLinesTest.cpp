@@ -143,7 +143,7 @@ TEST(TagLines, EveryReaderLearnsTheOrder)
     }
 }
 
-TEST(TagLines, AreReadFromTheBeginningWhenOutOfOrder)
+TEST(TagLines, AreReadFromTheBeginningWhenUnsorted)
 {
     const TagsFolder folder(TagsOutOfOrder());
     ReadAll(folder.Tags());
@@ -151,7 +151,7 @@ TEST(TagLines, AreReadFromTheBeginningWhenOutOfOrder)
     EXPECT_EQ(Matches(folder.Entry(), "a10000").size(), 1u);
 }
 
-TEST(TagLines, AreKnownToBeOutOfOrderAsSoonAsTwoLinesAre)
+TEST(TagLines, AreKnownToBeUnsortedAtTheFirstUnsortedPair)
 {
     std::string more;
     for (char start = 'b'; start <= 'z'; ++start)
@@ -207,7 +207,7 @@ TEST(TagLines, AreReadFromTheBeginningAgainAfterAnyChange)
     }
 }
 
-TEST(TagLines, OfAFileFromTheFutureAreLearnedAndReadAgainAfterAChange)
+TEST(TagLines, AFileFromTheFutureIsLearnedAndReadAgainAfterAChange)
 {
     const TagsFolder folder(ManyTags());
     SetTime(folder.Tags(), ::time(nullptr) + 1'000'000);
@@ -283,7 +283,7 @@ TEST(TagLines, NothingIsLearnedFromSmallFiles)
     EXPECT_FALSE(IsBisected(folder.Tags(), "name2"));
 }
 
-TEST(TagLines, ASearchSurvivesWhateverHappensToTheFile)
+TEST(TagLines, ASearchSurvivesAnyChangeOfTheFile)
 {
     const struct {
         const char* why;
@@ -323,7 +323,7 @@ TEST(TagLines, ASearchSurvivesWhateverHappensToTheFile)
     }
 }
 
-TEST(TagLines, WhatATagsFileSaysOfItselfIsBelievedAsLongAsItIsProven)
+TEST(TagLines, ATagsFilesClaimIsTrustedWhileItHolds)
 {
     const TagsFolder folder;
     const std::string tags = Claiming(ManyTags());
@@ -358,7 +358,7 @@ TEST(TagLines, WhatATagsFileSaysOfItselfIsBelievedAsLongAsItIsProven)
     }
 }
 
-TEST(TagLines, OnlyCopiesWithTheirTimesAreBelieved)
+TEST(TagLines, OnlyCopiesWithTheirTimesAreTrusted)
 {
     const TagsFolder folder;
     const std::string tags = Claiming(ManyTags());
@@ -373,7 +373,7 @@ TEST(TagLines, OnlyCopiesWithTheirTimesAreBelieved)
     EXPECT_TRUE(IsBisected(folder.directory / "renamed"));
 }
 
-TEST(TagLines, TheClaimsPlaceAmongThePseudoTagsDoesNotMatter)
+TEST(TagLines, TheClaimMayStandAnywhereAmongThePseudoTags)
 {
     const TagsFolder folder;
     const std::string tags = Claiming(ManyTags(), "!_TAG_A\t1\t//\n", "!_TAG_Z\t1\t//\n!\n");
@@ -383,7 +383,7 @@ TEST(TagLines, TheClaimsPlaceAmongThePseudoTagsDoesNotMatter)
     EXPECT_EQ(Matches(folder.Entry(), "name13999").size(), 1u);
 }
 
-TEST(TagLines, ALieIsFoundOutWhereItIsMet)
+TEST(TagLines, AFalseClaimIsDetectedWhenASearchMeetsIt)
 {
     const TagsFolder folder;
     const std::string tags = Claiming(ManyTags("z") + ManyTags("name") + ManyTags("a"));
@@ -395,7 +395,7 @@ TEST(TagLines, ALieIsFoundOutWhereItIsMet)
 
 // What is believed of a file costs no more than a lookup's glances at it, so a forged claim can hide names: those that
 // its author might have left out as well.
-TEST(TagLines, AForgedClaimHidesNamesOfItsOwnFileFromLookupsAndNothingElse)
+TEST(TagLines, AForgedClaimHidesOnlyNamesOfItsOwnFile)
 {
     const TagsFolder folder;
     folder.directory.Write("hidden.h", "int a;\n");
@@ -436,7 +436,7 @@ TEST(TagLines, AForgedClaimHidesNamesOfItsOwnFileFromLookupsAndNothingElse)
 }
 
 // A file that somebody changes without a trace, by putting its time back, is taken for what it was.
-TEST(TagLines, ATimeThatIsPutBackHidesNamesOfItsOwnFile)
+TEST(TagLines, ARestoredTimeHidesNamesOfItsOwnFile)
 {
     const TagsFolder folder;
     const std::string tags = ManyTags();

@@ -73,7 +73,7 @@ Lines AllPaths(Tags& tags)
 
 } // namespace
 
-TEST_F(TagsTest, ReadsTheLocalFileThenTheSystems)
+TEST_F(TagsTest, ReadsTheLocalFileThenTheSystemFile)
 {
     local.WriteTags(TagLine("Bar", "a.cpp", 1, "f") + TagLine("Foo", "a.cpp", 2, "f"));
     system.WriteTags(TagLine("Foo", "b.h", 3, "p", "class:C") + TagLine("Zoo", "b.h", 4, "p"));
@@ -85,7 +85,7 @@ TEST_F(TagsTest, ReadsTheLocalFileThenTheSystems)
     EXPECT_EQ(All(partial, false, TagFile::PartialMatch()), (Lines{"C::Foo p b.h:3 system"}));
 }
 
-TEST_F(TagsTest, GivesATagOfBothFilesTwice)
+TEST_F(TagsTest, GivesATagInBothFilesTwice)
 {
     local.WriteTags(TagLine("Foo", "a.cpp", 2, "f"));
     system.WriteTags(TagLine("Foo", "a.cpp", 2, "f"));
@@ -101,7 +101,7 @@ TEST_F(TagsTest, AMismatchEndsOnlyTheLocalPart)
     EXPECT_EQ(All(tags, true), (Lines{"Foo p b.h:3 system"}));
 }
 
-TEST_F(TagsTest, StoppingAtAMismatchAfterALocalMatchHidesTheSystems)
+TEST_F(TagsTest, StoppingAtAMismatchAfterALocalMatchHidesTheSystemFile)
 {
     local.WriteTags(TagLine("Foo", "a.cpp", 2, "f"));
     system.WriteTags(TagLine("Bar", "b.h", 1, "p") + TagLine("Foo", "b.h", 3, "p"));
@@ -126,7 +126,7 @@ TEST_F(TagsTest, ReadsNamesForCompletions)
     EXPECT_FALSE(tags.Next(name, qualifier));
 }
 
-TEST_F(TagsTest, ReadsEveryTagWhateverThePattern)
+TEST_F(TagsTest, ReadsEveryTagForAnyPattern)
 {
     local.WriteTags(TagLine("Bar", "a.cpp", 1, "f"));
     system.WriteTags(TagLine("Foo", "b.h", 3, "p", "class:C"));
@@ -165,7 +165,7 @@ TEST_F(TagsTest, EitherFileMayBeMissing)
     EXPECT_FALSE(withNull.Rewind());
 }
 
-TEST_F(TagsTest, EachFileTellsWhetherItIsOutOfDate)
+TEST_F(TagsTest, EachFileKnowsWhetherItIsStale)
 {
     local.WriteTags(TagLine("Foo", "a.cpp", 2, "f"));
     system.WriteTags(TagLine("Foo", "b.h", 3, "p"));
@@ -208,7 +208,7 @@ TEST_F(TagsTest, AnAbandonedSearchIsClosedByDone)
     EXPECT_EQ(OpenDescriptors(), before + 1) << "destruction closes nothing";
 }
 
-TEST_F(TagsTest, FindsTheSystemsPathsOnlyOnceTheyAreLoaded)
+TEST_F(TagsTest, FindsSystemPathsOnceTheyAreLoaded)
 {
     local.WriteTags(TagLine("A", "/local/b/x.h", 1, "f") + TagLine("B", "/local/a/x.h", 1, "f"));
     system.WriteTags(TagLine("A", "/system/x.h", 1, "f"));
@@ -252,7 +252,7 @@ TEST_F(TagsTest, AnUnreadableLocalFileHasNoPaths)
 }
 
 // In a process of its own, because the one cache of local paths is of no use any more.
-TEST_F(TagsTest, GoesOnWithTheSystemsPathsWhileTheLocalAreNotLoaded)
+TEST_F(TagsTest, FindsSystemPathsWhileLocalPathsAreNotLoaded)
 {
     local.WriteTags(TagLine("A", "/local/x.h", 1, "f"));
     system.WriteTags(TagLine("A", "/system/x.h", 1, "f"));
@@ -281,7 +281,7 @@ TEST_F(TagsTest, NewTagsForgetPathsOfChangedFiles)
     EXPECT_EQ(AllPaths(changed), Lines{"/new/x.h"});
 }
 
-TEST_F(TagsTest, AnAbandonedSearchOfTheSystemsPathsIsGoneOnWith)
+TEST_F(TagsTest, AnAbandonedSearchOfSystemPathsIsContinued)
 {
     local.WriteTags(TagLine("A", "/local/x.h", 1, "f"));
     system.WriteTags(TagLine("A", "/system/a/x.h", 1, "f") + TagLine("B", "/system/b/x.h", 1, "f"));
@@ -305,7 +305,7 @@ TEST_F(TagsTest, AnAbandonedSearchOfTheSystemsPathsIsGoneOnWith)
 }
 
 // The place in the local paths is the cache's, and outlives the search that left it there.
-TEST_F(TagsTest, EachSearchOfTheLocalPathsStartsAtTheFirst)
+TEST_F(TagsTest, EachSearchOfLocalPathsStartsAtTheFirst)
 {
     local.WriteTags(TagLine("A", "/local/a/x.h", 1, "f") + TagLine("B", "/local/b/x.h", 1, "f"));
     RemoveSystem();
@@ -320,7 +320,7 @@ TEST_F(TagsTest, EachSearchOfTheLocalPathsStartsAtTheFirst)
     EXPECT_EQ(AllPaths(tags), (Lines{"/local/a/x.h", "/local/b/x.h"}));
 }
 
-TEST_F(TagsTest, SearchesForPathsFromTwoThreadsAtOnce)
+TEST_F(TagsTest, TwoThreadsMaySearchForPathsAtOnce)
 {
     std::string many;
     for (int file = 0; file < 500; ++file)

@@ -32,7 +32,7 @@ std::string Claim(off_t size)
 
 } // namespace
 
-TEST(UnreadFiles, AreThoseThatHaveGrownBeyondWhatTheySay)
+TEST(SparseTagsFiles, AreNotReadWhenLargerThanTheyClaim)
 {
     const struct {
         const char* why;
@@ -68,7 +68,7 @@ TEST(UnreadFiles, AreThoseThatHaveGrownBeyondWhatTheySay)
     }
 }
 
-TEST(UnreadFiles, HaveNoLinesAndTheUserIsToldEachTime)
+TEST(SparseTagsFiles, HaveNoLinesAndAreReportedEachTime)
 {
     const TagsFolder folder(TagLine("a", "a.cpp", 1, "f"));
     if (const std::string reason = MakeSparse(folder.Tags(), kTerabyte); !reason.empty())
@@ -83,7 +83,7 @@ TEST(UnreadFiles, HaveNoLinesAndTheUserIsToldEachTime)
     EXPECT_EQ(application.heard, (Lines{told, told, told}));
 }
 
-TEST(UnreadFiles, AreNoneOfTheUsualSize)
+TEST(SparseTagsFiles, AreReadAtTheUsualSize)
 {
     const TagsFolder folder(TagLine("a", "a.cpp", 1, "f"));
     ASSERT_EQ(::truncate(folder.Tags().c_str(), 1'000'000), 0);

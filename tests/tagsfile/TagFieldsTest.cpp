@@ -12,7 +12,7 @@ struct LineCase {
     std::optional<std::string_view> field;
 };
 
-TEST(TagLine, TellsItsNameAndField)
+TEST(TagLine, GivesItsNameAndField)
 {
     const LineCase cases[] = {
         {"a tag", "name\ta.c\t1;\"\tf\n", "name", "a.c"},

@@ -49,7 +49,7 @@ const KindCase kKinds[] = {
     {"one endless line", std::string(100000, 'x'), Target::Foreign},
 };
 
-TEST(WhatIs, Cases)
+TEST(TagsFileKind, Cases)
 {
     const TempDirectory directory;
     directory.Write("a.c", ""); // the tags are of a source that is there
@@ -57,7 +57,7 @@ TEST(WhatIs, Cases)
         EXPECT_EQ(WhatIs(directory.Write("tags", row.content)), row.kind) << row.why;
 }
 
-TEST(WhatIs, OfWhatIsNoFile)
+TEST(TagsFileKind, NonFilesAreAbsentOrForeign)
 {
     const TempDirectory directory;
     EXPECT_EQ(WhatIs(directory / "missing"), Target::Absent);
@@ -77,7 +77,7 @@ TEST(WhatIs, OfWhatIsNoFile)
     EXPECT_EQ(WhatIs("/proc/self/mem"), Target::Unreadable);
 }
 
-TEST(WhatIs, TheOldestFormatNeedsASourceThatExists)
+TEST(TagsFileKind, TheOldestFormatNeedsAnExistingSource)
 {
     const TempDirectory directory;
     const std::string tags = directory.Write("tags", "gone\tgone.c\t1\nname\tsub/a.c\t12\n");

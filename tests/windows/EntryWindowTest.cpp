@@ -95,7 +95,7 @@ TEST_F(EntryWindowTest, ListsEvenASingleMatchAtAFixedPlace)
     EXPECT_EQ(framework.display.Beeps(), 0);
 }
 
-TEST_F(EntryWindowTest, AListWithoutAThreadIsReportedAndLeavesTheDialogAsItWas)
+TEST_F(EntryWindowTest, AListWithoutAThreadIsReportedAndTheDialogStays)
 {
     Open();
     Complaints complaints;
@@ -133,7 +133,7 @@ TEST_F(EntryWindowTest, AListedMatchOpensInTheEditor)
     EXPECT_TRUE(framework.VisibleWindows().empty());
 }
 
-TEST_F(EntryWindowTest, BeepsAndLeavesNoWindowWhenNothingMatches)
+TEST_F(EntryWindowTest, BeepsWithoutAWindowWhenNothingMatches)
 {
     Open();
     long beeps = 0;
@@ -147,7 +147,7 @@ TEST_F(EntryWindowTest, BeepsAndLeavesNoWindowWhenNothingMatches)
     }
 }
 
-TEST_F(EntryWindowTest, ItsButtonsHideItAndItComesBackWithItsTextSelected)
+TEST_F(EntryWindowTest, ItsButtonsHideItAndItReturnsWithItsTextSelected)
 {
     EntryWindow* dialog = Open();
     const long number = Dialog().number;
@@ -177,7 +177,7 @@ TEST_F(EntryWindowTest, CancellingLooksNothingUp)
     EXPECT_EQ(framework.display.Beeps(), 0);
 }
 
-TEST_F(EntryWindowTest, GoesOnLookingIntoTheTagsFilesOfTheFirstDocument)
+TEST_F(EntryWindowTest, KeepsUsingTheTagsFilesOfTheFirstDocument)
 {
     Open();
     home.Write("other/a.h", "a source of more than nine bytes");
@@ -192,7 +192,7 @@ TEST_F(EntryWindowTest, GoesOnLookingIntoTheTagsFilesOfTheFirstDocument)
     EXPECT_EQ(framework.VisibleWindows().size(), 1u);
 }
 
-TEST_F(EntryWindowTest, ClosedByItsUserItIsGoneAndTheNextOneIsNew)
+TEST_F(EntryWindowTest, IsNewAfterTheUserClosedIt)
 {
     Open();
     const long number = Dialog().number;
@@ -205,7 +205,7 @@ TEST_F(EntryWindowTest, ClosedByItsUserItIsGoneAndTheNextOneIsNew)
     EXPECT_TRUE(Dialog().visible);
 }
 
-TEST_F(EntryWindowTest, OneThatIsBeingClosedIsAnsweredButNotShown)
+TEST_F(EntryWindowTest, AClosingDialogIsReturnedButNotShown)
 {
     EntryWindow* dialog = Open();
     {

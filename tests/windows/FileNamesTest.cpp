@@ -27,7 +27,7 @@ const Order kOrders[] = {
     {"none is not before none", nullptr, nullptr, false},
 };
 
-TEST(MatchEntryName, OrdersByLeafName)
+TEST(MatchEntryName, OrdersByFileName)
 {
     for (const Order& row : kOrders) {
         const EntryRef a = Ref(row.a);
@@ -55,7 +55,7 @@ const Files kFiles[] = {
     {"case counts", {"/a/util.h", "/b/Util.h"}, false},
 };
 
-TEST(FileNamesAreAmbiguous, WhenDifferentFilesShareAName)
+TEST(FileNamesAreAmbiguous, IsTrueWhenDifferentFilesShareAName)
 {
     for (const Files& row : kFiles) {
         std::vector<TagData> matches;

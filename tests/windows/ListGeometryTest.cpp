@@ -39,7 +39,7 @@ const Place kPlaces[] = {
     {"a screen that starts elsewhere, at its right edge", {1990, 200}, 200, 100, {1280, 0, 2000, 700}, {1796, 216}},
 };
 
-TEST(ListGeometry, StandsBesideTheCaretWhereThereIsRoom)
+TEST(ListGeometry, IsBesideTheCaretWhereThereIsRoom)
 {
     for (const Place& row : kPlaces)
         EXPECT_EQ(PlaceBeside(row.caret, row.width, row.height, row.screen), row.place) << row.why;

@@ -32,7 +32,7 @@ const Text kTexts[] = {
     {"no kind", 0, "View", "draw - view.h"},
 };
 
-TEST(LookupItem, SaysWhatItIsAndWhere)
+TEST(LookupItem, ShowsNameKindAndFile)
 {
     const EntryRef file("/src/lib/view.h");
     for (const Text& row : kTexts)
@@ -61,7 +61,7 @@ TEST(LookupItem, FollowsALinkToTheFilesRealDirectory)
     EXPECT_STREQ(LookupItem("Point", "", 's', 3, link, true).Text(), "struct Point : alias.h - ~/real");
 }
 
-TEST(LookupItem, ShowsNothingForAReferenceThatNamesNothing)
+TEST(LookupItem, ShowsNothingForAnEmptyReference)
 {
     EXPECT_STREQ(LookupItem("draw", "", 'f', 3, EntryRef(), false).Text(), "draw - ");
     EXPECT_STREQ(LookupItem("draw", "", 'f', 3, EntryRef(), true).Text(), "draw :  - ");
@@ -97,7 +97,7 @@ const Shortened kPaths[] = {
     {"neither", "/usr/include", "/usr/include"},
 };
 
-TEST(MakeDisplayPath, ShortensWhatUsersKnow)
+TEST(MakeDisplayPath, AbbreviatesKnownDirectories)
 {
     const TempHome keepsHome;
     ::setenv("HOME", "/home/u", 1);

@@ -88,7 +88,7 @@ TEST_F(SearchWindowTest, IsAFloatingWindowCalledDeclaration)
     EXPECT_EQ(framework.Windows().at(0).look, 6);
 }
 
-TEST_F(SearchWindowTest, ListsMatchesInTheOrderOfTheFilesLocalFirst)
+TEST_F(SearchWindowTest, ListsLocalMatchesFirstInTheOrderOfTheFiles)
 {
     WriteTags(TagLine("draw", "view.h", 12, 'p', "class:View") + TagLine("draw", "a.cpp", 34, 'f', "class:View") +
               TagLine("other", "a.cpp", 1, 'f'));
@@ -99,7 +99,7 @@ TEST_F(SearchWindowTest, ListsMatchesInTheOrderOfTheFilesLocalFirst)
     EXPECT_EQ(Listed(), (Texts{"View::draw - view.h", "View::draw - a.cpp", "draw - b.h"}));
 }
 
-TEST_F(SearchWindowTest, AnAcceptedLocalMatchHidesSystemMatchesBehindOtherNames)
+TEST_F(SearchWindowTest, AnAcceptedLocalMatchHidesSystemMatchesAfterOtherNames)
 {
     WriteTags(TagLine("draw", "view.h", 12, 'p'));
     WriteSystemTags(TagLine("about", "b.h", 5, 'f') + TagLine("draw", "b.h", 6, 'f'));
@@ -147,7 +147,7 @@ TEST_F(SearchWindowTest, ListsOneMoreThanFortyMatches)
     EXPECT_EQ(Listed(), first);
 }
 
-TEST_F(SearchWindowTest, CountsOnlyMatchesOfTheWantedKindTowardsTheMost)
+TEST_F(SearchWindowTest, CountsOnlyMatchesOfTheWantedKindTowardsTheLimit)
 {
     std::string lines;
     for (int i = 1; i <= 45; ++i)
@@ -216,7 +216,7 @@ TEST_F(SearchWindowTest, AnIndexWithoutAnEntryIsPostedWithAnEmptyReference)
     EXPECT_TRUE(framework.Windows().empty());
 }
 
-TEST_F(SearchWindowTest, AddsToTheMessageThatItIsGiven)
+TEST_F(SearchWindowTest, AddsToTheGivenMessage)
 {
     WriteTags(TagLine("draw", "view.h", 12, 'p'));
     SearchWindow* window = Search("draw");
@@ -230,7 +230,7 @@ TEST_F(SearchWindowTest, AddsToTheMessageThatItIsGiven)
     EXPECT_EQ(framework.application->others, std::vector<uint32>{FourCC("Mine")});
 }
 
-TEST_F(SearchWindowTest, OtherMessagesDoNotDisturbIt)
+TEST_F(SearchWindowTest, IgnoresOtherMessages)
 {
     SearchWindow* window = ShowTwoMatches();
     window->PostMessage(FourCC("Pick"));
@@ -243,7 +243,7 @@ TEST_F(SearchWindowTest, OtherMessagesDoNotDisturbIt)
     EXPECT_TRUE(framework.application->opened.empty());
 }
 
-TEST_F(SearchWindowTest, ANewerOneTakesTheGlobalWithoutClosingTheOlder)
+TEST_F(SearchWindowTest, ANewerWindowTakesTheGlobalWithoutClosingTheOlder)
 {
     SearchWindow* older = ShowTwoMatches();
     EXPECT_EQ(SearchWindow::gSearchWin, older);
@@ -252,7 +252,7 @@ TEST_F(SearchWindowTest, ANewerOneTakesTheGlobalWithoutClosingTheOlder)
     EXPECT_EQ(framework.VisibleWindows().size(), 2u);
 }
 
-TEST_F(SearchWindowTest, AnOlderOneThatDiesClearsTheGlobalOfTheNewer)
+TEST_F(SearchWindowTest, AnOlderWindowThatDiesClearsTheGlobalOfTheNewer)
 {
     SearchWindow* older = ShowTwoMatches();
     ShowTwoMatches();
@@ -261,7 +261,7 @@ TEST_F(SearchWindowTest, AnOlderOneThatDiesClearsTheGlobalOfTheNewer)
     EXPECT_EQ(framework.VisibleWindows().size(), 1u);
 }
 
-TEST_F(SearchWindowTest, OnlyLookupItemsStandForATag)
+TEST_F(SearchWindowTest, OnlyLookupItemsGiveATag)
 {
     DeclarationEntry entry;
     const LookupItem item("draw", "View", 'f', 12, EntryRef("/src/view.h"), false);

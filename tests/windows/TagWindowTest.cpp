@@ -69,7 +69,7 @@ std::vector<std::string> Entries(size_t count, const std::string& text)
     return std::vector<std::string>(count, text);
 }
 
-TEST_F(TagWindowTest, IsMadeHiddenWithItsLookAndNeverActivates)
+TEST_F(TagWindowTest, IsCreatedHiddenAndNeverActivates)
 {
     new ListWindow(true);
     new ListWindow(false);
@@ -118,7 +118,7 @@ TEST_F(TagWindowTest, FitsItsEntries)
     }
 }
 
-TEST_F(TagWindowTest, FitsAnEmptyListWhenAskedTo)
+TEST_F(TagWindowTest, FitsAnEmptyListOnRequest)
 {
     auto* window = new ListWindow(false);
     window->FitList();
@@ -126,7 +126,7 @@ TEST_F(TagWindowTest, FitsAnEmptyListWhenAskedTo)
     EXPECT_EQ(Limits(), (std::array<float, 4>{50, 10, 48, 3}));
 }
 
-TEST_F(TagWindowTest, AFillNeverShowsIt)
+TEST_F(TagWindowTest, FillingNeverShowsIt)
 {
     auto* window = new ListWindow(false);
     window->Fill({"one", "two"});
@@ -166,7 +166,7 @@ TEST_F(TagWindowTest, AFirstEmptyFillKeepsTheFirstFrame)
     EXPECT_EQ(Seen().frame, (BRect{100, 100, 400, 200}));
 }
 
-TEST_F(TagWindowTest, DeletesTheEntriesThatAreLeftWhenItDies)
+TEST_F(TagWindowTest, DeletesItsEntriesWhenItDies)
 {
     auto* neverShown = new ListWindow(false);
     neverShown->Fill({"one", "two"});
@@ -181,7 +181,7 @@ TEST_F(TagWindowTest, DeletesTheEntriesThatAreLeftWhenItDies)
     EXPECT_EQ(gItems, 0);
 }
 
-TEST_F(TagWindowTest, StandsBelowTheCaretOnceShown)
+TEST_F(TagWindowTest, IsShownBelowTheCaret)
 {
     auto* window = new ListWindow(false);
     window->Fill({"one", "two"});
@@ -212,7 +212,7 @@ TEST_F(TagWindowTest, MovesToANewOffsetWithoutChangingItsLeftEdge)
     EXPECT_EQ(Seen().frame, (BRect{76, 112, 107, 130}));
 }
 
-TEST_F(TagWindowTest, OnlyTheRightEdgeMovesItsLeftEdge)
+TEST_F(TagWindowTest, TheLeftEdgeMovesOnlyAtTheScreensRightEdge)
 {
     framework.display.SetScreen({0, 0, 200, 800});
     auto* window = new ListWindow(false);
@@ -249,7 +249,7 @@ TEST_F(TagWindowTest, TheUserCannotMakeItLowerThanThreeLines)
     EXPECT_EQ(Seen().frame, (BRect{300, 216, 400, 264}));
 }
 
-TEST_F(TagWindowTest, AnInvokedEntryComesBackAsItsCommandWithTheIndex)
+TEST_F(TagWindowTest, AnInvokedEntrySendsItsCommandWithTheIndex)
 {
     auto* window = new ListWindow(true);
     window->Fill({"one", "two", "three"});
@@ -262,7 +262,7 @@ TEST_F(TagWindowTest, AnInvokedEntryComesBackAsItsCommandWithTheIndex)
     window->Unlock();
 }
 
-TEST_F(TagWindowTest, LeavesAWindowAloneThatHasBeenQuit)
+TEST_F(TagWindowTest, LeavesAQuitWindowAlone)
 {
     auto* window = new ListWindow(true);
     window->Fill({"one", "two"});
@@ -287,7 +287,7 @@ TEST_F(TagWindowTest, LeavesAWindowAloneThatHasBeenQuit)
     EXPECT_EQ(gItems, 0);
 }
 
-TEST_F(TagWindowTest, MeasuresForItsOwnPortAndPutsTheOldOneBack)
+TEST_F(TagWindowTest, MeasuresInItsOwnPortAndRestoresTheOldOne)
 {
     auto* window = new ListWindow(false);
     auto* other = new ListWindow(false);

@@ -72,7 +72,7 @@ protected:
     TempDirectory folder;
 };
 
-TEST_F(ClosedDocument, AnEntryThatIsChosenAfterwardsGoesNowhere)
+TEST_F(ClosedDocument, AnEntryChosenAfterwardsIsDropped)
 {
     const long document = Open("a.c");
     const long list = TypeUntilListed();
@@ -81,7 +81,7 @@ TEST_F(ClosedDocument, AnEntryThatIsChosenAfterwardsGoesNowhere)
     EXPECT_EQ(Windows(), Json::array()) << "the list closes as after any choice";
 }
 
-TEST_F(ClosedDocument, AnEntryThatIsOnItsWayGoesNowhere)
+TEST_F(ClosedDocument, AnEntryOnItsWayIsDropped)
 {
     const long document = Open("a.c");
     const long list = TypeUntilListed();
@@ -91,7 +91,7 @@ TEST_F(ClosedDocument, AnEntryThatIsOnItsWayGoesNowhere)
     EXPECT_EQ(Windows(), Json::array());
 }
 
-TEST_F(ClosedDocument, AnEntryIsNotWrittenIntoTheDocumentThatIsInFrontNow)
+TEST_F(ClosedDocument, AnEntryIsNotWrittenIntoTheNewFrontDocument)
 {
     const long other = Open("b.c");
     Answer({{"do", "type"}, {"text", "x = plo"}});
@@ -104,7 +104,7 @@ TEST_F(ClosedDocument, AnEntryIsNotWrittenIntoTheDocumentThatIsInFrontNow)
     EXPECT_EQ(Windows(), Json::array());
 }
 
-TEST_F(ClosedDocument, OpenedAgainItIsAnotherDocument)
+TEST_F(ClosedDocument, AReopenedFileIsAnotherDocument)
 {
     const long document = Open("a.c");
     const long left = TypeUntilListed();

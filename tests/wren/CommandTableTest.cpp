@@ -5,7 +5,7 @@
 using wren::CommandTable;
 using wren::KeyBinding;
 
-TEST(CommandTable, BindsCompletionToControlPointAtFirst)
+TEST(CommandTable, BindsCompletionToControlPeriodByDefault)
 {
     const CommandTable table;
     EXPECT_EQ(table.BindingOf("SymbolCompletion"), (KeyBinding{'.', 0x4}));
@@ -30,7 +30,7 @@ TEST(CommandTable, MatchesAllModifiersExceptLocks)
         EXPECT_EQ(table.CommandFor(each.pressed).has_value(), each.bound) << each.why;
 }
 
-TEST(CommandTable, AnswersNoKeyForACommandWithoutBinding)
+TEST(CommandTable, HasNoKeyForAnUnboundCommand)
 {
     EXPECT_EQ(CommandTable().BindingOf("SymbolLookup"), (KeyBinding{0, 0}));
 }

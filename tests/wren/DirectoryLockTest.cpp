@@ -27,7 +27,7 @@ void WaitUntil(const std::atomic<int>& count, int reached)
         std::this_thread::yield();
 }
 
-TEST(DirectoryLock, SaysOnceThatItWaitsForHoweverManyOthers)
+TEST(DirectoryLock, ReportsOnceThatItWaits)
 {
     const TempDirectory tree;
     const int first = HeldAt(tree / ".tags.lock");

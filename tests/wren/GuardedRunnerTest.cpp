@@ -73,7 +73,7 @@ protected:
 
 using Kind = TagsOutcome::Kind;
 
-TEST_F(GuardedRunnerTest, PutsNewTagsInPlace)
+TEST_F(GuardedRunnerTest, MovesNewTagsIntoPlace)
 {
     GuardedRunner runner(STDERR_FILENO, News());
     Ask(Writes());
@@ -84,7 +84,7 @@ TEST_F(GuardedRunnerTest, PutsNewTagsInPlace)
     EXPECT_FALSE(fs::exists(tree / ".tags.lock"));
 }
 
-TEST_F(GuardedRunnerTest, MovesNothingThatAFailedLineWasToPrepare)
+TEST_F(GuardedRunnerTest, MovesNothingAfterAFailedLine)
 {
     GuardedRunner runner(STDERR_FILENO, News());
     for (const std::string& script : {Writes() + "; exit 3", std::string("true")}) {
@@ -96,7 +96,7 @@ TEST_F(GuardedRunnerTest, MovesNothingThatAFailedLineWasToPrepare)
     }
 }
 
-TEST_F(GuardedRunnerTest, TakesNothingForItsOwnThatStoodThereBefore)
+TEST_F(GuardedRunnerTest, DoesNotTakeOldFilesForItsOwn)
 {
     GuardedRunner runner(STDERR_FILENO, News());
     tree.Write("tags.tmp", kNew);
@@ -110,7 +110,7 @@ TEST_F(GuardedRunnerTest, TakesNothingForItsOwnThatStoodThereBefore)
     EXPECT_EQ(Tags(), kOld);
 }
 
-TEST_F(GuardedRunnerTest, OverwritesNoFileThatOnlyHasTheName)
+TEST_F(GuardedRunnerTest, RefusesAFileNamedTagsThatIsNotATagsFile)
 {
     GuardedRunner runner(STDERR_FILENO, News());
     tree.Write("tags", "milk\nbread\n");
@@ -133,7 +133,7 @@ TEST_F(GuardedRunnerTest, GivesCommandsNoInputAndNoTerminal)
     EXPECT_EQ(Tags(), kNew);
 }
 
-TEST_F(GuardedRunnerTest, LetsLaterRequestsForTheSameTagsJoinTheFirst)
+TEST_F(GuardedRunnerTest, MergesRequestsForTheSameTags)
 {
     GuardedRunner runner(STDERR_FILENO, News());
     const Fifo began;
@@ -176,7 +176,7 @@ TEST_F(GuardedRunnerTest, StopsTheWholeGroupAndCleansUp)
     EXPECT_EQ(Tags(), kOld);
 }
 
-TEST_F(GuardedRunnerTest, RefusesLinesWhenItIsGone)
+TEST_F(GuardedRunnerTest, RefusesLinesAfterItsDeath)
 {
     {
         const GuardedRunner runner(STDERR_FILENO, {});
@@ -187,7 +187,7 @@ TEST_F(GuardedRunnerTest, RefusesLinesWhenItIsGone)
     vetch::SetShellRunner(nullptr);
 }
 
-TEST_F(GuardedRunnerTest, EndsAtAnyMomentWhileLinesAreHandedOver)
+TEST_F(GuardedRunnerTest, MayEndAtAnyMoment)
 {
     {
         const GuardedRunner first(STDERR_FILENO, {}); // from now on no line goes to a shell of the system's
@@ -216,7 +216,7 @@ TEST_F(GuardedRunnerTest, EndsAtAnyMomentWhileLinesAreHandedOver)
     vetch::SetShellRunner(nullptr);
 }
 
-TEST_F(GuardedRunnerTest, SaysThatTagsAreStaleAndRebuildsThemWhenAsked)
+TEST_F(GuardedRunnerTest, ReportsStaleTagsAndRebuildsThemOnRequest)
 {
     GuardedRunner runner(STDERR_FILENO, News());
     fs::create_directory(tree / "linked");
@@ -231,7 +231,7 @@ TEST_F(GuardedRunnerTest, SaysThatTagsAreStaleAndRebuildsThemWhenAsked)
     EXPECT_EQ(Tags(), kNew);
 }
 
-TEST_F(GuardedRunnerTest, RebuildsByItselfOnceForTheSameTagsAndSource)
+TEST_F(GuardedRunnerTest, RebuildsAutomaticallyOnceForTheSameTagsAndSource)
 {
     GuardedRunner runner(STDERR_FILENO, News());
     const vetch::ShellRequest request{tree / "tags", tree / "a.h"};

@@ -36,7 +36,7 @@ class Host : public HostFixture {};
 
 // Start and end
 
-TEST_F(Host, SetsThePluginUpInOrder)
+TEST_F(Host, SetsUpThePluginInOrder)
 {
     const std::string settings = home.Write("settings", "DeclAutoComplete off\nother  a  b\n");
     std::vector<std::string> lines;
@@ -54,7 +54,7 @@ TEST_F(Host, SetsThePluginUpInOrder)
     EXPECT_THAT(face.warnings, IsEmpty());
 }
 
-TEST_F(Host, StartsWithoutAHomeAndSaysSo)
+TEST_F(Host, StartsWithoutAHomeAndReportsIt)
 {
     ::unsetenv("HOME");
     MakeHost();
@@ -63,7 +63,7 @@ TEST_F(Host, StartsWithoutAHomeAndSaysSo)
     EXPECT_THAT(face.warnings, ElementsAre(HasSubstr("no home directory")));
 }
 
-TEST_F(Host, StartsWithAHomeThatTakesNoFilesAndSaysSo)
+TEST_F(Host, StartsWithAnUnwritableHomeAndReportsIt)
 {
     const std::string notADirectory = home.Write("file", ""); // in effect read-only, even for root
     ::setenv("HOME", notADirectory.c_str(), 1);
@@ -73,7 +73,7 @@ TEST_F(Host, StartsWithAHomeThatTakesNoFilesAndSaysSo)
     EXPECT_THAT(face.warnings, ElementsAre(HasSubstr("cannot make " + notADirectory)));
 }
 
-TEST_F(Host, StartsWithSettingsThatCannotBeReadAndSaysSo)
+TEST_F(Host, StartsWithUnreadableSettingsAndReportsThem)
 {
     MakeHost(home.Path());
     host->Start();
@@ -95,7 +95,7 @@ struct Slow {
 
 } // namespace
 
-TEST_F(Host, UnloadsThePluginLastAndOnceWithNothingLeftAtWork)
+TEST_F(Host, UnloadsThePluginOnceAfterAllWorkEnded)
 {
     StartHost();
     OpenText("/tmp/a.c", "");
@@ -118,7 +118,7 @@ TEST_F(Host, UnloadsThePluginLastAndOnceWithNothingLeftAtWork)
     EXPECT_THAT(TakeEvents(), IsEmpty()) << "nothing is sent after the plug-in was unloaded";
 }
 
-TEST_F(Host, QuitsThePluginsWindowsBeforeItWaitsForWhatTheyHaveStarted)
+TEST_F(Host, QuitsThePluginsWindowsBeforeItWaitsForTheirThreads)
 {
     StartHost();
     Slow slow;
@@ -150,7 +150,7 @@ struct EndlessReader {
 
 } // namespace
 
-TEST_F(Host, EndsWhatThePluginReadsWhenItShutsDown)
+TEST_F(Host, CancelsThePluginsReadingAtShutdown)
 {
     StartHost();
     EndlessReader reader;
@@ -164,7 +164,7 @@ TEST_F(Host, EndsWhatThePluginReadsWhenItShutsDown)
     EXPECT_FALSE(vetch::ReadingIsCancelled()) << "the next host reads";
 }
 
-TEST_F(Host, WarnsOfTagsFilesThatAreNotRead)
+TEST_F(Host, WarnsAboutTagsFilesThatAreNotRead)
 {
     StartHost();
     BMessage message(FourCC("tgur"));
@@ -176,7 +176,7 @@ TEST_F(Host, WarnsOfTagsFilesThatAreNotRead)
     EXPECT_THAT(face.warnings, ElementsAre("/src/tags is not read: it is too long; remove it, or make the tags again"));
 }
 
-TEST_F(Host, ShutsDownWhenItGoes)
+TEST_F(Host, ShutsDownInItsDestructor)
 {
     StartHost();
     host.reset();
@@ -185,7 +185,7 @@ TEST_F(Host, ShutsDownWhenItGoes)
 
 // The record
 
-TEST_F(Host, AnswersHarmlesslyWithoutADocument)
+TEST_F(Host, AnswersWithoutADocument)
 {
     StartHost();
     answer = [&](long, PluginInterface* record) {
@@ -258,7 +258,7 @@ TEST_F(Host, AlwaysWritesBothPartsOfAShortcut)
     host->Events().Command("any");
 }
 
-TEST_F(Host, TakesOverTheAnswerToASettingsQuery)
+TEST_F(Host, OwnsTheReplyToASettingsQuery)
 {
     StartHost();
     answer = [](long event, PluginInterface* record) {
@@ -331,7 +331,7 @@ TEST_F(Host, WritesSettingsOfAnyLength)
 
 // Edits
 
-TEST_F(Host, ClosesTheUndoableEditThatACallHasLeftOpen)
+TEST_F(Host, ClosesAnUndoableEditThatACallLeftOpen)
 {
     StartHost();
     Document& document = OpenText("/tmp/a.c", "ab");
@@ -355,7 +355,7 @@ TEST_F(Host, ClosesTheUndoableEditThatACallHasLeftOpen)
     EXPECT_EQ(host->Undo(), std::nullopt);
 }
 
-TEST_F(Host, TellsThePluginOfUndoButNotOfItsOwnEdits)
+TEST_F(Host, NotifiesThePluginOfUndoButNotOfItsOwnEdits)
 {
     StartHost();
     OpenText("/tmp/a.c", "ab");
@@ -375,7 +375,7 @@ TEST_F(Host, TellsThePluginOfUndoButNotOfItsOwnEdits)
 
 // Keys
 
-TEST_F(Host, RoutesAKeyPastThePluginBeforeItsShortcut)
+TEST_F(Host, OffersAKeyToThePluginBeforeItsShortcuts)
 {
     StartHost();
     OpenText("/tmp/a.c", "");
@@ -404,7 +404,7 @@ TEST_F(Host, RoutesAKeyPastThePluginBeforeItsShortcut)
     }
 }
 
-TEST_F(Host, TellsThePluginAllBytesOfAKey)
+TEST_F(Host, GivesThePluginAllBytesOfAKey)
 {
     StartHost();
     OpenText("/tmp/a.c", "");
@@ -425,7 +425,7 @@ TEST_F(Host, TellsThePluginAllBytesOfAKey)
 
 // Documents
 
-TEST_F(Host, TellsTheDocumentLeftAndTheOneEntered)
+TEST_F(Host, NotifiesBothDocumentsOfASwitch)
 {
     StartHost();
     std::vector<std::string> told;
@@ -442,7 +442,7 @@ TEST_F(Host, TellsTheDocumentLeftAndTheOneEntered)
     EXPECT_THAT(told, ElementsAre("300 1 active", "301 1 active", "300 2 active", "301 2 active", "300 1 active"));
 }
 
-TEST_F(Host, NeverUsesAnIdentifierAgain)
+TEST_F(Host, NeverReusesAnIdentifier)
 {
     StartHost();
     EXPECT_EQ(OpenText("/tmp/a.c", "").Id(), 1);
@@ -465,7 +465,7 @@ TEST_F(Host, ReadsADocumentFromItsFileUnlessItIsGivenText)
     EXPECT_EQ(host->Current()->Path(), file) << "nothing has changed";
 }
 
-TEST_F(Host, KeepsWhatIsAddedToTheWorksheetUntilItIsOpened)
+TEST_F(Host, KeepsTextForTheWorksheetUntilItOpens)
 {
     StartHost();
     OpenText("/tmp/a.c", "");
@@ -486,7 +486,7 @@ TEST_F(Host, KeepsWhatIsAddedToTheWorksheetUntilItIsOpened)
 
 // Messages
 
-TEST_F(Host, BringsAMessageBackIntoItsDocument)
+TEST_F(Host, ReturnsAMessageToItsDocument)
 {
     StartHost();
     OpenText("/tmp/a.c", "");
@@ -562,7 +562,7 @@ public:
     std::function<void()> whenAsked;
 };
 
-TEST_F(Host, KeepsEventsAndMessagesWhileThePluginIsAtWork)
+TEST_F(Host, KeepsEventsAndMessagesDuringAPluginCall)
 {
     AlertWitness witness;
     vetch::HeadlessDisplay asking(&witness);
@@ -593,7 +593,7 @@ TEST_F(Host, KeepsEventsAndMessagesWhileThePluginIsAtWork)
     host.reset();
 }
 
-TEST_F(Host, DropsAKeptEventWhoseDocumentHasGone)
+TEST_F(Host, DropsAKeptEventOfAClosedDocument)
 {
     AlertWitness witness;
     vetch::HeadlessDisplay asking(&witness);
@@ -649,7 +649,7 @@ TEST_F(Host, RunsTheCommandOfAnEnabledMenuItem)
     EXPECT_EQ(item->ShortcutModifiers(), 3u) << "kept without a key: they tell dynamic items apart";
 }
 
-TEST_F(Host, OpensThePanelThatThePluginHasRegistered)
+TEST_F(Host, OpensThePluginsPanel)
 {
     StartHost();
     std::vector<std::string> opened;
@@ -677,7 +677,7 @@ TEST_F(Host, OpensThePanelThatThePluginHasRegistered)
     EXPECT_THAT(display.Windows(), IsEmpty());
 }
 
-TEST_F(Host, ClosesWhatIsLeftOpenBeforeItUnloadsThePlugin)
+TEST_F(Host, ClosesOpenWindowsBeforeItUnloadsThePlugin)
 {
     StartHost();
     OpenText("/tmp/a.c", "");
@@ -723,7 +723,7 @@ std::shared_ptr<Ending> StartDetachedThread()
 
 } // namespace
 
-TEST_F(Host, WaitsForDetachedThreadsToo)
+TEST_F(Host, WaitsForDetachedThreads)
 {
     StartHost();
     EXPECT_TRUE(host->WaitForBackground(std::chrono::minutes(1)));
@@ -734,7 +734,7 @@ TEST_F(Host, WaitsForDetachedThreadsToo)
     EXPECT_TRUE(ending->reached);
 }
 
-TEST_F(Host, DoesNotTakeThreadsThatItCannotListForIdle)
+TEST_F(Host, DoesNotCountUnlistedThreadsAsIdle)
 {
     StartHost();
     rlimit usual;
@@ -747,7 +747,7 @@ TEST_F(Host, DoesNotTakeThreadsThatItCannotListForIdle)
     EXPECT_TRUE(host->WaitForBackground(std::chrono::minutes(1)));
 }
 
-TEST_F(Host, LeavesTheEndsOfChildrenToWhoeverWaitsForThem)
+TEST_F(Host, LeavesTheDefaultHandlingOfEndedChildren)
 {
     StartHost();
     OpenText("/tmp/a.c", "");
@@ -757,7 +757,7 @@ TEST_F(Host, LeavesTheEndsOfChildrenToWhoeverWaitsForThem)
     EXPECT_EQ(action.sa_flags & SA_NOCLDWAIT, 0);
 }
 
-TEST_F(Host, DoesNotTakeAWindowsThreadForWork)
+TEST_F(Host, DoesNotCountAWindowsThreadAsWork)
 {
     StartHost();
     auto* window = new BWindow({0, 0, 100, 100}, "w", B_FLOATING_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0);

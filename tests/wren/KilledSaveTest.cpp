@@ -116,7 +116,7 @@ std::vector<std::string> Offered()
 
 } // namespace
 
-TEST_F(KilledSave, AFileWithOtherNamesIsOldOrNewOrItsOldTextIsOfferedAtEveryMoment)
+TEST_F(KilledSave, AFileWithHardLinksIsOldOrNewOrItsOldTextIsOffered)
 {
     for (const Texts& texts : kTexts) {
         SCOPED_TRACE(texts.why);
@@ -145,7 +145,7 @@ TEST_F(KilledSave, AFileWithOtherNamesIsOldOrNewOrItsOldTextIsOfferedAtEveryMome
     }
 }
 
-TEST_F(KilledSave, AReplacedFileIsOldOrNewAtEveryMomentAndTheNextSaveRemovesTheLeftover)
+TEST_F(KilledSave, AReplacedFileIsOldOrNewAndTheNextSaveRemovesTheLeftover)
 {
     for (const bool exists : {true, false}) {
         const std::string file = directory / "a.c";
@@ -175,7 +175,7 @@ TEST_F(KilledSave, OnlyRecordedTemporariesAreRemoved)
     EXPECT_THAT(In(directory.Path()), ElementsAre(".wren-999999999-1", ".wren-999999999-2", "a.c"));
 }
 
-TEST_F(KilledSave, OtherFilesInATemporarysPlaceStay)
+TEST_F(KilledSave, OtherFilesInPlaceOfATemporaryStay)
 {
     const std::string linked = LeaveTemporary();
     fs::create_hard_link(linked, linked + "-link");
@@ -249,7 +249,7 @@ TEST_F(KilledSave, NothingIsOfferedOnceTheFileIsWholeAgain)
     }
 }
 
-TEST_F(KilledSave, DamagedCopiesArePassedOverAndStay)
+TEST_F(KilledSave, DamagedCopiesAreSkippedAndStay)
 {
     const std::string file = TornFile("a.c");
     const std::string copy = wren::LeftOverwritten().at(0).file;

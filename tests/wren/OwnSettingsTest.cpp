@@ -51,7 +51,7 @@ protected:
 
 } // namespace
 
-TEST_F(OwnSettings, AreGivenToTheirOwnerAndNotToThePlugin)
+TEST_F(OwnSettings, GoToTheirOwnerAndNotToThePlugin)
 {
     StartWith("WrenFontSize 14\nDeclOne old\n");
     EXPECT_EQ(preferences.Values().fontSize, 14);
@@ -59,7 +59,7 @@ TEST_F(OwnSettings, AreGivenToTheirOwnerAndNotToThePlugin)
     EXPECT_THAT(face.warnings, IsEmpty());
 }
 
-TEST_F(OwnSettings, ComeWithTheNewsOfWhatThePluginRefuses)
+TEST_F(OwnSettings, LinesThatThePluginRefusesAreReported)
 {
     StartWith("DeclOne odd\nDeclOne\nDeclOne new\n");
     EXPECT_THAT(face.warnings, ElementsAre(StartsWith(file + ":1: DeclOne cannot be \"odd\"; the line is left out"),
@@ -67,7 +67,7 @@ TEST_F(OwnSettings, ComeWithTheNewsOfWhatThePluginRefuses)
     EXPECT_EQ(Saved(), "DeclOne odd\nDeclOne\nDeclOne new\n") << "nobody has chosen another one";
 }
 
-TEST_F(OwnSettings, AreWrittenBesideThePluginsAndTheLinesOfOthers)
+TEST_F(OwnSettings, AreStoredBesideThePluginsAndUnknownLines)
 {
     StartWith("WrenFontSize 14\nTheirs  1\nDeclOne old\n\n");
     wren::PreferenceValues chosen = preferences.Values();
@@ -76,7 +76,7 @@ TEST_F(OwnSettings, AreWrittenBesideThePluginsAndTheLinesOfOthers)
     EXPECT_EQ(Saved(), "Theirs  1\n\nDeclOne new\nWrenFontSize 14\nWrenTabWidth 8\n");
 }
 
-TEST_F(OwnSettings, AreMadeToldAndKeptWhenTheyAreDamaged)
+TEST_F(OwnSettings, DamagedLinesAreReportedAndKept)
 {
     StartWith("WrenFontSize 14\n\nWrenTabWidth wide\nWrenFontSize 15\n");
     EXPECT_THAT(face.warnings,
@@ -89,7 +89,7 @@ TEST_F(OwnSettings, AreMadeToldAndKeptWhenTheyAreDamaged)
     EXPECT_EQ(Saved(), "\nDeclOne new\nWrenFontSize 14\nWrenFontSize 15\nWrenTabWidth wide\n");
 }
 
-TEST_F(OwnSettings, LetLinesOfUnknownNamesBeToldAndKept)
+TEST_F(OwnSettings, LinesWithUnknownNamesAreReportedAndKept)
 {
     StartWith("Fnord  1\nWrenFond x\n");
     EXPECT_THAT(face.warnings, ElementsAre(StartsWith(file + ":1: no setting is named \"Fnord\""),
@@ -98,13 +98,13 @@ TEST_F(OwnSettings, LetLinesOfUnknownNamesBeToldAndKept)
     EXPECT_EQ(Saved(), "Fnord  1\nWrenFond x\nDeclOne new\n");
 }
 
-TEST_F(OwnSettings, SayNothingOfThePluginsLinesWhenItHasRegisteredNone)
+TEST_F(OwnSettings, APluginWithoutSettingsGetsNoReportsOfItsLines)
 {
     StartWith("DeclOne old\nWrenFond x\n", false);
     EXPECT_THAT(face.warnings, ElementsAre(StartsWith(file + ":2: ")));
 }
 
-TEST_F(OwnSettings, AreThePluginsToIgnoreWhereNobodyElseHasThem)
+TEST_F(OwnSettings, GoToThePluginWhenTheyHaveNoOwner)
 {
     StartWith("WrenFontSize x\nFnord\nDeclOne old\n", true, false);
     EXPECT_THAT(face.warnings, IsEmpty());
@@ -112,7 +112,7 @@ TEST_F(OwnSettings, AreThePluginsToIgnoreWhereNobodyElseHasThem)
     EXPECT_EQ(Saved(), "WrenFontSize x\nFnord\nDeclOne new\n");
 }
 
-TEST_F(OwnSettings, AreSavedWhereThereIsNoDirectoryYet)
+TEST_F(OwnSettings, AreSavedInANewDirectory)
 {
     file = home / ".config/wren/settings";
     MakeHost(file);
@@ -124,7 +124,7 @@ TEST_F(OwnSettings, AreSavedWhereThereIsNoDirectoryYet)
     EXPECT_EQ(Saved(), "WrenTabWidth 8\n");
 }
 
-TEST_F(OwnSettings, StayAsAnotherEditorHasStoredThem)
+TEST_F(OwnSettings, KeepValuesThatAnotherEditorStored)
 {
     StartWith("WrenFontSize 14\nDeclOne new\n");
     const std::string others = "WrenFontSize 20\nDeclOne other\nWrenWrapLines on\n";

@@ -14,7 +14,7 @@ VisitedPlace At(long offset)
 
 } // namespace
 
-TEST(PlaceStack, LeadsBackAndForwardThroughWhatLookupsLeft)
+TEST(PlaceStack, LeadsBackAndForwardThroughPlaces)
 {
     PlaceStack places;
     EXPECT_FALSE(places.CanGoBack());
@@ -31,7 +31,7 @@ TEST(PlaceStack, LeadsBackAndForwardThroughWhatLookupsLeft)
     EXPECT_EQ(places.Back(At(30)), At(20));
 }
 
-TEST(PlaceStack, GoingSomewhereNewForgetsThePlacesAhead)
+TEST(PlaceStack, ANewPlaceDropsThePlacesAhead)
 {
     PlaceStack places;
     places.Left(At(10));
@@ -41,7 +41,7 @@ TEST(PlaceStack, GoingSomewhereNewForgetsThePlacesAhead)
     EXPECT_FALSE(places.CanGoForward());
 }
 
-TEST(PlaceStack, CountsAPlaceTwiceInARowOnce)
+TEST(PlaceStack, KeepsARepeatedPlaceOnce)
 {
     PlaceStack places;
     places.Left(At(10));
@@ -88,7 +88,7 @@ TEST(PlaceStack, MovesPlacesWithTheirText)
     }
 }
 
-TEST(PlaceStack, MovesThePlacesAheadTooAndNoOtherDocuments)
+TEST(PlaceStack, MovesThePlacesAheadButNotOtherDocuments)
 {
     PlaceStack places;
     places.Left({2, "/b.c", 50});
@@ -109,7 +109,7 @@ TEST(PlaceStack, KeepsPlacesOfClosedDocumentsByTheirPath)
     EXPECT_FALSE(places.CanGoBack());
 }
 
-TEST(PlaceStack, FollowsADocumentThatIsOpenedAgainOrGetsAName)
+TEST(PlaceStack, FollowsADocumentThatIsReopenedOrNamed)
 {
     PlaceStack places;
     places.Left(At(10));

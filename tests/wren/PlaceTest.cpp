@@ -56,7 +56,7 @@ const OffsetCase kOffsetCases[] = {
 
 } // namespace
 
-TEST(Place, IsReadFromTheEndOfTheText)
+TEST(Place, IsParsedFromTheEndOfTheText)
 {
     for (const ParseCase& c : kParseCases) {
         std::string error;

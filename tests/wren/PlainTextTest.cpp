@@ -17,7 +17,7 @@ PlainText Made(const std::string& text)
 
 } // namespace
 
-TEST(PlainText, AnswersANullByteOutsideItsText)
+TEST(PlainText, ReturnsANulByteOutsideItsText)
 {
     const PlainText document = Made("ab");
     const struct {
@@ -35,7 +35,7 @@ TEST(PlainText, AnswersANullByteOutsideItsText)
         EXPECT_EQ(document.CharAt(each.offset), each.byte) << each.why;
 }
 
-TEST(PlainText, CopiesTheBytesThatAreThereAndLeavesTheRestOfTheBufferAlone)
+TEST(PlainText, CopiesExistingBytesOnly)
 {
     const PlainText document = Made("abcd");
     const struct {
@@ -78,7 +78,7 @@ TEST(PlainText, ClampsTheSelectionAndOrdersItsEnds)
     }
 }
 
-TEST(PlainText, CountsLinesByTheirLineFeedsAlone)
+TEST(PlainText, CountsLinesByLineFeeds)
 {
     const PlainText document = Made("a\r\nb\rc\n");
     EXPECT_EQ(document.LineAt(0), 0);
@@ -105,7 +105,7 @@ TEST(PlainText, FindsLinesAgainAfterAnEditBeforeThem)
     EXPECT_EQ(document.LineAt(3), 1);
 }
 
-TEST(PlainText, LeavesACaretWhereTextIsPutInAndMovesOneBehindIt)
+TEST(PlainText, MovesOnlyCaretsBehindAnInsertion)
 {
     PlainText document = Made("abcd");
     document.Select(2, 3);
@@ -152,7 +152,7 @@ TEST(PlainText, ForgetsAGroupWithoutEdits)
     EXPECT_EQ(document.Undo(), std::nullopt);
 }
 
-TEST(PlainText, UndoesAnEditWithoutAGroupAlone)
+TEST(PlainText, UndoesAnUngroupedEditSeparately)
 {
     PlainText document = Made("ab");
     document.Insert(2, "c");
@@ -175,7 +175,7 @@ TEST(PlainText, ClampsEditsToItsText)
     EXPECT_EQ(document.Text(), "ab");
 }
 
-TEST(PlainText, ReadsAHugeTextOnceHoweverOftenItsLinesAreAskedFor)
+TEST(PlainText, ScansAHugeTextForLinesOnce)
 {
     constexpr long kSize = 100'000'000;
     std::string text(kSize, 'x');
@@ -192,7 +192,7 @@ TEST(PlainText, ReadsAHugeTextOnceHoweverOftenItsLinesAreAskedFor)
     EXPECT_LE(document.Lines().BytesRead(), kSize);
 }
 
-TEST(PlainText, ReadsOnlyBehindAnEditAgain)
+TEST(PlainText, RescansOnlyBehindAnEdit)
 {
     std::string text(10'000'000, 'x');
     PlainText document;

@@ -21,7 +21,7 @@ std::string WhyNot(const std::string& directory)
 
 } // namespace
 
-TEST(PluginBundle, KnowsItsEntryPointsAndItsIdentifier)
+TEST(PluginBundle, FindsTheEntryPointsAndTheIdentifier)
 {
     std::string error;
     const auto bundle = PluginBundle::Load(kBundles + "/Recording.bundle", &error);
@@ -32,7 +32,7 @@ TEST(PluginBundle, KnowsItsEntryPointsAndItsIdentifier)
     EXPECT_EQ(bundle->Main(12345, nullptr), 0);
 }
 
-TEST(PluginBundle, NamesWhatIsMissing)
+TEST(PluginBundle, NamesTheMissingPart)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("file", "");

@@ -48,7 +48,7 @@ TEST(Preferences, StoreNothingByDefault)
     EXPECT_EQ(preferences.Values(), PreferenceValues());
 }
 
-TEST(Preferences, HaveTheseKeysByDefault)
+TEST(Preferences, BindTheseKeysByDefault)
 {
     EXPECT_THAT(PreferenceValues::DefaultKeys(), (Keys{{"SymbolCompletion", "Ctrl+."},
                                                        {"SymbolCompletion", "Ctrl+Space"},
@@ -58,7 +58,7 @@ TEST(Preferences, HaveTheseKeysByDefault)
                                                        {"GoForward", "Alt+Right"}}));
 }
 
-TEST(Preferences, StoreALineForEachValueThatIsNotTheDefault)
+TEST(Preferences, StoreALineForEachChangedValue)
 {
     Preferences preferences;
     preferences.Set(NothingAsByDefault());
@@ -74,7 +74,7 @@ TEST(Preferences, StoreALineForEachValueThatIsNotTheDefault)
     EXPECT_THAT(preferences.Names(), ::testing::UnorderedElementsAreArray(names)) << "all of them are tried here";
 }
 
-TEST(Preferences, ReadWhatTheyHaveStored)
+TEST(Preferences, ReadTheirStoredLines)
 {
     Preferences stored;
     stored.Set(NothingAsByDefault());
@@ -85,7 +85,7 @@ TEST(Preferences, ReadWhatTheyHaveStored)
     EXPECT_EQ(read.Lines(), stored.Lines());
 }
 
-TEST(Preferences, TakeGoodLinesInOtherForms)
+TEST(Preferences, AcceptOtherSpellings)
 {
     const struct {
         const char* why;
@@ -124,7 +124,7 @@ TEST(Preferences, TakeGoodLinesInOtherForms)
     }
 }
 
-TEST(Preferences, SayWhatIsWrongWithADamagedLineAndKeepIt)
+TEST(Preferences, ReportADamagedLineAndKeepIt)
 {
     const struct {
         const char* why;
@@ -173,7 +173,7 @@ TEST(Preferences, SayWhatIsWrongWithADamagedLineAndKeepIt)
     }
 }
 
-TEST(Preferences, KnowNoOtherNames)
+TEST(Preferences, RejectUnknownNames)
 {
     Preferences preferences;
     EXPECT_NE(Problem(&preferences, "WrenFonts x"), "");
@@ -201,7 +201,7 @@ TEST(Preferences, UseTheFirstGoodLineOfAName)
     EXPECT_THAT(preferences.Lines(), ElementsAre("WrenFontSize 12", "WrenFontSize large", "WrenFontSize 13"));
 }
 
-TEST(Preferences, StoreADefaultThatStandsInFrontOfOtherLines)
+TEST(Preferences, StoreADefaultThatHidesLaterLines)
 {
     Preferences preferences;
     EXPECT_EQ(Problem(&preferences, "WrenFontSize 11"), "");
@@ -209,7 +209,7 @@ TEST(Preferences, StoreADefaultThatStandsInFrontOfOtherLines)
     EXPECT_THAT(preferences.Lines(), ElementsAre("WrenFontSize 11", "WrenFontSize 9"));
 }
 
-TEST(Preferences, TakeEveryKeyThatTheyStore)
+TEST(Preferences, AcceptEveryKeyThatTheyStore)
 {
     const char* const kKeys[] = {
         "Alt+A", "Ctrl+Shift+Alt+Meta+F35", "Meta+Space", "Ctrl+%", "Ctrl+,", "Alt+,", "Meta+=", "Ctrl+PgDown"};

@@ -54,7 +54,7 @@ public:
     std::future<base::Result<int>> run;
 };
 
-TEST(ProcessGroup, EndsWhatAKilledShellHasStarted)
+TEST(ProcessGroup, EndsTheChildrenOfAKilledShell)
 {
     StartedGroup started(std::chrono::hours(1), ":");
     ::kill(started.shell, SIGKILL);
@@ -63,7 +63,7 @@ TEST(ProcessGroup, EndsWhatAKilledShellHasStarted)
     EXPECT_NE(::kill(started.inShell, 0), 0) << "it would write behind the back of the next run";
 }
 
-TEST(ProcessGroup, KillsAtTheSecondStopWhatHasOutlivedTheShell)
+TEST(ProcessGroup, KillsSurvivorsOfTheShellAtTheSecondStop)
 {
     StartedGroup started(std::chrono::hours(1), "trap \"\" TERM");
     started.group.Stop(SIGTERM);
@@ -73,7 +73,7 @@ TEST(ProcessGroup, KillsAtTheSecondStopWhatHasOutlivedTheShell)
     EXPECT_NE(::kill(started.inShell, 0), 0);
 }
 
-TEST(ProcessGroup, KillsWhatIgnoresAStopWhenItsPatienceEnds)
+TEST(ProcessGroup, KillsProcessesThatIgnoreAStopAfterAWhile)
 {
     StartedGroup started(std::chrono::milliseconds(1), "trap \"\" TERM");
     started.group.Stop(SIGTERM);

@@ -24,7 +24,7 @@ std::string Refusal(const std::string& path)
 
 } // namespace
 
-TEST(ReadWholeFile, SaysWhatIsNoFileAndWaitsForNone)
+TEST(ReadWholeFile, ReportsNonFilesWithoutWaiting)
 {
     const TempDirectory directory;
     ASSERT_EQ(::mkfifo((directory / "pipe").c_str(), 0600), 0);
@@ -46,7 +46,7 @@ TEST(ReadWholeFile, SaysWhatIsNoFileAndWaitsForNone)
         EXPECT_EQ(Refusal(each.path), each.says) << each.path;
 }
 
-TEST(ReadWholeFile, ReadsFilesThatDoNotSayHowLongTheyAre)
+TEST(ReadWholeFile, ReadsFilesWithoutAKnownLength)
 {
     std::string error;
     const auto text = wren::ReadWholeFile("/proc/self/status", &error);
@@ -62,7 +62,7 @@ TEST(ReadWholeFile, RefusesAFileThatIsTooLargeForAView)
     EXPECT_EQ(Refusal(path), "File too large");
 }
 
-TEST(ReadWholeFile, SaysThatThereAreNoDescriptors)
+TEST(ReadWholeFile, ReportsThatThereAreNoDescriptors)
 {
     const TempDirectory directory;
     const std::string path = directory.Write("file", "text");
@@ -73,7 +73,7 @@ TEST(ReadWholeFile, SaysThatThereAreNoDescriptors)
     EXPECT_EQ(Refusal(path), "");
 }
 
-TEST(ReadWholeFile, SaysThatThereIsNoMemory)
+TEST(ReadWholeFile, ReportsThatThereIsNoMemory)
 {
     if (!kMemoryCanBeLimited)
         GTEST_SKIP() << "a sanitizer ends the process then";

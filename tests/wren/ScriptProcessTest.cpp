@@ -55,7 +55,7 @@ private:
 
 } // namespace
 
-TEST_F(ScriptProcess, EndsWellWhenEveryLineWasCarriedOut)
+TEST_F(ScriptProcess, SucceedsWhenEveryLineSucceeds)
 {
     const Ending ending = Run(Script(kRecording), "{\"do\": \"pending\", \"on\": false}\n");
     EXPECT_EQ(ending.status, 0);
@@ -64,17 +64,17 @@ TEST_F(ScriptProcess, EndsWellWhenEveryLineWasCarriedOut)
     EXPECT_TRUE(std::filesystem::is_directory(home + "/Library/Caches"));
 }
 
-TEST_F(ScriptProcess, EndsWellWithoutAnyLine)
+TEST_F(ScriptProcess, SucceedsWithoutAnyLine)
 {
     EXPECT_EQ(Run(Script(kRecording), "").status, 0);
 }
 
-TEST_F(ScriptProcess, ReadsALastLineWithoutEnd)
+TEST_F(ScriptProcess, ReadsALastLineWithoutALineBreak)
 {
     EXPECT_EQ(Run(Script(kRecording), "{\"do\": \"pending\", \"on\": true}").output, "{\"ok\":true,\"log\":[]}\n");
 }
 
-TEST_F(ScriptProcess, EndsWithOneWhenALineWasNotAndGoesOnAfterIt)
+TEST_F(ScriptProcess, ExitsWithOneAfterAFailedLineAndRunsTheRest)
 {
     const Ending ending = Run(Script(kRecording), "nonsense\n{\"do\": \"pending\", \"on\": false}\n");
     EXPECT_EQ(ending.status, 1);
@@ -82,7 +82,7 @@ TEST_F(ScriptProcess, EndsWithOneWhenALineWasNotAndGoesOnAfterIt)
     EXPECT_THAT(ending.output, EndsWith("\n{\"ok\":true,\"log\":[]}\n"));
 }
 
-TEST_F(ScriptProcess, EndsWithTwoForWrongUsageAndForABundleThatCannotBeUsed)
+TEST_F(ScriptProcess, ExitsWithTwoForWrongUsageOrABadBundle)
 {
     directory.Write("Text.bundle/Contents/Linux/Declaration", "no library");
     const struct {
@@ -106,7 +106,7 @@ TEST_F(ScriptProcess, EndsWithTwoForWrongUsageAndForABundleThatCannotBeUsed)
     }
 }
 
-TEST_F(ScriptProcess, TellsItsVersionAndItsUse)
+TEST_F(ScriptProcess, PrintsItsVersionAndUsage)
 {
     EXPECT_THAT(Run("--version", "").output, StartsWith("wren "));
     const Ending help = Run("script --help", "");
@@ -122,7 +122,7 @@ TEST_F(ScriptProcess, KeepsWhatThePluginAndItsChildrenPrintOutOfTheAnswers)
     EXPECT_THAT(ending.errors, HasSubstr("a child prints"));
 }
 
-TEST_F(ScriptProcess, RunsWithoutAHomeAndWithOneThatTakesNoFiles)
+TEST_F(ScriptProcess, RunsWithoutAHomeAndWithAnUnwritableOne)
 {
     const std::string line = "{\"do\": \"pending\", \"on\": false}\n";
     const Ending without = Run("script --bundle " + ShellWord(kRecording), line, "env -u HOME");
@@ -134,7 +134,7 @@ TEST_F(ScriptProcess, RunsWithoutAHomeAndWithOneThatTakesNoFiles)
     EXPECT_THAT(file.errors, HasSubstr("cannot make /dev/null/Library/Caches"));
 }
 
-TEST_F(ScriptProcess, AnswersALineBeforeItWaitsForTheNext)
+TEST_F(ScriptProcess, AnswersEachLineBeforeItReadsTheNext)
 {
     int lines[2], answers[2];
     ASSERT_EQ(::pipe(lines), 0);
@@ -164,14 +164,14 @@ TEST_F(ScriptProcess, AnswersALineBeforeItWaitsForTheNext)
         ::close(descriptor);
 }
 
-TEST_F(ScriptProcess, GivesItsHomeToChildren)
+TEST_F(ScriptProcess, PassesItsHomeToChildren)
 {
     const Ending ending = Run(Script(kPrinting), "{\"do\": \"command\", \"name\": \"x\"}\n");
     EXPECT_THAT(ending.errors, HasSubstr("home " + home + "\n"));
 }
 
 // The plug-in answers 1 when it has learned how its child ended.
-TEST_F(ScriptProcess, LetsThePluginWaitForItsChildrenWhoeverStartedIt)
+TEST_F(ScriptProcess, LetsThePluginWaitForItsChildren)
 {
     for (const char* prefix : {"", "env --ignore-signal=CHLD"}) {
         const Ending ending = Run(Script(kPrinting), "{\"do\": \"command\", \"name\": \"x\"}\n", prefix);

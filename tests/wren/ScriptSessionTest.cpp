@@ -49,7 +49,7 @@ protected:
     std::unique_ptr<wren::ScriptSession> session;
 };
 
-TEST_F(Script, RefusesWhatIsNoLineAndGoesOn)
+TEST_F(Script, RefusesAMalformedLineAndReadsTheNext)
 {
     Begin();
     const struct {
@@ -148,7 +148,7 @@ TEST_F(Script, RefusesWhatIsNoLineAndGoesOn)
     EXPECT_EQ(State(), before);
 }
 
-TEST_F(Script, RefusesALineThatIsNestedWithoutEnd)
+TEST_F(Script, RefusesADeeplyNestedLine)
 {
     Begin();
     const std::string open(1'000'000, '['), close(1'000'000, ']');
@@ -157,7 +157,7 @@ TEST_F(Script, RefusesALineThatIsNestedWithoutEnd)
     EXPECT_EQ(Line(R"({"do": "state", "id": [[[[[[[[1]]]]]]]]})")["ok"], true);
 }
 
-TEST_F(Script, RepeatsTheIdentifierOfALine)
+TEST_F(Script, ReturnsTheIdentifierOfALine)
 {
     Begin();
     EXPECT_EQ(Line(R"({"id": 7, "do": "state"})")["id"], 7);
@@ -165,7 +165,7 @@ TEST_F(Script, RepeatsTheIdentifierOfALine)
     EXPECT_FALSE(Line(R"({"do": "state"})").contains("id"));
 }
 
-TEST_F(Script, TellsInTheFirstAnswerWhatHappenedAtTheStart)
+TEST_F(Script, ReportsTheStartInTheFirstAnswer)
 {
     const std::string settings = home.Write("settings", "a 1\n");
     std::string seen;
@@ -256,7 +256,7 @@ TEST_F(Script, SendsTheEventsOfAKeyStrokeInOrder)
     }
 }
 
-TEST_F(Script, LeavesAKeyAloneThatThePluginTakes)
+TEST_F(Script, DoesNotTypeAKeyThatThePluginTakes)
 {
     Begin();
     Open("");
@@ -342,7 +342,7 @@ TEST_F(Script, AnswersAlertsFromItsQueue)
     EXPECT_THAT(answers, ElementsAre(0, 1, 2)) << "the last button answers where nothing is queued";
 }
 
-TEST_F(Script, SendsARawEventAndAnswersWhatThePluginWrote)
+TEST_F(Script, SendsARawEventAndReturnsThePluginsReply)
 {
     Begin();
     Open("");
@@ -368,7 +368,7 @@ TEST_F(Script, SendsARawEventAndAnswersWhatThePluginWrote)
               Json::parse(message));
 }
 
-TEST_F(Script, NeverHandsThePluginWhatIsNotThere)
+TEST_F(Script, NeverGivesThePluginANullPointer)
 {
     Begin();
     answer = [](long event, PluginInterface* record) {
@@ -419,7 +419,7 @@ TEST_F(Script, SavesTheSettingsAndLogsTheLines)
     EXPECT_EQ(wren::ReadWholeFile(home / "settings", &error), "name \n");
 }
 
-TEST_F(Script, ShowsAWindowAndWhatTheUserDoesInIt)
+TEST_F(Script, ReportsAWindowAndTheUsersActions)
 {
     Begin();
     Open("");

@@ -49,7 +49,7 @@ TEST(ValidUtf8, Cases)
         EXPECT_EQ(wren::ValidUtf8(each.bytes), each.text) << each.why;
 }
 
-TEST(GridFace, PutsEachCharacterInItsCell)
+TEST(GridFace, PutsEachCharacterIntoItsCell)
 {
     const Document document = Made("ab\nc\xc3\xa9z", 0);
     const struct {
@@ -88,7 +88,7 @@ TEST(GridFace, FindsTheCharacterUnderAPoint)
         EXPECT_EQ(Grid().OffsetAt(document, each.where), each.offset) << each.why;
 }
 
-TEST(GridFace, FindsEachCharacterAgainAtTheCentreOfItsCell)
+TEST(GridFace, FindsEachCharacterAtTheCentreOfItsCell)
 {
     const Document document = Made("ab\n\nc\xc3\xa9z", 0);
     for (const long offset : {0L, 1L, 2L, 3L, 4L, 5L, 7L, 8L})

@@ -44,7 +44,7 @@ TEST(SplitAtBlanks, Cases)
         EXPECT_EQ(wren::SplitAtBlanks(each.line), each.words) << each.why;
 }
 
-TEST(SettingsStore, LoadsEveryLineThatHoldsAnything)
+TEST(SettingsStore, LoadsEveryNonEmptyLine)
 {
     const TempDirectory directory;
     const std::string odd = "a 1\n\n   \nb \"x y\nno value\n" + std::string(5000, 'z') + " long\nlast without end";
@@ -62,14 +62,14 @@ TEST(SettingsStore, CountsLinesAsAnEditorDoes)
     EXPECT_THAT(lines, ElementsAre(wren::StoredLine{1, "a 1"}, wren::StoredLine{4, "b 2"}));
 }
 
-TEST(SettingsStore, KeepsNulBytesAndBytesThatAreNoText)
+TEST(SettingsStore, KeepsNulBytesAndInvalidUtf8)
 {
     const TempDirectory directory;
     const std::string bytes("a \0\xff\n", 5);
     EXPECT_THAT(Loaded(directory.Write("settings", bytes)), ElementsAre(std::string("a \0\xff", 4)));
 }
 
-TEST(SettingsStore, LoadsNothingWhereThereIsNoFile)
+TEST(SettingsStore, LoadsNothingWithoutAFile)
 {
     const TempDirectory directory;
     EXPECT_THAT(Loaded(directory / "missing"), ElementsAre());
@@ -85,7 +85,7 @@ TEST(SettingsStore, SaysWhyAFileCannotBeRead)
     EXPECT_THAT(error, ::testing::HasSubstr("Is a directory"));
 }
 
-TEST(SettingsStore, RewritesRegisteredLinesAndKeepsThoseOfOthers)
+TEST(SettingsStore, RewritesRegisteredLinesAndKeepsOtherLines)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("settings", "mine 1\nTheirs  \"a\\ b\"\n\nmine 2\nlast");
@@ -99,7 +99,7 @@ TEST(SettingsStore, RewritesRegisteredLinesAndKeepsThoseOfOthers)
     EXPECT_EQ(Content(file), "Theirs  \"a\\ b\"\n\nlast\nmine 3\n");
 }
 
-TEST(SettingsStore, RemovesLinesThatAreNotWrittenAgain)
+TEST(SettingsStore, RemovesLinesThatAreNotRewritten)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("settings", "mine 1\n");
@@ -227,7 +227,7 @@ protected:
 
 } // namespace
 
-TEST_F(SharedSettings, ThatAnotherEditorHasChosenStay)
+TEST_F(SharedSettings, ValuesOfAnotherEditorStay)
 {
     const struct {
         const char* why;
@@ -258,7 +258,7 @@ TEST_F(SharedSettings, ThatAnotherEditorHasChosenStay)
     }
 }
 
-TEST_F(SharedSettings, StayUntilAnotherValueIsChosenHere)
+TEST_F(SharedSettings, ValuesStayUntilAnotherOneIsChosenHere)
 {
     SettingsStore store = Loaded("mine 1\n");
     TakeBaseline(store, "mine 1\n");
@@ -270,7 +270,7 @@ TEST_F(SharedSettings, StayUntilAnotherValueIsChosenHere)
     EXPECT_EQ(Saved(store, "mine 3\nother 1\n"), "mine 4\nother 1\n") << "what was stored is no choice any more";
 }
 
-TEST_F(SharedSettings, ThatWereRefusedGoOnceAnotherValueWasChosenAndTakenBack)
+TEST_F(SharedSettings, ARefusedLineIsRemovedOnceAnotherValueWasChosenAndReverted)
 {
     const struct {
         const char* why;
@@ -298,7 +298,7 @@ TEST_F(SharedSettings, ThatWereRefusedGoOnceAnotherValueWasChosenAndTakenBack)
     }
 }
 
-TEST_F(SharedSettings, ThatWereRefusedGoWhenTheDefaultIsChosenInTheirPlace)
+TEST_F(SharedSettings, ChoosingTheDefaultRemovesARefusedLine)
 {
     SettingsStore store = Loaded("mine On\nmine a\n");
     store.Refused("mine On");
@@ -307,7 +307,7 @@ TEST_F(SharedSettings, ThatWereRefusedGoWhenTheDefaultIsChosenInTheirPlace)
     EXPECT_EQ(Saved(store, ""), "");
 }
 
-TEST_F(SharedSettings, AreAllWrittenWhereTheFileIsGone)
+TEST_F(SharedSettings, AllValuesAreWrittenWhenTheFileIsGone)
 {
     SettingsStore store = Loaded("mine 1\n");
     TakeBaseline(store, "mine 1\n");

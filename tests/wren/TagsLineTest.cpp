@@ -44,7 +44,7 @@ TEST(TagsLine, Cases)
         }
 }
 
-TEST(TagsLine, IsNothingElse)
+TEST(TagsLine, RejectsOtherCommands)
 {
     for (const char* command : {"", "rm -rf /", "mv", "mv /src/tags.tmp", "mv /src/tags.tmp /etc/passwd",
                                 "mv /src/other /src/tags", "mv src/tags.tmp src/tags", "find / | cplustags -f",

@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* kTagsLine = "old\told.h\t1;\"\tv\n";
 
-TEST(TagsTarget, GivesNoPermissionsToWhatALinkPointsTo)
+TEST(TagsTarget, LeavesThePermissionsOfALinksTargetAlone)
 {
     const TempDirectory tree;
     fs::permissions(tree.Write("project/tags", kTagsLine), fs::perms::all);
@@ -23,7 +23,7 @@ TEST(TagsTarget, GivesNoPermissionsToWhatALinkPointsTo)
     EXPECT_FALSE(fs::is_symlink(tree / "project/tags"));
 }
 
-TEST(TagsTarget, NamesARemedyOnlyForALinkThatLeadsToTags)
+TEST(TagsTarget, SuggestsARemedyOnlyForALinkToTags)
 {
     const TempDirectory tree;
     tree.Write("project/.keep", "");

@@ -45,7 +45,7 @@ TEST(TerminalText, ShowsEachControlCharacterAsAQuestionMark)
         EXPECT_EQ(wren::ForTerminal(c.text), c.shown) << c.why;
 }
 
-TEST(TerminalText, IsChangedForTerminalsOnly)
+TEST(TerminalText, ChangesTextsForTerminalsOnly)
 {
     const std::string text = "\x1b[2J \xc2\x9b"
                              "1m";

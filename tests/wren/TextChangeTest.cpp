@@ -7,7 +7,7 @@ using wren::ChangeBetween;
 using wren::MovedPlace;
 using wren::TextChange;
 
-TEST(TextChange, IsOfWholeLines)
+TEST(TextChange, CoversWholeLines)
 {
     const struct {
         const char* why;
@@ -33,7 +33,7 @@ TEST(TextChange, IsOfWholeLines)
         EXPECT_TRUE(ChangeBetween(each.before, each.after) == each.change) << each.why;
 }
 
-TEST(TextChange, MakesOneTextOfTheOther)
+TEST(TextChange, TurnsOneTextIntoTheOther)
 {
     const std::string kTexts[] = {"", "\n", "a", "a\n", "a\n\n", "\na", "b\na\n", "a\nb\na\n", "a\na\nb\na", "ab\nb\n"};
     for (const std::string& before : kTexts) {

@@ -85,7 +85,7 @@ protected:
 
 } // namespace
 
-TEST_F(WriteWholeFile, MakesAFileWithTheUsualPermissions)
+TEST_F(WriteWholeFile, CreatesAFileWithDefaultPermissions)
 {
     const std::string file = directory / "new.c";
     const mode_t mask = ::umask(027);
@@ -111,7 +111,7 @@ TEST_F(WriteWholeFile, KeepsPermissionsAndOwner)
     }
 }
 
-TEST_F(WriteWholeFile, KeepsWhatIsNotedOnTheFile)
+TEST_F(WriteWholeFile, KeepsExtendedAttributes)
 {
     const std::string file = directory.Write("a.c", "old");
     if (::setxattr(file.c_str(), "user.wren.test", "x", 1, 0) != 0)
@@ -122,7 +122,7 @@ TEST_F(WriteWholeFile, KeepsWhatIsNotedOnTheFile)
     EXPECT_EQ(value, 'x');
 }
 
-TEST_F(WriteWholeFile, ReplacesTheFileSoThatReadersSeeTheOldOrTheNew)
+TEST_F(WriteWholeFile, ShowsReadersEitherTheOldOrTheNewFile)
 {
     const std::string file = directory.Write("a.c", "old");
     FILE* reader = std::fopen(file.c_str(), "rb");
@@ -133,7 +133,7 @@ TEST_F(WriteWholeFile, ReplacesTheFileSoThatReadersSeeTheOldOrTheNew)
     EXPECT_STREQ(text, "old");
 }
 
-TEST_F(WriteWholeFile, WritesWhatALinkLeadsTo)
+TEST_F(WriteWholeFile, WritesThroughALink)
 {
     fs::create_directory(directory / "sub");
     const std::string file = directory.Write("sub/real.c", "old");
@@ -145,7 +145,7 @@ TEST_F(WriteWholeFile, WritesWhatALinkLeadsTo)
     EXPECT_EQ(Content(file), "new");
 }
 
-TEST_F(WriteWholeFile, MakesTheFileThatALinkNames)
+TEST_F(WriteWholeFile, CreatesTheMissingTargetOfALink)
 {
     fs::create_symlink("missing.c", directory / "link");
     EXPECT_EQ(Write(directory / "link", "new"), "");
@@ -153,7 +153,7 @@ TEST_F(WriteWholeFile, MakesTheFileThatALinkNames)
     EXPECT_EQ(Content(directory / "missing.c"), "new");
 }
 
-TEST_F(WriteWholeFile, WritesIntoAFileWithOtherNames)
+TEST_F(WriteWholeFile, WritesIntoAFileWithHardLinks)
 {
     const std::string file = directory.Write("a.c", "the old text, which is longer");
     fs::create_hard_link(file, directory / "b.c");
@@ -163,7 +163,7 @@ TEST_F(WriteWholeFile, WritesIntoAFileWithOtherNames)
     EXPECT_EQ(Content(directory / "b.c"), "and longer again than it was");
 }
 
-TEST_F(WriteWholeFile, WritesIntoAFileInADirectoryThatNobodyMayWriteTo)
+TEST_F(WriteWholeFile, WritesIntoAFileInAReadOnlyDirectory)
 {
     const std::string file = directory.Write("a.c", "old");
     ASSERT_EQ(::chmod(directory.Path().c_str(), 0555), 0);
@@ -176,7 +176,7 @@ TEST_F(WriteWholeFile, WritesIntoAFileInADirectoryThatNobodyMayWriteTo)
     EXPECT_EQ(StampOf(file).inode, before);
 }
 
-TEST_F(WriteWholeFile, WritesIntoAFileWhoseOwnerItMayNotGiveToAnother)
+TEST_F(WriteWholeFile, WritesIntoAFileWhoseOwnerCannotBeKept)
 {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can make somebody else's file";
@@ -196,13 +196,13 @@ TEST_F(WriteWholeFile, RefusesADirectory)
     EXPECT_EQ(Write(directory.Path(), "new"), directory.Path() + ": Is a directory");
 }
 
-TEST_F(WriteWholeFile, RefusesWhatIsNoFile)
+TEST_F(WriteWholeFile, RefusesNonFiles)
 {
     EXPECT_EQ(Write("/dev/null", "new"), "/dev/null: Invalid argument");
     EXPECT_TRUE(S_ISCHR(StatusOf("/dev/null").st_mode));
 }
 
-TEST_F(WriteWholeFile, RefusesLinksThatLeadInACircle)
+TEST_F(WriteWholeFile, RefusesCircularLinks)
 {
     fs::create_symlink("b", directory / "a");
     fs::create_symlink("a", directory / "b");
@@ -220,7 +220,7 @@ TEST_F(WriteWholeFile, LeavesAReadOnlyFileAlone)
     EXPECT_EQ(Content(file), "old");
 }
 
-TEST_F(WriteWholeFile, SaysThatADirectoryMayNotBeWrittenTo)
+TEST_F(WriteWholeFile, ReportsAReadOnlyDirectory)
 {
     const std::string file = directory / "a.c";
     ASSERT_EQ(::chmod(directory.Path().c_str(), 0555), 0);
@@ -228,7 +228,7 @@ TEST_F(WriteWholeFile, SaysThatADirectoryMayNotBeWrittenTo)
     EXPECT_EQ(Write(file, "new"), file + ": Permission denied");
 }
 
-TEST_F(WriteWholeFile, SaysThatTheDirectoryHasGone)
+TEST_F(WriteWholeFile, ReportsAMissingDirectory)
 {
     const std::string file = directory / "gone/a.c";
     EXPECT_EQ(Write(file, "new"), file + ": No such file or directory");
@@ -245,7 +245,7 @@ TEST_F(WriteWholeFile, LeavesTheOldFileWholeOnAFullDisk)
     EXPECT_EQ(Content(file), "old");
 }
 
-TEST_F(WriteWholeFile, LeavesAFileWithOtherNamesWholeOnAFullDisk)
+TEST_F(WriteWholeFile, LeavesAFileWithHardLinksWholeOnAFullDisk)
 {
     const std::string file = directory.Write("a.c", "old");
     fs::create_hard_link(file, directory / "b.c");
@@ -267,7 +267,7 @@ TEST_F(WriteWholeFile, WritesNothingInPlaceWithoutACopyOfTheOldText)
     EXPECT_EQ(Content(file), "old");
 }
 
-TEST(FileStamp, TellsAChangedFileFromTheSame)
+TEST(FileStamp, DetectsAChangedFile)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("a.c", "one");

@@ -26,14 +26,14 @@ protected:
     UnaskedRebuilds rebuilds{::geteuid()};
 };
 
-TEST_F(UnaskedRebuildsTest, AreMadeOfTheUsersOwnTags)
+TEST_F(UnaskedRebuildsTest, AreAllowedForTheUsersOwnTags)
 {
     EXPECT_EQ(Why(rebuilds), "may be");
 }
 
 // What is made here belongs to whoever runs the tests; for a user of another number it is a stranger's, unless it is
 // root's.
-TEST_F(UnaskedRebuildsTest, AreNotMadeInAStrangersDirectory)
+TEST_F(UnaskedRebuildsTest, AreRefusedInAnotherUsersDirectory)
 {
     const UnaskedRebuilds stranger(::geteuid() + 1);
     const std::string why = Why(stranger);
@@ -43,7 +43,7 @@ TEST_F(UnaskedRebuildsTest, AreNotMadeInAStrangersDirectory)
         EXPECT_NE(why.find(tree.Path() + " belongs to "), std::string::npos) << why;
 }
 
-TEST_F(UnaskedRebuildsTest, LookAtTheOwnersOfTheDirectoryAndOfTheFile)
+TEST_F(UnaskedRebuildsTest, CheckTheOwnersOfTheDirectoryAndTheFile)
 {
     if (::geteuid() != 0)
         GTEST_SKIP() << "only root can give files away";
@@ -63,7 +63,7 @@ TEST_F(UnaskedRebuildsTest, DoNotFollowALinkToTheTagsOfAnotherProject)
     EXPECT_EQ(Why(rebuilds), tree / "project/tags is a link to it");
 }
 
-TEST_F(UnaskedRebuildsTest, AreNotMadeTwiceForTheSameTagsAndTheSameSource)
+TEST_F(UnaskedRebuildsTest, AreRefusedASecondTimeForTheSameTagsAndSource)
 {
     rebuilds.Ended(request, file);
     EXPECT_EQ(Why(rebuilds), "rebuilding them once has not helped");

@@ -51,7 +51,7 @@ int ReadOnly(const char*, struct statvfs* state)
 
 } // namespace
 
-TEST(UserDirectories, AdviceNamesWhatIsWrongWithTheDirectoryOrTheLastOneThatIsThere)
+TEST(UserDirectories, AdviceNamesTheProblemOfTheDirectoryOrItsNearestParent)
 {
     const TempDirectory home;
     std::filesystem::create_directories(home / "good/deep");
@@ -80,7 +80,7 @@ TEST(UserDirectories, AdviceNamesWhatIsWrongWithTheDirectoryOrTheLastOneThatIsTh
     }
 }
 
-TEST(UserDirectories, AdviceNamesADirectoryThatTheUserMayNotWriteTo)
+TEST(UserDirectories, AdviceNamesAReadOnlyDirectory)
 {
     const TempDirectory home;
     std::filesystem::create_directories(home / "closed");
@@ -119,7 +119,7 @@ TEST(UserDirectories, Cases)
     ::unsetenv("XDG_STATE_HOME");
 }
 
-TEST(UserDirectories, AreMadeForTheUserAlone)
+TEST(UserDirectories, AreCreatedForTheUserOnly)
 {
     const TempDirectory directory;
     std::string error;
@@ -130,7 +130,7 @@ TEST(UserDirectories, AreMadeForTheUserAlone)
     EXPECT_EQ(status.st_mode & 07777, 0700u);
 }
 
-TEST(UserDirectories, SayWhatIsInTheirWay)
+TEST(UserDirectories, ReportAFileInTheWay)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("file", "");

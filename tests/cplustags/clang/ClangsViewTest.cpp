@@ -138,7 +138,7 @@ Counts CompareAll(const std::vector<std::string>& files)
 
 } // namespace
 
-TEST(ClangsView, OfAllHeadersOfGNUstep)
+TEST(ComparisonWithClang, AgreesOnAllGNUstepHeaders)
 {
     const std::vector<std::string> headers = FilesIn("/usr/include/GNUstep", {".h"});
     ASSERT_GT(headers.size(), 500u);
@@ -147,7 +147,7 @@ TEST(ClangsView, OfAllHeadersOfGNUstep)
     EXPECT_LT(counts.skipped, counts.same / 100) << "clang skipped too much for a comparison";
 }
 
-TEST(ClangsView, IsOfAllHeadersButTwoThatAreCodeWithoutItsMacros)
+TEST(ComparisonWithClang, LeavesOutTwoHeadersThatNeedTheirMacros)
 {
     std::vector<std::string> unseen;
     ForEachLine("unseen", [&](const std::vector<std::string>& f) { unseen.push_back(f.at(0)); });
@@ -155,7 +155,7 @@ TEST(ClangsView, IsOfAllHeadersButTwoThatAreCodeWithoutItsMacros)
                                              "/usr/include/GNUstep/GNUstepBase/GSIMap.h"));
 }
 
-TEST(ClangsView, OfSamples)
+TEST(ComparisonWithClang, AgreesOnSamples)
 {
     const std::vector<std::string> samples = FilesIn(TEST_DATA "/objective-c", {".m", ".mm"});
     ASSERT_GT(samples.size(), 4u);

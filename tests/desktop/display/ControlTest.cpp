@@ -78,7 +78,7 @@ protected:
 using Diary = std::vector<std::string>;
 using Range = std::pair<long, long>;
 
-TEST_F(Controls, ADialogLooksAsItsFileSays)
+TEST_F(Controls, ADialogMatchesItsInterfaceFile)
 {
     const Dialog* dialog = Show();
     EXPECT_EQ(PeerOf(dialog)->geometry().topLeft(), QPoint(448, 160));
@@ -95,7 +95,7 @@ TEST_F(Controls, TheFocusViewHasTheKeyboard)
     EXPECT_TRUE(In<QLineEdit>(dialog)->hasFocus());
 }
 
-TEST_F(Controls, EachEditIsPostedAndTheAnswersChangeNothing)
+TEST_F(Controls, EachEditIsPostedAndItsEchoChangesNothing)
 {
     Dialog* dialog = Show();
     auto* edit = In<QLineEdit>(dialog);
@@ -108,7 +108,7 @@ TEST_F(Controls, EachEditIsPostedAndTheAnswersChangeNothing)
     EXPECT_TRUE(dialog->diary.empty());
 }
 
-TEST_F(Controls, TextsAndSelectionsGoRoundInBytes)
+TEST_F(Controls, TextsAndSelectionsSurviveTheRoundTripInBytes)
 {
     Dialog* dialog = Show();
     auto* edit = In<QLineEdit>(dialog);
@@ -125,7 +125,7 @@ TEST_F(Controls, TextsAndSelectionsGoRoundInBytes)
     EXPECT_EQ(SelectionOf(dialog->field), Range(4, 4));
 }
 
-TEST_F(Controls, DamagedBytesAreShownAsSigns)
+TEST_F(Controls, InvalidBytesAreShownAsReplacementCharacters)
 {
     Dialog* dialog = Show();
     Do(*dialog, [dialog] {
@@ -220,7 +220,7 @@ protected:
     BTextControl* area = new BTextControl;
 };
 
-TEST_F(Settings, ACheckBoxGoesBothWays)
+TEST_F(Settings, ACheckBoxFollowsAndChangesItsSetting)
 {
     auto* shown = In<QCheckBox>(window);
     const bool before = box->Value();
@@ -233,7 +233,7 @@ TEST_F(Settings, ACheckBoxGoesBothWays)
     EXPECT_EQ(shown->isChecked(), before);
 }
 
-TEST_F(Settings, ATextOfSeveralLinesGoesBothWays)
+TEST_F(Settings, ATextOfSeveralLinesFollowsAndChangesItsSetting)
 {
     auto* shown = In<QPlainTextEdit>(window);
     Do(*window, [this] { area->SetText("/usr/include\n\u00a0größer\n"); });
@@ -247,7 +247,7 @@ TEST_F(Settings, ATextOfSeveralLinesGoesBothWays)
     EXPECT_EQ(SelectionOf(area), Range(26, 26));
 }
 
-TEST_F(Settings, LinesEndedAsOnOtherSystemsAreOne)
+TEST_F(Settings, ACrLfPairIsOneLineEnd)
 {
     Do(*window, [this] {
         area->SetText("a\r\nb");

@@ -6,14 +6,14 @@ namespace {
 
 using wren::EditEchoes;
 
-TEST(EditEchoes, WithoutEditsAllIsNew)
+TEST(EditEchoes, EverythingIsNewWithoutEdits)
 {
     EditEchoes echoes;
     EXPECT_TRUE(echoes.IsNewText("a"));
     EXPECT_TRUE(echoes.IsNewSelection(0, 1));
 }
 
-TEST(EditEchoes, TheAnswerToAnEditIsNotNew)
+TEST(EditEchoes, TheEchoOfAnEditIsNotNew)
 {
     EditEchoes echoes;
     echoes.Posted({"a", 1, 1});
@@ -23,7 +23,7 @@ TEST(EditEchoes, TheAnswerToAnEditIsNotNew)
     EXPECT_TRUE(echoes.IsNewSelection(1, 1));
 }
 
-TEST(EditEchoes, AnAnswerWithAnotherSelectionIsNew)
+TEST(EditEchoes, AnEchoWithAnotherSelectionIsNew)
 {
     EditEchoes echoes;
     echoes.Posted({"a", 1, 1});
@@ -31,7 +31,7 @@ TEST(EditEchoes, AnAnswerWithAnotherSelectionIsNew)
     EXPECT_TRUE(echoes.IsNewSelection(0, 1));
 }
 
-TEST(EditEchoes, WhoTypesOnIsNotThrownBack)
+TEST(EditEchoes, EchoesDoNotUndoFurtherTyping)
 {
     EditEchoes echoes;
     echoes.Posted({"a", 1, 1});
@@ -42,7 +42,7 @@ TEST(EditEchoes, WhoTypesOnIsNotThrownBack)
     EXPECT_FALSE(echoes.IsNewSelection(2, 2));
 }
 
-TEST(EditEchoes, WhatTheFrameworkSaysBeforeItsAnswerIsOutdated)
+TEST(EditEchoes, UpdatesBeforeTheEchoAreStale)
 {
     EditEchoes echoes;
     echoes.Posted({"a", 1, 1});
@@ -53,7 +53,7 @@ TEST(EditEchoes, WhatTheFrameworkSaysBeforeItsAnswerIsOutdated)
     EXPECT_TRUE(echoes.IsNewText("other")); // what it says after its answer is not
 }
 
-TEST(EditEchoes, ATextThatComesAgainIsAnsweredAgain)
+TEST(EditEchoes, ARepeatedTextIsEchoedAgain)
 {
     EditEchoes echoes;
     for (const char* text : {"a", "", "a"})

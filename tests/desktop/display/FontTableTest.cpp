@@ -19,7 +19,7 @@ float QtWidth(const QString& character, float size)
     return static_cast<float>(QFontMetricsF(FontTable::FontOf(size)).horizontalAdvance(character));
 }
 
-TEST(FontTable, PlainSizeIsTheDesktopsOwn)
+TEST(FontTable, PlainSizeIsTheDesktopsSize)
 {
     EXPECT_EQ(FontTable::FontOf(12), QApplication::font());
 }
@@ -35,14 +35,14 @@ TEST(FontTable, CharactersUpToLatinAreAsWideAsTheyAreDrawn)
     }
 }
 
-TEST(FontTable, OtherCharactersAreTakenToBeWide)
+TEST(FontTable, OtherCharactersCountAsWide)
 {
     const FontTable fonts;
     for (const char* text : {"Ł", "Ж", "Ω", "漢", "—", "😀"})
         EXPECT_GE(fonts.StringWidth(text, 12), QtWidth(QString::fromUtf8(text), 12)) << text;
 }
 
-TEST(FontTable, DamagedBytesCountAsTheSignsInTheirPlace)
+TEST(FontTable, InvalidBytesCountAsReplacementCharacters)
 {
     const FontTable fonts;
     const float sign = QtWidth(QChar(QChar::ReplacementCharacter), 12);
@@ -51,7 +51,7 @@ TEST(FontTable, DamagedBytesCountAsTheSignsInTheirPlace)
     EXPECT_FLOAT_EQ(fonts.StringWidth("\xc0\xaf", 12), 2 * sign);
 }
 
-TEST(FontTable, OtherSizesAreInProportion)
+TEST(FontTable, OtherSizesScaleInProportion)
 {
     const FontTable fonts;
     EXPECT_FLOAT_EQ(fonts.StringWidth("words", 24), 2 * fonts.StringWidth("words", 12));

@@ -32,7 +32,7 @@ protected:
     static int Selected(const BWindow* window) { return In<QListView>(window)->currentIndex().row(); }
 };
 
-TEST_F(List, ShowsWhatTheFrameworksListHolds)
+TEST_F(List, ShowsTheItemsOfTheFrameworksList)
 {
     ResultList* window = Shown(2);
     EXPECT_EQ(Texts(window), QStringList({"item 0", "item 1"}));
@@ -83,7 +83,7 @@ TEST_F(List, TheSelectionIsScrolledTo)
     EXPECT_TRUE(list->viewport()->rect().contains(PlaceOf(list, 0)));
 }
 
-TEST_F(List, HasTheColourItWasToldAndReadableTextOnIt)
+TEST_F(List, HasTheGivenColourWithReadableText)
 {
     ResultList* window = Shown(1);
     const QListView* list = In<QListView>(window);
@@ -115,7 +115,7 @@ TEST_F(List, EightLinesFitAsTheFrameworkCountsThem)
     }
 }
 
-TEST_F(List, AResultsListAlwaysHasItsScrollBarAndAPopUpWhenNeeded)
+TEST_F(List, OnlyAResultsListAlwaysShowsItsScrollBar)
 {
     EXPECT_TRUE(In<QListView>(Shown(1))->verticalScrollBar()->isVisible());
     ResultList* popUp = Shown(1, B_BORDERED_WINDOW_LOOK);
@@ -143,7 +143,7 @@ TEST_F(List, KeysThatReachItsWindowGoToTheEditor)
     QuitAll();
 }
 
-TEST_F(List, TheFrontListIsTheNewestThatIsNoPopUp)
+TEST_F(List, TheFrontListIsTheNewestOneThatIsNotAPopUp)
 {
     EXPECT_EQ(display.FrontList().window, 0u);
     ResultList* older = Shown(2);

@@ -43,7 +43,7 @@ protected:
         10};
 };
 
-TEST_F(Question, AnAlertSaysWhatItWasTold)
+TEST_F(Question, AnAlertShowsItsText)
 {
     Later([] {
         EXPECT_EQ(Box()->text(), "Make <b> & more?");
@@ -84,7 +84,7 @@ TEST_F(Question, AnAlertThatIsDismissedAnswersZero)
     EXPECT_EQ(display.RunAlert({"Tags", "Only one", {"OK"}}), 0);
 }
 
-TEST_F(Question, AnAlertGoesWithTheEditorsWindow)
+TEST_F(Question, AnAlertClosesWithTheEditorsWindow)
 {
     auto editor = std::make_unique<QWidget>();
     display.SetMainWindow(editor.get());
@@ -92,7 +92,7 @@ TEST_F(Question, AnAlertGoesWithTheEditorsWindow)
     EXPECT_EQ(display.RunAlert(alert), 0);
 }
 
-TEST_F(Question, UpdatesAreCarriedOutWhileAnAlertIsOpen)
+TEST_F(Question, UpdatesAreAppliedWhileAnAlertIsOpen)
 {
     auto* window = new ResultList;
     window->Show();
@@ -104,7 +104,7 @@ TEST_F(Question, UpdatesAreCarriedOutWhileAnAlertIsOpen)
     display.RunAlert(alert);
 }
 
-TEST_F(Question, AMenuAnswersTheRowChosen)
+TEST_F(Question, AMenuAnswersTheChosenRow)
 {
     Later([] { QTest::mouseClick(Menu(), Qt::LeftButton, {}, Menu()->actionGeometry(Menu()->actions()[1]).center()); });
     EXPECT_EQ(display.RunMenu(menu), 1);
@@ -173,7 +173,7 @@ TEST_F(Panels, APanelForDirectoriesIsNotModal)
     EXPECT_EQ(OpenLoopers(), 1u); // the panel's window went as well
 }
 
-TEST_F(Panels, WhatIsChosenIsPosted)
+TEST_F(Panels, TheChoiceIsPosted)
 {
     vetch::PanelDescription description;
     auto* listener = new Listener;
@@ -195,7 +195,7 @@ TEST_F(Panels, WhatIsChosenIsPosted)
     EXPECT_EQ(Panel(), nullptr);
 }
 
-TEST_F(Panels, APanelGoesWithItsWindow)
+TEST_F(Panels, APanelClosesWithItsWindow)
 {
     Open(0, true);
     EXPECT_EQ(Panel()->fileMode(), QFileDialog::ExistingFiles);

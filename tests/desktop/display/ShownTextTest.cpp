@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(ShownText, DamagedBytesAreShownAsSigns)
+TEST(ShownText, InvalidBytesAreShownAsReplacementCharacters)
 {
     EXPECT_EQ(wren::ShownText("a\xff\xc3z"), QString::fromUtf8("a\uFFFD\uFFFDz"));
     EXPECT_EQ(wren::ShownText("größer 😀"), QString::fromUtf8("größer 😀"));
@@ -29,13 +29,13 @@ const Case kCases[] = {
     {"beyond the end: the end", "abc", 9, 3},
     {"the beginning", "abc", 0, 0},
 };
-TEST(ShownText, OffsetsBecomeUnits)
+TEST(ShownText, ConvertsOffsetsToUnits)
 {
     for (const Case& c : kCases)
         EXPECT_EQ(wren::UnitsBefore(c.bytes, c.offset), c.units) << c.why;
 }
 
-TEST(ShownText, UnitsBecomeOffsets)
+TEST(ShownText, ConvertsUnitsToOffsets)
 {
     const QString text = QString::fromUtf8("aä漢😀z");
     const long expected[] = {0, 1, 3, 6, -1, 10, 11}; // between the two units of one character nothing ends

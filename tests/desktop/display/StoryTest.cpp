@@ -153,7 +153,7 @@ private:
     vetch::HeadlessDisplay& display;
 };
 
-class Story : public QtDesk, public Hands {
+class BothDisplays : public QtDesk, public Hands {
 protected:
     void Settle() override { QtDesk::Settle(); }
     void ClickItem(const BWindow* window, int index) override { Click(window, index, &QTest::mouseClick); }
@@ -213,7 +213,7 @@ private:
     }
 };
 
-TEST_F(Story, OfAListIsTheSame)
+TEST_F(BothDisplays, AgreeOnAList)
 {
     const Diary headless = Headless(TellOfResults);
     EXPECT_EQ(Desktop(TellOfResults), headless);
@@ -221,7 +221,7 @@ TEST_F(Story, OfAListIsTheSame)
               (Diary{"selected 4", "frame 100 100 200 220", "inactive", "look at 1", "size 100 120", "asked to quit"}));
 }
 
-TEST_F(Story, OfControlsIsTheSame)
+TEST_F(BothDisplays, AgreeOnControls)
 {
     const auto tell = [this](Hands& hands, Diary& diary) { TellOfControls(hands, diary, bundle); };
     const Diary headless = Headless(tell);

@@ -52,7 +52,7 @@ protected:
     }
 };
 
-TEST_F(Stress, AThousandWindowsComeAndGo)
+TEST_F(Stress, AThousandWindowsOpenAndClose)
 {
     gDied = 0;
     std::vector<Maker*> makers;
@@ -70,7 +70,7 @@ TEST_F(Stress, AThousandWindowsComeAndGo)
     EXPECT_TRUE(Peers().empty());
 }
 
-TEST_F(Stress, AListThatIsRefilledAtEveryKeyEndsAsTheLastFill)
+TEST_F(Stress, AListThatIsRefilledAtEveryKeyShowsTheLastFill)
 {
     auto* window = new ResultList(B_BORDERED_WINDOW_LOOK);
     window->Fill(201);

@@ -45,7 +45,7 @@ TEST_F(UpdateQueueTest, WakesOnceUntilItIsDrained)
     EXPECT_EQ(wakeUps, 2);
 }
 
-TEST_F(UpdateQueueTest, WhatIsAddedWhileItDrainsWakesAnew)
+TEST_F(UpdateQueueTest, AnUpdateAddedDuringADrainWakesAgain)
 {
     queue.Add([this] { Add("later"); });
     queue.Drain();
@@ -55,7 +55,7 @@ TEST_F(UpdateQueueTest, WhatIsAddedWhileItDrainsWakesAnew)
     EXPECT_EQ(done, "later");
 }
 
-TEST_F(UpdateQueueTest, AnUpdateThatDrainsGoesOnInOrder)
+TEST_F(UpdateQueueTest, ANestedDrainKeepsTheOrder)
 {
     Add("a");
     queue.Add([this] {

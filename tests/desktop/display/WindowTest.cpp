@@ -62,7 +62,7 @@ TEST_F(Window, StandsWhereItIsPutWithItsTitle)
     EXPECT_EQ(PeerOf(window)->windowTitle(), "other");
 }
 
-TEST_F(Window, OnlyDialogsMayTakeTheKeyboard)
+TEST_F(Window, OnlyDialogsTakeTheKeyboard)
 {
     const auto* popUp = PeerOf(Show(new ResultList(B_BORDERED_WINDOW_LOOK)));
     EXPECT_EQ(popUp->windowType(), Qt::ToolTip);
@@ -75,7 +75,7 @@ TEST_F(Window, OnlyDialogsMayTakeTheKeyboard)
     EXPECT_FALSE(dialog->testAttribute(Qt::WA_ShowWithoutActivating));
 }
 
-TEST_F(Window, TheHostsOwnWindowsAreNotShownHere)
+TEST_F(Window, TheHostsOwnWindowsAreNotShown)
 {
     auto* window = new BWindow({0, 0, 100, 100}, "document", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0,
                                vetch::Service::Application, vetch::ShownBy::Host);
@@ -107,7 +107,7 @@ TEST_F(Window, UpdatesForWindowsThatAreGoneAreDropped)
     EXPECT_TRUE(Peers().empty());
 }
 
-TEST_F(Window, ClosingItAsksTheModelAndClosesNothing)
+TEST_F(Window, ClosingItOnlyAsksTheModel)
 {
     ResultList* window = Show(new ResultList);
     PeerOf(window)->close();
@@ -116,7 +116,7 @@ TEST_F(Window, ClosingItAsksTheModelAndClosesNothing)
     EXPECT_TRUE(PeerOf(window)->isVisible());
 }
 
-TEST_F(Window, TheUserMovesAndResizesWithinTheLimits)
+TEST_F(Window, TheUserMovesAndResizesItWithinTheLimits)
 {
     ResultList* window = Show(new ResultList);
     Do(*window, [window] { window->SetSizeLimits(150, 400, 80, 300); });
@@ -127,7 +127,7 @@ TEST_F(Window, TheUserMovesAndResizesWithinTheLimits)
     EXPECT_EQ(window->diary, (std::vector<std::string>{"at 10 20", "size 250 90", "size 400 300"}));
 }
 
-TEST_F(Window, TheModelMayGoBeyondTheLimitsAndTheMinimumWins)
+TEST_F(Window, TheModelMayExceedTheLimitsAndTheMinimumWins)
 {
     ResultList* window = Show(new ResultList);
     Do(*window, [window] {
@@ -138,7 +138,7 @@ TEST_F(Window, TheModelMayGoBeyondTheLimitsAndTheMinimumWins)
     Drag(window, {100, 100, 190, 30}, {100, 100, 290, 157});
 }
 
-TEST_F(Window, WhatTheModelDoesIsNotPostedBack)
+TEST_F(Window, ChangesByTheModelAreNotPostedBack)
 {
     ResultList* window = Show(new ResultList);
     Do(*window, [window] {
@@ -157,7 +157,7 @@ TEST_F(Window, ADialogHasOneSize)
     EXPECT_EQ(dialog->maximumSize(), QSize(300, 100));
 }
 
-TEST_F(Window, DialogsAreActivatedAndToldSo)
+TEST_F(Window, DialogsAreActivatedAndNotified)
 {
     DiaryWindow* first = ShowDialog();
     EXPECT_TRUE(first->IsActive());
@@ -213,7 +213,7 @@ TEST_F(Window, APopUpClosesWhenTheUserGoesToAnotherProgram)
     EXPECT_EQ(popUp->diary, std::vector<std::string>{"asked to quit"});
 }
 
-TEST_F(Window, ItsContentCanBePutIntoAnother)
+TEST_F(Window, ItsContentCanMoveToAnotherWindow)
 {
     auto* panel = new DiaryWindow({0, 0, 200, 120}, "panel", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0,
                                   vetch::Service::Application);
@@ -234,7 +234,7 @@ TEST_F(Window, ItsContentCanBePutIntoAnother)
     EXPECT_EQ(content, nullptr);
 }
 
-TEST_F(Window, AContentMayDieBeforeItsWindow)
+TEST_F(Window, ItsContentMayDieFirst)
 {
     auto* panel = new DiaryWindow({0, 0, 200, 120}, "panel", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0,
                                   vetch::Service::Application);
@@ -266,7 +266,7 @@ TEST_F(Window, TheEditorsWindowMayDieFirst)
     EXPECT_EQ(window->list->CountItems(), 3); // the model lives on
 }
 
-TEST_F(Window, TheScreenIsKnownOnEveryThread)
+TEST_F(Window, EveryThreadKnowsTheScreen)
 {
     const QRect usable = QGuiApplication::primaryScreen()->availableGeometry();
     BRect told;

@@ -150,7 +150,7 @@ const KeyCase kKeys[] = {
     {"undo with nothing to undo", "a|c", Qt::Key_Z, Qt::ControlModifier, "key applied ", "ac"},
 };
 
-TEST_F(CodeViewKeys, AreAskedForThenToldAsWhatTheyDid)
+TEST_F(CodeViewKeys, AreOfferedToTheClientAndThenReportedByEffect)
 {
     for (const KeyCase& c : kKeys) {
         QApplication::clipboard()->setText("pasted");
@@ -160,7 +160,7 @@ TEST_F(CodeViewKeys, AreAskedForThenToldAsWhatTheyDid)
     }
 }
 
-TEST_F(CodeViewKeys, AreNotUsedWhenTheClientTakesThem)
+TEST_F(CodeViewKeys, HaveNoEffectWhenTheClientTakesThem)
 {
     listener.takes = true;
     for (const KeyCase& c : kKeys) {
@@ -171,7 +171,7 @@ TEST_F(CodeViewKeys, AreNotUsedWhenTheClientTakesThem)
     }
 }
 
-TEST_F(CodeViewKeys, TheWindowsShortcutsComeFirstButForKeysThatMove)
+TEST_F(CodeViewKeys, WindowShortcutsComeFirstExceptForMovementKeys)
 {
     struct Case {
         int key;
@@ -192,7 +192,7 @@ TEST_F(CodeViewKeys, TheWindowsShortcutsComeFirstButForKeysThatMove)
     }
 }
 
-TEST_F(CodeViewKeys, UndoAndRedoAreToldOnceEach)
+TEST_F(CodeViewKeys, UndoAndRedoAreReportedOnceEach)
 {
     Start("|");
     QTest::keyClicks(view.get(), "abc");
@@ -204,7 +204,7 @@ TEST_F(CodeViewKeys, UndoAndRedoAreToldOnceEach)
     EXPECT_EQ(view->Bytes(), "abc");
 }
 
-TEST_F(CodeViewKeys, WhatIsTypedAfterAMoveIsUndoneAlone)
+TEST_F(CodeViewKeys, TypingAfterAMoveIsUndoneSeparately)
 {
     view->SetBytes("");
     QTest::keyClicks(view.get(), "oneTwo"); // with Shift, which moves nothing
@@ -225,7 +225,7 @@ TEST_F(CodeViewKeys, WhatIsTypedAfterAMoveIsUndoneAlone)
     EXPECT_EQ(view->Bytes(), "");
 }
 
-TEST_F(CodeViewKeys, EachLineTypedIsUndoneAlone)
+TEST_F(CodeViewKeys, EachTypedLineIsUndoneSeparately)
 {
     Start("|");
     QTest::keyClicks(view.get(), "ab");
@@ -237,7 +237,7 @@ TEST_F(CodeViewKeys, EachLineTypedIsUndoneAlone)
     EXPECT_EQ(view->Bytes(), "");
 }
 
-TEST_F(CodeViewKeys, TextOfAnInputMethodIsAskedForAsAKeyIs)
+TEST_F(CodeViewKeys, TextOfAnInputMethodIsOfferedLikeAKey)
 {
     Start("a|");
     Compose("", "\u00fc");
@@ -249,7 +249,7 @@ TEST_F(CodeViewKeys, TextOfAnInputMethodIsAskedForAsAKeyIs)
     EXPECT_EQ(view->Bytes(), "a\u00fc");
 }
 
-TEST_F(CodeViewKeys, TextBeingComposedIsNotToldUntilItIsThere)
+TEST_F(CodeViewKeys, ComposedTextIsReportedOnceItIsCommitted)
 {
     Start("a|");
     Compose("n", "");
@@ -260,7 +260,7 @@ TEST_F(CodeViewKeys, TextBeingComposedIsNotToldUntilItIsThere)
     EXPECT_EQ(view->Bytes(), "a");
 }
 
-TEST_F(CodeViewKeys, ClicksAreAskedForAndMayBeTaken)
+TEST_F(CodeViewKeys, ClicksAreOfferedAndMayBeTaken)
 {
     Start("abc def|");
     const QPoint first(static_cast<int>(view->TextBounds().left) + 8, 5);
@@ -276,7 +276,7 @@ TEST_F(CodeViewKeys, ClicksAreAskedForAndMayBeTaken)
     EXPECT_EQ(view->Caret(), 5);
 }
 
-TEST_F(CodeViewKeys, TheStoresEditsTellNothingOfKeysOrChanges)
+TEST_F(CodeViewKeys, EditsThroughTheStoreAreNotReported)
 {
     Start("abc|");
     store->BeginUndo({0, 0}, "Name");
@@ -287,7 +287,7 @@ TEST_F(CodeViewKeys, TheStoresEditsTellNothingOfKeysOrChanges)
     EXPECT_EQ(Rest(), "");
 }
 
-TEST_F(CodeViewKeys, WhatNobodyKnowsIsToldFromTheEventLoopOnce)
+TEST_F(CodeViewKeys, OtherEditsAreReportedOnceFromTheEventLoop)
 {
     Start("abc|");
     view->insert("x");
@@ -296,7 +296,7 @@ TEST_F(CodeViewKeys, WhatNobodyKnowsIsToldFromTheEventLoopOnce)
     EXPECT_EQ(Rest(), "changed ");
 }
 
-TEST_F(CodeViewKeys, ModifiedIsToldWhenItChangesAndNotBefore)
+TEST_F(CodeViewKeys, ModifiedIsReportedOnlyWhenItChanges)
 {
     Start("abc|");
     QTest::keyClicks(view.get(), "xy");
@@ -317,7 +317,7 @@ TEST_F(CodeViewKeys, ModifiedIsToldWhenItChangesAndNotBefore)
     EXPECT_EQ(listener.Heard(), "saved ");
 }
 
-TEST_F(CodeViewKeys, TheCaretIsToldWhenItMoves)
+TEST_F(CodeViewKeys, CaretMovesAreReported)
 {
     Start("abc|");
     listener.carets = 0;
@@ -350,7 +350,7 @@ TEST_F(CodeViewKeys, AGroupKeepsItsNameAmongWhatTheUserTypes)
     EXPECT_EQ(view->Bytes(), "abc");
 }
 
-TEST_F(CodeViewKeys, WhatIsCopiedKeepsItsBytes)
+TEST_F(CodeViewKeys, CopiedTextKeepsItsBytes)
 {
     Start("[\xff\x80\xc3\xa4]x");
     view->copy();

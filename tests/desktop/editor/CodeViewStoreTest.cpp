@@ -92,7 +92,7 @@ const Case kCases[] = {
     {"edits alone", "abc", [](TextStore& t) { t.Select(1, 3), t.Insert(0, "x"), t.Insert(1, "y"), t.Undo(); }},
 };
 
-TEST(CodeViewStore, IsAsPlainText)
+TEST(CodeViewStore, BehavesLikePlainText)
 {
     for (const Case& c : kCases) {
         Both both;
@@ -128,7 +128,7 @@ void DoSomething(Both& both, std::mt19937& random)
     }
 }
 
-TEST(CodeViewStore, StaysAsPlainTextThroughRandomOperations)
+TEST(CodeViewStore, BehavesLikePlainTextThroughRandomOperations)
 {
     for (unsigned seed = 0; seed < 20; seed++) {
         std::mt19937 random(seed);
@@ -148,7 +148,7 @@ TEST(CodeViewStore, StaysAsPlainTextThroughRandomOperations)
     }
 }
 
-TEST(CodeViewStore, GetsOnlyWhatIsThere)
+TEST(CodeViewStore, CopiesOnlyExistingBytes)
 {
     Both both;
     both.Do([](TextStore& t) { t.SetText("abc"); });
@@ -161,7 +161,7 @@ TEST(CodeViewStore, GetsOnlyWhatIsThere)
     }
 }
 
-TEST(CodeViewStore, IsEmptyOnceTheViewIsGone)
+TEST(CodeViewStore, IsEmptyAfterTheViewDied)
 {
     auto view = std::make_unique<CodeView>();
     const std::unique_ptr<TextStore> store = view->MakeStore();

@@ -32,7 +32,7 @@ TEST(CodeView, KeepsEveryByte)
     }
 }
 
-TEST(CodeView, TypesTheLineEndsThatMostLinesHave)
+TEST(CodeView, TypesTheMostCommonLineEnd)
 {
     struct Case {
         const char* why;
@@ -60,7 +60,7 @@ TEST(CodeView, TypesTheLineEndsThatMostLinesHave)
 
 // --------------------------------------------------------------------------------------------------------- Indentation
 
-TEST(Indentation, IsWhatTheFileShows)
+TEST(Indentation, IsDetectedFromTheFile)
 {
     struct Case {
         const char* why;
@@ -84,7 +84,7 @@ TEST(Indentation, IsWhatTheFileShows)
         EXPECT_EQ(DetectIndentation(c.text, kOtherwise), c.shown) << c.why;
 }
 
-TEST(CodeView, IndentsWhatIsTyped)
+TEST(CodeView, IndentsTypedLines)
 {
     struct Case {
         const char* why;
@@ -121,7 +121,7 @@ TEST(CodeView, IndentsWhatIsTyped)
     }
 }
 
-TEST(CodeView, UsesTheLooksIndentationWhereTheFileShowsNone)
+TEST(CodeView, UsesTheDefaultIndentationWhereTheFileShowsNone)
 {
     CodeView view;
     EditorLook look = view.Look();
@@ -169,7 +169,7 @@ TEST(CodeView, ColoursObjectiveC)
         EXPECT_EQ(text.StyleAt(static_cast<long>(std::string(kSample).find(c.word))), c.style) << c.word;
 }
 
-TEST(CodeView, EveryAtWordIsOne)
+TEST(CodeView, EveryObjectiveCKeywordIsColoured)
 {
     for (const char* word : {"@implementation", "@selector", "@protocol", "@synthesize", "SEL", "self", "super", "YES",
                              "NO", "instancetype"}) {
@@ -194,7 +194,7 @@ TEST(CodeView, OtherFilesHaveNoColours)
         ASSERT_EQ(text.StyleAt(at), 0) << at;
 }
 
-TEST(CodeLexer, KnowsFilesByTheirNames)
+TEST(CodeLexer, RecognisesFilesByTheirNames)
 {
     for (const char* code : {"a.c", "a.h", "/x/b.MM", "c.m", "d.cpp", "e.C", "f.hxx"})
         EXPECT_TRUE(CodeLexer::IsCode(code)) << code;
@@ -270,7 +270,7 @@ TEST(CodeView, TheMarginGrowsWhileLinesAreTyped)
     EXPECT_GT(view.TextBounds().left, narrow);
 }
 
-TEST(CodeView, WrapsAndShowsBlanksAsTold)
+TEST(CodeView, WrapsAndShowsBlanksOnRequest)
 {
     CodeView view;
     const ViewText text(view);
@@ -379,7 +379,7 @@ TEST(CodeView, PointsAndOffsetsAgree)
     }
 }
 
-TEST(CodeView, TheBaselineIsWhereLettersStand)
+TEST(CodeView, TheBaselineIsTheBottomOfTheLetters)
 {
     CodeView view;
     view.resize(300, 100);

@@ -91,7 +91,7 @@ TEST(Find, Cases)
     }
 }
 
-TEST(Find, SaysWhetherItFound)
+TEST(Find, ReportsWhetherItFoundAMatch)
 {
     CodeView view;
     view.SetBytes("abc");
@@ -114,7 +114,7 @@ TEST(Find, SurvivesLongLines)
     EXPECT_EQ(ViewText(view).Selected(), (Selection{300'001, 300'003}));
 }
 
-TEST(Replace, ReplacesWhatWasFoundAndFindsTheNext)
+TEST(Replace, ReplacesTheMatchAndFindsTheNext)
 {
     CodeView view;
     Start(view, "[a] b a");
@@ -124,7 +124,7 @@ TEST(Replace, ReplacesWhatWasFoundAndFindsTheNext)
     EXPECT_EQ(Marked(view), "xyz b <[a]a>");
 }
 
-TEST(Replace, ReplacesNothingThatWasNotFound)
+TEST(Replace, ReplacesMatchesOnly)
 {
     CodeView view;
     Start(view, "[b] a");
@@ -190,7 +190,7 @@ protected:
     FindBar* bar = new FindBar;
 };
 
-TEST_F(FindBarTest, EnterFindsTheNextAndShiftEnterTheOneBefore)
+TEST_F(FindBarTest, EnterFindsTheNextAndShiftEnterThePrevious)
 {
     EXPECT_TRUE(Field("find")->hasFocus());
     QTest::keyClicks(Field("find"), "one");
@@ -202,7 +202,7 @@ TEST_F(FindBarTest, EnterFindsTheNextAndShiftEnterTheOneBefore)
     EXPECT_EQ(Marked(*view), "[one] two one\nthree");
 }
 
-TEST_F(FindBarTest, FindsWhileOneTypesFromWhereTheCaretWas)
+TEST_F(FindBarTest, FindsFromTheCaretWhileTheUserTypes)
 {
     view->SetBytes("thread two three\n");
     view->GoTo(7);
@@ -220,7 +220,7 @@ TEST_F(FindBarTest, FindsWhileOneTypesFromWhereTheCaretWas)
     EXPECT_EQ(Marked(*view), "thread []two three\n") << "nothing is looked for";
 }
 
-TEST_F(FindBarTest, GoesOnFromWhereTheSelectionWasMoved)
+TEST_F(FindBarTest, ContinuesFromAMovedSelection)
 {
     QTest::keyClicks(Field("find"), "o");
     EXPECT_EQ(Marked(*view), "[o]ne two one\nthree");
@@ -250,7 +250,7 @@ TEST_F(FindBarTest, EnterReplacesAndFindsTheNext)
     EXPECT_EQ(bar->Message(), "Not found");
 }
 
-TEST_F(FindBarTest, SaysWhatWentWrong)
+TEST_F(FindBarTest, ReportsErrors)
 {
     Field("find")->setText("four");
     EXPECT_EQ(bar->Message(), "Not found");
@@ -275,7 +275,7 @@ TEST_F(FindBarTest, TogglesAreOptions)
     EXPECT_EQ(bar->Wanted(), SearchFor("ONE", kCase | kWords));
 }
 
-TEST_F(FindBarTest, ReplacesOneAndAll)
+TEST_F(FindBarTest, ReplacesOneMatchOrAll)
 {
     Field("find")->setText("o");
     Field("with")->setText("0");
@@ -296,7 +296,7 @@ TEST_F(FindBarTest, EscapeGivesTheKeyboardBack)
     EXPECT_TRUE(view->hasFocus());
 }
 
-TEST_F(FindBarTest, OpensWithWhatIsSelectedInALine)
+TEST_F(FindBarTest, OpensWithTheSelectionOfALine)
 {
     ViewText(*view).Select(4, 7);
     bar->Open();

@@ -61,7 +61,7 @@ const Pasted kPasted[] = {
     {"a text without one", "abcde", "xy", "axye"},
 };
 
-TEST_F(NulBytes, ArePastedWithAllThatIsBehindThem)
+TEST_F(NulBytes, ArePastedWithTheTextBehindThem)
 {
     for (const Pasted& each : kPasted) {
         view.SetBytes(each.before);
@@ -106,7 +106,7 @@ TEST_F(NulBytes, AreDropped)
     EXPECT_EQ(view.Bytes(), "abcd");
 }
 
-TEST_F(NulBytes, AreNotPutIntoATextThatMayNotBeChanged)
+TEST_F(NulBytes, AreNotPastedIntoAReadOnlyText)
 {
     view.SetBytes("abcd");
     view.setReadOnly(true);
@@ -141,7 +141,7 @@ TEST_F(NulBytes, AreFoundAndReplaced)
     }
 }
 
-TEST_F(NulBytes, AreFoundByTheBarThatOpensWithThemSelected)
+TEST_F(NulBytes, AreFoundByABarThatOpensOnASelection)
 {
     FindBar bar;
     bar.SetView(&view);
@@ -152,7 +152,7 @@ TEST_F(NulBytes, AreFoundByTheBarThatOpensWithThemSelected)
     EXPECT_EQ(bar.findChild<QLineEdit*>("find")->text().toStdString(), "a\0b"s);
 }
 
-TEST_F(NulBytes, AreReadAgain)
+TEST_F(NulBytes, AreKeptWhenATextIsReadAgain)
 {
     view.SetBytes("a\0b\n"s);
     view.ReadAgain("a\0c\0\nd"s);

@@ -30,7 +30,7 @@ protected:
 
 } // namespace
 
-TEST_F(ChangedOnDisk, ATextWithoutChangesIsReadAgainAndTheCaretStays)
+TEST_F(ChangedOnDisk, AnUnchangedTextIsReloadedAndTheCaretStays)
 {
     StartWith("one\ntwo\nthree\n");
     View().GoTo(5);
@@ -50,7 +50,7 @@ TEST_F(ChangedOnDisk, TheCaretFollowsItsLine)
     EXPECT_EQ(View().Caret(), 10);
 }
 
-TEST_F(ChangedOnDisk, ATextThatWasReadAgainCanBeTakenBack)
+TEST_F(ChangedOnDisk, AReloadCanBeUndone)
 {
     StartWith("one\ntwo\n");
     Type("mine ");
@@ -68,7 +68,7 @@ TEST_F(ChangedOnDisk, ATextThatWasReadAgainCanBeTakenBack)
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
-TEST_F(ChangedOnDisk, TheMenuTakesItsFirstReadingBack)
+TEST_F(ChangedOnDisk, TheMenuUndoesAReload)
 {
     StartWith("one\n");
     WriteElsewhere("one\ntwo\n");
@@ -77,7 +77,7 @@ TEST_F(ChangedOnDisk, TheMenuTakesItsFirstReadingBack)
     EXPECT_EQ(Text(), "one\n");
 }
 
-TEST_F(ChangedOnDisk, NewLinesEndAsTheFilesOwnDoNow)
+TEST_F(ChangedOnDisk, NewLinesUseTheReloadedFilesLineEnds)
 {
     StartWith("one\ntwo\n");
     WriteElsewhere("one\r\ntwo\r\n");
@@ -87,7 +87,7 @@ TEST_F(ChangedOnDisk, NewLinesEndAsTheFilesOwnDoNow)
     EXPECT_EQ(Text(), "\r\none\r\ntwo\r\n");
 }
 
-TEST_F(ChangedOnDisk, TheCaretStaysWithinATextThatIsShorterNow)
+TEST_F(ChangedOnDisk, TheCaretStaysWithinAShorterText)
 {
     StartWith("one\ntwo\n");
     View().GoTo(8);
@@ -96,7 +96,7 @@ TEST_F(ChangedOnDisk, TheCaretStaysWithinATextThatIsShorterNow)
     EXPECT_EQ(View().Caret(), 1);
 }
 
-TEST_F(ChangedOnDisk, AFileThatIsReplacedByARenameIsFollowed)
+TEST_F(ChangedOnDisk, AFileReplacedByARenameIsFollowed)
 {
     StartWith("old\n");
     ReplaceElsewhere("second\n");
@@ -105,7 +105,7 @@ TEST_F(ChangedOnDisk, AFileThatIsReplacedByARenameIsFollowed)
     Until([&] { return Text() == "third\n"; });
 }
 
-TEST_F(ChangedOnDisk, UnsavedChangesAreKeptAndTheUserIsTold)
+TEST_F(ChangedOnDisk, UnsavedChangesAreKeptWithANotice)
 {
     StartWith("old\n");
     Type("mine ");
@@ -117,7 +117,7 @@ TEST_F(ChangedOnDisk, UnsavedChangesAreKeptAndTheUserIsTold)
     EXPECT_EQ(Content(file), "theirs\n");
 }
 
-TEST_F(ChangedOnDisk, SavingOverItAsksFirst)
+TEST_F(ChangedOnDisk, SavingOverAChangedFileAsksFirst)
 {
     StartWith("old\n");
     Type("mine ");
@@ -140,7 +140,7 @@ TEST_F(ChangedOnDisk, SavingOverItAsksFirst)
     EXPECT_EQ(Content(file), "mine more old\n");
 }
 
-TEST_F(ChangedOnDisk, RevertingTakesItsTextAfterAQuestion)
+TEST_F(ChangedOnDisk, RevertingAsksAndLoadsTheFilesText)
 {
     StartWith("old\n");
     Type("mine ");
@@ -155,7 +155,7 @@ TEST_F(ChangedOnDisk, RevertingTakesItsTextAfterAQuestion)
     EXPECT_THAT(Tabs(), ElementsAre("a.c"));
 }
 
-TEST_F(ChangedOnDisk, AFileWrittenAgainWithTheSameTextIsNotReadAgain)
+TEST_F(ChangedOnDisk, AFileRewrittenWithTheSameTextIsNotReloaded)
 {
     StartWith("old\n");
     Type("mine ");
@@ -167,7 +167,7 @@ TEST_F(ChangedOnDisk, AFileWrittenAgainWithTheSameTextIsNotReadAgain)
     EXPECT_THAT(Notice(), IsEmpty());
 }
 
-TEST_F(ChangedOnDisk, AFileWrittenAgainWithTheSameTextIsSavedOverWithoutAQuestion)
+TEST_F(ChangedOnDisk, AFileRewrittenWithTheSameTextIsOverwrittenWithoutAQuestion)
 {
     StartWith("old\n");
     for (const bool gone : {false, true}) {
@@ -184,7 +184,7 @@ TEST_F(ChangedOnDisk, AFileWrittenAgainWithTheSameTextIsSavedOverWithoutAQuestio
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
-TEST_F(ChangedOnDisk, AFileThatIsGoneIsToldOfAndItsTextCanBeWrittenAgain)
+TEST_F(ChangedOnDisk, ARemovedFileIsReportedAndItsTextCanBeSavedAgain)
 {
     StartWith("old\n");
     fs::remove(file);
@@ -195,7 +195,7 @@ TEST_F(ChangedOnDisk, AFileThatIsGoneIsToldOfAndItsTextCanBeWrittenAgain)
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
-TEST_F(ChangedOnDisk, AFileThatIsGoneKeepsUnsavedChangesToo)
+TEST_F(ChangedOnDisk, ARemovedFileKeepsUnsavedChanges)
 {
     StartWith("old\n");
     Type("mine ");
@@ -207,7 +207,7 @@ TEST_F(ChangedOnDisk, AFileThatIsGoneKeepsUnsavedChangesToo)
     EXPECT_EQ(Content(file), "mine old\n");
 }
 
-TEST_F(ChangedOnDisk, AFileThatComesBackIsReadAgain)
+TEST_F(ChangedOnDisk, AFileThatComesBackIsReloaded)
 {
     StartWith("old\n");
     fs::remove(file);
@@ -218,7 +218,7 @@ TEST_F(ChangedOnDisk, AFileThatComesBackIsReadAgain)
     EXPECT_THAT(Notice(), IsEmpty());
 }
 
-TEST_F(ChangedOnDisk, WhatWasToldIsWithdrawnOnceItIsSoNoMore)
+TEST_F(ChangedOnDisk, ANoticeIsWithdrawnOnceItNoLongerApplies)
 {
     struct Case {
         const char* why;
@@ -258,7 +258,7 @@ TEST_F(ChangedOnDisk, AFileThatComesBackLeavesUnsavedChangesAlone)
     EXPECT_EQ(Content(file), "back\n");
 }
 
-TEST_F(ChangedOnDisk, AFileThatCannotBeReadAnyMoreKeepsItsTextAndSaysWhy)
+TEST_F(ChangedOnDisk, AnUnreadableFileKeepsItsTextAndSaysWhy)
 {
     StartWith("old\n");
     hands.AnswerNextAlert("OK");
@@ -269,7 +269,7 @@ TEST_F(ChangedOnDisk, AFileThatCannotBeReadAnyMoreKeepsItsTextAndSaysWhy)
     EXPECT_EQ(Text(), "old\n");
 }
 
-TEST_F(ChangedOnDisk, AFileThatIsGoneDoesNotTakeItsTextAlong)
+TEST_F(ChangedOnDisk, ClosingTheTextOfARemovedFileAsksToSaveIt)
 {
     StartWith("old\n");
     fs::remove(file);

@@ -64,7 +64,7 @@ protected:
 
 } // namespace
 
-TEST_F(HostileTags, AFileOfHolesIsNotReadAndTheUserIsTold)
+TEST_F(HostileTags, ASparseFileIsReportedAndNotRead)
 {
     if (const std::string reason = MakeSparse(home / "tags", kTerabyte); !reason.empty())
         GTEST_SKIP() << reason;
@@ -80,7 +80,7 @@ TEST_F(HostileTags, AFileOfHolesIsNotReadAndTheUserIsTold)
 }
 
 // The loop hears of a signal only when the lookup that it is waiting for has ended.
-TEST_F(HostileTags, ASignalToEndCancelsALookup)
+TEST_F(HostileTags, ATerminationSignalCancelsALookup)
 {
     Start();
     {
@@ -91,14 +91,14 @@ TEST_F(HostileTags, ASignalToEndCancelsALookup)
     vetch::CancelReading(false);
 }
 
-TEST_F(HostileTags, MarkupInAListIsShownAsItIs)
+TEST_F(HostileTags, MarkupInAListIsShownLiterally)
 {
     home.Write("a.h", "int Area;\n");
     LookUp("Area\ta.h\t1;\"\tp\tclass:" + kMarkup + "\nArea\ta.h\t1;\"\tp\n");
     EXPECT_THAT(Rows(), ElementsAre(kMarkup + "::Area - a.h", "Area - a.h"));
 }
 
-TEST_F(HostileTags, ANameOfAFileIsNoMarkupInComplaints)
+TEST_F(HostileTags, FileNamesAreNotMarkupInErrorMessages)
 {
     const std::string leaf = kMarkup.substr(0, kMarkup.find('\'')) + ">.h";
     ASSERT_EQ(::mkfifo((home / leaf).c_str(), 0600), 0);
@@ -109,7 +109,7 @@ TEST_F(HostileTags, ANameOfAFileIsNoMarkupInComplaints)
     EXPECT_THAT(Tabs(), ElementsAre("draw.c"));
 }
 
-TEST_F(HostileTags, ANameOfAFileIsNoMarkupInItsTab)
+TEST_F(HostileTags, FileNamesAreNotMarkupInTabs)
 {
     const std::string leaf = "<b>bold & sly.h";
     home.Write(leaf, "int Area;\n");
@@ -121,7 +121,7 @@ TEST_F(HostileTags, ANameOfAFileIsNoMarkupInItsTab)
     EXPECT_EQ(shown.toPlainText().toStdString(), home / leaf);
 }
 
-TEST_F(HostileTags, NamesInMenusAreNoMarks)
+TEST_F(HostileTags, NamesInMenusSetNoMnemonics)
 {
     const std::string leaf = "<b>bold & sly\t&amp;_&x.h";
     Start({home.Write(leaf, "")});
@@ -132,7 +132,7 @@ TEST_F(HostileTags, NamesInMenusAreNoMarks)
     EXPECT_THAT(InMenu("Search"), Contains("Look <b>up</b> a&&b c"));
 }
 
-TEST_F(HostileTags, LinesThatAreNoneAreTheFirstOrTheLast)
+TEST_F(HostileTags, LineNumbersOutOfRangeGoToTheFirstOrLastLine)
 {
     const std::string path = home.Write("a.h", "a\nb\nArea\n");
     const struct {

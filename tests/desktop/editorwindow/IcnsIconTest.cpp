@@ -87,7 +87,7 @@ protected:
 
 } // namespace
 
-TEST_F(IcnsIcon, HasThePicturesOfAllKinds)
+TEST_F(IcnsIcon, ReadsAllKindsOfPictures)
 {
     EXPECT_THAT(Sides(File(Entry("ic08", Png(256)) + Entry("is32", Colours(16)) + Entry("s8mk", Mask(16)) +
                            Entry("l8mk", Mask(32)) + Entry("il32", Colours(32)) + Entry("ih32", Colours(48)) +
@@ -96,7 +96,7 @@ TEST_F(IcnsIcon, HasThePicturesOfAllKinds)
                 UnorderedElementsAre(256, 16, 32, 48, 128));
 }
 
-TEST_F(IcnsIcon, HasThePackedColoursAndTheirMask)
+TEST_F(IcnsIcon, ReadsPackedColoursWithTheirMask)
 {
     const QByteArray bytes = File(Entry("is32", Colours(16)) + Entry("s8mk", Mask(16)));
     const QImage image = Read(bytes).pixmap(16, 16).toImage();
@@ -110,7 +110,7 @@ TEST_F(IcnsIcon, HasThePackedColoursAndTheirMask)
     }
 }
 
-TEST_F(IcnsIcon, OfADamagedFileIsNone)
+TEST_F(IcnsIcon, IsEmptyForADamagedFile)
 {
     const QByteArray colours = Entry("is32", Colours(16));
     const QByteArray mask = Entry("s8mk", Mask(16));
@@ -147,14 +147,14 @@ TEST_F(IcnsIcon, OfADamagedFileIsNone)
         EXPECT_TRUE(Read(bytes).isNull()) << why;
 }
 
-TEST_F(IcnsIcon, WithoutAFileIsNone)
+TEST_F(IcnsIcon, IsEmptyWithoutAFile)
 {
     EXPECT_TRUE(wren::ReadIcns(directory / "missing.icns").isNull());
     EXPECT_TRUE(wren::ReadIcns(directory.Path()).isNull());
     EXPECT_TRUE(wren::ReadIcns("").isNull());
 }
 
-TEST_F(IcnsIcon, ThatIsCutOffHasThePicturesBeforeTheCut)
+TEST_F(IcnsIcon, HasThePicturesBeforeATruncation)
 {
     const QByteArray first = Entry("is32", Colours(16)) + Entry("s8mk", Mask(16));
     const QByteArray bytes = File(first + Entry("ic08", Png(32)));
@@ -164,7 +164,7 @@ TEST_F(IcnsIcon, ThatIsCutOffHasThePicturesBeforeTheCut)
     }
 }
 
-TEST_F(IcnsIcon, WithAnyByteDamagedHasTheOtherPictureOrNone)
+TEST_F(IcnsIcon, KeepsTheOtherPictureWhenAnyByteIsDamaged)
 {
     const QByteArray bytes = File(Entry("is32", Colours(16)) + Entry("s8mk", Mask(16)) + Entry("ic08", Png(32)));
     for (qsizetype at = 0; at < bytes.size(); ++at)

@@ -31,7 +31,7 @@ QPalette Inked(QPalette::ColorRole role, const QColor& ink)
 
 } // namespace
 
-TEST(Icons, ThatAreDrawnFollowTheColours)
+TEST(Icons, DrawnIconsFollowTheColours)
 {
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::ToolTipText}) {
         const QIcon icon = wren::DrawnIcon('x', role);

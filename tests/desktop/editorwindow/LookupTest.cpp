@@ -69,7 +69,7 @@ protected:
 
 } // namespace
 
-TEST_F(Lookup, F12GoesToTheDeclarationAndAltLeftComesBack)
+TEST_F(Lookup, F12GoesToTheDeclarationAndAltLeftReturns)
 {
     StartWith("\n\n  Area\n");
     View().GoTo(5);
@@ -82,7 +82,7 @@ TEST_F(Lookup, F12GoesToTheDeclarationAndAltLeftComesBack)
     EXPECT_EQ(Place(), "shapes.h:3");
 }
 
-TEST_F(Lookup, AltLeftComesBackToTheSameTextAlsoWhenItHasMoved)
+TEST_F(Lookup, AltLeftReturnsToTheSameTextAfterItMoved)
 {
     StartWith("\n\n  Area\n");
     View().GoTo(5);
@@ -96,7 +96,7 @@ TEST_F(Lookup, AltLeftComesBackToTheSameTextAlsoWhenItHasMoved)
     EXPECT_EQ(View().Caret(), 9);
 }
 
-TEST_F(Lookup, AltLeftComesBackToThePlaceInAFileThatWasReadAgain)
+TEST_F(Lookup, AltLeftReturnsToThePlaceInAReloadedFile)
 {
     StartWith("\n\n  Area\n");
     View().GoTo(5);
@@ -131,7 +131,7 @@ TEST_F(Lookup, BackAndForwardGoThroughAllPlaces)
     EXPECT_EQ(Place(), "shapes.h:2");
 }
 
-TEST_F(Lookup, GoingToALineIsToBeTakenBackToo)
+TEST_F(Lookup, AltLeftReturnsFromGoToLine)
 {
     StartWith("one\ntwo\nthree\n");
     View().GoTo(1);
@@ -147,7 +147,7 @@ TEST_F(Lookup, GoingToALineIsToBeTakenBackToo)
     EXPECT_EQ(View().Caret(), 1);
 }
 
-TEST_F(Lookup, ForwardOpensWhatWasClosed)
+TEST_F(Lookup, ForwardReopensAClosedFile)
 {
     StartWith("Area\n");
     Press("F12");
@@ -172,7 +172,7 @@ TEST_F(Lookup, SeveralMatchesAreListedAndEnterOpensOne)
     EXPECT_EQ(Place(), "draw.c:1");
 }
 
-TEST_F(Lookup, EnterOpensTheFirstMatchWhereNoneIsSelected)
+TEST_F(Lookup, EnterOpensTheFirstMatchWithoutASelection)
 {
     StartWith("Many\n");
     Press("F12");
@@ -198,7 +198,7 @@ TEST_F(Lookup, AltClickGoesToTheDeclarationAndControlAltClickToTheDefinition)
     EXPECT_EQ(Place(), "shapes.c:2");
 }
 
-TEST_F(Lookup, PlainClicksAndThoseOfTheOtherPairLookNothingUp)
+TEST_F(Lookup, PlainClicksAndTheOtherPairOfClicksLookNothingUp)
 {
     StartWith("Area\n");
     for (const Qt::KeyboardModifiers held :
@@ -223,7 +223,7 @@ TEST_F(Lookup, TheSecondPairOfClicksIsChosenInThePreferences)
     EXPECT_EQ(CurrentTab(), "draw.c") << "Alt-click is the desktop's then";
 }
 
-TEST_F(Lookup, TheOptionKeyIsTheOneThatThePreferencesName)
+TEST_F(Lookup, ThePreferencesChooseTheOptionKey)
 {
     StartWith("Area\n");
     InPreferences([](QWidget& dialog) { ChooseIn(dialog, "option", "Super"); });
@@ -243,7 +243,7 @@ TEST_F(Lookup, ControlSpaceCompletesAndChooses)
     ExpectCompleted("Ctrl+Space");
 }
 
-TEST_F(Lookup, AKeyFromTheSettingsTakesThePlaceOfTheUsualOne)
+TEST_F(Lookup, AKeyFromTheSettingsReplacesTheDefault)
 {
     home.Write(".config/wren/settings", "WrenKeys DeclarationLookup=F3\n");
     StartWith("Area\n");
@@ -272,7 +272,7 @@ TEST_F(Lookup, AKeyOfTwoCommandsRunsTheFirst)
     EXPECT_EQ(Place(), "shapes.h:3");
 }
 
-TEST_F(Lookup, AKeyThatAMenuHasIsTheCommandsOnceItIsBound)
+TEST_F(Lookup, ABoundKeyOverridesAMenuShortcut)
 {
     home.Write(".config/wren/settings", "WrenKeys DeclarationLookup=Ctrl+L\n"); // "Go to Line" had it
     StartWith("Area\n");
@@ -280,7 +280,7 @@ TEST_F(Lookup, AKeyThatAMenuHasIsTheCommandsOnceItIsBound)
     EXPECT_EQ(Place(), "shapes.h:3");
 }
 
-TEST_F(Lookup, EndsWhatUndoTakesBackAtOnce)
+TEST_F(Lookup, StartsANewUndoGroup)
 {
     StartWith("");
     Type("common ");
@@ -291,7 +291,7 @@ TEST_F(Lookup, EndsWhatUndoTakesBackAtOnce)
     EXPECT_EQ(Text(), "common ");
 }
 
-TEST_F(Lookup, ClosingATextTakesItsCompletionsAway)
+TEST_F(Lookup, ClosingATextClosesItsCompletions)
 {
     StartWith("Pai");
     Press("End");
@@ -305,7 +305,7 @@ TEST_F(Lookup, ClosingATextTakesItsCompletionsAway)
     EXPECT_EQ(Text(), "x");
 }
 
-TEST_F(Lookup, ClosingATextTakesItsMatchesAway)
+TEST_F(Lookup, ClosingATextClosesItsMatches)
 {
     StartWith("Many\n");
     Press("F12");

@@ -68,7 +68,7 @@ protected:
 
 } // namespace
 
-TEST_F(NoticeBarStory, WhatIsToldLastIsSeen)
+TEST_F(NoticeBarStory, TheNewestNoticeIsVisible)
 {
     TellMany();
     ASSERT_GT(Scroll().maximum(), 0);
@@ -77,7 +77,7 @@ TEST_F(NoticeBarStory, WhatIsToldLastIsSeen)
     EXPECT_EQ(Scroll().value(), Scroll().maximum());
 }
 
-TEST_F(NoticeBarStory, WhoHasScrolledUpStaysThereUntilSomethingNewIsTold)
+TEST_F(NoticeBarStory, TheScrollPositionStaysUntilANewNoticeComes)
 {
     TellMany();
     Scroll().setValue(3);
@@ -90,7 +90,7 @@ TEST_F(NoticeBarStory, WhoHasScrolledUpStaysThereUntilSomethingNewIsTold)
     EXPECT_EQ(Scroll().value(), Scroll().maximum());
 }
 
-TEST_F(NoticeBarStory, OfASubjectTheLastWordCountsUntilItIsWithdrawn)
+TEST_F(NoticeBarStory, TheLastNoticeOfASubjectCountsUntilItIsWithdrawn)
 {
     bar->Tell("a was changed", "a");
     bar->Tell("no subject");
@@ -107,7 +107,7 @@ TEST_F(NoticeBarStory, OfASubjectTheLastWordCountsUntilItIsWithdrawn)
     EXPECT_FALSE(bar->isVisible()) << "nothing is left to be told";
 }
 
-TEST_F(NoticeBarStory, OfVeryManyNoticesTheNewestAreShownAndTheOthersCounted)
+TEST_F(NoticeBarStory, TheNewestOfVeryManyNoticesAreShownAndTheRestCounted)
 {
     const int most = static_cast<int>(wren::NoticeBar::kMostShown);
     bar->TellAll(Notices(most));
@@ -125,7 +125,7 @@ TEST_F(NoticeBarStory, OfVeryManyNoticesTheNewestAreShownAndTheOthersCounted)
 }
 
 // A ratio within one run: a quadratic one would be a hundred.
-TEST_F(NoticeBarStory, TwentyThousandNoticesTakeNoLongerEachThanTwoHundred)
+TEST_F(NoticeBarStory, TheTimePerNoticeDoesNotGrowWithTheirNumber)
 {
     EXPECT_LT(TimeOfEach(20'000), 10 * TimeOfEach(200));
 }

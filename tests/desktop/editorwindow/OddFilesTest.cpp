@@ -90,7 +90,7 @@ TEST_F(OddFiles, ALinkToItselfIsNotOpened)
     ExpectRefused(home / "loop.c", "Too many levels of symbolic links");
 }
 
-TEST_F(OddFiles, AFileThatMayNotBeReadIsNotOpened)
+TEST_F(OddFiles, AnUnreadableFileIsNotOpened)
 {
     const std::string file = home.Write("secret.c", "secret");
     fs::permissions(file, fs::perms::none);
@@ -98,7 +98,7 @@ TEST_F(OddFiles, AFileThatMayNotBeReadIsNotOpened)
     ExpectRefused(file, "Permission denied");
 }
 
-TEST_F(OddFiles, TheOthersAreOpenedBesideOneThatIsNot)
+TEST_F(OddFiles, OneBadFileDoesNotPreventOpeningTheOthers)
 {
     const std::string good = home.Write("good.c", "int a;\n");
     hands.AnswerNextAlert("OK");
@@ -107,7 +107,7 @@ TEST_F(OddFiles, TheOthersAreOpenedBesideOneThatIsNot)
     EXPECT_EQ(Text(), "int a;\n");
 }
 
-TEST_F(OddFiles, AreSavedByteForByteWithoutAChange)
+TEST_F(OddFiles, UnchangedTextsAreSavedByteForByte)
 {
     Start();
     for (const OddText& text : kOddTexts) {
@@ -121,7 +121,7 @@ TEST_F(OddFiles, AreSavedByteForByteWithoutAChange)
     }
 }
 
-TEST_F(OddFiles, AreSavedByteForByteWhereNothingWasChanged)
+TEST_F(OddFiles, UnchangedPartsAreSavedByteForByte)
 {
     Start();
     for (const OddText& text : kOddTexts) {
@@ -135,7 +135,7 @@ TEST_F(OddFiles, AreSavedByteForByteWhereNothingWasChanged)
     }
 }
 
-TEST_F(OddFiles, ANewLineIsEndedAsTheOthersAre)
+TEST_F(OddFiles, ANewLineGetsTheLineEndOfTheOthers)
 {
     const OddText kEnds[] = {{"Windows", "one\r\n"}, {"Unix", "one\n"}, {"Mac", "one\r"}};
     Start();
@@ -150,7 +150,7 @@ TEST_F(OddFiles, ANewLineIsEndedAsTheOthersAre)
     }
 }
 
-TEST_F(OddFiles, OneThatIsNotThereYetIsMadeBySaving)
+TEST_F(OddFiles, SavingCreatesAMissingFile)
 {
     Start({home / "new.c"});
     EXPECT_EQ(CurrentTab(), "new.c");
@@ -162,7 +162,7 @@ TEST_F(OddFiles, OneThatIsNotThereYetIsMadeBySaving)
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
-TEST_F(OddFiles, OneThatIsNotThereYetAndStaysEmptyIsNotAskedAbout)
+TEST_F(OddFiles, AMissingFileThatStaysEmptyIsNotAskedAbout)
 {
     Start({home / "new.c"});
     EXPECT_TRUE(Quit());
@@ -170,7 +170,7 @@ TEST_F(OddFiles, OneThatIsNotThereYetAndStaysEmptyIsNotAskedAbout)
     EXPECT_FALSE(fs::exists(home / "new.c"));
 }
 
-TEST_F(OddFiles, OneThatAnotherProgramMadeMeanwhileIsNotOverwritten)
+TEST_F(OddFiles, AFileThatAnotherProgramMadeMeanwhileIsNotOverwritten)
 {
     Start({home / "new.c"});
     Type("mine");
@@ -183,12 +183,12 @@ TEST_F(OddFiles, OneThatAnotherProgramMadeMeanwhileIsNotOverwritten)
     EXPECT_TRUE(Quit());
 }
 
-TEST_F(OddFiles, OneInADirectoryThatIsNotThereIsNotOpened)
+TEST_F(OddFiles, AFileInAMissingDirectoryIsNotOpened)
 {
     ExpectRefused(home / "nowhere/new.c", "No such file or directory");
 }
 
-TEST_F(OddFiles, AreSavedUnderTheirNamesWhateverTheirBytes)
+TEST_F(OddFiles, NamesOfAnyBytesAreKeptWhenSaving)
 {
     const std::string file = home.Write("\xff\xfe.c", "old\n");
     Start({file});
@@ -201,7 +201,7 @@ TEST_F(OddFiles, AreSavedUnderTheirNamesWhateverTheirBytes)
     EXPECT_EQ(Text(), "new old\n");
 }
 
-TEST_F(OddFiles, AreProposedUnderNoDamagedNameForSavingUnderAnother)
+TEST_F(OddFiles, SaveAsNeverProposesADamagedName)
 {
     struct Case {
         const char* file;
@@ -224,7 +224,7 @@ TEST_F(OddFiles, AreProposedUnderNoDamagedNameForSavingUnderAnother)
     }
 }
 
-TEST_F(OddFiles, WithAMarkOfQtInTheirNamesAreNamedInTheTitleAsTheyAre)
+TEST_F(OddFiles, TheTitleShowsPlaceholdersInNamesLiterally)
 {
     Start({home.Write("a[*].c", "")});
     EXPECT_EQ(TheEditor().Window().windowTitle().toStdString(), "a[*][*].c - Wren") << "as Qt wants it";

@@ -34,7 +34,7 @@ protected:
 
 } // namespace
 
-TEST_F(ToolButton, IsClickedWithTheModifiersThatAreHeld)
+TEST_F(ToolButton, ReportsTheModifiersHeldDuringAClick)
 {
     for (const Qt::KeyboardModifiers held :
          {Qt::KeyboardModifiers(), Qt::KeyboardModifiers(Qt::AltModifier), Qt::ControlModifier | Qt::AltModifier}) {
@@ -45,7 +45,7 @@ TEST_F(ToolButton, IsClickedWithTheModifiersThatAreHeld)
     EXPECT_TRUE(asked.isEmpty());
 }
 
-TEST_F(ToolButton, HeldDownAsksForItsMenuOnceAndIsNoClick)
+TEST_F(ToolButton, HoldingItAsksForItsMenuOnceWithoutAClick)
 {
     Down();
     ASSERT_TRUE(asked.wait());
@@ -58,7 +58,7 @@ TEST_F(ToolButton, HeldDownAsksForItsMenuOnceAndIsNoClick)
     EXPECT_EQ(clicked.size(), 1) << "the next click is one again";
 }
 
-TEST_F(ToolButton, AsksForItsMenuAtTheOtherButtonAndTheMenuKey)
+TEST_F(ToolButton, AsksForItsMenuOnARightClickAndTheMenuKey)
 {
     for (const QContextMenuEvent::Reason reason : {QContextMenuEvent::Mouse, QContextMenuEvent::Keyboard}) {
         QContextMenuEvent event(reason, Middle(), button.mapToGlobal(Middle()));
@@ -69,7 +69,7 @@ TEST_F(ToolButton, AsksForItsMenuAtTheOtherButtonAndTheMenuKey)
     EXPECT_TRUE(clicked.isEmpty());
 }
 
-TEST_F(ToolButton, LetGoElsewhereDoesNothing)
+TEST_F(ToolButton, ReleasingItElsewhereDoesNothing)
 {
     Down();
     QTest::mouseRelease(&button, Qt::LeftButton, {}, button.rect().bottomRight() + QPoint(50, 50));

@@ -25,7 +25,7 @@ using ::testing::SizeIs;
 
 namespace {
 
-class AfterAKill : public EditorStory {
+class RestartAfterAKill : public EditorStory {
 protected:
 #if defined(__SANITIZE_THREAD__)
     void SetUp() override
@@ -131,7 +131,7 @@ bool HasEnded(pid_t process)
 
 } // namespace
 
-TEST_F(AfterAKill, AnUnsavedTextIsOfferedAndOpenedAsUnsaved)
+TEST_F(RestartAfterAKill, OffersAnUnsavedTextAndOpensItAsUnsaved)
 {
     const std::string file = home.Write("a.c", "old\n");
     Leave(file, "typed\n");
@@ -150,7 +150,7 @@ TEST_F(AfterAKill, AnUnsavedTextIsOfferedAndOpenedAsUnsaved)
     EXPECT_THAT(Copies(), IsEmpty());
 }
 
-TEST_F(AfterAKill, ATextThatHadNoFileIsOpenedWithoutOne)
+TEST_F(RestartAfterAKill, ATextThatHadNoFileIsOpenedWithoutOne)
 {
     Leave("", "typed\n");
     hands.AnswerNextAlert("Open");
@@ -159,7 +159,7 @@ TEST_F(AfterAKill, ATextThatHadNoFileIsOpenedWithoutOne)
     EXPECT_EQ(Text(), "typed\n");
 }
 
-TEST_F(AfterAKill, ATextWhoseFileIsGoneIsOpenedAndCanBeSaved)
+TEST_F(RestartAfterAKill, ATextWhoseFileIsGoneIsOpenedAndCanBeSaved)
 {
     Leave(home / "gone.c", "typed\n");
     hands.AnswerNextAlert("Open");
@@ -169,7 +169,7 @@ TEST_F(AfterAKill, ATextWhoseFileIsGoneIsOpenedAndCanBeSaved)
     EXPECT_EQ(Content(home / "gone.c"), "typed\n");
 }
 
-TEST_F(AfterAKill, ATextWhoseFileAnotherProgramHasChangedSinceIsNotSavedOverItWithoutAQuestion)
+TEST_F(RestartAfterAKill, SavingOverAFileThatChangedMeanwhileAsksFirst)
 {
     const std::string file = home.Write("a.c", "old\n");
     Leave(file, "typed\n");
@@ -188,7 +188,7 @@ TEST_F(AfterAKill, ATextWhoseFileAnotherProgramHasChangedSinceIsNotSavedOverItWi
     EXPECT_EQ(Content(file), "typed\n");
 }
 
-TEST_F(AfterAKill, ATextThatIsRecoveredOnceMoreStillKnowsWhichFileItWasMadeFrom)
+TEST_F(RestartAfterAKill, ATextRecoveredTwiceStillKnowsItsOriginalFile)
 {
     const std::string file = home.Write("a.c", "old\n");
     Leave(file, "typed\n");
@@ -201,7 +201,7 @@ TEST_F(AfterAKill, ATextThatIsRecoveredOnceMoreStillKnowsWhichFileItWasMadeFrom)
     EXPECT_THAT(Content(Copies().front()), HasSubstr(wren::MarkOf({}, "old\n").content));
 }
 
-TEST_F(AfterAKill, LinesThatAnotherEditorHasPutIntoTheWorksheetSinceStay)
+TEST_F(RestartAfterAKill, LinesThatAnotherEditorAddedToTheWorksheetStay)
 {
     const std::string file = wren::WorksheetActions::File();
     Leave(file, "typed\n");
@@ -215,7 +215,7 @@ TEST_F(AfterAKill, LinesThatAnotherEditorHasPutIntoTheWorksheetSinceStay)
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
-TEST_F(AfterAKill, AFileThatWasOnlyTouchedSinceIsSavedOver)
+TEST_F(RestartAfterAKill, AFileThatWasOnlyTouchedIsOverwrittenWithoutAQuestion)
 {
     const std::string file = home.Write("a.c", "old\n");
     Leave(file, "typed\n");
@@ -228,7 +228,7 @@ TEST_F(AfterAKill, AFileThatWasOnlyTouchedSinceIsSavedOver)
     EXPECT_EQ(Content(file), "typed\n");
 }
 
-TEST_F(AfterAKill, AnOpenedTextSurvivesTheNextKillToo)
+TEST_F(RestartAfterAKill, AnOpenedTextSurvivesTheNextKill)
 {
     Leave(home.Write("a.c", "old\n"), "typed\n");
     hands.AnswerNextAlert("Open");
@@ -238,7 +238,7 @@ TEST_F(AfterAKill, AnOpenedTextSurvivesTheNextKillToo)
     EXPECT_THAT(Content(Copies().front()), HasSubstr("\ntyped\n"));
 }
 
-TEST_F(AfterAKill, ADiscardedTextIsNotOfferedAgain)
+TEST_F(RestartAfterAKill, ADiscardedTextIsNotOfferedAgain)
 {
     const std::string file = home.Write("a.c", "old\n");
     Leave(file, "typed\n");
@@ -253,7 +253,7 @@ TEST_F(AfterAKill, ADiscardedTextIsNotOfferedAgain)
     EXPECT_EQ(Content(file), "old\n");
 }
 
-TEST_F(AfterAKill, ATextIsOfferedAgainWhenTheAnswerIsPutOff)
+TEST_F(RestartAfterAKill, ATextIsOfferedAgainAfterAskLater)
 {
     Leave(home.Write("a.c", "old\n"), "typed\n");
     hands.AnswerNextAlert("Ask Later");
@@ -265,7 +265,7 @@ TEST_F(AfterAKill, ATextIsOfferedAgainWhenTheAnswerIsPutOff)
     EXPECT_EQ(Text(), "typed\n");
 }
 
-TEST_F(AfterAKill, TheEditorThatWasKilledWhileItAskedHasLostNothing)
+TEST_F(RestartAfterAKill, AKillDuringTheQuestionLosesNothing)
 {
     Leave(home.Write("a.c", "old\n"), "typed\n");
     {
@@ -279,7 +279,7 @@ TEST_F(AfterAKill, TheEditorThatWasKilledWhileItAskedHasLostNothing)
     EXPECT_EQ(Text(), "typed\n");
 }
 
-TEST_F(AfterAKill, WhatWasTypedIsOfferedOnceTheUserHadPaused)
+TEST_F(RestartAfterAKill, TextTypedBeforeAPauseIsOffered)
 {
     const std::string file = home.Write("a.c", "old\n");
     {
@@ -295,7 +295,7 @@ TEST_F(AfterAKill, WhatWasTypedIsOfferedOnceTheUserHadPaused)
     EXPECT_EQ(Content(file), "old\n");
 }
 
-TEST_F(AfterAKill, ASignalToEndKeepsTheSessionAndWhatWasJustTyped)
+TEST_F(RestartAfterAKill, ATerminationSignalKeepsTheSessionAndTheNewestText)
 {
     const std::string file = home.Write("a.c", "old\n");
     {
@@ -310,7 +310,7 @@ TEST_F(AfterAKill, ASignalToEndKeepsTheSessionAndWhatWasJustTyped)
     EXPECT_EQ(Text(), "typed old\n");
 }
 
-TEST_F(AfterAKill, TheProgramItselfKeepsItsSessionAtASignal)
+TEST_F(RestartAfterAKill, TheProgramKeepsItsSessionOnASignal)
 {
     const std::string file = home.Write("a.c", "old\n");
     {
@@ -325,7 +325,7 @@ TEST_F(AfterAKill, TheProgramItselfKeepsItsSessionAtASignal)
 }
 
 // As when the editor was started in a pipe, or its output is kept by a program that has ended.
-TEST_F(AfterAKill, AReaderOfWhatItPrintsThatGoesKillsNoEditor)
+TEST_F(RestartAfterAKill, AClosedOutputDoesNotKillTheEditor)
 {
     for (const auto answer : {SIG_DFL, SIG_IGN}) {
         const LostReader nobody;
@@ -340,7 +340,7 @@ TEST_F(AfterAKill, AReaderOfWhatItPrintsThatGoesKillsNoEditor)
     }
 }
 
-TEST_F(AfterAKill, ATextIsOfferedAgainWhenNoCopyOfItCouldBeWrittenMeanwhile)
+TEST_F(RestartAfterAKill, ATextIsOfferedAgainWhenItCouldNotBeCopiedMeanwhile)
 {
     Leave(home.Write("a.c", "old\n"), "typed\n");
     const std::string left = fs::path(Copies().at(0)).parent_path();
@@ -365,7 +365,7 @@ TEST_F(AfterAKill, ATextIsOfferedAgainWhenNoCopyOfItCouldBeWrittenMeanwhile)
     EXPECT_NE(fs::path(Copies().front()).parent_path(), left);
 }
 
-TEST_F(AfterAKill, TheFilesThatWereOpenAreOpenAgain)
+TEST_F(RestartAfterAKill, TheOpenFilesAreOpenedAgain)
 {
     const std::string file = home.Write("a.c", "old\n");
     const std::string other = home.Write("b.c", "old\n");
@@ -380,7 +380,7 @@ TEST_F(AfterAKill, TheFilesThatWereOpenAreOpenAgain)
     EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(other, file));
 }
 
-TEST_F(UnsavedCopy, AFileInThePlaceOfTheDirectoryIsNamedWithARemedyUntilItHasGone)
+TEST_F(UnsavedCopy, AFileInPlaceOfTheDirectoryIsReportedWithARemedyUntilItIsGone)
 {
     home.Write(".local/state/wren/recovery", "in the way");
     Start({home.Write("a.c", "old\n")});
@@ -395,7 +395,7 @@ TEST_F(UnsavedCopy, AFileInThePlaceOfTheDirectoryIsNamedWithARemedyUntilItHasGon
     EXPECT_THAT(OnlyCopy(), HasSubstr("\n" + Text()));
 }
 
-TEST_F(UnsavedCopy, ACopyThatCouldNotBeWrittenIsTriedAgainAndAnnouncedAgain)
+TEST_F(UnsavedCopy, AFailedCopyIsRetriedAndReportedAgain)
 {
     Start({home.Write("a.c", "old\n")});
     for (int round = 0; round < 2; ++round) {
@@ -409,7 +409,7 @@ TEST_F(UnsavedCopy, ACopyThatCouldNotBeWrittenIsTriedAgainAndAnnouncedAgain)
     }
 }
 
-TEST_F(UnsavedCopy, ADirectoryThatIsRemovedIsMadeAgainWithTheCopiesOfAllTexts)
+TEST_F(UnsavedCopy, ARemovedDirectoryIsRecreatedWithCopiesOfAllTexts)
 {
     Start({home.Write("a.c", ""), home.Write("b.c", "")});
     Type("one ");
@@ -421,7 +421,7 @@ TEST_F(UnsavedCopy, ADirectoryThatIsRemovedIsMadeAgainWithTheCopiesOfAllTexts)
     EXPECT_THAT(Notice(), IsEmpty());
 }
 
-TEST_F(UnsavedCopy, ThatIsNotNeededAnyMoreIsNotToldOf)
+TEST_F(UnsavedCopy, ACopyThatIsNoLongerNeededIsNotReported)
 {
     Start({home.Write("a.c", "old\n")});
     fs::create_directory(Directory() + "/" + std::to_string(TheEditor().Current()->Id()) + ".copy");
@@ -441,7 +441,7 @@ TEST_F(UnsavedCopy, IsMadeWhileTheUserTypesWithoutAPause)
     EXPECT_THAT(OnlyCopy(), HasSubstr("\nx"));
 }
 
-TEST_F(UnsavedCopy, IsSoonMadeAndALargeTextWaitsInProportion)
+TEST_F(UnsavedCopy, IsMadeSoonAndWaitsInProportionToTheSize)
 {
     using Keeper = wren::SessionKeeper;
     using namespace std::chrono_literals;

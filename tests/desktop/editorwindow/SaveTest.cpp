@@ -63,7 +63,7 @@ private:
 
 } // namespace
 
-TEST_F(Saving, FailsWithItsDirectoryGoneAndSucceedsOnceItIsBack)
+TEST_F(Saving, FailsWithoutItsDirectoryAndSucceedsOnceItIsBack)
 {
     StartWith("source/a.c");
     Type("new ");
@@ -81,7 +81,7 @@ TEST_F(Saving, FailsWithItsDirectoryGoneAndSucceedsOnceItIsBack)
     EXPECT_THAT(hands.TakeHeard(), IsEmpty()) << "nothing is left to be saved";
 }
 
-TEST_F(Saving, FailsWithADirectoryInTheFilesPlace)
+TEST_F(Saving, FailsWithADirectoryInPlaceOfTheFile)
 {
     StartWith("a.c");
     Type("new ");
@@ -94,7 +94,7 @@ TEST_F(Saving, FailsWithADirectoryInTheFilesPlace)
     EXPECT_TRUE(fs::is_directory(file));
 }
 
-TEST_F(Saving, ThatFailsHalfWayLeavesTheOldFileWhole)
+TEST_F(Saving, LeavesTheOldFileWholeWhenItFailsHalfWay)
 {
     std::string old;
     for (int line = 0; line < 50'000; ++line)
@@ -115,7 +115,7 @@ TEST_F(Saving, ThatFailsHalfWayLeavesTheOldFileWhole)
     EXPECT_TRUE(Content(file) == "new " + old);
 }
 
-TEST_F(Saving, ThatFailsWhileClosingKeepsTheTextOpen)
+TEST_F(Saving, KeepsTheTextOpenWhenItFailsWhileClosing)
 {
     StartWith("source/a.c");
     Type("new ");
@@ -126,7 +126,7 @@ TEST_F(Saving, ThatFailsWhileClosingKeepsTheTextOpen)
     ExpectRefused("new old\n", "No such file or directory");
 }
 
-TEST_F(Saving, KeepsWhoMayReadAndRunTheFile)
+TEST_F(Saving, KeepsTheFilesPermissions)
 {
     for (const mode_t mode : {0755, 0640, 0600}) {
         StartWith("a.c");
@@ -139,7 +139,7 @@ TEST_F(Saving, KeepsWhoMayReadAndRunTheFile)
 }
 
 // Root may write to any file.
-TEST_F(Saving, LeavesAFileThatMayNotBeWrittenToAsItIs)
+TEST_F(Saving, LeavesAReadOnlyFileUnchanged)
 {
     StartWith("a.c");
     ::chmod(file.c_str(), 0444);
@@ -156,7 +156,7 @@ TEST_F(Saving, LeavesAFileThatMayNotBeWrittenToAsItIs)
     EXPECT_EQ(Mode(), mode_t{0444});
 }
 
-TEST_F(Saving, WritesBehindALinkAndKeepsTheLink)
+TEST_F(Saving, WritesThroughALinkAndKeepsTheLink)
 {
     const std::string target = home.Write("shared/a.c", "old\n");
     fs::create_symlink("shared/a.c", home / "link.c");
@@ -169,7 +169,7 @@ TEST_F(Saving, WritesBehindALinkAndKeepsTheLink)
     EXPECT_THAT(Tabs(), ElementsAre("link.c"));
 }
 
-TEST_F(Saving, OfAllTextsStopsAtTheOneThatCannotBeSaved)
+TEST_F(Saving, StopsAtTheFirstTextThatCannotBeSaved)
 {
     const std::string good = home.Write("good.c", "old\n");
     StartWith("source/a.c");

@@ -26,7 +26,7 @@ protected:
 
 } // namespace
 
-TEST_F(Session, IsThereAgainWithTabsCaretsAndTheCurrentText)
+TEST_F(Session, RestoresTabsCaretsAndTheCurrentText)
 {
     Start(files);
     View().GoTo(7);
@@ -43,7 +43,7 @@ TEST_F(Session, IsThereAgainWithTabsCaretsAndTheCurrentText)
     EXPECT_EQ(View().Caret(), 7);
 }
 
-TEST_F(Session, KeepsTheOrderIntoWhichTabsWereDragged)
+TEST_F(Session, KeepsTheOrderOfDraggedTabs)
 {
     Start(files);
     TheEditor().Window().Tabs().tabBar()->moveTab(0, 2);
@@ -54,7 +54,7 @@ TEST_F(Session, KeepsTheOrderIntoWhichTabsWereDragged)
     EXPECT_EQ(CurrentTab(), "c.c") << "the last one opened";
 }
 
-TEST_F(Session, ShowsTheLinesThatWereSeen)
+TEST_F(Session, RestoresTheVisibleLines)
 {
     std::string lines;
     for (int line = 0; line < 500; ++line)
@@ -68,7 +68,7 @@ TEST_F(Session, ShowsTheLinesThatWereSeen)
     EXPECT_EQ(View().Caret(), 0);
 }
 
-TEST_F(Session, LeavesOutFilesThatAreGone)
+TEST_F(Session, LeavesOutMissingFiles)
 {
     Start(files);
     ASSERT_TRUE(Quit());
@@ -78,7 +78,7 @@ TEST_F(Session, LeavesOutFilesThatAreGone)
     EXPECT_EQ(CurrentTab(), "c.c");
 }
 
-TEST_F(Session, PutsTheCaretAtTheEndOfATextThatIsShorterNow)
+TEST_F(Session, PutsTheCaretAtTheEndOfAShorterText)
 {
     Start({files[0]});
     View().GoTo(7);
@@ -88,7 +88,7 @@ TEST_F(Session, PutsTheCaretAtTheEndOfATextThatIsShorterNow)
     EXPECT_EQ(View().Caret(), 2);
 }
 
-TEST_F(Session, StaysAwayWhenFilesAreNamed)
+TEST_F(Session, IsNotRestoredWhenFilesAreNamed)
 {
     Start({files[0], files[1]});
     ASSERT_TRUE(Quit());
@@ -96,7 +96,7 @@ TEST_F(Session, StaysAwayWhenFilesAreNamed)
     EXPECT_THAT(Tabs(), ElementsAre("c.c"));
 }
 
-TEST_F(Session, IsNotReplacedByFilesThatWereNamed)
+TEST_F(Session, IsNotReplacedByNamedFiles)
 {
     Start({files[0], files[1]});
     ASSERT_TRUE(Quit());
@@ -121,7 +121,7 @@ TEST_F(Session, LeavesTheOrderOfRecentFilesAloneWhenItIsRestored)
     }
 }
 
-TEST_F(Session, IsKeptWhileFilesAreOpenedAndClosed)
+TEST_F(Session, IsStoredWhileFilesAreOpenedAndClosed)
 {
     Start({files[0]});
     Until([] { return wren::LoadSession().files.size() == 1; });
@@ -135,7 +135,7 @@ TEST_F(Session, IsKeptWhileFilesAreOpenedAndClosed)
     EXPECT_THAT(wren::LoadSession().recentFiles, ElementsAre(files[1], files[0]));
 }
 
-TEST_F(Session, IsNotReplacedWhileFilesThatWereNamedAreOpenedAndClosed)
+TEST_F(Session, IsNotReplacedWhileNamedFilesAreOpenedAndClosed)
 {
     Start({files[0]});
     ASSERT_TRUE(Quit());
@@ -157,7 +157,7 @@ TEST_F(Session, KeepsTheRecentFilesOfAnotherEditor)
     EXPECT_THAT(wren::LoadSession().recentFiles, ElementsAre(files[0], files[1]));
 }
 
-TEST_F(Session, StaysAwayWhenThePreferencesSaySo)
+TEST_F(Session, IsNotRestoredWhenThePreferencesForbidIt)
 {
     home.Write(".config/wren/settings", "WrenRestoreSession off\n");
     Start(files);
@@ -166,7 +166,7 @@ TEST_F(Session, StaysAwayWhenThePreferencesSaySo)
     EXPECT_THAT(Tabs(), ElementsAre("untitled"));
 }
 
-TEST_F(Session, BringsTheWorksheetBackAsSuch)
+TEST_F(Session, RestoresTheWorksheetAsAWorksheet)
 {
     Start({files[0]});
     Press("Ctrl+Shift+W");
@@ -181,7 +181,7 @@ TEST_F(Session, BringsTheWorksheetBackAsSuch)
     EXPECT_TRUE(TheEditor().Current()->IsWorksheet());
 }
 
-TEST_F(Session, StartsWithoutOneWhenItsFileIsDamaged)
+TEST_F(Session, IsEmptyAtTheStartWhenItsFileIsDamaged)
 {
     home.Write(".local/state/wren/session.json", "{\"files\": [{\"path\": 7}");
     Start();

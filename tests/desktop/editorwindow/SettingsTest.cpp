@@ -43,7 +43,7 @@ constexpr const char* kOptionClick = "DeclOptionClickToFindDeclaration off\n";
 
 } // namespace
 
-TEST_F(Settings, OfTheEditorCountAtOnceAndAreStoredWhileThePreferencesAreOpen)
+TEST_F(Settings, EditorSettingsApplyAndAreStoredAtOnce)
 {
     Start();
     InPreferences([this](QWidget& dialog) {
@@ -53,7 +53,7 @@ TEST_F(Settings, OfTheEditorCountAtOnceAndAreStoredWhileThePreferencesAreOpen)
     });
 }
 
-TEST_F(Settings, OfTheDesktopsColoursAreFollowedWhileTextsAreOpen)
+TEST_F(Settings, OpenTextsFollowTheDesktopsColours)
 {
     Start({home.Write("a.c", ""), home.Write("b.c", "")});
     ASSERT_FALSE(View().Look().dark);
@@ -67,7 +67,7 @@ TEST_F(Settings, OfTheDesktopsColoursAreFollowedWhileTextsAreOpen)
     EXPECT_FALSE(View().Look().dark);
 }
 
-TEST_F(Settings, OfThePlugInAreStoredWhileThePreferencesAreOpen)
+TEST_F(Settings, PlugInSettingsAreStoredAtOnce)
 {
     Start();
     InPreferences([this](QWidget& dialog) {
@@ -78,7 +78,7 @@ TEST_F(Settings, OfThePlugInAreStoredWhileThePreferencesAreOpen)
     });
 }
 
-TEST_F(Settings, AreStoredWhenThePreferencesAreClosedAtOnce)
+TEST_F(Settings, AreStoredWhenThePreferencesCloseAtOnce)
 {
     Start();
     InPreferences([this](QWidget& dialog) {
@@ -99,7 +99,7 @@ TEST_F(Settings, AreStoredAtOnceWhenASignalEndsTheEditor)
     });
 }
 
-TEST_F(Settings, StandOnPagesThatAreNamedInFull)
+TEST_F(Settings, StandOnPagesWithFullNames)
 {
     Start();
     InPreferences([](QWidget& dialog) {
@@ -110,7 +110,7 @@ TEST_F(Settings, StandOnPagesThatAreNamedInFull)
     });
 }
 
-TEST_F(Settings, AreThereAtTheNextStart)
+TEST_F(Settings, AreKeptForTheNextStart)
 {
     Start();
     InPreferences([this](QWidget& dialog) { Tick(dialog, "Show blanks and tabs"); });
@@ -119,7 +119,7 @@ TEST_F(Settings, AreThereAtTheNextStart)
     EXPECT_TRUE(View().Look().showsBlanks);
 }
 
-TEST_F(Settings, ThatWereNotChangedAreNotWrittenAgain)
+TEST_F(Settings, UnchangedSettingsAreNotWrittenAgain)
 {
     Start();
     InPreferences([this](QWidget& dialog) { Tick(dialog, "Wrap long lines"); });
@@ -129,7 +129,7 @@ TEST_F(Settings, ThatWereNotChangedAreNotWrittenAgain)
     EXPECT_EQ(Inode(), before);
 }
 
-TEST_F(Settings, ThatAnotherEditorHasStoredAreKept)
+TEST_F(Settings, SettingsThatAnotherEditorStoredAreKept)
 {
     home.Write(".config/wren/settings", "DeclAutoComplete off\n");
     Start();
@@ -143,7 +143,7 @@ TEST_F(Settings, ThatAnotherEditorHasStoredAreKept)
                       HasSubstr("WrenWrapLines on\n"), HasSubstr(kOptionClick), Not(HasSubstr("DeclAutoComplete"))));
 }
 
-TEST_F(Settings, AreNotTakenBackByEnterInAField)
+TEST_F(Settings, EnterInAFieldResetsNothing)
 {
     home.Write(".config/wren/settings", "WrenKeys SymbolLookup=F5\n");
     Start();
@@ -159,7 +159,7 @@ TEST_F(Settings, AreNotTakenBackByEnterInAField)
                 AllOf(HasSubstr("WrenKeys SymbolLookup=F5\n"), HasSubstr("WrenFontSize 13\n")));
 }
 
-TEST_F(Settings, OfKeysGoBackToTheUsualOnesByEnterOnTheButton)
+TEST_F(Settings, EnterOnTheButtonResetsTheKeys)
 {
     home.Write(".config/wren/settings", "WrenKeys SymbolLookup=F5\n");
     Start();
@@ -172,7 +172,7 @@ TEST_F(Settings, OfKeysGoBackToTheUsualOnesByEnterOnTheButton)
     EXPECT_THAT(Content(SettingsFile()), Not(HasSubstr("WrenKeys")));
 }
 
-TEST_F(Settings, OfKeysSayWhatTheyTakeFromTheMenus)
+TEST_F(Settings, KeysThatHideMenuShortcutsAreReported)
 {
     Start();
     InPreferences(
@@ -187,7 +187,7 @@ TEST_F(Settings, OfKeysSayWhatTheyTakeFromTheMenus)
     });
 }
 
-TEST_F(Settings, ThatCannotBeStoredAreToldOf)
+TEST_F(Settings, SettingsThatCannotBeStoredAreReported)
 {
     Start();
     fs::remove_all(home / ".config");
@@ -202,7 +202,7 @@ TEST_F(Settings, ThatCannotBeStoredAreToldOf)
     EXPECT_TRUE(Quit());
 }
 
-TEST_F(Settings, ThatAreDamagedGiveWayToAChoice)
+TEST_F(Settings, AChoiceReplacesADamagedSetting)
 {
     home.Write(".config/wren/settings", "DeclAutoComplete On\nDeclOptionClickToFindDeclaration yes\n");
     Start();
@@ -211,7 +211,7 @@ TEST_F(Settings, ThatAreDamagedGiveWayToAChoice)
     EXPECT_EQ(Content(SettingsFile()), std::string("DeclAutoComplete On\n") + kOptionClick);
 }
 
-TEST_F(Settings, ThatAreDamagedGiveWayToTheDefaultWhenItIsChosen)
+TEST_F(Settings, ChoosingTheDefaultReplacesADamagedSetting)
 {
     home.Write(".config/wren/settings", "DeclOptionClickToFindDeclaration yes\nWrenFontSize huge\n");
     Start();
@@ -227,7 +227,7 @@ TEST_F(Settings, ThatAreDamagedGiveWayToTheDefaultWhenItIsChosen)
     EXPECT_EQ(Content(SettingsFile()), "");
 }
 
-TEST_F(Settings, OfSymbolsShowTheBeginningOfLongTexts)
+TEST_F(Settings, SymbolSettingsShowTheBeginningOfLongTexts)
 {
     home.Write(".config/wren/settings", "DeclIndexSuffixes *.h " + std::string(400, 'x') + "\n");
     Start();
@@ -245,7 +245,7 @@ TEST_F(Settings, OfSymbolsShowTheBeginningOfLongTexts)
     });
 }
 
-TEST_F(Settings, ManyOfWhichAreDamagedAreAllToldAndLeaveRoomForTheText)
+TEST_F(Settings, ManyDamagedSettingsAreAllReportedAndLeaveRoomForTheText)
 {
     std::string lines;
     for (int line = 0; line < 50; ++line)
@@ -257,7 +257,7 @@ TEST_F(Settings, ManyOfWhichAreDamagedAreAllToldAndLeaveRoomForTheText)
     EXPECT_LT(TheEditor().Window().Notices().height(), TheEditor().Window().height() / 3);
 }
 
-TEST_F(Settings, OfTheSizeAreChangedByTheWheelInAllTextsAndTakenBack)
+TEST_F(Settings, TheWheelChangesTheFontSizeInAllTexts)
 {
     Start({home.Write("a.c", ""), home.Write("b.c", "")});
     const int usual = View().Look().font.pointSize();

@@ -40,7 +40,7 @@ constexpr const char* kDamaged = "WrenFontSize large\n"
 
 } // namespace
 
-TEST_F(Starting, WithoutThePlugInEditsAndSaysWhatIsMissing)
+TEST_F(Starting, EditsTextsAndReportsAMissingPlugIn)
 {
     const std::string file = home.Write("a.c", "int a;\n");
     bundle = home / "nowhere";
@@ -56,7 +56,7 @@ TEST_F(Starting, WithoutThePlugInEditsAndSaysWhatIsMissing)
     EXPECT_TRUE(Quit());
 }
 
-TEST_F(Starting, WithAPlugInThatCannotBeLoadedSaysSo)
+TEST_F(Starting, ReportsAPlugInThatCannotBeLoaded)
 {
     bundle = home / "Declaration.bundle";
     home.Write("Declaration.bundle/Contents/Linux/Declaration", "no library");
@@ -66,7 +66,7 @@ TEST_F(Starting, WithAPlugInThatCannotBeLoadedSaysSo)
     EXPECT_EQ(Text(), "int a;");
 }
 
-TEST_F(Starting, WithoutThePlugInKeepsItsSettings)
+TEST_F(Starting, KeepsTheSettingsOfAMissingPlugIn)
 {
     home.Write(".config/wren/settings", "DeclOptionClickToFindDeclaration off\nWrenTabWidth 8\n");
     bundle = home / "nowhere";
@@ -76,7 +76,7 @@ TEST_F(Starting, WithoutThePlugInKeepsItsSettings)
                 UnorderedElementsAre("DeclOptionClickToFindDeclaration off", "WrenTabWidth 8"));
 }
 
-TEST_F(Starting, TellsOfEachDamagedLineOfTheSettingsOnceAndUsesTheOthers)
+TEST_F(Starting, ReportsEachDamagedSettingsLineOnceAndUsesTheOthers)
 {
     home.Write(".config/wren/settings", kDamaged);
     Start();
@@ -92,7 +92,7 @@ TEST_F(Starting, TellsOfEachDamagedLineOfTheSettingsOnceAndUsesTheOthers)
     EXPECT_EQ(TheEditor().ThePreferences().Values().fontSize, wren::PreferenceValues().fontSize);
 }
 
-TEST_F(Starting, DropsNoLineOfDamagedSettingsWhenTheyAreStored)
+TEST_F(Starting, KeepsDamagedSettingsLinesWhenStoring)
 {
     home.Write(".config/wren/settings", kDamaged);
     Start();
@@ -102,7 +102,7 @@ TEST_F(Starting, DropsNoLineOfDamagedSettingsWhenTheyAreStored)
         EXPECT_EQ(std::count(stored.begin(), stored.end(), line), 1) << line;
 }
 
-TEST_F(Starting, WithSettingsThatCannotBeReadSaysWhyAndEndsAllTheSame)
+TEST_F(Starting, ReportsUnreadableSettingsAndStillQuits)
 {
     fs::create_directories(SettingsFile());
     Start();
@@ -113,7 +113,7 @@ TEST_F(Starting, WithSettingsThatCannotBeReadSaysWhyAndEndsAllTheSame)
     EXPECT_TRUE(fs::is_directory(SettingsFile()));
 }
 
-TEST_F(Starting, WithoutAHomeDirectorySaysWhatIsNotKept)
+TEST_F(Starting, ReportsWhatIsNotKeptWithoutAHomeDirectory)
 {
     ::unsetenv("HOME");
     Start();

@@ -14,7 +14,7 @@ protected:
 
 } // namespace
 
-TEST_F(TabNames, SayTheDirectoryWhereTwoFilesHaveTheSameName)
+TEST_F(TabNames, ShowTheDirectoryWhenTwoFilesHaveTheSameName)
 {
     Start({home.Write("src/x.h", ""), home.Write("y.h", "")});
     EXPECT_THAT(Tabs(), ElementsAre("x.h", "y.h"));
@@ -27,7 +27,7 @@ TEST_F(TabNames, SayTheDirectoryWhereTwoFilesHaveTheSameName)
     EXPECT_EQ(Title(), "x.h - Wren");
 }
 
-TEST_F(TabNames, SayAsMuchOfTheDirectoryAsDiffers)
+TEST_F(TabNames, ShowOnlyTheDifferingPartOfTheDirectory)
 {
     Start({home.Write("a/src/x.h", ""), home.Write("b/src/x.h", ""), home.Write("b/x.h", ""), home.Write("x.h", "")});
     const std::string own = std::filesystem::path(home.Path()).filename();
@@ -37,7 +37,7 @@ TEST_F(TabNames, SayAsMuchOfTheDirectoryAsDiffers)
     Press("Ctrl+Z");
 }
 
-TEST_F(TabNames, OfTextsWithoutFilesAreNotTold)
+TEST_F(TabNames, StayPlainForTextsWithoutFiles)
 {
     Start();
     Press("Ctrl+N");

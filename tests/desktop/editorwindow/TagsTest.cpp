@@ -67,7 +67,7 @@ protected:
 
 } // namespace
 
-TEST_F(TagsStory, StaleOnesAreRebuiltByALookup)
+TEST_F(TagsStory, ALookupRebuildsStaleTags)
 {
     LookUp();
     EXPECT_THAT(Tags(), HasSubstr("foo"));
@@ -75,7 +75,7 @@ TEST_F(TagsStory, StaleOnesAreRebuiltByALookup)
     EXPECT_FALSE(RebuildButton().isVisible());
 }
 
-TEST_F(TagsStory, AreNotWrittenThroughALinkThatTheTreeBrings)
+TEST_F(TagsStory, TagsAreNotWrittenThroughALinkInTheTree)
 {
     home.Write(".bash_aliases", "alias ll='ls -l'\n");
     fs::create_symlink(home / ".bash_aliases", home / "T/tags.tmp");
@@ -90,7 +90,7 @@ TEST_F(TagsStory, AreNotWrittenThroughALinkThatTheTreeBrings)
     EXPECT_EQ(Tags(), kOldTags);
 }
 
-TEST_F(TagsStory, OfAnotherProjectAreRebuiltOnlyWhenTheUserSaysSo)
+TEST_F(TagsStory, AnotherProjectsTagsAreRebuiltOnlyOnRequest)
 {
     fs::create_directory(home / "linked");
     fs::create_symlink(home / "T/tags", home / "linked/tags");
@@ -111,7 +111,7 @@ TEST_F(TagsStory, OfAnotherProjectAreRebuiltOnlyWhenTheUserSaysSo)
     EXPECT_THAT(Tags(), HasSubstr("foo"));
 }
 
-TEST_F(TagsStory, ThatCannotBeMadeAreSaidWithTheLogThatTellsMore)
+TEST_F(TagsStory, AFailureIsReportedWithItsLogFile)
 {
     UseProgram("echo 'no such language' >&2; exit 2\n");
     LookUp();
@@ -127,7 +127,7 @@ TEST_F(TagsStory, ThatCannotBeMadeAreSaidWithTheLogThatTellsMore)
     EXPECT_EQ(Notice(), "") << "it is no longer so";
 }
 
-TEST_F(TagsStory, ThatAreBeingMadeAreAskedAboutAtTheEnd)
+TEST_F(TagsStory, QuittingAsksWhileTagsAreBeingMade)
 {
     const Fifo began;
     const Fifo goOn;
@@ -149,7 +149,7 @@ TEST_F(TagsStory, ThatAreBeingMadeAreAskedAboutAtTheEnd)
     EXPECT_FALSE(fs::exists(home / "T/.tags.lock"));
 }
 
-TEST_F(TagsStory, ManyRequestsAreOneRun)
+TEST_F(TagsStory, ManyRequestsShareOneRun)
 {
     const Fifo began;
     const Fifo goOn;

@@ -128,7 +128,7 @@ TEST_F(TornFile, AnOpenedOldTextSurvivesTheNextKill)
     EXPECT_THAT(kept, HasSubstr("\n" + kOld)) << "an unsaved text as any other";
 }
 
-TEST_F(TornFile, AFileThatIsWholeAgainIsNotMentioned)
+TEST_F(TornFile, ARepairedFileIsNotMentioned)
 {
     Kill(Copy::None);
     home.Write("a.c", kNew);
@@ -137,7 +137,7 @@ TEST_F(TornFile, AFileThatIsWholeAgainIsNotMentioned)
     EXPECT_FALSE(HasCopies());
 }
 
-TEST_F(TornFile, AVanishedFileComesBackWithItsOldText)
+TEST_F(TornFile, AVanishedFileIsRestoredWithItsOldText)
 {
     Kill(Copy::None);
     fs::remove(file);

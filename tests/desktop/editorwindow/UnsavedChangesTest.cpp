@@ -44,7 +44,7 @@ TEST_F(UnsavedChanges, AreMarkedInTheTabAndAskedAboutByItsCloseButton)
     EXPECT_THAT(Tabs(), ElementsAre("untitled"));
 }
 
-TEST_F(UnsavedChanges, ThatAreTakenBackInPartCanBeMadeAgainFromTheToolBar)
+TEST_F(UnsavedChanges, PartlyUndoneChangesCanBeRedoneFromTheToolBar)
 {
     StartWithAChange();
     Press("End");
@@ -58,7 +58,7 @@ TEST_F(UnsavedChanges, ThatAreTakenBackInPartCanBeMadeAgainFromTheToolBar)
     EXPECT_FALSE(Tool("Redo")->isEnabled());
 }
 
-TEST_F(UnsavedChanges, GoWhenTheyAreDiscarded)
+TEST_F(UnsavedChanges, AreLostWhenDiscarded)
 {
     StartWithAChange();
     hands.AnswerNextAlert("Discard");
@@ -77,7 +77,7 @@ TEST_F(UnsavedChanges, StayWhenClosingIsCancelled)
     EXPECT_EQ(Text(), "new old\n");
 }
 
-TEST_F(UnsavedChanges, AreNoneOnceTheyWereTakenBack)
+TEST_F(UnsavedChanges, AreGoneOnceUndone)
 {
     StartWithAChange();
     Press("Ctrl+Z");
@@ -86,7 +86,7 @@ TEST_F(UnsavedChanges, AreNoneOnceTheyWereTakenBack)
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
-TEST_F(UnsavedChanges, OfEachTextAreAskedAboutAtTheEndInItsOwnTab)
+TEST_F(UnsavedChanges, AreAskedAboutTabByTabOnQuit)
 {
     StartWithAChange();
     const std::string second = home.Write("b.c", "old\n");
@@ -100,7 +100,7 @@ TEST_F(UnsavedChanges, OfEachTextAreAskedAboutAtTheEndInItsOwnTab)
     EXPECT_EQ(Content(second), "old\n");
 }
 
-TEST_F(UnsavedChanges, KeepTheEditorOpenWhenItsEndIsCancelled)
+TEST_F(UnsavedChanges, KeepTheEditorOpenWhenQuittingIsCancelled)
 {
     StartWithAChange();
     TheEditor().New();
@@ -113,7 +113,7 @@ TEST_F(UnsavedChanges, KeepTheEditorOpenWhenItsEndIsCancelled)
     EXPECT_EQ(Content(file), "old\n");
 }
 
-TEST_F(UnsavedChanges, OfATextWithoutAFileAreSavedToANewOne)
+TEST_F(UnsavedChanges, AreSavedToANewFileWhenThereIsNone)
 {
     Start();
     Type("int a;\n");
@@ -125,7 +125,7 @@ TEST_F(UnsavedChanges, OfATextWithoutAFileAreSavedToANewOne)
     EXPECT_THAT(Status(), HasSubstr("new.c"));
 }
 
-TEST_F(UnsavedChanges, StayWhenNoFileIsChosenForThem)
+TEST_F(UnsavedChanges, StayWhenNoFileIsChosen)
 {
     Start();
     Type("int a;\n");

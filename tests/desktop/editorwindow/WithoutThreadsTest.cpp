@@ -58,7 +58,7 @@ protected:
 
 } // namespace
 
-TEST_F(EditorWithoutThreads, KeepsRunningAndKeepsCopiesOfUnsavedTexts)
+TEST_F(EditorWithoutThreads, KeepsRunningAndCopiesUnsavedTexts)
 {
     StartWithTags();
     SettleBackground();
@@ -75,7 +75,7 @@ TEST_F(EditorWithoutThreads, KeepsRunningAndKeepsCopiesOfUnsavedTexts)
     EXPECT_THAT(Text(), HasSubstr("typed without threads and more draw"));
 }
 
-TEST_F(EditorWithoutThreads, SaysOnceThatAListIsNotShownAndShowsItLater)
+TEST_F(EditorWithoutThreads, ReportsAMissingListOnceAndShowsItLater)
 {
     StartWithTags();
     SettleBackground();
@@ -95,7 +95,7 @@ TEST_F(EditorWithoutThreads, SaysOnceThatAListIsNotShownAndShowsItLater)
     EXPECT_EQ(OpenLists(), 1);
 }
 
-TEST_F(EditorWithoutThreads, TypingGoesOnWithoutNames)
+TEST_F(EditorWithoutThreads, TypesWithoutNames)
 {
     StartWithTags();
     SettleBackground();
@@ -113,7 +113,7 @@ TEST_F(EditorWithoutThreads, TypingGoesOnWithoutNames)
 }
 
 // What Qt draws in parts, with other threads: it would wait for one that does not start. Nothing has been drawn before.
-TEST(PaintThread, DrawsWhereNoOtherStarts)
+TEST(PaintThread, DrawsWhenNoOtherThreadStarts)
 {
     ASSERT_TRUE(wren::HoldPaintThread());
     const NoThreads none;
@@ -131,7 +131,7 @@ TEST(PaintThread, DrawsWhereNoOtherStarts)
     EXPECT_NE(picture.pixel(400, 400), picture.pixel(1600, 1600));
 }
 
-TEST(DesktopWithoutThreads, SaysBeforeAnyTextIsOpenThatItCannotDraw)
+TEST(DesktopWithoutThreads, RefusesToStartWhenItCannotDraw)
 {
     const TempDirectory home;
     const auto command = WithoutThreads({WREN_DESKTOP, home.Write("a.c", "int a;\n")});

@@ -49,7 +49,7 @@ protected:
 
 } // namespace
 
-TEST_F(WorksheetStory, ControlEnterRunsTheLineOfTheCaretAndPutsItsOutputBelow)
+TEST_F(WorksheetStory, ControlEnterRunsTheCaretsLineAndPutsItsOutputBelow)
 {
     Start();
     OpenWith("echo one\necho two\necho three");
@@ -59,7 +59,7 @@ TEST_F(WorksheetStory, ControlEnterRunsTheLineOfTheCaretAndPutsItsOutputBelow)
     EXPECT_THAT(Status(), HasSubstr("has ended"));
 }
 
-TEST_F(WorksheetStory, TheLastLineRunsToo)
+TEST_F(WorksheetStory, TheLastLineCanRun)
 {
     Start();
     OpenWith("echo one");
@@ -77,7 +77,7 @@ TEST_F(WorksheetStory, TheSelectedLinesRunTogether)
     EXPECT_EQ(Text(), "a=one\necho $a\none\n");
 }
 
-TEST_F(WorksheetStory, LinesRunWhereTheEditorWasStarted)
+TEST_F(WorksheetStory, LinesRunInTheDirectoryWhereTheEditorStarted)
 {
     Start();
     OpenWith("pwd");
@@ -85,7 +85,7 @@ TEST_F(WorksheetStory, LinesRunWhereTheEditorWasStarted)
     EXPECT_EQ(Text(), "pwd\n" + home.Path() + "\n");
 }
 
-TEST_F(WorksheetStory, AFailureIsToldWithItsErrorsBelow)
+TEST_F(WorksheetStory, AFailureIsReportedWithItsErrorsBelow)
 {
     Start();
     OpenWith("echo oh >&2; exit 3");
@@ -136,7 +136,7 @@ TEST_F(WorksheetStory, OutputStaysBelowItsLinesWhileTheUserWritesAboveThem)
     EXPECT_EQ(Text(), "above\n" + command + "\nearly\nlate\n");
 }
 
-TEST_F(WorksheetStory, LinesOfAnotherEditorGoBehindItsOwnWhenItIsKept)
+TEST_F(WorksheetStory, LinesOfAnotherEditorAreAppendedWhenItIsStored)
 {
     struct Case {
         const char* why;
@@ -164,7 +164,7 @@ TEST_F(WorksheetStory, LinesOfAnotherEditorGoBehindItsOwnWhenItIsKept)
     EXPECT_THAT(hands.TakeHeard(), IsEmpty());
 }
 
-TEST_F(WorksheetStory, LinesOfAnotherEditorAreTakenInAtEachSavingAndOnce)
+TEST_F(WorksheetStory, LinesOfAnotherEditorAreAddedOnceAtEachSave)
 {
     Start();
     OpenWith("mine");
@@ -210,7 +210,7 @@ TEST_F(WorksheetStory, ClosingItWhileACommandRunsAsksAndStopsIt)
     EXPECT_EQ(Text(), "int a;\n");
 }
 
-TEST_F(WorksheetStory, OutputThatNeverEndsIsNotKeptForEver)
+TEST_F(WorksheetStory, EndlessOutputIsNotKeptForEver)
 {
     Start();
     OpenWith("head -c 20000000 /dev/zero | tr '\\0' x");
@@ -222,7 +222,7 @@ TEST_F(WorksheetStory, OutputThatNeverEndsIsNotKeptForEver)
     EXPECT_THAT(Status(), HasSubstr("The last 4 MB of its output are left out"));
 }
 
-TEST_F(WorksheetStory, TheEndOfTheEditorEndsTheCommand)
+TEST_F(WorksheetStory, QuittingTheEditorEndsTheCommand)
 {
     Start();
     OpenWith("echo $$ > running; exec sleep 1000");
@@ -239,7 +239,7 @@ TEST_F(WorksheetStory, TheEndOfTheEditorEndsTheCommand)
 }
 
 // How a user gets tags of a directory without leaving the editor.
-TEST_F(WorksheetStory, WhatTheButtonPutsThereMakesTagsOfTheDirectory)
+TEST_F(WorksheetStory, TheButtonsCommandsMakeTheTagsOfTheDirectory)
 {
     home.Write("source/shapes.h", "int Area(int width, int height);\nstruct Circle { int radius; };\n");
     Start({home.Write("source/draw.c", "int draw(void) { return Area(1, 2); }\n")});
@@ -263,7 +263,7 @@ TEST_F(WorksheetStory, WhatTheButtonPutsThereMakesTagsOfTheDirectory)
     EXPECT_EQ(Text(), pasted) << "it has nothing to say";
 }
 
-TEST_F(WorksheetStory, HoldingTheButtonDownAsksForItsMenuToo)
+TEST_F(WorksheetStory, HoldingTheButtonAsksForItsMenu)
 {
     Start({home.Write("source/draw.c", "int draw(void);\n")});
     hands.ChooseNext("Help create tags in Worksheet");
@@ -272,7 +272,7 @@ TEST_F(WorksheetStory, HoldingTheButtonDownAsksForItsMenuToo)
     EXPECT_THAT(Text(), HasSubstr("find " + home.Path() + "/source"));
 }
 
-TEST_F(WorksheetStory, WithoutAPlaceForItIsATextOfItsOwnCalledWorksheet)
+TEST_F(WorksheetStory, WithoutAFileItIsAnUnsavedTextCalledWorksheet)
 {
     ::unsetenv("HOME");
     Start();
@@ -289,7 +289,7 @@ TEST_F(WorksheetStory, WithoutAPlaceForItIsATextOfItsOwnCalledWorksheet)
     EXPECT_TRUE(Quit());
 }
 
-TEST_F(WorksheetStory, IsAskedAboutWhereItCannotBeKept)
+TEST_F(WorksheetStory, ClosingAsksWhenItCannotBeStored)
 {
     home.Write(".local/state/wren", "in the way");
     Start({home.Write("a.c", "int a;\n")});
@@ -304,7 +304,7 @@ TEST_F(WorksheetStory, IsAskedAboutWhereItCannotBeKept)
     EXPECT_TRUE(Quit());
 }
 
-TEST_F(WorksheetStory, SavedUnderANameItStaysWhereItIs)
+TEST_F(WorksheetStory, SaveAsWritesACopyAndKeepsTheWorksheet)
 {
     Start();
     OpenWith("echo hello");

@@ -51,7 +51,7 @@ class CopyWriterOnASlowDisk : public StateDirectoryFixture {};
 
 } // namespace
 
-TEST_F(CopyWriterOnASlowDisk, LetsTheUserGoOnAndPassesOverWhatIsOld)
+TEST_F(CopyWriterOnASlowDisk, NeverBlocksTheUserAndSkipsStaleCopies)
 {
     const std::string file = home.Write("a", "old");
     fs::create_hard_link(file, home / "b"); // such a file is written in place
@@ -69,7 +69,7 @@ TEST_F(CopyWriterOnASlowDisk, LetsTheUserGoOnAndPassesOverWhatIsOld)
     EXPECT_EQ(Content(file), "third");
 }
 
-TEST(CopyWriter, WritesTheHeadAndTheTextAndTheNewestCounts)
+TEST(CopyWriter, WritesTheHeadAndTheNewestText)
 {
     const TempDirectory directory;
     wren::CopyWriter writer;
@@ -79,7 +79,7 @@ TEST(CopyWriter, WritesTheHeadAndTheTextAndTheNewestCounts)
     EXPECT_EQ(Content(directory / "a"), "head 999");
 }
 
-TEST(CopyWriter, DoesWhatIsAskedOfOneFileInOrder)
+TEST(CopyWriter, HandlesRequestsForOneFileInOrder)
 {
     const TempDirectory directory;
     wren::CopyWriter writer;
@@ -95,7 +95,7 @@ TEST(CopyWriter, DoesWhatIsAskedOfOneFileInOrder)
     EXPECT_EQ(Content(directory / "back"), "49");
 }
 
-TEST(CopyWriter, HasNoThreadWhileNothingIsToBeDone)
+TEST(CopyWriter, HasNoThreadWhileIdle)
 {
     const TempDirectory directory;
     std::thread([] {}).join(); // with the first thread, a sanitizer starts one of its own
@@ -110,7 +110,7 @@ TEST(CopyWriter, HasNoThreadWhileNothingIsToBeDone)
     EXPECT_EQ(Content(directory / "a"), "again");
 }
 
-TEST(CopyWriter, WritesOnTheCallersThreadWhenItGetsNone)
+TEST(CopyWriter, WritesOnTheCallersThreadWhenNoneStarts)
 {
     const TempDirectory directory;
     std::vector<std::string> written;
@@ -135,7 +135,7 @@ TEST(CopyWriter, WritesOnTheCallersThreadWhenItGetsNone)
     EXPECT_EQ(Content(directory / "a"), "on its thread again");
 }
 
-TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
+TEST(CopyWriter, FinishesItsWorkBeforeItDies)
 {
     const TempDirectory directory;
     {
@@ -147,7 +147,7 @@ TEST(CopyWriter, FinishesWhatItHasBegunBeforeItGoes)
         EXPECT_EQ(Content(directory / name), name);
 }
 
-TEST(CopyWriter, SaysWhatCameOfEachCopy)
+TEST(CopyWriter, ReportsTheOutcomeOfEachCopy)
 {
     const TempDirectory directory;
     std::vector<std::string> told;

@@ -70,7 +70,7 @@ TEST_F(EditorPage, ShowsTheDefaultsAtFirst)
     EXPECT_EQ(page.Values(), PreferenceValues());
 }
 
-TEST_F(EditorPage, GivesBackWhatItWasGivenAndTellsNobody)
+TEST_F(EditorPage, ReturnsItsValuesAndReportsNoChange)
 {
     page.SetValues(NothingAsByDefault());
     EXPECT_EQ(page.Values(), NothingAsByDefault());
@@ -81,7 +81,7 @@ TEST_F(EditorPage, GivesBackWhatItWasGivenAndTellsNobody)
     EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(EditorPage, TellsOfWhatTheUserChanges)
+TEST_F(EditorPage, ReportsChangesByTheUser)
 {
     Part<QSpinBox>("fontSize")->stepUp();
     EXPECT_EQ(changed.count(), 1);
@@ -99,7 +99,7 @@ TEST_F(EditorPage, TellsOfWhatTheUserChanges)
     EXPECT_TRUE(values.indentsWithTabs && values.wrapsLines && values.showsBlanks && !values.restoresSession);
 }
 
-TEST_F(EditorPage, ExchangesModifiersSoThatNoTwoAreTheSame)
+TEST_F(EditorPage, SwapsModifiersSoThatNoTwoAreTheSame)
 {
     QTest::keyClick(Part<QComboBox>("option"), Qt::Key_Up); // from Alt to Control
     EXPECT_EQ(page.Values().option, Modifier::Control);
@@ -112,7 +112,7 @@ TEST_F(EditorPage, ExchangesModifiersSoThatNoTwoAreTheSame)
     EXPECT_EQ(page.Values().option, Modifier::Control);
 }
 
-TEST_F(EditorPage, TakesAKeyThatIsTyped)
+TEST_F(EditorPage, TakesATypedKey)
 {
     page.show();
     QKeySequenceEdit* field = Field("Look up declaration", 1);
@@ -155,7 +155,7 @@ TEST_F(EditorPage, ShowsWhichCommandsHaveTheSameKey)
     EXPECT_EQ(Conflicts(), "");
 }
 
-TEST_F(EditorPage, RefusesAKeyThatTextsNeedAndSaysWhy)
+TEST_F(EditorPage, RefusesAKeyThatTypingNeedsAndSaysWhy)
 {
     page.show();
     for (const Qt::KeyboardModifier held : {Qt::NoModifier, Qt::ShiftModifier}) {
@@ -172,7 +172,7 @@ TEST_F(EditorPage, RefusesAKeyThatTextsNeedAndSaysWhy)
     EXPECT_EQ(Conflicts(), "");
 }
 
-TEST_F(EditorPage, ShowsWhichKeysAreTakenFromTheMenus)
+TEST_F(EditorPage, ShowsKeysThatHideMenuShortcuts)
 {
     page.SetMenuKeys({{"Find\u2026", QKeySequence("Ctrl+F")}, {"Close", QKeySequence("Ctrl+W")}});
     EXPECT_EQ(Conflicts(), "");

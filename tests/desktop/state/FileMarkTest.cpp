@@ -19,7 +19,7 @@ void TouchLater(const std::string& file)
 
 } // namespace
 
-TEST(FileMark, TellsWhetherAFileHoldsSomethingElse)
+TEST(FileMark, DetectsDifferentContent)
 {
     struct Case {
         const char* what;
@@ -50,14 +50,14 @@ TEST(FileMark, TellsWhetherAFileHoldsSomethingElse)
     }
 }
 
-TEST(FileMark, BelievesTheTextThatWasReadAndNotTheStamp)
+TEST(FileMark, TrustsTheTextThatWasReadRatherThanTheStamp)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("a", "written while it was read");
     EXPECT_TRUE(wren::HasChanged(file, wren::MarkOf(wren::StampOf(file), "text")));
 }
 
-TEST(FileMark, OfALargeFileIsItsStamp)
+TEST(FileMark, ALargeFileIsComparedByItsStamp)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("a", std::string(FileMark::kLargestCompared + 1, 'x'));
@@ -68,7 +68,7 @@ TEST(FileMark, OfALargeFileIsItsStamp)
     EXPECT_TRUE(wren::HasChanged(file, mark));
 }
 
-TEST(FileMark, OfNoFileChangesWhenThereIsOne)
+TEST(FileMark, AMissingFileChangesWhenItAppears)
 {
     const TempDirectory directory;
     EXPECT_FALSE(wren::HasChanged(directory / "a", FileMark()));

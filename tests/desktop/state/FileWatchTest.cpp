@@ -80,7 +80,7 @@ void Touch(const std::string& file)
 
 } // namespace
 
-TEST_F(FileWatch, TellsOfAChangeOnce)
+TEST_F(FileWatch, ReportsAChangeOnce)
 {
     Watched(1, "a.c", "old");
     Watched(2, "b.c", "old");
@@ -92,7 +92,7 @@ TEST_F(FileWatch, TellsOfAChangeOnce)
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
 }
 
-TEST_F(FileWatch, TellsOfAChangeOfTheSameSize)
+TEST_F(FileWatch, ReportsAChangeOfTheSameSize)
 {
     Touch(Watched(1, "a.c", "old"));
     const std::string file = directory.Write("a.c", "new");
@@ -100,7 +100,7 @@ TEST_F(FileWatch, TellsOfAChangeOfTheSameSize)
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
 }
 
-TEST_F(FileWatch, TellsOfAChangeBetweenReadingAndWatching)
+TEST_F(FileWatch, ReportsAChangeBetweenReadingAndWatching)
 {
     const std::string file = directory.Write("a.c", "old");
     const wren::FileStamp stamp = StampOf(file);
@@ -109,7 +109,7 @@ TEST_F(FileWatch, TellsOfAChangeBetweenReadingAndWatching)
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
 }
 
-TEST_F(FileWatch, FollowsAFileThatIsReplacedByARename)
+TEST_F(FileWatch, FollowsAFileReplacedByARename)
 {
     const std::string file = Watched(1, "a.c", "old");
     for (const char* text : {"first", "second text", "third"}) {
@@ -120,7 +120,7 @@ TEST_F(FileWatch, FollowsAFileThatIsReplacedByARename)
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
 }
 
-TEST_F(FileWatch, FollowsAFileOfWhichTheOldBecomesABackup)
+TEST_F(FileWatch, FollowsAFileWhoseOldVersionBecomesABackup)
 {
     const std::string file = Watched(1, "a.c", "old");
     fs::rename(file, file + "~");
@@ -132,7 +132,7 @@ TEST_F(FileWatch, FollowsAFileOfWhichTheOldBecomesABackup)
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
 }
 
-TEST_F(FileWatch, DoesNotTellOfOwnSaves)
+TEST_F(FileWatch, DoesNotReportOwnSaves)
 {
     const std::string file = Watched(1, "a.c", "old");
     std::string error;
@@ -143,7 +143,7 @@ TEST_F(FileWatch, DoesNotTellOfOwnSaves)
     EXPECT_THAT(Told(), ElementsAre("changed 1")) << "the new file is followed";
 }
 
-TEST_F(FileWatch, DoesNotTellOfTouchesNorOfTheSameContentWrittenAgain)
+TEST_F(FileWatch, IgnoresTouchesAndRewritesOfTheSameContent)
 {
     const std::string file = Watched(1, "a.c", "text");
     Touch(file);
@@ -156,7 +156,7 @@ TEST_F(FileWatch, DoesNotTellOfTouchesNorOfTheSameContentWrittenAgain)
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
 }
 
-TEST_F(FileWatch, TellsOfAFileThatGoesAndComesBack)
+TEST_F(FileWatch, ReportsAFileThatVanishesAndComesBack)
 {
     const std::string file = Watched(1, "a.c", "text");
     fs::remove(file);
@@ -170,7 +170,7 @@ TEST_F(FileWatch, TellsOfAFileThatGoesAndComesBack)
     EXPECT_THAT(Told(), ElementsAre("back 1", "changed 1"));
 }
 
-TEST_F(FileWatch, FindsAFileWhoseDirectoryWentAndCameBack)
+TEST_F(FileWatch, FindsAFileWhoseDirectoryVanishedAndCameBack)
 {
     const std::string file = Watched(1, "sub/deep/a.c", "text");
     fs::rename(directory / "sub", directory / "other");
@@ -183,7 +183,7 @@ TEST_F(FileWatch, FindsAFileWhoseDirectoryWentAndCameBack)
     EXPECT_THAT(Told(), ElementsAre("back 1"));
 }
 
-TEST_F(FileWatch, FollowsALinkToWhatItLeadsTo)
+TEST_F(FileWatch, FollowsALinkToItsTarget)
 {
     const TempDirectory target;
     target.Write("real.c", "old");
@@ -198,7 +198,7 @@ TEST_F(FileWatch, FollowsALinkToWhatItLeadsTo)
     EXPECT_THAT(Told(), ElementsAre("back 1"));
 }
 
-TEST_F(FileWatch, WaitsForAFileThatIsNotThereYet)
+TEST_F(FileWatch, WaitsForAMissingFile)
 {
     const std::string file = directory / "a.c";
     watch.Watch(1, file, {});
@@ -207,7 +207,7 @@ TEST_F(FileWatch, WaitsForAFileThatIsNotThereYet)
     EXPECT_THAT(Told(), ElementsAre("back 1", "changed 1"));
 }
 
-TEST_F(FileWatch, IsSilentAboutWhatIsNoLongerWatched)
+TEST_F(FileWatch, IsSilentAboutUnwatchedFiles)
 {
     const std::string file = Watched(1, "a.c", "old");
     watch.Unwatch(1);
@@ -227,7 +227,7 @@ TEST_F(FileWatch, TakesTheNewestFileOfADocument)
     EXPECT_THAT(Told(), ElementsAre("changed 1"));
 }
 
-TEST_F(FileWatch, LetsADocumentBeClosedWhenItIsTold)
+TEST_F(FileWatch, LetsAListenerCloseTheDocument)
 {
     const std::string file = Watched(1, "a.c", "old");
     QObject::connect(&watch, &wren::FileWatch::CameBack, [this](long document) { watch.Unwatch(document); });
@@ -239,7 +239,7 @@ TEST_F(FileWatch, LetsADocumentBeClosedWhenItIsTold)
     EXPECT_THAT(Told(), IsEmpty());
 }
 
-TEST_F(FileWatch, ChecksWhenAsked)
+TEST_F(FileWatch, ChecksOnRequest)
 {
     Watched(1, "a.c", "old");
     directory.Write("a.c", "new text");

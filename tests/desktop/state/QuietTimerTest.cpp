@@ -22,7 +22,7 @@ protected:
 
 } // namespace
 
-TEST_F(QuietTimer, TellsOnceWhenSomethingHasHappenedAndIsOver)
+TEST_F(QuietTimer, FiresOnceAfterAPause)
 {
     wren::QuietTimer timer(1ms, 24h);
     Count(timer);
@@ -35,7 +35,7 @@ TEST_F(QuietTimer, TellsOnceWhenSomethingHasHappenedAndIsOver)
     }
 }
 
-TEST_F(QuietTimer, DoesNotTellWhileThingsHappen)
+TEST_F(QuietTimer, DoesNotFireWhileEventsContinue)
 {
     wren::QuietTimer timer(1h, 24h);
     Count(timer);
@@ -47,7 +47,7 @@ TEST_F(QuietTimer, DoesNotTellWhileThingsHappen)
     EXPECT_TRUE(timer.IsWaiting());
 }
 
-TEST_F(QuietTimer, TellsInTheEndOfWhatHappensWithoutAPause)
+TEST_F(QuietTimer, FiresEventuallyWithoutAPause)
 {
     wren::QuietTimer timer(1h, 20ms);
     Count(timer);
@@ -58,7 +58,7 @@ TEST_F(QuietTimer, TellsInTheEndOfWhatHappensWithoutAPause)
     EXPECT_TRUE(QTest::qWaitFor(happens, kNever));
 }
 
-TEST_F(QuietTimer, WaitsLongerForWhatTakesLonger)
+TEST_F(QuietTimer, WaitsLongerForExpensiveWork)
 {
     wren::QuietTimer patient(1ms, 1ms);
     patient.Happened(24h);

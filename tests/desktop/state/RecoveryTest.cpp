@@ -51,7 +51,7 @@ std::vector<std::string> Described(const std::vector<UnsavedText>& texts)
 
 } // namespace
 
-TEST_F(Recovery, FindsWhatAKilledEditorHasLeft)
+TEST_F(Recovery, FindsTheTextsOfAKilledEditor)
 {
     InAKilledEditor([](wren::Recovery& editor) {
         editor.Keep(1, "/odd \xff.c", "first");
@@ -68,7 +68,7 @@ TEST_F(Recovery, FindsWhatAKilledEditorHasLeft)
     EXPECT_EQ(next.Left().size(), 2u) << "reading removes nothing";
 }
 
-TEST_F(Recovery, KnowsWhatACopyWasMadeFrom)
+TEST_F(Recovery, KnowsTheOriginalFileOfACopy)
 {
     const wren::FileMark was = {{true, 7, 3, 1'700'000'000'123'456'789}, "digest"};
     InAKilledEditor([&](wren::Recovery& editor) { editor.Keep(1, "/a.c", "text", was); });
@@ -82,7 +82,7 @@ TEST_F(Recovery, KnowsWhatACopyWasMadeFrom)
     EXPECT_EQ(next.Left()[1].was, wren::FileMark()) << "one that does not say";
 }
 
-TEST_F(Recovery, IsDoneWithWhatIsDiscarded)
+TEST_F(Recovery, ForgetsDiscardedTexts)
 {
     InAKilledEditor([](wren::Recovery& editor) {
         editor.Keep(1, "/a.c", "one");
@@ -98,7 +98,7 @@ TEST_F(Recovery, IsDoneWithWhatIsDiscarded)
     EXPECT_EQ(Directories(), 1u) << "its own";
 }
 
-TEST_F(Recovery, DoesNotTakeWhatARunningEditorKeeps)
+TEST_F(Recovery, LeavesTheTextsOfARunningEditorAlone)
 {
     wren::Recovery running;
     running.Keep(1, "/a.c", "text");
@@ -107,7 +107,7 @@ TEST_F(Recovery, DoesNotTakeWhatARunningEditorKeeps)
     EXPECT_THAT(running.Left(), IsEmpty());
 }
 
-TEST_F(Recovery, LeavesNothingAtARegularEnd)
+TEST_F(Recovery, LeavesNothingAfterARegularQuit)
 {
     {
         wren::Recovery editor;
@@ -117,7 +117,7 @@ TEST_F(Recovery, LeavesNothingAtARegularEnd)
     EXPECT_EQ(Directories(), 0u);
 }
 
-TEST_F(Recovery, RemovesWhatKilledEditorsWithoutCopiesHaveLeft)
+TEST_F(Recovery, RemovesLeftoversOfKilledEditorsWithoutCopies)
 {
     InAKilledEditor([](wren::Recovery&) {});
     EXPECT_EQ(Directories(), 1u);
@@ -127,7 +127,7 @@ TEST_F(Recovery, RemovesWhatKilledEditorsWithoutCopiesHaveLeft)
     EXPECT_EQ(Directories(), 0u);
 }
 
-TEST_F(Recovery, PassesOverDamagedCopiesAndNeverRemovesThem)
+TEST_F(Recovery, SkipsDamagedCopiesAndNeverRemovesThem)
 {
     InAKilledEditor([](wren::Recovery& editor) { editor.Keep(1, "/a.c", "good"); });
     const std::string directory = fs::directory_iterator(InState("recovery"))->path();
@@ -171,7 +171,7 @@ TEST_F(Recovery, SaysWhyNothingCanBeKept)
     EXPECT_THAT(homeless.Left(), IsEmpty());
 }
 
-TEST_F(Recovery, SaysWhatCameOfEachCopy)
+TEST_F(Recovery, ReportsTheOutcomeOfEachCopy)
 {
     std::vector<std::string> told;
     wren::Recovery editor(
@@ -188,7 +188,7 @@ TEST_F(Recovery, SaysWhatCameOfEachCopy)
     EXPECT_THAT(told, ElementsAre("12: ", "7: No such file or directory"));
 }
 
-TEST_F(Recovery, BeginsAgainOnceWhatWasInTheWayIsGone)
+TEST_F(Recovery, RetriesOnceTheObstacleIsGone)
 {
     const std::string inTheWay = home.Write(".local/state/wren/recovery", "in the way");
     wren::Recovery editor;
@@ -203,7 +203,7 @@ TEST_F(Recovery, BeginsAgainOnceWhatWasInTheWayIsGone)
     EXPECT_FALSE(editor.Retry()) << "nothing is wrong with it";
 }
 
-TEST_F(Recovery, BeginsAgainWhenItsDirectoryWasRemoved)
+TEST_F(Recovery, RecreatesItsRemovedDirectory)
 {
     wren::Recovery editor;
     editor.Keep(1, "/a.c", "text");

@@ -24,12 +24,12 @@ SessionState Full()
 
 } // namespace
 
-TEST_F(Session, IsEmptyWhereNoneWasSaved)
+TEST_F(Session, IsEmptyWhenNoneWasSaved)
 {
     EXPECT_EQ(wren::LoadSession(), SessionState());
 }
 
-TEST_F(Session, ComesBackAsItWasSavedWithPathsOfAnyBytes)
+TEST_F(Session, KeepsPathsOfAnyBytes)
 {
     std::string error;
     ASSERT_TRUE(wren::SaveSession(Full(), &error)) << error;
@@ -56,7 +56,7 @@ TEST_F(Session, IsEmptyWhenItsFileIsDamaged)
     }
 }
 
-TEST_F(Session, PointsAtNoFileThatItDoesNotHave)
+TEST_F(Session, HasNoCurrentFileBeyondItsFiles)
 {
     home.Write(".local/state/wren/session.json",
                R"({"files": [{"path": "/a", "caret": -5, "firstLine": -1}], "current": 1})");
@@ -76,7 +76,7 @@ TEST_F(Session, SaysWhyItCannotBeSaved)
     EXPECT_THAT(error, HasSubstr("home"));
 }
 
-TEST(RecentFiles, AreTheNewestFirstAndEachOnce)
+TEST(RecentFiles, ListTheNewestFirstWithoutDuplicates)
 {
     SessionState state;
     for (const char* path : {"/a", "/b", "/a"})

@@ -69,14 +69,14 @@ TEST_F(WorksheetRunner, RunsLinesInTheirDirectory)
     EXPECT_EQ(output, directory.Path() + "\nsecond\n");
 }
 
-TEST_F(WorksheetRunner, TellsOutputAndErrorsInTheirOrderAsBytes)
+TEST_F(WorksheetRunner, PassesOutputAndErrorsOnInOrderAsBytes)
 {
     Run("echo a; echo b >&2; printf 'c\\000\\377'; echo '\xfe'");
     EXPECT_EQ(Status(), 0);
     EXPECT_EQ(output, std::string("a\nb\nc\0\xff\xfe\n", 9));
 }
 
-TEST_F(WorksheetRunner, TellsTheStatus)
+TEST_F(WorksheetRunner, ReportsTheStatus)
 {
     const struct {
         const char* why;
@@ -97,14 +97,14 @@ TEST_F(WorksheetRunner, TellsTheStatus)
     }
 }
 
-TEST_F(WorksheetRunner, GivesLinesNothingToRead)
+TEST_F(WorksheetRunner, GivesLinesNoInput)
 {
     Run("cat; read answer || echo none");
     EXPECT_EQ(Status(), 0);
     EXPECT_EQ(output, "none\n");
 }
 
-TEST_F(WorksheetRunner, StreamsWhatIsWrittenWhileItRuns)
+TEST_F(WorksheetRunner, StreamsOutputWhileItRuns)
 {
     Run("mkfifo gate; echo first; read line < gate; echo $line");
     Expect("first\n");
@@ -114,14 +114,14 @@ TEST_F(WorksheetRunner, StreamsWhatIsWrittenWhileItRuns)
     EXPECT_EQ(output, "first\nsecond\n");
 }
 
-TEST_F(WorksheetRunner, TellsAllOfALargeOutput)
+TEST_F(WorksheetRunner, PassesAllOfALargeOutputOn)
 {
     Run("head -c 3000000 /dev/zero | tr '\\000' x");
     EXPECT_EQ(Status(), 0);
     EXPECT_EQ(output, std::string(3'000'000, 'x'));
 }
 
-TEST_F(WorksheetRunner, RunsOneThingAtATime)
+TEST_F(WorksheetRunner, RunsOneCommandAtATime)
 {
     Run("echo ready; sleep 1000");
     EXPECT_FALSE(runner->Run("echo other", directory.Path()));
@@ -146,7 +146,7 @@ TEST_F(WorksheetRunner, StopsTheWholeGroup)
     runner.reset();
 }
 
-TEST_F(WorksheetRunner, MakesWhatDoesNotEndEnd)
+TEST_F(WorksheetRunner, KillsACommandThatIgnoresTheStop)
 {
     Run("trap '' TERM; echo ready; while true; do sleep 1000; done");
     Expect("ready\n");
@@ -159,7 +159,7 @@ TEST_F(WorksheetRunner, MakesWhatDoesNotEndEnd)
     EXPECT_GE(taken.elapsed(), 1900);
 }
 
-TEST_F(WorksheetRunner, MakesChildrenEndThatOutliveTheShell)
+TEST_F(WorksheetRunner, EndsChildrenThatOutliveTheShell)
 {
     Run("(trap '' TERM; echo $(exec sh -c 'echo $PPID'); exec 3> life; while true; do sleep 1000; done) & mkfifo gate; "
         "read x < gate");
@@ -178,7 +178,7 @@ TEST_F(WorksheetRunner, MakesChildrenEndThatOutliveTheShell)
     EXPECT_FALSE(IsAlive(child));
 }
 
-TEST_F(WorksheetRunner, StopsWhatRunsWhenItGoes)
+TEST_F(WorksheetRunner, StopsTheCommandWhenItDies)
 {
     Run("trap '' TERM; echo $$; while true; do sleep 1000; done");
     Expect("\n");
@@ -187,14 +187,14 @@ TEST_F(WorksheetRunner, StopsWhatRunsWhenItGoes)
     EXPECT_FALSE(IsAlive(shell));
 }
 
-TEST_F(WorksheetRunner, SaysThatTheDirectoryIsNotThere)
+TEST_F(WorksheetRunner, ReportsAMissingDirectory)
 {
     EXPECT_TRUE(runner->Run("echo never", directory / "gone"));
     EXPECT_EQ(Status(), 126);
     EXPECT_EQ(output, "wren: cannot go to " + (directory / "gone") + ": No such file or directory\n");
 }
 
-TEST_F(WorksheetRunner, SaysThatTheLinesAreTooLong)
+TEST_F(WorksheetRunner, ReportsLinesThatAreTooLong)
 {
     Run("# " + std::string(1'000'000, 'x'));
     EXPECT_EQ(Status(), 126);

@@ -101,7 +101,7 @@ std::string CommonBeginning(const std::vector<std::string>& names)
 
 } // namespace
 
-TEST_F(CompleteHeaders, TheListWhileTypingIsWhatAnotherProgramReads)
+TEST_F(CompleteHeaders, TheListWhileTypingAgreesWithAnIndependentReader)
 {
     std::vector<ExpectedLookup> lookups = ExpectedLookups(EXPECTED_COMPLETIONS);
     ASSERT_EQ(lookups.size(), 100u);
@@ -133,7 +133,7 @@ TEST_F(CompleteHeaders, TheListWhileTypingIsWhatAnotherProgramReads)
     std::cout << lists << " lists compared\n";
 }
 
-TEST_F(CompleteHeaders, TheCommandLineAsksAsTypingDoes)
+TEST_F(CompleteHeaders, TheCommandLineOffersTheSameAsTyping)
 {
     const std::vector<ExpectedLookup> lookups = ExpectedLookups(EXPECTED_COMPLETIONS);
     constexpr size_t kStep = 20 * kLookupStep; // a load each
@@ -147,7 +147,7 @@ TEST_F(CompleteHeaders, TheCommandLineAsksAsTypingDoes)
     }
 }
 
-TEST_F(CompleteHeaders, TheCommandOffersWhatAnotherProgramReads)
+TEST_F(CompleteHeaders, TheCommandAgreesWithAnIndependentReader)
 {
     std::vector<ExpectedLookup> lookups = ExpectedLookups(EXPECTED_CANDIDATES);
     // Where the candidates go on alike there is no list.

@@ -25,7 +25,7 @@ Tags TagsFor(const std::string& pattern)
 
 } // namespace
 
-TEST(CompletionHeaders, WhatTypingOffersIsWhatAnotherProgramReads)
+TEST(CompletionHeaders, TypingAgreesWithAnIndependentReader)
 {
     const std::vector<ExpectedLookup> lookups = ExpectedLookups();
     ASSERT_EQ(lookups.size(), 100u);
@@ -49,7 +49,7 @@ TEST(CompletionHeaders, WhatTypingOffersIsWhatAnotherProgramReads)
     std::cout << names << " names compared\n";
 }
 
-TEST(CompletionHeaders, WhatTheCommandOffersIsWhatAnotherProgramReads)
+TEST(CompletionHeaders, TheCommandAgreesWithAnIndependentReader)
 {
     const std::vector<ExpectedLookup> lookups = ExpectedLookups(EXPECTED_CANDIDATES);
     ASSERT_EQ(lookups.size(), 20u);

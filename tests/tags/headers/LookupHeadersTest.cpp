@@ -37,7 +37,7 @@ std::string WithoutItems(const std::string& output)
 
 } // namespace
 
-TEST(LookupHeaders, EveryMatchIsWhatAnotherProgramReads)
+TEST(LookupHeaders, EveryMatchAgreesWithAnIndependentReader)
 {
     const TempDirectory empty;
     const std::vector<ExpectedLookup> lookups = ExpectedLookups();

@@ -34,7 +34,7 @@ std::vector<std::string> Found(const std::string& pattern)
 
 } // namespace
 
-TEST(RealHeaders, EveryMatchIsWhatAnotherProgramReads)
+TEST(RealHeaders, EveryMatchAgreesWithAnIndependentReader)
 {
     const std::vector<ExpectedLookup> lookups = ExpectedLookups();
     ASSERT_EQ(lookups.size(), 200u);

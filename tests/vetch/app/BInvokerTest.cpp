@@ -48,7 +48,7 @@ TEST_F(BInvokerTest, PostsACopyOfItsMessageEachTime)
     EXPECT_THAT(Settled(), ElementsAre("looper 1", "looper 1"));
 }
 
-TEST_F(BInvokerTest, PostsAnotherMessageWhenThatIsGiven)
+TEST_F(BInvokerTest, PostsAnotherMessageOnRequest)
 {
     invoker.SetMessage(new BMessage(1));
     invoker.SetTarget(looper);
@@ -67,7 +67,7 @@ TEST_F(BInvokerTest, PostsToAHandlerOfALooper)
     EXPECT_THAT(Settled(), ElementsAre("view 1"));
 }
 
-TEST_F(BInvokerTest, DoesNothingWithoutMessageOrLiveTarget)
+TEST_F(BInvokerTest, DoesNothingWithoutAMessageOrALiveTarget)
 {
     invoker.SetTarget(looper);
     EXPECT_EQ(invoker.Invoke(), B_ERROR) << "no message";
@@ -89,7 +89,7 @@ TEST_F(BInvokerTest, DoesNothingWithoutMessageOrLiveTarget)
     EXPECT_EQ(invoker.Invoke(), B_ERROR) << "the target is dead";
 }
 
-TEST_F(BInvokerTest, AMessengerReachesWhatLivesAndNothingElse)
+TEST_F(BInvokerTest, AMessengerReachesLiveHandlersOnly)
 {
     auto* mortal = new TestLooper("mortal", log);
     mortal->Run();

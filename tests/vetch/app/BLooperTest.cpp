@@ -30,7 +30,7 @@ protected:
     BApplication application;
 };
 
-TEST_F(BLooperTest, DispatchesInTheOrderOfPostsIncludingThoseBeforeItRan)
+TEST_F(BLooperTest, DispatchesInOrderIncludingPostsBeforeItRan)
 {
     auto* looper = new TestLooper("a", log);
     looper->PostMessage(1);
@@ -55,7 +55,7 @@ TEST_F(BLooperTest, RunningAgainChangesNothing)
     looper->Quit();
 }
 
-TEST_F(BLooperTest, DispatchesOnAThreadOfItsOwnWithItsLockHeld)
+TEST_F(BLooperTest, DispatchesOnItsOwnThreadWithItsLockHeld)
 {
     auto* looper = new TestLooper("a", log);
     std::thread::id thread;
@@ -96,7 +96,7 @@ TEST_F(BLooperTest, TakesPostsFromManyThreadsAndKeepsTheOrderOfEach)
     looper->Quit();
 }
 
-TEST_F(BLooperTest, CopiesWhatIsPosted)
+TEST_F(BLooperTest, CopiesPostedMessages)
 {
     auto* looper = new TestLooper("a", log);
     int32 received = 0;
@@ -114,7 +114,7 @@ TEST_F(BLooperTest, CopiesWhatIsPosted)
     looper->Quit();
 }
 
-TEST_F(BLooperTest, PostsToAHandlerOfItsOwn)
+TEST_F(BLooperTest, PostsToItsOwnHandlers)
 {
     auto* looper = new TestLooper("a", log);
     Receiver receiver("receiver", log);
@@ -130,7 +130,7 @@ TEST_F(BLooperTest, PostsToAHandlerOfItsOwn)
     EXPECT_EQ(receiver.Looper(), nullptr) << "its looper is gone";
 }
 
-TEST_F(BLooperTest, DropsMessagesForHandlersThatDiedOrMovedAway)
+TEST_F(BLooperTest, DropsMessagesForHandlersThatDiedOrMoved)
 {
     auto* looper = new TestLooper("a", log);
     auto* other = new TestLooper("b", log);
@@ -171,7 +171,7 @@ TEST_F(BLooperTest, AHandlerThatDiesInADispatchMissesTheRest)
     looper->Quit();
 }
 
-TEST_F(BLooperTest, IsFoundByItsTokenAsLongAsItLives)
+TEST_F(BLooperTest, IsFoundByItsTokenWhileItLives)
 {
     auto* first = new TestLooper("a", log);
     auto* second = new TestLooper("b", log);
@@ -184,7 +184,7 @@ TEST_F(BLooperTest, IsFoundByItsTokenAsLongAsItLives)
     second->Quit();
 }
 
-TEST_F(BLooperTest, AMessageThatEndsInAnExceptionIsGivenUpAndTheNextOneComes)
+TEST_F(BLooperTest, AnExceptionDropsOneMessageAndTheNextIsDispatched)
 {
     auto* looper = new TestLooper("a", log);
     looper->On(1, [](BMessage&) { throw std::runtime_error("too much"); });

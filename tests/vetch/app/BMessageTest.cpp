@@ -18,7 +18,7 @@ std::string String(const BMessage& message, const char* name)
     return value;
 }
 
-TEST(BMessage, CarriesEveryType)
+TEST(BMessage, HoldsEveryType)
 {
     BMessage message(FourCC("Test"));
     const EntryRef ref("/usr/include/stdio.h");
@@ -62,7 +62,7 @@ TEST(BMessage, KeepsSeveralValuesOfANameInTheirOrder)
     EXPECT_TRUE(found == second);
 }
 
-TEST(BMessage, AFindThatFailsLeavesItsOutputAlone)
+TEST(BMessage, AFailedFindLeavesItsOutputUnchanged)
 {
     BMessage message;
     message.AddInt32("number", 4);
@@ -134,7 +134,7 @@ TEST(BMessage, NestedMessagesAreCopiedWhenTheyAreAdded)
     EXPECT_EQ(String(found, "text"), "untouched");
 }
 
-TEST(BMessage, MayBeReplacedByTheMessageInIt)
+TEST(BMessage, MayBeAssignedItsOwnNestedMessage)
 {
     BMessage inner(1);
     inner.AddInt32("number", 6);

@@ -69,7 +69,7 @@ protected:
     bool running = true;
 };
 
-TEST_F(FilterTest, SeeAMessageBeforeItsHandlerInTheOrderInWhichTheyCame)
+TEST_F(FilterTest, FiltersRunBeforeTheHandlerInInsertionOrder)
 {
     view.AddFilter(new LoggedFilter("first", log));
     view.AddFilter(new LoggedFilter("second", log));
@@ -77,26 +77,26 @@ TEST_F(FilterTest, SeeAMessageBeforeItsHandlerInTheOrderInWhichTheyCame)
     EXPECT_THAT(Post(&view), ElementsAre("first 1", "second 1", "view 1"));
 }
 
-TEST_F(FilterTest, MayStopAMessage)
+TEST_F(FilterTest, AFilterMayStopAMessage)
 {
     view.AddFilter(new LoggedFilter("first", log, B_SKIP_MESSAGE));
     view.AddFilter(new LoggedFilter("second", log));
     EXPECT_THAT(Post(&view), ElementsAre("first 1"));
 }
 
-TEST_F(FilterTest, OfAHandlerLeaveOthersAlone)
+TEST_F(FilterTest, AHandlersFilterIgnoresOtherHandlers)
 {
     other.AddFilter(new LoggedFilter("filter", log, B_SKIP_MESSAGE));
     EXPECT_THAT(Post(&view), ElementsAre("view 1"));
 }
 
-TEST_F(FilterTest, OfALooperSeeWhatIsPostedToIt)
+TEST_F(FilterTest, ALoopersFilterSeesItsMessages)
 {
     looper->AddFilter(new LoggedFilter("filter", log));
     EXPECT_THAT(Post(nullptr), ElementsAre("filter 1", "looper 1"));
 }
 
-TEST_F(FilterTest, MaySendAMessageElsewhere)
+TEST_F(FilterTest, AFilterMayRedirectAMessage)
 {
     view.AddFilter(new LoggedFilter("first", log, B_DISPATCH_MESSAGE, &other));
     view.AddFilter(new LoggedFilter("second", log));
@@ -104,14 +104,14 @@ TEST_F(FilterTest, MaySendAMessageElsewhere)
     EXPECT_THAT(Post(&view), ElementsAre("first 1", "others 1", "other 1"));
 }
 
-TEST_F(FilterTest, ThatSendAMessageToAndFroEndThere)
+TEST_F(FilterTest, FiltersThatRedirectInACircleStop)
 {
     view.AddFilter(new LoggedFilter("to", log, B_DISPATCH_MESSAGE, &other));
     other.AddFilter(new LoggedFilter("fro", log, B_DISPATCH_MESSAGE, &view));
     EXPECT_THAT(Post(&view), ElementsAre("to 1", "fro 1", "view 1"));
 }
 
-TEST_F(FilterTest, CannotSendAMessageToAnotherLoopersHandler)
+TEST_F(FilterTest, AFilterCannotRedirectToAnotherLoopersHandler)
 {
     auto* stranger = new TestLooper("stranger", log);
     view.AddFilter(new LoggedFilter("filter", log, B_DISPATCH_MESSAGE, stranger));
@@ -119,7 +119,7 @@ TEST_F(FilterTest, CannotSendAMessageToAnotherLoopersHandler)
     stranger->Quit();
 }
 
-TEST_F(FilterTest, DieWithTheirHandler)
+TEST_F(FilterTest, FiltersDieWithTheirHandler)
 {
     looper->AddFilter(new LoggedFilter("filter", log));
     looper->Quit();

@@ -86,7 +86,7 @@ TEST_F(LockTest, FailsOnceQuitIsAccepted)
     EXPECT_THAT(log.Lines(), ElementsAre("a 1", "a accepted", "a destroyed"));
 }
 
-TEST_F(LockTest, WhoWaitsForItWhenQuitIsAcceptedIsTurnedAway)
+TEST_F(LockTest, WaitersFailOnceQuitIsAccepted)
 {
     for (int round = 0; round < 100; ++round) {
         TestLooper* looper = RunningLooper();
@@ -132,7 +132,7 @@ TEST_F(LockTest, ALooperIsNotDestroyedWhileAnotherThreadHoldsItsLock)
     vetch::JoinThreads();
 }
 
-TEST_F(LockTest, AMakerThatHoldsItWhileTheLooperStartsMayGoOnUsingIt)
+TEST_F(LockTest, AMakerMayUseTheLooperWhileItHoldsTheLock)
 {
     std::atomic<BLooper*> published = nullptr;
     Gate running;
@@ -154,7 +154,7 @@ TEST_F(LockTest, AMakerThatHoldsItWhileTheLooperStartsMayGoOnUsingIt)
     EXPECT_THAT(log.Lines(), ElementsAre("a accepted", "a destroyed"));
 }
 
-TEST_F(LockTest, IsToBeHadOnTheDocumentThreadOnlyForOneThatTheApplicationServes)
+TEST_F(LockTest, OnlyTheDocumentThreadLocksALooperThatTheApplicationServes)
 {
     auto* looper = new TestLooper("a", log, vetch::Service::Application);
     EXPECT_TRUE(looper->Lock());

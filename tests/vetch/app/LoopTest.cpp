@@ -48,7 +48,7 @@ TEST_F(LoopTest, OnlyTheThreadThatMadeTheApplicationIsTheDocumentThread)
     EXPECT_FALSE(elsewhere);
 }
 
-TEST_F(LoopTest, TheApplicationDispatchesWhenItIsToldTo)
+TEST_F(LoopTest, TheApplicationDispatchesOnRequest)
 {
     host.PostMessage(1);
     RunOnThread([this] { host.PostMessage(2); });
@@ -58,7 +58,7 @@ TEST_F(LoopTest, TheApplicationDispatchesWhenItIsToldTo)
     EXPECT_THAT(log.Lines(), ElementsAre("host 1", "host 2"));
 }
 
-TEST_F(LoopTest, RunPendingGoesOnUntilNothingIsLeft)
+TEST_F(LoopTest, RunPendingDispatchesUntilNothingIsLeft)
 {
     host.then = [this](uint32 what) {
         if (what < 3)
@@ -81,7 +81,7 @@ TEST_F(LoopTest, WindowsThatTheApplicationServesShareItsOrder)
     document->Quit();
 }
 
-TEST_F(LoopTest, SettleFollowsAMessageWhereverItGoes)
+TEST_F(LoopTest, SettleFollowsAMessageAcrossLoopers)
 {
     auto* looper = new TestLooper("a", log);
     looper->On(1, [this](BMessage&) { host.PostMessage(2); });
@@ -107,7 +107,7 @@ TEST_F(LoopTest, SettleDoesNotWaitForLoopersThatNeverRan)
     looper->Quit();
 }
 
-TEST_F(LoopTest, WhatIsForTheDocumentThreadWaitsForThePluginCallToReturn)
+TEST_F(LoopTest, DocumentMessagesWaitForThePluginCallToReturn)
 {
     auto* looper = new TestLooper("a", log);
     looper->Run();
@@ -139,7 +139,7 @@ TEST_F(LoopTest, AQuitInsideAPluginCallDestroysAtOnce)
     EXPECT_THAT(log.Lines(), ElementsAre("a accepted", "a destroyed"));
 }
 
-TEST_F(LoopTest, WakesTheHostForItsMessagesAndForWhatHasEnded)
+TEST_F(LoopTest, WakesTheHostForMessagesAndEndedLoopers)
 {
     std::atomic<int> woken = 0;
     Gate ended;
@@ -175,7 +175,7 @@ TEST_F(LoopTest, WakesTheHostAgainWhenAPluginCallKeptItFromRunning)
     EXPECT_EQ(woken, 2);
 }
 
-TEST_F(LoopTest, ModifiersAreSeenOnEveryThread)
+TEST_F(LoopTest, EveryThreadSeesTheModifiers)
 {
     EXPECT_EQ(modifiers(), 0u);
     vetch::SetModifiers(B_SHIFT_KEY | B_OPTION_KEY);

@@ -27,7 +27,7 @@ protected:
     OwnApplication application;
 };
 
-TEST_F(QuitLoopersTest, QuitsTheLibrarysAndLeavesTheOthers)
+TEST_F(QuitLoopersTest, QuitsOnlyTheLoopersOfTheLibrary)
 {
     (new TestLooper("running", log))->Run();
     new TestLooper("never ran", log);
@@ -43,7 +43,7 @@ TEST_F(QuitLoopersTest, QuitsTheLibrarysAndLeavesTheOthers)
     strange->Quit();
 }
 
-TEST_F(QuitLoopersTest, KnowsNothingOfAnAddressInNoLibrary)
+TEST_F(QuitLoopersTest, IgnoresAnAddressOutsideLibraries)
 {
     auto* looper = new TestLooper("a", log);
     vetch::QuitLoopersOf(looper);
@@ -52,7 +52,7 @@ TEST_F(QuitLoopersTest, KnowsNothingOfAnAddressInNoLibrary)
     looper->Quit();
 }
 
-TEST_F(QuitLoopersTest, QuitsWhatIsMadeMeanwhile)
+TEST_F(QuitLoopersTest, QuitsLoopersMadeMeanwhile)
 {
     auto* maker = new TestLooper("maker", log);
     Gate dispatching;
@@ -73,7 +73,7 @@ TEST_F(QuitLoopersTest, QuitsWhatIsMadeMeanwhile)
     EXPECT_THAT(vetch::Loopers(), ElementsAre(application.LooperToken()));
 }
 
-TEST_F(QuitLoopersTest, DoesNotWaitForAnotherThreadsThatHasNotRunYetButItNeverRuns)
+TEST_F(QuitLoopersTest, DoesNotWaitForAnotherThreadsLooperThatNeverRan)
 {
     Gate isMade, isQuit;
     RunOnThread([&] {

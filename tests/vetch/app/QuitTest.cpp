@@ -19,7 +19,7 @@ protected:
     TestLooper* looper = new TestLooper("a", log);
 };
 
-TEST_F(QuitTest, OnItsOwnThreadEndsAfterTheMessageAndTheDocumentThreadDestroysIt)
+TEST_F(QuitTest, ALooperQuitOnItsOwnThreadFinishesItsMessageFirst)
 {
     looper->On(1, [&](BMessage&) {
         looper->Quit();
@@ -33,7 +33,7 @@ TEST_F(QuitTest, OnItsOwnThreadEndsAfterTheMessageAndTheDocumentThreadDestroysIt
     EXPECT_THAT(log.Lines(), ElementsAre("a 1", "a accepted", "still there", "a destroyed"));
 }
 
-TEST_F(QuitTest, OnTheDocumentThreadARunningOneIsGoneWhenTheCallReturns)
+TEST_F(QuitTest, TheDocumentThreadDestroysARunningLooperBeforeTheCallReturns)
 {
     Gate dispatching;
     looper->On(1, [&](BMessage&) { dispatching.Open(); });
@@ -46,7 +46,7 @@ TEST_F(QuitTest, OnTheDocumentThreadARunningOneIsGoneWhenTheCallReturns)
     EXPECT_EQ(log.Count("a destroyed"), 1u);
 }
 
-TEST_F(QuitTest, OnTheDocumentThreadADispatchThatIsUnderWayIsFinishedFirst)
+TEST_F(QuitTest, TheDocumentThreadWaitsForADispatchUnderWay)
 {
     Gate dispatching;
     looper->On(1, [&](BMessage&) {
@@ -63,14 +63,14 @@ TEST_F(QuitTest, OnTheDocumentThreadADispatchThatIsUnderWayIsFinishedFirst)
     EXPECT_THAT(log.Lines(), ElementsAre("a 1", "a accepted", "finished", "a destroyed"));
 }
 
-TEST_F(QuitTest, OnTheDocumentThreadItsOwnThatNeverRanIsDestroyedAtOnce)
+TEST_F(QuitTest, TheDocumentThreadDestroysItsOwnLooperThatNeverRanAtOnce)
 {
     looper->PostMessage(1);
     looper->Quit();
     EXPECT_THAT(log.Lines(), ElementsAre("a accepted", "a destroyed"));
 }
 
-TEST_F(QuitTest, OneThatNeverRanMayBeDeletedByItsOwner)
+TEST_F(QuitTest, ALooperThatNeverRanMayBeDeletedByItsOwner)
 {
     looper->PostMessage(1);
     delete looper;
@@ -79,7 +79,7 @@ TEST_F(QuitTest, OneThatNeverRanMayBeDeletedByItsOwner)
     looper = nullptr;
 }
 
-TEST_F(QuitTest, OnTheDocumentThreadAnothersThatNeverRanWaitsForItsMaker)
+TEST_F(QuitTest, TheDocumentThreadLeavesAnotherThreadsLooperThatNeverRanToItsMaker)
 {
     looper->Quit();
     TestLooper* made = nullptr;
@@ -104,7 +104,7 @@ TEST_F(QuitTest, OnTheDocumentThreadAnothersThatNeverRanWaitsForItsMaker)
     EXPECT_THAT(log.Lines(), ElementsAre("a accepted", "a destroyed", "maker", "b accepted", "b destroyed"));
 }
 
-TEST_F(QuitTest, AMakerMayQuitTheOneThatTheDocumentThreadHasMarked)
+TEST_F(QuitTest, AMakerMayQuitALooperThatTheDocumentThreadHasMarked)
 {
     Gate isMade, isQuit;
     RunOnThread([&, old = looper] {
@@ -122,7 +122,7 @@ TEST_F(QuitTest, AMakerMayQuitTheOneThatTheDocumentThreadHasMarked)
     EXPECT_THAT(log.Lines(), ElementsAre("b accepted", "b destroyed", "a accepted", "a destroyed"));
 }
 
-TEST_F(QuitTest, WhatAnEndedThreadMadeAndLeftBehindBelongsToTheDocumentThread)
+TEST_F(QuitTest, LoopersOfAnEndedThreadBelongToTheDocumentThread)
 {
     looper->Quit();
     TestLooper* marked = nullptr;
@@ -145,7 +145,7 @@ TEST_F(QuitTest, WhatAnEndedThreadMadeAndLeftBehindBelongsToTheDocumentThread)
     EXPECT_EQ(log.Count("forgotten destroyed"), 1u);
 }
 
-TEST_F(QuitTest, OnAnotherThreadARunningOneIsLeftToTheDocumentThread)
+TEST_F(QuitTest, AnotherThreadLeavesARunningLooperToTheDocumentThread)
 {
     looper->Run();
     RunOnThread([this] { looper->Quit(); });
@@ -155,7 +155,7 @@ TEST_F(QuitTest, OnAnotherThreadARunningOneIsLeftToTheDocumentThread)
     EXPECT_THAT(log.Lines(), ElementsAre("a accepted", "a destroyed"));
 }
 
-TEST_F(QuitTest, OnAnotherThreadTheDocumentThreadsThatNeverRanIsLeftToTheDocumentThread)
+TEST_F(QuitTest, AnotherThreadLeavesADocumentLooperThatNeverRanToTheDocumentThread)
 {
     RunOnThread([this] { looper->Quit(); });
     vetch::JoinThreads();
@@ -165,7 +165,7 @@ TEST_F(QuitTest, OnAnotherThreadTheDocumentThreadsThatNeverRanIsLeftToTheDocumen
     EXPECT_THAT(log.Lines(), ElementsAre("a accepted", "a destroyed"));
 }
 
-TEST_F(QuitTest, OnItsMakersThreadOneThatNeverRanIsLeftToTheDocumentThread)
+TEST_F(QuitTest, AMakersThreadLeavesALooperThatNeverRanToTheDocumentThread)
 {
     looper->Quit();
     RunOnThread([this] { (new TestLooper("b", log))->Quit(); });
@@ -174,7 +174,7 @@ TEST_F(QuitTest, OnItsMakersThreadOneThatNeverRanIsLeftToTheDocumentThread)
     EXPECT_THAT(log.Lines(), ElementsAre("a accepted", "a destroyed", "b accepted", "b destroyed"));
 }
 
-TEST_F(QuitTest, RequestsFromAllSidesMerge)
+TEST_F(QuitTest, ConcurrentRequestsMerge)
 {
     for (int round = 0; round < 50; ++round) {
         auto* made = new TestLooper("b", log);
@@ -211,7 +211,7 @@ TEST_F(QuitTest, ALooperCanQuitAnother)
     other->Quit();
 }
 
-TEST_F(QuitTest, ARequestIsAskedAbout)
+TEST_F(QuitTest, ARequestAsksTheLooperFirst)
 {
     looper->agreesToQuit = false;
     looper->On(1, [this](BMessage&) { looper->agreesToQuit = true; });
@@ -246,7 +246,7 @@ TEST_F(QuitTest, PostsAreRefusedAfterwards)
     EXPECT_THAT(log.Lines(), ElementsAre("a 1", "a accepted", "a destroyed"));
 }
 
-TEST_F(QuitTest, OneThatTheApplicationServesIsDestroyedAtOnceOutsideItsDispatchAndAfterItInside)
+TEST_F(QuitTest, AServedLooperIsDestroyedAtOnceOrAfterItsDispatch)
 {
     looper->Quit();
     auto* outside = new TestLooper("outside", log, vetch::Service::Application);
@@ -269,7 +269,7 @@ TEST_F(QuitTest, OneThatTheApplicationServesIsDestroyedAtOnceOutsideItsDispatchA
     EXPECT_EQ(log.Lines().back(), "inside destroyed");
 }
 
-TEST_F(QuitTest, OneThatTheApplicationServesMayBeQuitFromAnotherThread)
+TEST_F(QuitTest, AServedLooperMayBeQuitFromAnotherThread)
 {
     looper->Quit();
     auto* served = new TestLooper("served", log, vetch::Service::Application);
@@ -292,7 +292,7 @@ TEST_F(QuitTest, TheApplicationStaysUntilItsMakerDestroysIt)
     EXPECT_FALSE(application.Lock());
 }
 
-TEST(BApplication, TakesAlongWhatHasEndedWhenItIsDestroyed)
+TEST(BApplication, DestroysEndedLoopersWithItself)
 {
     Log log;
     {
@@ -309,7 +309,7 @@ TEST(BApplication, TakesAlongWhatHasEndedWhenItIsDestroyed)
 }
 
 #ifndef NDEBUG
-TEST_F(QuitTest, OnTheDocumentThreadIsAnErrorWhileAnyLockIsHeldThere)
+TEST_F(QuitTest, QuittingOnTheDocumentThreadWithALockHeldIsAnError)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     BLocker locker;

@@ -129,7 +129,7 @@ void MakeAndLeave(Totals& totals, int round)
     vetch::PostToHandler(token, BMessage(B_QUIT_REQUESTED));
 }
 
-TEST(Stress, TenThousandLoopersAreOpenedFilledAndQuitFromAllSidesAtOnce)
+TEST(Stress, TenThousandLoopersSurviveConcurrentUse)
 {
     constexpr int kWorkers = 2, kWorkersRounds = 2500, kRounds = 5000;
     Totals totals;

@@ -69,7 +69,7 @@ std::vector<std::string> Session()
     return log.Lines();
 }
 
-TEST_F(TurnsTest, GiveTheSameOrderEveryTime)
+TEST_F(TurnsTest, TurnsGiveTheSameOrderEveryTime)
 {
     const std::vector<std::string> expected = {
         "a 1",        "host 5",      "b 6",         "b 10",       "host 11",     "c 12", "d 20",
@@ -80,7 +80,7 @@ TEST_F(TurnsTest, GiveTheSameOrderEveryTime)
         ASSERT_EQ(Session(), expected) << "round " << round;
 }
 
-TEST_F(TurnsTest, NothingMovesOutsideSettle)
+TEST_F(TurnsTest, LoopersRunOnlyInsideSettle)
 {
     Log log;
     Host host(log);
@@ -95,7 +95,7 @@ TEST_F(TurnsTest, NothingMovesOutsideSettle)
     looper->Quit();
 }
 
-TEST_F(TurnsTest, ALooperThatWaitsForItsTurnCanBeQuitFromTheDocumentThread)
+TEST_F(TurnsTest, TheDocumentThreadMayQuitALooperThatWaitsForItsTurn)
 {
     Log log;
     Host host(log);
@@ -113,7 +113,7 @@ TEST_F(TurnsTest, ALooperThatWaitsForItsTurnCanBeQuitFromTheDocumentThread)
     other->Quit();
 }
 
-TEST_F(TurnsTest, ALooperThatQuitsFromElsewhereIsReapedBeforeTheNextTurn)
+TEST_F(TurnsTest, ALooperQuitFromElsewhereIsReapedBeforeTheNextTurn)
 {
     Log log;
     Host host(log);
@@ -127,7 +127,7 @@ TEST_F(TurnsTest, ALooperThatQuitsFromElsewhereIsReapedBeforeTheNextTurn)
     EXPECT_THAT(log.Lines(), ElementsAre("a accepted", "a destroyed", "host 2"));
 }
 
-TEST_F(TurnsTest, WaitForThePluginCallToReturn)
+TEST_F(TurnsTest, TurnsWaitForThePluginCallToReturn)
 {
     Log log;
     Host host(log);

@@ -208,7 +208,7 @@ TEST_F(Controls, TypingOnlyChangesTheText)
     EXPECT_TRUE(window->invoked.empty());
 }
 
-TEST_F(Controls, LeavingAFieldWithoutATextAppliesTheOneItHas)
+TEST_F(Controls, LeavingAFieldAppliesItsCurrentText)
 {
     Words words("one");
     Bind(words, *window->field);
@@ -313,7 +313,7 @@ TEST_F(Controls, SelectAllSelectsTheWholeText)
     DialogHelper::SelectAll(&alone);
 }
 
-TEST_F(Controls, AControlThatIsGoneIsForgottenByWhatItWatched)
+TEST_F(Controls, ADeadControlStopsWatchingItsSetting)
 {
     Switch setting(false);
     {
@@ -326,7 +326,7 @@ TEST_F(Controls, AControlThatIsGoneIsForgottenByWhatItWatched)
     EXPECT_EQ(setting.timesSet, 2);
 }
 
-TEST_F(Controls, ASettingThatIsGoneIsWatchedNoMore)
+TEST_F(Controls, ADeadSettingIsNoLongerWatched)
 {
     auto setting = std::make_unique<Switch>(true);
     setting->StartWatchingBy(window->box, kChanged);
@@ -392,7 +392,7 @@ struct UnattachedCase {
     long item;
 };
 
-TEST_F(Controls, OneWithoutAPlaceStaysUnattachedAndHarmless)
+TEST_F(Controls, AControlMissingFromTheFileStaysUnattachedAndHarmless)
 {
     const UnattachedCase cases[] = {
         {"no such number", 99},
@@ -414,7 +414,7 @@ TEST_F(Controls, OneWithoutAPlaceStaysUnattachedAndHarmless)
     EXPECT_EQ(window->FocusView(), nullptr);
 }
 
-TEST_F(Controls, WhatTheUserCannotSeeCannotBeUsed)
+TEST_F(Controls, HiddenOrMissingControlsCannotBeUsed)
 {
     EXPECT_FALSE(display.Press(1, 1)) << "a check box is no button";
     EXPECT_FALSE(display.Check(1, 2, true)) << "a text field is no check box";

@@ -64,7 +64,7 @@ struct BadFile {
     std::vector<std::string> problems; // behind "path:"
 };
 
-TEST_F(InterfaceFile, WhatIsWrongIsReportedWithItsLine)
+TEST_F(InterfaceFile, ErrorsAreReportedWithTheirLine)
 {
     const BadFile cases[] = {
         {"duplicate-items.ui", {"15: item 7 again, first on line 7"}},
@@ -91,7 +91,7 @@ TEST_F(InterfaceFile, WhatIsWrongIsReportedWithItsLine)
 }
 
 // However a file came about, it must not use up the stack.
-TEST_F(InterfaceFile, WidgetsMayBeWithinOthersButNotWithoutEnd)
+TEST_F(InterfaceFile, WidgetsMayBeNestedToALimit)
 {
     const TempDirectory files;
     const auto read = [&files](size_t depth) {
@@ -120,7 +120,7 @@ TEST_F(InterfaceFile, TwoPartsMayUseTheSameNumber)
     EXPECT_TRUE(problems.empty());
 }
 
-TEST_F(InterfaceFile, OneThatCannotBeReadIsReported)
+TEST_F(InterfaceFile, AnUnreadableFileIsReported)
 {
     TempDirectory home;
     EXPECT_FALSE(vetch::ReadInterfaceFile(home / "absent.ui", "part"));
@@ -145,7 +145,7 @@ TEST_F(InterfaceFile, AWindowIsMadeFromItsPart)
     window->Quit();
 }
 
-TEST_F(InterfaceFile, LabelsAndGroupsAreDrawnWithoutBeingAskedFor)
+TEST_F(InterfaceFile, LabelsAndGroupsAreShownWithoutCode)
 {
     using Kind = vetch::ViewDescription::Kind;
     ViewListener listener;
@@ -163,7 +163,7 @@ TEST_F(InterfaceFile, LabelsAndGroupsAreDrawnWithoutBeingAskedFor)
     vetch::SetDisplay(&display);
 }
 
-TEST_F(InterfaceFile, AFieldOfSeveralLinesIsToldApart)
+TEST_F(InterfaceFile, AFieldOfSeveralLinesIsRecognised)
 {
     ViewListener listener;
     vetch::SetDisplay(&listener);
@@ -187,7 +187,7 @@ struct EmptyCase {
     size_t problems;
 };
 
-TEST_F(InterfaceFile, WithoutItsPartAWindowIsEmptyAndHarmless)
+TEST_F(InterfaceFile, AWindowWithoutItsPartIsEmptyAndHarmless)
 {
     const EmptyCase cases[] = {
         {"no bundle", false, "Controls", "Dialog", 0},    {"no name", true, nullptr, "Dialog", 0},

@@ -16,7 +16,7 @@ struct ScrollCase {
     BRect frame;
 };
 
-TEST_F(Layout, AScrollViewIsItsTargetWidenedByItsScrollBars)
+TEST_F(Layout, AScrollViewIsItsTargetPlusItsScrollBars)
 {
     const ScrollCase cases[] = {
         {"no bars: as its target, for borders take no room", false, false, {10, 20, 110, 70}},
@@ -33,7 +33,7 @@ TEST_F(Layout, AScrollViewIsItsTargetWidenedByItsScrollBars)
     }
 }
 
-TEST_F(Layout, AListPulledInByAScrollBarLeavesNoRoomBesideItsScrollView)
+TEST_F(Layout, AListWithAScrollBarFillsItsScrollView)
 {
     auto* window = new ListWindow;
     EXPECT_EQ(window->list->Parent()->Bounds(), window->Bounds());
@@ -41,7 +41,7 @@ TEST_F(Layout, AListPulledInByAScrollBarLeavesNoRoomBesideItsScrollView)
     window->Quit();
 }
 
-TEST_F(Layout, ViewsThatFollowAllSidesGrowAndShrinkWithTheirWindow)
+TEST_F(Layout, ViewsThatFollowAllSidesResizeWithTheirWindow)
 {
     auto* window = new ListWindow;
     auto* fixed = new BView({5, 5, 25, 25}, "fixed", 0, 0);
@@ -74,7 +74,7 @@ TEST_F(Layout, TheDisplayHasFramesInWindowCoordinates)
     window->Quit();
 }
 
-TEST_F(Layout, ResizingAWindowFromCodeIsNotBoundByItsLimits)
+TEST_F(Layout, ResizingAWindowFromCodeIgnoresItsLimits)
 {
     auto* window = new ListWindow;
     window->SetSizeLimits(100, 200, 80, 60);
@@ -131,7 +131,7 @@ TEST_F(Layout, AViewKeepsACopyOfItsFont)
     EXPECT_EQ(height.ascent + height.descent + height.leading, 14);
 }
 
-TEST_F(Layout, TheScreenIsWhatTheDisplaySays)
+TEST_F(Layout, TheDisplayDefinesTheScreen)
 {
     EXPECT_EQ(BScreen::MaxWindowFrameWithHint({5, 5}), (BRect{0, 0, 1280, 800}));
     display.SetScreen({10, 20, 300, 400});

@@ -106,7 +106,7 @@ struct RemovalCase {
     long thenSelected;
 };
 
-TEST_F(List, TheSelectionStaysWithItsItemWhenOthersGo)
+TEST_F(List, TheSelectionStaysWithItsItemWhenOthersAreRemoved)
 {
     const RemovalCase cases[] = {
         {"the selected one goes", 1, 1, -1},
@@ -126,7 +126,7 @@ TEST_F(List, TheSelectionStaysWithItsItemWhenOthersGo)
     }
 }
 
-TEST_F(List, IndicesOutsideTheListNameNoItem)
+TEST_F(List, IndicesOutsideTheListGiveNoItem)
 {
     ListWindow* window = Open(2, 1);
     for (const long index : {-1L, 2L, 1000L}) {
@@ -175,7 +175,7 @@ TEST_F(List, InvokeSendsACopyOfTheMessageItIsGiven)
     EXPECT_EQ(window->looks, std::vector<int32>{1});
 }
 
-TEST_F(List, WithoutAMessageThereIsNothingToInvoke)
+TEST_F(List, InvokeDoesNothingWithoutAMessage)
 {
     ListWindow* window = Open(3, 1);
     window->list->SetInvocationMessage(nullptr);
@@ -184,7 +184,7 @@ TEST_F(List, WithoutAMessageThereIsNothingToInvoke)
     EXPECT_TRUE(window->looks.empty());
 }
 
-TEST_F(List, SendsToAnotherTargetWhenToldTo)
+TEST_F(List, SendsToAnotherTargetOnRequest)
 {
     ListWindow* window = Open(2, 0);
     auto* other = new ListWindow;
@@ -198,7 +198,7 @@ TEST_F(List, SendsToAnotherTargetWhenToldTo)
     EXPECT_EQ(other->looks, std::vector<int32>{0});
 }
 
-TEST_F(List, ShowsWhatItHeldBeforeItCameIntoItsWindow)
+TEST_F(List, ShowsItemsAddedBeforeItHadAWindow)
 {
     BStringItem first("first");
     BStringItem second("second");
@@ -216,7 +216,7 @@ TEST_F(List, ShowsWhatItHeldBeforeItCameIntoItsWindow)
     window->Quit();
 }
 
-TEST_F(List, AChangedTextShowsOnceTheListIsTold)
+TEST_F(List, AChangedTextAppearsAfterAnUpdate)
 {
     ListWindow* window = Open(2, 0);
     window->items[1]->SetText("changed");

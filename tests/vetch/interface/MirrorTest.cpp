@@ -221,7 +221,7 @@ protected:
     std::set<vetch::LooperToken> live;
 };
 
-TEST_F(Mirror, ShowsWhatTheModelsHoldAfterAnyOperations)
+TEST_F(Mirror, MatchesTheModelsAfterRandomOperations)
 {
     for (int round = 0; round < 400 && !HasFailure(); ++round) {
         for (int step = 0; step < 12; ++step)

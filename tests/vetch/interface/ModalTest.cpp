@@ -17,7 +17,7 @@ struct AlertCase {
     long result;
 };
 
-TEST_F(Question, AnAlertAnswersTheButtonsPlace)
+TEST_F(Question, AnAlertAnswersTheIndexOfItsButton)
 {
     const AlertCase cases[] = {
         {"nobody answers: the last button", {"Cancel", "Worksheet", "Generate"}, {}, 2},
@@ -90,7 +90,7 @@ struct MenuCase {
     bool chosen;
 };
 
-TEST_F(Menu, GoAnswersTheChosenItem)
+TEST_F(Menu, GoReturnsTheChosenItem)
 {
     const MenuCase cases[] = {
         {"an item", 0, true},
@@ -220,7 +220,7 @@ TEST_F(Panel, SendsItsMessageWithWhatWasChosen)
     EXPECT_EQ(diary.lines, Lines({"panel Select"}));
 }
 
-TEST_F(Panel, DismissedItSendsNothing)
+TEST_F(Panel, SendsNothingWhenDismissed)
 {
     display.AnswerPanel(std::nullopt);
     Open();
@@ -237,7 +237,7 @@ TEST_F(Panel, StaysOpenUntilItIsAnswered)
     EXPECT_TRUE(display.Windows().empty()) << "its window is the panel's own affair";
 }
 
-TEST_F(Panel, ItsTargetMayBeGone)
+TEST_F(Panel, SurvivesADeadTarget)
 {
     display.AnswerPanel("/usr/include");
     Open();
@@ -246,7 +246,7 @@ TEST_F(Panel, ItsTargetMayBeGone)
     EXPECT_EQ(vetch::Loopers().size(), 1u);
 }
 
-TEST_F(Panel, SaysWhatCanBeChosen)
+TEST_F(Panel, TellsTheDisplayWhatCanBeChosen)
 {
     Listener listener;
     vetch::HeadlessDisplay other(&listener);
@@ -260,7 +260,7 @@ TEST_F(Panel, SaysWhatCanBeChosen)
     vetch::SetDisplay(&display);
 }
 
-TEST_F(Panel, WithNothingGivenItAsksAllTheSame)
+TEST_F(Panel, AsksWithoutADirectoryAndATarget)
 {
     display.AnswerPanel("/usr");
     (new BFilePanel(B_OPEN_PANEL, nullptr, nullptr, 0, true, nullptr, nullptr))->Show();
@@ -268,7 +268,7 @@ TEST_F(Panel, WithNothingGivenItAsksAllTheSame)
     EXPECT_TRUE(PanelIsGone());
 }
 
-TEST_F(Question, ABeepIsCountedAndHeard)
+TEST_F(Question, ABeepReachesTheDisplay)
 {
     beep();
     beep();
@@ -276,7 +276,7 @@ TEST_F(Question, ABeepIsCountedAndHeard)
     EXPECT_EQ(diary.lines, Lines({"beep", "beep"}));
 }
 
-TEST_F(Question, WithoutADisplayABeepIsSilent)
+TEST_F(Question, ABeepIsSilentWithoutADisplay)
 {
     vetch::SetDisplay(nullptr);
     beep();
@@ -286,7 +286,7 @@ TEST_F(Question, WithoutADisplayABeepIsSilent)
 }
 
 #ifndef NDEBUG
-TEST_F(Question, IsNotAskedWhileALockIsHeld)
+TEST_F(Question, AskingWithALockHeldIsAnError)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     BLocker locker;

@@ -140,7 +140,7 @@ protected:
     Foreigner* const foreigner = new Foreigner;
 };
 
-TEST_F(Stress, TenThousandWindowsComeAndGo)
+TEST_F(Stress, TenThousandWindowsOpenAndClose)
 {
     gDied = 0;
     foreigner->Run();

@@ -65,7 +65,7 @@ TEST_F(Window, TheFirstShowStartsItsThread)
 }
 
 // Whoever shows it looks no more: a window that nobody sees and nobody closes would stay for ever.
-TEST_F(Window, OneThatGetsNoThreadIsQuitAndDestroyedLater)
+TEST_F(Window, AWindowWithoutAThreadIsQuitAndDestroyedLater)
 {
     Complaints complaints;
     const RefusedThreads refused;
@@ -91,7 +91,7 @@ TEST_F(Window, OneThatGetsNoThreadIsQuitAndDestroyedLater)
     EXPECT_EQ(complaints.Take(), std::vector<std::string>{NoThreadsFor("a window is not shown")});
 }
 
-TEST_F(Window, OneThatGetsNoThreadMayBeQuitAtOnce)
+TEST_F(Window, AWindowWithoutAThreadMayBeQuitAtOnce)
 {
     const Complaints complaints;
     const RefusedThreads refused;
@@ -103,7 +103,7 @@ TEST_F(Window, OneThatGetsNoThreadMayBeQuitAtOnce)
     vetch::RunPending(); // which finds nothing left to do
 }
 
-TEST_F(Window, OneThatIsMadeElsewhereAndGetsNoThreadIsDestroyedHere)
+TEST_F(Window, AWindowOfAnotherThreadWithoutAThreadIsDestroyedHere)
 {
     const Complaints complaints;
     auto* foreigner = new Foreigner;
@@ -123,7 +123,7 @@ TEST_F(Window, OneThatIsMadeElsewhereAndGetsNoThreadIsDestroyedHere)
     foreigner->Quit();
 }
 
-TEST_F(Window, OneServedByTheApplicationHasNoThreadOfItsOwn)
+TEST_F(Window, AWindowServedByTheApplicationHasNoThread)
 {
     class Preferences : public BWindow {
     public:
@@ -138,7 +138,7 @@ TEST_F(Window, OneServedByTheApplicationHasNoThreadOfItsOwn)
     EXPECT_EQ(window->thread, std::this_thread::get_id());
 }
 
-TEST_F(Window, QuitFromEverySideDestroysItOnceOnTheDocumentThread)
+TEST_F(Window, ConcurrentQuitsDestroyItOnceOnTheDocumentThread)
 {
     std::atomic<int> deaths = 0;
     const auto document = std::this_thread::get_id();
@@ -214,7 +214,7 @@ TEST_F(Window, AWindowThatWasQuitIsClosedOnceAndNotHidden)
     EXPECT_EQ(diary.lines, Lines({"show 1", "close 1"}));
 }
 
-TEST_F(Window, OneThatWasNeverShownGoesUnnoticed)
+TEST_F(Window, AWindowThatWasNeverShownClosesUnnoticed)
 {
     (new ListWindow)->Quit();
     delete new ListWindow;
@@ -222,7 +222,7 @@ TEST_F(Window, OneThatWasNeverShownGoesUnnoticed)
     EXPECT_TRUE(display.Windows().empty());
 }
 
-TEST_F(Window, OneThatIsHiddenWhenItIsQuitIsStillClosed)
+TEST_F(Window, AHiddenWindowIsClosedWhenItIsQuit)
 {
     auto* window = new ListWindow;
     window->Show();
@@ -231,7 +231,7 @@ TEST_F(Window, OneThatIsHiddenWhenItIsQuitIsStillClosed)
     EXPECT_EQ(diary.lines, Lines({"show 1", "hide 1", "close 1"}));
 }
 
-TEST_F(Window, AfterItsQuitItVanishesAtOnceAndShowsNothingMore)
+TEST_F(Window, QuitRemovesItAtOnceAndForGood)
 {
     auto* window = new ListWindow;
     window->looked = [&] {
@@ -248,7 +248,7 @@ TEST_F(Window, AfterItsQuitItVanishesAtOnceAndShowsNothingMore)
     EXPECT_EQ(diary.lines, Lines({"show 1", "close 1"}));
 }
 
-TEST_F(Window, OneThatWasQuitBeforeItsFirstShowNeverAppears)
+TEST_F(Window, AWindowThatWasQuitBeforeItsFirstShowNeverAppears)
 {
     auto* foreigner = new Foreigner;
     foreigner->Run();
@@ -260,7 +260,7 @@ TEST_F(Window, OneThatWasQuitBeforeItsFirstShowNeverAppears)
     EXPECT_TRUE(display.Windows().empty());
 }
 
-TEST_F(Window, OnlyMovesOfAVisibleWindowAreNoticed)
+TEST_F(Window, OnlyAVisibleWindowReportsMoves)
 {
     auto* window = new ListWindow;
     window->MoveTo(5, 6);
@@ -281,7 +281,7 @@ struct ResizeCase {
     float thenWidth, thenHeight;
 };
 
-TEST_F(Window, TheUserResizesWithinTheLimits)
+TEST_F(Window, TheUserResizesItWithinTheLimits)
 {
     const ResizeCase cases[] = {
         {"within", {100, 500, 50, 400}, 200, 150, 200, 150},
@@ -303,7 +303,7 @@ TEST_F(Window, TheUserResizesWithinTheLimits)
     }
 }
 
-TEST_F(Window, HearsOfItsNewFrameOnce)
+TEST_F(Window, IsNotifiedOnceOfItsNewFrame)
 {
     class Listener : public BWindow {
     public:
@@ -354,7 +354,7 @@ TEST_F(Window, ShowingADialogTakesTheFocusFromAnother)
     EXPECT_EQ(second->activations, (std::vector<bool>{true, false}));
 }
 
-TEST_F(Window, OneThatIsHiddenBeforeItHearsOfItDoesNotTakeTheFocus)
+TEST_F(Window, AWindowHiddenBeforeItsActivationDoesNotTakeTheFocus)
 {
     auto* dialog = new ListWindow(0);
     ASSERT_TRUE(dialog->Lock());
@@ -366,7 +366,7 @@ TEST_F(Window, OneThatIsHiddenBeforeItHearsOfItDoesNotTakeTheFocus)
     EXPECT_FALSE(Only().active);
 }
 
-TEST_F(Window, WhoHearsOfAWindowMayLookAtIt)
+TEST_F(Window, WitnessesMayInspectTheWindow)
 {
     class Onlooker : public vetch::DisplayWitness {
     public:
@@ -391,7 +391,7 @@ TEST_F(Window, WhoHearsOfAWindowMayLookAtIt)
     EXPECT_EQ(onlooker.leftAtClose, 0u);
 }
 
-TEST_F(Window, OneThatAvoidsTheFocusNeverTakesIt)
+TEST_F(Window, AWindowThatAvoidsTheFocusNeverTakesIt)
 {
     auto* dialog = new ListWindow(0);
     dialog->Show();
@@ -425,7 +425,7 @@ TEST_F(Window, HasOneFocusViewAtMost)
     window->Quit();
 }
 
-TEST_F(Window, WindowsOfTheHostAreNeitherNumberedNorListed)
+TEST_F(Window, TheHostsWindowsAreNeitherNumberedNorListed)
 {
     auto* document =
         new BWindow({40, 60, 740, 660}, "main.cpp", 1, 1, 0, vetch::Service::Application, vetch::ShownBy::Host);
@@ -468,7 +468,7 @@ TEST_F(Window, KnowsItsTitleAndWhereItIs)
     window->Quit();
 }
 
-TEST_F(Window, EachThreadHasADrawingPortOfItsOwn)
+TEST_F(Window, EachThreadHasItsOwnDrawingPort)
 {
     auto* window = new ListWindow;
     const GrafPtr port = GetWindowPort(window->NativeWindow());

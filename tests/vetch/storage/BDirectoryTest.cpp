@@ -52,7 +52,7 @@ TEST_F(BDirectoryTest, OpensDirectoriesOnly)
     EXPECT_EQ(BDirectory(static_cast<const char*>(nullptr)).InitCheck(), B_ERROR);
 }
 
-TEST_F(BDirectoryTest, RefusesOneThatMayNotBeSearched)
+TEST_F(BDirectoryTest, RefusesADirectoryThatMayNotBeSearched)
 {
     namespace fs = std::filesystem;
     directory.Write("closed/x", "");
@@ -97,7 +97,7 @@ TEST_F(BDirectoryTest, FindsAnEntryOfAnyKindByItsExactName)
     EXPECT_EQ(opened.FindEntry("tags", nullptr), B_ERROR);
 }
 
-TEST_F(BDirectoryTest, FindsNothingWhenItIsNotOpen)
+TEST_F(BDirectoryTest, FindsNothingWhenClosed)
 {
     BEntry entry("/usr");
     EXPECT_EQ(BDirectory(file.c_str()).FindEntry("a.h", &entry), B_ERROR);

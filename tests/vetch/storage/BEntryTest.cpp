@@ -63,7 +63,7 @@ TEST_F(BEntryTest, IsUnsetWithoutAPath)
     }
 }
 
-TEST_F(BEntryTest, NamesWhatIsThere)
+TEST_F(BEntryTest, NamesAnExistingFile)
 {
     const BEntry entry((directory / "src/../src//a.h").c_str());
     EXPECT_EQ(entry.InitCheck(), B_OK);
@@ -206,7 +206,7 @@ TEST_F(BEntryTest, CopiesAreIndependent)
     EXPECT_EQ(PathOf(copy), file);
 }
 
-TEST_F(BEntryTest, RefusesToAnswerNowhere)
+TEST_F(BEntryTest, RefusesNullArguments)
 {
     const BEntry entry(file.c_str());
     EXPECT_EQ(entry.GetParent(nullptr), B_ERROR);

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-TEST(BPath, IsNormalised)
+TEST(BPath, NormalisesPaths)
 {
     const struct {
         const char* why;

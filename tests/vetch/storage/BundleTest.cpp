@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-TEST(Bundle, TellsWhereItsResourcesAre)
+TEST(Bundle, FindsItsResources)
 {
     const TempDirectory directory;
     directory.Write("A b.bundle/Contents/Resources/x", "");
@@ -61,7 +61,7 @@ TEST(Bundle, MakesARelativePathAbsolute)
         CFRelease(object);
 }
 
-TEST(Bundle, GivesNothingForNothing)
+TEST(Bundle, GivesNullForNull)
 {
     const TempDirectory directory;
     directory.Write("a.bundle/Contents/Resources/x", "");

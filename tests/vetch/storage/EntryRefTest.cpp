@@ -41,7 +41,7 @@ TEST(EntryRef, TakesARelativePathFromTheProcessDirectory)
     EXPECT_EQ(EntryRef("a.h").Path(), (std::filesystem::current_path() / "a.h").string());
 }
 
-TEST(EntryRef, IsEqualByDirectoryAndName)
+TEST(EntryRef, ComparesDirectoryAndName)
 {
     const EntryRef ref("/a/b");
     EXPECT_TRUE(ref == EntryRef("/a/./b"));
@@ -52,7 +52,7 @@ TEST(EntryRef, IsEqualByDirectoryAndName)
     EXPECT_TRUE(EntryRef("/") != EntryRef()) << "the root is not unset";
 }
 
-TEST(EntryRef, CopiesPointIntoThemselves)
+TEST(EntryRef, CopiesPointIntoTheirOwnText)
 {
     auto original = std::make_unique<EntryRef>("/directory/short");
     const EntryRef copy(*original);
@@ -65,7 +65,7 @@ TEST(EntryRef, CopiesPointIntoThemselves)
     EXPECT_EQ(assigned.Path(), "/directory/short");
 }
 
-TEST(EntryRef, AssignsItself)
+TEST(EntryRef, MayBeAssignedToItself)
 {
     EntryRef ref("/a/b");
     ref = *&ref;
@@ -74,7 +74,7 @@ TEST(EntryRef, AssignsItself)
     EXPECT_EQ(ref.name, nullptr);
 }
 
-TEST(EntryRef, LivesInAGrowingVector)
+TEST(EntryRef, SurvivesAGrowingVector)
 {
     std::vector<EntryRef> refs;
     for (int i = 0; i < 20; ++i)

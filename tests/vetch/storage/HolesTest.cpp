@@ -25,7 +25,7 @@ int OpenWithBytesAt(const TempDirectory& directory, const std::vector<off_t>& pl
 
 } // namespace
 
-TEST(Holes, AreMostOfAFileWhenTheyAreManyAndMoreThanHalfOfIt)
+TEST(Holes, CountWhenTheyAreManyAndMoreThanHalfOfTheFile)
 {
     const TempDirectory directory;
     const struct {
@@ -54,7 +54,7 @@ TEST(Holes, AreMostOfAFileWhenTheyAreManyAndMoreThanHalfOfIt)
     }
 }
 
-TEST(Holes, AreNotWhatOtherThingsThanPlainFilesHave)
+TEST(Holes, OnlyPlainFilesAreMostlyHoles)
 {
     const TempDirectory directory;
     const int folder = ::open(directory.Path().c_str(), O_RDONLY | O_CLOEXEC);

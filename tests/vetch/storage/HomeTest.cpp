@@ -47,7 +47,7 @@ TEST_F(HomeTest, EndsWithOneSlash)
     }
 }
 
-TEST_F(HomeTest, IsEmptyWhenThereIsNone)
+TEST_F(HomeTest, IsEmptyWithoutAHome)
 {
     unsetenv("HOME");
     EXPECT_EQ(Home(), "");

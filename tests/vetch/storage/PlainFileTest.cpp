@@ -36,7 +36,7 @@ void MakeSocket(const std::string& path)
     ::close(socket);
 }
 
-TEST(PlainFile, NothingElseIsOpened)
+TEST(PlainFile, OtherKindsOfFilesAreRefused)
 {
     const TempDirectory directory;
     directory.Write("file", "text");
@@ -67,7 +67,7 @@ TEST(PlainFile, NothingElseIsOpened)
         EXPECT_EQ(Refusal(each.path), each.refusal) << each.why;
 }
 
-TEST(PlainFile, APipeThatSomebodyWritesToIsLeftAlone)
+TEST(PlainFile, APipeWithAWriterIsLeftAlone)
 {
     const TempDirectory directory;
     const std::string path = directory / "pipe";
@@ -81,7 +81,7 @@ TEST(PlainFile, APipeThatSomebodyWritesToIsLeftAlone)
 }
 
 // As file servers do with what other machines have open.
-TEST(PlainFile, AFileThatIsHeldForSomebodyElseIsOpenedWhenItIsLetGo)
+TEST(PlainFile, AFileWithALeaseIsOpenedOnceItIsReleased)
 {
     const TempDirectory directory;
     const std::string path = directory.Write("file", "text");

@@ -32,7 +32,7 @@ TEST(BLocker, KeepsThreadsApart)
     EXPECT_EQ(counter, 4000);
 }
 
-TEST(BLocker, IsCountedOnTheThreadThatHoldsIt)
+TEST(BLocker, IsCountedOnItsThread)
 {
     BLocker first, second;
     EXPECT_EQ(vetch::HeldLocks(), 0);

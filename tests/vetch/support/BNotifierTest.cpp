@@ -49,7 +49,7 @@ protected:
     std::unique_ptr<Watcher> third = std::make_unique<Watcher>("third", lines);
 };
 
-TEST_F(BNotifierTest, TellsThoseWhoWatchThatCodeInTheOrderInWhichTheyCame)
+TEST_F(BNotifierTest, NotifiesTheWatchersOfACodeInOrder)
 {
     notifier->StartWatchingBy(first.get(), 1);
     notifier->StartWatchingBy(second.get(), 1);
@@ -59,7 +59,7 @@ TEST_F(BNotifierTest, TellsThoseWhoWatchThatCodeInTheOrderInWhichTheyCame)
     EXPECT_THAT(Heard(3), IsEmpty());
 }
 
-TEST_F(BNotifierTest, WatchingTwiceIsWatchingOnce)
+TEST_F(BNotifierTest, WatchingTwiceCountsOnce)
 {
     notifier->StartWatchingBy(first.get(), 1);
     notifier->StartWatchingBy(first.get(), 1);
@@ -91,7 +91,7 @@ TEST_F(BNotifierTest, ForgetsAWatcherThatDied)
     EXPECT_THAT(Heard(2), IsEmpty());
 }
 
-TEST_F(BNotifierTest, IsForgottenByItsWatchersWhenItDies)
+TEST_F(BNotifierTest, ItsWatchersForgetItWhenItDies)
 {
     BNotifier other;
     notifier->StartWatchingBy(first.get(), 1);
@@ -106,7 +106,7 @@ TEST_F(BNotifierTest, IsForgottenByItsWatchersWhenItDies)
     EXPECT_THAT(lines, IsEmpty());
 }
 
-TEST_F(BNotifierTest, SurvivesAWatcherThatLeavesWhileItIsTold)
+TEST_F(BNotifierTest, SurvivesAWatcherThatStopsDuringANotice)
 {
     notifier->StartWatchingBy(first.get(), 1);
     notifier->StartWatchingBy(second.get(), 1);
@@ -116,7 +116,7 @@ TEST_F(BNotifierTest, SurvivesAWatcherThatLeavesWhileItIsTold)
     EXPECT_THAT(Heard(1), ElementsAre("second 1", "third 1"));
 }
 
-TEST_F(BNotifierTest, SurvivesAWatcherThatDiesWhileItIsTold)
+TEST_F(BNotifierTest, SurvivesAWatcherThatDiesDuringANotice)
 {
     notifier->StartWatchingBy(first.get(), 1);
     notifier->StartWatchingBy(second.get(), 1);
@@ -126,7 +126,7 @@ TEST_F(BNotifierTest, SurvivesAWatcherThatDiesWhileItIsTold)
     EXPECT_THAT(Heard(1), ElementsAre("second 1"));
 }
 
-TEST_F(BNotifierTest, DoesNotTellAWatcherThatAnotherDestroyed)
+TEST_F(BNotifierTest, DoesNotNotifyAWatcherThatAnotherDestroyed)
 {
     notifier->StartWatchingBy(first.get(), 1);
     notifier->StartWatchingBy(second.get(), 1);
@@ -134,7 +134,7 @@ TEST_F(BNotifierTest, DoesNotTellAWatcherThatAnotherDestroyed)
     EXPECT_THAT(Heard(1), ElementsAre("first 1"));
 }
 
-TEST_F(BNotifierTest, TellsAWatcherThatComesMeanwhileFromTheNextNoticeOn)
+TEST_F(BNotifierTest, NotifiesANewWatcherFromTheNextNoticeOn)
 {
     notifier->StartWatchingBy(first.get(), 1);
     first->then = [&] { notifier->StartWatchingBy(second.get(), 1); };
@@ -142,7 +142,7 @@ TEST_F(BNotifierTest, TellsAWatcherThatComesMeanwhileFromTheNextNoticeOn)
     EXPECT_THAT(Heard(1), ElementsAre("first 1", "second 1"));
 }
 
-TEST_F(BNotifierTest, MayDieWhileItTellsAlsoWithinANoticeOfANotice)
+TEST_F(BNotifierTest, MayDieDuringANestedNotice)
 {
     notifier->StartWatchingBy(first.get(), 1);
     notifier->StartWatchingBy(first.get(), 2);
@@ -158,7 +158,7 @@ TEST_F(BNotifierTest, MayDieWhileItTellsAlsoWithinANoticeOfANotice)
     EXPECT_THAT(Heard(1), ElementsAre("first 1", "first 2"));
 }
 
-TEST_F(BNotifierTest, ANoticeWithinANoticeKeepsLeaversOut)
+TEST_F(BNotifierTest, ANestedNoticeLeavesOutStoppedWatchers)
 {
     notifier->StartWatchingBy(first.get(), 1);
     notifier->StartWatchingBy(second.get(), 1);
@@ -183,7 +183,7 @@ public:
     int32 number = 0;
 };
 
-TEST_F(BNotifierTest, AHandlerReceivesANoticeAsAMessageOfThatCode)
+TEST_F(BNotifierTest, AHandlerReceivesANoticeAsAMessage)
 {
     NoticeHandler handler;
     notifier->StartWatchingBy(&handler, 5);

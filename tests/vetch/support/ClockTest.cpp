@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(Clock, NeverGoesBack)
+TEST(Clock, NeverRunsBackwards)
 {
     bigtime_t before = system_time();
     for (int i = 0; i < 1000; ++i) {
@@ -14,7 +14,7 @@ TEST(Clock, NeverGoesBack)
     }
 }
 
-TEST(Clock, StandsStillUntilItIsMovedWhenItIsVirtual)
+TEST(Clock, TheVirtualClockMovesOnlyOnRequest)
 {
     vetch::UseVirtualClock(5'000'000);
     EXPECT_EQ(system_time(), 5'000'000);

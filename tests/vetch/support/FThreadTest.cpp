@@ -27,7 +27,7 @@ TEST(FThread, RunsAMemberFunctionWithItsArguments)
     EXPECT_EQ(worker.sum, 34);
 }
 
-TEST(FThread, GivesWayToTheThreadsThatAUserWaitsFor)
+TEST(FThread, RunsAtALowerPriority)
 {
     const int before = ::getpriority(PRIO_PROCESS, 0);
     int inBackground = before;
@@ -37,7 +37,7 @@ TEST(FThread, GivesWayToTheThreadsThatAUserWaitsFor)
     EXPECT_EQ(::getpriority(PRIO_PROCESS, 0), before) << "who starts one keeps the priority he has";
 }
 
-TEST(FThread, RunsOnAThreadOfItsOwn)
+TEST(FThread, RunsOnItsOwnThread)
 {
     std::thread::id thread;
     RunOnThread([&] { thread = std::this_thread::get_id(); });
@@ -46,7 +46,7 @@ TEST(FThread, RunsOnAThreadOfItsOwn)
     EXPECT_NE(thread, std::this_thread::get_id());
 }
 
-TEST(FThread, DestroysTheFunctionObjectWhenItHasRun)
+TEST(FThread, DestroysTheFunctionObjectAfterItRan)
 {
     const auto witness = std::make_shared<int>(0);
     RunOnThread([witness] {});

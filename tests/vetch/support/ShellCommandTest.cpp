@@ -23,7 +23,7 @@ int Record(const char* command, const vetch::ShellRequest& request)
     return 42;
 }
 
-TEST(ShellCommand, IsRunByTheShellAndWaitedFor)
+TEST(ShellCommand, RunsInAShellAndIsWaitedFor)
 {
     const TempDirectory directory;
     const std::string made = directory / "made";

@@ -121,7 +121,7 @@ TEST(EscapedPath, Cases)
         EXPECT_EQ(EscapedPath(c.path), c.escaped) << c.why;
 }
 
-TEST(EscapedPath, IsReadBackByARealShell)
+TEST(EscapedPath, ARealShellReadsItBack)
 {
     std::vector<std::string> paths = kAwkwardPaths;
     paths.push_back(EveryByteButNul());
@@ -160,7 +160,7 @@ TEST(DeEscaped, UndoesEscapedPath)
     }
 }
 
-TEST(DeEscaped, UndoesEscapedPathForEveryMixtureOfItsOwnMarks)
+TEST(DeEscaped, UndoesEscapedPathForEveryMixtureOfSpecialCharacters)
 {
     const std::string marks = "\\'\n~/a";
     for (size_t number = 0; number < 6 * 6 * 6 * 6 * 6; ++number) {
@@ -234,7 +234,7 @@ TEST(ShellEscapeString, Cases)
     }
 }
 
-TEST(ShellEscapeString, DoneTwiceIsDoneOnce)
+TEST(ShellEscapeString, IsIdempotent)
 {
     const std::string alphabet = "()'\"\\#\n a;";
     for (size_t number = 0; number < 100000; ++number) {

@@ -24,7 +24,7 @@ TEST(ThreadStart, ARefusedThreadRunsNothingAndIsNotJoinable)
     EXPECT_THAT(complaints.Take(), ElementsAre(NoThreadsFor("nothing is done")));
 }
 
-TEST(ThreadStart, EachLossIsReportedOnceUntilItsThreadStartsAgain)
+TEST(ThreadStart, EachRefusalIsReportedOnceUntilAThreadStarts)
 {
     Complaints complaints;
     for (int round = 0; round < 2; ++round) {
@@ -52,7 +52,7 @@ TEST(ThreadStart, AnExceptionEndsTheThreadAndIsReported)
                 ElementsAre("a thread ended with an exception: no memory", "a thread ended with an exception"));
 }
 
-TEST(Complaint, GoesToStandardErrorWhenNobodyTakesIt)
+TEST(Complaint, GoesToStandardErrorWithoutAListener)
 {
     testing::internal::CaptureStderr();
     vetch::Complain("the disk is gone");
@@ -64,7 +64,7 @@ struct Counter {
     std::atomic<int> sum = 0;
 };
 
-TEST(FThread, ThatIsRefusedThrowsAndLeavesTheOthersAlone)
+TEST(FThread, ARefusedThreadThrowsAndLeavesTheOthersRunning)
 {
     Complaints complaints;
     Counter counter;
@@ -84,7 +84,7 @@ TEST(FThread, ThatIsRefusedThrowsAndLeavesTheOthersAlone)
                 ElementsAre(NoThreadsFor("work in the background is put off until it is asked for again")));
 }
 
-TEST(FThread, ThatIsRefusedDestroysItsFunction)
+TEST(FThread, ARefusedThreadDestroysItsFunction)
 {
     const Complaints complaints;
     const RefusedThreads refused;
@@ -94,7 +94,7 @@ TEST(FThread, ThatIsRefusedDestroysItsFunction)
 }
 
 // Threads that have ended are joined when the next one starts; one that does not is no reason to forget them.
-TEST(FThread, ThatIsRefusedJoinsThoseThatHaveEnded)
+TEST(FThread, ARefusedThreadJoinsEndedOnes)
 {
     const Complaints complaints;
     Counter counter;

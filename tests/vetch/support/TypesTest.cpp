@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST(FourCC, PacksTheFirstCharacterHighest)
+TEST(FourCC, PutsTheFirstCharacterIntoTheHighestByte)
 {
     EXPECT_EQ(FourCC("Look"), 0x4C6F6F6Bu);
     EXPECT_EQ(FourCC("_QRQ"), 0x5F515251u);
