@@ -6,6 +6,7 @@
 // unless it holds the painting up.
 #include "vetch/support/FThread.h"
 #include "wren/desktop/Editor.h"
+#include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/editor/CodeView.h"
 
@@ -60,13 +61,13 @@ public:
     {
         editor.Window().resize(1000, 700);
         editor.Show({{file, 0, 0}});
-        if (editor.CurrentView()->Bytes().empty())
+        if (editor.Window().Tabs().CurrentView()->Bytes().empty())
             std::exit(1); // it could not be read, and the editor has said so
         qApp->installEventFilter(&witness);
         Rest(std::chrono::milliseconds(200));
         // On a line of its own: what stands before other letters is not completed.
-        const std::string text = editor.CurrentView()->Bytes();
-        editor.CurrentView()->GoTo(static_cast<long>(text.find('\n', text.size() / 2)));
+        const std::string text = editor.Window().Tabs().CurrentView()->Bytes();
+        editor.Window().Tabs().CurrentView()->GoTo(static_cast<long>(text.find('\n', text.size() / 2)));
         Strike('\n');
         Rest(std::chrono::milliseconds(200));
     }
@@ -76,9 +77,9 @@ public:
         const bool enter = character == '\n';
         const int key = enter ? int(Qt::Key_Return) : QChar::toUpper(static_cast<unsigned char>(character));
         QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, enter ? QString("\r") : QString(QChar(character)));
-        witness.Expect(editor.CurrentView()->viewport());
+        witness.Expect(editor.Window().Tabs().CurrentView()->viewport());
         const auto start = Clock::now();
-        QApplication::sendEvent(editor.CurrentView(), &down);
+        QApplication::sendEvent(editor.Window().Tabs().CurrentView(), &down);
         while (!witness.Painted())
             QApplication::processEvents();
         return std::chrono::duration<double, std::milli>(witness.Over() - start).count();

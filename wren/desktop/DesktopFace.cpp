@@ -65,7 +65,7 @@ MouseState DesktopFace::Mouse() const
 // Completing costs less than a key takes to be drawn, so nothing is lost while nobody knows.
 bool DesktopFace::InputPending() const
 {
-    return keysWait;
+    return keysWait && keysWait();
 }
 
 void DesktopFace::OpenMatch(const std::string& path, long line)

@@ -3,15 +3,13 @@
 #include "vetch/interface/BMenu.h"
 #include "vetch/interface/BMenuItem.h"
 #include "wren/core/Host.h"
-#include "wren/desktop/Editor.h"
+#include "wren/core/PluginBundle.h"
 #include "wren/desktop/EditorTabs.h"
-#include "wren/desktop/FileKeeper.h"
-#include "wren/desktop/GuiLoop.h"
 #include "wren/desktop/Icons.h"
+#include "wren/desktop/KeyRouter.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
-#include "wren/desktop/SessionKeeper.h"
-#include "wren/desktop/WorksheetActions.h"
+#include "wren/desktop/StatusLine.h"
 #include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/editor/FindBar.h"
@@ -19,6 +17,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QToolBar>
 
 namespace wren {
@@ -39,9 +38,9 @@ QKeySequence KeyFrom(const std::string& text)
 
 } // namespace
 
-EditorMenus::EditorMenus(Editor& editor) : editor(editor)
+EditorMenus::EditorMenus(const Parts& parts) : parts(parts)
 {
-    QMenuBar* bar = editor.Window().menuBar();
+    QMenuBar* bar = parts.window.menuBar();
     FillFile(bar->addMenu(tr("&File")));
     FillEdit(bar->addMenu(tr("&Edit")));
     search = bar->addMenu(tr("&Search"));
@@ -51,11 +50,10 @@ EditorMenus::EditorMenus(Editor& editor) : editor(editor)
     FillWorksheet(bar->addMenu(tr("&Worksheet")));
     FillHelp(bar->addMenu(tr("&Help")));
     FillTools();
-    for (const CommandTable::Command& command : editor.TheHost().Commands().Registered())
+    for (const CommandTable::Command& command : parts.host.Commands().Registered())
         CommandAction(command.name);
-    connect(&editor, &Editor::DocumentsChanged, this, &EditorMenus::ShowState);
-    connect(&editor, &Editor::TextEdited, this, &EditorMenus::ShowUndo);
-    connect(&editor.TheWorksheet(), &WorksheetActions::StateChanged, this, &EditorMenus::ShowState);
+    connect(&parts.actions.documents, &DocumentActions::Changed, this, &EditorMenus::ShowState);
+    connect(&parts.actions.worksheet, &WorksheetActions::StateChanged, this, &EditorMenus::ShowState);
     ShowState();
 }
 
@@ -89,50 +87,55 @@ std::vector<std::pair<QString, QKeySequence>> EditorMenus::OwnKeys() const
 
 void EditorMenus::FillFile(QMenu* menu)
 {
-    Add(menu, tr("&New"), "document-new", StandardKeys(QKeySequence::New), [this] { editor.New(); });
-    Add(menu, tr("&Open\u2026"), "document-open", StandardKeys(QKeySequence::Open), [this] { editor.OpenAsked(); });
+    Add(menu, tr("&New"), "document-new", StandardKeys(QKeySequence::New), [this] { parts.actions.documents.New(); });
+    Add(menu, tr("&Open\u2026"), "document-open", StandardKeys(QKeySequence::Open),
+        [this] { parts.actions.documents.OpenChosen(); });
     recent = menu->addMenu(tr("Open &Recent"));
     connect(recent, &QMenu::aboutToShow, this, &EditorMenus::FillRecent);
     menu->addSeparator();
-    save = Add(menu, tr("&Save"), "document-save", StandardKeys(QKeySequence::Save), [this] { editor.Save(); });
+    save = Add(menu, tr("&Save"), "document-save", StandardKeys(QKeySequence::Save),
+               [this] { parts.actions.documents.Save(); });
     Add(menu, tr("Save &As\u2026"), "document-save-as", {QKeySequence(tr("Ctrl+Shift+S"))},
-        [this] { editor.SaveAs(); });
-    Add(menu, tr("Save A&ll"), "", {}, [this] { editor.SaveAll(); });
-    revert = Add(menu, tr("Re&vert"), "document-revert", {}, [this] { editor.Revert(); });
+        [this] { parts.actions.documents.SaveAs(); });
+    Add(menu, tr("Save A&ll"), "", {}, [this] { parts.actions.documents.SaveAll(); });
+    revert = Add(menu, tr("Re&vert"), "document-revert", {}, [this] { parts.actions.documents.Revert(); });
     menu->addSeparator();
-    Add(menu, tr("&Close"), "window-close", {QKeySequence(tr("Ctrl+W"))}, [this] { editor.CloseCurrent(); });
-    Add(menu, tr("&Quit"), "application-exit", {QKeySequence(tr("Ctrl+Q"))}, [this] { editor.Window().close(); });
+    Add(menu, tr("&Close"), "window-close", {QKeySequence(tr("Ctrl+W"))},
+        [this] { parts.actions.documents.CloseCurrent(); });
+    Add(menu, tr("&Quit"), "application-exit", {QKeySequence(tr("Ctrl+Q"))}, [this] { parts.window.close(); });
 }
 
 void EditorMenus::FillEdit(QMenu* menu)
 {
     const auto onView = [this](void (QsciScintilla::*operation)()) {
         return [this, operation] {
-            if (CodeView* view = editor.CurrentView())
+            if (CodeView* view = parts.window.Tabs().CurrentView())
                 (view->*operation)();
         };
     };
-    undo =
-        Add(menu, tr("&Undo"), "edit-undo", StandardKeys(QKeySequence::Undo), [this] { editor.CurrentView()->undo(); });
-    redo =
-        Add(menu, tr("&Redo"), "edit-redo", StandardKeys(QKeySequence::Redo), [this] { editor.CurrentView()->redo(); });
+    undo = Add(menu, tr("&Undo"), "edit-undo", StandardKeys(QKeySequence::Undo),
+               [this] { parts.window.Tabs().CurrentView()->undo(); });
+    redo = Add(menu, tr("&Redo"), "edit-redo", StandardKeys(QKeySequence::Redo),
+               [this] { parts.window.Tabs().CurrentView()->redo(); });
     menu->addSeparator();
-    cut = Add(menu, tr("Cu&t"), "edit-cut", StandardKeys(QKeySequence::Cut), [this] { editor.CurrentView()->cut(); });
+    cut = Add(menu, tr("Cu&t"), "edit-cut", StandardKeys(QKeySequence::Cut),
+              [this] { parts.window.Tabs().CurrentView()->cut(); });
     copy = Add(menu, tr("&Copy"), "edit-copy", StandardKeys(QKeySequence::Copy), onView(&QsciScintilla::copy));
-    Add(menu, tr("&Paste"), "edit-paste", StandardKeys(QKeySequence::Paste), [this] { editor.CurrentView()->paste(); });
+    Add(menu, tr("&Paste"), "edit-paste", StandardKeys(QKeySequence::Paste),
+        [this] { parts.window.Tabs().CurrentView()->paste(); });
     Add(menu, tr("Select &All"), "edit-select-all", StandardKeys(QKeySequence::SelectAll),
-        [this] { editor.CurrentView()->selectAll(true); });
+        [this] { parts.window.Tabs().CurrentView()->selectAll(true); });
     menu->addSeparator();
     menu->addAction(CommandAction("SymbolCompletion"));
     menu->addSeparator();
     Add(menu, tr("Pr&eferences\u2026"), "preferences-system", {QKeySequence(tr("Ctrl+,"))},
-        [this] { editor.OpenPreferences(); });
+        [this] { parts.actions.preferences.Open(); });
     connect(menu, &QMenu::aboutToShow, this, &EditorMenus::ShowState);
 }
 
 void EditorMenus::FillSearch(QMenu* menu)
 {
-    FindBar& find = editor.Window().Find();
+    FindBar& find = parts.window.Find();
     Add(menu, tr("&Find and Replace\u2026"), "edit-find",
         StandardKeys(QKeySequence::Find) + Keys{QKeySequence(tr("Ctrl+H"))}, [&find] { find.Open(); });
     Add(menu, tr("Find &Next"), "", StandardKeys(QKeySequence::FindNext), [&find] { find.Next(); });
@@ -147,10 +150,11 @@ void EditorMenus::FillGo(QMenu* menu)
     menu->addAction(CommandAction("GoBack"));
     menu->addAction(CommandAction("GoForward"));
     menu->addSeparator();
-    Add(menu, tr("Go to &Line\u2026"), "go-jump", {QKeySequence(tr("Ctrl+L"))}, [this] { editor.GoToLine(); });
+    Add(menu, tr("Go to &Line\u2026"), "go-jump", {QKeySequence(tr("Ctrl+L"))},
+        [this] { parts.actions.places.GoToLine(); });
     menu->addSeparator();
     const auto step = [this](int steps) {
-        EditorTabs& tabs = editor.Window().Tabs();
+        EditorTabs& tabs = parts.window.Tabs();
         tabs.setCurrentIndex((tabs.currentIndex() + steps + tabs.count()) % tabs.count());
         tabs.currentWidget()->setFocus();
     };
@@ -161,30 +165,33 @@ void EditorMenus::FillGo(QMenu* menu)
 void EditorMenus::FillView(QMenu* menu)
 {
     Add(menu, tr("&Larger"), "zoom-in", {QKeySequence(tr("Ctrl++")), QKeySequence(tr("Ctrl+="))},
-        [this] { editor.UseZoom(1); });
-    Add(menu, tr("&Smaller"), "zoom-out", {QKeySequence(tr("Ctrl+-"))}, [this] { editor.UseZoom(-1); });
-    Add(menu, tr("&Usual Size"), "zoom-original", {QKeySequence(tr("Ctrl+0"))}, [this] { editor.UseZoom(0); });
+        [this] { parts.actions.preferences.UseZoom(1); });
+    Add(menu, tr("&Smaller"), "zoom-out", {QKeySequence(tr("Ctrl+-"))},
+        [this] { parts.actions.preferences.UseZoom(-1); });
+    Add(menu, tr("&Usual Size"), "zoom-original", {QKeySequence(tr("Ctrl+0"))},
+        [this] { parts.actions.preferences.UseZoom(0); });
 }
 
 void EditorMenus::FillWorksheet(QMenu* menu)
 {
-    Add(menu, tr("&Open Worksheet"), "", {QKeySequence(tr("Ctrl+Shift+W"))}, [this] { editor.OpenWorksheet(); });
+    Add(menu, tr("&Open Worksheet"), "", {QKeySequence(tr("Ctrl+Shift+W"))},
+        [this] { parts.actions.documents.OpenWorksheet(); });
     runLines =
         Add(menu, tr("&Run Lines"), "system-run", {QKeySequence(tr("Ctrl+Return")), QKeySequence(tr("Ctrl+Enter"))},
-            [this] { editor.TheWorksheet().RunLines(); });
+            [this] { parts.actions.worksheet.RunLines(); });
     stop = Add(menu, tr("&Stop"), "process-stop", {QKeySequence(tr("Ctrl+Shift+Return"))},
-               [this] { editor.TheWorksheet().Stop(); });
+               [this] { parts.actions.worksheet.Stop(); });
 }
 
 void EditorMenus::FillHelp(QMenu* menu)
 {
-    Add(menu, tr("About &Symbols"), "", {}, [this] { editor.AboutSymbols(); });
-    Add(menu, tr("&About Wren"), "help-about", {}, [this] { editor.About(); });
+    Add(menu, tr("About &Symbols"), "", {}, [this] { ShowHelp(); });
+    Add(menu, tr("&About Wren"), "help-about", {}, [this] { ShowAbout(); });
 }
 
 void EditorMenus::FillTools()
 {
-    QToolBar& tools = editor.Window().Tools();
+    QToolBar& tools = parts.window.Tools();
     tools.addAction(save);
     tools.addAction(undo);
     tools.addAction(redo);
@@ -192,14 +199,15 @@ void EditorMenus::FillTools()
     tools.addAction(CommandAction("GoBack"));
     tools.addAction(CommandAction("GoForward"));
     tools.addSeparator();
-    tools.addWidget(&editor.Window().Button());
+    tools.addWidget(&parts.window.Button());
 }
 
 void EditorMenus::FillRecent()
 {
     recent->clear();
-    for (const std::string& path : editor.Session().State().recentFiles)
-        connect(recent->addAction(ShownLabel(path)), &QAction::triggered, this, [this, path] { editor.Open(path); });
+    for (const std::string& path : parts.recentFiles())
+        connect(recent->addAction(ShownLabel(path)), &QAction::triggered, this,
+                [this, path] { parts.actions.documents.Open(path); });
     if (recent->isEmpty())
         recent->addAction(tr("None"))->setEnabled(false);
 }
@@ -209,7 +217,7 @@ void EditorMenus::FillPluginItems()
 {
     for (QAction* action : std::exchange(shownPluginItems, {}))
         delete action;
-    Host& host = editor.TheHost();
+    Host& host = parts.host;
     host.Events().MenusShowing();
     const BMenu& items = *host.MenuBar().Search();
     for (long index = 0; index < items.CountItems(); ++index) {
@@ -221,35 +229,60 @@ void EditorMenus::FillPluginItems()
         // The key runs the command by an action of its own; a second one with the same key would make it ambiguous.
         if (const auto bound = commands.find(command); bound != commands.end() && !bound->second->shortcut().isEmpty())
             action->setText(action->text() + '\t' + bound->second->shortcut().toString(QKeySequence::NativeText));
-        connect(action, &QAction::triggered, this, [this, command] {
-            editor.TheHost().Events().Command(command);
-            editor.Loop().LetThrough();
-        });
+        connect(action, &QAction::triggered, this, [this, command] { parts.router.RunChosen(command); });
         search->insertAction(pluginItems, action);
         shownPluginItems.push_back(action);
     }
 }
 
+void EditorMenus::Run(const std::string& command)
+{
+    CodeView* view = parts.window.Tabs().CurrentView();
+    if (view != nullptr)
+        view->EndTyping();
+    if (command == "GoBack")
+        parts.actions.places.GoBack();
+    else if (command == "GoForward")
+        parts.actions.places.GoForward();
+    else if (parts.host.Current() != nullptr)
+        parts.router.RunBound(command);
+    parts.window.Status().Show(parts.host.Current(), parts.window.Tabs().CurrentView());
+}
+
+void EditorMenus::ShowHelp()
+{
+    QMessageBox::information(&parts.window, tr("Symbols"), QString::fromStdString(parts.host.Bundle().Help()));
+}
+
+void EditorMenus::ShowAbout()
+{
+    QMessageBox::about(&parts.window, tr("About Wren"),
+                       tr("Wren %1\n\nAn editor that looks up and completes symbols of C, C++ and Objective-C.\n\nThis "
+                          "program as a whole is under the GNU General Public License 3, since its text component is; "
+                          "Wren's own code is under the MIT licence.")
+                           .arg(QApplication::applicationVersion()));
+}
+
 void EditorMenus::ShowState()
 {
-    const Document* document = editor.Current();
-    const CodeView* view = editor.CurrentView();
+    const Document* document = parts.host.Current();
+    const CodeView* view = parts.window.Tabs().CurrentView();
     const bool any = document != nullptr && view != nullptr;
     save->setEnabled(any);
     revert->setEnabled(any && !document->Path().empty());
     for (QAction* action : {cut, copy})
         action->setEnabled(any);
     ShowUndo();
-    commands["GoBack"]->setEnabled(editor.Places().CanGoBack());
-    commands["GoForward"]->setEnabled(editor.Places().CanGoForward());
-    const WorksheetActions& worksheet = editor.TheWorksheet();
+    commands["GoBack"]->setEnabled(parts.actions.places.CanGoBack());
+    commands["GoForward"]->setEnabled(parts.actions.places.CanGoForward());
+    const WorksheetActions& worksheet = parts.actions.worksheet;
     runLines->setEnabled(worksheet.IsWorksheet(document) && !worksheet.IsRunning());
     stop->setEnabled(worksheet.IsRunning());
 }
 
 void EditorMenus::ShowUndo()
 {
-    const CodeView* view = editor.CurrentView();
+    const CodeView* view = parts.window.Tabs().CurrentView();
     undo->setEnabled(view != nullptr && view->isUndoAvailable());
     redo->setEnabled(view != nullptr && view->isRedoAvailable());
 }
@@ -278,8 +311,8 @@ QAction* EditorMenus::CommandAction(const std::string& command)
     auto* action = new QAction(named == kNames.end() ? QString::fromStdString(command) : named->second.first, this);
     if (named != kNames.end())
         action->setIcon(IconNamed(named->second.second));
-    connect(action, &QAction::triggered, this, [this, command] { editor.Run(command); });
-    editor.Window().addAction(action);
+    connect(action, &QAction::triggered, this, [this, command] { Run(command); });
+    parts.window.addAction(action);
     commands[command] = action;
     return action;
 }

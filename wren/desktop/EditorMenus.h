@@ -1,10 +1,13 @@
 // The menu bar and the tool bar: what can be chosen, and the keys that choose it.
 #pragma once
 
+#include "wren/desktop/EditorActions.h"
+
 #include <QKeySequence>
 #include <QList>
 #include <QObject>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -15,18 +18,30 @@ class QMenu;
 
 namespace wren {
 
-class Editor;
+class Host;
+class KeyRouter;
+class MainWindow;
 
 // GUI thread.
 class EditorMenus : public QObject {
     Q_OBJECT
 public:
-    explicit EditorMenus(Editor& editor); // borrowed; fills its window's bars
+    struct Parts {
+        MainWindow& window; // its bars are filled
+        Host& host;
+        KeyRouter& router;
+        EditorActions actions;
+        std::function<std::vector<std::string>()> recentFiles; // the last one first
+    };
+    explicit EditorMenus(const Parts& parts); // borrows them all
 
     // The commands' keys, in the notation of menus; those of a command that is in a menu are shown there. A key that
     // two have runs neither, so it is the first command's; and no longer that of the menus' own items.
     void BindKeys(const std::vector<std::pair<std::string, std::string>>& keys);
     std::vector<std::pair<QString, QKeySequence>> OwnKeys() const; // and what they choose, while no command has them
+
+    void ShowState(); // enables what can be chosen now
+    void ShowUndo();  // the part of it that every edit may change
 
 private:
     void FillFile(QMenu* menu);
@@ -39,14 +54,15 @@ private:
     void FillTools();
     void FillRecent();
     void FillPluginItems();
-    void ShowState(); // which can be chosen now
-    void ShowUndo();  // and of those, what every edit may change
+    void Run(const std::string& command); // the editor's own, or one that the plug-in has registered
+    void ShowHelp();
+    void ShowAbout();
 
     QAction* Add(QMenu* menu, const QString& text, const char* icon, const QList<QKeySequence>& keys,
                  const std::function<void()>& run);
     QAction* CommandAction(const std::string& command);
 
-    Editor& editor;
+    const Parts parts;
     QMenu* search = nullptr;
     QMenu* recent = nullptr;
     QAction* pluginItems = nullptr; // the plug-in's are before it

@@ -2,8 +2,6 @@
 
 #include "vetch/support/Cancellation.h"
 #include "wren/desktop/Editor.h"
-#include "wren/desktop/SessionKeeper.h"
-#include "wren/desktop/SettingsKeeper.h"
 
 #include <QSocketNotifier>
 
@@ -57,10 +55,7 @@ Endings::~Endings()
 // taken down. The copies stay for the next start because nobody removes them.
 void Endings::End()
 {
-    editor.Session().Save();
-    editor.Session().KeepUnsaved();
-    editor.Settings().StoreAtEnd();
-    editor.StopAtEnd(gSignal);
+    editor.PrepareToEnd(gSignal);
     ::_exit(128 + gSignal);
 }
 

@@ -36,9 +36,15 @@ void KeyRouter::RunBound(const std::string& command)
     if (command == "SymbolCompletion" && binding.key != 0) {
         const HeldModifiers held(binding.modifiers);
         host.RouteKey({std::string(1, binding.key), binding.modifiers});
+        loop.LetThrough();
     } else {
-        host.Events().Command(command);
+        RunChosen(command);
     }
+}
+
+void KeyRouter::RunChosen(const std::string& command)
+{
+    host.Events().Command(command);
     loop.LetThrough();
 }
 

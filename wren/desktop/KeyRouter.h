@@ -29,8 +29,9 @@ public:
 
     MouseState Mouse() const { return mouse; } // of the click that is being told of
 
-    // Runs a registered command, as its key does: the plug-in sees the key before.
+    // Runs a registered command as its key does: the plug-in sees the key first.
     void RunBound(const std::string& command);
+    void RunChosen(const std::string& command); // as the plug-in's own menu item does
 
     void ButtonClicked(Qt::KeyboardModifiers held); // the plug-in's: it may ask what was held
 

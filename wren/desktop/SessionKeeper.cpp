@@ -3,13 +3,11 @@
 #include "wren/core/Host.h"
 #include "wren/core/TemporaryFile.h"
 #include "wren/core/UserDirectories.h"
-#include "wren/desktop/Editor.h"
+#include "wren/desktop/DocumentActions.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/FileKeeper.h"
 #include "wren/desktop/GuiLoop.h"
-#include "wren/desktop/MainWindow.h"
 #include "wren/desktop/NoticeBar.h"
-#include "wren/desktop/WorksheetActions.h"
 #include "wren/desktop/editor/CodeView.h"
 
 #include <QAbstractButton>
@@ -71,8 +69,9 @@ bool HasTheTab(const UnsavedText& text, const std::vector<UnsavedText>& left)
 
 } // namespace
 
-SessionKeeper::SessionKeeper(Editor& editor)
-    : editor(editor), state(LoadSession()), quiet(kPause, kLongest),
+SessionKeeper::SessionKeeper(const Parts& parts)
+    : host(parts.host), window(parts.window), tabs(parts.tabs), notices(parts.notices), files(parts.files),
+      documents(parts.documents), state(LoadSession()), quiet(kPause, kLongest),
       recovery([this](long document, const std::string& problem) { news.Add([=, this] { Kept(document, problem); }); })
 {
     KeepRecordsOfSaves();
@@ -81,8 +80,10 @@ SessionKeeper::SessionKeeper(Editor& editor)
     again.setInterval(kAgain);
     connect(&quiet, &QuietTimer::Quiet, this, &SessionKeeper::KeepChanged);
     connect(&again, &QTimer::timeout, this, &SessionKeeper::KeepChanged);
-    connect(&editor, &Editor::DocumentsChanged, this, &SessionKeeper::FilesChanged);
-    connect(editor.Window().Tabs().tabBar(), &QTabBar::tabMoved, this, &SessionKeeper::FilesChanged);
+    connect(&documents, &DocumentActions::Changed, this, &SessionKeeper::FilesChanged);
+    connect(&documents, &DocumentActions::Opened, this, &SessionKeeper::Opened);
+    connect(&documents, &DocumentActions::Settled, this, &SessionKeeper::Settled);
+    connect(tabs.tabBar(), &QTabBar::tabMoved, this, &SessionKeeper::FilesChanged);
 }
 
 void SessionKeeper::TakeNews()
@@ -107,16 +108,16 @@ void SessionKeeper::Restore()
     for (const SessionState::OpenFile& file : last.files) {
         std::error_code unknown;
         if (file.worksheet) {
-            editor.OpenWorksheet();
-        } else if (!std::filesystem::exists(file.path, unknown) || !editor.Open(file.path)) {
+            documents.OpenWorksheet();
+        } else if (!std::filesystem::exists(file.path, unknown) || !documents.Open(file.path)) {
             continue; // it went meanwhile: nobody asked for it now
         }
-        editor.CurrentView()->GoTo(file.caret);
-        editor.CurrentView()->ShowFromLine(file.firstLine);
+        tabs.CurrentView()->GoTo(file.caret);
+        tabs.CurrentView()->ShowFromLine(file.firstLine);
     }
     if (last.current >= 0 && last.current < static_cast<int>(last.files.size()))
-        if (Document* current = editor.TheHost().AllDocuments().FindByPath(last.files[last.current].path))
-            editor.Window().Tabs().Raise(current->Id());
+        if (Document* current = host.AllDocuments().FindByPath(last.files[last.current].path))
+            tabs.Raise(current->Id());
     restoring = false;
     FilesChanged();
 }
@@ -128,8 +129,7 @@ void SessionKeeper::OfferRecovery()
         TellUnsafe(recovery.Problem());
     if (left.empty())
         return;
-    QMessageBox question(QMessageBox::Question, tr("Wren"), QuestionAbout(left), QMessageBox::NoButton,
-                         &editor.Window());
+    QMessageBox question(QMessageBox::Question, tr("Wren"), QuestionAbout(left), QMessageBox::NoButton, &window);
     question.setTextFormat(Qt::PlainText); // names of files may look like markup
     QAbstractButton* open = question.addButton(tr("Open"), QMessageBox::AcceptRole);
     QAbstractButton* discard = question.addButton(tr("Discard"), QMessageBox::DestructiveRole);
@@ -156,7 +156,7 @@ void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
     }
     recovery.Finish();
     for (const auto& [document, text] : open)
-        if (!editor.Files().IsModified(*document) || recovery.Holds(document->Id(), text->text))
+        if (!files.IsModified(*document) || recovery.Holds(document->Id(), text->text))
             recovery.Discard(*text);
 }
 
@@ -165,13 +165,13 @@ void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
 const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::vector<UnsavedText>& left)
 {
     const bool isAtHome = HasTheTab(text, left);
-    if (!editor.OpenUnsaved(isAtHome ? text.path : "", text.text))
+    if (!documents.OpenUnsaved(isAtHome ? text.path : "", text.text))
         return nullptr;
-    const Document* document = editor.Current();
+    const Document* document = host.Current();
     if (!IsTorn(text.path, left))
-        editor.Files().Recovered(*document, text.was);
+        files.Recovered(*document, text.was);
     if (text.isOld)
-        editor.Window().Notices().Tell(
+        notices.Tell(
             (isAtHome
                  ? tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here: save to write "
                       "it.")
@@ -192,7 +192,7 @@ bool SessionKeeper::Save()
 // Another editor may have stored one meanwhile.
 void SessionKeeper::TakeState(const SessionState& stored)
 {
-    state.geometry = editor.Window().saveGeometry().toBase64().toStdString();
+    state.geometry = window.saveGeometry().toBase64().toStdString();
     state.recentFiles = stored.recentFiles;
     for (const std::string& path : opened)
         state.Opened(path);
@@ -207,14 +207,13 @@ void SessionKeeper::TakeState(const SessionState& stored)
 
 void SessionKeeper::TakeOpenFiles()
 {
-    Host& host = editor.TheHost();
     state.files.clear();
     state.current = -1;
-    for (const long id : editor.Window().Tabs().Documents()) {
+    for (const long id : tabs.Documents()) {
         const Document* document = host.AllDocuments().Find(id);
         if (document == nullptr || document->Path().empty())
             continue;
-        const CodeView* view = editor.Window().Tabs().ViewOf(id);
+        const CodeView* view = tabs.ViewOf(id);
         if (document == host.Current())
             state.current = static_cast<int>(state.files.size());
         state.files.push_back({document->Path(), view->Caret(), view->FirstVisibleLine(), document->IsWorksheet()});
@@ -223,8 +222,8 @@ void SessionKeeper::TakeOpenFiles()
 
 void SessionKeeper::KeepUnsaved()
 {
-    for (const Document* document : editor.TheHost().AllDocuments().All())
-        if (editor.Files().IsModified(*document))
+    for (const Document* document : host.AllDocuments().All())
+        if (files.IsModified(*document))
             Keep(document->Id());
     recovery.Finish();
 }
@@ -232,7 +231,7 @@ void SessionKeeper::KeepUnsaved()
 void SessionKeeper::TextChanged(long document)
 {
     changed.insert(document);
-    const Document* text = editor.TheHost().AllDocuments().Find(document);
+    const Document* text = host.AllDocuments().Find(document);
     quiet.Happened(MoreFor(text == nullptr ? 0 : text->Length()));
 }
 
@@ -274,11 +273,11 @@ void SessionKeeper::KeepSession()
 
 void SessionKeeper::Keep(long id)
 {
-    const Document* document = editor.TheHost().AllDocuments().Find(id);
-    if (document != nullptr && editor.Files().IsModified(*document)) {
+    const Document* document = host.AllDocuments().Find(id);
+    if (document != nullptr && files.IsModified(*document)) {
         if (!recovery.Problem().empty())
             return Unsafe(id, recovery.Problem());
-        recovery.Keep(id, document->Path(), editor.Window().Tabs().ViewOf(id)->Bytes(), editor.Files().Known(id));
+        recovery.Keep(id, document->Path(), tabs.ViewOf(id)->Bytes(), files.Known(id));
     } else {
         recovery.Forget(id);
         Safe(id);
@@ -316,7 +315,7 @@ void SessionKeeper::TellUnsafe(const std::string& reason)
         sentences.append(tr("Wren tries again while there are unsaved texts."));
     }
     sentences.removeAll("");
-    editor.Window().Notices().Tell(sentences.join(' '), kUnsafe);
+    notices.Tell(sentences.join(' '), kUnsafe);
 }
 
 // The copies that were in a directory that has gone are gone too.
@@ -325,8 +324,8 @@ void SessionKeeper::RetryPlace()
     const bool hadNone = !recovery.Problem().empty();
     if (changed.empty() || !recovery.Retry())
         return;
-    for (const Document* document : editor.TheHost().AllDocuments().All())
-        if (editor.Files().IsModified(*document))
+    for (const Document* document : host.AllDocuments().All())
+        if (files.IsModified(*document))
             changed.insert(document->Id());
     if (hadNone && unsafe.empty())
         Withdraw();
@@ -341,7 +340,7 @@ void SessionKeeper::Safe(long document)
 void SessionKeeper::Withdraw()
 {
     told.clear();
-    editor.Window().Notices().Withdraw(kUnsafe);
+    notices.Withdraw(kUnsafe);
 }
 
 } // namespace wren

@@ -16,9 +16,12 @@
 
 namespace wren {
 
-class CodeView;
 class Document;
-class Editor;
+class DocumentActions;
+class EditorTabs;
+class FileKeeper;
+class Host;
+class NoticeBar;
 
 // The session, and a text's copy, are written once nothing has changed for a moment, or when that takes too long; and a
 // copy that could not be written, again a while later. Nothing wakes up while nothing changes. GUI thread.
@@ -28,7 +31,15 @@ class Editor;
 class SessionKeeper : public QObject {
     Q_OBJECT
 public:
-    explicit SessionKeeper(Editor& editor); // borrowed
+    struct Parts { // all borrowed
+        Host& host;
+        QWidget& window; // whose place is kept
+        EditorTabs& tabs;
+        NoticeBar& notices;
+        FileKeeper& files;
+        DocumentActions& documents;
+    };
+    explicit SessionKeeper(const Parts& parts);
 
     const SessionState& State() const { return state; }
     void Opened(const std::string& path); // among the recent files
@@ -66,7 +77,12 @@ private:
     void RetryPlace();
     void Withdraw();
 
-    Editor& editor;
+    Host& host;
+    QWidget& window;
+    EditorTabs& tabs;
+    NoticeBar& notices;
+    FileKeeper& files;
+    DocumentActions& documents;
     SessionState state;
     std::vector<std::string> opened; // by this editor, the last one last
     bool restoring = false;

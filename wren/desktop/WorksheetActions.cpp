@@ -4,6 +4,7 @@
 #include "wren/core/TextChange.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/desktop/EditorTabs.h"
+#include "wren/desktop/PlainBox.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/state/WorksheetRunner.h"
 
@@ -63,6 +64,19 @@ void WorksheetActions::RunLines()
 void WorksheetActions::Stop()
 {
     runner->Stop();
+}
+
+// Without the Worksheet, or the editor, the command's output has nowhere to go.
+bool WorksheetActions::MayStop(QWidget* window)
+{
+    if (!IsRunning())
+        return true;
+    const bool stops =
+        AskPlainly(QMessageBox::Question, window, tr("A command of the Worksheet is still running. Stop it?"),
+                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
+    if (stops)
+        Stop();
+    return stops;
 }
 
 // The user may go on writing meanwhile, also above.

@@ -6,9 +6,10 @@
 #include <string>
 #include <string_view>
 
+class QWidget;
+
 namespace wren {
 
-class CodeView;
 class Document;
 class EditorTabs;
 class Host;
@@ -32,6 +33,7 @@ public:
     bool IsRunning() const;
     void RunLines(); // of the current document, if it is the Worksheet
     void Stop();
+    bool MayStop(QWidget* window); // true when nothing runs; else asks the user, and stops it after a "Yes"
 
     // The text of a document changes: output still to come follows the lines that it belongs to.
     void TextMoves(long document, long offset, long removed, long inserted);

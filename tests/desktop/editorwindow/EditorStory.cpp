@@ -168,6 +168,14 @@ void EditorStory::Choose(const char* menu, const char* item)
     Settle();
 }
 
+void EditorStory::RunCommand(const char* name)
+{
+    QAction* action = ActionNamed(editor->Window().actions(), name);
+    ASSERT_NE(action, nullptr) << name;
+    action->trigger();
+    Settle();
+}
+
 void EditorStory::CloseTab(int index)
 {
     QTabBar* bar = editor->Window().Tabs().tabBar();
@@ -192,7 +200,7 @@ void EditorStory::InPreferences(const std::function<void(QWidget& dialog)>& what
         done = true;
     };
     QMetaObject::invokeMethod(qApp, act, Qt::QueuedConnection);
-    TheEditor().OpenPreferences();
+    Choose("Edit", "Preferences\u2026");
     EXPECT_TRUE(done);
     Settle();
 }
@@ -253,6 +261,16 @@ std::string EditorStory::Notice() const
 std::string EditorStory::Status() const
 {
     return editor->Window().statusBar()->currentMessage().toStdString();
+}
+
+wren::CodeView& EditorStory::View() const
+{
+    return *editor->Window().Tabs().CurrentView();
+}
+
+std::string EditorStory::Text() const
+{
+    return View().Bytes();
 }
 
 std::string EditorStory::Content(const std::string& file)

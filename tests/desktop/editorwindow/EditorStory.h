@@ -38,6 +38,7 @@ protected:
     void Press(const char* keys); // "Ctrl+S", in the current text
     void Type(const std::string& text);
     void Choose(const char* menu, const char* item);                      // by their labels without "&"
+    void RunCommand(const char* name);                                    // of the plug-in, as its key does
     void CloseTab(int index);                                             // by its button
     void InPreferences(const std::function<void(QWidget& dialog)>& what); // opens them, and closes them afterwards
     void ClickText(long offset, Qt::KeyboardModifiers held);              // the character behind the offset
@@ -47,8 +48,8 @@ protected:
     static void Tick(QWidget& dialog, const char* label);                      // clicks on that box
 
     wren::Editor& TheEditor() { return *editor; }
-    wren::CodeView& View() { return *editor->CurrentView(); }
-    std::string Text() const { return editor->CurrentView()->Bytes(); }
+    wren::CodeView& View() const; // the current text's
+    std::string Text() const;
     std::vector<std::string> Tabs() const; // as they read, in their order
     std::string CurrentTab() const;
     std::string Notice() const; // "" when none is shown

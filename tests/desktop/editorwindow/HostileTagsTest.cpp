@@ -142,6 +142,6 @@ TEST_F(HostileTags, LineNumbersOutOfRangeGoToTheFirstOrLastLine)
     for (const auto& each : kCases) {
         LookUp("Area\t" + path + "\t" + each.named + ";\"\tp\n");
         EXPECT_THAT(Tabs(), ElementsAre("draw.c", "a.h")) << each.named;
-        EXPECT_EQ(TheEditor().Current()->LineAt(View().Caret()), each.shown) << each.named;
+        EXPECT_EQ(TheEditor().TheHost().Current()->LineAt(View().Caret()), each.shown) << each.named;
     }
 }

@@ -51,7 +51,7 @@ protected:
     // The tab and the line, from 1, where the user is.
     std::string Place()
     {
-        const wren::Document& document = *TheEditor().Current();
+        const wren::Document& document = *TheEditor().TheHost().Current();
         return CurrentTab() + ":" + std::to_string(document.LineAt(View().Caret()) + 1);
     }
     void ExpectCompleted(const char* keys)

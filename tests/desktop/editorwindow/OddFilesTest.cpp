@@ -112,7 +112,7 @@ TEST_F(OddFiles, UnchangedTextsAreSavedByteForByte)
     Start();
     for (const OddText& text : kOddTexts) {
         const std::string file = home.Write("odd.c", text.bytes);
-        TheEditor().Open(file);
+        TheEditor().Actions().documents.Open(file);
         EXPECT_EQ(Text(), text.bytes) << text.why;
         fs::remove(file);
         Press("Ctrl+S");
@@ -126,7 +126,7 @@ TEST_F(OddFiles, UnchangedPartsAreSavedByteForByte)
     Start();
     for (const OddText& text : kOddTexts) {
         const std::string file = home.Write("odd.c", text.bytes);
-        TheEditor().Open(file);
+        TheEditor().Actions().documents.Open(file);
         Press("Ctrl+End");
         Type("ing");
         Press("Ctrl+S");
@@ -141,7 +141,7 @@ TEST_F(OddFiles, ANewLineGetsTheLineEndOfTheOthers)
     Start();
     for (const OddText& text : kEnds) {
         const std::string file = home.Write("odd.c", text.bytes);
-        TheEditor().Open(file);
+        TheEditor().Actions().documents.Open(file);
         Press("Ctrl+End");
         Type("two\n");
         Press("Ctrl+S");
@@ -197,7 +197,7 @@ TEST_F(OddFiles, NamesOfAnyBytesAreKeptWhenSaving)
     EXPECT_EQ(Content(file), "new old\n");
     ASSERT_TRUE(Quit());
     Start();
-    EXPECT_EQ(TheEditor().Current()->Path(), file) << "of the session";
+    EXPECT_EQ(TheEditor().TheHost().Current()->Path(), file) << "of the session";
     EXPECT_EQ(Text(), "new old\n");
 }
 

@@ -3,7 +3,7 @@
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ShellWord.h"
-#include "wren/core/Document.h"
+#include "wren/core/Host.h"
 #include "wren/desktop/SessionKeeper.h"
 #include "wren/desktop/WorksheetActions.h"
 
@@ -377,7 +377,7 @@ TEST_F(RestartAfterAKill, TheOpenFilesAreOpenedAgain)
     }
     Start();
     EXPECT_THAT(Tabs(), ElementsAre("a.c", "b.c"));
-    EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(other, file));
+    EXPECT_THAT(TheEditor().RecentFiles(), ElementsAre(other, file));
 }
 
 TEST_F(UnsavedCopy, AFileInPlaceOfTheDirectoryIsReportedWithARemedyUntilItIsGone)
@@ -388,7 +388,7 @@ TEST_F(UnsavedCopy, AFileInPlaceOfTheDirectoryIsReportedWithARemedyUntilItIsGone
     EXPECT_THAT(told, AllOf(HasSubstr("not safe from a crash"), HasSubstr(InState("recovery")),
                             HasSubstr("is not a directory: move it away")));
     Type("typed ");
-    Until([this] { return TheEditor().Session().IsUnsafe(); });
+    Until([this] { return TheEditor().HasUnkeptTexts(); });
     EXPECT_EQ(Notice(), told) << "told once";
     fs::remove(InState("recovery"));
     Until([this] { return Notice().empty(); });
@@ -424,7 +424,7 @@ TEST_F(UnsavedCopy, ARemovedDirectoryIsRecreatedWithCopiesOfAllTexts)
 TEST_F(UnsavedCopy, ACopyThatIsNoLongerNeededIsNotReported)
 {
     Start({home.Write("a.c", "old\n")});
-    fs::create_directory(Directory() + "/" + std::to_string(TheEditor().Current()->Id()) + ".copy");
+    fs::create_directory(Directory() + "/" + std::to_string(TheEditor().TheHost().Current()->Id()) + ".copy");
     Type("typed ");
     UntilToldThatItIsUnsafe();
     Press("Ctrl+S");

@@ -173,7 +173,7 @@ TEST_F(Saving, StopsAtTheFirstTextThatCannotBeSaved)
 {
     const std::string good = home.Write("good.c", "old\n");
     StartWith("source/a.c");
-    TheEditor().Open(good);
+    TheEditor().Actions().documents.Open(good);
     Type("new ");
     Press("Ctrl+PgUp");
     Type("new ");

@@ -2,7 +2,7 @@
 #include "wren/core/Host.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/MainWindow.h"
-#include "wren/desktop/SessionKeeper.h"
+#include "wren/desktop/state/SessionState.h"
 
 #include <QTabBar>
 
@@ -104,19 +104,19 @@ TEST_F(Session, IsNotReplacedByNamedFiles)
     ASSERT_TRUE(Quit());
     Start();
     EXPECT_THAT(Tabs(), ElementsAre("a.c", "b.c"));
-    EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(files[2], files[1], files[0]));
+    EXPECT_THAT(TheEditor().RecentFiles(), ElementsAre(files[2], files[1], files[0]));
 }
 
 TEST_F(Session, LeavesTheOrderOfRecentFilesAloneWhenItIsRestored)
 {
     Start(files);
     Press("Ctrl+W");
-    TheEditor().Open(files[0]);
+    TheEditor().Actions().documents.Open(files[0]);
     ASSERT_TRUE(Quit());
     for (int start = 0; start < 2; ++start) {
         Start();
         EXPECT_THAT(Tabs(), ElementsAre("a.c", "b.c"));
-        EXPECT_THAT(TheEditor().Session().State().recentFiles, ElementsAre(files[0], files[2], files[1]));
+        EXPECT_THAT(TheEditor().RecentFiles(), ElementsAre(files[0], files[2], files[1]));
         ASSERT_TRUE(Quit());
     }
 }
@@ -125,7 +125,7 @@ TEST_F(Session, IsStoredWhileFilesAreOpenedAndClosed)
 {
     Start({files[0]});
     Until([] { return wren::LoadSession().files.size() == 1; });
-    TheEditor().Open(files[1]);
+    TheEditor().Actions().documents.Open(files[1]);
     Until([] { return wren::LoadSession().files.size() == 2; });
     EXPECT_EQ(wren::LoadSession().current, 1);
     TheEditor().Window().Tabs().tabBar()->moveTab(0, 1);
@@ -140,7 +140,7 @@ TEST_F(Session, IsNotReplacedWhileNamedFilesAreOpenedAndClosed)
     Start({files[0]});
     ASSERT_TRUE(Quit());
     Start({files[1]});
-    TheEditor().Open(files[2]);
+    TheEditor().Actions().documents.Open(files[2]);
     Until([&] { return wren::LoadSession().recentFiles.front() == files[2]; });
     EXPECT_EQ(wren::LoadSession().files.size(), 1u);
     EXPECT_EQ(wren::LoadSession().files.front().path, files[0]);
@@ -178,7 +178,7 @@ TEST_F(Session, RestoresTheWorksheetAsAWorksheet)
     EXPECT_THAT(Tabs(), ElementsAre("a.c", "Worksheet"));
     EXPECT_EQ(CurrentTab(), "Worksheet");
     EXPECT_EQ(Text(), "echo hello");
-    EXPECT_TRUE(TheEditor().Current()->IsWorksheet());
+    EXPECT_TRUE(TheEditor().TheHost().Current()->IsWorksheet());
 }
 
 TEST_F(Session, IsEmptyAtTheStartWhenItsFileIsDamaged)

@@ -1,7 +1,6 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/NoticeBar.h"
-#include "wren/desktop/SettingsKeeper.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -14,6 +13,7 @@
 #include <QToolButton>
 #include <QWheelEvent>
 
+#include <csignal>
 #include <filesystem>
 #include <sys/stat.h>
 
@@ -94,7 +94,7 @@ TEST_F(Settings, AreStoredAtOnceWhenASignalEndsTheEditor)
     Start();
     InPreferences([this](QWidget& dialog) {
         Tick(dialog, "Wrap long lines");
-        TheEditor().Settings().StoreAtEnd();
+        TheEditor().PrepareToEnd(SIGTERM);
         EXPECT_THAT(Content(SettingsFile()), HasSubstr("WrenWrapLines on\n"));
     });
 }

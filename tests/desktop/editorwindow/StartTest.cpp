@@ -87,9 +87,9 @@ TEST_F(Starting, ReportsEachDamagedSettingsLineOnceAndUsesTheOthers)
                                   AllOf(HasSubstr(file + ":4:"), HasSubstr("maybe")),
                                   AllOf(HasSubstr(file + ":6:"), HasSubstr("Somebody")),
                                   AllOf(HasSubstr(file + ":7:"), HasSubstr("DeclAutoComplete cannot be \"On\""))));
-    EXPECT_EQ(TheEditor().ThePreferences().Values().tabWidth, 8);
-    EXPECT_TRUE(TheEditor().ThePreferences().Values().wrapsLines);
-    EXPECT_EQ(TheEditor().ThePreferences().Values().fontSize, wren::PreferenceValues().fontSize);
+    EXPECT_EQ(TheEditor().Actions().preferences.Values().tabWidth, 8);
+    EXPECT_TRUE(TheEditor().Actions().preferences.Values().wrapsLines);
+    EXPECT_EQ(TheEditor().Actions().preferences.Values().fontSize, wren::PreferenceValues().fontSize);
 }
 
 TEST_F(Starting, KeepsDamagedSettingsLinesWhenStoring)

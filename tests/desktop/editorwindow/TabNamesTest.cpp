@@ -18,7 +18,7 @@ TEST_F(TabNames, ShowTheDirectoryWhenTwoFilesHaveTheSameName)
 {
     Start({home.Write("src/x.h", ""), home.Write("y.h", "")});
     EXPECT_THAT(Tabs(), ElementsAre("x.h", "y.h"));
-    TheEditor().Open(home.Write("include/x.h", ""));
+    TheEditor().Actions().documents.Open(home.Write("include/x.h", ""));
     Settle();
     EXPECT_THAT(Tabs(), ElementsAre("x.h (src)", "y.h", "x.h (include)"));
     EXPECT_EQ(Title(), "x.h (include) - Wren");

@@ -119,7 +119,7 @@ TEST_F(TagsStory, AFailureIsReportedWithItsLogFile)
     EXPECT_THAT(Notice(), AllOf(HasSubstr("status 2"), HasSubstr(wren::TagsKeeper::LogFile())));
     EXPECT_THAT(Content(wren::TagsKeeper::LogFile()), AllOf(HasSubstr("executing "), HasSubstr("no such language")));
     UseProgram("cat >/dev/null; printf 'foo\\ta.c\\t1;\"\\tv\\n' >\"$t\"\n");
-    TheEditor().Open(home / "T/main.c");
+    TheEditor().Actions().documents.Open(home / "T/main.c");
     Update();
     SettleBackground();
     Settle();

@@ -90,7 +90,7 @@ TEST_F(UnsavedChanges, AreAskedAboutTabByTabOnQuit)
 {
     StartWithAChange();
     const std::string second = home.Write("b.c", "old\n");
-    TheEditor().Open(second);
+    TheEditor().Actions().documents.Open(second);
     Type("also ");
     hands.AnswerNextAlert("Save");
     hands.AnswerNextAlert("Discard");
@@ -103,7 +103,7 @@ TEST_F(UnsavedChanges, AreAskedAboutTabByTabOnQuit)
 TEST_F(UnsavedChanges, KeepTheEditorOpenWhenQuittingIsCancelled)
 {
     StartWithAChange();
-    TheEditor().New();
+    TheEditor().Actions().documents.New();
     hands.AnswerNextAlert("Cancel");
     EXPECT_FALSE(Quit());
     EXPECT_EQ(CurrentTab(), "a.c *") << "the text that was asked about";
@@ -159,7 +159,7 @@ TEST_F(UnsavedChanges, AreNotWrittenOverAFileThatIsOpenInAnotherTab)
 {
     StartWithAChange();
     const std::string other = home.Write("other.c", "precious\n");
-    TheEditor().Open(other);
+    TheEditor().Actions().documents.Open(other);
     Press("Ctrl+PgUp");
     hands.TakeHeard();
     hands.AnswerNextPanel(other);

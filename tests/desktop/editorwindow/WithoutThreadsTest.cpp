@@ -81,8 +81,7 @@ TEST_F(EditorWithoutThreads, ReportsAMissingListOnceAndShowsItLater)
     SettleBackground();
     const auto lookUp = [this] {
         Press("Ctrl+Home");
-        TheEditor().Run("SymbolLookup");
-        Settle();
+        RunCommand("SymbolLookup");
     };
     {
         const RefusedThreads refused;

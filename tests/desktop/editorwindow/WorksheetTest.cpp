@@ -43,7 +43,7 @@ protected:
     }
     void UntilEnded()
     {
-        Until([this] { return !TheEditor().TheWorksheet().IsRunning(); });
+        Until([this] { return !TheEditor().Actions().worksheet.IsRunning(); });
     }
 };
 
@@ -113,9 +113,9 @@ TEST_F(WorksheetStory, OneCommandRunsAtATime)
     Start();
     OpenWith("sleep 1000");
     Press("Ctrl+Return");
-    ASSERT_TRUE(TheEditor().TheWorksheet().IsRunning());
+    ASSERT_TRUE(TheEditor().Actions().worksheet.IsRunning());
     Type("echo two");
-    TheEditor().TheWorksheet().RunLines();
+    TheEditor().Actions().worksheet.RunLines();
     EXPECT_THAT(Status(), HasSubstr("still running"));
     Press("Ctrl+Shift+Return");
     UntilEnded();
@@ -188,7 +188,7 @@ TEST_F(WorksheetStory, ControlEnterRunsNothingInOtherTexts)
     Start();
     Type("touch made");
     Press("Ctrl+Return");
-    EXPECT_FALSE(TheEditor().TheWorksheet().IsRunning());
+    EXPECT_FALSE(TheEditor().Actions().worksheet.IsRunning());
     EXPECT_FALSE(fs::exists(home / "made"));
 }
 
@@ -201,7 +201,7 @@ TEST_F(WorksheetStory, ClosingItWhileACommandRunsAsksAndStopsIt)
     hands.AnswerNextAlert("No");
     Press("Ctrl+W");
     EXPECT_THAT(Tabs(), ElementsAre("a.c", "Worksheet"));
-    EXPECT_TRUE(TheEditor().TheWorksheet().IsRunning());
+    EXPECT_TRUE(TheEditor().Actions().worksheet.IsRunning());
     hands.AnswerNextAlert("Yes");
     Press("Ctrl+W");
     EXPECT_THAT(Tabs(), ElementsAre("a.c"));
@@ -311,6 +311,6 @@ TEST_F(WorksheetStory, SaveAsWritesACopyAndKeepsTheWorksheet)
     hands.AnswerNextPanel(home / "copy.sh");
     Choose("File", "Save As\u2026");
     EXPECT_EQ(Content(home / "copy.sh"), "echo hello");
-    EXPECT_EQ(TheEditor().Current()->Path(), wren::WorksheetActions::File());
+    EXPECT_EQ(TheEditor().TheHost().Current()->Path(), wren::WorksheetActions::File());
     EXPECT_EQ(CurrentTab(), "Worksheet");
 }

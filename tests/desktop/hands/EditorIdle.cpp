@@ -3,7 +3,6 @@
 #include "tests/desktop/hands/WindowManager.h"
 #include "vetch/app/Loop.h"
 #include "wren/desktop/Editor.h"
-#include "wren/desktop/GuiLoop.h"
 
 #include <QCoreApplication>
 #include <QImage>
@@ -18,11 +17,11 @@ constexpr int kQuietRounds = 2; // of Qt's loop, so that what one round queues i
 void SettleEditor(wren::Editor& editor, WindowManager& manager)
 {
     int quiet = 0;
-    const auto connection = QObject::connect(&editor.Loop(), &wren::GuiLoop::Woke, [&quiet] { quiet = 0; });
+    const auto connection = QObject::connect(&editor, &wren::Editor::Woke, [&quiet] { quiet = 0; });
     while (quiet < kQuietRounds) {
         ++quiet;
         vetch::Settle();
-        editor.Loop().LetThrough();
+        editor.LetThrough();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
         manager.LookAround();

@@ -3,18 +3,15 @@
 #include "tests/desktop/hands/EditorIdle.h"
 #include "tests/desktop/hands/QtKeys.h"
 #include "vetch/app/Loop.h"
+#include "vetch/display/Display.h"
 #include "vetch/interface/BWindow.h"
 #include "vetch/support/Clock.h"
 #include "wren/core/Event.h"
 #include "wren/core/Host.h"
-#include "wren/desktop/DesktopFace.h"
 #include "wren/desktop/EditorTabs.h"
-#include "wren/desktop/GuiLoop.h"
-#include "wren/desktop/KeyRouter.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/PreferencesDialog.h"
-#include "wren/desktop/display/QtDisplay.h"
 #include "wren/desktop/display/WindowPeer.h"
 #include "wren/desktop/editor/CodeView.h"
 
@@ -41,14 +38,17 @@ constexpr BPoint kScriptsView = {700, 600}; // the text view's size as scripts k
 constexpr bigtime_t kReaching = 200'000;    // from an alert's button to the text; the clock stands still otherwise
 
 wren::DesktopOptions OptionsFor(const std::string& bundle, const std::string& settingsFile, bool guarded,
-                                wren::HostWitness* witness)
+                                wren::ScriptLog* log, const bool* keysWait)
 {
     wren::DesktopOptions options;
     options.bundle = bundle;
     options.settingsFile = settingsFile;
     options.restoresSession = false;
     options.guardsTags = guarded;
-    options.witness = witness;
+    options.witness = log;
+    options.openMatch = [log](const std::string& path, long line) { log->MatchOpened(path, line); };
+    options.keysWait = [keysWait] { return *keysWait; };
+    options.raisesWorksheet = false;
     return options;
 }
 
@@ -118,13 +118,11 @@ void TypeOver(Field& field, const std::string& text)
 } // namespace
 
 DesktopStage::DesktopStage(const std::string& bundle, const std::string& settingsFile, bool guarded)
-    : editor(std::make_unique<wren::Editor>(OptionsFor(bundle, settingsFile, guarded, &log))),
+    : editor(std::make_unique<wren::Editor>(OptionsFor(bundle, settingsFile, guarded, &log, &keysWait))),
       manager(std::make_unique<WindowManager>(editor->Window())),
-      display(std::make_unique<RecordingDisplay>(editor->Display(), log, hands))
+      display(std::make_unique<RecordingDisplay>(*vetch::CurrentDisplay(), log, hands))
 {
-    vetch::SetDisplay(display.get()); // no window has been made yet
-    editor->TheFace().onOpenMatch = [this](const std::string& path, long line) { log.MatchOpened(path, line); };
-    editor->TheFace().onWorksheetGrown = nullptr;
+    vetch::SetDisplay(display.get());    // no window has been made yet
     TheHost().SetWorksheetDirectory(""); // its file's, as with scripts; the editor's own runs where it was started
     TheHost().Background().LeaveOut("QFileInfoGather"); // an open file dialog's
 }
@@ -157,7 +155,7 @@ wren::Document* DesktopStage::Open(const std::string& path, const std::optional<
     else if (text)
         opened = OpenText(path, *text);
     else
-        opened = editor->Open(path);
+        opened = editor->Actions().documents.Open(path);
     if (!opened && error->empty())
         *error = hands.TakeComplaint();
     if (!opened)
@@ -172,7 +170,7 @@ bool DesktopStage::OpenText(const std::string& path, const std::string& text)
     wren::Document* document = TheHost().AllDocuments().FindByPath(path);
     if (document != nullptr)
         editor->Window().Tabs().Raise(document->Id());
-    else if (!editor->OpenUnsaved(path, text))
+    else if (!editor->Actions().documents.OpenUnsaved(path, text))
         return false;
     TheHost().Current()->SetText(text);
     return true;
@@ -181,12 +179,7 @@ bool DesktopStage::OpenText(const std::string& path, const std::string& text)
 // The editor has a Worksheet of its own; the script's is a document that it is told to take for one.
 bool DesktopStage::OpenWorksheet(const std::string& path, const std::optional<std::string>& text, std::string* error)
 {
-    wren::Document* document = TheHost().Open(path, text, true, error);
-    if (document == nullptr)
-        return false;
-    editor->Window().Tabs().ViewOf(document->Id())->SetClient(&editor->Router());
-    editor->Window().Tabs().Raise(document->Id());
-    return true;
+    return editor->Actions().documents.OpenAsWorksheet(path, text, error) != nullptr;
 }
 
 long DesktopStage::AnswerTo(long event, const std::function<void()>& doing)
@@ -200,7 +193,7 @@ long DesktopStage::AnswerTo(long event, const std::function<void()>& doing)
 // go, and a new line begins with the blanks of the one before.
 long DesktopStage::PressKey(const std::string& key, const wren::KeyStroke& stroke)
 {
-    wren::CodeView& view = *editor->CurrentView();
+    wren::CodeView& view = *editor->Window().Tabs().CurrentView();
     wren::Document& document = *TheHost().Current();
     const long lineStart = document.Selected().start + 1;
     const long returned = AnswerTo(Event::kKeyDown, [&] { ClickKey(view, key, stroke.modifiers); });
@@ -228,7 +221,7 @@ QPoint DesktopStage::PlaceOf(const wren::TextClick& click, wren::CodeView& view)
 // Where a click that looks nothing up puts the caret is nothing that scripts know of.
 long DesktopStage::Click(const wren::TextClick& click)
 {
-    wren::CodeView& view = *editor->CurrentView();
+    wren::CodeView& view = *editor->Window().Tabs().CurrentView();
     wren::Document& document = *TheHost().Current();
     const wren::Selection before = document.Selected();
     const QPoint place = PlaceOf(click, view);
@@ -249,7 +242,7 @@ long DesktopStage::Click(const wren::TextClick& click)
 // What is taken back has no name on the screen.
 std::optional<std::string> DesktopStage::Undo()
 {
-    wren::CodeView& view = *editor->CurrentView();
+    wren::CodeView& view = *editor->Window().Tabs().CurrentView();
     if (!view.isUndoAvailable())
         return std::nullopt;
     QTest::keyClick(&view, Qt::Key_Z, Qt::ControlModifier);
@@ -260,7 +253,7 @@ long DesktopStage::RunCommand(const std::string& name)
 {
     return AnswerTo(Event::kCommand, [&] {
         TheHost().Events().Command(name);
-        editor->Loop().LetThrough();
+        editor->LetThrough();
     });
 }
 
@@ -430,8 +423,7 @@ vetch::LooperToken DesktopStage::OpenPanel(const std::string& identifier, long* 
     if (!identifier.empty())
         return TheHost().OpenPreferences(identifier, returned)->LooperToken();
     log.Forget();
-    auto dialog = std::make_unique<wren::PreferencesDialog>(TheHost(), editor->Display(), editor->Loop(),
-                                                            editor->ThePreferences().Values(), &editor->Window());
+    std::unique_ptr<wren::PreferencesDialog> dialog = editor->Actions().preferences.MakeDialog();
     *returned = log.AnswerTo(Event::kOpenPanel);
     auto* titles = dialog->findChild<QListWidget*>();
     dialog->show();
@@ -448,5 +440,5 @@ void DesktopStage::SetScreen(BRect frame)
 
 void DesktopStage::SetInputPending(bool pending)
 {
-    editor->TheFace().keysWait = pending;
+    keysWait = pending;
 }

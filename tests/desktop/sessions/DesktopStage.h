@@ -66,6 +66,7 @@ private:
     DesktopLog log;
     const wren::Repeatable repeatable;
     QuestionHands hands;
+    bool keysWait = false; // what the script says of it
     std::unique_ptr<wren::Editor> editor;
     std::unique_ptr<WindowManager> manager;
     std::unique_ptr<RecordingDisplay> display;

@@ -3,7 +3,9 @@
 //     typing_editor TEXT [arguments of the editor]
 #include "tests/desktop/hands/QtKeys.h"
 #include "wren/desktop/Arguments.h"
+#include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/Endings.h"
+#include "wren/desktop/MainWindow.h"
 #include "wren/desktop/editor/CodeView.h"
 
 #include <QApplication>
@@ -23,6 +25,6 @@ int main(int count, char** words)
     const wren::Endings endings(editor);
     editor.Show(arguments->places);
     for (const char character : text)
-        ClickKey(*editor.CurrentView(), std::string(1, character), 0);
+        ClickKey(*editor.Window().Tabs().CurrentView(), std::string(1, character), 0);
     return QApplication::exec();
 }

@@ -1,0 +1,19 @@
+// What the user can do in the editor, whether a menu, a key or another part asks for it.
+#pragma once
+
+#include "wren/desktop/DocumentActions.h"
+#include "wren/desktop/PlaceActions.h"
+#include "wren/desktop/PreferenceActions.h"
+#include "wren/desktop/WorksheetActions.h"
+
+namespace wren {
+
+// The Editor owns them, and they live as long as it does. GUI thread.
+struct EditorActions {
+    DocumentActions& documents;
+    PlaceActions& places;
+    WorksheetActions& worksheet;
+    PreferenceActions& preferences;
+};
+
+} // namespace wren
