@@ -49,7 +49,7 @@ private:
     bool exists;
 };
 
-Command CommandFor(const Settings& settings, Parser parser, const OutputFile& output)
+Command CommandFor(const CtagsSettings& settings, Parser parser, const OutputFile& output)
 {
     std::vector<std::string> words = CtagsWords(settings, parser);
     words.insert(words.end(), {"-L", "-", "-f", output.Path()});
@@ -147,7 +147,7 @@ bool FitsIntoBatch(const Source& source)
     });
 }
 
-bool TagBatch(const Settings& settings, std::vector<Source>& sources, std::span<const int> stops,
+bool TagBatch(const CtagsSettings& settings, std::vector<Source>& sources, std::span<const int> stops,
               const CtagsProcess::Done& done)
 {
     const OutputFile output(settings.temporaries);

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cplustags/CtagsProcess.h"
-#include "cplustags/Settings.h"
+#include "cplustags/CtagsSettings.h"
 #include "cplustags/Source.h"
 
 #include <span>
@@ -20,7 +20,7 @@ bool FitsIntoBatch(const Source& source);
 // Has the sources tagged, which one parser is for, and hands each to 'done', in their order. False, with nothing handed
 // out, when ctags fails, is stopped ('stops' are descriptors that are readable then), or takes longer than it may take
 // for one file. Waits; any thread, with which ctags dies.
-bool TagBatch(const Settings& settings, std::vector<Source>& sources, std::span<const int> stops,
+bool TagBatch(const CtagsSettings& settings, std::vector<Source>& sources, std::span<const int> stops,
               const CtagsProcess::Done& done);
 
 } // namespace cplustags

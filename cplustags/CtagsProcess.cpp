@@ -19,7 +19,7 @@ constexpr size_t kPipe = 256 * 1024; // fewer changes between two processes than
 constexpr size_t kLongestErrors = 4 * 1024;
 constexpr int kPatience = 10'000; // milliseconds until a process has ended that has closed its output
 
-std::vector<std::string> Words(const Settings& settings, Parser parser)
+std::vector<std::string> Words(const CtagsSettings& settings, Parser parser)
 {
     std::vector<std::string> words = CtagsWords(settings, parser);
     words.insert(words.end(), {"--filter=yes", "--filter-terminator=" + std::string(kMark)});
@@ -41,7 +41,7 @@ ReadResult ReadMore(const base::Descriptor& from, std::string& text)
 
 } // namespace
 
-base::Result<std::unique_ptr<CtagsProcess>> CtagsProcess::Start(const Settings& settings, Parser parser)
+base::Result<std::unique_ptr<CtagsProcess>> CtagsProcess::Start(const CtagsSettings& settings, Parser parser)
 {
     base::Result<ChildProcess> child =
         StartChild({Words(settings, parser), settings.directory + "/", settings.temporaries});

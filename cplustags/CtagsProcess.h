@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cplustags/ChildProcess.h"
+#include "cplustags/CtagsSettings.h"
 #include "cplustags/Source.h"
 
 #include <chrono>
@@ -27,7 +28,7 @@ public:
 
     static constexpr size_t kPlaces = 3;
 
-    static base::Result<std::unique_ptr<CtagsProcess>> Start(const Settings& settings, Parser parser);
+    static base::Result<std::unique_ptr<CtagsProcess>> Start(const CtagsSettings& settings, Parser parser);
 
     void Give(Source source);
     size_t Given() const { return sources.size(); } // and not done yet

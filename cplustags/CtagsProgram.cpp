@@ -43,24 +43,24 @@ bool SaysItIsUniversal(const std::string& path)
 
 } // namespace
 
-std::string FindCtags(const std::string& chosen, const std::string& currentDirectory, std::string* error)
+base::Result<std::string> FindCtags(const std::string& currentDirectory)
 {
-    if (!chosen.empty()) {
-        const bool isPath = chosen.find('/') != std::string::npos;
-        std::string path = isPath ? AbsolutePath(chosen, currentDirectory) : InSearchPath(chosen, currentDirectory);
-        if (IsProgram(path))
-            return path;
-        *error = "CPLUSTAGS_CTAGS is '" + Shown(chosen) + "', which is no program that can be run";
-        return "";
-    }
     std::string universal = InSearchPath("ctags-universal", currentDirectory);
     if (!universal.empty())
         return universal;
     std::string other = InSearchPath("ctags", currentDirectory);
     if (!other.empty() && SaysItIsUniversal(other))
         return other;
-    *error = kNoCtags;
-    return "";
+    return base::Error{kNoCtags};
+}
+
+std::optional<std::string> FindProgram(const std::string& name, const std::string& currentDirectory)
+{
+    const bool isPath = name.find('/') != std::string::npos;
+    std::string path = isPath ? AbsolutePath(name, currentDirectory) : InSearchPath(name, currentDirectory);
+    if (!IsProgram(path))
+        return std::nullopt;
+    return path;
 }
 
 } // namespace cplustags

@@ -4,10 +4,10 @@
 
 namespace cplustags {
 
-std::vector<std::string> CtagsWords(const Settings& settings, Parser parser)
+std::vector<std::string> CtagsWords(const CtagsSettings& settings, Parser parser)
 {
     std::vector<std::string> words = OptionsForOutput();
-    words.insert(words.begin(), settings.ctags);
+    words.insert(words.begin(), settings.program);
     // The default excludes would leave out files for their names.
     words.insert(words.end(), {"--exclude=", "--map-C++=+.pch", "--map-C++=+.ipp"});
     if (settings.prototypes)

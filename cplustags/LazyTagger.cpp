@@ -6,6 +6,7 @@
 #include "cplustags/Interrupt.h"
 
 #include <functional>
+#include <optional>
 #include <thread>
 #include <utility>
 
@@ -18,6 +19,20 @@ std::thread ThreadWithoutSignals(std::function<void()> body)
 {
     const InterruptsElsewhere elsewhere;
     return std::thread(std::move(body));
+}
+
+std::string FindChosenCtags(const Options& options, const Place& place)
+{
+    if (options.ctags.empty()) {
+        base::Result<std::string> found = FindCtags(place.currentDirectory);
+        if (!found)
+            throw Failure(found.Failure().Message());
+        return std::move(*found);
+    }
+    std::optional<std::string> found = FindProgram(options.ctags, place.currentDirectory);
+    if (!found)
+        throw Failure("CPLUSTAGS_CTAGS is '" + Shown(options.ctags) + "', which is no program that can be run");
+    return std::move(*found);
 }
 
 } // namespace
@@ -42,19 +57,17 @@ void LazyTagger::Add(const std::string& path, std::string field)
 
 void LazyTagger::Begin()
 {
-    std::string error;
-    settings.ctags = FindCtags(options.ctags, place.currentDirectory, &error);
-    if (settings.ctags.empty())
-        throw Failure(error);
+    CtagsSettings& ctags = settings.ctags;
+    ctags.program = FindChosenCtags(options, place);
     scratch = std::make_unique<Scratch>(output.Begin());
-    settings.temporaries = scratch->Directory();
-    settings.directory = place.directory;
-    settings.language = options.language;
-    settings.ignored = ListForCtags(options.ignored, place.currentDirectory);
-    settings.ignoredMacros = IgnoredMacros(settings.ignored);
-    settings.prototypes = options.prototypes;
+    ctags.temporaries = scratch->Directory();
+    ctags.directory = place.directory;
+    ctags.language = options.language;
+    ctags.ignored = ListForCtags(options.ignored, place.currentDirectory);
+    ctags.prototypes = options.prototypes;
+    ctags.timeLimit = options.timeLimit;
+    settings.ignoredMacros = IgnoredMacros(ctags.ignored);
     settings.jobs = options.jobs;
-    settings.timeLimit = options.timeLimit;
     tagger = std::make_unique<Tagger>(settings, progress, cancel, ThreadWithoutSignals);
 }
 

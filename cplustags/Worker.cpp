@@ -104,7 +104,7 @@ void Worker::HaveBatchTagged()
     }
     const auto keep = [this](Source& source, std::string_view output) { Keep(source, output); };
     for (std::vector<Source>& batch : batches) {
-        if (batch.empty() || (!batchFailed && TagBatch(settings, batch, run.StopDescriptors(), keep)))
+        if (batch.empty() || (!batchFailed && TagBatch(settings.ctags, batch, run.StopDescriptors(), keep)))
             continue;
         batchFailed = true;
         for (Source& source : batch)
@@ -150,7 +150,7 @@ void Worker::Begin(Source source)
 {
     Process& process = processes[static_cast<size_t>(source.parser)];
     if (process == nullptr) {
-        base::Result<Process> started = CtagsProcess::Start(settings, source.parser);
+        base::Result<Process> started = CtagsProcess::Start(settings.ctags, source.parser);
         if (!started) {
             run.Fail(started.Failure().Message());
             return;
@@ -193,7 +193,7 @@ void Worker::WaitForProcesses()
 // Of the file that is nearest to its limit.
 std::chrono::milliseconds Worker::TimeLeft() const
 {
-    const Clock::duration limit = std::chrono::seconds(settings.timeLimit);
+    const Clock::duration limit = std::chrono::seconds(settings.ctags.timeLimit);
     Clock::duration left = limit;
     for (const Process& process : processes)
         if (process != nullptr && process->Given() > 0)
@@ -220,7 +220,8 @@ void Worker::LookAfter(Process& process)
             Crashed(process);
         else
             Fail(process, status);
-    } else if (process->Given() > 0 && Clock::now() - process->Began() >= std::chrono::seconds(settings.timeLimit)) {
+    } else if (process->Given() > 0 &&
+               Clock::now() - process->Began() >= std::chrono::seconds(settings.ctags.timeLimit)) {
         TookTooLong(process);
     }
 }
@@ -235,7 +236,7 @@ void Worker::Crashed(Process& process)
 void Worker::TookTooLong(Process& process)
 {
     ++counts.tookTooLong;
-    GoOnWithout(process, "ctags took longer than " + std::to_string(settings.timeLimit) + " s for ");
+    GoOnWithout(process, "ctags took longer than " + std::to_string(settings.ctags.timeLimit) + " s for ");
 }
 
 // Leaves out the file that the process was at, and gives the others to a new one.
@@ -257,7 +258,8 @@ void Worker::Fail(Process& process, int status)
     std::string lastWords = process->LastWords();
     while (!lastWords.empty() && lastWords.back() == '\n')
         lastWords.pop_back();
-    run.Fail(settings.ctags + " " + HowItEnded(status) + (lastWords.empty() ? "" : ":\n" + ShownLines(lastWords)));
+    run.Fail(settings.ctags.program + " " + HowItEnded(status) +
+             (lastWords.empty() ? "" : ":\n" + ShownLines(lastWords)));
     process.reset();
 }
 

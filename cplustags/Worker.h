@@ -3,7 +3,7 @@
 
 #include "cplustags/CtagsProcess.h"
 #include "cplustags/Observer.h"
-#include "cplustags/Source.h"
+#include "cplustags/SourceMaker.h"
 #include "cplustags/TagStore.h"
 #include "cplustags/TaggingRun.h"
 

@@ -18,9 +18,9 @@ class FewThreads : public testing::Test {
 protected:
     FewThreads()
     {
-        settings.ctags = work.WriteProgram("ctags", StandInForCtags(""));
-        settings.directory = work.Path();
-        settings.temporaries = work.Path();
+        settings.ctags.program = work.WriteProgram("ctags", StandInForCtags(""));
+        settings.ctags.directory = work.Path();
+        settings.ctags.temporaries = work.Path();
         settings.jobs = 3;
     }
 

@@ -1,4 +1,4 @@
-#include "cplustags/Source.h"
+#include "cplustags/SourceMaker.h"
 
 #include "cplustags/ObjectiveC.h"
 #include "cplustags/Paths.h"
@@ -153,16 +153,16 @@ std::optional<Source> SourceMaker::Make(unsigned number, const std::string& path
     Source source;
     source.number = number;
     source.path = path;
-    source.name = NameForCtags(path, settings.directory);
+    source.name = NameForCtags(path, settings.ctags.directory);
     if (!ReadsName(source.name)) {
         *error = "ctags cannot be given such a name";
         return std::nullopt;
     }
-    const Family family = FamilyFor(path, settings.language);
+    const Family family = FamilyFor(path, settings.ctags.language);
     if (family == Family::Other)
         return source;
     // All headers go to the same process: ctags takes them for C++ by their names as well.
-    source.parser = ParserOfRest(family, settings.language);
+    source.parser = ParserOfRest(family, settings.ctags.language);
     std::string_view text;
     std::string rest;
     // Headers for C++ alone are not even read here: that saves looking through two thirds of a system's.
