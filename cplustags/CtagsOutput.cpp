@@ -1,6 +1,6 @@
 #include "cplustags/CtagsOutput.h"
 
-#include "cplustags/TagLine.h"
+#include "tagsfile/TagLine.h"
 
 #include <algorithm>
 #include <cctype>
@@ -26,7 +26,7 @@ std::vector<std::string> OptionsForOutput()
 namespace {
 
 constexpr std::string_view kSeparator = "::";
-constexpr std::string_view kClassWord = tagsfile::KindOf(kind::kClass).scopeWord;
+constexpr std::string_view kClassWord = tagsfile::KindOf(tagsfile::kind::kClass).scopeWord;
 
 struct RawTag {
     std::string_view name;
@@ -77,7 +77,7 @@ std::pair<char, size_t> EscapedCharacter(std::string_view escape)
 
 // Names and scopes as they are in the source: ctags escapes backslashes, control characters, and a '!' in front,
 // lookups do not.
-std::string_view Plain(std::string_view text, Tags& keeper)
+std::string_view Plain(std::string_view text, tagsfile::Tags& keeper)
 {
     if (text.find('\\') == std::string_view::npos)
         return text;
@@ -96,7 +96,7 @@ std::string_view Plain(std::string_view text, Tags& keeper)
 
 bool FitsInLine(std::string_view text)
 {
-    return text.length() < kLongestLine && text.find_first_of("\t\n\r") == std::string_view::npos;
+    return text.length() < tagsfile::kLongestLine && text.find_first_of("\t\n\r") == std::string_view::npos;
 }
 
 bool HasWord(std::string_view list, std::string_view word)
@@ -142,7 +142,7 @@ bool IsKind(std::string_view text)
     return text.length() == 1 && std::isalpha(static_cast<unsigned char>(text.front())) != 0;
 }
 
-std::optional<RawTag> ReadLine(std::string_view line, Tags& keeper)
+std::optional<RawTag> ReadLine(std::string_view line, tagsfile::Tags& keeper)
 {
     RawTag tag;
     tag.name = Plain(CutField(line), keeper);
@@ -216,16 +216,16 @@ public:
     explicit Scopes(const std::vector<RawTag>& tags)
     {
         const bool hasEnumerators = std::any_of(tags.begin(), tags.end(), [](const RawTag& tag) {
-            return tag.kind == kind::kEnumerator && tag.scopeKind == "enum";
+            return tag.kind == tagsfile::kind::kEnumerator && tag.scopeKind == "enum";
         });
         if (hasEnumerators)
             for (const RawTag& tag : tags)
                 Remember(tag);
     }
 
-    std::string_view Of(const RawTag& tag, Tags& keeper) const
+    std::string_view Of(const RawTag& tag, tagsfile::Tags& keeper) const
     {
-        if (tag.kind == kind::kEnumerator && tag.scopeKind == "enum")
+        if (tag.kind == tagsfile::kind::kEnumerator && tag.scopeKind == "enum")
             return OfEnumerator(tag.scope, keeper);
         const std::string_view token = ScopeToken(tag.scopeKind);
         if (token.empty() || !MayHaveAnonymousParts(tag.scope))
@@ -236,16 +236,16 @@ public:
 private:
     void Remember(const RawTag& tag)
     {
-        if (tag.kind == kind::kEnumeration && tag.scopedEnumeration)
+        if (tag.kind == tagsfile::kind::kEnumeration && tag.scopedEnumeration)
             scopedEnumerations.insert(Joined(tag.scope, tag.name));
         else if (const std::string_view token = tagsfile::KindOf(tag.kind).scopeWord; !token.empty())
             tokens[Joined(WithoutAnonymousParts(tag.scope), tag.name)] = token;
-        else if (tag.kind == kind::kFunction)
+        else if (tag.kind == tagsfile::kind::kFunction)
             tokens.emplace(Joined(WithoutAnonymousParts(tag.scope), tag.name), kNoToken);
     }
 
     // Enumerators are used by the enumeration's name where that is a scoped one, else as if they stood beside it.
-    std::string_view OfEnumerator(std::string_view enumeration, Tags& keeper) const
+    std::string_view OfEnumerator(std::string_view enumeration, tagsfile::Tags& keeper) const
     {
         if (scopedEnumerations.count(std::string(enumeration)) != 0)
             return Kept(kClassWord, WithoutAnonymousParts(enumeration), keeper);
@@ -254,7 +254,7 @@ private:
         return Kept(token == tokens.end() ? kClassWord : token->second, around, keeper);
     }
 
-    static std::string_view Kept(std::string_view token, std::string_view scope, Tags& keeper)
+    static std::string_view Kept(std::string_view token, std::string_view scope, tagsfile::Tags& keeper)
     {
         if (token.empty() || scope.empty())
             return "";
@@ -269,9 +269,9 @@ private:
 
 } // namespace
 
-Tags ReadCtagsOutput(std::string_view output)
+tagsfile::Tags ReadCtagsOutput(std::string_view output)
 {
-    Tags result;
+    tagsfile::Tags result;
     std::vector<RawTag> read;
     while (!output.empty())
         if (const std::optional<RawTag> tag = ReadLine(CutField(output, '\n'), result))

@@ -1,7 +1,7 @@
 // What ctags says about one file, turned into tags as lookups read them.
 #pragma once
 
-#include "cplustags/Tag.h"
+#include "tagsfile/Tag.h"
 
 #include <string>
 #include <string_view>
@@ -21,6 +21,6 @@ std::vector<std::string> OptionsForOutput();
 // - An enumerator has the scope in which it can be used: that of an unscoped enumeration is the one around it, that of
 //   a scoped one is the enumeration, as "class:".
 // Stateless; any thread.
-Tags ReadCtagsOutput(std::string_view output);
+tagsfile::Tags ReadCtagsOutput(std::string_view output);
 
 } // namespace cplustags

@@ -1,7 +1,7 @@
 #include "cplustags/CtagsProgram.h"
 
+#include "base/Paths.h"
 #include "cplustags/ChildProcess.h"
-#include "cplustags/Paths.h"
 
 #include <cstdlib>
 #include <sstream>
@@ -28,7 +28,7 @@ std::string InSearchPath(const std::string& name, const std::string& currentDire
     const char* searched = std::getenv("PATH");
     std::istringstream directories(searched != nullptr ? searched : kUsualPath);
     for (std::string directory; std::getline(directories, directory, ':');) {
-        std::string path = AbsolutePath(directory + "/" + name, currentDirectory);
+        std::string path = base::AbsolutePath(directory + "/" + name, currentDirectory);
         if (!directory.empty() && IsProgram(path))
             return path;
     }
@@ -57,7 +57,7 @@ base::Result<std::string> FindCtags(const std::string& currentDirectory)
 std::optional<std::string> FindProgram(const std::string& name, const std::string& currentDirectory)
 {
     const bool isPath = name.find('/') != std::string::npos;
-    std::string path = isPath ? AbsolutePath(name, currentDirectory) : InSearchPath(name, currentDirectory);
+    std::string path = isPath ? base::AbsolutePath(name, currentDirectory) : InSearchPath(name, currentDirectory);
     if (!IsProgram(path))
         return std::nullopt;
     return path;

@@ -1,6 +1,6 @@
 #include "cplustags/FileList.h"
 
-#include "cplustags/Paths.h"
+#include "base/Paths.h"
 #include "cplustags/Progress.h"
 #include "cplustags/SparseFile.h"
 
@@ -52,7 +52,7 @@ bool FileList::Next(std::string& path)
         hasNames = true;
         if (!IsToBeTagged(name))
             continue;
-        path = AbsolutePath(name, directory);
+        path = base::AbsolutePath(name, directory);
         if (seen.insert(path).second)
             return true;
     }
@@ -140,7 +140,7 @@ bool FileList::IsToBeTagged(const std::string& name)
 void FileList::Report(const std::string& name, int reason)
 {
     ++(reason == ENOENT || reason == ENOTDIR ? missing : unreadable);
-    progress.Say("cannot read " + Shown(name) + ": " + std::strerror(reason));
+    progress.Say("cannot read " + base::Shown(name) + ": " + std::strerror(reason));
 }
 
 } // namespace cplustags

@@ -1,6 +1,6 @@
 #include "cplustags/IgnoredMacros.h"
 
-#include "cplustags/Paths.h"
+#include "base/Paths.h"
 
 #include <algorithm>
 #include <fstream>
@@ -53,7 +53,7 @@ std::set<std::string> IgnoredMacros(const std::string& list)
 
 std::string ListForCtags(const std::string& list, const std::string& directory)
 {
-    return NamesFile(list) ? "@" + AbsolutePath(FileNamed(list), directory) : list;
+    return NamesFile(list) ? "@" + base::AbsolutePath(FileNamed(list), directory) : list;
 }
 
 } // namespace cplustags

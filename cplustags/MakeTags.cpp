@@ -9,7 +9,7 @@
 #include "cplustags/Sources.h"
 #include "cplustags/StayingTags.h"
 #include "cplustags/Summary.h"
-#include "cplustags/TagLine.h"
+#include "tagsfile/TagLine.h"
 
 #include <chrono>
 #include <optional>
@@ -94,7 +94,9 @@ void Job::Write()
 
 void Job::Report(const TagsCount& count) const
 {
-    const auto name = [this](unsigned file) { return Shown(PathOfField(tagger.Field(file), place.directory)); };
+    const auto name = [this](unsigned file) {
+        return base::Shown(tagsfile::PathOfField(tagger.Field(file), place.directory));
+    };
     if (const TagsByFile tooLong = tagger.TooLong(); !tooLong.empty())
         progress.Say(TooLongText(tooLong, name));
     if (!options.totals)

@@ -1,6 +1,6 @@
 #include "cplustags/NewFile.h"
 
-#include "cplustags/Paths.h"
+#include "base/Paths.h"
 
 #include <cerrno>
 #include <cstring>
@@ -64,7 +64,7 @@ std::string RefusalOfLink(const std::string& path)
     const fs::path meant = LinkTarget(path);
     if (meant.empty())
         return "";
-    return Shown(path) + " is a symbolic link to " + Shown(meant.native()) +
+    return base::Shown(path) + " is a symbolic link to " + base::Shown(meant.native()) +
            ", and is left as it is; remove it, name another file with -f, or give --follow-links to write the "
            "file that it points to";
 }
@@ -82,10 +82,10 @@ NewFile::NewFile(const std::string& path, AtLink atLink)
         return;
     std::error_code ignored;
     if (fs::is_directory(file, ignored)) {
-        error = "cannot write " + Shown(target) + ": it is a directory";
+        error = "cannot write " + base::Shown(target) + ": it is a directory";
         return;
     }
-    directory = std::make_unique<WorkingDirectory>(file.parent_path(), file.filename());
+    directory = std::make_unique<base::WorkingDirectory>(file.parent_path(), file.filename());
     error = directory->Error();
     if (!error.empty())
         return;
@@ -93,7 +93,7 @@ NewFile::NewFile(const std::string& path, AtLink atLink)
     if (made)
         this->file = std::move(*made);
     else
-        Fail("cannot write in " + Shown(Directory()), made.Failure().number);
+        Fail("cannot write in " + base::Shown(Directory()), made.Failure().number);
     buffer.reserve(kBufferSize);
 }
 
@@ -106,7 +106,7 @@ bool NewFile::Fail(const std::string& what, int reason)
 bool NewFile::Flush()
 {
     if (const base::Result<void> written = base::WriteAll(file->Number(), buffer); !written)
-        return Fail("cannot write " + Shown(target), written.Failure().number);
+        return Fail("cannot write " + base::Shown(target), written.Failure().number);
     buffer.clear();
     return true;
 }
@@ -125,7 +125,7 @@ bool NewFile::WriteOver(off_t place, std::string_view text)
         return false;
     const ssize_t count = ::pwrite(file->Number(), text.data(), text.length(), place);
     if (count != static_cast<ssize_t>(text.length()))
-        Fail("cannot write " + Shown(target), errno);
+        Fail("cannot write " + base::Shown(target), errno);
     return error.empty();
 }
 
@@ -149,7 +149,7 @@ bool NewFile::Commit()
     if (!error.empty())
         return false;
     const base::Result<void> moved = file->MoveTo(target);
-    return moved || Fail("cannot write " + Shown(target), moved.Failure().number);
+    return moved || Fail("cannot write " + base::Shown(target), moved.Failure().number);
 }
 
 } // namespace cplustags

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/NewFile.h"
-#include "cplustags/WorkingDirectory.h"
+#include "base/WorkingDirectory.h"
 
 #include <ctime>
 #include <memory>
@@ -52,7 +52,7 @@ private:
 
     std::string error;
     std::string target;
-    std::unique_ptr<WorkingDirectory> directory;
+    std::unique_ptr<base::WorkingDirectory> directory;
     std::string buffer;
     std::optional<base::NewFile> file;
 };

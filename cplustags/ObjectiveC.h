@@ -1,7 +1,7 @@
 // Objective-C: what its constructs declare, and what is left of a source for a parser of C or C++.
 #pragma once
 
-#include "cplustags/Tag.h"
+#include "tagsfile/Tag.h"
 
 #include <set>
 #include <string>
@@ -10,7 +10,7 @@
 namespace cplustags {
 
 struct ObjectiveCSource {
-    Tags tags; // interfaces, implementations, categories, protocols, methods, properties, instance variables
+    tagsfile::Tags tags; // interfaces, implementations, categories, protocols, methods, properties, instance variables
 
     // The source without them: as many lines, with the C and C++ declarations where they were, also those between
     // methods and inside an implementation. Method bodies are blank. It is the text itself when there is no

@@ -424,14 +424,16 @@ void ObjectiveCScanner::FinishHeader()
     state.container.kind = isProtocol         ? Container::kProtocol
                            : isImplementation ? Container::kImplementation
                                               : Container::kInterface;
-    state.container.scope = tags.Keep(std::string(tagsfile::KindOf(kind::kClass).scopeWord) + header->name.name);
+    state.container.scope =
+        tags.Keep(std::string(tagsfile::KindOf(tagsfile::kind::kClass).scopeWord) + header->name.name);
     state.variablesMayFollow = !isProtocol;
     if (isProtocol)
-        AddTag(header->name, kind::kProtocol, "");
+        AddTag(header->name, tagsfile::kind::kProtocol, "");
     else if (header->category)
-        AddTag(*header->category, isImplementation ? kind::kImplementation : kind::kCategory, state.container.scope);
+        AddTag(*header->category, isImplementation ? tagsfile::kind::kImplementation : tagsfile::kind::kCategory,
+               state.container.scope);
     else if (!header->isExtension)
-        AddTag(header->name, isImplementation ? kind::kImplementation : kind::kInterface, "");
+        AddTag(header->name, isImplementation ? tagsfile::kind::kImplementation : tagsfile::kind::kInterface, "");
 }
 
 void ObjectiveCScanner::FinishMethod()
@@ -441,10 +443,11 @@ void ObjectiveCScanner::FinishMethod()
         return;
     const bool isDefinition = state.container.kind == Container::kImplementation;
     if (declaration.Introducer().Is('-'))
-        AddTag(*selector, isDefinition ? kind::kInstanceMethod : kind::kInstanceMethodDeclaration,
+        AddTag(*selector, isDefinition ? tagsfile::kind::kInstanceMethod : tagsfile::kind::kInstanceMethodDeclaration,
                state.container.scope);
     else
-        AddTag(*selector, isDefinition ? kind::kClassMethod : kind::kClassMethodDeclaration, state.container.scope);
+        AddTag(*selector, isDefinition ? tagsfile::kind::kClassMethod : tagsfile::kind::kClassMethodDeclaration,
+               state.container.scope);
 }
 
 void ObjectiveCScanner::FinishProperty()
@@ -452,13 +455,13 @@ void ObjectiveCScanner::FinishProperty()
     if (state.container.kind == Container::kNone)
         return;
     for (const DeclaredName& name : VariablesOf(AfterPropertyAttributes(declaration.Tokens())))
-        AddTag(name, kind::kProperty, state.container.scope);
+        AddTag(name, tagsfile::kind::kProperty, state.container.scope);
 }
 
 void ObjectiveCScanner::FinishVariable()
 {
     for (const DeclaredName& name : VariablesOf(declaration.Tokens()))
-        AddTag(name, kind::kInstanceVariable, state.container.scope);
+        AddTag(name, tagsfile::kind::kInstanceVariable, state.container.scope);
     for (size_t i = 0; i < declaration.Tokens().size(); ++i)
         if (!declaration.IsOfTypeOfC(i))
             rest.TakeOut(declaration.Tokens()[i]);

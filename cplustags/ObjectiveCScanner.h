@@ -83,7 +83,7 @@ private:
     SourceTokens source;
     SourceTokens afterKeyword;
     RestOfSource rest;
-    Tags tags;
+    tagsfile::Tags tags;
     State state;
     Conditions<State> conditions;
     OpenDeclaration declaration;

@@ -1,8 +1,8 @@
 #include "cplustags/OldTags.h"
 
-#include "cplustags/TagLine.h"
-#include "cplustags/TextPool.h"
+#include "base/TextPool.h"
 #include "tagsfile/TagFields.h"
+#include "tagsfile/TagLine.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -73,7 +73,7 @@ struct TextHash {
 };
 
 // The lines that stay, in the order in which they stand in the file.
-class StayingLines : public LineSource {
+class StayingLines : public tagsfile::LineSource {
 public:
     StayingLines(const std::string& path, std::function<bool(std::string_view)> goes)
         : lines(path), goes(std::move(goes))
@@ -96,7 +96,7 @@ private:
     {
         if (line == "\n" || line.front() == '!')
             return false;
-        const std::optional<std::string_view> field = FieldOfLine(line);
+        const std::optional<std::string_view> field = tagsfile::FieldOfLine(line);
         if (!field)
             return true;
         auto known = answers.find(*field);
@@ -108,10 +108,10 @@ private:
     // Readers would take the rest of a line that is too long for one of its own. Without its last fields it may not be.
     bool Shorten(std::string_view& line)
     {
-        if (line.length() <= kLongestLine)
+        if (line.length() <= tagsfile::kLongestLine)
             return true;
         const auto fields = tagsfile::AfterAddressOfLine(line);
-        const size_t end = line.rfind('\t', kLongestLine - 1);
+        const size_t end = line.rfind('\t', tagsfile::kLongestLine - 1);
         if (!fields || end == std::string_view::npos ||
             line.data() + end <= fields->data() + tagsfile::kExtensionSign.length())
             return false;
@@ -126,9 +126,9 @@ private:
     std::string shortened;
 };
 
-class SortedLines : public LineSource {
+class SortedLines : public tagsfile::LineSource {
 public:
-    explicit SortedLines(LineSource& unsorted)
+    explicit SortedLines(tagsfile::LineSource& unsorted)
     {
         for (std::string_view line; unsorted.Next(line);)
             lines.push_back(texts.Put(line));
@@ -144,12 +144,12 @@ public:
     }
 
 private:
-    TextPool texts;
+    base::TextPool texts;
     std::vector<std::string_view> lines;
     size_t position = 0;
 };
 
-bool IsSorted(LineSource& lines)
+bool IsSorted(tagsfile::LineSource& lines)
 {
     std::string last;
     for (std::string_view line; lines.Next(line);) {
@@ -162,7 +162,8 @@ bool IsSorted(LineSource& lines)
 
 } // namespace
 
-std::unique_ptr<LineSource> LinesThatStay(const std::string& path, std::function<bool(std::string_view field)> goes)
+std::unique_ptr<tagsfile::LineSource> LinesThatStay(const std::string& path,
+                                                    std::function<bool(std::string_view field)> goes)
 try {
     auto lines = std::make_unique<StayingLines>(path, std::move(goes));
     if (!lines->IsOpen())

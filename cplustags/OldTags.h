@@ -1,7 +1,7 @@
 // A tags file that is there already, and what of it stays.
 #pragma once
 
-#include "cplustags/LineSource.h"
+#include "tagsfile/LineSource.h"
 #include "tagsfile/TagsFileKind.h"
 
 #include <functional>
@@ -18,6 +18,7 @@ using tagsfile::WhatIs;
 // once a file field. Lines that are too long for readers lose their last fields or, when that does not help, do not
 // stay. A file that is not sorted is sorted in memory first. Null when the file cannot be read; then errno tells why.
 // When that happens later, Next() throws std::system_error: old tags must not get lost unnoticed.
-std::unique_ptr<LineSource> LinesThatStay(const std::string& path, std::function<bool(std::string_view field)> goes);
+std::unique_ptr<tagsfile::LineSource> LinesThatStay(const std::string& path,
+                                                    std::function<bool(std::string_view field)> goes);
 
 } // namespace cplustags

@@ -1,6 +1,6 @@
 #include "cplustags/Options.h"
 
-#include "cplustags/Paths.h"
+#include "base/Paths.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -225,7 +225,8 @@ Options ReadOptions(int argc, const char* const* argv, int* status)
     } catch (const CLI::Success& success) {
         *status = app.exit(success);
     } catch (const std::runtime_error& error) { // CLI11's errors, and ours
-        std::cerr << "cplustags: " << ShownLines(error.what()) << "\nRun cplustags --help for what can be given.\n";
+        std::cerr << "cplustags: " << base::ShownLines(error.what())
+                  << "\nRun cplustags --help for what can be given.\n";
         *status = kWrongUsage;
     }
     return {};

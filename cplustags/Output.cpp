@@ -30,16 +30,16 @@ void Output::Check() const
         throw Failure(refusal);
     struct stat status;
     if (options.append && ::stat(target.c_str(), &status) == 0 && IsMostlyHoles(status))
-        throw Failure(Shown(target) + " is too large for what is in it, and is left as it is; remove it");
+        throw Failure(base::Shown(target) + " is too large for what is in it, and is left as it is; remove it");
     switch (WhatIs(target)) {
     case Target::Absent:
     case Target::Tags:
         return;
     case Target::Foreign:
-        throw Failure(Shown(target) +
+        throw Failure(base::Shown(target) +
                       " is no tags file, and is left as it is; name another file with -f, or remove it");
     case Target::Unreadable:
-        throw SystemFailure("cannot read " + Shown(target) + ", which was to be replaced");
+        throw SystemFailure("cannot read " + base::Shown(target) + ", which was to be replaced");
     }
 }
 
@@ -59,8 +59,8 @@ const std::string& Output::Begin()
     }
     const char* given = std::getenv("TMPDIR");
     const std::string parent =
-        AbsolutePath(given != nullptr && *given != '\0' ? given : "/tmp", place.currentDirectory);
-    forTemporaries = std::make_unique<WorkingDirectory>(parent, "cplustags-" + std::to_string(::geteuid()));
+        base::AbsolutePath(given != nullptr && *given != '\0' ? given : "/tmp", place.currentDirectory);
+    forTemporaries = std::make_unique<base::WorkingDirectory>(parent, "cplustags-" + std::to_string(::geteuid()));
     if (!forTemporaries->Error().empty())
         throw Failure(forTemporaries->Error());
     return forTemporaries->Path();
@@ -84,7 +84,7 @@ void Output::WriteFile(const TagsCount& count, LineSources lines)
     if (!newFile->Error().empty())
         throw Failure(newFile->Error());
     if (!isWritten)
-        throw Failure(Shown(place.target) + " has changed while it was read");
+        throw Failure(base::Shown(place.target) + " has changed while it was read");
 }
 
 void Output::WriteStandardOutput(const TagsCount& count, LineSources lines) const

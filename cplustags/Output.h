@@ -2,11 +2,11 @@
 #pragma once
 
 #include "base/CancelToken.h"
+#include "base/WorkingDirectory.h"
 #include "cplustags/NewFile.h"
 #include "cplustags/Options.h"
 #include "cplustags/Place.h"
 #include "cplustags/TagsWriter.h"
-#include "cplustags/WorkingDirectory.h"
 
 #include <memory>
 #include <string>
@@ -35,8 +35,8 @@ private:
     const Options& options;
     const Place& place;
     const base::CancelToken& cancel;
-    std::unique_ptr<NewFile> newFile;                 // when a file is written
-    std::unique_ptr<WorkingDirectory> forTemporaries; // when none is
+    std::unique_ptr<NewFile> newFile;                       // when a file is written
+    std::unique_ptr<base::WorkingDirectory> forTemporaries; // when none is
 };
 
 } // namespace cplustags

@@ -1,8 +1,8 @@
 // Where a run works.
 #pragma once
 
+#include "base/Paths.h"
 #include "cplustags/Options.h"
-#include "cplustags/Paths.h"
 
 #include <string>
 
@@ -11,8 +11,8 @@ namespace cplustags {
 // Absolute paths.
 struct Place {
     explicit Place(const Options& options)
-        : currentDirectory(CurrentDirectory()), target(AbsolutePath(options.target, currentDirectory)),
-          directory(DirectoryOf(target))
+        : currentDirectory(base::CurrentDirectory()), target(base::AbsolutePath(options.target, currentDirectory)),
+          directory(base::DirectoryOf(target))
     {
     }
 

@@ -1,7 +1,5 @@
 #include "cplustags/Scratch.h"
 
-#include "cplustags/WorkingDirectory.h"
-
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -34,13 +32,13 @@ Scratch::Scratch(const std::string& otherPlace, const SharedMemory& memory) : di
 {
     inMemory = memory.directory + "/cplustags-" + std::to_string(::geteuid());
     if (IsOurs(inMemory))
-        RemoveAbandonedIn(inMemory); // it may be what fills the memory
+        base::RemoveAbandonedIn(inMemory); // it may be what fills the memory
     if (!HasRoom(memory))
         return;
     ::mkdir(inMemory.c_str(), 0700);
     if (!IsOurs(inMemory))
         return;
-    place = std::make_unique<WorkingDirectory>(inMemory, "tags");
+    place = std::make_unique<base::WorkingDirectory>(inMemory, "tags");
     if (place->Error().empty())
         directory = place->Path();
 }

@@ -1,14 +1,14 @@
 // Where ctags puts its temporary files, one for each source that it reads.
 #pragma once
 
+#include "base/WorkingDirectory.h"
+
 #include <functional>
 #include <memory>
 #include <string>
 #include <sys/statvfs.h>
 
 namespace cplustags {
-
-class WorkingDirectory;
 
 // A directory in memory that all users share, and how much room there is in it.
 struct SharedMemory {
@@ -29,7 +29,7 @@ public:
 
 private:
     std::string inMemory; // the user's directory for the programs that run now, which may not be there
-    std::unique_ptr<WorkingDirectory> place;
+    std::unique_ptr<base::WorkingDirectory> place;
     std::string directory;
 };
 

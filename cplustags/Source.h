@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/Descriptor.h"
-#include "cplustags/Tag.h"
+#include "tagsfile/Tag.h"
 
 #include <cstddef>
 #include <memory>
@@ -20,7 +20,7 @@ struct Source {
     Parser parser = Parser::ByName;
     std::string name;                   // what ctags is given
     base::Descriptor text;              // what it reads there, unless it is the file itself; open for as long as it may
-    Tags tags;                          // those that it is not asked for
+    tagsfile::Tags tags;                // those that it is not asked for
     std::unique_ptr<char[]> textOfTags; // of which their texts are parts
 };
 

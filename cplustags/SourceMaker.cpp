@@ -1,7 +1,7 @@
 #include "cplustags/SourceMaker.h"
 
+#include "base/Paths.h"
 #include "cplustags/ObjectiveC.h"
-#include "cplustags/Paths.h"
 
 #include <algorithm>
 #include <cerrno>

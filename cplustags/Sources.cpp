@@ -1,7 +1,7 @@
 #include "cplustags/Sources.h"
 
 #include "cplustags/Failure.h"
-#include "cplustags/TagLine.h"
+#include "tagsfile/TagLine.h"
 
 #include <fcntl.h>
 #include <optional>
@@ -24,18 +24,18 @@ int Sources::Open(const std::string& path)
         return -1;
     list = base::Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (!list.IsOpen())
-        throw SystemFailure("cannot read the list " + Shown(path));
+        throw SystemFailure("cannot read the list " + base::Shown(path));
     return list.Number();
 }
 
 bool Sources::Next(FoundSource& source)
 {
     while (files.Next(source.path)) {
-        if (std::optional<std::string> field = FileField(source.path, directory)) {
+        if (std::optional<std::string> field = tagsfile::FileField(source.path, directory)) {
             source.field = std::move(*field);
             return true;
         }
-        progress.Say(Shown(source.path) +
+        progress.Say(base::Shown(source.path) +
                      " is left out: a tags file cannot hold a name with a tab or a line break in it");
         ++unnameable;
     }

@@ -2,7 +2,7 @@
 
 #include "cplustags/Failure.h"
 #include "cplustags/OldTags.h"
-#include "cplustags/TagLine.h"
+#include "tagsfile/TagLine.h"
 
 #include <cerrno>
 #include <optional>
@@ -27,8 +27,8 @@ StayingTags::StayingTags(const Place& place, std::unordered_set<std::string> tag
 
 bool StayingTags::Goes(std::string_view field)
 {
-    const std::string path = AbsolutePath(PathOfField(field, place.directory), place.directory);
-    const std::optional<std::string> usual = FileField(path, place.directory);
+    const std::string path = base::AbsolutePath(tagsfile::PathOfField(field, place.directory), place.directory);
+    const std::optional<std::string> usual = tagsfile::FileField(path, place.directory);
     if ((usual && tagged.count(*usual) != 0) || IsGone(path))
         return true;
     ++files;
@@ -39,20 +39,20 @@ TagsCount StayingTags::Count()
 {
     LineSources old;
     old.push_back(Lines());
-    const std::unique_ptr<LineSource> once = Merged(std::move(old));
+    const std::unique_ptr<tagsfile::LineSource> once = tagsfile::Merged(std::move(old));
     size_t tags = 0;
     for (std::string_view line; once->Next(line);)
         ++tags;
     return {files, tags};
 }
 
-std::unique_ptr<LineSource> StayingTags::Lines()
+std::unique_ptr<tagsfile::LineSource> StayingTags::Lines()
 {
     files = 0;
-    std::unique_ptr<LineSource> lines =
+    std::unique_ptr<tagsfile::LineSource> lines =
         LinesThatStay(place.target, [this](std::string_view field) { return Goes(field); });
     if (lines == nullptr)
-        throw SystemFailure("cannot read " + Shown(place.target));
+        throw SystemFailure("cannot read " + base::Shown(place.target));
     return lines;
 }
 

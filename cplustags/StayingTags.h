@@ -20,7 +20,7 @@ public:
     StayingTags(const Place& place, std::unordered_set<std::string> tagged);
 
     TagsCount Count();
-    std::unique_ptr<LineSource> Lines(); // which it must outlive
+    std::unique_ptr<tagsfile::LineSource> Lines(); // which it must outlive
 
 private:
     bool Goes(std::string_view field);

@@ -1,7 +1,7 @@
 #include "cplustags/TagStore.h"
 
-#include "cplustags/TagLine.h"
-#include "cplustags/TextPool.h"
+#include "base/TextPool.h"
+#include "tagsfile/TagLine.h"
 
 #include <algorithm>
 #include <array>
@@ -62,18 +62,18 @@ int CompareNumbers(uint32_t a, uint32_t b)
 } // namespace
 
 struct TagStore::Contents {
-    TextPool texts;
+    base::TextPool texts;
     std::vector<StoredTag> tags;
     std::vector<std::string_view> scopes = {""};
     std::unordered_map<std::string_view, uint32_t> knownScopes;
 
-    Tag TagOf(const StoredTag& tag) const { return {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}; }
+    tagsfile::Tag TagOf(const StoredTag& tag) const { return {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}; }
 
     // Before sorting: a scope that does not fit into its line is none, there as here.
     void DropLongScopes(const std::vector<std::string>& fields)
     {
         for (StoredTag& tag : tags)
-            if (tag.scope != 0 && !HasRoomForScope(TagOf(tag), fields[tag.file]))
+            if (tag.scope != 0 && !tagsfile::HasRoomForScope(TagOf(tag), fields[tag.file]))
                 tag.scope = 0;
     }
 
@@ -94,10 +94,10 @@ TagStore::~TagStore() = default;
 TagStore::TagStore(TagStore&&) noexcept = default;
 TagStore& TagStore::operator=(TagStore&&) noexcept = default;
 
-void TagStore::Add(unsigned file, const Tag& tag)
+void TagStore::Add(unsigned file, const tagsfile::Tag& tag)
 {
     // A longer name makes too long a line however it is written; what is kept of it still does.
-    const std::string_view name = tag.name.substr(0, 2 * kLongestLine);
+    const std::string_view name = tag.name.substr(0, 2 * tagsfile::kLongestLine);
     // The tags of a name in overloads follow each other.
     std::vector<StoredTag>& tags = contents->tags;
     const bool again = !tags.empty() && tags.back().Name() == name;
@@ -166,7 +166,7 @@ void TagStore::Sort(const std::vector<std::string>& fields)
 
 namespace {
 
-class StoredLines : public LineSource {
+class StoredLines : public tagsfile::LineSource {
 public:
     StoredLines(const std::vector<StoredTag>& tags, const std::vector<std::string_view>& scopes,
                 const std::vector<std::string>& fields, TagsByFile* leftOut)
@@ -179,7 +179,7 @@ public:
         while (position < tags.size()) {
             const StoredTag& tag = tags[position++];
             text.clear();
-            if (AppendTagLine(text, {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}, fields[tag.file])) {
+            if (tagsfile::AppendTagLine(text, {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}, fields[tag.file])) {
                 line = text;
                 return true;
             }
@@ -199,7 +199,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<LineSource> TagStore::Lines(const std::vector<std::string>& fields, TagsByFile* leftOut) const
+std::unique_ptr<tagsfile::LineSource> TagStore::Lines(const std::vector<std::string>& fields, TagsByFile* leftOut) const
 {
     return std::make_unique<StoredLines>(contents->tags, contents->scopes, fields, leftOut);
 }

@@ -1,8 +1,8 @@
 // Tags of many files in little memory.
 #pragma once
 
-#include "cplustags/LineSource.h"
-#include "cplustags/Tag.h"
+#include "tagsfile/LineSource.h"
+#include "tagsfile/Tag.h"
 
 #include <cstddef>
 #include <map>
@@ -23,7 +23,8 @@ public:
     TagStore(TagStore&&) noexcept;
     TagStore& operator=(TagStore&&) noexcept;
 
-    void Add(unsigned file, const Tag& tag); // texts are copied; 'file' is an index into the fields given to Sort()
+    void Add(unsigned file,
+             const tagsfile::Tag& tag); // texts are copied; 'file' is an index into the fields given to Sort()
     size_t Size() const;
 
     // Sorts by the bytes of the lines that the tags make; 'fields' by file number (see TagLine.h). Stores of different
@@ -32,7 +33,7 @@ public:
 
     // The sorted tags as lines. Store and fields must outlive the source. Tags whose lines are too long even without
     // their scope are left out, and counted in '*leftOut' as they are passed.
-    std::unique_ptr<LineSource> Lines(const std::vector<std::string>& fields, TagsByFile* leftOut) const;
+    std::unique_ptr<tagsfile::LineSource> Lines(const std::vector<std::string>& fields, TagsByFile* leftOut) const;
 
 private:
     struct Contents;

@@ -107,9 +107,9 @@ void Tagger::Finish()
         run.Fail("none of the sources could be tagged");
 }
 
-std::vector<std::unique_ptr<LineSource>> Tagger::Lines()
+std::vector<std::unique_ptr<tagsfile::LineSource>> Tagger::Lines()
 {
-    std::vector<std::unique_ptr<LineSource>> lines;
+    std::vector<std::unique_ptr<tagsfile::LineSource>> lines;
     for (const std::unique_ptr<Worker>& worker : workers)
         lines.push_back(worker->Lines());
     return lines;

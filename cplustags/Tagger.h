@@ -1,11 +1,11 @@
 // Has files tagged by several ctags side by side.
 #pragma once
 
-#include "cplustags/LineSource.h"
 #include "cplustags/Observer.h"
 #include "cplustags/Settings.h"
 #include "cplustags/TagStore.h"
 #include "cplustags/TaggingRun.h"
+#include "tagsfile/LineSource.h"
 
 #include <condition_variable>
 #include <cstddef>
@@ -49,9 +49,9 @@ public:
     void Finish();
 
     // After Finish():
-    std::string Failure() const { return run.Failure(); }     // why there is no result; "" when there is one
-    std::vector<std::unique_ptr<LineSource>> Lines();         // for Merged(); the tagger must outlive them
-    bool IsTagged(size_t file) const { return tagged[file]; } // by the order of Add()
+    std::string Failure() const { return run.Failure(); }       // why there is no result; "" when there is one
+    std::vector<std::unique_ptr<tagsfile::LineSource>> Lines(); // for Merged(); the tagger must outlive them
+    bool IsTagged(size_t file) const { return tagged[file]; }   // by the order of Add()
     const std::vector<std::string>& Fields() const { return run.Fields(); }
     const TaggingCounts& Total() const { return total; }
     const TagsByFile& TooLong() const { return tooLong; } // 'TaggingCounts::tooLong', by file

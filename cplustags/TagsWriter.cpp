@@ -41,7 +41,7 @@ Written WriteAll(const std::string& head, size_t count, LineSources lines, const
     written.size = static_cast<off_t>(head.length());
     if (!write(head))
         return written;
-    const std::unique_ptr<LineSource> merged = Merged(std::move(lines));
+    const std::unique_ptr<tagsfile::LineSource> merged = tagsfile::Merged(std::move(lines));
     std::string previous;
     for (std::string_view line; merged->Next(line); --count) {
         if (count == 0 || !write(line))

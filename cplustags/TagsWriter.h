@@ -1,7 +1,7 @@
 // Writes a tags file: what it says of itself, then the tags.
 #pragma once
 
-#include "cplustags/LineSource.h"
+#include "tagsfile/LineSource.h"
 
 #include <cstddef>
 #include <functional>
@@ -12,7 +12,7 @@
 
 namespace cplustags {
 
-using LineSources = std::vector<std::unique_ptr<LineSource>>;
+using LineSources = std::vector<std::unique_ptr<tagsfile::LineSource>>;
 
 class NewFile;
 

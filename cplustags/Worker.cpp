@@ -1,8 +1,8 @@
 #include "cplustags/Worker.h"
 
+#include "base/Paths.h"
 #include "cplustags/CtagsBatch.h"
 #include "cplustags/CtagsOutput.h"
-#include "cplustags/Paths.h"
 
 #include <algorithm>
 #include <csignal>
@@ -119,7 +119,7 @@ std::optional<Source> Worker::MakeSource(const Work& work)
     std::optional<Source> source = sources.Make(work.number, work.path, &error);
     if (source)
         return source;
-    observer.Say("cannot read " + Shown(work.path) + ": " + error);
+    observer.Say("cannot read " + base::Shown(work.path) + ": " + error);
     ++counts.unreadable;
     run.FileFailed();
     return std::nullopt;
@@ -203,9 +203,9 @@ std::chrono::milliseconds Worker::TimeLeft() const
 
 void Worker::Keep(Source& source, std::string_view output)
 {
-    const Tags read = ReadCtagsOutput(output);
-    for (const Tags* tags : {&std::as_const(source.tags), &read})
-        for (const Tag& tag : tags->tags)
+    const tagsfile::Tags read = ReadCtagsOutput(output);
+    for (const tagsfile::Tags* tags : {&std::as_const(source.tags), &read})
+        for (const tagsfile::Tag& tag : tags->tags)
             store.Add(source.number, tag);
     files.push_back(source.number);
     ++counts.files;
@@ -246,7 +246,7 @@ void Worker::GoOnWithout(Process& process, const std::string& report)
     process.reset();
     if (rest.empty())
         return;
-    observer.Say(report + Shown(rest.front().path) + ", which is left out");
+    observer.Say(report + base::Shown(rest.front().path) + ", which is left out");
     run.FileFailed();
     rest.pop_front();
     for (Source& source : rest)
@@ -259,23 +259,23 @@ void Worker::Fail(Process& process, int status)
     while (!lastWords.empty() && lastWords.back() == '\n')
         lastWords.pop_back();
     run.Fail(settings.ctags.program + " " + HowItEnded(status) +
-             (lastWords.empty() ? "" : ":\n" + ShownLines(lastWords)));
+             (lastWords.empty() ? "" : ":\n" + base::ShownLines(lastWords)));
     process.reset();
 }
 
 void Worker::SortAndCount()
 {
     store.Sort(run.Fields());
-    std::vector<std::unique_ptr<LineSource>> sources;
+    std::vector<std::unique_ptr<tagsfile::LineSource>> sources;
     sources.push_back(store.Lines(run.Fields(), &tooLong));
-    const std::unique_ptr<LineSource> once = Merged(std::move(sources));
+    const std::unique_ptr<tagsfile::LineSource> once = tagsfile::Merged(std::move(sources));
     for (std::string_view line; once->Next(line);)
         ++counts.tags;
     for (const auto& [file, tags] : tooLong)
         counts.tooLong += tags;
 }
 
-std::unique_ptr<LineSource> Worker::Lines()
+std::unique_ptr<tagsfile::LineSource> Worker::Lines()
 {
     return store.Lines(run.Fields(), &tooLongAgain);
 }

@@ -28,7 +28,7 @@ public:
     const TaggingCounts& Counts() const { return counts; }
     const std::vector<unsigned>& TaggedFiles() const { return files; }
     const TagsByFile& TooLong() const { return tooLong; } // those that no line can hold
-    std::unique_ptr<LineSource> Lines();
+    std::unique_ptr<tagsfile::LineSource> Lines();
 
 private:
     using Clock = CtagsProcess::Clock;

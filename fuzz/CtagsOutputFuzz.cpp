@@ -2,10 +2,10 @@
 // in order, and old lines that stay, stay as they are.
 #include "cplustags/CtagsOutput.h"
 #include "cplustags/OldTags.h"
-#include "cplustags/TagLine.h"
 #include "cplustags/TagStore.h"
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
+#include "tagsfile/TagLine.h"
 #include "tests/support/TempDirectory.h"
 #include "vetch/support/Strings.h"
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-using cplustags::Tag;
+using tagsfile::Tag;
 using Lines = std::vector<std::string>;
 
 bool IsPlainText(std::string_view text)
@@ -22,7 +22,7 @@ bool IsPlainText(std::string_view text)
     return text.find_first_of("\t\n\r") == std::string_view::npos;
 }
 
-void RequireReadable(const Tag& tag)
+void RequireReadable(const tagsfile::Tag& tag)
 {
     Require(!tag.name.empty() && tag.name.front() != '!' && IsPlainText(tag.name), "a name is one");
     Require(IsPlainText({&tag.kind, 1}) && IsPlainText(tag.scope), "a line has no more fields than it should");
@@ -31,28 +31,28 @@ void RequireReadable(const Tag& tag)
             "a scope is one that lookups know");
 }
 
-Lines All(cplustags::LineSource& source)
+Lines All(tagsfile::LineSource& source)
 {
     Lines lines;
     for (std::string_view line; source.Next(line);)
         lines.emplace_back(line);
     Require(std::ranges::is_sorted(lines), "lines are in order");
     for (const std::string& line : lines)
-        Require(line.size() <= cplustags::kLongestLine && line.find('\n') == line.size() - 1, "a line is one line");
+        Require(line.size() <= tagsfile::kLongestLine && line.find('\n') == line.size() - 1, "a line is one line");
     return lines;
 }
 
 void TryOutput(std::string_view output)
 {
-    const cplustags::Tags read = cplustags::ReadCtagsOutput(output);
+    const tagsfile::Tags read = cplustags::ReadCtagsOutput(output);
     const Lines fields = {"a.h", "/long/way/b\\\\c.h"};
     cplustags::TagStore store;
     Lines expected;
-    for (const Tag& tag : read.tags) {
+    for (const tagsfile::Tag& tag : read.tags) {
         RequireReadable(tag);
         const auto file = static_cast<unsigned>(tag.line % fields.size());
         std::string line;
-        if (cplustags::AppendTagLine(line, tag, fields[file]))
+        if (tagsfile::AppendTagLine(line, tag, fields[file]))
             expected.push_back(line);
         store.Add(file, tag);
     }
@@ -84,7 +84,7 @@ std::string StayingLine(std::string line)
     while (line.ends_with('\r'))
         line.pop_back();
     line += "\n";
-    const auto field = cplustags::FieldOfLine(line);
+    const auto field = tagsfile::FieldOfLine(line);
     return line == "\n" || line.front() == '!' || (field && Goes(*field)) ? "" : line;
 }
 
@@ -95,7 +95,7 @@ void TryOldTags(const std::uint8_t* data, std::size_t size)
     cplustags::WhatIs(path);
     const Lines staying = Staying(path);
     for (const std::string& line : Split(data, size, '\n'))
-        if (const std::string stays = StayingLine(line); !stays.empty() && stays.size() <= cplustags::kLongestLine)
+        if (const std::string stays = StayingLine(line); !stays.empty() && stays.size() <= tagsfile::kLongestLine)
             Require(std::ranges::binary_search(staying, stays), "a line that should stay does");
     std::string content;
     for (const std::string& line : staying)
@@ -109,11 +109,11 @@ void TryName(const std::string& name)
 {
     const std::string path = "/home/user/" + name;
     for (const char* directory : {"/home/user", "/elsewhere"}) {
-        const auto field = cplustags::FileField(path, directory);
+        const auto field = tagsfile::FileField(path, directory);
         if (!field || name.find('\0') != std::string::npos)
             continue;
         const bool isBelow = std::string(directory) == "/home/user" && !name.empty();
-        Require(cplustags::PathOfField(*field, directory) == path || (isBelow && name.front() == '/'),
+        Require(tagsfile::PathOfField(*field, directory) == path || (isBelow && name.front() == '/'),
                 "a file is found again");
         Require((isBelow ? "/home/user/" : "") + DeEscaped(*field) == path, "lookups open the same file");
     }

@@ -12,7 +12,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-std::string Shown(const Tag& tag)
+std::string Shown(const tagsfile::Tag& tag)
 {
     std::string shown = std::string(tag.name) + " " + std::to_string(tag.line) + " " + tag.kind;
     if (!tag.scope.empty())
@@ -23,7 +23,7 @@ std::string Shown(const Tag& tag)
 Lines Read(const std::string& output)
 {
     Lines lines;
-    for (const Tag& tag : ReadCtagsOutput(output).tags)
+    for (const tagsfile::Tag& tag : ReadCtagsOutput(output).tags)
         lines.push_back(Shown(tag));
     return lines;
 }
@@ -173,7 +173,7 @@ TEST(CtagsOutput, DamageAnywhereIsHarmless)
         for (size_t changes = 1 + random() % 20; changes > 0; --changes)
             damaged[random() % damaged.length()] = "\t\n\\:;\"x<>!\0_"[random() % 12];
         damaged.resize(random() % damaged.length());
-        for (const Tag& tag : ReadCtagsOutput(damaged).tags) {
+        for (const tagsfile::Tag& tag : ReadCtagsOutput(damaged).tags) {
             ASSERT_FALSE(tag.name.empty()) << damaged;
             for (const std::string_view text : {tag.name, tag.scope})
                 ASSERT_EQ(text.find_first_of("\t\n\r"), std::string_view::npos) << damaged;

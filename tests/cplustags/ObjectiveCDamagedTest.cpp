@@ -36,7 +36,7 @@ void CheckReading(const std::string& source)
     const cplustags::ObjectiveCSource read = cplustags::ReadObjectiveC(source, {"IGNORED", "UNUSED+"});
     const auto lines = std::count(source.begin(), source.end(), '\n') + 1;
     EXPECT_EQ(std::count(read.rest.begin(), read.rest.end(), '\n') + 1, lines) << source;
-    for (const cplustags::Tag& tag : read.tags.tags) {
+    for (const tagsfile::Tag& tag : read.tags.tags) {
         EXPECT_FALSE(tag.name.empty()) << source;
         EXPECT_EQ(tag.name.find_first_of("\t\n\r \\"), std::string_view::npos) << source;
         EXPECT_GE(tag.line, 1u) << source;

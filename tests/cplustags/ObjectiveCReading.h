@@ -15,7 +15,7 @@ inline TagTexts TagsWithLines(std::string_view source, const std::set<std::strin
     const cplustags::ObjectiveCSource read = cplustags::ReadObjectiveC(source, ignored);
     constexpr std::string_view kClass = "class:";
     TagTexts texts;
-    for (const cplustags::Tag& tag : read.tags.tags) {
+    for (const tagsfile::Tag& tag : read.tags.tags) {
         std::string text = std::to_string(tag.line) + ' ' + tag.kind + ' ' + std::string(tag.name);
         if (!tag.scope.empty())
             text += ' ' + std::string(tag.scope.starts_with(kClass) ? tag.scope.substr(kClass.size()) : "no class");

@@ -1,6 +1,6 @@
 #include "cplustags/OldTags.h"
 
-#include "cplustags/TagLine.h"
+#include "tagsfile/TagLine.h"
 #include "tests/support/TempDirectory.h"
 
 #include <gtest/gtest.h>
@@ -56,7 +56,8 @@ TEST(KeptOldLines, AreShortEnoughForReaders)
 {
     const std::string begin = "name\tstays.c\t/a;\"\tb/;\"\tf";
     const std::string scope = "\tclass:C";
-    const std::string fits = begin + scope + "\tx:" + std::string(kLongestLine - begin.size() - scope.size() - 4, 'x');
+    const std::string fits =
+        begin + scope + "\tx:" + std::string(tagsfile::kLongestLine - begin.size() - scope.size() - 4, 'x');
     const struct {
         const char* why;
         std::string line;

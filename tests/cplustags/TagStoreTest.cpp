@@ -1,6 +1,6 @@
 #include "cplustags/TagStore.h"
 
-#include "cplustags/TagLine.h"
+#include "tagsfile/TagLine.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-Texts All(LineSource& lines)
+Texts All(tagsfile::LineSource& lines)
 {
     Texts all;
     for (std::string_view line; lines.Next(line);)
@@ -21,7 +21,7 @@ Texts All(LineSource& lines)
     return all;
 }
 
-class Listed : public LineSource {
+class Listed : public tagsfile::LineSource {
 public:
     explicit Listed(Texts lines) : lines(std::move(lines)) {}
     bool Next(std::string_view& line) override
@@ -39,10 +39,10 @@ private:
 
 Texts MergedTexts(const std::vector<Texts>& lists)
 {
-    std::vector<std::unique_ptr<LineSource>> sources;
+    std::vector<std::unique_ptr<tagsfile::LineSource>> sources;
     for (const Texts& list : lists)
         sources.push_back(std::make_unique<Listed>(list));
-    return All(*Merged(std::move(sources)));
+    return All(*tagsfile::Merged(std::move(sources)));
 }
 
 TEST(MergedLines, AreSortedWithoutDuplicates)
@@ -88,7 +88,7 @@ Texts Expected(const std::vector<Sample>& samples)
     Texts lines;
     for (const Sample& sample : samples) {
         std::string line;
-        if (AppendTagLine(line, {sample.name, sample.line, sample.kind, sample.scope}, kFields[sample.file]))
+        if (tagsfile::AppendTagLine(line, {sample.name, sample.line, sample.kind, sample.scope}, kFields[sample.file]))
             lines.push_back(line);
     }
     std::sort(lines.begin(), lines.end());
@@ -101,13 +101,13 @@ Texts Stored(const std::vector<Sample>& samples, size_t stores)
     std::vector<TagStore> all(stores);
     for (size_t i = 0; i < samples.size(); ++i)
         all[i % stores].Add(samples[i].file, {samples[i].name, samples[i].line, samples[i].kind, samples[i].scope});
-    std::vector<std::unique_ptr<LineSource>> sources;
+    std::vector<std::unique_ptr<tagsfile::LineSource>> sources;
     TagsByFile leftOut;
     for (TagStore& store : all) {
         store.Sort(kFields);
         sources.push_back(store.Lines(kFields, &leftOut));
     }
-    return All(*Merged(std::move(sources)));
+    return All(*tagsfile::Merged(std::move(sources)));
 }
 
 TEST(TagStore, GivesTheSameSortedLinesForAnyNumberOfStores)
@@ -130,11 +130,11 @@ TEST(TagStore, CanBeSortedWhileOthersAre)
         threads.emplace_back([&store] { store.Sort(kFields); });
     for (std::thread& thread : threads)
         thread.join();
-    std::vector<std::unique_ptr<LineSource>> sources;
+    std::vector<std::unique_ptr<tagsfile::LineSource>> sources;
     TagsByFile leftOut;
     for (const TagStore& store : stores)
         sources.push_back(store.Lines(kFields, &leftOut));
-    EXPECT_TRUE(All(*Merged(std::move(sources))) == Expected(samples));
+    EXPECT_TRUE(All(*tagsfile::Merged(std::move(sources))) == Expected(samples));
 }
 
 TEST(TagStore, MayBeEmpty)

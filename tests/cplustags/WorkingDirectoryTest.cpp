@@ -1,6 +1,6 @@
 // What is left of killed runs, and what a hostile tree puts in its place.
 
-#include "cplustags/WorkingDirectory.h"
+#include "base/WorkingDirectory.h"
 
 #include "cplustags/NewFile.h"
 #include "cplustags/Scratch.h"

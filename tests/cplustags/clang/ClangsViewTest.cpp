@@ -108,7 +108,7 @@ void Compare(const std::string& file, Counts& counts)
     const ClangsView& clangs = View().contains(file) ? View().at(file) : ClangsView();
     const cplustags::ObjectiveCSource source = cplustags::ReadObjectiveC(Contents(file), {});
     std::set<Declaration> ours;
-    for (const cplustags::Tag& tag : source.tags.tags) {
+    for (const tagsfile::Tag& tag : source.tags.tags) {
         const Declaration declaration = std::to_string(tag.line) + ' ' + tag.kind + ' ' + std::string(tag.name);
         EXPECT_TRUE(ours.insert(declaration).second) << "twice: " << file << ": " << declaration;
         const auto same = clangs.declarations.find(declaration);

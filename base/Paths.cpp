@@ -1,4 +1,4 @@
-#include "cplustags/Paths.h"
+#include "base/Paths.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -7,7 +7,7 @@
 #include <unistd.h>
 #include <vector>
 
-namespace cplustags {
+namespace base {
 
 namespace {
 
@@ -155,4 +155,4 @@ std::string ShownLines(std::string_view text)
     return shown;
 }
 
-} // namespace cplustags
+} // namespace base

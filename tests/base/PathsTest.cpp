@@ -1,4 +1,4 @@
-#include "cplustags/Paths.h"
+#include "base/Paths.h"
 
 #include "tests/support/TempDirectory.h"
 
@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <unistd.h>
 
-namespace cplustags {
+namespace base {
 namespace {
 
 namespace fs = std::filesystem;
@@ -155,4 +155,4 @@ TEST(ShownLines, KeepsLineBreaks)
 }
 
 } // namespace
-} // namespace cplustags
+} // namespace base

@@ -1,7 +1,7 @@
 // A line of a tags file, and the file names in it.
 #pragma once
 
-#include "cplustags/Tag.h"
+#include "tagsfile/Tag.h"
 #include "tagsfile/TagFields.h"
 
 #include <cstddef>
@@ -9,12 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace cplustags {
-
-using tagsfile::FieldOfLine;
-using tagsfile::kLongestLine;
-using tagsfile::NameOfLine;
-using tagsfile::PathOfField;
+namespace tagsfile {
 
 // How a file is written in a tags file that is in 'directory' (absolute, without "/" at its end): relative to it when
 // the file is below, so that the two can move together, else absolute. A backslash gets another. Nothing when the field
@@ -26,4 +21,4 @@ std::optional<std::string> FileField(std::string_view path, std::string_view dir
 bool AppendTagLine(std::string& text, const Tag& tag, std::string_view field);
 bool HasRoomForScope(const Tag& tag, std::string_view field);
 
-} // namespace cplustags
+} // namespace tagsfile

@@ -1,6 +1,6 @@
-#include "cplustags/WorkingDirectory.h"
+#include "base/WorkingDirectory.h"
 
-#include "cplustags/Paths.h"
+#include "base/Paths.h"
 
 #include <algorithm>
 #include <cctype>
@@ -15,7 +15,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace cplustags {
+namespace base {
 
 namespace {
 
@@ -179,4 +179,4 @@ void WorkingDirectory::Fail(const std::string& where)
     error = "cannot write in " + Shown(where) + ": " + std::strerror(errno);
 }
 
-} // namespace cplustags
+} // namespace base

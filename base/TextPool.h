@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace cplustags {
+namespace base {
 
 // Texts neither move nor go as long as the pool lives. Not thread-safe.
 class TextPool {
@@ -34,4 +34,4 @@ private:
     size_t left = 0;
 };
 
-} // namespace cplustags
+} // namespace base

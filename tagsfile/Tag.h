@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace cplustags {
+namespace tagsfile {
 
 // The texts belong to whoever made the tag. No text holds a tab or a line break.
 struct Tag {
@@ -17,8 +17,6 @@ struct Tag {
     char kind = 0;
     std::string_view scope; // "class:Outer::Inner", "namespace:", "struct:" or "union:" alike; "" for none
 };
-
-namespace kind = tagsfile::kind;
 
 // Tags with the texts that had to be made for them. Moving keeps the texts where they are, copying would not.
 struct Tags {
@@ -35,4 +33,4 @@ struct Tags {
     std::string_view Keep(std::string text) { return texts.emplace_back(std::move(text)); }
 };
 
-} // namespace cplustags
+} // namespace tagsfile

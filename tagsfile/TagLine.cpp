@@ -1,8 +1,8 @@
-#include "cplustags/TagLine.h"
+#include "tagsfile/TagLine.h"
 
 #include <charconv>
 
-namespace cplustags {
+namespace tagsfile {
 
 namespace {
 
@@ -64,4 +64,4 @@ bool AppendTagLine(std::string& text, const Tag& tag, std::string_view field)
     return true;
 }
 
-} // namespace cplustags
+} // namespace tagsfile

@@ -1,10 +1,10 @@
-#include "cplustags/TagLine.h"
+#include "tagsfile/TagLine.h"
 
 #include "vetch/support/Strings.h"
 
 #include <gtest/gtest.h>
 
-namespace cplustags {
+namespace tagsfile {
 namespace {
 
 std::string Line(const Tag& tag, const std::string& field)
@@ -75,4 +75,4 @@ TEST(TagLine, DropsItsScopeWhenItWouldBeTooLong)
 }
 
 } // namespace
-} // namespace cplustags
+} // namespace tagsfile

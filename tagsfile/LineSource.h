@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace cplustags {
+namespace tagsfile {
 
 // Not thread-safe.
 class LineSource {
@@ -20,4 +20,4 @@ public:
 // All lines of the sources in order, equal ones once.
 std::unique_ptr<LineSource> Merged(std::vector<std::unique_ptr<LineSource>> sources);
 
-} // namespace cplustags
+} // namespace tagsfile

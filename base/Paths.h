@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace cplustags {
+namespace base {
 
 // The current directory, as the user sees it: $PWD when that names it, with the links on the way. Names that a command
 // makes from $PWD and names relative to it then agree.
@@ -24,4 +24,4 @@ std::string Shown(std::string_view text);
 // The same for what another program has said: line breaks stay, and nothing is left out.
 std::string ShownLines(std::string_view text);
 
-} // namespace cplustags
+} // namespace base

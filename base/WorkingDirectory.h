@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace cplustags {
+namespace base {
 
 // It is called ".NAME.cplustags-XXXXXX" and holds a lock for as long as it is in use. Making one removes those beside
 // it whose lock nobody holds, whatever their NAME: that of a run for "tags.tmp" goes when the next run is for "tags".
@@ -36,4 +36,4 @@ private:
 // Removes what killed runs have left in 'parent'.
 void RemoveAbandonedIn(const std::string& parent);
 
-} // namespace cplustags
+} // namespace base

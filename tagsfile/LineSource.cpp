@@ -1,9 +1,9 @@
-#include "cplustags/LineSource.h"
+#include "tagsfile/LineSource.h"
 
 #include <algorithm>
 #include <string>
 
-namespace cplustags {
+namespace tagsfile {
 
 namespace {
 
@@ -72,4 +72,4 @@ std::unique_ptr<LineSource> Merged(std::vector<std::unique_ptr<LineSource>> sour
     return std::make_unique<MergedLines>(std::move(sources));
 }
 
-} // namespace cplustags
+} // namespace tagsfile
