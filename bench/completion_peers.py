@@ -1,4 +1,4 @@
-"""How long peers take to complete a prefix: Vim from the same tags file, clangd from a small source of its own."""
+"""Measures how long peers take to complete a prefix: Vim in the same tags file, clangd in a small source."""
 import json
 import os
 import statistics
@@ -10,7 +10,7 @@ import release
 
 
 def run_vim(script):
-    """What Vim's script has written to $TIMES as JSON."""
+    """Returns the JSON that the Vim script has written to $TIMES."""
     with tempfile.TemporaryDirectory() as directory:
         path, times = os.path.join(directory, "script.vim"), os.path.join(directory, "times")
         with open(path, "w", encoding="utf-8") as out:
@@ -23,7 +23,7 @@ def run_vim(script):
 
 
 def vim(tags, prefixes, rounds=5):
-    """The milliseconds of getcompletion() by prefix, the median of each; None when Vim is not installed."""
+    """Returns the median milliseconds of getcompletion() by prefix; None when Vim is not installed."""
     if not release.has_peer("vim"):
         return None
     script = ["set nocompatible tagcase=match tags=" + tags.replace("\\", "\\\\").replace(" ", "\\ "), "let times = []",
@@ -80,7 +80,7 @@ class Clangd:
 
 
 def clangd(rounds=20):
-    """The median milliseconds of a completion of "std::str"; None when clangd is not installed."""
+    """Returns the median milliseconds of a completion of "std::str"; None when clangd is not installed."""
     if not release.has_peer("clangd"):
         return None
     with tempfile.TemporaryDirectory() as directory:

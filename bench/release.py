@@ -1,4 +1,4 @@
-"""The programs that are measured: built with the release preset, and run."""
+"""Builds the measured programs with the release preset, and runs them."""
 import json
 import os
 import shutil
@@ -11,13 +11,13 @@ DIRECTORY = os.path.join(ROOT, "build/release")
 
 
 def need(*names):
-    """Ends the run when one of these programs is missing, and says what to do."""
+    """Ends the run when one of these programs is missing, and says how to install it."""
     if subprocess.run([os.path.join(ROOT, "bench/needs"), *names], check=False).returncode != 0:
         sys.exit(1)
 
 
 def has_peer(program):
-    """Whether a program to compare with is installed; says so when it is not."""
+    """Returns whether a peer is installed; prints a message when it is not."""
     there = shutil.which(program) is not None
     if not there:
         print(f"  {program} is not installed, and left out; tools/setup --bench installs it")
@@ -39,20 +39,20 @@ def path(program):
 
 
 def environment(home=None):
-    """Without words of a language; with a home, also with its cache."""
+    """Returns the environment in the C locale; with a home, also with its cache."""
     own = {} if home is None else {"HOME": home, "XDG_CACHE_HOME": os.path.join(home, "cache")}
     return {**os.environ, "LC_ALL": "C", **own}
 
 
 def run(program, *words, given=None, home=None):
-    """What the program prints, each line as JSON."""
+    """Returns the output of the program, each line parsed as JSON."""
     done = subprocess.run([path(program), *map(str, words)], input=given, stdout=subprocess.PIPE,
                           text=True, check=True, env=environment(home))
     return [json.loads(line) for line in done.stdout.splitlines()]
 
 
 def seconds(command, directory=None, home=None):
-    """From the start of the command to its end, whatever it says."""
+    """Returns the time of the whole command; its output and status are ignored."""
     start = time.perf_counter()
     subprocess.run(command, cwd=directory, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                    stderr=subprocess.DEVNULL, env=environment(home), check=False)

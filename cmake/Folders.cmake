@@ -1,4 +1,4 @@
-# One target a folder, and its link list is its permission to include.
+# Each folder is a target, and its link list is its permission to include.
 #
 # A folder's headers are reached only through its "wall": a directory in the build tree that holds nothing but a link to
 # that folder. A target sees the walls of the folders it links and no others, so an include that runs up the floors does
@@ -18,8 +18,8 @@ function(wren_wall target path)
     endif()
 endfunction()
 
-# wren_folder(<target> <folder> USES <targets>...): all sources of the folder but a main.cpp, as objects that its users
-# link.
+# wren_folder(<target> <folder> USES <targets>...): all sources of the folder except a main.cpp, as objects that its
+# users link.
 function(wren_folder target folder)
     cmake_parse_arguments(F "" "" "USES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
@@ -34,8 +34,8 @@ function(wren_folder target folder)
     wren_wall(${target} ${folder})
 endfunction()
 
-# wren_archive(<target> <folder> USES <targets>...): the same as an archive, for what stands so low that not all its
-# users can name it: theirs link it along.
+# wren_archive(<target> <folder> USES <targets>...): the same as an archive, for a folder so low that some of its users
+# cannot name it: they get it through the targets that they link.
 function(wren_archive target folder)
     cmake_parse_arguments(F "" "" "USES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp)
@@ -44,17 +44,18 @@ function(wren_archive target folder)
     wren_wall(${target} ${folder})
 endfunction()
 
-# wren_compile_alone(<files>...): files, by their paths in the source tree and of the current directory's targets, whose
-# private names are also those of neighbours, which several at a time (WREN_UNITY) would collide.
+# wren_compile_alone(<files>...): files of the current directory's targets, by their paths in the source tree. Their
+# private names are also used by neighbours, and would collide with them in a unity build (WREN_UNITY).
 function(wren_compile_alone)
     list(TRANSFORM ARGN PREPEND ${CMAKE_SOURCE_DIR}/)
     set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
 endfunction()
 
-# What tests learn about tags files stays in the build tree, out of the user's cache.
+# Tests keep their records of tags files in the build tree, out of the user's cache.
 set(TEST_CACHE XDG_CACHE_HOME=set:${CMAKE_BINARY_DIR}/tests/cache)
 
-# wren_tests(<name> USES <targets>...): a test program from the sources of the current directory, one CTest test a case.
+# wren_tests(<name> USES <targets>...): a test program from the sources of the current directory; each case is a CTest
+# test.
 function(wren_tests name)
     cmake_parse_arguments(F "" "" "USES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)

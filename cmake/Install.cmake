@@ -1,11 +1,11 @@
-# What "cmake --install" puts where. The programs find everything relative to themselves
-# (PluginBundle::DefaultDirectory), so that the installed tree can be moved as a whole; "lib/wren" is therefore never a
+# The layout of "cmake --install". The programs find everything relative to themselves
+# (PluginBundle::DefaultDirectory), so that the installed tree can be moved as a whole. "lib/wren" is therefore never a
 # distribution's lib64 or lib/<triplet>.
 
 set(WREN_LIBRARY_DIRECTORY lib/wren)
 set(WREN_BUNDLE_DIRECTORY ${WREN_LIBRARY_DIRECTORY}/Declaration.bundle/Contents)
-# The build tree is laid out so that the same ways lead to the framework there. CMake would otherwise leave room in
-# them, as empty names, for which the system looks in the current directory, whosever that is.
+# In the build tree, the same relative paths lead to the framework. CMake would otherwise pad the run paths with empty
+# names, and for these the system searches the current directory, which may belong to anybody.
 set_target_properties(wren PROPERTIES INSTALL_RPATH "$ORIGIN/../${WREN_LIBRARY_DIRECTORY}:$ORIGIN")
 set_target_properties(Declaration PROPERTIES INSTALL_RPATH "$ORIGIN/../../..")
 set_target_properties(wren Declaration PROPERTIES BUILD_WITH_INSTALL_RPATH ON)
@@ -15,7 +15,7 @@ install(TARGETS Declaration LIBRARY DESTINATION ${WREN_BUNDLE_DIRECTORY}/Linux)
 install(TARGETS cplustags RUNTIME DESTINATION ${WREN_BUNDLE_DIRECTORY}/Resources)
 install(FILES resources/DeclarationDialogs.ui resources/Declaration.icns DESTINATION ${WREN_BUNDLE_DIRECTORY}/Resources)
 install(FILES resources/Info.plist DESTINATION ${WREN_BUNDLE_DIRECTORY})
-# One program under two names, so that who types it and the plug-in never run two different ones.
+# One program under two names, so that users and the plug-in never run two different ones.
 install(CODE "
     set(link \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin/cplustags\")
     message(STATUS \"Installing: \${link}\")

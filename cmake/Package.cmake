@@ -1,6 +1,6 @@
-# "cpack" makes wren_<version>_<architecture>.deb from what is installed.
+# "cpack" makes wren_<version>_<architecture>.deb from the installed files.
 
-# There is no address that answers for all packages that anybody builds: who gives one away puts in his own.
+# No single address can answer for the packages of all builders: set your own when you give a package away.
 set(WREN_MAINTAINER "The Wren and Declaration authors <wren@localhost.localdomain>"
     CACHE STRING "Who answers for the package: name and mail address")
 
@@ -22,20 +22,20 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION editors)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-# Libraries are found by what the programs link; Universal Ctags is run, not linked.
+# dpkg finds libraries by what the programs link. Universal Ctags is run, not linked.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_DEPENDS universal-ctags)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "symbol lookup and editor for C, C++ and Objective-C source
-Wren looks symbols up in source code without a compiler database: point at a
-name, get its declaration or its definition. It reads tags files, a project's
-and those of the system's headers, which it has Universal Ctags make.
+Wren looks up symbols in source code without a compiler database: point at a
+name, and get its declaration or its definition. It reads two tags files, one
+of a project and one of the system headers. Universal Ctags makes them.
 
 The command line and its scripts need no display.")
 if(WREN_DESKTOP)
-    # Qt chooses it where there is a Wayland display and no X11.
+    # Qt uses it on a Wayland display without X11.
     set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
-    string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION " The editor lists what
-completes a name while it is typed, and a click goes where a symbol is
-declared.")
+    string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION " The editor lists the
+completions of a name while it is typed, and a click goes to the declaration
+of a symbol.")
 endif()
 include(CPack)

@@ -1,7 +1,7 @@
-# Run by cpack on the package that it has made: takes the scripts out that it adds.
+# cpack runs this on the finished package, to remove the scripts that it adds.
 #
-# They call ldconfig, since it takes every library below /usr/lib for one that the whole system links. The one in
-# /usr/lib/wren is found by the programs' own run paths, and by nobody else.
+# These call ldconfig, because cpack takes every library below /usr/lib for one that the whole system links. Only the
+# programs' own run paths lead to the library in /usr/lib/wren.
 
 foreach(package ${CPACK_PACKAGE_FILES})
     set(root ${CPACK_TEMPORARY_DIRECTORY}/unpacked)
