@@ -158,7 +158,7 @@ TEST_F(AutoSuggestTest, RefillsAndMovesTheWindowThatIsOpen)
     EXPECT_EQ(Candidates(), (Lines{"NSString", "NSStringEncoding"}));
     EXPECT_EQ(Shown()->list->selected, 0);
     EXPECT_EQ(Shown()->frame.left, before.frame.left) << "it stands still while its user types";
-    EXPECT_EQ(host.pointsAsked, asked + 1) << "but is placed anew";
+    EXPECT_EQ(host.pointsAsked, asked + 1) << "but is placed again";
 }
 
 TEST_F(AutoSuggestTest, ARefillSelectsTheFirstAgainAndLeavesTheFocus)

@@ -116,7 +116,7 @@ struct PickCase {
 const PickCase kPicks[] = {
     {"the first", 3, 0, "name000"},
     {"the last", 3, 2, "name002"},
-    {"no entry there: the list was filled anew meanwhile", 3, 3, ""},
+    {"no entry there: the list was refilled meanwhile", 3, 3, ""},
     {"far behind the end", 3, 2147483647, ""},
     {"before the first", 3, -1, ""},
     {"far before the first", 3, -2147483647 - 1, ""},

@@ -33,7 +33,7 @@ struct Case {
 
 const Case kCases[] = {
     {"Down goes into the list, and moves at once", kUnfocused, B_DOWN_ARROW, 0, kTaken, kFocused, 3},
-    {"and goes on in it", kFocused, B_DOWN_ARROW, 0, kTaken, kFocused, 3},
+    {"and continues in it", kFocused, B_DOWN_ARROW, 0, kTaken, kFocused, 3},
     {"Up is the document's at first", kUnfocused, B_UP_ARROW, 0, kLeft, kUnfocused, 2},
     {"and the list's once in it", kFocused, B_UP_ARROW, 0, kTaken, kFocused, 1},
     {"Enter breaks the line at first", kUnfocused, B_ENTER, 0, kLeft, kUnfocused, 2},

@@ -30,7 +30,7 @@ const Case kCases[] = {
     {"three of four", 'k', 0x47, "k", 0x46, false},
     {"a lock key in what is bound counts for nothing", '.', B_CONTROL_KEY | B_CAPS_LOCK, ".", B_CONTROL_KEY, true},
     {"nor do bits that mean nothing here", '.', B_CONTROL_KEY | 0xffffffb8, ".", B_CONTROL_KEY, true},
-    {"a lock key alone is no modifier, so any will do", '.', B_CAPS_LOCK, ".", 0, true},
+    {"a lock key alone is not a modifier, so any will do", '.', B_CAPS_LOCK, ".", 0, true},
     {"bound without modifiers", '\t', 0, "\t", 0, true},
     {"and any may be held", '\t', 0, "\t", B_SHIFT_KEY, true},
     {"case counts", 'k', B_CONTROL_KEY, "K", B_CONTROL_KEY, false},

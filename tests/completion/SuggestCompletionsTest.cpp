@@ -21,7 +21,7 @@ const Lines kStrings = {"NSStream", "NSString", "NSStringEncoding"};
 
 const Case kCases[] = {
     {"what all agree on is inserted", {"NSString", "NSStringEncoding"}, "x = NSStr|;", "x = NSString|;", {}, 0},
-    {"and listed once there is no more of it",
+    {"and listed once nothing more is common",
      {"NSString", "NSStringEncoding"},
      "x = NSString|;",
      "x = NSString|;",
@@ -99,7 +99,7 @@ const Case kCases[] = {
      {"gr\xe2\x82\xac", "gr\xe2\x82\xad", "gr\xe2\x82\xae"},
      0},
     {"whole ones that agree", {"gr\xc3\xa4s", "gr\xc3\xa4t"}, "x = gr|;", "x = gr\xc3\xa4|;", {}, 0},
-    {"bytes that are no characters at all",
+    {"bytes that are not characters",
      {"ab\x80\x81", "ab\x80\x82"},
      "x = ab|;",
      "x = ab|;",

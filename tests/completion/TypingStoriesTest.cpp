@@ -175,7 +175,7 @@ TEST_F(Typing, TheShortcutInsertsThenListsThenChooses)
     Open("x = |;", strings);
     CompleteWhileTyping(false);
     Type("NSStr");
-    EXPECT_FALSE(PressShortcut()) << "there is no list that could take it";
+    EXPECT_FALSE(PressShortcut()) << "no list can take it";
     EXPECT_EQ(Candidates(), strings) << "they agree on no more";
     EXPECT_TRUE(PressShortcut());
     EXPECT_EQ(host.Marked(), "x = NSStream|;");

@@ -26,7 +26,7 @@ struct Noted {
 const Noted kNoted[] = {
     {"an identifier before the caret", "x = dra|", "on", 7, 4, 3},
     {"none", "x = |", "on", 0, 0, 0},
-    {"one that goes on behind the caret", "x = dr|a", "on", 0, 0, 0},
+    {"one that continues after the caret", "x = dr|a", "on", 0, 0, 0},
     {"a selection", "x = [[dra]]", "on", 0, 0, 0},
     {"one that begins the document starts before it", "dra|", "on", 3, -1, 4},
     {"nothing while completion while typing is off", "x = dra|", "off", 0, 0, 0},

@@ -127,7 +127,7 @@ struct Type {
 const Type kTypes[] = {
     {"a declaration", "draw|", kLookUpDeclarations, {{"view.h", 12}}},
     {"a definition", "draw|", kLookUpDefinitions, {{"view.cpp", 34}}},
-    {"a number that is no type finds definitions", "draw|", 3, {{"view.cpp", 34}}},
+    {"an unknown type finds definitions", "draw|", 3, {{"view.cpp", 34}}},
     {"a negative one too", "draw|", -1, {{"view.cpp", 34}}},
     {"only declared, a definition wanted", "once|", kLookUpDefinitions, {}},
     {"only defined, a declaration wanted", "body|", kLookUpDeclarations, {}},

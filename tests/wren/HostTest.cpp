@@ -347,7 +347,7 @@ TEST_F(Host, ClosesAnUndoableEditThatACallLeftOpen)
     };
     host->Events().Command("any");
     document.Insert(0, "typed ");
-    EXPECT_EQ(host->Undo(), PlainText::kEdit) << "what the user did afterwards is no part of the plug-in's edit";
+    EXPECT_EQ(host->Undo(), PlainText::kEdit) << "later edits of the user do not belong to the plug-in's edit";
     EXPECT_EQ(host->Undo(), "second");
     EXPECT_EQ(document.Text(), "1ab");
     EXPECT_EQ(host->Undo(), "first");
@@ -390,9 +390,9 @@ TEST_F(Host, OffersAKeyToThePluginBeforeItsShortcuts)
         {"a plain key", "a", 0, 0, {206}, true},
         {"a key that the plug-in takes", "\n", 0, 2, {206}, false},
         {"handled is not used up", "a", 0, 1, {206}, true},
-        {"a shortcut runs its command and is no typed key", ".", B_CONTROL_KEY, 0, {206, 103, 208}, false},
+        {"a shortcut runs its command and is not a typed key", ".", B_CONTROL_KEY, 0, {206, 103, 208}, false},
         {"a shortcut that the plug-in takes first", ".", B_CONTROL_KEY, 2, {206}, false},
-        {"several bytes are no shortcut", "\xc3\xa9", B_CONTROL_KEY, 0, {206}, true},
+        {"several bytes are not a shortcut", "\xc3\xa9", B_CONTROL_KEY, 0, {206}, true},
     };
     for (const auto& each : kCases) {
         answer = [&](long event, PluginInterface*) { return event == Event::kKeyDown ? each.answerToKey : 0L; };

@@ -122,7 +122,7 @@ TEST(Keyboard, ApplyKeyCases)
         {"delete takes a whole character", "a\xc3\xa9z", {1, 1}, "delete", 0, "az", {1, 1}, KeyEffect::Edited},
         {"delete at the end", "ab", {2, 2}, "delete", 0, "ab", {2, 2}, KeyEffect::Edited},
         {"left", "a\xc3\xa9z", {3, 3}, "left", 0, "a\xc3\xa9z", {1, 1}, KeyEffect::Edited},
-        {"left over a byte that is no text", "a\xa9z", {2, 2}, "left", 0, "a\xa9z", {1, 1}, KeyEffect::Edited},
+        {"left over an invalid byte", "a\xa9z", {2, 2}, "left", 0, "a\xa9z", {1, 1}, KeyEffect::Edited},
         {"left of a selection", "abcd", {1, 3}, "left", 0, "abcd", {1, 1}, KeyEffect::Edited},
         {"right", "a\xc3\xa9z", {1, 1}, "right", 0, "a\xc3\xa9z", {3, 3}, KeyEffect::Edited},
         {"right of a selection", "abcd", {1, 3}, "right", 0, "abcd", {3, 3}, KeyEffect::Edited},

@@ -167,7 +167,7 @@ TEST(SettingsStore, KeepsRefusedLinesUntilAnotherValueIsWritten)
     } kCases[] = {
         {"nothing is written for a default", "mine On\n", nullptr, "", "mine On\n"},
         {"the value stayed", "mine On\nmine off\n", "mine off", "mine off\n", "mine On\nmine off\n"},
-        {"blanks are no other value", "mine On\nmine   off\n", "mine   off", "mine off\n", "mine On\nmine off\n"},
+        {"blanks are not another value", "mine On\nmine   off\n", "mine   off", "mine off\n", "mine On\nmine off\n"},
         {"a first value", "mine On\n", nullptr, "mine off\n", "mine off\n"},
         {"another value", "mine On\nmine a\n", "mine a", "mine b\n", "mine b\n"},
         {"a value for another name", "mine On\n", nullptr, "other 1\n", "mine On\nother 1\n"},
@@ -267,7 +267,7 @@ TEST_F(SharedSettings, ValuesStayUntilAnotherOneIsChosenHere)
     EXPECT_EQ(Saved(store, "mine 1\nother 1\n"), "mine 2\nother 1\n");
     EXPECT_EQ(Saved(store, "mine 3\nother 1\n"), "mine 3\nother 1\n");
     directory.Write("settings", "mine 4\nother 1\n");
-    EXPECT_EQ(Saved(store, "mine 3\nother 1\n"), "mine 4\nother 1\n") << "what was stored is no choice any more";
+    EXPECT_EQ(Saved(store, "mine 3\nother 1\n"), "mine 4\nother 1\n") << "a stored value is no longer a choice";
 }
 
 TEST_F(SharedSettings, ARefusedLineIsRemovedOnceAnotherValueWasChosenAndReverted)

@@ -35,7 +35,7 @@ TEST(TerminalText, ShowsEachControlCharacterAsAQuestionMark)
          "\x80\x9b"
          "1m\x9f",
          "??1m?"},
-        {"other bytes are no characters and no commands", "\xa0\xff\xc3", "\xa0\xff\xc3"},
+        {"other bytes are neither characters nor commands", "\xa0\xff\xc3", "\xa0\xff\xc3"},
         {"a byte behind a whole character", "\xc3\xa9\x9b", "\xc3\xa9?"},
         {"a character that is cut off", "\xe2\x82", "\xe2?"},
         {"a control character in a longer form than it has", "\xc0\x9b \xe0\x80\x9b \xe0\x82\x9b",

@@ -104,7 +104,7 @@ TEST(UserDirectories, Cases)
         {"from the variable", "/home/a", "/x/y", "/x/y/wren", "/x/y/wren"},
         {"a variable with a slash", "/home/a", "/x/y/", "/x/y/wren", "/x/y/wren"},
         {"an empty variable counts as none", "/home/a", "", "/home/a/.config/wren", "/home/a/.local/state/wren"},
-        {"nor does one that is no absolute path", "/a", "x", "/a/.config/wren", "/a/.local/state/wren"},
+        {"a relative path does not count", "/a", "x", "/a/.config/wren", "/a/.local/state/wren"},
         {"the variable alone", nullptr, "/x", "/x/wren", "/x/wren"},
         {"neither", nullptr, nullptr, "", ""},
     };

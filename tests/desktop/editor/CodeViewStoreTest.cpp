@@ -56,7 +56,7 @@ const Case kCases[] = {
     {"a return alone ends no line", "a\rb\nc\r", [](TextStore&) {}},
     {"returns only", "a\rb\rc", [](TextStore&) {}},
     {"a NUL among others", "a\0b\n\0"s, [](TextStore& t) { t.Insert(2, "\0\0"s); }},
-    {"bytes that are no UTF-8", "\x80\xff\n\xc3", [](TextStore& t) { t.Insert(1, "\xe2\x82"); }},
+    {"invalid UTF-8", "\x80\xff\n\xc3", [](TextStore& t) { t.Insert(1, "\xe2\x82"); }},
     {"half a character goes", "\xc3\xa4\n", [](TextStore& t) { t.Delete(0, 1); }},
     {"a newline between return and newline", "a\r\nb", [](TextStore& t) { t.Insert(2, "x"); }},
     {"return and newline meet", "a\rx\nb", [](TextStore& t) { t.Delete(2, 1); }},

@@ -76,7 +76,7 @@ TEST(Indentation, IsDetectedFromTheFile)
         {"two blanks", "a {\n  b {\n    c\n  }\n}\n", {false, 2}},
         {"more tabs than blanks", "\ta\n\tb\n  c\n", {true, 3}},
         {"comments that go on say nothing", "/*\n * a\n * b\n */\n", kOtherwise},
-        {"single columns are no level", "a(b,\n c)\n", kOtherwise},
+        {"single columns are not a level", "a(b,\n c)\n", kOtherwise},
         {"empty lines say nothing", "a\n    \n    \n\tb\n", {true, 3}},
         {"Windows ends", "a {\r\n  b\r\n}\r\n", {false, 2}},
     };
@@ -101,9 +101,9 @@ TEST(CodeView, IndentsTypedLines)
         {"blanks behind the brace", "x { |", "\ny", "x { \n    y"},
         {"a brace goes back to its partner's line", "x {|", "\ny\n}", "x {\n    y\n}"},
         {"and to a partner far in", "        if (x) {|", "\n}", "        if (x) {\n        }"},
-        {"a brace without a partner goes one level back", "        |", "}", "    }"},
+        {"an unmatched brace goes one level back", "        |", "}", "    }"},
         {"a brace behind text stays", "x {\n    a|", "}", "x {\n    a}"},
-        {"a brace in a comment is no partner", "x {\n    // {\n    |", "}", "x {\n    // {\n}"},
+        {"a brace in a comment does not match", "x {\n    // {\n    |", "}", "x {\n    // {\n}"},
         {"Windows ends", "x {|\r\n", "\ny", "x {\r\n    y\r\n"},
         {"in the middle of a line", "    a|b", "\n", "    a\n    b"},
     };

@@ -25,7 +25,7 @@ protected:
         hands.AnswerNextAlert("OK");
         Start({path});
         EXPECT_THAT(hands.TakeHeard(), ElementsAre(AllOf(HasSubstr(path), HasSubstr(reason))));
-        EXPECT_THAT(Tabs(), ElementsAre("untitled")) << "and the editor goes on";
+        EXPECT_THAT(Tabs(), ElementsAre("untitled")) << "and the editor keeps running";
     }
 };
 

@@ -124,7 +124,7 @@ TEST_F(TagsStory, AFailureIsReportedWithItsLogFile)
     SettleBackground();
     Settle();
     EXPECT_THAT(Tags(), HasSubstr("foo"));
-    EXPECT_EQ(Notice(), "") << "it is no longer so";
+    EXPECT_EQ(Notice(), "") << "it no longer applies";
 }
 
 TEST_F(TagsStory, QuittingAsksWhileTagsAreBeingMade)

@@ -25,7 +25,7 @@ protected:
 #if defined(__SANITIZE_THREAD__)
     void SetUp() override
     {
-        GTEST_SKIP() << "this sanitizer cannot follow threads of a child that was not started anew";
+        GTEST_SKIP() << "this sanitizer cannot follow threads of a child without exec";
     }
 #endif
     TornFile() : file(home.Write("a.c", kOld))

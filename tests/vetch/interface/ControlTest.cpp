@@ -416,9 +416,9 @@ TEST_F(Controls, AControlMissingFromTheFileStaysUnattachedAndHarmless)
 
 TEST_F(Controls, HiddenOrMissingControlsCannotBeUsed)
 {
-    EXPECT_FALSE(display.Press(1, 1)) << "a check box is no button";
-    EXPECT_FALSE(display.Check(1, 2, true)) << "a text field is no check box";
-    EXPECT_FALSE(display.Enter(1, 3, "text")) << "a button is no text field";
+    EXPECT_FALSE(display.Press(1, 1)) << "a check box is not a button";
+    EXPECT_FALSE(display.Check(1, 2, true)) << "a text field is not a check box";
+    EXPECT_FALSE(display.Enter(1, 3, "text")) << "a button is not a text field";
     EXPECT_FALSE(display.Press(1, 99)) << "no such item";
     EXPECT_FALSE(display.Press(2, 3)) << "no such window";
     EXPECT_FALSE(display.InvokeItem(1, 0)) << "no list";

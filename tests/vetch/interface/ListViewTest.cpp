@@ -84,7 +84,7 @@ TEST_F(List, TheMouseSelectsAndADoubleClickInvokes)
         {"a third click of a row does not invoke again", 2, 3, 2, {}},
         {"a click below the items selects none", 3, 1, -1, {}},
         {"a double click below the items invokes none", 3, 2, -1, {}},
-        {"a negative index is no item", -1, 2, -1, {}},
+        {"a negative index is not an item", -1, 2, -1, {}},
     };
     for (const MouseCase& c : cases) {
         ListWindow* window = Open(3, 0);

@@ -128,7 +128,7 @@ TEST_F(Menu, ShowsItsItemsWithTheirShortcuts)
     EXPECT_EQ(listener.menu.rows[1].label, "");
     EXPECT_FALSE(listener.menu.rows[2].enabled);
     EXPECT_EQ(listener.menu.rows[2].key, 0);
-    EXPECT_EQ(listener.menu.rows[2].modifiers, 0x42u) << "kept though there is no key";
+    EXPECT_EQ(listener.menu.rows[2].modifiers, 0x42u) << "kept although there is no key";
 }
 
 TEST_F(Menu, FindsItemsByLabelAndPlace)

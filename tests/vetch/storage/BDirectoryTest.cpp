@@ -85,7 +85,7 @@ TEST_F(BDirectoryTest, FindsAnEntryOfAnyKindByItsExactName)
         {"what a link leads to", "link", true, file},
         {"another case", "Tags", false, ""},
         {"a name too short", "tag", false, ""},
-        {"a path is no name", "src/a.h", false, ""},
+        {"a path is not a name", "src/a.h", false, ""},
         {"nor is an absolute one", "/usr", false, ""},
         {"no name", "", false, ""},
     };

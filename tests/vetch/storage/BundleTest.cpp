@@ -37,7 +37,7 @@ TEST(Bundle, HasNoResourcesWithoutTheirDirectory)
         {"no path", ""},
         {"no bundle there", directory / "missing.bundle"},
         {"no resources in it", directory / "empty.bundle"},
-        {"resources that are no directory", directory / "file.bundle"},
+        {"resources that are not a directory", directory / "file.bundle"},
     };
     const long before = vetch::LiveCFObjects();
     for (const auto& c : kCases) {
