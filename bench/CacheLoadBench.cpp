@@ -1,11 +1,11 @@
-// One way of getting all names of tags files into memory, in a process of its own, so that its memory is its own as
-// well.
+// Loads all names of tags files into memory in one of several ways. Each run is a process, so that its memory can be
+// measured.
 //
-//     cache_load_bench cache LOCAL SYSTEM    as completion loads them
+//     cache_load_bench cache LOCAL SYSTEM    the way completion loads them
 //     cache_load_bench plain LOCAL SYSTEM    all names with their scopes in a plain vector of strings
 //     cache_load_bench generate sorted|shuffled COUNT FILE
 //
-// Prints the seconds taken, and how many kilobytes of memory more are in use afterwards and were at most, as JSON.
+// Prints JSON: the seconds, and the additional kilobytes of memory in use afterwards and at the peak.
 
 #include "tags/CompletionCache.h"
 #include "tags/Tags.h"
@@ -68,7 +68,7 @@ int LoadCache(const char* local, const char* system)
     return Status(!some.empty());
 }
 
-// The joined name on a line; "" when it has none.
+// Returns the joined name on a line; "" when it has none.
 std::string JoinedName(const char* line)
 {
     const char* end = std::strchr(line, '\t');
@@ -109,13 +109,13 @@ int LoadPlain(const char* local, const char* system)
     return Status(!names.empty());
 }
 
-// Four tags of each name, in four scopes; in the order of a tags file, or in none.
+// Four tags of each name, in four scopes; sorted as in a tags file, or shuffled.
 int Generate(bool sorted, long count, const char* path)
 {
     FILE* file = std::fopen(path, "w");
     if (file == nullptr)
         return 1;
-    constexpr long kStep = 7919 * 104729; // a product of primes that no count of decimal digits has
+    constexpr long kStep = 7919 * 104729; // a product of primes that do not divide a power of ten
     for (long i = 0; i < count; ++i) {
         const long tag = sorted ? i : static_cast<long>(static_cast<__int128>(i) * kStep % count);
         std::fprintf(file, "function%08ld\tsrc/part%ld/header.h\t%ld;\"\tf\tclass:library::Part%ld\n", tag / 4,

@@ -1,9 +1,9 @@
-// Types into the editor's window, on a screen that nobody sees, and says how long each key took to be drawn;
+// Types into the editor's window on the offscreen platform and measures how long each key takes to be drawn.
 // bench/desktop runs this.
 //
-// A stroke's time is that from the key's event to what the event loop does next when the text has been painted. What
-// the plug-in does before that counts, such as searching; what it does on threads of its own, or afterwards, does not,
-// unless it holds the painting up.
+// The time of a stroke runs from the key's event until the event loop continues after painting the text. It includes
+// the plug-in's work before that, such as searching. The plug-in's work on its own threads, or afterwards, counts only
+// if it delays the painting.
 #include "vetch/support/FThread.h"
 #include "wren/desktop/Editor.h"
 #include "wren/desktop/EditorTabs.h"
@@ -25,7 +25,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Words that many names begin like, scopes, and what ends them: lists open, are filled anew, and close.
+// Prefixes of many names, scopes, and characters that end them: lists open, are refilled, and close.
 constexpr const char* kTyped = "    std::string strtoul(boost::shared_ptr<type> push_back, int initialize);\n"
                                "    if (get_value(begin, end) == detail::size_type())\n";
 
@@ -62,10 +62,10 @@ public:
         editor.Window().resize(1000, 700);
         editor.Show({{file, 0, 0}});
         if (editor.Window().Tabs().CurrentView()->Bytes().empty())
-            std::exit(1); // it could not be read, and the editor has said so
+            std::exit(1); // it could not be read, and the editor has reported that
         qApp->installEventFilter(&witness);
         Rest(std::chrono::milliseconds(200));
-        // On a line of its own: what stands before other letters is not completed.
+        // On its own line: text before other letters is not completed.
         const std::string text = editor.Window().Tabs().CurrentView()->Bytes();
         editor.Window().Tabs().CurrentView()->GoTo(static_cast<long>(text.find('\n', text.size() / 2)));
         Strike('\n');
@@ -85,7 +85,7 @@ public:
         return std::chrono::duration<double, std::milli>(witness.Over() - start).count();
     }
 
-    // As between two keys of somebody who types.
+    // The pause between two keys of a typing user.
     static void Rest(std::chrono::milliseconds time)
     {
         QEventLoop loop;
@@ -102,7 +102,7 @@ void Type(Typist& typist, long count, std::chrono::milliseconds pause, bool load
 {
     const std::string typed = kTyped;
     std::vector<double> taken;
-    bool began = false; // the third letter of a name has the names loaded
+    bool began = false; // the third letter of a name starts the load
     for (long i = 0; i < count; ++i) {
         taken.push_back(typist.Strike(typed[static_cast<size_t>(i) % typed.size()]));
         Typist::Rest(pause);
@@ -141,5 +141,5 @@ int main(int count, char** words)
     }
     Type(typist, std::max(1L, std::atol(words[5])), pause, when == "loading");
     std::fflush(stdout);
-    std::_Exit(0); // nobody is there to be asked about the unsaved text
+    std::_Exit(0); // nobody can answer a question about the unsaved text
 }

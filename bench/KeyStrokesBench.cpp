@@ -1,11 +1,11 @@
-// How long the editor waits for a key stroke that completes, through the plug-in's bundle and with no screen.
+// Measures how long the editor waits for a key stroke that completes, through the plug-in's bundle without a screen.
 //
-//     key_strokes_bench loaded TAGS ROUNDS    with the names in memory; reads prefixes, one a line, from standard input
-//     key_strokes_bench loading TAGS PAUSE    while they are being loaded, with PAUSE microseconds between the keys
+//     key_strokes_bench loaded TAGS ROUNDS    with loaded names; reads prefixes, one per line, from standard input
+//     key_strokes_bench loading TAGS PAUSE    while the names load, with PAUSE microseconds between the keys
 //
-// TAGS are the system's tags. Prints JSON: of each prefix the microseconds that the event after the key took (median,
-// the worst but one in a hundred, the worst) and how many names were shown then; of a load how many keys were struck
-// meanwhile, and the slowest, from the key down to the end of all that it led to.
+// TAGS are the system's tags. Prints JSON. For each prefix: the microseconds of the event after the key (median, 99th
+// percentile, maximum) and the number of shown names. For a load: the number of keys meanwhile, and the slowest one,
+// from the key down to the end of its effects.
 
 #include "vetch/app/Loop.h"
 #include "vetch/support/FThread.h"
@@ -31,7 +31,7 @@ double MicrosecondsSince(Clock::time_point start)
     return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
 }
 
-// A prefix with one colon is a selector, and stands in a message.
+// A prefix with one colon is a selector, and is typed into a message.
 std::string TextFor(const std::string& prefix)
 {
     const size_t colon = prefix.find(':');
@@ -54,7 +54,7 @@ public:
             Fail(error);
     }
 
-    // Types the text's last character; answers how long the event took that the editor sends when it is in the text.
+    // Types the last character of the text; returns the time of the event that the editor sends after the insertion.
     double TypeLast(const std::string& text)
     {
         Prepare(text);
@@ -66,7 +66,7 @@ public:
         return MicrosecondsSince(start);
     }
 
-    // The same, the time being that of the whole key stroke.
+    // The same, with the time of the whole key stroke.
     double StrikeLast(const std::string& text)
     {
         Prepare(text);
@@ -123,7 +123,7 @@ void MeasureLoaded(Typist& typist, long rounds)
         std::vector<double> taken;
         size_t shown = 0;
         for (long round = 0; round < rounds; ++round) {
-            // The list opens at every other key stroke; at the others it is filled anew.
+            // The list opens at every other key stroke; at the others it is refilled.
             if (round % 2 == 0)
                 typist.CloseLists();
             taken.push_back(typist.TypeLast(text));
@@ -136,8 +136,8 @@ void MeasureLoaded(Typist& typist, long rounds)
     }
 }
 
-// Nobody strikes keys without a pause, and the scheduler knows: a thread that has slept gets its turn when it wakes up,
-// and one that never does shares its core with whoever else wants it.
+// Nobody types without pauses, and the scheduler favours sleepers: a thread that has slept runs as soon as it wakes up,
+// and a thread that never sleeps shares its core with the others.
 void MeasureLoading(Typist& typist, std::chrono::microseconds pause)
 {
     double slowest = 0;

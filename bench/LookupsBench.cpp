@@ -1,11 +1,11 @@
-// How long lookups through the plug-in's bundle take, with no screen.
+// Measures lookups through the plug-in's bundle, without a screen.
 //
-//     lookups_bench lookups TAGS ROUNDS    of the symbols on standard input, one a line
-//     lookups_bench first TAGS SYMBOL      the first one here, beside one pass over the file with mmap and memchr
-//     lookups_bench start TAGS             from the bundle's file to an editor that can be asked
+//     lookups_bench lookups TAGS ROUNDS    of the symbols on standard input, one per line
+//     lookups_bench first TAGS SYMBOL      the first lookup, and one pass over the file with mmap and memchr
+//     lookups_bench start TAGS             from loading the bundle to an editor ready for lookups
 //
-// TAGS are the system's tags. Prints JSON, in microseconds: of each symbol the time until the list of matches stands
-// (median, and the worst but one in a hundred), and how many matches it has.
+// TAGS are the system's tags. Prints JSON, in microseconds: for each symbol the time until the list of matches is shown
+// (median and 99th percentile), and the number of its matches.
 
 #include "vetch/app/Loop.h"
 #include "wren/cli/AskedEditor.h"
@@ -69,7 +69,7 @@ public:
         return written ? LookUpInText(*written) : LookUpInDialog(symbol);
     }
 
-    // Of the lookup before; one that was the only one has been opened already.
+    // Counts the matches of the last lookup. A single match has been opened without a list.
     size_t CountFound() const
     {
         for (const auto& window : display.Windows())
@@ -133,9 +133,9 @@ void MeasureLookups(User& user, size_t rounds)
     }
 }
 
-long gLines = 0; // of all passes: what nobody asked for would not be counted
+long gLines = 0; // of all passes: without a use, the compiler would remove the counting
 
-// What a program does at least that has to see each line of a file.
+// The least work of a program that has to see each line of a file.
 double OnePass(const char* path)
 {
     const auto start = Clock::now();
@@ -171,7 +171,7 @@ int main(int count, char** words)
     }
     if (way == "first" && count == 4) {
         User user(words[2]);
-        OnePass(words[2]); // the file is in the system's memory from now on
+        OnePass(words[2]); // brings the file into the system's page cache
         const double before = OnePass(words[2]);
         const double first = user.LookUp(words[3]);
         const size_t found = user.CountFound();

@@ -1,7 +1,7 @@
-// Searches of a tags file that is known to be in order, and readings of a whole one: beside a bare loop that reads its
-// lines and compares their first bytes, and beside one that only looks for line ends in the file mapped into memory.
+// Measures searches in a tags file that is known to be sorted, and complete readings. The peers are a bare loop that
+// reads the lines and compares their first bytes, and one that only looks for line ends in the mapped file.
 //
-// The file is the one that WREN_BENCH_TAGS names, or a small one made for the run.
+// WREN_BENCH_TAGS names the file; the default is a small one made for the run.
 
 #include "tags/KnownFiles.h"
 #include "tags/TagFile.h"
@@ -24,7 +24,7 @@
 
 namespace {
 
-// Half a million tags of a made-up library, whose sources do not exist.
+// Half a million tags of an imaginary library, whose sources do not exist.
 std::string MakeTags()
 {
     std::string path = "/tmp/wren-bench-tags-XXXXXX";
@@ -36,7 +36,7 @@ std::string MakeTags()
     return path;
 }
 
-// Where the file is; one that was made is removed at the end.
+// The place of the file; a generated file is removed at the end.
 class BenchTags {
 public:
     BenchTags() : given(std::getenv("WREN_BENCH_TAGS")), path(given != nullptr ? given : MakeTags()) {}
@@ -56,7 +56,7 @@ private:
     std::string path;
 };
 
-// What is learned of tags files goes where the user's does not come to know it.
+// Keeps the records of tags files out of the user's cache.
 const struct OwnCache {
     OwnCache()
     {
@@ -79,7 +79,7 @@ void ForgetTags()
     close(file);
 }
 
-// The least that a reading of all lines can take.
+// The least time that a reading of all lines can take.
 void Mapped(benchmark::State& state)
 {
     for (auto _ : state) {
@@ -100,7 +100,7 @@ void Mapped(benchmark::State& state)
     }
 }
 
-// The first search in a file of which nothing is known.
+// The first search in an unknown file.
 void FirstSearch(benchmark::State& state)
 {
     const BEntry tags(BenchTags::Path().c_str());
@@ -141,7 +141,7 @@ void Search(benchmark::State& state, const char* pattern, Match match)
     char kind;
     EntryRef ref;
     int line;
-    // The first search may have to read all of it, and the ones behind it know the file.
+    // The first search may have to read all of the file; later ones know it.
     TagFile first(&tags, pattern, true);
     first.Rewind();
     while (first.NextMatch(name, qualifier, kind, ref, line, false, match)) {

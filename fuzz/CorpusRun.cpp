@@ -1,5 +1,4 @@
-// Tries the files of a folder, once each, in the place of the fuzzing library: what was found once is tested in every
-// build.
+// Runs each file of a folder once, in place of the fuzzing library, so that every build tests the old findings.
 
 #include <algorithm>
 #include <cstdint>
@@ -17,7 +16,7 @@ namespace {
 
 void Try(const std::filesystem::path& path)
 {
-    // Before it is tried: a crash leaves it as the last line.
+    // Printed before the run: a crash leaves it as the last line.
     std::printf("%s\n", path.filename().c_str());
     std::fflush(stdout);
     std::ifstream file(path, std::ios::binary);

@@ -1,5 +1,5 @@
-// Reads any bytes as what ctags writes, and as an old tags file: all that comes of it are lines that lookups can read,
-// in order, and old lines that stay, stay as they are.
+// Reads any bytes as the output of ctags, and as an old tags file. The result is always sorted lines that lookups can
+// read, and old lines that stay are unchanged.
 #include "cplustags/CtagsOutput.h"
 #include "cplustags/OldTags.h"
 #include "cplustags/TagStore.h"
@@ -78,7 +78,7 @@ Lines Staying(const std::string& path)
     return All(*lines);
 }
 
-// A line of the file as it should stay, if it is short enough; "" when it should not.
+// Returns the line of the file as it should stay, if it is short enough; "" when it should not stay.
 std::string StayingLine(std::string line)
 {
     while (line.ends_with('\r'))
@@ -104,7 +104,7 @@ void TryOldTags(const std::uint8_t* data, std::size_t size)
     Require(Staying(path) == staying, "what has stayed once stays");
 }
 
-// A file's name, as it is written for lookups and read by them.
+// A file's name has to survive the way from the writer to the readers.
 void TryName(const std::string& name)
 {
     const std::string path = "/home/user/" + name;

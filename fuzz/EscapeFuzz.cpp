@@ -1,5 +1,5 @@
-// Has a real shell read what was escaped for it: each path comes back as one word, nothing is run or made on the way,
-// and escaped parentheses mean to the shell what other letters do in their places.
+// A real shell reads escaped texts. Each path comes back as one word, nothing runs and no file is made on the way, and
+// escaped parentheses mean the same to the shell as letters in their places.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tests/support/TempDirectory.h"
@@ -17,7 +17,7 @@
 namespace {
 
 constexpr size_t kMostTexts = 40;   // in one shell
-constexpr size_t kMostCommands = 5; // each in a shell of its own
+constexpr size_t kMostCommands = 5; // each in its own shell
 
 // A shell that finds no program at all, in a directory with files for patterns to match.
 class Shell {
@@ -28,7 +28,7 @@ public:
             files.Write(file, "");
     }
 
-    // What the shell says to the words, each given to "printf '%s\0'".
+    // Returns the shell's output for the words, each passed to "printf '%s\0'".
     std::string SayWords(const std::vector<std::string>& words)
     {
         std::string script = "cd \"$PLACE\"";
@@ -37,7 +37,7 @@ public:
         return Run({"sh", "-c", script});
     }
 
-    // The same for texts that need not even be words; errors are said, too.
+    // The same for texts that need not be words; includes error messages.
     std::string SayTexts(const std::vector<std::string>& texts)
     {
         std::vector<std::string> words = {
@@ -85,7 +85,7 @@ private:
     TempDirectory files;
 };
 
-// What the shell makes of a path's one word: its home takes the place of a "~" in front.
+// Returns the shell's expansion of a path: a leading "~" becomes the home directory.
 std::string AsTheShellHasIt(const std::string& path)
 {
     return path.starts_with("~/") ? "/home/user" + path.substr(1) : path;
@@ -103,7 +103,7 @@ void TryPaths(Shell& shell, const std::vector<std::string>& paths)
     Require(shell.SayWords(escaped) == expected, "an escaped path is one word to the shell");
 }
 
-// Only characters with which no text can run anything.
+// Only characters that cannot make a text run anything.
 std::string Harmless(const std::string& text)
 {
     constexpr char kHarmless[] = "ab()\\'\"# \n\t()";
@@ -133,7 +133,7 @@ void TryParentheses(Shell& shell, const std::vector<std::string>& texts)
     Require(WithLetters(shell.SayTexts(escaped)) == shell.SayTexts(lettered), "escaped parentheses are as letters");
 }
 
-// Of any text: backslashes before parentheses are all that is added, and once is enough.
+// For any text: only backslashes before parentheses are added, and a second escape adds none.
 void TryAnyCommand(const std::string& text)
 {
     std::string once = text;
@@ -152,7 +152,7 @@ void TryAnyCommand(const std::string& text)
 
 } // namespace
 
-// Texts, a NUL behind each.
+// Texts, each with a NUL after it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     static Shell shell;

@@ -1,5 +1,5 @@
-// Reads any bytes as an interface file: a part is either there, sound and fit to be put into a window, or what is wrong
-// with it has been said, with its place in the file.
+// Reads any bytes as an interface file. A part is either valid and fits into a window, or an error has been reported
+// with its place in the file.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tests/support/TempDirectory.h"

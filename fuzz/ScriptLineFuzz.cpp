@@ -1,8 +1,7 @@
-// Plays any lines as a script, with the whole plug-in: each is answered, one that is refused says why and changes
-// nothing, and the document stays in order.
+// Plays any lines as a script, with the whole plug-in. Each line is answered, a refused line says why and changes
+// nothing, and the document stays consistent.
 //
-// A script may name files and have commands run. Here all paths are inside of a directory of its own, and no command is
-// run.
+// A script may name files and run commands. Here all paths are inside a temporary directory, and no command runs.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tests/support/TempDirectory.h"
@@ -44,7 +43,7 @@ std::string Inside(std::string path, const std::string& directory)
     return path.starts_with("/") && !path.starts_with(directory) ? directory + path : path;
 }
 
-// Whatever text might be taken for a path, anywhere in the line.
+// Any text that might be taken for a path, anywhere in the line.
 void KeepInside(Json& value, const std::string& directory)
 {
     if (value.is_string())
@@ -87,7 +86,7 @@ public:
         const Json before = State();
         const Json answer = session->Answer(object.is_discarded() ? line : object.dump());
         Wait();
-        answer.dump(); // throws for what is no UTF-8
+        answer.dump(); // throws for invalid UTF-8
         Require(answer.at("log").is_array() && answer.at("ok").is_boolean(), "a line is answered");
         Require(!object.is_object() || !object.contains("id") || answer.at("id") == object["id"],
                 "an answer has its line's id");
@@ -98,7 +97,7 @@ public:
         RequireOrder();
     }
 
-    // All that the next script could notice.
+    // Everything that the next script could notice.
     void CleanUp()
     {
         for (const auto& window : stage->Windows())
@@ -118,7 +117,7 @@ public:
 private:
     wren::Host& Host() { return stage->TheHost(); }
 
-    // Time limits that are reached, and the end of the plug-in, which is also that of all that could be tried.
+    // Lines that wait for a time limit, and lines that unload the plug-in, after which nothing is left to test.
     static bool IsTooMuch(const Json& object)
     {
         return object.is_object() && ((object.contains("do") && object["do"] == "settle") ||

@@ -1,5 +1,5 @@
-// Reads any lines as stored settings, the editor's own and the plug-in's: what was understood is written so that it is
-// read again as the same, what was not stays as it is, and so do lines of others.
+// Reads any lines as stored settings of the editor and of the plug-in. Valid settings are stored in a form that reads
+// back as the same. Invalid lines and unknown lines stay unchanged.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "settings/DirectoriesText.h"

@@ -17,7 +17,7 @@ namespace wren::bench {
 namespace {
 
 constexpr long kCaret = 200;     // more pixels than a caret has
-constexpr int kLeastWidth = 100; // of a program's own window; others are helpers that nobody sees
+constexpr int kLeastWidth = 100; // of a real window; smaller ones are invisible helpers
 constexpr double kNearlyAll = 0.95;
 
 struct Free {
@@ -71,7 +71,7 @@ void ScreenWatch::OpenPicture()
     segment = xcb_generate_id(connection);
     xcb_shm_attach(connection, segment, memory, false);
     Answered(xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr), "to answer");
-    ::shmctl(memory, IPC_RMID, nullptr); // gone when both have let go of it
+    ::shmctl(memory, IPC_RMID, nullptr); // removed once both have detached it
 }
 
 std::span<const uint32_t> ScreenWatch::Pixels() const
@@ -89,7 +89,7 @@ void ScreenWatch::Begin()
     shown = {};
 }
 
-// What is in the picture was drawn before it was asked for, so its time is never too early.
+// The picture shows what was drawn before the request, so its time is never too early.
 void ScreenWatch::Look()
 {
     xcb_damage_subtract(connection, damage, XCB_NONE, XCB_NONE);

@@ -1,9 +1,8 @@
-// What is seen on an X screen, and since when.
+// Records what an X screen shows, and since when.
 //
-// The program that is watched is not asked anything: the X server tells of what was drawn (Damage), and then is asked
-// for the picture. Each pixel keeps the time when it last became another one, so that in the end each has the time
-// since which it looks as it does. Needs a server with the extensions Damage, MIT-SHM and XTEST, and 32 bits a pixel.
-// One thread.
+// The watched program does not take part: the X server reports drawing (Damage), and then delivers the picture. Each
+// pixel keeps the time of its last change, and so in the end the time since which it has its final colour. Needs a
+// server with the extensions Damage, MIT-SHM and XTEST, and 32 bits per pixel. For a single thread.
 #pragma once
 
 #include <chrono>
@@ -34,23 +33,23 @@ public:
     // Watches until nothing was drawn for 'quiet', or 'atMost' has passed. A blinking caret counts as nothing.
     void WatchUntilQuiet(Clock::duration quiet, Clock::duration atMost);
 
-    // Until anything is drawn at all; the time when that was told, or nothing's after 'atMost'.
+    // Waits until anything is drawn; returns the time of that report, or Clock::time_point() after 'atMost'.
     Clock::time_point WaitForDrawing(Clock::duration atMost);
     void ForgetDrawing(); // what was drawn so far
 
-    // The first window of a program's own that was shown since Begin(); Clock::time_point() when there was none.
+    // When the program's first window since Begin() was shown; Clock::time_point() if there was none.
     Clock::time_point Shown() const { return shown; }
 
-    // When nine and a half of ten pixels that are wanted looked as they do now, of those that changed since Begin().
-    // The rest is a blinking caret, and what programs do behind what one looks at.
+    // The time when 95 % of the wanted pixels, among those that changed since Begin(), had their present colour. The
+    // rest is a blinking caret, and late drawing that a user does not look at.
     using Wanted = std::function<bool(uint32_t pixel)>;
     Clock::time_point DoneSince(const Wanted& wanted) const;
 
     uint32_t Background() const; // the most frequent pixel of those that changed
     long Changed() const;        // pixels
 
-    void Strike(char letter); // a key, pressed and let go, as from a keyboard
-    void TakeFocus();         // gives the keyboard to a window of this program's own
+    void Strike(char letter); // a key, pressed and released, as from a keyboard
+    void TakeFocus();         // gives the keyboard to this program's own window
 
 private:
     void OpenPicture();
@@ -68,7 +67,7 @@ private:
     const uint32_t* picture = nullptr;
     std::vector<uint32_t> before;
     std::vector<Clock::time_point> since; // of each pixel; Clock::time_point() when it never changed
-    long changedLast = 0;                 // pixels, by the last look
+    long changedLast = 0;                 // in pixels, at the last look
     Clock::time_point shown;
     Clock::time_point drawn;
 };

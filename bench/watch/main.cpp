@@ -1,10 +1,10 @@
-// Runs a program with windows and watches the screen; bench/desktop runs this. A line of JSON says what was seen.
+// Runs a program with windows and watches the screen; bench/desktop runs this. Prints the result as a line of JSON.
 //
 //     window_watch start PROGRAM WORDS...           when its window was shown, drawn, and coloured
-//     window_watch idle SECONDS PROGRAM WORDS...    how often its threads wake up while nothing happens
-//     window_watch keys COUNT PROGRAM WORDS...      how long after a key is struck something is drawn
+//     window_watch idle SECONDS PROGRAM WORDS...    how often its threads wake up without events
+//     window_watch keys COUNT PROGRAM WORDS...      the time from a key to the next drawing
 //
-// The screen is to be this program's alone, but for a window manager that may run.
+// Only a window manager may share the screen with this program.
 #include "bench/watch/ScreenWatch.h"
 
 #include <algorithm>
@@ -29,12 +29,12 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-constexpr auto kQuiet = milliseconds(1500); // a window that changes no more for so long is complete
+constexpr auto kQuiet = milliseconds(1500); // a window without changes for this time is complete
 constexpr auto kLongest = seconds(30);
 constexpr std::string_view kTyped = " strtoul";
-constexpr int kColourful = 48; // between the strongest and the weakest of red, green and blue
+constexpr int kColourful = 48; // the least difference between the strongest and the weakest of red, green and blue
 
-// A program that is run, with all that it starts; it ends with this.
+// A running program with all its children; they end with this object.
 class Program {
 public:
     explicit Program(char** words) : started(Clock::now()), process(::fork())
@@ -91,7 +91,7 @@ void Start(char** words)
                 shown, drawn, std::isnan(coloured) ? -1 : std::max(drawn, coloured), screen.Changed());
 }
 
-// Each time a thread stopped waiting for something. Threads that came or went meanwhile are woken ones, too.
+// Counts how often a thread stopped waiting. Threads that started or ended meanwhile count as woken.
 long WakeUps(pid_t process)
 {
     long count = 0;
@@ -124,7 +124,7 @@ void Idle(seconds time, char** words)
                 focused, WakeUpsDuring(program, time));
 }
 
-// Spaced so that the screen is quiet before each, and never in step with the caret.
+// With pauses, so that the screen is quiet before each key, and never in step with the caret.
 void Keys(int count, char** words)
 {
     ScreenWatch screen;

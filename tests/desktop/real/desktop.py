@@ -1,4 +1,4 @@
-"""A running editor on an X server of its own, driven by the keyboard and the mouse as a person does it.
+"""A running editor on its own X server, driven by keyboard and mouse as by a person.
 
 Everything waits for something to be seen, and for nothing else; a wait that is not answered in time fails the test.
 """
@@ -9,7 +9,7 @@ import subprocess
 import tempfile
 import time
 
-PATIENCE = 60  # seconds; far more than anything takes, also with sanitizers on a busy machine
+PATIENCE = 60  # seconds; far more than any step takes, even with sanitizers on a busy machine
 
 
 class Failure(Exception):
@@ -31,7 +31,7 @@ class Screen:
 
     def __init__(self, manager, size="1280x800x24"):
         read, write = os.pipe()
-        # Without -noreset it starts anew whenever its last client has gone, and meanwhile lets nobody in.
+        # Without -noreset it restarts when its last client disconnects, and refuses clients meanwhile.
         self.server = subprocess.Popen(["Xvfb", "-noreset", "-displayfd", str(write), "-screen", "0", size,
                                         "-nolisten", "tcp"],
                                        pass_fds=[write], stderr=subprocess.DEVNULL)
@@ -100,12 +100,12 @@ class Desk:
         shutil.rmtree(self.directory, ignore_errors=True)
 
     def windows(self):
-        """The titles of what the editor shows, by window."""
+        """Returns the titles of the editor's windows, by window."""
         found = self.screen.output(["xdotool", "search", "--onlyvisible", "--pid", str(self.editor.pid)]).split()
         return {each: self.screen.output(["xdotool", "getwindowname", each]).strip() for each in found}
 
     def window(self, title):
-        """The window whose title begins so; None when there is none."""
+        """Returns the window whose title begins with this; None when there is none."""
         return next((each for each, name in self.windows().items() if name.startswith(title)), None)
 
     def active(self):
@@ -127,7 +127,7 @@ class Desk:
         self.screen.output(["xdotool", "type", "--delay", "20", text])
 
     def press(self, x, y, button=1, clicks=1, held=None):
-        """At a place of the screen."""
+        """Clicks at a place on the screen."""
         words = ["xdotool", "mousemove", str(x), str(y)]
         words += ["keydown", held] if held else []
         words += ["click", "--repeat", str(clicks), "--delay", "50", str(button)]
@@ -135,14 +135,14 @@ class Desk:
         self.screen.output(words)
 
     def frame(self, window):
-        """Left, top, width and height on the screen."""
+        """Returns left, top, width and height on the screen."""
         told = self.screen.output(["xwininfo", "-id", window])
         fields = dict(line.strip().rsplit(":", 1) for line in told.splitlines() if ":" in line)
         names = ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height")
         return tuple(int(fields[each]) for each in names)
 
     def wait_end(self):
-        """The editor's exit status."""
+        """Returns the editor's exit status."""
         try:
             return self.editor.wait(PATIENCE)
         except subprocess.TimeoutExpired as expired:
