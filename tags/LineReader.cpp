@@ -1,6 +1,6 @@
 #include "tags/LineReader.h"
 
-#include "vetch/storage/PlainFile.h"
+#include "base/PlainFile.h"
 #include "vetch/support/Cancellation.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ constexpr size_t kKept = 2 * LineReader::kPieceSize; // the most that is kept of
 
 bool LineReader::Open(const char* path)
 {
-    descriptor = vetch::OpenPlainFile(path);
+    descriptor = base::OpenPlainFile(path);
     const bool isNoFile = descriptor < 0 && (errno == EISDIR || errno == ENXIO);
     if (descriptor < 0 && !isNoFile)
         return false;

@@ -1,9 +1,9 @@
 #include "tags/UnreadFiles.h"
 
+#include "base/Holes.h"
 #include "tags/SortedClaim.h"
 #include "vetch/app/BApplication.h"
 #include "vetch/app/BMessage.h"
-#include "vetch/storage/Holes.h"
 
 #include <algorithm>
 #include <array>
@@ -50,12 +50,12 @@ std::optional<off_t> ClaimedSize(int descriptor)
 
 std::optional<std::string> WhyUnread(int descriptor, off_t size)
 {
-    if (size <= vetch::kManyBytes)
+    if (size <= base::kManyBytes)
         return std::nullopt;
-    if (vetch::IsMostlyHoles(descriptor))
+    if (base::IsMostlyHoles(descriptor))
         return "it is " + SizeText(size) + " long, and most of that is holes, which no tags program leaves";
     const std::optional<off_t> claimed = ClaimedSize(descriptor);
-    if (claimed && size - *claimed > vetch::kManyBytes && size / 2 > *claimed)
+    if (claimed && size - *claimed > base::kManyBytes && size / 2 > *claimed)
         return "it is " + SizeText(size) + " long, and says that it was made with " + SizeText(*claimed);
     return std::nullopt;
 }

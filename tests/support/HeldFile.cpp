@@ -30,10 +30,10 @@ bool MakeHeldFile(const std::string& path)
     return true;
 }
 
-// vetch::OpenPlainFile(), which the linker has the program's own code call by these names.
-extern "C" int __real__ZN5vetch13OpenPlainFileEPKc(const char* path);
+// base::OpenPlainFile(), which the linker has the program's own code call by these names.
+extern "C" int __real__ZN4base13OpenPlainFileEPKc(const char* path);
 
-extern "C" int __wrap__ZN5vetch13OpenPlainFileEPKc(const char* path)
+extern "C" int __wrap__ZN4base13OpenPlainFileEPKc(const char* path)
 {
-    return IsHeld(path) ? ::open(path, O_RDONLY | O_CLOEXEC) : __real__ZN5vetch13OpenPlainFileEPKc(path);
+    return IsHeld(path) ? ::open(path, O_RDONLY | O_CLOEXEC) : __real__ZN4base13OpenPlainFileEPKc(path);
 }

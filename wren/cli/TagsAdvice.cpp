@@ -1,10 +1,10 @@
 #include "wren/cli/TagsAdvice.h"
 
 #include "base/Descriptor.h"
+#include "base/Holes.h"
+#include "base/PlainFile.h"
 #include "tagsfile/Kinds.h"
-#include "vetch/storage/Holes.h"
 #include "vetch/storage/Home.h"
-#include "vetch/storage/PlainFile.h"
 #include "vetch/support/Strings.h"
 #include "wren/core/SystemTags.h"
 
@@ -102,7 +102,7 @@ Habits HabitsIn(std::string_view text)
 // What is wrong with the open file, as the rest of a sentence about it.
 std::optional<std::string> ProblemWithContent(int file)
 {
-    if (vetch::IsMostlyHoles(file))
+    if (base::IsMostlyHoles(file))
         return "is mostly holes";
     const std::string text = BeginningOf(file);
     if (text.empty())
@@ -118,7 +118,7 @@ std::optional<std::string> ProblemWithContent(int file)
 // 'command' makes the file anew.
 std::optional<std::string> ProblemWith(const std::string& path, const std::string& command)
 {
-    const base::Descriptor file(vetch::OpenPlainFile(path.c_str()));
+    const base::Descriptor file(base::OpenPlainFile(path.c_str()));
     if (!file.IsOpen()) {
         const int reason = errno;
         if (reason == EISDIR || reason == ENXIO)

@@ -1,9 +1,9 @@
 #include "wren/core/Documents.h"
 
 #include "base/Descriptor.h"
+#include "base/PlainFile.h"
 #include "vetch/app/Loop.h"
 #include "vetch/interface/BWindow.h"
-#include "vetch/storage/PlainFile.h"
 #include "wren/core/Face.h"
 
 #include <algorithm>
@@ -175,7 +175,7 @@ int ReadAll(int file, std::string& text)
 
 int ReadPlainFile(const std::string& path, std::string& text)
 {
-    const base::Descriptor file(vetch::OpenPlainFile(path.c_str()));
+    const base::Descriptor file(base::OpenPlainFile(path.c_str()));
     if (!file.IsOpen())
         return errno;
     try {

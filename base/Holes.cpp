@@ -1,4 +1,4 @@
-#include "vetch/storage/Holes.h"
+#include "base/Holes.h"
 
 #include <algorithm>
 #include <sys/stat.h>
@@ -8,7 +8,7 @@ namespace {
 
 bool AreMost(off_t bytes, off_t size)
 {
-    return bytes > vetch::kManyBytes && bytes > size / 2;
+    return bytes > base::kManyBytes && bytes > size / 2;
 }
 
 // Adds up holes until they are most of the file, or until what is data leaves no room for that.
@@ -33,7 +33,7 @@ bool FindMostHoles(int descriptor, off_t size)
 
 } // namespace
 
-bool vetch::IsMostlyHoles(int descriptor)
+bool base::IsMostlyHoles(int descriptor)
 {
     constexpr off_t kBlock = 512; // of st_blocks, whatever the file system's are
     struct stat status;

@@ -1,4 +1,4 @@
-#include "vetch/storage/PlainFile.h"
+#include "base/PlainFile.h"
 
 #include "tests/support/TempDirectory.h"
 
@@ -19,7 +19,7 @@ namespace {
 // Why it is not opened; 0 when it is.
 int Refusal(const std::string& path)
 {
-    const int file = vetch::OpenPlainFile(path.c_str());
+    const int file = base::OpenPlainFile(path.c_str());
     if (file < 0)
         return errno;
     ::close(file);

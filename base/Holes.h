@@ -3,7 +3,7 @@
 
 #include <sys/types.h>
 
-namespace vetch {
+namespace base {
 
 // Holes of fewer bytes in all are read like anything else: it takes no more than about a second.
 constexpr off_t kManyBytes = off_t(1) << 30;
@@ -13,4 +13,4 @@ constexpr off_t kManyBytes = off_t(1) << 30;
 // room as it is long this costs an fstat(). Leaves the file's position as it was. Any thread.
 bool IsMostlyHoles(int descriptor);
 
-} // namespace vetch
+} // namespace base

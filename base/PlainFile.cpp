@@ -1,4 +1,4 @@
-#include "vetch/storage/PlainFile.h"
+#include "base/PlainFile.h"
 
 #include "base/Descriptor.h"
 
@@ -25,7 +25,7 @@ int Open(const char* path, int flags)
 
 } // namespace
 
-int vetch::OpenPlainFile(const char* path)
+int base::OpenPlainFile(const char* path)
 {
     struct stat status;
     if (::stat(path, &status) != 0)

@@ -1,7 +1,7 @@
 // Opening files that somebody else has named.
 #pragma once
 
-namespace vetch {
+namespace base {
 
 // A descriptor for reading the plain file that 'path' leads to; -1, with errno, when it cannot be opened: EISDIR for a
 // directory, ENXIO for what is neither. The caller closes it. Any thread.
@@ -10,4 +10,4 @@ namespace vetch {
 // is. Nor does reading wait for what is not there yet, as some of the system's own files would.
 int OpenPlainFile(const char* path);
 
-} // namespace vetch
+} // namespace base

@@ -1,4 +1,4 @@
-#include "vetch/storage/Holes.h"
+#include "base/Holes.h"
 
 #include "tests/support/SparseFile.h"
 #include "tests/support/TempDirectory.h"
@@ -48,7 +48,7 @@ TEST(Holes, CountWhenTheyAreManyAndMoreThanHalfOfTheFile)
         if (file < 0)
             GTEST_SKIP() << reason;
         EXPECT_EQ(::lseek(file, 7, SEEK_SET), 7);
-        EXPECT_EQ(vetch::IsMostlyHoles(file), c.mostly) << c.why;
+        EXPECT_EQ(base::IsMostlyHoles(file), c.mostly) << c.why;
         EXPECT_EQ(::lseek(file, 0, SEEK_CUR), 7) << c.why;
         ::close(file);
     }
@@ -61,7 +61,7 @@ TEST(Holes, OnlyPlainFilesAreMostlyHoles)
     const int device = ::open("/dev/zero", O_RDONLY | O_CLOEXEC);
     const int plain = ::open(directory.Write("file", "text\n").c_str(), O_RDONLY | O_CLOEXEC);
     for (const int file : {folder, device, plain, -1}) {
-        EXPECT_FALSE(vetch::IsMostlyHoles(file));
+        EXPECT_FALSE(base::IsMostlyHoles(file));
         ::close(file);
     }
 }
