@@ -3,8 +3,8 @@
 //
 // WREN_BENCH_TAGS names the file; the default is a small one made for the run.
 
-#include "tags/KnownFiles.h"
 #include "tags/TagFile.h"
+#include "tagsfile/KnownFiles.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 
@@ -75,7 +75,7 @@ const struct OwnCache {
 void ForgetTags()
 {
     const int file = open(BenchTags::Path().c_str(), O_RDONLY | O_CLOEXEC);
-    KnownFiles::Instance().Forget(FileIdentity::Of(file).value());
+    tagsfile::KnownFiles::Instance().Forget(tagsfile::FileIdentity::Of(file).value());
     close(file);
 }
 

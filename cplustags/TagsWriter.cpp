@@ -1,8 +1,8 @@
 #include "cplustags/TagsWriter.h"
 
 #include "cplustags/NewFile.h"
-#include "tags/NameOrder.h"
-#include "tags/SortedClaim.h"
+#include "tagsfile/NameOrder.h"
+#include "tagsfile/SortedClaim.h"
 
 #include <ctime>
 
@@ -20,7 +20,7 @@ std::string PseudoTag(const std::string& name, const std::string& value, const s
 std::string PseudoTagsWith(const TagsCount& count, const std::string& sorted)
 {
     return PseudoTag("CPLUSTAGS_FILES", std::to_string(count.files), "files tagged") +
-           (sorted.empty() ? "" : std::string(kSortedClaim) + sorted + "\t/size while in order/\n") +
+           (sorted.empty() ? "" : std::string(tagsfile::kSortedClaim) + sorted + "\t/size while in order/\n") +
            PseudoTag("CPLUSTAGS_TAGS", std::to_string(count.tags), "tags in this file") +
            PseudoTag("FILE_FORMAT", "2", "extended format; --format=1 will not append ;\" to lines") +
            PseudoTag("FILE_SORTED", "1", "0=unsorted, 1=sorted, 2=foldcase") +
@@ -32,7 +32,7 @@ std::string PseudoTagsWith(const TagsCount& count, const std::string& sorted)
 struct Written {
     bool isComplete = false;
     off_t size = 0;
-    NameOrder order;
+    tagsfile::NameOrder order;
 };
 
 Written WriteAll(const std::string& head, size_t count, LineSources lines, const WriteText& write)
@@ -69,13 +69,13 @@ bool WriteTags(const TagsCount& count, LineSources lines, const WriteText& write
 // No file with tags has the size that is written first.
 bool WriteTags(const TagsCount& count, LineSources lines, const WriteText& write, NewFile& file)
 {
-    const std::string head = PseudoTagsWith(count, SortedClaimValue(0));
+    const std::string head = PseudoTagsWith(count, tagsfile::SortedClaimValue(0));
     const Written written = WriteAll(head, count.tags, std::move(lines), write);
     if (!written.isComplete || !written.order.InOrder())
         return written.isComplete;
-    const size_t place = head.find(kSortedClaim) + kSortedClaim.length();
-    const bool isClaimed = file.WriteOver(static_cast<off_t>(place), SortedClaimValue(written.size));
-    file.SetTime({std::time(nullptr), SortedClaimNanoseconds(written.size)});
+    const size_t place = head.find(tagsfile::kSortedClaim) + tagsfile::kSortedClaim.length();
+    const bool isClaimed = file.WriteOver(static_cast<off_t>(place), tagsfile::SortedClaimValue(written.size));
+    file.SetTime({std::time(nullptr), tagsfile::SortedClaimNanoseconds(written.size)});
     return isClaimed;
 }
 

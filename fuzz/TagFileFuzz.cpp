@@ -1,7 +1,7 @@
 // Reads any bytes as a tags file: the reader finds what a literal one finds, also once it knows whether the file is in
 // order, and path caches stay sorted.
-#include "tests/tags/LearnedOrder.h"
 #include "tests/tags/LiteralTagFile.h"
+#include "tests/tagsfile/LearnedOrder.h"
 
 #include <algorithm>
 #include <cstdint>

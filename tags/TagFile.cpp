@@ -5,6 +5,8 @@
 #include "tags/SortedStrings.h"
 #include "tagsfile/Kinds.h"
 #include "tagsfile/TagFields.h"
+#include "vetch/app/BApplication.h"
+#include "vetch/app/BMessage.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 #include "vetch/support/Strings.h"
@@ -18,6 +20,8 @@
 #include <unordered_set>
 
 namespace {
+
+constexpr uint32 kUnread = FourCC("tgur"); // "path", "why"
 
 // A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within
 // the first; what the other pieces hold is hardly ever a tag, and is treated like any other text: stepped over, or, for
@@ -134,12 +138,12 @@ bool MayMatch(const std::string&, std::string_view, TagFile::AnyMatch)
 
 // Whether it is known that all lines from the first with another start on can be left out. Every line matches any.
 template <class Match>
-bool SkipToMatches(TagLines& lines, const std::string& start, Match)
+bool SkipToMatches(tagsfile::TagLines& lines, const std::string& start, Match)
 {
     return lines.SkipTo(start);
 }
 
-bool SkipToMatches(TagLines&, const std::string&, TagFile::AnyMatch)
+bool SkipToMatches(tagsfile::TagLines&, const std::string&, TagFile::AnyMatch)
 {
     return false;
 }
@@ -178,6 +182,17 @@ char* Copied(const char* text)
     return copy;
 }
 
+// Has the user told: posts to the application, if there is one. Any thread.
+void ReportUnread(const char* path, const std::string& why)
+{
+    if (be_app == nullptr)
+        return;
+    BMessage message(kUnread);
+    message.AddString("path", path);
+    message.AddString("why", why.c_str());
+    be_app->PostMessage(&message);
+}
+
 bool Less(const char* a, const char* b)
 {
     return std::strcmp(a, b) < 0;
@@ -200,7 +215,11 @@ TagFile::TagFile(const TagFile& other)
 // A file that is still open is not closed, and lost: closing is left to Done(), here as at destruction.
 bool TagFile::Rewind()
 {
-    return lines.Open(path.Path());
+    if (!lines.Open(path.Path()))
+        return false;
+    if (lines.WhyUnread())
+        ReportUnread(path.Path(), *lines.WhyUnread());
+    return true;
 }
 
 void TagFile::Done()

@@ -1,8 +1,9 @@
 // One tags file being read, a line at a time.
 #pragma once
 
-#include "tags/TagLines.h"
+#include "tagsfile/TagLines.h"
 #include "vetch/storage/BPath.h"
+#include "vetch/support/Cancellation.h"
 
 #include <ctime>
 #include <string>
@@ -70,7 +71,7 @@ private:
     std::string namePattern;
     std::string qualifierPattern;
     std::string startOfMatches;
-    TagLines lines;
+    tagsfile::TagLines lines{&vetch::ReadingCancelledFlag()};
     bool checkDates;
     bool outOfDate = false;
     std::string newerSource;

@@ -10,8 +10,8 @@
 
 namespace tagsfile {
 
-// Bytes of a line, its line break included. Readers take a longer one in pieces of this many, each of them a line of its
-// own; writers leave out what does not fit.
+// Bytes of a line, its line break included. Readers take a longer one in pieces of this many, each of them a line;
+// writers leave out what does not fit.
 inline constexpr size_t kLongestLine = 1023;
 
 // What follows the address in lines that have more fields, and nothing else has.

@@ -1,7 +1,7 @@
 // What the program makes of sources, with the ctags of this machine.
 
-#include "tags/SortedClaim.h"
 #include "tags/TagFile.h"
+#include "tagsfile/SortedClaim.h"
 #include "tests/cplustags/Workspace.h"
 #include "tests/support/ShellWord.h"
 #include "vetch/storage/BEntry.h"
@@ -43,12 +43,12 @@ TEST(MakeTags, DeclaresTheFileSorted)
     const auto expectClaim = [&](const char* when) {
         struct stat status;
         ASSERT_EQ(::stat((work / "tags").c_str(), &status), 0);
-        EXPECT_EQ(work.Pseudo("CPLUSTAGS_SORTED"), SortedClaimValue(status.st_size)) << when;
-        EXPECT_EQ(status.st_mtim.tv_nsec, SortedClaimNanoseconds(status.st_size)) << when;
+        EXPECT_EQ(work.Pseudo("CPLUSTAGS_SORTED"), tagsfile::SortedClaimValue(status.st_size)) << when;
+        EXPECT_EQ(status.st_mtim.tv_nsec, tagsfile::SortedClaimNanoseconds(status.st_size)) << when;
         EXPECT_LE(std::abs(std::time(nullptr) - status.st_mtime), 60) << when;
         const std::string all = work.Content("tags");
-        const size_t first = all.find(kSortedClaim);
-        EXPECT_EQ(all.find(kSortedClaim, first + 1), std::string::npos) << when << ", once";
+        const size_t first = all.find(tagsfile::kSortedClaim);
+        EXPECT_EQ(all.find(tagsfile::kSortedClaim, first + 1), std::string::npos) << when << ", once";
         EXPECT_TRUE(all.find("!_TAG_CPLUSTAGS_FILES") < first && first < all.find("!_TAG_CPLUSTAGS_TAGS")) << when;
     };
     EXPECT_EQ(work.Run({"a.c"}).status, 0);
@@ -56,7 +56,7 @@ TEST(MakeTags, DeclaresTheFileSorted)
     EXPECT_EQ(work.Run({"--append=yes", "b.c"}).status, 0);
     expectClaim("tags added");
     EXPECT_EQ(work.Tags().size(), 2u);
-    EXPECT_EQ(work.Run({"-f", "-", "a.c"}).output.find(kSortedClaim), std::string::npos)
+    EXPECT_EQ(work.Run({"-f", "-", "a.c"}).output.find(tagsfile::kSortedClaim), std::string::npos)
         << "standard output has no time";
 
     // Old lines of other programs are in order too, but not by their names: a control character sorts in front of a
@@ -64,7 +64,7 @@ TEST(MakeTags, DeclaresTheFileSorted)
     work.Write("tags", "!_TAG_PROGRAM_NAME\tcplustags\t//\nodd\x01z\tb.c\t1;\"\tf\nodd\tb.c\t1;\"\tf\n");
     EXPECT_EQ(work.Run({"--append=yes", "a.c"}).status, 0);
     ASSERT_EQ(work.Tags().size(), 3u);
-    EXPECT_EQ(work.Pseudo("CPLUSTAGS_SORTED"), SortedClaimValue(0)) << "no size that a file has";
+    EXPECT_EQ(work.Pseudo("CPLUSTAGS_SORTED"), tagsfile::SortedClaimValue(0)) << "no size that a file has";
 }
 
 TEST(MakeTags, TagsPrototypesOnRequest)

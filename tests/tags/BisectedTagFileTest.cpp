@@ -1,10 +1,9 @@
 // Files that are known to be in order, and are bisected: all that is found in them, and where reading goes on, is what
 // reading them from their beginnings finds.
 
-#include "tags/Bisection.h"
-#include "tests/tags/LearnedOrder.h"
 #include "tests/tags/LiteralTagFile.h"
-#include "tests/tags/Sequence.h"
+#include "tests/tagsfile/LearnedOrder.h"
+#include "tests/tagsfile/Sequence.h"
 
 #include <algorithm>
 #include <fcntl.h>
@@ -97,7 +96,7 @@ std::string Text(std::vector<std::string> lines, Sequence& sequence, Oddity oddi
         break;
     case Oddity::kLongestLines:
         for (size_t i = 0; i < lines.size(); i += 1 + sequence.Below(30))
-            lines[i].insert(lines[i].length() - 1, LineReader::kPieceSize - lines[i].length(), 'x');
+            lines[i].insert(lines[i].length() - 1, tagsfile::LineReader::kPieceSize - lines[i].length(), 'x');
         break;
     case Oddity::kTooLongLine:
         lines[sequence.Below(lines.size())] += "zzz" + std::string(1100, 'z') + "\n";
@@ -312,8 +311,9 @@ TEST(BisectedTagFile, SearchesLearnTheSameOrderAsAWholePass)
         ASSERT_TRUE(file.Rewind());
         AnswerToMatch(file, false, TagFile::PartialMatch());
         file.Done();
-        const FileOrder expected = LearnedOrder(folder.Tags());
-        const std::optional<FileOrder> order = KnownFiles::Instance().Find(IdentityOf(folder.Tags()));
+        const tagsfile::FileOrder expected = LearnedOrder(folder.Tags());
+        const std::optional<tagsfile::FileOrder> order =
+            tagsfile::KnownFiles::Instance().Find(IdentityOf(folder.Tags()));
         inOrder += order && order->namesInOrder;
         if (order) {
             ASSERT_EQ(order->namesInOrder, expected.namesInOrder) << "round " << round << ", pattern '" << name << "'";
@@ -346,51 +346,4 @@ TEST(BisectedTagFile, ReadingContinuesAfterASearchAsTheLiteralReaderDoes)
         MakeUnknown(folder.Tags());
     }
     EXPECT_GT(inOrder, kRounds / 2);
-}
-
-TEST(Bisection, StopsBeforeTheFirstMatchingLine)
-{
-    const TempDirectory directory;
-    Sequence sequence(3);
-    for (int round = 0; round < 300; ++round) {
-        const std::string text = RandomTags(sequence, Oddity::kNone);
-        const int file = ::open(directory.Write("tags", text).c_str(), O_RDONLY | O_CLOEXEC);
-        const auto size = static_cast<off_t>(text.length());
-        for (int search = 0; search < 20; ++search) {
-            const std::string start = Name(sequence);
-            size_t first = 0;
-            while (first < text.length() && text.compare(first, start.length(), start) < 0)
-                first = text.find('\n', first) + 1;
-            const std::optional<off_t> place = PlaceOfLines(file, 0, size, start);
-            ASSERT_TRUE(place.has_value());
-            EXPECT_TRUE(*place == 0 || text[static_cast<size_t>(*place) - 1] == '\n');
-            EXPECT_LE(*place, static_cast<off_t>(first));
-            EXPECT_GT(*place, static_cast<off_t>(first) - 6 * 1024);
-        }
-        EXPECT_EQ(::lseek(file, 0, SEEK_CUR), 0) << "the position is as it was";
-        ::close(file);
-    }
-}
-
-TEST(Bisection, GivesUpOnUnsortedLines)
-{
-    std::string falling;
-    for (char name = 'z'; name >= 'a'; --name)
-        falling += std::string(1000, name) + "\n";
-    const struct {
-        const char* why;
-        std::string text;
-        off_t size; // that the file is taken to have
-    } kCases[] = {
-        {"names that fall", falling, static_cast<off_t>(falling.length())},
-        {"no line at all", std::string(100'000, 'x'), 100'000},
-        {"a file that has become shorter", "a\nb\n", 100'000},
-        {"an empty file", "", 100'000},
-    };
-    const TempDirectory directory;
-    for (const auto& c : kCases) {
-        const int file = ::open(directory.Write("tags", c.text).c_str(), O_RDONLY | O_CLOEXEC);
-        EXPECT_FALSE(PlaceOfLines(file, 0, c.size, "mm").has_value()) << c.why;
-        ::close(file);
-    }
 }

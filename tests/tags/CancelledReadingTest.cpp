@@ -1,6 +1,5 @@
 // What is left of reading tags files that the process has no time for any more.
 #include "tags/CompletionCache.h"
-#include "tags/KnownFiles.h"
 #include "tags/PathCache.h"
 #include "tags/SortedStrings.h"
 #include "tags/Tags.h"
@@ -34,38 +33,22 @@ std::string LongTags(const std::string& name = "name")
 TEST(CancelledReading, EndsAtTheNextBlockForGood)
 {
     const TagsFolder folder(LongTags());
-    LineReader reader;
-    ASSERT_TRUE(reader.Open(folder.Tags().c_str()));
-    std::string_view line;
-    ASSERT_TRUE(reader.Next(line));
+    const BEntry entry = folder.Entry();
+    TagFile file(&entry, "", false);
+    ASSERT_TRUE(file.Rewind());
+    std::string name;
+    std::string qualifier;
+    ASSERT_TRUE(file.Next(name, qualifier));
     long count = 1;
     {
         const CancelledReading cancelled;
-        for (; reader.Next(line); ++count)
-            ASSERT_TRUE(line.ends_with('\n')) << "half a line is none";
+        while (file.Next(name, qualifier))
+            ++count;
     }
     EXPECT_LT(count, kLines / 10);
-    EXPECT_FALSE(reader.Next(line)) << "the end stays the end";
-    reader.Close();
+    EXPECT_FALSE(file.Next(name, qualifier)) << "the end stays the end";
+    file.Done();
     EXPECT_EQ(Names(folder.Entry()).size(), size_t(kLines)) << "later files are read";
-}
-
-TEST(CancelledReading, LearnsNothingAboutAFilesOrder)
-{
-    const TagsFolder folder(LongTags());
-    TagLines lines;
-    ASSERT_TRUE(lines.Open(folder.Tags().c_str()));
-    const int file = ::open(folder.Tags().c_str(), O_RDONLY | O_CLOEXEC);
-    const std::optional<FileIdentity> identity = FileIdentity::Of(file);
-    ::close(file);
-    std::string_view line;
-    for (int i = 0; i < kLines / 2; ++i)
-        ASSERT_TRUE(lines.Next(line));
-    {
-        const CancelledReading cancelled;
-        lines.Close(); // which otherwise reads on for it
-    }
-    EXPECT_FALSE(KnownFiles::Instance().Find(*identity));
 }
 
 TEST(CancelledReading, ACancelledLoadOfCompletionsIsRetried)

@@ -1,5 +1,5 @@
 #include "tests/tags/LiteralTagFile.h"
-#include "tests/tags/Sequence.h"
+#include "tests/tagsfile/Sequence.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // What a reader learns of a tags file on its way, and what it believes.
 
-#include "tags/TagLines.h"
+#include "tagsfile/TagLines.h"
 
-#include "tags/SortedClaim.h"
 #include "tags/Tags.h"
-#include "tests/tags/LearnedOrder.h"
+#include "tagsfile/SortedClaim.h"
 #include "tests/tags/TagsFolder.h"
+#include "tests/tagsfile/LearnedOrder.h"
 
 #include <algorithm>
 #include <sys/stat.h>
@@ -31,7 +31,7 @@ const std::string kFarOn = "name13";
 // Whether reading begins in the middle, for a name there.
 bool IsBisected(const std::string& path, const std::string& start = kFarOn)
 {
-    TagLines lines;
+    tagsfile::TagLines lines;
     EXPECT_TRUE(lines.Open(path.c_str()));
     const bool skips = lines.SkipTo(start);
     std::string_view line;
@@ -47,7 +47,7 @@ bool IsBisected(const std::string& path, const std::string& start = kFarOn)
 
 void ReadAll(const std::string& path)
 {
-    TagLines lines;
+    tagsfile::TagLines lines;
     EXPECT_TRUE(lines.Open(path.c_str()));
     for (std::string_view line; lines.Next(line);) {
     }
@@ -85,16 +85,16 @@ long BytesRead()
 // Tags that say they are in order, behind 'before' and in front of 'behind', which are pseudo-tags.
 std::string Claiming(const std::string& tags, const std::string& before = "", const std::string& behind = "")
 {
-    const std::string start = before + std::string(kSortedClaim);
+    const std::string start = before + std::string(tagsfile::kSortedClaim);
     const std::string rest = "\t//\n" + behind + tags;
-    const size_t size = start.length() + SortedClaimValue(0).length() + rest.length();
-    return start + SortedClaimValue(static_cast<off_t>(size)) + rest;
+    const size_t size = start.length() + tagsfile::SortedClaimValue(0).length() + rest.length();
+    return start + tagsfile::SortedClaimValue(static_cast<off_t>(size)) + rest;
 }
 
 // The time that belongs to a claim of that size.
 timespec TimeOf(const std::string& tags)
 {
-    return {1'234'567'890, SortedClaimNanoseconds(static_cast<off_t>(tags.length()))};
+    return {1'234'567'890, tagsfile::SortedClaimNanoseconds(static_cast<off_t>(tags.length()))};
 }
 
 void WriteMade(const TagsFolder& folder, const std::string& tags, const timespec& made)
@@ -162,7 +162,8 @@ TEST(TagLines, AreKnownToBeUnsortedAtTheFirstUnsortedPair)
         const long before = BytesRead();
         FindAndStop(folder.Entry(), "name13500");
         EXPECT_LT(BytesRead() - before, size / 4) << when << ": the rest is not read";
-        const std::optional<FileOrder> order = KnownFiles::Instance().Find(IdentityOf(folder.Tags()));
+        const std::optional<tagsfile::FileOrder> order =
+            tagsfile::KnownFiles::Instance().Find(IdentityOf(folder.Tags()));
         ASSERT_TRUE(order.has_value()) << when;
         EXPECT_FALSE(order->namesInOrder) << when;
     }
@@ -238,7 +239,7 @@ TEST(TagLines, NothingIsLearnedFromAFileThatChangesMeanwhile)
     };
     for (const auto& c : kCases) {
         const TagsFolder folder(ManyTags());
-        TagLines lines;
+        tagsfile::TagLines lines;
         ASSERT_TRUE(lines.Open(folder.Tags().c_str()));
         std::string_view line;
         ASSERT_TRUE(lines.Next(line));
@@ -257,8 +258,8 @@ TEST(TagLines, NothingIsLearnedFromAFileThatChangesMeanwhileAndIsChangedBack)
     const std::string inOrder = ManyTags() + ManyTags("z");
     ASSERT_EQ(original.size(), inOrder.size());
     const TagsFolder folder(original);
-    const FileIdentity identity = IdentityOf(folder.Tags());
-    TagLines lines;
+    const tagsfile::FileIdentity identity = IdentityOf(folder.Tags());
+    tagsfile::TagLines lines;
     ASSERT_TRUE(lines.Open(folder.Tags().c_str()));
     std::string_view line;
     ASSERT_TRUE(lines.Next(line));
@@ -330,7 +331,8 @@ TEST(TagLines, ATagsFilesClaimIsTrustedWhileItHolds)
     const timespec made = TimeOf(tags);
     std::string pretending = tags;
     pretending.replace(2, 1, "S");
-    const std::string unfinished = std::string(kSortedClaim) + SortedClaimValue(0) + "\t//\n" + ManyTags();
+    const std::string unfinished =
+        std::string(tagsfile::kSortedClaim) + tagsfile::SortedClaimValue(0) + "\t//\n" + ManyTags();
     const std::string within = ManyTags("  name");
     const struct {
         const char* why;

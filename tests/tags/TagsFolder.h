@@ -5,6 +5,7 @@
 #include "tests/support/HeldFile.h"
 #include "tests/support/TempDirectory.h"
 #include "tests/support/WaitLimit.h"
+#include "tests/tagsfile/OwnCache.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
 
@@ -18,13 +19,6 @@
 #include <string>
 #include <sys/stat.h>
 #include <vector>
-
-// What one process learns of a file is no other test's, whose file may well be in the same place of the disk later.
-inline const struct OwnCache {
-    OwnCache() { ::setenv("XDG_CACHE_HOME", directory.Path().c_str(), 1); }
-
-    TempDirectory directory;
-} kOwnCache;
 
 // A line as ctags writes it; 'scope' as "class:Bar".
 inline std::string TagLine(const std::string& name, const std::string& file, int line, const std::string& kind,

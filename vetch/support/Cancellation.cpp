@@ -1,7 +1,5 @@
 #include "vetch/support/Cancellation.h"
 
-#include <atomic>
-
 namespace {
 
 std::atomic<bool> gCancelled = false;
@@ -15,6 +13,11 @@ void vetch::CancelReading(bool cancel)
 }
 
 bool vetch::ReadingIsCancelled()
+{
+    return gCancelled;
+}
+
+const std::atomic<bool>& vetch::ReadingCancelledFlag()
 {
     return gCancelled;
 }

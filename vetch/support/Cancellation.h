@@ -1,6 +1,8 @@
 // Ends long reading early, once the process is about to quit.
 #pragma once
 
+#include <atomic>
+
 namespace vetch {
 
 // From the first call on, until it is taken back, whoever reads a file of any size finds its end at the next block.
@@ -9,5 +11,8 @@ void CancelReading(bool cancel);
 
 // As cheap as reading a variable. Any thread.
 bool ReadingIsCancelled();
+
+// The variable itself, for readers that know nothing of this.
+const std::atomic<bool>& ReadingCancelledFlag();
 
 } // namespace vetch

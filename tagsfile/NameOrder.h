@@ -1,11 +1,13 @@
 // Finds out whether the names in a tags file are in the order of their bytes, while its lines are read.
 #pragma once
 
-#include "tags/FirstStop.h"
+#include "tagsfile/FirstStop.h"
 
 #include <algorithm>
 #include <string_view>
 #include <sys/types.h>
+
+namespace tagsfile {
 
 // What a line is found by: all of it up to its first tab, or up to its end. The names of a file are in order when those
 // of no two lines are the wrong way round as unsigned bytes; then so is whatever number of bytes they begin with, and
@@ -82,3 +84,5 @@ private:
     bool inHead = true;
     off_t headSize = 0;
 };
+
+} // namespace tagsfile

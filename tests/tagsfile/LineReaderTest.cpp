@@ -1,8 +1,8 @@
-#include "tags/LineReader.h"
+#include "tagsfile/LineReader.h"
 
 #include "tests/support/HeldFile.h"
 #include "tests/support/TempDirectory.h"
-#include "tests/tags/Sequence.h"
+#include "tests/tagsfile/Sequence.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +10,8 @@
 #include <sys/stat.h>
 #include <thread>
 #include <vector>
+
+namespace tagsfile {
 
 namespace {
 
@@ -215,3 +217,5 @@ TEST(LineReader, GivesLinesOfASlowFileAsTheyCome)
     EXPECT_FALSE(reader.Next(line));
     reader.Close();
 }
+
+} // namespace tagsfile

@@ -1,11 +1,12 @@
-#include "tags/LineReader.h"
+#include "tagsfile/LineReader.h"
 
 #include "base/PlainFile.h"
-#include "vetch/support/Cancellation.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <unistd.h>
+
+namespace tagsfile {
 
 namespace {
 
@@ -66,7 +67,7 @@ bool LineReader::NextBehindBlock(std::string_view& line)
     const void* lineEnd = nullptr;
     while (lineEnd == nullptr && static_cast<size_t>(end - next) < kPieceSize && !atEnd) {
         // Without the piece that is only begun: nothing is to be learned from half a line.
-        if (vetch::ReadingIsCancelled()) {
+        if (isCancelled != nullptr && *isCancelled) {
             GoToEnd();
             return false;
         }
@@ -98,3 +99,5 @@ void LineReader::ReadOn()
     blockEnd += std::max<ssize_t>(count, 0);
     blockSize = std::min(2 * blockSize, kLargestBlock);
 }
+
+} // namespace tagsfile

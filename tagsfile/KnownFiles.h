@@ -1,14 +1,15 @@
 // Which tags files are in order, as far as anybody has read them to their ends.
 #pragma once
 
-#include "vetch/support/BLocker.h"
-
 #include <array>
 #include <cstdint>
 #include <ctime>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <sys/types.h>
+
+namespace tagsfile {
 
 // Tells a file from all others, and from what it was before a change: as long as this is the same, so is the content.
 struct FileIdentity {
@@ -69,7 +70,9 @@ private:
     static constexpr size_t kMostHere = 64;
 
     const std::string directory;
-    BLocker lock; // guards what follows
+    std::mutex lock; // guards what follows
     std::array<Known, kMostHere> known;
     size_t oldest = 0; // the next to be written over
 };
+
+} // namespace tagsfile

@@ -5,6 +5,8 @@
 #include <string>
 #include <sys/types.h>
 
+namespace tagsfile {
+
 // Why the open tags file of that size is not read, as the rest of a sentence about it; nothing for one that is. Smaller
 // ones than a gigabyte always are. Leaves the file's position alone. Any thread.
 //
@@ -12,5 +14,4 @@
 // made: tags that somebody has added since are not as many as that.
 std::optional<std::string> WhyUnread(int descriptor, off_t size);
 
-// Has the user told: posts to the application, if there is one. Any thread.
-void ReportUnread(const std::string& path, const std::string& why);
+} // namespace tagsfile

@@ -1,11 +1,13 @@
-#include "tags/TagLines.h"
+#include "tagsfile/TagLines.h"
 
-#include "tags/Bisection.h"
-#include "tags/SortedClaim.h"
-#include "tags/UnreadFiles.h"
+#include "tagsfile/Bisection.h"
+#include "tagsfile/SortedClaim.h"
+#include "tagsfile/UnreadFiles.h"
 
 #include <algorithm>
 #include <unistd.h>
+
+namespace tagsfile {
 
 namespace {
 
@@ -37,17 +39,17 @@ bool TagLines::Open(const char* path)
     known.reset();
     order = NameOrder();
     learns = skipped = false;
+    whyUnread.reset();
     if (!reader.Open(path))
         return false;
     identity = FileIdentity::Of(reader.Descriptor());
     if (!identity)
         return true;
-    if (const std::optional<std::string> why = WhyUnread(reader.Descriptor(), identity->size)) {
+    whyUnread = tagsfile::WhyUnread(reader.Descriptor(), identity->size);
+    if (whyUnread)
         reader.GoToEnd();
-        ReportUnread(path, *why);
-    } else {
+    else
         FindOrder();
-    }
     return true;
 }
 
@@ -113,3 +115,5 @@ void TagLines::Bisect(std::string_view start)
         reader.GoTo(*place);
     }
 }
+
+} // namespace tagsfile

@@ -1,12 +1,17 @@
-#include "tags/KnownFiles.h"
+#include "tagsfile/KnownFiles.h"
 
 #include "tests/support/FileContent.h"
+#include "tests/support/TempDirectory.h"
 
-#include "tests/tags/TagsFolder.h"
+#include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <filesystem>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
+
+namespace tagsfile {
 
 namespace {
 
@@ -293,3 +298,5 @@ TEST(FileIdentity, IsSettledSomeTimeAfterAChange)
         EXPECT_EQ(file.HasSettled(), c.settled) << c.seconds;
     }
 }
+
+} // namespace tagsfile

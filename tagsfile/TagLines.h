@@ -1,12 +1,16 @@
 // The lines of a tags file, and how to come to some of them without reading those in front.
 #pragma once
 
-#include "tags/KnownFiles.h"
-#include "tags/LineReader.h"
-#include "tags/NameOrder.h"
+#include "tagsfile/KnownFiles.h"
+#include "tagsfile/LineReader.h"
+#include "tagsfile/NameOrder.h"
 
+#include <atomic>
 #include <optional>
+#include <string>
 #include <string_view>
+
+namespace tagsfile {
 
 // Reads one after the other; to read a file from its beginning to its end finds out whether its names are in order, and
 // KnownFiles remembers that. A reader that is closed far from the beginning reads on for it, once for each file. A file
@@ -16,9 +20,15 @@
 // Not thread-safe. As with LineReader, neither destruction nor opening once more closes the file.
 class TagLines {
 public:
+    // See LineReader.
+    explicit TagLines(const std::atomic<bool>* isCancelled = nullptr) : reader(isCancelled) {}
+
     // At the beginning; false when it cannot be opened. A file that is not read (see UnreadFiles) has no lines.
     bool Open(const char* path);
     void Close();
+
+    // Why the file that was opened last is not read, as the rest of a sentence about it; nothing for one that is.
+    const std::optional<std::string>& WhyUnread() const { return whyUnread; }
 
     // The next line or piece of one, as LineReader has them. False at the end.
     bool Next(std::string_view& line)
@@ -55,8 +65,11 @@ private:
 
     LineReader reader;
     std::optional<FileIdentity> identity; // when it was opened
+    std::optional<std::string> whyUnread;
     std::optional<FileOrder> known;
     NameOrder order; // of what has been read so far, while it is learned
     bool learns = false;
     bool skipped = false;
 };
+
+} // namespace tagsfile

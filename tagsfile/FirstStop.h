@@ -9,6 +9,8 @@
 #include <emmintrin.h>
 #endif
 
+namespace tagsfile {
+
 constexpr size_t kGlance = 32;
 
 // The place of the first byte that differs in the two, or at which the first one's name ends, with a tab or a line
@@ -43,3 +45,5 @@ inline size_t FirstStop(const char* previous, const char* line)
     return FirstStopByBytes(previous, line);
 #endif
 }
+
+} // namespace tagsfile

@@ -1,12 +1,14 @@
-#include "tags/Bisection.h"
+#include "tagsfile/Bisection.h"
 
-#include "tags/LineReader.h"
-#include "tags/NameOrder.h"
+#include "tagsfile/LineReader.h"
+#include "tagsfile/NameOrder.h"
 
 #include <array>
 #include <cerrno>
 #include <string>
 #include <unistd.h>
+
+namespace tagsfile {
 
 namespace {
 
@@ -68,3 +70,5 @@ std::optional<off_t> PlaceOfLines(int descriptor, off_t first, off_t size, std::
     }
     return low.offset;
 }
+
+} // namespace tagsfile

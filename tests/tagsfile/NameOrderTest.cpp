@@ -1,7 +1,7 @@
-#include "tags/NameOrder.h"
+#include "tagsfile/NameOrder.h"
 
-#include "tags/FirstStop.h"
-#include "tests/tags/Sequence.h"
+#include "tagsfile/FirstStop.h"
+#include "tests/tagsfile/Sequence.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +10,8 @@
 #include <vector>
 
 using namespace std::string_literals;
+
+namespace tagsfile {
 
 namespace {
 
@@ -152,3 +154,5 @@ TEST(FirstStop, IsTheSameInParallelAsByteByByte)
     for (const size_t count : stops)
         EXPECT_GT(count, 100u) << "each place came up";
 }
+
+} // namespace tagsfile

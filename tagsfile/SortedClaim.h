@@ -9,6 +9,8 @@
 #include <string_view>
 #include <sys/types.h>
 
+namespace tagsfile {
+
 // The names are in order as NameOrder has it. The value is the size of the file, up to the next tab, always as long, so
 // that it can be filled in once the size is known. Who writes it also gives the file a time of modification with these
 // nanoseconds: any other tool that changes the file gives it another size, or at least another time, which is as good
@@ -30,3 +32,5 @@ inline long SortedClaimNanoseconds(off_t size)
     constexpr uint64_t kMost = 999'999;
     return static_cast<long>(((static_cast<uint64_t>(size) + 1) * 0x9E3779B97F4A7C15u >> 20) % kMost + 1);
 }
+
+} // namespace tagsfile

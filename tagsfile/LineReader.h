@@ -3,21 +3,28 @@
 
 #include "tagsfile/TagFields.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstring>
 #include <memory>
 #include <string_view>
 #include <sys/types.h>
 
+namespace tagsfile {
+
 // A line that is longer than a piece is read in several, each of them a line of its own: the same pieces as fgets()
 // with kPieceSize + 1 bytes gives, with their line breaks, and NUL bytes like any other. The file is read, never mapped
 // into memory, so that one that is cut short meanwhile just ends there; also what cannot be read ends, and every file
-// while reading is cancelled (see Cancellation.h).
+// while reading is cancelled.
 //
 // Not thread-safe. Destruction does not close the file, nor does opening another: for both there is Close().
 class LineReader {
 public:
-    static constexpr size_t kPieceSize = tagsfile::kLongestLine;
+    static constexpr size_t kPieceSize = kLongestLine;
+
+    // While '*isCancelled' is true every file ends at the next block; null for a reader that nobody cancels. It must
+    // outlive the reader.
+    explicit LineReader(const std::atomic<bool>* isCancelled = nullptr) : isCancelled(isCancelled) {}
 
     // At the file's beginning. False when it cannot be opened. A directory, pipe or device has no lines, and is not
     // waited for.
@@ -84,6 +91,7 @@ private:
 
     static constexpr char kNothing[] = "";
 
+    const std::atomic<bool>* isCancelled;
     int descriptor = -1;
     std::unique_ptr<char[]> block; // what is read; all pointers point into it
     const char* previous = kNothing;
@@ -94,3 +102,5 @@ private:
     size_t blockSize = 0;
     bool atEnd = true;
 };
+
+} // namespace tagsfile

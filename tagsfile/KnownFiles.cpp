@@ -1,8 +1,7 @@
-#include "tags/KnownFiles.h"
+#include "tagsfile/KnownFiles.h"
 
 #include "base/Descriptor.h"
 #include "base/NewFile.h"
-#include "tags/AutoLock.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -14,6 +13,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
+
+namespace tagsfile {
 
 namespace {
 
@@ -186,7 +187,7 @@ void KnownFiles::Forget(const FileIdentity& file)
 {
     if (!directory.empty())
         ::unlink(PathFor(file).c_str());
-    const AutoLock hold(lock);
+    const std::lock_guard hold(lock);
     for (Known& one : known)
         if (one.file == file)
             one = {};
@@ -194,7 +195,7 @@ void KnownFiles::Forget(const FileIdentity& file)
 
 std::optional<FileOrder> KnownFiles::FindHere(const FileIdentity& file)
 {
-    const AutoLock hold(lock);
+    const std::lock_guard hold(lock);
     const auto one = std::find_if(known.begin(), known.end(), [&](const Known& each) { return each.file == file; });
     if (one == known.end())
         return std::nullopt;
@@ -203,7 +204,7 @@ std::optional<FileOrder> KnownFiles::FindHere(const FileIdentity& file)
 
 void KnownFiles::RememberHere(const FileIdentity& file, const FileOrder& order)
 {
-    const AutoLock hold(lock);
+    const std::lock_guard hold(lock);
     auto one = std::find_if(known.begin(), known.end(), [&](const Known& each) { return each.file == file; });
     if (one == known.end()) {
         one = known.begin() + static_cast<std::ptrdiff_t>(oldest);
@@ -224,3 +225,5 @@ std::string KnownFiles::PathFor(const FileIdentity& file) const
 {
     return directory + "/" + ChecksumText(TextOf(file)) + std::string(kSuffix);
 }
+
+} // namespace tagsfile

@@ -1,9 +1,7 @@
-#include "tags/UnreadFiles.h"
+#include "tagsfile/UnreadFiles.h"
 
 #include "base/Holes.h"
-#include "tags/SortedClaim.h"
-#include "vetch/app/BApplication.h"
-#include "vetch/app/BMessage.h"
+#include "tagsfile/SortedClaim.h"
 
 #include <algorithm>
 #include <array>
@@ -11,9 +9,9 @@
 #include <string_view>
 #include <unistd.h>
 
-namespace {
+namespace tagsfile {
 
-constexpr uint32 kUnread = FourCC("tgur"); // "path", "why"
+namespace {
 
 std::string SizeText(off_t size)
 {
@@ -60,12 +58,4 @@ std::optional<std::string> WhyUnread(int descriptor, off_t size)
     return std::nullopt;
 }
 
-void ReportUnread(const std::string& path, const std::string& why)
-{
-    if (be_app == nullptr)
-        return;
-    BMessage message(kUnread);
-    message.AddString("path", path.c_str());
-    message.AddString("why", why.c_str());
-    be_app->PostMessage(&message);
-}
+} // namespace tagsfile
