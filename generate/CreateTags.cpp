@@ -6,6 +6,7 @@
 #include "tags/TagDiscovery.h"
 #include "tags/TargetDirectory.h"
 #include "vetch/interface/BFilePanel.h"
+#include "vetch/interface/BWindow.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/BPath.h"
 #include "vetch/support/Strings.h"

@@ -7,6 +7,7 @@
 #include "scan/SelectionScanner.h"
 #include "vetch/interface/BMenuItem.h"
 #include "vetch/interface/BPopUpMenu.h"
+#include "vetch/interface/BWindow.h"
 
 #include <iterator>
 #include <string>

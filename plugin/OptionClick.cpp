@@ -6,6 +6,7 @@
 #include "plugin/PluginInterface.h"
 #include "settings/DeclarationSettings.h"
 #include "vetch/app/Modifiers.h"
+#include "vetch/interface/BWindow.h"
 
 #include <optional>
 

@@ -3,8 +3,6 @@
 
 #include "vetch/app/BApplication.h"
 #include "vetch/app/BMessage.h"
-#include "vetch/interface/BWindow.h"
-#include "vetch/storage/EntryRef.h"
 #include "vetch/support/Geometry.h"
 #include "vetch/support/Types.h"
 
@@ -13,6 +11,8 @@
 class BMenu;
 class BMenuItem;
 class BView;
+class BWindow;
+struct EntryRef;
 struct __CFBundle;
 
 // The editor, as the plug-in sees it during one call of PluginMain.

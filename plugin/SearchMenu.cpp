@@ -4,6 +4,7 @@
 #include "vetch/app/Modifiers.h"
 #include "vetch/interface/BMenuBar.h"
 #include "vetch/interface/BMenuItem.h"
+#include "vetch/interface/BWindow.h"
 
 namespace {
 

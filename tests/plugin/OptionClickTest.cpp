@@ -2,6 +2,7 @@
 
 #include "plugin/Activation.h"
 #include "tests/plugin/PluginTest.h"
+#include "vetch/interface/BWindow.h"
 
 namespace {
 

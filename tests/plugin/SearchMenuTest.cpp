@@ -1,6 +1,7 @@
 #include "plugin/SearchMenu.h"
 
 #include "tests/plugin/PluginTest.h"
+#include "vetch/interface/BWindow.h"
 
 namespace {
 

@@ -7,6 +7,7 @@
 #include "tests/support/TestBundle.h"
 #include "vetch/interface/BCheckBox.h"
 #include "vetch/interface/BTextControl.h"
+#include "vetch/interface/BWindow.h"
 #include "vetch/interface/InterfaceFile.h"
 
 #include <gmock/gmock.h>

@@ -10,6 +10,7 @@
 #include "vetch/interface/BMenuBar.h"
 #include "vetch/interface/BMenuItem.h"
 #include "vetch/interface/BPopUpMenu.h"
+#include "vetch/interface/BWindow.h"
 #include "wren/script/HeadlessStage.h"
 
 #include <gmock/gmock.h>
