@@ -1,8 +1,6 @@
 #include "vetch/app/BHandler.h"
 
-#include "vetch/app/BLooper.h"
 #include "vetch/app/BMessage.h"
-#include "vetch/app/Loop.h"
 #include "vetch/app/Registry.h"
 
 BHandler::BHandler() : token(vetch::RegisterHandler(this)) {}
@@ -30,9 +28,4 @@ void BHandler::NoticeReceived(uint32 what, const BMessage* message)
     BMessage copy = message ? *message : BMessage();
     copy.what = what;
     MessageReceived(&copy);
-}
-
-void BHandler::SetLooper(BLooper* looper)
-{
-    vetch::SetLooperOf(token, looper ? looper->LooperToken() : 0);
 }

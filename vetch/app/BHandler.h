@@ -2,6 +2,7 @@
 #pragma once
 
 #include "vetch/app/BMessageFilter.h"
+#include "vetch/app/Tokens.h"
 #include "vetch/support/NoticeReceiver.h"
 #include "vetch/support/Types.h"
 
@@ -10,15 +11,6 @@
 
 class BLooper;
 class BMessage;
-
-namespace vetch {
-
-// Names a handler for as long as it lives and never again: messages and displays hold tokens, so that what is sent to a
-// handler that has died is dropped.
-using HandlerToken = uint32;
-constexpr HandlerToken kNoHandler = 0;
-
-} // namespace vetch
 
 // A handler belongs to one looper at most, and is touched only on its thread or under its lock; before a window's first
 // Show() by its creator alone.
@@ -45,11 +37,3 @@ private:
     const vetch::HandlerToken token;
     std::vector<std::unique_ptr<BMessageFilter>> filters;
 };
-
-namespace vetch {
-
-// The live handler with that token, or null. The result is safe to use only where nothing can destroy it meanwhile: on
-// its looper's thread, or on the document thread.
-BHandler* FindHandler(HandlerToken token);
-
-} // namespace vetch

@@ -1,10 +1,11 @@
 #include "vetch/app/BLooper.h"
 
+#include "vetch/app/Dispatch.h"
 #include "vetch/app/Library.h"
-#include "vetch/app/Loop.h"
 #include "vetch/app/LooperState.h"
 #include "vetch/app/Reaper.h"
 #include "vetch/app/Registry.h"
+#include "vetch/app/ThreadNumber.h"
 #include "vetch/support/HeldLocks.h"
 
 #include <cassert>
@@ -30,7 +31,10 @@ thread_id BLooper::Run()
     const void* const forbidden = kept->ForbiddenLibrary();
     if (forbidden && kept->BelongsToCaller() && forbidden == vetch::LibraryOfClass(this))
         AcceptQuit();
-    const thread_id thread = kept->Run(this);
+    const auto dispatch = [this, token = kept->token](vetch::Envelope& envelope) {
+        vetch::Dispatch(*this, token, envelope);
+    };
+    const thread_id thread = kept->Run(dispatch);
     if (thread < 0)
         kept->LeaveToReaper();
     return thread;
@@ -120,6 +124,12 @@ status_t BLooper::PostMessage(const BMessage* message, BHandler* handler, BHandl
 {
     const auto kept = state;
     return message ? kept->Post(*message, handler ? handler->Token() : Token()) : B_ERROR;
+}
+
+// Here, since a handler need not know what a looper is.
+void BHandler::SetLooper(BLooper* looper)
+{
+    vetch::SetLooperOf(token, looper ? looper->LooperToken() : 0);
 }
 
 vetch::LooperToken BLooper::LooperToken() const

@@ -3,6 +3,7 @@
 
 #include "vetch/app/BHandler.h"
 #include "vetch/app/BMessage.h"
+#include "vetch/app/Tokens.h"
 #include "vetch/support/Types.h"
 
 #include <memory>
@@ -11,14 +12,6 @@ namespace vetch {
 
 struct Reaper;
 class LooperState; // the queue, the lock and the thread: outlives the looper while its thread winds up
-
-using LooperToken = uint32; // names a looper for as long as it lives and never again
-
-// Where a looper's messages are dispatched.
-enum class Service {
-    OwnThread,  // on a thread of its own, started by Run()
-    Application // by the application's loop, on the document thread: document and preference windows
-};
 
 } // namespace vetch
 

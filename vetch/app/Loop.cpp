@@ -1,11 +1,11 @@
 #include "vetch/app/Loop.h"
 
+#include "vetch/app/BLooper.h"
 #include "vetch/app/Dispatch.h"
 #include "vetch/app/Library.h"
 #include "vetch/app/LooperState.h"
 #include "vetch/app/Reaper.h"
 #include "vetch/app/Registry.h"
-#include "vetch/app/WakeUp.h"
 #include "vetch/support/HeldLocks.h"
 
 #include <atomic>

@@ -2,16 +2,11 @@
 // down.
 #pragma once
 
-#include "vetch/app/BHandler.h"
-#include "vetch/app/BLooper.h"
-
-#include <functional>
-#include <vector>
+#include "vetch/app/ThreadNumber.h"
+#include "vetch/app/Tokens.h"
+#include "vetch/app/WakeUp.h"
 
 namespace vetch {
-
-// True on the thread that made the application; false everywhere while there is none.
-bool OnDocumentThread();
 
 // While one lives, a plug-in call is active: RunPending() and Settle() do nothing, so that messages for the documents
 // and the destruction of windows wait until it has returned. They nest. No lock is held when one ends. Document thread.
@@ -39,23 +34,10 @@ void Settle();
 // before the first looper runs.
 void SetTurns(bool on);
 
-// Called, from any thread, when there is something new for RunPending(), or when a plug-in call that kept something
-// waiting has ended. It must not call back into the framework. Once this returns the former function is called no more.
-void SetWakeUp(std::function<void()> wake);
-
 // Quits every looper whose class lives in the shared library that contains 'address', except the application, and waits
 // until they are destroyed. One that has not run and is another thread's is not waited for, unless its maker is the
 // thread of a looper that is quit here: it quits when it would run, or when its maker ends. Document thread, no lock
 // held.
 void QuitLoopersOf(const void* address);
-
-// The live loopers' tokens, the application's among them, in the order in which they were made. Any thread.
-std::vector<LooperToken> Loopers();
-
-// The live looper with that token, or null; safe to use on the document thread.
-BLooper* FindLooper(LooperToken token);
-
-// Posts to a handler by token, to its looper's queue; B_ERROR when it is gone. Any thread.
-status_t PostToHandler(HandlerToken handler, const BMessage& message);
 
 } // namespace vetch

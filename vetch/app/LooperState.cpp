@@ -1,7 +1,5 @@
 #include "vetch/app/LooperState.h"
 
-#include "vetch/app/Dispatch.h"
-#include "vetch/app/Loop.h"
 #include "vetch/app/WakeUp.h"
 #include "vetch/support/HeldLocks.h"
 #include "vetch/support/ThreadStart.h"
@@ -103,13 +101,13 @@ void LooperState::Release()
 
 // The thread
 
-thread_id LooperState::Run(BLooper* looper)
+thread_id LooperState::Run(const Dispatcher& dispatch)
 {
     Guard guard(traffic.mutex);
     if (quitAccepted)
         return B_ERROR;
     if (!hasRun && service == Service::OwnThread) {
-        thread = StartThread("a window is not shown", [this, looper] { Loop(looper); });
+        thread = StartThread("a window is not shown", [this, dispatch] { Loop(dispatch); });
         if (!thread.joinable())
             return kNotStarted;
         for (const Envelope& envelope : queue)
@@ -125,12 +123,12 @@ bool LooperState::HasRun() const
     return hasRun;
 }
 
-void LooperState::Loop(BLooper* looper)
+void LooperState::Loop(const Dispatcher& dispatch)
 {
     {
         Guard guard(traffic.mutex);
         while (WaitForTurn(guard) && Acquire(guard))
-            DispatchNext(guard, *looper);
+            DispatchNext(guard, dispatch);
         changed.wait(guard, [&] { return announcer == kNoThread; });
         --traffic.ending;
         HandIn();
@@ -146,13 +144,13 @@ bool LooperState::WaitForTurn(Guard& guard)
     return !quitAccepted;
 }
 
-void LooperState::DispatchNext(Guard& guard, BLooper& looper)
+void LooperState::DispatchNext(Guard& guard, const Dispatcher& dispatch)
 {
     std::optional<Envelope> envelope = std::move(queue.front());
     queue.pop_front();
     const Sequence sequence = envelope->sequence;
     guard.unlock();
-    Dispatch(looper, token, *envelope);
+    dispatch(*envelope);
     envelope.reset();
     guard.lock();
     Release();

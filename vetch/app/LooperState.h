@@ -1,14 +1,15 @@
 // A looper's queue, lock, thread and stage of life. Private to vetch/app.
 #pragma once
 
-#include "vetch/app/BLooper.h"
 #include "vetch/app/BMessage.h"
 #include "vetch/app/LooperLock.h"
 #include "vetch/app/ThreadNumber.h"
+#include "vetch/app/Tokens.h"
 #include "vetch/app/Traffic.h"
 
 #include <condition_variable>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <thread>
 
@@ -42,9 +43,11 @@ public:
     void Unlock();
     bool IsLocked() const; // by the calling thread
 
-    // Starts the thread, which runs 'looper'; its number, or B_ERROR once quit is accepted or when the system has no
-    // thread to give.
-    thread_id Run(BLooper* looper);
+    using Dispatcher = std::function<void(Envelope&)>;
+
+    // Starts the thread, which calls 'dispatch' with each message, the lock held; its number, or B_ERROR once quit is
+    // accepted or when the system has no thread to give.
+    thread_id Run(const Dispatcher& dispatch);
     bool HasRun() const;
 
     // Marks the quit and drops what is queued. True, once, for who must call the looper's QuitAccepted() and then
@@ -87,9 +90,9 @@ public:
 private:
     using Guard = LooperLock::Guard;
 
-    void Loop(BLooper* looper);
+    void Loop(const Dispatcher& dispatch);
     bool WaitForTurn(Guard& guard);
-    void DispatchNext(Guard& guard, BLooper& looper);
+    void DispatchNext(Guard& guard, const Dispatcher& dispatch);
     bool Acquire(Guard& guard);
     void Release();
     std::deque<Envelope> MarkQuit();

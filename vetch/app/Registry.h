@@ -1,14 +1,14 @@
 // Every live looper and handler, by token: how a message finds its receiver without touching a pointer that may dangle.
 #pragma once
 
-#include "vetch/app/BHandler.h"
-#include "vetch/app/BLooper.h"
-#include "vetch/app/Loop.h"
+#include "vetch/app/Tokens.h"
 
 #include <memory>
 #include <vector>
 
 namespace vetch {
+
+class LooperState;
 
 // Any thread. They take a mutex of their own, a leaf.
 

@@ -1,7 +1,5 @@
 #include "vetch/app/ThreadNumber.h"
 
-#include "vetch/app/Loop.h"
-
 #include <atomic>
 
 namespace vetch {

@@ -14,4 +14,7 @@ ThreadNumber CurrentThread();
 ThreadNumber DocumentThread(); // kNoThread while there is no application
 void SetDocumentThread(ThreadNumber thread);
 
+// True on the thread that made the application; false everywhere while there is none.
+bool OnDocumentThread();
+
 } // namespace vetch

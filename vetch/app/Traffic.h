@@ -1,7 +1,7 @@
 // What all loopers share: the messages under way, whose turn it is, and the loopers that have ended.
 #pragma once
 
-#include "vetch/app/BLooper.h"
+#include "vetch/app/Tokens.h"
 
 #include <condition_variable>
 #include <cstdint>
@@ -10,6 +10,8 @@
 #include <mutex>
 
 namespace vetch {
+
+class LooperState;
 
 // The place of a message in the order in which all messages were posted, from 1.
 using Sequence = std::uint64_t;

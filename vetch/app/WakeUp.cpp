@@ -1,7 +1,5 @@
 #include "vetch/app/WakeUp.h"
 
-#include "vetch/app/Loop.h"
-
 #include <mutex>
 
 namespace vetch {

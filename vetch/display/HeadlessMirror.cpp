@@ -97,18 +97,18 @@ std::vector<HandlerToken> HeadlessMirror::OtherActiveWindows(LooperToken token) 
     return others;
 }
 
-std::vector<HeadlessDisplay::WindowState> HeadlessMirror::States() const
+std::vector<ShownWindow> HeadlessMirror::States() const
 {
-    std::vector<HeadlessDisplay::WindowState> states;
+    std::vector<ShownWindow> states;
     for (const auto& [token, window] : windows)
         states.push_back(State(window));
-    std::ranges::sort(states, {}, &HeadlessDisplay::WindowState::number);
+    std::ranges::sort(states, {}, &ShownWindow::number);
     return states;
 }
 
-HeadlessDisplay::WindowState HeadlessMirror::State(const Window& window)
+ShownWindow HeadlessMirror::State(const Window& window)
 {
-    HeadlessDisplay::WindowState state = window.state;
+    ShownWindow state = window.state;
     if (const View* view = FindList(window)) {
         state.list = view->list;
         state.list->focus = view->description.view == window.focus;
@@ -121,7 +121,7 @@ HeadlessDisplay::WindowState HeadlessMirror::State(const Window& window)
         state.controls.back().focus = token == window.focus;
         state.controls.back().frame = view.description.frame;
     }
-    std::ranges::sort(state.controls, {}, &HeadlessDisplay::ControlState::item);
+    std::ranges::sort(state.controls, {}, &ShownControl::item);
     return state;
 }
 

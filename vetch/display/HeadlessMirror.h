@@ -1,7 +1,8 @@
 // What the headless display was told: windows, their views, and what these show.
 #pragma once
 
-#include "vetch/display/HeadlessDisplay.h"
+#include "vetch/display/Display.h"
+#include "vetch/display/ShownState.h"
 
 #include <map>
 #include <vector>
@@ -14,11 +15,11 @@ class HeadlessMirror {
 public:
     struct View {
         ViewDescription description;
-        HeadlessDisplay::ListState list;
-        HeadlessDisplay::ControlState control;
+        ShownList list;
+        ShownControl control;
     };
     struct Window {
-        HeadlessDisplay::WindowState state;
+        ShownWindow state;
         HandlerToken handler = kNoHandler;
         HandlerToken focus = kNoHandler;
         bool shownOnce = false;
@@ -37,10 +38,10 @@ public:
     static const View* FindControl(const Window& window, long item, ViewDescription::Kind kind);
 
     std::vector<HandlerToken> OtherActiveWindows(LooperToken window) const;
-    std::vector<HeadlessDisplay::WindowState> States() const; // by number
+    std::vector<ShownWindow> States() const; // by number
 
 private:
-    static HeadlessDisplay::WindowState State(const Window& window);
+    static ShownWindow State(const Window& window);
 
     std::map<LooperToken, Window> windows;
     std::map<HandlerToken, LooperToken> windowOfView;

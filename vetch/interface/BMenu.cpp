@@ -52,3 +52,20 @@ void BMenu::SetFont(const BFont* newFont)
 {
     font = *newFont;
 }
+
+// Items: here, since one may own a menu as a menu owns items.
+
+BMenuItem::BMenuItem(const char* label, BMessage* message, char key, uint32 modifiers)
+    : label(label == nullptr ? "" : label), message(message), key(key), modifiers(modifiers)
+{
+}
+
+BMenuItem::BMenuItem(BMenu* submenu) : label(submenu->Name()), submenu(submenu) {}
+
+BMenuItem::~BMenuItem() = default;
+
+void BMenuItem::SetShortcut(char newKey, uint32 newModifiers)
+{
+    key = newKey;
+    modifiers = newModifiers;
+}

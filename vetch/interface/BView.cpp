@@ -1,7 +1,6 @@
 #include "vetch/interface/BView.h"
 
 #include "vetch/display/Display.h"
-#include "vetch/interface/BWindow.h"
 #include "vetch/interface/NibControls.h"
 
 namespace {
@@ -30,16 +29,6 @@ BRect BView::Bounds() const
 BRect BView::Frame() const
 {
     return frame;
-}
-
-void BView::MakeFocus(bool focus)
-{
-    if (window == nullptr)
-        return;
-    if (focus)
-        window->SetFocus(this);
-    else if (window->FocusView() == this)
-        window->SetFocus(nullptr);
 }
 
 void BView::AddChild(BView* child)
@@ -89,33 +78,12 @@ bool BView::SetUpFromNib(const vetch::NibControl&)
     return false;
 }
 
-vetch::ViewDescription BView::Description() const
-{
-    vetch::ViewDescription description;
-    description.window = window->LooperToken();
-    description.view = Token();
-    description.item = item;
-    description.frame = FrameInWindow();
-    description.fontSize = font.Size();
-    description.followsWindow = resizingMode == B_FOLLOW_ALL_SIDES;
-    return description;
-}
-
 BRect BView::FrameInWindow() const
 {
     BRect inWindow = frame;
     for (const BView* ancestor = parent; ancestor != nullptr; ancestor = ancestor->parent)
         inWindow = MovedBy(inWindow, ancestor->frame.left, ancestor->frame.top);
     return inWindow;
-}
-
-void BView::Join(BWindow* newWindow)
-{
-    window = newWindow;
-    SetLooper(newWindow);
-    AttachedToWindow();
-    for (const auto& child : children)
-        child->Join(newWindow);
 }
 
 void BView::SetFrame(BRect newFrame)

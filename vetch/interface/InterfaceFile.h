@@ -5,7 +5,6 @@
 #pragma once
 
 #include "vetch/display/Display.h"
-#include "vetch/interface/BView.h"
 #include "vetch/support/Geometry.h"
 
 #include <functional>
@@ -13,6 +12,7 @@
 #include <string>
 #include <vector>
 
+class BView;
 struct __CFBundle;
 
 namespace vetch {

@@ -184,4 +184,9 @@ long InterfaceFileReader::LineOf(std::ptrdiff_t offset) const
     return 1 + std::count(content.begin(), content.begin() + end, '\n');
 }
 
+std::optional<NibPart> ReadInterfaceFile(const std::string& path, const std::string& part)
+{
+    return InterfaceFileReader(path).Read(part);
+}
+
 } // namespace vetch

@@ -1,30 +1,8 @@
 #include "vetch/interface/NibControls.h"
 
-#include "vetch/interface/BStringView.h"
-
 #include <algorithm>
 
 namespace vetch {
-
-namespace {
-
-bool StandsByItself(const NibControl& control)
-{
-    return control.kind == ViewDescription::Kind::Label || control.kind == ViewDescription::Kind::Group;
-}
-
-} // namespace
-
-void NibControls::Lay(BView& view, const NibPart& part)
-{
-    view.nib = std::make_unique<NibControls>();
-    for (const NibControl& control : part.controls) {
-        if (StandsByItself(control))
-            view.AddChild(new BStringView(control));
-        else
-            view.nib->controls.push_back(control);
-    }
-}
 
 const NibControl* NibControls::Find(long item) const
 {

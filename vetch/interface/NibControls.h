@@ -5,6 +5,8 @@
 
 #include <vector>
 
+class BView;
+
 namespace vetch {
 
 class NibControls {

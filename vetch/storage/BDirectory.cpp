@@ -60,3 +60,21 @@ status_t BDirectory::GetEntry(BEntry* entry) const
 {
     return entry == nullptr ? B_ERROR : entry->SetTo(path.c_str());
 }
+
+// An entry by its directory: here, since an entry need not know what a directory is.
+
+BEntry::BEntry(const BDirectory* directory, const char* leaf, bool traverse)
+{
+    SetTo(directory, leaf, traverse);
+}
+
+status_t BEntry::SetTo(const BDirectory* directory, const char* leaf, bool traverse)
+{
+    const bool usable = directory != nullptr && leaf != nullptr && *leaf != '\0';
+    if (usable && *leaf == '/')
+        return SetTo(leaf, traverse);
+    if (usable && directory->InitCheck() == B_OK)
+        return SetTo((directory->path + "/" + leaf).c_str(), traverse);
+    Unset();
+    return status;
+}

@@ -1,6 +1,5 @@
 #include "vetch/storage/BEntry.h"
 
-#include "vetch/storage/BDirectory.h"
 #include "vetch/storage/BPath.h"
 #include "vetch/storage/EntryRef.h"
 #include "vetch/storage/Normalise.h"
@@ -34,11 +33,6 @@ BEntry::BEntry(const char* path, bool traverse)
     SetTo(path, traverse);
 }
 
-BEntry::BEntry(const BDirectory* directory, const char* leaf, bool traverse)
-{
-    SetTo(directory, leaf, traverse);
-}
-
 BEntry::BEntry(const EntryRef* ref, bool traverse)
 {
     SetTo(ref, traverse);
@@ -52,17 +46,6 @@ status_t BEntry::SetTo(const char* newPath, bool traverse)
         status = B_ERROR;
     else
         status = Exists() ? B_OK : B_ENTRY_NOT_FOUND;
-    return status;
-}
-
-status_t BEntry::SetTo(const BDirectory* directory, const char* leaf, bool traverse)
-{
-    const bool usable = directory != nullptr && leaf != nullptr && *leaf != '\0';
-    if (usable && *leaf == '/')
-        return SetTo(leaf, traverse);
-    if (usable && directory->InitCheck() == B_OK)
-        return SetTo((directory->path + "/" + leaf).c_str(), traverse);
-    Unset();
     return status;
 }
 
@@ -106,6 +89,13 @@ status_t BEntry::GetPath(BPath* result) const
         return B_ERROR;
     *result = BPath(path.c_str());
     return path.empty() ? B_ERROR : B_OK;
+}
+
+// Here, since a path need not know what an entry is.
+BPath::BPath(const BEntry* entry)
+{
+    if (entry != nullptr)
+        entry->GetPath(this);
 }
 
 status_t BEntry::GetRef(EntryRef* ref) const

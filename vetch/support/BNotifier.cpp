@@ -11,6 +11,13 @@ BNotifier::~BNotifier()
             std::erase(watch.receiver->watched, this);
 }
 
+// Here, since a receiver need not know what a notifier is.
+vetch::NoticeReceiver::~NoticeReceiver()
+{
+    for (BNotifier* notifier : watched)
+        notifier->Forget(this);
+}
+
 void BNotifier::SendNotices(uint32 what, const BMessage* message)
 {
     bool died = false;

@@ -1,5 +1,6 @@
 #include "wren/core/BackgroundWork.h"
 
+#include "vetch/app/BLooper.h"
 #include "vetch/app/Loop.h"
 #include "vetch/support/FThread.h"
 #include "vetch/support/ThreadStart.h"
