@@ -1,9 +1,9 @@
 #include "completion/CompletionWindow.h"
 
-#include "completion/ClickFilter.h"
 #include "completion/ListCandidates.h"
 #include "plugin/PluginInterface.h"
 #include "tags/Tags.h"
+#include "vetch/app/BMessageFilter.h"
 #include "vetch/app/Modifiers.h"
 #include "vetch/interface/BListItem.h"
 
@@ -32,6 +32,22 @@ bool ReadKey(const BMessage& keyDown, char& key, int32& modifiers)
     key = static_cast<char>(byte);
     return true;
 }
+
+// Gives the keyboard to the list when it is clicked. Stands on the list, which owns it. Window's thread.
+class ClickFilter : public BMessageFilter {
+public:
+    explicit ClickFilter(CompletionWindow* window) : BMessageFilter(B_ANY_DELIVERY, B_ANY_SOURCE), window(window) {}
+
+    filter_result Filter(BMessage* message, BHandler**) override
+    {
+        if (message->what == B_MOUSE_DOWN)
+            window->SetFocus(true);
+        return B_DISPATCH_MESSAGE;
+    }
+
+private:
+    CompletionWindow* window;
+};
 
 } // namespace
 

@@ -1,6 +1,5 @@
 #include "wren/core/KeyLines.h"
 
-#include "wren/core/Preferences.h"
 #include "wren/core/SettingsStore.h"
 
 #include <algorithm>
@@ -121,7 +120,7 @@ Texts CommandsOf(const CommandKeys& keys)
 // The default ones first, with and without keys; then the others.
 Texts AllCommands(const CommandKeys& keys)
 {
-    CommandKeys all = PreferenceValues::DefaultKeys();
+    CommandKeys all = DefaultKeys();
     all.insert(all.end(), keys.begin(), keys.end());
     return CommandsOf(all);
 }
@@ -158,6 +157,13 @@ std::string ReadCommand(const std::string& word, CommandKeys* keys)
 
 } // namespace
 
+CommandKeys DefaultKeys()
+{
+    return {{"SymbolCompletion", "Ctrl+."}, {"SymbolCompletion", "Ctrl+Space"},
+            {"DeclarationLookup", "F12"},   {"DefinitionLookup", "Ctrl+F12"},
+            {"GoBack", "Alt+Left"},         {"GoForward", "Alt+Right"}};
+}
+
 bool IsKey(const std::string& text)
 {
     const std::string_view key = StrokeOf(text).key;
@@ -172,7 +178,7 @@ bool IsForTexts(const std::string& key)
 
 std::string ReadKeys(const std::string& text, CommandKeys* keys)
 {
-    CommandKeys read = PreferenceValues::DefaultKeys();
+    CommandKeys read = DefaultKeys();
     for (const std::string& word : SplitAtBlanks(text))
         if (std::string problem = ReadCommand(word, &read); !problem.empty())
             return problem;
@@ -185,7 +191,7 @@ std::string WrittenKeys(const CommandKeys& keys)
     std::string text;
     for (const std::string& command : AllCommands(keys)) {
         const Texts own = KeysOf(keys, command);
-        if (own == KeysOf(PreferenceValues::DefaultKeys(), command))
+        if (own == KeysOf(DefaultKeys(), command))
             continue;
         text += (text.empty() ? "" : " ") + Encoded(command) + "=";
         for (size_t i = 0; i < own.size(); ++i)

@@ -9,6 +9,15 @@ namespace wren {
 
 using CommandKeys = std::vector<std::pair<std::string, std::string>>; // as in PreferenceValues::keys
 
+CommandKeys DefaultKeys();
+
+// Whether the text is a key, alone or with "Ctrl+", "Shift+", "Alt+" and "Meta+" before it.
+bool IsKey(const std::string& text);
+
+// Whether this key types or moves in a text: characters, arrows and the like, alone or with "Shift+". No command can
+// have it.
+bool IsForTexts(const std::string& key);
+
 // Replaces the keys of the commands that the text names ("DeclarationLookup=F12 GoBack=") in the default ones. Answers
 // what makes no sense, with '*keys' untouched, or "".
 std::string ReadKeys(const std::string& text, CommandKeys* keys);

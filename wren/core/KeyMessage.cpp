@@ -1,7 +1,6 @@
 #include "wren/core/KeyMessage.h"
 
 #include "vetch/app/Modifiers.h"
-#include "wren/core/PluginEvents.h"
 
 namespace wren {
 

@@ -164,13 +164,6 @@ std::string ValueIn(const std::string& line)
 
 } // namespace
 
-std::vector<std::pair<std::string, std::string>> PreferenceValues::DefaultKeys()
-{
-    return {{"SymbolCompletion", "Ctrl+."}, {"SymbolCompletion", "Ctrl+Space"},
-            {"DeclarationLookup", "F12"},   {"DefinitionLookup", "Ctrl+F12"},
-            {"GoBack", "Alt+Left"},         {"GoForward", "Alt+Right"}};
-}
-
 void Preferences::Set(const PreferenceValues& chosen)
 {
     for (const Form& form : kForms)

@@ -1,6 +1,7 @@
 // What the user has chosen of how the editor looks and behaves.
 #pragma once
 
+#include "wren/core/KeyLines.h"
 #include "wren/core/OwnSettings.h"
 
 #include <map>
@@ -55,18 +56,10 @@ struct PreferenceValues {
     // A command and one of its keys, in the notation of menus ("Ctrl+.", "F12"). A command may have several; the first
     // is the one that menus show and that the plug-in is told of. A command without any is not named. A key that two
     // commands have runs the one that is named first.
-    std::vector<std::pair<std::string, std::string>> keys = DefaultKeys();
-    static std::vector<std::pair<std::string, std::string>> DefaultKeys();
+    CommandKeys keys = DefaultKeys();
 
     bool operator==(const PreferenceValues&) const = default;
 };
-
-// Whether the text is a key, alone or with "Ctrl+", "Shift+", "Alt+" and "Meta+" before it.
-bool IsKey(const std::string& text);
-
-// Whether texts are written and gone about in with this key: characters, arrows and the like, alone or with "Shift+".
-// No command can have it.
-bool IsForTexts(const std::string& key);
 
 // Document thread.
 class Preferences : public OwnSettings {

@@ -3,7 +3,6 @@
 #include "wren/core/TextChange.h"
 #include "wren/desktop/editor/Braces.h"
 #include "wren/desktop/editor/CodeLexer.h"
-#include "wren/desktop/editor/CodeViewStore.h"
 
 #include <QFontMetrics>
 #include <QMouseEvent>
@@ -100,11 +99,6 @@ void CodeView::SetClient(CodeViewClient* newClient)
     changeUntold = false;
     toldCaret = Caret();
     toldModified = IsModified();
-}
-
-std::unique_ptr<TextStore> CodeView::MakeStore()
-{
-    return std::make_unique<Store>(self);
 }
 
 // ---------------------------------------------------------------------------------------------------------- The text

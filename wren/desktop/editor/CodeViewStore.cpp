@@ -94,4 +94,10 @@ std::optional<std::string> CodeView::Store::Undo()
     return name;
 }
 
+// Here, since a view need not know how documents see it.
+std::unique_ptr<TextStore> CodeView::MakeStore()
+{
+    return std::make_unique<Store>(self);
+}
+
 } // namespace wren

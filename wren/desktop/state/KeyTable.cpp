@@ -85,7 +85,7 @@ protected:
 } // namespace
 
 KeyTable::KeyTable(QWidget* parent)
-    : QWidget(parent), table(new QTableWidget), conflicts(new QLabel), values(PreferenceValues::DefaultKeys())
+    : QWidget(parent), table(new QTableWidget), conflicts(new QLabel), values(DefaultKeys())
 {
     table->verticalHeader()->hide();
     table->setSelectionMode(QAbstractItemView::NoSelection);
@@ -97,7 +97,7 @@ KeyTable::KeyTable(QWidget* parent)
     auto* reset = new QPushButton(tr("Default &keys"));
     reset->setObjectName("reset");
     connect(reset, &QPushButton::clicked, this, [this] {
-        SetValues(PreferenceValues::DefaultKeys());
+        SetValues(DefaultKeys());
         emit Changed();
     });
     auto* below = new QHBoxLayout;
@@ -140,7 +140,7 @@ KeyTable::Keys KeyTable::Values() const
 
 void KeyTable::Rebuild()
 {
-    Keys all = PreferenceValues::DefaultKeys();
+    Keys all = DefaultKeys();
     all.insert(all.end(), values.begin(), values.end());
     for (const std::string& name : registered)
         all.emplace_back(name, "");
