@@ -32,29 +32,29 @@ std::string MoveCommand(const std::string& command, const std::string& directory
     return "mv " + EscapedPath(directory + "/tags.tmp") + " " + EscapedPath(directory + "/tags");
 }
 
-void Paste(PluginInterface* pi, const std::string& text)
+void Paste(PluginInterface* host, const std::string& text)
 {
-    pi->AppendToWorksheet(text.c_str(), true, true, true);
+    host->AppendToWorksheet(text.c_str(), true, true, true);
 }
 
-void PasteCommand(PluginInterface* pi, const BEntry& directory, bool installed, std::string command)
+void PasteCommand(PluginInterface* host, const BEntry& directory, bool installed, std::string command)
 {
-    BuildTagString(pi, directory, installed, command);
-    Paste(pi, command);
+    BuildTagString(host, directory, installed, command);
+    Paste(host, command);
 }
 
-void PasteInstallHint(PluginInterface* pi)
+void PasteInstallHint(PluginInterface* host)
 {
     std::string command = kInstallCtags;
-    ReplaceAll(command, "$(CTAGS_TO_INSTALL)", CTagsInWrenPath(pi).c_str());
-    Paste(pi, command);
+    ReplaceAll(command, "$(CTAGS_TO_INSTALL)", CTagsInWrenPath(host).c_str());
+    Paste(host, command);
 }
 
 } // namespace
 
 // All requests for one directory share one temporary file. Two at once get into each other's way; whoever is last has
 // the last word.
-void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second,
+void CreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second,
                 const vetch::ShellRequest& request)
 {
     const bool installed = CTagsAreInstalled();
@@ -63,56 +63,56 @@ void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, 
     if (second != nullptr && *second != '\0')
         commands.push_back(second);
     for (std::string& command : commands) {
-        BuildTagTmpLocationString(pi, (path + "/tags.tmp").c_str(), command);
-        BuildTagString(pi, directory, installed, command);
+        BuildTagTmpLocationString(host, (path + "/tags.tmp").c_str(), command);
+        BuildTagString(host, directory, installed, command);
     }
     commands.push_back(MoveCommand(commands[0], path));
     StartCreateTagsTask(std::move(commands), request);
 }
 
-void CreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second)
+void CreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second)
 {
-    CreateTags(pi, directory, main, second, vetch::ShellRequest());
+    CreateTags(host, directory, main, second, vetch::ShellRequest());
 }
 
-void CreateTags(PluginInterface* pi, bool system, bool local)
+void CreateTags(PluginInterface* host, bool system, bool local)
 {
     BEntry directory;
-    GetTargetParentDir(pi, directory);
+    GetTargetParentDir(host, directory);
     if (system)
-        CreateTags(pi, directory, kGenerateSystemCtags, SecondSystemTemplate(pi));
+        CreateTags(host, directory, kGenerateSystemCtags, SecondSystemTemplate(host));
     if (local)
-        CreateTags(pi, directory, kGenerateLocalCtags, nullptr);
+        CreateTags(host, directory, kGenerateLocalCtags, nullptr);
 }
 
-void HelpCreateTags(PluginInterface* pi, const BEntry& directory, const char* main, const char* second, bool& hint)
+void HelpCreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second, bool& hint)
 {
     const bool installed = CTagsAreInstalled();
     // Looked for once more: whoever installs it right now, as an earlier hint said, is not told to. The commands then
     // name the bundle's copy all the same, which does no harm.
     if (!installed && hint && !CTagsAreInstalled())
-        PasteInstallHint(pi);
+        PasteInstallHint(host);
     hint = false; // also when there was nothing to paste: a request hints with its first command or not at all
-    PasteCommand(pi, directory, installed, main);
+    PasteCommand(host, directory, installed, main);
     if (second != nullptr)
-        PasteCommand(pi, directory, installed, second);
+        PasteCommand(host, directory, installed, second);
 }
 
-void HelpCreateTags(PluginInterface* pi, bool system, bool local)
+void HelpCreateTags(PluginInterface* host, bool system, bool local)
 {
     BEntry directory;
-    GetTargetParentDir(pi, directory);
+    GetTargetParentDir(host, directory);
     bool hint = true;
     if (system)
-        HelpCreateTags(pi, directory, kGenerateSystemCtags, SecondSystemTemplate(pi), hint);
+        HelpCreateTags(host, directory, kGenerateSystemCtags, SecondSystemTemplate(host), hint);
     if (local)
-        HelpCreateTags(pi, directory, kGenerateLocalCtags, nullptr, hint);
+        HelpCreateTags(host, directory, kGenerateLocalCtags, nullptr, hint);
 }
 
-void CreateLocalTags(PluginInterface* pi)
+void CreateLocalTags(PluginInterface* host)
 {
     BEntry directory;
-    GetTargetParentDir(pi, directory);
+    GetTargetParentDir(host, directory);
     EntryRef start;
     directory.GetRef(&start);
     const BMessenger application(be_app);
@@ -124,20 +124,20 @@ void CreateLocalTags(PluginInterface* pi)
     panel->Show();
 }
 
-void CreateOrUpdateLocalTags(PluginInterface* pi)
+void CreateOrUpdateLocalTags(PluginInterface* host)
 {
     BEntry tags;
-    GetTargetParentDir(pi, tags);
+    GetTargetParentDir(host, tags);
     if (!FindTags(&tags))
-        return CreateLocalTags(pi);
+        return CreateLocalTags(host);
     BEntry directory;
     tags.GetParent(&directory);
-    CreateTags(pi, directory, kGenerateLocalCtags, nullptr);
+    CreateTags(host, directory, kGenerateLocalCtags, nullptr);
 }
 
-void HandleCreateTagsDirectorySelected(PluginInterface* pi, const BMessage* message)
+void HandleCreateTagsDirectorySelected(PluginInterface* host, const BMessage* message)
 {
     EntryRef chosen;
     if (message->FindRef("refs", &chosen) == B_OK)
-        CreateTags(pi, BEntry(&chosen, true), kGenerateLocalCtags, nullptr);
+        CreateTags(host, BEntry(&chosen, true), kGenerateLocalCtags, nullptr);
 }

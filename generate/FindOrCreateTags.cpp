@@ -14,15 +14,15 @@ const char* const kNoTagsText = "There are no local or system tags files. Would 
 
 enum Answer : long { kCancel, kGenerate, kPaste };
 
-void OfferToCreateTags(PluginInterface* plugin)
+void OfferToCreateTags(PluginInterface* host)
 {
     auto* alert = new BAlert("DeclarationLookup", kNoTagsText, "Cancel", "Generate tags", "Paste command");
     switch (alert->Go()) { // the alert deletes itself
     case kGenerate:
-        CreateTags(plugin, true, true);
+        CreateTags(host, true, true);
         break;
     case kPaste:
-        HelpCreateTags(plugin, true, true);
+        HelpCreateTags(host, true, true);
         break;
     default:
         break;
@@ -31,11 +31,11 @@ void OfferToCreateTags(PluginInterface* plugin)
 
 } // namespace
 
-bool FindOrCreateTags(PluginInterface* plugin, BEntry& localTags, BEntry& systemTags)
+bool FindOrCreateTags(PluginInterface* host, BEntry& localTags, BEntry& systemTags)
 {
-    if (FindTags(plugin, localTags, systemTags))
+    if (FindTags(host, localTags, systemTags))
         return true;
     // Whatever the answer, there are no tags yet: they are made in the background, or by the user.
-    OfferToCreateTags(plugin);
+    OfferToCreateTags(host);
     return false;
 }

@@ -49,23 +49,23 @@ const char* ProgramOfEnvironment()
     return path != nullptr && ::stat(path, &status) == 0 ? path : nullptr;
 }
 
-void InsertSettings(PluginInterface* pi, std::string& text)
+void InsertSettings(PluginInterface* host, std::string& text)
 {
     const DeclarationSettings& settings = *DeclarationSettings::Instance();
-    ReplaceAll(text, "$(EXCLUDE_GCC)", NeedGCCIncludes(pi) ? " -and ! ( -path $(GCC_EXCLUDE_DIRECTORY) ) " : "");
+    ReplaceAll(text, "$(EXCLUDE_GCC)", NeedGCCIncludes(host) ? " -and ! ( -path $(GCC_EXCLUDE_DIRECTORY) ) " : "");
     ReplaceAll(text, "$(SYSTEM_HEADERS_WHERE)", settings.ScanSystemDirectories());
     ReplaceAll(text, "$(IGNORE_STRINGS)", settings.IgnoreStrings());
     ReplaceAll(text, "$(FILES_TO_INDEX_WILDCARDS)", WildcardClauses(settings.IndexSuffixes()).c_str());
 }
 
-void InsertProgram(PluginInterface* pi, bool installed, std::string& text)
+void InsertProgram(PluginInterface* host, bool installed, std::string& text)
 {
     if (const char* path = ProgramOfEnvironment())
         ReplaceAllWithPath(text, kProgram, path);
     else if (installed)
         ReplaceAllWithPath(text, kProgram, "cplustags");
     else
-        ReplaceAll(text, kProgram, CTagsInWrenPath(pi).c_str());
+        ReplaceAll(text, kProgram, CTagsInWrenPath(host).c_str());
 }
 
 } // namespace
@@ -83,14 +83,14 @@ bool NeedGCCIncludes(PluginInterface*)
     return std::strstr(DeclarationSettings::Instance()->ScanSystemDirectories(), "/usr/include") != nullptr;
 }
 
-const char* SecondSystemTemplate(PluginInterface* pi)
+const char* SecondSystemTemplate(PluginInterface* host)
 {
-    return NeedGCCIncludes(pi) ? kIncludeSpecificCompiler : nullptr;
+    return NeedGCCIncludes(host) ? kIncludeSpecificCompiler : nullptr;
 }
 
-std::string CTagsInWrenPath(PluginInterface* pi)
+std::string CTagsInWrenPath(PluginInterface* host)
 {
-    const Owned<CFURLRef> resources(CFBundleCopyResourcesDirectoryURL(pi->bundle));
+    const Owned<CFURLRef> resources(CFBundleCopyResourcesDirectoryURL(host->bundle));
     const Owned<CFURLRef> absolute(CFURLCopyAbsoluteURL(resources.get()));
     const Owned<CFStringRef> path(CFURLCopyFileSystemPath(absolute.get(), kCFURLPOSIXPathStyle));
     return path == nullptr ? "" : EscapedPath(FromCFString(path.get()) + "/cplustags");
@@ -104,15 +104,15 @@ void BuildTagTmpLocationString(PluginInterface*, const char* localTemp, std::str
 
 // The order matters: settings come first, so what they name by a placeholder is filled in, and the parentheses of the
 // whole text, those of 'find', are escaped when all of it is there.
-void BuildTagString(PluginInterface* pi, const BEntry& directory, bool installed, std::string& text)
+void BuildTagString(PluginInterface* host, const BEntry& directory, bool installed, std::string& text)
 {
-    InsertSettings(pi, text);
+    InsertSettings(host, text);
     ReplaceAllWithPath(text, kSystemDestination, kSystemTags);
     // Seen from the directory of the shell that it is pasted into, which need not be the one that is indexed.
     ReplaceAll(text, kLocalDestination, "./tags");
     ReplaceAllWithPath(text, "$(LOCAL_HEADERS_WHERE)", BPath(&directory).Path());
     ReplaceAllWithPath(text, "$(GCC_EXCLUDE_DIRECTORY)", "/usr/include/gcc/darwin*"); // for 'find' to match
     ReplaceAllWithPath(text, "$(GCC_INCLUDE_DIRECTORY)", "/usr/include/gcc/darwin/default/");
-    InsertProgram(pi, installed, text);
+    InsertProgram(host, installed, text);
     ShellEscapeString(text);
 }

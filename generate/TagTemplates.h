@@ -39,21 +39,21 @@ inline constexpr char kSystemTagsTemporary[] = "~/Library/Caches/SystemHeaderTag
 //
 // Paths are escaped for the shell; the texts of the settings are inserted as they stand, so that users can write there
 // whatever 'find' and the shell understand.
-void BuildTagString(PluginInterface* pi, const BEntry& directory, bool installed, std::string& text);
+void BuildTagString(PluginInterface* host, const BEntry& directory, bool installed, std::string& text);
 
 // Has a template make its tags in temporary files: those of the system beside their file, local ones in 'localTemp'.
 // For commands that are run, before BuildTagString().
-void BuildTagTmpLocationString(PluginInterface* pi, const char* localTemp, std::string& text);
+void BuildTagTmpLocationString(PluginInterface* host, const char* localTemp, std::string& text);
 
 // Puts the path, escaped for the shell, in place of each placeholder; answers a copy of the result.
 std::string ReplaceAllWithPath(std::string& text, const char* placeholder, const char* path);
 
 // Whether the compiler's own headers are indexed: they are when /usr/include stands anywhere among the system
 // directories of the settings.
-bool NeedGCCIncludes(PluginInterface* pi);
+bool NeedGCCIncludes(PluginInterface* host);
 
 // The template that completes kGenerateSystemCtags: kIncludeSpecificCompiler when it is needed, else null.
-const char* SecondSystemTemplate(PluginInterface* pi);
+const char* SecondSystemTemplate(PluginInterface* host);
 
 // The tags program in the bundle, escaped for the shell; "" when the bundle has no resources.
-std::string CTagsInWrenPath(PluginInterface* pi);
+std::string CTagsInWrenPath(PluginInterface* host);

@@ -15,13 +15,13 @@ vetch::ShellRequest BecauseOf(const TagFile& tags)
 
 } // namespace
 
-void Tags::UpdateIfNeeded(PluginInterface* plugin)
+void Tags::UpdateIfNeeded(PluginInterface* host)
 {
     BEntry directory(local.Path().Path(), true);
     directory.GetParent(&directory);
     if (local.OutOfDate())
-        CreateTags(plugin, directory, kGenerateLocalCtags, nullptr, BecauseOf(local));
+        CreateTags(host, directory, kGenerateLocalCtags, nullptr, BecauseOf(local));
     // The system's command lines name absolute places only, so the local directory serves them as well.
     if (system.OutOfDate())
-        CreateTags(plugin, directory, kGenerateSystemCtags, SecondSystemTemplate(plugin), BecauseOf(system));
+        CreateTags(host, directory, kGenerateSystemCtags, SecondSystemTemplate(host), BecauseOf(system));
 }

@@ -21,84 +21,85 @@ struct Item {
     const char* label;
     const char* command; // whose bound key is shown; null for none
     bool needsWord;
-    void (*run)(PluginInterface* pi);
+    void (*run)(PluginInterface* host);
 };
 
 const Item kItems[] = {
-    {"Look up symbol", "SymbolLookup", true, [](PluginInterface* pi) { SelectionSymbolLookup(pi, false, kLookUpAny); }},
+    {"Look up symbol", "SymbolLookup", true,
+     [](PluginInterface* host) { SelectionSymbolLookup(host, false, kLookUpAny); }},
     {"Look up declaration", "DeclarationLookup", false,
-     [](PluginInterface* pi) { SelectionSymbolLookup(pi, false, kLookUpDeclarations); }},
+     [](PluginInterface* host) { SelectionSymbolLookup(host, false, kLookUpDeclarations); }},
     {"Look up definition", "DefinitionLookup", false,
-     [](PluginInterface* pi) { SelectionSymbolLookup(pi, false, kLookUpDefinitions); }},
+     [](PluginInterface* host) { SelectionSymbolLookup(host, false, kLookUpDefinitions); }},
     {"Look up...", "SymbolLookupDialog", false,
-     [](PluginInterface* pi) { SelectionSymbolLookup(pi, true, kLookUpAny); }},
+     [](PluginInterface* host) { SelectionSymbolLookup(host, true, kLookUpAny); }},
     // No commands, so no keys. The third makes the system's tags alone, the fourth pastes the lines for both files: who
     // runs them by hand picks out what is wanted.
     {"Create local tags...", nullptr, false, CreateLocalTags},
     {"Update local tags", nullptr, false, CreateOrUpdateLocalTags},
-    {"Create or update system tags", nullptr, false, [](PluginInterface* pi) { CreateTags(pi, true, false); }},
-    {"Help create tags in Worksheet", nullptr, false, [](PluginInterface* pi) { HelpCreateTags(pi, true, true); }},
+    {"Create or update system tags", nullptr, false, [](PluginInterface* host) { CreateTags(host, true, false); }},
+    {"Help create tags in Worksheet", nullptr, false, [](PluginInterface* host) { HelpCreateTags(host, true, true); }},
     // Chosen here, completion runs without the mark of the named command: the list it opens closes at the next
     // editing key.
     {"Complete symbol", "SymbolCompletion", true, SelectionSuggestCompletions},
 };
 
 // An identifier touches the end of the selection. The start is not asked for: a selection that spans words has one too.
-bool HasWord(PluginInterface* pi)
+bool HasWord(PluginInterface* host)
 {
     long start = 0;
     long end = 0;
-    pi->GetSelection(&start, &end);
+    host->GetSelection(&start, &end);
     std::string word;
-    return ScanForWord(pi, end, end, word);
+    return ScanForWord(host, end, end, word);
 }
 
-void AddItems(PluginInterface* pi, BMenu& menu)
+void AddItems(PluginInterface* host, BMenu& menu)
 {
-    const bool hasWord = HasWord(pi);
+    const bool hasWord = HasWord(host);
     for (const Item& item : kItems) {
         auto* row = new BMenuItem(item.label, nullptr);
         if (item.command != nullptr)
-            SetModifiersIfDefined(pi, row, item.command);
+            SetModifiersIfDefined(host, row, item.command);
         if (item.needsWord)
             row->SetEnabled(hasWord);
         menu.AddItem(row);
     }
 }
 
-BPoint MenuPlace(PluginInterface* pi)
+BPoint MenuPlace(PluginInterface* host)
 {
-    const BRect button = pi->ButtonFrame();
+    const BRect button = host->ButtonFrame();
     BPoint place = {button.left, button.bottom};
-    if (pi->window != nullptr)
-        place = pi->window->ConvertToScreen(place);
+    if (host->window != nullptr)
+        place = host->window->ConvertToScreen(place);
     place.y += kBelowButton;
     return place;
 }
 
 } // namespace
 
-void RunButtonMenu(PluginInterface* pi)
+void RunButtonMenu(PluginInterface* host)
 {
     BPopUpMenu menu("declarationPopUp", false, false);
     BFont font = *be_plain_font;
     font.SetSize(kMenuFontSize);
     menu.SetFont(&font);
-    AddItems(pi, menu);
+    AddItems(host, menu);
 
-    BMenuItem* chosen = menu.Go(MenuPlace(pi), false, false, false);
+    BMenuItem* chosen = menu.Go(MenuPlace(host), false, false, false);
     if (chosen == nullptr)
         return;
     const long index = menu.IndexOf(chosen);
     if (index >= 0 && index < static_cast<long>(std::size(kItems)))
-        kItems[index].run(pi);
+        kItems[index].run(host);
 }
 
-void SetModifiersIfDefined(PluginInterface* pi, BMenuItem* item, const char* command)
+void SetModifiersIfDefined(PluginInterface* host, BMenuItem* item, const char* command)
 {
     char key = 0;
     uint32 bits = 0;
-    pi->GetCommandShortcut(command, &key, &bits);
+    host->GetCommandShortcut(command, &key, &bits);
     if (key != 0)
         item->SetShortcut(key, bits);
 }

@@ -5,7 +5,7 @@ class BMenuItem;
 class PluginInterface;
 
 // Runs the menu and what the user chooses from it. Document thread.
-void RunButtonMenu(PluginInterface* pi);
+void RunButtonMenu(PluginInterface* host);
 
 // Shows the key that the user has bound to a named command; leaves the item alone when there is none.
-void SetModifiersIfDefined(PluginInterface* pi, BMenuItem* item, const char* command);
+void SetModifiersIfDefined(PluginInterface* host, BMenuItem* item, const char* command);

@@ -9,36 +9,36 @@
 
 namespace {
 
-void LookUpDeclaration(PluginInterface* pi)
+void LookUpDeclaration(PluginInterface* host)
 {
-    SelectionSymbolLookup(pi, false, kLookUpDeclarations);
+    SelectionSymbolLookup(host, false, kLookUpDeclarations);
 }
 
-void LookUpDefinition(PluginInterface* pi)
+void LookUpDefinition(PluginInterface* host)
 {
-    SelectionSymbolLookup(pi, false, kLookUpDefinitions);
+    SelectionSymbolLookup(host, false, kLookUpDefinitions);
 }
 
-void LookUp(PluginInterface* pi)
+void LookUp(PluginInterface* host)
 {
-    SelectionSymbolLookup(pi, false, kLookUpAny);
+    SelectionSymbolLookup(host, false, kLookUpAny);
 }
 
-void OpenLookupDialog(PluginInterface* pi)
+void OpenLookupDialog(PluginInterface* host)
 {
-    SelectionSymbolLookup(pi, true, kLookUpAny);
+    SelectionSymbolLookup(host, true, kLookUpAny);
 }
 
-void Complete(PluginInterface* pi)
+void Complete(PluginInterface* host)
 {
     gHandlingAutoCompletePrimitive = true;
-    SelectionSuggestCompletions(pi);
+    SelectionSuggestCompletions(host);
 }
 
 struct Command {
     const char* name;
     const char* help;
-    void (*run)(PluginInterface* pi);
+    void (*run)(PluginInterface* host);
 };
 
 // Users find the texts in the editor's help exactly like this, single and double blanks included.
@@ -59,17 +59,17 @@ const Command kCommands[] = {
 
 } // namespace
 
-void RegisterCommands(PluginInterface* pi)
+void RegisterCommands(PluginInterface* host)
 {
     for (const Command& command : kCommands)
-        pi->RegisterCommand(command.name, command.help);
+        host->RegisterCommand(command.name, command.help);
 }
 
-void RunCommand(PluginInterface* pi, const char* name)
+void RunCommand(PluginInterface* host, const char* name)
 {
     if (name == nullptr)
         return;
     for (const Command& command : kCommands)
         if (std::strcmp(command.name, name) == 0)
-            command.run(pi);
+            command.run(host);
 }

@@ -3,7 +3,7 @@
 
 class PluginInterface;
 
-void RegisterCommands(PluginInterface* pi); // tells the host their names and help texts
+void RegisterCommands(PluginInterface* host); // tells the host their names and help texts
 
 // Does nothing for a name that is none of the plug-in's, or null.
-void RunCommand(PluginInterface* pi, const char* name);
+void RunCommand(PluginInterface* host, const char* name);

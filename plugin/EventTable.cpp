@@ -31,18 +31,18 @@ const long kPluginFlags = 0x638;
 const long kFirstResourceID = 14000;
 const long kSecondResourceID = 14001;
 
-long FirstContact(PluginInterface* pi)
+long FirstContact(PluginInterface* host)
 {
-    pi->initReplyA = kInitReplyA;
-    pi->initReplyB = kInitReplyB;
+    host->initReplyA = kInitReplyA;
+    host->initReplyB = kInitReplyB;
     return kHandled;
 }
 
-long Registration(PluginInterface* pi)
+long Registration(PluginInterface* host)
 {
-    RegisterCommands(pi);
-    pi->SetPluginFlags(kPluginFlags);
-    DeclarationSettings::Instance()->Register(pi);
+    RegisterCommands(host);
+    host->SetPluginFlags(kPluginFlags);
+    DeclarationSettings::Instance()->Register(host);
     return kHandled;
 }
 
@@ -52,49 +52,49 @@ long Unload(PluginInterface*)
     return kNotHandled;
 }
 
-long ButtonClicked(PluginInterface* pi)
+long ButtonClicked(PluginInterface* host)
 {
     ClearActivation();
     CloseAnyPalettes();
-    SelectionSymbolLookup(pi, (modifiers() & B_OPTION_KEY) != 0, kLookUpAny);
+    SelectionSymbolLookup(host, (modifiers() & B_OPTION_KEY) != 0, kLookUpAny);
     return kHandled;
 }
 
-long ButtonMenuAsked(PluginInterface* pi)
+long ButtonMenuAsked(PluginInterface* host)
 {
     ClearActivation();
     CloseAnyPalettes();
-    RunButtonMenu(pi);
+    RunButtonMenu(host);
     return kHandled; // a dismissed menu as well: it has been shown
 }
 
-long NamedCommand(PluginInterface* pi)
+long NamedCommand(PluginInterface* host)
 {
     CloseAnyPalettes();
-    RunCommand(pi, pi->name); // an unknown name does nothing, and is handled all the same
-    pi->CommandDone(0);
+    RunCommand(host, host->name); // an unknown name does nothing, and is handled all the same
+    host->CommandDone(0);
     return kHandled;
 }
 
-long SettingsCommand(PluginInterface* pi)
+long SettingsCommand(PluginInterface* host)
 {
-    if (pi->settingsArgs == nullptr || *pi->settingsArgs == nullptr || **pi->settingsArgs == nullptr)
+    if (host->settingsArgs == nullptr || *host->settingsArgs == nullptr || **host->settingsArgs == nullptr)
         return kNotHandled;
-    return DeclarationSettings::Instance()->HandleSettingsCommand(pi, pi->settingsArgs) ? kHandled : kNotHandled;
+    return DeclarationSettings::Instance()->HandleSettingsCommand(host, host->settingsArgs) ? kHandled : kNotHandled;
 }
 
 // Only a chosen completion stands for input that the user gave to the document. A directory comes from a panel and a
 // key from a list that did not want it: those are acted on, and left for the host to go on with.
-long DocumentMessage(PluginInterface* pi)
+long DocumentMessage(PluginInterface* host)
 {
-    if (pi->message == nullptr)
+    if (host->message == nullptr)
         return kNotHandled;
-    switch (pi->message->what) {
+    switch (host->message->what) {
     case FourCC("gnlt"):
-        HandleCreateTagsDirectorySelected(pi, pi->message);
+        HandleCreateTagsDirectorySelected(host, host->message);
         return kNotHandled;
     case FourCC("ksel"):
-        CompletionSelected(pi, pi->message);
+        CompletionSelected(host, host->message);
         return kInputConsumed;
     case B_KEY_DOWN:
         CloseAnyPalettes();
@@ -104,9 +104,9 @@ long DocumentMessage(PluginInterface* pi)
     }
 }
 
-long MouseDown(PluginInterface* pi)
+long MouseDown(PluginInterface* host)
 {
-    const bool lookedUp = LookUpClickedWord(pi);
+    const bool lookedUp = LookUpClickedWord(host);
     // However it went: a refused click was the one that activated the window, and the next is meant.
     ClearActivation();
     return lookedUp ? kInputConsumed : kNotHandled;
@@ -119,9 +119,9 @@ long DocumentChanged(PluginInterface*)
     return kNotHandled;
 }
 
-long WindowActivated(PluginInterface* pi)
+long WindowActivated(PluginInterface* host)
 {
-    NoteActivation(pi->window);
+    NoteActivation(host->window);
     return kNotHandled;
 }
 
@@ -132,48 +132,48 @@ long ClearAndClose(PluginInterface*)
     return kHandled;
 }
 
-long ResourceIDsAsked(PluginInterface* pi)
+long ResourceIDsAsked(PluginInterface* host)
 {
-    pi->SetResourceIDs(kFirstResourceID, kSecondResourceID);
+    host->SetResourceIDs(kFirstResourceID, kSecondResourceID);
     return kHandled;
 }
 
-long SaveSettings(PluginInterface* pi)
+long SaveSettings(PluginInterface* host)
 {
-    DeclarationSettings::Instance()->Save(pi);
+    DeclarationSettings::Instance()->Save(host);
     return kNotHandled;
 }
 
-long SettingAsked(PluginInterface* pi)
+long SettingAsked(PluginInterface* host)
 {
     std::string value;
-    if (pi->name == nullptr || !DeclarationSettings::Instance()->ReturnSettingValue(pi, pi->name, value))
+    if (host->name == nullptr || !DeclarationSettings::Instance()->ReturnSettingValue(host, host->name, value))
         return kNotHandled; // the answer is left as it is: another plug-in's may stand there
-    pi->ReturnSettingNameValue(value.c_str());
+    host->ReturnSettingNameValue(value.c_str());
     return kHandled;
 }
 
-long PanelsOffered(PluginInterface* pi)
+long PanelsOffered(PluginInterface* host)
 {
-    pi->RegisterPreferencePanel(kBundleIdentifier, "Symbols", "Declaration.icns");
+    host->RegisterPreferencePanel(kBundleIdentifier, "Symbols", "Declaration.icns");
     return kNotHandled;
 }
 
-long PanelOpened(PluginInterface* pi)
+long PanelOpened(PluginInterface* host)
 {
-    if (pi->panelIdentifier != nullptr && std::strcmp(pi->panelIdentifier, kBundleIdentifier) == 0)
-        DeclarationSettings::Instance()->AddPreferencePanel(pi);
+    if (host->panelIdentifier != nullptr && std::strcmp(host->panelIdentifier, kBundleIdentifier) == 0)
+        DeclarationSettings::Instance()->AddPreferencePanel(host);
     return kNotHandled;
 }
 
-long SymbolFilesAsked(PluginInterface* pi)
+long SymbolFilesAsked(PluginInterface* host)
 {
-    return AddFilesOfSymbol(pi) ? kInputConsumed : kNotHandled;
+    return AddFilesOfSymbol(host) ? kInputConsumed : kNotHandled;
 }
 
 struct Row {
     long event;
-    long (*handle)(PluginInterface* pi);
+    long (*handle)(PluginInterface* host);
 };
 
 const Row kEvents[] = {
@@ -206,10 +206,10 @@ const Row kEvents[] = {
 
 } // namespace
 
-long HandleEvent(long event, PluginInterface* pi)
+long HandleEvent(long event, PluginInterface* host)
 {
     for (const Row& row : kEvents)
         if (row.event == event)
-            return row.handle(pi);
+            return row.handle(host);
     return kNotHandled;
 }

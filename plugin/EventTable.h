@@ -4,4 +4,4 @@
 class PluginInterface;
 
 // As PluginMain, but lets exceptions out.
-long HandleEvent(long event, PluginInterface* pi);
+long HandleEvent(long event, PluginInterface* host);

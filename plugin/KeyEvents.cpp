@@ -23,10 +23,10 @@ struct Typed {
     long size = 0;
 };
 
-Typed TypedBeforeCaret(PluginInterface* pi)
+Typed TypedBeforeCaret(PluginInterface* host)
 {
     Typed typed;
-    IsPatternBeforeSelection(pi, typed.caret, typed.start, typed.size);
+    IsPatternBeforeSelection(host, typed.caret, typed.start, typed.size);
     return typed;
 }
 
@@ -52,15 +52,15 @@ bool CompletesWhileTyping()
 
 } // namespace
 
-long KeyDown(PluginInterface* pi)
+long KeyDown(PluginInterface* host)
 {
     ClearActivation();
-    const Typed before = CompletesWhileTyping() ? TypedBeforeCaret(pi) : Typed();
+    const Typed before = CompletesWhileTyping() ? TypedBeforeCaret(host) : Typed();
     gPreKeyDownSelStart = before.caret;
     gPreKeyDownPatternStart = before.start;
     gPreKeyDownPatternSize = before.size;
 
-    if (const long routed = CompletionWindow::RouteKeyboardEventIfNeeded(pi, pi->message))
+    if (const long routed = CompletionWindow::RouteKeyboardEventIfNeeded(host, host->message))
         return routed;
     // Any key closes the lookup results. Completions stay: whether they still fit shows once the key has been applied.
     if (SearchWindow* results = SearchWindow::gSearchWin)
@@ -68,25 +68,25 @@ long KeyDown(PluginInterface* pi)
     return 0;
 }
 
-long KeyTyped(PluginInterface* pi)
+long KeyTyped(PluginInterface* host)
 {
     // Done before anything else, even when more keys wait and this one is passed over.
     ClearActivation();
     gHandlingAutoCompletePrimitive = false;
-    if (pi->InputPending() || !CompletesWhileTyping())
+    if (host->InputPending() || !CompletesWhileTyping())
         return 0;
 
     // The first letter of an identifier counts wherever it starts; after that, only the identifier that the key went
     // into. Without an identifier all is 0, which is not forward.
-    const Typed now = TypedBeforeCaret(pi);
+    const Typed now = TypedBeforeCaret(host);
     if (MovedForward(now) && (StartedIdentifier(now) || SameIdentifierGrew(now)))
-        SelectionAutoSuggestCompletions(pi);
+        SelectionAutoSuggestCompletions(host);
     else
         CloseAnyPalettes();
     return 0;
 }
 
-long EditingPrimitiveDone(PluginInterface* pi)
+long EditingPrimitiveDone(PluginInterface* host)
 {
     // The mark covers one edit, and is gone whether or not it was needed. Without completion while typing nothing has
     // been noted at the key, so there is nothing to compare: what is open stays.
@@ -94,7 +94,7 @@ long EditingPrimitiveDone(PluginInterface* pi)
     gHandlingAutoCompletePrimitive = false;
     if (ownEdit || !CompletesWhileTyping())
         return 0;
-    const Typed now = TypedBeforeCaret(pi);
+    const Typed now = TypedBeforeCaret(host);
     if (!MovedForward(now) || !SameIdentifierGrew(now))
         CloseAnyPalettes();
     return 0;

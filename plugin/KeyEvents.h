@@ -13,6 +13,6 @@ extern long gPreKeyDownPatternSize;
 extern bool gHandlingAutoCompletePrimitive;
 
 // Event handlers; they answer as PluginMain does.
-long KeyDown(PluginInterface* pi);              // before the host applies the key
-long KeyTyped(PluginInterface* pi);             // after a key that types text
-long EditingPrimitiveDone(PluginInterface* pi); // after a key that edits or moves otherwise, and after commands
+long KeyDown(PluginInterface* host);              // before the host applies the key
+long KeyTyped(PluginInterface* host);             // after a key that types text
+long EditingPrimitiveDone(PluginInterface* host); // after a key that edits or moves otherwise, and after commands

@@ -18,10 +18,10 @@ struct Pattern {
     long start = 0;
 };
 
-bool FindPattern(PluginInterface* pi, long selStart, long selEnd, Pattern& found)
+bool FindPattern(PluginInterface* host, long selStart, long selEnd, Pattern& found)
 {
     long end = 0;
-    return ScanForSuggestionPattern(pi, selStart, selEnd, found.start, end, found.text, false);
+    return ScanForSuggestionPattern(host, selStart, selEnd, found.start, end, found.text, false);
 }
 
 bool PopulateByType(SearchWindow& results, Tags& tags, LookupType type)
@@ -37,7 +37,7 @@ bool PopulateByType(SearchWindow& results, Tags& tags, LookupType type)
 }
 
 // The window is shown, or disposed of before anybody saw it.
-void Present(PluginInterface* pi, Tags& tags, long patternStart, LookupType type)
+void Present(PluginInterface* host, Tags& tags, long patternStart, LookupType type)
 {
     auto* results = new SearchWindow;
     if (!PopulateByType(*results, tags, type)) {
@@ -48,52 +48,52 @@ void Present(PluginInterface* pi, Tags& tags, long patternStart, LookupType type
         results->InvokeAtIndexWithMessage(0, open);
         results->Quit();
     } else {
-        results->ShowAt(pi, patternStart);
+        results->ShowAt(host, patternStart);
     }
 }
 
 } // namespace
 
-void SelectionSymbolLookup(PluginInterface* pi, bool forceDialog, LookupType type)
+void SelectionSymbolLookup(PluginInterface* host, bool forceDialog, LookupType type)
 {
     // Tags come first: without any, the user is told so even with nothing selected.
     BEntry localTags;
     BEntry systemTags;
-    if (!FindOrCreateTags(pi, localTags, systemTags))
+    if (!FindOrCreateTags(host, localTags, systemTags))
         return;
     long selStart = 0;
     long selEnd = 0;
-    pi->GetSelection(&selStart, &selEnd);
+    host->GetSelection(&selStart, &selEnd);
     Pattern pattern;
-    if (!forceDialog && FindPattern(pi, selStart, selEnd, pattern))
-        LookUpPattern(pi, &localTags, &systemTags, pattern.text, pattern.start, type);
+    if (!forceDialog && FindPattern(host, selStart, selEnd, pattern))
+        LookUpPattern(host, &localTags, &systemTags, pattern.text, pattern.start, type);
     else
-        EntryWindow::CreateOrShow(pi, &localTags, &systemTags);
+        EntryWindow::CreateOrShow(host, &localTags, &systemTags);
 }
 
-void SymbolLookupAt(PluginInterface* pi, long offset, LookupType type)
+void SymbolLookupAt(PluginInterface* host, long offset, LookupType type)
 {
     // The symbol comes first: a click beside one is to do nothing, not even to ask about tags.
     Pattern pattern;
-    if (!FindPattern(pi, offset, offset, pattern))
+    if (!FindPattern(host, offset, offset, pattern))
         return;
     BEntry localTags;
     BEntry systemTags;
-    if (FindOrCreateTags(pi, localTags, systemTags))
-        LookUpPattern(pi, &localTags, &systemTags, pattern.text, pattern.start, type);
+    if (FindOrCreateTags(host, localTags, systemTags))
+        LookUpPattern(host, &localTags, &systemTags, pattern.text, pattern.start, type);
 }
 
-void LookUpPattern(PluginInterface* pi, const BEntry* localTags, const BEntry* systemTags, const std::string& pattern,
+void LookUpPattern(PluginInterface* host, const BEntry* localTags, const BEntry* systemTags, const std::string& pattern,
                    long patternStart, LookupType type)
 {
     // The host is asked for the place of every lookup, whether or not a list will be shown, and the point below the
     // line is not used: ShowAt() asks again and places the list itself.
-    [[maybe_unused]] BPoint belowPattern = pi->PointAt(patternStart);
+    [[maybe_unused]] BPoint belowPattern = host->PointAt(patternStart);
     belowPattern.y += 20;
 
     Tags tags(localTags, systemTags, pattern, true);
-    Present(pi, tags, patternStart, type);
+    Present(host, tags, patternStart, type);
     // After a lookup that found nothing as well: stale tags may be why.
     if (DeclarationSettings::Instance()->AutoRebuild())
-        tags.UpdateIfNeeded(pi);
+        tags.UpdateIfNeeded(host);
 }

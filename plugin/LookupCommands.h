@@ -13,12 +13,12 @@ enum LookupType : long { kLookUpAny = 0, kLookUpDeclarations = 1, kLookUpDefinit
 
 // Looks up the symbol at the selection. Where there is none, or with 'forceDialog', the symbol entry dialog opens
 // instead, which lists tags of every kind. Without tags files the user is offered to make some, and that is all.
-void SelectionSymbolLookup(PluginInterface* pi, bool forceDialog, LookupType type);
+void SelectionSymbolLookup(PluginInterface* host, bool forceDialog, LookupType type);
 
 // Looks up the symbol at an offset; where there is none, nothing happens at all.
-void SymbolLookupAt(PluginInterface* pi, long offset, LookupType type);
+void SymbolLookupAt(PluginInterface* host, long offset, LookupType type);
 
 // Opens the one tag that matches, lists several next to 'patternStart', or beeps when there is none; then has stale
 // tags files made anew if the settings say so.
-void LookUpPattern(PluginInterface* pi, const BEntry* localTags, const BEntry* systemTags, const std::string& pattern,
+void LookUpPattern(PluginInterface* host, const BEntry* localTags, const BEntry* systemTags, const std::string& pattern,
                    long patternStart, LookupType type);

@@ -30,26 +30,26 @@ std::optional<LookupType> AskedFor()
     return std::nullopt;
 }
 
-bool IsMeantForText(PluginInterface* pi, BPoint where, uint32 buttons)
+bool IsMeantForText(PluginInterface* host, BPoint where, uint32 buttons)
 {
-    return buttons == kFirstButtonAlone && pi->window != nullptr && pi->window->IsActive() &&
-           !WasJustActivated(pi->window) && pi->TextBounds().Contains(where);
+    return buttons == kFirstButtonAlone && host->window != nullptr && host->window->IsActive() &&
+           !WasJustActivated(host->window) && host->TextBounds().Contains(where);
 }
 
 } // namespace
 
-bool LookUpClickedWord(PluginInterface* pi)
+bool LookUpClickedWord(PluginInterface* host)
 {
     CloseAnyPalettes(); // whatever kind of click it is: the user has turned to the text
     BPoint where;
     uint32 buttons = 0;
-    pi->GetMouse(&where, &buttons, true);
-    if (!IsMeantForText(pi, where, buttons))
+    host->GetMouse(&where, &buttons, true);
+    if (!IsMeantForText(host, where, buttons))
         return false;
     const std::optional<LookupType> type = AskedFor();
     if (!type)
         return false;
-    SymbolLookupAt(pi, pi->OffsetAt(&where), *type);
-    pi->CommandDone(0);
+    SymbolLookupAt(host, host->OffsetAt(&where), *type);
+    host->CommandDone(0);
     return true;
 }

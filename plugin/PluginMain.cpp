@@ -2,12 +2,12 @@
 
 #include "plugin/EventTable.h"
 
-long PluginMain(long event, PluginInterface* pi)
+long PluginMain(long event, PluginInterface* host)
 {
     // The host knows nothing of this library's exceptions (no memory is the only likely one): to it the event was not
     // handled.
     try {
-        return HandleEvent(event, pi);
+        return HandleEvent(event, host);
     } catch (...) {
         return 0;
     }

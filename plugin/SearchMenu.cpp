@@ -33,27 +33,27 @@ BMenu* SearchMenu()
 
 } // namespace
 
-long MenuBarBuilt(PluginInterface* pi)
+long MenuBarBuilt(PluginInterface* host)
 {
     BMenu* menu = SearchMenu();
     if (menu == nullptr)
         return 0;
     menu->AddSeparatorItem();
     for (const Item& item : kItems) {
-        BMenuItem* added = pi->AddMenuItem(menu, menu->CountItems(), item.label, item.command, 0, item.modifiers);
+        BMenuItem* added = host->AddMenuItem(menu, menu->CountItems(), item.label, item.command, 0, item.modifiers);
         if (added != nullptr)
             (added->*item.markDynamic)();
     }
     return 0;
 }
 
-long MenusAboutToShow(PluginInterface* pi)
+long MenusAboutToShow(PluginInterface* host)
 {
     BMenu* menu = SearchMenu();
     if (menu == nullptr)
         return 0;
     // "Look up..." is left alone: the dialog it opens is of use without a document too.
-    const bool enabled = pi->window != nullptr && !pi->window->IsShowingSheet() && pi->documentID != 0;
+    const bool enabled = host->window != nullptr && !host->window->IsShowingSheet() && host->documentID != 0;
     for (const char* label : {kLookUpDeclarationLabel, kLookUpDefinitionLabel})
         if (BMenuItem* item = menu->FindItem(label))
             item->SetEnabled(enabled);

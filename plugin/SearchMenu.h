@@ -4,5 +4,5 @@
 class PluginInterface;
 
 // Event handlers; they answer as PluginMain does, and do nothing without a menu "Search". Document thread.
-long MenuBarBuilt(PluginInterface* pi);
-long MenusAboutToShow(PluginInterface* pi);
+long MenuBarBuilt(PluginInterface* host);
+long MenusAboutToShow(PluginInterface* host);

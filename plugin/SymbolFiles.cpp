@@ -5,15 +5,15 @@
 #include "tags/Tags.h"
 #include "vetch/storage/BEntry.h"
 
-bool AddFilesOfSymbol(PluginInterface* pi)
+bool AddFilesOfSymbol(PluginInterface* host)
 {
-    if (pi->name == nullptr || pi->symbol == nullptr || pi->message == nullptr)
+    if (host->name == nullptr || host->symbol == nullptr || host->message == nullptr)
         return false;
     BEntry localTags;
     BEntry systemTags;
-    if (!FindTags(pi->name, localTags, systemTags))
+    if (!FindTags(host->name, localTags, systemTags))
         return false;
-    Tags tags(&localTags, &systemTags, pi->symbol, true);
+    Tags tags(&localTags, &systemTags, host->symbol, true);
     if (!tags.Rewind())
         return false;
     bool added = false;
@@ -21,7 +21,7 @@ bool AddFilesOfSymbol(PluginInterface* pi)
     while (tags.NextFileMatch(path)) {
         // As it is written in the tags file: a relative path is taken from the process's directory.
         const EntryRef file(path.c_str());
-        added |= pi->message->AddRef("refs", &file) == B_OK;
+        added |= host->message->AddRef("refs", &file) == B_OK;
     }
     tags.Done();
     return added;

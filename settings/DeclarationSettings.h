@@ -36,7 +36,7 @@ public:
 
     // Puts live controls into the container of the panel that the host has opened, and ties them to the settings. May
     // be called any number of times: each panel gets controls of its own.
-    void AddPreferencePanel(PluginInterface* pi);
+    void AddPreferencePanel(PluginInterface* host);
 
 private:
     friend class ScanDirectoriesBinder;

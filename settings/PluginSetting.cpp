@@ -4,9 +4,9 @@
 
 #include <cstring>
 
-void PluginSettingBase::RegisterSelf(PluginInterface* pi) const
+void PluginSettingBase::RegisterSelf(PluginInterface* host) const
 {
-    pi->RegisterSetting(name);
+    host->RegisterSetting(name);
 }
 
 PluginSetting<bool>::PluginSetting(const char* name, bool defaultValue)

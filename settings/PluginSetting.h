@@ -19,7 +19,7 @@ public:
     explicit PluginSettingBase(const char* name) : name(name) {} // borrowed for good: a string constant
 
     const char* Name() const { return name; }
-    void RegisterSelf(PluginInterface* pi) const;
+    void RegisterSelf(PluginInterface* host) const;
 
     // Takes the value from its text form; false, and nothing changes, when the text is none.
     virtual bool SetToStringValue(const char* text) = 0;

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstring>
 
-void PluginSettings::Register(PluginInterface* pi)
+void PluginSettings::Register(PluginInterface* host)
 {
     for (const PluginSettingBase* setting : settings)
-        setting->RegisterSelf(pi);
+        setting->RegisterSelf(host);
 }
 
 bool PluginSettings::HandleSettingsCommand(PluginInterface*, const char*** args)
@@ -17,12 +17,12 @@ bool PluginSettings::HandleSettingsCommand(PluginInterface*, const char*** args)
     return setting != nullptr && setting->HandleSettingsCommand(*args);
 }
 
-void PluginSettings::Save(PluginInterface* pi)
+void PluginSettings::Save(PluginInterface* host)
 {
     // A setting at its default leaves no line, so users who never changed it get a better default when there is one.
     for (const PluginSettingBase* setting : settings)
         if (!setting->MatchesDefault())
-            pi->WriteSettings("%s %s\n", setting->Name(), setting->ReturnSettingValue().c_str());
+            host->WriteSettings("%s %s\n", setting->Name(), setting->ReturnSettingValue().c_str());
 }
 
 bool PluginSettings::ReturnSettingValue(PluginInterface*, const char* name, std::string& value) const

@@ -15,17 +15,17 @@ public:
     virtual ~PluginSettings() = default;
 
     // Tells the host every name, in the order of registration.
-    virtual void Register(PluginInterface* pi);
+    virtual void Register(PluginInterface* host);
 
     // Applies one stored line, split into words: the name, the value's words, null. False, and nothing changes, when
     // the name is unknown or the value malformed.
-    virtual bool HandleSettingsCommand(PluginInterface* pi, const char*** args);
+    virtual bool HandleSettingsCommand(PluginInterface* host, const char*** args);
 
     // Writes a line for every setting that differs from its default, and none for the others.
-    virtual void Save(PluginInterface* pi);
+    virtual void Save(PluginInterface* host);
 
     // The text form of one setting; false, and 'value' is left alone, when the name is unknown.
-    virtual bool ReturnSettingValue(PluginInterface* pi, const char* name, std::string& value) const;
+    virtual bool ReturnSettingValue(PluginInterface* host, const char* name, std::string& value) const;
 
 protected:
     std::vector<PluginSettingBase*> settings; // borrowed

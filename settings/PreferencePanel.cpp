@@ -28,9 +28,9 @@ Control* TakeControl(BView* panel, long number)
 
 } // namespace
 
-void DeclarationSettings::AddPreferencePanel(PluginInterface* pi)
+void DeclarationSettings::AddPreferencePanel(PluginInterface* host)
 {
-    BView* panel = pi->panelView;
+    BView* panel = host->panelView;
     Bind(&optionClickToFindDeclaration, TakeControl<BCheckBox>(panel, kOptionClickBox));
     Bind(&ctrlOptionClickToFindDefinition, TakeControl<BCheckBox>(panel, kCtrlOptionClickBox));
     Bind(&automaticallyRebuild, TakeControl<BCheckBox>(panel, kAutomaticallyRebuildBox));

@@ -45,10 +45,10 @@ bool FindSystemTags(BEntry* entry)
     return entry->Exists();
 }
 
-bool FindTags(PluginInterface* plugin, BEntry& localTags, BEntry& systemTags)
+bool FindTags(PluginInterface* host, BEntry& localTags, BEntry& systemTags)
 {
     const bool hasSystem = FindSystemTags(&systemTags);
-    GetTargetParentDir(plugin, localTags);
+    GetTargetParentDir(host, localTags);
     const bool hasLocal = FindTags(&localTags);
     return hasLocal || hasSystem;
 }

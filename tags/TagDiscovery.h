@@ -14,14 +14,14 @@ bool FindSystemTags(BEntry* entry);
 
 // Both files for the current document, or for a directory; true when at least one is there. A local file that is not
 // there gives an unset entry.
-bool FindTags(PluginInterface* plugin, BEntry& localTags, BEntry& systemTags); // document thread only
+bool FindTags(PluginInterface* host, BEntry& localTags, BEntry& systemTags); // document thread only
 bool FindTags(const char* directory, BEntry& localTags, BEntry& systemTags);
 
 // As FindTags for the current document, but when there is neither file the user is asked whether to make them; false
 // all the same, whatever the answer: the command is given again once they are there. Document thread only.
 //
 // Defined in generate/, which stands above this folder.
-bool FindOrCreateTags(PluginInterface* plugin, BEntry& localTags, BEntry& systemTags);
+bool FindOrCreateTags(PluginInterface* host, BEntry& localTags, BEntry& systemTags);
 
 // Whether the suffix is the end of the path, in whole components: "bc.h" ends "/a/bc.h", "c.h" does not.
 bool PathEndsWith(const char* path, int pathLength, const char* suffix, int suffixLength);

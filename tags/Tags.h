@@ -41,7 +41,7 @@ public:
     // Has each tags file made anew that a search found out of date. Document thread only.
     //
     // Defined in generate/, which stands above this folder.
-    void UpdateIfNeeded(PluginInterface* plugin);
+    void UpdateIfNeeded(PluginInterface* host);
 
     const TagFile& Local() const { return local; }
     const TagFile& System() const { return system; }

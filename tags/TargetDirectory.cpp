@@ -5,14 +5,14 @@
 
 #include <memory>
 
-void GetTargetParentDir(PluginInterface* plugin, BEntry& directory)
+void GetTargetParentDir(PluginInterface* host, BEntry& directory)
 {
-    if (plugin->IsWorksheet()) {
-        const std::unique_ptr<char[]> expanded(plugin->ExpandVariables("$WORKSHEET_DIR", -1));
+    if (host->IsWorksheet()) {
+        const std::unique_ptr<char[]> expanded(host->ExpandVariables("$WORKSHEET_DIR", -1));
         directory.SetTo(expanded.get(), true);
         return;
     }
-    const BEntry document(plugin->DocumentRef(), true);
+    const BEntry document(host->DocumentRef(), true);
     if (document.GetParent(&directory) != B_OK)
         directory.Unset();
 }

@@ -6,4 +6,4 @@ class PluginInterface;
 
 // The Worksheet's directory when the document is the Worksheet, otherwise the directory of the document's file; unset
 // for a document without a file. Document thread only.
-void GetTargetParentDir(PluginInterface* plugin, BEntry& directory);
+void GetTargetParentDir(PluginInterface* host, BEntry& directory);
