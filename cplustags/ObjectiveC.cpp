@@ -1,7 +1,5 @@
 #include "cplustags/ObjectiveC.h"
 
-#include "cplustags/ObjectiveCScanner.h"
-
 namespace cplustags {
 
 bool MayHaveObjectiveC(std::string_view text)
@@ -13,11 +11,6 @@ bool MayHaveObjectiveC(std::string_view text)
             return true;
     }
     return false;
-}
-
-ObjectiveCSource ReadObjectiveC(std::string_view text, const std::set<std::string>& ignored)
-{
-    return ObjectiveCScanner(text, ignored).Read();
 }
 
 } // namespace cplustags

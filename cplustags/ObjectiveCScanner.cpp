@@ -480,4 +480,9 @@ void ObjectiveCScanner::TakeOutPending()
     pending.clear();
 }
 
+ObjectiveCSource ReadObjectiveC(std::string_view text, const std::set<std::string>& ignored)
+{
+    return ObjectiveCScanner(text, ignored).Read();
+}
+
 } // namespace cplustags
