@@ -1,9 +1,9 @@
 #include "cplustags/LazyTagger.h"
 
-#include "cplustags/CtagsProgram.h"
 #include "cplustags/Failure.h"
-#include "cplustags/IgnoredMacros.h"
 #include "cplustags/Interrupt.h"
+#include "tagging/IgnoredMacros.h"
+#include "tagging/ctags/CtagsProgram.h"
 
 #include <functional>
 #include <optional>
@@ -24,12 +24,12 @@ std::thread ThreadWithoutSignals(std::function<void()> body)
 std::string FindChosenCtags(const Options& options, const Place& place)
 {
     if (options.ctags.empty()) {
-        base::Result<std::string> found = FindCtags(place.currentDirectory);
+        base::Result<std::string> found = tagging::FindCtags(place.currentDirectory);
         if (!found)
             throw Failure(found.Failure().Message());
         return std::move(*found);
     }
-    std::optional<std::string> found = FindProgram(options.ctags, place.currentDirectory);
+    std::optional<std::string> found = tagging::FindProgram(options.ctags, place.currentDirectory);
     if (!found)
         throw Failure("CPLUSTAGS_CTAGS is '" + base::Shown(options.ctags) + "', which is no program that can be run");
     return std::move(*found);
@@ -57,18 +57,18 @@ void LazyTagger::Add(const std::string& path, std::string field)
 
 void LazyTagger::Begin()
 {
-    CtagsSettings& ctags = settings.ctags;
+    tagging::CtagsSettings& ctags = settings.ctags;
     ctags.program = FindChosenCtags(options, place);
-    scratch = std::make_unique<Scratch>(output.Begin());
+    scratch = std::make_unique<tagging::Scratch>(output.Begin());
     ctags.temporaries = scratch->Directory();
     ctags.directory = place.directory;
     ctags.language = options.language;
-    ctags.ignored = ListForCtags(options.ignored, place.currentDirectory);
+    ctags.ignored = tagging::ListForCtags(options.ignored, place.currentDirectory);
     ctags.prototypes = options.prototypes;
     ctags.timeLimit = options.timeLimit;
-    settings.ignoredMacros = IgnoredMacros(ctags.ignored);
+    settings.ignoredMacros = tagging::IgnoredMacros(ctags.ignored);
     settings.jobs = options.jobs;
-    tagger = std::make_unique<Tagger>(settings, progress, cancel, ThreadWithoutSignals);
+    tagger = std::make_unique<tagging::Tagger>(settings, progress, cancel, ThreadWithoutSignals);
 }
 
 void LazyTagger::Finish()

@@ -6,8 +6,8 @@
 #include "cplustags/Output.h"
 #include "cplustags/Place.h"
 #include "cplustags/Progress.h"
-#include "cplustags/Scratch.h"
-#include "cplustags/Tagger.h"
+#include "tagging/Tagger.h"
+#include "tagging/ctags/Scratch.h"
 
 #include <memory>
 #include <string>
@@ -30,8 +30,8 @@ public:
     // After Finish():
     bool HasBegun() const { return tagger != nullptr; }
     LineSources Lines(); // which it must outlive
-    TaggingCounts Total() const { return HasBegun() ? tagger->Total() : TaggingCounts(); }
-    TagsByFile TooLong() const { return HasBegun() ? tagger->TooLong() : TagsByFile(); }
+    tagging::TaggingCounts Total() const { return HasBegun() ? tagger->Total() : tagging::TaggingCounts(); }
+    tagging::TagsByFile TooLong() const { return HasBegun() ? tagger->TooLong() : tagging::TagsByFile(); }
     const std::string& Field(unsigned file) const { return tagger->Fields()[file]; }
     std::unordered_set<std::string> TaggedFields() const;
 
@@ -43,9 +43,9 @@ private:
     Output& output;
     Progress& progress;
     const base::CancelToken& cancel;
-    Settings settings;
-    std::unique_ptr<Scratch> scratch;
-    std::unique_ptr<Tagger> tagger;
+    tagging::Settings settings;
+    std::unique_ptr<tagging::Scratch> scratch;
+    std::unique_ptr<tagging::Tagger> tagger;
 };
 
 } // namespace cplustags

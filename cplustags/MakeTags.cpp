@@ -97,12 +97,12 @@ void Job::Report(const TagsCount& count) const
     const auto name = [this](unsigned file) {
         return base::Shown(tagsfile::PathOfField(tagger.Field(file), place.directory));
     };
-    if (const TagsByFile tooLong = tagger.TooLong(); !tooLong.empty())
+    if (const tagging::TagsByFile tooLong = tagger.TooLong(); !tooLong.empty())
         progress.Say(TooLongText(tooLong, name));
     if (!options.totals)
         return;
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
-    TaggingCounts counts = tagger.Total();
+    tagging::TaggingCounts counts = tagger.Total();
     counts.unreadable += sources.Unreadable() + sources.Missing();
     progress.Say(SummaryText(counts, sources.Unnameable(), count, seconds.count()));
 }

@@ -1,7 +1,7 @@
 // What a person at the terminal sees of the work, on standard error.
 #pragma once
 
-#include "cplustags/Observer.h"
+#include "tagging/Observer.h"
 
 #include <chrono>
 #include <cstddef>
@@ -12,7 +12,7 @@ namespace cplustags {
 
 // On a terminal there is a line that says how far the work is, and messages go above it; without one there are only
 // messages. Any thread.
-class Progress final : public Observer {
+class Progress final : public tagging::Observer {
 public:
     explicit Progress(int descriptor);
     ~Progress() override; // erases the line

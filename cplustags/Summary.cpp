@@ -37,7 +37,8 @@ private:
 
 } // namespace
 
-std::string SummaryText(const TaggingCounts& counts, size_t unnameable, const TagsCount& inFile, double seconds)
+std::string SummaryText(const tagging::TaggingCounts& counts, size_t unnameable, const TagsCount& inFile,
+                        double seconds)
 {
     char time[32];
     std::snprintf(time, sizeof time, ", %.1f s", seconds);
@@ -53,7 +54,7 @@ std::string SummaryText(const TaggingCounts& counts, size_t unnameable, const Ta
     return text + losses.Text();
 }
 
-std::string TooLongText(const TagsByFile& tooLong, const std::function<std::string(unsigned file)>& name)
+std::string TooLongText(const tagging::TagsByFile& tooLong, const std::function<std::string(unsigned file)>& name)
 {
     constexpr size_t kMostNamed = 3;
     std::vector<std::pair<unsigned, size_t>> files(tooLong.begin(), tooLong.end());

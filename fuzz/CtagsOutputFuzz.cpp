@@ -1,10 +1,10 @@
 // Reads any bytes as the output of ctags, and as an old tags file. The result is always sorted lines that lookups can
 // read, and old lines that stay are unchanged.
-#include "cplustags/CtagsOutput.h"
 #include "cplustags/OldTags.h"
-#include "cplustags/TagStore.h"
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
+#include "tagging/TagStore.h"
+#include "tagging/ctags/CtagsOutput.h"
 #include "tagsfile/TagLine.h"
 #include "tests/support/TempDirectory.h"
 #include "vetch/support/Strings.h"
@@ -44,9 +44,9 @@ Lines All(tagsfile::LineSource& source)
 
 void TryOutput(std::string_view output)
 {
-    const tagsfile::Tags read = cplustags::ReadCtagsOutput(output);
+    const tagsfile::Tags read = tagging::ReadCtagsOutput(output);
     const Lines fields = {"a.h", "/long/way/b\\\\c.h"};
-    cplustags::TagStore store;
+    tagging::TagStore store;
     Lines expected;
     for (const tagsfile::Tag& tag : read.tags) {
         RequireReadable(tag);
@@ -57,7 +57,7 @@ void TryOutput(std::string_view output)
         store.Add(file, tag);
     }
     std::ranges::sort(expected);
-    cplustags::TagsByFile leftOut;
+    tagging::TagsByFile leftOut;
     store.Sort(fields);
     Require(All(*store.Lines(fields, &leftOut)) == expected, "a store has the lines of its tags");
     size_t tooLong = 0;

@@ -381,7 +381,7 @@ TEST(MakeTags, GivesTheSameResultForAnyNumberOfJobs)
 {
     Workspace work;
     std::string list;
-    for (const char* folder : {"cplustags", "vetch", "tags", "scan", "tests"})
+    for (const char* folder : {"cplustags", "tagging", "vetch", "tags", "scan", "tests"})
         for (const auto& entry : fs::recursive_directory_iterator(fs::path(TEST_DATA) / "../.." / folder))
             if (entry.path().extension() == ".cpp" || entry.path().extension() == ".h")
                 list += entry.path().string() + "\n";

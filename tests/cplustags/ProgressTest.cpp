@@ -107,7 +107,7 @@ TEST(ProgressText, Cases)
 
 TEST(SummaryText, Cases)
 {
-    TaggingCounts counts;
+    tagging::TaggingCounts counts;
     counts.files = 3;
     counts.tags = 120;
     EXPECT_EQ(SummaryText(counts, 0, {3, 120}, 0.12), "3 files, 120 tags, 0.1 s");
@@ -129,7 +129,7 @@ TEST(TooLongText, NamesTheFilesWithTheMostLongTags)
 {
     const auto name = [](unsigned file) { return std::string(1, static_cast<char>('a' + file)) + ".c"; };
     const struct {
-        TagsByFile tooLong;
+        tagging::TagsByFile tooLong;
         const char* text;
     } cases[] = {
         {{{0, 1}}, "1 tag is left out, since no reader takes lines that long: 1 of a.c"},

@@ -3,19 +3,17 @@
 #include "base/WorkingDirectory.h"
 
 #include "cplustags/NewFile.h"
-#include "cplustags/Scratch.h"
+#include "tests/support/DoAndBeKilled.h"
 #include "tests/support/FileContent.h"
 #include "tests/support/TempDirectory.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <csignal>
 #include <fcntl.h>
 #include <iterator>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace cplustags {
@@ -30,20 +28,6 @@ void Replace(const std::string& target, const std::string& text)
     ASSERT_EQ(file.Error(), "");
     EXPECT_TRUE(file.Write(text));
     EXPECT_TRUE(file.Commit()) << file.Error();
-}
-
-// Has a process of its own do something, and killed after it.
-template <class Action>
-void DoAndBeKilled(const Action& action)
-{
-    const pid_t child = ::fork();
-    if (child == 0) {
-        action([] { ::kill(::getpid(), SIGKILL); });
-        ::_exit(0);
-    }
-    int status;
-    ASSERT_EQ(::waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFSIGNALED(status));
 }
 
 void KillWriter(const std::string& target)
@@ -193,81 +177,6 @@ TEST_F(HostileLeftovers, ALockedDirectoryIsNotWaitedFor)
     ASSERT_EQ(::flock(locked.Number(), LOCK_EX), 0);
     Replace(InTree("tags"), "new");
     EXPECT_EQ(Content(InTree("tags")), "new");
-}
-
-// Memory that says it has so many bytes and files left.
-SharedMemory Memory(const std::string& directory, unsigned long bytes, unsigned long files, unsigned long freeFiles)
-{
-    return {directory, [=](const char*, struct statvfs* room) {
-                *room = {};
-                room->f_frsize = 1;
-                room->f_bavail = bytes;
-                room->f_files = files;
-                room->f_favail = freeFiles;
-                return 0;
-            }};
-}
-
-constexpr unsigned long kMuch = 1ul << 30;
-
-TEST(Scratch, IsInMemoryWhenThereIsRoomForBytesAndFiles)
-{
-    const TempDirectory directory;
-    fs::create_directory(directory / "shm");
-    const struct {
-        const char* why;
-        unsigned long bytes, files, freeFiles;
-        bool inMemory;
-    } cases[] = {
-        {"much of all", kMuch, kMuch, kMuch, true}, {"no limit for files", kMuch, 0, 0, true},
-        {"no bytes", 4096, kMuch, kMuch, false},    {"no files", kMuch, kMuch, 0, false},
-        {"a few files", kMuch, kMuch, 3, false},
-    };
-    for (const auto& c : cases) {
-        {
-            const Scratch scratch(directory / "other", Memory(directory / "shm", c.bytes, c.files, c.freeFiles));
-            EXPECT_EQ(scratch.Directory().rfind(directory / "shm/", 0) == 0, c.inMemory) << c.why;
-            EXPECT_EQ(scratch.Directory() == directory / "other", !c.inMemory) << c.why;
-            EXPECT_EQ(fs::is_directory(scratch.Directory()), c.inMemory) << c.why;
-        }
-        EXPECT_EQ(NamesIn(directory / "shm"), Texts{}) << c.why;
-    }
-}
-
-TEST(Scratch, IsOnDiskWhenNothingCanBeCreatedInMemory)
-{
-    const TempDirectory directory;
-    const std::string user = std::to_string(::geteuid());
-    fs::create_directory(directory / "shm");
-    directory.Write("file", "");
-    fs::create_directory(directory / "others");
-    fs::create_directory(directory / "home");
-    fs::create_directory(directory / "linked");
-    fs::create_symlink(directory / "home", directory / "linked/cplustags-" + user);
-    fs::create_directories(directory / "open/cplustags-" + user);
-    fs::permissions(directory / "open/cplustags-" + user, fs::perms(0777));
-    for (const char* memory : {"missing", "file", "linked", "open"}) {
-        const Scratch scratch(directory / "other", Memory(directory / memory, kMuch, kMuch, kMuch));
-        EXPECT_EQ(scratch.Directory(), directory / "other") << memory;
-    }
-    EXPECT_EQ(NamesIn(directory / "home"), Texts{});
-    EXPECT_TRUE(fs::is_symlink(directory / "linked/cplustags-" + user));
-}
-
-TEST(Scratch, TheNextRunRemovesThatOfAKilledRunEvenWithoutRoom)
-{
-    const TempDirectory directory;
-    fs::create_directory(directory / "shm");
-    for (const unsigned long room : {kMuch, 0ul}) {
-        DoAndBeKilled([&](const auto& beKilled) {
-            const Scratch scratch(directory / "other", Memory(directory / "shm", kMuch, kMuch, kMuch));
-            std::ofstream(scratch.Directory() + "/temporary") << "text";
-            beKilled();
-        });
-        EXPECT_EQ(NamesIn(directory / "shm").size(), 1u);
-        Scratch(directory / "other", Memory(directory / "shm", room, kMuch, kMuch));
-        EXPECT_EQ(NamesIn(directory / "shm"), Texts{}) << room;
-    }
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "tests/support/RunProgram.h"
+#include "tests/support/StandInForCtags.h"
 #include "tests/support/TempDirectory.h"
 
 #include <algorithm>
@@ -11,20 +12,6 @@
 #include <map>
 #include <string>
 #include <vector>
-
-// A stand-in for ctags: says which words it was started with and answers each name with a tag "in_NAME", unless "case"
-// branches before it decide otherwise; $mark is what goes behind each file's tags.
-inline std::string StandInForCtags(const std::string& branches)
-{
-    return "#!/bin/sh\n"
-           "for word; do case $word in --filter-terminator=*) mark=${word#*=};; esac; done\n"
-           "while IFS= read -r name; do\n"
-           "    case $name in\n" +
-           branches +
-           "    esac\n"
-           "    printf 'in_%s\\t%s\\t1;\"\\tf\\n%s' \"$(basename \"$name\" .c)\" \"$name\" \"$mark\"\n"
-           "done\n";
-}
 
 class Workspace : public TempDirectory {
 public:

@@ -1,0 +1,17 @@
+// What is the same for all files of a run.
+#pragma once
+
+#include "tagging/ctags/CtagsSettings.h"
+
+#include <set>
+#include <string>
+
+namespace tagging {
+
+struct Settings {
+    CtagsSettings ctags;
+    std::set<std::string> ignoredMacros; // 'ctags.ignored', for ReadObjectiveC()
+    unsigned jobs = 1;                   // workers at a time, each with ctags processes of its own
+};
+
+} // namespace tagging

@@ -1,0 +1,283 @@
+#include "tagging/Worker.h"
+
+#include "base/Paths.h"
+#include "tagging/ctags/CtagsBatch.h"
+#include "tagging/ctags/CtagsOutput.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstring>
+#include <poll.h>
+#include <sys/wait.h>
+#include <thread>
+#include <utility>
+
+namespace tagging {
+
+namespace {
+
+// Files that a worker's processes are given at a time. More keep them no busier, and make the end uneven.
+constexpr size_t kMostGiven = 16;
+
+// ctags writes in small pieces. To let some gather while it has enough to do costs nothing, and saves most of the
+// changes between the two processes.
+constexpr size_t kEnoughGiven = 8;
+constexpr std::chrono::milliseconds kGathering{1};
+
+// What it takes to start ctags does not count for so many; more make progress jump.
+constexpr size_t kFewestInBatch = 64;
+constexpr size_t kMostInBatch = 500;
+constexpr size_t kMostInMemory = 600; // of all workers' batches: each is an open file
+
+// When a wait lasts so much longer than it should, the whole program was stopped, and ctags with it.
+constexpr std::chrono::milliseconds kStopped{1000};
+
+// Signals that a program gets for its own mistakes. Others come from outside, and tell nothing about the file.
+bool IsCrash(int status)
+{
+    constexpr int kCrashes[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSYS};
+    return WIFSIGNALED(status) &&
+           std::find(std::begin(kCrashes), std::end(kCrashes), WTERMSIG(status)) != std::end(kCrashes);
+}
+
+std::string HowItEnded(int status)
+{
+    if (WIFSIGNALED(status))
+        return std::string("was killed (") + ::strsignal(WTERMSIG(status)) + ")";
+    if (WEXITSTATUS(status) == 0)
+        return "ended before its work was done";
+    return "failed with status " + std::to_string(WEXITSTATUS(status));
+}
+
+} // namespace
+
+Worker::Worker(const Settings& settings, Observer& observer, TaggingRun& run)
+    : settings(settings), observer(observer), run(run), sources(settings)
+{
+}
+
+void Worker::Run()
+{
+    HaveFilesTagged();
+    for (Process& process : processes)
+        process.reset();
+    if (run.GoesOn())
+        SortAndCount();
+}
+
+void Worker::HaveFilesTagged()
+{
+    while (run.GoesOn()) {
+        if (Given() == 0 && WantsBatch())
+            HaveBatchTagged();
+        TakeFiles();
+        if (Given() == 0)
+            return;
+        WaitForProcesses();
+    }
+}
+
+// A share of what is left, so that no worker has to wait for another's batch at the end. 0 when the share is not worth
+// a batch, or when one has failed: another may as well, after as long a time.
+size_t Worker::BatchSize() const
+{
+    const size_t share = std::min(run.Queue().Size() / (2 * settings.jobs), kMostInBatch);
+    return batchFailed || share < kFewestInBatch ? 0 : share;
+}
+
+void Worker::HaveBatchTagged()
+{
+    std::array<std::vector<Source>, kParsers> batches;
+    size_t inMemory = 0;
+    for (size_t left = BatchSize(); left > 0 && inMemory < kMostInMemory / settings.jobs; --left) {
+        const std::optional<Work> work = run.Queue().Take(false);
+        if (!work)
+            break;
+        std::optional<Source> source = MakeSource(*work);
+        if (!source)
+            continue;
+        inMemory += source->text.IsOpen();
+        if (FitsIntoBatch(*source))
+            batches[static_cast<size_t>(source->parser)].push_back(std::move(*source));
+        else
+            Begin(std::move(*source));
+    }
+    const auto keep = [this](Source& source, std::string_view output) { Keep(source, output); };
+    for (std::vector<Source>& batch : batches) {
+        if (batch.empty() || (!batchFailed && TagBatch(settings.ctags, batch, run.StopDescriptors(), keep)))
+            continue;
+        batchFailed = true;
+        for (Source& source : batch)
+            Begin(std::move(source));
+    }
+}
+
+// Nothing, with the reason said, when it cannot be read.
+std::optional<Source> Worker::MakeSource(const Work& work)
+{
+    std::string error;
+    std::optional<Source> source = sources.Make(work.number, work.path, &error);
+    if (source)
+        return source;
+    observer.Say("cannot read " + base::Shown(work.path) + ": " + error);
+    ++counts.unreadable;
+    run.FileFailed();
+    return std::nullopt;
+}
+
+// Waits for a file only when there is nothing else to do. When there is enough for a batch, the processes do what they
+// have and are given no more.
+void Worker::TakeFiles()
+{
+    while (Given() < kMostGiven && !(Given() > 0 && WantsBatch())) {
+        const std::optional<Work> work = run.Queue().Take(Given() == 0);
+        if (!work)
+            return;
+        if (std::optional<Source> source = MakeSource(*work))
+            Begin(std::move(*source));
+    }
+}
+
+size_t Worker::Given() const
+{
+    size_t given = 0;
+    for (const Process& process : processes)
+        given += process != nullptr ? process->Given() : 0;
+    return given;
+}
+
+void Worker::Begin(Source source)
+{
+    Process& process = processes[static_cast<size_t>(source.parser)];
+    if (process == nullptr) {
+        base::Result<Process> started = CtagsProcess::Start(settings.ctags, source.parser);
+        if (!started) {
+            run.Fail(started.Failure().Message());
+            return;
+        }
+        process = std::move(*started);
+    }
+    process->Give(std::move(source));
+}
+
+void Worker::WaitForProcesses()
+{
+    constexpr size_t kPlaces = CtagsProcess::kPlaces;
+    pollfd places[kParsers * kPlaces + TaggingRun::kStops];
+    std::fill(std::begin(places), std::end(places), pollfd{-1, 0, 0});
+    for (size_t i = 0; i < kParsers; ++i)
+        if (processes[i] != nullptr)
+            processes[i]->GetPlaces(places + i * kPlaces);
+    pollfd* place = places + kParsers * kPlaces;
+    for (const int stop : run.StopDescriptors())
+        *place++ = {stop, POLLIN, 0};
+
+    if (Given() >= kEnoughGiven)
+        std::this_thread::sleep_for(kGathering);
+    const std::chrono::milliseconds patience = TimeLeft();
+    const Clock::time_point start = Clock::now();
+    ::poll(places, std::size(places), static_cast<int>(patience.count()));
+    if (Clock::now() - start > patience + kStopped)
+        for (const Process& process : processes)
+            if (process != nullptr)
+                process->BeginAgain();
+
+    const auto keep = [this](Source& source, std::string_view output) { Keep(source, output); };
+    for (size_t i = 0; i < kParsers; ++i)
+        if (processes[i] != nullptr) {
+            processes[i]->Transfer(places + i * kPlaces, keep);
+            LookAfter(processes[i]);
+        }
+}
+
+// Of the file that is nearest to its limit.
+std::chrono::milliseconds Worker::TimeLeft() const
+{
+    const Clock::duration limit = std::chrono::seconds(settings.ctags.timeLimit);
+    Clock::duration left = limit;
+    for (const Process& process : processes)
+        if (process != nullptr && process->Given() > 0)
+            left = std::min(left, process->Began() + limit - Clock::now());
+    return std::max(std::chrono::ceil<std::chrono::milliseconds>(left), std::chrono::milliseconds(0));
+}
+
+void Worker::Keep(Source& source, std::string_view output)
+{
+    const tagsfile::Tags read = ReadCtagsOutput(output);
+    for (const tagsfile::Tags* tags : {&std::as_const(source.tags), &read})
+        for (const tagsfile::Tag& tag : tags->tags)
+            store.Add(source.number, tag);
+    files.push_back(source.number);
+    ++counts.files;
+    run.FileDone();
+}
+
+void Worker::LookAfter(Process& process)
+{
+    if (process->HasEnded()) {
+        const int status = process->End();
+        if (IsCrash(status))
+            Crashed(process);
+        else
+            Fail(process, status);
+    } else if (process->Given() > 0 &&
+               Clock::now() - process->Began() >= std::chrono::seconds(settings.ctags.timeLimit)) {
+        TookTooLong(process);
+    }
+}
+
+void Worker::Crashed(Process& process)
+{
+    if (process->Given() > 0)
+        ++counts.crashed;
+    GoOnWithout(process, "ctags crashed on ");
+}
+
+void Worker::TookTooLong(Process& process)
+{
+    ++counts.tookTooLong;
+    GoOnWithout(process, "ctags took longer than " + std::to_string(settings.ctags.timeLimit) + " s for ");
+}
+
+// Leaves out the file that the process was at, and gives the others to a new one.
+void Worker::GoOnWithout(Process& process, const std::string& report)
+{
+    std::deque<Source> rest = process->TakeSources();
+    process.reset();
+    if (rest.empty())
+        return;
+    observer.Say(report + base::Shown(rest.front().path) + ", which is left out");
+    run.FileFailed();
+    rest.pop_front();
+    for (Source& source : rest)
+        Begin(std::move(source));
+}
+
+void Worker::Fail(Process& process, int status)
+{
+    std::string lastWords = process->LastWords();
+    while (!lastWords.empty() && lastWords.back() == '\n')
+        lastWords.pop_back();
+    run.Fail(settings.ctags.program + " " + HowItEnded(status) +
+             (lastWords.empty() ? "" : ":\n" + base::ShownLines(lastWords)));
+    process.reset();
+}
+
+void Worker::SortAndCount()
+{
+    store.Sort(run.Fields());
+    std::vector<std::unique_ptr<tagsfile::LineSource>> sources;
+    sources.push_back(store.Lines(run.Fields(), &tooLong));
+    const std::unique_ptr<tagsfile::LineSource> once = tagsfile::Merged(std::move(sources));
+    for (std::string_view line; once->Next(line);)
+        ++counts.tags;
+    for (const auto& [file, tags] : tooLong)
+        counts.tooLong += tags;
+}
+
+std::unique_ptr<tagsfile::LineSource> Worker::Lines()
+{
+    return store.Lines(run.Fields(), &tooLongAgain);
+}
+
+} // namespace tagging

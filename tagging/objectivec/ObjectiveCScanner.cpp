@@ -1,0 +1,488 @@
+#include "tagging/objectivec/ObjectiveCScanner.h"
+
+#include <algorithm>
+
+namespace tagging {
+
+namespace {
+
+// Macros and attributes before a declaration are shorter.
+constexpr size_t kLongestPending = 64;
+
+bool IsSign(const Token& token)
+{
+    return token.Is('-') || token.Is('+');
+}
+
+bool BeginsEnumeration(const Token& token)
+{
+    return token.kind == Token::kWord && (token.text[0] == 'N' || token.text[0] == 'C') &&
+           (token.Is("NS_ENUM") || token.Is("NS_OPTIONS") || token.Is("CF_ENUM") || token.Is("CF_OPTIONS") ||
+            token.Is("NS_CLOSED_ENUM") || token.Is("CF_CLOSED_ENUM"));
+}
+
+} // namespace
+
+ObjectiveCScanner::ObjectiveCScanner(std::string_view text, const std::set<std::string>& ignoredMacros)
+    : text(text), source(text), afterKeyword(text), rest(text)
+{
+    for (const std::string& macro : ignoredMacros) {
+        const bool withArguments = macro.ends_with('+');
+        ignored[std::string_view(macro).substr(0, macro.size() - withArguments)] = withArguments;
+    }
+}
+
+ObjectiveCSource ObjectiveCScanner::Read()
+{
+    Token token;
+    while (Next(token)) {
+        OnToken(token);
+        last = token;
+    }
+    Finish();
+    return {std::move(tags), std::move(rest.Text())};
+}
+
+// What counts, and what does not.
+
+bool ObjectiveCScanner::Next(Token& token)
+{
+    while (source.Next(token)) {
+        if (token.kind == Token::kDirective) {
+            OnDirective(token);
+        } else if (!PassesOver(token)) {
+            if (BeginsEnumeration(token))
+                OnEnumerationMacro(token);
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ObjectiveCScanner::PassesOver(const Token& token)
+{
+    using Skip = Conditions<State>::Skip;
+    if (conditions.Skipping() == Skip::kOtherBranch)
+        rest.TakeOut(token);
+    if (conditions.Skipping() != Skip::kNo)
+        return true;
+    if (ignored.empty() || token.kind != Token::kWord)
+        return false;
+    const auto macro = ignored.find(token.text);
+    if (macro == ignored.end())
+        return false;
+    PassOver(token, macro->second);
+    return true;
+}
+
+void ObjectiveCScanner::PassOver(const Token& macro, bool withArguments)
+{
+    rest.TakeOut(macro);
+    int depth = 0;
+    SourceTokens ahead = source;
+    Token token;
+    while (withArguments && ahead.Next(token) && token.kind != Token::kDirective) {
+        const bool goesOn = depth > 0 ? !token.Is(';') && !token.Is('{') && !token.Is('}') : token.Is('(');
+        if (!goesOn)
+            return;
+        source = ahead;
+        rest.TakeOut(token);
+        depth += token.Is('(') ? 1 : token.Is(')') ? -1 : 0;
+        if (depth == 0)
+            return;
+    }
+}
+
+// A header has no end of its own: what is in the branches may be the rest of it or what follows.
+void ObjectiveCScanner::OnDirective(const Token& token)
+{
+    const Directive directive(token.text);
+    const bool endsHeader = directive.BeginsBranches() && declaration.IsHeader() && !declaration.Tokens().empty() &&
+                            conditions.Skipping() == Conditions<State>::Skip::kNo;
+    if (endsHeader || conditions.EndsBranch(directive))
+        Finish();
+    if (conditions.EndsBranch(directive))
+        pending.clear();
+    conditions.Follow(directive, state, declaration.IsOpen());
+}
+
+// "typedef NS_ENUM(NSInteger, Name) { ... }": what reads the rest does not know that this is "enum Name".
+void ObjectiveCScanner::OnEnumerationMacro(const Token& macro)
+{
+    constexpr int kMostTokens = 16; // of a type
+    SourceTokens ahead = source;
+    std::vector<Token> arguments;
+    Token token;
+    bool hasName = false;
+    for (int i = 0; i < kMostTokens && ahead.Next(token) && token.kind != Token::kDirective; ++i) {
+        arguments.push_back(token);
+        hasName |= token.Is(',');
+        if (token.Is(')'))
+            break;
+    }
+    const bool isComplete = arguments.size() > 2 && arguments.front().Is('(') && arguments.back().Is(')');
+    if (!isComplete)
+        return;
+    rest.Replace(macro, "enum");
+    const Token& name = arguments[arguments.size() - 2];
+    for (const Token& argument : arguments)
+        if (!hasName || argument.text.data() != name.text.data())
+            rest.TakeOut(argument);
+}
+
+// Tokens.
+
+void ObjectiveCScanner::OnToken(const Token& token)
+{
+    Token word;
+    if (token.Is('@')) {
+        if (const Keyword keyword = KeywordAfterAt(word); keyword != Keyword::kNone) {
+            source = afterKeyword;
+            OnKeyword(keyword, token, word);
+            return;
+        }
+    }
+    if (declaration.IsOpen())
+        OnDeclaration(token);
+    else if (state.mode == Mode::kBody)
+        OnBody(token);
+    else if (state.mode == Mode::kVariables)
+        OnVariables(token);
+    else
+        OnCode(token);
+}
+
+void ObjectiveCScanner::OnCode(const Token& token)
+{
+    const bool isInContainer = state.container.kind != Container::kNone;
+    if (token.Is('{') || token.Is('}')) {
+        OnBrace(token);
+    } else if (isInContainer && state.depth == 0) {
+        OnCodeOutsideOfBraces(token);
+    } else if (isInContainer && IsMethodAfterMissingBrace(token)) {
+        BackToCode();
+        OnCodeOutsideOfBraces(token);
+    } else if (token.Is(';')) {
+        pending.clear();
+    } else if (!isInContainer && pending.size() < kLongestPending) {
+        pending.push_back(token);
+    }
+}
+
+void ObjectiveCScanner::OnCodeOutsideOfBraces(const Token& token)
+{
+    if (MayBeginMethod(token)) {
+        Begin(Subject::kMethod, token);
+    } else if (token.Is(';')) {
+        EndStatement();
+    } else if (state.variablesMayFollow && pending.empty() && (token.Is(':') || token.Is('<'))) {
+        Begin(Subject::kHeaderRest, token);
+    } else {
+        if (token.Is('(') || token.Is('['))
+            ++state.parentheses;
+        else if ((token.Is(')') || token.Is(']')) && state.parentheses > 0)
+            --state.parentheses;
+        else if (token.Is('=') && state.parentheses == 0)
+            state.isInitializer = true;
+        if (pending.size() < kLongestPending)
+            pending.push_back(token);
+    }
+}
+
+// Of C code. The braces of what is outside of classes do not matter: a class cannot be in any but those of extern "C".
+void ObjectiveCScanner::OnBrace(const Token& token)
+{
+    if (state.container.kind == Container::kNone) {
+        pending.clear();
+    } else if (token.Is('}')) {
+        if (state.depth > 0)
+            --state.depth;
+        if (state.depth == 0 && state.parentheses == 0)
+            EndStatement();
+    } else if (state.depth == 0 && state.variablesMayFollow && (pending.empty() || MayBeOneMacro(pending))) {
+        BeginVariables(token);
+    } else if (state.depth == 0 && pending.empty() && state.container.kind == Container::kImplementation) {
+        BeginBody(token); // "- foo; {": a semicolon may end the method's header
+    } else {
+        ++state.depth;
+        state.variablesMayFollow = false;
+    }
+}
+
+void ObjectiveCScanner::OnBody(const Token& token)
+{
+    if (IsMethodAfterMissingBrace(token)) {
+        BackToCode();
+        OnCode(token);
+        return;
+    }
+    rest.TakeOut(token);
+    if (token.Is('{'))
+        ++state.depth;
+    else if (token.Is('}') && --state.depth == 0)
+        BackToCode();
+}
+
+void ObjectiveCScanner::OnVariables(const Token& token)
+{
+    if (token.Is('}')) {
+        rest.TakeOut(token);
+        BackToCode();
+    } else if (token.Is(';')) {
+        rest.TakeOut(token);
+    } else if (IsSign(token)) {
+        BackToCode(); // a method: the brace is missing
+        OnCode(token);
+    } else {
+        declaration.Begin(Subject::kVariable, {});
+        OnDeclaration(token);
+    }
+}
+
+void ObjectiveCScanner::OnDeclaration(const Token& token)
+{
+    // What a variable leaves to the parser of C is known at its end.
+    const bool staysForNow = declaration.What() == Subject::kVariable;
+    if (declaration.IsInBraces()) {
+        if (!declaration.IsInTypeOfC())
+            rest.TakeOut(token);
+        declaration.AddInBraces(token);
+    } else if (declaration.IsEndedBy(token)) {
+        Finish();
+        OnToken(token);
+    } else if (token.Is(';')) {
+        if (!declaration.HasTypeOfC())
+            rest.TakeOut(token);
+        if (declaration.What() == Subject::kHeader)
+            declaration.Clear(); // "@protocol A;" declares nothing
+        Finish();
+    } else if (token.Is('{') && !declaration.BraceIsPart()) {
+        Finish();
+        BeginBody(token);
+    } else {
+        const bool isKept = token.Is('{') ? declaration.BeginBraces(token) : declaration.Add(token);
+        if (!staysForNow || !isKept)
+            rest.TakeOut(token);
+    }
+}
+
+// A sign that begins a statement, or follows what may be macros: no C or C++ code outside of braces and parentheses has
+// one but in an initial value and after "operator".
+bool ObjectiveCScanner::MayBeginMethod(const Token& token) const
+{
+    return IsSign(token) && state.parentheses == 0 && !state.isInitializer && !last.Is("operator");
+}
+
+// "- (type)" at the beginning of a line and of a statement. No statement begins so.
+bool ObjectiveCScanner::IsMethodAfterMissingBrace(const Token& token) const
+{
+    if (!IsSign(token) || !(last.Is(';') || last.Is('}')))
+        return false;
+    const char* place = token.text.data();
+    if (place == text.data() || place[-1] != '\n')
+        return false;
+    SourceTokens ahead = source;
+    Token next;
+    return ahead.Next(next) && next.Is('(');
+}
+
+// Keywords.
+
+ObjectiveCScanner::Keyword ObjectiveCScanner::KeywordOf(std::string_view word)
+{
+    static const std::unordered_map<std::string_view, Keyword> kKeywords = {
+        {"interface", Keyword::kContainer}, {"implementation", Keyword::kContainer},
+        {"protocol", Keyword::kContainer},  {"end", Keyword::kEnd},
+        {"property", Keyword::kProperty},   {"class", Keyword::kNames},
+        {"synthesize", Keyword::kNames},    {"dynamic", Keyword::kNames},
+        {"import", Keyword::kNames},        {"compatibility_alias", Keyword::kNames},
+        {"optional", Keyword::kMark},       {"required", Keyword::kMark},
+        {"public", Keyword::kAccess},       {"protected", Keyword::kAccess},
+        {"private", Keyword::kAccess},      {"package", Keyword::kAccess},
+    };
+    const auto found = kKeywords.find(word);
+    return found == kKeywords.end() ? Keyword::kNone : found->second;
+}
+
+// "@protocol(Name)" is an expression.
+ObjectiveCScanner::Keyword ObjectiveCScanner::KeywordAfterAt(Token& word)
+{
+    SourceTokens ahead = source;
+    if (!ahead.Next(word) || word.kind != Token::kWord)
+        return Keyword::kNone;
+    const Keyword keyword = KeywordOf(WithoutSplices(word.text));
+    afterKeyword = ahead;
+    Token next;
+    const bool isExpression = keyword == Keyword::kContainer && ahead.Next(next) && next.Is('(');
+    return isExpression ? Keyword::kNone : keyword;
+}
+
+// None of these but the access keywords can be in braces of code: there, a closing brace was missing, and is passed
+// over.
+void ObjectiveCScanner::OnKeyword(Keyword keyword, const Token& at, const Token& word)
+{
+    Finish();
+    if (keyword != Keyword::kAccess)
+        BackToCode();
+    rest.TakeOut(at);
+    switch (keyword) {
+    case Keyword::kEnd:
+        state = {};
+        break;
+    case Keyword::kContainer:
+        state = {};
+        Begin(Subject::kHeader, word);
+        return;
+    case Keyword::kProperty:
+        Begin(Subject::kProperty, word);
+        return;
+    case Keyword::kNames:
+        Begin(Subject::kNames, word);
+        return;
+    case Keyword::kMark:
+    case Keyword::kAccess:
+    case Keyword::kNone:
+        break;
+    }
+    rest.TakeOut(word);
+}
+
+// Declarations.
+
+void ObjectiveCScanner::Begin(Subject subject, const Token& introducer)
+{
+    TakeOutPending();
+    EndStatement();
+    rest.TakeOut(introducer);
+    declaration.Begin(subject, introducer);
+}
+
+void ObjectiveCScanner::BeginBody(const Token& brace)
+{
+    rest.TakeOut(brace);
+    state.mode = Mode::kBody;
+    state.depth = 1;
+}
+
+void ObjectiveCScanner::BeginVariables(const Token& brace)
+{
+    TakeOutPending();
+    EndStatement();
+    rest.TakeOut(brace);
+    state.mode = Mode::kVariables;
+}
+
+void ObjectiveCScanner::BackToCode()
+{
+    TakeOutPending();
+    EndStatement();
+    state.mode = Mode::kCode;
+    state.depth = 0;
+}
+
+void ObjectiveCScanner::EndStatement()
+{
+    pending.clear();
+    state.parentheses = 0;
+    state.isInitializer = false;
+    state.variablesMayFollow = false;
+}
+
+void ObjectiveCScanner::Finish()
+{
+    switch (declaration.What()) {
+    case Subject::kHeader:
+        FinishHeader();
+        break;
+    case Subject::kHeaderRest:
+        state.variablesMayFollow = true;
+        break;
+    case Subject::kMethod:
+        FinishMethod();
+        break;
+    case Subject::kProperty:
+        FinishProperty();
+        break;
+    case Subject::kVariable:
+        FinishVariable();
+        break;
+    case Subject::kNames:
+    case Subject::kNone:
+        break;
+    }
+    declaration.Clear();
+}
+
+void ObjectiveCScanner::FinishHeader()
+{
+    const std::optional<ContainerHeader> header = ContainerHeaderOf(declaration.Tokens());
+    if (!header)
+        return;
+    const std::string keyword = WithoutSplices(declaration.Introducer().text);
+    const bool isProtocol = keyword == "protocol";
+    const bool isImplementation = keyword == "implementation";
+    state.container.kind = isProtocol         ? Container::kProtocol
+                           : isImplementation ? Container::kImplementation
+                                              : Container::kInterface;
+    state.container.scope =
+        tags.Keep(std::string(tagsfile::KindOf(tagsfile::kind::kClass).scopeWord) + header->name.name);
+    state.variablesMayFollow = !isProtocol;
+    if (isProtocol)
+        AddTag(header->name, tagsfile::kind::kProtocol, "");
+    else if (header->category)
+        AddTag(*header->category, isImplementation ? tagsfile::kind::kImplementation : tagsfile::kind::kCategory,
+               state.container.scope);
+    else if (!header->isExtension)
+        AddTag(header->name, isImplementation ? tagsfile::kind::kImplementation : tagsfile::kind::kInterface, "");
+}
+
+void ObjectiveCScanner::FinishMethod()
+{
+    const std::optional<DeclaredName> selector = SelectorOf(declaration.Tokens());
+    if (!selector)
+        return;
+    const bool isDefinition = state.container.kind == Container::kImplementation;
+    if (declaration.Introducer().Is('-'))
+        AddTag(*selector, isDefinition ? tagsfile::kind::kInstanceMethod : tagsfile::kind::kInstanceMethodDeclaration,
+               state.container.scope);
+    else
+        AddTag(*selector, isDefinition ? tagsfile::kind::kClassMethod : tagsfile::kind::kClassMethodDeclaration,
+               state.container.scope);
+}
+
+void ObjectiveCScanner::FinishProperty()
+{
+    if (state.container.kind == Container::kNone)
+        return;
+    for (const DeclaredName& name : VariablesOf(AfterPropertyAttributes(declaration.Tokens())))
+        AddTag(name, tagsfile::kind::kProperty, state.container.scope);
+}
+
+void ObjectiveCScanner::FinishVariable()
+{
+    for (const DeclaredName& name : VariablesOf(declaration.Tokens()))
+        AddTag(name, tagsfile::kind::kInstanceVariable, state.container.scope);
+    for (size_t i = 0; i < declaration.Tokens().size(); ++i)
+        if (!declaration.IsOfTypeOfC(i))
+            rest.TakeOut(declaration.Tokens()[i]);
+}
+
+void ObjectiveCScanner::AddTag(const DeclaredName& name, char kind, std::string_view scope)
+{
+    tags.tags.push_back({tags.Keep(name.name), name.line, kind, scope});
+}
+
+void ObjectiveCScanner::TakeOutPending()
+{
+    if (pending.size() < kLongestPending)
+        for (const Token& token : pending)
+            rest.TakeOut(token);
+    pending.clear();
+}
+
+ObjectiveCSource ReadObjectiveC(std::string_view text, const std::set<std::string>& ignored)
+{
+    return ObjectiveCScanner(text, ignored).Read();
+}
+
+} // namespace tagging

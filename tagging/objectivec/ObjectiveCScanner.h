@@ -1,0 +1,94 @@
+// One reading of a source for its Objective-C constructs.
+#pragma once
+
+#include "tagging/objectivec/ObjectiveC.h"
+#include "tagging/objectivec/ObjectiveCDeclarations.h"
+#include "tagging/objectivec/OpenDeclaration.h"
+#include "tagging/tokens/Conditions.h"
+#include "tagging/tokens/RestOfSource.h"
+#include "tagging/tokens/SourceTokens.h"
+
+#include <unordered_map>
+#include <vector>
+
+namespace tagging {
+
+// Finds where declarations of Objective-C begin, and says what they declare once they have ended. Everything else is
+// left where it is. Used once.
+class ObjectiveCScanner {
+public:
+    // Both are borrowed.
+    ObjectiveCScanner(std::string_view text, const std::set<std::string>& ignored);
+
+    ObjectiveCSource Read();
+
+private:
+    using Subject = OpenDeclaration::Subject;
+
+    // The class, category or protocol being declared or implemented.
+    struct Container {
+        enum Kind : char { kNone, kInterface, kProtocol, kImplementation } kind = kNone;
+        std::string_view scope; // "class:Name"
+    };
+
+    enum class Mode : char { kCode, kVariables, kBody };
+
+    struct State {
+        Container container;
+        Mode mode = Mode::kCode;
+        unsigned depth = 0;              // of braces: in C code, in the body of a method
+        unsigned parentheses = 0;        // of C code outside of braces; brackets too
+        bool isInitializer = false;      // after a '=' of C code outside of braces
+        bool variablesMayFollow = false; // right after the header of a class
+    };
+
+    enum class Keyword : char { kNone, kEnd, kContainer, kProperty, kNames, kMark, kAccess };
+
+    bool Next(Token& token);
+    bool PassesOver(const Token& token);
+    void PassOver(const Token& macro, bool withArguments);
+    void OnDirective(const Token& token);
+    void OnEnumerationMacro(const Token& macro);
+
+    void OnToken(const Token& token);
+    void OnCode(const Token& token);
+    void OnCodeOutsideOfBraces(const Token& token);
+    void OnBrace(const Token& token);
+    void OnBody(const Token& token);
+    void OnVariables(const Token& token);
+    void OnDeclaration(const Token& token);
+    bool MayBeginMethod(const Token& token) const;
+    bool IsMethodAfterMissingBrace(const Token& token) const;
+
+    static Keyword KeywordOf(std::string_view word);
+    Keyword KeywordAfterAt(Token& word);
+    void OnKeyword(Keyword keyword, const Token& at, const Token& word);
+
+    void Begin(Subject subject, const Token& introducer);
+    void BeginBody(const Token& brace);
+    void BeginVariables(const Token& brace);
+    void BackToCode();
+    void EndStatement();
+
+    void Finish();
+    void FinishHeader();
+    void FinishMethod();
+    void FinishProperty();
+    void FinishVariable();
+    void AddTag(const DeclaredName& name, char kind, std::string_view scope);
+    void TakeOutPending();
+
+    std::string_view text;
+    std::unordered_map<std::string_view, bool> ignored; // macro -> whether arguments go with it
+    SourceTokens source;
+    SourceTokens afterKeyword;
+    RestOfSource rest;
+    tagsfile::Tags tags;
+    State state;
+    Conditions<State> conditions;
+    OpenDeclaration declaration;
+    Token last;                 // the one before
+    std::vector<Token> pending; // C code since the last end of a statement: it may be macros before a declaration
+};
+
+} // namespace tagging
