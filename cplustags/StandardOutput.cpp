@@ -10,14 +10,14 @@ namespace cplustags {
 
 namespace {
 
-constexpr size_t kBufferSize = 64 * 1024;
+constexpr size_t kFlushedAt = 64 * 1024;
 
 } // namespace
 
 bool StandardOutput::Write(std::string_view text)
 {
     buffer += text;
-    return buffer.size() < kBufferSize || Flush();
+    return buffer.size() < kFlushedAt || Flush();
 }
 
 bool StandardOutput::Flush()
