@@ -83,9 +83,9 @@ void LazyTagger::Check() const
         throw Failure(tagger->Failure());
 }
 
-LineSources LazyTagger::Lines()
+tagsfile::LineSources LazyTagger::Lines()
 {
-    return HasBegun() ? tagger->Lines() : LineSources();
+    return HasBegun() ? tagger->Lines() : tagsfile::LineSources();
 }
 
 std::unordered_set<std::string> LazyTagger::TaggedFields() const

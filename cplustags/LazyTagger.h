@@ -29,7 +29,7 @@ public:
 
     // After Finish():
     bool HasBegun() const { return tagger != nullptr; }
-    LineSources Lines(); // which it must outlive
+    tagsfile::LineSources Lines(); // which it must outlive
     tagging::TaggingCounts Total() const { return HasBegun() ? tagger->Total() : tagging::TaggingCounts(); }
     tagging::TagsByFile TooLong() const { return HasBegun() ? tagger->TooLong() : tagging::TagsByFile(); }
     const std::string& Field(unsigned file) const { return tagger->Fields()[file]; }

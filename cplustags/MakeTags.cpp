@@ -35,7 +35,7 @@ private:
     void CheckOutcome() const;
     bool HasNothingToDo() const { return options.append && !sources.HasNames(); }
     void Write();
-    void Report(const TagsCount& count) const;
+    void Report(const tagsfile::TagsCount& count) const;
 
     const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     const Options& options;
@@ -79,11 +79,11 @@ void Job::CheckOutcome() const
 
 void Job::Write()
 {
-    TagsCount count = {tagger.Total().files, tagger.Total().tags};
-    LineSources lines = tagger.Lines();
+    tagsfile::TagsCount count = {tagger.Total().files, tagger.Total().tags};
+    tagsfile::LineSources lines = tagger.Lines();
     std::optional<StayingTags> staying;
     if (output.HasOldTags()) {
-        const TagsCount old = staying.emplace(place, tagger.TaggedFields()).Count();
+        const tagsfile::TagsCount old = staying.emplace(place, tagger.TaggedFields()).Count();
         count = {count.files + old.files, count.tags + old.tags};
         lines.push_back(staying->Lines());
     }
@@ -92,7 +92,7 @@ void Job::Write()
         Report(count);
 }
 
-void Job::Report(const TagsCount& count) const
+void Job::Report(const tagsfile::TagsCount& count) const
 {
     const auto name = [this](unsigned file) {
         return base::Shown(tagsfile::PathOfField(tagger.Field(file), place.directory));

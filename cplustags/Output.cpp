@@ -1,9 +1,9 @@
 #include "cplustags/Output.h"
 
 #include "cplustags/Failure.h"
-#include "cplustags/OldTags.h"
 #include "cplustags/SparseFile.h"
 #include "cplustags/StandardOutput.h"
+#include "tagsfile/TagsFileKind.h"
 
 #include <cstdlib>
 #include <sys/stat.h>
@@ -18,7 +18,7 @@ Output::Output(const Options& options, const Place& place, const base::CancelTok
 
 bool Output::HasOldTags() const
 {
-    return options.append && IsFile() && WhatIs(place.target) == Target::Tags;
+    return options.append && IsFile() && tagsfile::WhatIs(place.target) == tagsfile::Target::Tags;
 }
 
 void Output::Check() const
@@ -31,14 +31,14 @@ void Output::Check() const
     struct stat status;
     if (options.append && ::stat(target.c_str(), &status) == 0 && IsMostlyHoles(status))
         throw Failure(base::Shown(target) + " is too large for what is in it, and is left as it is; remove it");
-    switch (WhatIs(target)) {
-    case Target::Absent:
-    case Target::Tags:
+    switch (tagsfile::WhatIs(target)) {
+    case tagsfile::Target::Absent:
+    case tagsfile::Target::Tags:
         return;
-    case Target::Foreign:
+    case tagsfile::Target::Foreign:
         throw Failure(base::Shown(target) +
                       " is no tags file, and is left as it is; name another file with -f, or remove it");
-    case Target::Unreadable:
+    case tagsfile::Target::Unreadable:
         throw SystemFailure("cannot read " + base::Shown(target) + ", which was to be replaced");
     }
 }
@@ -66,7 +66,7 @@ const std::string& Output::Begin()
     return forTemporaries->Path();
 }
 
-void Output::Write(const TagsCount& count, LineSources lines)
+void Output::Write(const tagsfile::TagsCount& count, tagsfile::LineSources lines)
 {
     if (IsFile())
         WriteFile(count, std::move(lines));
@@ -74,24 +74,28 @@ void Output::Write(const TagsCount& count, LineSources lines)
         WriteStandardOutput(count, std::move(lines));
 }
 
-void Output::WriteFile(const TagsCount& count, LineSources lines)
+void Output::WriteFile(const tagsfile::TagsCount& count, tagsfile::LineSources lines)
 {
     if (newFile == nullptr)
         MakeNewFile();
-    const auto write = [this](std::string_view text) { return !cancel.IsCancelled() && newFile->Write(text); };
-    const bool isWritten =
-        WriteTags(count, std::move(lines), write, *newFile) && !cancel.IsCancelled() && newFile->Commit();
+    const tagsfile::RewritableFile file = {
+        [this](std::string_view text) { return !cancel.IsCancelled() && newFile->Write(text); },
+        [this](off_t place, std::string_view text) { return newFile->WriteOver(place, text); },
+        [this](const timespec& modified) { newFile->SetTime(modified); },
+    };
+    const bool isWritten = tagsfile::WriteTags(count, CPLUSTAGS_VERSION, std::move(lines), file) &&
+                           !cancel.IsCancelled() && newFile->Commit();
     if (!newFile->Error().empty())
         throw Failure(newFile->Error());
     if (!isWritten)
         throw Failure(base::Shown(place.target) + " has changed while it was read");
 }
 
-void Output::WriteStandardOutput(const TagsCount& count, LineSources lines) const
+void Output::WriteStandardOutput(const tagsfile::TagsCount& count, tagsfile::LineSources lines) const
 {
     StandardOutput output;
     const auto write = [&](std::string_view text) { return !cancel.IsCancelled() && output.Write(text); };
-    if (!WriteTags(count, std::move(lines), write) || !output.Flush())
+    if (!tagsfile::WriteTags(count, CPLUSTAGS_VERSION, std::move(lines), write) || !output.Flush())
         throw SystemFailure("cannot write to standard output");
 }
 

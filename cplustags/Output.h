@@ -6,7 +6,7 @@
 #include "cplustags/NewFile.h"
 #include "cplustags/Options.h"
 #include "cplustags/Place.h"
-#include "cplustags/TagsWriter.h"
+#include "tagsfile/TagsWriter.h"
 
 #include <memory>
 #include <string>
@@ -25,12 +25,12 @@ public:
 
     void Check() const;         // that a file which is there may be replaced
     const std::string& Begin(); // makes a directory where temporary files may be put
-    void Write(const TagsCount& count, LineSources lines);
+    void Write(const tagsfile::TagsCount& count, tagsfile::LineSources lines);
 
 private:
     void MakeNewFile();
-    void WriteFile(const TagsCount& count, LineSources lines);
-    void WriteStandardOutput(const TagsCount& count, LineSources lines) const;
+    void WriteFile(const tagsfile::TagsCount& count, tagsfile::LineSources lines);
+    void WriteStandardOutput(const tagsfile::TagsCount& count, tagsfile::LineSources lines) const;
 
     const Options& options;
     const Place& place;

@@ -1,7 +1,7 @@
 #include "cplustags/StayingTags.h"
 
 #include "cplustags/Failure.h"
-#include "cplustags/OldTags.h"
+#include "tagsfile/OldTags.h"
 #include "tagsfile/TagLine.h"
 
 #include <cerrno>
@@ -35,9 +35,9 @@ bool StayingTags::Goes(std::string_view field)
     return false;
 }
 
-TagsCount StayingTags::Count()
+tagsfile::TagsCount StayingTags::Count()
 {
-    LineSources old;
+    tagsfile::LineSources old;
     old.push_back(Lines());
     const std::unique_ptr<tagsfile::LineSource> once = tagsfile::Merged(std::move(old));
     size_t tags = 0;
@@ -50,7 +50,7 @@ std::unique_ptr<tagsfile::LineSource> StayingTags::Lines()
 {
     files = 0;
     std::unique_ptr<tagsfile::LineSource> lines =
-        LinesThatStay(place.target, [this](std::string_view field) { return Goes(field); });
+        tagsfile::LinesThatStay(place.target, [this](std::string_view field) { return Goes(field); });
     if (lines == nullptr)
         throw SystemFailure("cannot read " + base::Shown(place.target));
     return lines;

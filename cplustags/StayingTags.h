@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cplustags/Place.h"
-#include "cplustags/TagsWriter.h"
+#include "tagsfile/TagsWriter.h"
 
 #include <cstddef>
 #include <memory>
@@ -19,7 +19,7 @@ public:
     // 'tagged' are the fields of the files that have been tagged again. 'place' must outlive it.
     StayingTags(const Place& place, std::unordered_set<std::string> tagged);
 
-    TagsCount Count();
+    tagsfile::TagsCount Count();
     std::unique_ptr<tagsfile::LineSource> Lines(); // which it must outlive
 
 private:

@@ -37,7 +37,7 @@ private:
 
 } // namespace
 
-std::string SummaryText(const tagging::TaggingCounts& counts, size_t unnameable, const TagsCount& inFile,
+std::string SummaryText(const tagging::TaggingCounts& counts, size_t unnameable, const tagsfile::TagsCount& inFile,
                         double seconds)
 {
     char time[32];

@@ -1,11 +1,12 @@
 // Reads any bytes as the output of ctags, and as an old tags file. The result is always sorted lines that lookups can
 // read, and old lines that stay are unchanged.
-#include "cplustags/OldTags.h"
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tagging/TagStore.h"
 #include "tagging/ctags/CtagsOutput.h"
+#include "tagsfile/OldTags.h"
 #include "tagsfile/TagLine.h"
+#include "tagsfile/TagsFileKind.h"
 #include "tests/support/TempDirectory.h"
 #include "vetch/support/Strings.h"
 
@@ -73,7 +74,7 @@ bool Goes(std::string_view field)
 
 Lines Staying(const std::string& path)
 {
-    const auto lines = cplustags::LinesThatStay(path, Goes);
+    const auto lines = tagsfile::LinesThatStay(path, Goes);
     Require(lines != nullptr, "old tags can be read");
     return All(*lines);
 }
@@ -92,7 +93,7 @@ void TryOldTags(const std::uint8_t* data, std::size_t size)
 {
     static const TempDirectory files;
     const std::string path = files.Write("tags", std::string(reinterpret_cast<const char*>(data), size));
-    cplustags::WhatIs(path);
+    tagsfile::WhatIs(path);
     const Lines staying = Staying(path);
     for (const std::string& line : Split(data, size, '\n'))
         if (const std::string stays = StayingLine(line); !stays.empty() && stays.size() <= tagsfile::kLongestLine)

@@ -33,6 +33,12 @@ std::optional<std::string_view> AfterAddress(std::string_view text)
     return text;
 }
 
+bool IsBelow(std::string_view path, std::string_view directory)
+{
+    return path.length() > directory.length() + 1 && path.substr(0, directory.length()) == directory &&
+           path[directory.length()] == '/';
+}
+
 } // namespace
 
 std::string_view NameOfLine(std::string_view line)
@@ -70,6 +76,21 @@ std::string PathOfField(std::string_view field, std::string_view directory)
         path += field[i];
     }
     return path;
+}
+
+std::optional<std::string> FileField(std::string_view path, std::string_view directory)
+{
+    if (IsBelow(path, directory))
+        path.remove_prefix(directory.length() + 1);
+    std::string field;
+    for (const char character : path) {
+        if (character == '\t' || character == '\n' || character == '\r')
+            return std::nullopt;
+        if (character == '\\')
+            field += '\\';
+        field += character;
+    }
+    return field;
 }
 
 } // namespace tagsfile

@@ -28,4 +28,9 @@ std::optional<std::string_view> AfterAddressOfLine(std::string_view line);
 // The absolute path that a file field stands for; 'directory' is that of the tags file, without "/" at its end.
 std::string PathOfField(std::string_view field, std::string_view directory);
 
+// How a file is written in a tags file that is in 'directory' (absolute, without "/" at its end): relative to it when
+// the file is below, so that the two can move together, else absolute. A backslash gets another. Nothing when the field
+// would have a tab or a line break in it, which no reader could tell from the end of the field. 'path' is absolute.
+std::optional<std::string> FileField(std::string_view path, std::string_view directory);
+
 } // namespace tagsfile

@@ -6,12 +6,6 @@ namespace tagsfile {
 
 namespace {
 
-bool IsBelow(std::string_view path, std::string_view directory)
-{
-    return path.length() > directory.length() + 1 && path.substr(0, directory.length()) == directory &&
-           path[directory.length()] == '/';
-}
-
 void AppendNumber(std::string& text, unsigned number)
 {
     char digits[16];
@@ -29,21 +23,6 @@ size_t LengthOfTagLine(const Tag& tag, std::string_view field)
 }
 
 } // namespace
-
-std::optional<std::string> FileField(std::string_view path, std::string_view directory)
-{
-    if (IsBelow(path, directory))
-        path.remove_prefix(directory.length() + 1);
-    std::string field;
-    for (const char character : path) {
-        if (character == '\t' || character == '\n' || character == '\r')
-            return std::nullopt;
-        if (character == '\\')
-            field += '\\';
-        field += character;
-    }
-    return field;
-}
 
 bool HasRoomForScope(const Tag& tag, std::string_view field)
 {

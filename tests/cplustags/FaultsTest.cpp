@@ -1,6 +1,5 @@
 // What stops the program from outside: a kill at any moment, a full disk, another run for the same file.
 
-#include "cplustags/OldTags.h"
 #include "tests/support/FileContent.h"
 #include "tests/support/LostReader.h"
 #include "tests/support/RunProgram.h"

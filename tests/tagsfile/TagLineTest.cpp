@@ -1,7 +1,5 @@
 #include "tagsfile/TagLine.h"
 
-#include "vetch/support/Strings.h"
-
 #include <gtest/gtest.h>
 
 namespace tagsfile {
@@ -15,44 +13,6 @@ std::string Line(const Tag& tag, const std::string& field)
         return "left out";
     }
     return text.substr(7);
-}
-
-struct FieldCase {
-    const char* why;
-    const char* path;
-    const char* directory;
-    std::optional<std::string> field;
-};
-
-const FieldCase kFields[] = {
-    {"below the tags file: relative, so that both can move", "/p/src/a.c", "/p", "src/a.c"},
-    {"beside it", "/p/a.c", "/p", "a.c"},
-    {"elsewhere", "/q/a.c", "/p", "/q/a.c"},
-    {"a longer name of the same beginning is elsewhere", "/pq/a.c", "/p", "/pq/a.c"},
-    {"a backslash is an escape to the reader", "/p/a\\ b.c", "/p", "a\\\\ b.c"},
-    {"blanks and quotes are none", "/p/a b'c\".h", "/p", "a b'c\".h"},
-    {"bytes as they are", "/p/\xff\x01.h", "/p", "\xff\x01.h"},
-    {"a tab would end the field", "/p/a\tb.c", "/p", std::nullopt},
-    {"a line break would end the line", "/p/a\nb.c", "/p", std::nullopt},
-    {"what is above the tags file does not matter", "/p\n/a.c", "/p\n", "a.c"},
-    {"the root's tags", "/a.c", "", "a.c"},
-};
-
-TEST(FileField, Cases)
-{
-    for (const FieldCase& row : kFields)
-        EXPECT_EQ(FileField(row.path, row.directory), row.field) << row.why;
-}
-
-TEST(FileField, IsUnescapedByReaders)
-{
-    for (const FieldCase& row : kFields) {
-        if (!row.field)
-            continue;
-        EXPECT_EQ(PathOfField(*row.field, row.directory), row.path) << row.why;
-        const std::string plain = DeEscaped(*row.field);
-        EXPECT_EQ(plain[0] == '/' ? plain : row.directory + ("/" + plain), row.path) << row.why;
-    }
 }
 
 TEST(TagLine, HasNameFileLineKindAndScope)

@@ -1,4 +1,4 @@
-#include "cplustags/OldTags.h"
+#include "tagsfile/OldTags.h"
 
 #include "base/TextPool.h"
 #include "tagsfile/TagFields.h"
@@ -14,7 +14,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace cplustags {
+namespace tagsfile {
 
 namespace {
 
@@ -73,7 +73,7 @@ struct TextHash {
 };
 
 // The lines that stay, in the order in which they stand in the file.
-class StayingLines : public tagsfile::LineSource {
+class StayingLines : public LineSource {
 public:
     StayingLines(const std::string& path, std::function<bool(std::string_view)> goes)
         : lines(path), goes(std::move(goes))
@@ -96,7 +96,7 @@ private:
     {
         if (line == "\n" || line.front() == '!')
             return false;
-        const std::optional<std::string_view> field = tagsfile::FieldOfLine(line);
+        const std::optional<std::string_view> field = FieldOfLine(line);
         if (!field)
             return true;
         auto known = answers.find(*field);
@@ -108,12 +108,11 @@ private:
     // Readers would take the rest of a line that is too long for one of its own. Without its last fields it may not be.
     bool Shorten(std::string_view& line)
     {
-        if (line.length() <= tagsfile::kLongestLine)
+        if (line.length() <= kLongestLine)
             return true;
-        const auto fields = tagsfile::AfterAddressOfLine(line);
-        const size_t end = line.rfind('\t', tagsfile::kLongestLine - 1);
-        if (!fields || end == std::string_view::npos ||
-            line.data() + end <= fields->data() + tagsfile::kExtensionSign.length())
+        const auto fields = AfterAddressOfLine(line);
+        const size_t end = line.rfind('\t', kLongestLine - 1);
+        if (!fields || end == std::string_view::npos || line.data() + end <= fields->data() + kExtensionSign.length())
             return false;
         shortened.assign(line.substr(0, end)) += '\n';
         line = shortened;
@@ -126,9 +125,9 @@ private:
     std::string shortened;
 };
 
-class SortedLines : public tagsfile::LineSource {
+class SortedLines : public LineSource {
 public:
-    explicit SortedLines(tagsfile::LineSource& unsorted)
+    explicit SortedLines(LineSource& unsorted)
     {
         for (std::string_view line; unsorted.Next(line);)
             lines.push_back(texts.Put(line));
@@ -149,7 +148,7 @@ private:
     size_t position = 0;
 };
 
-bool IsSorted(tagsfile::LineSource& lines)
+bool IsSorted(LineSource& lines)
 {
     std::string last;
     for (std::string_view line; lines.Next(line);) {
@@ -162,8 +161,7 @@ bool IsSorted(tagsfile::LineSource& lines)
 
 } // namespace
 
-std::unique_ptr<tagsfile::LineSource> LinesThatStay(const std::string& path,
-                                                    std::function<bool(std::string_view field)> goes)
+std::unique_ptr<LineSource> LinesThatStay(const std::string& path, std::function<bool(std::string_view field)> goes)
 try {
     auto lines = std::make_unique<StayingLines>(path, std::move(goes));
     if (!lines->IsOpen())
@@ -179,4 +177,4 @@ try {
     return nullptr;
 }
 
-} // namespace cplustags
+} // namespace tagsfile

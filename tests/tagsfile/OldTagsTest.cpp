@@ -1,4 +1,4 @@
-#include "cplustags/OldTags.h"
+#include "tagsfile/OldTags.h"
 
 #include "tagsfile/TagLine.h"
 #include "tests/support/TempDirectory.h"
@@ -7,7 +7,7 @@
 
 #include <cerrno>
 
-namespace cplustags {
+namespace tagsfile {
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -56,8 +56,7 @@ TEST(KeptOldLines, AreShortEnoughForReaders)
 {
     const std::string begin = "name\tstays.c\t/a;\"\tb/;\"\tf";
     const std::string scope = "\tclass:C";
-    const std::string fits =
-        begin + scope + "\tx:" + std::string(tagsfile::kLongestLine - begin.size() - scope.size() - 4, 'x');
+    const std::string fits = begin + scope + "\tx:" + std::string(kLongestLine - begin.size() - scope.size() - 4, 'x');
     const struct {
         const char* why;
         std::string line;
@@ -122,4 +121,4 @@ TEST(KeptOldLines, FailWithErrnoWhenTheFileCannotBeRead)
 }
 
 } // namespace
-} // namespace cplustags
+} // namespace tagsfile

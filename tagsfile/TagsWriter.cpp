@@ -1,12 +1,9 @@
-#include "cplustags/TagsWriter.h"
+#include "tagsfile/TagsWriter.h"
 
-#include "cplustags/NewFile.h"
 #include "tagsfile/NameOrder.h"
 #include "tagsfile/SortedClaim.h"
 
-#include <ctime>
-
-namespace cplustags {
+namespace tagsfile {
 
 namespace {
 
@@ -15,24 +12,24 @@ std::string PseudoTag(const std::string& name, const std::string& value, const s
     return "!_TAG_" + name + "\t" + value + "\t/" + comment + "/\n";
 }
 
-// The pseudo-tag by which a file says that its names are in order, when there is a value for it, in its place between
-// the others.
-std::string PseudoTagsWith(const TagsCount& count, const std::string& sorted)
+// The lines in front of the tags, sorted as all lines are. The one by which a file says that its names are in order is
+// there when there is a value for it.
+std::string PseudoTags(const TagsCount& count, const std::string& version, const std::string& sorted)
 {
     return PseudoTag("CPLUSTAGS_FILES", std::to_string(count.files), "files tagged") +
-           (sorted.empty() ? "" : std::string(tagsfile::kSortedClaim) + sorted + "\t/size while in order/\n") +
+           (sorted.empty() ? "" : std::string(kSortedClaim) + sorted + "\t/size while in order/\n") +
            PseudoTag("CPLUSTAGS_TAGS", std::to_string(count.tags), "tags in this file") +
            PseudoTag("FILE_FORMAT", "2", "extended format; --format=1 will not append ;\" to lines") +
            PseudoTag("FILE_SORTED", "1", "0=unsorted, 1=sorted, 2=foldcase") +
            PseudoTag("PROGRAM_NAME", "cplustags", "Universal Ctags did the parsing") +
-           PseudoTag("PROGRAM_VERSION", CPLUSTAGS_VERSION, "");
+           PseudoTag("PROGRAM_VERSION", version, "");
 }
 
 // What has been written.
 struct Written {
     bool isComplete = false;
     off_t size = 0;
-    tagsfile::NameOrder order;
+    NameOrder order;
 };
 
 Written WriteAll(const std::string& head, size_t count, LineSources lines, const WriteText& write)
@@ -41,7 +38,7 @@ Written WriteAll(const std::string& head, size_t count, LineSources lines, const
     written.size = static_cast<off_t>(head.length());
     if (!write(head))
         return written;
-    const std::unique_ptr<tagsfile::LineSource> merged = tagsfile::Merged(std::move(lines));
+    const std::unique_ptr<LineSource> merged = Merged(std::move(lines));
     std::string previous;
     for (std::string_view line; merged->Next(line); --count) {
         if (count == 0 || !write(line))
@@ -56,27 +53,22 @@ Written WriteAll(const std::string& head, size_t count, LineSources lines, const
 
 } // namespace
 
-std::string PseudoTags(const TagsCount& count)
+bool WriteTags(const TagsCount& count, const std::string& version, LineSources lines, const WriteText& write)
 {
-    return PseudoTagsWith(count, "");
-}
-
-bool WriteTags(const TagsCount& count, LineSources lines, const WriteText& write)
-{
-    return WriteAll(PseudoTags(count), count.tags, std::move(lines), write).isComplete;
+    return WriteAll(PseudoTags(count, version, ""), count.tags, std::move(lines), write).isComplete;
 }
 
 // No file with tags has the size that is written first.
-bool WriteTags(const TagsCount& count, LineSources lines, const WriteText& write, NewFile& file)
+bool WriteTags(const TagsCount& count, const std::string& version, LineSources lines, const RewritableFile& file)
 {
-    const std::string head = PseudoTagsWith(count, tagsfile::SortedClaimValue(0));
-    const Written written = WriteAll(head, count.tags, std::move(lines), write);
+    const std::string text = PseudoTags(count, version, SortedClaimValue(0));
+    const Written written = WriteAll(text, count.tags, std::move(lines), file.write);
     if (!written.isComplete || !written.order.InOrder())
         return written.isComplete;
-    const size_t place = head.find(tagsfile::kSortedClaim) + tagsfile::kSortedClaim.length();
-    const bool isClaimed = file.WriteOver(static_cast<off_t>(place), tagsfile::SortedClaimValue(written.size));
-    file.SetTime({std::time(nullptr), tagsfile::SortedClaimNanoseconds(written.size)});
+    const size_t place = text.find(kSortedClaim) + kSortedClaim.length();
+    const bool isClaimed = file.writeOver(static_cast<off_t>(place), SortedClaimValue(written.size));
+    file.setTime({std::time(nullptr), SortedClaimNanoseconds(written.size)});
     return isClaimed;
 }
 
-} // namespace cplustags
+} // namespace tagsfile
