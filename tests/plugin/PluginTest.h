@@ -6,6 +6,7 @@
 #include "tests/support/Framework.h"
 #include "tests/support/Seats.h"
 #include "tests/support/TagLines.h"
+#include "vetch/interface/BWindow.h"
 
 #include <gtest/gtest.h>
 
