@@ -12,7 +12,7 @@
 
 namespace {
 
-// As the user who counts for file access, and through links.
+// Checks access with the effective user, and follows links.
 status_t SearchableDirectory(const std::string& path)
 {
     struct stat found;
@@ -61,7 +61,7 @@ status_t BDirectory::GetEntry(BEntry* entry) const
     return entry == nullptr ? B_ERROR : entry->SetTo(path.c_str());
 }
 
-// An entry by its directory: here, since an entry need not know what a directory is.
+// Defined here, so that an entry does not include directories.
 
 BEntry::BEntry(const BDirectory* directory, const char* leaf, bool traverse)
 {

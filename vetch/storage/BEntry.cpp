@@ -17,7 +17,7 @@ bool IsLink(const std::string& path)
     return lstat(path.c_str(), &found) == 0 && S_ISLNK(found.st_mode);
 }
 
-// Where a link leads; the path itself for what is no link, and for a link that leads nowhere.
+// The target of a link; the path itself when it is not a link or leads nowhere.
 std::string Followed(const std::string& path)
 {
     if (!IsLink(path))
@@ -91,7 +91,7 @@ status_t BEntry::GetPath(BPath* result) const
     return path.empty() ? B_ERROR : B_OK;
 }
 
-// Here, since a path need not know what an entry is.
+// Defined here, so that a path does not include entries.
 BPath::BPath(const BEntry* entry)
 {
     if (entry != nullptr)

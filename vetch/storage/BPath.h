@@ -5,14 +5,14 @@
 
 class BEntry;
 
-// A value type. Normalised as text alone: links are not followed. "" when unset.
+// A value type. Normalised as text only: links are not followed. "" when unset.
 class BPath {
 public:
     BPath() = default;
     explicit BPath(const BEntry* entry); // null or unset gives an unset path
-    explicit BPath(const char* path);    // a relative path is taken from the process's directory; null or "" is unset
+    explicit BPath(const char* path);    // relative to the process's directory; null or "" is unset
 
-    const char* Path() const { return path.c_str(); } // lives as long as this object is unchanged
+    const char* Path() const { return path.c_str(); } // valid while this object is unchanged
 
 private:
     std::string path;

@@ -9,7 +9,7 @@ namespace {
 
 std::atomic<long> gLiveObjects{0};
 
-// What CFRelease deletes: every object of the subset is one of these, and of nothing else.
+// The base of every object of the subset, for CFRelease.
 class CFObject {
 public:
     CFObject() { ++gLiveObjects; }

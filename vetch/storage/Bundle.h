@@ -1,6 +1,6 @@
-// Bundle directories, in the small part of Core Foundation's form that a plug-in uses to find its resources.
+// Bundle directories: the small part of Core Foundation that a plug-in needs to find its resources.
 //
-// Functions with "Copy" in their names give the caller an object to release with CFRelease. Null in gives null out.
+// Functions with "Copy" in their names return an object for the caller to release with CFRelease, and null for null.
 #pragma once
 
 #include <string>

@@ -1,15 +1,15 @@
-// Names a file by its directory and its name in it, whether or not it exists.
+// A file's directory and its name in it; the file may not exist.
 #pragma once
 
 #include <string>
 
-// A value type. Equal when directory and name are the same text; nothing is read from the disk to compare. The path is
-// normalised as BPath does.
+// A value type. Equality compares the texts of directory and name without reading the disk. The path is normalised as
+// in BPath.
 struct EntryRef {
-    const char* name; // the leaf, inside this object; null when unset
+    const char* name; // points into this object; null when unset
 
     EntryRef();
-    explicit EntryRef(const char* path); // a relative path is taken from the process's directory; null or "" is unset
+    explicit EntryRef(const char* path); // relative to the process's directory; null or "" is unset
     EntryRef(const EntryRef& other);
     EntryRef& operator=(const EntryRef& other);
     ~EntryRef();

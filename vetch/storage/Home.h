@@ -3,5 +3,5 @@
 
 #include <string>
 
-// $HOME, read at each call, with exactly one "/" at its end; "" when it is unset or empty. Any thread.
+// $HOME, read at each call, with exactly one "/" at its end; "" when unset or empty. Any thread.
 std::string Home();

@@ -17,7 +17,7 @@ std::string Absolute(const std::string& path)
     return failure ? "" : here.string() + "/" + path;
 }
 
-// Whether nothing in the path needs a closer look, as in nearly all. Names that begin with a dot get one.
+// True when the path, as nearly all, is normalised already. Names that begin with a dot are checked by the caller.
 bool IsPlain(const std::string& path)
 {
     if (path.length() < 2 || path.front() != '/' || path.back() == '/')

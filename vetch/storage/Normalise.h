@@ -1,15 +1,15 @@
-// The one form in which the framework keeps paths.
+// The form in which the framework keeps paths.
 #pragma once
 
 #include <string>
 
 namespace vetch {
 
-// An absolute path without "//", "." and "..", by text alone, and without a "/" at its end (but for the root, "/"). A
-// relative path is taken from the process's directory. "" for "", and when that directory cannot be told. Any thread.
+// An absolute path without "//", "." and "..", normalised as text, without a "/" at its end (except the root, "/"). A
+// relative path starts at the process's directory. "" for "", and when that directory is unknown. Any thread.
 std::string NormalisedPath(const std::string& path);
 
-// Both parts of a normalised path; the root's leaf is "/", in the directory "".
+// The two parts of a normalised path; the root has the directory "" and the leaf "/".
 std::string DirectoryPart(const std::string& normalisedPath);
 std::string LeafPart(const std::string& normalisedPath);
 

@@ -1,13 +1,13 @@
-// A lock that its holder may take again.
+// A recursive lock.
 #pragma once
 
 #include <mutex>
 
-// Recursive; any thread. Lock() waits and answers true; pair each with an Unlock() on the same thread.
+// Any thread. Lock() waits and returns true; pair each with an Unlock() on the same thread.
 class BLocker {
 public:
     BLocker() = default;
-    explicit BLocker(const char* name); // the name is for people who debug; it is not kept
+    explicit BLocker(const char* name); // the name is ignored
     BLocker(const BLocker&) = delete;
     BLocker& operator=(const BLocker&) = delete;
 

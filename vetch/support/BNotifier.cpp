@@ -11,7 +11,7 @@ BNotifier::~BNotifier()
             std::erase(watch.receiver->watched, this);
 }
 
-// Here, since a receiver need not know what a notifier is.
+// Defined here, so that a receiver does not include notifiers.
 vetch::NoticeReceiver::~NoticeReceiver()
 {
     for (BNotifier* notifier : watched)
@@ -80,7 +80,7 @@ void BNotifier::Forget(vetch::NoticeReceiver* receiver)
 
 void BNotifier::RemoveLeavers()
 {
-    // While notices are being sent, places in the list are being counted: leavers only become null then.
+    // SendNotices() calls under way hold indices into the list.
     if (sending == 0)
         std::erase_if(watches, [](const Watch& watch) { return !watch.receiver; });
 }

@@ -9,7 +9,7 @@ namespace vetch {
 namespace {
 
 struct Reporter {
-    std::mutex mutex; // a leaf, but for what the reporter itself takes
+    std::mutex mutex; // a leaf, except for locks that the reporter takes
     std::function<void(const std::string&)> report;
 };
 

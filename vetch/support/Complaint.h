@@ -1,4 +1,4 @@
-// Telling the user of a failure of the system that costs something and that nobody else reports.
+// Reports system failures that cost the user something and that nothing else reports.
 #pragma once
 
 #include <functional>
@@ -6,12 +6,12 @@
 
 namespace vetch {
 
-// Any thread, with any locks held. Not for each key stroke: the caller says a thing once.
+// Any thread, with any locks held. Do not repeat the same report with each key stroke.
 void Complain(const std::string& text);
 
-// What Complain() calls, on the complaining thread: it must be quick, call nothing of the framework's, and throw
-// nothing. Null for standard error, as at first ("vetch: " and the text). Once this returns the former one is called no
-// more.
+// Complain() calls 'report' on the complaining thread. It must be quick, call nothing in the framework, and throw
+// nothing. Null restores the default, which writes "vetch: " and the text to standard error. After the return the
+// previous reporter is not called again.
 void SetComplaintReporter(std::function<void(const std::string& text)> report);
 
 } // namespace vetch

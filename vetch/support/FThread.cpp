@@ -53,7 +53,7 @@ void Join(std::list<Worker> workers)
         worker.thread.join();
 }
 
-// The workers that have ended: joined as others start, so that a long session keeps no dead threads.
+// Removes the ended workers, for their join when others start: a long session keeps no dead threads.
 std::list<Worker> TakeEnded(Workers& workers)
 {
     std::list<Worker> ended;
@@ -66,13 +66,13 @@ std::list<Worker> TakeEnded(Workers& workers)
     return ended;
 }
 
-// A thread that computes for a second would otherwise take whole turns (some 4 ms) from the thread that answers to
-// keys.
+// Without this, a thread that computes for a second delays the thread that handles keys by whole time slices (some 4
+// ms).
 void GiveWay()
 {
     constexpr int kSteps = 10;  // behind the thread that started it
-    constexpr int kLowest = 19; // there is nothing behind that
-    // To this system process 0 is the calling thread, alone.
+    constexpr int kLowest = 19; // the lowest priority that exists
+    // On Linux process 0 is the calling thread alone.
     ::setpriority(PRIO_PROCESS, 0, std::min(::getpriority(PRIO_PROCESS, 0) + kSteps, kLowest));
 }
 

@@ -1,15 +1,15 @@
-// Work handed to a thread of its own.
+// Work on a separate thread.
 #pragma once
 
 #include <cstddef>
 #include <memory>
 
-// Something that can be called once a thread is there for it.
+// A call that a thread makes later.
 class FunctionObject {
 public:
     virtual ~FunctionObject() = default;
     virtual void operator()() const = 0;
-    virtual size_t Size() const = 0; // of the concrete object, in bytes
+    virtual size_t Size() const = 0; // sizeof the concrete object
 };
 
 template <class C, class A>
@@ -45,16 +45,15 @@ private:
     B second;
 };
 
-// Runs a function object once on its own thread, then destroys the object and itself: make it with new and forget it.
+// Runs a function object once on a new thread, then destroys the object and itself. Make it with new and forget it.
 //
-// It works in the background: where there are more threads than cores it gives way to those that a user waits for. The
-// thread is joinable inside: vetch::JoinThreads() waits for all that were started. An exception that escapes the
-// function object ends the thread and is reported with vetch::Complain().
+// It has a lower priority than the thread that started it. Threads are joined by vetch::JoinThreads(). An exception
+// that escapes the function object ends the thread and is reported with vetch::Complain().
 class FThread {
 public:
-    // Takes the function over and starts at once. When the system has no thread to give, that is reported once
-    // (vetch::StartThread) and std::system_error is thrown; the function is destroyed and has not run. The arguments of
-    // Run() are the caller's then, as they are after std::bad_alloc.
+    // Takes ownership of the function and starts at once. If the system cannot start a thread, reports that once
+    // (vetch::StartThread) and throws std::system_error; the function is destroyed without a call. Then, and after
+    // std::bad_alloc, the caller still owns the arguments of Run().
     explicit FThread(FunctionObject* function);
 
     template <class C, class A>
@@ -77,15 +76,15 @@ private:
 
 namespace vetch {
 
-// Waits until every FThread started so far, and those they start, has ended. Call with no lock held, and from no
+// Waits for all FThreads started so far, and for those that they start. Call it with no lock held, and not from an
 // FThread.
 void JoinThreads();
 
 // True when no FThread is running. Any thread.
 bool ThreadsAreIdle();
 
-// Called, on the threads concerned, whenever an FThread begins or has ended. It must be quick and not call back. Null
-// for nobody; the former one may still be called once by a thread that is just ending.
+// 'watcher' is called on the thread concerned when an FThread begins or has ended. It must be quick and must not call
+// back. Null removes it; a thread that is ending may still call the previous one once.
 void SetThreadsWatcher(void (*watcher)());
 
 } // namespace vetch

@@ -1,4 +1,4 @@
-// Points and rectangles, in pixels. A rectangle's width is right - left, and its edges are inside it.
+// Points and rectangles, in pixels. A rectangle's width is right - left; its edges belong to it.
 #pragma once
 
 #include "vetch/support/Types.h"

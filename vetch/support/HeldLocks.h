@@ -3,8 +3,8 @@
 
 namespace vetch {
 
-// BLockers and the locks of loopers with threads of their own, recursive ones counted each time. Where a thread is
-// about to wait for others it asserts that this is 0: a lock held there is a deadlock that only needs its moment.
+// Counts BLockers and the locks of loopers that have threads; a recursive lock counts each time. A thread asserts that
+// it is 0 before it waits for others: a lock held there can deadlock.
 int HeldLocks();
 
 void CountLock();

@@ -1,4 +1,4 @@
-// Who can watch a BNotifier.
+// A watcher of BNotifiers.
 #pragma once
 
 #include "vetch/support/Types.h"
@@ -10,7 +10,7 @@ class BNotifier;
 
 namespace vetch {
 
-// Hears the notices of the notifiers it watches. Either side may die first: each forgets the other.
+// Receives notices of the notifiers that it watches. Either side may die first: each forgets the other.
 //
 // A receiver and the notifiers it watches belong to one thread.
 class NoticeReceiver {
@@ -19,7 +19,7 @@ public:
     NoticeReceiver(const NoticeReceiver&) = delete;
     NoticeReceiver& operator=(const NoticeReceiver&) = delete;
 
-    // 'message' may be null and is valid for the length of the call.
+    // 'message' may be null and is valid during the call.
     virtual void NoticeReceived(uint32 what, const BMessage* message) = 0;
 
 protected:

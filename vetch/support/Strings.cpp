@@ -14,13 +14,13 @@ bool NeedsNoEscape(char character)
     return byte != '\0' && std::strchr("_./-+,:@%=", byte) != nullptr;
 }
 
-// A backslash before a line break joins two lines in a shell, so a break travels in quotes.
+// A backslash before a line break joins two lines in a shell, so quotes are needed.
 constexpr const char kEscapedLineBreak[] = "'\n'";
 
-// Where a shell's reader stands in a command text: in quotes, in a comment, behind a backslash, or in none of them.
+// A shell reader's position in a command text: in quotes, in a comment, behind a backslash, or plain.
 class ShellReader {
 public:
-    // Answers whether 'character' is a bare parenthesis, and steps past it.
+    // Steps past 'character'; true when it is a bare parenthesis.
     bool StepsOverBareParenthesis(char character)
     {
         switch (state) {
@@ -28,7 +28,7 @@ public:
             return StepInPlainText(character);
         case State::kEscaped:
             state = State::kPlain;
-            if (character != '\n') // which joins two lines, in the middle of a word or between two
+            if (character != '\n') // a joined line may continue a word or begin one
                 atWordStart = false;
             return false;
         case State::kComment:
@@ -58,8 +58,8 @@ private:
     bool StepInPlainText(char character)
     {
         state = StateAfter(character);
-        // A backslash decides nothing yet. No parenthesis starts a word: it gets a backslash itself and so belongs to
-        // one.
+        // After a backslash the next character decides. A parenthesis does not start a word: it gets a backslash and so
+        // belongs to one.
         if (state != State::kEscaped && state != State::kComment)
             atWordStart = character != '\0' && std::strchr(" \t\n;&|<>", character) != nullptr;
         return character == '(' || character == ')';
@@ -82,7 +82,7 @@ private:
     }
 
     State state = State::kPlain;
-    bool atWordStart = true; // a comment leaves it true, and the line after it begins with a word
+    bool atWordStart = true; // stays true through a comment: the line after it begins with a word
 };
 
 } // namespace

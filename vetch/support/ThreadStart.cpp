@@ -21,7 +21,7 @@ ThreadStarter& TheStarter()
     return *starter;
 }
 
-// The losses that the user knows of.
+// The losses that were reported to the user.
 struct Losses {
     std::mutex mutex; // a leaf
     std::set<std::string> known;
@@ -36,7 +36,7 @@ Losses& TheLosses()
 
 std::atomic<bool> gRefused = false;
 
-// Where there is no memory either, it is said the next time.
+// Without memory for the report, the next loss is reported.
 void Lost(const char* loss, const std::error_code& reason)
 try {
     if (loss == nullptr)

@@ -1,4 +1,4 @@
-// Starting threads: all of the framework's, the plug-in's and the editor's begin here.
+// Starts threads: all threads of the framework, the plug-in and the editor begin here.
 #pragma once
 
 #include <functional>
@@ -6,25 +6,25 @@
 
 namespace vetch {
 
-// Runs 'body' on a new thread, which the caller joins or detaches. When the system has no thread to give, the result is
-// not joinable, and nothing of 'body' has run.
+// Runs 'body' on a new thread, which the caller joins or detaches. If the system cannot start one, the result is not
+// joinable and 'body' has not run.
 //
-// 'loss' is a clause that says what the user does without then: "a window is not shown". It goes to Complain(), once
-// until a thread with the same loss starts again; null for what nobody misses. An exception that escapes 'body' ends
-// the thread and is reported too. Throws nothing. Any thread, with any locks held.
+// 'loss' is a clause that names the consequence for the user: "a window is not shown". Complain() reports it once,
+// until a thread with the same loss starts again; null reports nothing. An exception that escapes 'body' ends the
+// thread and is reported too. Throws nothing. Any thread, with any locks held.
 std::thread StartThread(const char* loss, std::function<void()> body);
 
-// What takes the place of a thread's number where none was started; not B_ERROR.
+// Stands for a thread's number where none was started; differs from B_ERROR.
 inline constexpr int kNotStarted = -2;
 
-// Whether anything was ever lost in this process for lack of a thread: an answer may be empty for that.
+// Whether this process ever lost work for lack of a thread: a reason for an empty answer.
 bool ThreadsWereRefused();
 
-// Calls 'function'; an exception is reported with Complain() and goes no further.
+// Calls 'function'; an exception is reported with Complain() and not passed on.
 void CallGuarded(const std::function<void()>& function);
 
-// Takes the system's place, for tests: it starts the thread, or throws std::system_error. Null for the system. Set it
-// while no other thread starts any.
+// For tests: replaces the system. It starts the thread or throws std::system_error. Null restores the system. Set it
+// while no other thread starts threads.
 using ThreadStarter = std::function<std::thread(const char* loss, std::function<void()> body)>;
 void SetThreadStarter(ThreadStarter starter);
 

@@ -1,4 +1,4 @@
-// Numbers and codes that every part of the framework shares.
+// Number types and error codes of the whole framework.
 #pragma once
 
 #include <cstdint>
