@@ -6,19 +6,19 @@
 class BMenuBar;
 
 // Made once, on the thread that becomes the document thread. It has no thread of its own: the host dispatches its
-// messages with vetch::RunPending() whenever no plug-in call is active. PostMessage() may be called from any thread.
+// messages with vetch::RunPending() while no plug-in call is active. PostMessage() may be called from any thread.
 class BApplication : public BLooper {
 public:
     BApplication();
     ~BApplication() override; // destroys the loopers that have ended
 
-    void Quit() override; // dispatches nothing more; whoever made the application destroys it
+    void Quit() override; // stops dispatching; its maker destroys it
 
-    BMenuBar* MenuBar() const; // borrowed; null until the host set one
+    BMenuBar* MenuBar() const; // borrowed; null until the host sets one
     void SetMenuBar(BMenuBar* bar);
 
 private:
     BMenuBar* menuBar = nullptr;
 };
 
-extern BApplication* be_app; // null before the application is made and after it is gone
+extern BApplication* be_app; // null while there is no application

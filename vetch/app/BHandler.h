@@ -12,26 +12,26 @@
 class BLooper;
 class BMessage;
 
-// A handler belongs to one looper at most, and is touched only on its thread or under its lock; before a window's first
-// Show() by its creator alone.
+// Belongs to one looper at most. Touched only on the looper's thread or under its lock; before a window's first Show()
+// only by its creator.
 class BHandler : public vetch::NoticeReceiver {
 public:
     BHandler();
     ~BHandler() override;
 
     virtual void MessageReceived(BMessage* message); // ignores it
-    virtual BLooper* Looper() const;                 // null until it has one, and when that is gone
+    virtual BLooper* Looper() const;                 // null before it has one and after that is gone
 
-    // Filters see each message before it is dispatched here, in the order in which they came. One that changes the
-    // target ends this handler's; the new target's follow, unless they have seen the message already. Takes 'filter'
-    // over.
+    // Filters see each message before its dispatch, in the order of their addition. When a filter changes the target,
+    // this handler's filters stop and the new target's filters follow, unless they have seen the message. Takes
+    // ownership of 'filter'.
     void AddFilter(BMessageFilter* filter);
     const std::vector<std::unique_ptr<BMessageFilter>>& Filters() const { return filters; }
 
-    void NoticeReceived(uint32 what, const BMessage* message) override; // as MessageReceived, with that 'what'
+    void NoticeReceived(uint32 what, const BMessage* message) override; // calls MessageReceived with 'what'
 
     vetch::HandlerToken Token() const { return token; }
-    void SetLooper(BLooper* looper); // the framework calls this when a view joins or leaves a window
+    void SetLooper(BLooper* looper); // called by the framework when a view joins or leaves a window
 
 private:
     const vetch::HandlerToken token;

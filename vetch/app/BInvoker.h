@@ -1,4 +1,4 @@
-// Something a user can invoke, and the message that it then sends.
+// Something that a user can invoke, with the message that it then sends.
 #pragma once
 
 #include "vetch/app/BHandler.h"
@@ -6,19 +6,19 @@
 
 #include <memory>
 
-// Owns its message; borrows its target, which may die first. Touched on its window's thread, as the view it belongs to.
+// Owns its message; borrows its target, which may die first. Touched on its window's thread, as its view is.
 class BInvoker {
 public:
     BInvoker();
     virtual ~BInvoker();
 
-    status_t SetMessage(BMessage* message); // takes it over; null removes it
+    status_t SetMessage(BMessage* message); // takes ownership; null removes it
     const BMessage* Message() const { return message.get(); }
 
-    // The handler that is sent to; with a null handler, the looper itself; with neither, nobody.
+    // A null handler means the looper itself; with neither there is no target.
     status_t SetTarget(const BHandler* handler, const BLooper* looper = nullptr);
 
-    // Posts a copy of 'message', or of its own when that is null; B_ERROR without a message or a live target.
+    // Posts a copy of 'message', or of its own message for null; B_ERROR without a message or a live target.
     virtual status_t Invoke(const BMessage* message = nullptr);
 
 protected:

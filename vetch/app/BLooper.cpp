@@ -10,7 +10,7 @@
 
 #include <cassert>
 
-// What any thread may call keeps the state while it works: the looper itself may be destroyed meanwhile.
+// Functions for any thread keep the state alive while they work: the looper may be destroyed meanwhile.
 
 BLooper::BLooper(vetch::Service service) : state(std::make_shared<vetch::LooperState>(service))
 {
@@ -126,7 +126,7 @@ status_t BLooper::PostMessage(const BMessage* message, BHandler* handler, BHandl
     return message ? kept->Post(*message, handler ? handler->Token() : Token()) : B_ERROR;
 }
 
-// Here, since a handler need not know what a looper is.
+// Defined here, so that a handler does not include loopers.
 void BHandler::SetLooper(BLooper* looper)
 {
     vetch::SetLooperOf(token, looper ? looper->LooperToken() : 0);

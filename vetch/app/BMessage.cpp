@@ -61,7 +61,7 @@ status_t BMessage::FindMessage(const char* name, BMessage* message) const
     const auto* found = Find<std::shared_ptr<const BMessage>>(name, 0);
     if (!found || !message)
         return B_ERROR;
-    // Held for the length of the copy: 'message' may be this one, whose fields go meanwhile.
+    // Keeps it alive during the copy: 'message' may be this one, whose fields the copy replaces.
     const std::shared_ptr<const BMessage> kept = *found;
     *message = *kept;
     return B_OK;

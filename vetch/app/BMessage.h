@@ -1,4 +1,4 @@
-// A code with named values: what loopers, windows and the application send each other.
+// A code with named values: loopers, windows and the application exchange them.
 #pragma once
 
 #include "vetch/storage/EntryRef.h"
@@ -10,9 +10,8 @@
 #include <variant>
 #include <vector>
 
-// A value type. A name may hold several values of one type, in the order in which they were added. A find that meets a
-// missing name, index or another type answers B_ERROR and leaves its output alone. Not thread-safe; copies are
-// independent.
+// A value type. A name may hold several values of one type, in the order of their addition. A find returns B_ERROR for
+// a missing name or index and for another type; its output is unchanged. Not thread-safe; copies are independent.
 class BMessage {
 public:
     uint32 what;
@@ -28,7 +27,7 @@ public:
 
     status_t FindInt8(const char* name, int32 index, int8* value) const;
     status_t FindInt32(const char* name, int32* value) const;
-    status_t FindString(const char* name, const char** value) const; // lives as long as this message is unchanged
+    status_t FindString(const char* name, const char** value) const; // valid while this message is unchanged
     status_t FindRef(const char* name, EntryRef* ref) const;
     status_t FindRef(const char* name, int32 index, EntryRef* ref) const;
     status_t FindMessage(const char* name, BMessage* message) const;

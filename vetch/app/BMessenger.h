@@ -1,4 +1,4 @@
-// Sends messages to a handler that may have died meanwhile.
+// Sends messages to a handler that may be gone.
 #pragma once
 
 #include "vetch/app/BHandler.h"
@@ -6,7 +6,7 @@
 // Copyable; any thread.
 class BMessenger {
 public:
-    explicit BMessenger(const BHandler* target); // a looper, or a handler that belongs to one
+    explicit BMessenger(const BHandler* target); // a looper, or a looper's handler
 
     status_t SendMessage(const BMessage* message) const; // B_ERROR when the target is gone
 

@@ -12,10 +12,10 @@ namespace vetch {
 
 namespace {
 
-// Where the handler's filters send the message; null when they drop it.
+// The handler's target after its filters; null when they drop the message.
 BHandler* FilteredBy(BHandler* handler, LooperToken looper, BMessage* message)
 {
-    // By place, not by iterator: a filter may add filters.
+    // By index, not by iterator: a filter may add filters.
     for (size_t i = 0; i < handler->Filters().size(); ++i) {
         BHandler* target = handler;
         if (handler->Filters()[i]->Filter(message, &target) == B_SKIP_MESSAGE || !target)
@@ -26,7 +26,8 @@ BHandler* FilteredBy(BHandler* handler, LooperToken looper, BMessage* message)
     return handler;
 }
 
-// A handler's filters see what other filters send to it, but once only: two that send to each other end there.
+// Filters redirect the message until a target repeats. A handler's filters see it once: two that redirect to each other
+// stop.
 BHandler* Filtered(BHandler* handler, LooperToken looper, BMessage* message)
 {
     std::vector<BHandler*> seen;

@@ -1,4 +1,4 @@
-// Handing one message to its handler.
+// Hands one message to its handler.
 #pragma once
 
 #include "vetch/app/BLooper.h"
@@ -8,7 +8,7 @@ namespace vetch {
 struct Envelope;
 
 // Runs the filters and dispatches, on the looper's thread with its lock held. A handler that is gone, or belongs to
-// another looper by now, receives nothing. An exception that escapes is reported on standard error and ends there.
+// another looper now, receives nothing. Reports an exception that escapes on standard error and does not pass it on.
 void Dispatch(BLooper& looper, LooperToken token, Envelope& envelope);
 
 } // namespace vetch

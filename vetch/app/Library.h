@@ -1,14 +1,14 @@
-// Which shared library something belongs to.
+// Finds the shared library of an address or a class.
 #pragma once
 
 class BLooper;
 
 namespace vetch {
 
-// Where the library or program that contains 'address' is loaded; null when none does.
+// The load address of the library or program that contains 'address'; null when none does.
 const void* LibraryOf(const void* address);
 
-// That of the looper's class, told by its virtual table. For who may touch the looper.
+// The library of the looper's class, found by its virtual table. For code that is allowed to touch the looper.
 const void* LibraryOfClass(const BLooper* looper);
 
 } // namespace vetch

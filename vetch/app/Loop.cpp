@@ -54,7 +54,7 @@ void SettleFreely()
     }
 }
 
-// Waits until the threads of loopers that have quit have ended; false when some are to be reaped first.
+// Waits for the threads of loopers that have quit; false when some loopers need the reaper first.
 bool AwaitEndings(Guard& lock)
 {
     Traffic& traffic = TheTraffic();
@@ -62,7 +62,7 @@ bool AwaitEndings(Guard& lock)
     return traffic.ended.empty();
 }
 
-// Lets the looper with the oldest message dispatch it, and waits until that is over.
+// Lets the looper with the oldest message dispatch it, and waits for the end of that.
 void GrantTurn(Guard& lock)
 {
     Traffic& traffic = TheTraffic();
@@ -73,7 +73,7 @@ void GrantTurn(Guard& lock)
     traffic.granted = 0;
 }
 
-// Takes the oldest message of all and has it dispatched; false when there is none.
+// Dispatches the oldest message of all queues; false when there is none.
 bool TakeTurn()
 {
     Traffic& traffic = TheTraffic();
@@ -123,7 +123,7 @@ PluginCall::PluginCall()
 PluginCall::~PluginCall()
 {
     assert(HeldLocks() == 0);
-    // Who was woken meanwhile could do nothing.
+    // A thread woken during the call could do nothing.
     if (--pluginCalls == 0 && HasPending())
         WakeDocumentThread();
 }

@@ -11,7 +11,7 @@ bool LooperLock::Acquire(Guard& guard, std::condition_variable& changed, const b
     if (!IsCallers()) {
         const std::uint64_t ticket = nextTicket++;
         changed.wait(guard, [&] { return refused || servedTicket == ticket; });
-        // The tickets of those who were refused are never served: nobody gets the lock any more.
+        // Refused tickets are never served: no thread gets the lock any more.
         if (refused)
             return false;
         owner = CurrentThread();

@@ -9,14 +9,14 @@
 
 namespace vetch {
 
-// Recursive, and handed on in the order in which it was asked for: a busy looper cannot keep others out.
+// Recursive and first come first served: a busy looper cannot keep others out.
 //
-// Guarded by a mutex of its user's, with which everything here is called.
+// Guarded by its user's mutex, which every caller holds.
 class LooperLock {
 public:
     using Guard = std::unique_lock<std::mutex>;
 
-    // Waits for the lock on 'changed', which its user notifies when 'refused' changes; false as soon as that is true.
+    // Waits for the lock on 'changed', which its user notifies when 'refused' changes; false once 'refused' is true.
     bool Acquire(Guard& guard, std::condition_variable& changed, const bool& refused);
     void Release(std::condition_variable& changed);
 
@@ -27,7 +27,7 @@ private:
     ThreadNumber owner = kNoThread;
     int depth = 0;
     std::uint64_t nextTicket = 0;
-    std::uint64_t servedTicket = 0; // its holder has the lock or is about to wake up to it
+    std::uint64_t servedTicket = 0; // its holder has the lock or is about to wake up
 };
 
 } // namespace vetch

@@ -41,7 +41,7 @@ status_t LooperState::Post(const BMessage& message, HandlerToken handler)
         if (quitAccepted)
             return B_ERROR;
         envelope.sequence = ++traffic.lastSequence;
-        // What waits for a looper to run at all does not count as under way.
+        // Messages of a looper that never ran do not count as under way.
         if (hasRun || service == Service::Application)
             Pending().emplace(envelope.sequence, this);
         queue.push_back(std::move(envelope));
@@ -162,10 +162,10 @@ void LooperState::DispatchNext(Guard& guard, const Dispatcher& dispatch)
 
 bool LooperState::AcceptQuit()
 {
-    std::deque<Envelope> dropped; // destroyed when the mutex is free again
+    std::deque<Envelope> dropped; // destroyed after the mutex is unlocked
     Guard guard(traffic.mutex);
     dropped = MarkQuit();
-    // In one step with the mark: between the two the document thread could destroy the looper.
+    // In one step with the mark: in between, the document thread could destroy the looper.
     if (announced || !(hasRun || IsCallers()))
         return false;
     announced = true;
@@ -231,7 +231,7 @@ void LooperState::HandIn()
 
 void LooperState::MakerEnds(bool quits)
 {
-    std::deque<Envelope> dropped; // destroyed when the mutex is free again
+    std::deque<Envelope> dropped; // destroyed after the mutex is unlocked
     {
         Guard guard(traffic.mutex);
         madeOver = true;
@@ -258,14 +258,14 @@ void LooperState::AwaitEnd()
     if (thread.joinable())
         thread.join();
     Guard guard(traffic.mutex);
-    // Its own holder would wait for ever; assertions tell about that one.
+    // A wait for the caller's own lock would never end; assertions report that case.
     changed.wait(guard, [&] { return announcer == kNoThread && (lock.IsFree() || lock.IsCallers()); });
 }
 
 void LooperState::Close()
 {
     assert(!thread.joinable());
-    std::deque<Envelope> dropped; // destroyed when the mutex is free again
+    std::deque<Envelope> dropped; // destroyed after the mutex is unlocked
     Guard guard(traffic.mutex);
     quitAccepted = true;
     dropped = TakeQueue();

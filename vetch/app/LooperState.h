@@ -15,16 +15,16 @@
 
 namespace vetch {
 
-// A message in a queue, for a handler that may be gone by the time it is dispatched.
+// A queued message; its handler may be gone before the dispatch.
 struct Envelope {
     Sequence sequence;
     HandlerToken handler;
     BMessage message;
 };
 
-// Shared by the looper, its thread and whoever is just posting to it or waiting for its lock, so that those are safe
-// while the looper dies. Everything that changes is guarded by the traffic's mutex, which BeginDispatch() and Wake()
-// are called with and nothing else is.
+// Shared by the looper, its thread and the threads that post to it or wait for its lock: they stay safe while the
+// looper dies. The traffic's mutex guards everything that changes; only BeginDispatch() and Wake() are called with it
+// held.
 class LooperState : public std::enable_shared_from_this<LooperState> {
 public:
     explicit LooperState(Service service);
@@ -34,56 +34,54 @@ public:
     const LooperToken token;
     const Service service;
 
-    // The queue. B_ERROR once quit is accepted.
+    // The queue. B_ERROR after an accepted quit.
     status_t Post(const BMessage& message, HandlerToken handler);
 
-    // The lock. That of a looper which the application's loop serves is free on the document thread and refused to all
-    // others, since nobody waits for that thread.
+    // The lock. If the application's loop serves the looper, the lock is free on the document thread and refused
+    // elsewhere: no looper waits for that thread.
     bool Lock();
     void Unlock();
     bool IsLocked() const; // by the calling thread
 
     using Dispatcher = std::function<void(Envelope&)>;
 
-    // Starts the thread, which calls 'dispatch' with each message, the lock held; its number, or B_ERROR once quit is
-    // accepted or when the system has no thread to give.
+    // Starts the thread, which calls 'dispatch' with each message, the lock held. Returns its number, or B_ERROR after
+    // an accepted quit and when the system has no thread.
     thread_id Run(const Dispatcher& dispatch);
     bool HasRun() const;
 
-    // Marks the quit and drops what is queued. True, once, for who must call the looper's QuitAccepted() and then
-    // Announced(): until then the looper is not destroyed. False also for who may not touch the looper.
+    // Marks the quit and drops the queue. Returns true once: that caller must call the looper's QuitAccepted() and then
+    // Announced(), and until then the looper is not destroyed. False for callers that may not touch the looper.
     bool AcceptQuit();
     void Announced();
 
-    // After an accepted quit, queues the token for the reaper where no thread of the looper's own will do it: the
-    // looper never ran and belongs to the caller or the document thread, or it is one that the application's loop
-    // serves.
+    // After an accepted quit, queues the token for the reaper if the looper's own thread will not: the application's
+    // loop serves it, or it never ran and belongs to the caller or the document thread.
     void LeaveToReaper();
-    // Neither the reaper nor Quit() destroys this one: the application is its maker's to destroy.
+    // Keeps Quit() and the reaper from destroying this one: the application's maker destroys it.
     void KeepFromReaper();
-    // The thread that made the looper is ending: one that never ran belongs to the document thread from now on, which
-    // destroys it when its quit is or was accepted.
+    // Called when the maker's thread ends: a looper that never ran then belongs to the document thread, which destroys
+    // it after an accepted quit.
     void MakerEnds(bool quits);
-    bool BelongsToCaller() const; // never ran, and is the caller's alone
+    bool BelongsToCaller() const; // never ran, and only the caller uses it
 
     // The document thread's side.
     //
-    // True when this call is the one to destroy the looper, which has accepted its quit: false when it is being
-    // destroyed already, still belongs to another thread, or is dispatching or being told further up on the document
-    // thread.
+    // True when this call must destroy the looper after its accepted quit. False when it is being destroyed already,
+    // belongs to another thread, or is in a dispatch or QuitAccepted() further up on the document thread's stack.
     bool BeginDestruction();
-    // Waits until nobody else is in the looper any more: its thread has ended and its lock is free.
+    // Waits until the looper's thread has ended and its lock is free.
     void AwaitEnd();
-    // The looper is being destroyed: drops what is queued and refuses the rest.
+    // Drops the queue and refuses further messages: the looper is being destroyed.
     void Close();
-    // True when the document thread may look at the looper and call it: it runs, or belongs to that thread.
+    // True when the document thread may use the looper: it runs, or belongs to that thread.
     bool IsPublished() const;
-    // One that the application's loop serves begins to dispatch the oldest message of its queue, and is done with it.
+    // Begin and end the dispatch of the oldest message, for a looper that the application's loop serves.
     Envelope BeginDispatch(LooperLock::Guard& guard);
     void EndDispatch();
-    void Wake(); // it may be its turn
+    void Wake(); // its turn may have come
 
-    // The library to whose loopers it must not belong when it runs; see QuitLoopersOf().
+    // A looper of this library's classes must quit at its Run(); see QuitLoopersOf().
     void ForbidLibrary(const void* library);
     const void* ForbiddenLibrary() const;
 
@@ -107,15 +105,15 @@ private:
     LooperLock lock;
 
     ThreadNumber maker;
-    bool madeOver = false; // never ran, and its maker has left it to the document thread
+    bool madeOver = false; // never ran; its maker left it to the document thread
     std::thread thread;
     bool hasRun = false;
     bool quitAccepted = false;
-    bool announced = false;             // QuitAccepted() was called, or is being called
+    bool announced = false;             // QuitAccepted() was or is being called
     ThreadNumber announcer = kNoThread; // the thread that is calling it
     bool handedIn = false;
     bool destroying = false;
-    int dispatching = 0; // served by the application: dispatches under way on the document thread
+    int dispatching = 0; // served by the application: active dispatches on the document thread
     const void* forbiddenLibrary = nullptr;
 };
 

@@ -1,4 +1,4 @@
-// The modifier keys that the user holds down, and the codes of keys and of user input.
+// Modifier keys, and the codes of keys and user input.
 #pragma once
 
 #include "vetch/support/Types.h"
@@ -17,11 +17,11 @@ constexpr uint32 B_KEY_DOWN = FourCC("_KYD");      // "byte" int8 (one or more),
 constexpr uint32 B_MOUSE_DOWN = FourCC("_MDN");    // in a list: "index" int32, "clicks" int32 (2: a double click)
 constexpr uint32 B_REFS_RECEIVED = FourCC("_RRC"); // "refs" refs, "be:line" int32 from 1
 
-// The bits held now. Any thread.
+// The modifier keys that are held now. Any thread.
 uint32 modifiers();
 
 namespace vetch {
 
-void SetModifiers(uint32 bits); // the display calls this
+void SetModifiers(uint32 bits); // called by the display
 
 } // namespace vetch

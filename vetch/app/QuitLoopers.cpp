@@ -11,14 +11,15 @@ namespace vetch {
 
 namespace {
 
-// Quits the looper when its class is of the library; true when that destroyed it.
+// Quits the looper when its class belongs to the library; true when that destroyed it.
 bool QuitIfOf(const void* library, LooperToken token)
 {
     const RegisteredLooper registered = FindRegistered(token);
     if (!registered.state || registered.looper == be_app)
         return false;
     if (!registered.state->IsPublished()) {
-        // Still its maker's, who may even be constructing it: what it is shows when it runs, or when its maker ends.
+        // Its maker still owns it and may be constructing it: the class is checked when it runs, or when its maker
+        // ends.
         registered.state->ForbidLibrary(library);
         return false;
     }
@@ -36,7 +37,7 @@ void QuitLoopersOf(const void* address)
     const void* const library = LibraryOf(address);
     if (!library)
         return;
-    // Again as long as some go: the thread of one may just have made another.
+    // Repeats while loopers go: the thread of one may just have made another.
     bool someWent = true;
     while (someWent) {
         someWent = false;

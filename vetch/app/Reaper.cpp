@@ -10,7 +10,7 @@ namespace vetch {
 
 namespace {
 
-// Knows when its thread ends.
+// Its destructor runs when its thread ends.
 struct Maker {
     ~Maker()
     {
@@ -44,7 +44,7 @@ void Reaper::Destroy(BLooper* looper)
     const std::shared_ptr<LooperState> state = looper->state;
     if (!state->BeginDestruction())
         return;
-    looper->AcceptQuit(); // announces it, unless that is done
+    looper->AcceptQuit(); // calls QuitAccepted() if nobody has
     state->AwaitEnd();
     delete looper;
 }
@@ -54,7 +54,7 @@ bool Reaper::ReapOne()
     const std::optional<LooperToken> token = TakeEnded();
     if (!token)
         return false;
-    // One that was destroyed by a Quit() on this thread meanwhile is not found.
+    // A looper that Quit() destroyed on this thread is not found.
     if (BLooper* looper = FindLooper(*token))
         Destroy(looper);
     return true;

@@ -1,4 +1,4 @@
-// Destroying loopers that have quit.
+// Destroys loopers that have quit.
 #pragma once
 
 #include "vetch/app/BLooper.h"
@@ -7,7 +7,7 @@ namespace vetch {
 
 // Document thread.
 struct Reaper {
-    // Destroys a looper that has accepted its quit, after waiting for its thread; nothing while that may not be done
+    // Waits for the thread of a looper with an accepted quit and destroys it; does nothing while that is not allowed
     // yet.
     static void Destroy(BLooper* looper);
 
@@ -15,7 +15,8 @@ struct Reaper {
     static bool ReapOne();
 };
 
-// For the thread that has just made a looper: when it ends, what it made and never ran goes to the document thread.
+// Call it on a thread that has made a looper: when the thread ends, its loopers that never ran go to the document
+// thread.
 void MindMaker();
 
 } // namespace vetch

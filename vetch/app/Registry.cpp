@@ -88,7 +88,7 @@ void RegisterLooper(BLooper* looper, const std::shared_ptr<LooperState>& state)
 
 void UnregisterLooper(LooperToken looper)
 {
-    RegisteredLooper kept; // its state may go with it: not under the mutex
+    RegisteredLooper kept; // destroyed after the mutex is unlocked, with its state
     Registry& registry = TheRegistry();
     std::lock_guard guard(registry.mutex);
     if (const auto found = registry.loopers.find(looper); found != registry.loopers.end()) {

@@ -1,11 +1,11 @@
-// Which thread is which.
+// Numbers of threads.
 #pragma once
 
 #include <cstdint>
 
 namespace vetch {
 
-// Names a thread and never another one: unlike the system's ids, which are given again.
+// Never reused, unlike the system's thread ids.
 using ThreadNumber = std::uint64_t;
 constexpr ThreadNumber kNoThread = 0;
 

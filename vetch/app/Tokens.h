@@ -1,4 +1,4 @@
-// The names of loopers and handlers, and how to reach them by name. Any thread.
+// Tokens of loopers and handlers, and access by token. Any thread.
 #pragma once
 
 #include "vetch/support/Types.h"
@@ -11,30 +11,29 @@ class BMessage;
 
 namespace vetch {
 
-// Names a handler for as long as it lives and never again: messages and displays hold tokens, so that what is sent to a
-// handler that has died is dropped.
+// Never reused. Messages and displays hold tokens, so that a message to a dead handler is dropped.
 using HandlerToken = uint32;
 constexpr HandlerToken kNoHandler = 0;
 
-using LooperToken = uint32; // names a looper for as long as it lives and never again
+using LooperToken = uint32; // never reused
 
 // Where a looper's messages are dispatched.
 enum class Service {
-    OwnThread,  // on a thread of its own, started by Run()
+    OwnThread,  // on the thread that Run() starts
     Application // by the application's loop, on the document thread: document and preference windows
 };
 
-// The live handler with that token, or null. The result is safe to use only where nothing can destroy it meanwhile: on
-// its looper's thread, or on the document thread.
+// The live handler with that token, or null. Use the result only where nothing can destroy it: on its looper's thread
+// or on the document thread.
 BHandler* FindHandler(HandlerToken token);
 
-// The live looper with that token, or null; safe to use on the document thread.
+// The live looper with that token, or null; use it on the document thread.
 BLooper* FindLooper(LooperToken token);
 
-// The live loopers' tokens, the application's among them, in the order in which they were made.
+// The tokens of all live loopers, with the application, in the order of creation.
 std::vector<LooperToken> Loopers();
 
-// Posts to a handler by token, to its looper's queue; B_ERROR when it is gone.
+// Posts to the queue of the handler's looper; B_ERROR when the handler is gone.
 status_t PostToHandler(HandlerToken handler, const BMessage& message);
 
 } // namespace vetch

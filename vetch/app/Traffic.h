@@ -1,4 +1,4 @@
-// What all loopers share: the messages under way, whose turn it is, and the loopers that have ended.
+// State that all loopers share: messages under way, turns, and ended loopers.
 #pragma once
 
 #include "vetch/app/Tokens.h"
@@ -13,23 +13,23 @@ namespace vetch {
 
 class LooperState;
 
-// The place of a message in the order in which all messages were posted, from 1.
+// A message's position in the order of posting, from 1.
 using Sequence = std::uint64_t;
 
-// 'mutex' guards everything here and everything that changes in a LooperState. One mutex for all of them is what makes
-// the choice of the oldest message, and the moment of quiet, exact. Every section is short, and none calls out.
+// 'mutex' guards everything here and everything that changes in a LooperState. With one mutex the oldest message and
+// the moment of quiet are exact. Its sections are short and call no other code.
 struct Traffic {
     std::mutex mutex;
     std::condition_variable changed; // the document thread waits here
 
     Sequence lastSequence = 0;
     std::map<Sequence, LooperState*> ofApplication; // queued for the document thread
-    std::map<Sequence, LooperState*> ofLoopers;     // queued or being dispatched by the threads of loopers
-    int ending = 0;                                 // threads of loopers that will dispatch no more and have yet to end
+    std::map<Sequence, LooperState*> ofLoopers;     // queued, or being dispatched on loopers' threads
+    int ending = 0;                                 // loopers' threads that dispatch no more and have not ended
     std::deque<LooperToken> ended;                  // waiting for the reaper
 
     bool turns = false;
-    Sequence granted = 0; // with turns, the one message that a looper may dispatch now
+    Sequence granted = 0; // with turns: the only message that a looper may dispatch
 };
 
 Traffic& TheTraffic();

@@ -29,7 +29,7 @@ void SetWakeUp(std::function<void()> wake)
 
 void WakeDocumentThread()
 {
-    // Called with the mutex held, so that once SetWakeUp() returns the former function is not called any more.
+    // Called with the mutex held: SetWakeUp() promises that the previous function is not called after its return.
     WakeUp& wakeUp = TheWakeUp();
     std::lock_guard guard(wakeUp.mutex);
     if (wakeUp.wake)

@@ -1,14 +1,14 @@
-// Telling the document thread that there is something for RunPending().
+// Notifies the document thread of work for RunPending().
 #pragma once
 
 #include <functional>
 
 namespace vetch {
 
-// Called, from any thread, when there is something new for RunPending(), or when a plug-in call that kept something
-// waiting has ended. It must not call back into the framework. Once this returns the former function is called no more.
+// Calls 'wake', on any thread, when RunPending() has new work, or when a plug-in call that delayed work ends. It must
+// not call back into the framework. After the return the previous function is not called again.
 void SetWakeUp(std::function<void()> wake);
 
-void WakeDocumentThread(); // any thread, no mutex of the framework held
+void WakeDocumentThread(); // any thread, with no mutex of the framework held
 
 } // namespace vetch
