@@ -1,8 +1,8 @@
 // The one boundary between the framework and a screen.
 //
-// The framework's objects hold the truth; a display mirrors it. Updates go to the display one way and never block;
-// what the user does comes back as messages posted to the window's looper. Everything here is plain data: a display
-// knows windows, views and handlers by token, and drops updates for tokens that are gone.
+// The framework's objects hold the state; a display mirrors it. Updates go to the display and never block; the user's
+// actions come back as messages to the window's looper. Everything here is plain data: a display knows windows, views
+// and handlers by token, and drops updates for tokens that are gone.
 #pragma once
 
 #include "vetch/app/BHandler.h"
@@ -19,12 +19,12 @@ namespace vetch {
 
 struct WindowDescription {
     LooperToken window = 0;
-    HandlerToken handler = kNoHandler; // where the user's actions on the window itself are posted
+    HandlerToken handler = kNoHandler; // receives the user's actions on the window itself
     std::string title;
     BRect frame; // on the screen
     long look = 0;
     uint32 flags = 0;
-    bool ofPlugin = true; // false for windows that the host shows itself, as its document windows
+    bool ofPlugin = true; // false for windows that the host shows itself, such as documents
 };
 
 struct ViewDescription {
@@ -37,14 +37,14 @@ struct ViewDescription {
     BRect frame;   // in window coordinates
     std::string text;
     float fontSize = 12;
-    bool multiLine = false;     // a text control of several lines
+    bool multiLine = false;     // a text control with several lines
     bool followsWindow = false; // grows and shrinks with the window
 };
 
 struct MenuRow {
     std::string label; // "" for a separator
     bool enabled = true;
-    char key = 0; // 0 for no shortcut
+    char key = 0; // 0: no shortcut
     uint32 modifiers = 0;
 };
 
@@ -62,8 +62,8 @@ struct AlertDescription {
 };
 
 struct PanelDescription {
-    LooperToken panel = 0;             // the panel's window: WindowClosed() for it takes the panel away
-    HandlerToken handler = kNoHandler; // where the answer is posted
+    LooperToken panel = 0;             // WindowClosed() for it closes the panel
+    HandlerToken handler = kNoHandler; // receives the answer
     std::string title;
     std::string directory;
     bool directoriesOnly = false;
@@ -80,9 +80,9 @@ class Display {
 public:
     virtual ~Display() = default;
 
-    // Updates. Any thread, in the order of the changes of each window; they copy, queue and return.
+    // Updates. Any thread, in the order of each window's changes; they copy, queue and return.
     virtual void WindowMade(const WindowDescription& window) = 0;
-    virtual void WindowClosed(LooperToken window) = 0; // its views go with it
+    virtual void WindowClosed(LooperToken window) = 0; // closes its views too
     virtual void WindowShown(LooperToken window) = 0;
     virtual void WindowHidden(LooperToken window) = 0;
     virtual void WindowMinimized(LooperToken window, bool minimized) = 0;
@@ -91,7 +91,7 @@ public:
                                float maxHeight) = 0;
     virtual void WindowTitled(LooperToken window, const std::string& title) = 0;
     virtual void WindowActivated(LooperToken window, bool active) = 0;
-    virtual void WindowFocused(LooperToken window, HandlerToken view) = 0; // kNoHandler: no view has the focus
+    virtual void WindowFocused(LooperToken window, HandlerToken view) = 0; // kNoHandler: none
     virtual void ViewMade(const ViewDescription& view) = 0;
     virtual void ViewMoved(HandlerToken view, BRect frame) = 0;
     virtual void ListItemAdded(HandlerToken list, long index, const std::string& text) = 0;
@@ -104,7 +104,7 @@ public:
     virtual void CheckChanged(HandlerToken control, bool on) = 0;
     virtual void Beep() = 0;
 
-    // Questions, answered at once on any thread.
+    // Questions; they return at once, on any thread.
     virtual float StringWidth(const std::string& text, float fontSize) const = 0;
     virtual FontMetrics Metrics(float fontSize) const = 0;
     virtual float MiniScrollBarWidth() const = 0;
@@ -114,21 +114,20 @@ public:
     virtual long RunAlert(const AlertDescription& alert) = 0;             // a button's index; closed or Escape: 0
     virtual std::optional<long> RunMenu(const MenuDescription& menu) = 0; // a row's index; none: dismissed
 
-    // Returns at once. The display later posts kPanelDone to the panel's window: with "refs", or without when
-    // dismissed.
+    // Returns at once. The display later posts kPanelDone to the panel's window, with "refs" unless dismissed.
     virtual void OpenPanel(const PanelDescription& panel) = 0;
 };
 
-// The display in use; never null once SetDisplay() was called, which happens before the first window is made and not
-// again while there are any.
+// The display in use; not null after SetDisplay(). Set it before the first window is made, and not again while there
+// are windows.
 Display* CurrentDisplay();
 void SetDisplay(Display* display); // borrowed
 
-// What a display posts. The model answers each change with the state it has then (WindowMoved, TextChanged,
-// CheckChanged, ListSelected), and so has the last word. To a list's token: B_MOUSE_DOWN, B_KEY_DOWN. To a control's:
+// Messages from a display. The model answers each change with its state afterwards (WindowMoved, TextChanged,
+// CheckChanged, ListSelected): its answer counts. To a list's token: B_MOUSE_DOWN, B_KEY_DOWN. To a control's:
 constexpr uint32 kPressed = FourCC("vPrs");     // a button was pressed
 constexpr uint32 kTextEdited = FourCC("vTxt");  // "text" string, "start" and "end" int32 (the selection): a change
-constexpr uint32 kTextEntered = FourCC("vEnt"); // the same; the user left the field or pressed Enter: the value counts
+constexpr uint32 kTextEntered = FourCC("vEnt"); // the same; the user left the field or pressed Enter
 constexpr uint32 kChecked = FourCC("vChk");     // "on" int32
 // To a window's token:
 constexpr uint32 kFrameChanged = FourCC("vFrm"); // "left", "top", "right", "bottom" int32: the user moved or resized it
@@ -138,5 +137,5 @@ constexpr uint32 kPanelDone = FourCC("vPnl");    // to a panel's window: "refs",
 
 } // namespace vetch
 
-// Sounds the user's attention signal. Any thread, queued.
+// Plays the user's alert sound. Any thread; queued.
 void beep();

@@ -35,7 +35,7 @@ std::optional<T> TakeFirst(std::deque<T>& queue)
 
 } // namespace
 
-// Answers what 'operation' makes of the window; nothing, or zero, when it is not known.
+// Returns 'operation' of the window; a default value for an unknown window.
 template <class Operation>
 auto HeadlessDisplay::Change(LooperToken token, Operation operation)
 {
@@ -155,7 +155,7 @@ void HeadlessDisplay::WindowMoved(LooperToken token, BRect frame)
         witness->WindowMoved(noticed, frame);
 }
 
-void HeadlessDisplay::WindowMinimized(LooperToken, bool) {} // nothing here shows it
+void HeadlessDisplay::WindowMinimized(LooperToken, bool) {} // not mirrored
 
 void HeadlessDisplay::WindowLimited(LooperToken token, float minWidth, float maxWidth, float minHeight, float maxHeight)
 {

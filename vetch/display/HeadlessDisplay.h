@@ -1,8 +1,8 @@
 // A display without a screen, for tests, automation and the command line.
 //
-// It is deterministic: every character (one UTF-8 code point) is 7 wide, a line has ascent 10, descent 3 and leading 1,
-// the screen is 0, 0, 1280, 800 until it is set, and modal questions are answered from a queue. It keeps a mirror of
-// what it was told, and nothing else: what can be read here is what a screen would show.
+// Deterministic: a character (one UTF-8 code point) is 7 wide, a line has ascent 10, descent 3 and leading 1. The
+// screen is 0, 0, 1280, 800 until it is set, and answers to modal questions come from a queue. It keeps only a mirror
+// of its updates: what a screen would show.
 #pragma once
 
 #include "vetch/display/Display.h"
@@ -17,8 +17,8 @@ namespace vetch {
 
 class HeadlessMirror;
 
-// Hears what a user would notice, on the thread that caused it, in order. Calls come one at a time. They may read the
-// mirror, and must neither change anything on the display nor wait for another thread.
+// Receives what a user would notice, in order, on the thread that caused it, one call at a time. A call may read the
+// mirror. It must not change the display or wait for another thread.
 class DisplayWitness {
 public:
     virtual ~DisplayWitness() = default;
@@ -29,7 +29,7 @@ public:
     virtual void WindowShown(long /*window*/) {}
     virtual void WindowHidden(long /*window*/) {}
     virtual void WindowMoved(long /*window*/, BRect) {} // visible windows only
-    virtual void WindowClosed(long /*window*/) {}       // windows that were shown once only
+    virtual void WindowClosed(long /*window*/) {}       // windows that were shown only
 };
 
 class HeadlessDisplay : public Display {
@@ -41,28 +41,28 @@ public:
     explicit HeadlessDisplay(DisplayWitness* witness = nullptr); // borrowed
     ~HeadlessDisplay() override;
 
-    // The mirror. Any thread; of settled windows it is what a user would see.
-    std::vector<WindowState> Windows() const; // of the plug-in, in the order in which they were made
+    // The mirror. Any thread; for settled windows it is what a user would see.
+    std::vector<WindowState> Windows() const; // the plug-in's, in the order of creation
     long Beeps() const;
 
     void SetScreen(BRect frame);
 
-    // Answers for what comes next, used in order. An alert without an answer is answered with its last button, a menu
-    // is dismissed, a panel is left open. A panel answered with nothing is dismissed. A button or row that the user
-    // could not choose counts as no answer.
+    // Answers to the next questions, used in order. Without an answer an alert gets its last button, a menu is
+    // dismissed, and a panel stays open. An empty answer dismisses a panel. A button or row that the user could not
+    // choose does not count as an answer.
     void AnswerAlert(long button);
     void AnswerMenu(std::optional<long> row);
     void AnswerPanel(std::optional<std::string> path);
 
-    // What a user does. False when no such window, item or control is to be seen; otherwise the messages are posted and
-    // show their effect once the loopers have settled. Any thread.
+    // The user's actions. False when no such window, item or control is visible; otherwise posts the messages, which
+    // take effect once the loopers have settled. Any thread.
     bool InvokeItem(long window, long index);                    // double-clicks it
-    bool ClickItem(long window, long index);                     // presses the mouse once on it
+    bool ClickItem(long window, long index);                     // clicks it once
     bool Press(long window, long item);                          // a button
     bool Enter(long window, long item, const std::string& text); // replaces a text control's text and leaves the field
     bool Check(long window, long item, bool on);
     bool Close(long window);
-    bool ResizeByUser(long window, float width, float height); // bounded by the limits, the minimum winning
+    bool ResizeByUser(long window, float width, float height); // within the limits; the minimum wins
 
     // Display
     void WindowMade(const WindowDescription& window) override;
@@ -103,9 +103,9 @@ private:
     bool PostToControl(long window, long item, ViewDescription::Kind kind, const BMessage& message);
     bool PostToWindow(long window, const std::function<BMessage(const WindowState&)>& message);
 
-    DisplayWitness silentWitness; // stands in when nobody listens
+    DisplayWitness silentWitness; // for a null witness
     DisplayWitness* const witness;
-    std::mutex turn;          // held around a change and its witness, so that the witness hears them in order
+    std::mutex turn;          // held around a change and its witness call, to keep their order
     mutable std::mutex mutex; // guards everything below; a leaf
     std::unique_ptr<HeadlessMirror> mirror;
     long beeps = 0;

@@ -1,4 +1,4 @@
-// What the headless display was told: windows, their views, and what these show.
+// The headless display's state: windows, their views, and the contents of views.
 #pragma once
 
 #include "vetch/display/Display.h"
@@ -9,8 +9,7 @@
 
 namespace vetch {
 
-// Not thread-safe: the display's lock guards it. Whatever it is told of windows and views that it does not know is
-// dropped.
+// Not thread-safe: the display's lock guards it. Updates of unknown windows and views are dropped.
 class HeadlessMirror {
 public:
     struct View {
@@ -30,7 +29,7 @@ public:
     void Make(const ViewDescription& view);
     void Forget(LooperToken window);
 
-    // Null for the unknown; good until the next change.
+    // Null when unknown; valid until the next change.
     Window* Find(LooperToken window);
     View* FindView(HandlerToken view);
     const Window* FindVisible(long number) const;

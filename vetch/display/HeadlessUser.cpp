@@ -1,4 +1,4 @@
-// What the user of the headless display does.
+// The user's actions on the headless display.
 #include "vetch/display/HeadlessDisplay.h"
 
 #include "vetch/app/Loop.h"

@@ -1,4 +1,4 @@
-// What the headless display shows: windows, and the lists and controls in them.
+// The visible state of the headless display: windows, and the lists and controls in them.
 #pragma once
 
 #include "vetch/display/Display.h"
@@ -15,7 +15,7 @@ struct ShownList {
     long selected = -1;
     rgb_color colour;
     bool focus = false;
-    BRect frame; // in the window, as a control's
+    BRect frame; // in the window, as for controls
 };
 
 struct ShownControl {
@@ -30,7 +30,7 @@ struct ShownControl {
 };
 
 struct ShownWindow {
-    long number = 0; // 1, 2, ... in the order in which windows were made; never used again
+    long number = 0; // 1, 2, ... in the order of creation; never reused
     LooperToken token = 0;
     std::string title;
     long look = 0;
@@ -40,7 +40,7 @@ struct ShownWindow {
     BRect frame;
     std::array<float, 4> limits{0, 32767, 0, 32767}; // min width, max width, min height, max height
     std::optional<ShownList> list;
-    std::vector<ShownControl> controls; // those with an item number, by number; labels left out
+    std::vector<ShownControl> controls; // those with an item number, by number; without labels
 };
 
 } // namespace vetch

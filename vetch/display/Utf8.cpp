@@ -11,7 +11,7 @@ bool IsContinuation(char byte)
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-// How many bytes a sequence has that begins with 'lead'; 1 for what begins none.
+// The length of a sequence that begins with 'lead'; 1 for an invalid lead byte.
 size_t SequenceLength(unsigned char lead)
 {
     if (lead >= 0xC2 && lead <= 0xDF)
@@ -23,7 +23,7 @@ size_t SequenceLength(unsigned char lead)
     return 1;
 }
 
-// Two bytes decide: overlong forms, surrogates and what lies beyond U+10FFFF are no code points.
+// The second byte can make a sequence invalid: overlong forms, surrogates and values beyond U+10FFFF.
 bool MayFollow(unsigned char lead, unsigned char second)
 {
     switch (lead) {

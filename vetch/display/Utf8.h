@@ -1,4 +1,4 @@
-// The characters of a text.
+// UTF-8 characters.
 #pragma once
 
 #include <cstddef>
@@ -6,10 +6,10 @@
 
 namespace vetch {
 
-// The bytes of the code point that 'text' begins with, which is not empty; 1 for a byte that is part of no valid one.
+// The length in bytes of the first code point of 'text', which is not empty; 1 for an invalid byte.
 size_t CodePointLength(std::string_view text);
 
-// UTF-8 code points; a byte that is part of no valid one counts for itself, as the sign that is drawn in its place.
+// UTF-8 code points; an invalid byte counts as one, as it is drawn as one sign.
 size_t CountCodePoints(std::string_view text);
 
 } // namespace vetch

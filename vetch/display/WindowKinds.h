@@ -1,4 +1,4 @@
-// How windows look and behave, by number.
+// Looks and behaviours of windows, by number.
 #pragma once
 
 #include "vetch/support/Types.h"
@@ -7,4 +7,4 @@ constexpr long B_TITLED_WINDOW_LOOK = 1;
 constexpr long B_BORDERED_WINDOW_LOOK = 3;
 constexpr long B_FLOATING_WINDOW_LOOK = 6;
 constexpr long B_NORMAL_WINDOW_FEEL = 1;
-constexpr uint32 B_AVOID_FOCUS = 0x200; // never activates: showing or clicking it leaves the keyboard where it is
+constexpr uint32 B_AVOID_FOCUS = 0x200; // never activates: the keyboard focus stays where it was

@@ -17,7 +17,7 @@ BAlert::BAlert(const char* title, const char* text, const char* button0, const c
 
 long BAlert::Go()
 {
-    assert(vetch::HeldLocks() == 0); // who waits for the lock would wait for the user
+    assert(vetch::HeldLocks() == 0); // a thread that waits for the lock would wait for the user
     const long answer = vetch::CurrentDisplay()->RunAlert({title, text, buttons});
     delete this;
     return answer;

@@ -1,4 +1,4 @@
-// A button: pressing it invokes it.
+// A button; a press invokes it.
 #pragma once
 
 #include "vetch/interface/BControl.h"

@@ -7,22 +7,22 @@
 
 class BCheckBox;
 
-// Where a check box takes its value from.
+// Reads a check box's value.
 class BCheckBoxValueGetter {
 public:
     virtual ~BCheckBoxValueGetter() = default;
     virtual bool Value() const = 0;
 };
 
-// Where a check box puts the value that the user chose.
+// Stores the value that the user chose.
 class BCheckBoxValueApplicator {
 public:
     virtual ~BCheckBoxValueApplicator() = default;
     virtual void Invoke(const BCheckBox* box) = 0;
 };
 
-// Refreshes itself from its getter whenever a notice arrives that it watches for. When the user switches it, the
-// applicator is called and then the box invoked; SetValue() does neither.
+// Refreshes itself from its getter at each notice that it watches for. When the user switches it, it calls the
+// applicator and then Invoke(); SetValue() calls neither.
 class BCheckBox : public BControl {
 public:
     template <class T>
@@ -34,8 +34,8 @@ public:
 
     bool Value() const { return value; }
     void SetValue(bool on);
-    void SetValueGetter(BCheckBoxValueGetter* newGetter);             // takes it over, and refreshes at once
-    void SetValueApplicator(BCheckBoxValueApplicator* newApplicator); // takes it over
+    void SetValueGetter(BCheckBoxValueGetter* newGetter);             // takes ownership; refreshes at once
+    void SetValueApplicator(BCheckBoxValueApplicator* newApplicator); // takes ownership
 
     void MessageReceived(BMessage* message) override;
     void NoticeReceived(uint32 what, const BMessage* message) override;
@@ -52,7 +52,7 @@ private:
     std::unique_ptr<BCheckBoxValueApplicator> applicator;
 };
 
-// Reads the value from a member of some object, which is borrowed and outlives the box.
+// Reads the value from a member of a borrowed object, which outlives the box.
 template <class T>
 class BCheckBox::ValueGetterGlue : public BCheckBoxValueGetter {
 public:
@@ -64,7 +64,7 @@ private:
     const T* object;
 };
 
-// Passes the box's value to a member of some object, which is borrowed and outlives the box.
+// Passes the box's value to a member of a borrowed object, which outlives the box.
 template <class T>
 class BCheckBox::ValueApplicatorGlue : public BCheckBoxValueApplicator {
 public:

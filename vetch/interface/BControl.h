@@ -1,4 +1,4 @@
-// What buttons, check boxes and text fields have in common.
+// The common base of buttons, check boxes and text fields.
 #pragma once
 
 #include "vetch/app/BInvoker.h"
@@ -7,8 +7,7 @@
 
 #include <string>
 
-// Made empty: frame, label and first value come from the interface file it is attached to. Invokes to its window until
-// it is given another target.
+// Starts empty: the interface file gives frame, label and first value. Its first target is its window.
 class BControl : public BView, public BInvoker {
 public:
     const std::string& Label() const { return label; }
@@ -19,7 +18,7 @@ protected:
     void AttachedToWindow() override;
     bool SetUpFromNib(const vetch::NibControl& control) override;
 
-    // What the display is told when the control joins a window; the label, unless the control shows something else.
+    // Describes the control to the display when it joins a window: by its label, unless it shows something else.
     virtual void Describe(vetch::ViewDescription& description) const;
 
 private:

@@ -4,7 +4,7 @@
 #include "vetch/display/Display.h"
 #include "vetch/interface/BWindow.h"
 
-// Served by the application, so the answer arrives on the document thread and the panel dies there.
+// Served by the application: the answer arrives on the document thread and the panel dies there.
 class BFilePanel::PanelWindow : public BWindow {
 public:
     explicit PanelWindow(BFilePanel* panel)

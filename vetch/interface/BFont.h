@@ -1,4 +1,4 @@
-// Fonts, as far as measuring text needs them.
+// Fonts for measuring text.
 #pragma once
 
 #include "vetch/support/Types.h"
@@ -19,7 +19,7 @@ public:
     float Size() const { return size; }
     void SetDrawAntiAliased(bool on) { antiAliased = on; }
     bool IsDrawAntiAliased() const { return antiAliased; }
-    void GetHeight(font_height* height) const; // as the display measures it. Any thread
+    void GetHeight(font_height* height) const; // from the display. Any thread
 
 private:
     float size = 12;

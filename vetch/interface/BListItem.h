@@ -1,11 +1,11 @@
-// What lists hold.
+// Items of lists.
 #pragma once
 
 #include "vetch/support/Types.h"
 
 #include <string>
 
-// Plain data. A list view borrows its items: whoever made one deletes it, after taking it out.
+// Plain data. A list view borrows its items: their maker deletes them after removal from the list.
 class BListItem {
 public:
     explicit BListItem(uint32 level = 0, bool expanded = true);
@@ -27,9 +27,9 @@ public:
     explicit BStringItem(const char* text, uint32 level = 0, bool expanded = true); // null is ""
     ~BStringItem() override;
 
-    const char* Text() const { return text.c_str(); } // until the next SetText()
+    const char* Text() const { return text.c_str(); } // valid until the next SetText()
 
-    // A list that already shows the item learns of it by BListView::InvalidateItem().
+    // If a list shows the item, call BListView::InvalidateItem() after this.
     void SetText(const char* newText);
 
 private:

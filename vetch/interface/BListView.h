@@ -9,7 +9,7 @@
 
 enum list_view_type : long { B_SINGLE_SELECTION_LIST = 0 };
 
-// Never owns its items: neither taking one out nor the list's end deletes any. Touched as every view.
+// Does not own its items: neither removal nor the list's destructor deletes them. Same threads as every view.
 //
 // B_KEY_DOWN: Up and Down move the selection, space and Enter invoke. B_MOUSE_DOWN: selects, a double click invokes.
 class BListView : public BView, public BInvoker {
@@ -18,19 +18,19 @@ public:
     ~BListView() override;
 
     bool AddItem(BListItem* item);       // at the end; false for null
-    BListItem* RemoveItem(long index);   // the item, now the caller's to keep; null when there is none
+    BListItem* RemoveItem(long index);   // the caller keeps the item; null when there is none
     BListItem* ItemAt(long index) const; // null when there is none
     long CountItems() const;
-    void InvalidateItem(long index); // its text has changed
+    void InvalidateItem(long index); // call it when the item's text has changed
 
-    // One item at most is selected, so 'extend' changes nothing; an index outside the list selects none.
+    // At most one item is selected, so 'extend' is ignored; an index outside the list selects none.
     void Select(long index, bool extend = false);
-    long CurrentSelection() const; // -1 when none is
+    long CurrentSelection() const; // -1 for none
 
-    void SetInvocationMessage(BMessage* message); // takes it over
+    void SetInvocationMessage(BMessage* message); // takes ownership
 
-    // Posts a copy of 'message', or of its own when that is null, with the selection's position as "index" (int32).
-    // Nothing selected: without "index".
+    // Posts a copy of 'message', or of its own message for null, with the selected position as "index" (int32). Without
+    // a selection there is no "index".
     status_t Invoke(const BMessage* message = nullptr) override;
     void SetSelectionColor(rgb_color colour);
 

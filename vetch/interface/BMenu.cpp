@@ -53,7 +53,7 @@ void BMenu::SetFont(const BFont* newFont)
     font = *newFont;
 }
 
-// Items: here, since one may own a menu as a menu owns items.
+// Items are defined here: menus own items, and an item may own a menu.
 
 BMenuItem::BMenuItem(const char* label, BMessage* message, char key, uint32 modifiers)
     : label(label == nullptr ? "" : label), message(message), key(key), modifiers(modifiers)

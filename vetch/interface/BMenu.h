@@ -18,13 +18,13 @@ public:
 
     const std::string& Name() const { return name; }
 
-    bool AddItem(BMenuItem* item);             // at the end; takes it over. False for null
+    bool AddItem(BMenuItem* item);             // at the end; takes ownership. False for null
     bool AddItem(BMenuItem* item, long index); // before the item there; at the end when there is none
     bool AddSeparatorItem();
     long CountItems() const;
     BMenuItem* ItemAt(long index) const;          // null when there is none
-    long IndexOf(const BMenuItem* item) const;    // -1 when it is not here
-    BMenuItem* FindItem(const char* label) const; // the first of this menu itself, not of its submenus; null for none
+    long IndexOf(const BMenuItem* item) const;    // -1 when it is not in this menu
+    BMenuItem* FindItem(const char* label) const; // the first in this menu, submenus excluded; null for none
     void SetFont(const BFont* newFont);
     const BFont& Font() const { return font; }
 

@@ -12,9 +12,9 @@ class BMenu;
 // Document thread only. Owned by the menu it was added to.
 class BMenuItem {
 public:
-    // Takes 'message' over. Key 0 is no shortcut; its modifiers are kept all the same. An empty label is a separator.
+    // Takes ownership of 'message'. Key 0 means no shortcut; its modifiers are kept. An empty label means a separator.
     BMenuItem(const char* label, BMessage* message, char key = 0, uint32 modifiers = 0);
-    explicit BMenuItem(BMenu* submenu); // takes it over; the label is the submenu's name
+    explicit BMenuItem(BMenu* submenu); // takes ownership; uses the submenu's name as its label
     BMenuItem(const BMenuItem&) = delete;
     BMenuItem& operator=(const BMenuItem&) = delete;
     ~BMenuItem();
@@ -30,7 +30,7 @@ public:
     void SetEnabled(bool on) { enabled = on; }
     bool IsEnabled() const { return enabled; }
 
-    // Items in a row, from one that starts the group, of which the user sees the one whose modifiers are held.
+    // Starts a group of adjacent items; the user sees the one whose modifiers are held.
     void SetStartDynamic() { startDynamic = true; }
     bool IsStartDynamic() const { return startDynamic; }
     void SetDynamic() { dynamic = true; }

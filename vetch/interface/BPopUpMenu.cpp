@@ -9,7 +9,7 @@ BPopUpMenu::BPopUpMenu(const char* name, bool /*radioMode*/, bool /*labelFromMar
 
 BMenuItem* BPopUpMenu::Go(BPoint where, bool /*sendsMessage*/, bool /*keepsOpen*/, bool /*asynchronous*/)
 {
-    assert(vetch::HeldLocks() == 0); // who waits for the lock would wait for the user
+    assert(vetch::HeldLocks() == 0); // a thread that waits for the lock would wait for the user
     vetch::MenuDescription description;
     description.name = Name();
     description.where = where;

@@ -1,4 +1,4 @@
-// A menu that opens where it is asked to, and answers what was chosen.
+// A menu that opens at a given point and returns the choice.
 #pragma once
 
 #include "vetch/interface/BMenu.h"
@@ -6,11 +6,11 @@
 
 class BPopUpMenu : public BMenu {
 public:
-    // The two modes are for menus that stand for a value; this one only asks, so they change nothing.
+    // The two modes are ignored: they are for menus that display a value.
     BPopUpMenu(const char* name, bool radioMode, bool labelFromMarked);
 
-    // Runs the menu at a point of the screen until the user has chosen; null when dismissed. The chosen item still
-    // belongs to the menu. Document thread, no lock held. The three switches change nothing: it never sends the item's
-    // message and always waits.
+    // Runs the menu at a point of the screen until the user has chosen; null when dismissed. The menu keeps the chosen
+    // item. Document thread, no lock held. The three switches are ignored: it never sends the item's message and always
+    // waits.
     BMenuItem* Go(BPoint where, bool sendsMessage, bool keepsOpen, bool asynchronous);
 };

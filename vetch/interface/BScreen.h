@@ -1,4 +1,4 @@
-// The screens that windows stand on.
+// Screens.
 #pragma once
 
 #include "vetch/support/Geometry.h"

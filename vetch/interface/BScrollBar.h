@@ -1,7 +1,7 @@
-// Scroll bars, as far as layout needs them.
+// Scroll bars, for layout only.
 #pragma once
 
 class BScrollBar {
 public:
-    static float MiniScrollBarWidth(); // pixels, as the display has it. Any thread
+    static float MiniScrollBarWidth(); // pixels, from the display. Any thread
 };

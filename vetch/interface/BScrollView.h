@@ -3,8 +3,8 @@
 
 #include "vetch/interface/BView.h"
 
-// Takes its target over as its one child. It covers the target's frame, widened at the right and at the bottom by the
-// scroll bars it was asked for; borders take no room.
+// Owns its target, which is its only child. Covers the target's frame plus the requested scroll bars at the right and
+// at the bottom; borders add nothing.
 class BScrollView : public BView {
 public:
     BScrollView(const char* name, BView* target, uint32 resizingMode, uint32 flags, bool horizontal, bool vertical,

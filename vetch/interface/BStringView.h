@@ -1,4 +1,4 @@
-// A text that the user only reads: a label, or the frame and title of a group of controls.
+// Read-only text: a label, or the frame and title of a group of controls.
 #pragma once
 
 #include "vetch/display/Display.h"

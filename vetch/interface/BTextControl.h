@@ -1,4 +1,4 @@
-// A field with a text that the user can edit.
+// A field with editable text.
 #pragma once
 
 #include "vetch/interface/BControl.h"
@@ -8,21 +8,21 @@
 
 class BTextControlBase;
 
-// Where a text control takes its text from.
+// Reads a text control's text.
 class BTextControlValueGetter {
 public:
     virtual ~BTextControlValueGetter() = default;
-    virtual const char* Value() const = 0; // read at once
+    virtual const char* Value() const = 0; // the caller reads it at once
 };
 
-// Where a text control puts the text that the user entered.
+// Stores the text that the user entered.
 class BTextControlValueApplicator {
 public:
     virtual ~BTextControlValueApplicator() = default;
     virtual void Invoke(const BTextControlBase* control) = 0;
 };
 
-// What all text fields share: the text.
+// The common base of text fields.
 class BTextControlBase : public BControl {
 public:
     template <class T>
@@ -30,7 +30,7 @@ public:
     template <class T>
     class ValueApplicatorGlue;
 
-    const char* Text() const { return text.c_str(); } // until the text next changes
+    const char* Text() const { return text.c_str(); } // valid until the text changes
 
 protected:
     BTextControlBase();
@@ -38,19 +38,18 @@ protected:
     std::string text;
 };
 
-// Refreshes itself from its getter whenever a notice arrives that it watches for. When the user has entered a text, by
-// leaving the field or with Enter, the applicator is called and then the control invoked; SetText() does neither. While
-// the user types, only the text changes.
+// Refreshes itself from its getter at each notice that it watches for. When the user leaves the field or presses Enter,
+// it calls the applicator and then Invoke(); SetText() calls neither. While the user types, only the text changes.
 class BTextControl : public BTextControlBase {
 public:
     BTextControl();
 
-    // Null is "". A text that is the same already leaves the selection alone; a new one puts the caret at its end.
+    // Null is "". An equal text keeps the selection; a new one puts the caret at its end.
     void SetText(const char* newText);
-    void GetSelection(long* start, long* end) const;                     // bytes of the text
-    void Select(long start, long end);                                   // kept within the text
-    void SetValueGetter(BTextControlValueGetter* newGetter);             // takes it over, and refreshes at once
-    void SetValueApplicator(BTextControlValueApplicator* newApplicator); // takes it over
+    void GetSelection(long* start, long* end) const;                     // in bytes
+    void Select(long start, long end);                                   // limited to the text
+    void SetValueGetter(BTextControlValueGetter* newGetter);             // takes ownership; refreshes at once
+    void SetValueApplicator(BTextControlValueApplicator* newApplicator); // takes ownership
 
     void MessageReceived(BMessage* message) override;
     void NoticeReceived(uint32 what, const BMessage* message) override;
@@ -73,7 +72,7 @@ private:
     std::unique_ptr<BTextControlValueApplicator> applicator;
 };
 
-// Reads the text from a member of some object, which is borrowed and outlives the control.
+// Reads the text from a member of a borrowed object, which outlives the control.
 template <class T>
 class BTextControlBase::ValueGetterGlue : public BTextControlValueGetter {
 public:
@@ -85,7 +84,7 @@ private:
     const T* object;
 };
 
-// Passes the control's text to a member of some object, which is borrowed and outlives the control.
+// Passes the control's text to a member of a borrowed object, which outlives the control.
 template <class T>
 class BTextControlBase::ValueApplicatorGlue : public BTextControlValueApplicator {
 public:

@@ -104,5 +104,5 @@ void BView::ParentChanged(float widthChange, float heightChange)
         newFrame.right += widthChange;
         newFrame.bottom += heightChange;
     }
-    SetFrame(newFrame); // even unchanged: where the parent has moved, so has this view in the window
+    SetFrame(newFrame); // even if equal: when the parent has moved, this view has moved in the window
 }

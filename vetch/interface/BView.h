@@ -19,7 +19,7 @@ struct ViewDescription;
 
 constexpr uint32 B_FOLLOW_ALL_SIDES = 15; // resizing mode: the view grows and shrinks with its parent
 
-// A model: it holds the truth, and tells the display of every change once it is in a window.
+// A model: it holds the state, and once in a window it reports every change to the display.
 //
 // The view tree owns its children. Touched on its window's thread or under its lock, except where noted.
 class BView : public BHandler {
@@ -34,30 +34,29 @@ public:
     BWindow* Window() const { return window; }
     const std::string& Name() const { return name; }
     uint32 ResizingMode() const { return resizingMode; }
-    void MakeFocus(bool focus = true); // the window's focus view, at most one
+    void MakeFocus(bool focus = true); // a window has at most one focus view
 
-    void AddChild(BView* child); // takes it over
+    void AddChild(BView* child); // takes ownership
     const std::vector<std::unique_ptr<BView>>& Children() const { return children; }
 
-    // Attaches 'child' to the control with that item number of the interface file that this view was made from: frame,
-    // label and kind come from there. Takes it over either way; with no such number it stays unattached and harmless.
+    // Attaches 'child' to the control with that item number of this view's interface file, which gives it frame, label
+    // and kind. Takes ownership in any case; a child without a matching number stays unattached and harmless.
     void AddChildFromNib(BView* child, long item);
 
     void SetFont(const BFont* font);
     void GetFont(BFont* font) const;
     float StringWidth(const char* text) const; // pixels, in this view's font. Any thread
 
-    // The item number in the interface file; 0 for a view that came from none.
+    // The item number in the interface file; 0 without one.
     long Item() const { return item; }
 
 protected:
-    // The view has joined a window with all its ancestors; it tells the display of itself here.
+    // Called when the view has joined a window with all its ancestors; announces the view to the display.
     virtual void AttachedToWindow();
-    // Takes what the interface file says of this control: its label, its text. False when the control there is of
-    // another kind than this view.
+    // Takes this control's label and text from the interface file. False when the file's control is of another kind.
     virtual bool SetUpFromNib(const vetch::NibControl& control);
 
-    // What the display is told of any view in a window; the kind and the text are the view's own to add.
+    // What every view in a window reports to the display; derived classes add kind and text.
     vetch::ViewDescription Description() const;
 
 private:
@@ -76,7 +75,7 @@ private:
     BView* parent = nullptr;
     BWindow* window = nullptr;
     std::vector<std::unique_ptr<BView>> children;
-    std::unique_ptr<vetch::NibControls> nib;        // of a view that was made from an interface file
-    std::vector<std::unique_ptr<BView>> unattached; // what the interface file had no place for
+    std::unique_ptr<vetch::NibControls> nib;        // of a view from an interface file
+    std::vector<std::unique_ptr<BView>> unattached; // children without a control in the file
     long item = 0;
 };

@@ -6,7 +6,7 @@
 
 namespace {
 
-// A window that could not be read from its file: it can be seen, moved and closed.
+// Stands for a window whose file cannot be read: it can be seen, moved and closed.
 const vetch::NibPart kEmptyWindow = {.title = "", .frame = {100, 100, 400, 200}, .controls = {}};
 
 float IntField(const BMessage& message, const char* name, float missing)
@@ -47,15 +47,15 @@ BWindow::BWindow(const vetch::NibPart& part)
 
 BWindow::~BWindow()
 {
-    vetch::CurrentDisplay()->WindowClosed(LooperToken()); // for a window that was deleted without being quit
+    vetch::CurrentDisplay()->WindowClosed(LooperToken()); // for a window deleted without a quit
 }
 
 void BWindow::Show()
 {
-    // Once it runs, anyone may quit it: the lock keeps it alive to the end of this.
+    // Once it runs, any thread may quit it: the lock keeps it alive until the end of this function.
     const bool locked = Lock();
-    // After an accepted quit it does not run, and may be gone already: the document thread has it. One that gets no
-    // thread is left to that as well, since its maker has done with it and looks no more.
+    // After an accepted quit it does not run; the document thread owns it and may have destroyed it. A window that gets
+    // no thread is left to the document thread too: its maker does not use it again.
     const thread_id thread = Run();
     if (thread == vetch::kNotStarted)
         QuitUnrun();
@@ -181,14 +181,14 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler)
     if (message->what == vetch::kFrameChanged)
         TakeUserFrame(*message);
     else if (message->what == vetch::kActivated)
-        Activate(!hidden && IntField(*message, "active", 0) != 0); // it may have been hidden meanwhile
+        Activate(!hidden && IntField(*message, "active", 0) != 0); // it may have been hidden since
     else
         BLooper::DispatchMessage(message, handler);
 }
 
 void BWindow::QuitAccepted()
 {
-    // On whichever thread asked first, so only what any thread may touch.
+    // Runs on the thread of the first Quit(), so it touches only what any thread may touch.
     vetch::CurrentDisplay()->WindowClosed(LooperToken());
 }
 

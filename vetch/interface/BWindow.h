@@ -16,29 +16,28 @@ namespace vetch {
 
 struct NibPart;
 
-// Who puts a window on the screen.
+// The side that shows a window on the screen.
 enum class ShownBy {
-    Display, // the display makes it, numbers it and lists it
-    Host     // the host itself, as its document windows; a display ignores it
+    Display, // the display makes, numbers and lists it
+    Host     // the host shows its document windows itself; a display ignores them
 };
 
 } // namespace vetch
 
-// Made hidden. Its life and its thread are those of BLooper, the first Show() being its Run(). A model, as its views
-// are: what it changes goes to the display as copies, and what the user does comes back as messages. Touched by its
-// creator before the first Show(), afterwards on its own thread or under its lock. No constructor needs a certain
-// thread.
+// Made hidden, on any thread. It lives and dies as a BLooper; the first Show() is its Run(). A model, as its views are:
+// its changes go to the display as copies, and the user's actions arrive as messages. Touched by its creator before the
+// first Show(), afterwards on its own thread or under its lock.
 class BWindow : public BLooper {
 public:
     BWindow(BRect frame, const char* title, long look, long feel, uint32 flags,
             vetch::Service service = vetch::Service::OwnThread, vetch::ShownBy shownBy = vetch::ShownBy::Display);
 
-    // Made from the part 'window' of the interface file 'nib' in the bundle's resources. An empty window when there is
-    // no bundle, file or part; what was wrong with the file is reported by vetch::ReportInterfaceProblem.
+    // Reads the part 'window' of the interface file 'nib' in the bundle's resources. The window is empty without
+    // bundle, file or part; vetch::ReportInterfaceProblem reports faults of the file.
     BWindow(__CFBundle* bundle, const char* nib, const char* window);
     ~BWindow() override;
 
-    // Idempotent, as is Hide(). After an accepted quit it shows nothing. One that the system has no thread for is quit.
+    // Idempotent, as is Hide(). Does nothing after an accepted quit. A window that gets no thread quits.
     virtual void Show();
     virtual void Hide();
     virtual void Minimize(bool minimize);
@@ -51,28 +50,28 @@ public:
     virtual void MenusEnded();
 
     bool IsHidden() const;
-    BRect Frame() const;  // of the content, on the screen
+    BRect Frame() const;  // the content's, on the screen
     BRect Bounds() const; // origin 0, 0
     void MoveTo(float x, float y);
-    void ResizeTo(float width, float height); // never clamped
-    // Bound later resizes by the user only; where they contradict each other the minimum wins.
+    void ResizeTo(float width, float height); // without limits
+    // Limits for later resizes by the user; if they contradict each other the minimum wins.
     void SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight);
     void SetTitle(const char* title);
     const std::string& Title() const { return title; }
 
-    void AddChild(BView* view);                   // takes it over
+    void AddChild(BView* view);                   // takes ownership
     void AddChildFromNib(BView* view, long item); // as BView::AddChildFromNib
     BView* FocusView() const { return focus; }
 
     void Activate(bool active);
     bool IsActive() const;
-    bool IsShowingSheet() const; // a panel or alert hangs on this window
+    bool IsShowingSheet() const; // a panel or alert is attached to this window
     void SetShowingSheet(bool showing);
     BPoint ConvertToScreen(BPoint point) const;
     WindowRef NativeWindow() const;
 
-    // What the user did to the window itself (the display's codes) is taken in here, so that windows whose
-    // MessageReceived() goes past the window's follow their frame all the same.
+    // Handles the user's actions on the window itself (the display's codes). A window whose MessageReceived() skips the
+    // base class still follows its frame.
     void DispatchMessage(BMessage* message, BHandler* handler) override;
 
 protected:
@@ -92,6 +91,6 @@ private:
     bool hidden = true;
     bool active = false;
     bool showingSheet = false;
-    std::unique_ptr<BView> root; // fills the window; the views added to the window are its children
+    std::unique_ptr<BView> root; // fills the window; its children are the window's views
     BView* focus = nullptr;
 };

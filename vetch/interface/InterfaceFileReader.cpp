@@ -10,16 +10,16 @@ namespace vetch {
 
 namespace {
 
-// What a widget class becomes here, and which property holds its text.
+// The kind of view for a widget class, and the property that holds its text.
 struct WidgetClass {
     const char* name;
-    std::optional<ViewDescription::Kind> kind; // none: it only holds other widgets
+    std::optional<ViewDescription::Kind> kind; // none: a mere container
     const char* textProperty = "";
     bool multiLine = false;
     bool container = false;
 };
 
-constexpr int kDeepest = 100; // widgets within widgets: far more than anybody lays out, far less than a stack holds
+constexpr int kDeepest = 100; // nested widgets: no real layout has as many, and the stack holds them
 
 using Kind = ViewDescription::Kind;
 

@@ -16,7 +16,7 @@ class InterfaceFileReader {
 public:
     explicit InterfaceFileReader(std::string path);
 
-    // Absent when anything is wrong with the part; all that is wrong has been reported then.
+    // Absent when the part has a fault; all faults have then been reported.
     std::optional<NibPart> Read(const std::string& partName);
 
 private:
@@ -35,7 +35,7 @@ private:
     pugi::xml_document document;
     NibPart part;
     std::map<long, long> lineOfItem;
-    int depth = 0; // of the containers that are being read
+    int depth = 0; // open containers
     bool sound = true;
 };
 

@@ -1,4 +1,4 @@
-// What a view that was made from an interface file still has to give away.
+// The controls of an interface file that no view has taken yet.
 #pragma once
 
 #include "vetch/interface/InterfaceFile.h"
@@ -11,12 +11,11 @@ namespace vetch {
 
 class NibControls {
 public:
-    // Makes 'view' the container of 'part': its labels and groups are added at once, its other controls wait to be
-    // taken.
+    // Makes 'view' the container of 'part': adds its labels and groups at once and keeps the other controls for Take().
     static void Lay(BView& view, const NibPart& part);
 
     const NibControl* Find(long item) const; // null when there is none left
-    void Take(long item);                    // it is not found any more
+    void Take(long item);                    // Find() does not return it afterwards
 
 private:
     std::vector<NibControl> controls;

@@ -1,4 +1,4 @@
-// Views from interface files. What the files say (InterfaceFile) and what is left to take (NibControls) needs no views.
+// Views from interface files; InterfaceFile and NibControls do not include views.
 #include "vetch/interface/BStringView.h"
 #include "vetch/interface/BView.h"
 #include "vetch/interface/InterfaceFile.h"

@@ -1,4 +1,4 @@
-// What a view does with its window. Views do not know windows otherwise, which are made of them.
+// The parts of a view that use its window, kept apart because windows consist of views.
 #include "vetch/display/Display.h"
 #include "vetch/interface/BView.h"
 #include "vetch/interface/BWindow.h"
