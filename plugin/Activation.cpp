@@ -4,7 +4,7 @@
 
 namespace {
 
-const bigtime_t kActivationTime = 100000; // a tenth of a second, its last moment included
+const bigtime_t kActivationTime = 100000; // a tenth of a second, inclusive
 
 } // namespace
 

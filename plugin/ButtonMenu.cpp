@@ -19,7 +19,7 @@ const float kBelowButton = 6;
 
 struct Item {
     const char* label;
-    const char* command; // whose bound key is shown; null for none
+    const char* command; // its bound key is shown; null for none
     bool needsWord;
     void (*run)(PluginInterface* host);
 };
@@ -33,18 +33,17 @@ const Item kItems[] = {
      [](PluginInterface* host) { SelectionSymbolLookup(host, false, kLookUpDefinitions); }},
     {"Look up...", "SymbolLookupDialog", false,
      [](PluginInterface* host) { SelectionSymbolLookup(host, true, kLookUpAny); }},
-    // No commands, so no keys. The third makes the system's tags alone, the fourth pastes the lines for both files: who
-    // runs them by hand picks out what is wanted.
+    // Not commands, so without keys. The third item makes only the system's tags; the fourth pastes the lines for both
+    // files, from which the user picks.
     {"Create local tags...", nullptr, false, CreateLocalTags},
     {"Update local tags", nullptr, false, CreateOrUpdateLocalTags},
     {"Create or update system tags", nullptr, false, [](PluginInterface* host) { CreateTags(host, true, false); }},
     {"Help create tags in Worksheet", nullptr, false, [](PluginInterface* host) { HelpCreateTags(host, true, true); }},
-    // Chosen here, completion runs without the mark of the named command: the list it opens closes at the next
-    // editing key.
+    // This completion runs without the mark of the named command: its list closes at the next editing key.
     {"Complete symbol", "SymbolCompletion", true, SelectionSuggestCompletions},
 };
 
-// An identifier touches the end of the selection. The start is not asked for: a selection that spans words has one too.
+// True when an identifier touches the end of the selection. The start does not matter: a selection may span words.
 bool HasWord(PluginInterface* host)
 {
     long start = 0;

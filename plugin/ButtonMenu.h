@@ -4,8 +4,8 @@
 class BMenuItem;
 class PluginInterface;
 
-// Runs the menu and what the user chooses from it. Document thread.
+// Opens the menu and runs the chosen command. Document thread.
 void RunButtonMenu(PluginInterface* host);
 
-// Shows the key that the user has bound to a named command; leaves the item alone when there is none.
+// Shows the key bound to a named command; the item is unchanged when there is none.
 void SetModifiersIfDefined(PluginInterface* host, BMenuItem* item, const char* command);

@@ -1,9 +1,9 @@
-// The commands that users can name and bind to keys.
+// Named commands, which users bind to keys.
 #pragma once
 
 class PluginInterface;
 
-void RegisterCommands(PluginInterface* host); // tells the host their names and help texts
+void RegisterCommands(PluginInterface* host); // tells the host names and help texts
 
-// Does nothing for a name that is none of the plug-in's, or null.
+// Does nothing for null or an unknown name.
 void RunCommand(PluginInterface* host, const char* name);

@@ -21,10 +21,10 @@
 
 namespace {
 
-// What a handler answers; see PluginMain.
+// A handler's result; see PluginMain.
 enum Result : long { kNotHandled, kHandled, kInputConsumed };
 
-// Numbers without a meaning for the plug-in: the host asks for them.
+// The host requires these numbers; the plug-in does not use them.
 const long kInitReplyA = 16;
 const long kInitReplyB = 3;
 const long kPluginFlags = 0x638;
@@ -48,7 +48,7 @@ long Registration(PluginInterface* host)
 
 long Unload(PluginInterface*)
 {
-    DeclarationSettings::DeleteInstance(); // nothing is called after this event
+    DeclarationSettings::DeleteInstance(); // the last event
     return kNotHandled;
 }
 
@@ -65,13 +65,13 @@ long ButtonMenuAsked(PluginInterface* host)
     ClearActivation();
     CloseAnyPalettes();
     RunButtonMenu(host);
-    return kHandled; // a dismissed menu as well: it has been shown
+    return kHandled; // also when dismissed: the menu was shown
 }
 
 long NamedCommand(PluginInterface* host)
 {
     CloseAnyPalettes();
-    RunCommand(host, host->name); // an unknown name does nothing, and is handled all the same
+    RunCommand(host, host->name); // an unknown name does nothing and counts as handled
     host->CommandDone(0);
     return kHandled;
 }
@@ -83,8 +83,8 @@ long SettingsCommand(PluginInterface* host)
     return DeclarationSettings::Instance()->HandleSettingsCommand(host, host->settingsArgs) ? kHandled : kNotHandled;
 }
 
-// Only a chosen completion stands for input that the user gave to the document. A directory comes from a panel and a
-// key from a list that did not want it: those are acted on, and left for the host to go on with.
+// Only a chosen completion counts as the user's input to the document. For a directory from a panel, or a key that a
+// list did not want, the plug-in acts and the host continues.
 long DocumentMessage(PluginInterface* host)
 {
     if (host->message == nullptr)
@@ -107,12 +107,12 @@ long DocumentMessage(PluginInterface* host)
 long MouseDown(PluginInterface* host)
 {
     const bool lookedUp = LookUpClickedWord(host);
-    // However it went: a refused click was the one that activated the window, and the next is meant.
+    // In any case: a refused click was the activating one, and the next click counts.
     ClearActivation();
     return lookedUp ? kInputConsumed : kNotHandled;
 }
 
-// Says nothing about windows: one that was activated just now still was.
+// Keeps the activation: a window that was activated just now still was.
 long DocumentChanged(PluginInterface*)
 {
     CloseAnyPalettes();
@@ -148,7 +148,7 @@ long SettingAsked(PluginInterface* host)
 {
     std::string value;
     if (host->name == nullptr || !DeclarationSettings::Instance()->ReturnSettingValue(host, host->name, value))
-        return kNotHandled; // the answer is left as it is: another plug-in's may stand there
+        return kNotHandled; // the result is unchanged: another plug-in may have set it
     host->ReturnSettingNameValue(value.c_str());
     return kHandled;
 }
@@ -191,7 +191,7 @@ const Row kEvents[] = {
     {206, KeyDown},
     {207, KeyTyped},
     {208, EditingPrimitiveDone},
-    {209, DocumentChanged}, // by others than this plug-in
+    {209, DocumentChanged}, // not by this plug-in
     {300, WindowActivated},
     {301, ClearAndClose}, // the window is deactivated
     {307, ResourceIDsAsked},

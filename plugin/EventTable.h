@@ -1,7 +1,7 @@
-// Which of the host's events does what.
+// Dispatches the host's events.
 #pragma once
 
 class PluginInterface;
 
-// As PluginMain, but lets exceptions out.
+// As PluginMain, but exceptions pass through.
 long HandleEvent(long event, PluginInterface* host);

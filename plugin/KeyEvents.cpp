@@ -62,7 +62,7 @@ long KeyDown(PluginInterface* host)
 
     if (const long routed = CompletionWindow::RouteKeyboardEventIfNeeded(host, host->message))
         return routed;
-    // Any key closes the lookup results. Completions stay: whether they still fit shows once the key has been applied.
+    // Any key closes the lookup results. Completions stay: after the key is applied they are compared with the text.
     if (SearchWindow* results = SearchWindow::gSearchWin)
         results->Quit();
     return 0;
@@ -70,14 +70,14 @@ long KeyDown(PluginInterface* host)
 
 long KeyTyped(PluginInterface* host)
 {
-    // Done before anything else, even when more keys wait and this one is passed over.
+    // Runs first, even if this key is skipped because more keys wait.
     ClearActivation();
     gHandlingAutoCompletePrimitive = false;
     if (host->InputPending() || !CompletesWhileTyping())
         return 0;
 
-    // The first letter of an identifier counts wherever it starts; after that, only the identifier that the key went
-    // into. Without an identifier all is 0, which is not forward.
+    // The first letter of an identifier counts wherever it starts; later ones count only in the same identifier.
+    // Without an identifier all values are 0, which is not a step forward.
     const Typed now = TypedBeforeCaret(host);
     if (MovedForward(now) && (StartedIdentifier(now) || SameIdentifierGrew(now)))
         SelectionAutoSuggestCompletions(host);
@@ -88,8 +88,8 @@ long KeyTyped(PluginInterface* host)
 
 long EditingPrimitiveDone(PluginInterface* host)
 {
-    // The mark covers one edit, and is gone whether or not it was needed. Without completion while typing nothing has
-    // been noted at the key, so there is nothing to compare: what is open stays.
+    // The mark covers one edit and is cleared in any case. Without completion while typing nothing was recorded at key
+    // down, so the list stays open.
     const bool ownEdit = gHandlingAutoCompletePrimitive;
     gHandlingAutoCompletePrimitive = false;
     if (ownEdit || !CompletesWhileTyping())

@@ -36,7 +36,7 @@ bool PopulateByType(SearchWindow& results, Tags& tags, LookupType type)
     }
 }
 
-// The window is shown, or disposed of before anybody saw it.
+// Shows the window, or disposes of it unseen.
 void Present(PluginInterface* host, Tags& tags, long patternStart, LookupType type)
 {
     auto* results = new SearchWindow;
@@ -56,7 +56,7 @@ void Present(PluginInterface* host, Tags& tags, long patternStart, LookupType ty
 
 void SelectionSymbolLookup(PluginInterface* host, bool forceDialog, LookupType type)
 {
-    // Tags come first: without any, the user is told so even with nothing selected.
+    // Tags come first: without any, the user learns so even with nothing selected.
     BEntry localTags;
     BEntry systemTags;
     if (!FindOrCreateTags(host, localTags, systemTags))
@@ -73,7 +73,7 @@ void SelectionSymbolLookup(PluginInterface* host, bool forceDialog, LookupType t
 
 void SymbolLookupAt(PluginInterface* host, long offset, LookupType type)
 {
-    // The symbol comes first: a click beside one is to do nothing, not even to ask about tags.
+    // The symbol comes first: a click beside one must not do anything, not even ask about tags.
     Pattern pattern;
     if (!FindPattern(host, offset, offset, pattern))
         return;
@@ -86,14 +86,14 @@ void SymbolLookupAt(PluginInterface* host, long offset, LookupType type)
 void LookUpPattern(PluginInterface* host, const BEntry* localTags, const BEntry* systemTags, const std::string& pattern,
                    long patternStart, LookupType type)
 {
-    // The host is asked for the place of every lookup, whether or not a list will be shown, and the point below the
-    // line is not used: ShowAt() asks again and places the list itself.
+    // Every lookup asks the host for the place, even without a list. The point is unused: ShowAt() asks again and
+    // places the list.
     [[maybe_unused]] BPoint belowPattern = host->PointAt(patternStart);
     belowPattern.y += 20;
 
     Tags tags(localTags, systemTags, pattern, true);
     Present(host, tags, patternStart, type);
-    // After a lookup that found nothing as well: stale tags may be why.
+    // Also after a lookup without a match: stale tags may be the reason.
     if (DeclarationSettings::Instance()->AutoRebuild())
         tags.UpdateIfNeeded(host);
 }

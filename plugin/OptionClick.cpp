@@ -12,13 +12,13 @@
 
 namespace {
 
-const uint32 kFirstButtonAlone = 1; // held together with another button it is a gesture of the host's
+const uint32 kFirstButtonAlone = 1; // with another button it is a gesture of the host
 const uint32 kWatchedModifiers = B_SHIFT_KEY | B_COMMAND_KEY | B_CONTROL_KEY | B_OPTION_KEY;
 const uint32 kDeclarationModifiers = B_OPTION_KEY;
 const uint32 kDefinitionModifiers = B_CONTROL_KEY | B_OPTION_KEY;
 
-// The modifiers must be exactly these: with another key held the click is the host's. So it is when the setting of its
-// keys is off; the other kind of lookup is not a second choice.
+// The modifiers must match exactly: with another key held, the click belongs to the host. It also does when the setting
+// for its keys is off; the other kind of lookup does not take its place.
 std::optional<LookupType> AskedFor()
 {
     const DeclarationSettings& settings = *DeclarationSettings::Instance();
@@ -40,7 +40,7 @@ bool IsMeantForText(PluginInterface* host, BPoint where, uint32 buttons)
 
 bool LookUpClickedWord(PluginInterface* host)
 {
-    CloseAnyPalettes(); // whatever kind of click it is: the user has turned to the text
+    CloseAnyPalettes(); // for any click: the user has turned to the text
     BPoint where;
     uint32 buttons = 0;
     host->GetMouse(&where, &buttons, true);

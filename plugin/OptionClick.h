@@ -3,6 +3,6 @@
 
 class PluginInterface;
 
-// Closes the pop-ups; then, if the click that is happening asks for it, looks up the word under the mouse and tells the
-// host that a command is done. True when it did. Document thread.
+// Closes the pop-ups. If the current click is an option-click, looks up the word under the mouse, reports a finished
+// command to the host, and returns true. Document thread.
 bool LookUpClickedWord(PluginInterface* host);

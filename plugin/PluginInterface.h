@@ -1,4 +1,4 @@
-// The host boundary: what the editor passes to every call of the plug-in, and what it lets the plug-in do.
+// The host boundary: the editor passes this to every call of the plug-in.
 #pragma once
 
 #include "vetch/app/BApplication.h"
@@ -17,10 +17,10 @@ struct __CFBundle;
 
 // The editor, as the plug-in sees it during one call of PluginMain.
 //
-// The host makes it, owns it and passes it to each call; nothing of it may be kept but a copy of documentID. Every
-// operation is called on the thread that called PluginMain, the document thread, and only during that call. Offsets and
-// lengths are bytes of the document, counted from 0; ranges include their start and not their end. With no document,
-// the selection is 0, 0, the length 0 and DocumentRef() an empty reference.
+// The host makes and owns it and passes it to each call; the plug-in may keep only a copy of documentID. Call every
+// operation on the document thread, which called PluginMain, and only during that call. Offsets and lengths are bytes
+// of the document, from 0; ranges are half-open. Without a document the selection is 0, 0, the length 0 and
+// DocumentRef() an empty reference.
 class PluginInterface {
 public:
     BWindow* window = nullptr;             // the event's document window; null when there is none
@@ -29,29 +29,29 @@ public:
     long initReplyB = 0;                   // written by the plug-in on event 1
     const char* name = nullptr;            // a command (103), a setting (402), the document's directory (10010)
     const char*** settingsArgs = nullptr;  // event 104: null-ended words; the first is the setting's name
-    const char* symbol = nullptr;          // event 10010: the include-style file name asked for
+    const char* symbol = nullptr;          // event 10010: the requested include-style file name
     long documentID = 0;                   // 1 to INT32_MAX; 0 when there is no document
     char* returnedValue = nullptr;         // event 402: made with new[] by the plug-in, deleted by the host
     BView* panelView = nullptr;            // event 502: the panel's container
     const char* panelIdentifier = nullptr; // event 502: which panel is opened
-    __CFBundle* bundle = nullptr;          // the plug-in's own bundle, on every call; borrowed
+    __CFBundle* bundle = nullptr;          // the plug-in's bundle, on every call; borrowed
 
-    // The host gives these two numbers no meaning; it asks for them with event 307.
+    // Event 307 asks for these two numbers; the host does not interpret them.
     virtual void SetResourceIDs(long first, long second) = 0;
 
     virtual void GetSelection(long* start, long* end) = 0;
     virtual long TextLength() = 0;
 
-    // Copies 'length' bytes and adds no terminator; parts outside the text are left out.
+    // Copies 'length' bytes without a terminator; parts outside the text are left out.
     virtual void GetText(char* buffer, long offset, long length) = 0;
 
-    // '\0' outside the text: scanners read just before its beginning and just behind its end.
+    // '\0' outside the text: scanners read one character before its beginning and one behind its end.
     virtual char CharAt(long offset) = 0;
 
     virtual void GetMouse(BPoint* where, uint32* buttons, bool checkQueue) = 0; // in text view coordinates
     virtual long OffsetAt(const BPoint* where) = 0;                             // of a point in text view coordinates
 
-    // Where the character at 'offset' starts on the SCREEN: x its left edge, y its baseline.
+    // The origin of the character at 'offset' on the SCREEN: x its left edge, y its baseline.
     virtual BPoint PointAt(long offset) const = 0;
 
     virtual BRect TextBounds() = 0;  // of the text view, in its own coordinates
@@ -66,14 +66,14 @@ public:
     virtual void WriteSettings(const char* format, ...) __attribute__((format(printf, 2, 3))) = 0;
     virtual long LineAt(long offset) = 0; // from 0; only "\n" ends a line
 
-    // Opens one undoable edit. The host closes it when the call of PluginMain returns, or at the next BeginUndo.
+    // Opens one undoable edit, which ends with the call of PluginMain or at the next BeginUndo.
     virtual void BeginUndo(long selStart, long selEnd, const char* actionName) = 0;
     virtual void InsertText(const char* text, long length, long offset) = 0;
     virtual void DeleteText(long offset, long length) = 0;
     virtual void Select(long start, long end) = 0;
 
-    // Expands the host's variables ("$WORKSHEET_DIR") in 'text', up to its terminator when 'length' is -1. The caller
-    // frees the result with delete[]; null when there is nothing to return.
+    // Expands the host's variables ("$WORKSHEET_DIR") in 'text'; 'length' -1 means up to its terminator. The caller
+    // frees the result with delete[]; null for no result.
     virtual char* ExpandVariables(const char* text, long length) = 0;
     virtual void AppendToWorksheet(const char* text, bool, bool, bool) = 0;
 
@@ -85,8 +85,8 @@ public:
                                    uint32 modifiers) = 0;
     virtual void RegisterPreferencePanel(const char* identifier, const char* title, const char* iconFile) = 0;
 
-    // Sends 'message' back into a document from any thread: the host answers with event 202 in that document, or drops
-    // it when the document is gone.
+    // Sends 'message' to a document from any thread. The host raises event 202 in that document, or drops the message
+    // when the document is gone.
     static void PostMessageToDocument(long documentID, const BMessage* message)
     {
         BMessage envelope(FourCC("plgp"));
@@ -95,8 +95,7 @@ public:
         be_app->PostMessage(&envelope);
     }
 
-    // Answers event 402 with a copy of 'value', of "" too (an array of one byte: a setting that is empty is there all
-    // the same); null answers null.
+    // Event 402 gets a copy of 'value'; an empty setting is "", an array of one byte. Null returns null.
     void ReturnSettingNameValue(const char* value)
     {
         returnedValue = nullptr;
@@ -108,5 +107,5 @@ public:
     }
 
 protected:
-    ~PluginInterface() = default; // not virtual: the table holds the operations above and nothing else
+    ~PluginInterface() = default; // not virtual: the table holds only the operations above
 };

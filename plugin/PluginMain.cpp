@@ -4,7 +4,7 @@
 
 long PluginMain(long event, PluginInterface* host)
 {
-    // The host knows nothing of this library's exceptions (no memory is the only likely one): to it the event was not
+    // The host does not know this library's exceptions (likely only memory exhaustion): for it the event was not
     // handled.
     try {
         return HandleEvent(event, host);
@@ -15,7 +15,7 @@ long PluginMain(long event, PluginInterface* host)
 
 const char* PluginHelp()
 {
-    // Users know the text exactly like this, "it's" included.
+    // Users know exactly this text, with its "it's".
     return "Symbol lookup plugin.\n"
            "Click to look up the selection's declaration or definition.\n"
            "Option-click a word to look up it's declaration.\n"

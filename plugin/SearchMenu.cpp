@@ -14,7 +14,7 @@ const char* const kLookUpDefinitionLabel = "Look up definition";
 struct Item {
     const char* label;
     const char* command;
-    uint32 modifiers; // there is no key to go with them: they tell the host which item of the dynamic group is which
+    uint32 modifiers; // without a key: they place the item in its dynamic group
     void (BMenuItem::*markDynamic)();
 };
 
@@ -52,7 +52,7 @@ long MenusAboutToShow(PluginInterface* host)
     BMenu* menu = SearchMenu();
     if (menu == nullptr)
         return 0;
-    // "Look up..." is left alone: the dialog it opens is of use without a document too.
+    // "Look up..." is unchanged: its dialog is useful without a document too.
     const bool enabled = host->window != nullptr && !host->window->IsShowingSheet() && host->documentID != 0;
     for (const char* label : {kLookUpDeclarationLabel, kLookUpDefinitionLabel})
         if (BMenuItem* item = menu->FindItem(label))

@@ -3,6 +3,6 @@
 
 class PluginInterface;
 
-// Event handlers; they answer as PluginMain does, and do nothing without a menu "Search". Document thread.
+// Event handlers; results as for PluginMain. They do nothing without a menu "Search". Document thread.
 long MenuBarBuilt(PluginInterface* host);
 long MenusAboutToShow(PluginInterface* host);

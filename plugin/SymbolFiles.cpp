@@ -19,7 +19,7 @@ bool AddFilesOfSymbol(PluginInterface* host)
     bool added = false;
     std::string path;
     while (tags.NextFileMatch(path)) {
-        // As it is written in the tags file: a relative path is taken from the process's directory.
+        // A relative path in a tags file is relative to the process's directory.
         const EntryRef file(path.c_str());
         added |= host->message->AddRef("refs", &file) == B_OK;
     }

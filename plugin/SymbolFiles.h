@@ -1,9 +1,9 @@
-// Which files an include-style name means.
+// Finds the files for an include-style name.
 #pragma once
 
 class PluginInterface;
 
-// Adds the files that the tags files know by the record's symbol ("AppKit/NSView.h") to its message, as "refs". The
-// directory whose tags files are asked is the record's name. True when there was any; the first question about the
-// system's files finds none of them, because they are loaded in the background. Document thread.
+// Searches the tags files for the record's symbol ("AppKit/NSView.h") and adds the files to its message as "refs". The
+// record's name is the directory whose tags files are searched. True when there was a file. The first call does not
+// find the system's files, which load in the background. Document thread.
 bool AddFilesOfSymbol(PluginInterface* host);

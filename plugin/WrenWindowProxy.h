@@ -1,16 +1,16 @@
-// Stands for a window of the host's.
+// A proxy for a host window.
 #pragma once
 
 #include "vetch/interface/BWindow.h"
 
-// Passes on what happens to a window, to the framework's own behaviour of it: calls into the target are qualified, so
-// that a target whose overrides call the proxy does not go round in circles. Host code derives from it and sets the
-// target, which is borrowed; nothing is called without one, and the thread is the target's. The plug-in makes none.
+// Passes a window's events on to the framework's behaviour. Calls into the target are qualified, so that overrides that
+// call the proxy do not recurse. Host code derives from it and sets the target, which is borrowed; without one it does
+// nothing. Target's thread. The plug-in makes no proxies.
 class WrenWindowProxy {
 public:
     virtual ~WrenWindowProxy() = default;
 
-    virtual long Run() { return 0; } // the target's loop is not the proxy's to start
+    virtual long Run() { return 0; } // the proxy does not start the target's loop
     virtual void Quit() { fTarget->BWindow::Quit(); }
     virtual void MessageReceived(BMessage* message) { fTarget->BLooper::MessageReceived(message); }
     virtual void FrameMoved(BPoint origin) { fTarget->BWindow::FrameMoved(origin); }

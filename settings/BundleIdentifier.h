@@ -1,4 +1,4 @@
-// The name by which the host knows the plug-in's bundle, its preference panel among other things.
+// The host's name for the plug-in's bundle, used for the preference panel among others.
 #pragma once
 
 constexpr const char* kBundleIdentifier = "org.wren.Declaration";

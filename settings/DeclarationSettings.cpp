@@ -1,7 +1,7 @@
 #include "settings/DeclarationSettings.h"
 
-// Of the macros for deprecation only one is here. Another one that stands behind a declaration may be tagged in its
-// place, until the user adds it in the panel.
+// Holds one of the deprecation macros only. Another macro behind a declaration may be tagged instead of it, until the
+// user adds the macro in the panel.
 const char* kIgnoreStringsDefault = "AVAILABLE_MAC_OS_X_VERSION_10_0_AND_LATER,"
                                     "AVAILABLE_MAC_OS_X_VERSION_10_1_AND_LATER,"
                                     "AVAILABLE_MAC_OS_X_VERSION_10_2_AND_LATER,"
@@ -21,7 +21,7 @@ DeclarationSettings::DeclarationSettings()
       localTagSubdirectories("DeclLocalTagSubdirectories", kLocalTagSubdirectoriesDefault),
       indexSuffixes("DeclIndexSuffixes", kIndexSuffixesDefault)
 {
-    // In this order the host lists them and settings files hold them, so that saving again changes no line's place.
+    // The order in the host's list and in settings files: it keeps lines in place on each save.
     settings = {
         &optionClickToFindDeclaration,
         &ctrlOptionClickToFindDefinition,
@@ -29,7 +29,7 @@ DeclarationSettings::DeclarationSettings()
         &autoComplete,
         &ignoreStrings,
         &scanSystemDirectories,
-        &localTagSubdirectories, // no control and no reader: it is stored for users who have it in their settings
+        &localTagSubdirectories, // no control and no reader; it is stored for users who have it in their settings
         &indexSuffixes};
 }
 
@@ -49,7 +49,6 @@ DeclarationSettings* DeclarationSettings::Instance()
 
 void DeclarationSettings::DeleteInstance()
 {
-    // The slot keeps the dead pointer: the host unloads once and last, and a plug-in that is going away makes no second
-    // object, which nobody would delete.
+    // The slot keeps the dead pointer: the host unloads once, last. A second object would have no owner to delete it.
     delete Slot();
 }

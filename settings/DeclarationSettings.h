@@ -1,4 +1,4 @@
-// The plug-in's own settings, and the panel that edits them.
+// The plug-in's settings and their preference panel.
 #pragma once
 
 #include "settings/PluginSettings.h"
@@ -8,18 +8,18 @@
 class BTextControl;
 class PluginInterface;
 
-// What the texts below are until the user changes them.
+// Defaults of the texts below.
 extern const char* kIgnoreStringsDefault;
 extern const char* kScanSystemDirectoriesDefault;
 extern const char* kLocalTagSubdirectoriesDefault;
 extern const char* kIndexSuffixesDefault;
 
-// One object for the plug-in's life. Document thread only; the texts are valid until the setting next changes.
+// One object for the plug-in's life. Document thread only; the texts are valid until the setting changes.
 class DeclarationSettings : public PluginSettings {
 public:
     static DeclarationSettings* Instance(); // made on the first call
 
-    // Deletes the object if there is one. It is not made again: Instance() is not to be called any more.
+    // Deletes the object if there is one. Do not call Instance() afterwards.
     static void DeleteInstance();
 
     bool OptionClickToFindDecl() const { return optionClickToFindDeclaration.Value(); }
@@ -31,11 +31,11 @@ public:
     const char* LocalTagSubdirs() const { return localTagSubdirectories.Value(); }      // ".:./build"
     const char* IndexSuffixes() const { return indexSuffixes.Value(); }                 // of files to tag: "*.h *.c"
 
-    // The directories as the panel shows them, one a line; valid until the next call.
+    // The directories as in the panel, one a line; valid until the next call.
     const char* ScanSystemDirectoriesForEditItem() const;
 
-    // Puts live controls into the container of the panel that the host has opened, and ties them to the settings. May
-    // be called any number of times: each panel gets controls of its own.
+    // Adds controls, bound to the settings, to the container of the panel that the host has opened. Each call makes new
+    // controls.
     void AddPreferencePanel(PluginInterface* host);
 
 private:

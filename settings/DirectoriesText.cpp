@@ -2,8 +2,8 @@
 
 namespace {
 
-// Signed on every machine: bytes from 0x80 up are negative, and separate directories as control characters do. A name
-// with letters beyond ASCII needs a backslash before each of their bytes.
+// Signed on every machine: bytes from 0x80 up are negative and separate directories, as control characters do. In
+// names, letters beyond ASCII need a backslash before each byte.
 bool IsUpTo(char ch, int limit)
 {
     return static_cast<signed char>(ch) <= limit;

@@ -24,7 +24,7 @@ void PluginSetting<bool>::SetValue(bool newValue)
 
 bool PluginSetting<bool>::SetToStringValue(const char* text)
 {
-    // Exactly the two words that are written: "On" or "1" is none, and the line is refused.
+    // Exactly the two words that are written; any other, such as "On" or "1", is refused.
     const bool isOn = std::strcmp(text, "on") == 0;
     if (!isOn && std::strcmp(text, "off") != 0)
         return false;
@@ -63,7 +63,7 @@ bool PluginSetting<const char*>::SetToStringValue(const char* text)
 
 bool PluginSetting<const char*>::HandleSettingsCommand(const char** argv)
 {
-    // The host drops an empty value when it splits the line, so "name" alone cannot mean an empty text: it is refused
+    // The host drops an empty value when it splits the line, so "name" alone cannot mean an empty text. It is refused,
     // as any line without a value, and the default comes back.
     if (argv[1] == nullptr)
         return false;

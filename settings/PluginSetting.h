@@ -1,4 +1,4 @@
-// Named, typed settings that the host stores for the plug-in as lines of text: the name, a blank, the value.
+// Named, typed settings, which the host stores as lines of text: the name, a blank, the value.
 //
 // Document thread only, without a lock: the preference panel runs there too.
 #pragma once
@@ -11,22 +11,22 @@ class BCheckBox;
 class BTextControl;
 class PluginInterface;
 
-constexpr uint32 kSettingChanged = FourCC("valC"); // the notice of every real change; it carries no message
+constexpr uint32 kSettingChanged = FourCC("valC"); // sent at every real change, without a message
 
-// One setting. Whoever watches it hears of every change of its value, and of nothing else.
+// One setting. Watchers receive a notice of every change of its value, and no other notices.
 class PluginSettingBase : public BNotifier {
 public:
-    explicit PluginSettingBase(const char* name) : name(name) {} // borrowed for good: a string constant
+    explicit PluginSettingBase(const char* name) : name(name) {} // borrowed: a string constant
 
     const char* Name() const { return name; }
     void RegisterSelf(PluginInterface* host) const;
 
-    // Takes the value from its text form; false, and nothing changes, when the text is none.
+    // Sets the value from its text form; false, without a change, for any other text.
     virtual bool SetToStringValue(const char* text) = 0;
     virtual std::string StringValue() const = 0;
 
-    // Takes the value from a stored line, split at its blanks: the name, the words of the value, null. False, and
-    // nothing changes, when there is no value or it is none.
+    // Sets the value from a stored line, split at its blanks: the name, the words of the value, null. False, without a
+    // change, when the value is missing or invalid.
     virtual bool HandleSettingsCommand(const char** argv) = 0;
     virtual std::string ReturnSettingValue() const = 0; // the text form
     virtual bool MatchesDefault() const = 0;
@@ -58,14 +58,14 @@ private:
     const bool defaultValue;
 };
 
-// A text; its text form is itself. The host keeps no more of it than the words: runs of blanks come back as one blank,
-// and an empty text does not come back at all.
+// A text; its text form is itself. The host keeps only its words: runs of blanks come back as one blank, and an empty
+// text does not come back.
 template <>
 class PluginSetting<const char*> : public PluginSettingBase {
 public:
     PluginSetting(const char* name, const char* defaultValue);
 
-    const char* Value() const { return value.c_str(); } // until the setting next changes
+    const char* Value() const { return value.c_str(); } // valid until the setting changes
     void SetValue(const char* newValue);
 
     bool SetToStringValue(const char* text) override; // always true
@@ -79,7 +79,7 @@ private:
     const std::string defaultValue;
 };
 
-// Ties a control to a setting, in both directions: it shows the setting's value, follows its changes and sets it when
-// the user changes the control. The setting outlives the user's access to the control; the control may die at any time.
+// Binds a control to a setting, both ways: it shows the value, follows its changes, and sets it when the user changes
+// the control. The setting outlives the user's access to the control; the control may die at any time.
 void Bind(PluginSetting<bool>* setting, BCheckBox* box);
 void Bind(PluginSetting<const char*>* setting, BTextControl* control);

@@ -19,7 +19,7 @@ bool PluginSettings::HandleSettingsCommand(PluginInterface*, const char*** args)
 
 void PluginSettings::Save(PluginInterface* host)
 {
-    // A setting at its default leaves no line, so users who never changed it get a better default when there is one.
+    // A setting at its default leaves no line, so a later version's better default takes effect.
     for (const PluginSettingBase* setting : settings)
         if (!setting->MatchesDefault())
             host->WriteSettings("%s %s\n", setting->Name(), setting->ReturnSettingValue().c_str());

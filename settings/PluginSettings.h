@@ -1,4 +1,4 @@
-// All settings of a plug-in, as the host deals with them.
+// All settings of a plug-in, for the host.
 #pragma once
 
 #include "settings/PluginSetting.h"
@@ -14,17 +14,17 @@ public:
     PluginSettings& operator=(const PluginSettings&) = delete;
     virtual ~PluginSettings() = default;
 
-    // Tells the host every name, in the order of registration.
+    // Registers every name with the host, in the order of registration here.
     virtual void Register(PluginInterface* host);
 
-    // Applies one stored line, split into words: the name, the value's words, null. False, and nothing changes, when
-    // the name is unknown or the value malformed.
+    // Applies one stored line, split into words: the name, the value's words, null. False, without a change, for an
+    // unknown name or a malformed value.
     virtual bool HandleSettingsCommand(PluginInterface* host, const char*** args);
 
-    // Writes a line for every setting that differs from its default, and none for the others.
+    // Writes a line for each setting that differs from its default.
     virtual void Save(PluginInterface* host);
 
-    // The text form of one setting; false, and 'value' is left alone, when the name is unknown.
+    // The text form of one setting; false, with 'value' unchanged, for an unknown name.
     virtual bool ReturnSettingValue(PluginInterface* host, const char* name, std::string& value) const;
 
 protected:

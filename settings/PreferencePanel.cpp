@@ -7,7 +7,7 @@
 
 namespace {
 
-// The numbers of the panel's controls in the interface file.
+// The panel controls' item numbers in the interface file.
 enum : long {
     kAutomaticallyRebuildBox = 10,
     kOptionClickBox = 11,

@@ -5,7 +5,7 @@
 
 namespace {
 
-// The user stays where he was: the text is as long as before.
+// Keeps the selection: the text's length is unchanged.
 void ReplaceText(BTextControl* control, const std::string& text)
 {
     long start = 0, end = 0;
@@ -19,7 +19,7 @@ void ReplaceText(BTextControl* control, const std::string& text)
 void ScanDirectoriesBinder::Invoke(const BTextControlBase* control)
 {
     const std::string stored = SystemDirectoriesStringForStore(control->Text());
-    // An applicator is only told of its control, but this one also tidies up in it.
+    // An applicator gets its control read-only, but this one also tidies the control's text.
     ReplaceText(const_cast<BTextControl*>(static_cast<const BTextControl*>(control)),
                 SystemDirectoriesStringForControl(stored));
     settings->scanSystemDirectories.SetValue(stored.c_str());
