@@ -24,7 +24,7 @@ bool CTagsAreInstalled()
     return ::stat("/usr/bin/cplustags", &status) == 0;
 }
 
-// Which file the tags are moved to is read off the command itself.
+// The command itself names the destination of the tags.
 std::string MoveCommand(const std::string& command, const std::string& directory)
 {
     if (command.find(kSystemTagsTemporary) != std::string::npos)
@@ -52,8 +52,7 @@ void PasteInstallHint(PluginInterface* host)
 
 } // namespace
 
-// All requests for one directory share one temporary file. Two at once get into each other's way; whoever is last has
-// the last word.
+// All requests for one directory share one temporary file. Two at once interfere; the later one wins.
 void CreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second,
                 const vetch::ShellRequest& request)
 {
@@ -88,11 +87,11 @@ void CreateTags(PluginInterface* host, bool system, bool local)
 void HelpCreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second, bool& hint)
 {
     const bool installed = CTagsAreInstalled();
-    // Looked for once more: whoever installs it right now, as an earlier hint said, is not told to. The commands then
-    // name the bundle's copy all the same, which does no harm.
+    // Checked again: a user who installs it now, after an earlier hint, gets no second hint. The commands still name
+    // the bundle's copy, which works.
     if (!installed && hint && !CTagsAreInstalled())
         PasteInstallHint(host);
-    hint = false; // also when there was nothing to paste: a request hints with its first command or not at all
+    hint = false; // also with nothing to paste: only the first command of a request may hint
     PasteCommand(host, directory, installed, main);
     if (second != nullptr)
         PasteCommand(host, directory, installed, second);
@@ -116,7 +115,7 @@ void CreateLocalTags(PluginInterface* host)
     EntryRef start;
     directory.GetRef(&start);
     const BMessenger application(be_app);
-    // It deletes itself when it has been answered or closed; asking again meanwhile opens another one.
+    // It deletes itself when answered or closed; a second request opens another panel.
     auto* panel = new BFilePanel(B_OPEN_PANEL, &application, &start, B_DIRECTORY_NODE, false, nullptr, nullptr);
     panel->Window()->SetTitle("Select Directory To tag");
     const BMessage chosen(kDirectoryChosen);

@@ -1,8 +1,7 @@
-// Making tags files, or telling the user how to.
+// Makes tags files, or shows the user the commands for it.
 //
-// Every request is made and forgotten: its command lines run on a thread of their own, one after the other, and nothing
-// tells when they have ended, or whether they did what they should. All operations are called on the document thread
-// and return at once.
+// Requests are not tracked: their command lines run one after the other on a new thread, and nothing reports their end
+// or their success. Call all operations on the document thread; they return at once.
 #pragma once
 
 namespace vetch {
@@ -13,22 +12,22 @@ class BEntry;
 class BMessage;
 class PluginInterface;
 
-// Has tags made in 'directory' by the command line 'main' and, unless it is null, 'second'; see TagTemplates.h. They
-// write to a temporary file, which is moved to its place at the end.
+// Makes tags in 'directory' with the command lines 'main' and, unless null, 'second'; see TagTemplates.h. They write to
+// a temporary file, which is moved to its place at the end.
 void CreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second);
-// The same, when nobody asked for it: 'request' tells the host why.
+// For a request that the user did not make: 'request' gives the host the reason.
 void CreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second,
                 const vetch::ShellRequest& request);
 void CreateTags(PluginInterface* host, bool system,
-                bool local); // of the system, and of the document's directory, at once
+                bool local); // both requests at once
 
-// Pastes the command lines into the Worksheet instead of running them. While 'hint' is true, and the tags program is
-// not installed, how to install it comes first; 'hint' is false afterwards.
+// Pastes the command lines into the Worksheet instead of running them. If 'hint' is true and the tags program is not
+// installed, pastes its installation first. Sets 'hint' to false.
 void HelpCreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second, bool& hint);
 void HelpCreateTags(PluginInterface* host, bool system, bool local);
 
 void CreateLocalTags(PluginInterface* host);         // asks for the directory
-void CreateOrUpdateLocalTags(PluginInterface* host); // where the document's tags file is; asks when there is none
+void CreateOrUpdateLocalTags(PluginInterface* host); // where the document's tags file is; asks without one
 
-// The directory that the user chose, as "refs" in the file panel's message; without it, nothing happens.
+// The file panel's message holds the chosen directory as "refs"; does nothing without it.
 void HandleCreateTagsDirectorySelected(PluginInterface* host, const BMessage* message);

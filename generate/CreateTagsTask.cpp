@@ -12,9 +12,9 @@ void* CreateTagsTask(void* untyped)
     const std::unique_ptr<const CreateParams> params(static_cast<CreateParams*>(untyped));
     for (const std::string& command : params->commands) {
         std::printf("executing %s\n", command.c_str());
-        std::fflush(stdout); // before what the command itself writes there
-        // Whatever came of it, the next one runs, the last of which moves the new file to its place: a program that
-        // complains about a single source has made the tags of all others.
+        std::fflush(stdout); // before the command's own output
+        // The next command runs even after a failure: a program that fails on one source has made the tags of all
+        // others, and the last command moves the file to its place.
         vetch::RunShellCommand(command.c_str(), params->request);
     }
     return nullptr;
@@ -26,6 +26,6 @@ void StartCreateTagsTask(std::vector<std::string> commands, vetch::ShellRequest 
     std::thread thread = vetch::StartThread(kNoTagsAreMade, [given = params.get()] { CreateTagsTask(given); });
     if (!thread.joinable())
         return;
-    static_cast<void>(params.release()); // the thread's own
+    static_cast<void>(params.release()); // the thread owns them
     thread.detach();
 }

@@ -1,4 +1,4 @@
-// The thread that runs the command lines of one request for tags.
+// The thread that runs a request's command lines.
 #pragma once
 
 #include "vetch/support/ShellCommand.h"
@@ -6,19 +6,19 @@
 #include <string>
 #include <vector>
 
-// What the user does without when the thread does not start (see vetch::StartThread).
+// The loss when the thread does not start (see vetch::StartThread).
 inline constexpr const char* kNoTagsAreMade = "no tags are made";
 
-// What the thread is given, and all that it touches.
+// The thread's input; it touches nothing else.
 struct CreateParams {
     std::vector<std::string> commands; // run in this order
     vetch::ShellRequest request = {};
 };
 
-// The thread's body: says what it executes on standard output, runs it, and deletes the params, a CreateParams, at the
-// end. Answers null.
+// The thread's body: prints each command to standard output and runs it. Deletes the params, a CreateParams, at the
+// end. Returns null.
 void* CreateTagsTask(void* params);
 
-// Runs the commands on a detached thread and returns at once. When the system has no thread to give, nothing
-// runs, and that is reported once (vetch::StartThread).
+// Runs the commands on a detached thread and returns at once. If the system cannot start a thread, nothing runs, and
+// vetch::StartThread reports that once.
 void StartCreateTagsTask(std::vector<std::string> commands, vetch::ShellRequest request = {});

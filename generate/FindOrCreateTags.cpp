@@ -1,4 +1,4 @@
-// Offering to make tags files where a search finds none: the search is the lower folder's, making them this one's.
+// Offers to make tags files where a search finds none: tags/ searches, this folder makes them.
 
 #include "generate/CreateTags.h"
 #include "tags/TagDiscovery.h"
@@ -7,7 +7,7 @@
 
 namespace {
 
-// The misspelling is part of the text that users know.
+// Users know the text with its misspelling.
 const char* const kNoTagsText = "There are no local or system tags files. Would you like to generate new ones? Tags "
                                 "will be genereated for you or a "
                                 "set of ctags commands will be pasted into your Worksheet.";
@@ -35,7 +35,7 @@ bool FindOrCreateTags(PluginInterface* host, BEntry& localTags, BEntry& systemTa
 {
     if (FindTags(host, localTags, systemTags))
         return true;
-    // Whatever the answer, there are no tags yet: they are made in the background, or by the user.
+    // Whatever the answer, there are no tags yet: the user or a background thread makes them.
     OfferToCreateTags(host);
     return false;
 }

@@ -25,8 +25,8 @@ struct Release {
 template <class Ref>
 using Owned = std::unique_ptr<std::remove_pointer_t<Ref>, Release>;
 
-// A blank, and then a clause a pattern. There is always a first one, so that blanks at the beginning, or no suffixes at
-// all, give a pattern that matches no file: what the user has left out is not taken for "every file".
+// A blank, then one clause per pattern. The first clause is always there: leading blanks, or no suffixes at all, give a
+// pattern that matches no file. An omission must not mean "every file".
 std::string WildcardClauses(const std::string& suffixes)
 {
     std::string clauses = " ";
@@ -41,7 +41,7 @@ std::string WildcardClauses(const std::string& suffixes)
     return clauses;
 }
 
-// Another tags program, for those who develop one; a path where nothing is does not count.
+// A developer's tags program; a path without a file is ignored.
 const char* ProgramOfEnvironment()
 {
     const char* path = std::getenv("WREN_CTAGS");
@@ -70,14 +70,14 @@ void InsertProgram(PluginInterface* host, bool installed, std::string& text)
 
 } // namespace
 
-// An escaped path holds no placeholder, since EscapedPath puts a backslash before each '$': nothing in it is replaced.
+// EscapedPath puts a backslash before each '$', so an inserted path does not contain placeholders.
 std::string ReplaceAllWithPath(std::string& text, const char* placeholder, const char* path)
 {
     ReplaceAll(text, placeholder, EscapedPath(path).c_str());
     return text;
 }
 
-// Any text with these characters in it will do, "/opt/usr/include-old" too: it is no list of directories here.
+// Any text with these characters counts, "/opt/usr/include-old" too: this does not split it into directories.
 bool NeedGCCIncludes(PluginInterface*)
 {
     return std::strstr(DeclarationSettings::Instance()->ScanSystemDirectories(), "/usr/include") != nullptr;
@@ -102,13 +102,13 @@ void BuildTagTmpLocationString(PluginInterface*, const char* localTemp, std::str
     ReplaceAllWithPath(text, kLocalDestination, localTemp);
 }
 
-// The order matters: settings come first, so what they name by a placeholder is filled in, and the parentheses of the
-// whole text, those of 'find', are escaped when all of it is there.
+// Order matters: placeholders in the settings are filled in, so settings come first. The parentheses of the whole text,
+// those of 'find', are escaped once it is complete.
 void BuildTagString(PluginInterface* host, const BEntry& directory, bool installed, std::string& text)
 {
     InsertSettings(host, text);
     ReplaceAllWithPath(text, kSystemDestination, kSystemTags);
-    // Seen from the directory of the shell that it is pasted into, which need not be the one that is indexed.
+    // Relative to the shell that it is pasted into, whose directory may differ from the indexed one.
     ReplaceAll(text, kLocalDestination, "./tags");
     ReplaceAllWithPath(text, "$(LOCAL_HEADERS_WHERE)", BPath(&directory).Path());
     ReplaceAllWithPath(text, "$(GCC_EXCLUDE_DIRECTORY)", "/usr/include/gcc/darwin*"); // for 'find' to match

@@ -1,4 +1,4 @@
-// Making stale tags files anew: the tag set knows which are, and this folder how.
+// Rebuilds stale tags files: the tag set knows which are stale, this folder how to make them.
 
 #include "generate/CreateTags.h"
 #include "generate/TagTemplates.h"
@@ -21,7 +21,7 @@ void Tags::UpdateIfNeeded(PluginInterface* host)
     directory.GetParent(&directory);
     if (local.OutOfDate())
         CreateTags(host, directory, kGenerateLocalCtags, nullptr, BecauseOf(local));
-    // The system's command lines name absolute places only, so the local directory serves them as well.
+    // The system's command lines name only absolute paths, so the local directory works for them too.
     if (system.OutOfDate())
         CreateTags(host, directory, kGenerateSystemCtags, SecondSystemTemplate(host), BecauseOf(system));
 }

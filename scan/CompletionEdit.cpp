@@ -10,7 +10,7 @@ namespace scan {
 
 namespace {
 
-// Of a scope chain only the last component is being completed; the scopes stay as the user wrote them.
+// Completes only the last component of a scope chain; the user's scopes stay.
 Edit NameEdit(const Text& text, long start, long end, std::string completion)
 {
     const std::string replaced = text.Range(start, end);
@@ -18,12 +18,12 @@ Edit NameEdit(const Text& text, long start, long end, std::string completion)
     if (scope != std::string::npos)
         completion.erase(0, scope + 2);
     if (scope != std::string::npos || IsCppPattern(replaced))
-        start += static_cast<long>(replaced.rfind(':') + 1); // 0 when there is none: "vec" for "std::vector"
+        start += static_cast<long>(replaced.rfind(':') + 1); // 0 without a scope: "vec" for "std::vector"
     return {start, end, completion, start + static_cast<long>(completion.length())};
 }
 
-// Puts a blank behind each colon but a last one, to leave room for its argument; answers where the first argument goes,
-// or the end when there is no room for any.
+// Puts a blank behind each colon but a last one, as room for its argument. Returns the position of the first argument,
+// or the end without room.
 size_t MakeRoomForArguments(std::string& pieces)
 {
     size_t firstArgument = std::string::npos;
@@ -34,7 +34,7 @@ size_t MakeRoomForArguments(std::string& pieces)
     return std::min(firstArgument, pieces.length());
 }
 
-// A candidate may come with its class ("View::setTitle:"), which has no place in a message.
+// A candidate may have its class ("View::setTitle:"), which does not belong into a message.
 std::string WithoutClass(const std::string& completion, const std::string& typed)
 {
     if (completion.compare(0, typed.length(), typed) == 0)
@@ -43,7 +43,7 @@ std::string WithoutClass(const std::string& completion, const std::string& typed
     return behindClass == std::string::npos ? completion : completion.substr(behindClass + 2);
 }
 
-// The pieces that have been typed may be scattered and stay where they are; what is missing goes to the caret.
+// The typed pieces may be scattered and stay in place; the missing rest goes to the caret.
 Edit SelectorEdit(const std::string& typed, long caret, const std::string& completion)
 {
     const std::string selector = WithoutClass(completion, typed);
@@ -59,8 +59,8 @@ std::optional<Edit> CompletionEdit(const Text& text, long caret, const std::stri
     const std::optional<Pattern> typed = PatternForCompletion(text, caret, caret);
     if (!typed)
         return std::nullopt;
-    // A selector with a scope in one of its arguments counts as a C++ name here. Its range is none, but ends behind a
-    // colon: the completion goes there.
+    // A selector with a scope in an argument counts as a C++ name here. Its range is empty but ends behind a colon: the
+    // completion goes there.
     if (completion.empty())
         return Edit{typed->start, typed->end, "", typed->start};
     if (IsObjCPattern(typed->text) || IsMultiPartObjCPattern(completion))

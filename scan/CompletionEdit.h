@@ -1,4 +1,4 @@
-// How a chosen completion takes the place of what has been typed of it.
+// The edit that replaces a typed beginning with the chosen completion.
 #pragma once
 
 #include <optional>
@@ -8,7 +8,7 @@ namespace scan {
 
 class Text;
 
-// [start, end) of the text becomes 'text', and the caret goes to 'caret'.
+// 'text' replaces [start, end), and the caret moves to 'caret'.
 struct Edit {
     long start;
     long end;
@@ -16,8 +16,8 @@ struct Edit {
     long caret;
 };
 
-// Of a C++ name the last component is replaced; of a selector the missing rest is inserted, with a blank behind each
-// inner colon and the caret at the first argument. None when there is no pattern at 'caret'.
+// For a C++ name, replaces the last component. For a selector, inserts the missing rest, with a blank behind each inner
+// colon and the caret at the first argument. None when there is no pattern at 'caret'.
 std::optional<Edit> CompletionEdit(const Text& text, long caret, const std::string& completion);
 
 } // namespace scan

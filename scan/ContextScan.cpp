@@ -20,7 +20,7 @@ Context ContextScan::Run(const Text& text, long caret)
     for (offset = caret - 1; offset >= 0; --offset)
         if (!Step(text.At(offset)))
             return result;
-    // What looked like a selector has no '[' before it; the text right of the caret may still show one.
+    // The supposed selector has no '[' before it; the text right of the caret may still show one.
     if (result.kind == Context::Kind::Message)
         FindsNoMessage(Context::Kind::Unknown);
     return result;
@@ -35,9 +35,8 @@ bool ContextScan::Step(char ch)
 
 bool ContextScan::StepOutside(char ch)
 {
-    // "::" is a scope only while nothing lies between it and the caret that ends a C++ name: behind a blank or an
-    // operator it belongs to another expression, and a message may still be found. ">:" becomes a scope with the next
-    // key.
+    // "::" is a scope only if nothing between it and the caret ends a C++ name: behind a blank or an operator it
+    // belongs to another expression, and a message may still follow. ">:" becomes a scope with the next key.
     if (colonPending && mayBeCpp && (ch == ':' || ch == '>'))
         return FindsNoMessage(Context::Kind::Name);
     if (IsOneOf(ch, ";,}{([<"))
@@ -88,9 +87,9 @@ bool ContextScan::StepMessage(char ch)
     return true;
 }
 
-// The selector starts with the leftmost piece, but the last character of a piece does not move the start: a piece of
-// one character is passed over, and the selector of "[x a:1 bc:2 d:" is looked up from "bc:" on. A single letter before
-// a colon is more often the middle of a '?:' than a piece.
+// The selector starts with its leftmost piece, but the last character of a piece does not move the start. A piece of
+// one character is thus skipped: the selector of "[x a:1 bc:2 d:" starts at "bc:". A single letter before a colon is
+// more often the middle of a '?:' than a piece.
 void ContextScan::TakeMessageIdentifier()
 {
     if (pieceSeen)

@@ -1,5 +1,4 @@
-// Tells from the text left of the caret whether the caret stands in a C++ name, in a message of Objective-C, or in
-// neither.
+// Decides from the text left of the caret whether it stands in a C++ name, in an Objective-C message, or in neither.
 #pragma once
 
 #include "scan/Predicates.h"
@@ -9,29 +8,28 @@ namespace scan {
 
 class Text;
 
-// What was found.
+// The result.
 struct Context {
     enum class Kind {
         Unknown, // the text right of the caret decides: a selector may begin there
-        Name,    // behind a scope of a C++ name, or behind a label or "?:" that only looked like a selector
+        Name,    // behind a scope, or behind a label or "?:" that resembled a selector
         Message, // behind a piece of a selector, with the '[' of its message to the left
     };
     Kind kind;
 
-    // Where the assembly of a selector has to begin, unless it is a name: at or before the first piece of the selector;
-    // -1 when there is no identifier.
+    // Where to start the assembly of a selector: at or before its first piece. -1 without an identifier. Not for names.
     long start;
 };
 
-// Reads the text leftwards from 'caret' - 1, each character once, until the context is clear or the text begins.
+// Reads the text leftwards from 'caret' - 1, each character once, until the context is clear or the text ends.
 class ContextScan {
 public:
     Context Run(const Text& text, long caret);
 
 private:
-    // Each takes the character at 'offset' and answers whether to go on.
+    // Each takes the character at 'offset'; true to continue.
     bool Step(char ch);
-    bool StepOutside(char ch); // of a message, as far as is known
+    bool StepOutside(char ch); // no message found so far
     bool StepMessage(char ch);
 
     void TakeIdentifier();
@@ -41,10 +39,10 @@ private:
 
     Context result{Context::Kind::Unknown, -1};
     long offset = 0;
-    long firstWordStart = -1; // of the identifier that ends at the caret; -1 when none does
+    long firstWordStart = -1; // of the identifier that ends at the caret; -1 without one
     bool leftFirstWord = false;
     bool mayBeCpp = true;      // every character so far can belong to a C++ name
-    bool colonPending = false; // behind a ':' whose left neighbour decides what it is
+    bool colonPending = false; // behind a ':' that its left neighbour decides
     bool pieceSeen = false;    // in a piece of the selector
     SkippedGroup skipped{BackwardBracketMatch};
 };

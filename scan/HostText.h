@@ -1,4 +1,4 @@
-// The host's document as a text to scan.
+// The host's document as a text for scanners.
 #pragma once
 
 #include "scan/Text.h"
@@ -7,8 +7,8 @@ class PluginInterface;
 
 namespace scan {
 
-// Each operation is one call of the host's operation of that kind, so it is good for as long as the call of PluginMain
-// that 'host' came with, and on the document thread only.
+// Each operation is one call of the host's corresponding one: valid during the call of PluginMain that 'host' came
+// with, on the document thread only.
 class HostText final : public Text {
 public:
     explicit HostText(PluginInterface* host) : host(host) {}

@@ -13,15 +13,14 @@ bool ClosesArguments(char ch, char)
     return ch == '>';
 }
 
-// How many characters of a name the colon at 'offset' stands for, the name ending at 'end': two of a scope, none when
-// it does not belong to the name.
+// The length of the colon at 'offset' in the name that ends at 'end': two for a scope, none when it does not belong to
+// the name.
 long ColonsOfName(const Text& text, long offset, long end)
 {
     const char left = text.At(offset - 1);
     if (left == ':')
         return 2;
-    // "foo:" is a piece of a selector when it is all there is; anywhere else a single colon belongs to a label or a
-    // "?:".
+    // "foo:" alone is a piece of a selector; anywhere else a single colon belongs to a label or a "?:".
     return offset == end - 1 && IsIDChar(left) ? 1 : 0;
 }
 
@@ -39,11 +38,11 @@ long NameEnd(const Text& text, long offset)
             arguments.Enter(ch, offset);
         else if (ch != ':')
             break;
-        else if (text.At(++offset) != ':') // just behind a single colon, which may be the last of the text
+        else if (text.At(++offset) != ':') // behind a single colon, which may be the last character
             break;
     }
-    // A '<' that nothing closes compares. The name is then taken to end one character before it: "count<n" finds
-    // "coun", and "i<n" nothing at all.
+    // An unclosed '<' is a comparison. The name then ends one character before it: "count<n" gives "coun", and "i<n"
+    // nothing.
     return arguments.IsOpen() ? arguments.EnteredAt() - 1 : offset;
 }
 
@@ -56,7 +55,7 @@ long NameStart(const Text& text, long end)
         step = 1;
         if (arguments.Takes(ch) || IsIDChar(ch))
             continue;
-        if (ch == '>') // that of "->" too, whose group then ends at the next '<': "if (i<n) a->b" gives "i<n) a->b"
+        if (ch == '>') // also of "->", whose group ends at the next '<': "if (i<n) a->b" gives "i<n) a->b"
             arguments.Enter(ch, offset);
         else if (ch != ':' || (step = ColonsOfName(text, offset, end)) == 0)
             break;

@@ -1,4 +1,4 @@
-// How far a name reaches, from the caret to the right and to the left: scopes and template arguments included, as in
+// The extent of a name, from the caret to the right and to the left, with scopes and template arguments, as in
 // "Outer<int>::Inner::member".
 #pragma once
 
@@ -6,10 +6,10 @@ namespace scan {
 
 class Text;
 
-// Where the name that 'offset' is in or before ends. A single ':' behind it belongs to it.
+// The end of the name at or before 'offset'. A single ':' behind the name belongs to it.
 long NameEnd(const Text& text, long offset);
 
-// Where the name that ends at 'end' starts.
+// The start of the name that ends at 'end'.
 long NameStart(const Text& text, long end);
 
 } // namespace scan

@@ -1,12 +1,11 @@
-// What a scan for a pattern yields.
+// The result of a scan for a pattern.
 #pragma once
 
 #include <string>
 
 namespace scan {
 
-// Where it stands in the text; of a selector only the difference of start and end means anything, and the start may
-// be negative.
+// Its range in the text. For a selector only the difference of start and end counts, and the start may be negative.
 struct Pattern {
     long start;
     long end;

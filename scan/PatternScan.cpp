@@ -10,9 +10,8 @@ namespace scan {
 
 namespace {
 
-// What the word at 'offset' runs into on the right says which kind it is; the context on the left counts only when the
-// text ends with the word. So an argument of a message is looked up as a plain word, and "set|Object:" as a
-// selector wherever it stands.
+// The character behind the word at 'offset' decides the kind; the context on the left counts only if the text ends with
+// the word. So an argument of a message is a plain word, and "set|Object:" is always a selector.
 Context::Kind KindByTextAhead(const Text& text, long offset, Context::Kind byTextBehind)
 {
     const long length = text.Length();
@@ -26,13 +25,13 @@ Context::Kind KindByTextAhead(const Text& text, long offset, Context::Kind byTex
     return byTextBehind;
 }
 
-// A name has no greatest length, unlike a selector or a selection: generated ones are looked up and completed whole.
+// Unlike selectors and selections, names have no maximum length: generated ones are looked up and completed whole.
 std::optional<Pattern> NameBetween(const Text& text, long start, long end, long selStart)
 {
     if (start >= end || start > selStart)
         return std::nullopt;
     const std::string name = StripStd(text.Range(start, end));
-    return Pattern{end - static_cast<long>(name.length()), end, name}; // a stripped "std::" stays in front of it
+    return Pattern{end - static_cast<long>(name.length()), end, name}; // the range excludes a stripped "std::"
 }
 
 } // namespace

@@ -9,11 +9,11 @@ namespace scan {
 
 class Text;
 
-// The whole of the name or selector, to the right of the selection too. None when the selection spans lines, is longer
-// than 1024 or means no pattern.
+// The whole name or selector, also right of the selection. None when the selection spans lines, exceeds 1024 bytes or
+// is not a pattern.
 std::optional<Pattern> PatternForLookup(const Text& text, long selStart, long selEnd);
 
-// What is to the left of the selection's end, where the name or selector is being typed. None as above.
+// The part left of the selection's end, where the user is typing. None as above.
 std::optional<Pattern> PatternForCompletion(const Text& text, long selStart, long selEnd);
 
 } // namespace scan

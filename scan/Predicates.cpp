@@ -7,8 +7,8 @@ bool IsMultiPartObjCPattern(const std::string& pattern)
     return IsObjCPattern(pattern) && pattern.find(':', pattern.find(':') + 1) != std::string::npos;
 }
 
-// In "operator<", "a<b" and "a<b>c" no arguments end the name or a scope, and all of it counts. "operator<=>" reads as
-// a template called "operator", and is found by that name.
+// In "operator<", "a<b" and "a<b>c" no arguments end the name or a scope, so the whole name counts. "operator<=>" reads
+// as a template called "operator", and is found by that name.
 size_t scan::BaseLength(const char* name)
 {
     const char* open = std::strchr(name, '<');

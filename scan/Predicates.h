@@ -1,14 +1,14 @@
-// What kind of character, and what kind of pattern. A pattern is the text that a user wants looked up or completed.
+// Kinds of characters and of patterns. A pattern is the text to look up or complete.
 //
-// Pure functions: no state, any thread. They run for every character of a scan and for every line of a tags file, so
-// none but StripStd allocates.
+// Pure functions without state; any thread. They run for every character of a scan and every line of a tags file, so
+// only StripStd allocates.
 #pragma once
 
 #include <cctype>
 #include <cstring>
 #include <string>
 
-// Bytes from 0x80 up belong to no identifier in the locales that the editor runs in.
+// Bytes from 0x80 up do not belong to identifiers in the editor's locales.
 inline bool IsIDChar(char ch)
 {
     return std::isalnum(static_cast<unsigned char>(ch)) || ch == '_';
@@ -19,30 +19,30 @@ inline bool IsIDCharOrColon(char ch)
     return IsIDChar(ch) || ch == ':';
 }
 
-// A C++ name: "::" anywhere in it.
+// A C++ name: contains "::".
 inline bool IsCppPattern(const std::string& pattern)
 {
     return pattern.find("::") != std::string::npos;
 }
 
-// A selector or a piece of one, as "initWithFrame:": a colon, and no "::" anywhere.
+// A selector or a piece of one, as "initWithFrame:": contains a colon, and no "::".
 inline bool IsObjCPattern(const std::string& pattern)
 {
     return pattern.find(':') != std::string::npos && !IsCppPattern(pattern);
 }
 
-// A selector with a colon after its first one, as "initWithFrame:style:".
+// A selector with a further colon after its first one, as "initWithFrame:style:".
 bool IsMultiPartObjCPattern(const std::string& pattern);
 
-// For walking leftwards past a bracketed group, whose 'closing' bracket was met first: whether 'ch' opens it. Knows the
-// pairs () [] <>.
+// For leftward scans over a bracketed group, which meet its 'closing' bracket first: true when 'ch' opens it. Pairs: ()
+// [] <>.
 inline bool BackwardBracketMatch(char ch, char closing)
 {
     return (closing == ')' && ch == '(') || (closing == ']' && ch == '[') || (closing == '>' && ch == '<');
 }
 
-// For walking rightwards through a message: whether 'ch' closes what 'opening' opened. Knows the pairs () and [], but
-// not <>: the arguments of a message are expressions, where '<' compares.
+// For rightward scans through a message: true when 'ch' closes 'opening'. Pairs: () and []. Not <>: the arguments of a
+// message are expressions, where '<' compares.
 inline bool ObjcForwardBracketMatch(char ch, char opening)
 {
     return (opening == '(' && ch == ')') || (opening == '[' && ch == ']');
@@ -50,26 +50,26 @@ inline bool ObjcForwardBracketMatch(char ch, char opening)
 
 namespace scan {
 
-// Whether a name that starts with 'ch' has nothing in front of its template arguments.
+// True when a name that starts with 'ch' has an empty base before its template arguments.
 inline bool HasEmptyBase(char ch)
 {
     return ch == '<' || ch == '\0';
 }
 
-// How much of a name stands before its template arguments: all names that MatchSkippingTemplateParams() finds equal
-// begin with that much of the pattern.
+// The length of a name before its template arguments: all names that MatchSkippingTemplateParams() finds equal begin
+// with this part of the pattern.
 size_t BaseLength(const char* name);
 
 bool BasesMatch(const char* a, const char* b, unsigned long n);
 
 } // namespace scan
 
-// Whether two names are equal up to their template arguments, looking at no more than their first 'n' characters:
-// "vector<int>::iterator" and "vector" are. A name whose base is shorter than 'n' equals only bases of its own length;
-// with 'n' 0 everything is equal.
+// True when two names are equal up to their template arguments in their first 'n' characters: "vector<int>::iterator"
+// and "vector" are. A name with a base shorter than 'n' equals only bases of the same length; with 'n' 0 all names are
+// equal.
 inline bool MatchSkippingTemplateParams(const char* a, const char* b, unsigned long n)
 {
-    // Most lines of a tags file leave here, at the price of one comparison.
+    // Most lines of a tags file end here, after one comparison.
     if (*a != *b && n > 0 && !(scan::HasEmptyBase(*a) && scan::HasEmptyBase(*b)))
         return false;
     return scan::BasesMatch(a, b, n);
@@ -81,5 +81,5 @@ inline bool MatchSkippingTemplateParams(const char* a, const char* b)
     return MatchSkippingTemplateParams(a, b, static_cast<unsigned long>(-1));
 }
 
-// 'name' without one leading "std::", unless nothing would be left.
+// 'name' without one leading "std::", unless that leaves nothing.
 std::string StripStd(const std::string& name);

@@ -8,8 +8,8 @@
 
 namespace {
 
-// All four in this order each time, also with nothing to delete or to insert: to the host it is one kind of edit, and
-// the selection that an undo brings back is the one from before the deletion.
+// All four, always in this order, even with nothing to delete or insert: the host sees one kind of edit, and an undo
+// restores the selection from before the deletion.
 void Apply(PluginInterface* host, long selStart, long selEnd, const scan::Edit& edit)
 {
     host->BeginUndo(selStart, selEnd, "Insert symbol completion");

@@ -19,7 +19,7 @@ std::optional<Pattern> SelectorAssembly::ForCompletion(long caret)
 
 void SelectorAssembly::Assemble(long end)
 {
-    // The first offset is -1 when no identifier stands left of the caret: the text has '\0' there, which is no
+    // The first offset is -1 without an identifier left of the caret: the text has '\0' there, which does not start a
     // piece.
     for (; offset < end; ++offset)
         if (!Step(text.At(offset)))
@@ -54,7 +54,7 @@ bool SelectorAssembly::Step(char ch)
     }
 }
 
-// Passes over the literal or the bracketed group that begins with 'ch': it is an argument, or the type of one.
+// Skips the literal or the bracketed group that begins with 'ch': an argument, or the type of one.
 void SelectorAssembly::SkipFrom(char ch)
 {
     piece.clear();
@@ -68,8 +68,8 @@ void SelectorAssembly::EndPiece()
     start = offset + 1;
 }
 
-// The pieces are scattered over the message, so the selector has no place in the text: the range says how long it is,
-// and may begin before the text.
+// The pieces are scattered over the message, so the range only gives the selector's length and may begin before the
+// text.
 std::optional<Pattern> SelectorAssembly::Result() const
 {
     constexpr size_t kLongestSelector = 1024;

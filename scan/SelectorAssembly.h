@@ -1,4 +1,4 @@
-// Puts the pieces of an Objective-C selector together from the message that they stand in.
+// Assembles an Objective-C selector from the pieces in its message.
 #pragma once
 
 #include "scan/Pattern.h"
@@ -12,33 +12,33 @@ namespace scan {
 
 class Text;
 
-// Reads the text rightwards, from where ContextScan says, until the message ends: past line ends, if need be to the end
-// of the text.
+// Reads the text rightwards, from the start that ContextScan found, to the end of the message: past line ends, and at
+// most to the end of the text.
 class SelectorAssembly {
 public:
     // 'text' outlives the assembly.
     SelectorAssembly(const Text& text, long start) : text(text), offset(start), start(start) {}
 
-    // The whole selector; the word behind the last colon is an argument and no part of it. None when it is longer than
-    // 1024.
+    // The whole selector; the word behind the last colon is an argument, not a part of it. None when it exceeds 1024
+    // bytes.
     std::optional<Pattern> ForLookup();
 
-    // What has been typed of the selector at 'caret', with the piece that is being typed: "initWithFrame:sty".
+    // The typed part of the selector at 'caret', with the piece being typed: "initWithFrame:sty".
     std::optional<Pattern> ForCompletion(long caret);
 
 private:
     void Assemble(long end);
-    bool Step(char ch); // whether to go on
+    bool Step(char ch); // true to continue
     void SkipFrom(char ch);
     void EndPiece();
     std::optional<Pattern> Result() const;
 
     const Text& text;
     long offset;
-    long start; // just behind the last colon of the selector
+    long start; // behind the selector's last colon
     std::string selector;
     std::string piece;
-    SkippedGroup skipped{ObjcForwardBracketMatch}; // quotes inside brackets are not seen
+    SkippedGroup skipped{ObjcForwardBracketMatch}; // ignores quotes inside brackets
 };
 
 } // namespace scan

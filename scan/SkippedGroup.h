@@ -1,13 +1,13 @@
-// A bracketed group, or a literal in quotes, that a scan passes over without looking inside.
+// A bracketed group or a quoted literal that a scan skips.
 #pragma once
 
 namespace scan {
 
-// Entered at its bracket or quote. Inside brackets only those of the same kind count; inside quotes only the same
+// Entered at its bracket or quote. Inside brackets only brackets of the same kind count; inside quotes only the same
 // quote.
 class SkippedGroup {
 public:
-    // Whether 'ch' is the partner of the bracket 'entered', in the direction of the scan.
+    // True when 'ch' is the partner of the bracket 'entered', in the direction of the scan.
     using Partner = bool (*)(char ch, char entered);
 
     explicit SkippedGroup(Partner isPartner) : isPartner(isPartner) {}
@@ -19,8 +19,7 @@ public:
         depth = 1;
     }
 
-    // Takes a character that lies inside, the partner that ends the group among them; false when the scan is in no
-    // group.
+    // Takes a character inside the group or the partner that ends it; false outside a group.
     bool Takes(char ch)
     {
         if (depth == 0)

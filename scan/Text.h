@@ -1,4 +1,4 @@
-// The text that a scan reads, whatever holds it.
+// The text that a scan reads, wherever it is stored.
 #pragma once
 
 #include <string>
@@ -6,18 +6,18 @@
 
 namespace scan {
 
-// All that a scanner asks of a text.
+// The scanners' interface to a text.
 //
-// Offsets are bytes, counted from 0; ranges include their start and not their end. The text must not change during a
-// scan. Which thread may scan is for the one that holds the text to say.
+// Offsets are bytes, from 0; ranges are half-open. The text must not change during a scan. The owner of the text
+// decides which thread may scan.
 class Text {
 public:
-    // '\0' outside the text: scanners read just before its beginning and just behind its end.
+    // '\0' outside the text: scanners read one character before its beginning and one behind its end.
     virtual char At(long offset) const = 0;
 
     virtual long Length() const = 0;
 
-    // The text of [start, end), with '\0' for each byte outside the text.
+    // The bytes of [start, end), with '\0' for each byte outside the text.
     virtual std::string Range(long start, long end) const = 0;
 
     virtual long LineAt(long offset) const = 0; // from 0; only "\n" ends a line
@@ -26,7 +26,7 @@ protected:
     ~Text() = default;
 };
 
-// A text in memory, which it borrows. Any thread.
+// A borrowed text in memory. Any thread.
 class StringText final : public Text {
 public:
     explicit StringText(std::string_view text) : text(text) {}
@@ -42,7 +42,7 @@ private:
     std::string_view text;
 };
 
-// Whether a selection is small enough to mean a name: on one line, and at most 1024 long.
+// True when a selection can be a name: on one line, and at most 1024 bytes long.
 bool IsScannable(const Text& text, long selStart, long selEnd);
 
 } // namespace scan

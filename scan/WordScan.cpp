@@ -7,8 +7,7 @@ namespace scan {
 
 namespace {
 
-// A colon belongs to the word wherever it stands: "std::string" and "setObject:" are words, and so is the "b:c" of
-// "a ? b:c".
+// A colon always belongs to the word: "std::string" and "setObject:" are words, and so is the "b:c" of "a ? b:c".
 long WordEnd(const Text& text, long offset)
 {
     const long length = text.Length();
@@ -17,10 +16,10 @@ long WordEnd(const Text& text, long offset)
     return offset;
 }
 
-// Where the word that ends at 'end' starts; a word that begins the text starts at 0.
+// The start of the word that ends at 'end'; 0 for a word that begins the text.
 long WordStart(const Text& text, long end)
 {
-    long offset = end - 1; // -1 in front of the text, which has '\0' there
+    long offset = end - 1; // -1 before the text, which has '\0' there
     while (IsIDCharOrColon(text.At(offset))) {
         if (offset == 0)
             return 0;
@@ -29,8 +28,8 @@ long WordStart(const Text& text, long end)
     return offset + 1;
 }
 
-// The same, but a word that begins the text starts at -1. Key handling only compares the starts of the identifier
-// before and after a key, and never reads there; so it also takes the empty beginning of a document for an identifier.
+// The same, but -1 for a word that begins the text. Key handling only compares the identifier's starts before and after
+// a key and never reads there; it also takes the empty beginning of a document for an identifier.
 long WordStartForKeys(const Text& text, long end)
 {
     for (long offset = end - 1; offset >= 0; --offset)
@@ -43,13 +42,13 @@ long WordStartForKeys(const Text& text, long end)
 
 std::optional<WordPlace> WordBefore(const Text& text, long caret)
 {
-    // A caret is short and on one line; the text is asked all the same, as for a selection, and its answer counts.
+    // A caret is short and on one line; the text is asked as for a selection, and its result counts.
     if (!IsScannable(text, caret, caret))
         return std::nullopt;
 
     const long end = WordEnd(text, caret);
     const long start = WordStartForKeys(text, caret);
-    // There is no greatest length: a name of thousands of characters is being typed like any other.
+    // No maximum length: a user may type a name of thousands of characters.
     if (start >= end || end > caret)
         return std::nullopt;
     return WordPlace{start, end - start};
@@ -60,8 +59,8 @@ std::optional<std::string> WordAround(const Text& text, long selStart, long selE
     if (!IsScannable(text, selStart, selEnd))
         return std::nullopt;
 
-    // The word at the selection's end is the one; it must reach back to the start. The selection is limited, the word
-    // is not: a generated name is found however long it is.
+    // The word at the selection's end must reach back to the start. The selection's length is limited, the word's is
+    // not: a long generated name is found.
     const long end = WordEnd(text, selEnd);
     const long start = WordStart(text, selEnd);
     if (start >= end || start > selStart)
