@@ -1,4 +1,4 @@
-// Fills the completion window with what the cache found.
+// Fills the completion window with the cache's names.
 #pragma once
 
 #include <string>

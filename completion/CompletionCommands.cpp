@@ -17,7 +17,7 @@
 namespace {
 
 constexpr size_t kShortestPattern = 3;
-constexpr unsigned long kTooMany = 200; // for a list that is shown without being asked for
+constexpr unsigned long kTooMany = 200; // for a list that the user did not request
 
 struct Selection {
     long start = 0;
@@ -41,8 +41,7 @@ bool ContinuesCharacter(char byte)
     return (static_cast<unsigned char>(byte) & 0xc0) == 0x80; // in UTF-8
 }
 
-// What all candidates begin with, in whole characters: two that are told apart only by their second bytes have none in
-// common.
+// The candidates' common beginning, in whole characters: two that differ only in their second bytes have none.
 std::string CommonBeginning(const Completions& completions)
 {
     std::string common;
@@ -55,23 +54,22 @@ std::string CommonBeginning(const Completions& completions)
     return common;
 }
 
-// A pattern is without a leading "std::" that stands in the document all the same.
+// The pattern excludes a leading "std::" that is in the document.
 bool FollowsStd(PluginInterface* host, long start)
 {
     const std::string scope = "std::";
     return scan::HostText(host).Range(start - static_cast<long>(scope.length()), start) == scope;
 }
 
-// Whether what the candidates have in common goes on where the pattern ends. They come with their scopes, and the
-// pattern may be without: to insert the end of "std::vector" behind "vec" would spoil the text, as it would to put a
-// scope behind "std::s".
+// True when the common beginning can continue the pattern. Candidates have their scopes, and the pattern may not: to
+// insert the end of "std::vector" behind "vec" would spoil the text, as would a scope behind "std::s".
 bool GoesOn(PluginInterface* host, long start, const std::string& pattern, const std::string& common)
 {
     return BeginsWith(common, pattern) && !(IsCppPattern(common.substr(pattern.length())) && FollowsStd(host, start));
 }
 
-// At the caret, behind a selection's end: what is selected stays. As it stands in the candidates, without room for a
-// selector's arguments: they may agree on a part of it only, and the user goes on from there.
+// Inserts at the caret, behind a selection, which stays. Leaves no room for a selector's arguments: the candidates may
+// agree on a part of it only, and the user continues from there.
 void InsertAtCaret(PluginInterface* host, long caret, const std::string& text)
 {
     const long length = static_cast<long>(text.length());
@@ -80,7 +78,7 @@ void InsertAtCaret(PluginInterface* host, long caret, const std::string& text)
     host->Select(caret + length, caret + length);
 }
 
-// In a window of its own: the palettes have been closed, so there is no other.
+// Makes a new window: the palettes are closed, so there is no other.
 void OfferCompletions(PluginInterface* host, Tags& tags, Completions& completions, long offset)
 {
     auto* window = new CompletionWindow(host, host->documentID);
@@ -88,7 +86,7 @@ void OfferCompletions(PluginInterface* host, Tags& tags, Completions& completion
     window->ShowAt(host, offset);
 }
 
-// Made at the first key stroke that completes, and kept: the names of the last documents are likely those of the next.
+// Made at the first key stroke that completes, and kept: the next documents likely need the same names.
 CompletionCache& Cache()
 {
     static CompletionCache cache;
@@ -125,7 +123,7 @@ void SelectionSuggestCompletions(PluginInterface* host)
     if (!ScanForSuggestionPattern(host, caret, caret, start, end, pattern, true))
         return;
 
-    // Without a look at the sources' dates: completing never has tags made anew.
+    // Does not check the sources' dates: completion never rebuilds tags.
     Tags tags(&localTags, &systemTags, pattern, false);
     Completions completions(tags);
     const std::string common = CommonBeginning(completions);
@@ -135,14 +133,14 @@ void SelectionSuggestCompletions(PluginInterface* host)
     else if (completions.Size() == 1 && !goesOn)
         ReplaceWord(host, completions.Strings().front());
     else if (completions.Size() < 2)
-        beep(); // there is none, or the one that is typed already
+        beep(); // no candidate, or the typed one only
     else
         OfferCompletions(host, tags, completions, selection.start);
 }
 
 void SelectionAutoSuggestCompletions(PluginInterface* host)
 {
-    // Never offers to make tags: nobody has asked for anything. What is open stays as it is.
+    // Never offers to make tags: the user did not ask. An open window stays.
     BEntry localTags;
     BEntry systemTags;
     if (!FindTags(host, localTags, systemTags))
@@ -158,11 +156,11 @@ void SelectionAutoSuggestCompletions(PluginInterface* host)
     }
     Tags tags(&localTags, &systemTags, pattern, false);
     if (!Cache().LoadIfNeeded(tags, true))
-        return; // the window stays as it is until the names are there
+        return; // the window stays until the names are loaded
     std::vector<std::string> names;
     Cache().GetCompletions(pattern.c_str(), names, kTooMany);
     if (names.size() == 1 && names.front() == pattern)
-        names.clear(); // typed in full
+        names.clear(); // fully typed
     if (!names.empty() && names.size() < kTooMany)
         ShowCandidates(host, tags, names, offset);
     else

@@ -22,8 +22,8 @@ constexpr char kDown = 0x1f;
 constexpr char kEnter = 0x0a;
 constexpr char kSpace = ' ';
 
-// The first byte and the modifiers of a key-down message; false when it lacks either. A key may have more bytes, none
-// of which is ever that of a key that moves in a list.
+// The first byte and the modifiers of a key-down message; false without either. The further bytes of a key never match
+// a key that moves in a list.
 bool ReadKey(const BMessage& keyDown, char& key, int32& modifiers)
 {
     int8 byte;
@@ -33,7 +33,7 @@ bool ReadKey(const BMessage& keyDown, char& key, int32& modifiers)
     return true;
 }
 
-// Gives the keyboard to the list when it is clicked. Stands on the list, which owns it. Window's thread.
+// A click on the list gives it the keyboard. The list owns the filter. Window's thread.
 class ClickFilter : public BMessageFilter {
 public:
     explicit ClickFilter(CompletionWindow* window) : BMessageFilter(B_ANY_DELIVERY, B_ANY_SOURCE), window(window) {}
@@ -83,7 +83,7 @@ bool CompletionWindow::IsInvokeShortcutEvent(const BMessage* keyDown) const
     int32 modifiers;
     if (!ReadKey(*keyDown, key, modifiers))
         return false;
-    // More may be held, lock keys or others: whoever has bound a key with Control gets it with Control and Shift too.
+    // More modifiers may be held, such as lock keys: a shortcut with Control also works with Control and Shift.
     return (modifiers & shortcutModifiers) == shortcutModifiers && key == shortcutKey;
 }
 
@@ -104,13 +104,13 @@ void CompletionWindow::MessageReceived(BMessage* message)
         BWindow::MessageReceived(message);
 }
 
-// The entry may be gone: the list may have been filled anew since it was invoked. It is invoked twice when the user is
-// faster than the window, but chosen once: the rest of a selector would be put in twice.
+// The entry may be gone: the list may have been refilled since the choice. A fast user may choose twice; only the first
+// counts, or the rest of a selector would be inserted twice.
 void CompletionWindow::Choose(const BMessage& pick)
 {
     int32 index;
     if (pick.FindInt32("index", &index) != B_OK || index < 0 || index >= kMostListedCandidates)
-        return; // nothing is selected, or it is the entry that says that there are more
+        return; // no selection, or the "more" entry
     const auto* item = dynamic_cast<const BStringItem*>(List()->ItemAt(index));
     if (item == nullptr || hasChosen)
         return;
@@ -131,11 +131,11 @@ bool CompletionWindow::RouteKeyboardEvent(BMessage* keyDown)
     if (IsInvokeShortcutEvent(keyDown)) {
         taken = true;
     } else if (modifiers == 0 && key == kDown) {
-        SetFocus(true); // and the key still moves the selection: the first Down goes to the second entry
+        SetFocus(true); // the key still moves the selection: the first Down selects the second entry
         taken = true;
     } else {
-        // Caps Lock is a modifier as well: with it on, arrows belong to the document. So does every other key, which
-        // also takes the user out of the list: Escape too leaves it open, for the letters that are to come.
+        // Caps Lock is a modifier too: with it on, arrows belong to the document. So do all other keys, which also take
+        // the keyboard from the list: even Escape leaves it open, for the next letters.
         taken = focused && modifiers == 0 && (key == kSpace || key == kEnter || key == kUp);
         if (!taken)
             SetFocus(false);

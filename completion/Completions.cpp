@@ -26,7 +26,7 @@ void Completions::FindCompletions(Tags& tags, StringVector& out, int max)
     EntryRef ref;
     int line;
     bool isSystem;
-    // Tags files are sorted: behind the first match the first other name ends a file's part of the search.
+    // Tags files are sorted: after the first match, the first other name ends the search of a file.
     bool stopAtMismatch = false;
     while (tags.NextMatch(name, qualifier, kind, ref, line, isSystem, stopAtMismatch, TagFile::PartialMatch())) {
         stopAtMismatch = true;

@@ -1,4 +1,4 @@
-// The candidates of the explicit command, read from the tags files themselves.
+// The explicit command's candidates, read from the tags files.
 #pragma once
 
 #include "completion/StringVector.h"
@@ -9,7 +9,7 @@ class Tags;
 // Names with their qualifiers, in the order of the tags files, each once, at most 1000. Document thread.
 class Completions : public StringVector {
 public:
-    explicit Completions(Tags& tags); // searches at once, for the pattern that 'tags' was made for
+    explicit Completions(Tags& tags); // searches at once, for the pattern of 'tags'
 
     void FindCompletions(Tags& tags, StringVector& out, int max);
     void Populate(Tags& tags, BListView* list); // see ListCandidates.h

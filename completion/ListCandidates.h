@@ -1,4 +1,4 @@
-// How candidates stand in a list.
+// Fills a list with candidates.
 #pragma once
 
 #include <string>
@@ -6,8 +6,8 @@
 
 class BListView;
 
-// A list shows this many; when there are more, one more item says so ("     ... more").
+// The most candidates that a list shows; if there are more, a last item says so ("     ... more").
 inline constexpr long kMostListedCandidates = 200;
 
-// Adds items for the names and selects the first. In the list's window's section, or before it is shown.
+// Adds items for the names and selects the first. Call it in a section of the list's window or before that is shown.
 void ListCandidates(const std::vector<std::string>& names, BListView* list);

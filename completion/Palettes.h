@@ -1,6 +1,6 @@
-// The pop-ups that stand open beside a document.
+// The pop-ups beside a document.
 #pragma once
 
-// Quits the lookup results, then the completions, where they are open. Each clears its own global when it is destroyed;
-// the symbol entry dialog is no palette and stays. Document thread, no lock held.
+// Quits the lookup results, then the completions, if open. The destructor of each clears its global. The symbol entry
+// dialog is not a palette and stays. Document thread, no lock held.
 void CloseAnyPalettes();

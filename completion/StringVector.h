@@ -1,4 +1,4 @@
-// Strings in the order in which they were found.
+// Strings in insertion order.
 #pragma once
 
 #include <string>
@@ -8,10 +8,11 @@ class StringVector {
 public:
     void Clear();
 
-    // Appends a copy unless the same string is there. Looks at all of them: for lists of no more than some hundreds.
+    // Appends a copy unless the same string is in the list. Compares with each of them: for a few hundred strings at
+    // most.
     void PushBackUnique(const char* s);
 
-    // The longest common beginning of all strings, whatever the name says; "" for none.
+    // The longest common prefix of all strings, despite the name; "" for none.
     void CommonSubstring(std::string& out) const;
 
     void Dump() const; // each on a line of standard output, for debugging

@@ -1,4 +1,4 @@
-// What a list entry remembers of the tag it stands for.
+// The tag behind a list entry.
 #pragma once
 
 #include "vetch/storage/EntryRef.h"
@@ -6,7 +6,7 @@
 
 #include <string>
 
-// A value type. A default one names no file; its line and kind are 0.
+// A value type. A default one does not name a file; its line and kind are 0.
 struct DeclarationEntry {
     std::string name;
     std::string qualifier;

@@ -72,7 +72,7 @@ void EntryWindow::MessageReceived(BMessage* message)
         Hide();
         break;
     default:
-        BLooper::MessageReceived(message); // past the window's: only quitting is left to be heard
+        BLooper::MessageReceived(message); // skips the window's handler: only quitting is left to handle
     }
 }
 
@@ -82,7 +82,7 @@ void EntryWindow::LookUp()
     auto* results = new SearchWindow;
     Tags tags(&localTags, &systemTags, symbol->Text(), true);
     if (results->PopulateList(*results, tags, &SearchWindow::GetAnySymbols)) {
-        results->ShowAt(kResultsPlace); // a single match is listed as well: nobody is at the document just now
+        results->ShowAt(kResultsPlace); // a single match is listed too: the user is not in the document
     } else {
         results->Quit();
         beep();

@@ -1,4 +1,4 @@
-// The dialog in which a symbol is typed in order to look it up.
+// The dialog for typing a symbol to look up.
 #pragma once
 
 #include "vetch/interface/BWindow.h"
@@ -7,20 +7,20 @@
 class BTextControl;
 class PluginInterface;
 
-// There is at most one. It is made on first use and keeps the tags files of the document for which it was made; its
-// buttons hide it, and it lives on until the window is quit. It runs on its own thread.
+// There is at most one. Made on first use, it keeps the tags files of the document for which it was made. Its buttons
+// hide it; it lives until the window quits. It runs on its own thread.
 class EntryWindow : public BWindow {
 public:
     static EntryWindow* gEntryWin; // the dialog, or null. Document thread only
 
-    // Takes the window named 'window' of the interface file 'nib'; copies the two entries.
+    // Uses the window named 'window' of the interface file 'nib'; copies the two entries.
     EntryWindow(__CFBundle* bundle, const char* nib, const char* window, const BEntry* localTags,
                 const BEntry* systemTags);
     ~EntryWindow() override;
 
     // Makes and shows the dialog, or brings the existing one to the front with its text selected. An existing dialog
-    // goes on looking into the tags files it was made with: the entries given are not used then. Answers the dialog,
-    // also when it was quit meanwhile and nothing is shown. Document thread.
+    // keeps its first tags files and ignores the entries given. Returns the dialog, even if it quit meanwhile and is
+    // not shown. Document thread.
     static EntryWindow* CreateOrShow(PluginInterface* host, const BEntry* localTags, const BEntry* systemTags);
 
     void MessageReceived(BMessage* message) override;

@@ -1,12 +1,12 @@
-// Whether the leaf names of some matches' files tell the files apart.
+// Checks whether the leaf names of matches' files are unique.
 #pragma once
 
 #include "windows/TagData.h"
 
 #include <vector>
 
-// An order of references by leaf name, byte by byte; those without a name come last.
+// Orders references by leaf name, byte by byte; those without a name come last.
 bool MatchEntryName(const EntryRef* a, const EntryRef* b);
 
-// True when two different files among the matches have the same leaf name.
+// True when two different files of the matches have the same leaf name.
 bool FileNamesAreAmbiguous(const std::vector<TagData>& matches);

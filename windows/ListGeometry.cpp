@@ -9,7 +9,7 @@ const float kAboveCursorOffset = 16.0; // between the caret's point and the wind
 const long kMaxFitLines = 8;
 const long kMinLines = 3;
 
-const float kTextMargin = 10; // beside the widest entry
+const float kTextMargin = 10; // around the widest entry
 const float kListMargin = 3;  // below the last line
 const float kMinResizableWidth = 100;
 const float kMinWidth = 50;
@@ -25,9 +25,9 @@ ListFit FitFor(const ListMeasures& list)
     fit.height =
         list.chromeHeight + list.lineHeight * static_cast<float>(std::min(list.count, kMaxFitLines)) + kListMargin;
 
-    // The height limits count the list alone, without the chrome that the height above has. With one or two entries the
-    // minimum exceeds the maximum: the window can then not be made lower than three lines once its user resizes it. The
-    // maximum has room for every entry, so that a long list can be pulled open.
+    // The height limits cover the list without the chrome that the height above includes. With one or two entries the
+    // minimum exceeds the maximum: once resized, the window is at least three lines high. The maximum has room for
+    // every entry, so that a user can enlarge a long list.
     fit.minWidth = list.resizable ? kMinResizableWidth : kMinWidth;
     fit.maxWidth = fit.width;
     fit.minHeight = list.lineHeight * kMinLines + kListMargin;
@@ -37,14 +37,14 @@ ListFit FitFor(const ListMeasures& list)
 
 BPoint PlaceBeside(const BPoint& caret, float width, float height, const BRect& screen)
 {
-    // Where there is room neither below nor above, the window stays below and runs off the screen: its first lines, the
-    // likeliest ones, can then be read.
+    // Without room below and above, the window stays below and runs off the screen: its first and likeliest lines stay
+    // readable.
     BPoint place = {caret.x, caret.y + kAboveCursorOffset};
     const float above = caret.y - height - kAboveCursorOffset;
     if (caret.y + height + kAboveCursorOffset > screen.bottom && above > screen.top)
         place.y = above;
 
-    // Only the right edge is kept on the screen, and only where that leaves the left one on it.
+    // Keeps the right edge on the screen only if the left edge then stays on it.
     const float left = screen.right - kHorizontalMargin - width;
     if (caret.x + width + kHorizontalMargin > screen.right && left > screen.left)
         place.x = left;

@@ -1,11 +1,11 @@
-// The arithmetic of a list window: how large it is, and where it stands.
+// Computes the size and the place of a list window.
 #pragma once
 
 #include "vetch/support/Geometry.h"
 
 // All in pixels.
 struct ListMeasures {
-    float chromeWidth = 0; // what the window has beside and above its list
+    float chromeWidth = 0; // the window's size minus its list's
     float chromeHeight = 0;
     float widestEntry = 0;
     float lineHeight = 0;
@@ -27,5 +27,5 @@ struct ListFit {
 // As wide as the widest entry and as high as the entries, up to eight of them.
 ListFit FitFor(const ListMeasures& list);
 
-// The left upper corner of a window of that size below the caret's point, or above it where there is no room below.
+// The upper left corner of a window of that size: below the caret's point, or above it when there is no room below.
 BPoint PlaceBeside(const BPoint& caret, float width, float height, const BRect& screen);

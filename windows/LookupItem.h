@@ -1,4 +1,4 @@
-// A list entry that shows one match and remembers where it is.
+// A list entry that shows one match and keeps its position.
 #pragma once
 
 #include "vetch/interface/BListItem.h"
@@ -6,7 +6,7 @@
 
 #include <string>
 
-// Its text is made once: "class View - view.h", or with the directory "class View : view.h - ~/src/lib".
+// Builds its text once: "class View - view.h", or with the directory "class View : view.h - ~/src/lib".
 class LookupItem : public BStringItem {
 public:
     LookupItem(const std::string& name, const std::string& qualifier, char kind, int line, const EntryRef& file,

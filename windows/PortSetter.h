@@ -1,11 +1,11 @@
-// Makes a view's drawing port the current one for a while.
+// Makes a view's drawing port the current one for a scope.
 #pragma once
 
 #include "vetch/interface/Carbon.h"
 
 class BView;
 
-// Text is measured for the current port, which is the thread's own. The view must be in a window.
+// Text is measured for the calling thread's current port. The view must be in a window.
 class PortSetter {
 public:
     explicit PortSetter(BView* view);

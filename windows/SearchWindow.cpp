@@ -15,7 +15,7 @@ namespace {
 constexpr uint32 kInvoked = FourCC("Look");
 constexpr size_t kManyMatches = 40;
 
-// Which kinds of tags a search lists.
+// The kinds of tags that a search lists.
 struct MatchAny {
     static bool Accepts(char) { return true; }
 };
@@ -31,14 +31,14 @@ std::vector<TagData> CollectMatches(Tags& tags)
 {
     std::vector<TagData> matches;
     TagData match;
-    // The files are sorted by name, so the first other name after a match ends the search. A match of an unwanted kind
-    // does not count for that: the names behind it are all read.
+    // The files are sorted by name, so the first other name after a match ends the search. Matches of an unwanted kind
+    // do not count: all names behind them are read.
     while (tags.NextMatch(match.name, match.qualifier, match.kind, match.file, match.line, match.fromSystemTags,
                           !matches.empty(), TagFile::ExactMatch())) {
         if (!Match::Accepts(match.kind))
             continue;
         matches.push_back(match);
-        if (matches.size() > kManyMatches) // the match that shows that there are too many is listed as well
+        if (matches.size() > kManyMatches) // the match beyond the limit is listed too
             break;
     }
     tags.Done();
@@ -95,7 +95,7 @@ void SearchWindow::GetSymbolsCommon(Tags& tags, BListView* into)
     if (!tags.Rewind())
         return;
     const std::vector<TagData> matches = CollectMatches<Match>(tags);
-    // One ambiguous name brings the directory to every entry, so that the list reads alike.
+    // One ambiguous name adds the directory to every entry, so that all entries look alike.
     const bool showDirectory = FileNamesAreAmbiguous(matches);
     for (const TagData& match : matches)
         into->AddItem(new LookupItem(match.name, match.qualifier, match.kind, match.line, match.file, showDirectory));
@@ -127,7 +127,7 @@ void SearchWindow::MessageReceived(BMessage* message)
     if (message->what == kInvoked)
         OpenEntry(*message);
     else
-        BLooper::MessageReceived(message); // past the window's: only quitting is left to be heard
+        BLooper::MessageReceived(message); // skips the window's handler: only quitting is left to handle
 }
 
 void SearchWindow::OpenEntry(const BMessage& invocation)

@@ -1,4 +1,4 @@
-// One match, as read from the tags files.
+// One match from the tags files.
 #pragma once
 
 #include "vetch/storage/EntryRef.h"
@@ -6,10 +6,10 @@
 
 #include <string>
 
-// A value type, held only while a list is filled.
+// A value type, used only while a list is filled.
 struct TagData {
     std::string name;
-    std::string qualifier; // the enclosing class, namespace or other scope; "" when there is none
+    std::string qualifier; // the enclosing class, namespace or other scope; "" for none
     EntryRef file;
     int32 line = 0; // from 1
     char kind = 0;

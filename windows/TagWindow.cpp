@@ -15,7 +15,7 @@ namespace {
 
 const BRect kFirstFrame = {100, 100, 400, 200};
 
-// Codes of the framework without names of their own.
+// The framework's codes without names.
 const uint32 kListFlags = 13;
 const uint32 kScrollViewFlags = 1;
 const long kScrollViewBorder = 1;
@@ -73,7 +73,7 @@ void TagWindow<TagSet>::ShowAt(const BPoint& where)
 template <class TagSet>
 void TagWindow<TagSet>::RepositionAt(const PluginInterface* host, long offset)
 {
-    BPoint where = host->PointAt(offset); // the host is asked before the lock is taken
+    BPoint where = host->PointAt(offset); // before the lock: do not call the host with it held
     const WindowSection section(*this);
     if (!section)
         return;
@@ -84,7 +84,7 @@ void TagWindow<TagSet>::RepositionAt(const PluginInterface* host, long offset)
 template <class TagSet>
 void TagWindow<TagSet>::FitList()
 {
-    const PortSetter port(list); // text is measured for the list's own window
+    const PortSetter port(list); // measures text for the list's window
     const BRect inside = list->Parent()->Bounds();
     ListMeasures measures;
     measures.chromeWidth = Frame().Width() - inside.Width();
@@ -117,7 +117,7 @@ float TagWindow<TagSet>::LineHeight() const
     list->GetFont(&font);
     font_height height;
     font.GetHeight(&height);
-    return height.ascent + height.descent + height.leading + 1; // lists keep a pixel between their lines
+    return height.ascent + height.descent + height.leading + 1; // lists have one pixel between lines
 }
 
 template <class TagSet>

@@ -1,4 +1,4 @@
-// The pop-up list that every result list of the plug-in is built on.
+// The base of the plug-in's pop-up lists.
 #pragma once
 
 #include "vetch/interface/BListView.h"
@@ -8,38 +8,38 @@
 class PluginInterface;
 class Tags;
 
-// One single-selection list in a window that never takes the keyboard from the document. It is as wide as its widest
-// entry and as high as its entries, up to eight of them, and stands next to the document's caret.
+// A single-selection list in a window that never takes the keyboard from the document. It is as wide as its widest
+// entry, as high as its entries, up to eight of them, and stands next to the document's caret.
 //
-// Made hidden; construct, PopulateList(), then ShowAt(). Its creator has it alone until then; later calls take the
-// window's lock for their duration and do nothing once the window has been quit. Entries are BStringItems, and the
-// window deletes those that it removes and those left when it dies.
+// Made hidden; construct, PopulateList(), then ShowAt(). Until then only its creator uses it; later calls lock the
+// window and do nothing after its quit. Entries are BStringItems; the window deletes those that it removes and the rest
+// in its destructor.
 template <class TagSet>
 class TagWindow : public BWindow {
 public:
-    // 'command' is the code of the message that the list sends to this window when an entry is invoked. 'resizable'
-    // gives a floating window with a permanent scroll bar; without it, a bordered one that shows a scroll bar when it
-    // needs it.
+    // The list sends the message 'command' to this window when an entry is invoked. 'resizable' gives a floating window
+    // with a permanent scroll bar; otherwise it is bordered and shows a scroll bar when it needs one.
     TagWindow(const char* title, bool resizable, uint32 command);
     ~TagWindow() override;
 
-    // Below the text at 'offset' of the current document, or above it where there is no room below. Document thread.
+    // Below the text at 'offset' of the current document, or above it when there is no room below. Document thread.
     void ShowAt(const PluginInterface* host, long offset);
     void ShowAt(const BPoint& where); // a point of the screen; any thread
 
-    // Moves a shown window to another offset and keeps its left edge, so that it stands still while its user types.
+    // Moves a shown window to another offset but keeps its left edge, so that it stands still while the user types.
     // Document thread.
     void RepositionAt(const PluginInterface* host, long offset);
 
-    // Resizes the window to its entries and bounds later resizes by the user. Inside a section, or before it is shown.
+    // Resizes the window to its entries and limits later resizes by the user. Call it in a section or before the window
+    // is shown.
     void FitList();
 
-    // Empties the list, lets 'populate' fill it, and fits the window. False when nothing was added: the window then
-    // keeps its old size. Never shows it.
+    // Empties the list, calls 'populate' and fits the window. False when nothing was added: the window then keeps its
+    // size. Never shows it.
     template <class Populator>
     bool PopulateList(Populator& populator, TagSet& tags, void (Populator::*populate)(TagSet&, BListView*));
 
-    long CountEntries() const { return list->CountItems(); } // inside a section, or before it is shown
+    long CountEntries() const { return list->CountItems(); } // in a section or before the window is shown
 
 protected:
     BListView* List() const { return list; }

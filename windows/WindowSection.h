@@ -1,12 +1,12 @@
-// One operation on a window's model, from whichever thread.
+// One operation on a window's model, on any thread.
 #pragma once
 
 #include "vetch/app/BLooper.h"
 
-// Until a window is first shown its creator alone has it, and needs no lock; from then on a section holds the lock. A
-// section that does not open belongs to a window that has been quit: leave it alone.
+// Before a window is first shown, only its creator uses it, without a lock; afterwards a section holds the lock. A
+// section that does not open belongs to a window that has quit: do not use the window.
 //
-// Keep sections short: no waiting, no modal question and no Quit() inside.
+// Keep sections short: no waits, no modal questions and no Quit() inside.
 class WindowSection {
 public:
     explicit WindowSection(BLooper& window) : window(window), running(window.HasRun()), open(!running || window.Lock())
@@ -24,6 +24,6 @@ public:
 
 private:
     BLooper& window;
-    const bool running; // as the section began: the first Show() may come inside it
+    const bool running; // at the section's start: the first Show() may happen inside it
     const bool open;
 };
