@@ -15,10 +15,10 @@ struct DesktopArguments {
     std::vector<Place> places; // line 0: none was given
 };
 
-// Nothing when the program is to end at once, with '*status': the words were wrong, or only asked for help.
+// Absent when the program is to end at once, with '*status': the words were wrong, or asked for help or the version.
 std::optional<DesktopArguments> ParseArguments(int count, char** words, int* status);
 
-// A file as a user names it: "FILE", or "FILE:LINE" and "FILE:LINE:COLUMN" where there is no file of that whole name.
+// A file as a user names it: "FILE", or "FILE:LINE" or "FILE:LINE:COLUMN" if no file has that whole name.
 Place PlaceFrom(const std::string& word);
 
 } // namespace wren

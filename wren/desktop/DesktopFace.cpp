@@ -62,7 +62,7 @@ MouseState DesktopFace::Mouse() const
     return router == nullptr ? MouseState() : router->Mouse();
 }
 
-// Completing costs less than a key takes to be drawn, so nothing is lost while nobody knows.
+// Qt cannot tell whether more keys wait. Completing takes less time than drawing a key, so nothing is lost by it.
 bool DesktopFace::InputPending() const
 {
     return keysWait && keysWait();

@@ -25,7 +25,7 @@ public:
     std::function<void(const std::string& path, long line)> onOpenMatch;
     std::function<void(const std::string& text)> onWarn;
     std::function<void()> onWorksheetGrown; // in a plug-in call
-    std::function<bool()> keysWait;         // more keys are waiting; null where nobody knows
+    std::function<bool()> keysWait;         // whether more keys are waiting; null for no
 
     std::unique_ptr<TextStore> MakeText(long document) override;
     BRect DocumentWindowFrame() const override;

@@ -125,7 +125,7 @@ void DocumentActions::OpenNew(const std::string& absolute)
     if (document == nullptr)
         return;
     window.Tabs().Raise(document->Id());
-    ShowMessage(window, tr("%1 is a new file: saving makes it").arg(QString::fromStdString(absolute)), kNewFileShown);
+    ShowMessage(window, tr("%1 is a new file: saving creates it").arg(QString::fromStdString(absolute)), kNewFileShown);
     emit Changed();
 }
 

@@ -41,8 +41,8 @@ std::unique_ptr<PluginBundle> LoadBundle(const std::string& directory, Warnings*
     std::unique_ptr<PluginBundle> bundle = PluginBundle::Load(directory, &error);
     if (bundle != nullptr)
         return bundle;
-    warnings->Tell(Editor::tr("Symbols cannot be looked up or completed: %1. Texts can be edited all the same; "
-                              "installing Wren anew brings the plug-in back.")
+    warnings->Tell(Editor::tr("Symbols cannot be looked up or completed: %1. You can still edit texts. Reinstall "
+                              "Wren to restore the plug-in.")
                        .arg(QString::fromStdString(error)));
     return PluginBundle::Nothing();
 }

@@ -212,7 +212,7 @@ void EditorMenus::FillRecent()
         recent->addAction(tr("None"))->setEnabled(false);
 }
 
-// The plug-in sets the state of its items when it is told that menus are about to show.
+// The plug-in sets the state of its items when it hears that menus are about to show.
 void EditorMenus::FillPluginItems()
 {
     for (QAction* action : std::exchange(shownPluginItems, {}))
@@ -297,7 +297,7 @@ QAction* EditorMenus::Add(QMenu* menu, const QString& text, const char* icon, co
     return action;
 }
 
-// One action a command, in the window itself, so that its keys work whatever menu shows it.
+// Each command has one action, in the window itself, so that its keys work whichever menu shows it.
 QAction* EditorMenus::CommandAction(const std::string& command)
 {
     if (const auto found = commands.find(command); found != commands.end())

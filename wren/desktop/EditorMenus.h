@@ -35,10 +35,11 @@ public:
     };
     explicit EditorMenus(const Parts& parts); // borrows them all
 
-    // The commands' keys, in the notation of menus; those of a command that is in a menu are shown there. A key that
-    // two have runs neither, so it is the first command's; and no longer that of the menus' own items.
+    // The commands' keys, in the notation of menus. A menu shows the keys of its commands. Qt runs nothing for a key that
+    // two actions have; so the first command gets it, and the menus' own items lose it.
     void BindKeys(const std::vector<std::pair<std::string, std::string>>& keys);
-    std::vector<std::pair<QString, QKeySequence>> OwnKeys() const; // and what they choose, while no command has them
+    // The items that are not commands, and the keys that choose them while no command has those keys.
+    std::vector<std::pair<QString, QKeySequence>> OwnKeys() const;
 
     void ShowState(); // enables what can be chosen now
     void ShowUndo();  // the part of it that every edit may change

@@ -46,7 +46,7 @@ CodeView* EditorTabs::Add(long document, const EditorLook& look)
     auto* view = new CodeView;
     view->SetLook(look);
     views[document] = view;
-    // The first tab is raised as it comes, and its document is not open yet: whoever opens it raises it afterwards.
+    // Qt raises the first tab when it is added, while its document is not open yet; the opener raises it afterwards.
     const QSignalBlocker blocked(this);
     addTab(view, tr("untitled"));
     return view;

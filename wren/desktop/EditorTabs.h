@@ -1,4 +1,4 @@
-// The documents' views, a tab each.
+// The documents' views, each in a tab.
 #pragma once
 
 #include <QTabWidget>
@@ -29,11 +29,11 @@ public:
     long DocumentOf(const CodeView* view) const;
     std::vector<long> Documents() const; // in the order of their tabs, which the user may drag
 
-    // Of a file, or "" for a text without one. Where several have the same name it is told with as much of its
-    // directory as tells it from the others.
+    // 'path' is "" for a text without a file. Files of the same name are shown with as much of their directories as
+    // makes them differ.
     void SetName(long document, const std::string& path, bool modified);
-    QString NameOf(long document) const;  // that; empty for what is no file's
-    void SetWorksheetName(long document); // wherever it is kept
+    QString NameOf(long document) const;  // as shown; empty for a text without a file
+    void SetWorksheetName(long document); // whatever its file is called
     void SetLook(const EditorLook& look);
 
 signals:

@@ -51,8 +51,8 @@ Endings::~Endings()
         ::close(end);
 }
 
-// It may come in the middle of a question or a menu of the plug-in's, whose call cannot be left in order; so nothing is
-// taken down. The copies stay for the next start because nobody removes them.
+// A signal may come in the middle of a question or a menu of the plug-in's. That call cannot be left in order, so
+// nothing is destroyed. The copies stay for the next start because no destructor removes them.
 void Endings::End()
 {
     editor.PrepareToEnd(gSignal);

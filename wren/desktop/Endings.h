@@ -1,4 +1,4 @@
-// Ends that the user did not ask for: signals, and a session that is closed.
+// Ends the editor on a signal, as when the desktop session is closed.
 #pragma once
 
 #include <QObject>
@@ -8,7 +8,7 @@ namespace wren {
 class Editor;
 
 // On SIGTERM, SIGINT and SIGHUP the session, copies of all unsaved texts and changed settings are kept, and the process
-// ends without a question: nobody may be there to answer. One at a time; GUI thread.
+// ends without a question: the user may not be there to answer. One at a time; GUI thread.
 class Endings : public QObject {
     Q_OBJECT
 public:

@@ -24,13 +24,13 @@ QString NameOf(const Document& document)
                                    : QFileInfo(QString::fromStdString(document.Path())).fileName();
 }
 
-// The Worksheet is nobody's file: it is kept for the user without a question, where there is a place for it.
+// The Worksheet has a file of its own in the state directory, if there is one, and is saved without a question.
 bool HasItsOwnPlace(const Document& document)
 {
     return document.IsWorksheet() && !document.Path().empty();
 }
 
-// The panel knows names as characters: one that is no UTF-8 would come back as another. Then a directory is proposed.
+// The panel takes names as characters: a name that is not UTF-8 would come back changed. Then a directory is proposed.
 QString ProposalFor(const std::string& path)
 {
     std::string proposal = path;
@@ -50,14 +50,14 @@ std::string WithLineEnded(const std::string& text)
     return text.empty() || text.ends_with('\n') ? text : text + '\n';
 }
 
-// The lines where 'now' differs.
+// The lines of 'now' that differ from 'before'.
 std::string LinesThatCame(const std::string& before, const std::string& now)
 {
     const TextChange change = ChangeBetween(WithLineEnded(before), WithLineEnded(now));
     return WithLineEnded(now).substr(static_cast<size_t>(change.offset), static_cast<size_t>(change.inserted));
 }
 
-// A document's notices have one subject: the newest says how things stand.
+// A document's notices have one subject, so that the newest replaces the others.
 QString SubjectOf(long document)
 {
     return QString("document %1").arg(document);
@@ -103,10 +103,10 @@ void FileKeeper::Recovered(const Document& document, const FileMark& was)
     if (!StampOf(document.Path()).exists || !HasChanged(document.Path(), was))
         return;
     if (document.IsWorksheet())
-        knownWorksheet = ViewOf(document)->Bytes(); // what the file has otherwise is another editor's
+        knownWorksheet = ViewOf(document)->Bytes(); // any other lines of the file are another editor's
     else
-        notices.Tell(tr("%1 was changed by another program since your unsaved text was kept. Save to write over it, or "
-                        "choose File > Revert to take its text.")
+        notices.Tell(tr("%1 was changed by another program since your unsaved text was kept. Save to overwrite it, or "
+                        "choose File > Revert to load its text.")
                          .arg(QString::fromStdString(document.Path())),
                      SubjectOf(document.Id()));
 }
@@ -150,7 +150,7 @@ void FileKeeper::Revert(Document& document)
         return;
     if (IsModified(document) &&
         AskPlainly(QMessageBox::Question, &window,
-                   tr("Give up your changes of %1 and take the file's text?").arg(NameOf(document)),
+                   tr("Discard your changes to %1 and load the file's text?").arg(NameOf(document)),
                    QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
     Reload(document);
@@ -164,8 +164,8 @@ bool FileKeeper::MayGo(Document& document)
     if (isModified && HasItsOwnPlace(document) && Write(document, document.Path()))
         return true;
     tabs.Raise(document.Id());
-    const QString question = isModified ? tr("Save the changes of %1?")
-                                        : tr("%1 is no longer there. Save its text, which is only here now?");
+    const QString question = isModified ? tr("Save the changes to %1?")
+                                        : tr("%1 is no longer there. Save its text, which now exists only here?");
     switch (AskPlainly(QMessageBox::Question, &window, question.arg(NameOf(document)),
                        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save)) {
     case QMessageBox::Save:
@@ -225,12 +225,12 @@ bool FileKeeper::MayOverwrite(const Document& document)
         !HasChanged(document.Path(), known[document.Id()]))
         return true;
     return AskPlainly(QMessageBox::Warning, &window,
-                      tr("Another program has changed %1 since it was read here. Write over it?")
+                      tr("Another program has changed %1 since it was read here. Overwrite it?")
                           .arg(QString::fromStdString(document.Path())),
                       QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 
-// They go behind what is here. A line may so be there twice, and none is lost.
+// They are added at the end. A line may then stand there twice, but none is lost.
 void FileKeeper::TakeInOthersLines(Document& worksheet)
 {
     if (!HasChanged(worksheet.Path(), Known(worksheet.Id())))
@@ -282,12 +282,12 @@ void FileKeeper::ChangedOnDisk(long id)
         return;
     }
     if (HasChanged(document->Path(), Known(id)))
-        notices.Tell(tr("%1 was changed by another program. Your unsaved changes are kept: save to write over it, or "
-                        "choose File > Revert to take its text.")
+        notices.Tell(tr("%1 was changed by another program. Your unsaved changes are kept: save to overwrite it, or "
+                        "choose File > Revert to load its text.")
                          .arg(QString::fromStdString(document->Path())),
                      SubjectOf(id));
     else
-        notices.Withdraw(SubjectOf(id)); // somebody has put the old text back
+        notices.Withdraw(SubjectOf(id)); // another program has restored the old text
 }
 
 void FileKeeper::GoneFromDisk(long id)
@@ -299,7 +299,7 @@ void FileKeeper::GoneFromDisk(long id)
                      SubjectOf(id));
 }
 
-// With another text than it had when it went, it counts as changed as well.
+// A file that comes back with another text counts as changed as well.
 void FileKeeper::BackOnDisk(long id)
 {
     const Document* document = host.AllDocuments().Find(id);

@@ -1,4 +1,4 @@
-// The files of the documents: reading, saving, and what other programs do to them meanwhile.
+// The files of the documents: reading, saving, and changes by other programs.
 #pragma once
 
 #include "wren/desktop/state/FileMark.h"
@@ -17,41 +17,42 @@ class FileWatch;
 class Host;
 class NoticeBar;
 
-// No text is lost: what could not be saved stays open, and what another program wrote over unsaved changes is told, not
-// taken. Of the Worksheet nobody is asked: what another editor has put into its file is taken in when it is saved. GUI
-// thread.
+// No text is lost: a document that could not be saved stays open, and when another program changes the file of a
+// modified document, the user is notified and the text is kept. The Worksheet causes no questions: saving it takes in
+// what another editor has added to its file. GUI thread.
 class FileKeeper : public QObject {
     Q_OBJECT
 public:
     FileKeeper(Host& host, EditorTabs& tabs, NoticeBar& notices, QWidget& window); // borrowed
     ~FileKeeper() override;
 
-    // Right after a document was opened: from now on its file is watched.
+    // Call it right after a document was opened: it watches the file from then on.
     void Opened(Document& document);
     void Closed(long document);
-    FileMark Known(long document) const; // what its text was made from
-    // Its text, put there since, was made from what the file was in another session.
+    FileMark Known(long document) const; // the state of the file that its text was made from
+    // The document has got a text that was made from the file as it was in another session.
     void Recovered(const Document& document, const FileMark& was);
-    void Check(); // looks at all files: the user has come back from somewhere
+    void Check(); // looks at all files; call it when the user comes back to the window
 
-    // True when it is saved. Without a file, and for SaveAs(), the user is asked for one; a question may come before.
+    // True when it is saved. SaveAs(), and Save() of a document without a file, ask the user for a file. Save() asks
+    // before it overwrites another program's changes.
     bool Save(Document& document);
     bool SaveAs(Document& document);
 
-    void Revert(Document& document); // takes the file's text, after a question when there are unsaved changes
+    void Revert(Document& document); // loads the file's text, after a question when there are unsaved changes
 
-    // Asks about unsaved changes, and about a text whose file is gone; false when the document is to stay. The
-    // Worksheet is saved, and asked about only where it could not be.
+    // Asks about unsaved changes, and about a text whose file is gone; false when the document is to stay open. The
+    // Worksheet is saved, and the user is asked only when that failed.
     bool MayGo(Document& document);
 
     bool IsModified(const Document& document) const;
 
 signals:
-    void Saved(long document); // its name may be another one now
+    void Saved(long document); // possibly under another name
     void ReadAgain(long document);
 
 private:
-    bool IsGone(const Document& document) const;             // there was a file of it
+    bool IsGone(const Document& document) const;             // it had a file, which no longer exists
     bool Write(Document& document, const std::string& path); // it has that path from then on
     bool WriteText(const std::string& path, const std::string& text);
     bool MayOverwrite(const Document& document);
@@ -70,7 +71,7 @@ private:
     QWidget& window;
     FileWatch* watch;
     std::map<long, FileMark> known; // what each document's file was when it was read or written
-    std::string knownWorksheet;     // the same of the Worksheet's, as a text
+    std::string knownWorksheet;     // the same for the Worksheet, as a text
 };
 
 } // namespace wren

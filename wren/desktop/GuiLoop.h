@@ -18,9 +18,9 @@ public:
     explicit GuiLoop(QtDisplay& display); // borrowed
     ~GuiLoop() override;
 
-    void LetThrough(); // at once, what is there
+    void LetThrough(); // all messages and updates that wait, at once
 
-    static void Wake(); // has Woke() emitted soon, if there is a loop. Any thread
+    static void Wake(); // Woke() is emitted soon, if there is a loop. Any thread
 
 signals:
     void Woke(); // after all that was there was let through

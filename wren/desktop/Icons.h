@@ -8,11 +8,11 @@
 
 namespace wren {
 
-// By the names of the freedesktop.org icon naming specification: the desktop's, else the style's, else a drawn one; a
-// null icon for a name that none of them has.
+// Takes names of the freedesktop.org icon naming specification. The icon is the desktop's, else the style's, else a
+// drawn one; a null icon for a name that none of them has.
 QIcon IconNamed(const QString& name);
 
-// The character in the font's hand, always in that colour of the program's palette, whatever that becomes.
+// The character, drawn with the program's font in that colour of its palette, also when the palette changes later.
 QIcon DrawnIcon(QChar character, QPalette::ColorRole ink);
 
 } // namespace wren

@@ -14,7 +14,7 @@ namespace wren {
 
 namespace {
 
-// All that are down: a click with two of them is none that looks something up.
+// All buttons that are down: a click with two of them looks nothing up.
 uint32 ButtonBits(Qt::MouseButtons down)
 {
     uint32 bits = 0;
@@ -28,8 +28,8 @@ uint32 ButtonBits(Qt::MouseButtons down)
 
 KeyRouter::KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop) : host(host), display(display), loop(loop) {}
 
-// A command that edits is told to be over, and that closes whatever the plug-in shows but completions: a list of
-// matches would be gone as soon as it came. So that is left out for those that only look something up.
+// The end of a command that edits is reported to the plug-in, which then closes all its windows but completions. A list
+// of matches would close as soon as it opened, so commands that only look something up do not take that way.
 void KeyRouter::RunBound(const std::string& command)
 {
     const KeyBinding binding = host.Commands().BindingOf(command);
@@ -78,8 +78,8 @@ bool KeyRouter::TextComing(CodeView&, const std::string& utf8)
     return !applies;
 }
 
-// What the plug-in shows comes when the event loop runs next, after the text has been painted: opening a list takes
-// longer than drawing the character that asked for it.
+// The plug-in's windows appear when the event loop runs next, after the text has been painted: opening a list takes
+// longer than drawing the character that caused it.
 void KeyRouter::KeyApplied(CodeView& view, bool typed)
 {
     if (typed)
@@ -126,8 +126,8 @@ void KeyRouter::ModifiedSet(CodeView& view, bool modified)
         onModified(view, modified);
 }
 
-// The window of matches never takes the keyboard, so that typing goes on where it was; the keys that a list understands
-// are handed to it, and every other key closes it.
+// The window of matches never takes the keyboard, so that typing continues in the text. The list gets the keys that move
+// in it, and every other key closes it.
 bool KeyRouter::RoutedToMatches(const KeyStroke& stroke)
 {
     const QtDisplay::ListWindow front = display.FrontList();
@@ -150,7 +150,7 @@ bool KeyRouter::RoutedToMatches(const KeyStroke& stroke)
     }
 }
 
-// With the second pair of clicks Control stands for the option key, and Shift with it for control.
+// With the second pair of clicks, Control means the option key, and Control with Shift adds the control key.
 uint32 KeyRouter::ClickBits(Qt::KeyboardModifiers held) const
 {
     if (!controlClicks)

@@ -14,26 +14,26 @@ class GuiLoop;
 class Host;
 class QtDisplay;
 
-// A key of a view goes to the list of matches first, when there is one and the key moves in it; then to the plug-in;
-// then to the text. GUI thread.
+// A key goes to the list of matches first, if there is one and the key moves in it; then to the plug-in; then to the
+// text. GUI thread.
 class KeyRouter : public CodeViewClient {
 public:
     KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop); // borrowed
 
     ModifierKeys keys;             // which key is which modifier
-    bool controlClicks = false;    // a click with Control looks up, instead of one with the option key
+    bool controlClicks = false;    // Control-click looks up, instead of a click with the option key
     std::function<void()> onCaret; // the caret moved, in the current view
     std::function<void(CodeView&, bool modified)> onModified;
-    std::function<void(CodeView&)> onChanged;                                         // the text, by whatever
-    std::function<void(CodeView&, long offset, long removed, long inserted)> onMoves; // the text, while it changes
+    std::function<void(CodeView&)> onChanged; // the text changed, whatever the cause
+    std::function<void(CodeView&, long offset, long removed, long inserted)> onMoves; // while the text changes
 
-    MouseState Mouse() const { return mouse; } // of the click that is being told of
+    MouseState Mouse() const { return mouse; } // at the click that the plug-in is handling
 
     // Runs a registered command as its key does: the plug-in sees the key first.
     void RunBound(const std::string& command);
     void RunChosen(const std::string& command); // as the plug-in's own menu item does
 
-    void ButtonClicked(Qt::KeyboardModifiers held); // the plug-in's: it may ask what was held
+    void ButtonClicked(Qt::KeyboardModifiers held); // the plug-in may ask which keys were held
 
     bool KeyPressed(CodeView& view, const QKeyEvent& event) override;
     bool TextComing(CodeView& view, const std::string& utf8) override;

@@ -33,7 +33,7 @@ QPalette LightPalette()
     return palette;
 }
 
-// Text that is lighter than what it stands on.
+// Dark when the text is lighter than its background.
 bool IsDark(const QPalette& palette)
 {
     return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();

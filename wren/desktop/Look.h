@@ -15,7 +15,7 @@ EditorLook LookFor(const PreferenceValues& values, int zoom); // zoom in points,
 ModifierKeys KeysFor(const PreferenceValues& values);
 void ApplyColours(PreferenceValues::Colours colours); // to the whole application
 
-// A key with a character, or a function key, as the core knows it; nothing for other keys, or several strokes.
+// A key with a character, or a function key, as the core knows it; absent for other keys, or several strokes.
 std::optional<KeyBinding> BindingFrom(const std::string& key, const ModifierKeys& keys);
 
 } // namespace wren

@@ -45,8 +45,8 @@ MainWindow::~MainWindow()
     delete status;
 }
 
-// Without a window manager nobody gets the keyboard when a dialog goes that had it. One that is left for another
-// program is not hidden.
+// Without a window manager, no window gets the keyboard when a dialog that had it is hidden. A dialog that the user
+// leaves for another program is not hidden.
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::WindowDeactivate || watched == this)

@@ -13,7 +13,7 @@ class NoticeBar;
 class PluginButton;
 class StatusLine;
 
-// Holds the parts, and tells what happens to the window. What they do together is the Editor's. GUI thread.
+// Owns the widgets, and signals what the user does with the window. The Editor connects them. GUI thread.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
@@ -31,9 +31,9 @@ public:
 
 signals:
     void UserCame(); // to this window
-    void UserLeft(); // for another one, of this program or of any other
+    void UserLeft(); // for another window, of this program or of any other
     void FrameChanged();
-    void ColoursChanged(); // the desktop's, or those that were chosen instead
+    void ColoursChanged(); // those of the desktop, or those that the user chose instead
     void FilesDropped(const QStringList& paths);
 
 protected:

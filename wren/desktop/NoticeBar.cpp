@@ -116,7 +116,8 @@ void NoticeBar::Changed()
     FollowEnd();
 }
 
-// What does not fit comes first, as it is older, and is told of last, where it is seen.
+// The notices that are left out are the older ones and would stand first. The line about them stands last, where the
+// user sees it.
 void NoticeBar::Show()
 {
     const bool tooMany = told.size() > kMostShown;

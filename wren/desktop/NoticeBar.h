@@ -1,4 +1,4 @@
-// Tells the user of something that needs no answer, above the text, until it is dismissed.
+// Notices above the text that need no answer; the user dismisses them.
 #pragma once
 
 #include <QFrame>
@@ -13,24 +13,24 @@ class QToolButton;
 
 namespace wren {
 
-// Hidden while there is nothing to tell; many lines are scrolled, so that the text below stays usable. Of very many the
-// newest are shown, and a button offers all: thousands of wrong lines of a file must not keep the editor from starting.
-// GUI thread.
+// Hidden while there are no notices. Many lines scroll, so that the text below stays usable. Of very many notices the
+// newest are shown, and a button opens them all: thousands of bad lines in a file must not keep the editor from
+// starting. GUI thread.
 class NoticeBar : public QFrame {
     Q_OBJECT
 public:
     explicit NoticeBar(QWidget* parent = nullptr);
 
-    // Below what is told already; the same thing once, and of a subject what was told last.
+    // Adds a notice below the others. A text is shown once; a new notice about a subject replaces the older one.
     void Tell(const QString& text, const QString& subject = {});
-    void TellAll(const QStringList& texts); // the same for each of them, at the price of one
-    void Withdraw(const QString& subject);  // it is so no more
-    QString Told() const;                   // all of it
+    void TellAll(const QStringList& texts); // the same for each text, but lays them out once
+    void Withdraw(const QString& subject);  // removes the subject's notice, which is no longer true
+    QString Told() const;                   // all notices, also those that are not shown
 
     static constexpr size_t kMostShown = 50;
 
 signals:
-    void AllAsked(); // the user wants to read what is not shown as well
+    void AllAsked(); // the user wants to read the notices that are not shown as well
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -54,7 +54,7 @@ private:
     std::list<Notice> told; // each text once, and each subject
     QHash<QString, std::list<Notice>::iterator> byText;
     QHash<QString, std::list<Notice>::iterator> bySubject;
-    bool atEnd = true; // the last one is seen: until the user scrolls up
+    bool atEnd = true; // the last notice is in view; the user may scroll up
 };
 
 } // namespace wren

@@ -12,7 +12,7 @@ namespace wren {
 
 namespace {
 
-// Qt does not tell that a thread has not started.
+// Qt does not report that a thread has not started.
 bool ThreadsStart()
 {
     std::thread probe = vetch::StartThread(nullptr, [] {});
@@ -36,7 +36,8 @@ public:
 
 bool HoldPaintThread()
 {
-    constexpr std::chrono::seconds kLongestStart(10); // only where the last thread went to somebody else meanwhile
+    constexpr std::chrono::seconds kLongestStart(
+        10); // reached only when another program took the last thread meanwhile
     static Greeting greeting;
     if (!ThreadsStart())
         return false;

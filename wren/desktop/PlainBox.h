@@ -1,12 +1,12 @@
-// Boxes that tell and ask something.
+// Message boxes.
 #pragma once
 
 #include <QMessageBox>
 
 namespace wren {
 
-// What the user has answered. The text is shown as it is: it holds names of files, which may look like markup, and
-// markup could have pictures fetched into it.
+// Shows the text and returns the user's answer. The text is shown as it is: names of files in it may look like markup,
+// and markup could fetch pictures.
 QMessageBox::StandardButton AskPlainly(QMessageBox::Icon icon, QWidget* parent, const QString& text,
                                        QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                                        QMessageBox::StandardButton usual = QMessageBox::NoButton);

@@ -6,7 +6,7 @@
 
 namespace wren {
 
-// A click is a click; holding the button down, or a click with the other one, asks for its pop-up menu.
+// Holding the button down, or a click with the other mouse button, asks for its pop-up menu.
 class PluginButton : public QToolButton {
     Q_OBJECT
 public:

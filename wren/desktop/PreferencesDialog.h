@@ -21,7 +21,7 @@ class GuiLoop;
 class Host;
 class QtDisplay;
 
-// What is changed counts at once. GUI thread.
+// A change takes effect at once. GUI thread.
 class PreferencesDialog : public QDialog {
     Q_OBJECT
 public:
@@ -35,7 +35,7 @@ signals:
     void Changed(const PreferenceValues& values);
 
 protected:
-    void keyPressEvent(QKeyEvent* event) override; // Enter presses the button that has the keyboard, and no other
+    void keyPressEvent(QKeyEvent* event) override; // Enter presses only the button that has the keyboard
 
 private:
     void AddPage(const QIcon& icon, const QString& title, QWidget* page);

@@ -94,7 +94,7 @@ void SessionKeeper::TakeNews()
 void SessionKeeper::Opened(const std::string& path)
 {
     if (restoring)
-        return; // nobody has chosen it now
+        return; // the user has not chosen it now
     state.Opened(path);
     std::erase(opened, path);
     opened.push_back(path);
@@ -110,7 +110,7 @@ void SessionKeeper::Restore()
         if (file.worksheet) {
             documents.OpenWorksheet();
         } else if (!std::filesystem::exists(file.path, unknown) || !documents.Open(file.path)) {
-            continue; // it went meanwhile: nobody asked for it now
+            continue; // it no longer exists, and the user has not asked for it now
         }
         tabs.CurrentView()->GoTo(file.caret);
         tabs.CurrentView()->ShowFromLine(file.firstLine);
@@ -143,7 +143,7 @@ void SessionKeeper::OfferRecovery()
             recovery.Discard(text);
 }
 
-// What was left goes when there is a copy of this editor's own.
+// A text that was left is discarded once this editor has a copy of its own.
 void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
 {
     std::vector<std::pair<const Document*, const UnsavedText*>> open;
@@ -160,8 +160,8 @@ void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
             recovery.Discard(*text);
 }
 
-// An old text whose file's tab has another one has a tab without a file. That a torn file differs from what it was is
-// no other program's doing, and nobody is asked about it.
+// An old text gets a tab without a file when its file's tab holds another text. A torn file differs from its old state
+// because of this editor, so the user is not told that another program has changed it.
 const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::vector<UnsavedText>& left)
 {
     const bool isAtHome = HasTheTab(text, left);
@@ -176,7 +176,7 @@ const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::
                  ? tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here: save to write "
                       "it.")
                  : tr("%1 is damaged on the disk: saving it was cut short. Its old text is open here without a name, "
-                      "beside the one that was to be saved."))
+                      "beside the text that was being saved."))
                 .arg(QString::fromStdString(text.path)));
     return document;
 }
@@ -189,7 +189,7 @@ bool SessionKeeper::Save()
     return SaveSession(state, &error);
 }
 
-// Another editor may have stored one meanwhile.
+// Another editor may have stored its session meanwhile.
 void SessionKeeper::TakeState(const SessionState& stored)
 {
     state.geometry = window.saveGeometry().toBase64().toStdString();
@@ -258,7 +258,8 @@ void SessionKeeper::KeepChanged()
     RetryPlace();
     for (const long document : std::exchange(changed, {}))
         Keep(document);
-    if (!restoring && std::exchange(filesChanged, false)) // half of a session that is restored is none
+    if (!restoring &&
+        std::exchange(filesChanged, false)) // a session that is only half restored must not replace the stored one
         KeepSession();
 }
 
@@ -301,12 +302,12 @@ void SessionKeeper::Unsafe(long document, const std::string& reason)
     TellUnsafe(reason);
 }
 
-// Once for each reason: what the user has dismissed comes back only with news.
+// Once for each reason: a notice that the user has dismissed comes back only with another reason.
 void SessionKeeper::TellUnsafe(const std::string& reason)
 {
     if (std::exchange(told, reason) == reason)
         return;
-    QStringList sentences(tr("What is not saved is not safe from a crash: %1.").arg(QString::fromStdString(reason)));
+    QStringList sentences(tr("Unsaved texts are not safe from a crash: %1.").arg(QString::fromStdString(reason)));
     if (Recovery::Place().empty()) {
         sentences.append(tr("Set HOME, or XDG_STATE_HOME, to a directory and start Wren again."));
     } else {
@@ -318,7 +319,7 @@ void SessionKeeper::TellUnsafe(const std::string& reason)
     notices.Tell(sentences.join(' '), kUnsafe);
 }
 
-// The copies that were in a directory that has gone are gone too.
+// When the directory was removed, the copies in it are gone too.
 void SessionKeeper::RetryPlace()
 {
     const bool hadNone = !recovery.Problem().empty();

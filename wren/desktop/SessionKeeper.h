@@ -1,4 +1,4 @@
-// What is open, kept for the next start; and what is not saved, kept for the start after a crash.
+// Keeps the list of open files for the next start, and unsaved texts for the start after a crash.
 #pragma once
 
 #include "wren/desktop/display/UpdateQueue.h"
@@ -23,11 +23,11 @@ class FileKeeper;
 class Host;
 class NoticeBar;
 
-// The session, and a text's copy, are written once nothing has changed for a moment, or when that takes too long; and a
-// copy that could not be written, again a while later. Nothing wakes up while nothing changes. GUI thread.
+// The session and the copy of a text are written after a pause in changes, or at the latest a while after the first
+// change. A copy that could not be written is retried later. Nothing wakes up while nothing changes. GUI thread.
 //
-// A copy of a text of usual size is made half a second after the last change, and four seconds after the first one when
-// there is no pause. Larger texts wait longer, as copying them holds up the keys.
+// A text of usual size is copied half a second after the last change, and four seconds after the first one when there
+// is no pause. Larger texts wait longer, as copying them delays the keys.
 class SessionKeeper : public QObject {
     Q_OBJECT
 public:
@@ -44,16 +44,16 @@ public:
     const SessionState& State() const { return state; }
     void Opened(const std::string& path); // among the recent files
 
-    void TakeNews();      // what the threads that write have to tell; when the loop was woken
+    void TakeNews();      // from the threads that write; call it when the loop has woken
     void Restore();       // opens the files of the last session
-    void OfferRecovery(); // asks about what a crash has left, if it has
+    void OfferRecovery(); // asks about texts that a crash has left, if there are any
 
-    // What is open now, for Restore(). An editor that has not restored the last session, since it was started for files
-    // that were named, leaves that one as it is. False when it could not be kept.
+    // Keeps the list of files that are open now, for Restore(). An editor that was started for named files has not
+    // restored the last session and leaves that list as it is. False when the session could not be written.
     bool Save();
-    void KeepUnsaved(); // copies of all unsaved texts, at once: they are on the disk afterwards
+    void KeepUnsaved(); // writes copies of all unsaved texts; they are on the disk when it returns
     void TextChanged(long document);
-    void FilesChanged();         // others are open, or in another order
+    void FilesChanged();         // a file was opened, closed or moved in the order of tabs
     void Settled(long document); // saved or closed: no copy is needed
 
     bool IsUnsafe() const { return !unsafe.empty(); } // the last copy of some text could not be written
@@ -90,12 +90,12 @@ private:
     bool filesChanged = false;
     std::set<long> changed; // since their last copy
     std::set<long> unsafe;  // the last copy could not be written
-    std::string told;       // why
+    std::string told;       // the reason that the notice gives
     QuietTimer quiet;
     QTimer again;
     CopyWriter sessionWriter;
-    UpdateQueue news;  // of copies, from the thread that writes them
-    Recovery recovery; // its thread tells of copies as long as it lives
+    UpdateQueue news;  // about copies, from the thread that writes them
+    Recovery recovery; // last: its thread adds news until it is destroyed
 };
 
 } // namespace wren

@@ -40,7 +40,7 @@ void SettingsKeeper::StoreAtEnd()
         Store(&nobodyReads);
 }
 
-// A plug-in that is asking the user something would only tell its settings after its call, too late for the file.
+// While the plug-in asks the user something, it writes its settings only after that call, too late for the file.
 void SettingsKeeper::StoreChange()
 {
     std::string error;

@@ -10,16 +10,16 @@ namespace wren {
 
 class Host;
 
-// A second after the last change, so that a crash takes none with it; nothing wakes up while nothing changes. GUI
-// thread.
+// Stores them a second after the last change, so that a crash loses no change. Nothing wakes up while nothing changes.
+// GUI thread.
 class SettingsKeeper : public QObject {
     Q_OBJECT
 public:
     explicit SettingsKeeper(Host& host); // borrowed
 
-    void Changed();                 // or may have: what is stored already is not written again
+    void Changed();                 // call it for a possible change, too: equal settings are not written again
     bool Store(std::string* error); // at once; false, with the reason, when the file could not be written
-    void StoreAtEnd();              // what has changed and can be stored in the middle of anything
+    void StoreAtEnd();              // stores a change at once, unless a plug-in call makes that impossible
 
 signals:
     void Failed(const QString& reason); // to store a change

@@ -28,7 +28,7 @@ QString NameOf(LineEnds ends)
     }
 }
 
-// From 1, as people count, in characters: what a byte of the middle of one belongs to counts once.
+// From 1, in characters, as people count.
 long ColumnOf(const Document& document, long caret)
 {
     const std::string before = document.Text(document.LineStart(document.LineAt(caret)), caret);

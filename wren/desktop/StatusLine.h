@@ -1,4 +1,4 @@
-// The line at the window's bottom: where the caret is, how the file is written, and what happens in the background.
+// The status line: the caret's place, the line ends of the file, and work in the background.
 #pragma once
 
 #include <QObject>
@@ -14,8 +14,8 @@ namespace wren {
 class CodeView;
 class Document;
 
-// GUI thread. While one lives, the plug-in's threads wake the loop when they begin and end, so that nobody needs to
-// look again and again.
+// While it exists, the plug-in's threads wake the loop when they begin and end, so that no timer needs to look for them.
+// GUI thread.
 class StatusLine : public QObject {
     Q_OBJECT
 public:
@@ -24,9 +24,8 @@ public:
 
     void Show(const Document* document, const CodeView* view); // null for none
 
-    // What the plug-in does in the background now.
-    void ShowBackground();
-    void SetMakingTags(std::function<bool()> answers); // whether tags are made now; null for never
+    void ShowBackground();                             // whether tags are being made or symbols loaded
+    void SetMakingTags(std::function<bool()> answers); // whether tags are being made; null for never
 
     void OfferRebuild(bool offered); // shows a button for it, or takes it away
 

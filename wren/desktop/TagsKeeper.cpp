@@ -122,7 +122,7 @@ void TagsKeeper::Ended(const TagsOutcome& outcome)
         return;
     QString text = tr("%1 was not made: %2.").arg(Shown(outcome.file), Shown(outcome.problem));
     if (outcome.kind == TagsOutcome::Kind::Failed && !LogFile().empty())
-        text += tr(" What the commands said is in %1.").arg(Shown(LogFile()));
+        text += tr(" The output of the commands is in %1.").arg(Shown(LogFile()));
     notices.Tell(text, SubjectOf(outcome.file));
 }
 
@@ -157,7 +157,7 @@ bool TagsKeeper::MayStop(QWidget* window)
     for (const std::string& file : files)
         names.append(Shown(file));
     return AskPlainly(QMessageBox::Question, window,
-                      tr("These tags are being made:\n\n%1\n\nStop that, and keep the old ones?").arg(names.join('\n')),
+                      tr("These tags are being made:\n\n%1\n\nStop, and keep the old tags?").arg(names.join('\n')),
                       QMessageBox::Yes | QMessageBox::No, QMessageBox::No) == QMessageBox::Yes;
 }
 

@@ -1,4 +1,4 @@
-// Runs the plug-in's tags making for the editor, under guard, and says what came of it.
+// Makes tags for the plug-in under guard, and reports the outcome in notices.
 #pragma once
 
 #include "wren/core/GuardedRunner.h"
@@ -16,17 +16,17 @@ namespace wren {
 class NoticeBar;
 class StatusLine;
 
-// What the commands print goes to a log in the state directory, which a notice names when something failed. Stale tags
-// that are not rebuilt by themselves are said, with a button in the line of status that rebuilds them. GUI thread.
+// The commands print into a log in the state directory, which a notice names after a failure. For stale tags that are
+// not rebuilt automatically there is a notice, and a button in the status line that rebuilds them. GUI thread.
 class TagsKeeper : public QObject {
     Q_OBJECT
 public:
     TagsKeeper(NoticeBar& notices, StatusLine& status); // borrowed
-    ~TagsKeeper() override;                             // stops what runs, and waits for it
+    ~TagsKeeper() override;                             // stops running commands, and waits for them
 
-    void TakeNews(); // from the threads of the runs, on the loop's turn
+    void TakeNews(); // from the threads of the runs; call it when the loop has woken
 
-    bool MayStop(QWidget* window); // asks while tags are made; true when none are
+    bool MayStop(QWidget* window); // true when no tags are being made; else asks the user
     void StopAtEnd(int signal);    // without a question, waiting for a short time
 
     static std::string LogFile(); // "" without a state directory

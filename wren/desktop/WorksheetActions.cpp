@@ -79,7 +79,7 @@ bool WorksheetActions::MayStop(QWidget* window)
     return stops;
 }
 
-// The user may go on writing meanwhile, also above.
+// The user may write meanwhile, also above the output.
 void WorksheetActions::TextMoves(long changed, long offset, long removed, long inserted)
 {
     if (changed == document)
@@ -106,7 +106,7 @@ void WorksheetActions::Put(const QByteArray& output)
         view->GoTo(end);
 }
 
-// Without lines that are too long to be drawn in any time: such a one goes on in the next.
+// Breaks lines that are too long to be drawn in a reasonable time.
 std::string WorksheetActions::InLines(std::string_view output)
 {
     std::string lines;

@@ -15,9 +15,9 @@ class EditorTabs;
 class Host;
 class WorksheetRunner;
 
-// What a command prints is put below the lines that were run, as it comes, up to kMostOutput: one that never stops
-// printing would fill the memory, and the file. Lines run in the directory in which the editor was started, which the
-// plug-in is told of as the Worksheet's. GUI thread.
+// The output of a command is inserted below the lines that were run, as it comes, up to kMostOutput: a command that
+// never stops printing would fill the memory, and the file. Lines run in the directory in which the editor was started,
+// which the plug-in knows as the Worksheet's. GUI thread.
 class WorksheetActions : public QObject {
     Q_OBJECT
 public:
@@ -26,10 +26,10 @@ public:
 
     static constexpr long kMostOutput = 16 << 20; // bytes of one run
 
-    // The file that keeps it between sessions; "" when there is no place for one.
+    // The file that keeps it between sessions; "" without a state directory.
     static std::string File();
 
-    bool IsWorksheet(const Document* document) const; // null is none
+    bool IsWorksheet(const Document* document) const; // false for null
     bool IsRunning() const;
     void RunLines(); // of the current document, if it is the Worksheet
     void Stop();
@@ -39,7 +39,7 @@ public:
     void TextMoves(long document, long offset, long removed, long inserted);
 
 signals:
-    void StateChanged(); // began or ended
+    void StateChanged(); // a run began or ended
     void Told(const QString& text);
 
 private:

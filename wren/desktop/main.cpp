@@ -21,7 +21,7 @@ constexpr int kNoThread = 71;  // EX_OSERR
 void ComplainOfNoDisplay()
 {
     std::fputs("wren: there is no display to open a window on.\n"
-               "Set DISPLAY or WAYLAND_DISPLAY, or use the commands that need none: wren lookup and wren complete.\n",
+               "Set DISPLAY or WAYLAND_DISPLAY, or use commands that need no display: wren lookup and wren complete.\n",
                stderr);
 }
 
@@ -74,9 +74,9 @@ QIcon WindowIcon()
 
 int main(int count, char** words)
 {
-    std::signal(SIGCHLD, SIG_DFL); // whoever started this may have ignored it, and then no child could be waited for
-    // What is printed may reach nobody, which is no reason to end. Caught and not ignored, so that programs that are
-    // started get the usual answer back.
+    std::signal(SIGCHLD, SIG_DFL); // the parent may have ignored it, and then no child could be waited for
+    // The reader of the output may be gone, which is no reason to end. The signal is caught and not ignored, so that
+    // programs that are started here get its default action back.
     std::signal(SIGPIPE, [](int) {});
     int status = 0;
     const std::optional<wren::DesktopArguments> arguments = wren::ParseArguments(count, words, &status);
@@ -93,7 +93,7 @@ int main(int count, char** words)
     QApplication::setDesktopFileName("wren");
     QApplication application(count, words);
     if (!wren::HoldPaintThread()) {
-        std::fputs("wren: the system starts no more threads, and drawing takes one.\n", stderr);
+        std::fputs("wren: the system cannot start another thread, and drawing needs one.\n", stderr);
         return kNoThread;
     }
     QApplication::setWindowIcon(WindowIcon());

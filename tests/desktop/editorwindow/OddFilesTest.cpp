@@ -178,7 +178,7 @@ TEST_F(OddFiles, AFileThatAnotherProgramMadeMeanwhileIsNotOverwritten)
     hands.AnswerNextAlert("No");
     Press("Ctrl+S");
     EXPECT_EQ(Content(home / "new.c"), "theirs");
-    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr("Write over it?")));
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr("Overwrite it?")));
     hands.AnswerNextAlert("Discard");
     EXPECT_TRUE(Quit());
 }

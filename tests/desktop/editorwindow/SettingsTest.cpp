@@ -183,7 +183,7 @@ TEST_F(Settings, KeysThatHideMenuShortcutsAreReported)
     InPreferences([](QWidget& dialog) {
         EXPECT_THAT(
             dialog.findChild<QLabel*>("conflicts")->text().toStdString(),
-            AllOf(HasSubstr("Ctrl+F is the menus' key"), HasSubstr("Find and Replace"), HasSubstr("Look up symbol")));
+            AllOf(HasSubstr("Ctrl+F is the menu key"), HasSubstr("Find and Replace"), HasSubstr("Look up symbol")));
     });
 }
 

@@ -90,7 +90,7 @@ TEST_F(TornFile, TheOldTextAndTheUnsavedOneOpenBesideEachOther)
     Start();
     EXPECT_THAT(hands.TakeHeard(), ElementsAre(AllOf(HasSubstr("without saving"), HasSubstr("while it was saving"))));
     ASSERT_THAT(Tabs(), ::testing::UnorderedElementsAre("a.c *", "untitled *"));
-    EXPECT_THAT(Notice(), HasSubstr("beside the one that was to be saved"));
+    EXPECT_THAT(Notice(), HasSubstr("beside the text that was being saved"));
     for (int tab = 0; tab < 2; ++tab) {
         EXPECT_EQ(Text(), CurrentTab() == "a.c *" ? kNew : kOld);
         if (CurrentTab() == "a.c *")

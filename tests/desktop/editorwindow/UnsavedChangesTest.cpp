@@ -39,7 +39,7 @@ TEST_F(UnsavedChanges, AreMarkedInTheTabAndAskedAboutByItsCloseButton)
     EXPECT_THAT(Tabs(), ElementsAre("a.c *"));
     hands.AnswerNextAlert("Save");
     CloseTab(0);
-    EXPECT_THAT(hands.TakeHeard(), ElementsAre("Save the changes of a.c?"));
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre("Save the changes to a.c?"));
     EXPECT_EQ(Content(file), "new old\n");
     EXPECT_THAT(Tabs(), ElementsAre("untitled"));
 }
@@ -95,7 +95,7 @@ TEST_F(UnsavedChanges, AreAskedAboutTabByTabOnQuit)
     hands.AnswerNextAlert("Save");
     hands.AnswerNextAlert("Discard");
     EXPECT_TRUE(Quit());
-    EXPECT_THAT(hands.TakeHeard(), ElementsAre("Save the changes of a.c?", "Save the changes of b.c?"));
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre("Save the changes to a.c?", "Save the changes to b.c?"));
     EXPECT_EQ(Content(file), "new old\n");
     EXPECT_EQ(Content(second), "old\n");
 }

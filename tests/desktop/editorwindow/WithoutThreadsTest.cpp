@@ -138,5 +138,5 @@ TEST(DesktopWithoutThreads, RefusesToStartWhenItCannotDraw)
         GTEST_SKIP() << "threads cannot be refused to a program here (setpriv, prlimit)";
     const ProgramRun run = RunProgram(*command, home.Path(), {{"HOME", home.Path()}, {"QT_QPA_PLATFORM", "offscreen"}});
     EXPECT_EQ(run.status, 71);
-    EXPECT_THAT(run.errors, HasSubstr("wren: the system starts no more threads, and drawing takes one.\n"));
+    EXPECT_THAT(run.errors, HasSubstr("wren: the system cannot start another thread, and drawing needs one.\n"));
 }

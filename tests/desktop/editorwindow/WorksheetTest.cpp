@@ -297,7 +297,7 @@ TEST_F(WorksheetStory, ClosingAsksWhenItCannotBeStored)
     hands.AnswerNextAlert("OK"); // the reason
     hands.AnswerNextAlert("Cancel");
     EXPECT_FALSE(Quit());
-    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr(".local/state/wren"), "Save the changes of Worksheet?"));
+    EXPECT_THAT(hands.TakeHeard(), ElementsAre(HasSubstr(".local/state/wren"), "Save the changes to Worksheet?"));
     EXPECT_EQ(Text(), "echo one");
     hands.AnswerNextAlert("OK");
     hands.AnswerNextAlert("Discard");

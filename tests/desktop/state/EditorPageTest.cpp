@@ -150,7 +150,8 @@ TEST_F(EditorPage, ShowsWhichCommandsHaveTheSameKey)
     values.keys.emplace_back("GoBack", "Shift+Ctrl+X");
     values.keys.emplace_back("Own", "Ctrl+Shift+X");
     page.SetValues(values);
-    EXPECT_THAT(Conflicts(), HasSubstr("Ctrl+Shift+X has several commands: Go back, Own.")) << "in any notation";
+    EXPECT_THAT(Conflicts(), HasSubstr("Ctrl+Shift+X is the key of several commands: Go back, Own."))
+        << "in any notation";
     Field("Own", 0)->clear();
     EXPECT_EQ(Conflicts(), "");
 }
@@ -179,7 +180,7 @@ TEST_F(EditorPage, ShowsKeysThatHideMenuShortcuts)
     page.show();
     QTest::keyClick(Field("Look up definition", 1), Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(Conflicts(),
-              "Ctrl+F is the menus' key for \u201cFind\u2026\u201d, and now runs Look up definition instead.");
+              "Ctrl+F is the menu key of \u201cFind\u2026\u201d, and now runs Look up definition instead.");
     Field("Look up definition", 1)->clear();
     EXPECT_EQ(Conflicts(), "");
 }

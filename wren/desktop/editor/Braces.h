@@ -11,11 +11,11 @@ bool IsBrace(const ViewText& text, long offset);
 
 struct Partner {
     std::optional<long> offset;
-    bool tooFar = false; // there may be one farther away than is looked
+    bool tooFar = false; // there may be one beyond the limit
 };
 
-// Only braces of the same style count: one in a comment is no partner of one in the code. Looks a limited way, so that
-// it can be asked at every move of the caret.
+// Only braces of the same style count: a brace in a comment is not the partner of one in the code. The search has a
+// limit, so that it can run at every move of the caret.
 Partner FindPartner(const ViewText& text, long brace);
 
 } // namespace wren::braces

@@ -1,4 +1,4 @@
-// How the words of C, C++ and Objective-C are told apart and coloured.
+// Colours the words of C, C++ and Objective-C.
 #pragma once
 
 #include "wren/desktop/editor/EditorLook.h"
@@ -9,8 +9,8 @@
 
 namespace wren {
 
-// Objective-C's words are coloured in every file of the family: a header does not say which it belongs to. Set it up
-// before the view is given it, and give it again after a change.
+// Objective-C's words are coloured in every file of the family, as a header does not say which language it belongs to.
+// Set the lexer up before the view gets it, and give it to the view again after a change.
 class CodeLexer : public QsciLexerCPP {
     Q_OBJECT
 public:

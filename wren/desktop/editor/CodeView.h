@@ -1,7 +1,7 @@
 // The text of one document on the screen: Scintilla, set up for reading and changing C, C++ and Objective-C.
 //
-// It knows nothing of the plug-in. Whoever runs it (CodeViewClient) sees keys and clicks first, and hears what became
-// of the text. GUI thread.
+// It knows nothing of the plug-in. Its client (CodeViewClient) sees keys and clicks first, and hears of changes to the
+// text. GUI thread.
 #pragma once
 
 #include "vetch/support/Geometry.h"
@@ -29,7 +29,7 @@ namespace wren {
 class CodeLexer;
 class CodeView;
 
-// Any of the questions may delete the view, when it is answered with true.
+// A function that returns bool may delete the view before it returns true.
 class CodeViewClient {
 public:
     virtual ~CodeViewClient() = default;
@@ -37,22 +37,22 @@ public:
     virtual bool KeyPressed(CodeView&, const QKeyEvent&) = 0;        // true: the view does nothing with it
     virtual bool TextComing(CodeView&, const std::string& utf8) = 0; // from an input method; true: it is not inserted
 
-    // The key that KeyPressed let through, or text that TextComing did, was used. Keys that the view has no use for (a
-    // modifier alone, a shortcut of the window's) are not told. typed: it put in characters.
+    // The view has applied a key that KeyPressed, or text that TextComing let through. Keys that the view does not use (a
+    // modifier alone, a shortcut of the window's) are not reported. typed: characters were inserted.
     virtual void KeyApplied(CodeView&, bool typed) = 0;
 
-    // Of a double click too, whose second press comes as such (event.type()). true: the view does nothing with it.
+    // Also for a double click, whose second press has that type (event.type()). true: the view does nothing with it.
     virtual bool MousePressed(CodeView&, const QMouseEvent& event) = 0;
 
-    // By anything but a key that was let through, or the store; once an action. Keys for undo and the clipboard are
-    // such actions, and are applied after that like any other key.
+    // The text was changed by anything but a key that was let through, or the store; called once for each action. Keys
+    // for undo and the clipboard are such actions; KeyApplied follows for them, as for any other key.
     virtual void ChangedOtherwise(CodeView&) = 0;
 
-    // 'inserted' bytes take the place of 'removed' ones, by whomever; told as it happens, when nothing can be asked of
-    // the view. A text that is read again is one change.
+    // 'inserted' bytes replace 'removed' ones, whatever the cause. It is called during the change, when the view cannot
+    // be asked anything. A text that is read again is one change.
     virtual void TextMoves(CodeView&, long, long, long) {} // offset, removed, inserted
 
-    // Where things stand now. Told after an action of the user's; after what the store did, from the event loop.
+    // The state has changed. Called after an action of the user's; for a change by the store, from the event loop.
     virtual void CaretMoved(CodeView&) = 0;
     virtual void ModifiedSet(CodeView&, bool modified) = 0; // differs from what was saved, or no longer does
 };
@@ -68,7 +68,7 @@ public:
     explicit CodeView(QWidget* parent = nullptr);
     ~CodeView() override;
 
-    void SetClient(CodeViewClient* client); // borrowed, and told of nothing while it is null
+    void SetClient(CodeViewClient* client); // borrowed; null for none
     void SetLook(const EditorLook& look);
     const EditorLook& Look() const { return look; }
     void SetLanguageFor(const std::string& path); // C, C++, Objective-C by the file's name; other files have no colours
@@ -77,12 +77,12 @@ public:
     // empty. Edits that a group collects end with the next thing the user does.
     std::unique_ptr<TextStore> MakeStore();
 
-    // The text, byte by byte. Bytes that are no UTF-8 are shown as their numbers and kept as they are. SetBytes()
-    // clears what can be undone, finds out the line ends and the indentation, and counts as saved.
+    // The text, byte by byte. Bytes that are not UTF-8 are shown as their numbers and kept as they are.
+    // SetBytes() clears the history, detects the line ends and the indentation, and counts as saved.
     void SetBytes(std::string_view bytes);
 
-    // The same for a text that has become another one elsewhere, as an edit that can be undone. The caret and the lines
-    // that are seen stay at their text.
+    // The same for a text that another program has changed, as an edit that can be undone. The caret and the visible lines
+    // stay at their text.
     void ReadAgain(std::string_view bytes);
     std::string Bytes() const;
     LineEnds Ends() const;
@@ -92,13 +92,12 @@ public:
     void MarkSaved();
 
     long Caret() const;            // bytes
-    void GoTo(long offset);        // caret there, in the middle of what is seen when it was not seen
+    void GoTo(long offset);        // moves the caret, and scrolls it to the middle if it was out of view
     void GoToLine(long line);      // from 1
-    long FirstVisibleLine() const; // from 0; where lines are wrapped, as they are drawn
+    long FirstVisibleLine() const; // from 0; counts wrapped lines as drawn
     void ShowFromLine(long line);
 
-    // The partner of the brace at 'offset'; nothing when there is none, or none near enough to be looked for at every
-    // key.
+    // The partner of the brace at 'offset'; absent when there is none, or none near enough to search for at every key.
     std::optional<long> PartnerOf(long offset) const;
 
     // Places of the plug-in's: the left end of the baseline on the screen; and bytes under a point of the text view,
@@ -108,8 +107,8 @@ public:
     BRect TextBounds() const;
     BPoint PointOf(const QMouseEvent& event) const; // in the same coordinates
 
-    // Finds from the selection on, or from 'start' on, round the end; selects what was found. False when there is
-    // nothing. An expression that is not valid finds nothing.
+    // Finds from the selection on, or from 'start' on, and past the end from the beginning; selects the match. False
+    // when there is none. An expression that is not valid finds nothing.
     bool IsValid(const Search& search) const;
     bool Find(const Search& search);
     bool FindFrom(long start, const Search& search);
@@ -125,11 +124,11 @@ public:
     void cut() override;
     void paste() override;
 
-    // Scintilla colours what it draws. It is never made to colour the whole of a big file.
+    // Scintilla colours what it draws. This never colours the whole of a big file.
     void recolor(int start = 0, int end = -1) override;
 
 signals:
-    void ZoomAsked(int steps); // with Control and the wheel; the look that is set next may show it
+    void ZoomAsked(int steps); // by Control and the wheel; the owner sets another look
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -146,9 +145,9 @@ protected:
 
 private:
     class Store;
-    enum class By { Unknown, Store, User }; // whose doing a change is
+    enum class By { Unknown, Store, User }; // the cause of a change
 
-    // What has been done to the text by one action.
+    // The changes that one action has made to the text.
     struct Done {
         long inserted = 0;
         long removed = 0;
@@ -170,7 +169,7 @@ private:
     void FitMargin();
 
     Done As(By who, const std::function<void()>& action);
-    void ByUser(const std::function<void()>& action); // and tells the client
+    void ByUser(const std::function<void()>& action); // then reports the changes to the client
     void ByStore(const std::function<void()>& action);
     void TextModified(int offset, int kind, const char* bytes, int length, int lines, int line, int, int, int token,
                       int);
@@ -206,11 +205,11 @@ private:
     By by = By::Unknown;
     Done done;
     Selection replaced;        // the selection when the action began: typing over it takes nothing away
-    bool changeUntold = false; // by nobody known: told from the event loop
+    bool changeUntold = false; // of unknown cause: reported from the event loop
     bool toldLater = false;
-    bool readsAgain = false; // SetBytes() or ReadAgain() is at it
+    bool readsAgain = false; // during SetBytes() and ReadAgain()
     int turned = 0;          // eighths of a degree of the wheel, less than a step of the zoom
-    long numberedLines = 0;  // that the margin has been made wide enough for
+    long numberedLines = 0;  // the margin is wide enough for so many lines
     long toldCaret = 0;
     bool toldModified = false;
 };

@@ -232,7 +232,7 @@ bool CodeView::ApplyStandardKey(const QKeyEvent& event)
 
 void CodeView::PassKey(QKeyEvent& event)
 {
-    // Of a shortcut that nobody has, Scintilla would type the letter (Alt) or say that it did something (Control).
+    // For an unused shortcut, Scintilla would type the letter (Alt) or claim to have handled it (Control).
     const bool bound =
         standardCommands()->boundTo(static_cast<int>(static_cast<unsigned>(event.key()) |
                                                      (event.modifiers() & ~Qt::KeypadModifier).toInt())) != nullptr;

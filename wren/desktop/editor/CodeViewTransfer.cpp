@@ -16,7 +16,7 @@ namespace wren {
 
 namespace {
 
-// What is copied keeps its bytes between views: as text it would lose those that are no UTF-8.
+// Copied bytes stay as they are between views: as text they would lose those that are not UTF-8.
 constexpr const char* kBytesType = "application/x-wren-bytes";
 
 constexpr const char* kEnds[] = {"\n", "\r\n", "\r"}; // as LineEnds count
@@ -63,7 +63,7 @@ void CodeView::mouseReleaseEvent(QMouseEvent* event)
     });
 }
 
-// Empty when there is no NUL in it, and Scintilla puts it in.
+// Empty when it contains no NUL; then Scintilla inserts it.
 QByteArray CodeView::BytesWithNul(const QMimeData* source) const
 {
     bool rectangular = false;

@@ -15,8 +15,7 @@ struct EditorLook {
     bool showsBlanks = false;
 };
 
-// The colours of one of the two looks. What is written can be read on the paper, the caret's line, a selection and a
-// brace.
+// The colours of one of the two looks. Text is readable on the paper, the caret's line, a selection and a brace.
 struct EditorColours {
     QColor text, paper, caretLine, selection, lineNumbers, margin;
     QColor keyword, comment, string, number, preprocessor, type;

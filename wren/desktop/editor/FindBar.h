@@ -15,9 +15,9 @@ class QToolButton;
 
 namespace wren {
 
-// Hidden until it is opened. What is typed is found at once, from where the caret was. Enter finds the next match, and
-// replaces the one before where it is said with what; Shift-Enter finds the one before; Escape closes the bar and gives
-// the keyboard back to the text. GUI thread.
+// Hidden until it is opened. Typing finds at once, from the place where the caret was. Enter finds the next match; in the
+// replacement's field it first replaces the match before. Shift-Enter finds the match before. Escape closes the bar and
+// gives the keyboard back to the text. GUI thread.
 class FindBar : public QWidget {
     Q_OBJECT
 public:
@@ -25,7 +25,7 @@ public:
 
     void SetView(CodeView* view); // borrowed, may be deleted at any time; null: finds nothing
 
-    // Takes the keyboard. What is selected within a line is what is looked for, unless nothing is.
+    // Takes the keyboard. A selection within a line becomes the text to find.
     void Open();
     void Close();
 
@@ -35,7 +35,7 @@ public:
     void ReplaceAll();
 
     TextSearch Wanted() const;
-    QString Message() const; // how many there are, or why none was found
+    QString Message() const; // the number of matches, or why there is none
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -46,15 +46,15 @@ private:
     QToolButton* AddToggle(QHBoxLayout& row, const char* name, const QString& label, const QString& tip);
     void AddButton(QHBoxLayout& row, const char* name, const QString& label, void (FindBar::*pressed)());
 
-    bool CanFind(); // and says why not
+    bool CanFind(); // else shows why not
     void FindIn(bool backwards);
     void FindTyped();
     void TellCount();
     void Tell(const QString& message, bool wrong);
 
     QPointer<CodeView> view;
-    long began = 0;                 // where what is being typed is looked for
-    std::optional<Selection> shown; // what has been found of it
+    long began = 0;                 // the search for the typed text starts here
+    std::optional<Selection> shown; // the match of the typed text
     QLineEdit* find;
     QLineEdit* with;
     QToolButton* expression;

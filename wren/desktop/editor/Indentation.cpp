@@ -12,13 +12,13 @@ constexpr int kWidest = 8;
 struct Shown {
     long tabs = 0;
     long blanks = 0;
-    std::array<long, kWidest + 1> steps{}; // how often a line stands that much farther right than the one before
+    std::array<long, kWidest + 1> steps{}; // how often a line is indented that much more than the one before
 };
 
 void Count(Shown& shown, std::string_view line, size_t& before)
 {
     const std::string_view leading = LeadingBlanks(line);
-    // Empty lines say nothing, and the '*' of a comment that goes on stands one column off.
+    // Empty lines say nothing, and the '*' of a comment's further lines stands one column off.
     if (leading.size() == line.size() || line[leading.size()] == '*')
         return;
     if (leading.find('\t') != std::string_view::npos) {

@@ -1,4 +1,4 @@
-// What the lines of a file are indented with, and what a new line begins with.
+// The indentation of a file's lines, and that of a new line.
 #pragma once
 
 #include <string>
@@ -13,13 +13,13 @@ struct Indentation {
     bool operator==(const Indentation&) const = default;
 };
 
-// What most lines of the text show, or 'otherwise' when they show nothing. The width of tabs is always that of
-// 'otherwise'.
+// The indentation of most lines of the text, or 'otherwise' when no line is indented. The width of tabs is always that
+// of 'otherwise'.
 Indentation DetectIndentation(std::string_view text, Indentation otherwise);
 
 std::string_view LeadingBlanks(std::string_view line);
 
-// What the line after 'line' begins with: the same, and one level more when 'line' ends with '{'.
+// The blanks that the line after 'line' begins with: the same as its own, and one level more after a final '{'.
 std::string IndentationAfter(std::string_view line, Indentation indentation);
 
 // One level less, for a '}' whose partner is not known.

@@ -8,17 +8,17 @@
 
 namespace wren {
 
-// Scintilla ends a line at a carriage return that stands alone, too. As long as the text has none of those, Scintilla's
-// own lines are the answer, at no cost; a text that has some is read.
+// Scintilla also ends a line at a lone carriage return. While the text has none of those, Scintilla's own lines are the
+// answer, at no cost; a text with lone returns is read.
 class TextLines {
 public:
     explicit TextLines(const ViewText& text) : text(text) {}
 
     long LineAt(long offset) const;
-    long LineStart(long line) const; // the length when there is no such line
+    long LineStart(long line) const; // the text's length for a line that does not exist
     long LineEnd(long line) const;   // before its "\n"
 
-    // Before every change.
+    // Call it before every change.
     void Changing(long offset, long removed, long inserted);
 
 private:
@@ -29,7 +29,7 @@ private:
 
     ViewText text;
     mutable long loneReturns = 0;
-    mutable std::optional<Selection> inserted; // by the last change, and not looked at yet
+    mutable std::optional<Selection> inserted; // by the last change, and not examined yet
     mutable LineIndex index;                   // used when there are lone returns
 };
 

@@ -42,7 +42,7 @@ QRegularExpression ExpressionOf(const TextSearch& search)
     return QRegularExpression(pattern, options);
 }
 
-// A line as the expression sees it, and back to its bytes. A line that is no UTF-8 is taken byte by byte.
+// A line as the expression sees it, and back to its bytes. A line that is not UTF-8 is taken byte by byte.
 class Line {
 public:
     explicit Line(const std::string& bytes) : characters(QString::fromStdString(bytes))

@@ -12,8 +12,8 @@
 
 namespace wren {
 
-// Regular expressions are Perl's and match within a line. In what replaces them \0 to \9 are their groups, \n a new
-// line as the file's others are, \t a tab.
+// Regular expressions are Perl's and match within a line. In their replacement, \0 to \9 are the groups, \n is a line end
+// as in the rest of the file, and \t a tab.
 struct TextSearch {
     std::string text; // empty: finds nothing
     bool regularExpression = false;
@@ -39,9 +39,9 @@ public:
 
     // The next match after the selection (backwards: before it), round the end.
     std::optional<Found> FindNext(Selection from) const;
-    std::optional<Found> At(Selection selected) const; // what is found exactly there
+    std::optional<Found> At(Selection selected) const; // the match that is exactly the selection
 
-    long Replace(const Found& found, const std::string& with) const; // the end of what has been put in
+    long Replace(const Found& found, const std::string& with) const; // the end of the replacement
     long ReplaceAll(const std::string& with) const;
     long Count(long atMost) const;
 
@@ -59,7 +59,7 @@ private:
 
     ViewText text;
     TextSearch search;
-    bool byExpression; // an expression, or letters that need one to be told without their case
+    bool byExpression; // an expression, or letters whose case only an expression can ignore
     QRegularExpression expression;
 };
 

@@ -1,4 +1,4 @@
-// Edits of the plug-in's among those of the user, in one history: Scintilla's.
+// Keeps the plug-in's edits and the user's in one history, Scintilla's.
 #pragma once
 
 #include "wren/core/TextStore.h"
@@ -11,8 +11,8 @@
 
 namespace wren {
 
-// Scintilla's history takes numbers beside edits, and tells them when it goes back over them. Each group begins with
-// the number of its name, so that it keeps its name whatever the user types, undoes and redoes around it.
+// Scintilla's history takes numbers beside edits, and reports a number when it is undone. Each group begins with the
+// number of its name, so that it keeps its name whatever the user types, undoes and redoes around it.
 class UndoGroups {
 public:
     explicit UndoGroups(const ViewText& text) : text(text) {}
@@ -22,7 +22,7 @@ public:
     void Replace(long start, long end, std::string_view with); // in the open group, or in one of its own
 
     std::optional<std::string> Undo(); // as the store's
-    void NumberUndone(int number);     // told by Scintilla during Undo()
+    void NumberUndone(int number);     // Scintilla reports it during Undo()
 
     void Forget(); // all of the history
 
@@ -35,7 +35,7 @@ private:
 
     ViewText text;
     std::vector<Group> groups;
-    std::optional<Group> next; // begun, and nothing edited yet: an empty group is nothing to undo
+    std::optional<Group> next; // begun without an edit yet: an empty group cannot be undone
     std::optional<int> undone;
     bool open = false;
 };

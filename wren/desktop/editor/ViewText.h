@@ -1,4 +1,4 @@
-// The text inside a Scintilla view: bytes and offsets, with none of the view's strings between.
+// The text inside a Scintilla view, as bytes and offsets, without conversion to the view's strings.
 #pragma once
 
 #include "wren/core/TextStore.h"
@@ -11,7 +11,7 @@ class QsciScintillaBase;
 
 namespace wren {
 
-// As cheap to copy as a pointer, and good as long as its view. Offsets must be within the text, unless said otherwise.
+// As cheap to copy as a pointer, and valid as long as its view. Offsets must be within the text, unless said otherwise.
 // GUI thread.
 class ViewText {
 public:
@@ -27,7 +27,7 @@ public:
     std::string Copy(long start, long end) const;
     std::string All() const;
     long Find(char byte, long start, long end) const;     // the end when there is none
-    std::string_view Pointer(long start, long end) const; // until the text changes
+    std::string_view Pointer(long start, long end) const; // valid until the text changes
 
     void Replace(long start, long end, std::string_view with) const; // the caret at 'start' stays
 

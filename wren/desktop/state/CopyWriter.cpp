@@ -64,7 +64,7 @@ void CopyWriter::Work()
     idle.notify_all();
 }
 
-// No memory for a copy is no reason to lose the text itself.
+// A lack of memory for a copy must not lose the text itself.
 void CopyWriter::Carry(const std::string& file, Wish wish)
 {
     if (!wish) {

@@ -1,4 +1,4 @@
-// Writes copies of texts to the disk behind the user's back.
+// Writes copies of texts to the disk on another thread.
 #pragma once
 
 #include <condition_variable>
@@ -11,28 +11,28 @@
 
 namespace wren {
 
-// One thread does the writing, which waits for the disk, so that typing never does. There is none while nothing is to
-// be written; when the system has none to give, the caller's thread writes. A file's newest content is all that counts:
-// what was still waiting for it is passed over. Belongs to one thread.
+// One thread writes and waits for the disk, so that typing never waits. The thread exists only while something is to be
+// written; when the system cannot start it, the caller's thread writes. Only the newest content of a file counts: an
+// older one that still waits is dropped. Belongs to one thread.
 class CopyWriter {
 public:
     using OnWritten = std::function<void(const std::string& file, const std::string& problem)>; // "" for none
 
     explicit CopyWriter(OnWritten onWritten = {}); // called on the thread that writes
-    ~CopyWriter();                                 // once all is done
+    ~CopyWriter();                                 // waits until all is written
     CopyWriter(const CopyWriter&) = delete;
     CopyWriter& operator=(const CopyWriter&) = delete;
 
-    void Write(const std::string& file, std::string head, std::string text); // one behind the other
+    void Write(const std::string& file, std::string head, std::string text); // the file is the head, then the text
     void Remove(const std::string& file);
-    void Finish(); // comes back when all is done
+    void Finish(); // returns when all is written
 
 private:
     struct Copy {
         std::string head;
         std::string text;
     };
-    using Wish = std::optional<Copy>; // none: no file
+    using Wish = std::optional<Copy>; // absent: remove the file
 
     void Add(const std::string& file, Wish wish);
     void Work();

@@ -190,7 +190,7 @@ QComboBox* EditorPage::ModifierBox(const QString& name)
     return box;
 }
 
-// No key stands for two: who had the chosen one gets what it is exchanged for.
+// No key stands for two modifiers: the modifier that had the chosen key gets the key that was given up.
 void EditorPage::TakeModifierFromOthers(QComboBox* chosen)
 {
     if (isSetting)

@@ -20,14 +20,14 @@ namespace wren {
 
 class KeyTable;
 
-// Shows values and lets the user change them; whoever made the page applies them when it tells. A font that is not
+// Shows values and lets the user change them; the owner of the page applies them after Changed(). A font that is not
 // installed and keys in unusual notations come back as they were, unless the user chooses others. GUI thread.
 class EditorPage : public QWidget {
     Q_OBJECT
 public:
     explicit EditorPage(QWidget* parent = nullptr);
 
-    // The menus' own keys, and what they choose: a command that has one of them takes it away from there.
+    // The menu items that are not commands, and their keys: a command that has one of the keys takes it from the item.
     void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys);
 
     // Commands that can be bound beside those with default keys, by the names under which the plug-in registered them.
@@ -48,7 +48,7 @@ private:
     void RememberModifiers();
     void Tell();
 
-    bool isSetting = true; // so that nobody is told of what the page itself sets
+    bool isSetting = true; // the page itself sets values, which emits no Changed()
     QComboBox* font;
     QSpinBox* fontSize;
     QSpinBox* tabWidth;

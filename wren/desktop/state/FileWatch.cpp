@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 constexpr std::chrono::milliseconds kSoon(100);
 
-// What happens to files themselves is reported by the watches of the files: a busy directory tells only of names.
+// The watches of files report changes of their content; a busy directory reports names only.
 constexpr std::uint32_t kOfFiles = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_MASK_ADD;
 constexpr std::uint32_t kOfDirectories =
     IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF | IN_MASK_ADD;
@@ -99,7 +99,7 @@ void FileWatch::Take(File* file, const FileMark& mark)
     file->gone = !mark.stamp.exists;
 }
 
-// Whoever is told may unwatch the document, so nothing of it is used afterwards.
+// A receiver may unwatch the document, so nothing of it is used after a signal.
 void FileWatch::CheckOne(long document)
 {
     const auto found = files.find(document);

@@ -1,4 +1,4 @@
-// Tells when the files of open documents change on disk.
+// Reports changes to the files of open documents.
 #pragma once
 
 #include "wren/desktop/state/FileMark.h"
@@ -14,10 +14,10 @@ class QSocketNotifier;
 
 namespace wren {
 
-// Watches files and the directories they are in, so that one that is replaced by a rename is followed, and one that
-// went is found when it is back. The system reports what happens (inotify): nothing runs while nothing does. Reports
-// are looked into a tenth of a second later, when most writers are done. A file whose stamp is the known one is not
-// told of, nor one that was only touched or written again with the same content (FileMark). GUI thread.
+// Watches files and their directories, so that it follows a file that is replaced by a rename, and finds a removed file
+// when it is back. The system reports changes (inotify): nothing runs while nothing changes. It looks into a report a
+// tenth of a second later, when most writers are done. It does not report a file with the known stamp, nor one that was
+// only touched or rewritten with the same content (FileMark). GUI thread.
 class FileWatch : public QObject {
     Q_OBJECT
 public:
@@ -33,14 +33,14 @@ public:
     void Check();
 
 signals:
-    void Changed(long document);  // the content is another than it was when last told of
-    void Gone(long document);     // there is no file any more
-    void CameBack(long document); // there is one again; Changed() follows if its content is another
+    void Changed(long document);  // the content differs from the last one that was reported or saved
+    void Gone(long document);     // the file no longer exists
+    void CameBack(long document); // the file exists again; Changed() follows if its content differs
 
 private:
     struct File {
         std::string path;
-        FileMark known; // when last told of
+        FileMark known; // as last reported or saved
         bool gone = false;
     };
 

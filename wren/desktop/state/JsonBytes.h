@@ -7,7 +7,7 @@
 
 namespace wren {
 
-// A path may be any bytes. Those that are UTF-8 stand as a string, others as an array of numbers.
+// A path may be any bytes. UTF-8 becomes a string, other bytes an array of numbers.
 nlohmann::json JsonOfBytes(const std::string& bytes);
 std::string BytesOfJson(const nlohmann::json& json); // throws nlohmann::json::exception for anything else
 

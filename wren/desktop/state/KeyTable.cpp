@@ -194,8 +194,8 @@ void KeyTable::Take(QKeySequenceEdit* field)
         const QSignalBlocker quiet(field);
         field->setKeySequence(SequenceOf(before.toStdString()));
         return ShowConflicts(isForTexts
-                                 ? tr("%1 is for editing, and a command's only with Control, Alt or Meta.").arg(shown)
-                                 : tr("%1 cannot be a command's.").arg(shown));
+                                 ? tr("%1 is for editing: a command needs Control, Alt or Meta with it.").arg(shown)
+                                 : tr("%1 cannot be the key of a command.").arg(shown));
     }
     if (key == before)
         return;
@@ -223,11 +223,11 @@ QStringList KeyTable::Conflicts() const
     QStringList lines;
     for (const auto& [key, commands] : commandsOf)
         if (commands.size() > 1)
-            lines << tr("%1 has several commands: %2. The first of them runs.")
+            lines << tr("%1 is the key of several commands: %2. The first one runs.")
                          .arg(key.toString(QKeySequence::NativeText), commands.join(", "));
     for (const auto& [item, key] : menuKeys)
         if (const auto taken = commandsOf.find(key); taken != commandsOf.end())
-            lines << tr("%1 is the menus' key for \u201c%2\u201d, and now runs %3 instead.")
+            lines << tr("%1 is the menu key of \u201c%2\u201d, and now runs %3 instead.")
                          .arg(key.toString(QKeySequence::NativeText), item, taken->second.first());
     return lines;
 }

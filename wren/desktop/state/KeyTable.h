@@ -1,4 +1,4 @@
-// The commands and their keys, to be changed.
+// A table in which the user changes the keys of commands.
 #pragma once
 
 #include <QKeySequence>
@@ -15,8 +15,8 @@ class QTableWidget;
 
 namespace wren {
 
-// A row a command and a field a key. Keys that several commands or a menu have are named below, and why one was not
-// taken. GUI thread.
+// Each command has a row, and each key a field. A line below names keys that several commands or a menu have, and says
+// why a key was refused. GUI thread.
 class KeyTable : public QWidget {
     Q_OBJECT
 public:
@@ -24,7 +24,7 @@ public:
 
     explicit KeyTable(QWidget* parent = nullptr);
 
-    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys); // and what they choose
+    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys); // and the items that they choose
     void SetCommands(const std::vector<std::string>& names);
     void SetValues(const Keys& keys);
     Keys Values() const;

@@ -1,4 +1,4 @@
-// Waits for a pause in what happens, and not for ever.
+// Waits for a pause in events, but not longer than a limit.
 #pragma once
 
 #include <QDeadlineTimer>
@@ -15,7 +15,7 @@ class QuietTimer : public QObject {
 public:
     QuietTimer(std::chrono::milliseconds pause, std::chrono::milliseconds longest, QObject* parent = nullptr);
 
-    // 'more' is added to both times: what has to be done then takes longer.
+    // 'more' is added to both times, for work that takes longer.
     void Happened(std::chrono::milliseconds more = {});
     bool IsWaiting() const { return timer.isActive(); }
 

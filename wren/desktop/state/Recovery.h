@@ -17,11 +17,11 @@ struct UnsavedText {
     std::string savedAt; // for a person: date and time of the copy
     std::string file;    // where the copy is
     FileMark was;        // what the text was made from
-    bool isOld = false;  // what the file held before it was written to: the writing was cut short, and it is torn
+    bool isOld = false;  // the file's text before a save that was interrupted: the file is torn
 };
 
 // Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. A
-// copy is a line of JSON that says what it is of, and then the text. Not thread-safe.
+// copy is a line of JSON that names the document, and then the text. Not thread-safe.
 class Recovery {
 public:
     // The problem is why the copy could not be written, without a path; "" for none.
@@ -35,18 +35,18 @@ public:
     // Done soon, on another thread. A copy replaces the last one by rename.
     void Keep(long document, const std::string& path, std::string text, const FileMark& was = {});
     void Forget(long document);
-    void Finish();                                            // comes back when that is done
-    bool Holds(long document, const std::string& text) const; // in a copy that is on the disk
+    void Finish();                                            // returns when all copies are written
+    bool Holds(long document, const std::string& text) const; // true when a copy of that text is on the disk
 
-    const std::string& Problem() const { return problem; } // why no copies can be kept; "" when they can
+    const std::string& Problem() const { return problem; } // the reason why no copies can be kept; "" when they can
     static std::string Place();                            // where they are kept; "" for nowhere
 
-    // Begins again where there is no directory to keep copies in, or it was removed. True when it has begun again: what
-    // was kept has to be kept once more.
+    // Retries when there is no directory to keep copies in, or it was removed. True when there is a new directory: the
+    // texts have to be kept once more.
     bool Retry();
 
-    // What editors that are gone have left, the oldest first, also of files that they were writing (LeftOverwritten).
-    // Reading removes no text that is needed; Discard() does. A copy that is damaged is passed over and stays.
+    // The texts that ended editors have left, the oldest first, also those of files that they were writing
+    // (LeftOverwritten). Reading removes no text that is needed; Discard() does. A damaged copy is skipped and stays.
     std::vector<UnsavedText> Left() const;
     void Discard(const UnsavedText& text);
 

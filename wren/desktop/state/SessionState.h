@@ -1,4 +1,4 @@
-// What was open when the editor was left, and what was opened lately.
+// The files that were open when the editor ended, and those that were opened lately.
 #pragma once
 
 #include <string>
@@ -25,11 +25,11 @@ struct SessionState {
     bool operator==(const SessionState&) const = default;
 };
 
-// StateDirectory()/session.json. A missing or damaged file gives an empty state; nothing is lost by it but the session,
-// so nobody is asked. Save makes the directory; false when it could not be written.
+// The file is StateDirectory()/session.json. A missing or damaged file gives an empty state: only the session is lost,
+// so the user is not asked. SaveSession() makes the directory; false when the file could not be written.
 SessionState LoadSession();
-std::string SessionFile();                     // "" when there is no place for one
-std::string FormOf(const SessionState& state); // what the file holds of it
+std::string SessionFile();                     // "" without a state directory
+std::string FormOf(const SessionState& state); // the content of the file
 bool SaveSession(const SessionState& state, std::string* error);
 
 } // namespace wren

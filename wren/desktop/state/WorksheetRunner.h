@@ -16,17 +16,17 @@ class QSocketNotifier;
 namespace wren {
 
 // One command at a time. The shell is /bin/sh in a session of its own, with no input and no terminal to ask at; output
-// and errors come in the order in which they were written, as bytes. What a line leaves running in the background does
-// not keep the run from ending, and is heard no more. GUI thread.
+// and errors come in the order in which they were written, as bytes. A command that a line leaves running in the
+// background does not keep the run from ending, and its output is dropped. GUI thread.
 class WorksheetRunner : public QObject {
     Q_OBJECT
 public:
     explicit WorksheetRunner(QObject* parent = nullptr);
-    ~WorksheetRunner() override; // stops what runs, at once
+    ~WorksheetRunner() override; // kills the running command
 
     bool IsRunning() const { return isRunning; }
-    bool Run(const std::string& lines, const std::string& directory); // false when something runs already
-    void Stop(); // asks the whole group to end, and makes what is left of it after two seconds
+    bool Run(const std::string& lines, const std::string& directory); // false when a command runs already
+    void Stop(); // asks the whole group to end, and kills it after two seconds
 
 signals:
     void Output(const QByteArray& bytes);
