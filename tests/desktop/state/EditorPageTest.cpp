@@ -193,7 +193,7 @@ TEST_F(EditorPage, ResetsTheKeys)
     page.SetValues(values);
     Part<QPushButton>("reset")->click();
     EXPECT_EQ(changed.count(), 1);
-    EXPECT_EQ(page.Values().keys, DefaultKeys());
+    EXPECT_EQ(page.Values().keys, wren::DefaultKeys());
     EXPECT_EQ(page.Values().tabWidth, 8);
 }
 
