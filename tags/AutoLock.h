@@ -1,9 +1,9 @@
-// Holds a lock for the length of a scope.
+// Holds a lock for a scope.
 #pragma once
 
 #include "vetch/support/BLocker.h"
 
-// Lets go at the end only of what it got.
+// Unlocks at the end only what it has locked.
 class AutoLock {
 public:
     explicit AutoLock(BLocker& locker) : locker(locker), locked(locker.Lock()) {}

@@ -41,8 +41,8 @@ bool IsEntryOf(const char* entry, const std::string& name, const std::string& qu
     return name == entry && qualifier == entry + name.length() + 1;
 }
 
-// The entries come from a tags file, which as a rule is sorted by name already: then only the qualifiers of each name
-// are out of order, and sorting those takes a fraction of the time.
+// The entries of a tags file are usually sorted by name. Then only the qualifiers of each name need sorting, which is
+// much faster.
 void Sort(Entries& entries)
 {
     const auto disorder = std::adjacent_find(entries.begin(), entries.end(),
@@ -58,7 +58,7 @@ void Sort(Entries& entries)
     }
 }
 
-// Where the entries that have the same name as the first one end. Some names stand in ten thousand scopes.
+// The end of the entries with the first one's name. Some names stand in ten thousand scopes.
 Entry EndOfName(Entry first, Entry last)
 {
     std::ptrdiff_t step = 1;
@@ -69,7 +69,7 @@ Entry EndOfName(Entry first, Entry last)
                             [](const char* name, const char* entry) { return std::strcmp(name, entry) < 0; });
 }
 
-// The entries that a pattern is the beginning of, whatever their qualifiers: two bisections.
+// The entries that begin with a pattern, with any qualifier: two bisections.
 std::pair<Entry, Entry> Range(const char* pattern, const Entries& entries)
 {
     if (IsObjCPattern(pattern))
@@ -77,11 +77,11 @@ std::pair<Entry, Entry> Range(const char* pattern, const Entries& entries)
     std::string name;
     std::string qualifier;
     NameAndQualifier::Split(pattern, name, qualifier);
-    // The order looks at as many characters as the name has, so it is the name that is searched, not the pattern.
+    // The order compares as many characters as the name has, so the search uses the name, not the pattern.
     return std::equal_range(entries.begin(), entries.end(), name.c_str(), NameAndQualifier::PartialMatchLess(pattern));
 }
 
-// "" for a pattern without.
+// "" for a pattern without a qualifier.
 std::string QualifierOf(const char* pattern)
 {
     std::string name;
@@ -91,7 +91,7 @@ std::string QualifierOf(const char* pattern)
     return qualifier;
 }
 
-// The first names in the order of bytes, each once, of any number that come in any order.
+// The first names in byte order, each once, from any number in any order.
 class FirstNames {
 public:
     FirstNames(std::vector<std::string>& names, size_t most) : names(names), most(most) {}
@@ -101,7 +101,7 @@ public:
         if (full && name >= names[most - 1])
             return;
         names.push_back(std::move(name));
-        // As many again as are kept, so that each has to be sorted a few times only.
+        // Keeps twice the limit, so that each name is sorted a few times only.
         if (names.size() > most && names.size() - most > most)
             Cut();
     }
@@ -118,10 +118,10 @@ public:
 private:
     std::vector<std::string>& names;
     const size_t most;
-    bool full = false; // the last of 'most' names is known, and they are sorted
+    bool full = false; // the last of 'most' names is known; they are sorted
 };
 
-// Of a sorted list. Its names come in their final order: no more than 'most' are needed.
+// From a sorted list, whose names are in their final order: takes at most 'most'.
 void AddNames(const char* pattern, const Entries& entries, size_t most, FirstNames& out)
 {
     auto [entry, last] = Range(pattern, entries);
@@ -131,7 +131,7 @@ void AddNames(const char* pattern, const Entries& entries, size_t most, FirstNam
     }
 }
 
-// A name with its qualifier sorts elsewhere than the name, so any entry may be among the first.
+// The order of qualified names differs, so any entry may be among the first.
 void AddQualified(const char* pattern, const Entries& entries, const ScopeMarks& marks, FirstNames& out)
 {
     const std::string qualifier = QualifierOf(pattern);
@@ -176,9 +176,8 @@ bool CompletionCache::NeedToReload(const Tags& tags)
         systemPath.clear();
     if (NeedToReload(localPath, localTime))
         localPath.clear();
-    // The system's tags file is the same for all documents, so it is not asked which one it is. The local one is, also
-    // when there is none any more. Then both paths are empty below, which is no reason to load: the old names go on
-    // being offered.
+    // All documents share the system's tags file, so only the local path is compared. If there is no local file any
+    // more, both paths are empty below and no load starts: the old names stay.
     if (!localPath.empty() && localPath != newLocalPath)
         localPath.clear();
     if (systemPath.empty())
@@ -191,21 +190,21 @@ bool CompletionCache::LoadIfNeeded(Tags& tags, bool inBackground)
     const AutoLock hold(lock);
     if (loading)
         return false;
-    // Asked also when nothing may be loaded, for it forgets what is stale.
+    // Called even without a load: it clears the paths of stale halves.
     if (!NeedToReload(tags) || !inBackground)
         return true;
     StartLoading(std::make_unique<TagFile>(tags.System()), std::make_unique<TagFile>(tags.Local()));
     return false;
 }
 
-// Without a thread for it the cache is as it was, and the next key stroke tries again.
+// If no thread starts, the cache is unchanged and the next key stroke retries.
 void CompletionCache::StartLoading(std::unique_ptr<TagFile> systemTags, std::unique_ptr<TagFile> localTags)
 {
     loading = true;
     try {
         FThread::Run<CompletionCache, TagFile*, TagFile*>(&CompletionCache::LoadSelf, this, systemTags.get(),
                                                           localTags.get());
-        static_cast<void>(systemTags.release()); // the thread's own
+        static_cast<void>(systemTags.release()); // the thread owns it
         static_cast<void>(localTags.release());
     } catch (const std::exception&) {
         loading = false;
@@ -218,11 +217,11 @@ void CompletionCache::LoadSelf(TagFile* systemTags, TagFile* localTags)
     const std::unique_ptr<TagFile> localOwner(localTags);
     localEntries.reserve(kUsualLocalEntries);
     systemEntries.reserve(kUsualSystemEntries);
-    // Before reading: what is written to a file meanwhile makes it later than this, and so is read the next time.
+    // Before reading: a file written meanwhile is later than this and is reread the next time.
     const long newSystemTime = systemTags->TagTime();
     const long newLocalTime = localTags->TagTime();
 
-    // Nobody else writes the paths while this thread runs.
+    // No other thread writes the paths while this one runs.
     const bool loadsLocal = localPath.empty();
     const bool loadsSystem = systemPath.empty();
     if (loadsLocal) {
@@ -240,7 +239,7 @@ void CompletionCache::LoadSelf(TagFile* systemTags, TagFile* localTags)
     loading = false;
     if (vetch::ReadingIsCancelled())
         return; // its halves are still stale
-    // A file that could not be read counts as loaded all the same, or each key stroke would try again.
+    // An unreadable file counts as loaded, or each key stroke would retry.
     if (loadsLocal) {
         localPath = localTags->Path().Path();
         localTime = newLocalTime;
@@ -260,16 +259,16 @@ void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
     std::string qualifier;
     try {
         while (tagFile.Next(name, qualifier)) {
-            // Overloads stand together: those that are dropped in the end need not be made.
+            // Skips adjacent overloads, which would be dropped later.
             if (!entries.empty() && IsEntryOf(entries.back(), name, qualifier))
                 continue;
-            entries.push_back(nullptr); // first, so that no entry is lost when there is no room for it
+            entries.push_back(nullptr); // first, so that an entry is not lost without memory for its slot
             entries.back() = NameAndQualifier::NewEntry(name.c_str(), static_cast<int>(name.length()),
                                                         qualifier.c_str(), static_cast<int>(qualifier.length()));
         }
     } catch (const std::bad_alloc&) {
-        // No names at all, and none until the file changes: some would look like all, and another attempt at each key
-        // stroke would leave the rest of the system no memory either.
+        // No names until the file changes: a part would look like all of them, and a retry at each key stroke would
+        // exhaust the system's memory.
         ClearCache(entries);
         entries.shrink_to_fit();
     }
@@ -277,7 +276,7 @@ void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
     if (!vetch::ReadingIsCancelled())
         Sort(entries);
     if (vetch::ReadingIsCancelled())
-        ClearCache(entries); // some would look like all
+        ClearCache(entries); // a part would look like all
     const auto dropped = malloced_unique(entries.begin(), entries.end(), NameAndQualifier::MatchCompletionCacheEntries);
     std::for_each(dropped, entries.end(), std::free);
     entries.erase(dropped, entries.end());

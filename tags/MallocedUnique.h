@@ -1,13 +1,12 @@
-// std::unique for ranges that own what they point to.
+// std::unique for ranges that own their elements.
 #pragma once
 
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
 
-// Keeps the first of each run of equal elements of a range of malloc-ed pointers, moved to the front, and returns the
-// end of what is kept. From there on stand nulls and duplicates that are not freed yet: free() them all, then erase
-// them.
+// Moves the first of each run of equal elements to the front of a range of malloc-ed pointers, and returns the end of
+// these. Behind it are nulls and duplicates that are not freed yet: free() them all, then erase them.
 template <class Iterator, class Equal>
 Iterator malloced_unique(Iterator first, Iterator last, Equal equal)
 {
@@ -18,7 +17,7 @@ Iterator malloced_unique(Iterator first, Iterator last, Equal equal)
     for (Iterator x = std::next(slot); x != last; ++x) {
         if (equal(*kept, *x))
             continue;
-        std::free(*slot); // a duplicate that was passed over, or null
+        std::free(*slot); // a skipped duplicate, or null
         *slot = *x;
         *x = nullptr;
         kept = slot++;

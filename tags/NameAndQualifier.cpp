@@ -33,8 +33,8 @@ std::string NameAndQualifier::JoinFromEntry(const char* entry)
 
 char* NameAndQualifier::NewEntry(const char* name, int nameLength, const char* qualifier, int qualifierLength)
 {
-    // One byte more than the two terminators take. It is neither written nor read, and costs nothing as a rule:
-    // allocators round up.
+    // One byte more than the two terminators need, neither written nor read. It usually costs nothing: allocators round
+    // up.
     char* entry = static_cast<char*>(std::malloc(static_cast<size_t>(nameLength) + qualifierLength + 3));
     if (entry == nullptr)
         throw std::bad_alloc();
@@ -73,7 +73,7 @@ bool NameAndQualifier::MatchCompletionCacheEntries(const char* a, const char* b)
 
 bool NameAndQualifier::MatchName::Match(const std::string& pattern, const char* tagName)
 {
-    // A message in the text may be cut before its last part, so the selectors that it could become are found as well.
+    // A message may be cut before its last part, so a pattern also finds the selectors that it may become.
     if (IsObjCPattern(pattern))
         return ObjCMethodMatch::MatchMethodParts(pattern.c_str(), tagName);
     return MatchSkippingTemplateParams(pattern.c_str(), tagName);
@@ -81,7 +81,7 @@ bool NameAndQualifier::MatchName::Match(const std::string& pattern, const char* 
 
 bool NameAndQualifier::MatchName::PartialMatch(const std::string& pattern, const char* tagName)
 {
-    // A selector pattern is a beginning as any other pattern is, and its template arguments are left out as well.
+    // A selector pattern is a beginning like any other, with its template arguments ignored too.
     return MatchSkippingTemplateParams(pattern.c_str(), tagName, pattern.length());
 }
 
@@ -98,7 +98,7 @@ bool NameAndQualifier::MatchQualifier::Match(const std::string& patternQualifier
 
     const size_t tagLength = std::strlen(tagQualifier);
     const size_t patternLength = patternQualifier.length();
-    // At least one character has to stand before the "::": the global scope ("::Inner") is no outer one.
+    // At least one character stands before the "::": the global scope ("::Inner") does not count as an outer one.
     if (tagLength <= patternLength + 2)
         return false;
     const char* inner = tagQualifier + tagLength - patternLength;

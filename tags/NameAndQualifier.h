@@ -1,4 +1,4 @@
-// How qualified names (Outer::Inner::name) are split, joined, compared and matched against tags.
+// Splits, joins, compares and matches qualified names (Outer::Inner::name).
 #pragma once
 
 #include <string>
@@ -6,33 +6,32 @@
 // Stateless rules; any thread. Text arguments are valid NUL-terminated strings, and nothing here fails.
 //
 // An "entry" is a name with its qualifier in one malloc-ed block: name, NUL, qualifier, NUL. It reads as an ordinary C
-// string, its name, so that entries are sorted and searched as plain char*. Whoever holds an entry frees it with
-// free().
+// string, its name, so that entries are sorted and searched as plain char*. The owner of an entry frees it with free().
 class NameAndQualifier {
 public:
-    // Splits behind the last "::": "A::B::c" is "c" in "A::B", "::c" is "c" in "". A text that nothing follows the "::"
-    // of ("A::", "setValue:"), or that has none, is a name as a whole, and 'qualifier' is then left as it was.
+    // Splits behind the last "::": "A::B::c" is "c" in "A::B", "::c" is "c" in "". A text without "::", or with nothing
+    // behind it ("A::", "setValue:"), is a name as a whole; 'qualifier' is then unchanged.
     static void Split(const std::string& full, std::string& name, std::string& qualifier);
 
     // "qualifier::name", or just the name when the qualifier is empty.
     static std::string JoinFromEntry(const char* entry);
 
-    // The lengths are the true lengths of the texts.
+    // Takes the exact lengths of the texts.
     static char* NewEntry(const char* name, int nameLength, const char* qualifier, int qualifierLength);
 
-    // Points both into the entry; returns the name's length.
+    // Sets both to point into the entry; returns the name's length.
     static int FromEntry(const char* entry, const char*& name, const char*& qualifier);
 
-    // The order of names as bytes, then of qualifiers as bytes: a strict "less than".
+    // Orders by names as bytes, then by qualifiers as bytes: a strict "less than".
     static bool CompareCompletionCacheEntries(const char* a, const char* b);
 
-    // Whether both name and qualifier are the same bytes.
+    // True when name and qualifier are the same bytes.
     static bool MatchCompletionCacheEntries(const char* a, const char* b);
 
     class MatchName {
     public:
-        // Equal names, template arguments ignored; a selector pattern ("initWithFrame:") only has to begin the tag's
-        // name.
+        // Equal names, template arguments ignored; for a selector pattern ("initWithFrame:"), the tag's name begins
+        // with it.
         static bool Match(const std::string& pattern, const char* tagName);
 
         // The tag's name begins with the pattern, template arguments in either ignored.
@@ -42,7 +41,7 @@ public:
     // Matches qualifiers from their inner end: "Inner" matches "Inner" and "Outer::Inner".
     class MatchQualifier {
     public:
-        explicit MatchQualifier(const char* pattern); // a whole pattern; only its qualifier is kept
+        explicit MatchQualifier(const char* pattern); // a whole pattern; keeps only its qualifier
 
         static bool Match(const std::string& patternQualifier, const char* tagQualifier); // "" matches everything
         bool operator()(const char* entry) const;
@@ -51,11 +50,11 @@ public:
         std::string qualifier;
     };
 
-    // Orders names by as many of their first bytes as the pattern's name has: among sorted entries the names that begin
-    // with it are the equal range. Copyable.
+    // Orders names by as many of their first bytes as the pattern's name has: names that begin with it are an equal
+    // range of sorted entries. Copyable.
     class PartialMatchLess {
     public:
-        explicit PartialMatchLess(const char* pattern); // a whole pattern; its qualifier is dropped
+        explicit PartialMatchLess(const char* pattern); // a whole pattern; drops its qualifier
 
         bool operator()(const char* a, const char* b) const;
 
@@ -70,7 +69,7 @@ class ObjCMethodMatch {
 public:
     explicit ObjCMethodMatch(const char* pattern);
 
-    // Whether the tag's name begins with the whole pattern.
+    // True when the tag's name begins with the whole pattern.
     static bool MatchMethodParts(const char* pattern, const char* tagName);
 
     bool operator()(const char* a, const char* b) const;

@@ -75,23 +75,23 @@ bool PathCache::LoadIfNeeded(TagFile& tagFile, bool inBackground)
         return false;
     }
     LoadSelf(tagFile);
-    return true; // also without a file: there is nothing to wait for, and the next call tries again
+    return true; // also without a file: there is no load to wait for, and the next call retries
 }
 
-// Without a thread for it the cache is as it was, and the next search tries again.
+// If no thread starts, the cache is unchanged and the next search retries.
 void PathCache::StartLoading(std::unique_ptr<TagFile> tagFile)
 {
     loading = true;
     try {
         FThread::Run(&PathCache::LockedLoadSelf, this, tagFile.get());
-        static_cast<void>(tagFile.release()); // the thread's own
+        static_cast<void>(tagFile.release()); // the thread owns it
     } catch (const std::exception&) {
         loading = false;
     }
 }
 
-// Of an open file, which is closed then. It has no paths, until it changes, when there is no memory for all of them.
-// False when reading was cancelled: it has none, and is not loaded.
+// Reads an open file and closes it. Without memory for all paths there are none until the file changes. False, without
+// paths, when reading was cancelled.
 bool PathCache::LoadPaths(TagFile& tagFile)
 {
     try {
@@ -109,7 +109,7 @@ bool PathCache::LoadPaths(TagFile& tagFile)
 
 void PathCache::LoadSelf(TagFile& tagFile)
 {
-    // It may be open for the reader that the paths are loaded for.
+    // The reader that needs the paths may have opened it.
     tagFile.Done();
     if (!tagFile.Rewind())
         return;
@@ -122,8 +122,8 @@ void PathCache::LoadSelf(TagFile& tagFile)
 void PathCache::LockedLoadSelf(TagFile* tagFile)
 {
     const std::unique_ptr<TagFile> owner(tagFile);
-    // A file that cannot be opened leaves the cache loading for good: it is not tried again at every search, and a
-    // flush has nothing to drop.
+    // A file that cannot be opened leaves the cache loading for good: searches do not retry, and a flush has nothing to
+    // drop.
     if (!tagFile->Rewind())
         return;
     const bool isComplete = LoadPaths(*tagFile);
@@ -141,12 +141,12 @@ void PathCache::FlushIfNeeded(const BEntry* tagsEntry)
     const time_t time = TagFile(tagsEntry, "", false).TagTime();
 
     const AutoLock hold(lock);
-    // Times, not paths, are what is compared: a tags file that is put back as it was, by a version control system or
-    // from an archive, is older than before and has changed all the same. Two files of the same second count as one.
+    // Compares times, not paths, for equality: a tags file restored by a version control system or from an archive is
+    // older than before and has changed. Two files of the same second count as one.
     if (time == fileTime || loading)
         return;
     Clear();
-    loaded = false; // fileTime stays: it tells of the last load, and keeps nothing from being loaded again
+    loaded = false; // fileTime stays: it is the time of the last load and does not prevent another
 }
 
 const char* PathCache::FindNext(const char* pattern)

@@ -1,4 +1,4 @@
-// The paths that one tags file names, sorted and each once.
+// The paths in one tags file, sorted and unique.
 #pragma once
 
 #include "vetch/support/BLocker.h"
@@ -11,11 +11,11 @@
 class BEntry;
 class TagFile;
 
-// Finds the files that an include-style name means without reading the tags file again.
+// Finds the files for an include-style name without rereading the tags file.
 //
-// There is one for local tags and one for the system's, for as long as the plug-in is loaded. Their users hold
-// PathCacheLock() around every use, and take it before anything takes a cache's own lock. A background load works on
-// the paths without any lock: nobody touches them until LoadIfNeeded() has said true.
+// There is one cache for local tags and one for the system's, for as long as the plug-in is loaded. Users hold
+// PathCacheLock() around every use, and take it before a cache's own lock. A background load changes the paths without
+// a lock: do not touch them until LoadIfNeeded() has returned true.
 class PathCache {
 public:
     PathCache() = default;
@@ -27,27 +27,26 @@ public:
     static PathCache& SystemTagCache();
     static BLocker& PathCacheLock();
 
-    // True when the paths can be searched now. Otherwise they are being loaded, at the latest from this call on, by a
-    // thread of their own; when there is none to be had, the next call tries again. Without 'inBackground' they are
-    // loaded here, and the answer is true even for an unreadable file.
+    // True when the paths can be searched now. Otherwise a background thread loads them; if none starts, the next call
+    // retries. Without 'inBackground' it loads them here, and returns true even for an unreadable file.
     bool LoadIfNeeded(TagFile& tagFile, bool inBackground);
 
     // Loads now, from the beginning, and closes 'tagFile'. An unreadable file changes nothing.
     void LoadSelf(TagFile& tagFile);
 
-    // The background thread's work; deletes 'tagFile'.
+    // Runs on the background thread; deletes 'tagFile'.
     void LockedLoadSelf(TagFile* tagFile);
 
-    // Drops the paths when the tags file has not the time that they were loaded at, unless they are being loaded.
+    // Drops the paths if the tags file's time differs from the time of their load, unless a load runs.
     void FlushIfNeeded(const BEntry* tagsEntry);
 
-    // The next path that 'pattern' means, in sorted order; null after the last one, and then from the beginning again.
-    // The result lives until the paths are dropped.
+    // The next path that matches 'pattern', in sorted order; null after the last one, and then again from the
+    // beginning. The result is valid until the paths are dropped.
     const char* FindNext(const char* pattern);
     void Rewind(); // the next search starts from the beginning
 
     void Clear();
-    time_t FileTime(); // the tags file's when the paths were loaded, 0 when they never were; outlives a flush
+    time_t FileTime(); // the tags file's time at the last load, 0 before any; a flush keeps it
 
 private:
     void StartLoading(std::unique_ptr<TagFile> tagFile);

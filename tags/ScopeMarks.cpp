@@ -6,7 +6,7 @@
 
 namespace {
 
-// Of a text, a character after the other.
+// Hashes a text one character at a time.
 class Hash {
 public:
     void Begin() { value = kBasis; }

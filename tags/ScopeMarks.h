@@ -1,4 +1,4 @@
-// Tells most entries of a list that are not in a scope from those that are, without looking at them.
+// Excludes most entries outside a scope without reading their texts.
 #pragma once
 
 #include <cstddef>
@@ -6,25 +6,25 @@
 #include <string>
 #include <vector>
 
-// Thousands of names may begin alike, and looking at the scope of each takes longer than a key stroke may: their texts
-// lie all over the memory. The marks lie side by side. They only ever leave out entries that
-// NameAndQualifier::MatchQualifier would not accept.
+// Thousands of names may begin alike, and their scopes are scattered over the memory: to read them all takes longer
+// than a key stroke may. The marks are contiguous. They exclude only entries that NameAndQualifier::MatchQualifier
+// rejects.
 class ScopeMarks {
 public:
-    // Of entries as NameAndQualifier has them; the marks that were there before are forgotten.
+    // Replaces all marks by those of the entries, which have NameAndQualifier's form.
     void Make(const std::vector<char*>& entries);
 
-    // The first entry from 'first' on, and before 'last', that may match the qualifier of a pattern, which is not
-    // empty; 'last' when there is none. Numbers of the entries that the marks were made of.
+    // The first entry in [first, last) that may match the qualifier of a pattern, which is not empty; 'last' without
+    // one. Indices of the entries given to Make().
     size_t Find(const std::string& qualifier, size_t first, size_t last) const;
 
 private:
-    // Of scopes that match one another, what is behind the last colon is the same, as far as no template arguments
-    // follow; these are left out of the comparison, and may stand anywhere.
+    // Scopes that match each other have the same text behind the last colon, up to template arguments. These are not
+    // compared, and may stand anywhere.
     struct Mark {
-        uint16_t whole;     // of what is behind the last colon
-        uint16_t front;     // of what is behind the last colon in front of the first '<'; as 'whole' without any
-        uint32_t arguments; // a bit for what is between the last colon and the '<', of each '<'
+        uint16_t whole;     // hash of the text behind the last colon
+        uint16_t front;     // hash from the last colon before the first '<' to that; as 'whole' without any
+        uint32_t arguments; // for each '<', one bit for the text from the last colon to it
     };
 
     static Mark MarkOf(const char* scopes);

@@ -1,4 +1,4 @@
-// Sorting very many strings, as long as it takes or until reading is cancelled.
+// Sorts very many strings, to the end or until reading is cancelled.
 #pragma once
 
 #include "vetch/support/Cancellation.h"
@@ -7,8 +7,8 @@
 #include <new>
 #include <vector>
 
-// Sorts the pointers; false when reading was cancelled meanwhile, which leaves them as they were. It takes as much
-// memory again as the pointers themselves do, if that is there; otherwise they are sorted where they are, to the end.
+// Sorts the pointers; when reading is cancelled, returns false and leaves them unchanged. Needs a copy of the pointers;
+// without memory for it, sorts in place, to the end.
 template <class Less>
 bool SortUnlessCancelled(std::vector<char*>& strings, Less less)
 {
@@ -17,7 +17,7 @@ bool SortUnlessCancelled(std::vector<char*>& strings, Less less)
         return vetch::ReadingIsCancelled() ? throw Cancelled() : less(a, b);
     };
     try {
-        std::vector<char*> sorted = strings; // a sort that is left half-way loses some
+        std::vector<char*> sorted = strings; // an interrupted sort loses some
         std::sort(sorted.begin(), sorted.end(), lessOrThrow);
         strings.swap(sorted);
     } catch (const Cancelled&) {

@@ -16,8 +16,8 @@ bool FindTags(BEntry* entry)
         const BDirectory directory(entry);
         if (directory.InitCheck() != B_OK)
             break;
-        // Whatever is called "tags" ends the walk, even a directory, which then hides the file above it and is read as
-        // a tags file without tags. A link is not followed: its own directory is what the tags file's paths start from.
+        // Anything called "tags" ends the walk, even a directory, which then hides the file above it and reads as a
+        // tags file without tags. Links are not followed: the tags file's paths are relative to the link's directory.
         BEntry found;
         if (directory.FindEntry("tags", &found) == B_OK) {
             *entry = found;
@@ -34,8 +34,8 @@ bool FindSystemTags(BEntry* entry)
 {
     const std::string home = Home();
     if (home.empty()) {
-        // No error, so not on the error output: lookups go on with local tags alone. Who started the editor from a
-        // terminal sees it there.
+        // Not an error, so not on standard error: lookups continue with local tags alone. In a terminal the user sees
+        // it.
         std::fputs("No $HOME!", stdout);
         return false;
     }
@@ -76,7 +76,7 @@ bool MatchesPath(const char* path, int pathLength, const char* pattern, int patt
     if (PathEndsWith(path, pathLength, pattern, patternLength))
         return true;
 
-    // Headers of a framework lie deeper than they are included: "AppKit/NSView.h" is
+    // Headers of a framework lie deeper than their include names: "AppKit/NSView.h" is
     // ".../AppKit.framework/Headers/NSView.h". There are no headers in folders below those.
     const char* slash = std::strchr(pattern, '/');
     if (slash == nullptr || slash[1] == '\0' || std::strchr(slash + 1, '/') != nullptr)

@@ -1,30 +1,30 @@
-// Where a document's tags files are, and which paths an include-style name means.
+// Finds a document's tags files, and matches paths with include-style names.
 #pragma once
 
 class BEntry;
 class PluginInterface;
 
-// Sets 'entry', a directory, to the nearest "tags" at or above it, of whatever kind; unset, and false, when there is
-// none or the directory cannot be opened.
+// Sets 'entry', a directory, to the nearest "tags" at or above it, of any kind. Unsets it and returns false when there
+// is none or the directory cannot be opened.
 bool FindTags(BEntry* entry);
 
-// Sets 'entry' to the user's system tags file, there or not, and tells whether it is. Without a home directory it says
-// so on standard output, leaves 'entry' alone and answers false.
+// Sets 'entry' to the path of the user's system tags file; true when the file exists. Without a home directory it
+// prints a message on standard output and returns false; 'entry' is unchanged.
 bool FindSystemTags(BEntry* entry);
 
-// Both files for the current document, or for a directory; true when at least one is there. A local file that is not
-// there gives an unset entry.
+// Both files for the current document, or for a directory; true when at least one exists. A missing local file gives an
+// unset entry.
 bool FindTags(PluginInterface* host, BEntry& localTags, BEntry& systemTags); // document thread only
 bool FindTags(const char* directory, BEntry& localTags, BEntry& systemTags);
 
-// As FindTags for the current document, but when there is neither file the user is asked whether to make them; false
-// all the same, whatever the answer: the command is given again once they are there. Document thread only.
+// As FindTags for the current document, but without either file it asks the user whether to make them. Returns false
+// then, whatever the answer: the user repeats the command later. Document thread only.
 //
-// Defined in generate/, which stands above this folder.
+// Defined in generate/, a higher floor.
 bool FindOrCreateTags(PluginInterface* host, BEntry& localTags, BEntry& systemTags);
 
-// Whether the suffix is the end of the path, in whole components: "bc.h" ends "/a/bc.h", "c.h" does not.
+// True when the suffix ends the path in whole components: "bc.h" ends "/a/bc.h", "c.h" does not.
 bool PathEndsWith(const char* path, int pathLength, const char* suffix, int suffixLength);
 
-// Whether an include-style name means the path: its end, or "Framework/Header.h" for a header of that framework.
+// True when an include-style name matches the path: as its end, or as "Framework/Header.h" for a framework's header.
 bool MatchesPath(const char* path, int pathLength, const char* pattern, int patternLength);

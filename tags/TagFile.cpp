@@ -23,12 +23,12 @@ namespace {
 
 constexpr uint32 kUnread = FourCC("tgur"); // "path", "why"
 
-// A longer line is read in pieces, each of them a line of its own. A tag's name, file and position stand well within
-// the first; what the other pieces hold is hardly ever a tag, and is treated like any other text: stepped over, or, for
-// a search that stops at a mismatch, the end.
+// A longer line is read in pieces, each a line of its own. A tag's name, file and position lie well within the first
+// piece. Other pieces are hardly ever tags; like any other text they are skipped, or end a search that stops at a
+// mismatch.
 constexpr size_t kLineSize = tagsfile::kLongestLine + 1;
 
-// For cutting it into fields; a NUL byte in it ends what is seen of it.
+// Copies the line for splitting; a NUL byte ends it.
 char* Copy(std::string_view line, char (&text)[kLineSize])
 {
     std::memcpy(text, line.data(), line.length());
@@ -41,7 +41,7 @@ bool IsPseudoTag(std::string_view line)
     return line.front() == '!';
 }
 
-// The fields of a line, cut off one after the other and in place. A field that is not there is null.
+// A line's fields, split off in order and in place. A missing field is null.
 class Fields {
 public:
     explicit Fields(char* line) : rest(line) {}
@@ -51,7 +51,7 @@ public:
     const char* Kind() { return Cut<'\t', ';', '"'>(); }
     const char* Scope() { return Cut<'\n'>(); }
 
-    // Only a number will do. A search pattern makes a line unusable, because lookups open files at lines.
+    // Accepts only a number. A search pattern makes a line unusable: lookups open files at lines.
     bool Line(int& line)
     {
         const char* command = Cut<'\t', ';'>();
@@ -66,7 +66,7 @@ public:
     }
 
 private:
-    // Delimiters in front of a field are passed over, so no field is empty.
+    // Skips delimiters before a field, so no field is empty.
     template <char... delimiters>
     char* Cut()
     {
@@ -79,7 +79,7 @@ private:
         return *field == '\0' ? nullptr : field;
     }
 
-    // Where a field ends. Those that end at several delimiters are so short that looking at each character is fastest.
+    // The end of a field. Fields with several delimiters are so short that a loop is fastest.
     template <char... delimiters>
     static char* End(char* field)
     {
@@ -93,7 +93,7 @@ private:
     char* rest;
 };
 
-// The walk goes on behind a token that it has found, so "class:struct:X" is X.
+// Repeats behind each token, so "class:struct:X" is X.
 bool StripClassTokens(const char*& text)
 {
     bool found = false;
@@ -106,22 +106,22 @@ bool StripClassTokens(const char*& text)
     return found;
 }
 
-// Further fields of the line stay on the qualifier: they follow a tab, which no pattern's qualifier contains.
+// The qualifier includes the line's further fields: they follow a tab, which no pattern's qualifier contains.
 const char* QualifierIn(const char* scope)
 {
     return scope != nullptr && StripClassTokens(scope) ? scope : "";
 }
 
-// What every matching name begins with: template arguments are left out of the comparison, what is before them is not.
-// A name has no tab in it.
+// The common beginning of all matching names: the text before template arguments, which are not compared. Names do not
+// contain tabs.
 std::string StartOfMatches(const std::string& namePattern)
 {
     const std::string base(namePattern.c_str(), scan::BaseLength(namePattern.c_str()));
     return base.substr(0, base.find('\t'));
 }
 
-// Whether it takes a closer look to tell that the line's name does not match; most lines leave here, after one
-// comparison. Tabs before a name are no part of it.
+// False when the line's name cannot match; most lines leave here, after one comparison. Tabs before a name are not part
+// of it.
 template <class Match>
 bool MayMatch(const std::string& start, std::string_view line, Match)
 {
@@ -136,7 +136,8 @@ bool MayMatch(const std::string&, std::string_view, TagFile::AnyMatch)
     return true;
 }
 
-// Whether it is known that all lines from the first with another start on can be left out. Every line matches any.
+// Skips to the first possible match; true when all lines behind the matches can be left out. AnyMatch accepts every
+// line.
 template <class Match>
 bool SkipToMatches(tagsfile::TagLines& lines, const std::string& start, Match)
 {
@@ -182,7 +183,7 @@ char* Copied(const char* text)
     return copy;
 }
 
-// Has the user told: posts to the application, if there is one. Any thread.
+// Posts to the application, which tells the user; does nothing without one. Any thread.
 void ReportUnread(const char* path, const std::string& why)
 {
     if (be_app == nullptr)
@@ -212,7 +213,7 @@ TagFile::TagFile(const TagFile& other)
 {
 }
 
-// A file that is still open is not closed, and lost: closing is left to Done(), here as at destruction.
+// Leaks a file that is still open: only Done() closes, as at destruction.
 bool TagFile::Rewind()
 {
     if (!lines.Open(path.Path()))
@@ -252,8 +253,8 @@ bool TagFile::Next(std::string& name, std::string& qualifier)
         int ignoredLine;
         if (tagName == nullptr || fields.File() == nullptr || !fields.Line(ignoredLine) || fields.Kind() == nullptr)
             continue;
-        // Nobody asks here whether the source exists: completions read every tag there is, which would ask the system a
-        // million times. So they also offer what is in sources that are gone.
+        // Does not check the source: completions read all tags, and a million checks take too long. So they also offer
+        // tags of missing sources.
         qualifier = QualifierIn(fields.Scope());
         name = tagName;
         return true;
@@ -281,7 +282,7 @@ bool TagFile::NextMatch(std::string& name, std::string& qualifier, char& kind, E
             if (stopAtMismatch)
                 return false;
             if (skips && whole >= startOfMatches) {
-                lines.GoToEnd(); // as if it had been read to the end
+                lines.GoToEnd(); // as after reading it all
                 return false;
             }
             if (!skips)
@@ -300,7 +301,7 @@ bool TagFile::NextMatch(std::string& name, std::string& qualifier, char& kind, E
         const char* file = fields.File();
         if (file == nullptr)
             continue;
-        // The tags of a name in one file stand together: looking for the file once will do for those passed over below.
+        // The tags of a name in one file are adjacent: one check of the file serves the skipped ones too.
         if (source != file) {
             if (!FindSource(file, ref))
                 continue;
@@ -312,7 +313,7 @@ bool TagFile::NextMatch(std::string& name, std::string& qualifier, char& kind, E
         if (tagKind == nullptr)
             continue;
         kind = *tagKind;
-        // The tags of a name stand together whatever their qualifiers, so another qualifier is no reason to stop.
+        // The tags of a name are adjacent with all their qualifiers, so another qualifier does not end the search.
         const char* tagQualifier = QualifierIn(fields.Scope());
         if (!QualifierMatches(qualifierPattern, tagQualifier, match))
             continue;
@@ -327,14 +328,13 @@ template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, i
 template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, int&, bool, PartialMatch);
 template bool TagFile::NextMatch(std::string&, std::string&, char&, EntryRef&, int&, bool, AnyMatch);
 
-// Sets 'ref' to a source that exists, and looks at its date. The reference stays even if the rest of its line turns out
-// to be no tag.
+// Sets 'ref' to an existing source and checks its date. 'ref' stays set even if the rest of the line is not a tag.
 bool TagFile::FindSource(const char* file, EntryRef& ref)
 {
     std::string source = DeEscaped(file);
     if (source[0] != '/')
         source.insert(0, Directory() + "/");
-    // As a BEntry does, which would ask the system for the file's status once more for the date.
+    // Equals a BEntry, which would need a second status call for the date.
     const EntryRef found(source.c_str());
     struct stat status;
     if (::lstat(found.Path().c_str(), &status) != 0)
@@ -350,9 +350,8 @@ std::string TagFile::Directory() const
     return whole.substr(0, whole.rfind('/'));
 }
 
-// Only a source with next to nothing in it makes a tags file out of date: its tags are all wrong now. A source that is
-// being worked on is newer than its tags most of the time, and most of those are still right; to make them anew at
-// every lookup after every save would keep the machine busy.
+// Only a nearly empty source makes a tags file stale: all its tags are wrong. A source in work is usually newer than
+// its tags, most of which are still right; a rebuild at every lookup after every save would keep the machine busy.
 void TagFile::CheckDate(const EntryRef& source, const struct stat& status)
 {
     constexpr off_t kLargestSize = 9;
@@ -365,7 +364,7 @@ void TagFile::CheckDate(const EntryRef& source, const struct stat& status)
 
 void TagFile::LoadPathCache(std::vector<char*>& paths)
 {
-    // Most lines name a file that was met before, which is found out here without comparing long, much alike paths.
+    // Most lines repeat a file: finds it without comparing long, similar paths.
     std::unordered_set<std::string_view> known(paths.begin(), paths.end());
     std::string_view line;
     char text[kLineSize];
@@ -376,11 +375,11 @@ void TagFile::LoadPathCache(std::vector<char*>& paths)
         const char* file = fields.Name() != nullptr ? fields.File() : nullptr;
         if (file == nullptr || known.count(file) != 0)
             continue;
-        // The path is kept as it is written: a blank in a file's name is found only by a pattern with the escape.
+        // Keeps the path escaped: only a pattern with the escape finds a blank in a file's name.
         paths.push_back(nullptr);
         paths.back() = Copied(file);
         known.insert(paths.back());
     }
-    // At the end: to keep them sorted meanwhile takes hours where there are millions, each before most of the others.
+    // Sorts once, at the end: with millions of paths, to keep them sorted takes hours.
     SortUnlessCancelled(paths, Less);
 }

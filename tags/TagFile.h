@@ -1,4 +1,4 @@
-// One tags file being read, a line at a time.
+// Reads one tags file line by line.
 #pragma once
 
 #include "tagsfile/TagLines.h"
@@ -13,21 +13,20 @@ class BEntry;
 struct EntryRef;
 struct stat;
 
-// Reads what ctags writes with line numbers as ex-commands ("--excmd=number"); the lines of a file with search patterns
-// are all stepped over.
+// Reads the output of ctags with line numbers as ex-commands ("--excmd=number"); skips lines with search patterns.
 //
-// Reading never fails half-way: a line that is not a tag is stepped over in silence. Not thread-safe; a copy is
-// independent of its original and starts closed, which is how a background load gets a reader of its own. Destruction
-// does not close the file: who stops reading before a reader has said false calls Done().
+// Reading does not fail half-way: a line that is not a tag is skipped silently. Not thread-safe; a copy is independent
+// of its original and starts closed, so a background load uses a copy. Destruction does not close the file: call Done()
+// if you stop before a reader returns false.
 class TagFile {
 public:
-    // Which names a search accepts.
+    // The names that a search accepts.
     struct ExactMatch {};   // the pattern's name, template arguments ignored; a selector pattern is a beginning
     struct PartialMatch {}; // names that begin with the pattern's name
-    struct AnyMatch {};     // all names, whatever their qualifiers
+    struct AnyMatch {};     // all names, with any qualifier
 
-    // 'entry' need not exist and may be null; 'pattern' may be qualified ("Outer::Inner::name"). With 'checkDates',
-    // NextMatch() finds out whether sources are newer than the tags file.
+    // 'entry' may be missing or null; 'pattern' may be qualified ("Outer::Inner::name"). With 'checkDates', NextMatch()
+    // checks whether sources are newer than the tags file.
     TagFile(const BEntry* entry, const std::string& pattern, bool checkDates);
     TagFile(const TagFile& other);
     TagFile& operator=(const TagFile&) = delete;
@@ -36,31 +35,30 @@ public:
     bool Rewind();
     void Done(); // closes the file if it is open
 
-    // The readers answer false at the end of the file, or when it is closed; they do not close it.
+    // The readers return false at the end of the file and when it is closed; they do not close it.
 
-    // The next tag's name and qualifier ("" for none), whether or not its source file exists.
+    // The next tag's name and qualifier ("" for none), even without its source file.
     bool Next(std::string& name, std::string& qualifier);
 
-    // The next tag that matches the pattern and whose source file exists. With 'stopAtMismatch' the first line whose
-    // name does not match ends the search. The outputs mean nothing after false. Instantiated for the three kinds of
-    // match.
+    // The next tag that matches the pattern and whose source file exists. With 'stopAtMismatch' the first line with
+    // another name ends the search. The outputs are undefined after false. Instantiated for the three kinds of match.
     template <class Match>
     bool NextMatch(std::string& name, std::string& qualifier, char& kind, EntryRef& ref, int& line, bool stopAtMismatch,
                    Match);
 
-    // Adds the file field of each remaining line, exactly as it is written, to 'paths', which is sorted by strcmp and
-    // free of duplicates and stays so, unless reading is cancelled. Added strings are to be freed with free(). Throws
-    // std::bad_alloc; then the paths are in no order, and may be null.
+    // Adds the file field of each remaining line, unchanged, to 'paths', which is sorted by strcmp without duplicates
+    // and stays so, unless reading is cancelled. Free added strings with free(). Throws std::bad_alloc; then the paths
+    // are unsorted and may be null.
     void LoadPathCache(std::vector<char*>& paths);
 
-    // Strips "class:", "namespace:", "struct:" and "union:" from the front of a scope text and gives the rest as the
-    // qualifier; both stay as they are when none is there, or when 'text' is null.
+    // Strips "class:", "namespace:", "struct:" and "union:" from the front of a scope text; the rest is the qualifier.
+    // Both are unchanged when there is none, or when 'text' is null.
     static void SkipClassToken(const char*& text, std::string& qualifier);
 
-    time_t TagTime() const; // when the tags file was modified; 0 when that cannot be found out
+    time_t TagTime() const; // modification time; 0 when unknown
     const BPath& Path() const { return path; }
-    bool OutOfDate() const { return outOfDate; } // whether a search has met a source that is newer; never in a copy
-    const std::string& NewerSource() const { return newerSource; } // the first of them, "" for none
+    bool OutOfDate() const { return outOfDate; } // whether a search has met a newer source; false in copies
+    const std::string& NewerSource() const { return newerSource; } // the first newer source, "" for none
 
 private:
     bool FindSource(const char* file, EntryRef& ref);

@@ -58,8 +58,8 @@ bool Tags::Next(std::string& name, std::string& qualifier, char& kind, EntryRef&
     return NextMatch(name, qualifier, kind, ref, line, isSystem, false, TagFile::AnyMatch());
 }
 
-// A search that has accepted a local tag goes on with 'stopAtMismatch' set, also in the system's file from its first
-// line. So it finds what the system has only when nothing local matched: what is near hides what is far.
+// After a local match a search continues with 'stopAtMismatch' set, also from the system file's first line. So it finds
+// system tags only if nothing local matched: near tags hide far ones.
 template <class Match>
 bool Tags::NextMatch(std::string& name, std::string& qualifier, char& kind, EntryRef& ref, int& line, bool& isSystem,
                      bool stopAtMismatch, Match match)
@@ -87,7 +87,7 @@ bool Tags::NextFileMatch(std::string& path)
     const AutoLock hold(PathCache::PathCacheLock());
     const char* found = nullptr;
     if (readingLocal) {
-        // An unreadable local file has no paths, and the search goes on.
+        // An unreadable local file has no paths; the search continues.
         PathCache::LocalTagCache().LoadIfNeeded(local, false);
         found = PathCache::LocalTagCache().FindNext(namePattern.c_str());
         if (found == nullptr && !GoOnWithSystem())
