@@ -1,4 +1,4 @@
-// What a process leaves that is killed in the middle of its work.
+// The state that a killed process leaves.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,7 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// Has a process of its own do something, and killed after it.
+// Runs the action in a child process; the action kills it with the function that it gets.
 template <class Action>
 void DoAndBeKilled(const Action& action)
 {

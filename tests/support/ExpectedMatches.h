@@ -1,11 +1,11 @@
-// What another program read in the tags of all headers of this machine (tests/tags/headers).
+// Results of another program for the tags of all headers of this machine (tests/tags/headers).
 #pragma once
 
 #include <fstream>
 #include <string>
 #include <vector>
 
-// Each name is a search of the whole file, which takes ten times as long with sanitizers: they try one name in ten.
+// Each name searches the whole file, which takes ten times as long with sanitizers: they try one name in ten.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr size_t kLookupStep = 10;
 #else
@@ -14,7 +14,7 @@ constexpr size_t kLookupStep = 1;
 
 struct ExpectedLookup {
     std::string pattern;
-    // In the file's order "name kind line file qualifier", between tabs; of completions the names that are offered.
+    // In the file's order "name kind line file qualifier", separated by tabs; for completions, the offered names.
     std::vector<std::string> matches;
 };
 

@@ -1,4 +1,4 @@
-// A host for unit tests: a document as a string, and a record of what the plug-in asked for.
+// A host for unit tests: a document as a string, and a record of the plug-in's calls.
 #pragma once
 
 #include "plugin/PluginInterface.h"
@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-// The document is written with its selection in it: "|" is a caret, "[[" and "]]" enclose a selection. A document
-// without either has its caret at 0.
+// The document's text contains its selection: "|" is a caret, "[[" and "]]" enclose a selection. Without either the
+// caret is at 0.
 class FakeHost : public PluginInterface {
 public:
     explicit FakeHost(const std::string& markedText = "") { SetMarked(markedText); }

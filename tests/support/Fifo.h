@@ -1,4 +1,4 @@
-// Where a test waits for a program that it has started.
+// Lets a test wait for a program that it has started.
 #pragma once
 
 #include "tests/support/TempDirectory.h"
@@ -11,13 +11,13 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// A named pipe that the test reads or writes, and programs by its path.
+// A named pipe for the test and, by its path, for programs.
 class Fifo {
 public:
     Fifo() : path(directory / "fifo")
     {
         ::mkfifo(path.c_str(), 0600);
-        descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC); // both ends, so that no opening waits
+        descriptor = ::open(path.c_str(), O_RDWR | O_CLOEXEC); // both ends, so that opening does not wait
     }
     ~Fifo() { ::close(descriptor); }
     Fifo(const Fifo&) = delete;
@@ -25,7 +25,7 @@ public:
 
     const std::string& Path() const { return path; }
 
-    // The next line, without its end, that somebody writes; what has been read of it when the process ends first.
+    // The next line that a program writes, without its end; a part of it if the process ends first.
     std::string ReadLine(pid_t process) const
     {
         const int end = static_cast<int>(::syscall(SYS_pidfd_open, process, 0));

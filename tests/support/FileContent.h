@@ -1,4 +1,4 @@
-// What is in files and directories, for tests that compare it.
+// Contents of files and directories, for comparisons.
 #pragma once
 
 #include <algorithm>
@@ -15,7 +15,7 @@ inline std::string Content(const std::string& path)
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// In the order of their bytes.
+// In byte order.
 inline std::vector<std::string> NamesIn(const std::string& directory)
 {
     std::vector<std::string> names;

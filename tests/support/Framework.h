@@ -1,4 +1,4 @@
-// The framework around a unit test: an application, a screen that nobody sees, and a clock that stands still.
+// The framework for a unit test: an application, a headless display, and a stopped clock.
 #pragma once
 
 #include "tests/support/WaitLimit.h"
@@ -15,11 +15,11 @@
 #include <string>
 #include <vector>
 
-// The editor's application, as far as what it is sent goes.
+// The editor's application, reduced to the messages that it receives.
 class RecordingApplication : public BApplication {
 public:
     struct Opened {
-        std::string path; // "" for a reference that names nothing
+        std::string path; // "" for an empty reference
         int32 line = -1;  // -1 when the message had none
 
         bool operator==(const Opened&) const = default;
@@ -29,8 +29,8 @@ public:
         BMessage message;
     };
     std::vector<Opened> opened;
-    std::vector<ToDocument> toDocuments; // what windows send back to documents
-    std::vector<uint32> others;          // codes of all other messages than 'opened', those to documents among them
+    std::vector<ToDocument> toDocuments; // messages from windows to documents
+    std::vector<uint32> others;          // codes of all messages but 'opened', including those to documents
 
     void MessageReceived(BMessage* message) override
     {
@@ -58,7 +58,7 @@ private:
     }
 };
 
-// Make it first in a test: it quits what is left open, waits for threads and then takes the application away.
+// Construct it first in a test. Its destructor quits open windows, waits for threads, and then removes the application.
 class Framework {
 public:
     static constexpr bigtime_t kStart = 1000000;
@@ -94,7 +94,7 @@ public:
         for (const vetch::LooperToken token : vetch::Loopers())
             if (BLooper* looper = vetch::FindLooper(token); looper != nullptr && looper != be_app)
                 looper->Quit();
-        vetch::Settle(); // with it go the windows that a quit one's last message was still making
+        vetch::Settle(); // also destroys windows that the last message of a quit window was making
     }
 
     // The plug-in's windows, as a user sees them.

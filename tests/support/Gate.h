@@ -1,4 +1,4 @@
-// Where threads of a test wait for each other.
+// Lets threads of a test wait for each other.
 #pragma once
 
 #include "tests/support/WaitLimit.h"
@@ -6,7 +6,7 @@
 #include <condition_variable>
 #include <mutex>
 
-// Closed until it is opened, then open for good. Any thread.
+// Closed at first; once opened, it stays open. Any thread.
 class Gate {
 public:
     void Open()

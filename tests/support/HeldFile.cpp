@@ -8,7 +8,7 @@
 namespace {
 
 std::mutex gMutex;
-std::set<std::string> gHeld; // paths: the numbers of files come again when those are gone
+std::set<std::string> gHeld; // paths, since inode numbers are reused
 
 bool IsHeld(const char* path)
 {
@@ -30,7 +30,7 @@ bool MakeHeldFile(const std::string& path)
     return true;
 }
 
-// base::OpenPlainFile(), which the linker has the program's own code call by these names.
+// The linker wraps base::OpenPlainFile() in the program's own code with these names.
 extern "C" int __real__ZN4base13OpenPlainFileEPKc(const char* path);
 
 extern "C" int __wrap__ZN4base13OpenPlainFileEPKc(const char* path)

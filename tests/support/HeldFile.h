@@ -1,9 +1,8 @@
-// Files whose readers have to wait until the test lets them go on.
+// Files whose readers wait until the test continues them.
 #pragma once
 
 #include <string>
 
-// In programs that link test_held_files, a named pipe that this makes is read as a plain file on a very slow disk would
-// be: whoever opens it waits until the test opens it for writing, and has read it when that is closed again. False when
-// it cannot be made.
+// Makes a named pipe. Programs that link test_held_files read it as a plain file on a very slow disk: a reader waits
+// until the test opens it for writing, and reaches the end when the test closes it. False when it cannot be made.
 bool MakeHeldFile(const std::string& path);

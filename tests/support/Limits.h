@@ -1,4 +1,4 @@
-// Resources that the system gives no more of, for as long as one of these lives.
+// Limits on system resources, each for the lifetime of an object.
 #pragma once
 
 #include <cstdio>
@@ -22,13 +22,13 @@ private:
     rlimit before;
 };
 
-// No further file can be opened.
+// No more files can be opened.
 class NoDescriptors : Limit {
 public:
     NoDescriptors() : Limit(RLIMIT_NOFILE, 0) {}
 };
 
-// Where a sanitizer keeps its shadows, memory cannot be limited: it ends the process when it gets none.
+// Memory cannot be limited with sanitizers: they abort without memory for their shadows.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool kMemoryCanBeLimited = false;
 #elif defined(__has_feature)
@@ -41,8 +41,8 @@ constexpr bool kMemoryCanBeLimited = true;
 constexpr bool kMemoryCanBeLimited = true;
 #endif
 
-// The process gets this much more memory at most, beside what it has used before and has free again: only one that has
-// just begun has next to nothing of that.
+// Limits the process to this much additional memory. Memory that it has freed before does not count: use it at the
+// start of a process.
 class LittleMemory : Limit {
 public:
     explicit LittleMemory(rlim_t more) : Limit(RLIMIT_AS, Used() + more) {}

@@ -1,4 +1,4 @@
-// An output that nobody reads any more, as behind "| head -1" once head has what it wants.
+// An output whose reader is gone, as after "| head -1".
 #pragma once
 
 #include <csignal>
@@ -24,7 +24,7 @@ private:
     int output;
 };
 
-// While it lives, programs are started with a signal ignored, or with its usual answer.
+// While it lives, programs start with a signal ignored, or with its default action.
 class StartedWith {
 public:
     StartedWith(int signal, void (*answer)(int)) : signal(signal), before(std::signal(signal, answer)) {}

@@ -1,4 +1,4 @@
-// The system's own limit on threads, for this process or for a program that it runs.
+// The system's limit on threads, for this process or for a program that it runs.
 #pragma once
 
 #include "tests/support/Limits.h"
@@ -14,10 +14,10 @@
 #include <unistd.h>
 #include <vector>
 
-// The limit does not hold for root, so a test that root runs becomes somebody else for it, and still reaches all files.
+// The limit does not apply to root, so a test run by root changes its user for it, with access to all files.
 constexpr uid_t kSomebodyElse = 65534;
 
-// The process starts no thread and no other process as long as one lives, if it is in force.
+// While one lives and is in force, the process cannot start threads or processes.
 class NoThreads {
 public:
     NoThreads()
@@ -50,14 +50,14 @@ private:
     std::optional<Limit> limit;
 };
 
-// The words that run a program which gets no thread; nothing where that cannot be had.
+// The command line that runs a program without further threads; none when the system cannot do that.
 inline std::optional<std::vector<std::string>> WithoutThreads(const std::vector<std::string>& command)
 {
     std::vector<std::string> words;
     if (::getuid() == 0)
         words = {"/usr/bin/setpriv", "--reuid=" + std::to_string(kSomebodyElse), "--inh-caps=+dac_override",
                  "--ambient-caps=+dac_override"};
-    // LeakSanitizer looks for leaks on a thread of its own.
+    // LeakSanitizer needs a thread.
     const char* options = std::getenv("ASAN_OPTIONS");
     words.insert(words.end(), {"/usr/bin/env",
                                std::string("ASAN_OPTIONS=") + (options == nullptr ? "" : options) + ":detect_leaks=0"});

@@ -1,4 +1,4 @@
-// Root may read and write all files and give them away: tests of what may not be done give that up for a while.
+// Root may read, write and give away all files: tests of refused access drop these rights for a while.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,9 +7,8 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-// While one lives, permissions bind the thread that made it as they bind everybody. It stays who it is, so that it
-// reaches its own files wherever they are, also below a directory of root's. Programs that it starts have all rights
-// again.
+// While one lives, permissions bind its thread as they bind ordinary users. The user does not change, so its own files
+// stay accessible, also below a directory of root's. Programs that it starts have all rights again.
 class OrdinaryRights {
 public:
     OrdinaryRights()

@@ -1,4 +1,4 @@
-// Threads that do not start, and what the user is told of it.
+// Threads that do not start, and the reports of that to the user.
 #pragma once
 
 #include "vetch/support/Complaint.h"
@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-// As long as one lives, the framework gets no threads, or only the first 'few'. One at a time.
+// While one lives, the framework gets no threads, or only the first 'few'. One at a time.
 class RefusedThreads {
 public:
     explicit RefusedThreads(int few = 0)
@@ -26,7 +26,7 @@ public:
     RefusedThreads& operator=(const RefusedThreads&) = delete;
 };
 
-// What is complained of as long as one lives. One at a time.
+// Records complaints while it lives. One at a time.
 class Complaints {
 public:
     Complaints()
@@ -51,7 +51,7 @@ private:
     std::vector<std::string> texts;
 };
 
-// A complaint about threads, by what is lost.
+// The complaint about a missing thread, by the loss.
 inline std::string NoThreadsFor(const std::string& loss)
 {
     return "the system starts no more threads (Resource temporarily unavailable): " + loss;

@@ -1,4 +1,4 @@
-// Runs a program as a user's shell would, and keeps what it says.
+// Runs a program as a user's shell would, and keeps its output.
 #pragma once
 
 #include "tests/support/TempDirectory.h"
@@ -18,14 +18,14 @@ struct ProgramRun {
     int status = -1; // the exit status; -1 when a signal ended it
     std::string output;
     std::string errors;
-    int signal = 0; // that ended it
+    int signal = 0; // the signal that ended it
 };
 
-// A program that runs beside the test.
+// A program that runs while the test continues.
 class RunningProgram {
 public:
-    // 'changes' are made to the environment, an empty value removing the variable; 'directory' is where the program
-    // runs. What it prints goes to the descriptor 'output' if there is one.
+    // 'changes' apply to the environment; an empty value removes the variable. The program runs in 'directory'. Its
+    // output goes to the descriptor 'output', if any.
     RunningProgram(const std::vector<std::string>& words, const std::string& directory,
                    const std::map<std::string, std::string>& changes = {}, int output = -1)
     {
@@ -63,7 +63,7 @@ public:
 
     pid_t Process() const { return process; }
 
-    ProgramRun Wait() // once
+    ProgramRun Wait() // call it once
     {
         int status = 0;
         while (::waitpid(process, &status, 0) < 0 && errno == EINTR)

@@ -25,7 +25,7 @@ std::string Flags(bool system, bool local)
     return std::string(system ? " system" : "") + (local ? " local" : "");
 }
 
-// Templates by name: which one was passed is what matters, their texts have tests of their own.
+// Templates by name: only the choice matters here, their texts have their own tests.
 std::string TemplateName(const char* text)
 {
     if (text == nullptr)

@@ -1,6 +1,6 @@
-// What the plug-in asks of its upper floors, recorded instead of done: making tags, and completing.
+// Records calls to the plug-in's upper floors instead of running them: making tags, and completing.
 //
-// Programs that link test_seats have these operations wrapped by the linker: calls from other source files arrive here.
+// In programs that link test_seats the linker wraps these operations: calls from other source files arrive here.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ struct Seats {
     // "CreateTags system local", "CreateTags in /directory: main, second", ... in the order of the calls.
     static std::vector<std::string> calls;
 
-    // What the completion window answers to a key.
+    // The completion window's result for a key.
     static long routed;
 
     static void Reset()

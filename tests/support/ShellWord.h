@@ -1,9 +1,9 @@
-// Trees and temporary directories may lie below names that a shell would take apart.
+// Quotes paths that a shell would split.
 #pragma once
 
 #include <string>
 
-// A word that a shell reads as exactly this text.
+// A shell word that reads as exactly this text.
 inline std::string ShellWord(const std::string& text)
 {
     std::string word = "'";

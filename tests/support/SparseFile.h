@@ -1,4 +1,4 @@
-// Files that are much longer than what is in them.
+// Files much longer than their content.
 #pragma once
 
 #include <fcntl.h>
@@ -9,7 +9,7 @@
 constexpr off_t kGigabyte = off_t(1) << 30;
 constexpr off_t kTerabyte = off_t(1) << 40;
 
-// Lengthens the file by a hole, to 'size' bytes. Why it cannot be, as the reason to skip a test; "" when it was done.
+// Lengthens the file by a hole, to 'size' bytes. Returns the reason for a failure, to skip a test; "" on success.
 inline std::string MakeSparse(const std::string& path, off_t size)
 {
     const int file = ::open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);

@@ -1,10 +1,10 @@
-// A program in the place of ctags.
+// A stand-in for ctags.
 #pragma once
 
 #include <string>
 
-// A script that says which words it was started with and answers each name with a tag "in_NAME", unless "case"
-// branches before it decide otherwise; $mark is what goes behind each file's tags.
+// A script that answers each name with a tag "in_NAME", unless the "case" branches handle the name; $mark follows each
+// file's tags.
 inline std::string StandInForCtags(const std::string& branches)
 {
     return "#!/bin/sh\n"

@@ -13,7 +13,7 @@ inline std::string TagLine(const std::string& name, const std::string& file, int
            "\n";
 }
 
-// A home directory of its own, with the place for the system's tags file, for as long as a test.
+// A temporary home directory with the directory of the system's tags file.
 class TempHome : public TempDirectory {
 public:
     TempHome()

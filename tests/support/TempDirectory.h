@@ -1,4 +1,4 @@
-// A directory that lives as long as a test.
+// A directory for the lifetime of a test.
 #pragma once
 
 #include <cstdlib>
@@ -25,7 +25,7 @@ public:
     const std::string& Path() const { return path; }
     std::string operator/(const std::string& leaf) const { return path + "/" + leaf; }
 
-    // Writes a file, making its directories; answers its path.
+    // Writes a file and makes its directories; returns its path.
     std::string Write(const std::string& leaf, const std::string& content) const
     {
         const std::string file = path + "/" + leaf;

@@ -1,4 +1,4 @@
-// A bundle directory with the plug-in's own resources, for as long as a test.
+// A temporary bundle directory with the plug-in's resources.
 #pragma once
 
 #include "tests/support/TempDirectory.h"

@@ -1,4 +1,4 @@
-// A limit for a wait of a test's: what is broken fails in seconds and says what was waited for.
+// Limits a test's wait: a broken wait fails in seconds and names what it waited for.
 #pragma once
 
 #include "vetch/support/FThread.h"
@@ -11,11 +11,11 @@
 #include <string>
 #include <unistd.h>
 
-// A wait within this object's life that takes longer ends the program, which no test survives: what is waited for still
-// uses the test's objects. Needs no thread, since some tests count those. Waits may be nested; any thread.
+// A wait that takes longer than this object's limit ends the program, with all its tests: the awaited work still uses
+// the test's objects. It needs no thread, since some tests count threads. May be nested; any thread.
 class WaitLimit {
 public:
-    static constexpr time_t kSeconds = 20; // far more than any wait takes, on a slow machine and with a sanitizer too
+    static constexpr time_t kSeconds = 20; // far more than any wait takes, even on a slow machine with a sanitizer
 
     // 'what' is a clause: "the load has ended".
     explicit WaitLimit(const char* what, time_t seconds = kSeconds)
