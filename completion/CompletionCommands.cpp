@@ -61,7 +61,7 @@ bool FollowsStd(PluginInterface* host, long start)
     return scan::HostText(host).Range(start - static_cast<long>(scope.length()), start) == scope;
 }
 
-// True when the common beginning can continue the pattern. Candidates have their scopes, and the pattern may not: to
+// True when the common beginning can continue the pattern. Candidates have their scopes, and the pattern may not. To
 // insert the end of "std::vector" behind "vec" would spoil the text, as would a scope behind "std::s".
 bool GoesOn(PluginInterface* host, long start, const std::string& pattern, const std::string& common)
 {

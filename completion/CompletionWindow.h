@@ -8,9 +8,9 @@
 class BMessage;
 class PluginInterface;
 
-// The document keeps the keyboard: the document thread offers each key stroke to the window first
-// (RouteKeyboardEventIfNeeded), and the window takes keys that move in its list or choose from it. The choice is posted
-// to the document as 'ksel' with the string "completion", and the window closes.
+// The document keeps the keyboard. The document thread offers each key stroke to the window first
+// (RouteKeyboardEventIfNeeded); the window takes keys that move in its list or choose from it. The choice is posted to
+// the document as 'ksel' with the string "completion", and the window closes.
 //
 // Runs on its own thread. The document thread reaches the list only by posted messages; both threads change only
 // 'focused'.

@@ -13,7 +13,7 @@ void* CreateTagsTask(void* untyped)
     for (const std::string& command : params->commands) {
         std::printf("executing %s\n", command.c_str());
         std::fflush(stdout); // before the command's own output
-        // The next command runs even after a failure: a program that fails on one source has made the tags of all
+        // The next command runs even after a failure. A program that fails on one source has made the tags of all
         // others, and the last command moves the file to its place.
         vetch::RunShellCommand(command.c_str(), params->request);
     }

@@ -35,7 +35,7 @@ bool ContextScan::Step(char ch)
 
 bool ContextScan::StepOutside(char ch)
 {
-    // "::" is a scope only if nothing between it and the caret ends a C++ name: behind a blank or an operator it
+    // "::" is a scope only if nothing between it and the caret ends a C++ name. Behind a blank or an operator it
     // belongs to another expression, and a message may still follow. ">:" becomes a scope with the next key.
     if (colonPending && mayBeCpp && (ch == ':' || ch == '>'))
         return FindsNoMessage(Context::Kind::Name);

@@ -8,7 +8,7 @@
 
 namespace {
 
-// All four, always in this order, even with nothing to delete or insert: the host sees one kind of edit, and an undo
+// All four, always in this order, even with nothing to delete or insert. The host sees one kind of edit, and an undo
 // restores the selection from before the deletion.
 void Apply(PluginInterface* host, long selStart, long selEnd, const scan::Edit& edit)
 {

@@ -12,8 +12,8 @@ namespace scan {
 
 class Text;
 
-// Reads the text rightwards, from the start that ContextScan found, to the end of the message: past line ends, and at
-// most to the end of the text.
+// Reads the text rightwards, from the start that ContextScan found, to the end of the message. It reads past line ends,
+// at most to the end of the text.
 class SelectorAssembly {
 public:
     // 'text' outlives the assembly.

@@ -267,7 +267,7 @@ void CompletionCache::LoadSelf(TagFile& tagFile, Entries& entries)
                                                         qualifier.c_str(), static_cast<int>(qualifier.length()));
         }
     } catch (const std::bad_alloc&) {
-        // No names until the file changes: a part would look like all of them, and a retry at each key stroke would
+        // No names until the file changes. A part would look like all of them, and a retry at each key stroke would
         // exhaust the system's memory.
         ClearCache(entries);
         entries.shrink_to_fit();

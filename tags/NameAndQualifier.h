@@ -50,7 +50,7 @@ public:
         std::string qualifier;
     };
 
-    // Orders names by as many of their first bytes as the pattern's name has: names that begin with it are an equal
+    // Orders names by as many of their first bytes as the pattern's name has. Names that begin with it are an equal
     // range of sorted entries. Copyable.
     class PartialMatchLess {
     public:

@@ -141,7 +141,7 @@ void PathCache::FlushIfNeeded(const BEntry* tagsEntry)
     const time_t time = TagFile(tagsEntry, "", false).TagTime();
 
     const AutoLock hold(lock);
-    // Compares times, not paths, for equality: a tags file restored by a version control system or from an archive is
+    // Compares times, not paths, for equality. A tags file restored by a version control system or from an archive is
     // older than before and has changed. Two files of the same second count as one.
     if (time == fileTime || loading)
         return;

@@ -12,7 +12,7 @@ class BListItem;
 // its own thread. It closes after one entry has been opened. A creator that does not show it calls Quit().
 class SearchWindow : public TagWindow<Tags> {
 public:
-    // The newest search window, or null. Every search window's destructor clears it: if an older window outlives the
+    // The newest search window, or null. Every search window's destructor clears it. If an older window outlives the
     // creation of a newer one, the newer one is then no longer found here. Windows are destroyed only on the document
     // thread, so a pointer read there stays valid until that thread quits it.
     static std::atomic<SearchWindow*> gSearchWin;

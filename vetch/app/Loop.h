@@ -29,12 +29,12 @@ void RunPending();
 void Settle();
 
 // With turns on, loopers dispatch on their own threads, but one message at a time, in the order of posting, and only
-// during Settle(): the same input gives the same order of events. Set it before the first looper runs.
+// during Settle(). The same input gives the same order of events. Set it before the first looper runs.
 void SetTurns(bool on);
 
 // Quits every looper whose class belongs to the shared library at 'address', except the application, and waits for its
-// destruction. It does not wait for a looper that another thread made and has not run, unless that is a looper's thread
-// which quits here: such a looper quits at its Run(), or when its maker ends. Document thread, no lock held.
+// destruction. A looper of another thread that has not run quits at its Run(), or when its maker ends. This waits for
+// it only if its maker is the thread of a looper that quits here. Document thread, no lock held.
 void QuitLoopersOf(const void* address);
 
 } // namespace vetch

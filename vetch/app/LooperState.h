@@ -55,8 +55,8 @@ public:
     bool AcceptQuit();
     void Announced();
 
-    // After an accepted quit, queues the token for the reaper if the looper's own thread will not: the application's
-    // loop serves it, or it never ran and belongs to the caller or the document thread.
+    // After an accepted quit, queues the token for the reaper if the looper's own thread will not. Then the
+    // application's loop serves it, or it never ran and belongs to the caller or the document thread.
     void LeaveToReaper();
     // Keeps Quit() and the reaper from destroying this one: the application's maker destroys it.
     void KeepFromReaper();

@@ -29,7 +29,7 @@ public:
     virtual void WindowShown(long /*window*/) {}
     virtual void WindowHidden(long /*window*/) {}
     virtual void WindowMoved(long /*window*/, BRect) {} // visible windows only
-    virtual void WindowClosed(long /*window*/) {}       // windows that were shown only
+    virtual void WindowClosed(long /*window*/) {}       // only for windows that were shown
 };
 
 class HeadlessDisplay : public Display {
