@@ -50,12 +50,12 @@ TEST(Preferences, StoreNothingByDefault)
 
 TEST(Preferences, BindTheseKeysByDefault)
 {
-    EXPECT_THAT(DefaultKeys(), (Keys{{"SymbolCompletion", "Ctrl+."},
-                                     {"SymbolCompletion", "Ctrl+Space"},
-                                     {"DeclarationLookup", "F12"},
-                                     {"DefinitionLookup", "Ctrl+F12"},
-                                     {"GoBack", "Alt+Left"},
-                                     {"GoForward", "Alt+Right"}}));
+    EXPECT_THAT(wren::DefaultKeys(), (Keys{{"SymbolCompletion", "Ctrl+."},
+                                           {"SymbolCompletion", "Ctrl+Space"},
+                                           {"DeclarationLookup", "F12"},
+                                           {"DefinitionLookup", "Ctrl+F12"},
+                                           {"GoBack", "Alt+Left"},
+                                           {"GoForward", "Alt+Right"}}));
 }
 
 TEST(Preferences, StoreALineForEachChangedValue)
