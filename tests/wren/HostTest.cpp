@@ -12,7 +12,7 @@
 #include "vetch/interface/BWindow.h"
 #include "vetch/support/Cancellation.h"
 #include "vetch/support/FThread.h"
-#include "wren/core/PlainText.h"
+#include "wren/text/PlainText.h"
 
 #include <atomic>
 #include <csignal>

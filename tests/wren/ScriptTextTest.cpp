@@ -1,9 +1,9 @@
 // Characters, cells and key strokes of the faces without a screen.
 #include "wren/core/Document.h"
-#include "wren/core/PlainText.h"
 #include "wren/script/GridFace.h"
 #include "wren/script/Keyboard.h"
 #include "wren/script/Utf8.h"
+#include "wren/text/PlainText.h"
 
 #include <gtest/gtest.h>
 

@@ -6,8 +6,8 @@
 #include "wren/cli/UnseenFace.h"
 #include "wren/core/Host.h"
 #include "wren/core/HostWitness.h"
-#include "wren/core/Place.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/text/Place.h"
 
 #include <memory>
 #include <optional>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "wren/cli/AskedEditor.h"
-#include "wren/core/Place.h"
+#include "wren/text/Place.h"
 
 #include <string>
 #include <vector>

@@ -3,7 +3,7 @@
 
 #include "wren/cli/AskedEditor.h"
 #include "wren/cli/LookupFace.h"
-#include "wren/core/Place.h"
+#include "wren/text/Place.h"
 
 #include <optional>
 #include <string>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "vetch/storage/EntryRef.h"
-#include "wren/core/TextStore.h"
+#include "wren/text/TextStore.h"
 
 #include <memory>
 #include <optional>

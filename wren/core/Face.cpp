@@ -1,6 +1,6 @@
 #include "wren/core/Face.h"
 
-#include "wren/core/PlainText.h"
+#include "wren/text/PlainText.h"
 
 namespace wren {
 

@@ -14,7 +14,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr std::string_view kModifiers[] = {"Ctrl+", "Shift+", "Alt+", "Meta+"};
+constexpr std::string_view kModifierNames[] = {"Ctrl+", "Shift+", "Alt+", "Meta+"};
 
 constexpr std::string_view kNamedKeys[] = {
     "Space", "Tab",   "Backtab", "Backspace", "Return", "Enter", "Esc",  "Ins",   "Del",   "Home",   "End",  "Left",
@@ -31,7 +31,7 @@ struct Stroke {
 Stroke StrokeOf(std::string_view text)
 {
     Stroke stroke{text};
-    std::vector<std::string_view> left(std::begin(kModifiers), std::end(kModifiers));
+    std::vector<std::string_view> left(std::begin(kModifierNames), std::end(kModifierNames));
     const auto leads = [&](std::string_view modifier) {
         return stroke.key.starts_with(modifier) && stroke.key.size() > modifier.size();
     };

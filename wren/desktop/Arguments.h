@@ -1,8 +1,8 @@
 // What the editor is started with.
 #pragma once
 
-#include "wren/core/Place.h"
 #include "wren/desktop/Editor.h"
+#include "wren/text/Place.h"
 
 #include <optional>
 #include <string>

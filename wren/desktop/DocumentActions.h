@@ -1,7 +1,7 @@
 // Opening, saving and closing documents.
 #pragma once
 
-#include "wren/core/Place.h"
+#include "wren/text/Place.h"
 
 #include <QObject>
 

@@ -1,10 +1,10 @@
 // The editor that a person sits at: its documents, the plug-in, and the window around them.
 #pragma once
 
-#include "wren/core/Place.h"
 #include "wren/core/Preferences.h"
 #include "wren/desktop/EditorActions.h"
 #include "wren/desktop/editor/EditorLook.h"
+#include "wren/text/Place.h"
 
 #include <QObject>
 

@@ -2,12 +2,12 @@
 
 #include "wren/core/Host.h"
 #include "wren/core/TemporaryFile.h"
-#include "wren/core/TextChange.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/NoticeBar.h"
 #include "wren/desktop/PlainBox.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/state/FileWatch.h"
+#include "wren/text/TextChange.h"
 
 #include <QFileDialog>
 #include <QFileInfo>

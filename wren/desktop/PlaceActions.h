@@ -1,7 +1,7 @@
 // Going to places: along the history of lookups, to a line, to a match.
 #pragma once
 
-#include "wren/core/PlaceStack.h"
+#include "wren/text/PlaceStack.h"
 
 #include <QObject>
 

@@ -1,12 +1,12 @@
 #include "wren/desktop/WorksheetActions.h"
 
 #include "wren/core/Host.h"
-#include "wren/core/TextChange.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/PlainBox.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/state/WorksheetRunner.h"
+#include "wren/text/TextChange.h"
 
 #include <algorithm>
 #include <string_view>

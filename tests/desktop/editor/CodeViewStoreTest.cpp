@@ -1,6 +1,6 @@
 // A document's text is the same through the store of a view as through the one that no screen shows.
-#include "wren/core/PlainText.h"
 #include "wren/desktop/editor/CodeView.h"
+#include "wren/text/PlainText.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "wren/desktop/editor/CodeView.h"
 
-#include "wren/core/TextChange.h"
 #include "wren/desktop/editor/Braces.h"
 #include "wren/desktop/editor/CodeLexer.h"
+#include "wren/text/TextChange.h"
 
 #include <QFontMetrics>
 #include <QMouseEvent>

@@ -5,13 +5,13 @@
 #pragma once
 
 #include "vetch/support/Geometry.h"
-#include "wren/core/TextStore.h"
 #include "wren/desktop/editor/EditorLook.h"
 #include "wren/desktop/editor/Indentation.h"
 #include "wren/desktop/editor/TextLines.h"
 #include "wren/desktop/editor/TextSearch.h"
 #include "wren/desktop/editor/UndoGroups.h"
 #include "wren/desktop/editor/ViewText.h"
+#include "wren/text/TextStore.h"
 
 #include <Qsci/qsciscintilla.h>
 

@@ -1,8 +1,8 @@
 // Lines of a view's text as the host boundary counts them: from 0, and only "\n" ends one.
 #pragma once
 
-#include "wren/core/LineIndex.h"
 #include "wren/desktop/editor/ViewText.h"
+#include "wren/text/LineIndex.h"
 
 #include <optional>
 

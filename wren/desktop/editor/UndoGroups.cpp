@@ -1,6 +1,6 @@
 #include "wren/desktop/editor/UndoGroups.h"
 
-#include "wren/core/PlainText.h"
+#include "wren/text/PlainText.h"
 
 #include <Qsci/qsciscintillabase.h>
 

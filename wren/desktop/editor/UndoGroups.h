@@ -1,8 +1,8 @@
 // Keeps the plug-in's edits and the user's in one history, Scintilla's.
 #pragma once
 
-#include "wren/core/TextStore.h"
 #include "wren/desktop/editor/ViewText.h"
+#include "wren/text/TextStore.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 // The text inside a Scintilla view, as bytes and offsets, without conversion to the view's strings.
 #pragma once
 
-#include "wren/core/TextStore.h"
+#include "wren/text/TextStore.h"
 
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-#include "wren/core/Place.h"
+#include "wren/text/Place.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,4 +1,4 @@
-#include "wren/core/LineIndex.h"
+#include "wren/text/LineIndex.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,8 +1,8 @@
 // The text of a document that no screen shows.
 #pragma once
 
-#include "wren/core/LineIndex.h"
-#include "wren/core/TextStore.h"
+#include "wren/text/LineIndex.h"
+#include "wren/text/TextStore.h"
 
 #include <vector>
 

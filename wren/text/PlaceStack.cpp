@@ -1,6 +1,6 @@
-#include "wren/core/PlaceStack.h"
+#include "wren/text/PlaceStack.h"
 
-#include "wren/core/TextChange.h"
+#include "wren/text/TextChange.h"
 
 namespace wren {
 

@@ -1,4 +1,4 @@
-#include "wren/core/PlainText.h"
+#include "wren/text/PlainText.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,4 +1,4 @@
-#include "wren/core/TextChange.h"
+#include "wren/text/TextChange.h"
 
 #include <algorithm>
 

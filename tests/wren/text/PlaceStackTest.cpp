@@ -1,4 +1,4 @@
-#include "wren/core/PlaceStack.h"
+#include "wren/text/PlaceStack.h"
 
 #include <gtest/gtest.h>
 
