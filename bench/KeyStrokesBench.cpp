@@ -10,8 +10,8 @@
 #include "vetch/app/Loop.h"
 #include "vetch/support/FThread.h"
 #include "wren/cli/AskedEditor.h"
-#include "wren/script/Keyboard.h"
-#include "wren/script/PressKey.h"
+#include "wren/headless/Keyboard.h"
+#include "wren/headless/PressKey.h"
 
 #include <algorithm>
 #include <chrono>

@@ -6,6 +6,7 @@
 #include "wren/core/Interruption.h"
 #include "wren/core/OutputAside.h"
 #include "wren/core/TerminalText.h"
+#include "wren/script/ScriptCommand.h"
 
 #include <CLI/CLI.hpp>
 

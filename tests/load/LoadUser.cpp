@@ -4,7 +4,7 @@
 
 #include "vetch/app/Modifiers.h"
 #include "vetch/support/Clock.h"
-#include "wren/script/Keyboard.h"
+#include "wren/headless/Keyboard.h"
 
 #include <cctype>
 #include <cstdio>

@@ -9,7 +9,6 @@ namespace wren {
 
 void AddCompleteCommand(CLI::App& app, int* status);
 void AddLookupCommand(CLI::App& app, int* status);
-void AddScriptCommand(CLI::App& app, int* status);
 void AddTagsCommand(CLI::App& app, int* status);
 
 } // namespace wren

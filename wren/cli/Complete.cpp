@@ -2,8 +2,8 @@
 
 #include "vetch/app/Loop.h"
 #include "vetch/support/ThreadStart.h"
-#include "wren/script/Keyboard.h"
-#include "wren/script/PressKey.h"
+#include "wren/headless/Keyboard.h"
+#include "wren/headless/PressKey.h"
 
 #include <cctype>
 #include <chrono>

@@ -12,7 +12,7 @@
 #include "wren/core/Interruption.h"
 #include "wren/core/SystemTags.h"
 #include "wren/core/TerminalText.h"
-#include "wren/script/ScriptDisplay.h"
+#include "wren/headless/ScriptDisplay.h"
 
 #include <algorithm>
 #include <chrono>

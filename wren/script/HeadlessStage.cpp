@@ -4,7 +4,7 @@
 #include "vetch/interface/BWindow.h"
 #include "wren/core/HeldModifiers.h"
 #include "wren/core/TerminalText.h"
-#include "wren/script/PressKey.h"
+#include "wren/headless/PressKey.h"
 
 #include <cstdio>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // Lines that do what a user does in a document: keys, clicks, buttons and menus.
-#include "wren/script/Keyboard.h"
+#include "wren/headless/Keyboard.h"
 #include "wren/script/LineHandlers.h"
 
 #include "vetch/display/Utf8.h"

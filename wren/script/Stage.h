@@ -2,7 +2,7 @@
 #pragma once
 
 #include "wren/core/PluginEvents.h"
-#include "wren/script/ScriptDisplay.h"
+#include "wren/headless/ScriptDisplay.h"
 
 #include <optional>
 #include <string>

@@ -1,5 +1,5 @@
 // Lines that change the world around the plug-in, and the one that looks at it.
-#include "wren/script/Keyboard.h"
+#include "wren/headless/Keyboard.h"
 #include "wren/script/LineHandlers.h"
 #include "wren/script/StateJson.h"
 

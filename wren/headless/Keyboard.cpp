@@ -1,4 +1,4 @@
-#include "wren/script/Keyboard.h"
+#include "wren/headless/Keyboard.h"
 
 #include "vetch/app/Modifiers.h"
 #include "vetch/display/Utf8.h"

@@ -1,4 +1,4 @@
-#include "wren/cli/Commands.h"
+#include "wren/script/ScriptCommand.h"
 
 #include "wren/script/RunScript.h"
 

@@ -1,4 +1,4 @@
-#include "wren/script/ScriptDisplay.h"
+#include "wren/headless/ScriptDisplay.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
-#include "wren/script/PressKey.h"
+#include "wren/headless/PressKey.h"
 
 #include "wren/core/Host.h"
-#include "wren/script/Keyboard.h"
+#include "wren/headless/Keyboard.h"
 
 namespace wren {
 

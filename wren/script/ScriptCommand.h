@@ -1,0 +1,12 @@
+// "wren script", one of the program's commands.
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace wren {
+
+void AddScriptCommand(CLI::App& app, int* status); // it leaves its exit status in '*status'
+
+} // namespace wren
