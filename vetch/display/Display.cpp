@@ -25,5 +25,5 @@ void SetDisplay(Display* display)
 void beep()
 {
     if (vetch::Display* display = vetch::CurrentDisplay())
-        display->Beep();
+        display->Apply(vetch::Beeped());
 }

@@ -45,14 +45,6 @@ auto HeadlessDisplay::Change(LooperToken token, Operation operation)
     return window == nullptr ? Result() : operation(*window);
 }
 
-template <class Operation>
-void HeadlessDisplay::ChangeView(HandlerToken token, Operation operation)
-{
-    const std::lock_guard lock(mutex);
-    if (HeadlessMirror::View* view = mirror->FindView(token))
-        operation(*view);
-}
-
 HeadlessDisplay::HeadlessDisplay(DisplayWitness* witness)
     : witness(witness == nullptr ? &silentWitness : witness), mirror(std::make_unique<HeadlessMirror>())
 {
@@ -96,32 +88,38 @@ void HeadlessDisplay::AnswerPanel(std::optional<std::string> path)
     panelAnswers.push_back(std::move(path));
 }
 
-// Windows
+// Updates
 
-void HeadlessDisplay::WindowMade(const WindowDescription& window)
+void HeadlessDisplay::Apply(Update update)
 {
-    const std::lock_guard lock(mutex);
-    mirror->Make(window);
+    std::visit([this](const auto& change) { Show(change); }, update);
 }
 
-void HeadlessDisplay::WindowClosed(LooperToken token)
+template <class Unnoticed>
+void HeadlessDisplay::Show(const Unnoticed& change)
+{
+    const std::lock_guard lock(mutex);
+    mirror->Apply(change);
+}
+
+void HeadlessDisplay::Show(const WindowClosed& closed)
 {
     const std::lock_guard order(turn);
-    const long noticed = Change(token, [this, token](HeadlessMirror::Window& window) {
+    const long noticed = Change(closed.window, [this, &closed](HeadlessMirror::Window& window) {
         const long number = window.shownOnce ? window.state.number : 0;
-        mirror->Forget(token);
+        mirror->Forget(closed.window);
         return number;
     });
     if (noticed != 0)
         witness->WindowClosed(noticed);
 }
 
-void HeadlessDisplay::WindowShown(LooperToken token)
+void HeadlessDisplay::Show(const WindowShown& shown)
 {
     HandlerToken activated = kNoHandler;
     {
         const std::lock_guard order(turn);
-        const long noticed = Change(token, [&activated](HeadlessMirror::Window& window) {
+        const long noticed = Change(shown.window, [&activated](HeadlessMirror::Window& window) {
             if ((window.state.flags & B_AVOID_FOCUS) == 0)
                 activated = window.handler;
             window.shownOnce = true;
@@ -134,118 +132,40 @@ void HeadlessDisplay::WindowShown(LooperToken token)
         PostToHandler(activated, Activation(true));
 }
 
-void HeadlessDisplay::WindowHidden(LooperToken token)
+void HeadlessDisplay::Show(const WindowHidden& hidden)
 {
     const std::lock_guard order(turn);
-    const long noticed = Change(token, [](HeadlessMirror::Window& window) {
+    const long noticed = Change(hidden.window, [](HeadlessMirror::Window& window) {
         return std::exchange(window.state.visible, false) ? window.state.number : 0;
     });
     if (noticed != 0)
         witness->WindowHidden(noticed);
 }
 
-void HeadlessDisplay::WindowMoved(LooperToken token, BRect frame)
+void HeadlessDisplay::Show(const WindowMoved& moved)
 {
     const std::lock_guard order(turn);
-    const long noticed = Change(token, [frame](HeadlessMirror::Window& window) {
-        const bool moved = std::exchange(window.state.frame, frame) != frame;
-        return moved && window.state.visible ? window.state.number : 0;
+    const long noticed = Change(moved.window, [&moved](HeadlessMirror::Window& window) {
+        const bool changed = std::exchange(window.state.frame, moved.frame) != moved.frame;
+        return changed && window.state.visible ? window.state.number : 0;
     });
     if (noticed != 0)
-        witness->WindowMoved(noticed, frame);
+        witness->WindowMoved(noticed, moved.frame);
 }
 
-void HeadlessDisplay::WindowMinimized(LooperToken, bool) {} // not mirrored
-
-void HeadlessDisplay::WindowLimited(LooperToken token, float minWidth, float maxWidth, float minHeight, float maxHeight)
-{
-    Change(token, [=](HeadlessMirror::Window& window) {
-        window.state.limits = {minWidth, maxWidth, minHeight, maxHeight};
-    });
-}
-
-void HeadlessDisplay::WindowTitled(LooperToken token, const std::string& title)
-{
-    Change(token, [&title](HeadlessMirror::Window& window) { window.state.title = title; });
-}
-
-void HeadlessDisplay::WindowActivated(LooperToken token, bool active)
+void HeadlessDisplay::Show(const WindowActivated& activated)
 {
     std::vector<HandlerToken> others;
-    Change(token, [this, &others, token, active](HeadlessMirror::Window& window) {
-        window.state.active = active;
-        if (active)
-            others = mirror->OtherActiveWindows(token);
+    Change(activated.window, [this, &others, &activated](HeadlessMirror::Window& window) {
+        window.state.active = activated.active;
+        if (activated.active)
+            others = mirror->OtherActiveWindows(activated.window);
     });
     for (const HandlerToken other : others)
         PostToHandler(other, Activation(false));
 }
 
-void HeadlessDisplay::WindowFocused(LooperToken token, HandlerToken view)
-{
-    Change(token, [view](HeadlessMirror::Window& window) { window.focus = view; });
-}
-
-// Views
-
-void HeadlessDisplay::ViewMade(const ViewDescription& view)
-{
-    const std::lock_guard lock(mutex);
-    mirror->Make(view);
-}
-
-void HeadlessDisplay::ViewMoved(HandlerToken token, BRect frame)
-{
-    ChangeView(token, [frame](HeadlessMirror::View& view) { view.description.frame = frame; });
-}
-
-void HeadlessDisplay::ListItemAdded(HandlerToken token, long index, const std::string& text)
-{
-    ChangeView(token,
-               [&](HeadlessMirror::View& view) { view.list.items.insert(view.list.items.begin() + index, text); });
-}
-
-void HeadlessDisplay::ListItemRemoved(HandlerToken token, long index)
-{
-    ChangeView(token, [index](HeadlessMirror::View& view) { view.list.items.erase(view.list.items.begin() + index); });
-}
-
-void HeadlessDisplay::ListItemChanged(HandlerToken token, long index, const std::string& text)
-{
-    ChangeView(token, [&](HeadlessMirror::View& view) { view.list.items[index] = text; });
-}
-
-void HeadlessDisplay::ListSelected(HandlerToken token, long index)
-{
-    ChangeView(token, [index](HeadlessMirror::View& view) { view.list.selected = index; });
-}
-
-void HeadlessDisplay::ListColoured(HandlerToken token, rgb_color selection)
-{
-    ChangeView(token, [selection](HeadlessMirror::View& view) { view.list.colour = selection; });
-}
-
-void HeadlessDisplay::TextChanged(HandlerToken token, const std::string& text)
-{
-    ChangeView(token, [&text](HeadlessMirror::View& view) { view.control.text = text; });
-}
-
-void HeadlessDisplay::TextSelected(HandlerToken token, long start, long end)
-{
-    ChangeView(token, [=](HeadlessMirror::View& view) {
-        view.control.selectionStart = start;
-        view.control.selectionEnd = end;
-    });
-}
-
-void HeadlessDisplay::CheckChanged(HandlerToken token, bool on)
-{
-    ChangeView(token, [on](HeadlessMirror::View& view) { view.control.on = on; });
-}
-
-// Sound and questions
-
-void HeadlessDisplay::Beep()
+void HeadlessDisplay::Show(const Beeped&)
 {
     const std::lock_guard order(turn);
     {
@@ -254,6 +174,29 @@ void HeadlessDisplay::Beep()
     }
     witness->Beeped();
 }
+
+void HeadlessDisplay::Show(const PanelOpened& opened)
+{
+    std::optional<std::optional<std::string>> answer;
+    {
+        const std::lock_guard lock(mutex);
+        answer = TakeFirst(panelAnswers);
+    }
+    {
+        const std::lock_guard order(turn);
+        witness->PanelOpened(opened.panel);
+    }
+    if (!answer)
+        return;
+    BMessage done(kPanelDone);
+    if (*answer) {
+        const EntryRef chosen((*answer)->c_str());
+        done.AddRef("refs", &chosen);
+    }
+    PostToHandler(opened.panel.handler, done);
+}
+
+// Questions
 
 float HeadlessDisplay::StringWidth(const std::string& text, float /*fontSize*/) const
 {
@@ -304,27 +247,6 @@ std::optional<long> HeadlessDisplay::RunMenu(const MenuDescription& menu)
         choice.reset();
     witness->MenuAnswered(menu, choice);
     return choice;
-}
-
-void HeadlessDisplay::OpenPanel(const PanelDescription& panel)
-{
-    std::optional<std::optional<std::string>> answer;
-    {
-        const std::lock_guard lock(mutex);
-        answer = TakeFirst(panelAnswers);
-    }
-    {
-        const std::lock_guard order(turn);
-        witness->PanelOpened(panel);
-    }
-    if (!answer)
-        return;
-    BMessage done(kPanelDone);
-    if (*answer) {
-        const EntryRef chosen((*answer)->c_str());
-        done.AddRef("refs", &chosen);
-    }
-    PostToHandler(panel.handler, done);
 }
 
 } // namespace vetch

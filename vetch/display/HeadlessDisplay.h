@@ -65,40 +65,28 @@ public:
     bool ResizeByUser(long window, float width, float height); // within the limits; the minimum wins
 
     // Display
-    void WindowMade(const WindowDescription& window) override;
-    void WindowClosed(LooperToken window) override;
-    void WindowShown(LooperToken window) override;
-    void WindowHidden(LooperToken window) override;
-    void WindowMinimized(LooperToken window, bool minimized) override;
-    void WindowMoved(LooperToken window, BRect frame) override;
-    void WindowLimited(LooperToken window, float minWidth, float maxWidth, float minHeight, float maxHeight) override;
-    void WindowTitled(LooperToken window, const std::string& title) override;
-    void WindowActivated(LooperToken window, bool active) override;
-    void WindowFocused(LooperToken window, HandlerToken view) override;
-    void ViewMade(const ViewDescription& view) override;
-    void ViewMoved(HandlerToken view, BRect frame) override;
-    void ListItemAdded(HandlerToken list, long index, const std::string& text) override;
-    void ListItemRemoved(HandlerToken list, long index) override;
-    void ListItemChanged(HandlerToken list, long index, const std::string& text) override;
-    void ListSelected(HandlerToken list, long index) override;
-    void ListColoured(HandlerToken list, rgb_color selection) override;
-    void TextChanged(HandlerToken control, const std::string& text) override;
-    void TextSelected(HandlerToken control, long start, long end) override;
-    void CheckChanged(HandlerToken control, bool on) override;
-    void Beep() override;
+    void Apply(Update update) override;
     float StringWidth(const std::string& text, float fontSize) const override;
     FontMetrics Metrics(float fontSize) const override;
     float MiniScrollBarWidth() const override;
     BRect ScreenFrame(BPoint where) const override;
     long RunAlert(const AlertDescription& alert) override;
     std::optional<long> RunMenu(const MenuDescription& menu) override;
-    void OpenPanel(const PanelDescription& panel) override;
 
 private:
+    // What a user would notice, or what the display answers; all else goes into the mirror alone.
+    template <class Unnoticed>
+    void Show(const Unnoticed& change);
+    void Show(const WindowClosed& closed);
+    void Show(const WindowShown& shown);
+    void Show(const WindowHidden& hidden);
+    void Show(const WindowMoved& moved);
+    void Show(const WindowActivated& activated);
+    void Show(const Beeped& beeped);
+    void Show(const PanelOpened& opened);
+
     template <class Operation>
     auto Change(LooperToken window, Operation operation);
-    template <class Operation>
-    void ChangeView(HandlerToken view, Operation operation);
     bool PressMouse(long window, long index, int32 clicks);
     bool PostToControl(long window, long item, ViewDescription::Kind kind, const BMessage& message);
     bool PostToWindow(long window, const std::function<BMessage(const WindowState&)>& message);

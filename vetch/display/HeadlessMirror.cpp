@@ -15,8 +15,9 @@ bool IsControl(const ViewDescription& view)
 
 } // namespace
 
-void HeadlessMirror::Make(const WindowDescription& description)
+void HeadlessMirror::Apply(const WindowMade& made)
 {
+    const WindowDescription& description = made.window;
     if (!description.ofPlugin)
         return;
     Window& window = windows[description.window];
@@ -29,8 +30,27 @@ void HeadlessMirror::Make(const WindowDescription& description)
     window.state.frame = description.frame;
 }
 
-void HeadlessMirror::Make(const ViewDescription& description)
+void HeadlessMirror::Apply(const WindowLimited& limited)
 {
+    if (Window* window = Find(limited.window))
+        window->state.limits = {limited.minWidth, limited.maxWidth, limited.minHeight, limited.maxHeight};
+}
+
+void HeadlessMirror::Apply(const WindowTitled& titled)
+{
+    if (Window* window = Find(titled.window))
+        window->state.title = titled.title;
+}
+
+void HeadlessMirror::Apply(const WindowFocused& focused)
+{
+    if (Window* window = Find(focused.window))
+        window->focus = focused.view;
+}
+
+void HeadlessMirror::Apply(const ViewMade& made)
+{
+    const ViewDescription& description = made.view;
     Window* window = Find(description.window);
     if (window == nullptr)
         return;
@@ -40,6 +60,62 @@ void HeadlessMirror::Make(const ViewDescription& description)
     view.control.kind = description.kind;
     view.control.text = description.text;
     windowOfView[description.view] = description.window;
+}
+
+void HeadlessMirror::Apply(const ViewMoved& moved)
+{
+    if (View* view = FindView(moved.view))
+        view->description.frame = moved.frame;
+}
+
+void HeadlessMirror::Apply(const ListItemAdded& added)
+{
+    if (View* view = FindView(added.list))
+        view->list.items.insert(view->list.items.begin() + added.index, added.text);
+}
+
+void HeadlessMirror::Apply(const ListItemRemoved& removed)
+{
+    if (View* view = FindView(removed.list))
+        view->list.items.erase(view->list.items.begin() + removed.index);
+}
+
+void HeadlessMirror::Apply(const ListItemChanged& changed)
+{
+    if (View* view = FindView(changed.list))
+        view->list.items[changed.index] = changed.text;
+}
+
+void HeadlessMirror::Apply(const ListSelected& selected)
+{
+    if (View* view = FindView(selected.list))
+        view->list.selected = selected.index;
+}
+
+void HeadlessMirror::Apply(const ListColoured& coloured)
+{
+    if (View* view = FindView(coloured.list))
+        view->list.colour = coloured.selection;
+}
+
+void HeadlessMirror::Apply(const TextChanged& changed)
+{
+    if (View* view = FindView(changed.control))
+        view->control.text = changed.text;
+}
+
+void HeadlessMirror::Apply(const TextSelected& selected)
+{
+    if (View* view = FindView(selected.control)) {
+        view->control.selectionStart = selected.start;
+        view->control.selectionEnd = selected.end;
+    }
+}
+
+void HeadlessMirror::Apply(const CheckChanged& changed)
+{
+    if (View* view = FindView(changed.control))
+        view->control.on = changed.on;
 }
 
 void HeadlessMirror::Forget(LooperToken token)

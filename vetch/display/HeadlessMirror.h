@@ -25,13 +25,25 @@ public:
         std::map<HandlerToken, View> views;
     };
 
-    void Make(const WindowDescription& window);
-    void Make(const ViewDescription& view);
+    void Apply(const WindowMade& made);
+    void Apply(const WindowMinimized&) {} // not mirrored
+    void Apply(const WindowLimited& limited);
+    void Apply(const WindowTitled& titled);
+    void Apply(const WindowFocused& focused);
+    void Apply(const ViewMade& made);
+    void Apply(const ViewMoved& moved);
+    void Apply(const ListItemAdded& added);
+    void Apply(const ListItemRemoved& removed);
+    void Apply(const ListItemChanged& changed);
+    void Apply(const ListSelected& selected);
+    void Apply(const ListColoured& coloured);
+    void Apply(const TextChanged& changed);
+    void Apply(const TextSelected& selected);
+    void Apply(const CheckChanged& changed);
     void Forget(LooperToken window);
 
     // Null when unknown; valid until the next change.
     Window* Find(LooperToken window);
-    View* FindView(HandlerToken view);
     const Window* FindVisible(long number) const;
     static const View* FindList(const Window& window);
     static const View* FindControl(const Window& window, long item, ViewDescription::Kind kind);
@@ -40,6 +52,7 @@ public:
     std::vector<ShownWindow> States() const; // by number
 
 private:
+    View* FindView(HandlerToken view);
     static ShownWindow State(const Window& window);
 
     std::map<LooperToken, Window> windows;

@@ -8,7 +8,7 @@ void BCheckBox::SetValue(bool on)
 {
     value = on;
     if (Window() != nullptr)
-        vetch::CurrentDisplay()->CheckChanged(Token(), value);
+        vetch::CurrentDisplay()->Apply(vetch::CheckChanged{Token(), value != 0});
 }
 
 void BCheckBox::SetValueGetter(BCheckBoxValueGetter* newGetter)

@@ -12,7 +12,7 @@ void BControl::AttachedToWindow()
     vetch::ViewDescription description = Description();
     description.kind = kind;
     Describe(description);
-    vetch::CurrentDisplay()->ViewMade(description);
+    vetch::CurrentDisplay()->Apply(vetch::ViewMade{description});
 }
 
 bool BControl::SetUpFromNib(const vetch::NibControl& control)

@@ -57,7 +57,7 @@ void BFilePanel::Show()
     description.directory = directory.Path();
     description.directoriesOnly = flavours == B_DIRECTORY_NODE;
     description.multiple = multiple;
-    vetch::CurrentDisplay()->OpenPanel(description);
+    vetch::CurrentDisplay()->Apply(vetch::PanelOpened{description});
 }
 
 void BFilePanel::Answer(const BMessage& done)

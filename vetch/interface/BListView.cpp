@@ -17,7 +17,7 @@ bool BListView::AddItem(BListItem* item)
         return false;
     items.push_back(item);
     if (Window() != nullptr)
-        vetch::CurrentDisplay()->ListItemAdded(Token(), CountItems() - 1, TextOf(CountItems() - 1));
+        vetch::CurrentDisplay()->Apply(vetch::ListItemAdded{Token(), CountItems() - 1, TextOf(CountItems() - 1)});
     return true;
 }
 
@@ -28,7 +28,7 @@ BListItem* BListView::RemoveItem(long index)
         return nullptr;
     items.erase(items.begin() + index);
     if (Window() != nullptr)
-        vetch::CurrentDisplay()->ListItemRemoved(Token(), index);
+        vetch::CurrentDisplay()->Apply(vetch::ListItemRemoved{Token(), index});
     if (index == selection)
         SetSelection(-1);
     else if (index < selection)
@@ -49,7 +49,7 @@ long BListView::CountItems() const
 void BListView::InvalidateItem(long index)
 {
     if (Window() != nullptr && ItemAt(index) != nullptr)
-        vetch::CurrentDisplay()->ListItemChanged(Token(), index, TextOf(index));
+        vetch::CurrentDisplay()->Apply(vetch::ListItemChanged{Token(), index, TextOf(index)});
 }
 
 void BListView::Select(long index, bool /*extend*/)
@@ -82,7 +82,7 @@ void BListView::SetSelectionColor(rgb_color colour)
 {
     selectionColour = colour;
     if (Window() != nullptr)
-        vetch::CurrentDisplay()->ListColoured(Token(), colour);
+        vetch::CurrentDisplay()->Apply(vetch::ListColoured{Token(), colour});
 }
 
 void BListView::MessageReceived(BMessage* message)
@@ -102,19 +102,19 @@ void BListView::AttachedToWindow()
     vetch::ViewDescription description = Description();
     description.kind = vetch::ViewDescription::Kind::List;
     vetch::Display* display = vetch::CurrentDisplay();
-    display->ViewMade(description);
-    display->ListColoured(Token(), selectionColour);
+    display->Apply(vetch::ViewMade{description});
+    display->Apply(vetch::ListColoured{Token(), selectionColour});
     for (long i = 0; i < CountItems(); ++i)
-        display->ListItemAdded(Token(), i, TextOf(i));
+        display->Apply(vetch::ListItemAdded{Token(), i, TextOf(i)});
     if (selection >= 0)
-        display->ListSelected(Token(), selection);
+        display->Apply(vetch::ListSelected{Token(), selection});
 }
 
 void BListView::SetSelection(long index)
 {
     selection = index;
     if (Window() != nullptr)
-        vetch::CurrentDisplay()->ListSelected(Token(), selection);
+        vetch::CurrentDisplay()->Apply(vetch::ListSelected{Token(), selection});
 }
 
 void BListView::KeyDown(const BMessage& message)

@@ -12,5 +12,5 @@ void BStringView::AttachedToWindow()
     vetch::ViewDescription description = Description();
     description.kind = kind;
     description.text = text;
-    vetch::CurrentDisplay()->ViewMade(description);
+    vetch::CurrentDisplay()->Apply(vetch::ViewMade{description});
 }

@@ -15,7 +15,7 @@ void BTextControl::SetText(const char* newText)
         return;
     text = replacement;
     if (Window() != nullptr)
-        vetch::CurrentDisplay()->TextChanged(Token(), text);
+        vetch::CurrentDisplay()->Apply(vetch::TextChanged{Token(), text});
     Select(TextLength(), TextLength());
 }
 
@@ -88,7 +88,7 @@ void BTextControl::TakeEdit(const BMessage& message)
     if (message.FindString("text", &edited) != B_OK)
         return;
     text = edited;
-    vetch::CurrentDisplay()->TextChanged(Token(), text);
+    vetch::CurrentDisplay()->Apply(vetch::TextChanged{Token(), text});
     int32 start = static_cast<int32>(text.size());
     int32 end = start;
     message.FindInt32("start", &start);
@@ -105,7 +105,7 @@ void BTextControl::Refresh()
 void BTextControl::TellSelection() const
 {
     if (Window() != nullptr)
-        vetch::CurrentDisplay()->TextSelected(Token(), selectionStart, selectionEnd);
+        vetch::CurrentDisplay()->Apply(vetch::TextSelected{Token(), selectionStart, selectionEnd});
 }
 
 long BTextControl::TextLength() const

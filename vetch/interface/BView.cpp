@@ -92,7 +92,7 @@ void BView::SetFrame(BRect newFrame)
     const float heightChange = newFrame.Height() - frame.Height();
     frame = newFrame;
     if (window != nullptr)
-        vetch::CurrentDisplay()->ViewMoved(Token(), FrameInWindow());
+        vetch::CurrentDisplay()->Apply(vetch::ViewMoved{Token(), FrameInWindow()});
     for (const auto& child : children)
         child->ParentChanged(widthChange, heightChange);
 }

@@ -30,7 +30,7 @@ BWindow::BWindow(BRect frame, const char* title, long look, long /*feel*/, uint3
     description.look = look;
     description.flags = flags;
     description.ofPlugin = shownBy == vetch::ShownBy::Display;
-    vetch::CurrentDisplay()->WindowMade(description);
+    vetch::CurrentDisplay()->Apply(vetch::WindowMade{description});
     root->Join(this);
 }
 
@@ -47,7 +47,8 @@ BWindow::BWindow(const vetch::NibPart& part)
 
 BWindow::~BWindow()
 {
-    vetch::CurrentDisplay()->WindowClosed(LooperToken()); // for a window deleted without a quit
+    // For a window deleted without a quit.
+    vetch::CurrentDisplay()->Apply(vetch::WindowClosed{LooperToken()});
 }
 
 void BWindow::Show()
@@ -62,7 +63,7 @@ void BWindow::Show()
     const bool runs = thread > 0;
     if (runs && hidden) {
         hidden = false;
-        vetch::CurrentDisplay()->WindowShown(LooperToken());
+        vetch::CurrentDisplay()->Apply(vetch::WindowShown{LooperToken()});
     }
     if (locked)
         Unlock();
@@ -74,12 +75,12 @@ void BWindow::Hide()
         return;
     hidden = true;
     SetActive(false);
-    vetch::CurrentDisplay()->WindowHidden(LooperToken());
+    vetch::CurrentDisplay()->Apply(vetch::WindowHidden{LooperToken()});
 }
 
 void BWindow::Minimize(bool minimize)
 {
-    vetch::CurrentDisplay()->WindowMinimized(LooperToken(), minimize);
+    vetch::CurrentDisplay()->Apply(vetch::WindowMinimized{LooperToken(), minimize});
 }
 
 void BWindow::Zoom(BPoint origin, float width, float height)
@@ -126,13 +127,13 @@ void BWindow::ResizeTo(float width, float height)
 
 void BWindow::SetSizeLimits(float minWidth, float maxWidth, float minHeight, float maxHeight)
 {
-    vetch::CurrentDisplay()->WindowLimited(LooperToken(), minWidth, maxWidth, minHeight, maxHeight);
+    vetch::CurrentDisplay()->Apply(vetch::WindowLimited{LooperToken(), minWidth, maxWidth, minHeight, maxHeight});
 }
 
 void BWindow::SetTitle(const char* newTitle)
 {
     title = newTitle == nullptr ? "" : newTitle;
-    vetch::CurrentDisplay()->WindowTitled(LooperToken(), title);
+    vetch::CurrentDisplay()->Apply(vetch::WindowTitled{LooperToken(), title});
 }
 
 void BWindow::AddChild(BView* view)
@@ -189,14 +190,14 @@ void BWindow::DispatchMessage(BMessage* message, BHandler* handler)
 void BWindow::QuitAccepted()
 {
     // Runs on the thread of the first Quit(), so it touches only what any thread may touch.
-    vetch::CurrentDisplay()->WindowClosed(LooperToken());
+    vetch::CurrentDisplay()->Apply(vetch::WindowClosed{LooperToken()});
 }
 
 void BWindow::SetFrame(BRect newFrame)
 {
     const BRect oldFrame = frame;
     frame = newFrame;
-    vetch::CurrentDisplay()->WindowMoved(LooperToken(), frame);
+    vetch::CurrentDisplay()->Apply(vetch::WindowMoved{LooperToken(), frame});
     if (frame.Width() != oldFrame.Width() || frame.Height() != oldFrame.Height()) {
         root->SetFrame(Bounds());
         FrameResized(frame.Width(), frame.Height());
@@ -208,7 +209,8 @@ void BWindow::SetFrame(BRect newFrame)
 void BWindow::SetFocus(BView* view)
 {
     focus = view;
-    vetch::CurrentDisplay()->WindowFocused(LooperToken(), view == nullptr ? vetch::kNoHandler : view->Token());
+    const vetch::HandlerToken token = view == nullptr ? vetch::kNoHandler : view->Token();
+    vetch::CurrentDisplay()->Apply(vetch::WindowFocused{LooperToken(), token});
 }
 
 void BWindow::SetActive(bool nowActive)
@@ -216,7 +218,7 @@ void BWindow::SetActive(bool nowActive)
     if (active == nowActive)
         return;
     active = nowActive;
-    vetch::CurrentDisplay()->WindowActivated(LooperToken(), active);
+    vetch::CurrentDisplay()->Apply(vetch::WindowActivated{LooperToken(), active});
     WindowActivated(active);
 }
 

@@ -1,17 +1,23 @@
 #include "wren/cli/LookupFace.h"
 
+#include <utility>
+
 namespace wren {
 
-void LookupDisplay::ListItemAdded(vetch::HandlerToken list, long index, const std::string& text)
+void LookupDisplay::Apply(vetch::Update update)
 {
-    {
-        const std::lock_guard guard(itemsMutex);
-        if (list != lastList)
-            items.clear();
-        lastList = list;
-        items.push_back(text);
-    }
-    HeadlessDisplay::ListItemAdded(list, index, text);
+    if (const auto* added = std::get_if<vetch::ListItemAdded>(&update))
+        Keep(*added);
+    HeadlessDisplay::Apply(std::move(update));
+}
+
+void LookupDisplay::Keep(const vetch::ListItemAdded& added)
+{
+    const std::lock_guard guard(itemsMutex);
+    if (added.list != lastList)
+        items.clear();
+    lastList = added.list;
+    items.push_back(added.text);
 }
 
 std::vector<std::string> LookupDisplay::LastItems() const

@@ -21,10 +21,12 @@ class LookupDisplay : public vetch::HeadlessDisplay {
 public:
     using HeadlessDisplay::HeadlessDisplay;
 
-    void ListItemAdded(vetch::HandlerToken list, long index, const std::string& text) override;
+    void Apply(vetch::Update update) override;
     std::vector<std::string> LastItems() const; // of the list that was filled last. Any thread
 
 private:
+    void Keep(const vetch::ListItemAdded& added);
+
     mutable std::mutex itemsMutex;
     vetch::HandlerToken lastList = vetch::kNoHandler;
     std::vector<std::string> items;

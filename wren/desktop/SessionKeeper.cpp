@@ -72,7 +72,9 @@ bool HasTheTab(const UnsavedText& text, const std::vector<UnsavedText>& left)
 SessionKeeper::SessionKeeper(const Parts& parts)
     : host(parts.host), window(parts.window), tabs(parts.tabs), notices(parts.notices), files(parts.files),
       documents(parts.documents), state(LoadSession()), quiet(kPause, kLongest),
-      recovery([this](long document, const std::string& problem) { news.Add([=, this] { Kept(document, problem); }); })
+      recovery([this](long document, const std::string& problem) {
+          news.Add({document, problem});
+      })
 {
     KeepRecordsOfSaves();
     news.SetWakeUp(&GuiLoop::Wake);
@@ -88,7 +90,7 @@ SessionKeeper::SessionKeeper(const Parts& parts)
 
 void SessionKeeper::TakeNews()
 {
-    news.Drain();
+    news.Drain([this](const WrittenCopy& copy) { Kept(copy); });
 }
 
 void SessionKeeper::Opened(const std::string& path)
@@ -285,12 +287,12 @@ void SessionKeeper::Keep(long id)
     }
 }
 
-void SessionKeeper::Kept(long document, const std::string& problem)
+void SessionKeeper::Kept(const WrittenCopy& copy)
 {
-    if (problem.empty())
-        Safe(document);
+    if (copy.problem.empty())
+        Safe(copy.document);
     else
-        Unsafe(document, problem);
+        Unsafe(copy.document, copy.problem);
 }
 
 void SessionKeeper::Unsafe(long document, const std::string& reason)

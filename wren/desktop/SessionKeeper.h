@@ -1,7 +1,7 @@
 // Keeps the list of open files for the next start, and unsaved texts for the start after a crash.
 #pragma once
 
-#include "wren/desktop/display/UpdateQueue.h"
+#include "wren/desktop/display/GuiQueue.h"
 #include "wren/desktop/state/CopyWriter.h"
 #include "wren/desktop/state/QuietTimer.h"
 #include "wren/desktop/state/Recovery.h"
@@ -68,9 +68,14 @@ private:
     void OpenLeft(const std::vector<UnsavedText>& left);
     const Document* OpenLeftText(const UnsavedText& text, const std::vector<UnsavedText>& left); // null for none
     void KeepChanged();
+    struct WrittenCopy {
+        long document = 0;
+        std::string problem; // "" when it is on the disk
+    };
+
     void KeepSession();
     void Keep(long document);
-    void Kept(long document, const std::string& problem);
+    void Kept(const WrittenCopy& copy);
     void Safe(long document);
     void Unsafe(long document, const std::string& reason);
     void TellUnsafe(const std::string& reason);
@@ -94,8 +99,8 @@ private:
     QuietTimer quiet;
     QTimer again;
     CopyWriter sessionWriter;
-    UpdateQueue news;  // about copies, from the thread that writes them
-    Recovery recovery; // last: its thread adds news until it is destroyed
+    GuiQueue<WrittenCopy> news; // from the thread that writes copies
+    Recovery recovery;          // last: its thread adds news until it is destroyed
 };
 
 } // namespace wren

@@ -98,8 +98,8 @@ GuardedRunner::News TagsKeeper::MakeNews()
     GuardedRunner::News told;
     told.changed = &GuiLoop::Wake;
     told.runs = [this](const std::string& line) { log->Note("executing " + line); };
-    told.ended = [this](const TagsOutcome& outcome) { news.Add([this, outcome] { Ended(outcome); }); };
-    told.stale = [this](const StaleTags& stale) { news.Add([this, stale] { Stale(stale); }); };
+    told.ended = [this](const TagsOutcome& outcome) { news.Add(outcome); };
+    told.stale = [this](const StaleTags& stale) { news.Add(stale); };
     return told;
 }
 
@@ -111,7 +111,12 @@ std::string TagsKeeper::LogFile()
 
 void TagsKeeper::TakeNews()
 {
-    news.Drain();
+    news.Drain([this](const std::variant<TagsOutcome, StaleTags>& each) {
+        if (const auto* outcome = std::get_if<TagsOutcome>(&each))
+            Ended(*outcome);
+        else
+            Stale(std::get<StaleTags>(each));
+    });
 }
 
 void TagsKeeper::Ended(const TagsOutcome& outcome)

@@ -2,12 +2,13 @@
 #pragma once
 
 #include "wren/core/GuardedRunner.h"
-#include "wren/desktop/display/UpdateQueue.h"
+#include "wren/desktop/display/GuiQueue.h"
 
 #include <QObject>
 
 #include <memory>
 #include <string>
+#include <variant>
 
 class QWidget;
 
@@ -42,7 +43,7 @@ private:
     NoticeBar& notices;
     StatusLine& status;
     std::unique_ptr<Log> log;
-    UpdateQueue news;
+    GuiQueue<std::variant<TagsOutcome, StaleTags>> news;
     std::vector<StaleTags> offered;
     std::unique_ptr<GuardedRunner> runner;
 };

@@ -11,8 +11,7 @@ namespace wren {
 Warnings::Warnings()
 {
     news.SetWakeUp(&GuiLoop::Wake);
-    vetch::SetComplaintReporter(
-        [this](const std::string& text) { news.Add([this, text] { Tell(QString::fromStdString(text)); }); });
+    vetch::SetComplaintReporter([this](const std::string& text) { news.Add(text); });
 }
 
 Warnings::~Warnings()
@@ -36,7 +35,7 @@ void Warnings::ShowIn(NoticeBar& notices)
 
 void Warnings::TakeNews()
 {
-    news.Drain();
+    news.Drain([this](const std::string& text) { Tell(QString::fromStdString(text)); });
 }
 
 } // namespace wren

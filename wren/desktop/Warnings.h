@@ -1,7 +1,7 @@
 // Failures that lose nothing: they reach the user as notices.
 #pragma once
 
-#include "wren/desktop/display/UpdateQueue.h"
+#include "wren/desktop/display/GuiQueue.h"
 
 #include <QStringList>
 
@@ -28,7 +28,7 @@ public:
 private:
     NoticeBar* bar = nullptr; // null until ShowIn()
     QStringList held;
-    UpdateQueue news;
+    GuiQueue<std::string> news;
 };
 
 } // namespace wren

@@ -182,7 +182,7 @@ TEST_F(Panels, TheChoiceIsPosted)
     description.handler = listener->Token();
     description.directory = folder.Path();
     description.directoriesOnly = true;
-    display.OpenPanel(description);
+    display.Apply(vetch::PanelOpened{description});
     Settle();
     Panel()->finished(QDialog::Rejected); // dismissed: an answer without files
     Settle();

@@ -21,37 +21,17 @@ public:
     bool TakeAnswered() { return std::exchange(answered, false); } // whether an alert was, since the last time
     void SetScreen(BRect frame) { screen = frame; }                // in place of the real one
 
-    void WindowMade(const vetch::WindowDescription& window) override;
-    void WindowClosed(vetch::LooperToken window) override;
-    void WindowShown(vetch::LooperToken window) override;
-    void WindowHidden(vetch::LooperToken window) override;
-    void WindowMinimized(vetch::LooperToken window, bool minimized) override;
-    void WindowMoved(vetch::LooperToken window, BRect frame) override;
-    void WindowLimited(vetch::LooperToken window, float minWidth, float maxWidth, float minHeight,
-                       float maxHeight) override;
-    void WindowTitled(vetch::LooperToken window, const std::string& title) override;
-    void WindowActivated(vetch::LooperToken window, bool active) override;
-    void WindowFocused(vetch::LooperToken window, vetch::HandlerToken view) override;
-    void ViewMade(const vetch::ViewDescription& view) override;
-    void ViewMoved(vetch::HandlerToken view, BRect frame) override;
-    void ListItemAdded(vetch::HandlerToken list, long index, const std::string& text) override;
-    void ListItemRemoved(vetch::HandlerToken list, long index) override;
-    void ListItemChanged(vetch::HandlerToken list, long index, const std::string& text) override;
-    void ListSelected(vetch::HandlerToken list, long index) override;
-    void ListColoured(vetch::HandlerToken list, rgb_color selection) override;
-    void TextChanged(vetch::HandlerToken control, const std::string& text) override;
-    void TextSelected(vetch::HandlerToken control, long start, long end) override;
-    void CheckChanged(vetch::HandlerToken control, bool on) override;
-    void Beep() override;
+    void Apply(vetch::Update update) override;
     float StringWidth(const std::string& text, float fontSize) const override;
     vetch::FontMetrics Metrics(float fontSize) const override;
     float MiniScrollBarWidth() const override;
     BRect ScreenFrame(BPoint where) const override;
     long RunAlert(const vetch::AlertDescription& alert) override;
     std::optional<long> RunMenu(const vetch::MenuDescription& menu) override;
-    void OpenPanel(const vetch::PanelDescription& panel) override;
 
 private:
+    void Keep(const vetch::Update& update);
+
     vetch::Display& shown;
     wren::ScriptLog& log;
     QuestionHands& hands;

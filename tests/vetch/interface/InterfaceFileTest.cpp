@@ -29,10 +29,11 @@ class ViewListener : public vetch::HeadlessDisplay {
 public:
     std::vector<vetch::ViewDescription> views;
 
-    void ViewMade(const vetch::ViewDescription& view) override
+    void Apply(vetch::Update update) override
     {
-        views.push_back(view);
-        HeadlessDisplay::ViewMade(view);
+        if (const auto* made = std::get_if<vetch::ViewMade>(&update))
+            views.push_back(made->view);
+        HeadlessDisplay::Apply(std::move(update));
     }
 };
 

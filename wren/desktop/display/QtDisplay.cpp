@@ -2,11 +2,10 @@
 
 #include "wren/desktop/display/FontTable.h"
 #include "wren/desktop/display/ListPeer.h"
+#include "wren/desktop/display/PeerUpdates.h"
 #include "wren/desktop/display/Peers.h"
 #include "wren/desktop/display/Questions.h"
 #include "wren/desktop/display/ScreenTable.h"
-#include "wren/desktop/display/UpdateQueue.h"
-#include "wren/desktop/display/ViewPeer.h"
 #include "wren/desktop/display/WindowPeer.h"
 
 #include <QApplication>
@@ -25,29 +24,9 @@ int ScrollBarWidth()
 
 } // namespace
 
-// Queues 'operation' on the window's peer, if it has one when its turn comes.
-template <class Operation>
-void QtDisplay::ToWindow(vetch::LooperToken token, Operation operation)
-{
-    queue->Add([peers = peers.get(), token, operation = std::move(operation)] {
-        if (WindowPeer* window = peers->Find(token))
-            operation(*window);
-    });
-}
-
-template <class Operation>
-void QtDisplay::ToView(vetch::HandlerToken token, Operation operation)
-{
-    queue->Add([peers = peers.get(), token, operation = std::move(operation)] {
-        if (ViewPeer* view = peers->FindView(token))
-            operation(*view);
-    });
-}
-
 QtDisplay::QtDisplay()
     : scrollBarWidth(static_cast<float>(ScrollBarWidth())), fonts(std::make_unique<FontTable>()),
-      screens(std::make_unique<ScreenTable>()), queue(std::make_unique<UpdateQueue>()),
-      peers(std::make_unique<Peers>(*fonts, ScrollBarWidth()))
+      screens(std::make_unique<ScreenTable>()), peers(std::make_unique<Peers>(*fonts, ScrollBarWidth()))
 {
 }
 
@@ -55,13 +34,13 @@ QtDisplay::~QtDisplay() = default;
 
 void QtDisplay::Drain()
 {
-    queue->Drain();
+    queue.Drain([this](const vetch::Update& update) { CarryOut(update, *peers); });
     peers->Publish();
 }
 
 void QtDisplay::SetWakeUp(std::function<void()> wake)
 {
-    queue->SetWakeUp(std::move(wake));
+    queue.SetWakeUp(std::move(wake));
 }
 
 void QtDisplay::SetMainWindow(QWidget* window)
@@ -94,119 +73,9 @@ bool QtDisplay::IsPopUpVisible() const
     return peers->IsPopUpVisible();
 }
 
-// Windows
-
-void QtDisplay::WindowMade(const vetch::WindowDescription& window)
+void QtDisplay::Apply(vetch::Update update)
 {
-    queue->Add([peers = peers.get(), window] { peers->Make(window); });
-}
-
-void QtDisplay::WindowClosed(vetch::LooperToken window)
-{
-    queue->Add([peers = peers.get(), window] { peers->Close(window); });
-}
-
-void QtDisplay::WindowShown(vetch::LooperToken token)
-{
-    // Not before its list is: it would be seen empty.
-    ToWindow(token, [peers = peers.get()](WindowPeer& window) {
-        peers->Publish();
-        window.ShowUp();
-    });
-}
-
-void QtDisplay::WindowHidden(vetch::LooperToken token)
-{
-    ToWindow(token, [](WindowPeer& window) { window.Withdraw(); });
-}
-
-void QtDisplay::WindowMinimized(vetch::LooperToken token, bool minimized)
-{
-    ToWindow(token, [minimized](WindowPeer& window) { window.Minimize(minimized); });
-}
-
-void QtDisplay::WindowMoved(vetch::LooperToken token, BRect frame)
-{
-    ToWindow(token, [frame](WindowPeer& window) { window.Place(frame); });
-}
-
-void QtDisplay::WindowLimited(vetch::LooperToken token, float minWidth, float maxWidth, float minHeight,
-                              float maxHeight)
-{
-    const SizeLimits limits = {minWidth, maxWidth, minHeight, maxHeight};
-    ToWindow(token, [limits](WindowPeer& window) { window.Limit(limits); });
-}
-
-void QtDisplay::WindowTitled(vetch::LooperToken token, const std::string& title)
-{
-    ToWindow(token, [title](WindowPeer& window) { window.SetTitle(title); });
-}
-
-void QtDisplay::WindowActivated(vetch::LooperToken token, bool active)
-{
-    ToWindow(token, [active](WindowPeer& window) { window.Activate(active); });
-}
-
-void QtDisplay::WindowFocused(vetch::LooperToken window, vetch::HandlerToken view)
-{
-    queue->Add([peers = peers.get(), window, view] { peers->Focus(window, view); });
-}
-
-// Views
-
-void QtDisplay::ViewMade(const vetch::ViewDescription& view)
-{
-    queue->Add([peers = peers.get(), view] { peers->Make(view); });
-}
-
-void QtDisplay::ViewMoved(vetch::HandlerToken view, BRect frame)
-{
-    queue->Add([peers = peers.get(), view, frame] { peers->MoveView(view, frame); });
-}
-
-void QtDisplay::ListItemAdded(vetch::HandlerToken list, long index, const std::string& text)
-{
-    ToView(list, [index, text](ViewPeer& view) { view.AddItem(index, text); });
-}
-
-void QtDisplay::ListItemRemoved(vetch::HandlerToken list, long index)
-{
-    ToView(list, [index](ViewPeer& view) { view.RemoveItem(index); });
-}
-
-void QtDisplay::ListItemChanged(vetch::HandlerToken list, long index, const std::string& text)
-{
-    ToView(list, [index, text](ViewPeer& view) { view.ChangeItem(index, text); });
-}
-
-void QtDisplay::ListSelected(vetch::HandlerToken list, long index)
-{
-    ToView(list, [index](ViewPeer& view) { view.SelectItem(index); });
-}
-
-void QtDisplay::ListColoured(vetch::HandlerToken list, rgb_color selection)
-{
-    ToView(list, [selection](ViewPeer& view) { view.SetSelectionColour(selection); });
-}
-
-void QtDisplay::TextChanged(vetch::HandlerToken control, const std::string& text)
-{
-    ToView(control, [text](ViewPeer& view) { view.SetText(text); });
-}
-
-void QtDisplay::TextSelected(vetch::HandlerToken control, long start, long end)
-{
-    ToView(control, [start, end](ViewPeer& view) { view.SelectText(start, end); });
-}
-
-void QtDisplay::CheckChanged(vetch::HandlerToken control, bool on)
-{
-    ToView(control, [on](ViewPeer& view) { view.SetChecked(on); });
-}
-
-void QtDisplay::Beep()
-{
-    queue->Add([] { QApplication::beep(); });
+    queue.Add(std::move(update));
 }
 
 // Questions
@@ -239,11 +108,6 @@ long QtDisplay::RunAlert(const vetch::AlertDescription& alert)
 std::optional<long> QtDisplay::RunMenu(const vetch::MenuDescription& menu)
 {
     return AskMenu(menu, peers->Keys(), peers->MainWindow());
-}
-
-void QtDisplay::OpenPanel(const vetch::PanelDescription& panel)
-{
-    queue->Add([peers = peers.get(), panel] { peers->Open(panel); });
 }
 
 } // namespace wren

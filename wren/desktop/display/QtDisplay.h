@@ -6,6 +6,7 @@
 #pragma once
 
 #include "vetch/display/Display.h"
+#include "wren/desktop/display/GuiQueue.h"
 
 #include <functional>
 #include <memory>
@@ -17,7 +18,6 @@ namespace wren {
 class FontTable;
 class Peers;
 class ScreenTable;
-class UpdateQueue;
 struct ModifierKeys;
 
 // Made on the GUI thread, after the QApplication and before the first window of the framework.
@@ -59,46 +59,19 @@ public:
     bool IsPopUpVisible() const;
 
     // vetch::Display
-    void WindowMade(const vetch::WindowDescription& window) override;
-    void WindowClosed(vetch::LooperToken window) override;
-    void WindowShown(vetch::LooperToken window) override;
-    void WindowHidden(vetch::LooperToken window) override;
-    void WindowMinimized(vetch::LooperToken window, bool minimized) override;
-    void WindowMoved(vetch::LooperToken window, BRect frame) override;
-    void WindowLimited(vetch::LooperToken window, float minWidth, float maxWidth, float minHeight,
-                       float maxHeight) override;
-    void WindowTitled(vetch::LooperToken window, const std::string& title) override;
-    void WindowActivated(vetch::LooperToken window, bool active) override;
-    void WindowFocused(vetch::LooperToken window, vetch::HandlerToken view) override;
-    void ViewMade(const vetch::ViewDescription& view) override;
-    void ViewMoved(vetch::HandlerToken view, BRect frame) override;
-    void ListItemAdded(vetch::HandlerToken list, long index, const std::string& text) override;
-    void ListItemRemoved(vetch::HandlerToken list, long index) override;
-    void ListItemChanged(vetch::HandlerToken list, long index, const std::string& text) override;
-    void ListSelected(vetch::HandlerToken list, long index) override;
-    void ListColoured(vetch::HandlerToken list, rgb_color selection) override;
-    void TextChanged(vetch::HandlerToken control, const std::string& text) override;
-    void TextSelected(vetch::HandlerToken control, long start, long end) override;
-    void CheckChanged(vetch::HandlerToken control, bool on) override;
-    void Beep() override;
+    void Apply(vetch::Update update) override;
     float StringWidth(const std::string& text, float fontSize) const override;
     vetch::FontMetrics Metrics(float fontSize) const override;
     float MiniScrollBarWidth() const override;
     BRect ScreenFrame(BPoint where) const override;
     long RunAlert(const vetch::AlertDescription& alert) override;
     std::optional<long> RunMenu(const vetch::MenuDescription& menu) override;
-    void OpenPanel(const vetch::PanelDescription& panel) override;
 
 private:
-    template <class Operation>
-    void ToWindow(vetch::LooperToken window, Operation operation);
-    template <class Operation>
-    void ToView(vetch::HandlerToken view, Operation operation);
-
     const float scrollBarWidth;
     std::unique_ptr<FontTable> fonts;
     std::unique_ptr<ScreenTable> screens;
-    std::unique_ptr<UpdateQueue> queue;
+    GuiQueue<vetch::Update> queue;
     std::unique_ptr<Peers> peers;
 };
 
