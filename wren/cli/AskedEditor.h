@@ -5,7 +5,7 @@
 #include "wren/cli/SystemTagsHome.h"
 #include "wren/cli/UnseenFace.h"
 #include "wren/core/Host.h"
-#include "wren/core/HostWitness.h"
+#include "wren/core/HostObserver.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/text/Place.h"
 
@@ -23,13 +23,13 @@ struct EditorOptions {
 };
 
 // Keeps what the plug-in has done in answer. Document thread.
-class AskedFace : public UnseenFace, public vetch::DisplayWitness, public HostWitness {
+class AskedFace : public UnseenFace, public vetch::DisplayWitness, public HostObserver {
 public:
     bool WasAsked() const { return asked; }   // an alert was shown: there are no tags
     bool WasEdited() const { return edited; } // something was to be undoable, even if it changed nothing
 
     void AlertAnswered(const vetch::AlertDescription&, long) override { asked = true; }
-    void UndoBegun(Document&, Selection, const std::string&) override { edited = true; }
+    void Changed(const HostChange& change) override { edited = edited || std::holds_alternative<UndoBegun>(change); }
 
 private:
     bool asked = false;

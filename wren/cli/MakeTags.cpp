@@ -8,7 +8,7 @@
 #include "wren/cli/UnseenFace.h"
 #include "wren/core/GuardedRunner.h"
 #include "wren/core/Host.h"
-#include "wren/core/HostWitness.h"
+#include "wren/core/HostObservers.h"
 #include "wren/core/Interruption.h"
 #include "wren/core/SystemTags.h"
 #include "wren/core/TerminalText.h"
@@ -48,7 +48,7 @@ public:
     Session(PluginBundle& bundle, Interruption* interruption, const std::string& settings,
             std::function<void(const std::string&)> runs)
         : interruption(interruption), runs(std::move(runs)),
-          host((vetch::SetDisplay(&display), bundle), face, witness, settings)
+          host((vetch::SetDisplay(&display), bundle), face, nobody, settings)
     {
         host.Start(interruption != nullptr ? Host::CacheDirectory::Make : Host::CacheDirectory::LeaveAlone);
     }
@@ -159,7 +159,7 @@ private:
     Interruption* const interruption;
     const std::function<void(const std::string&)> runs;
     UnseenFace face;
-    HostWitness witness;
+    HostObservers nobody;
     ScriptDisplay display;
     Host host;
 };

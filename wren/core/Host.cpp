@@ -9,7 +9,7 @@
 #include "vetch/support/Cancellation.h"
 #include "vetch/support/FThread.h"
 #include "wren/core/Face.h"
-#include "wren/core/HostWitness.h"
+#include "wren/core/HostObserver.h"
 #include "wren/core/OwnSettings.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/core/SystemTags.h"
@@ -46,11 +46,11 @@ void QuitWhatIsLeft()
 
 } // namespace
 
-Host::Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::string& settingsFile)
+Host::Host(PluginBundle& bundle, Face& face, HostObserver& observer, const std::string& settingsFile)
     : bundle(bundle), face(face),
       application(std::make_unique<HostApplication>(static_cast<ApplicationClient&>(*this))), documents(face),
       settings(settingsFile), worksheet(documents),
-      calls({documents, commands, settings, menus, worksheet, panels, bundle, face, witness}), events(calls, documents)
+      calls({documents, commands, settings, menus, worksheet, panels, bundle, face, observer}), events(calls, documents)
 {
 }
 

@@ -1,6 +1,6 @@
 // The editor without a face: everything that its faces share.
 //
-// A face implements Face and HostWitness, sets the display, loads the bundle and makes a Host; then it calls Start(),
+// A face implements Face and HostObserver, sets the display, loads the bundle and makes a Host; then it calls Start(),
 // lets its user work, and calls ShutDown(). Between the user's actions it lets messages through with
 // vetch::RunPending() or vetch::Settle().
 #pragma once
@@ -27,7 +27,7 @@ class BWindow;
 namespace wren {
 
 class Face;
-class HostWitness;
+class HostObserver;
 class OwnSettings;
 class PluginBundle;
 
@@ -41,7 +41,7 @@ struct KeyRouting {
 class Host : private ApplicationClient {
 public:
     // Borrows all but the file's name, "" for settings that are kept nowhere.
-    Host(PluginBundle& bundle, Face& face, HostWitness& witness, const std::string& settingsFile);
+    Host(PluginBundle& bundle, Face& face, HostObserver& observer, const std::string& settingsFile);
     ~Host() override; // shuts down if that was not done
 
     // Before Start(): settings of the face's own, in the same file. Its lines are given to it and not to the plug-in,

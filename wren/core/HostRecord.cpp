@@ -5,7 +5,7 @@
 #include "wren/core/CommandTable.h"
 #include "wren/core/Documents.h"
 #include "wren/core/Face.h"
-#include "wren/core/HostWitness.h"
+#include "wren/core/HostObserver.h"
 #include "wren/core/Menus.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/core/PreferencePanels.h"
@@ -87,7 +87,7 @@ EventAnswer HostRecord::TakeAnswer(long returned)
 
 void HostRecord::SetResourceIDs(long first, long second)
 {
-    parts.witness.ResourceIDsSet(first, second);
+    parts.observer.Changed(ResourceIDsSet{first, second});
 }
 
 void HostRecord::GetSelection(long* start, long* end)
@@ -143,23 +143,23 @@ BRect HostRecord::ButtonFrame()
 void HostRecord::RegisterSetting(const char* settingName)
 {
     parts.settings.Register(TextOf(settingName));
-    parts.witness.SettingRegistered(TextOf(settingName));
+    parts.observer.Changed(SettingRegistered{TextOf(settingName)});
 }
 
 void HostRecord::RegisterCommand(const char* command, const char* help)
 {
     parts.commands.Register(TextOf(command), TextOf(help));
-    parts.witness.CommandRegistered(TextOf(command), TextOf(help));
+    parts.observer.Changed(CommandRegistered{TextOf(command), TextOf(help)});
 }
 
 void HostRecord::SetPluginFlags(long flags)
 {
-    parts.witness.PluginFlagsSet(flags);
+    parts.observer.Changed(PluginFlagsSet{flags});
 }
 
 void HostRecord::CommandDone(long status)
 {
-    parts.witness.CommandDone(status);
+    parts.observer.Changed(wren::CommandDone{status});
 }
 
 const EntryRef* HostRecord::DocumentRef()
@@ -185,7 +185,7 @@ void HostRecord::WriteSettings(const char* format, ...)
     va_end(arguments);
     parts.settings.Write(text);
     if (!parts.settings.OnlyListens())
-        parts.witness.SettingsWritten(text);
+        parts.observer.Changed(SettingsWritten{text});
 }
 
 long HostRecord::LineAt(long offset)
@@ -198,7 +198,7 @@ void HostRecord::BeginUndo(long selStart, long selEnd, const char* actionName)
     if (document == nullptr)
         return;
     document->BeginUndo({selStart, selEnd}, TextOf(actionName));
-    parts.witness.UndoBegun(*document, {selStart, selEnd}, TextOf(actionName));
+    parts.observer.Changed(UndoBegun{document->Id(), {selStart, selEnd}, TextOf(actionName)});
 }
 
 void HostRecord::InsertText(const char* text, long length, long offset)
@@ -207,7 +207,7 @@ void HostRecord::InsertText(const char* text, long length, long offset)
         return;
     const std::string inserted(TextOf(text), text == nullptr ? 0 : length);
     document->Insert(offset, inserted);
-    parts.witness.TextInserted(*document, inserted, offset);
+    parts.observer.Changed(TextInserted{document->Id(), inserted, offset});
 }
 
 void HostRecord::DeleteText(long offset, long length)
@@ -215,7 +215,7 @@ void HostRecord::DeleteText(long offset, long length)
     if (document == nullptr)
         return;
     document->Delete(offset, length);
-    parts.witness.TextDeleted(*document, offset, length);
+    parts.observer.Changed(TextDeleted{document->Id(), offset, length});
 }
 
 void HostRecord::Select(long start, long end)
@@ -223,7 +223,7 @@ void HostRecord::Select(long start, long end)
     if (document == nullptr)
         return;
     document->Select(start, end);
-    parts.witness.Selected(*document, {start, end});
+    parts.observer.Changed(TextSelected{document->Id(), {start, end}});
 }
 
 char* HostRecord::ExpandVariables(const char* text, long length)
@@ -237,7 +237,7 @@ char* HostRecord::ExpandVariables(const char* text, long length)
 void HostRecord::AppendToWorksheet(const char* text, bool first, bool second, bool third)
 {
     parts.worksheet.Append(TextOf(text));
-    parts.witness.AppendedToWorksheet(TextOf(text), first, second, third);
+    parts.observer.Changed(WorksheetAppended{TextOf(text), first, second, third});
 }
 
 void HostRecord::GetCommandShortcut(const char* command, char* key, uint32* modifiers)
@@ -252,14 +252,14 @@ BMenuItem* HostRecord::AddMenuItem(BMenu* menu, long index, const char* label, c
 {
     BMenuItem* item = parts.menus.AddItem(menu, index, TextOf(label), TextOf(command), key, modifiers);
     if (item != nullptr)
-        parts.witness.MenuItemAdded(menu->Name(), index, TextOf(label), TextOf(command), key, modifiers);
+        parts.observer.Changed(MenuItemAdded{menu->Name(), index, TextOf(label), TextOf(command), key, modifiers});
     return item;
 }
 
 void HostRecord::RegisterPreferencePanel(const char* identifier, const char* title, const char* iconFile)
 {
     parts.panels.Register({TextOf(identifier), TextOf(title), TextOf(iconFile)});
-    parts.witness.PreferencePanelRegistered(TextOf(identifier), TextOf(title), TextOf(iconFile));
+    parts.observer.Changed(PreferencePanelRegistered{TextOf(identifier), TextOf(title), TextOf(iconFile)});
 }
 
 } // namespace wren

@@ -13,7 +13,7 @@ class CommandTable;
 class Document;
 class Documents;
 class Face;
-class HostWitness;
+class HostObserver;
 class Menus;
 class PluginBundle;
 class PreferencePanels;
@@ -30,7 +30,7 @@ struct HostParts {
     PreferencePanels& panels;
     PluginBundle& bundle;
     const Face& face;
-    HostWitness& witness;
+    HostObserver& observer;
 };
 
 // Lives for one call of PluginMain, and borrows 'event' for it. With no document, edits do nothing.

@@ -3,7 +3,7 @@
 #include "vetch/app/Loop.h"
 #include "wren/core/Documents.h"
 #include "wren/core/Event.h"
-#include "wren/core/HostWitness.h"
+#include "wren/core/HostObserver.h"
 #include "wren/core/PluginBundle.h"
 
 #include <utility>
@@ -36,7 +36,7 @@ EventAnswer PluginCalls::Call(const EventRecord& event)
     const vetch::PluginCall call;
     HostRecord record(parts, event);
     const long returned = parts.bundle.Main(event.event, &record);
-    parts.witness.EventAnswered(event.event, returned);
+    parts.observer.Changed(EventAnswered{event.event, returned});
     return record.TakeAnswer(returned);
 }
 

@@ -80,9 +80,9 @@ void DesktopFace::Warn(const std::string& text)
         onWarn(text);
 }
 
-void DesktopFace::AppendedToWorksheet(const std::string&, bool, bool, bool)
+void DesktopFace::Changed(const HostChange& change)
 {
-    if (onWorksheetGrown)
+    if (onWorksheetGrown && std::holds_alternative<WorksheetAppended>(change))
         onWorksheetGrown();
 }
 

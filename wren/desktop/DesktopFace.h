@@ -2,7 +2,7 @@
 #pragma once
 
 #include "wren/core/Face.h"
-#include "wren/core/HostWitness.h"
+#include "wren/core/HostObserver.h"
 
 #include <functional>
 #include <vector>
@@ -16,7 +16,7 @@ class KeyRouter;
 struct EditorLook;
 
 // Documents are shown in tabs of one window; their texts are those tabs' own. GUI thread.
-class DesktopFace : public Face, public HostWitness {
+class DesktopFace : public Face, public HostObserver {
 public:
     // Borrowed. 'look' is used for views that are made later.
     DesktopFace(EditorTabs& tabs, QWidget& window, QWidget& button, const EditorLook& look);
@@ -37,7 +37,7 @@ public:
     bool InputPending() const override;
     void OpenMatch(const std::string& path, long line) override;
     void Warn(const std::string& text) override;
-    void AppendedToWorksheet(const std::string& text, bool, bool, bool) override;
+    void Changed(const HostChange& change) override;
 
 private:
     EditorTabs& tabs;

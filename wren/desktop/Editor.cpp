@@ -2,8 +2,8 @@
 
 #include "vetch/display/Display.h"
 #include "wren/core/Host.h"
+#include "wren/core/HostObservers.h"
 #include "wren/core/PluginBundle.h"
-#include "wren/core/Witnesses.h"
 #include "wren/desktop/DesktopFace.h"
 #include "wren/desktop/DocumentLabels.h"
 #include "wren/desktop/EditorMenus.h"
@@ -77,11 +77,11 @@ void Editor::MakeHost(const DesktopOptions& options)
     face->onWarn = [this](const std::string& text) { warnings->Tell(QString::fromStdString(text)); };
     if (options.guardsTags)
         tags = std::make_unique<TagsKeeper>(window->Notices(), window->Status());
-    std::vector<HostWitness*> hearing = {face.get()};
-    if (options.witness != nullptr)
-        hearing.push_back(options.witness);
-    witnesses = std::make_unique<Witnesses>(hearing);
-    host = std::make_unique<Host>(*bundle, *face, *witnesses, options.settingsFile);
+    std::vector<HostObserver*> observing = {face.get()};
+    if (options.observer != nullptr)
+        observing.push_back(options.observer);
+    observers = std::make_unique<HostObservers>(observing);
+    host = std::make_unique<Host>(*bundle, *face, *observers, options.settingsFile);
     host->SetOwnSettings(&preferences);
     host->SetWorksheetDirectory(AbsolutePath("."));
     router = std::make_unique<KeyRouter>(*host, *display, *loop);

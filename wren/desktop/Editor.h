@@ -21,7 +21,7 @@ class EditorMenus;
 class FileKeeper;
 class GuiLoop;
 class Host;
-class HostWitness;
+class HostObserver;
 class KeyRouter;
 class MainWindow;
 class PluginBundle;
@@ -30,14 +30,14 @@ class SessionKeeper;
 class SettingsKeeper;
 class TagsKeeper;
 class Warnings;
-class Witnesses;
+class HostObservers;
 
 struct DesktopOptions {
-    std::string bundle;             // a directory
-    std::string settingsFile;       // "" keeps settings nowhere
-    bool restoresSession = true;    // where the preferences do not say otherwise
-    bool guardsTags = true;         // false hands command lines to a shell as the plug-in wrote them
-    HostWitness* witness = nullptr; // hears what the plug-in does to the editor; borrowed, null for none
+    std::string bundle;               // a directory
+    std::string settingsFile;         // "" keeps settings nowhere
+    bool restoresSession = true;      // where the preferences do not say otherwise
+    bool guardsTags = true;           // false hands command lines to a shell as the plug-in wrote them
+    HostObserver* observer = nullptr; // of what the plug-in does to the editor; borrowed, null for none
 
     // For a program that plays the user; null for what the editor does by itself.
     std::function<void(const std::string& path, long line)> openMatch = nullptr;
@@ -92,7 +92,7 @@ private:
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<DesktopFace> face;
     std::unique_ptr<TagsKeeper> tags; // null where making tags is not guarded
-    std::unique_ptr<Witnesses> witnesses;
+    std::unique_ptr<HostObservers> observers;
     std::unique_ptr<Host> host;
     std::unique_ptr<KeyRouter> router;
     std::unique_ptr<FileKeeper> files;

@@ -46,72 +46,88 @@ void ScriptLog::Add(Json entry)
     entries.push_back(std::move(entry));
 }
 
-void ScriptLog::UndoBegun(Document&, Selection before, const std::string& name)
+namespace {
+
+// How each change is logged; nothing for one that is not.
+Json Entry(const EventAnswered&)
 {
-    Add(Json::array({"BeginUndo", before.start, before.end, JsonText(name)}));
+    return Json();
 }
 
-void ScriptLog::TextInserted(Document&, const std::string& text, long offset)
+Json Entry(const UndoBegun& undo)
 {
-    Add(Json::array({"InsertText", JsonText(text), offset}));
+    return Json::array({"BeginUndo", undo.before.start, undo.before.end, JsonText(undo.name)});
 }
 
-void ScriptLog::TextDeleted(Document&, long offset, long length)
+Json Entry(const TextInserted& inserted)
 {
-    Add(Json::array({"DeleteText", offset, length}));
+    return Json::array({"InsertText", JsonText(inserted.text), inserted.offset});
 }
 
-void ScriptLog::Selected(Document&, Selection selection)
+Json Entry(const TextDeleted& deleted)
 {
-    Add(Json::array({"Select", selection.start, selection.end}));
+    return Json::array({"DeleteText", deleted.offset, deleted.length});
 }
 
-void ScriptLog::CommandDone(long status)
+Json Entry(const TextSelected& selected)
 {
-    Add(Json::array({"CommandDone", status}));
+    return Json::array({"Select", selected.selection.start, selected.selection.end});
 }
 
-void ScriptLog::SettingRegistered(const std::string& name)
+Json Entry(const CommandDone& done)
 {
-    Add(Json::array({"RegisterSetting", JsonText(name)}));
+    return Json::array({"CommandDone", done.status});
 }
 
-void ScriptLog::CommandRegistered(const std::string& name, const std::string& help)
+Json Entry(const SettingRegistered& setting)
 {
-    Add(Json::array({"RegisterCommand", JsonText(name), JsonText(help)}));
+    return Json::array({"RegisterSetting", JsonText(setting.name)});
 }
 
-void ScriptLog::PluginFlagsSet(long flags)
+Json Entry(const CommandRegistered& command)
 {
-    Add(Json::array({"SetPluginFlags", flags}));
+    return Json::array({"RegisterCommand", JsonText(command.name), JsonText(command.help)});
 }
 
-void ScriptLog::ResourceIDsSet(long first, long second)
+Json Entry(const PluginFlagsSet& set)
 {
-    Add(Json::array({"SetResourceIDs", first, second}));
+    return Json::array({"SetPluginFlags", set.flags});
 }
 
-void ScriptLog::SettingsWritten(const std::string& text)
+Json Entry(const ResourceIDsSet& set)
 {
-    Add(Json::array({"WriteSettings", JsonText(text)}));
+    return Json::array({"SetResourceIDs", set.first, set.second});
 }
 
-void ScriptLog::AppendedToWorksheet(const std::string& text, bool first, bool second, bool third)
+Json Entry(const SettingsWritten& written)
 {
-    Add(Json::array({"AppendToWorksheet", JsonText(text), first, second, third}));
+    return Json::array({"WriteSettings", JsonText(written.text)});
 }
 
-void ScriptLog::MenuItemAdded(const std::string& menu, long index, const std::string& label, const std::string& command,
-                              char key, uint32 modifiers)
+Json Entry(const WorksheetAppended& appended)
 {
-    Add(Json::array(
-        {"AddMenuItem", JsonText(menu), index, JsonText(label), JsonText(command), JsonKey(key), modifiers}));
+    return Json::array({"AppendToWorksheet", JsonText(appended.text), appended.first, appended.second, appended.third});
 }
 
-void ScriptLog::PreferencePanelRegistered(const std::string& identifier, const std::string& title,
-                                          const std::string& icon)
+Json Entry(const MenuItemAdded& item)
 {
-    Add(Json::array({"RegisterPreferencePanel", JsonText(identifier), JsonText(title), JsonText(icon)}));
+    return Json::array({"AddMenuItem", JsonText(item.menu), item.index, JsonText(item.label), JsonText(item.command),
+                        JsonKey(item.key), item.modifiers});
+}
+
+Json Entry(const PreferencePanelRegistered& panel)
+{
+    return Json::array(
+        {"RegisterPreferencePanel", JsonText(panel.identifier), JsonText(panel.title), JsonText(panel.icon)});
+}
+
+} // namespace
+
+void ScriptLog::Changed(const HostChange& change)
+{
+    Json entry = std::visit([](const auto& each) { return Entry(each); }, change);
+    if (!entry.is_null())
+        Add(std::move(entry));
 }
 
 void ScriptLog::MatchOpened(const std::string& path, long line)

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "vetch/display/HeadlessDisplay.h"
-#include "wren/core/HostWitness.h"
+#include "wren/core/HostObserver.h"
 
 #include <mutex>
 #include <nlohmann/json.hpp>
@@ -20,27 +20,13 @@ Json JsonPoint(BPoint point);
 Json JsonRect(BRect rect);
 
 // Any thread.
-class ScriptLog : public HostWitness, public vetch::DisplayWitness {
+class ScriptLog : public HostObserver, public vetch::DisplayWitness {
 public:
     Json Take(); // what came since the last time
 
     void Add(Json entry);
 
-    void UndoBegun(Document&, Selection before, const std::string& name) override;
-    void TextInserted(Document&, const std::string& text, long offset) override;
-    void TextDeleted(Document&, long offset, long length) override;
-    void Selected(Document&, Selection selection) override;
-    void CommandDone(long status) override;
-    void SettingRegistered(const std::string& name) override;
-    void CommandRegistered(const std::string& name, const std::string& help) override;
-    void PluginFlagsSet(long flags) override;
-    void ResourceIDsSet(long first, long second) override;
-    void SettingsWritten(const std::string& text) override;
-    void AppendedToWorksheet(const std::string& text, bool first, bool second, bool third) override;
-    void MenuItemAdded(const std::string& menu, long index, const std::string& label, const std::string& command,
-                       char key, uint32 modifiers) override;
-    void PreferencePanelRegistered(const std::string& identifier, const std::string& title,
-                                   const std::string& icon) override;
+    void Changed(const HostChange& change) override;
 
     // A match of a lookup, on its way to being shown.
     void MatchOpened(const std::string& path, long line);

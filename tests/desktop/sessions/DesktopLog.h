@@ -14,7 +14,12 @@ public:
         return found == answers.end() ? 0 : found->second;
     }
 
-    void EventAnswered(long event, long returned) override { answers.try_emplace(event, returned); }
+    void Changed(const wren::HostChange& change) override
+    {
+        if (const auto* answered = std::get_if<wren::EventAnswered>(&change))
+            answers.try_emplace(answered->event, answered->returned);
+        ScriptLog::Changed(change);
+    }
 
 private:
     std::map<long, long> answers;

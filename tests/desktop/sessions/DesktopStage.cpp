@@ -45,7 +45,7 @@ wren::DesktopOptions OptionsFor(const std::string& bundle, const std::string& se
     options.settingsFile = settingsFile;
     options.restoresSession = false;
     options.guardsTags = guarded;
-    options.witness = log;
+    options.observer = log;
     options.openMatch = [log](const std::string& path, long line) { log->MatchOpened(path, line); };
     options.keysWait = [keysWait] { return *keysWait; };
     options.raisesWorksheet = false;
