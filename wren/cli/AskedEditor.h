@@ -2,8 +2,8 @@
 #pragma once
 
 #include "vetch/display/HeadlessDisplay.h"
+#include "wren/cli/HeadlessFace.h"
 #include "wren/cli/SystemTagsHome.h"
-#include "wren/cli/UnseenFace.h"
 #include "wren/core/Host.h"
 #include "wren/core/HostObserver.h"
 #include "wren/core/PluginBundle.h"
@@ -23,7 +23,7 @@ struct EditorOptions {
 };
 
 // Keeps what the plug-in has done in answer. Document thread.
-class AskedFace : public UnseenFace, public vetch::DisplayWitness, public HostObserver {
+class AskedFace : public HeadlessFace, public vetch::DisplayWitness, public HostObserver {
 public:
     bool WasAsked() const { return asked; }   // an alert was shown: there are no tags
     bool WasEdited() const { return edited; } // something was to be undoable, even if it changed nothing

@@ -4,8 +4,8 @@
 #include "vetch/app/Loop.h"
 #include "vetch/storage/EntryRef.h"
 #include "vetch/storage/Home.h"
+#include "wren/cli/HeadlessFace.h"
 #include "wren/cli/RecordedCommands.h"
-#include "wren/cli/UnseenFace.h"
 #include "wren/core/GuardedRunner.h"
 #include "wren/core/Host.h"
 #include "wren/core/HostObservers.h"
@@ -158,7 +158,7 @@ private:
 
     Interruption* const interruption;
     const std::function<void(const std::string&)> runs;
-    UnseenFace face;
+    HeadlessFace face;
     HostObservers nobody;
     ScriptDisplay display;
     Host host;

@@ -1,4 +1,4 @@
-#include "wren/cli/UnseenFace.h"
+#include "wren/cli/HeadlessFace.h"
 
 #include "wren/core/TerminalText.h"
 
@@ -7,7 +7,7 @@
 
 namespace wren {
 
-void UnseenFace::Warn(const std::string& text)
+void HeadlessFace::Warn(const std::string& text)
 {
     std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, text).c_str());
 }

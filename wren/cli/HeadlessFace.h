@@ -1,4 +1,4 @@
-// The editor's face where nobody looks at it: a document is somewhere, and no mouse or key does anything.
+// The face of an editor without a screen: a document is somewhere, and no mouse or key does anything.
 #pragma once
 
 #include "wren/core/Face.h"
@@ -6,7 +6,7 @@
 namespace wren {
 
 // Document thread.
-class UnseenFace : public Face {
+class HeadlessFace : public Face {
 public:
     BRect DocumentWindowFrame() const override { return {0, 0, 800, 600}; }
     BRect TextBounds(const Document&) const override { return {0, 0, 800, 600}; }
