@@ -2,8 +2,8 @@
 #pragma once
 
 #include "wren/core/Host.h"
+#include "wren/script/DeterministicMode.h"
 #include "wren/script/GridFace.h"
-#include "wren/script/Repeatable.h"
 #include "wren/script/ScriptLog.h"
 #include "wren/script/Stage.h"
 
@@ -68,7 +68,7 @@ private:
 
     ScriptLog log;
     ScriptDisplay display;
-    const Repeatable repeatable;
+    const DeterministicMode deterministic;
     const InUse inUse;
     ScriptFace face;
     Host host;

@@ -6,7 +6,7 @@
 #include "tests/support/TempDirectory.h"
 #include "wren/desktop/Editor.h"
 #include "wren/desktop/editor/CodeView.h"
-#include "wren/script/Repeatable.h"
+#include "wren/script/DeterministicMode.h"
 
 #include <QKeySequence>
 
@@ -65,7 +65,7 @@ private:
     void End();
     std::string FreshBundle();
 
-    const wren::Repeatable repeatable; // the plug-in's clock stands still, except from place to place
+    const wren::DeterministicMode deterministic; // the plug-in's clock stands still, except from place to place
     const TempDirectory plugins;
     int starts = 0;
     std::unique_ptr<wren::Editor> editor;

@@ -7,7 +7,7 @@
 #include "tests/desktop/sessions/DesktopLog.h"
 #include "tests/desktop/sessions/RecordingDisplay.h"
 #include "wren/desktop/Editor.h"
-#include "wren/script/Repeatable.h"
+#include "wren/script/DeterministicMode.h"
 #include "wren/script/Stage.h"
 
 #include <map>
@@ -64,7 +64,7 @@ private:
     Widget* ItemOf(long window, long item) const;
 
     DesktopLog log;
-    const wren::Repeatable repeatable;
+    const wren::DeterministicMode deterministic;
     QuestionHands hands;
     bool keysWait = false; // what the script says of it
     std::unique_ptr<wren::Editor> editor;

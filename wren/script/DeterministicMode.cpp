@@ -1,4 +1,4 @@
-#include "wren/script/Repeatable.h"
+#include "wren/script/DeterministicMode.h"
 
 #include "vetch/app/Loop.h"
 #include "vetch/support/Clock.h"
@@ -11,13 +11,13 @@ constexpr bigtime_t kClockAtStart = 1'000'000;
 
 } // namespace
 
-Repeatable::Repeatable()
+DeterministicMode::DeterministicMode()
 {
     vetch::UseVirtualClock(kClockAtStart);
     vetch::SetTurns(true);
 }
 
-Repeatable::~Repeatable()
+DeterministicMode::~DeterministicMode()
 {
     vetch::SetTurns(false);
     vetch::UseRealClock();
