@@ -4,7 +4,7 @@
 #include "wren/cli/Commands.h"
 #include "wren/cli/OpenEditor.h"
 #include "wren/core/Interruption.h"
-#include "wren/core/OutputAside.h"
+#include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
 #include "wren/script/ScriptCommand.h"
 
@@ -64,7 +64,7 @@ int main(int count, char** words)
                      error.code().message().c_str());
         return kWrongUsage;
     }
-    if (wren::OutputAside::ReaderIsGone())
+    if (wren::ProgramOutput::ReaderIsGone())
         wren::DieBySignal(SIGPIPE);
     return status;
 }

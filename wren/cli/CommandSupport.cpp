@@ -1,6 +1,6 @@
 #include "wren/cli/CommandSupport.h"
 
-#include "wren/core/OutputAside.h"
+#include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
 
 #include <CLI/CLI.hpp>
@@ -16,16 +16,16 @@ void Complain(const std::string& text)
     std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, text).c_str());
 }
 
-bool WriteOrComplain(OutputAside& output, const std::string& text, const char* what)
+bool WriteOrComplain(ProgramOutput& output, const std::string& text, const char* what)
 {
     return WriteAsIsOrComplain(output, output.IsTerminal() ? ForTerminal(text) : text, what);
 }
 
-bool WriteAsIsOrComplain(OutputAside& output, const std::string& text, const char* what)
+bool WriteAsIsOrComplain(ProgramOutput& output, const std::string& text, const char* what)
 {
     if (output.Write(text))
         return true;
-    if (!OutputAside::ReaderIsGone())
+    if (!ProgramOutput::ReaderIsGone())
         Complain(std::string("cannot write ") + what + ": " + std::strerror(errno));
     return false;
 }

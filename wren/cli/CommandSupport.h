@@ -11,7 +11,7 @@ class App;
 
 namespace wren {
 
-class OutputAside;
+class ProgramOutput;
 
 // Tags and names of files may hold anything. What goes to a terminal through these goes without control characters (see
 // TerminalText.h), but for what the last of them writes.
@@ -19,8 +19,8 @@ class OutputAside;
 void Complain(const std::string& text); // on standard error. Any thread
 
 // False, having complained, when it could not be written; 'what' is the text in some words ("the matches").
-bool WriteOrComplain(OutputAside& output, const std::string& text, const char* what);
-bool WriteAsIsOrComplain(OutputAside& output, const std::string& text, const char* what); // with colours, say
+bool WriteOrComplain(ProgramOutput& output, const std::string& text, const char* what);
+bool WriteAsIsOrComplain(ProgramOutput& output, const std::string& text, const char* what); // with colours, say
 
 // Adds the options that say what the editor works with. 'options' outlives the parsing.
 void AddEditorOptions(CLI::App& command, EditorOptions& options);

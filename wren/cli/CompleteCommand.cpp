@@ -4,7 +4,7 @@
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/Complete.h"
 #include "wren/cli/TagsAdvice.h"
-#include "wren/core/OutputAside.h"
+#include "wren/core/ProgramOutput.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -44,7 +44,7 @@ struct CompleteWords {
     CompleteOptions options;
 };
 
-int PrintCandidates(OutputAside& output, const CompleteWords& words, const CompleteResult& result)
+int PrintCandidates(ProgramOutput& output, const CompleteWords& words, const CompleteResult& result)
 {
     std::string lines;
     for (const std::string& candidate : result.candidates)
@@ -58,7 +58,7 @@ int PrintCandidates(OutputAside& output, const CompleteWords& words, const Compl
     return kCompleted;
 }
 
-int PrintEdit(OutputAside& output, const CompleteWords& words, const CompleteResult& result)
+int PrintEdit(ProgramOutput& output, const CompleteWords& words, const CompleteResult& result)
 {
     const std::string completion = (words.edit ? result.line : result.word) + "\n";
     return WriteOrComplain(output, completion, "the completion") ? kCompleted : kUnusable;
@@ -78,7 +78,7 @@ void SayWhyNothing(const CompleteWords& words, const CompleteResult& result)
         Complain(problem);
 }
 
-int Report(OutputAside& output, const CompleteWords& words, const CompleteResult& result)
+int Report(ProgramOutput& output, const CompleteWords& words, const CompleteResult& result)
 {
     using Outcome = CompleteResult::Outcome;
     switch (result.outcome) {
@@ -110,7 +110,7 @@ int RunComplete(CompleteWords& words)
         return kUnusable;
     }
     words.options.place = *place;
-    OutputAside output;
+    ProgramOutput output;
     const CompleteResult result = Complete(words.options);
     return Report(output, words, result);
 }

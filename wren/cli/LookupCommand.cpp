@@ -3,7 +3,7 @@
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/Lookup.h"
 #include "wren/cli/TagsAdvice.h"
-#include "wren/core/OutputAside.h"
+#include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
 
 #include <CLI/CLI.hpp>
@@ -47,7 +47,7 @@ struct LookupWords {
     LookupOptions options;
 };
 
-bool WantsColour(const OutputAside& output)
+bool WantsColour(const ProgramOutput& output)
 {
     const char* terminal = std::getenv("TERM");
     return output.IsTerminal() && std::getenv("NO_COLOR") == nullptr && terminal != nullptr &&
@@ -63,7 +63,7 @@ std::string Line(const Match& match, bool colour)
 }
 
 // Programs get names as they are.
-Match AsShown(const OutputAside& output, Match match)
+Match AsShown(const ProgramOutput& output, Match match)
 {
     if (output.IsTerminal()) {
         match.path = ForTerminal(match.path);
@@ -77,7 +77,7 @@ std::string WhatWasAsked(const LookupOptions& options)
     return options.symbol ? "\"" + *options.symbol + "\"" : "what stands at " + options.place->Text();
 }
 
-int PrintMatches(OutputAside& output, const std::vector<Match>& matches)
+int PrintMatches(ProgramOutput& output, const std::vector<Match>& matches)
 {
     const bool colour = WantsColour(output);
     for (const Match& match : matches)
@@ -88,7 +88,7 @@ int PrintMatches(OutputAside& output, const std::vector<Match>& matches)
     return kMatched;
 }
 
-int Report(OutputAside& output, const LookupOptions& options, const LookupResult& result)
+int Report(ProgramOutput& output, const LookupOptions& options, const LookupResult& result)
 {
     using Outcome = LookupResult::Outcome;
     switch (result.outcome) {
@@ -141,7 +141,7 @@ int RunLookup(LookupWords& words)
 {
     if (!Understand(words))
         return kUnusable;
-    OutputAside output;
+    ProgramOutput output;
     const LookupResult result = LookUp(words.options);
     return Report(output, words.options, result);
 }

@@ -3,8 +3,8 @@
 #include "wren/cli/MakeTags.h"
 #include "wren/cli/TagsReport.h"
 #include "wren/core/Interruption.h"
-#include "wren/core/OutputAside.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
 
 #include "vetch/storage/Home.h"
@@ -140,7 +140,7 @@ void SayWhatRuns(const std::string& line)
 
 // Makes what was asked for, in the order in which an editor starts both. Answers the exit status; a run that was
 // interrupted leaves the signal in '*signal' and goes no further.
-int MakeAll(PluginBundle& bundle, const TagsWords& words, OutputAside& output, int* signal)
+int MakeAll(PluginBundle& bundle, const TagsWords& words, ProgramOutput& output, int* signal)
 {
     Interruption interruption;
     TagsMaker maker(bundle, words.dryRun ? nullptr : &interruption, words.settings,
@@ -164,7 +164,7 @@ int RunTags(TagsWords& words)
     if (!Understand(words))
         return kUnusable;
     SetEnvironment(words);
-    OutputAside output;
+    ProgramOutput output;
     output.DropTheRest(); // the plug-in says what it runs in bytes that may be no text
     std::string error;
     const std::unique_ptr<PluginBundle> bundle =

@@ -47,7 +47,7 @@ bool ReportFailure(const MadeTags& made, const std::string& toSee)
     return false;
 }
 
-bool ReportMade(OutputAside& output, const MadeTags& made)
+bool ReportMade(ProgramOutput& output, const MadeTags& made)
 {
     if (made.count.files == 0)
         Complain("no file was found to make tags of; their suffixes are the setting DeclIndexSuffixes");
@@ -55,7 +55,7 @@ bool ReportMade(OutputAside& output, const MadeTags& made)
 }
 
 // As whole lines, to paste into a shell.
-bool PrintCommands(OutputAside& output, const MadeTags& made)
+bool PrintCommands(ProgramOutput& output, const MadeTags& made)
 {
     std::string text;
     for (const TagsOutcome::Line& command : made.run.lines) {
@@ -68,7 +68,7 @@ bool PrintCommands(OutputAside& output, const MadeTags& made)
 
 } // namespace
 
-bool ReportTags(OutputAside& output, const MadeTags& made, const std::string& toSee)
+bool ReportTags(ProgramOutput& output, const MadeTags& made, const std::string& toSee)
 {
     using Kind = TagsOutcome::Kind;
     if (made.kept)

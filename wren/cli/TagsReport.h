@@ -5,11 +5,11 @@
 
 namespace wren {
 
-class OutputAside;
+class ProgramOutput;
 struct MadeTags;
 
 // The sum, or the commands of a dry run, on the output; all else on standard error. 'toSee' is a command that shows
 // what was tried. Answers whether all is well.
-bool ReportTags(OutputAside& output, const MadeTags& made, const std::string& toSee);
+bool ReportTags(ProgramOutput& output, const MadeTags& made, const std::string& toSee);
 
 } // namespace wren

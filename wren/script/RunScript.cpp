@@ -2,8 +2,8 @@
 
 #include "wren/core/GuardedRunner.h"
 #include "wren/core/Interruption.h"
-#include "wren/core/OutputAside.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
 #include "wren/script/HeadlessStage.h"
 #include "wren/script/ScriptSession.h"
@@ -64,14 +64,14 @@ private:
 
 } // namespace
 
-int AnswerLines(ScriptSession& session, OutputAside& answers)
+int AnswerLines(ScriptSession& session, ProgramOutput& answers)
 {
     bool allOk = true;
     for (std::string line; std::getline(std::cin, line);) {
         const Json answer = session.Answer(line);
         allOk = allOk && answer["ok"] == true;
         if (!answers.Write(answer.dump() + "\n")) {
-            if (!OutputAside::ReaderIsGone())
+            if (!ProgramOutput::ReaderIsGone())
                 std::perror("wren: cannot write answers");
             return 1;
         }
@@ -86,7 +86,7 @@ int RunScript(const ScriptOptions& options)
     std::optional<Interruption> interruption;
     if (options.guarded)
         interruption.emplace();
-    OutputAside answers;
+    ProgramOutput answers;
     std::string error;
     const std::unique_ptr<PluginBundle> bundle =
         PluginBundle::Load(options.bundle.empty() ? PluginBundle::DefaultDirectory() : options.bundle, &error);

@@ -5,7 +5,7 @@
 
 namespace wren {
 
-class OutputAside;
+class ProgramOutput;
 class ScriptSession;
 
 struct ScriptOptions {
@@ -20,6 +20,6 @@ struct ScriptOptions {
 int RunScript(const ScriptOptions& options);
 
 // The lines on standard input, answered: the exit status.
-int AnswerLines(ScriptSession& session, OutputAside& answers);
+int AnswerLines(ScriptSession& session, ProgramOutput& answers);
 
 } // namespace wren

@@ -2,7 +2,7 @@
 // runner of scripted sessions can run either.
 #include "tests/desktop/hands/EditorIdle.h"
 #include "tests/desktop/sessions/DesktopStage.h"
-#include "wren/core/OutputAside.h"
+#include "wren/core/ProgramOutput.h"
 #include "wren/script/RunScript.h"
 #include "wren/script/ScriptSession.h"
 
@@ -25,7 +25,7 @@ int main(int count, char** words)
     CLI11_PARSE(program, count, words);
 
     ::setenv("HOME", home.c_str(), 1);
-    wren::OutputAside answers;
+    wren::ProgramOutput answers;
     const QApplication application(count, words);
     StartPainters();
     DesktopStage stage(bundle, settings, guarded);

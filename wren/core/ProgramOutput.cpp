@@ -1,4 +1,4 @@
-#include "wren/core/OutputAside.h"
+#include "wren/core/ProgramOutput.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -7,14 +7,14 @@
 
 namespace wren {
 
-OutputAside::OutputAside()
+ProgramOutput::ProgramOutput()
 {
     std::fflush(stdout);
     output = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
-void OutputAside::DropTheRest()
+void ProgramOutput::DropTheRest()
 {
     std::fflush(stdout);
     const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
@@ -24,7 +24,7 @@ void OutputAside::DropTheRest()
     ::close(nowhere);
 }
 
-bool OutputAside::Write(const std::string& text)
+bool ProgramOutput::Write(const std::string& text)
 {
     for (size_t done = 0; done < text.size();) {
         const ssize_t count = ::write(output, text.data() + done, text.size() - done);
@@ -37,7 +37,7 @@ bool OutputAside::Write(const std::string& text)
     return true;
 }
 
-bool OutputAside::IsTerminal() const
+bool ProgramOutput::IsTerminal() const
 {
     return ::isatty(output) == 1;
 }

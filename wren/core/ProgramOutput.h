@@ -1,4 +1,4 @@
-// Keeps standard output for the program's own words.
+// Standard output, kept for the program's own answers.
 #pragma once
 
 #include <string>
@@ -8,17 +8,17 @@ namespace wren {
 // From its making on, descriptor 1 is standard error, so that nothing that the plug-in or a child process prints lands
 // among the program's answers, which go to the original standard output. Children do not get that one. Make it once,
 // before the bundle is loaded.
-class OutputAside {
+class ProgramOutput {
 public:
-    OutputAside();
+    ProgramOutput();
 
     void DropTheRest(); // what is printed from now on goes nowhere, instead of to standard error
 
     bool Write(const std::string& text); // at once; false, with errno, when it could not be written
     bool IsTerminal() const;
 
-    // Whether whoever read the program's words has gone before their end, as head does. The program is then to tidy up,
-    // and to end as SIGPIPE would have ended it, without a word.
+    // The reader closed its end before the last answer, as head does. The program then tidies up and ends as SIGPIPE
+    // would have ended it, without a message.
     static bool ReaderIsGone() { return gReaderIsGone; }
 
 private:
