@@ -12,7 +12,7 @@
 #include "wren/core/Interruption.h"
 #include "wren/core/SystemTags.h"
 #include "wren/core/TerminalText.h"
-#include "wren/headless/ScriptDisplay.h"
+#include "wren/headless/MenuChoosingDisplay.h"
 
 #include <algorithm>
 #include <chrono>
@@ -160,7 +160,7 @@ private:
     const std::function<void(const std::string&)> runs;
     HeadlessFace face;
     HostObservers nobody;
-    ScriptDisplay display;
+    MenuChoosingDisplay display;
     Host host;
 };
 

@@ -29,7 +29,7 @@ class HeadlessStage : public Stage {
 public:
     HeadlessStage(PluginBundle& bundle, const std::string& settingsFile); // borrows the bundle
 
-    ScriptDisplay& Display() { return display; }
+    MenuChoosingDisplay& Display() { return display; }
 
     Host& TheHost() override { return host; }
     ScriptLog& Log() override { return log; }
@@ -67,7 +67,7 @@ private:
     };
 
     ScriptLog log;
-    ScriptDisplay display;
+    MenuChoosingDisplay display;
     const DeterministicMode deterministic;
     const InUse inUse;
     ScriptFace face;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "wren/core/PluginEvents.h"
-#include "wren/headless/ScriptDisplay.h"
+#include "wren/headless/MenuChoosingDisplay.h"
 
 #include <optional>
 #include <string>

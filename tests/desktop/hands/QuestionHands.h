@@ -1,7 +1,7 @@
 // A user who answers whatever opens in front of the editor: alerts, menus, file panels, complaints.
 #pragma once
 
-#include "wren/headless/ScriptDisplay.h"
+#include "wren/headless/MenuChoosingDisplay.h"
 
 #include <QObject>
 

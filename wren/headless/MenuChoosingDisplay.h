@@ -11,7 +11,7 @@ namespace wren {
 
 using MenuChoice = std::variant<long, std::string>; // a row's index, or its label
 
-class ScriptDisplay : public vetch::HeadlessDisplay {
+class MenuChoosingDisplay : public vetch::HeadlessDisplay {
 public:
     using HeadlessDisplay::HeadlessDisplay;
 

@@ -1,4 +1,4 @@
-#include "wren/headless/ScriptDisplay.h"
+#include "wren/headless/MenuChoosingDisplay.h"
 
 #include <algorithm>
 #include <utility>
@@ -27,7 +27,7 @@ std::optional<long> RowOf(const vetch::MenuDescription& menu, const std::optiona
 
 } // namespace
 
-std::optional<long> ScriptDisplay::RunMenu(const vetch::MenuDescription& menu)
+std::optional<long> MenuChoosingDisplay::RunMenu(const vetch::MenuDescription& menu)
 {
     AnswerMenu(RowOf(menu, std::exchange(next, std::nullopt)));
     return HeadlessDisplay::RunMenu(menu);
