@@ -37,7 +37,7 @@ protected:
         host.shortcuts["SymbolCompletion"] = {'.', B_CONTROL_KEY};
     }
 
-    struct Witness : vetch::DisplayWitness {
+    struct Witness : vetch::DisplayObserver {
         int alerts = 0;
         void AlertAnswered(const vetch::AlertDescription&, long) override { ++alerts; }
     };

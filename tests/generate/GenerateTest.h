@@ -24,7 +24,7 @@ protected:
     }
     ~GenerateTest() override { ::unsetenv("WREN_CTAGS"); }
 
-    struct Witness : vetch::DisplayWitness {
+    struct Witness : vetch::DisplayObserver {
         std::vector<vetch::AlertDescription> alerts;
         std::vector<vetch::PanelDescription> panels;
         std::function<void()> whileAsked = [] {};

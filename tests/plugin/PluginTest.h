@@ -42,7 +42,7 @@ protected:
         framework.application->SetMenuBar(nullptr);
     }
 
-    struct Witness : vetch::DisplayWitness {
+    struct Witness : vetch::DisplayObserver {
         std::vector<vetch::AlertDescription> alerts;
         std::vector<vetch::MenuDescription> menus;
         void AlertAnswered(const vetch::AlertDescription& alert, long) override { alerts.push_back(alert); }

@@ -63,7 +63,7 @@ class Framework {
 public:
     static constexpr bigtime_t kStart = 1000000;
 
-    explicit Framework(vetch::DisplayWitness* witness = nullptr) : display(witness)
+    explicit Framework(vetch::DisplayObserver* witness = nullptr) : display(witness)
     {
         vetch::SetDisplay(&display);
         vetch::UseVirtualClock(kStart);

@@ -552,7 +552,7 @@ TEST_F(Host, OpensTheMatchThatAWindowPosts)
 // Calls within calls
 
 // Does something while the user looks at an alert of the plug-in's.
-class AlertWitness : public vetch::DisplayWitness {
+class AlertWitness : public vetch::DisplayObserver {
 public:
     void AlertAnswered(const vetch::AlertDescription&, long) override
     {

@@ -45,8 +45,8 @@ auto HeadlessDisplay::Change(LooperToken token, Operation operation)
     return window == nullptr ? Result() : operation(*window);
 }
 
-HeadlessDisplay::HeadlessDisplay(DisplayWitness* witness)
-    : witness(witness == nullptr ? &silentWitness : witness), mirror(std::make_unique<HeadlessMirror>())
+HeadlessDisplay::HeadlessDisplay(DisplayObserver* observer)
+    : observer(observer == nullptr ? &nobody : observer), mirror(std::make_unique<HeadlessMirror>())
 {
 }
 
@@ -111,7 +111,7 @@ void HeadlessDisplay::Show(const WindowClosed& closed)
         return number;
     });
     if (noticed != 0)
-        witness->WindowClosed(noticed);
+        observer->WindowClosed(noticed);
 }
 
 void HeadlessDisplay::Show(const WindowShown& shown)
@@ -126,7 +126,7 @@ void HeadlessDisplay::Show(const WindowShown& shown)
             return std::exchange(window.state.visible, true) ? 0 : window.state.number;
         });
         if (noticed != 0)
-            witness->WindowShown(noticed);
+            observer->WindowShown(noticed);
     }
     if (activated != kNoHandler)
         PostToHandler(activated, Activation(true));
@@ -139,7 +139,7 @@ void HeadlessDisplay::Show(const WindowHidden& hidden)
         return std::exchange(window.state.visible, false) ? window.state.number : 0;
     });
     if (noticed != 0)
-        witness->WindowHidden(noticed);
+        observer->WindowHidden(noticed);
 }
 
 void HeadlessDisplay::Show(const WindowMoved& moved)
@@ -150,7 +150,7 @@ void HeadlessDisplay::Show(const WindowMoved& moved)
         return changed && window.state.visible ? window.state.number : 0;
     });
     if (noticed != 0)
-        witness->WindowMoved(noticed, moved.frame);
+        observer->WindowMoved(noticed, moved.frame);
 }
 
 void HeadlessDisplay::Show(const WindowActivated& activated)
@@ -172,7 +172,7 @@ void HeadlessDisplay::Show(const Beeped&)
         const std::lock_guard lock(mutex);
         ++beeps;
     }
-    witness->Beeped();
+    observer->Beeped();
 }
 
 void HeadlessDisplay::Show(const PanelOpened& opened)
@@ -184,7 +184,7 @@ void HeadlessDisplay::Show(const PanelOpened& opened)
     }
     {
         const std::lock_guard order(turn);
-        witness->PanelOpened(opened.panel);
+        observer->PanelOpened(opened.panel);
     }
     if (!answer)
         return;
@@ -230,7 +230,7 @@ long HeadlessDisplay::RunAlert(const AlertDescription& alert)
     }
     if (answer < 0 || answer > last)
         answer = last;
-    witness->AlertAnswered(alert, answer);
+    observer->AlertAnswered(alert, answer);
     return answer;
 }
 
@@ -245,7 +245,7 @@ std::optional<long> HeadlessDisplay::RunMenu(const MenuDescription& menu)
     const long rows = static_cast<long>(menu.rows.size());
     if (choice && (*choice < 0 || *choice >= rows || !menu.rows[*choice].enabled || menu.rows[*choice].label.empty()))
         choice.reset();
-    witness->MenuAnswered(menu, choice);
+    observer->MenuAnswered(menu, choice);
     return choice;
 }
 

@@ -19,9 +19,9 @@ class HeadlessMirror;
 
 // Receives what a user would notice, in order, on the thread that caused it, one call at a time. A call may read the
 // mirror. It must not change the display or wait for another thread.
-class DisplayWitness {
+class DisplayObserver {
 public:
-    virtual ~DisplayWitness() = default;
+    virtual ~DisplayObserver() = default;
     virtual void Beeped() {}
     virtual void AlertAnswered(const AlertDescription&, long /*answer*/) {}
     virtual void MenuAnswered(const MenuDescription&, std::optional<long> /*choice*/) {}
@@ -38,7 +38,7 @@ public:
     using ControlState = ShownControl;
     using WindowState = ShownWindow;
 
-    explicit HeadlessDisplay(DisplayWitness* witness = nullptr); // borrowed
+    explicit HeadlessDisplay(DisplayObserver* observer = nullptr); // borrowed
     ~HeadlessDisplay() override;
 
     // The mirror. Any thread; for settled windows it is what a user would see.
@@ -91,9 +91,9 @@ private:
     bool PostToControl(long window, long item, ViewDescription::Kind kind, const BMessage& message);
     bool PostToWindow(long window, const std::function<BMessage(const WindowState&)>& message);
 
-    DisplayWitness silentWitness; // for a null witness
-    DisplayWitness* const witness;
-    std::mutex turn;          // held around a change and its witness call, to keep their order
+    DisplayObserver nobody; // for a null observer
+    DisplayObserver* const observer;
+    std::mutex turn;          // held around a change and its observer call, to keep their order
     mutable std::mutex mutex; // guards everything below; a leaf
     std::unique_ptr<HeadlessMirror> mirror;
     long beeps = 0;

@@ -23,7 +23,7 @@ struct EditorOptions {
 };
 
 // Keeps what the plug-in has done in answer. Document thread.
-class AskedFace : public HeadlessFace, public vetch::DisplayWitness, public HostObserver {
+class AskedFace : public HeadlessFace, public vetch::DisplayObserver, public HostObserver {
 public:
     bool WasAsked() const { return asked; }   // an alert was shown: there are no tags
     bool WasEdited() const { return edited; } // something was to be undoable, even if it changed nothing
@@ -39,7 +39,7 @@ private:
 // Makes the application, so once in a process. Document thread.
 class AskedEditor {
 public:
-    // Borrows both; the face is the display's witness.
+    // Borrows both; the face is the display's observer.
     AskedEditor(AskedFace& face, vetch::HeadlessDisplay& display) : face(face), display(display) {}
 
     // False, with the reason in '*error', when something cannot be used. Standard output is not written to, and neither

@@ -20,7 +20,7 @@ Json JsonPoint(BPoint point);
 Json JsonRect(BRect rect);
 
 // Any thread.
-class ScriptLog : public HostObserver, public vetch::DisplayWitness {
+class ScriptLog : public HostObserver, public vetch::DisplayObserver {
 public:
     Json Take(); // what came since the last time
 

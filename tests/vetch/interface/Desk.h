@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-class Diary : public vetch::DisplayWitness {
+class Diary : public vetch::DisplayObserver {
 public:
     std::vector<std::string> lines;
 

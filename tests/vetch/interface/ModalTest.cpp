@@ -47,7 +47,7 @@ TEST_F(Question, AnswersAreUsedInOrder)
 }
 
 // Keeps what the user is shown.
-class Listener : public vetch::DisplayWitness {
+class Listener : public vetch::DisplayObserver {
 public:
     vetch::MenuDescription menu;
     vetch::AlertDescription alert;

@@ -368,7 +368,7 @@ TEST_F(Window, AWindowHiddenBeforeItsActivationDoesNotTakeTheFocus)
 
 TEST_F(Window, WitnessesMayInspectTheWindow)
 {
-    class Onlooker : public vetch::DisplayWitness {
+    class Onlooker : public vetch::DisplayObserver {
     public:
         vetch::HeadlessDisplay* display = nullptr;
         std::vector<bool> visible;
