@@ -1,10 +1,9 @@
 #include "generate/CreateTagsTask.h"
 
-#include "vetch/support/ThreadStart.h"
+#include "vetch/support/FThread.h"
 
 #include <cstdio>
 #include <memory>
-#include <thread>
 #include <utility>
 
 void* CreateTagsTask(void* untyped)
@@ -23,9 +22,6 @@ void* CreateTagsTask(void* untyped)
 void StartCreateTagsTask(std::vector<std::string> commands, vetch::ShellRequest request)
 {
     auto params = std::make_unique<CreateParams>(CreateParams{std::move(commands), std::move(request)});
-    std::thread thread = vetch::StartThread(kNoTagsAreMade, [given = params.get()] { CreateTagsTask(given); });
-    if (!thread.joinable())
-        return;
-    static_cast<void>(params.release()); // the thread owns them
-    thread.detach();
+    if (vetch::StartDetached(kNoTagsAreMade, [given = params.get()] { CreateTagsTask(given); }))
+        static_cast<void>(params.release()); // the thread's own
 }

@@ -28,6 +28,9 @@ struct Workers {
     std::condition_variable changed;
     std::list<Worker> all;
     int running = 0;
+    int detached = 0; // those of StartDetached()
+
+    bool AreIdle() const { return running == 0 && detached == 0; }
 };
 
 // Never destroyed: a thread may still end while the process does.
@@ -120,6 +123,44 @@ void FThread::RunOnce()
 }
 
 namespace vetch {
+
+bool StartDetached(const char* loss, std::function<void()> body)
+{
+    Workers& workers = TheWorkers();
+    const auto count = [&workers](int change) {
+        const std::lock_guard guard(workers.mutex);
+        workers.detached += change;
+        workers.changed.notify_all();
+    };
+    std::function<void()> counted = [body = std::move(body), count]() mutable {
+        CallGuarded(body);
+        body = nullptr; // what it holds ends before its work counts as done
+        count(-1);
+    };
+    count(1);
+    std::thread thread = StartThread(loss, std::move(counted));
+    if (!thread.joinable()) {
+        count(-1);
+        return false;
+    }
+    thread.detach();
+    return true;
+}
+
+bool BackgroundIsIdle()
+{
+    Workers& workers = TheWorkers();
+    const std::lock_guard guard(workers.mutex);
+    return workers.AreIdle();
+}
+
+bool WaitForIdleBackground(std::chrono::milliseconds limit)
+{
+    assert(HeldLocks() == 0);
+    Workers& workers = TheWorkers();
+    std::unique_lock lock(workers.mutex);
+    return workers.changed.wait_for(lock, limit, [&] { return workers.AreIdle(); });
+}
 
 void JoinThreads()
 {

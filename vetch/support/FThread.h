@@ -1,7 +1,9 @@
-// Work on a separate thread.
+// Work on separate threads, in the background.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
+#include <functional>
 #include <memory>
 
 // A call that a thread makes later.
@@ -75,6 +77,18 @@ private:
 };
 
 namespace vetch {
+
+// Runs 'body' on a thread that nobody joins, at the usual priority: for work that may take longer than a quit can wait.
+// False when the system has no thread to give; nothing has run then, and the loss was reported (vetch::StartThread).
+// Any thread.
+bool StartDetached(const char* loss, std::function<void()> body);
+
+// Whether no FThread and no thread of StartDetached() is running, and nothing that these threads were given is left.
+// Any thread.
+bool BackgroundIsIdle();
+
+// Waits until BackgroundIsIdle(); false at the limit. Call it with no lock held, and not from one of these threads.
+bool WaitForIdleBackground(std::chrono::milliseconds limit);
 
 // Waits for all FThreads started so far, and for those that they start. Call it with no lock held, and not from an
 // FThread.

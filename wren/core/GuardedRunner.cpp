@@ -1,12 +1,11 @@
 #include "wren/core/GuardedRunner.h"
 
 #include "vetch/storage/Home.h"
-#include "vetch/support/ThreadStart.h"
+#include "vetch/support/FThread.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
-#include <thread>
 #include <unistd.h>
 #include <utility>
 
@@ -162,18 +161,15 @@ void GuardedRunner::Tell(const std::function<void()>& news) const
 bool GuardedRunner::Rebuild(const StaleTags& stale)
 {
     BeginCall();
-    std::thread thread = vetch::StartThread("stale tags are not rebuilt", [this, stale] {
+    const bool started = vetch::StartDetached("stale tags are not rebuilt", [this, stale] {
         const vetch::ShellRequest asked;
         for (const std::string& line : stale.lines)
             Take(line.c_str(), asked);
         EndCall();
     });
-    if (!thread.joinable()) {
+    if (!started)
         EndCall();
-        return false;
-    }
-    thread.detach();
-    return true;
+    return started;
 }
 
 std::vector<std::string> GuardedRunner::Running() const

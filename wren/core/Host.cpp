@@ -101,6 +101,26 @@ void Host::ShutDown()
     events.Unload();
 }
 
+// What has just ended may have posted a last message, and that may start something new.
+bool Host::WaitForBackground(std::chrono::milliseconds limit)
+{
+    constexpr std::chrono::milliseconds kDeliverAgain(20); // what other threads post meanwhile
+    const auto end = std::chrono::steady_clock::now() + limit;
+    vetch::Settle();
+    while (true) {
+        if (vetch::BackgroundIsIdle()) {
+            vetch::Settle();
+            if (vetch::BackgroundIsIdle())
+                return true;
+        }
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+        if (left.count() <= 0)
+            return false;
+        vetch::WaitForIdleBackground(std::min(left, kDeliverAgain));
+        vetch::Settle();
+    }
+}
+
 Document* Host::Open(const std::string& path, const std::optional<std::string>& text, bool asWorksheet,
                      std::string* error)
 {

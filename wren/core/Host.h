@@ -5,7 +5,6 @@
 // vetch::RunPending() or vetch::Settle().
 #pragma once
 
-#include "wren/core/BackgroundWork.h"
 #include "wren/core/CommandTable.h"
 #include "wren/core/Documents.h"
 #include "wren/core/HostApplication.h"
@@ -17,6 +16,7 @@
 #include "wren/core/SettingsStore.h"
 #include "wren/core/Worksheet.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -88,10 +88,8 @@ public:
     void NoteSettings();                   // what was chosen just now counts as chosen, even if it is taken back soon
     bool SaveSettings(std::string* error); // false, with the reason, when the file could not be written
 
-    BackgroundWork& Background() { return background; }
-
     // Delivers all messages and waits for background loads and tags generation; false at the time limit.
-    bool WaitForBackground(std::chrono::milliseconds limit) { return background.WaitUntilIdle(limit); }
+    bool WaitForBackground(std::chrono::milliseconds limit);
 
     Documents& AllDocuments() { return documents; }
     Document* Current() { return documents.Current(); }
@@ -118,7 +116,6 @@ private:
 
     PluginBundle& bundle;
     Face& face;
-    BackgroundWork background;
     std::unique_ptr<HostApplication> application;
     Menus menus;
     Documents documents;

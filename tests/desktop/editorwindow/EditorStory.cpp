@@ -82,7 +82,6 @@ void EditorStory::Start(const std::vector<std::string>& files)
     options.settingsFile = SettingsFile();
     editor = std::make_unique<wren::Editor>(options);
     manager = std::make_unique<WindowManager>(editor->Window());
-    editor->TheHost().Background().LeaveOut("QFileInfoGather"); // an open file dialog's
     std::vector<wren::Place> places;
     for (const std::string& file : files)
         places.push_back({file, 0, 0});

@@ -124,7 +124,6 @@ DesktopStage::DesktopStage(const std::string& bundle, const std::string& setting
 {
     vetch::SetDisplay(display.get());    // no window has been made yet
     TheHost().SetWorksheetDirectory(""); // its file's, as with scripts; the editor's own runs where it was started
-    TheHost().Background().LeaveOut("QFileInfoGather"); // an open file dialog's
 }
 
 DesktopStage::~DesktopStage()

@@ -2,6 +2,7 @@
 
 #include "tests/support/CallFunction.h"
 #include "tests/support/Gate.h"
+#include "tests/support/RefusedThreads.h"
 
 #include <atomic>
 #include <gmock/gmock.h>
@@ -110,6 +111,47 @@ TEST(FThread, ReportsAnExceptionAndEnds)
     vetch::JoinThreads();
     EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::HasSubstr("no tags today"));
     EXPECT_TRUE(vetch::ThreadsAreIdle());
+}
+
+TEST(DetachedThread, IsCountedUntilWhatItWasGivenIsGone)
+{
+    EXPECT_TRUE(vetch::BackgroundIsIdle());
+    Gate mayEnd;
+    const auto given = std::make_shared<int>(0);
+    ASSERT_TRUE(vetch::StartDetached(nullptr, [&mayEnd, given] { mayEnd.Wait(); }));
+    EXPECT_FALSE(vetch::BackgroundIsIdle());
+    EXPECT_TRUE(vetch::ThreadsAreIdle()) << "it is not one that a quit waits for";
+    vetch::JoinThreads();
+    EXPECT_FALSE(vetch::WaitForIdleBackground(std::chrono::milliseconds(1)));
+    mayEnd.Open();
+    EXPECT_TRUE(vetch::WaitForIdleBackground(std::chrono::minutes(1)));
+    EXPECT_EQ(given.use_count(), 1);
+}
+
+TEST(DetachedThread, IsNotCountedWhenItDoesNotStart)
+{
+    Complaints complaints;
+    const RefusedThreads refused;
+    EXPECT_FALSE(vetch::StartDetached("nothing is made", [] {}));
+    EXPECT_TRUE(vetch::BackgroundIsIdle());
+    EXPECT_THAT(complaints.Take(), testing::ElementsAre(NoThreadsFor("nothing is made")));
+}
+
+TEST(DetachedThread, ReportsAnExceptionAndEnds)
+{
+    Complaints complaints;
+    ASSERT_TRUE(vetch::StartDetached(nullptr, [] { throw std::runtime_error("no tags today"); }));
+    EXPECT_TRUE(vetch::WaitForIdleBackground(std::chrono::minutes(1)));
+    EXPECT_THAT(complaints.Take(), testing::ElementsAre(testing::HasSubstr("no tags today")));
+}
+
+TEST(DetachedThread, AnFThreadIsBackgroundWorkToo)
+{
+    Gate mayEnd;
+    RunOnThread([&] { mayEnd.Wait(); });
+    EXPECT_FALSE(vetch::BackgroundIsIdle());
+    mayEnd.Open();
+    EXPECT_TRUE(vetch::WaitForIdleBackground(std::chrono::minutes(1)));
 }
 
 } // namespace
