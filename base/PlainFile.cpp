@@ -2,6 +2,7 @@
 
 #include "base/Descriptor.h"
 
+#include <atomic>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -23,9 +24,22 @@ int Open(const char* path, int flags)
     return file;
 }
 
+std::atomic<base::PlainFileOpener> gOpener = nullptr;
+
 } // namespace
 
+void base::SetPlainFileOpener(PlainFileOpener opener)
+{
+    gOpener = opener;
+}
+
 int base::OpenPlainFile(const char* path)
+{
+    const PlainFileOpener opener = gOpener;
+    return opener != nullptr ? opener(path) : OpenPlainFileOnDisk(path);
+}
+
+int base::OpenPlainFileOnDisk(const char* path)
 {
     struct stat status;
     if (::stat(path, &status) != 0)

@@ -10,4 +10,12 @@ namespace base {
 // is. Nor does reading wait for what is not there yet, as some of the system's own files would.
 int OpenPlainFile(const char* path);
 
+// Opens files in OpenPlainFile()'s place: tests have readers wait in it. Null for the file system, as at first. Set it
+// while nothing is read.
+using PlainFileOpener = int (*)(const char* path);
+void SetPlainFileOpener(PlainFileOpener opener);
+
+// The file system's own, for an opener that hands on what does not concern it.
+int OpenPlainFileOnDisk(const char* path);
+
 } // namespace base

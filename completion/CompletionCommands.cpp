@@ -109,6 +109,8 @@ void ShowCandidates(PluginInterface* host, Tags& tags, const std::vector<std::st
 
 } // namespace
 
+CompletionActions gCompletionActions = {.routeKey = CompletionWindow::RouteKeyboardEventIfNeeded};
+
 void SelectionSuggestCompletions(PluginInterface* host)
 {
     BEntry localTags;

@@ -16,3 +16,12 @@ void SelectionAutoSuggestCompletions(PluginInterface* host);
 
 // Handles the user's choice: its text is the string "completion" of 'message'.
 void CompletionSelected(PluginInterface* host, const BMessage* message);
+
+// What events call of this folder. Tests put functions of their own here, which record the calls.
+struct CompletionActions {
+    void (*suggest)(PluginInterface* host) = SelectionSuggestCompletions;
+    void (*autoSuggest)(PluginInterface* host) = SelectionAutoSuggestCompletions;
+    void (*selected)(PluginInterface* host, const BMessage* message) = CompletionSelected;
+    long (*routeKey)(PluginInterface* host, const BMessage* keyDown);
+};
+extern CompletionActions gCompletionActions; // document thread

@@ -18,10 +18,15 @@ namespace {
 
 constexpr uint32 kDirectoryChosen = FourCC("gnlt");
 
-bool CTagsAreInstalled()
+bool Exists(const char* path)
 {
     struct stat status;
-    return ::stat("/usr/bin/cplustags", &status) == 0;
+    return ::stat(path, &status) == 0;
+}
+
+bool CTagsAreInstalled()
+{
+    return gTagsActions.exists("/usr/bin/cplustags");
 }
 
 // The command itself names the destination of the tags.
@@ -51,6 +56,8 @@ void PasteInstallHint(PluginInterface* host)
 }
 
 } // namespace
+
+TagsActions gTagsActions = {.exists = Exists};
 
 // All requests for one directory share one temporary file. Two at once interfere; the later one wins.
 void CreateTags(PluginInterface* host, const BEntry& directory, const char* main, const char* second,

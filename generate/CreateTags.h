@@ -31,3 +31,18 @@ void CreateOrUpdateLocalTags(PluginInterface* host); // where the document's tag
 
 // The file panel's message holds the chosen directory as "refs"; does nothing without it.
 void HandleCreateTagsDirectorySelected(PluginInterface* host, const BMessage* message);
+
+// What the rest of the plug-in calls of these. Tests put functions of their own here, which record the calls.
+struct TagsActions {
+    void (*createIn)(PluginInterface* host, const BEntry& directory, const char* main, const char* second,
+                     const vetch::ShellRequest& request) = CreateTags;
+    void (*create)(PluginInterface* host, bool system, bool local) = CreateTags;
+    void (*helpCreate)(PluginInterface* host, bool system, bool local) = HelpCreateTags;
+    void (*createLocal)(PluginInterface* host) = CreateLocalTags;
+    void (*createOrUpdateLocal)(PluginInterface* host) = CreateOrUpdateLocalTags;
+    void (*directorySelected)(PluginInterface* host, const BMessage* message) = HandleCreateTagsDirectorySelected;
+
+    // Whether something is at that path. Asked again at each request: the tags program may be installed meanwhile.
+    bool (*exists)(const char* path);
+};
+extern TagsActions gTagsActions; // document thread

@@ -19,10 +19,10 @@ void OfferToCreateTags(PluginInterface* host)
     auto* alert = new BAlert("DeclarationLookup", kNoTagsText, "Cancel", "Generate tags", "Paste command");
     switch (alert->Go()) { // the alert deletes itself
     case kGenerate:
-        CreateTags(host, true, true);
+        gTagsActions.create(host, true, true);
         break;
     case kPaste:
-        HelpCreateTags(host, true, true);
+        gTagsActions.helpCreate(host, true, true);
         break;
     default:
         break;

@@ -20,8 +20,8 @@ void Tags::UpdateIfNeeded(PluginInterface* host)
     BEntry directory(local.Path().Path(), true);
     directory.GetParent(&directory);
     if (local.OutOfDate())
-        CreateTags(host, directory, kGenerateLocalCtags, nullptr, BecauseOf(local));
+        gTagsActions.createIn(host, directory, kGenerateLocalCtags, nullptr, BecauseOf(local));
     // The system's command lines name only absolute paths, so the local directory works for them too.
     if (system.OutOfDate())
-        CreateTags(host, directory, kGenerateSystemCtags, SecondSystemTemplate(host), BecauseOf(system));
+        gTagsActions.createIn(host, directory, kGenerateSystemCtags, SecondSystemTemplate(host), BecauseOf(system));
 }

@@ -35,12 +35,14 @@ const Item kItems[] = {
      [](PluginInterface* host) { SelectionSymbolLookup(host, true, kLookUpAny); }},
     // Not commands, so without keys. The third item makes only the system's tags; the fourth pastes the lines for both
     // files, from which the user picks.
-    {"Create local tags...", nullptr, false, CreateLocalTags},
-    {"Update local tags", nullptr, false, CreateOrUpdateLocalTags},
-    {"Create or update system tags", nullptr, false, [](PluginInterface* host) { CreateTags(host, true, false); }},
-    {"Help create tags in Worksheet", nullptr, false, [](PluginInterface* host) { HelpCreateTags(host, true, true); }},
+    {"Create local tags...", nullptr, false, [](PluginInterface* host) { gTagsActions.createLocal(host); }},
+    {"Update local tags", nullptr, false, [](PluginInterface* host) { gTagsActions.createOrUpdateLocal(host); }},
+    {"Create or update system tags", nullptr, false,
+     [](PluginInterface* host) { gTagsActions.create(host, true, false); }},
+    {"Help create tags in Worksheet", nullptr, false,
+     [](PluginInterface* host) { gTagsActions.helpCreate(host, true, true); }},
     // This completion runs without the mark of the named command: its list closes at the next editing key.
-    {"Complete symbol", "SymbolCompletion", true, SelectionSuggestCompletions},
+    {"Complete symbol", "SymbolCompletion", true, [](PluginInterface* host) { gCompletionActions.suggest(host); }},
 };
 
 // True when an identifier touches the end of the selection. The start does not matter: a selection may span words.

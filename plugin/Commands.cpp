@@ -32,7 +32,7 @@ void OpenLookupDialog(PluginInterface* host)
 void Complete(PluginInterface* host)
 {
     gHandlingAutoCompletePrimitive = true;
-    SelectionSuggestCompletions(host);
+    gCompletionActions.suggest(host);
 }
 
 struct Command {

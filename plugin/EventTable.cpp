@@ -91,10 +91,10 @@ long DocumentMessage(PluginInterface* host)
         return kNotHandled;
     switch (host->message->what) {
     case FourCC("gnlt"):
-        HandleCreateTagsDirectorySelected(host, host->message);
+        gTagsActions.directorySelected(host, host->message);
         return kNotHandled;
     case FourCC("ksel"):
-        CompletionSelected(host, host->message);
+        gCompletionActions.selected(host, host->message);
         return kInputConsumed;
     case B_KEY_DOWN:
         CloseAnyPalettes();

@@ -60,7 +60,7 @@ long KeyDown(PluginInterface* host)
     gPreKeyDownPatternStart = before.start;
     gPreKeyDownPatternSize = before.size;
 
-    if (const long routed = CompletionWindow::RouteKeyboardEventIfNeeded(host, host->message))
+    if (const long routed = gCompletionActions.routeKey(host, host->message))
         return routed;
     // Any key closes the lookup results. Completions stay: after the key is applied they are compared with the text.
     if (SearchWindow* results = SearchWindow::gSearchWin)
@@ -80,7 +80,7 @@ long KeyTyped(PluginInterface* host)
     // Without an identifier all values are 0, which is not a step forward.
     const Typed now = TypedBeforeCaret(host);
     if (MovedForward(now) && (StartedIdentifier(now) || SameIdentifierGrew(now)))
-        SelectionAutoSuggestCompletions(host);
+        gCompletionActions.autoSuggest(host);
     else
         CloseAnyPalettes();
     return 0;

@@ -21,7 +21,6 @@ class PluginTest : public testing::Test {
 protected:
     PluginTest()
     {
-        Seats::Reset();
         framework.application->SetMenuBar(&bar);
         bar.AddItem(new BMenuItem(searchMenu));
         window = new BWindow({40, 60, 740, 660}, "a.cpp", B_TITLED_WINDOW_LOOK, B_NORMAL_WINDOW_FEEL, 0,
@@ -48,6 +47,7 @@ protected:
         void AlertAnswered(const vetch::AlertDescription& alert, long) override { alerts.push_back(alert); }
         void MenuAnswered(const vetch::MenuDescription& menu, std::optional<long>) override { menus.push_back(menu); }
     };
+    Seats seats;
     Witness witness;
     TempHome home;
     BMenu* const searchMenu = new BMenu("Search");

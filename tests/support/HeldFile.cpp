@@ -1,5 +1,7 @@
 #include "tests/support/HeldFile.h"
 
+#include "base/PlainFile.h"
+
 #include <fcntl.h>
 #include <mutex>
 #include <set>
@@ -19,21 +21,19 @@ bool IsHeld(const char* path)
     return gHeld.contains(path);
 }
 
+int Open(const char* path)
+{
+    return IsHeld(path) ? ::open(path, O_RDONLY | O_CLOEXEC) : base::OpenPlainFileOnDisk(path);
+}
+
 } // namespace
 
 bool MakeHeldFile(const std::string& path)
 {
+    base::SetPlainFileOpener(Open);
     if (::mkfifo(path.c_str(), 0600) != 0)
         return false;
     const std::lock_guard guard(gMutex);
     gHeld.insert(path);
     return true;
-}
-
-// The linker wraps base::OpenPlainFile() in the program's own code with these names.
-extern "C" int __real__ZN4base13OpenPlainFileEPKc(const char* path);
-
-extern "C" int __wrap__ZN4base13OpenPlainFileEPKc(const char* path)
-{
-    return IsHeld(path) ? ::open(path, O_RDONLY | O_CLOEXEC) : __real__ZN4base13OpenPlainFileEPKc(path);
 }

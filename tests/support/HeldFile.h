@@ -3,6 +3,7 @@
 
 #include <string>
 
-// Makes a named pipe. Programs that link test_held_files read it as a plain file on a very slow disk. A reader waits
-// until the test opens it for writing, and reaches the end when the test closes it. False when it cannot be made.
+// Makes a named pipe that base::OpenPlainFile() opens like a plain file on a very slow disk: a reader waits there until
+// the test opens the pipe for writing, and reaches the end when the test closes it. False when it cannot be made. Call
+// it while nothing is read; from then on this program's opener stays in place.
 bool MakeHeldFile(const std::string& path);

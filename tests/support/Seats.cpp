@@ -1,5 +1,7 @@
 #include "tests/support/Seats.h"
 
+#include "completion/CompletionCommands.h"
+#include "generate/CreateTags.h"
 #include "generate/TagTemplates.h"
 #include "vetch/app/BMessage.h"
 #include "vetch/storage/BEntry.h"
@@ -7,8 +9,6 @@
 #include "vetch/support/ShellCommand.h"
 
 #include <cstring>
-
-class PluginInterface;
 
 std::vector<std::string> Seats::calls;
 long Seats::routed = 0;
@@ -36,25 +36,6 @@ std::string TemplateName(const char* text)
         return "system";
     return std::strcmp(text, kIncludeSpecificCompiler) == 0 ? "compiler" : text;
 }
-
-} // namespace
-
-#define WRAPS(symbol) __asm__("__wrap_" symbol)
-
-void CreateTagsIn(PluginInterface*, const BEntry& directory, const char* main, const char* second,
-                  const vetch::ShellRequest&)
-    WRAPS("_Z10CreateTagsP15PluginInterfaceRK6BEntryPKcS5_RKN5vetch12ShellRequestE");
-void CreateTagsOf(PluginInterface*, bool system, bool local) WRAPS("_Z10CreateTagsP15PluginInterfacebb");
-void HelpCreateTagsOf(PluginInterface*, bool system, bool local) WRAPS("_Z14HelpCreateTagsP15PluginInterfacebb");
-void CreateLocal(PluginInterface*) WRAPS("_Z15CreateLocalTagsP15PluginInterface");
-void CreateOrUpdateLocal(PluginInterface*) WRAPS("_Z23CreateOrUpdateLocalTagsP15PluginInterface");
-void DirectorySelected(PluginInterface*, const BMessage* message)
-    WRAPS("_Z33HandleCreateTagsDirectorySelectedP15PluginInterfacePK8BMessage");
-void Suggest(PluginInterface*) WRAPS("_Z27SelectionSuggestCompletionsP15PluginInterface");
-void AutoSuggest(PluginInterface*) WRAPS("_Z31SelectionAutoSuggestCompletionsP15PluginInterface");
-void Selected(PluginInterface*, const BMessage* message) WRAPS("_Z18CompletionSelectedP15PluginInterfacePK8BMessage");
-long Route(PluginInterface*, const BMessage* keyDown)
-    WRAPS("_ZN16CompletionWindow26RouteKeyboardEventIfNeededEP15PluginInterfacePK8BMessage");
 
 void CreateTagsIn(PluginInterface*, const BEntry& directory, const char* main, const char* second,
                   const vetch::ShellRequest&)
@@ -114,4 +95,30 @@ long Route(PluginInterface*, const BMessage* keyDown)
         keyDown->FindInt8("byte", 0, &byte);
     Record(std::string("RouteKeyboardEventIfNeeded ") + static_cast<char>(byte));
     return Seats::routed;
+}
+
+} // namespace
+
+void Seats::Reset()
+{
+    calls.clear();
+    routed = 0;
+}
+
+Seats::Seats()
+{
+    Reset();
+    gTagsActions.createIn = CreateTagsIn;
+    gTagsActions.create = CreateTagsOf;
+    gTagsActions.helpCreate = HelpCreateTagsOf;
+    gTagsActions.createLocal = CreateLocal;
+    gTagsActions.createOrUpdateLocal = CreateOrUpdateLocal;
+    gTagsActions.directorySelected = DirectorySelected;
+    gCompletionActions = {Suggest, AutoSuggest, Selected, Route};
+}
+
+Seats::~Seats()
+{
+    gTagsActions = tags;
+    gCompletionActions = completion;
 }

@@ -1,21 +1,29 @@
-// Records calls to the plug-in's upper floors instead of running them: making tags, and completing.
-//
-// In programs that link test_seats the linker wraps these operations: calls from other source files arrive here.
+// What the plug-in asks of its upper floors, recorded instead of done: making tags, and completing.
 #pragma once
+
+#include "completion/CompletionCommands.h"
+#include "generate/CreateTags.h"
 
 #include <string>
 #include <vector>
 
-struct Seats {
+// Records from its making to its end. One at a time; document thread.
+class Seats {
+public:
+    Seats();
+    ~Seats();
+    Seats(const Seats&) = delete;
+    Seats& operator=(const Seats&) = delete;
+
     // "CreateTags system local", "CreateTags in /directory: main, second", ... in the order of the calls.
     static std::vector<std::string> calls;
 
-    // The completion window's result for a key.
+    static void Reset();
+
+    // What the completion window answers to a key.
     static long routed;
 
-    static void Reset()
-    {
-        calls.clear();
-        routed = 0;
-    }
+private:
+    const TagsActions tags = gTagsActions;
+    const CompletionActions completion = gCompletionActions;
 };
