@@ -1,5 +1,7 @@
 #include "base/Paths.h"
 
+#include "base/Utf8.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -46,37 +48,6 @@ bool HasDotDot(const std::string& path)
     return (path + "/").find("/../") != std::string::npos;
 }
 
-// The bytes of the UTF-8 character that the text begins with; 0 when it begins with something else.
-size_t LengthOfCharacter(std::string_view text)
-{
-    const auto byte = [&](size_t index) -> unsigned {
-        return index < text.length() ? static_cast<unsigned char>(text[index]) : 0;
-    };
-    const auto follows = [&](size_t index) { return (byte(index) & 0xc0) == 0x80; };
-    if (byte(0) < 0x80)
-        return 1;
-    if (byte(0) < 0xe0)
-        return byte(0) >= 0xc2 && follows(1) ? 2 : 0;
-    if (byte(0) < 0xf0) {
-        const bool isTwice = byte(0) == 0xe0 && byte(1) < 0xa0; // which could be written shorter
-        const bool isHalf = byte(0) == 0xed && byte(1) >= 0xa0; // of a character in UTF-16
-        return !isTwice && !isHalf && follows(1) && follows(2) ? 3 : 0;
-    }
-    const bool isTwice = byte(0) == 0xf0 && byte(1) < 0x90;
-    const bool isNone = byte(0) > 0xf4 || (byte(0) == 0xf4 && byte(1) >= 0x90);
-    return !isTwice && !isNone && follows(1) && follows(2) && follows(3) ? 4 : 0;
-}
-
-// Control characters of the upper half stand for an escape and a letter: U+009b begins what clears the screen.
-// Terminals that do not read UTF-8, or read it carelessly, take the bytes alone for them.
-bool IsControl(std::string_view character)
-{
-    const auto first = static_cast<unsigned char>(character.front());
-    const auto last = static_cast<unsigned char>(character.back());
-    return first < 0x20 || first == 0x7f || (character.length() == 1 && first >= 0x80 && first < 0xa0) ||
-           (character.length() == 2 && first == 0xc2 && last < 0xa0);
-}
-
 void AppendEscapes(std::string& text, std::string_view bytes)
 {
     for (const unsigned char byte : bytes) {
@@ -93,8 +64,8 @@ void AppendEscapes(std::string& text, std::string_view bytes)
 void AppendShown(std::string& shown, std::string_view text)
 {
     while (!text.empty()) {
-        const std::string_view character = text.substr(0, std::max<size_t>(LengthOfCharacter(text), 1));
-        if (IsControl(character))
+        const std::string_view character = base::FirstCharacter(text);
+        if (base::IsControl(character))
             AppendEscapes(shown, character);
         else
             shown += character;

@@ -1,5 +1,6 @@
 #include "completion/CompletionCommands.h"
 
+#include "base/Utf8.h"
 #include "completion/AutoCompletionPopulator.h"
 #include "completion/CompletionWindow.h"
 #include "completion/Completions.h"
@@ -36,11 +37,6 @@ bool BeginsWith(const std::string& text, const std::string& beginning)
     return text.compare(0, beginning.length(), beginning) == 0;
 }
 
-bool ContinuesCharacter(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80; // in UTF-8
-}
-
 // The candidates' common beginning, in whole characters: two that differ only in their second bytes have none.
 std::string CommonBeginning(const Completions& completions)
 {
@@ -49,7 +45,7 @@ std::string CommonBeginning(const Completions& completions)
     if (common.empty())
         return common;
     const std::string& any = completions.Strings().front();
-    while (!common.empty() && common.length() < any.length() && ContinuesCharacter(any[common.length()]))
+    while (!common.empty() && common.length() < any.length() && base::ContinuesCharacter(any[common.length()]))
         common.pop_back();
     return common;
 }

@@ -1,7 +1,6 @@
 // Characters and cells of the script's face.
 #include "wren/core/Document.h"
 #include "wren/script/GridFace.h"
-#include "wren/script/Utf8.h"
 #include "wren/text/PlainText.h"
 
 #include <gtest/gtest.h>
@@ -25,26 +24,6 @@ Document Made(const std::string& text, long caret)
 }
 
 } // namespace
-
-TEST(ValidUtf8, Cases)
-{
-    const struct {
-        const char* why;
-        std::string bytes;
-        std::string text;
-    } kCases[] = {
-        {"plain", "abc", "abc"},
-        {"two, three and four bytes", "\xc3\xa9\xe2\x82\xac\xf0\x9f\x90\xa6", "\xc3\xa9\xe2\x82\xac\xf0\x9f\x90\xa6"},
-        {"a NUL is text", std::string("a\0b", 3), std::string("a\0b", 3)},
-        {"a lone byte", "a\x80z", "a\xef\xbf\xbdz"},
-        {"a cut sequence is replaced byte by byte", "\xe2\x82", "\xef\xbf\xbd\xef\xbf\xbd"},
-        {"an overlong form", "\xc0\xaf", "\xef\xbf\xbd\xef\xbf\xbd"},
-        {"half of a surrogate pair", "\xed\xa0\x80", "\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd"},
-        {"beyond the last code point", "\xf4\x90\x80\x80", "\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd"},
-    };
-    for (const auto& each : kCases)
-        EXPECT_EQ(wren::ValidUtf8(each.bytes), each.text) << each.why;
-}
 
 TEST(GridFace, PutsEachCharacterIntoItsCell)
 {

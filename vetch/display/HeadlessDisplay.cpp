@@ -1,8 +1,8 @@
 #include "vetch/display/HeadlessDisplay.h"
 
+#include "base/Utf8.h"
 #include "vetch/app/Loop.h"
 #include "vetch/display/HeadlessMirror.h"
-#include "vetch/display/Utf8.h"
 #include "vetch/display/WindowKinds.h"
 
 #include <type_traits>
@@ -200,7 +200,7 @@ void HeadlessDisplay::Show(const PanelOpened& opened)
 
 float HeadlessDisplay::StringWidth(const std::string& text, float /*fontSize*/) const
 {
-    return kCharacterWidth * static_cast<float>(CountCodePoints(text));
+    return kCharacterWidth * static_cast<float>(base::CountCodePoints(text));
 }
 
 FontMetrics HeadlessDisplay::Metrics(float /*fontSize*/) const

@@ -1,5 +1,6 @@
 #include "wren/core/Host.h"
 
+#include "base/Utf8.h"
 #include "vetch/app/Loop.h"
 #include "vetch/interface/BMenu.h"
 #include "vetch/interface/BMenuItem.h"
@@ -30,7 +31,7 @@ std::string Shortened(const std::string& text)
     if (text.size() <= kLongestProblem)
         return text;
     size_t end = kLongestProblem;
-    while (end > 0 && (static_cast<unsigned char>(text[end]) & 0xc0) == 0x80)
+    while (end > 0 && base::ContinuesCharacter(text[end]))
         --end;
     return text.substr(0, end) + "...";
 }

@@ -1,5 +1,6 @@
 #include "wren/core/KeyLines.h"
 
+#include "base/Utf8.h"
 #include "wren/core/SettingsStore.h"
 
 #include <algorithm>
@@ -65,8 +66,7 @@ bool IsOneCharacter(std::string_view name)
     if (first < 0x80)
         return name.size() == 1 && first > ' ' && first < 0x7f;
     const size_t length = first >= 0xf0 ? 4 : first >= 0xe0 ? 3 : first >= 0xc2 ? 2 : 0;
-    return name.size() == length &&
-           std::all_of(name.begin() + 1, name.end(), [](unsigned char c) { return (c & 0xc0) == 0x80; });
+    return name.size() == length && std::all_of(name.begin() + 1, name.end(), base::ContinuesCharacter);
 }
 
 bool IsReserved(char c)

@@ -1,6 +1,6 @@
 #include "wren/desktop/StatusLine.h"
 
-#include "vetch/display/Utf8.h"
+#include "base/Utf8.h"
 #include "vetch/support/FThread.h"
 #include "wren/core/Document.h"
 #include "wren/desktop/GuiLoop.h"
@@ -32,7 +32,7 @@ QString NameOf(LineEnds ends)
 long ColumnOf(const Document& document, long caret)
 {
     const std::string before = document.Text(document.LineStart(document.LineAt(caret)), caret);
-    return static_cast<long>(vetch::CountCodePoints(before)) + 1;
+    return static_cast<long>(base::CountCodePoints(before)) + 1;
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "wren/headless/Keyboard.h"
 
+#include "base/Utf8.h"
 #include "vetch/app/Modifiers.h"
-#include "vetch/display/Utf8.h"
 #include "wren/core/Document.h"
 
 #include <cstring>
@@ -34,13 +34,13 @@ std::string BytesOf(const std::string& key)
     const auto named = kNamedKeys.find(key);
     if (named != kNamedKeys.end())
         return std::string(1, named->second);
-    return !key.empty() && vetch::CodePointLength(key) == key.size() ? key : "";
+    return !key.empty() && base::CodePointLength(key) == key.size() ? key : "";
 }
 
 long CharacterBefore(const Document& document, long offset)
 {
     for (long start = std::max(offset - 4, 0L); start < offset; ++start)
-        if (start + static_cast<long>(vetch::CodePointLength(document.Text(start, offset))) == offset)
+        if (start + static_cast<long>(base::CodePointLength(document.Text(start, offset))) == offset)
             return start;
     return offset;
 }
@@ -48,7 +48,7 @@ long CharacterBefore(const Document& document, long offset)
 long CharacterAfter(const Document& document, long offset)
 {
     const std::string rest = document.Text(offset, std::min(offset + 4, document.Length()));
-    return rest.empty() ? offset : offset + static_cast<long>(vetch::CodePointLength(rest));
+    return rest.empty() ? offset : offset + static_cast<long>(base::CodePointLength(rest));
 }
 
 void Replace(Document& document, Selection range, const std::string& text, const char* name)
@@ -67,7 +67,7 @@ long SameColumn(const Document& document, long offset, long line)
     const long start = document.LineStart(document.LineAt(offset));
     long found = document.LineStart(line);
     const long end = document.LineEnd(line);
-    for (size_t column = vetch::CountCodePoints(document.Text(start, offset)); column > 0 && found < end; --column)
+    for (size_t column = base::CountCodePoints(document.Text(start, offset)); column > 0 && found < end; --column)
         found = CharacterAfter(document, found);
     return found;
 }

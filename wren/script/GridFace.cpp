@@ -1,6 +1,6 @@
 #include "wren/script/GridFace.h"
 
-#include "vetch/display/Utf8.h"
+#include "base/Utf8.h"
 #include "wren/core/Document.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ Cell CellOf(const Document& document, long offset)
     std::string_view rest = text;
     long column = 0;
     for (long at = start; at < offset; ++column) {
-        const long length = static_cast<long>(vetch::CodePointLength(rest));
+        const long length = static_cast<long>(base::CodePointLength(rest));
         if (at + length > offset)
             break;
         at += length;
@@ -74,7 +74,7 @@ long GridFace::OffsetAt(const Document& document, BPoint where) const
     std::string_view rest = text;
     long offset = start;
     for (long column = CellsIn(where.x, kCellWidth); column > 0 && !rest.empty(); --column) {
-        const size_t length = vetch::CodePointLength(rest);
+        const size_t length = base::CodePointLength(rest);
         offset += static_cast<long>(length);
         rest.remove_prefix(length);
     }

@@ -2,7 +2,7 @@
 #include "wren/headless/Keyboard.h"
 #include "wren/script/LineHandlers.h"
 
-#include "vetch/display/Utf8.h"
+#include "base/Utf8.h"
 
 #include <string_view>
 
@@ -52,8 +52,8 @@ void Type(ScriptSession& session, const Line& line, Json&)
 {
     const std::string text = line.Text("text");
     session.NeedDocument();
-    for (std::string_view rest = text; !rest.empty(); rest.remove_prefix(vetch::CodePointLength(rest))) {
-        const std::string key(rest.substr(0, vetch::CodePointLength(rest)));
+    for (std::string_view rest = text; !rest.empty(); rest.remove_prefix(base::CodePointLength(rest))) {
+        const std::string key(base::FirstCharacter(rest));
         Stroke(session, key, {key, 0});
         session.TheStage().Settle(); // nobody types faster than windows answer
     }

@@ -1,6 +1,6 @@
 #include "wren/script/ScriptLog.h"
 
-#include "wren/script/Utf8.h"
+#include "base/Utf8.h"
 
 #include <cmath>
 #include <utility>
@@ -9,7 +9,7 @@ namespace wren {
 
 Json JsonText(const std::string& text)
 {
-    return ValidUtf8(text);
+    return base::ValidUtf8(text);
 }
 
 Json JsonKey(char key)

@@ -1,6 +1,6 @@
 #include "wren/desktop/display/FontTable.h"
 
-#include "vetch/display/Utf8.h"
+#include "base/Utf8.h"
 
 #include <QApplication>
 #include <QFont>
@@ -97,9 +97,8 @@ float FontTable::WidthOf(const Sheet& sheet, const std::string& text)
 {
     float width = 0;
     for (std::string_view rest = text; !rest.empty();) {
-        const std::string_view character = rest.substr(0, vetch::CodePointLength(rest));
-        const bool valid = character.size() > 1 || static_cast<unsigned char>(character[0]) < 0x80;
-        if (!valid)
+        const std::string_view character = base::FirstCharacter(rest);
+        if (base::IsStray(character))
             width += sheet.replacement;
         else
             width += IsLatin1(character) ? sheet.widths[Latin1(character)] : sheet.other;

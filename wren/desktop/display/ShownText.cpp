@@ -1,6 +1,6 @@
 #include "wren/desktop/display/ShownText.h"
 
-#include "vetch/display/Utf8.h"
+#include "base/Utf8.h"
 
 #include <string_view>
 
@@ -10,7 +10,7 @@ namespace {
 
 QString ShownCharacter(std::string_view character)
 {
-    if (character.size() == 1 && static_cast<unsigned char>(character[0]) >= 0x80)
+    if (base::IsStray(character))
         return QChar(QChar::ReplacementCharacter);
     return QString::fromUtf8(character.data(), static_cast<int>(character.size()));
 }
@@ -22,7 +22,7 @@ QString ShownText(const std::string& bytes)
 {
     QString shown;
     for (std::string_view rest = bytes; !rest.empty();) {
-        const std::string_view character = rest.substr(0, vetch::CodePointLength(rest));
+        const std::string_view character = base::FirstCharacter(rest);
         shown += ShownCharacter(character);
         rest.remove_prefix(character.size());
     }
@@ -39,7 +39,7 @@ int UnitsBefore(const std::string& bytes, long offset)
     int units = 0;
     const std::string_view all = bytes;
     for (size_t at = 0; at < all.size() && static_cast<long>(at) < offset;) {
-        const std::string_view character = all.substr(at, vetch::CodePointLength(all.substr(at)));
+        const std::string_view character = base::FirstCharacter(all.substr(at));
         units += static_cast<int>(ShownCharacter(character).size());
         at += character.size();
     }
