@@ -4,14 +4,15 @@
 // only StripStd allocates.
 #pragma once
 
-#include <cctype>
+#include "base/Identifier.h"
+
 #include <cstring>
 #include <string>
 
 // Bytes from 0x80 up do not belong to identifiers in the editor's locales.
 inline bool IsIDChar(char ch)
 {
-    return std::isalnum(static_cast<unsigned char>(ch)) || ch == '_';
+    return base::IsIdentifierCharacter(ch);
 }
 
 inline bool IsIDCharOrColon(char ch)

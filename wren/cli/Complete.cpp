@@ -1,5 +1,6 @@
 #include "wren/cli/Complete.h"
 
+#include "base/Identifier.h"
 #include "vetch/app/Loop.h"
 #include "vetch/support/ThreadStart.h"
 #include "wren/headless/Keyboard.h"
@@ -17,21 +18,16 @@ using Outcome = CompleteResult::Outcome;
 // A list shows that many candidates; its last item then only says that there are more.
 constexpr size_t kMostCandidates = 200;
 
-bool IsOfName(char c)
-{
-    return std::isalnum(static_cast<unsigned char>(c)) || c == '_';
-}
-
 size_t BeginOfName(const std::string& text, size_t offset)
 {
-    while (offset > 0 && IsOfName(text[offset - 1]))
+    while (offset > 0 && base::IsIdentifierCharacter(text[offset - 1]))
         --offset;
     return offset;
 }
 
 size_t EndOfName(const std::string& text, size_t offset)
 {
-    while (offset < text.size() && IsOfName(text[offset]))
+    while (offset < text.size() && base::IsIdentifierCharacter(text[offset]))
         ++offset;
     return offset;
 }
@@ -157,9 +153,9 @@ CompleteResult Complete(const CompleteOptions& options)
 std::string WordAround(const std::string& text, size_t start, size_t end)
 {
     start = BeginOfName(text, start);
-    while (start > 2 && text.compare(start - 2, 2, "::") == 0 && IsOfName(text[start - 3]))
+    while (start > 2 && text.compare(start - 2, 2, "::") == 0 && base::IsIdentifierCharacter(text[start - 3]))
         start = BeginOfName(text, start - 2);
-    if (end > 0 && IsOfName(text[end - 1]))
+    if (end > 0 && base::IsIdentifierCharacter(text[end - 1]))
         end = EndOfName(text, end);
     return text.substr(start, end - start);
 }

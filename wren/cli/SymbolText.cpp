@@ -1,6 +1,8 @@
 #include "wren/cli/SymbolText.h"
 
-#include <cctype>
+#include "base/Identifier.h"
+
+#include <algorithm>
 #include <string_view>
 
 namespace wren {
@@ -17,13 +19,10 @@ public:
 
     bool TakeIdentifier()
     {
-        size_t length = 0;
-        while (length < rest.size() && (std::isalnum(static_cast<unsigned char>(rest[length])) || rest[length] == '_'))
-            ++length;
-        if (length == 0 || std::isdigit(static_cast<unsigned char>(rest[0])))
-            return false;
-        rest.remove_prefix(length);
-        return true;
+        const auto end = std::ranges::find_if_not(rest, base::IsIdentifierCharacter);
+        const std::string_view word(rest.begin(), end);
+        rest.remove_prefix(word.size());
+        return base::IsIdentifier(word);
     }
 
     bool Take(std::string_view text)

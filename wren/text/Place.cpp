@@ -1,17 +1,13 @@
 #include "wren/text/Place.h"
 
+#include "base/Identifier.h"
+
 #include <algorithm>
-#include <cctype>
 #include <charconv>
 
 namespace wren {
 
 namespace {
-
-bool BeginsIdentifier(char c)
-{
-    return std::isalpha(static_cast<unsigned char>(c)) || c == '_';
-}
 
 // Takes ":NUMBER" off the end of 'text', for a number of 1 or more.
 std::optional<long> TakeNumber(std::string& text)
@@ -49,7 +45,7 @@ std::optional<Line> FindLine(const std::string& text, long number)
 size_t FirstIdentifier(const std::string& text, Line line)
 {
     for (size_t offset = line.start; offset < line.end; ++offset)
-        if (BeginsIdentifier(text[offset]))
+        if (base::IsIdentifierStart(text[offset]))
             return offset;
     return line.start;
 }
