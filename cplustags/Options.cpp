@@ -1,5 +1,6 @@
 #include "cplustags/Options.h"
 
+#include "base/ExitStatus.h"
 #include "base/Paths.h"
 
 #include <CLI/CLI.hpp>
@@ -15,7 +16,6 @@ namespace cplustags {
 
 namespace {
 
-constexpr int kWrongUsage = 2;
 constexpr unsigned kMostJobs = 64;
 constexpr unsigned kLongestTimeLimit = 24 * 60 * 60;
 
@@ -227,7 +227,7 @@ Options ReadOptions(int argc, const char* const* argv, int* status)
     } catch (const std::runtime_error& error) { // CLI11's errors, and ours
         std::cerr << "cplustags: " << base::ShownLines(error.what())
                   << "\nRun cplustags --help for what can be given.\n";
-        *status = kWrongUsage;
+        *status = base::exit_status::kUnusable;
     }
     return {};
 }

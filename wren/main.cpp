@@ -1,4 +1,5 @@
 // wren: looks symbols up in source code, and opens it in the editor.
+#include "base/ExitStatus.h"
 #include "vetch/support/Complaint.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/Commands.h"
@@ -17,8 +18,6 @@
 #include <unistd.h>
 
 namespace {
-
-constexpr int kWrongUsage = 2;
 
 constexpr const char* kFooter = R"(Without a command, wren FILE... opens the files in the editor.
 
@@ -57,12 +56,12 @@ int main(int count, char** words)
     try {
         app.parse(count, words);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : kWrongUsage;
+        return app.exit(error) == 0 ? base::exit_status::kDone : base::exit_status::kUnusable;
     } catch (const std::filesystem::filesystem_error& error) { // the current directory was removed
         const std::string name = error.path1().empty() ? "the current directory" : error.path1().string();
         std::fprintf(stderr, "wren: %s cannot be used: %s\n", wren::ShownOn(STDERR_FILENO, name).c_str(),
                      error.code().message().c_str());
-        return kWrongUsage;
+        return base::exit_status::kUnusable;
     }
     if (wren::ProgramOutput::ReaderIsGone())
         wren::DieBySignal(SIGPIPE);

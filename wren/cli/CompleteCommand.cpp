@@ -1,5 +1,6 @@
 #include "wren/cli/Commands.h"
 
+#include "base/ExitStatus.h"
 #include "vetch/storage/Home.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/Complete.h"
@@ -12,11 +13,6 @@
 namespace wren {
 
 namespace {
-
-constexpr int kCompleted = 0;
-constexpr int kNoCompletion = 1;
-constexpr int kUnusable = 2;
-constexpr int kNoTags = 3;
 
 constexpr const char* kFooter = R"(The caret is before the character of that column, 1 being the line's first. Without a
 column it is at the end of the line, where one types. What is completed is the name, the
@@ -52,16 +48,17 @@ int PrintCandidates(ProgramOutput& output, const CompleteWords& words, const Com
     if (words.edit)
         Complain("nothing is put in: these are the candidates");
     if (!WriteOrComplain(output, lines, "the candidates"))
-        return kUnusable;
+        return base::exit_status::kUnusable;
     if (result.more)
         Complain("these are the first " + std::to_string(result.candidates.size()) + " candidates; there are more");
-    return kCompleted;
+    return base::exit_status::kDone;
 }
 
 int PrintEdit(ProgramOutput& output, const CompleteWords& words, const CompleteResult& result)
 {
     const std::string completion = (words.edit ? result.line : result.word) + "\n";
-    return WriteOrComplain(output, completion, "the completion") ? kCompleted : kUnusable;
+    return WriteOrComplain(output, completion, "the completion") ? base::exit_status::kDone
+                                                                 : base::exit_status::kUnusable;
 }
 
 void SayWhyNothing(const CompleteWords& words, const CompleteResult& result)
@@ -88,16 +85,16 @@ int Report(ProgramOutput& output, const CompleteWords& words, const CompleteResu
         return PrintCandidates(output, words, result);
     case Outcome::NoCompletion:
         SayWhyNothing(words, result);
-        return kNoCompletion;
+        return base::exit_status::kNothing;
     case Outcome::NoWord:
         Complain("there is nothing to complete at " + words.options.place.Text());
-        return kNoCompletion;
+        return base::exit_status::kNothing;
     case Outcome::NoTags:
         Complain(RemedyForNoTags(result.directory));
-        return kNoTags;
+        return base::exit_status::kNoTags;
     default:
         Complain(result.error);
-        return kUnusable;
+        return base::exit_status::kUnusable;
     }
 }
 
@@ -107,7 +104,7 @@ int RunComplete(CompleteWords& words)
     const std::optional<Place> place = ParsePlace(words.place, &error);
     if (!place) {
         Complain(error);
-        return kUnusable;
+        return base::exit_status::kUnusable;
     }
     words.options.place = *place;
     ProgramOutput output;

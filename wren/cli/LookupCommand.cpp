@@ -1,5 +1,6 @@
 #include "wren/cli/Commands.h"
 
+#include "base/ExitStatus.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/Lookup.h"
 #include "wren/cli/TagsAdvice.h"
@@ -14,11 +15,6 @@
 namespace wren {
 
 namespace {
-
-constexpr int kMatched = 0;
-constexpr int kNoMatch = 1;
-constexpr int kUnusable = 2;
-constexpr int kNoTags = 3;
 
 constexpr const char* kFooter = R"(Matches are printed as "path:line: item", as compilers and grep do, at most 41.
 Without a column, the first identifier of the line is looked up. What matches may be
@@ -82,10 +78,10 @@ int PrintMatches(ProgramOutput& output, const std::vector<Match>& matches)
     const bool colour = WantsColour(output);
     for (const Match& match : matches)
         if (!WriteAsIsOrComplain(output, Line(AsShown(output, match), colour), "the matches"))
-            return kUnusable;
+            return base::exit_status::kUnusable;
     if (matches.size() == kMostMatches)
         Complain("these are the first " + std::to_string(kMostMatches) + " matches; there may be more");
-    return kMatched;
+    return base::exit_status::kDone;
 }
 
 int Report(ProgramOutput& output, const LookupOptions& options, const LookupResult& result)
@@ -96,18 +92,18 @@ int Report(ProgramOutput& output, const LookupOptions& options, const LookupResu
         return PrintMatches(output, result.matches);
     case Outcome::NoTags:
         Complain(RemedyForNoTags(result.directory));
-        return kNoTags;
+        return base::exit_status::kNoTags;
     case Outcome::NothingThere:
         Complain("there is no symbol at " + options.place->Text());
-        return kNoMatch;
+        return base::exit_status::kNothing;
     case Outcome::NoMatch:
         Complain("nothing in the tags files matches " + WhatWasAsked(options));
         for (const std::string& problem : ProblemsWithTags(result.directory))
             Complain(problem);
-        return kNoMatch;
+        return base::exit_status::kNothing;
     default:
         Complain(result.error);
-        return kUnusable;
+        return base::exit_status::kUnusable;
     }
 }
 
@@ -140,7 +136,7 @@ bool Understand(LookupWords& words)
 int RunLookup(LookupWords& words)
 {
     if (!Understand(words))
-        return kUnusable;
+        return base::exit_status::kUnusable;
     ProgramOutput output;
     const LookupResult result = LookUp(words.options);
     return Report(output, words.options, result);

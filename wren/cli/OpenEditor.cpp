@@ -1,5 +1,7 @@
 #include "wren/cli/OpenEditor.h"
 
+#include "base/ExitStatus.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -17,7 +19,6 @@ namespace fs = std::filesystem;
 
 constexpr std::array<std::string_view, 7> kOwnWords = {"lookup", "tags", "complete", "script",
                                                        "--help", "-h",   "--version"};
-constexpr int kNoEditor = 69; // EX_UNAVAILABLE of sysexits.h
 
 // Beside this program, or where it is when both are installed.
 fs::path EditorProgram()
@@ -43,7 +44,7 @@ int OpenEditor(char** words)
                  "wren: the editor cannot be started: %s: %s\n"
                  "Install Wren's desktop editor, or use the commands that need none: wren lookup and wren complete.\n",
                  program.c_str(), std::strerror(errno));
-    return kNoEditor;
+    return base::exit_status::kUnavailable;
 }
 
 } // namespace wren

@@ -7,6 +7,7 @@
 #include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
 
+#include "base/ExitStatus.h"
 #include "vetch/storage/Home.h"
 #include "vetch/support/Strings.h"
 
@@ -25,10 +26,6 @@ namespace wren {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr int kMade = 0;
-constexpr int kFailed = 1;
-constexpr int kUnusable = 2;
 
 constexpr unsigned kMostJobs = 1024;
 
@@ -156,13 +153,13 @@ int MakeAll(PluginBundle& bundle, const TagsWords& words, ProgramOutput& output,
         allWell = ReportTags(output, made, DryRun(words, EscapedPath(*words.directory))) && allWell;
         *signal = made.signal;
     }
-    return allWell ? kMade : kFailed;
+    return allWell ? base::exit_status::kDone : base::exit_status::kNothing;
 }
 
 int RunTags(TagsWords& words)
 {
     if (!Understand(words))
-        return kUnusable;
+        return base::exit_status::kUnusable;
     SetEnvironment(words);
     ProgramOutput output;
     output.DropTheRest(); // the plug-in says what it runs in bytes that may be no text
@@ -171,7 +168,7 @@ int RunTags(TagsWords& words)
         PluginBundle::Load(words.bundle.empty() ? PluginBundle::DefaultDirectory() : words.bundle, &error);
     if (bundle == nullptr) {
         Complain(error);
-        return kUnusable;
+        return base::exit_status::kUnusable;
     }
     int signal = 0;
     const int status = MakeAll(*bundle, words, output, &signal);

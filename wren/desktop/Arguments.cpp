@@ -1,5 +1,6 @@
 #include "wren/desktop/Arguments.h"
 
+#include "base/ExitStatus.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/core/UserDirectories.h"
 
@@ -10,8 +11,6 @@
 namespace wren {
 
 namespace {
-
-constexpr int kWrongUsage = 2;
 
 constexpr const char* kFooter =
     R"(Without files, what was open last time is opened again. The settings are plain lines in
@@ -37,7 +36,7 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
     try {
         app.parse(count, words);
     } catch (const CLI::ParseError& error) {
-        *status = app.exit(error) == 0 ? 0 : kWrongUsage;
+        *status = app.exit(error) == 0 ? base::exit_status::kDone : base::exit_status::kUnusable;
         return std::nullopt;
     }
     arguments.options.restoresSession = !fresh;

@@ -1,4 +1,6 @@
 // wren-desktop: the editor that a person sits at.
+#include "base/Descriptor.h"
+#include "base/ExitStatus.h"
 #include "wren/desktop/Arguments.h"
 #include "wren/desktop/Endings.h"
 #include "wren/desktop/PaintThread.h"
@@ -14,9 +16,6 @@
 #include <unistd.h>
 
 namespace {
-
-constexpr int kNoDisplay = 69; // EX_UNAVAILABLE of sysexits.h
-constexpr int kNoThread = 71;  // EX_OSERR
 
 void ComplainOfNoDisplay()
 {
@@ -39,11 +38,9 @@ void KeepOffTerminal()
 {
     if (::isatty(STDOUT_FILENO) != 1)
         return;
-    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-    if (nowhere < 0)
-        return;
-    ::dup2(nowhere, STDOUT_FILENO);
-    ::close(nowhere);
+    const base::Descriptor nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC));
+    if (nowhere.IsOpen())
+        ::dup2(nowhere.Number(), STDOUT_FILENO);
 }
 
 // Qt ends the program when it cannot reach the display that is named.
@@ -55,7 +52,7 @@ void HearQt(QtMsgType type, const QMessageLogContext&, const QString& text)
     }
     if (text.contains("platform plugin")) {
         ComplainOfNoDisplay();
-        ::_exit(kNoDisplay);
+        ::_exit(base::exit_status::kUnavailable);
     }
     std::fprintf(stderr, "wren: %s\n", qUtf8Printable(text));
     std::abort();
@@ -84,7 +81,7 @@ int main(int count, char** words)
         return status;
     if (!HasDisplay()) {
         ComplainOfNoDisplay();
-        return kNoDisplay;
+        return base::exit_status::kUnavailable;
     }
     KeepOffTerminal();
     qInstallMessageHandler(&HearQt);
@@ -94,7 +91,7 @@ int main(int count, char** words)
     QApplication application(count, words);
     if (!wren::HoldPaintThread()) {
         std::fputs("wren: the system cannot start another thread, and drawing needs one.\n", stderr);
-        return kNoThread;
+        return base::exit_status::kNoThread;
     }
     QApplication::setWindowIcon(WindowIcon());
     wren::Editor editor(arguments->options);
