@@ -1,5 +1,6 @@
 #include "wren/core/OverwrittenCopy.h"
 
+#include "base/Hash.h"
 #include "wren/core/DiskSteps.h"
 #include "wren/core/Documents.h"
 #include "wren/core/OwnedFile.h"
@@ -36,10 +37,7 @@ struct TextMark {
 
 TextMark MarkOfText(std::string_view text)
 {
-    std::uint64_t hash = 14695981039346656037u;
-    for (const char each : text)
-        hash = (hash ^ static_cast<unsigned char>(each)) * 1099511628211u;
-    return {text.size(), hash};
+    return {text.size(), base::Fnv1a(text)};
 }
 
 // A line of numbers, the path, a line end, the old text.
@@ -126,7 +124,7 @@ bool OverwrittenCopy::Make(const std::string& of, const std::string& old, std::s
     std::error_code unknown;
     const std::string head = HeadOf(std::filesystem::absolute(of, unknown), old, next);
     steps.Next();
-    file = base::Descriptor(MakeOwnedFile(directory, kUnfinished, &path));
+    file = MakeOwnedFile(directory, kUnfinished, &path);
     int reason = file.IsOpen() ? 0 : errno;
     if (reason != 0)
         path.clear();

@@ -23,21 +23,20 @@ bool IsNamed(int file)
 
 } // namespace
 
-int MakeOwnedFile(const std::string& directory, const std::string& end, std::string* path)
+base::Descriptor MakeOwnedFile(const std::string& directory, const std::string& end, std::string* path)
 {
     static std::atomic<unsigned> count = 0;
     while (true) {
         const auto now = std::chrono::system_clock::now().time_since_epoch().count();
         *path = directory + "/" + std::to_string(::getpid()) + "-" + std::to_string(++count) + "-" +
                 std::to_string(now) + end;
-        const int file = ::open(path->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600);
-        if (file < 0 && errno != EEXIST)
+        base::Descriptor file(::open(path->c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
+        if (!file.IsOpen() && errno != EEXIST)
             return file;
-        if (file < 0)
+        if (!file.IsOpen())
             continue;
-        if ((::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) && IsNamed(file))
+        if ((::flock(file.Number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) && IsNamed(file.Number()))
             return file;
-        ::close(file);
         ::unlink(path->c_str());
     }
 }

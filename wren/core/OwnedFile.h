@@ -10,9 +10,9 @@
 namespace wren {
 
 // Makes a file of a name that none had before, also no process of the same number, with 'end' behind it; locks it, and
-// answers its descriptor, the caller's to close. The lock ends with the process or the descriptor. Where a file system
-// has no locks, it has none. Below 0, with errno, when it cannot be made. Any thread.
-int MakeOwnedFile(const std::string& directory, const std::string& end, std::string* path);
+// returns its descriptor. The lock ends with the process or the descriptor. Where a file system has no locks, it has
+// none. Not open, with errno, when it cannot be made. Any thread.
+base::Descriptor MakeOwnedFile(const std::string& directory, const std::string& end, std::string* path);
 
 // Such a file of a process that is gone. While this lives, other processes see it as left as well.
 class LeftFile {

@@ -1,5 +1,7 @@
 #include "wren/core/ProgramOutput.h"
 
+#include "base/NewFile.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
@@ -10,36 +12,31 @@ namespace wren {
 ProgramOutput::ProgramOutput()
 {
     std::fflush(stdout);
-    output = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    output = base::Descriptor(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     ::dup2(STDERR_FILENO, STDOUT_FILENO);
 }
 
 void ProgramOutput::DropTheRest()
 {
     std::fflush(stdout);
-    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-    if (nowhere < 0)
-        return;
-    ::dup2(nowhere, STDOUT_FILENO);
-    ::close(nowhere);
+    const base::Descriptor nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC));
+    if (nowhere.IsOpen())
+        ::dup2(nowhere.Number(), STDOUT_FILENO);
 }
 
 bool ProgramOutput::Write(const std::string& text)
 {
-    for (size_t done = 0; done < text.size();) {
-        const ssize_t count = ::write(output, text.data() + done, text.size() - done);
-        if (count < 0 && errno != EINTR) {
-            gReaderIsGone = errno == EPIPE;
-            return false;
-        }
-        done += count < 0 ? 0 : static_cast<size_t>(count);
+    const base::Result<void> written = base::WriteAll(output.Number(), text);
+    if (!written) {
+        gReaderIsGone = written.Failure().number == EPIPE;
+        errno = written.Failure().number;
     }
-    return true;
+    return static_cast<bool>(written);
 }
 
 bool ProgramOutput::IsTerminal() const
 {
-    return ::isatty(output) == 1;
+    return ::isatty(output.Number()) == 1;
 }
 
 } // namespace wren

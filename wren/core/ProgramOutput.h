@@ -1,6 +1,8 @@
 // Standard output, kept for the program's own answers.
 #pragma once
 
+#include "base/Descriptor.h"
+
 #include <string>
 
 namespace wren {
@@ -22,7 +24,7 @@ public:
     static bool ReaderIsGone() { return gReaderIsGone; }
 
 private:
-    int output;
+    base::Descriptor output;
     static inline bool gReaderIsGone = false;
 };
 

@@ -28,9 +28,9 @@ std::string RecordsDirectory()
     return StateDirectory().empty() ? "" : StateDirectory() + "/saving";
 }
 
-int MakeRecord(std::string* path)
+base::Descriptor MakeRecord(std::string* path)
 {
-    return RecordsDirectory().empty() ? -1 : MakeOwnedFile(RecordsDirectory(), "", path);
+    return RecordsDirectory().empty() ? base::Descriptor() : MakeOwnedFile(RecordsDirectory(), "", path);
 }
 
 // What a record says: a path, a NUL, and once the file is made, its inode and a line end.

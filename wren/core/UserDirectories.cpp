@@ -1,9 +1,8 @@
 #include "wren/core/UserDirectories.h"
 
-#include "vetch/storage/Home.h"
+#include "base/UserDirectories.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,20 +11,6 @@
 namespace wren {
 
 namespace {
-
-// A variable that is no absolute path is to be passed over, says the specification.
-std::string Below(const char* variable, const char* fromHome)
-{
-    const char* value = std::getenv(variable);
-    std::string base = value != nullptr && *value == '/' ? value : "";
-    if (base.empty() && !Home().empty())
-        base = Home() + fromHome;
-    if (base.empty())
-        return "";
-    while (base.ends_with('/'))
-        base.pop_back();
-    return base + "/wren";
-}
 
 bool IsDirectory(const std::string& path)
 {
@@ -59,12 +44,12 @@ bool IsFull(const struct statvfs& disk)
 
 std::string ConfigDirectory()
 {
-    return Below("XDG_CONFIG_HOME", ".config");
+    return base::ConfigDirectory("wren");
 }
 
 std::string StateDirectory()
 {
-    return Below("XDG_STATE_HOME", ".local/state");
+    return base::StateDirectory("wren");
 }
 
 std::string AdviceAbout(const std::string& directory, int (*diskState)(const char* path, struct statvfs* state))

@@ -1,5 +1,6 @@
 #include "wren/desktop/TagsKeeper.h"
 
+#include "base/Descriptor.h"
 #include "wren/core/UserDirectories.h"
 #include "wren/desktop/GuiLoop.h"
 #include "wren/desktop/NoticeBar.h"
@@ -39,20 +40,13 @@ public:
     explicit Log(const std::string& path) : file(Open(path))
     {
         struct stat status;
-        if (file >= 0 && ::fstat(file, &status) == 0 && status.st_size > kLargestLog)
-            (void)::ftruncate(file, 0);
-        if (file < 0)
-            file = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (file.IsOpen() && ::fstat(file.Number(), &status) == 0 && status.st_size > kLargestLog)
+            (void)::ftruncate(file.Number(), 0);
+        if (!file.IsOpen())
+            file = base::Descriptor(::open("/dev/null", O_WRONLY | O_CLOEXEC));
     }
-    ~Log()
-    {
-        if (file >= 0)
-            ::close(file);
-    }
-    Log(const Log&) = delete;
-    Log& operator=(const Log&) = delete;
 
-    int Descriptor() const { return file; }
+    int Descriptor() const { return file.Number(); }
 
     // Any thread.
     void Note(const std::string& line)
@@ -63,7 +57,7 @@ public:
         char date[32];
         std::strftime(date, sizeof date, "%F %T ", &local);
         const std::string text = date + line + (line.ends_with('\n') ? "" : "\n");
-        [[maybe_unused]] const ssize_t ignored = ::write(file, text.data(), text.size());
+        [[maybe_unused]] const ssize_t ignored = ::write(file.Number(), text.data(), text.size());
     }
 
 private:
@@ -75,7 +69,7 @@ private:
         return ::open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600);
     }
 
-    int file;
+    base::Descriptor file;
 };
 
 TagsKeeper::TagsKeeper(NoticeBar& notices, StatusLine& status)
