@@ -64,8 +64,8 @@ void AppendEscapes(std::string& text, std::string_view bytes)
 void AppendShown(std::string& shown, std::string_view text)
 {
     while (!text.empty()) {
-        const std::string_view character = base::FirstCharacter(text);
-        if (base::IsControl(character))
+        const std::string_view character = FirstCharacter(text);
+        if (IsControl(character))
             AppendEscapes(shown, character);
         else
             shown += character;

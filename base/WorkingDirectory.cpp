@@ -1,5 +1,6 @@
 #include "base/WorkingDirectory.h"
 
+#include "base/FileIdentity.h"
 #include "base/Paths.h"
 
 #include <algorithm>
@@ -113,14 +114,6 @@ void RemoveIfAbandoned(const fs::path& directory)
         Remove(directory);
     else if (!lock.IsOpen() && errno == ENOENT)
         ::rmdir(directory.c_str()); // if it is empty
-}
-
-bool IsStillAt(int file, const std::string& path)
-{
-    struct stat held;
-    struct stat there;
-    return ::fstat(file, &held) == 0 && ::stat(path.c_str(), &there) == 0 && held.st_dev == there.st_dev &&
-           held.st_ino == there.st_ino;
 }
 
 } // namespace

@@ -75,7 +75,7 @@ const struct OwnCache {
 void ForgetTags()
 {
     const int file = open(BenchTags::Path().c_str(), O_RDONLY | O_CLOEXEC);
-    tagsfile::KnownFiles::Instance().Forget(tagsfile::FileIdentity::Of(file).value());
+    tagsfile::KnownFiles::Instance().Forget(base::FileIdentity::OfPlainFile(file).value());
     close(file);
 }
 

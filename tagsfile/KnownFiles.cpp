@@ -1,7 +1,9 @@
 #include "tagsfile/KnownFiles.h"
 
 #include "base/Descriptor.h"
+#include "base/Hash.h"
 #include "base/NewFile.h"
+#include "base/UserDirectories.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -26,29 +28,21 @@ constexpr std::string_view kNewPrefix =
 constexpr size_t kMostBytes = 512; // of a record; more is none
 constexpr auto kLongestWrite = std::chrono::hours(1);
 
-uint64_t Checksum(std::string_view text)
-{
-    uint64_t hash = 14695981039346656037u;
-    for (const char character : text)
-        hash = (hash ^ static_cast<unsigned char>(character)) * 1099511628211u;
-    return hash;
-}
-
 std::string ChecksumText(std::string_view text)
 {
     char digits[17];
-    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(Checksum(text)));
+    std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(base::Fnv1a(text)));
     return digits;
 }
 
-std::string TextOf(const FileIdentity& file)
+std::string TextOf(const base::FileIdentity& file)
 {
     return std::to_string(file.device) + " " + std::to_string(file.inode) + " " + std::to_string(file.size) + " " +
            std::to_string(file.modified.tv_sec) + "." + std::to_string(file.modified.tv_nsec) + "\n";
 }
 
 // With a checksum behind it, of all that stands in front.
-std::string RecordOf(const FileIdentity& file, const FileOrder& order)
+std::string RecordOf(const base::FileIdentity& file, const FileOrder& order)
 {
     const std::string text = "names of a tags file\n" + TextOf(file) + (order.namesInOrder ? "1 " : "0 ") +
                              std::to_string(order.headSize) + "\n";
@@ -56,7 +50,7 @@ std::string RecordOf(const FileIdentity& file, const FileOrder& order)
 }
 
 // Only the record that would be written counts: one that differs in anything is damaged, or another file's.
-std::optional<FileOrder> OrderIn(const std::string& record, const FileIdentity& file)
+std::optional<FileOrder> OrderIn(const std::string& record, const base::FileIdentity& file)
 {
     const size_t place = RecordOf(file, {}).find("\n0 0\n") + 1;
     FileOrder order;
@@ -119,42 +113,14 @@ void RemoveOldest(const std::string& directory)
         ::unlink(records[i].path.c_str());
 }
 
-// An empty or relative path means nothing to the next process.
+// A relative path means nothing to the next process.
 std::string UserDirectory()
 {
-    const char* cache = std::getenv("XDG_CACHE_HOME");
-    if (cache != nullptr && *cache == '/')
-        return std::string(cache) + "/declaration";
-    const char* home = std::getenv("HOME");
-    if (home != nullptr && *home == '/')
-        return std::string(home) + "/.cache/declaration";
-    return "";
+    const std::string directory = base::CacheDirectory("declaration");
+    return directory.starts_with('/') ? directory : "";
 }
 
 } // namespace
-
-std::optional<FileIdentity> FileIdentity::Of(int descriptor)
-{
-    struct stat status;
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode))
-        return std::nullopt;
-    return FileIdentity{status.st_dev, status.st_ino, status.st_size, status.st_mtim};
-}
-
-bool FileIdentity::operator==(const FileIdentity& other) const
-{
-    return device == other.device && inode == other.inode && size == other.size &&
-           modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec;
-}
-
-bool FileIdentity::HasSettled() const
-{
-    constexpr time_t kSeconds = 2;
-    timespec now;
-    ::clock_gettime(CLOCK_REALTIME, &now);
-    // Also a time that is still to come, as long as the clock does not come near it: a change would give another.
-    return modified.tv_sec < now.tv_sec - kSeconds || modified.tv_sec > now.tv_sec + kSeconds;
-}
 
 KnownFiles::KnownFiles(std::string path) : directory(std::move(path)) {}
 
@@ -165,7 +131,7 @@ KnownFiles& KnownFiles::Instance()
     return *instance;
 }
 
-std::optional<FileOrder> KnownFiles::Find(const FileIdentity& file)
+std::optional<FileOrder> KnownFiles::Find(const base::FileIdentity& file)
 {
     std::optional<FileOrder> order = FindHere(file);
     if (order || directory.empty() || file.size < kWorthKeeping)
@@ -176,14 +142,14 @@ std::optional<FileOrder> KnownFiles::Find(const FileIdentity& file)
     return order;
 }
 
-void KnownFiles::Remember(const FileIdentity& file, const FileOrder& order)
+void KnownFiles::Remember(const base::FileIdentity& file, const FileOrder& order)
 {
     RememberHere(file, order);
     if (!directory.empty() && file.size >= kWorthKeeping)
         Keep(file, order);
 }
 
-void KnownFiles::Forget(const FileIdentity& file)
+void KnownFiles::Forget(const base::FileIdentity& file)
 {
     if (!directory.empty())
         ::unlink(PathFor(file).c_str());
@@ -193,7 +159,7 @@ void KnownFiles::Forget(const FileIdentity& file)
             one = {};
 }
 
-std::optional<FileOrder> KnownFiles::FindHere(const FileIdentity& file)
+std::optional<FileOrder> KnownFiles::FindHere(const base::FileIdentity& file)
 {
     const std::lock_guard hold(lock);
     const auto one = std::find_if(known.begin(), known.end(), [&](const Known& each) { return each.file == file; });
@@ -202,7 +168,7 @@ std::optional<FileOrder> KnownFiles::FindHere(const FileIdentity& file)
     return one->order;
 }
 
-void KnownFiles::RememberHere(const FileIdentity& file, const FileOrder& order)
+void KnownFiles::RememberHere(const base::FileIdentity& file, const FileOrder& order)
 {
     const std::lock_guard hold(lock);
     auto one = std::find_if(known.begin(), known.end(), [&](const Known& each) { return each.file == file; });
@@ -213,7 +179,7 @@ void KnownFiles::RememberHere(const FileIdentity& file, const FileOrder& order)
     *one = {file, order};
 }
 
-void KnownFiles::Keep(const FileIdentity& file, const FileOrder& order) const
+void KnownFiles::Keep(const base::FileIdentity& file, const FileOrder& order) const
 {
     std::error_code problem;
     fs::create_directories(directory, problem);
@@ -221,7 +187,7 @@ void KnownFiles::Keep(const FileIdentity& file, const FileOrder& order) const
     RemoveOldest(directory);
 }
 
-std::string KnownFiles::PathFor(const FileIdentity& file) const
+std::string KnownFiles::PathFor(const base::FileIdentity& file) const
 {
     return directory + "/" + ChecksumText(TextOf(file)) + std::string(kSuffix);
 }

@@ -1,30 +1,16 @@
 // Which tags files are in order, as far as anybody has read them to their ends.
 #pragma once
 
+#include "base/FileIdentity.h"
+
 #include <array>
 #include <cstdint>
-#include <ctime>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <sys/types.h>
 
 namespace tagsfile {
-
-// Tells a file from all others, and from what it was before a change: as long as this is the same, so is the content.
-struct FileIdentity {
-    uint64_t device = 0;
-    uint64_t inode = 0;
-    off_t size = 0;
-    timespec modified = {}; // to the nanosecond
-
-    static std::optional<FileIdentity> Of(int descriptor); // nothing for what is no plain file
-    bool operator==(const FileIdentity& other) const;
-
-    // Not, for about two seconds from a change on: another one could leave size and time as they are, since times are
-    // not as fine as they look.
-    bool HasSettled() const;
-};
 
 struct FileOrder {
     bool namesInOrder = false; // see NameOrder
@@ -52,20 +38,20 @@ public:
     // The user's: "declaration" in $XDG_CACHE_HOME, or else in ~/.cache, as these are when it is first asked for.
     static KnownFiles& Instance();
 
-    std::optional<FileOrder> Find(const FileIdentity& file);
-    void Remember(const FileIdentity& file, const FileOrder& order);
-    void Forget(const FileIdentity& file);
+    std::optional<FileOrder> Find(const base::FileIdentity& file);
+    void Remember(const base::FileIdentity& file, const FileOrder& order);
+    void Forget(const base::FileIdentity& file);
 
 private:
     struct Known {
-        FileIdentity file;
+        base::FileIdentity file;
         FileOrder order;
     };
 
-    std::optional<FileOrder> FindHere(const FileIdentity& file);
-    void RememberHere(const FileIdentity& file, const FileOrder& order);
-    void Keep(const FileIdentity& file, const FileOrder& order) const;
-    std::string PathFor(const FileIdentity& file) const;
+    std::optional<FileOrder> FindHere(const base::FileIdentity& file);
+    void RememberHere(const base::FileIdentity& file, const FileOrder& order);
+    void Keep(const base::FileIdentity& file, const FileOrder& order) const;
+    std::string PathFor(const base::FileIdentity& file) const;
 
     static constexpr size_t kMostHere = 64;
 

@@ -12,7 +12,7 @@ namespace tagsfile {
 namespace {
 
 // The order that a file says it has, and proves. Its pseudo-tags are looked at as far as one read brings them.
-std::optional<FileOrder> ClaimedOrder(int descriptor, const FileIdentity& file)
+std::optional<FileOrder> ClaimedOrder(int descriptor, const base::FileIdentity& file)
 {
     constexpr size_t kLongestHead = 4 * 1024;
     if (file.modified.tv_nsec != SortedClaimNanoseconds(file.size))
@@ -42,7 +42,7 @@ bool TagLines::Open(const char* path)
     whyUnread.reset();
     if (!reader.Open(path))
         return false;
-    identity = FileIdentity::Of(reader.Descriptor());
+    identity = base::FileIdentity::OfPlainFile(reader.Descriptor());
     if (!identity)
         return true;
     whyUnread = tagsfile::WhyUnread(reader.Descriptor(), identity->size);
@@ -87,7 +87,7 @@ void TagLines::ReadOnForOrder()
 void TagLines::RememberOrder()
 {
     const bool isCertain = learns && (!order.InOrder() || reader.Offset() == identity->size);
-    if (isCertain && FileIdentity::Of(reader.Descriptor()) == identity)
+    if (isCertain && base::FileIdentity::OfPlainFile(reader.Descriptor()) == identity)
         KnownFiles::Instance().Remember(*identity, {order.InOrder(), order.HeadSize()});
     learns = false;
 }
@@ -105,7 +105,7 @@ void TagLines::Bisect(std::string_view start)
 {
     const std::optional<off_t> place = PlaceOfLines(reader.Descriptor(), known->headSize, identity->size, start);
     // It may have changed since it was opened.
-    skipped = place && FileIdentity::Of(reader.Descriptor()) == identity;
+    skipped = place && base::FileIdentity::OfPlainFile(reader.Descriptor()) == identity;
     if (!skipped) {
         // The file is not what it was taken for. It is read as one of which nothing is known, and learned anew.
         KnownFiles::Instance().Forget(*identity);

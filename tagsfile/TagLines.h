@@ -64,7 +64,7 @@ private:
     void Bisect(std::string_view start);
 
     LineReader reader;
-    std::optional<FileIdentity> identity; // when it was opened
+    std::optional<base::FileIdentity> identity; // when it was opened
     std::optional<std::string> whyUnread;
     std::optional<FileOrder> known;
     NameOrder order; // of what has been read so far, while it is learned

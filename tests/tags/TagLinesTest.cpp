@@ -258,7 +258,7 @@ TEST(TagLines, NothingIsLearnedFromAFileThatChangesMeanwhileAndIsChangedBack)
     const std::string inOrder = ManyTags() + ManyTags("z");
     ASSERT_EQ(original.size(), inOrder.size());
     const TagsFolder folder(original);
-    const tagsfile::FileIdentity identity = IdentityOf(folder.Tags());
+    const base::FileIdentity identity = IdentityOf(folder.Tags());
     tagsfile::TagLines lines;
     ASSERT_TRUE(lines.Open(folder.Tags().c_str()));
     std::string_view line;

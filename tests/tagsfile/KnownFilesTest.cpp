@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // A file of its own, settled and worth keeping.
-FileIdentity File(uint64_t inode, off_t size = 1'000'000)
+base::FileIdentity File(uint64_t inode, off_t size = 1'000'000)
 {
     return {12, inode, size, {1'700'000'000, 123'456'789}};
 }
@@ -38,7 +38,7 @@ std::string OnlyFile(const std::string& directory)
 }
 
 // By one that knows nothing yet, as in a process that has just begun.
-std::optional<FileOrder> FoundElsewhere(const std::string& directory, const FileIdentity& file)
+std::optional<FileOrder> FoundElsewhere(const std::string& directory, const base::FileIdentity& file)
 {
     return KnownFiles(directory).Find(file);
 }
@@ -48,18 +48,18 @@ std::optional<FileOrder> FoundElsewhere(const std::string& directory, const File
 TEST(KnownFiles, AreForgottenAfterAnyChange)
 {
     KnownFiles known("");
-    const FileIdentity file = File(1);
+    const base::FileIdentity file = File(1);
     EXPECT_FALSE(known.Find(file));
     known.Remember(file, kInOrder);
     EXPECT_EQ(known.Find(file), kInOrder);
 
-    FileIdentity others[] = {file, file, file, file, file};
+    base::FileIdentity others[] = {file, file, file, file, file};
     ++others[0].device;
     ++others[1].inode;
     ++others[2].size;
     ++others[3].modified.tv_sec;
     ++others[4].modified.tv_nsec;
-    for (const FileIdentity& other : others)
+    for (const base::FileIdentity& other : others)
         EXPECT_FALSE(known.Find(other)) << &other - others;
 
     known.Remember(file, kNotInOrder);
@@ -260,43 +260,6 @@ TEST(KnownFiles, ThreadsMayAskConcurrently)
     }
     for (std::thread& thread : threads)
         thread.join();
-}
-
-TEST(FileIdentity, IdentifiesAPlainFileUntilItChanges)
-{
-    const TempDirectory directory;
-    const std::string path = directory.Write("file", "content");
-    const int file = ::open(path.c_str(), O_RDWR | O_CLOEXEC);
-    const std::optional<FileIdentity> identity = FileIdentity::Of(file);
-    ASSERT_TRUE(identity);
-    EXPECT_EQ(identity->size, 7);
-    EXPECT_EQ(FileIdentity::Of(file), identity);
-    fs::rename(path, directory / "renamed");
-    fs::permissions(directory / "renamed", fs::perms::owner_all);
-    EXPECT_EQ(FileIdentity::Of(file), identity) << "the name and who may read it are no part of it";
-    const timespec later[] = {identity->modified, {identity->modified.tv_sec, identity->modified.tv_nsec ^ 1}};
-    ::futimens(file, later);
-    EXPECT_NE(FileIdentity::Of(file), identity) << "a nanosecond";
-    ::close(file);
-
-    const int folder = ::open(directory.Path().c_str(), O_RDONLY | O_CLOEXEC);
-    EXPECT_FALSE(FileIdentity::Of(folder));
-    ::close(folder);
-    EXPECT_FALSE(FileIdentity::Of(-1));
-}
-
-TEST(FileIdentity, IsSettledSomeTimeAfterAChange)
-{
-    const time_t now = ::time(nullptr);
-    const struct {
-        time_t seconds; // from now
-        bool settled;
-    } kCases[] = {{-1'000'000, true}, {-10, true}, {-1, false}, {0, false}, {1, false}, {10, true}, {1'000'000, true}};
-    for (const auto& c : kCases) {
-        FileIdentity file;
-        file.modified.tv_sec = now + c.seconds;
-        EXPECT_EQ(file.HasSettled(), c.settled) << c.seconds;
-    }
 }
 
 } // namespace tagsfile

@@ -9,10 +9,10 @@
 #include <string>
 #include <unistd.h>
 
-inline tagsfile::FileIdentity IdentityOf(const std::string& path)
+inline base::FileIdentity IdentityOf(const std::string& path)
 {
     const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    const auto identity = tagsfile::FileIdentity::Of(file).value();
+    const auto identity = base::FileIdentity::OfPlainFile(file).value();
     ::close(file);
     return identity;
 }

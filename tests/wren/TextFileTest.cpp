@@ -1,5 +1,6 @@
 #include "wren/core/TextFile.h"
 
+#include "base/FileIdentity.h"
 #include "tests/support/FileContent.h"
 #include "tests/support/OrdinaryRights.h"
 #include "tests/support/TempDirectory.h"
@@ -18,7 +19,6 @@ namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
-using wren::StampOf;
 
 namespace {
 
@@ -167,13 +167,13 @@ TEST_F(WriteWholeFile, WritesIntoAFileInAReadOnlyDirectory)
 {
     const std::string file = directory.Write("a.c", "old");
     ASSERT_EQ(::chmod(directory.Path().c_str(), 0555), 0);
-    const std::uint64_t before = StampOf(file).inode;
+    const std::uint64_t before = base::FileIdentity::At(file)->inode;
     {
         const OrdinaryRights rights;
         EXPECT_EQ(Write(file, "new"), "");
     }
     EXPECT_EQ(Content(file), "new");
-    EXPECT_EQ(StampOf(file).inode, before);
+    EXPECT_EQ(base::FileIdentity::At(file)->inode, before);
 }
 
 TEST_F(WriteWholeFile, WritesIntoAFileWhoseOwnerCannotBeKept)
@@ -249,13 +249,13 @@ TEST_F(WriteWholeFile, LeavesAFileWithHardLinksWholeOnAFullDisk)
 {
     const std::string file = directory.Write("a.c", "old");
     fs::create_hard_link(file, directory / "b.c");
-    const wren::FileStamp before = StampOf(file);
+    const std::optional<base::FileIdentity> before = base::FileIdentity::At(file);
     {
         const FullDisk disk(4096);
         EXPECT_THAT(Write(file, std::string(10'000, 'n')), StartsWith(file + ": "));
     }
     EXPECT_EQ(Content(file), "old");
-    EXPECT_EQ(StampOf(file).size, before.size);
+    EXPECT_EQ(base::FileIdentity::At(file)->size, before->size);
 }
 
 TEST_F(WriteWholeFile, WritesNothingInPlaceWithoutACopyOfTheOldText)
@@ -265,22 +265,4 @@ TEST_F(WriteWholeFile, WritesNothingInPlaceWithoutACopyOfTheOldText)
     ::unsetenv("HOME");
     EXPECT_THAT(Write(file, "new"), ::testing::AllOf(StartsWith(file + ": "), HasSubstr("no home directory")));
     EXPECT_EQ(Content(file), "old");
-}
-
-TEST(FileStamp, DetectsAChangedFile)
-{
-    const TempDirectory directory;
-    const std::string file = directory.Write("a.c", "one");
-    const wren::FileStamp before = StampOf(file);
-    EXPECT_TRUE(before.exists);
-    EXPECT_EQ(before.size, 3);
-    EXPECT_EQ(StampOf(file), before);
-    fs::create_symlink(file, directory / "link");
-    EXPECT_EQ(StampOf(directory / "link"), before) << "links are followed";
-
-    const struct timespec times[2] = {{1, 5}, {1, 5}};
-    ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
-    EXPECT_NE(StampOf(file), before);
-    EXPECT_EQ(StampOf(file).modified, 1'000'000'005);
-    EXPECT_EQ(StampOf(directory / "missing"), wren::FileStamp());
 }

@@ -1,5 +1,7 @@
 #include "wren/core/DirectoryLock.h"
 
+#include "base/FileIdentity.h"
+
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
@@ -12,16 +14,6 @@
 namespace wren {
 
 namespace {
-
-// Whoever had the lock before removes the file at the end, so that what has been locked may be no longer the one at the
-// path.
-bool IsStillAt(const std::string& path, int file)
-{
-    struct stat held;
-    struct stat named;
-    return ::fstat(file, &held) == 0 && ::lstat(path.c_str(), &named) == 0 && held.st_dev == named.st_dev &&
-           held.st_ino == named.st_ino;
-}
 
 bool IsPlainFile(int file)
 {
@@ -47,7 +39,8 @@ DirectoryLock::DirectoryLock(const std::string& directory, const std::function<v
             return;
         if (!IsPlainFile(file.Number()) || !Wait(waitsOnce, givesUp))
             break;
-        if (IsStillAt(path, file.Number()))
+        // Whoever had the lock before removes the file at the end: what has been locked may be no longer the one there.
+        if (base::IsStillAt(file.Number(), path))
             return;
         file.Close();
     }

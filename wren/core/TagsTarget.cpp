@@ -1,5 +1,6 @@
 #include "wren/core/TagsTarget.h"
 
+#include "base/Descriptor.h"
 #include "tagsfile/TagsFileKind.h"
 #include "vetch/support/Strings.h"
 
@@ -58,20 +59,14 @@ std::optional<std::string> ObstacleAt(const std::string& path)
 // that fails.
 bool SetPermissions(const std::string& path, mode_t permissions)
 {
-    const int file = ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
-    if (file < 0)
-        return false;
-    const bool isSet = ::fchmod(file, permissions) == 0;
-    const int reason = errno;
-    ::close(file);
-    errno = reason;
-    return isSet;
+    const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    return file.IsOpen() && ::fchmod(file.Number(), permissions) == 0;
 }
 
 } // namespace
 
 TagsTarget::TagsTarget(std::string file, std::string unfinished)
-    : file(std::move(file)), unfinished(std::move(unfinished)), before(Look(this->file))
+    : file(std::move(file)), unfinished(std::move(unfinished)), before(base::FileIdentity::AtItself(this->file))
 {
 }
 
@@ -89,7 +84,7 @@ std::optional<std::string> TagsTarget::ObstacleToMove() const
 
 bool TagsTarget::IsNew() const
 {
-    const std::optional<Identity> now = Look(file);
+    const std::optional<base::FileIdentity> now = base::FileIdentity::AtItself(file);
     return now && now != before;
 }
 
@@ -111,20 +106,6 @@ bool TagsTarget::Move() const
     if (StatusOf(file, &old) && S_ISREG(old.st_mode) && !SetPermissions(unfinished, old.st_mode & kPermissions))
         return false;
     return ::rename(unfinished.c_str(), file.c_str()) == 0;
-}
-
-bool TagsTarget::Identity::operator==(const Identity& other) const
-{
-    return device == other.device && inode == other.inode && written.tv_sec == other.written.tv_sec &&
-           written.tv_nsec == other.written.tv_nsec;
-}
-
-std::optional<TagsTarget::Identity> TagsTarget::Look(const std::string& path)
-{
-    struct stat status;
-    if (!StatusOf(path, &status))
-        return std::nullopt;
-    return Identity{status.st_dev, status.st_ino, status.st_mtim};
 }
 
 } // namespace wren

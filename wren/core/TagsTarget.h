@@ -1,9 +1,10 @@
 // A tags file that is to be made.
 #pragma once
 
+#include "base/FileIdentity.h"
+
 #include <optional>
 #include <string>
-#include <sys/types.h>
 
 namespace wren {
 
@@ -32,18 +33,9 @@ public:
     bool Move() const;
 
 private:
-    struct Identity {
-        dev_t device;
-        ino_t inode;
-        timespec written;
-
-        bool operator==(const Identity& other) const;
-    };
-    static std::optional<Identity> Look(const std::string& path); // nothing when there is no file
-
     const std::string file;
     const std::string unfinished;
-    const std::optional<Identity> before;
+    const std::optional<base::FileIdentity> before;
 };
 
 } // namespace wren

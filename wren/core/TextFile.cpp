@@ -186,14 +186,6 @@ int Examine(std::string* target, std::optional<struct stat>* old)
 
 } // namespace
 
-FileStamp StampOf(const std::string& path)
-{
-    struct stat status;
-    if (::stat(path.c_str(), &status) != 0)
-        return {};
-    return {true, status.st_ino, status.st_size, status.st_mtim.tv_sec * 1'000'000'000L + status.st_mtim.tv_nsec};
-}
-
 bool WriteWholeFile(const std::string& path, std::string_view text, std::string* error, const DiskSteps& steps)
 {
     const SizeSignalHeld held;

@@ -3,22 +3,10 @@
 
 #include "wren/core/DiskSteps.h"
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace wren {
-
-// What a file was when it was read or written, to tell whether it has changed since.
-struct FileStamp {
-    bool exists = false;
-    std::uint64_t inode = 0;
-    std::int64_t size = 0;     // bytes
-    std::int64_t modified = 0; // nanoseconds
-    bool operator==(const FileStamp&) const = default;
-};
-
-FileStamp StampOf(const std::string& path); // links followed
 
 // Writes a temporary beside the file and renames it, so that a crash, a full disk or a missing right leaves the old
 // file whole. Keeps the file's permissions and its owner; a link stays one, and its target is written. A file with

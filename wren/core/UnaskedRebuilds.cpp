@@ -53,7 +53,7 @@ void UnaskedRebuilds::Ended(const vetch::ShellRequest& request, const std::strin
 
 UnaskedRebuilds::Pair UnaskedRebuilds::Look(const vetch::ShellRequest& request, const std::string& file)
 {
-    return {StampOf(file), request.newer, StampOf(request.newer)};
+    return {base::FileIdentity::At(file), request.newer, base::FileIdentity::At(request.newer)};
 }
 
 std::optional<std::string> UnaskedRebuilds::Stranger(const std::string& path) const

@@ -1,8 +1,8 @@
 // Which rebuilds of tags that nobody asked for are made.
 #pragma once
 
+#include "base/FileIdentity.h"
 #include "vetch/support/ShellCommand.h"
-#include "wren/core/TextFile.h"
 
 #include <map>
 #include <mutex>
@@ -27,9 +27,9 @@ public:
 
 private:
     struct Pair {
-        FileStamp tags;
+        std::optional<base::FileIdentity> tags;
         std::string source;
-        FileStamp sourceStamp;
+        std::optional<base::FileIdentity> sourceStamp;
         bool operator==(const Pair&) const = default;
     };
     static Pair Look(const vetch::ShellRequest& request, const std::string& file);

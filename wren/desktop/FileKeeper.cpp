@@ -2,6 +2,7 @@
 
 #include "wren/core/Host.h"
 #include "wren/core/TemporaryFile.h"
+#include "wren/core/TextFile.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/NoticeBar.h"
 #include "wren/desktop/PlainBox.h"
@@ -82,10 +83,11 @@ void FileKeeper::Opened(Document& document)
         return;
     if (document.IsWorksheet()) {
         knownWorksheet = ContentOf(document.Path());
-        known[document.Id()] = MarkOf(StampOf(document.Path()), knownWorksheet);
+        known[document.Id()] = MarkOf(base::FileIdentity::At(document.Path()), knownWorksheet);
         return;
     }
-    const FileMark& mark = known[document.Id()] = MarkOf(StampOf(document.Path()), ViewOf(document)->Bytes());
+    const FileMark& mark = known[document.Id()] =
+        MarkOf(base::FileIdentity::At(document.Path()), ViewOf(document)->Bytes());
     watch->Watch(document.Id(), document.Path(), mark);
 }
 
@@ -100,7 +102,7 @@ void FileKeeper::Recovered(const Document& document, const FileMark& was)
     if (!known.contains(document.Id()))
         return;
     known[document.Id()] = was;
-    if (!StampOf(document.Path()).exists || !HasChanged(document.Path(), was))
+    if (!base::FileIdentity::At(document.Path()) || !HasChanged(document.Path(), was))
         return;
     if (document.IsWorksheet())
         knownWorksheet = ViewOf(document)->Bytes(); // any other lines of the file are another editor's
@@ -185,7 +187,7 @@ bool FileKeeper::IsModified(const Document& document) const
 
 bool FileKeeper::IsGone(const Document& document) const
 {
-    return !document.IsWorksheet() && Known(document.Id()).stamp.exists && !StampOf(document.Path()).exists;
+    return !document.IsWorksheet() && Known(document.Id()).stamp && !base::FileIdentity::At(document.Path());
 }
 
 bool FileKeeper::Write(Document& document, const std::string& path)
@@ -203,7 +205,7 @@ bool FileKeeper::Write(Document& document, const std::string& path)
         view->SetLanguageFor(path);
         Opened(document);
     } else {
-        KnowAs(document, StampOf(path), text);
+        KnowAs(document, base::FileIdentity::At(path), text);
     }
     view->MarkSaved();
     emit Saved(document.Id());
@@ -221,7 +223,7 @@ bool FileKeeper::WriteText(const std::string& path, const std::string& text)
 
 bool FileKeeper::MayOverwrite(const Document& document)
 {
-    if (!known.contains(document.Id()) || !StampOf(document.Path()).exists ||
+    if (!known.contains(document.Id()) || !base::FileIdentity::At(document.Path()) ||
         !HasChanged(document.Path(), known[document.Id()]))
         return true;
     return AskPlainly(QMessageBox::Warning, &window,
@@ -249,7 +251,7 @@ void FileKeeper::TakeInOthersLines(Document& worksheet)
 bool FileKeeper::Reload(Document& document)
 {
     std::string error;
-    const FileStamp stamp = StampOf(document.Path());
+    const std::optional<base::FileIdentity> stamp = base::FileIdentity::At(document.Path());
     const std::optional<std::string> text = ReadWholeFile(document.Path(), &error);
     if (!text) {
         Complain(error);
@@ -263,7 +265,8 @@ bool FileKeeper::Reload(Document& document)
 }
 
 // The text and its file are the same.
-void FileKeeper::KnowAs(const Document& document, const FileStamp& stamp, const std::string& text)
+void FileKeeper::KnowAs(const Document& document, const std::optional<base::FileIdentity>& stamp,
+                        const std::string& text)
 {
     known[document.Id()] = MarkOf(stamp, text);
     if (document.IsWorksheet())

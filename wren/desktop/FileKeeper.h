@@ -58,7 +58,7 @@ private:
     bool MayOverwrite(const Document& document);
     void TakeInOthersLines(Document& worksheet);
     bool Reload(Document& document);
-    void KnowAs(const Document& document, const FileStamp& stamp, const std::string& text);
+    void KnowAs(const Document& document, const std::optional<base::FileIdentity>& stamp, const std::string& text);
     void ChangedOnDisk(long document);
     void GoneFromDisk(long document);
     void BackOnDisk(long document);

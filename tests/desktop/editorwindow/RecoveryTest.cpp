@@ -36,7 +36,7 @@ protected:
     // What an editor leaves that is killed with an unsaved text.
     void Leave(const std::string& path, const std::string& text)
     {
-        const wren::FileMark was = wren::MarkOf(wren::StampOf(path), Content(path));
+        const wren::FileMark was = wren::MarkOf(base::FileIdentity::At(path), Content(path));
         const pid_t child = ::fork();
         if (child == 0) {
             wren::Recovery editor([](long, const std::string& problem) {

@@ -40,7 +40,7 @@ protected:
         if (child == 0) {
             wren::Recovery editor;
             if (copy == Copy::OfTheNewText)
-                editor.Keep(1, file, kNew, wren::MarkOf(wren::StampOf(file), kOld));
+                editor.Keep(1, file, kNew, wren::MarkOf(base::FileIdentity::At(file), kOld));
             editor.Finish();
             std::string error;
             const auto killed = [this] {

@@ -44,7 +44,7 @@ TEST(FileMark, DetectsDifferentContent)
     for (const Case& c : kCases) {
         const TempDirectory directory;
         const std::string file = directory.Write("a", "text");
-        const FileMark mark = wren::MarkOf(wren::StampOf(file), "text");
+        const FileMark mark = wren::MarkOf(base::FileIdentity::At(file), "text");
         c.happens(directory);
         EXPECT_EQ(wren::HasChanged(file, mark), c.changed) << c.what;
     }
@@ -54,14 +54,14 @@ TEST(FileMark, TrustsTheTextThatWasReadRatherThanTheStamp)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("a", "written while it was read");
-    EXPECT_TRUE(wren::HasChanged(file, wren::MarkOf(wren::StampOf(file), "text")));
+    EXPECT_TRUE(wren::HasChanged(file, wren::MarkOf(base::FileIdentity::At(file), "text")));
 }
 
 TEST(FileMark, ALargeFileIsComparedByItsStamp)
 {
     const TempDirectory directory;
     const std::string file = directory.Write("a", std::string(FileMark::kLargestCompared + 1, 'x'));
-    const FileMark mark = wren::MarkOf(wren::StampOf(file), std::string(FileMark::kLargestCompared + 1, 'x'));
+    const FileMark mark = wren::MarkOf(base::FileIdentity::At(file), std::string(FileMark::kLargestCompared + 1, 'x'));
     EXPECT_EQ(mark.content, "");
     EXPECT_FALSE(wren::HasChanged(file, mark));
     TouchLater(file);

@@ -13,13 +13,12 @@
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using wren::StampOf;
 
 namespace {
 
 wren::FileMark MarkOf(const std::string& file)
 {
-    const wren::FileStamp stamp = StampOf(file);
+    const std::optional<base::FileIdentity> stamp = base::FileIdentity::At(file);
     return {stamp, wren::DigestOf(file, stamp)};
 }
 
@@ -103,7 +102,7 @@ TEST_F(FileWatch, ReportsAChangeOfTheSameSize)
 TEST_F(FileWatch, ReportsAChangeBetweenReadingAndWatching)
 {
     const std::string file = directory.Write("a.c", "old");
-    const wren::FileStamp stamp = StampOf(file);
+    const std::optional<base::FileIdentity> stamp = base::FileIdentity::At(file);
     directory.Write("a.c", "new text");
     watch.Watch(1, file, {stamp, ""});
     EXPECT_THAT(Told(), ElementsAre("changed 1"));

@@ -70,7 +70,7 @@ TEST_F(Recovery, FindsTheTextsOfAKilledEditor)
 
 TEST_F(Recovery, KnowsTheOriginalFileOfACopy)
 {
-    const wren::FileMark was = {{true, 7, 3, 1'700'000'000'123'456'789}, "digest"};
+    const wren::FileMark was = {base::FileIdentity{0, 7, 3, {1'700'000'000, 123'456'789}}, "digest"};
     InAKilledEditor([&](wren::Recovery& editor) { editor.Keep(1, "/a.c", "text", was); });
     const std::string directory = fs::directory_iterator(InState("recovery"))->path();
     const std::string name = fs::path(directory).filename();

@@ -20,27 +20,27 @@ std::string DigestOfText(std::string_view text)
 
 } // namespace
 
-FileMark MarkOf(const FileStamp& stamp, std::string_view text)
+FileMark MarkOf(const std::optional<base::FileIdentity>& stamp, std::string_view text)
 {
     return {stamp, DigestOfText(text)};
 }
 
 bool HasChanged(const std::string& path, const FileMark& mark)
 {
-    const FileStamp now = StampOf(path);
-    if (!now.exists || !mark.stamp.exists)
-        return now.exists != mark.stamp.exists;
+    const std::optional<base::FileIdentity> now = base::FileIdentity::At(path);
+    if (!now || !mark.stamp)
+        return now != mark.stamp;
     const std::string content = mark.content.empty() ? "" : DigestOf(path, now);
-    return content.empty() ? now != mark.stamp : content != mark.content;
+    return content.empty() ? !now->IsSameOnSomeDevice(*mark.stamp) : content != mark.content;
 }
 
-std::string DigestOf(const std::string& path, const FileStamp& stamp)
+std::string DigestOf(const std::string& path, const std::optional<base::FileIdentity>& stamp)
 {
-    if (!stamp.exists || stamp.size > FileMark::kLargestCompared || StampOf(path) != stamp)
+    if (!stamp || stamp->size > FileMark::kLargestCompared || base::FileIdentity::At(path) != stamp)
         return "";
     std::string ignored;
     const std::optional<std::string> text = ReadWholeFile(path, &ignored);
-    return text && StampOf(path) == stamp ? DigestOfText(*text) : "";
+    return text && base::FileIdentity::At(path) == stamp ? DigestOfText(*text) : "";
 }
 
 } // namespace wren

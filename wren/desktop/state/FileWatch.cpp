@@ -46,17 +46,15 @@ FileWatch::FileWatch(QObject* parent) : QObject(parent), reports(::inotify_init1
 {
     soon.setSingleShot(true);
     connect(&soon, &QTimer::timeout, this, &FileWatch::Check);
-    if (reports < 0)
+    if (!reports.IsOpen())
         return;
-    notifier = new QSocketNotifier(reports, QSocketNotifier::Read, this);
+    notifier = new QSocketNotifier(reports.Number(), QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, &FileWatch::ReadReports);
 }
 
 FileWatch::~FileWatch()
 {
     delete notifier;
-    if (reports >= 0)
-        ::close(reports);
 }
 
 void FileWatch::Watch(long document, const std::string& path, const FileMark& mark)
@@ -96,7 +94,7 @@ void FileWatch::Check()
 void FileWatch::Take(File* file, const FileMark& mark)
 {
     file->known = mark;
-    file->gone = !mark.stamp.exists;
+    file->gone = !mark.stamp;
 }
 
 // A receiver may unwatch the document, so nothing of it is used after a signal.
@@ -106,14 +104,14 @@ void FileWatch::CheckOne(long document)
     if (found == files.end())
         return;
     File& file = found->second;
-    const FileStamp now = StampOf(file.path);
-    const bool came = now.exists && file.gone;
-    const bool went = !now.exists && !file.gone;
-    const bool another = now.exists && now != file.known.stamp;
+    const std::optional<base::FileIdentity> now = base::FileIdentity::At(file.path);
+    const bool came = now && file.gone;
+    const bool went = !now && !file.gone;
+    const bool another = now && now != file.known.stamp;
     const bool changed = another && HasChanged(file.path, file.known);
     if (another)
         Take(&file, {now, DigestOf(file.path, now)});
-    file.gone = !now.exists;
+    file.gone = !now;
     if (went)
         emit Gone(document);
     if (came)
@@ -125,7 +123,7 @@ void FileWatch::CheckOne(long document)
 void FileWatch::ReadReports()
 {
     alignas(inotify_event) char buffer[16 * 1024];
-    for (ssize_t length; (length = ::read(reports, buffer, sizeof buffer)) > 0;) {
+    for (ssize_t length; (length = ::read(reports.Number(), buffer, sizeof buffer)) > 0;) {
         for (const char* at = buffer; at < buffer + length;) {
             const auto* report = reinterpret_cast<const inotify_event*>(at);
             at += sizeof *report + report->len;
@@ -160,20 +158,21 @@ std::set<std::string> FileWatch::Places() const
 // A place may have become another file since: that has a number of its own, and the old one goes.
 void FileWatch::WatchPlaces()
 {
-    if (reports < 0)
+    if (!reports.IsOpen())
         return;
     const std::map<std::string, int> before = std::exchange(watched, {});
     std::set<int> used;
     for (const std::string& place : Places()) {
         std::error_code ignored;
         const bool isDirectory = fs::is_directory(place, ignored);
-        const int number = ::inotify_add_watch(reports, place.c_str(), isDirectory ? kOfDirectories : kOfFiles);
+        const int number =
+            ::inotify_add_watch(reports.Number(), place.c_str(), isDirectory ? kOfDirectories : kOfFiles);
         if (number >= 0)
             used.insert(watched[place] = number);
     }
     for (const auto& [place, number] : before)
         if (!used.contains(number))
-            ::inotify_rm_watch(reports, number);
+            ::inotify_rm_watch(reports.Number(), number);
 }
 
 } // namespace wren

@@ -1,6 +1,7 @@
 // Reports changes to the files of open documents.
 #pragma once
 
+#include "base/Descriptor.h"
 #include "wren/desktop/state/FileMark.h"
 
 #include <QObject>
@@ -51,7 +52,7 @@ private:
     void WatchPlaces();
     std::set<std::string> Places() const;
 
-    int reports = -1; // of inotify; -1 where the system gives none, and then only Check() finds anything
+    base::Descriptor reports; // of inotify; none where the system gives none, and then only Check() finds anything
     QSocketNotifier* notifier = nullptr;
     QTimer soon;
     std::map<long, File> files;

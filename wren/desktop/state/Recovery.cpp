@@ -51,11 +51,7 @@ public:
     int Problem() const { return problem; } // errno's, 0 when it is held
 
     // Another editor that starts may have taken the directory for a dead one's and removed it.
-    bool IsStillThere() const
-    {
-        struct stat held, named;
-        return ::fstat(file.Number(), &held) == 0 && ::stat(path.c_str(), &named) == 0 && held.st_ino == named.st_ino;
-    }
+    bool IsStillThere() const { return base::IsStillAt(file.Number(), path); }
 
 private:
     const std::string path;
@@ -100,18 +96,27 @@ std::string TimeText(std::time_t time)
     return std::string(text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &local));
 }
 
+// A file's time is kept in nanoseconds; its device is not kept, since it may have another number by then.
+constexpr std::int64_t kNanoseconds = 1'000'000'000;
+
 json JsonOf(const FileMark& mark)
 {
-    return {{"exists", mark.stamp.exists},
-            {"inode", mark.stamp.inode},
-            {"size", mark.stamp.size},
-            {"modified", mark.stamp.modified},
+    const base::FileIdentity stamp = mark.stamp.value_or(base::FileIdentity());
+    return {{"exists", mark.stamp.has_value()},
+            {"inode", stamp.inode},
+            {"size", stamp.size},
+            {"modified", stamp.modified.tv_sec * kNanoseconds + stamp.modified.tv_nsec},
             {"content", mark.content}};
 }
 
 FileMark MarkOf(const json& stored)
 {
-    return {{stored.at("exists"), stored.at("inode"), stored.at("size"), stored.at("modified")}, stored.at("content")};
+    FileMark mark = {std::nullopt, stored.at("content")};
+    const std::int64_t modified = stored.at("modified");
+    if (stored.at("exists"))
+        mark.stamp = base::FileIdentity{
+            0, stored.at("inode"), stored.at("size"), {modified / kNanoseconds, modified % kNanoseconds}};
+    return mark;
 }
 
 std::optional<UnsavedText> ReadCopy(const std::string& file)
