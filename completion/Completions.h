@@ -1,7 +1,7 @@
 // The explicit command's candidates, read from the tags files.
 #pragma once
 
-#include "completion/StringVector.h"
+#include "tags/StringVector.h"
 
 class BListView;
 class Tags;

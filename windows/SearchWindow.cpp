@@ -1,12 +1,12 @@
 #include "windows/SearchWindow.h"
 
+#include "tags/FileNames.h"
+#include "tags/TagData.h"
 #include "tags/Tags.h"
 #include "tagsfile/Kinds.h"
 #include "vetch/app/BApplication.h"
 #include "vetch/app/Modifiers.h"
-#include "windows/FileNames.h"
 #include "windows/LookupItem.h"
-#include "windows/TagData.h"
 
 #include <vector>
 

@@ -1,7 +1,7 @@
 // Checks whether the leaf names of matches' files are unique.
 #pragma once
 
-#include "windows/TagData.h"
+#include "tags/TagData.h"
 
 #include <vector>
 

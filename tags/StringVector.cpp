@@ -1,4 +1,4 @@
-#include "completion/StringVector.h"
+#include "tags/StringVector.h"
 
 #include <algorithm>
 #include <cstdio>

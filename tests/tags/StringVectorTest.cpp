@@ -1,4 +1,4 @@
-#include "completion/StringVector.h"
+#include "tags/StringVector.h"
 
 #include <gtest/gtest.h>
 

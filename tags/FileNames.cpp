@@ -1,4 +1,4 @@
-#include "windows/FileNames.h"
+#include "tags/FileNames.h"
 
 #include <algorithm>
 #include <cstring>
