@@ -9,6 +9,7 @@
 #include "scan/HostText.h"
 #include "scan/Predicates.h"
 #include "scan/SelectionScanner.h"
+#include "tags/Candidates.h"
 #include "tags/CompletionCache.h"
 #include "tags/TagDiscovery.h"
 #include "tags/Tags.h"
@@ -37,20 +38,7 @@ bool BeginsWith(const std::string& text, const std::string& beginning)
     return text.compare(0, beginning.length(), beginning) == 0;
 }
 
-// The candidates' common beginning, in whole characters: two that differ only in their second bytes have none.
-std::string CommonBeginning(const Completions& completions)
-{
-    std::string common;
-    completions.CommonSubstring(common);
-    if (common.empty())
-        return common;
-    const std::string& any = completions.Strings().front();
-    while (!common.empty() && common.length() < any.length() && base::ContinuesCharacter(any[common.length()]))
-        common.pop_back();
-    return common;
-}
-
-// The pattern excludes a leading "std::" that is in the document.
+// A pattern is without a leading "std::" that stands in the document all the same.
 bool FollowsStd(PluginInterface* host, long start)
 {
     const std::string scope = "std::";

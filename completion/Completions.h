@@ -11,6 +11,6 @@ class Completions : public StringVector {
 public:
     explicit Completions(Tags& tags); // searches at once, for the pattern of 'tags'
 
-    void FindCompletions(Tags& tags, StringVector& out, int max);
-    void Populate(Tags& tags, BListView* list); // see ListCandidates.h
+    void FindCompletions(Tags& tags, StringVector& out, int max); // see FindCandidates()
+    void Populate(Tags& tags, BListView* list);                   // see ListCandidates.h
 };

@@ -6,7 +6,7 @@
 
 #include <string>
 
-// Builds its text once: "class View - view.h", or with the directory "class View : view.h - ~/src/lib".
+// Its text is made once (see MatchText).
 class LookupItem : public BStringItem {
 public:
     LookupItem(const std::string& name, const std::string& qualifier, char kind, int line, const EntryRef& file,
@@ -18,6 +18,3 @@ public:
 private:
     const DeclarationEntry entry;
 };
-
-// A directory's path, shortened for display.
-std::string MakeDisplayPath(const std::string& path);

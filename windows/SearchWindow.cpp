@@ -1,9 +1,8 @@
 #include "windows/SearchWindow.h"
 
-#include "tags/FileNames.h"
-#include "tags/TagData.h"
+#include "tags/MatchText.h"
+#include "tags/Matches.h"
 #include "tags/Tags.h"
-#include "tagsfile/Kinds.h"
 #include "vetch/app/BApplication.h"
 #include "vetch/app/Modifiers.h"
 #include "windows/LookupItem.h"
@@ -13,36 +12,13 @@
 namespace {
 
 constexpr uint32 kInvoked = FourCC("Look");
-constexpr size_t kManyMatches = 40;
 
-// The kinds of tags that a search lists.
-struct MatchAny {
-    static bool Accepts(char) { return true; }
-};
-struct MatchDefinitions {
-    static bool Accepts(char kind) { return tagsfile::KindOf(kind).isDefinition; }
-};
-struct MatchDeclarations {
-    static bool Accepts(char kind) { return !tagsfile::KindOf(kind).isDefinition; }
-};
-
-template <class Match>
-std::vector<TagData> CollectMatches(Tags& tags)
+void ListMatches(Tags& tags, WantedTags wanted, BListView* into)
 {
-    std::vector<TagData> matches;
-    TagData match;
-    // The files are sorted by name, so the first other name after a match ends the search. Matches of an unwanted kind
-    // do not count: all names behind them are read.
-    while (tags.NextMatch(match.name, match.qualifier, match.kind, match.file, match.line, match.fromSystemTags,
-                          !matches.empty(), TagFile::ExactMatch())) {
-        if (!Match::Accepts(match.kind))
-            continue;
-        matches.push_back(match);
-        if (matches.size() > kManyMatches) // the match beyond the limit is listed too
-            break;
-    }
-    tags.Done();
-    return matches;
+    const std::vector<TagData> matches = CollectMatches(tags, wanted);
+    const bool showDirectory = FileNamesAreAmbiguous(matches);
+    for (const TagData& match : matches)
+        into->AddItem(new LookupItem(match.name, match.qualifier, match.kind, match.line, match.file, showDirectory));
 }
 
 } // namespace
@@ -76,29 +52,17 @@ bool SearchWindow::PopulateSelfWithDeclarations(Tags& tags)
 
 void SearchWindow::GetAnySymbols(Tags& tags, BListView* into)
 {
-    GetSymbolsCommon<MatchAny>(tags, into);
+    ListMatches(tags, WantedTags::Any, into);
 }
 
 void SearchWindow::GetDefinitions(Tags& tags, BListView* into)
 {
-    GetSymbolsCommon<MatchDefinitions>(tags, into);
+    ListMatches(tags, WantedTags::Definitions, into);
 }
 
 void SearchWindow::GetDeclarations(Tags& tags, BListView* into)
 {
-    GetSymbolsCommon<MatchDeclarations>(tags, into);
-}
-
-template <class Match>
-void SearchWindow::GetSymbolsCommon(Tags& tags, BListView* into)
-{
-    if (!tags.Rewind())
-        return;
-    const std::vector<TagData> matches = CollectMatches<Match>(tags);
-    // One ambiguous name adds the directory to every entry, so that all entries look alike.
-    const bool showDirectory = FileNamesAreAmbiguous(matches);
-    for (const TagData& match : matches)
-        into->AddItem(new LookupItem(match.name, match.qualifier, match.kind, match.line, match.file, showDirectory));
+    ListMatches(tags, WantedTags::Declarations, into);
 }
 
 void SearchWindow::TagFromListItem(const BListItem* item, DeclarationEntry& entry)

@@ -25,7 +25,7 @@ public:
     bool PopulateSelfWithDefinitions(Tags& tags);
     bool PopulateSelfWithDeclarations(Tags& tags);
 
-    // The populators for PopulateList(). They list at most 41 matches, in the order of the tags files.
+    // The populators for PopulateList(). They list what CollectMatches() finds.
     void GetAnySymbols(Tags& tags, BListView* into);
     void GetDefinitions(Tags& tags, BListView* into);
     void GetDeclarations(Tags& tags, BListView* into);
@@ -41,7 +41,5 @@ public:
     void MessageReceived(BMessage* message) override;
 
 private:
-    template <class Match>
-    void GetSymbolsCommon(Tags& tags, BListView* into);
     void OpenEntry(const BMessage& invocation);
 };

@@ -107,29 +107,14 @@ TEST_F(SearchWindowTest, AnAcceptedLocalMatchHidesSystemMatchesAfterOtherNames)
     EXPECT_EQ(Listed(), Texts{"draw - view.h"});
 }
 
-struct Kind {
-    const char* why;
-    char kind;
-    bool definition;
-};
-
-const Kind kKinds[] = {
-    {"function", 'f', true},   {"Objective-C method", 'o', true}, {"Objective-C class method", 'O', true},
-    {"the kind R", 'R', true}, {"prototype", 'p', false},         {"class", 'c', false},
-    {"struct", 's', false},    {"variable", 'v', false},          {"macro", 'd', false},
-    {"a small r", 'r', false}, {"a capital F", 'F', false},       {"Objective-C interface", 'X', false},
-};
-
-TEST_F(SearchWindowTest, TellsDefinitionsFromDeclarationsByKind)
+TEST_F(SearchWindowTest, ListsTheKindsThatItIsAskedFor)
 {
-    for (const Kind& row : kKinds) {
-        WriteTags(TagLine("it", "a.h", 1, row.kind));
-        EXPECT_EQ(Search("it", &SearchWindow::PopulateSelf, row.why).size(), 1u) << row.why;
-        EXPECT_EQ(!Search("it", &SearchWindow::PopulateSelfWithDefinitions, row.why).empty(), row.definition)
-            << row.why;
-        EXPECT_EQ(!Search("it", &SearchWindow::PopulateSelfWithDeclarations, row.why).empty(), !row.definition)
-            << row.why;
-    }
+    WriteTags(TagLine("it", "a.h", 1, 'p') + TagLine("it", "a.cpp", 1, 'f'));
+    EXPECT_EQ(Search("it", &SearchWindow::PopulateSelf, "all"), (Texts{"it - a.h", "it - a.cpp"}));
+    EXPECT_EQ(Search("it", &SearchWindow::PopulateSelfWithDefinitions, "definitions"), Texts{"it - a.cpp"});
+    EXPECT_EQ(Search("it", &SearchWindow::PopulateSelfWithDeclarations, "declarations"), Texts{"it - a.h"});
+    WriteTags(TagLine("it", "a.h", 1, 'p'));
+    EXPECT_EQ(Search("it", &SearchWindow::PopulateSelfWithDefinitions, "none of that kind"), Texts{});
 }
 
 TEST_F(SearchWindowTest, ListsOneMoreThanFortyMatches)
@@ -145,27 +130,6 @@ TEST_F(SearchWindowTest, ListsOneMoreThanFortyMatches)
     WriteTags(lines);
     ASSERT_NE(Search("many"), nullptr);
     EXPECT_EQ(Listed(), first);
-}
-
-TEST_F(SearchWindowTest, CountsOnlyMatchesOfTheWantedKindTowardsTheLimit)
-{
-    std::string lines;
-    for (int i = 1; i <= 45; ++i)
-        lines += TagLine("many", "a.h", i, 'p');
-    lines += TagLine("many", "a.cpp", 1, 'f');
-    WriteTags(lines);
-    EXPECT_EQ(Search("many", &SearchWindow::PopulateSelfWithDefinitions, "behind 45 prototypes"),
-              Texts{"many - a.cpp"});
-}
-
-TEST_F(SearchWindowTest, AMatchOfTheWrongKindDoesNotEndTheSearchAtTheNextName)
-{
-    WriteTags(TagLine("draw", "view.h", 12, 'p') + TagLine("elsewhere", "view.h", 1, 'f') +
-              TagLine("draw", "view.cpp", 34, 'f') + TagLine("elsewhere", "view.h", 2, 'f') +
-              TagLine("draw", "late.cpp", 56, 'f'));
-    EXPECT_EQ(Search("draw", &SearchWindow::PopulateSelfWithDefinitions, "a rejected match is no match"),
-              Texts{"draw - view.cpp"});
-    EXPECT_EQ(Search("draw", &SearchWindow::PopulateSelf, "an accepted one is"), Texts{"draw - view.h"});
 }
 
 TEST_F(SearchWindowTest, OneAmbiguousFileNameShowsEveryDirectory)
