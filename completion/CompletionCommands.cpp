@@ -7,7 +7,7 @@
 #include "completion/Palettes.h"
 #include "plugin/PluginInterface.h"
 #include "scan/HostText.h"
-#include "scan/Predicates.h"
+#include "scan/PatternScan.h"
 #include "scan/SelectionScanner.h"
 #include "tags/Candidates.h"
 #include "tags/CompletionCache.h"
@@ -17,9 +17,6 @@
 #include "vetch/storage/BEntry.h"
 
 namespace {
-
-constexpr size_t kShortestPattern = 3;
-constexpr unsigned long kTooMany = 200; // for a list that the user did not request
 
 struct Selection {
     long start = 0;
@@ -33,27 +30,8 @@ Selection SelectionOf(PluginInterface* host)
     return selection;
 }
 
-bool BeginsWith(const std::string& text, const std::string& beginning)
-{
-    return text.compare(0, beginning.length(), beginning) == 0;
-}
-
-// A pattern is without a leading "std::" that stands in the document all the same.
-bool FollowsStd(PluginInterface* host, long start)
-{
-    const std::string scope = "std::";
-    return scan::HostText(host).Range(start - static_cast<long>(scope.length()), start) == scope;
-}
-
-// True when the common beginning can continue the pattern. Candidates have their scopes, and the pattern may not. To
-// insert the end of "std::vector" behind "vec" would spoil the text, as would a scope behind "std::s".
-bool GoesOn(PluginInterface* host, long start, const std::string& pattern, const std::string& common)
-{
-    return BeginsWith(common, pattern) && !(IsCppPattern(common.substr(pattern.length())) && FollowsStd(host, start));
-}
-
-// Inserts at the caret, behind a selection, which stays. Leaves no room for a selector's arguments: the candidates may
-// agree on a part of it only, and the user continues from there.
+// At the caret, behind a selection's end: what is selected stays. As it stands in the candidates, without room for a
+// selector's arguments: they may agree on a part of it only, and the user goes on from there.
 void InsertAtCaret(PluginInterface* host, long caret, const std::string& text)
 {
     const long length = static_cast<long>(text.length());
@@ -103,25 +81,25 @@ void SelectionSuggestCompletions(PluginInterface* host)
         return;
     const Selection selection = SelectionOf(host);
     const long caret = selection.end;
-    long start;
-    long end;
-    std::string pattern;
-    if (!ScanForSuggestionPattern(host, caret, caret, start, end, pattern, true))
+    const scan::HostText text(host);
+    const std::optional<scan::Pattern> typed = scan::PatternForCompletion(text, caret, caret);
+    if (!typed)
         return;
 
-    // Does not check the sources' dates: completion never rebuilds tags.
-    Tags tags(&localTags, &systemTags, pattern, false);
+    // Without a look at the sources' dates: completing never has tags made anew.
+    Tags tags(&localTags, &systemTags, typed->text, false);
     Completions completions(tags);
-    const std::string common = CommonBeginning(completions);
-    const bool goesOn = GoesOn(host, start, pattern, common);
-    if (goesOn && common.length() > pattern.length())
-        InsertAtCaret(host, caret, common.substr(pattern.length()));
-    else if (completions.Size() == 1 && !goesOn)
-        ReplaceWord(host, completions.Strings().front());
-    else if (completions.Size() < 2)
-        beep(); // no candidate, or the typed one only
-    else
-        OfferCompletions(host, tags, completions, selection.start);
+    const Suggestion suggestion = SuggestionFor(text, *typed, completions);
+    switch (suggestion.action) {
+    case Suggestion::Action::Insert:
+        return InsertAtCaret(host, caret, suggestion.text);
+    case Suggestion::Action::Replace:
+        return ReplaceWord(host, suggestion.text);
+    case Suggestion::Action::Offer:
+        return OfferCompletions(host, tags, completions, selection.start);
+    case Suggestion::Action::Nothing:
+        return beep();
+    }
 }
 
 void SelectionAutoSuggestCompletions(PluginInterface* host)
@@ -136,21 +114,18 @@ void SelectionAutoSuggestCompletions(PluginInterface* host)
     std::string pattern;
     if (!ScanForSuggestionPattern(host, selection.start, selection.end, selection.start, selection.end, pattern,
                                   true) ||
-        pattern.length() < kShortestPattern) {
+        pattern.length() < kShortestTyped) {
         CloseAnyPalettes();
         return;
     }
     Tags tags(&localTags, &systemTags, pattern, false);
     if (!Cache().LoadIfNeeded(tags, true))
-        return; // the window stays until the names are loaded
-    std::vector<std::string> names;
-    Cache().GetCompletions(pattern.c_str(), names, kTooMany);
-    if (names.size() == 1 && names.front() == pattern)
-        names.clear(); // fully typed
-    if (!names.empty() && names.size() < kTooMany)
-        ShowCandidates(host, tags, names, offset);
-    else
+        return; // the window stays as it is until the names are there
+    const std::vector<std::string> names = CandidatesWhileTyping(Cache(), pattern);
+    if (names.empty())
         CloseAnyPalettes();
+    else
+        ShowCandidates(host, tags, names, offset);
 }
 
 void CompletionSelected(PluginInterface* host, const BMessage* message)

@@ -1,7 +1,7 @@
 #include "completion/CompletionWindow.h"
 
-#include "completion/ListCandidates.h"
 #include "plugin/PluginInterface.h"
+#include "tags/Candidates.h"
 #include "tags/Tags.h"
 #include "vetch/app/BMessageFilter.h"
 #include "vetch/app/Modifiers.h"
@@ -109,8 +109,8 @@ void CompletionWindow::MessageReceived(BMessage* message)
 void CompletionWindow::Choose(const BMessage& pick)
 {
     int32 index;
-    if (pick.FindInt32("index", &index) != B_OK || index < 0 || index >= kMostListedCandidates)
-        return; // no selection, or the "more" entry
+    if (pick.FindInt32("index", &index) != B_OK || index < 0 || index >= static_cast<int32>(kMostListedCandidates))
+        return; // nothing is selected, or it is the entry that says that there are more
     const auto* item = dynamic_cast<const BStringItem*>(List()->ItemAt(index));
     if (item == nullptr || hasChosen)
         return;

@@ -5,12 +5,6 @@
 
 #include <algorithm>
 
-namespace {
-
-constexpr int kMostCandidates = 1000;
-
-} // namespace
-
 Completions::Completions(Tags& tags)
 {
     FindCompletions(tags, *this, kMostCandidates);

@@ -1,5 +1,6 @@
 #include "completion/ListCandidates.h"
 
+#include "tags/Candidates.h"
 #include "vetch/interface/BListItem.h"
 #include "vetch/interface/BListView.h"
 
@@ -7,11 +8,11 @@
 
 void ListCandidates(const std::vector<std::string>& names, BListView* list)
 {
-    const long count = std::min(static_cast<long>(names.size()), kMostListedCandidates);
-    for (long i = 0; i < count; ++i)
+    const size_t count = std::min(names.size(), kMostListedCandidates);
+    for (size_t i = 0; i < count; ++i)
         list->AddItem(new BStringItem(names[i].c_str(), 0, true));
-    // A selectable item like any other; choosing it does nothing.
-    if (count < static_cast<long>(names.size()))
+    // An item like any other, which can be selected; to choose it does nothing.
+    if (count < names.size())
         list->AddItem(new BStringItem("     ... more", 0, true));
     if (list->CountItems() > 0)
         list->Select(0, false);

@@ -6,8 +6,6 @@
 
 class BListView;
 
-// The most candidates that a list shows; if there are more, a last item says so ("     ... more").
-inline constexpr long kMostListedCandidates = 200;
-
-// Adds items for the names and selects the first. Call it in a section of the list's window or before that is shown.
+// Adds items for the names, at most kMostListedCandidates, and selects the first. When there are more names, one more
+// item says so ("     ... more"). In the list's window's section, or before it is shown.
 void ListCandidates(const std::vector<std::string>& names, BListView* list);

@@ -6,6 +6,7 @@
 #include "plugin/Activation.h"
 #include "plugin/PluginInterface.h"
 #include "scan/SelectionScanner.h"
+#include "scan/WordScan.h"
 #include "settings/DeclarationSettings.h"
 #include "windows/SearchWindow.h"
 
@@ -16,33 +17,16 @@ bool gHandlingAutoCompletePrimitive = false;
 
 namespace {
 
-// The identifier before the caret; all 0 when there is none.
-struct Typed {
-    long caret = 0;
-    long start = 0;
-    long size = 0;
-};
-
-Typed TypedBeforeCaret(PluginInterface* host)
+scan::TypedWord TypedBeforeCaret(PluginInterface* host)
 {
-    Typed typed;
-    IsPatternBeforeSelection(host, typed.caret, typed.start, typed.size);
+    scan::TypedWord typed;
+    IsPatternBeforeSelection(host, typed.caret, typed.start, typed.length);
     return typed;
 }
 
-bool MovedForward(const Typed& now)
+scan::TypedWord TypedBeforeKey()
 {
-    return now.caret > gPreKeyDownSelStart;
-}
-
-bool SameIdentifierGrew(const Typed& now)
-{
-    return now.start == gPreKeyDownPatternStart && now.size > gPreKeyDownPatternSize;
-}
-
-bool StartedIdentifier(const Typed& now)
-{
-    return now.size == 1 && gPreKeyDownPatternSize == 0;
+    return {gPreKeyDownSelStart, gPreKeyDownPatternStart, gPreKeyDownPatternSize};
 }
 
 bool CompletesWhileTyping()
@@ -55,10 +39,10 @@ bool CompletesWhileTyping()
 long KeyDown(PluginInterface* host)
 {
     ClearActivation();
-    const Typed before = CompletesWhileTyping() ? TypedBeforeCaret(host) : Typed();
+    const scan::TypedWord before = CompletesWhileTyping() ? TypedBeforeCaret(host) : scan::TypedWord();
     gPreKeyDownSelStart = before.caret;
     gPreKeyDownPatternStart = before.start;
-    gPreKeyDownPatternSize = before.size;
+    gPreKeyDownPatternSize = before.length;
 
     if (const long routed = gCompletionActions.routeKey(host, host->message))
         return routed;
@@ -78,8 +62,7 @@ long KeyTyped(PluginInterface* host)
 
     // The first letter of an identifier counts wherever it starts; later ones count only in the same identifier.
     // Without an identifier all values are 0, which is not a step forward.
-    const Typed now = TypedBeforeCaret(host);
-    if (MovedForward(now) && (StartedIdentifier(now) || SameIdentifierGrew(now)))
+    if (WordBeganOrGrew(TypedBeforeKey(), TypedBeforeCaret(host)))
         gCompletionActions.autoSuggest(host);
     else
         CloseAnyPalettes();
@@ -94,8 +77,7 @@ long EditingPrimitiveDone(PluginInterface* host)
     gHandlingAutoCompletePrimitive = false;
     if (ownEdit || !CompletesWhileTyping())
         return 0;
-    const Typed now = TypedBeforeCaret(host);
-    if (!MovedForward(now) || !SameIdentifierGrew(now))
+    if (!WordGrew(TypedBeforeKey(), TypedBeforeCaret(host)))
         CloseAnyPalettes();
     return 0;
 }

@@ -54,6 +54,16 @@ std::optional<WordPlace> WordBefore(const Text& text, long caret)
     return WordPlace{start, end - start};
 }
 
+bool WordGrew(const TypedWord& before, const TypedWord& now)
+{
+    return now.caret > before.caret && now.start == before.start && now.length > before.length;
+}
+
+bool WordBeganOrGrew(const TypedWord& before, const TypedWord& now)
+{
+    return WordGrew(before, now) || (now.caret > before.caret && now.length == 1 && before.length == 0);
+}
+
 std::optional<std::string> WordAround(const Text& text, long selStart, long selEnd)
 {
     if (!IsScannable(text, selStart, selEnd))

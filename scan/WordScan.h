@@ -18,8 +18,21 @@ struct WordPlace {
 // start -1 and a length one too great.
 std::optional<WordPlace> WordBefore(const Text& text, long caret);
 
-// The word around a caret or a selection. None when the selection spans lines, exceeds 1024 bytes or is not part of one
-// word.
+// The word before a caret, as key strokes compare it; all 0 when there is none.
+struct TypedWord {
+    long caret = 0;
+    long start = 0;
+    long length = 0;
+};
+
+// Whether a key that moved the caret forward made the same word longer.
+bool WordGrew(const TypedWord& before, const TypedWord& now);
+
+// The same, or that it began a word, wherever that starts.
+bool WordBeganOrGrew(const TypedWord& before, const TypedWord& now);
+
+// The word around a caret or a selection. None when the selection spans lines, is longer than 1024 or holds anything
+// but a piece of one word.
 std::optional<std::string> WordAround(const Text& text, long selStart, long selEnd);
 
 } // namespace scan

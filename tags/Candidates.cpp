@@ -1,5 +1,9 @@
 #include "tags/Candidates.h"
 
+#include "scan/Pattern.h"
+#include "scan/Predicates.h"
+#include "scan/Text.h"
+#include "tags/CompletionCache.h"
 #include "tags/StringVector.h"
 #include "tags/Tags.h"
 #include "vetch/storage/EntryRef.h"
@@ -9,6 +13,22 @@ namespace {
 bool ContinuesCharacter(char byte)
 {
     return (static_cast<unsigned char>(byte) & 0xc0) == 0x80; // in UTF-8
+}
+
+// A pattern is without a leading "std::" that stands in the text all the same.
+bool FollowsStd(const scan::Text& text, long start)
+{
+    const std::string scope = "std::";
+    return text.Range(start - static_cast<long>(scope.length()), start) == scope;
+}
+
+// Whether what the candidates have in common goes on where the pattern ends. They come with their scopes, and the
+// pattern may be without: to insert the end of "std::vector" behind "vec" would spoil the text, as it would to put a
+// scope behind "std::s".
+bool GoesOn(const scan::Text& text, const scan::Pattern& typed, const std::string& common)
+{
+    return common.starts_with(typed.text) &&
+           !(IsCppPattern(common.substr(typed.text.length())) && FollowsStd(text, typed.start));
 }
 
 } // namespace
@@ -45,4 +65,27 @@ std::string CommonBeginning(const StringVector& candidates)
     while (!common.empty() && common.length() < any.length() && ContinuesCharacter(any[common.length()]))
         common.pop_back();
     return common;
+}
+
+Suggestion SuggestionFor(const scan::Text& text, const scan::Pattern& typed, const StringVector& candidates)
+{
+    using Action = Suggestion::Action;
+    const std::string common = CommonBeginning(candidates);
+    const bool goesOn = GoesOn(text, typed, common);
+    if (goesOn && common.length() > typed.text.length())
+        return {Action::Insert, common.substr(typed.text.length())};
+    if (candidates.Size() == 1 && !goesOn)
+        return {Action::Replace, candidates.Strings().front()};
+    return {candidates.Size() < 2 ? Action::Nothing : Action::Offer, ""};
+}
+
+std::vector<std::string> CandidatesWhileTyping(const CompletionCache& cache, const std::string& pattern)
+{
+    constexpr size_t kTooMany = 200; // for a list that is shown without being asked for
+    std::vector<std::string> names;
+    cache.GetCompletions(pattern.c_str(), names, kTooMany);
+    const bool typedInFull = names.size() == 1 && names.front() == pattern;
+    if (typedInFull || names.size() >= kTooMany)
+        names.clear();
+    return names;
 }

@@ -1,4 +1,6 @@
 #include "scan/SelectionScanner.h"
+
+#include "scan/WordScan.h"
 #include "tests/scan/CountingHost.h"
 #include "tests/support/FakeHost.h"
 
@@ -139,6 +141,34 @@ TEST(WordScanners, ReadOnlyTheWordAndItsNeighbours)
     long caret, start, length;
     EXPECT_TRUE(IsPatternBeforeSelection(&host, caret, start, length));
     EXPECT_EQ(host.reads, 9);
+}
+
+struct GrowthCase {
+    const char* why;
+    scan::TypedWord before;
+    scan::TypedWord now;
+    bool grew;
+    bool beganOrGrew;
+};
+
+const GrowthCase kGrowth[] = {
+    {"a letter more", {5, 2, 3}, {6, 2, 4}, true, true},
+    {"several letters more", {5, 2, 3}, {9, 2, 7}, true, true},
+    {"the first letter", {0, 0, 0}, {3, 2, 1}, false, true},
+    {"two letters at once where there was none", {0, 0, 0}, {4, 2, 2}, false, false},
+    {"another word", {5, 2, 3}, {9, 6, 3}, false, false},
+    {"a letter less", {5, 2, 3}, {4, 2, 2}, false, false},
+    {"the same", {5, 2, 3}, {5, 2, 3}, false, false},
+    {"no word any more", {5, 2, 3}, {0, 0, 0}, false, false},
+    {"no word before or now", {0, 0, 0}, {0, 0, 0}, false, false},
+};
+
+TEST(TypedWord, GrowsWhenTheCaretMovesForwardInTheSameWord)
+{
+    for (const GrowthCase& row : kGrowth) {
+        EXPECT_EQ(WordGrew(row.before, row.now), row.grew) << row.why;
+        EXPECT_EQ(WordBeganOrGrew(row.before, row.now), row.beganOrGrew) << row.why;
+    }
 }
 
 } // namespace
