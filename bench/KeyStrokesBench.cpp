@@ -7,9 +7,9 @@
 // percentile, maximum) and the number of shown names. For a load: the number of keys meanwhile, and the slowest one,
 // from the key down to the end of its effects.
 
+#include "HeadlessEditor.h"
 #include "vetch/app/Loop.h"
 #include "vetch/support/FThread.h"
-#include "wren/cli/AskedEditor.h"
 #include "wren/headless/Keyboard.h"
 #include "wren/headless/PressKey.h"
 
@@ -44,11 +44,8 @@ class Typist {
 public:
     explicit Typist(const std::string& systemTags) : display(&face), editor(face, display)
     {
+        editor.Start(systemTags);
         std::string error;
-        wren::EditorOptions options;
-        options.systemTags = systemTags;
-        if (!editor.Start(options, &error))
-            Fail(error);
         document = editor.TheHost().Open("/nowhere/a.mm", "", false, &error);
         if (document == nullptr)
             Fail(error);
@@ -95,12 +92,6 @@ public:
     void WaitForLoad() { editor.TheHost().WaitForBackground(std::chrono::minutes(10)); }
 
 private:
-    [[noreturn]] static void Fail(const std::string& error)
-    {
-        std::fprintf(stderr, "%s\n", error.c_str());
-        std::exit(1);
-    }
-
     void Prepare(const std::string& text)
     {
         vetch::Settle();
@@ -108,9 +99,9 @@ private:
         document->Select(document->Length(), document->Length());
     }
 
-    wren::AskedFace face;
+    BenchFace face;
     vetch::HeadlessDisplay display;
-    wren::AskedEditor editor;
+    HeadlessEditor editor;
     wren::Document* document = nullptr;
 };
 

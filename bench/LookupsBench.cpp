@@ -7,10 +7,9 @@
 // TAGS are the system's tags. Prints JSON, in microseconds: for each symbol the time until the list of matches is shown
 // (median and 99th percentile), and the number of its matches.
 
+#include "HeadlessEditor.h"
+#include "scan/Predicates.h"
 #include "vetch/app/Loop.h"
-#include "wren/cli/AskedEditor.h"
-#include "wren/cli/LookupFace.h"
-#include "wren/cli/SymbolText.h"
 
 #include <algorithm>
 #include <chrono>
@@ -38,23 +37,31 @@ double MicrosecondsSince(Clock::time_point start)
     return std::chrono::duration<double, std::micro>(Clock::now() - start).count();
 }
 
-[[noreturn]] void Fail(const std::string& error)
+// Counts what the plug-in opens: a single match is opened without a list.
+class CountingFace : public BenchFace {
+public:
+    size_t Opened() const { return opened; }
+
+    void OpenMatch(const std::string&, long) override { ++opened; }
+
+private:
+    size_t opened = 0;
+};
+
+// A name stands in a document; anything else is typed into the dialog.
+bool IsName(const std::string& symbol)
 {
-    std::fprintf(stderr, "%s\n", error.c_str());
-    std::exit(1);
+    return std::all_of(symbol.begin(), symbol.end(), IsIDChar);
 }
 
 class User {
 public:
     explicit User(const std::string& systemTags) : display(&face), editor(face, display)
     {
-        wren::EditorOptions options;
-        options.systemTags = systemTags;
-        std::string error;
         const auto start = Clock::now();
-        if (!editor.Start(options, &error))
-            Fail(error);
+        editor.Start(systemTags);
         started = MicrosecondsSince(start);
+        std::string error;
         document = editor.TheHost().Open("/nowhere/a.mm", "", false, &error);
         if (document == nullptr)
             Fail(error);
@@ -65,8 +72,7 @@ public:
     double LookUp(const std::string& symbol)
     {
         CloseWindows();
-        const std::optional<wren::SymbolText> written = wren::TextForSymbol(symbol);
-        return written ? LookUpInText(*written) : LookUpInDialog(symbol);
+        return IsName(symbol) ? LookUpInText(symbol) : LookUpInDialog(symbol);
     }
 
     // Counts the matches of the last lookup. A single match has been opened without a list.
@@ -75,7 +81,7 @@ public:
         for (const auto& window : display.Windows())
             if (window.visible && window.list)
                 return window.list->items.size();
-        return face.Opened().size() - opened;
+        return face.Opened() - opened;
     }
 
 private:
@@ -83,13 +89,13 @@ private:
     {
         editor.TheHost().Events().Dismissed();
         vetch::Settle();
-        opened = face.Opened().size();
+        opened = face.Opened();
     }
 
-    double LookUpInText(const wren::SymbolText& written)
+    double LookUpInText(const std::string& name)
     {
-        document->SetText(written.text);
-        document->Select(written.caret, written.caret);
+        document->SetText(name);
+        document->Select(document->Length(), document->Length());
         const auto start = Clock::now();
         editor.TheHost().Events().Command("SymbolLookup");
         vetch::Settle();
@@ -111,9 +117,9 @@ private:
         Fail("the symbol dialog did not open");
     }
 
-    wren::LookupFace face;
-    wren::LookupDisplay display;
-    wren::AskedEditor editor;
+    CountingFace face;
+    vetch::HeadlessDisplay display;
+    HeadlessEditor editor;
     wren::Document* document = nullptr;
     double started = 0;
     size_t opened = 0;

@@ -30,8 +30,8 @@ Selection SelectionOf(PluginInterface* host)
     return selection;
 }
 
-// At the caret, behind a selection's end: what is selected stays. As it stands in the candidates, without room for a
-// selector's arguments: they may agree on a part of it only, and the user goes on from there.
+// Inserts at the caret, behind a selection, which stays. Leaves no room for a selector's arguments: the candidates may
+// agree on a part of it only, and the user continues from there.
 void InsertAtCaret(PluginInterface* host, long caret, const std::string& text)
 {
     const long length = static_cast<long>(text.length());
@@ -86,7 +86,7 @@ void SelectionSuggestCompletions(PluginInterface* host)
     if (!typed)
         return;
 
-    // Without a look at the sources' dates: completing never has tags made anew.
+    // Does not check the sources' dates: completion never rebuilds tags.
     Tags tags(&localTags, &systemTags, typed->text, false);
     Completions completions(tags);
     const Suggestion suggestion = SuggestionFor(text, *typed, completions);
@@ -98,7 +98,7 @@ void SelectionSuggestCompletions(PluginInterface* host)
     case Suggestion::Action::Offer:
         return OfferCompletions(host, tags, completions, selection.start);
     case Suggestion::Action::Nothing:
-        return beep();
+        return beep(); // no candidate, or the typed one only
     }
 }
 
@@ -120,7 +120,7 @@ void SelectionAutoSuggestCompletions(PluginInterface* host)
     }
     Tags tags(&localTags, &systemTags, pattern, false);
     if (!Cache().LoadIfNeeded(tags, true))
-        return; // the window stays as it is until the names are there
+        return; // the window stays until the names are loaded
     const std::vector<std::string> names = CandidatesWhileTyping(Cache(), pattern);
     if (names.empty())
         CloseAnyPalettes();

@@ -110,7 +110,7 @@ void CompletionWindow::Choose(const BMessage& pick)
 {
     int32 index;
     if (pick.FindInt32("index", &index) != B_OK || index < 0 || index >= static_cast<int32>(kMostListedCandidates))
-        return; // nothing is selected, or it is the entry that says that there are more
+        return; // no selection, or the "more" entry
     const auto* item = dynamic_cast<const BStringItem*>(List()->ItemAt(index));
     if (item == nullptr || hasChosen)
         return;

@@ -11,7 +11,7 @@ void ListCandidates(const std::vector<std::string>& names, BListView* list)
     const size_t count = std::min(names.size(), kMostListedCandidates);
     for (size_t i = 0; i < count; ++i)
         list->AddItem(new BStringItem(names[i].c_str(), 0, true));
-    // An item like any other, which can be selected; to choose it does nothing.
+    // A selectable item like any other; choosing it does nothing.
     if (count < names.size())
         list->AddItem(new BStringItem("     ... more", 0, true));
     if (list->CountItems() > 0)

@@ -6,6 +6,6 @@
 
 class BListView;
 
-// Adds items for the names, at most kMostListedCandidates, and selects the first. When there are more names, one more
-// item says so ("     ... more"). In the list's window's section, or before it is shown.
+// Adds items for the names, at most kMostListedCandidates, and selects the first. If there are more names, a last item
+// says so ("     ... more"). Call it in a section of the list's window or before that is shown.
 void ListCandidates(const std::vector<std::string>& names, BListView* list);

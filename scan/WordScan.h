@@ -31,8 +31,8 @@ bool WordGrew(const TypedWord& before, const TypedWord& now);
 // The same, or that it began a word, wherever that starts.
 bool WordBeganOrGrew(const TypedWord& before, const TypedWord& now);
 
-// The word around a caret or a selection. None when the selection spans lines, is longer than 1024 or holds anything
-// but a piece of one word.
+// The word around a caret or a selection. None when the selection spans lines, exceeds 1024 bytes or is not part of one
+// word.
 std::optional<std::string> WordAround(const Text& text, long selStart, long selEnd);
 
 } // namespace scan

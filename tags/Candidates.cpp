@@ -1,5 +1,6 @@
 #include "tags/Candidates.h"
 
+#include "base/Utf8.h"
 #include "scan/Pattern.h"
 #include "scan/Predicates.h"
 #include "scan/Text.h"
@@ -10,21 +11,15 @@
 
 namespace {
 
-bool ContinuesCharacter(char byte)
-{
-    return (static_cast<unsigned char>(byte) & 0xc0) == 0x80; // in UTF-8
-}
-
-// A pattern is without a leading "std::" that stands in the text all the same.
+// The pattern excludes a leading "std::" that is in the text.
 bool FollowsStd(const scan::Text& text, long start)
 {
     const std::string scope = "std::";
     return text.Range(start - static_cast<long>(scope.length()), start) == scope;
 }
 
-// Whether what the candidates have in common goes on where the pattern ends. They come with their scopes, and the
-// pattern may be without: to insert the end of "std::vector" behind "vec" would spoil the text, as it would to put a
-// scope behind "std::s".
+// True when the common beginning can continue the pattern. Candidates have their scopes, and the pattern may not. To
+// insert the end of "std::vector" behind "vec" would spoil the text, as would a scope behind "std::s".
 bool GoesOn(const scan::Text& text, const scan::Pattern& typed, const std::string& common)
 {
     return common.starts_with(typed.text) &&
@@ -44,7 +39,7 @@ void FindCandidates(Tags& tags, StringVector& out, size_t max)
     EntryRef ref;
     int line;
     bool isSystem;
-    // Tags files are sorted: behind the first match the first other name ends a file's part of the search.
+    // Tags files are sorted: after the first match, the first other name ends the search of a file.
     bool stopAtMismatch = false;
     while (tags.NextMatch(name, qualifier, kind, ref, line, isSystem, stopAtMismatch, TagFile::PartialMatch())) {
         stopAtMismatch = true;
@@ -62,7 +57,7 @@ std::string CommonBeginning(const StringVector& candidates)
     if (common.empty())
         return common;
     const std::string& any = candidates.Strings().front();
-    while (!common.empty() && common.length() < any.length() && ContinuesCharacter(any[common.length()]))
+    while (!common.empty() && common.length() < any.length() && base::ContinuesCharacter(any[common.length()]))
         common.pop_back();
     return common;
 }
@@ -81,7 +76,7 @@ Suggestion SuggestionFor(const scan::Text& text, const scan::Pattern& typed, con
 
 std::vector<std::string> CandidatesWhileTyping(const CompletionCache& cache, const std::string& pattern)
 {
-    constexpr size_t kTooMany = 200; // for a list that is shown without being asked for
+    constexpr size_t kTooMany = 200; // for a list that the user did not request
     std::vector<std::string> names;
     cache.GetCompletions(pattern.c_str(), names, kTooMany);
     const bool typedInFull = names.size() == 1 && names.front() == pattern;

@@ -21,8 +21,7 @@ inline constexpr size_t kShortestTyped = 3;          // while typing: less is no
 // the tags files, each once, at most 'max'; to nothing when neither file can be opened. Closes the files. Any thread.
 void FindCandidates(Tags& tags, StringVector& out, size_t max);
 
-// What all candidates begin with, in whole characters: two that differ only in the second byte of a character do not
-// share that character.
+// The candidates' common beginning, in whole characters: two that differ only in their second bytes have none.
 std::string CommonBeginning(const StringVector& candidates);
 
 struct Suggestion {

@@ -17,7 +17,7 @@ bool SameName(const EntryRef* a, const EntryRef* b)
     return std::strcmp(a->name, b->name) == 0;
 }
 
-// Only functions, prototypes and typedefs say where they belong; other kinds say what they are, or nothing.
+// Functions, prototypes and typedefs show their scope; other kinds show their kind, or nothing.
 std::string Prefix(char kind, const std::string& qualifier)
 {
     const tagsfile::Kind known = tagsfile::KindOf(kind);
@@ -77,8 +77,7 @@ std::string MakeDisplayPath(const std::string& path)
 
 std::string MakeDisplayPath(const std::string& path, const std::string& home)
 {
-    // The first occurrence is replaced wherever it stands: a home directory met in the middle of a path is shortened
-    // too.
+    // Replaces the first occurrence wherever it is: a home directory in the middle of a path is shortened too.
     std::string shortened = path;
     ReplaceFirst(shortened, home.c_str(), "~/");
     ReplaceFirst(shortened, "/System/Library/Frameworks/", "/Sys...ks/");

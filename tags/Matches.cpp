@@ -18,8 +18,8 @@ std::vector<TagData> CollectMatches(Tags& tags, WantedTags wanted)
     if (!tags.Rewind())
         return matches;
     TagData match;
-    // The files are sorted by name, so the first other name after a match ends the search. A match of an unwanted kind
-    // does not count for that: the names behind it are all read.
+    // The files are sorted by name, so the first other name after a match ends the search. Matches of an unwanted kind
+    // do not count: all names behind them are read.
     while (tags.NextMatch(match.name, match.qualifier, match.kind, match.file, match.line, match.fromSystemTags,
                           !matches.empty(), TagFile::ExactMatch())) {
         if (!Accepts(wanted, match.kind))

@@ -41,7 +41,12 @@ bool FindSystemTags(BEntry* entry)
     }
     std::string path = "~/Library/Caches/SystemHeaderTags";
     ReplaceFirst(path, "~/", (home + "/").c_str());
-    entry->SetTo(path.c_str(), true);
+    return FindSystemTags(entry, path.c_str());
+}
+
+bool FindSystemTags(BEntry* entry, const char* path)
+{
+    entry->SetTo(path, true);
     return entry->Exists();
 }
 

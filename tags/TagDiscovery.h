@@ -12,6 +12,9 @@ bool FindTags(BEntry* entry);
 // prints a message on standard output and returns false; 'entry' is unchanged.
 bool FindSystemTags(BEntry* entry);
 
+// The same for the file at 'path', in place of the user's own.
+bool FindSystemTags(BEntry* entry, const char* path);
+
 // Both files for the current document, or for a directory; true when at least one exists. A missing local file gives an
 // unset entry.
 bool FindTags(PluginInterface* host, BEntry& localTags, BEntry& systemTags); // document thread only

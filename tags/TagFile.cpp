@@ -18,10 +18,13 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <unordered_set>
+#include <utility>
 
 namespace {
 
 constexpr uint32 kUnread = FourCC("tgur"); // "path", "why"
+
+std::function<void(const std::string& path, const std::string& why)> gReportUnread; // null for the application
 
 // A longer line is read in pieces, each a line of its own. A tag's name, file and position lie well within the first
 // piece. Other pieces are hardly ever tags; like any other text they are skipped, or end a search that stops at a
@@ -183,9 +186,11 @@ char* Copied(const char* text)
     return copy;
 }
 
-// Posts to the application, which tells the user; does nothing without one. Any thread.
+// Calls the reporter, or posts to the application, which tells the user; does nothing without either. Any thread.
 void ReportUnread(const char* path, const std::string& why)
 {
+    if (gReportUnread)
+        return gReportUnread(path, why);
     if (be_app == nullptr)
         return;
     BMessage message(kUnread);
@@ -200,6 +205,11 @@ bool Less(const char* a, const char* b)
 }
 
 } // namespace
+
+void SetUnreadReporter(std::function<void(const std::string& path, const std::string& why)> report)
+{
+    gReportUnread = std::move(report);
+}
 
 TagFile::TagFile(const BEntry* entry, const std::string& pattern, bool checkDates) : path(entry), checkDates(checkDates)
 {

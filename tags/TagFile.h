@@ -6,6 +6,7 @@
 #include "vetch/support/Cancellation.h"
 
 #include <ctime>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -74,3 +75,7 @@ private:
     bool outOfDate = false;
     std::string newerSource;
 };
+
+// The receiver of notices about files that are not read (tagsfile::WhyUnread), for a program without an application.
+// Null for the application. Called on any thread that reads; set it while none does.
+void SetUnreadReporter(std::function<void(const std::string& path, const std::string& why)> report);

@@ -6,7 +6,7 @@
 
 #include <string>
 
-// Its text is made once (see MatchText).
+// Builds its text once (see MatchText).
 class LookupItem : public BStringItem {
 public:
     LookupItem(const std::string& name, const std::string& qualifier, char kind, int line, const EntryRef& file,

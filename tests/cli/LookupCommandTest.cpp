@@ -128,6 +128,31 @@ TEST_F(LookupCommand, UsesTheSystemTagsItIsGiven)
     EXPECT_NE(missing.errors.find("none.tags"), std::string::npos);
 }
 
+TEST_F(LookupCommand, NeedsNoTemporaryDirectoryForOtherSystemTags)
+{
+    const std::string system = tree.Write("system.tags", "other\tsrc/one.c\t1;\"\tv\n");
+    for (const std::vector<std::string>& question : {std::vector<std::string>{"--symbol", "other"},
+                                                     std::vector<std::string>{tree.Write("other.c", "other") + ":1"}}) {
+        std::vector<std::string> words = question;
+        words.insert(words.end(), {"--system-tags", system});
+        const ProgramRun run = Run(words, {{"TMPDIR", tree / "missing"}});
+        EXPECT_EQ(run.output, At("src/one.c", 1, "other - one.c")) << question[0] << ": " << run.errors;
+    }
+}
+
+TEST_F(LookupCommand, ShortensTheHomeDirectoryOnlyWithTheUsersOwnSystemTags)
+{
+    tree.Write("home/a/x.h", "int twice;\n");
+    tree.Write("home/b/x.h", "int twice;\n");
+    tree.Write("home/tags", "twice\ta/x.h\t1;\"\tv\ntwice\tb/x.h\t1;\"\tv\n");
+    const std::string empty = tree.Write("empty.tags", "");
+    EXPECT_EQ(Run({"--symbol", "twice", "--in", tree / "home"}).output,
+              At("home/a/x.h", 1, "twice : x.h - ~/a") + At("home/b/x.h", 1, "twice : x.h - ~/b"));
+    EXPECT_EQ(Run({"--symbol", "twice", "--in", tree / "home", "--system-tags", empty}).output,
+              At("home/a/x.h", 1, "twice : x.h - " + (tree / "home/a")) +
+                  At("home/b/x.h", 1, "twice : x.h - " + (tree / "home/b")));
+}
+
 TEST_F(LookupCommand, RefusesUnknownArguments)
 {
     const std::vector<std::vector<std::string>> kWrong = {{},
@@ -261,9 +286,14 @@ TEST_F(LookupCommand, LeavesSourceTagsAndHomeAsTheyWere)
 
 TEST_F(LookupCommand, NamesABundleThatIsMissing)
 {
-    const ProgramRun run = Run({"src/one.c:1", "--bundle", tree / "None.bundle"});
-    EXPECT_EQ(run.status, 2);
-    EXPECT_NE(run.errors.find("None.bundle"), std::string::npos);
+    for (const std::vector<std::string>& question :
+         {std::vector<std::string>{"src/one.c:1"}, std::vector<std::string>{"--symbol", "only"}}) {
+        std::vector<std::string> words = question;
+        words.insert(words.end(), {"--bundle", tree / "None.bundle"});
+        const ProgramRun run = Run(words);
+        EXPECT_EQ(run.status, 2) << question[0];
+        EXPECT_EQ(run.errors, "wren: no bundle directory " + (tree / "None.bundle") + "\n") << question[0];
+    }
 }
 
 TEST_F(LookupCommand, ColoursItsOutputOnATerminalOnly)

@@ -40,27 +40,32 @@ const std::string kNoWindow =
 
 } // namespace
 
-TEST_F(CommandWithoutThreads, LookupPrintsASingleMatch)
+TEST_F(CommandWithoutThreads, LookupPrintsAllMatches)
 {
-    const ProgramRun run = Run({"lookup", "a.c:1:5"});
-    EXPECT_EQ(run.status, 0) << run.errors;
-    EXPECT_EQ(run.output, tree / "a.c:1: once - a.c\n");
-    EXPECT_EQ(run.errors, "");
+    const struct {
+        std::vector<std::string> question;
+        std::string output;
+    } kCases[] = {
+        {{"a.c:1:5"}, tree / "a.c:1: once - a.c\n"},
+        {{"a.c:2:5"}, tree / "a.c:2: twice - a.c\n" + tree / "b.c:1: twice - b.c\n"},
+        {{"--symbol", "twice"}, tree / "a.c:2: twice - a.c\n" + tree / "b.c:1: twice - b.c\n"},
+    };
+    for (const auto& each : kCases) {
+        std::vector<std::string> words = {"lookup"};
+        words.insert(words.end(), each.question.begin(), each.question.end());
+        const ProgramRun run = Run(words);
+        EXPECT_EQ(run.status, 0) << each.question.back() << ": " << run.errors;
+        EXPECT_EQ(run.output, each.output) << each.question.back();
+        EXPECT_EQ(run.errors, "") << each.question.back();
+    }
 }
 
-TEST_F(CommandWithoutThreads, LookupFailsWithAReasonWhereThereAreSeveralMatches)
+TEST_F(CommandWithoutThreads, LookupReportsThatNothingMatches)
 {
-    for (const char* place : {"a.c:2:5", "a.c:4:5"}) {
-        const bool matches = std::string(place) == "a.c:2:5";
-        const ProgramRun run = Run({"lookup", place});
-        EXPECT_EQ(run.status, matches ? 2 : 1) << run.errors;
-        EXPECT_EQ(run.output, "");
-        if (matches) {
-            EXPECT_EQ(run.errors, kNoWindow + "wren: the matches cannot be listed without another thread\n");
-        } else {
-            EXPECT_THAT(run.errors, HasSubstr("nothing in the tags files matches")) << "which is certain";
-        }
-    }
+    const ProgramRun run = Run({"lookup", "a.c:4:5"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_THAT(run.errors, HasSubstr("nothing in the tags files matches")) << "which is certain";
 }
 
 TEST_F(CommandWithoutThreads, CompletePrintsASingleCompletion)
@@ -70,15 +75,19 @@ TEST_F(CommandWithoutThreads, CompletePrintsASingleCompletion)
     EXPECT_EQ(run.output, "once\n");
 }
 
-TEST_F(CommandWithoutThreads, CompleteFailsWithAReasonWhereThereAreCandidates)
+TEST_F(CommandWithoutThreads, CompletePrintsCandidates)
 {
-    const ProgramRun command = Run({"complete", "a.c:2:10"});
-    EXPECT_EQ(command.status, 2);
-    EXPECT_EQ(command.output, "");
-    EXPECT_EQ(command.errors, kNoWindow + "wren: the candidates cannot be listed without another thread\n");
+    const ProgramRun run = Run({"complete", "a.c:2:10"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.output, "twice\ntwicer\n");
+    EXPECT_EQ(run.errors, "");
+}
 
+TEST_F(CommandWithoutThreads, CompleteWhileTypingFailsWithAReason)
+{
     const ProgramRun typing = Run({"complete", "a.c:4", "--auto"});
     EXPECT_EQ(typing.status, 2);
+    EXPECT_EQ(typing.output, "");
     EXPECT_THAT(typing.errors, HasSubstr("work in the background is put off until it is asked for again\n"));
     EXPECT_THAT(typing.errors, HasSubstr("wren: the candidates cannot be listed without another thread\n"));
 }

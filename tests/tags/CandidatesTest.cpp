@@ -10,7 +10,7 @@
 
 namespace {
 
-StringVector Of(const Lines& names)
+StringVector CandidatesOf(const Lines& names)
 {
     StringVector candidates;
     for (const std::string& name : names)
@@ -51,7 +51,7 @@ const BeginningCase kBeginnings[] = {
 TEST(Candidates, HaveABeginningOfWholeCharactersInCommon)
 {
     for (const BeginningCase& row : kBeginnings) {
-        EXPECT_EQ(CommonBeginning(Of(row.candidates)), row.common) << row.why;
+        EXPECT_EQ(CommonBeginning(CandidatesOf(row.candidates)), row.common) << row.why;
     }
 }
 
@@ -84,7 +84,7 @@ TEST(Suggestion, DependsOnWhatTheCandidatesHaveInCommon)
         const scan::StringText text(row.text);
         const auto typed = scan::PatternForCompletion(text, text.Length(), text.Length());
         ASSERT_TRUE(typed.has_value()) << row.why;
-        const Suggestion suggestion = SuggestionFor(text, *typed, Of(row.candidates));
+        const Suggestion suggestion = SuggestionFor(text, *typed, CandidatesOf(row.candidates));
         EXPECT_EQ(suggestion.action, row.action) << row.why;
         EXPECT_EQ(suggestion.text, row.suggested) << row.why;
     }

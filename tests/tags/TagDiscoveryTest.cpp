@@ -165,6 +165,16 @@ TEST(FindTags, StopsAtTheRoot)
     EXPECT_EQ(*status, 0);
 }
 
+TEST_F(FindSystemTagsTest, TakesAnotherFileThanTheUsers)
+{
+    MakeSystemTags();
+    const std::string other = work.Write("other", "");
+    BEntry entry;
+    EXPECT_TRUE(FindSystemTags(&entry, other.c_str()));
+    EXPECT_EQ(PathOf(entry), other);
+    EXPECT_FALSE(FindSystemTags(&entry, (work / "missing").c_str()));
+}
+
 TEST_F(FindSystemTagsTest, FindsTheFileAtItsPlaceInTheHomeDirectory)
 {
     BEntry entry;

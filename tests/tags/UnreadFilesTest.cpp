@@ -37,6 +37,19 @@ TEST(SparseTagsFiles, HaveNoLinesAndAreReportedEachTime)
     EXPECT_EQ(application.heard, (Lines{told, told, told}));
 }
 
+TEST(SparseTagsFiles, AreReportedToAReporterInPlaceOfTheApplication)
+{
+    const TagsFolder folder(TagLine("a", "a.cpp", 1, "f"));
+    if (const std::string reason = MakeSparse(folder.Tags(), kTerabyte); !reason.empty())
+        GTEST_SKIP() << reason;
+    Lines heard;
+    SetUnreadReporter([&heard](const std::string& path, const std::string&) { heard.push_back(path); });
+    EXPECT_EQ(Matches(folder.Entry(), "a"), Lines{});
+    SetUnreadReporter(nullptr);
+    EXPECT_EQ(Matches(folder.Entry(), "a"), Lines{});
+    EXPECT_EQ(heard, Lines{folder.Tags()});
+}
+
 TEST(SparseTagsFiles, AreReadAtTheUsualSize)
 {
     const TagsFolder folder(TagLine("a", "a.cpp", 1, "f"));

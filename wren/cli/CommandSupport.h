@@ -1,7 +1,7 @@
 // What the commands of the program have in common.
 #pragma once
 
-#include "wren/cli/AskedEditor.h"
+#include "wren/cli/ServingTags.h"
 
 #include <string>
 
@@ -22,7 +22,7 @@ void Complain(const std::string& text); // on standard error. Any thread
 bool WriteOrComplain(ProgramOutput& output, const std::string& text, const char* what);
 bool WriteAsIsOrComplain(ProgramOutput& output, const std::string& text, const char* what); // with colours, say
 
-// Adds the options that say what the editor works with. 'options' outlives the parsing.
+// Adds the options that say what a command works with. 'options' outlives the parsing.
 void AddEditorOptions(CLI::App& command, EditorOptions& options);
 
 } // namespace wren

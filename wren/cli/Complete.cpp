@@ -1,13 +1,22 @@
 #include "wren/cli/Complete.h"
 
 #include "base/Identifier.h"
-#include "vetch/app/Loop.h"
+#include "scan/CompletionEdit.h"
+#include "scan/PatternScan.h"
+#include "scan/Text.h"
+#include "scan/WordScan.h"
+#include "tags/Candidates.h"
+#include "tags/CompletionCache.h"
+#include "tags/StringVector.h"
+#include "tags/Tags.h"
+#include "vetch/support/Cancellation.h"
+#include "vetch/support/FThread.h"
 #include "vetch/support/ThreadStart.h"
-#include "wren/headless/Keyboard.h"
-#include "wren/headless/PressKey.h"
+#include "wren/cli/SourcePlace.h"
+#include "wren/text/PlainText.h"
 
 #include <cctype>
-#include <chrono>
+#include <utility>
 
 namespace wren {
 
@@ -15,8 +24,6 @@ namespace {
 
 using Outcome = CompleteResult::Outcome;
 
-// A list shows that many candidates; its last item then only says that there are more.
-constexpr size_t kMostCandidates = 200;
 
 size_t BeginOfName(const std::string& text, size_t offset)
 {
@@ -32,122 +39,125 @@ size_t EndOfName(const std::string& text, size_t offset)
     return offset;
 }
 
-class CompleteSession {
-public:
-    CompleteSession() : display(&face), editor(face, display) {}
+PlainText Edited(const SourcePlace& source, const scan::Edit& edit)
+{
+    PlainText text;
+    text.SetText(source.text);
+    text.Delete(edit.start, edit.end - edit.start);
+    text.Insert(edit.start, edit.text);
+    return text;
+}
 
-    CompleteResult Ask(const CompleteOptions& options)
-    {
-        CompleteResult result;
-        if (!editor.Start(options.editor, &result.error))
-            return result;
-        Document* document = editor.OpenAt(options.place, WithoutColumn::LineEnd, &result.error);
-        if (document == nullptr)
-            return result;
-        result.directory = DirectoryOf(*document);
-        if (options.whileTyping)
-            AskByTyping(*document, result);
-        else
-            AskByCommand(*document, result);
-        if (FoundNothing(result) && vetch::ThreadsWereRefused()) {
-            result.outcome = Outcome::Unusable;
-            result.error = "the candidates cannot be listed without another thread";
-        }
-        return result;
-    }
+// An edit that leaves the text as it was completes nothing.
+void ReadEdit(const SourcePlace& source, const scan::Edit& edit, CompleteResult& result)
+{
+    const PlainText edited = Edited(source, edit);
+    const std::string text = edited.Text();
+    result.outcome = text == source.text ? Outcome::NoCompletion : Outcome::Inserted;
+    const long end = source.offset + edited.Length() - static_cast<long>(source.text.size()); // the edit ends there
+    const long start = edited.LineStart(edited.LineAt(end));
+    result.word = WordAround(text, std::min(source.offset, end), end);
+    result.line = text.substr(start, edited.LineEnd(edited.LineAt(end)) - start);
+}
 
-private:
-    static bool FoundNothing(const CompleteResult& result)
-    {
-        return result.outcome == Outcome::NoCompletion || result.outcome == Outcome::NoWord;
-    }
+void Offer(std::vector<std::string> candidates, CompleteResult& result)
+{
+    result.more = candidates.size() > kMostListedCandidates;
+    if (result.more)
+        candidates.resize(kMostListedCandidates);
+    result.candidates = std::move(candidates);
+    result.outcome = Outcome::Offered;
+}
 
-    void AskByCommand(const Document& document, CompleteResult& result)
-    {
-        const std::string before = document.Text();
-        const long caret = document.Selected().end;
-        RunCommand();
-        if (face.WasAsked())
-            result.outcome = Outcome::NoTags;
-        else if (document.Text() != before)
-            ReadEdit(document, caret, document.Length() - static_cast<long>(before.size()), result);
-        else if (!ReadList(result))
-            result.outcome = display.Beeps() > 0 || face.WasEdited() ? Outcome::NoCompletion : Outcome::NoWord;
-    }
+void AskByCommand(const SourcePlace& source, ServingTags& files, CompleteResult& result)
+{
+    result.outcome = Outcome::NoTags;
+    if (!files.FindFrom(source.directory))
+        return;
+    const scan::StringText text(source.text);
+    const std::optional<scan::Pattern> typed = scan::PatternForCompletion(text, source.offset, source.offset);
+    result.outcome = typed ? Outcome::NoCompletion : Outcome::NoWord;
+    if (!typed)
+        return;
+    Tags tags(files.Local(), files.System(), typed->text, false);
+    StringVector candidates;
+    FindCandidates(tags, candidates, kMostCandidates);
+    const Suggestion suggestion = SuggestionFor(text, *typed, candidates);
+    if (suggestion.action == Suggestion::Action::Offer)
+        return Offer(candidates.Strings(), result);
+    if (suggestion.action == Suggestion::Action::Insert)
+        return ReadEdit(source, {source.offset, source.offset, suggestion.text, 0}, result);
+    if (suggestion.action == Suggestion::Action::Replace)
+        if (const auto edit = scan::CompletionEdit(text, source.offset, suggestion.text))
+            ReadEdit(source, *edit, result);
+}
 
-    void AskByTyping(Document& document, CompleteResult& result)
-    {
-        // The first key stroke that would complete has the names loaded instead.
-        TypeLastCharacterAgain(document);
-        while (!editor.TheHost().WaitForBackground(std::chrono::minutes(1)))
-            continue;
-        TypeLastCharacterAgain(document);
-        if (ReadList(result))
-            return;
-        // While typing nobody is told that there are no tags files; by command the user is.
-        RunCommand();
-        result.outcome = face.WasAsked() ? Outcome::NoTags : Outcome::NoCompletion;
-    }
+scan::TypedWord WordTypedAt(const std::string& source, long caret)
+{
+    const std::optional<scan::WordPlace> word = scan::WordBefore(scan::StringText(source), caret);
+    return word ? scan::TypedWord{caret, word->start, word->length} : scan::TypedWord();
+}
 
-    void RunCommand()
-    {
-        editor.TheHost().Events().Command("SymbolCompletion");
-        vetch::Settle();
-    }
-
-    void TypeLastCharacterAgain(Document& document)
-    {
-        const long caret = document.Selected().end;
-        const std::string before = document.Text();
-        Press("backspace");
-        const long start = document.Selected().end;
-        if (start < caret)
-            Press(before.substr(start, caret - start));
-    }
-
-    void Press(const std::string& key)
-    {
-        PressKey(editor.TheHost(), key, *StrokeOf(key, 0));
-        vetch::Settle();
-    }
-
-    // 'added' bytes have come in before the caret, where an edit ends.
-    static void ReadEdit(const Document& document, long caret, long added, CompleteResult& result)
-    {
-        const std::string& text = document.Text();
-        const long end = caret + added;
-        const long start = document.LineStart(document.LineAt(end));
-        result.word = WordAround(text, std::min(caret, end), end);
-        result.line = text.substr(start, document.LineEnd(document.LineAt(end)) - start);
-        result.outcome = Outcome::Inserted;
-    }
-
-    // False when no list is to be seen.
-    bool ReadList(CompleteResult& result)
-    {
-        for (const vetch::HeadlessDisplay::WindowState& window : display.Windows()) {
-            if (!window.visible || !window.list)
-                continue;
-            result.candidates = window.list->items;
-            result.more = result.candidates.size() > kMostCandidates;
-            if (result.more)
-                result.candidates.resize(kMostCandidates);
-            result.outcome = Outcome::Offered;
-            return true;
-        }
+// Whether to type the character before the caret completes the word that it stands in.
+bool LastCharacterCompletes(const SourcePlace& source)
+{
+    if (source.offset == 0)
         return false;
-    }
+    std::string before = source.text;
+    before.erase(source.offset - 1, 1); // the only byte of any character that a word has
+    return WordBeganOrGrew(WordTypedAt(before, source.offset - 1), WordTypedAt(source.text, source.offset));
+}
 
-    AskedFace face;
-    vetch::HeadlessDisplay display;
-    AskedEditor editor;
-};
+// What the last key stroke offers. The first key stroke that completes loads the names instead, in the background.
+std::vector<std::string> OfferedByKey(const SourcePlace& source, ServingTags& files, CompletionCache& cache)
+{
+    if (!LastCharacterCompletes(source) || !files.FindFrom(source.directory))
+        return {};
+    const auto typed = scan::PatternForCompletion(scan::StringText(source.text), source.offset, source.offset);
+    if (!typed || typed->text.length() < kShortestTyped)
+        return {};
+    Tags tags(files.Local(), files.System(), typed->text, false);
+    return cache.LoadIfNeeded(tags, true) ? CandidatesWhileTyping(cache, typed->text) : std::vector<std::string>();
+}
+
+void AskByTyping(const SourcePlace& source, ServingTags& files, CompleteResult& result)
+{
+    CompletionCache cache;
+    OfferedByKey(source, files, cache);
+    vetch::JoinThreads();
+    std::vector<std::string> offered = OfferedByKey(source, files, cache);
+    vetch::CancelReading(true); // a load that has begun once more: nobody waits for it
+    vetch::JoinThreads();
+    vetch::CancelReading(false);
+    if (!offered.empty())
+        return Offer(std::move(offered), result);
+    // While typing nobody hears that there are no tags files; by command the user does.
+    CompleteResult byCommand;
+    AskByCommand(source, files, byCommand);
+    result.outcome = byCommand.outcome == Outcome::NoTags ? Outcome::NoTags : Outcome::NoCompletion;
+}
 
 } // namespace
 
 CompleteResult Complete(const CompleteOptions& options)
 {
-    return CompleteSession().Ask(options);
+    CompleteResult result;
+    ServingTags files;
+    if (!files.Prepare(options.editor, &result.error))
+        return result;
+    const std::optional<SourcePlace> source = ReadSource(options.place, WithoutColumn::LineEnd, &result.error);
+    if (!source)
+        return result;
+    result.directory = source->shownDirectory;
+    if (options.whileTyping)
+        AskByTyping(*source, files, result);
+    else
+        AskByCommand(*source, files, result);
+    if (result.outcome == Outcome::NoCompletion && vetch::ThreadsWereRefused()) {
+        result.outcome = Outcome::Unusable;
+        result.error = "the candidates cannot be listed without another thread";
+    }
+    return result;
 }
 
 std::string WordAround(const std::string& text, size_t start, size_t end)

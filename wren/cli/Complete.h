@@ -1,7 +1,7 @@
-// One completion, from the question to what the plug-in puts in or offers, asked as an editor would.
+// One completion, from the question to what an editor would put in or offer.
 #pragma once
 
-#include "wren/cli/AskedEditor.h"
+#include "wren/cli/ServingTags.h"
 #include "wren/text/Place.h"
 
 #include <string>
@@ -35,7 +35,7 @@ struct CompleteResult {
 };
 
 // By command, as the named command does it, or while typing: as when the character before the caret is typed with the
-// names of all tags loaded, which it waits for. Once in a process. Changes no file.
+// names of all tags loaded, which it waits for. Changes no file.
 CompleteResult Complete(const CompleteOptions& options);
 
 // Where the word begins and ends that holds the text of [start, end): names, and their scopes in front of them

@@ -1,9 +1,14 @@
 #include "wren/cli/Lookup.h"
 
-#include "vetch/app/Loop.h"
-#include "vetch/support/ThreadStart.h"
-#include "wren/cli/SymbolText.h"
+#include "scan/PatternScan.h"
+#include "scan/Text.h"
+#include "tags/MatchText.h"
+#include "tags/Tags.h"
+#include "vetch/storage/BPath.h"
+#include "wren/cli/SourcePlace.h"
+#include "wren/cli/SymbolPattern.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace wren {
@@ -13,128 +18,74 @@ namespace {
 namespace fs = std::filesystem;
 
 using Outcome = LookupResult::Outcome;
-using WindowState = vetch::HeadlessDisplay::WindowState;
 
-// The items of the symbol dialog in the plug-in's interface file.
-constexpr long kSymbolField = 1;
-constexpr long kLookUpButton = 2;
+struct Question {
+    BEntry directory; // where the search for tags files starts
+    std::string shownDirectory;
+    std::optional<std::string> pattern; // nothing where there is no symbol
+};
 
-const char* CommandFor(LookupKind kind)
+std::optional<Question> QuestionAt(const Place& place, std::string* error)
 {
-    switch (kind) {
-    case LookupKind::Declaration:
-        return "DeclarationLookup";
-    case LookupKind::Definition:
-        return "DefinitionLookup";
-    default:
-        return "SymbolLookup";
-    }
+    const std::optional<SourcePlace> source = ReadSource(place, WithoutColumn::FirstIdentifier, error);
+    if (!source)
+        return std::nullopt;
+    Question question{source->directory, source->shownDirectory, std::nullopt};
+    if (const auto found = scan::PatternForLookup(scan::StringText(source->text), source->offset, source->offset))
+        question.pattern = found->text;
+    return question;
 }
 
-class LookupSession {
-public:
-    LookupSession() : display(&face), editor(face, display) {}
-
-    LookupResult Ask(const LookupOptions& options)
-    {
-        LookupResult result;
-        if (!editor.Start(options.editor, &result.error))
-            return result;
-        std::string typed;
-        const Document* document = options.place
-                                       ? editor.OpenAt(*options.place, WithoutColumn::FirstIdentifier, &result.error)
-                                       : OpenForSymbol(options, &typed, &result.error);
-        if (document == nullptr)
-            return result;
-        result.directory = DirectoryOf(*document);
-        if (typed.empty())
-            editor.TheHost().Events().Command(CommandFor(options.kind));
-        else
-            TypeIntoDialog(typed);
-        vetch::Settle();
-        const bool dialogOpened = typed.empty() && FindDialog().has_value();
-        Collect(result.matches);
-        result.outcome = face.WasAsked()               ? Outcome::NoTags
-                         : !result.matches.empty()     ? Outcome::Matches
-                         : vetch::ThreadsWereRefused() ? Outcome::Unusable
-                         : dialogOpened                ? Outcome::NothingThere
-                                                       : Outcome::NoMatch;
-        if (result.outcome == Outcome::Unusable)
-            result.error = "the matches cannot be listed without another thread";
-        return result;
-    }
-
-private:
-    // A document that stands for the symbol; what cannot be written in one goes to '*typed', for the dialog.
-    Document* OpenForSymbol(const LookupOptions& options, std::string* typed, std::string* error)
-    {
-        const fs::path directory = options.directory.empty() ? fs::current_path() : fs::absolute(options.directory);
-        if (!fs::is_directory(directory)) {
-            *error = directory.string() + " is no directory";
-            return nullptr;
-        }
-        const std::optional<SymbolText> written = TextForSymbol(*options.symbol);
-        if (!written && options.kind != LookupKind::Any) {
-            *error = "\"" + *options.symbol + "\" can be looked up only without --declaration and --definition";
-            return nullptr;
-        }
-        if (!written)
-            *typed = *options.symbol;
-        const SymbolText content = written.value_or(SymbolText());
-        // The file need not exist: the text does not come from there.
-        Document* document = editor.TheHost().Open(directory / "symbol", content.text, false, error);
-        if (document != nullptr)
-            document->Select(content.caret, content.caret);
-        return document;
-    }
-
-    void TypeIntoDialog(const std::string& symbol)
-    {
-        editor.TheHost().Events().Command("SymbolLookupDialog");
-        vetch::Settle();
-        const std::optional<WindowState> dialog = FindDialog();
-        if (!dialog)
-            return;
-        display.Enter(dialog->number, kSymbolField, symbol);
-        display.Press(dialog->number, kLookUpButton);
-    }
-
-    std::optional<WindowState> FindDialog() const
-    {
-        for (const WindowState& window : display.Windows())
-            if (window.visible && !window.controls.empty())
-                return window;
+std::optional<Question> QuestionFor(const std::string& symbol, const LookupOptions& options, std::string* error)
+{
+    const fs::path directory = options.directory.empty() ? fs::current_path() : fs::absolute(options.directory);
+    if (!fs::is_directory(directory)) {
+        *error = directory.string() + " is no directory";
         return std::nullopt;
     }
-
-    // Opens every entry of a list that is shown; a single match has been opened already.
-    void Collect(std::vector<Match>& matches)
-    {
-        const std::vector<std::string> items = display.LastItems();
-        for (const WindowState& window : display.Windows()) {
-            if (!window.visible || !window.list)
-                continue;
-            // All at once: the first one that is opened closes the list.
-            for (size_t index = 0; index < window.list->items.size(); ++index)
-                display.InvokeItem(window.number, static_cast<long>(index));
-            vetch::Settle();
-            break;
-        }
-        matches = face.Opened();
-        for (size_t index = 0; index < matches.size() && index < items.size(); ++index)
-            matches[index].item = items[index];
+    const std::optional<std::string> pattern = PatternForSymbol(symbol);
+    if (!pattern && options.wanted != WantedTags::Any) {
+        *error = "\"" + symbol + "\" can be looked up only without --declaration and --definition";
+        return std::nullopt;
     }
+    const BEntry start(directory.c_str());
+    return Question{start, BPath(&start).Path(), pattern.value_or(symbol)};
+}
 
-    LookupFace face;
-    LookupDisplay display;
-    AskedEditor editor;
-};
+std::vector<Match> MatchesOf(const std::string& pattern, WantedTags wanted, const ServingTags& files)
+{
+    Tags tags(files.Local(), files.System(), pattern, false); // stale tags answer too: a question changes no file
+    const std::vector<TagData> found = CollectMatches(tags, wanted);
+    const bool showDirectory = FileNamesAreAmbiguous(found);
+    std::vector<Match> matches;
+    for (const TagData& tag : found)
+        matches.push_back(
+            {tag.file.Path(), std::max<long>(tag.line, 1), MatchText(tag, showDirectory, files.ShownHome())});
+    return matches;
+}
 
 } // namespace
 
 LookupResult LookUp(const LookupOptions& options)
 {
-    return LookupSession().Ask(options);
+    LookupResult result;
+    ServingTags files;
+    if (!files.Prepare(options.editor, &result.error))
+        return result;
+    const std::optional<Question> question = options.symbol ? QuestionFor(*options.symbol, options, &result.error)
+                                                            : QuestionAt(*options.place, &result.error);
+    if (!question)
+        return result;
+    result.directory = question->shownDirectory;
+    if (!files.FindFrom(question->directory)) {
+        result.outcome = Outcome::NoTags;
+    } else if (!question->pattern) {
+        result.outcome = Outcome::NothingThere;
+    } else {
+        result.matches = MatchesOf(*question->pattern, options.wanted, files);
+        result.outcome = result.matches.empty() ? Outcome::NoMatch : Outcome::Matches;
+    }
+    return result;
 }
 
 } // namespace wren

@@ -1,8 +1,8 @@
-// One lookup, from the question to the matches, through the plug-in as an editor would ask it.
+// One lookup, from the question to the matches.
 #pragma once
 
-#include "wren/cli/AskedEditor.h"
-#include "wren/cli/LookupFace.h"
+#include "tags/Matches.h"
+#include "wren/cli/ServingTags.h"
 #include "wren/text/Place.h"
 
 #include <optional>
@@ -11,29 +11,30 @@
 
 namespace wren {
 
-enum class LookupKind { Any, Declaration, Definition };
-
 struct LookupOptions {
     std::optional<Place> place;        // either this
     std::optional<std::string> symbol; // or this, in 'directory'
     std::string directory;             // absolute or not; "" for the current one
-    LookupKind kind = LookupKind::Any;
+    WantedTags wanted = WantedTags::Any;
     EditorOptions editor;
+};
+
+struct Match {
+    std::string path;
+    long line = 0;    // that an editor goes to: tags may name any number, and one below 1 is the first line
+    std::string item; // as an editor's list of matches shows it
 };
 
 struct LookupResult {
     enum class Outcome { Matches, NoMatch, NothingThere, NoTags, Unusable };
 
     Outcome outcome = Outcome::Unusable;
-    std::vector<Match> matches; // in the list's order
+    std::vector<Match> matches; // in the list's order, at most kMostMatches
     std::string directory;      // whose tags files were asked
     std::string error;          // for Unusable: what could not be used, and why
 };
 
-// A list of matches ends here, whatever else the tags files hold.
-constexpr size_t kMostMatches = 41;
-
-// Makes the application and its display, so once in a process. Standard output is not written to.
+// Standard output is written to only when there is no home directory.
 LookupResult LookUp(const LookupOptions& options);
 
 } // namespace wren

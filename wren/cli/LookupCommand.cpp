@@ -127,9 +127,9 @@ bool Understand(LookupWords& words)
         Complain(error);
         return false;
     }
-    words.options.kind = words.declaration  ? LookupKind::Declaration
-                         : words.definition ? LookupKind::Definition
-                                            : LookupKind::Any;
+    words.options.wanted = words.declaration  ? WantedTags::Declarations
+                           : words.definition ? WantedTags::Definitions
+                                              : WantedTags::Any;
     return true;
 }
 

@@ -16,7 +16,6 @@
 #include "wren/core/SystemTags.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace wren {
 
@@ -70,7 +69,8 @@ void Host::Start(CacheDirectory directory)
 {
     started = true;
     if (directory == CacheDirectory::Make)
-        MakeCacheDirectory();
+        if (const std::string problem = MakeSystemTagsDirectory(Home()); !problem.empty())
+            face.Warn(problem);
     events.FirstContact();
     events.Register();
     SendStoredSettings();
@@ -282,18 +282,7 @@ void Host::OpenMatch(const std::string& path, long line)
 
 void Host::TagsFileUnread(const std::string& path, const std::string& why)
 {
-    face.Warn(path + " is not read: " + why + "; remove it, or make the tags again");
-}
-
-void Host::MakeCacheDirectory()
-{
-    const std::string home = Home();
-    if (home.empty())
-        return face.Warn("there is no home directory: system tags have no place");
-    std::error_code error;
-    std::filesystem::create_directories(SystemTagsDirectory(home), error);
-    if (error)
-        face.Warn("cannot make " + SystemTagsDirectory(home) + ": " + error.message());
+    face.Warn(UnreadNotice(path, why));
 }
 
 void Host::SendStoredSettings()

@@ -105,7 +105,6 @@ private:
     void MessageForFrontDocument(const BMessage& message) override;
     void OpenMatch(const std::string& path, long line) override;
     void TagsFileUnread(const std::string& path, const std::string& why) override;
-    void MakeCacheDirectory();
     void SendStoredSettings();
     void HaveSettingsWritten();
     bool IsOwn(const std::string& setting) const;

@@ -1,5 +1,8 @@
 #include "wren/core/SystemTags.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace wren {
 
 namespace {
@@ -26,6 +29,20 @@ std::string UnfinishedSystemTagsFile(const std::string& home)
 std::string SystemTagsDirectory(const std::string& home)
 {
     return Below(home, "Library/Caches");
+}
+
+std::string MakeSystemTagsDirectory(const std::string& home)
+{
+    if (home.empty())
+        return "there is no home directory: system tags have no place";
+    std::error_code error;
+    std::filesystem::create_directories(SystemTagsDirectory(home), error);
+    return error ? "cannot make " + SystemTagsDirectory(home) + ": " + error.message() : "";
+}
+
+std::string UnreadNotice(const std::string& path, const std::string& why)
+{
+    return path + " is not read: " + why + "; remove it, or make the tags again";
 }
 
 } // namespace wren

@@ -14,4 +14,10 @@ std::string UnfinishedSystemTagsFile(const std::string& home);
 // The directory of both, which nobody makes but the host; "" for no home.
 std::string SystemTagsDirectory(const std::string& home);
 
+// Makes that directory. What went wrong, as a notice for the user; "" when it is there.
+std::string MakeSystemTagsDirectory(const std::string& home);
+
+// The notice of a tags file, the system's or another, that is not read; 'why' is the rest of a sentence about it.
+std::string UnreadNotice(const std::string& path, const std::string& why);
+
 } // namespace wren

@@ -1,4 +1,7 @@
-#include "wren/cli/SymbolText.h"
+#include "wren/cli/SymbolPattern.h"
+
+#include "scan/PatternScan.h"
+#include "scan/Text.h"
 
 #include "base/Identifier.h"
 
@@ -79,21 +82,18 @@ bool IsSelector(const std::string& symbol)
 
 } // namespace
 
-std::optional<SymbolText> TextForSymbol(const std::string& symbol)
+std::optional<std::string> PatternForSymbol(const std::string& symbol)
 {
     constexpr size_t kLongest = 1024; // scanners refuse more
     if (symbol.size() > kLongest)
         return std::nullopt;
-    if (IsName(symbol))
-        return SymbolText{symbol, static_cast<long>(symbol.size())};
-    if (!IsSelector(symbol))
+    if (IsSelector(symbol))
+        return symbol;
+    if (!IsName(symbol))
         return std::nullopt;
-    SymbolText send;
-    for (const char c : symbol)
-        send.text += c == ':' ? std::string(":0 ") : std::string(1, c);
-    send.text += ";";
-    send.caret = 1;
-    return send;
+    const long end = static_cast<long>(symbol.size());
+    const std::optional<scan::Pattern> found = scan::PatternForLookup(scan::StringText(symbol), end, end);
+    return found ? std::optional(found->text) : std::nullopt;
 }
 
 } // namespace wren

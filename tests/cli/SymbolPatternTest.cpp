@@ -1,7 +1,4 @@
-#include "wren/cli/SymbolText.h"
-
-#include "scan/SelectionScanner.h"
-#include "tests/support/FakeHost.h"
+#include "wren/cli/SymbolPattern.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +9,7 @@ namespace {
 struct Case {
     const char* why;
     const char* symbol;
-    const char* pattern; // what an editor's lookup takes from the text; null: it cannot be written in a text
+    const char* pattern; // null for a symbol that is only found as it is written
 };
 
 const Case kCases[] = {
@@ -39,28 +36,23 @@ const Case kCases[] = {
 
 } // namespace
 
-TEST(SymbolText, ScansBackToTheSymbol)
+TEST(SymbolPattern, IsWhatALookupTakesFromASource)
 {
     for (const Case& c : kCases) {
-        const std::optional<SymbolText> written = TextForSymbol(c.symbol);
-        ASSERT_EQ(written.has_value(), c.pattern != nullptr) << c.why;
-        if (!written)
-            continue;
-        FakeHost host;
-        host.text = written->text;
-        long start = 0;
-        long end = 0;
-        std::string pattern;
-        EXPECT_TRUE(ScanForSuggestionPattern(&host, written->caret, written->caret, start, end, pattern, false))
-            << c.why;
-        EXPECT_EQ(pattern, c.pattern) << c.why;
+        const std::optional<std::string> pattern = PatternForSymbol(c.symbol);
+        ASSERT_EQ(pattern.has_value(), c.pattern != nullptr) << c.why;
+        if (pattern.has_value()) {
+            EXPECT_EQ(*pattern, c.pattern) << c.why;
+        }
     }
 }
 
-TEST(SymbolText, RefusesSymbolsLongerThanAnEditorScans)
+TEST(SymbolPattern, IsNoneForWhatNoEditorWouldScan)
 {
-    EXPECT_TRUE(TextForSymbol(std::string(1024, 'x')).has_value());
-    EXPECT_FALSE(TextForSymbol(std::string(1025, 'x')).has_value());
+    EXPECT_TRUE(PatternForSymbol(std::string(1024, 'x')).has_value());
+    EXPECT_FALSE(PatternForSymbol(std::string(1025, 'x')).has_value());
+    EXPECT_TRUE(PatternForSymbol(std::string(1023, 'x') + ":").has_value());
+    EXPECT_FALSE(PatternForSymbol(std::string(1024, 'x') + ":").has_value());
 }
 
 } // namespace wren

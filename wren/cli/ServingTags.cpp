@@ -1,0 +1,79 @@
+#include "wren/cli/ServingTags.h"
+
+#include "tags/TagDiscovery.h"
+#include "tags/TagFile.h"
+#include "vetch/storage/Home.h"
+#include "wren/cli/CommandSupport.h"
+#include "wren/core/PluginBundle.h"
+#include "wren/core/SystemTags.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <unistd.h>
+
+namespace wren {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Relative paths of sources start from the directory that the file is in, and not from that of a link to it.
+std::optional<std::string> ReadableFile(const std::string& name, std::string* error)
+{
+    std::error_code problem;
+    const fs::path file = fs::canonical(name, problem);
+    if (!problem && ::access(file.c_str(), R_OK) == 0)
+        return file;
+    *error = name + " cannot be read: " + (problem ? problem.message() : std::strerror(errno));
+    return std::nullopt;
+}
+
+} // namespace
+
+ServingTags::ServingTags()
+{
+    SetUnreadReporter([](const std::string& path, const std::string& why) { Complain(UnreadNotice(path, why)); });
+}
+
+ServingTags::~ServingTags()
+{
+    SetUnreadReporter(nullptr);
+}
+
+bool ServingTags::Prepare(const EditorOptions& options, std::string* error)
+{
+    if (!options.home.empty())
+        ::setenv("HOME", fs::absolute(options.home).c_str(), 1);
+    if (!options.systemTags.empty()) {
+        const std::optional<std::string> file = ReadableFile(options.systemTags, error);
+        if (!file)
+            return false;
+        systemFile = *file;
+    }
+    // The answer takes no plug-in, but a wrong name is still worth a word.
+    if (!options.bundle.empty() && PluginBundle::Load(options.bundle, error) == nullptr)
+        return false;
+    if (!systemFile.empty())
+        return true;
+    if (const std::string problem = MakeSystemTagsDirectory(Home()); !problem.empty())
+        Complain(problem);
+    return true;
+}
+
+bool ServingTags::FindFrom(const BEntry& directory)
+{
+    const bool hasSystem = systemFile.empty() ? FindSystemTags(&system) : FindSystemTags(&system, systemFile.c_str());
+    local = directory;
+    const bool hasLocal = FindTags(&local);
+    return hasLocal || hasSystem;
+}
+
+std::string ServingTags::ShownHome() const
+{
+    return systemFile.empty() ? Home() : "";
+}
+
+} // namespace wren

@@ -1,0 +1,22 @@
+// A place in a source file that a command was asked about.
+#pragma once
+
+#include "vetch/storage/BEntry.h"
+#include "wren/text/Place.h"
+
+#include <optional>
+#include <string>
+
+namespace wren {
+
+struct SourcePlace {
+    std::string text; // of the whole file
+    long offset = 0;
+    BEntry directory; // where the search for tags files starts: that of the source itself, not of a link to it
+    std::string shownDirectory; // of the file as it was named
+};
+
+// Nothing, with the reason in '*error', when the file cannot be read or ends before the place.
+std::optional<SourcePlace> ReadSource(const Place& place, WithoutColumn withoutColumn, std::string* error);
+
+} // namespace wren
