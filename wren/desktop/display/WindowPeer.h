@@ -2,7 +2,7 @@
 #pragma once
 
 #include "vetch/display/Display.h"
-#include "wren/desktop/display/SizeLimits.h"
+#include "wren/desktop/display/Frames.h"
 
 #include <QPointer>
 #include <QTimer>

@@ -1,4 +1,4 @@
-#include "wren/desktop/display/SizeLimits.h"
+#include "wren/desktop/display/Frames.h"
 
 #include <algorithm>
 
