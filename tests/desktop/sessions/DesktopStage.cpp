@@ -12,6 +12,7 @@
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/PreferencesDialog.h"
+#include "wren/desktop/display/WindowContent.h"
 #include "wren/desktop/display/WindowPeer.h"
 #include "wren/desktop/editor/CodeView.h"
 
@@ -63,7 +64,7 @@ QWidget* ContentNamed(const QString& name)
 template <class Widget>
 Widget* Within(const QWidget* content, long item)
 {
-    return content == nullptr ? nullptr : content->findChild<Widget*>(wren::WindowPeer::ItemName(item));
+    return content == nullptr ? nullptr : content->findChild<Widget*>(wren::WindowContent::ItemName(item));
 }
 
 void ReadList(const QWidget& content, vetch::HeadlessDisplay::ListState& state)
@@ -307,7 +308,7 @@ std::vector<wren::Stage::WindowState> DesktopStage::Windows() const
 {
     std::vector<WindowState> windows = display->Record().Windows();
     for (WindowState& window : windows) {
-        const QWidget* content = ContentNamed(wren::WindowPeer::ContentName(window.token));
+        const QWidget* content = ContentNamed(wren::WindowContent::NameOf(window.token));
         window.visible = content != nullptr && content->isVisible();
         if (content == nullptr)
             continue;
@@ -325,7 +326,7 @@ QWidget* DesktopStage::ContentOf(long number) const
 {
     for (const WindowState& window : display->Record().Windows())
         if (window.number == number)
-            if (QWidget* content = ContentNamed(wren::WindowPeer::ContentName(window.token)))
+            if (QWidget* content = ContentNamed(wren::WindowContent::NameOf(window.token)))
                 return content->isVisible() ? content : nullptr;
     return nullptr;
 }

@@ -1,6 +1,7 @@
 #include "wren/desktop/display/Frames.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace wren {
 
@@ -17,6 +18,18 @@ int Pixels(float length)
 }
 
 } // namespace
+
+QRect RectOf(const BRect& frame)
+{
+    return {static_cast<int>(std::lround(frame.left)), static_cast<int>(std::lround(frame.top)),
+            static_cast<int>(std::lround(frame.Width())), static_cast<int>(std::lround(frame.Height()))};
+}
+
+BRect FrameOf(const QRect& rect)
+{
+    return {static_cast<float>(rect.x()), static_cast<float>(rect.y()), static_cast<float>(rect.x() + rect.width()),
+            static_cast<float>(rect.y() + rect.height())};
+}
 
 BRect SizeLimits::Bounded(BRect frame) const
 {

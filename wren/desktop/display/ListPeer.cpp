@@ -1,17 +1,80 @@
 #include "wren/desktop/display/ListPeer.h"
 
-#include "wren/desktop/display/ListRows.h"
 #include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/display/UserPosts.h"
 
+#include <QAbstractListModel>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPalette>
 #include <QStyledItemDelegate>
 
+#include <cassert>
 #include <utility>
+#include <vector>
 
 namespace wren {
+
+// The entries of a list. Changes are gathered, and Publish() shows them all at once: a list that is emptied and refilled
+// at every key is laid out once, not entry by entry.
+class ListRows : public QAbstractListModel {
+public:
+    void Insert(long index, const QString& text);
+    void Remove(long index);
+    void Change(long index, const QString& text);
+    bool Publish(); // false when nothing has changed
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+
+private:
+    std::vector<QString> told;
+    std::vector<QString> shown;
+    bool changed = false;
+};
+
+void ListRows::Insert(long index, const QString& text)
+{
+    assert(index >= 0 && index <= static_cast<long>(told.size()));
+    told.insert(told.begin() + index, text);
+    changed = true;
+}
+
+void ListRows::Remove(long index)
+{
+    assert(index >= 0 && index < static_cast<long>(told.size()));
+    told.erase(told.begin() + index);
+    changed = true;
+}
+
+void ListRows::Change(long index, const QString& text)
+{
+    assert(index >= 0 && index < static_cast<long>(told.size()));
+    told[index] = text;
+    changed = true;
+}
+
+bool ListRows::Publish()
+{
+    if (!std::exchange(changed, false))
+        return false;
+    beginResetModel();
+    shown = told;
+    endResetModel();
+    return true;
+}
+
+int ListRows::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(shown.size());
+}
+
+QVariant ListRows::data(const QModelIndex& index, int role) const
+{
+    if (role != Qt::DisplayRole || index.row() < 0 || index.row() >= rowCount())
+        return {};
+    return shown[index.row()];
+}
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "wren/desktop/display/Peers.h"
 
-#include "wren/desktop/display/FilePanel.h"
 #include "wren/desktop/display/FontTable.h"
 #include "wren/desktop/display/ListPeer.h"
+#include "wren/desktop/display/Questions.h"
 #include "wren/desktop/display/UserPosts.h"
 #include "wren/desktop/display/ViewPeer.h"
 #include "wren/desktop/display/WindowPeer.h"

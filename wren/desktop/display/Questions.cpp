@@ -3,8 +3,11 @@
 #include "wren/desktop/display/FontTable.h"
 #include "wren/desktop/display/KeyInput.h"
 #include "wren/desktop/display/ShownText.h"
+#include "wren/desktop/display/UserPosts.h"
 
 #include <QAction>
+#include <QFile>
+#include <QFileDialog>
 #include <QKeySequence>
 #include <QMenu>
 #include <QMessageBox>
@@ -13,6 +16,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
 namespace wren {
@@ -61,6 +65,26 @@ long PlaceOf(const std::vector<Widget*>& widgets, const Widget* chosen, long non
     return chosen == nullptr || found == widgets.end() ? none : static_cast<long>(found - widgets.begin());
 }
 
+std::vector<std::string> Paths(const QFileDialog& dialog)
+{
+    std::vector<std::string> paths;
+    for (const QString& path : dialog.selectedFiles())
+        paths.push_back(QFile::encodeName(path).toStdString());
+    return paths;
+}
+
+void Choose(QFileDialog& dialog, const vetch::PanelDescription& panel)
+{
+    if (panel.directoriesOnly) {
+        dialog.setFileMode(QFileDialog::Directory);
+        dialog.setOption(QFileDialog::ShowDirsOnly);
+    } else {
+        dialog.setFileMode(panel.multiple ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
+    }
+    if (!panel.directory.empty())
+        dialog.setDirectory(QFile::decodeName(panel.directory.c_str()));
+}
+
 } // namespace
 
 long AskAlert(const vetch::AlertDescription& alert, QWidget* parent)
@@ -90,6 +114,20 @@ std::optional<long> AskMenu(const vetch::MenuDescription& description, const Mod
     const long row = menu == nullptr ? -1 : PlaceOf(actions, chosen, -1);
     delete menu;
     return row < 0 ? std::nullopt : std::optional(row);
+}
+
+QFileDialog* OpenFilePanel(const vetch::PanelDescription& panel, QWidget* parent)
+{
+    auto* dialog = new QFileDialog(parent, ShownText(panel.title));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAttribute(Qt::WA_QuitOnClose, false);
+    dialog->setModal(false);
+    Choose(*dialog, panel);
+    QObject::connect(dialog, &QDialog::finished, dialog, [dialog, handler = panel.handler](int result) {
+        PostPanelDone(handler, result == QDialog::Accepted ? Paths(*dialog) : std::vector<std::string>());
+    });
+    dialog->show();
+    return dialog;
 }
 
 } // namespace wren

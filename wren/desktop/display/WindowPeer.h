@@ -3,36 +3,26 @@
 
 #include "vetch/display/Display.h"
 #include "wren/desktop/display/Frames.h"
+#include "wren/desktop/display/WindowContent.h"
 
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
 #include <deque>
-#include <vector>
 
 namespace wren {
 
-class ButtonPeer;
-class ListPeer;
-class ViewPeer;
-struct ModifierKeys;
-
-// Three kinds: the bordered pop-up at the caret and the floating window of results, which never take the keyboard, and
-// the dialog, which does. The user's doings are posted; the window closes and hides only when it is told to. GUI
-// thread.
+// The user's actions are posted; the window closes and hides only when the framework says so. GUI thread.
 class WindowPeer : public QWidget {
 public:
-    struct Surroundings {
-        const ModifierKeys& keys; // borrowed
-        int scrollBarWidth = 0;
-    };
+    using Surroundings = WindowContent::Surroundings;
     WindowPeer(const vetch::WindowDescription& window, const Surroundings& surroundings, QWidget* parent);
     ~WindowPeer() override;
 
     vetch::LooperToken Token() const { return token; }
     vetch::HandlerToken Handler() const { return handler; }
-    bool IsPopUp() const;
+    bool IsPopUp() const { return style.isPopUp; }
     ListPeer* List() const; // the first one; null for none
 
     ViewPeer* MakeView(const vetch::ViewDescription& view, int lineHeight); // null for a kind that is not shown
@@ -47,11 +37,9 @@ public:
     void Activate(bool active);
     void FocusOn(QWidget* view); // null: none
 
-    // The views, for a window of somebody else's: this one is never shown from then on. Whoever looks for them finds
-    // them by their names, there as here: ContentName() of the window, and ItemName() of each control within.
+    // Hands the views over to a window of the host's: this window is never shown from then on. Null when they were handed
+    // over before.
     QWidget* TakeContent();
-    static QString ContentName(vetch::LooperToken window);
-    static QString ItemName(long item);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -61,40 +49,21 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    struct View {
-        QPointer<QWidget> widget;
-        BRect frame; // as told
-        bool followsWindow = false;
-        bool scrolls = false;
-    };
-    void SetUp(const vetch::WindowDescription& window);
-    bool AvoidsFocus() const;
-    bool IsDialog() const;
-    ViewPeer* NewPeer(const vetch::ViewDescription& view, int lineHeight);
-    ListPeer* NewList(const vetch::ViewDescription& view, int lineHeight);
-    ButtonPeer* NewButton(const vetch::ViewDescription& view);
     void LayOut();
-    void LayOut(const View& view);
+    QSize Grown() const; // beyond the framework's frame
     void BoundSize();
-    void OrderTabs();
     void FrameSeen();
     void ReportFrame();
     void PassOn(QKeyEvent& event);
-    void Press(const QPointer<ButtonPeer>& button);
 
     const vetch::LooperToken token;
     const vetch::HandlerToken handler;
-    const long look;
-    const uint32 flags;
-    const Surroundings surroundings;
-    QPointer<QWidget> content;
+    const WindowStyle style;
+    QPointer<WindowContent> content; // null once the host has deleted it
     bool taken = false;
-    std::vector<View> views;
-    std::vector<QPointer<ButtonPeer>> buttons;
-    QPointer<ListPeer> list;
 
-    QRect told;     // the frame
-    QRect reported; // the last one that the user, or the window manager, made of it
+    QRect told;     // the framework's frame
+    QRect reported; // the last frame that the user, or the window manager, made and that was posted
     SizeLimits limits;
     bool isLimited = false;
     QTimer frameTimer;
