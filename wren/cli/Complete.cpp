@@ -24,7 +24,6 @@ namespace {
 
 using Outcome = CompleteResult::Outcome;
 
-
 size_t BeginOfName(const std::string& text, size_t offset)
 {
     while (offset > 0 && base::IsIdentifierCharacter(text[offset - 1]))
