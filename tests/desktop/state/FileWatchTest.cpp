@@ -1,6 +1,7 @@
 #include "wren/desktop/state/FileWatch.h"
 
 #include "tests/support/TempDirectory.h"
+#include "wren/core/TextFile.h"
 
 #include <QSignalSpy>
 
