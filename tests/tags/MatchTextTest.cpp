@@ -12,14 +12,14 @@ EntryRef Ref(const char* path)
     return path == nullptr ? EntryRef() : EntryRef(path);
 }
 
-struct Order {
+struct OrderCase {
     const char* why;
     const char* a;
     const char* b;
     bool before;
 };
 
-const Order kOrders[] = {
+const OrderCase kOrderCases[] = {
     {"by leaf name", "/z/a.h", "/a/b.h", true},
     {"not the other way round", "/a/b.h", "/z/a.h", false},
     {"equal names are not before each other", "/a/a.h", "/b/a.h", false},
@@ -32,20 +32,20 @@ const Order kOrders[] = {
 
 TEST(MatchEntryName, OrdersByFileName)
 {
-    for (const Order& row : kOrders) {
+    for (const OrderCase& row : kOrderCases) {
         const EntryRef a = Ref(row.a);
         const EntryRef b = Ref(row.b);
         EXPECT_EQ(MatchEntryName(&a, &b), row.before) << row.why;
     }
 }
 
-struct Files {
+struct FileCase {
     const char* why;
     std::vector<const char*> paths;
     bool ambiguous;
 };
 
-const Files kFiles[] = {
+const FileCase kFileCases[] = {
     {"no match", {}, false},
     {"one", {"/a/util.h"}, false},
     {"two names", {"/a/util.h", "/b/view.h"}, false},
@@ -60,7 +60,7 @@ const Files kFiles[] = {
 
 TEST(FileNamesAreAmbiguous, IsTrueWhenDifferentFilesShareAName)
 {
-    for (const Files& row : kFiles) {
+    for (const FileCase& row : kFileCases) {
         std::vector<TagData> matches;
         for (const char* path : row.paths) {
             matches.emplace_back();
@@ -70,14 +70,14 @@ TEST(FileNamesAreAmbiguous, IsTrueWhenDifferentFilesShareAName)
     }
 }
 
-struct Text {
+struct TextCase {
     const char* why;
     char kind;
     const char* qualifier;
     const char* text;
 };
 
-const Text kTexts[] = {
+const TextCase kTextCases[] = {
     {"a function's scope is shown", 'f', "View", "View::draw - view.h"},
     {"so is a prototype's", 'p', "View", "View::draw - view.h"},
     {"and a typedef's", 't', "View", "View::draw - view.h"},
@@ -99,7 +99,7 @@ const Text kTexts[] = {
 TEST(MatchText, ShowsNameKindAndFile)
 {
     const EntryRef file("/src/lib/view.h");
-    for (const Text& row : kTexts)
+    for (const TextCase& row : kTextCases)
         EXPECT_EQ(MatchText({"draw", row.qualifier, file, 12, row.kind}, false, ""), row.text)
             << row.why << ": " << row.kind;
 }
@@ -136,13 +136,13 @@ TEST(MatchText, ShortensNothingWithoutAHome)
     EXPECT_EQ(MatchText({"draw", "", EntryRef("/home/u/view.h"), 3, 'f'}, true, ""), "draw : view.h - /home/u");
 }
 
-struct Shortened {
+struct PathCase {
     const char* why;
     const char* path;
     const char* shown;
 };
 
-const Shortened kPaths[] = {
+const PathCase kPathCases[] = {
     {"below the home directory", "/home/u/src/lib", "~/src/lib"},
     {"the home directory itself has no slash behind it", "/home/u", "/home/u"},
     {"another user's", "/home/uu/src", "/home/uu/src"},
@@ -159,7 +159,7 @@ TEST(MakeDisplayPath, AbbreviatesKnownDirectories)
 {
     const TempHome keepsHome;
     ::setenv("HOME", "/home/u", 1);
-    for (const Shortened& row : kPaths)
+    for (const PathCase& row : kPathCases)
         EXPECT_EQ(MakeDisplayPath(row.path), row.shown) << row.why;
 }
 
