@@ -11,7 +11,7 @@ void CancelToken::Cancel() noexcept
 {
     const int before = errno;
     isCancelled = true;
-    ::eventfd_write(event.Number(), 1); // fails only where it is readable already, or not there
+    ::eventfd_write(event.Number(), 1); // fails only if it is already readable or was never opened
     errno = before;
 }
 

@@ -1,4 +1,4 @@
-// A request to stop, between whoever makes it and the work that looks for it.
+// A request to stop running work.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -7,16 +7,16 @@
 
 namespace base {
 
-// Long work looks at the token between two steps; work that waits polls its descriptor too. A request stays: there is a
-// new token for new work. Any thread; the token must outlive all that hold a reference to it.
+// Long work checks the token between two steps; work that waits also polls its descriptor. A request cannot be
+// withdrawn: use a new token for new work. Any thread. The token must outlive everything that holds a reference to it.
 class CancelToken {
 public:
     CancelToken();
 
-    void Cancel() noexcept; // allowed in a handler of signals; errno stays as it is
+    void Cancel() noexcept; // safe in a signal handler; keeps errno
     bool IsCancelled() const { return isCancelled; }
 
-    // Readable from the first Cancel() on, for poll(). -1, which poll() passes over, where the system had no more.
+    // Readable from the first Cancel() on, for poll(). -1, which poll() ignores, if the system had no descriptor left.
     int Descriptor() const { return event.Number(); }
 
 private:

@@ -1,4 +1,4 @@
-// A file descriptor that is closed when its owner goes.
+// A file descriptor that its owner closes on destruction.
 #pragma once
 
 #include <unistd.h>
@@ -6,8 +6,8 @@
 
 namespace base {
 
-// Owns the descriptor; movable. One below 0 stands for none. Not thread-safe. errno stays as it is at destruction, so
-// that a function can return with the reason of a failure.
+// Owns the descriptor; movable. A negative number means none. Not thread-safe. Destruction keeps errno, so that a
+// function can return with the reason of a failure.
 class Descriptor {
 public:
     explicit Descriptor(int number = -1) : number(number) {}
@@ -21,8 +21,8 @@ public:
 
     int Number() const { return number; }
     bool IsOpen() const { return number >= 0; }
-    bool Close(); // true as well when there is none; false, with errno, when what was written is lost
-    int Release() { return std::exchange(number, -1); } // the caller's to close from now on
+    bool Close(); // also true without a descriptor; false, with errno, when written data is lost
+    int Release() { return std::exchange(number, -1); } // from now on the caller has to close it
 
 private:
     int number;

@@ -47,7 +47,7 @@ bool FileIdentity::HasSettled() const
     constexpr time_t kSeconds = 2;
     timespec now;
     ::clock_gettime(CLOCK_REALTIME, &now);
-    // Also a time that is still to come, as long as the clock does not come near it: a change would give another.
+    // A time far enough in the future counts as well: a change would set another time.
     return modified.tv_sec < now.tv_sec - kSeconds || modified.tv_sec > now.tv_sec + kSeconds;
 }
 

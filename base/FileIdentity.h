@@ -1,4 +1,4 @@
-// Which file it is, and which state of it.
+// Identifies a file and its version.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace base {
 
-// Tells a file from all others, and from what it was before a change: as long as this is the same, so is the content.
+// Equal identities mean the same file with the same content.
 struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
@@ -19,22 +19,22 @@ struct FileIdentity {
 
     static FileIdentity Of(const struct stat& status);
 
-    // Nothing when there is no file. The last one is of plain files only.
-    static std::optional<FileIdentity> At(const std::string& path);       // links followed
-    static std::optional<FileIdentity> AtItself(const std::string& path); // a link's own
+    // Nullopt when there is no file. OfPlainFile() accepts regular files only.
+    static std::optional<FileIdentity> At(const std::string& path);       // follows links
+    static std::optional<FileIdentity> AtItself(const std::string& path); // of a link itself
     static std::optional<FileIdentity> OfPlainFile(int descriptor);
 
     bool operator==(const FileIdentity& other) const;
 
-    // The same for one from before a restart of the machine, which may give a device another number.
+    // Also equal for an identity from before a restart of the machine, which may renumber devices.
     bool IsSameOnSomeDevice(const FileIdentity& other) const;
 
-    // False for about two seconds from a change on: another one could leave size and time as they are, since times are
-    // not as fine as they look.
+    // False for about two seconds after a change: another change could leave size and time the same, since times are
+    // coarser than they look.
     bool HasSettled() const;
 };
 
-// Whether the path, and not a link there, still names the open file.
+// Whether the path, itself not a link, still names the open file.
 bool IsStillAt(int file, const std::string& path);
 
 } // namespace base

@@ -1,4 +1,4 @@
-// A short mark of a text, for files of our own: it tells damage and change, and is no defence against intent.
+// A short checksum for our own files: it detects damage and changes, but not forgery.
 #pragma once
 
 #include <cstdint>
@@ -6,7 +6,7 @@
 
 namespace base {
 
-// FNV-1a, 64 bits. Stored in files: it stays what it is.
+// FNV-1a, 64 bits. Files contain its values, so it must not change.
 constexpr std::uint64_t Fnv1a(std::string_view text)
 {
     std::uint64_t hash = 14695981039346656037u;

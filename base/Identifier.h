@@ -11,7 +11,7 @@ constexpr bool IsDigit(char c)
     return c >= '0' && c <= '9';
 }
 
-// Of ASCII alone, whatever the locale: bytes from 0x80 up belong to no name.
+// ASCII only, whatever the locale: bytes from 0x80 up are never part of a name.
 constexpr bool IsIdentifierStart(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
@@ -22,7 +22,7 @@ constexpr bool IsIdentifierCharacter(char c)
     return IsIdentifierStart(c) || IsDigit(c);
 }
 
-// A whole one, as "name" or "_2", without scopes or arguments.
+// A complete one such as "name" or "_2", without scopes or arguments.
 constexpr bool IsIdentifier(std::string_view text)
 {
     return !text.empty() && IsIdentifierStart(text.front()) && std::ranges::all_of(text, IsIdentifierCharacter);

@@ -25,7 +25,7 @@ bool AreSame(const std::string& a, const std::string& b)
 
 enum class DotDot { Stays, Goes };
 
-// Of an absolute path.
+// For an absolute path.
 std::string Tidied(std::string_view path, DotDot dotDot)
 {
     std::string result;

@@ -14,7 +14,7 @@ struct Pipe {
     Descriptor writing;
 };
 
-// Programs that are started do not inherit the ends.
+// Child programs do not inherit the ends.
 inline Result<Pipe> OpenPipe()
 {
     int ends[2];

@@ -48,13 +48,13 @@ int base::OpenPlainFileOnDisk(const char* path)
     if (errno != 0)
         return -1;
     base::Descriptor file(Open(path, O_NONBLOCK));
-    // A file server holds it for somebody else, and has to let go of it within seconds. That is said of plain files
-    // only.
+    // A file server holds a lease on it for another client, which has to give it up within seconds. Only plain files
+    // have leases.
     if (!file.IsOpen() && errno == EWOULDBLOCK)
         file = base::Descriptor(Open(path, 0));
     if (!file.IsOpen())
         return -1;
-    // Something else may have come in its place since.
+    // The path may lead to another file by now.
     errno = ::fstat(file.Number(), &status) != 0 ? errno : WhyNotPlain(status);
     return errno == 0 ? file.Release() : -1;
 }

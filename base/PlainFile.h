@@ -1,21 +1,21 @@
-// Opening files that somebody else has named.
+// Opens files whose names come from elsewhere.
 #pragma once
 
 namespace base {
 
-// A descriptor for reading the plain file that 'path' leads to; -1, with errno, when it cannot be opened: EISDIR for a
-// directory, ENXIO for what is neither. The caller closes it. Any thread.
+// Opens the plain file that 'path' leads to for reading. Returns -1, with errno, on failure: EISDIR for a directory,
+// ENXIO for any other kind of file. The caller closes the descriptor. Any thread.
 //
-// A pipe keeps who opens it waiting, a device may do anything when it is opened or give bytes without end: neither ever
-// is. Nor does reading wait for what is not there yet, as some of the system's own files would.
+// Never opens a pipe, which would block, or a device, which may have side effects or no end. Reading does not wait for
+// data that is not there yet, as some of the system's own files would.
 int OpenPlainFile(const char* path);
 
-// Opens files in OpenPlainFile()'s place: tests have readers wait in it. Null for the file system, as at first. Set it
-// while nothing is read.
+// Replaces OpenPlainFile(), so that tests can make readers wait. Null, the default, means the file system. Set it while
+// nothing is being read.
 using PlainFileOpener = int (*)(const char* path);
 void SetPlainFileOpener(PlainFileOpener opener);
 
-// The file system's own, for an opener that hands on what does not concern it.
+// The file system's own, for openers that forward other paths.
 int OpenPlainFileOnDisk(const char* path);
 
 } // namespace base

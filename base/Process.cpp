@@ -17,7 +17,7 @@ namespace base {
 
 namespace {
 
-constexpr int kCannotRun = 127; // as a shell has it
+constexpr int kCannotRun = 127; // as in a shell
 
 std::vector<std::string> EnvironmentOf(const Program& program)
 {
@@ -33,7 +33,7 @@ std::vector<std::string> EnvironmentOf(const Program& program)
     return environment;
 }
 
-// As exec() wants them; the texts stay where they are.
+// For exec(); points into 'texts'.
 std::vector<char*> Pointers(const std::vector<std::string>& texts)
 {
     std::vector<char*> pointers;
@@ -44,7 +44,7 @@ std::vector<char*> Pointers(const std::vector<std::string>& texts)
     return pointers;
 }
 
-// A descriptor numbered above those that the program is given, so that none is overwritten by another.
+// Returns a descriptor numbered above those that the program receives, so that none overwrites another.
 Descriptor OutOfTheWay(int descriptor, size_t given)
 {
     if (descriptor != Program::kNoInput)
@@ -53,7 +53,7 @@ Descriptor OutOfTheWay(int descriptor, size_t given)
     return nothing.IsOpen() ? OutOfTheWay(nothing.Number(), given) : Descriptor();
 }
 
-// What the child uses: all of it is made before the fork.
+// Everything that the child uses; prepared before the fork.
 struct Prepared {
     explicit Prepared(const Program& program)
         : program(program), wordTexts(program.words), variableTexts(EnvironmentOf(program)), words(Pointers(wordTexts)),
@@ -61,7 +61,7 @@ struct Prepared {
     {
     }
 
-    // False with errno when there are no more descriptors.
+    // False, with errno, when there are no descriptors left.
     bool MoveDescriptors(const Descriptor& report)
     {
         const size_t given = program.descriptors.size();
@@ -78,7 +78,7 @@ struct Prepared {
     const std::vector<char*> words;
     const std::vector<char*> variables;
     std::vector<Descriptor> descriptors;
-    Descriptor failure; // where the child says why it does not run
+    Descriptor failure; // the child writes here why it cannot run
     const pid_t parent;
 };
 
@@ -89,7 +89,7 @@ struct Failure {
     int reason;
 };
 
-// The rest runs in the child, where after a fork() beside other threads only such calls are allowed as a handler of
+// The rest runs in the child. After fork() in a process with threads, only async-signal-safe calls are allowed.
 // signals may make.
 
 [[noreturn]] void GiveUp(const Descriptor& to, Step step)
@@ -116,7 +116,7 @@ void ResetSignals(const std::vector<int>& defaults)
     if (program.diesWithThread) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         if (::getppid() != prepared.parent)
-            ::_exit(kCannotRun); // it died before the line above
+            ::_exit(kCannotRun); // the parent died before prctl()
     }
     if (program.group == Program::Group::OwnSession)
         ::setsid();
@@ -134,7 +134,7 @@ void ResetSignals(const std::vector<int>& defaults)
     GiveUp(prepared.failure, Step::Run);
 }
 
-// Back in the parent: nothing is written there when the program runs, since the other end is close-on-exec.
+// In the parent. The pipe is empty when the program runs, since the other end is close-on-exec.
 bool ReadFailure(const Descriptor& report, Failure& failure)
 {
     ssize_t count;

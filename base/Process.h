@@ -1,4 +1,4 @@
-// A program that runs beside this one.
+// A child process.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -11,51 +11,51 @@
 
 namespace base {
 
-// What is to be run, and how. No shell reads any of it.
+// What to run, and how. No shell interprets any of it.
 struct Program {
-    static constexpr int kNoInput = -1; // in the place of a descriptor: there is nothing to read
+    static constexpr int kNoInput = -1; // in place of a descriptor: empty input
 
     enum class Group {
-        Own,       // a process group: what a terminal sends to ours does not reach it
-        OwnSession // a session: the program has no terminal, so it cannot ask the user or be stopped for trying
+        Own,       // a process group: signals from the terminal to ours do not reach it
+        OwnSession // a session: without a terminal, it cannot ask the user or be stopped for trying
     };
 
     std::string path;
-    std::vector<std::string> words;                             // the first is the program's name for itself
-    std::string directory;                                      // where it runs; "" for the current one
-    std::vector<std::pair<std::string, std::string>> variables; // of its environment, in place of ours of that name
+    std::vector<std::string> words;                             // the first is argv[0]
+    std::string directory;                                      // working directory; "" for the current one
+    std::vector<std::pair<std::string, std::string>> variables; // replace ours in its environment
     std::vector<int> descriptors;                               // borrowed; they become its 0, 1, 2 and so on
     Group group = Group::OwnSession;
-    std::vector<int> defaultSignals; // those that act as usual there, though we may ignore them
-    bool diesWithThread = false;     // killed when the thread that starts it ends, however that happens
+    std::vector<int> defaultSignals; // with the default action there, even if we ignore them
+    bool diesWithThread = false;     // killed when the thread that started it ends
     bool dumpsCore = true;
 };
 
-// It is the first of its process group. No signal is blocked in it. It inherits the descriptors that it is given and
-// those of ours that are not close-on-exec. Movable; not thread-safe.
+// Leads its own process group, with no signals blocked. Inherits the given descriptors and those of ours that are not
+// close-on-exec. Movable; not thread-safe.
 class Process {
 public:
-    // Returns once the program runs, or with the error why it does not: "cannot start PATH" when there is no process to
-    // be had, "cannot go to DIRECTORY", or "cannot run PATH". Any thread.
+    // Returns once the program runs, or with the error: "cannot start PATH" when no process can be created, "cannot go
+    // to DIRECTORY", or "cannot run PATH". Any thread.
     static Result<Process> Start(const Program& program);
 
     Process(Process&& other) noexcept;
     Process& operator=(Process&& other) noexcept;
-    ~Process(); // kills the group if the program was not waited for, and waits for the program
+    ~Process(); // kills the group unless Wait() was called, and waits for the program
 
-    pid_t Number() const { return number; } // also its group's; 0 once it has been waited for
+    pid_t Number() const { return number; } // also its group's; 0 after Wait()
 
-    void Kill(); // it and its group; nothing once it has been waited for
+    void Kill(); // the whole group; does nothing after Wait()
 
-    // Until it ends. Returns its status as waitpid() has it; -1 with errno when somebody else has waited for it.
+    // Waits for the end. Returns the status as from waitpid(); -1 with errno if other code has already waited for it.
     int Wait();
-    int WaitOrKill(int patience); // the same, but kills it after so many milliseconds
+    int WaitOrKill(int patience); // the same, but kills it after 'patience' milliseconds
 
-    // Waits until it has ended but leaves its number taken, and with it its group's, so that a signal to the group
-    // cannot reach strangers. Returns whether a signal ended it.
+    // Waits for the end but keeps the process a zombie: its number stays taken, so a signal to the group cannot reach
+    // others. Returns whether a signal ended it.
     bool WaitUntilEnded() const;
 
-    // Readable once it has ended. Not open when the system has none.
+    // Readable once it has ended. Not open if the system does not support it.
     Descriptor EndDescriptor() const;
 
 private:
@@ -65,7 +65,7 @@ private:
     int status = 0;
 };
 
-// A status of Wait() as a shell's $?: 128 + n when signal n ended the program; 127 for one that could not be started.
+// A status of Wait() as a shell's $?: 128 + n if signal n ended the program, 127 if it could not be started.
 int ShellStatus(int status);
 
 } // namespace base

@@ -1,4 +1,4 @@
-// The outcome of an operation that can fail for a reason its caller should see.
+// The result of an operation that can fail for a reason that its caller should see.
 #pragma once
 
 #include <cerrno>
@@ -11,19 +11,19 @@ namespace base {
 
 struct Error {
     std::string text; // what failed, in words for the user, without a full stop
-    int number = 0;   // the errno that says why; 0 when the text says it
+    int number = 0;   // the errno with the reason; 0 when the text contains it
 
     std::string Message() const { return number == 0 ? text : text + ": " + std::strerror(number); }
 };
 
-// The error of a system call that has just failed.
+// The error of the system call that has just failed.
 inline Error SystemError(std::string text)
 {
     const int number = errno; // before the text is moved
     return {std::move(text), number};
 }
 
-// A value, or the error that there is in its place. Look at it before the value is used.
+// A value or an error. Check which before using the value.
 template <class T>
 class [[nodiscard]] Result {
 public:
@@ -42,7 +42,7 @@ private:
     std::variant<T, Error> content;
 };
 
-// Of an operation without a value.
+// For an operation without a value.
 template <>
 class [[nodiscard]] Result<void> {
 public:

@@ -1,4 +1,4 @@
-// Where texts are put one behind the other.
+// Stores texts one after the other.
 #pragma once
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 
 namespace base {
 
-// Texts neither move nor go as long as the pool lives. Not thread-safe.
+// Texts stay valid at the same address as long as the pool lives. Not thread-safe.
 class TextPool {
 public:
     std::string_view Put(std::string_view text)

@@ -6,7 +6,7 @@ namespace base {
 
 namespace {
 
-// A variable that is not an absolute path is to be passed over, as the XDG specification says.
+// Variables that are not absolute paths are ignored, as the XDG specification requires.
 std::string Below(const char* variable, const char* fromHome, const std::string& program)
 {
     const char* value = std::getenv(variable);

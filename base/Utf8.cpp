@@ -10,7 +10,7 @@ size_t CodePointLength(std::string_view text)
     constexpr size_t kLongest = 4;
     if (!IsStray(text.substr(0, 1)))
         return 1;
-    // Shorter ones are not valid, so that what is valid is one code point.
+    // Shorter prefixes are not valid, so the first valid one is one code point.
     for (size_t length = 2; length <= std::min(kLongest, text.size()); ++length)
         if (utf8::is_valid(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(length)))
             return length;

@@ -22,7 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr size_t kMostOfName = 200; // bytes of the target's name: names end at 255
+constexpr size_t kMostOfName = 200; // bytes of the target's name: names have at most 255
 constexpr const char* kLockName = "lock";
 constexpr std::string_view kInTheMiddle = ".cplustags-";
 constexpr std::string_view kRandomPart = "XXXXXX";
@@ -43,8 +43,8 @@ bool IsOwnDirectory(const std::string& path)
     return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid();
 }
 
-// ctags makes no directories, and programs that stand in for it hardly any within others. A tree may bring a working
-// directory of its own with any number of levels, each of which would cost a descriptor.
+// ctags makes no directories, and its replacements hardly nest any. A hostile tree may contain a working directory with
+// any number of levels, and each level costs a descriptor.
 constexpr int kMostLevels = 8;
 
 struct CloseDirectory {
@@ -53,8 +53,8 @@ struct CloseDirectory {
 
 bool RemoveAll(int parent, const char* name, int levels);
 
-// Removes what is in the directory but for the one entry of that name; links themselves, and not what they point to.
-// Takes the descriptor. False when something is left.
+// Removes everything in the directory except 'except'; removes links, not their targets. Takes the descriptor. False
+// when something is left.
 bool RemoveContents(int number, std::string_view except, int levels)
 {
     const std::unique_ptr<DIR, CloseDirectory> directory(number < 0 ? nullptr : ::fdopendir(number));
@@ -80,8 +80,7 @@ bool RemoveAll(int parent, const char* name, int levels)
            ::unlinkat(parent, name, AT_REMOVEDIR) == 0;
 }
 
-// The lock goes last: whatever is left when the process is killed here, the next one removes. It stays where something
-// else does.
+// Removes the lock last: after a kill here, the next run removes the rest. The lock stays if anything else does.
 void Remove(const std::string& directory)
 {
     if (!RemoveContents(OpenDirectory(AT_FDCWD, directory.c_str()), kLockName, kMostLevels))
@@ -90,7 +89,7 @@ void Remove(const std::string& directory)
     ::rmdir(directory.c_str());
 }
 
-// Only a file is a lock. Opening a pipe or a device may wait, or have effects of its own.
+// Only a file is a lock. Opening a pipe or a device may block or have side effects.
 base::Descriptor OpenLock(const std::string& path)
 {
     struct stat status;
@@ -103,8 +102,8 @@ base::Descriptor OpenLock(const std::string& path)
     return base::Descriptor(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
 }
 
-// Nobody holds the lock of a killed process's directory. Whoever has made a directory, and not yet its lock or not yet
-// taken that, may lose it here: he looks after it and makes another. What cannot be told, or is someone else's, stays.
+// The lock of a killed process is free. A process that has made a directory but not locked it yet may lose it here; it
+// notices and makes another. In doubt, and for other users' directories, nothing is removed.
 void RemoveIfAbandoned(const fs::path& directory)
 {
     if (!IsOwnDirectory(directory))
@@ -113,7 +112,7 @@ void RemoveIfAbandoned(const fs::path& directory)
     if (lock.IsOpen() && ::flock(lock.Number(), LOCK_EX | LOCK_NB) == 0)
         Remove(directory);
     else if (!lock.IsOpen() && errno == ENOENT)
-        ::rmdir(directory.c_str()); // if it is empty
+        ::rmdir(directory.c_str()); // only if it is empty
 }
 
 } // namespace
@@ -129,7 +128,7 @@ void RemoveAbandonedIn(const std::string& parent)
 WorkingDirectory::WorkingDirectory(const std::string& parent, const std::string& name)
 {
     RemoveAbandonedIn(parent);
-    constexpr int kTries = 100; // a newcomer must come in between for each
+    constexpr int kTries = 100; // each fails only if another run interferes
     for (int i = 0; i < kTries; ++i) {
         std::string pattern = parent + "/." + name.substr(0, kMostOfName);
         pattern.append(kInTheMiddle).append(kRandomPart);
@@ -150,7 +149,7 @@ WorkingDirectory::~WorkingDirectory()
         Remove(path);
 }
 
-// False, without an error, when the directory has been taken for an abandoned one.
+// False, without an error, when another run took the directory for abandoned and removed it.
 bool WorkingDirectory::TakeLock()
 {
     const std::string lockPath = path + "/" + kLockName;
@@ -159,7 +158,7 @@ bool WorkingDirectory::TakeLock()
         Fail(path);
     if (!lock.IsOpen())
         return false;
-    // Where there are no such locks nobody removes anything either.
+    // Without support for locks, no run removes anything either.
     const bool isTaken = ::flock(lock.Number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     if (!isTaken && IsStillAt(lock.Number(), lockPath))
         return true;

@@ -1,4 +1,4 @@
-// A directory for unfinished work that is removed at the end, and after a kill by the next run.
+// A directory for unfinished work. It is removed at the end or, after a kill, by the next run.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -8,14 +8,14 @@
 
 namespace base {
 
-// It is called ".NAME.cplustags-XXXXXX" and holds a lock for as long as it is in use. Making one removes those beside
-// it whose lock nobody holds, whatever their NAME: that of a run for "tags.tmp" goes when the next run is for "tags".
-// Links are never followed and pipes never waited for there; what belongs to another user, or only looks alike, stays.
+// Its name is ".NAME.cplustags-XXXXXX", and it holds a lock while in use. Creating one removes its unlocked siblings,
+// whatever their NAME: the next run for "tags" removes that of a killed run for "tags.tmp". Links are never followed
+// and pipes never waited for. Directories of other users, or that only look similar, stay.
 //
-// Errors are texts that name the directory. Not thread-safe, but for Path().
+// Errors are texts that name the directory. Not thread-safe, except for Path().
 class WorkingDirectory {
 public:
-    // In 'parent', which must be absolute. On failure Error() is not empty.
+    // In 'parent', an absolute path. On failure Error() is not empty.
     WorkingDirectory(const std::string& parent, const std::string& name);
     ~WorkingDirectory();
     WorkingDirectory(const WorkingDirectory&) = delete;
@@ -33,7 +33,7 @@ private:
     base::Descriptor lock;
 };
 
-// Removes what killed runs have left in 'parent'.
+// Removes what killed runs left in 'parent'.
 void RemoveAbandonedIn(const std::string& parent);
 
 } // namespace base
