@@ -12,9 +12,9 @@ namespace tagsfile {
 
 namespace {
 
-// What is read to see one line from any place in front of it: the end of another line, and all of its own.
+// Enough to see one line from any place before it: the end of another line, and all of this one.
 constexpr size_t kWindow = 2 * LineReader::kPieceSize + 1;
-constexpr off_t kNearEnough = 4 * 1024; // reading on takes no longer than looking once more
+constexpr off_t kNearEnough = 4 * 1024; // reading this far takes no longer than another look
 
 struct Line {
     off_t offset;
@@ -25,11 +25,11 @@ class Window {
 public:
     explicit Window(int descriptor) : descriptor(descriptor) {}
 
-    // The first line that begins at 'offset', which is not the file's beginning, or behind it. Nothing when there is
-    // none near enough to be one of a file that is in order.
+    // The first line that begins at or after 'offset', which is not the file's beginning. Nullopt if none is close
+    // enough for a file that is in order.
     std::optional<Line> LineFrom(off_t offset)
     {
-        // A line begins at the offset itself when the byte before it ends another.
+        // The offset itself begins a line if the byte before it ends another.
         const std::string_view text = Read(offset - 1);
         const size_t before = text.substr(0, LineReader::kPieceSize).find('\n');
         if (before == std::string_view::npos)
@@ -60,8 +60,8 @@ private:
 std::optional<off_t> PlaceOfLines(int descriptor, off_t first, off_t size, std::string_view start)
 {
     Window window(descriptor);
-    Line low{first, ""}; // all lines in front of it are before 'start'
-    Line high{size, ""}; // and all from it on are not; the end has no name
+    Line low{first, ""}; // all lines before it are before 'start'
+    Line high{size, ""}; // it and all lines after it are not; the end has no name
     while (high.offset - low.offset > kNearEnough) {
         std::optional<Line> line = window.LineFrom(low.offset + (high.offset - low.offset) / 2);
         if (!line || line->name < low.name || (high.offset != size && line->name > high.name))

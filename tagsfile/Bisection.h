@@ -1,4 +1,4 @@
-// Finds a place in a tags file whose names are in order without reading what is in front of it.
+// Finds a place in a tags file that is in order, without reading what comes before it.
 #pragma once
 
 #include <optional>
@@ -7,12 +7,12 @@
 
 namespace tagsfile {
 
-// Where in the open file reading has to begin so as to meet all lines that begin with 'start', which is not empty: at a
-// line a few thousand bytes in front of the first such line, or of where it would stand. 'first' and 'size' are the
-// offsets of the first line that is in order (see NameOrder) and of the file's end. Leaves the file's position alone.
+// The offset at which to begin reading the open file so as to see all lines that begin with 'start', which must not be
+// empty. A line begins there, at most a few thousand bytes before the first such line or its place. 'first' and 'size'
+// are the offsets of the first line in order (see NameOrder) and of the file's end. Keeps the file's position.
 //
-// Nothing when the file turns out not to be in order, or shorter, or cannot be read. What is looked at for the search
-// is a handful of lines: that they are in order does not say that the others are.
+// Nullopt when the file is out of order, shorter, or cannot be read. The search looks at a handful of lines only; that
+// these are in order proves nothing about the others.
 std::optional<off_t> PlaceOfLines(int descriptor, off_t first, off_t size, std::string_view start);
 
 } // namespace tagsfile

@@ -1,4 +1,4 @@
-// Where two lines of a tags file stop having the same name.
+// Finds where the names of two lines of a tags file begin to differ.
 #pragma once
 
 #include <bit>
@@ -13,8 +13,8 @@ namespace tagsfile {
 
 constexpr size_t kGlance = 32;
 
-// The place of the first byte that differs in the two, or at which the first one's name ends, with a tab or a line
-// break: among their first kGlance bytes, all of which must be there. kGlance when there is none.
+// The place of the first byte that differs, or at which the first line's name ends with a tab or a line break. Looks at
+// the first kGlance bytes, all of which must be readable; returns kGlance when there is no such place.
 inline size_t FirstStopByBytes(const char* previous, const char* line)
 {
     size_t place = 0;
@@ -24,7 +24,7 @@ inline size_t FirstStopByBytes(const char* previous, const char* line)
 }
 
 #if defined(__SSE2__)
-// A bit for each of 16 bytes.
+// One bit for each of 16 bytes.
 inline uint32_t StopsIn(const char* previous, const char* line)
 {
     const __m128i before = _mm_loadu_si128(reinterpret_cast<const __m128i*>(previous));
@@ -35,8 +35,7 @@ inline uint32_t StopsIn(const char* previous, const char* line)
 }
 #endif
 
-// The same. Where lines stop cannot be foreseen, so that to branch on it takes longer than to look at all bytes at
-// once.
+// The same. The place is unpredictable, so a branch on each byte would take longer than comparing all bytes at once.
 inline size_t FirstStop(const char* previous, const char* line)
 {
 #if defined(__SSE2__)

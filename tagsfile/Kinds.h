@@ -1,4 +1,4 @@
-// The kinds of tags: the letters that stand for them in a tags file, and what each of them means.
+// The kinds of tags: their letters in a tags file, and their meanings.
 #pragma once
 
 #include <algorithm>
@@ -7,7 +7,7 @@
 
 namespace tagsfile {
 
-// Those of C and C++ are ctags' own.
+// C and C++: ctags' own letters.
 namespace kind {
 inline constexpr char kClass = 'c';
 inline constexpr char kEnumeration = 'g';
@@ -19,7 +19,7 @@ inline constexpr char kStruct = 's';
 inline constexpr char kTypedef = 't';
 inline constexpr char kUnion = 'u';
 
-// Those of Objective-C, which ctags has other letters for.
+// Objective-C: ctags uses other letters.
 inline constexpr char kInterface = 'X';
 inline constexpr char kImplementation = 'R';
 inline constexpr char kInstanceMethod = 'o'; // in an implementation
@@ -33,17 +33,17 @@ inline constexpr char kInstanceVariable = 'v'; // ctags' letter of a variable: '
 } // namespace kind
 
 struct Kind {
-    // What lists write in front of the name of such a tag.
+    // What lists write before the name of such a tag.
     enum class Prefix { None, Word, Scope };
 
     char letter;
     Prefix prefix = Prefix::None;
     std::string_view word = "";      // for Prefix::Word
-    bool isDefinition = false;       // has a body; all else is declared where it stands
-    std::string_view scopeWord = ""; // what stands in front of the scope of a tag that is inside one of this kind
+    bool isDefinition = false; // has a body; every other kind is a declaration
+    std::string_view scopeWord = ""; // precedes the scope of a tag inside one of this kind
 };
 
-// All kinds that differ in anything from one that is not known, which is a declaration.
+// Only kinds that differ from an unknown one, which is a declaration.
 inline constexpr Kind kKinds[] = {
     {.letter = kind::kClass, .prefix = Kind::Prefix::Word, .word = "class", .scopeWord = "class:"},
     {.letter = kind::kNamespace, .prefix = Kind::Prefix::Word, .word = "namespace", .scopeWord = "namespace:"},
@@ -58,7 +58,7 @@ inline constexpr Kind kKinds[] = {
     {.letter = kind::kImplementation, .isDefinition = true},
 };
 
-// What there is to know about a letter; that of no kind, with the letter, when it is not in the table.
+// The properties of a letter; those of an unknown kind, with the letter, if it is not in the table.
 constexpr Kind KindOf(char letter)
 {
     const auto known = std::find_if(std::begin(kKinds), std::end(kKinds),
@@ -66,8 +66,8 @@ constexpr Kind KindOf(char letter)
     return known != std::end(kKinds) ? *known : Kind{.letter = letter};
 }
 
-// The scope words that readers know, in the order in which they are stripped from the front of a scope; a scope with
-// any other is none.
+// The scope words that readers know, in the order in which they are stripped from a scope. A scope with any other word
+// counts as none.
 inline constexpr std::string_view kScopeWords[] = {KindOf(kind::kClass).scopeWord, KindOf(kind::kNamespace).scopeWord,
                                                    KindOf(kind::kStruct).scopeWord, KindOf(kind::kUnion).scopeWord};
 

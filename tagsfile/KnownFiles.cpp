@@ -24,8 +24,8 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kSuffix = ".order";
 constexpr std::string_view kNewPrefix =
-    "new-";                        // of files that are being written, or were when their process was killed
-constexpr size_t kMostBytes = 512; // of a record; more is none
+    "new-"; // prefix of files being written, and of those that killed processes left
+constexpr size_t kMostBytes = 512; // a record is not longer
 constexpr auto kLongestWrite = std::chrono::hours(1);
 
 std::string ChecksumText(std::string_view text)
@@ -41,7 +41,7 @@ std::string TextOf(const base::FileIdentity& file)
            std::to_string(file.modified.tv_sec) + "." + std::to_string(file.modified.tv_nsec) + "\n";
 }
 
-// With a checksum behind it, of all that stands in front.
+// Appends a checksum of everything before it.
 std::string RecordOf(const base::FileIdentity& file, const FileOrder& order)
 {
     const std::string text = "names of a tags file\n" + TextOf(file) + (order.namesInOrder ? "1 " : "0 ") +
@@ -49,7 +49,7 @@ std::string RecordOf(const base::FileIdentity& file, const FileOrder& order)
     return text + ChecksumText(text) + "\n";
 }
 
-// Only the record that would be written counts: one that differs in anything is damaged, or another file's.
+// Accepts only the record that would be written: any other one is damaged or belongs to another file.
 std::optional<FileOrder> OrderIn(const std::string& record, const base::FileIdentity& file)
 {
     const size_t place = RecordOf(file, {}).find("\n0 0\n") + 1;
@@ -65,7 +65,7 @@ std::optional<FileOrder> OrderIn(const std::string& record, const base::FileIden
 
 std::string Content(const std::string& path)
 {
-    // What stands there in a plain file's place may keep who opens it waiting.
+    // Opening anything but a plain file might block.
     const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.IsOpen())
         return "";
@@ -74,7 +74,7 @@ std::string Content(const std::string& path)
     return std::string(text, count > 0 ? static_cast<size_t>(count) : 0);
 }
 
-// In one step, so that nobody ever reads half of it.
+// In one step, so that no process reads a partial record.
 void PutInPlace(const std::string& directory, const std::string& path, const std::string& record)
 {
     base::Result<base::NewFile> file = base::NewFile::MakeUnique(directory + "/" + std::string(kNewPrefix));
@@ -93,7 +93,7 @@ bool IsAbandoned(const Kept& file)
            fs::file_time_type::clock::now() - file.written > kLongestWrite;
 }
 
-// Only files of its own names are ever removed.
+// Removes only files with the names of this cache.
 void RemoveOldest(const std::string& directory)
 {
     std::vector<Kept> records;
@@ -113,7 +113,7 @@ void RemoveOldest(const std::string& directory)
         ::unlink(records[i].path.c_str());
 }
 
-// A relative path means nothing to the next process.
+// A relative path would mean another directory to the next process.
 std::string UserDirectory()
 {
     const std::string directory = base::CacheDirectory("declaration");
@@ -126,7 +126,7 @@ KnownFiles::KnownFiles(std::string path) : directory(std::move(path)) {}
 
 KnownFiles& KnownFiles::Instance()
 {
-    // Never destroyed: threads that load names may go on until the process has ended.
+    // Never destroyed: threads that load names may run until the process ends.
     static KnownFiles* const instance = new KnownFiles(UserDirectory());
     return *instance;
 }

@@ -1,4 +1,4 @@
-// Which tags files are in order, as far as anybody has read them to their ends.
+// Remembers which tags files are in order.
 #pragma once
 
 #include "base/FileIdentity.h"
@@ -14,28 +14,28 @@ namespace tagsfile {
 
 struct FileOrder {
     bool namesInOrder = false; // see NameOrder
-    off_t headSize = 0;        // bytes of the pseudo-tags in front of what is in order
+    off_t headSize = 0; // bytes of the pseudo-tags before the ordered lines
 
     bool operator==(const FileOrder&) const = default;
 };
 
-// Known in this process, and to other processes of the user through a small file each in the cache directory. These
-// come and go as a whole and are checked when they are read: whatever happens to them, the worst is that a file has to
-// be read to its end once more. Nothing is ever said about it.
+// Kept in this process and, in one small cache file each, for the user's other processes. Cache files are replaced as a
+// whole and checked when read: if one is lost or damaged, a tags file is read to its end once more. No errors are
+// reported.
 //
-// Any thread. Its lock is taken last: nothing is called with it held.
+// Any thread. A leaf lock: no other code is called while it is held.
 class KnownFiles {
 public:
-    // Smaller files are known to this process only, when somebody tells it: to read them takes no longer.
+    // Smaller files are remembered in this process only: reading them takes no longer.
     static constexpr off_t kWorthKeeping = 64 * 1024;
-    static constexpr size_t kMostKept = 100; // in the directory; the oldest go
+    static constexpr size_t kMostKept = 100; // in the directory; the oldest are removed
 
-    // 'directory' need not exist, its parent neither; "" for none.
+    // 'directory' and its parent need not exist; "" for none.
     explicit KnownFiles(std::string directory);
     KnownFiles(const KnownFiles&) = delete;
     KnownFiles& operator=(const KnownFiles&) = delete;
 
-    // The user's: "declaration" in $XDG_CACHE_HOME, or else in ~/.cache, as these are when it is first asked for.
+    // The user's: "declaration" in $XDG_CACHE_HOME or ~/.cache, as set at the first call.
     static KnownFiles& Instance();
 
     std::optional<FileOrder> Find(const base::FileIdentity& file);
@@ -56,9 +56,9 @@ private:
     static constexpr size_t kMostHere = 64;
 
     const std::string directory;
-    std::mutex lock; // guards what follows
+    std::mutex lock; // for all members below
     std::array<Known, kMostHere> known;
-    size_t oldest = 0; // the next to be written over
+    size_t oldest = 0; // the next to be overwritten
 };
 
 } // namespace tagsfile

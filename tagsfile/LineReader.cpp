@@ -10,10 +10,10 @@ namespace tagsfile {
 
 namespace {
 
-// Who jumps to a line wants a few of them, who does not wants all: blocks begin small and grow.
+// A reader that jumps needs a few lines; any other reader needs them all. So blocks begin small and grow.
 constexpr size_t kFirstBlock = 8 * 1024;
 constexpr size_t kLargestBlock = 64 * 1024;          // larger ones are no faster
-constexpr size_t kKept = 2 * LineReader::kPieceSize; // the most that is kept of one block in front of the next
+constexpr size_t kKept = 2 * LineReader::kPieceSize; // the most that is kept from one block for the next
 
 } // namespace
 
@@ -23,7 +23,7 @@ bool LineReader::Open(const char* path)
     const bool isNoFile = descriptor < 0 && (errno == EISDIR || errno == ENXIO);
     if (descriptor < 0 && !isNoFile)
         return false;
-    // Not zeroed: what is not read into is never touched, and takes no memory.
+    // Not cleared: parts that are never read into take no memory.
     if (block == nullptr)
         block.reset(new char[kKept + kLargestBlock]);
     blockEnd = 0;
@@ -61,12 +61,12 @@ void LineReader::Empty()
     atEnd = false;
 }
 
-// Asks for no more than it takes to have a line: a file on a slow disk gives its first lines early.
+// Reads no more than it takes to get a line: a file on a slow disk yields its first lines early.
 bool LineReader::NextBehindBlock(std::string_view& line)
 {
     const void* lineEnd = nullptr;
     while (lineEnd == nullptr && static_cast<size_t>(end - next) < kPieceSize && !atEnd) {
-        // Without the piece that is only begun: nothing is to be learned from half a line.
+        // Drops the partial piece: half a line says nothing.
         if (isCancelled != nullptr && *isCancelled) {
             GoToEnd();
             return false;
@@ -83,7 +83,7 @@ bool LineReader::NextBehindBlock(std::string_view& line)
     return true;
 }
 
-// Reads behind the present piece, which will be the previous one, and what there is of the next.
+// Reads more, keeping the current piece, which becomes the previous one, and the beginning of the next.
 void LineReader::ReadOn()
 {
     const size_t kept = static_cast<size_t>(end - current);
