@@ -1,5 +1,7 @@
 #include "wren/desktop/display/ScreenTable.h"
 
+#include "wren/desktop/display/Frames.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -8,12 +10,6 @@
 namespace wren {
 
 namespace {
-
-BRect FrameOf(const QRect& rect)
-{
-    return {static_cast<float>(rect.x()), static_cast<float>(rect.y()), static_cast<float>(rect.x() + rect.width()),
-            static_cast<float>(rect.y() + rect.height())};
-}
 
 float Outside(float value, float least, float most)
 {
