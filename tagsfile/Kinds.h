@@ -39,7 +39,7 @@ struct Kind {
     char letter;
     Prefix prefix = Prefix::None;
     std::string_view word = "";      // for Prefix::Word
-    bool isDefinition = false; // has a body; every other kind is a declaration
+    bool isDefinition = false;       // has a body; every other kind is a declaration
     std::string_view scopeWord = ""; // precedes the scope of a tag inside one of this kind
 };
 

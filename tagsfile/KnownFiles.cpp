@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kSuffix = ".order";
 constexpr std::string_view kNewPrefix =
-    "new-"; // prefix of files being written, and of those that killed processes left
+    "new-";                        // prefix of files being written, and of those that killed processes left
 constexpr size_t kMostBytes = 512; // a record is not longer
 constexpr auto kLongestWrite = std::chrono::hours(1);
 

@@ -14,7 +14,7 @@ namespace tagsfile {
 
 struct FileOrder {
     bool namesInOrder = false; // see NameOrder
-    off_t headSize = 0; // bytes of the pseudo-tags before the ordered lines
+    off_t headSize = 0;        // bytes of the pseudo-tags before the ordered lines
 
     bool operator==(const FileOrder&) const = default;
 };

@@ -1,4 +1,4 @@
-// The lines of a file, one after the other.
+// Reads the lines of a file one after the other.
 #pragma once
 
 #include "tagsfile/TagFields.h"
@@ -12,27 +12,26 @@
 
 namespace tagsfile {
 
-// A line that is longer than a piece is read in several, each of them a line of its own: the same pieces as fgets()
-// with kPieceSize + 1 bytes gives, with their line breaks, and NUL bytes like any other. The file is read, never mapped
-// into memory, so that one that is cut short meanwhile just ends there; also what cannot be read ends, and every file
-// while reading is cancelled.
+// A line longer than a piece is read as several lines: the pieces are those of fgets() with kPieceSize + 1 bytes. They
+// include their line breaks, and NUL bytes are ordinary bytes. The file is read, never mapped into memory, so a file
+// that is truncated meanwhile just ends there. Read errors and cancellation end the file as well.
 //
-// Not thread-safe. Destruction does not close the file, nor does opening another: for both there is Close().
+// Not thread-safe. Only Close() closes the file: neither destruction nor opening another does.
 class LineReader {
 public:
     static constexpr size_t kPieceSize = kLongestLine;
 
-    // While '*isCancelled' is true every file ends at the next block; null for a reader that nobody cancels. It must
-    // outlive the reader.
+    // While '*isCancelled' is true, every file ends at the next block. Null for a reader that is never cancelled. It
+    // must outlive the reader.
     explicit LineReader(const std::atomic<bool>* isCancelled = nullptr) : isCancelled(isCancelled) {}
 
-    // At the file's beginning. False when it cannot be opened. A directory, pipe or device has no lines, and is not
-    // waited for.
+    // Begins at the start of the file. False when it cannot be opened. A directory, pipe or device has no lines, and
+    // does not block.
     bool Open(const char* path);
     void Close();
-    int Descriptor() const { return descriptor; } // -1 when closed, and for what is no file
+    int Descriptor() const { return descriptor; } // -1 when closed, and for anything but a file
 
-    // The next piece; valid until the next call. False at the end, from then on, and when closed.
+    // The next piece; valid until the next call. False at the end, on every later call, and when closed.
     bool Next(std::string_view& line)
     {
         const char* const behind = BehindLine(next);
@@ -42,8 +41,8 @@ public:
         return true;
     }
 
-    // Passes over lines as long as 'passes' says so of the line before and the next one, both of them whole pieces that
-    // end with a line break; ends at the latest where the file is read on. What comes next is for Next().
+    // Skips lines while 'passes' is true for the previous line and the next one, both complete pieces with a line
+    // break. Stops at the end of the block at the latest. Next() returns what follows.
     template <class Passes>
     void PassOver(Passes passes)
     {
@@ -61,17 +60,17 @@ public:
         next = line;
     }
 
-    // What the call before gave, for as long as the present piece is valid; empty for the first piece, and for the
-    // first one behind a jump.
+    // The result of the previous call; valid as long as the current piece. Empty for the first piece, and for the first
+    // one after a jump.
     std::string_view Previous() const { return {previous, static_cast<size_t>(current - previous)}; }
 
-    // Where in the file the next piece begins. Not known for what is no file of a fixed size.
+    // The file offset of the next piece. Undefined for anything but a file of a fixed size.
     off_t Offset() const { return blockEnd - (end - next); }
-    void GoTo(off_t offset); // of a piece's first byte
-    void GoToEnd();          // as after the last piece
+    void GoTo(off_t offset); // the first byte of a piece
+    void GoToEnd();          // as if the last piece had been read
 
 private:
-    // Null when the block has no line break for a piece that begins there.
+    // Null when the block has no line break for a piece that begins at 'start'.
     const char* BehindLine(const char* start) const
     {
         const size_t rest = static_cast<size_t>(end - start);
@@ -93,7 +92,7 @@ private:
 
     const std::atomic<bool>* isCancelled;
     int descriptor = -1;
-    std::unique_ptr<char[]> block; // what is read; all pointers point into it
+    std::unique_ptr<char[]> block; // the data read; all pointers point into it
     const char* previous = kNothing;
     const char* current = kNothing;
     const char* next = kNothing;

@@ -12,10 +12,10 @@ struct Head {
     std::string_view line;
 };
 
-// For a heap with the first line on top.
+// Orders a heap with the first line on top.
 bool Later(const Head& a, const Head& b)
 {
-    return a.line > b.line; // as char_traits compares: by unsigned bytes
+    return a.line > b.line; // as char_traits compares: unsigned bytes
 }
 
 class MergedLines : public LineSource {
@@ -29,7 +29,7 @@ public:
     bool Next(std::string_view& line) override
     {
         while (true) {
-            // The source of the last line goes on only now: a line is valid until the next call.
+            // Advances the source of the last line only now: a line is valid until the next call.
             if (taken != nullptr)
                 Push(taken);
             taken = nullptr;

@@ -1,4 +1,4 @@
-// Lines in the order of their bytes, one after the other, and several such sources as one.
+// Sources of lines in byte order, and their merger.
 #pragma once
 
 #include <memory>
@@ -12,12 +12,12 @@ class LineSource {
 public:
     virtual ~LineSource() = default;
 
-    // The next line, with its line break, never before the last one in the order of bytes (unsigned, as memcmp). Valid
-    // until the next call. False at the end.
+    // The next line, with its line break, in byte order (unsigned, as memcmp). Valid until the next call. False at the
+    // end.
     virtual bool Next(std::string_view& line) = 0;
 };
 
-// All lines of the sources in order, equal ones once.
+// All lines of the sources in order, without duplicates.
 std::unique_ptr<LineSource> Merged(std::vector<std::unique_ptr<LineSource>> sources);
 
 } // namespace tagsfile

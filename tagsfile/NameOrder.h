@@ -1,4 +1,4 @@
-// Finds out whether the names in a tags file are in the order of their bytes, while its lines are read.
+// Finds out whether the names in a tags file are in byte order, while its lines are read.
 #pragma once
 
 #include "tagsfile/FirstStop.h"
@@ -9,9 +9,9 @@
 
 namespace tagsfile {
 
-// What a line is found by: all of it up to its first tab, or up to its end. The names of a file are in order when those
-// of no two lines are the wrong way round as unsigned bytes; then so is whatever number of bytes they begin with, and
-// all names with the same beginning stand together. A NUL byte is a byte like any other.
+// The key of a line: everything before its first tab, or the whole line. Names are in order when each is not less than
+// the one before, as unsigned bytes. Their prefixes of any length are then in order too, so names with the same
+// beginning stand together. A NUL byte is an ordinary byte.
 inline std::string_view NameInLine(std::string_view line)
 {
     const size_t end = line.find('\t');
@@ -20,11 +20,11 @@ inline std::string_view NameInLine(std::string_view line)
     return line.ends_with('\n') ? line.substr(0, line.length() - 1) : line;
 }
 
-// Sees all lines of a file from its beginning, in the pieces that LineReader gives. Pseudo-tags at the head are no part
-// of the order, for they may stand in any; further down they are.
+// Takes all lines of a file from its beginning, in LineReader's pieces. The order does not include the pseudo-tags at
+// the head, which may have any order; those further down count.
 //
-// Some files are never in order, since readers would see other lines when they begin elsewhere: those with a line of
-// more than one piece, and those with a line that begins with a tab, which readers pass over to find the name.
+// Files with a line of more than one piece, or with a line that begins with a tab, are never in order: readers skip
+// leading tabs to find the name. In both cases they would see other lines when they begin elsewhere.
 class NameOrder {
 public:
     // The file's next piece, and the one before it.
@@ -36,7 +36,7 @@ public:
             AddInBody(previous, line);
     }
 
-    // Whether nothing would come of Add() for these, which are whole lines: for nearly all of them in a file that is in
+    // Whether Add() would change nothing for these complete lines. True for nearly all lines of a file that is in
     // order.
     bool GoesWithoutSaying(std::string_view previous, std::string_view line) const
     {
@@ -62,9 +62,9 @@ private:
     }
     static bool IsWhole(std::string_view previous) { return previous.empty() || previous.ends_with('\n'); }
 
-    // Whether a few glances tell that the second line's name is not before the first one's: nearly always in a sorted
-    // file. It is so when the first name ends before anything differs, and when the first byte that differs is larger,
-    // and is no tab or line break: these end a name, and so put it in front of one that goes on with any byte at all.
+    // Whether a quick check shows that the second line's name is not before the first one's; it nearly always does in a
+    // sorted file. True if the first name ends before any difference. Also true if the first byte that differs is
+    // larger and is not a tab or line break: those end a name, which then sorts before any longer one.
     static bool ShowOrder(std::string_view previous, std::string_view line)
     {
         const size_t length = std::min(previous.length(), line.length());

@@ -18,13 +18,13 @@ namespace tagsfile {
 
 namespace {
 
-// Never waits: what was a file a moment ago may be a pipe now.
+// Never blocks: the path may lead to a pipe by now.
 int OpenToRead(const std::string& path)
 {
     return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
 }
 
-// Lines of a file, each with its line break: the last one gets one when it has none, and carriage returns before it go.
+// The lines of a file, each with one line break: adds a missing last one, and removes the carriage returns before it.
 class FileLines {
 public:
     explicit FileLines(const std::string& path)
@@ -54,7 +54,7 @@ public:
             return false;
         if (buffer[length - 1] == '\n')
             --length;
-        while (length > 0 && buffer[length - 1] == '\r') // one that stayed would go at the next time
+        while (length > 0 && buffer[length - 1] == '\r') // otherwise the next run would remove it
             --length;
         buffer[length] = '\n'; // getline() left room for a zero
         line = {buffer, static_cast<size_t>(length) + 1};
@@ -72,7 +72,7 @@ struct TextHash {
     size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
 };
 
-// The lines that stay, in the order in which they stand in the file.
+// The lines that stay, in the file's order.
 class StayingLines : public LineSource {
 public:
     StayingLines(const std::string& path, std::function<bool(std::string_view)> goes)
@@ -105,7 +105,7 @@ private:
         return !known->second;
     }
 
-    // Readers would take the rest of a line that is too long for one of its own. Without its last fields it may not be.
+    // Readers would take the rest of a line that is too long for another line. Without its last fields it may fit.
     bool Shorten(std::string_view& line)
     {
         if (line.length() <= kLongestLine)
@@ -166,7 +166,7 @@ try {
     auto lines = std::make_unique<StayingLines>(path, std::move(goes));
     if (!lines->IsOpen())
         return nullptr;
-    // What its header says about the order may be a lie.
+    // The file's own claim about its order may be wrong.
     const bool sorted = IsSorted(*lines);
     lines->Rewind();
     if (sorted)

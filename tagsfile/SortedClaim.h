@@ -1,4 +1,4 @@
-// The pseudo-tag by which a tags file says that its names are in order, and what shows that nobody has changed it
+// The pseudo-tag with which a tags file claims that its names are in order, and the proof that the file is unchanged
 // since.
 #pragma once
 
@@ -11,11 +11,10 @@
 
 namespace tagsfile {
 
-// The names are in order as NameOrder has it. The value is the size of the file, up to the next tab, always as long, so
-// that it can be filled in once the size is known. Who writes it also gives the file a time of modification with these
-// nanoseconds: any other tool that changes the file gives it another size, or at least another time, which is as good
-// as never one of the same nanoseconds. So the content is the same whenever it is made, and copies with their times are
-// as good.
+// The names are in order as defined by NameOrder. The value is the size of the file, up to the next tab, padded to a
+// fixed length so that it can be filled in at the end. The writer also gives the file's modification time the
+// nanoseconds below. Any other tool that changes the file changes its size or its time, and practically never sets the
+// same nanoseconds. The same content therefore gives the same file, and copies that keep the time keep the proof.
 constexpr std::string_view kSortedClaim = "!_TAG_CPLUSTAGS_SORTED\t";
 
 inline std::string SortedClaimValue(off_t size)
@@ -25,8 +24,8 @@ inline std::string SortedClaimValue(off_t size)
     return text;
 }
 
-// Never 0, as times have it that are kept in seconds; less than a millisecond, so that the time is that of the second
-// in which the file is made, and not still to come.
+// Never 0, as in times kept in seconds. Less than a millisecond, so that the time is within the current second and not
+// in the future.
 inline long SortedClaimNanoseconds(off_t size)
 {
     constexpr uint64_t kMost = 999'999;

@@ -1,4 +1,4 @@
-// One tag, in the form in which lookups and completion read it.
+// One tag, in the form that lookups and completion read.
 #pragma once
 
 #include "tagsfile/Kinds.h"
@@ -10,7 +10,7 @@
 
 namespace tagsfile {
 
-// The texts belong to whoever made the tag. No text holds a tab or a line break.
+// The creator of the tag owns the texts. They contain no tabs and no line breaks.
 struct Tag {
     std::string_view name;
     unsigned line = 0; // from 1
@@ -18,7 +18,7 @@ struct Tag {
     std::string_view scope; // "class:Outer::Inner", "namespace:", "struct:" or "union:" alike; "" for none
 };
 
-// Tags with the texts that had to be made for them. Moving keeps the texts where they are, copying would not.
+// Tags, with storage for texts made for them. Moving keeps the texts in place; copying would not.
 struct Tags {
     std::vector<Tag> tags;
     std::deque<std::string> texts;

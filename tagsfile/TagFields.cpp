@@ -6,7 +6,7 @@ namespace tagsfile {
 
 namespace {
 
-// Without the search pattern, from delimiter to delimiter, that the text begins with; nothing when it does not.
+// Removes the search pattern, from delimiter to delimiter, at the beginning; nullopt if there is none.
 std::optional<std::string_view> AfterPattern(std::string_view text)
 {
     if (text.empty() || (text.front() != '/' && text.front() != '?'))
@@ -20,7 +20,7 @@ std::optional<std::string_view> AfterPattern(std::string_view text)
     return std::nullopt;
 }
 
-// Without the line number, pattern, or both with a ';' between, that the text begins with.
+// Removes the line number, the pattern, or both with a ';' between them, at the beginning.
 std::optional<std::string_view> AfterAddress(std::string_view text)
 {
     const size_t digits = std::min(text.find_first_not_of("0123456789"), text.length());

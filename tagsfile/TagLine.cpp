@@ -12,7 +12,7 @@ void AppendNumber(std::string& text, unsigned number)
     text.append(digits, std::to_chars(digits, digits + sizeof digits, number).ptr);
 }
 
-// With its line break, and without its scope.
+// With its line break, without its scope.
 size_t LengthOfTagLine(const Tag& tag, std::string_view field)
 {
     constexpr size_t kSigns = 7; // three tabs, ';', '"', the kind, the line break

@@ -11,7 +11,7 @@ namespace tagsfile {
 
 namespace {
 
-// The order that a file says it has, and proves. Its pseudo-tags are looked at as far as one read brings them.
+// The order that a file claims and proves. Examines its pseudo-tags as far as the first read returns them.
 std::optional<FileOrder> ClaimedOrder(int descriptor, const base::FileIdentity& file)
 {
     constexpr size_t kLongestHead = 4 * 1024;
@@ -29,7 +29,7 @@ std::optional<FileOrder> ClaimedOrder(int descriptor, const base::FileIdentity& 
         if (head.find('\n', line) == std::string_view::npos)
             break;
     }
-    return std::nullopt; // no end of the head, or nothing else
+    return std::nullopt; // the head does not end here, or the file is all head
 }
 
 } // namespace
@@ -70,8 +70,8 @@ void TagLines::FindOrder()
     learns = !known && isWorthIt && identity->HasSettled();
 }
 
-// Who has found what he wanted reads no more, and next time would read up to there again. That is worth a whole pass,
-// once, unless it is not far.
+// A reader that stopped early would read the same part again next time. Learning the order once is worth a complete
+// pass, unless the reader stopped near the beginning.
 void TagLines::ReadOnForOrder()
 {
     std::string_view line;
@@ -82,8 +82,8 @@ void TagLines::ReadOnForOrder()
     RememberOrder();
 }
 
-// All lines have been seen if what was read is as long as the file, and the file still what it was at the beginning;
-// one that is out of order is enough.
+// All lines were seen if as many bytes were read as the file has, and the file has not changed since. One line out of
+// order is enough for the opposite.
 void TagLines::RememberOrder()
 {
     const bool isCertain = learns && (!order.InOrder() || reader.Offset() == identity->size);
@@ -94,7 +94,7 @@ void TagLines::RememberOrder()
 
 bool TagLines::SkipTo(std::string_view start)
 {
-    // A line break is in no name, and would be compared with those behind lines.
+    // No name contains a line break, and it would be compared with the line breaks after names.
     const bool bisects = known && known->namesInOrder && !start.empty() && start.find('\n') == std::string_view::npos;
     if (bisects && !skipped)
         Bisect(start);
@@ -104,10 +104,10 @@ bool TagLines::SkipTo(std::string_view start)
 void TagLines::Bisect(std::string_view start)
 {
     const std::optional<off_t> place = PlaceOfLines(reader.Descriptor(), known->headSize, identity->size, start);
-    // It may have changed since it was opened.
+    // The file may have changed since it was opened.
     skipped = place && base::FileIdentity::OfPlainFile(reader.Descriptor()) == identity;
     if (!skipped) {
-        // The file is not what it was taken for. It is read as one of which nothing is known, and learned anew.
+        // The file is not what its record says. Forget the record, and learn the order again.
         KnownFiles::Instance().Forget(*identity);
         known.reset();
         learns = reader.Offset() == 0 && identity->HasSettled();

@@ -1,4 +1,4 @@
-// The lines of a tags file, and how to come to some of them without reading those in front.
+// Reads the lines of a tags file, and skips to some of them without reading the lines before.
 #pragma once
 
 #include "tagsfile/KnownFiles.h"
@@ -12,25 +12,26 @@
 
 namespace tagsfile {
 
-// Reads one after the other; to read a file from its beginning to its end finds out whether its names are in order, and
-// KnownFiles remembers that. A reader that is closed far from the beginning reads on for it, once for each file. A file
-// that is known to be in order, or says so itself and proves that nobody has changed it since, is bisected. With and
-// without that the same lines are met where it matters, and reading goes on at the same one.
+// Reading a file from beginning to end determines whether its names are in order, and KnownFiles remembers the result.
+// A reader that is closed far from the beginning reads on for this, once for each file. A file is bisected if it is
+// known to be in order, or claims and proves it. Bisection changes only the time: the same relevant lines are found,
+// and reading continues at the same line.
 //
-// Not thread-safe. As with LineReader, neither destruction nor opening once more closes the file.
+// Not thread-safe. As with LineReader, neither destruction nor opening again closes the file.
 class TagLines {
 public:
     // See LineReader.
     explicit TagLines(const std::atomic<bool>* isCancelled = nullptr) : reader(isCancelled) {}
 
-    // At the beginning; false when it cannot be opened. A file that is not read (see UnreadFiles) has no lines.
+    // Starts at the beginning; false when the file cannot be opened. A file that is not read (see UnreadFiles) has no
+    // lines.
     bool Open(const char* path);
     void Close();
 
-    // Why the file that was opened last is not read, as the rest of a sentence about it; nothing for one that is.
+    // Why the last opened file is not read, as the end of a sentence about it; nullopt if it is read.
     const std::optional<std::string>& WhyUnread() const { return whyUnread; }
 
-    // The next line or piece of one, as LineReader has them. False at the end.
+    // The next line or piece, as from LineReader. False at the end.
     bool Next(std::string_view& line)
     {
         if (!reader.Next(line)) {
@@ -42,7 +43,7 @@ public:
         return true;
     }
 
-    // Passes over lines that are not wanted, as many as it takes no closer look to pass over.
+    // Skips unwanted lines as far as a quick check can decide.
     template <class IsWanted>
     void PassOver(IsWanted isWanted)
     {
@@ -51,9 +52,9 @@ public:
         });
     }
 
-    // Passes over lines whose names do not begin with 'start', at most all in front of the first that does. True when
-    // it is known that behind a name that sorts after 'start', and does not begin with it, no line does any more. Any
-    // call after the first has to be for the same start, until the file is opened again.
+    // Skips lines whose names do not begin with 'start', at most all before the first that does. Returns true if it is
+    // known that once a name sorts after 'start' without beginning with it, no later name begins with it. Until the
+    // file is opened again, every call must have the same 'start'.
     bool SkipTo(std::string_view start);
     void GoToEnd() { reader.GoToEnd(); } // as after the last line
 
@@ -67,7 +68,7 @@ private:
     std::optional<base::FileIdentity> identity; // when it was opened
     std::optional<std::string> whyUnread;
     std::optional<FileOrder> known;
-    NameOrder order; // of what has been read so far, while it is learned
+    NameOrder order; // of the lines read so far, while the order is learned
     bool learns = false;
     bool skipped = false;
 };

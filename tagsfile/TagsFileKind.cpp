@@ -14,12 +14,12 @@ namespace tagsfile {
 
 namespace {
 
-constexpr size_t kLookedAt = 8 * 1024; // bytes
+constexpr size_t kLookedAt = 8 * 1024; // bytes to examine
 
 enum class LineKind {
     NoTag,
-    Plain,    // of the oldest format: "name<tab>file<tab>address"; other tables have three columns, too
-    Extended, // with the sign that begins the fields, which nothing else has
+    Plain,    // the oldest format, "name<tab>file<tab>address"; other tables may have three columns too
+    Extended, // with the sign that begins the fields, which no other format has
     PseudoTag,
 };
 
@@ -51,7 +51,7 @@ bool NamesAFile(std::string_view line, std::string_view directory)
     return field && ::stat(PathOfField(*field, directory).c_str(), &status) == 0;
 }
 
-// All lines must be alike, but for a last one that may have been cut off.
+// All lines must be alike, except for a last one that may be cut off.
 bool IsOldestFormat(std::string_view beginning, std::string_view directory)
 {
     bool namesAFile = false;
@@ -65,7 +65,7 @@ bool IsOldestFormat(std::string_view beginning, std::string_view directory)
     return namesAFile;
 }
 
-// The first line decides where it is one that only tags files have.
+// The first line decides if only tags files have such a line.
 Target KindOfText(std::string_view beginning, std::string_view directory)
 {
     if (beginning.empty())
@@ -92,7 +92,7 @@ Target WhatIs(const std::string& path)
         return errno == ENOENT || errno == ENOTDIR ? Target::Absent : Target::Unreadable;
     if (!S_ISREG(status.st_mode))
         return Target::Foreign;
-    // What was a file a moment ago may be a pipe now.
+    // The path may lead to a pipe by now.
     const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (!file.IsOpen())
         return Target::Unreadable;

@@ -1,4 +1,4 @@
-// Whether a file is a tags file, or somebody's own that only has the name of one.
+// Tells tags files from other files with such a name.
 #pragma once
 
 #include <string>
@@ -8,15 +8,15 @@ namespace tagsfile {
 enum class Target {
     Absent,
     Tags,       // a tags file, or an empty file
-    Foreign,    // something else, which must not be overwritten: another kind of file, a directory, a device
+    Foreign,    // anything else, which must not be overwritten: another kind of file, a directory, a device
     Unreadable, // errno says why
 };
 
-// What stands at the path, links followed. Reads the first lines only, and never waits. Any thread.
+// The kind of the file at the path; follows links. Reads the first lines only, and never blocks. Any thread.
 //
-// The pseudo-tags of ctags, and the sign behind the address of a tag with fields, are in no other file. A line of the
-// oldest format looks like a row of any table with three columns; such a file counts when all its first lines are of
-// that form and one of them names a file that exists.
+// Only tags files have ctags' pseudo-tags, or the sign after the address of a tag with fields. A line of the oldest
+// format looks like a row of any table with three columns. Such a file counts if all its first lines have that form and
+// one of them names an existing file.
 Target WhatIs(const std::string& path);
 
 } // namespace tagsfile

@@ -12,8 +12,8 @@ std::string PseudoTag(const std::string& name, const std::string& value, const s
     return "!_TAG_" + name + "\t" + value + "\t/" + comment + "/\n";
 }
 
-// The lines in front of the tags, sorted as all lines are. The one by which a file says that its names are in order is
-// there when there is a value for it.
+// The lines before the tags, sorted like all lines. Includes the claim that the names are in order if 'sorted' is its
+// value.
 std::string PseudoTags(const TagsCount& count, const std::string& version, const std::string& sorted)
 {
     return PseudoTag("CPLUSTAGS_FILES", std::to_string(count.files), "files tagged") +
@@ -25,7 +25,7 @@ std::string PseudoTags(const TagsCount& count, const std::string& version, const
            PseudoTag("PROGRAM_VERSION", version, "");
 }
 
-// What has been written.
+// Counts what has been written.
 struct Written {
     bool isComplete = false;
     off_t size = 0;
@@ -58,7 +58,7 @@ bool WriteTags(const TagsCount& count, const std::string& version, LineSources l
     return WriteAll(PseudoTags(count, version, ""), count.tags, std::move(lines), write).isComplete;
 }
 
-// No file with tags has the size that is written first.
+// The size written first matches no file with tags.
 bool WriteTags(const TagsCount& count, const std::string& version, LineSources lines, const RewritableFile& file)
 {
     const std::string text = PseudoTags(count, version, SortedClaimValue(0));

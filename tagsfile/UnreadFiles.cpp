@@ -25,7 +25,7 @@ std::string SizeText(off_t size)
     return text + std::string(kUnits[unit]);
 }
 
-// The size that the file's pseudo-tag has for it; nothing without one, or when there is no number in it.
+// The size in the file's pseudo-tag; nullopt without one, or when it is not a number.
 std::optional<off_t> ClaimedSize(int descriptor)
 {
     constexpr size_t kLongestHead = 4 * 1024;

@@ -1,4 +1,4 @@
-// Tags files that are not read, since to read them would take for ever and yield nothing.
+// Tags files that are not read, since that would take very long and yield nothing.
 #pragma once
 
 #include <optional>
@@ -7,11 +7,11 @@
 
 namespace tagsfile {
 
-// Why the open tags file of that size is not read, as the rest of a sentence about it; nothing for one that is. Smaller
-// ones than a gigabyte always are. Leaves the file's position alone. Any thread.
+// Why the open tags file of that size is not read, as the end of a sentence about it; nullopt if it is read. Files
+// below a gigabyte are always read. Keeps the file's position. Any thread.
 //
-// It is not read when holes are most of it, nor when it is more than twice as long as it says that it was when it was
-// made: tags that somebody has added since are not as many as that.
+// A file is not read when most of it is holes, or when it is more than twice as long as its pseudo-tag says. No tool
+// adds that many tags.
 std::optional<std::string> WhyUnread(int descriptor, off_t size);
 
 } // namespace tagsfile
