@@ -1,4 +1,4 @@
-// The list that -I takes.
+// The list of macros for -I.
 #pragma once
 
 #include <set>
@@ -6,12 +6,12 @@
 
 namespace tagging {
 
-// As ReadObjectiveC() wants them. Commas or blanks separate the macros; "NAME=" is ignored like "NAME", and
-// "NAME=OTHER", which stands for something else, is left to ctags. A list that begins like a path, or with '@', is a
-// file with a macro a line; one that cannot be read gives none, and ctags says so.
+// The macros for ReadObjectiveC(). Commas or blanks separate them. "NAME=" is ignored like "NAME"; "NAME=OTHER", a
+// replacement, is left to ctags. A list that begins like a path, or with '@', is a file with one macro per line. An
+// unreadable file yields none, and ctags reports it.
 std::set<std::string> IgnoredMacros(const std::string& list);
 
-// The list for a ctags that runs elsewhere: the file that it names is found from 'directory'.
+// The list for a ctags that runs elsewhere: the name of a file in it is relative to 'directory'.
 std::string ListForCtags(const std::string& list, const std::string& directory);
 
 } // namespace tagging

@@ -1,4 +1,4 @@
-// What the tagging of files tells the program around it.
+// Reports from the tagging of files to the program.
 #pragma once
 
 #include <cstddef>
@@ -10,11 +10,11 @@ class Observer {
 public:
     virtual ~Observer() = default;
 
-    // Something that a person should know and that does not end the work: a file that is left out, and why. One line or
-    // more, without the last break. Any thread.
+    // A message for the user that does not end the work, such as a file that is left out and why. One or more lines,
+    // without the last line break. Any thread.
     virtual void Say(const std::string& message) = 0;
 
-    // How many files are done, of those known so far. Often; by the thread that uses the tagger.
+    // The number of files done, and of files known so far. Called often, on the thread that uses the tagger.
     virtual void Show(size_t done, size_t known) = 0;
 };
 

@@ -1,4 +1,4 @@
-// What is the same for all files of a run.
+// Settings for all files of a run.
 #pragma once
 
 #include "tagging/ctags/CtagsSettings.h"
@@ -10,8 +10,8 @@ namespace tagging {
 
 struct Settings {
     CtagsSettings ctags;
-    std::set<std::string> ignoredMacros; // 'ctags.ignored', for ReadObjectiveC()
-    unsigned jobs = 1;                   // workers at a time, each with ctags processes of its own
+    std::set<std::string> ignoredMacros; // 'ctags.ignored' for ReadObjectiveC()
+    unsigned jobs = 1;                   // concurrent workers, each with its own ctags processes
 };
 
 } // namespace tagging

@@ -16,7 +16,7 @@ namespace tagging {
 
 namespace {
 
-// A larger source is no header that somebody wrote; it goes to ctags unread.
+// No real header is larger; larger files go to ctags unread.
 constexpr size_t kLargestText = 64 * 1024 * 1024;
 
 struct Ending {
@@ -47,8 +47,8 @@ bool IsLanguage(const std::string& language, const char* name)
     return ::strcasecmp(language.c_str(), name) == 0;
 }
 
-// What a source is. A language that all are to be taken for replaces the choice of the parser, and only one of these
-// leaves room for Objective-C.
+// The family of a source. A forced language overrides the choice of the parser, and only a forced Objective-C allows
+// for Objective-C.
 Family FamilyFor(const std::string& path, const std::string& language)
 {
     const bool isObjectiveC = IsLanguage(language, "ObjectiveC");
@@ -58,7 +58,7 @@ Family FamilyFor(const std::string& path, const std::string& language)
     return isObjectiveC && family != Family::ObjectiveC ? Family::ObjectiveCplusplus : family;
 }
 
-// For what is left of a source without its Objective-C.
+// The parser for a source without its Objective-C.
 Parser ParserOfRest(Family family, const std::string& language)
 {
     if (IsLanguage(language, "C"))
@@ -68,14 +68,14 @@ Parser ParserOfRest(Family family, const std::string& language)
     return family == Family::ObjectiveC ? Parser::C : Parser::Cplusplus;
 }
 
-// ctags takes names from lines, without blanks at their ends.
+// ctags reads one name per line, and strips blanks at its end.
 bool ReadsName(const std::string& name)
 {
     return name.find_first_of("\r\n") == std::string::npos && !std::isspace(static_cast<unsigned char>(name.back()));
 }
 
-// A path from the directory in which ctags runs, when the file is below: that directory's own name may be one that
-// cannot be given in a line. With "./", since ctags takes options in place of names, too.
+// Relative to the directory in which ctags runs if the file is below it, since that directory's own name may not fit
+// into a line. Begins with "./", since ctags also reads options from the list.
 std::string NameForCtags(const std::string& path, const std::string& directory)
 {
     const size_t length = directory.size();
@@ -83,7 +83,7 @@ std::string NameForCtags(const std::string& path, const std::string& directory)
     return isBelow ? "." + path.substr(length) : path;
 }
 
-// A file in memory that ctags, another process, finds by its name.
+// A file in memory that ctags, another process, opens by its name.
 bool PutInMemory(std::string_view text, Source& source)
 {
     source.text = base::Descriptor(::memfd_create("source", MFD_CLOEXEC));
@@ -97,7 +97,7 @@ bool PutInMemory(std::string_view text, Source& source)
     return source.text.IsOpen();
 }
 
-// The source with a text that stands in for the file.
+// The source with a text in place of the file.
 std::optional<Source> WithText(Source source, std::string_view text, std::string* error)
 {
     if (PutInMemory(text, source))
@@ -112,7 +112,7 @@ SourceMaker::SourceMaker(const Settings& settings) : settings(settings) {}
 
 bool SourceMaker::Read(const std::string& path, std::string_view& text)
 {
-    // Since the list was read the file may have become a pipe.
+    // The file may have become a pipe since the list was read.
     const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     struct stat status;
     if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode) ||
@@ -133,7 +133,7 @@ bool SourceMaker::Read(const std::string& path, std::string_view& text)
     return true;
 }
 
-// False when a header turns out to have none.
+// False if a header contains no Objective-C.
 bool SourceMaker::TakeObjectiveC(Family family, std::string_view text, Source& source, std::string& rest)
 {
     if (family == Family::Header && !MayHaveObjectiveC(text))
@@ -161,14 +161,14 @@ std::optional<Source> SourceMaker::Make(unsigned number, const std::string& path
     const Family family = FamilyFor(path, settings.ctags.language);
     if (family == Family::Other)
         return source;
-    // All headers go to the same process: ctags takes them for C++ by their names as well.
+    // All headers go to the same process: by their names, ctags takes them for C++ too.
     source.parser = ParserOfRest(family, settings.ctags.language);
     std::string_view text;
     std::string rest;
-    // Headers for C++ alone are not even read here: that saves looking through two thirds of a system's.
+    // Headers for C++ alone are not even read here: that skips two thirds of a system's headers.
     if (family != Family::CplusplusHeader && Read(path, text) && TakeObjectiveC(family, text, source, rest))
         return WithText(std::move(source), rest, error);
-    return source; // as it is: plain, or too large to be read here
+    return source; // unchanged: plain, or too large to be read here
 }
 
 } // namespace tagging

@@ -1,4 +1,4 @@
-// Makes sources for ctags of files.
+// Turns files into sources for ctags.
 #pragma once
 
 #include "tagging/Settings.h"
@@ -12,15 +12,15 @@
 
 namespace tagging {
 
-// What a source is, by its name.
+// The family of a source, according to its name.
 enum class Family { Other, Header, CplusplusHeader, ObjectiveC, ObjectiveCplusplus };
 
-// Objective-C is read here, and ctags gets the rest of the text. One for each thread.
+// Reads the Objective-C itself; ctags gets the rest of the text. One for each thread.
 class SourceMaker {
 public:
-    explicit SourceMaker(const Settings& settings); // which must outlive it
+    explicit SourceMaker(const Settings& settings); // must outlive it
 
-    // Nothing when ctags cannot be given the file; then '*error' says why.
+    // Nullopt, with '*error', when ctags cannot read the file.
     std::optional<Source> Make(unsigned number, const std::string& path, std::string* error);
 
 private:
@@ -28,7 +28,7 @@ private:
     bool TakeObjectiveC(Family family, std::string_view text, Source& source, std::string& rest);
 
     const Settings& settings;
-    std::unique_ptr<char[]> buffer; // of the last file; new ones would be cleared each time
+    std::unique_ptr<char[]> buffer; // of the last file; a new one would be cleared each time
     size_t capacity = 0;
 };
 

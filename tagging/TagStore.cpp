@@ -16,7 +16,7 @@ namespace tagging {
 namespace {
 
 struct StoredTag {
-    uint64_t key; // the name's first bytes, the first one highest: orders most names without looking at their texts
+    uint64_t key; // the name's first bytes, most significant first: orders most names without comparing texts
     const char* name;
     uint32_t file;
     uint32_t line;
@@ -27,7 +27,7 @@ struct StoredTag {
     std::string_view Name() const { return {name, nameLength}; }
 };
 
-// A name that is shorter than the key is filled up with what follows it in a line.
+// A name shorter than the key is padded with the tab that follows it in a line.
 uint64_t KeyOf(std::string_view name)
 {
     uint64_t key = 0;
@@ -36,7 +36,7 @@ uint64_t KeyOf(std::string_view name)
     return key;
 }
 
-// As texts with the given character behind them: it sorts above some control characters.
+// Compares as if the given character followed each text: it sorts above some control characters.
 int Compare(std::string_view a, std::string_view b, char end)
 {
     const size_t common = std::min(a.length(), b.length());
@@ -48,10 +48,10 @@ int Compare(std::string_view a, std::string_view b, char end)
     return static_cast<int>(after(a)) - static_cast<int>(after(b));
 }
 
-// Lines are compared as texts, and so are the numbers in them; ';' ends a number and sorts behind digits.
+// Lines are compared as texts, and so are their numbers; ';' ends a number and sorts after digits.
 int CompareNumbers(uint32_t a, uint32_t b)
 {
-    constexpr size_t kLength = 11; // of ten digits and the end
+    constexpr size_t kLength = 11; // ten digits and the end
     char textOfA[kLength] = {};
     char textOfB[kLength] = {};
     *std::to_chars(textOfA, textOfA + kLength - 1, a).ptr = ';';
@@ -69,7 +69,7 @@ struct TagStore::Contents {
 
     tagsfile::Tag TagOf(const StoredTag& tag) const { return {tag.Name(), tag.line, tag.kind, scopes[tag.scope]}; }
 
-    // Before sorting: a scope that does not fit into its line is none, there as here.
+    // Called before sorting: a scope that does not fit into its line counts as none in the order too.
     void DropLongScopes(const std::vector<std::string>& fields)
     {
         for (StoredTag& tag : tags)
@@ -96,9 +96,9 @@ TagStore& TagStore::operator=(TagStore&&) noexcept = default;
 
 void TagStore::Add(unsigned file, const tagsfile::Tag& tag)
 {
-    // A longer name makes too long a line however it is written; what is kept of it still does.
+    // The line of a longer name is too long in any case, and so is that of the part kept.
     const std::string_view name = tag.name.substr(0, 2 * tagsfile::kLongestLine);
-    // The tags of a name in overloads follow each other.
+    // Overloads of a name follow each other.
     std::vector<StoredTag>& tags = contents->tags;
     const bool again = !tags.empty() && tags.back().Name() == name;
     tags.push_back({KeyOf(name), again ? tags.back().name : contents->texts.Put(name).data(), file, tag.line,
@@ -112,7 +112,7 @@ size_t TagStore::Size() const
 
 namespace {
 
-// The place of each field among all in their order: spares comparing the files' long, much alike names.
+// The rank of each field in sorted order: avoids comparing long and similar file names.
 std::vector<uint32_t> Places(const std::vector<std::string>& fields)
 {
     std::vector<uint32_t> order(fields.size());
@@ -125,7 +125,7 @@ std::vector<uint32_t> Places(const std::vector<std::string>& fields)
     return places;
 }
 
-// The order of the lines that tags make, as their bytes have it.
+// Orders tags by the bytes of their lines.
 class LineOrder {
 public:
     LineOrder(const std::vector<uint32_t>& places, const std::vector<std::string_view>& scopes)
@@ -145,7 +145,7 @@ public:
             return lines < 0;
         if (a.kind != b.kind)
             return static_cast<unsigned char>(a.kind) < static_cast<unsigned char>(b.kind);
-        // Behind the kind stands a line break, or a tab, which sorts below it, and the scope.
+        // The kind is followed by a line break, or by a tab, which sorts before it, and the scope.
         if (a.scope == b.scope || a.scope == 0 || b.scope == 0)
             return a.scope != b.scope && b.scope == 0;
         return Compare(scopes[a.scope], scopes[b.scope], '\n') < 0;

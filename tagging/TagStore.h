@@ -1,4 +1,4 @@
-// Tags of many files in little memory.
+// Stores tags of many files in little memory.
 #pragma once
 
 #include "tagsfile/LineSource.h"
@@ -12,10 +12,10 @@
 
 namespace tagging {
 
-using TagsByFile = std::map<unsigned, size_t>; // how many, by the number of the file
+using TagsByFile = std::map<unsigned, size_t>; // counts by file number
 
-// A million and a half tags of /usr/include take less memory here than the sort that ctags runs: a file's name is not
-// repeated for each of its tags. One store belongs to one thread at a time.
+// The 1.5 million tags of /usr/include take less memory here than in ctags' own sort, since file names are not
+// repeated. A store may be used by one thread at a time.
 class TagStore {
 public:
     TagStore();
@@ -24,15 +24,15 @@ public:
     TagStore& operator=(TagStore&&) noexcept;
 
     void Add(unsigned file,
-             const tagsfile::Tag& tag); // texts are copied; 'file' is an index into the fields given to Sort()
+             const tagsfile::Tag& tag); // copies the texts; 'file' is an index into the fields for Sort()
     size_t Size() const;
 
-    // Sorts by the bytes of the lines that the tags make; 'fields' by file number (see TagLine.h). Stores of different
-    // workers can be sorted at the same time.
+    // Sorts by the bytes of the tags' lines. 'fields' are indexed by file number (see TagLine.h). Different stores can
+    // be sorted at the same time.
     void Sort(const std::vector<std::string>& fields);
 
     // The sorted tags as lines. Store and fields must outlive the source. Tags whose lines are too long even without
-    // their scope are left out, and counted in '*leftOut' as they are passed.
+    // their scope are left out, and added to '*leftOut' when they are reached.
     std::unique_ptr<tagsfile::LineSource> Lines(const std::vector<std::string>& fields, TagsByFile* leftOut) const;
 
 private:

@@ -11,7 +11,7 @@ namespace tagging {
 
 namespace {
 
-// So many files in the queue are worth another ctags, which takes as long to start as some files to read.
+// A queue this long is worth another ctags, which takes as long to start as a few files to read.
 constexpr size_t kFilesForWorker = 32;
 
 constexpr std::chrono::milliseconds kPatience{100};
@@ -40,7 +40,7 @@ void Tagger::Add(const std::string& path, std::string field)
         StartWorker();
 }
 
-// Without a thread for it there is one worker less, and some files later it is tried again.
+// If no thread can be started there is one worker less, and a later file tries again.
 void Tagger::StartWorker()
 {
     workers.push_back(std::make_unique<Worker>(settings, observer, run));
@@ -69,7 +69,7 @@ void Tagger::Run(Worker& worker)
 {
     try {
         worker.Run();
-    } catch (const std::exception& problem) { // memory
+    } catch (const std::exception& problem) { // out of memory
         run.Fail(problem.what());
     }
     const std::lock_guard lock(mutex);
@@ -99,7 +99,7 @@ void Tagger::Finish()
     tagged.resize(Fields().size());
     for (const std::unique_ptr<Worker>& worker : workers) {
         total += worker->Counts();
-        tooLong.insert(worker->TooLong().begin(), worker->TooLong().end()); // no two workers have the same file
+        tooLong.insert(worker->TooLong().begin(), worker->TooLong().end()); // no two workers share a file
         for (const unsigned file : worker->TaggedFiles())
             tagged[file] = true;
     }

@@ -1,4 +1,4 @@
-// Has files tagged by several ctags side by side.
+// Tags files with several concurrent ctags processes.
 #pragma once
 
 #include "tagging/Observer.h"
@@ -21,37 +21,36 @@ namespace tagging {
 
 class Worker;
 
-// A file that crashes ctags, or takes too long, is reported and left out. Whatever else goes wrong with a ctags ends
-// the whole work: nobody would notice that tags are missing.
+// Files that crash ctags or take too long are reported and left out. Any other failure of a ctags ends the whole work:
+// otherwise tags would be missing unnoticed.
 //
-// What comes out is the same for any number of jobs. Used by one thread; the workers have threads of their own, fewer
-// when the system has no more to give; without any, Finish() does the work. The program ignores SIGPIPE: a ctags that
-// has gone is noticed by its end.
+// The result is the same for any number of jobs. Used by one thread. Each worker runs on its own thread; there are
+// fewer when the system refuses threads, and Finish() does the work if there are none. The program must ignore SIGPIPE:
+// a ctags that has died is detected by its end of output.
 class Tagger {
 public:
-    // Throws std::system_error when there is no thread to be had. It is for the program to say which signals its
-    // threads take.
+    // Throws std::system_error when no thread can be started. The program decides which signals its threads receive.
     using ThreadStarter = std::function<std::thread(std::function<void()> body)>;
     static std::thread SystemsThread(std::function<void()> body) { return std::thread(std::move(body)); }
 
-    // All must outlive it. Cancelled work ends without a failure, and without a result.
+    // All must outlive it. Cancelled work ends without a failure and without a result.
     Tagger(const Settings& settings, Observer& observer, const base::CancelToken& cancel,
            ThreadStarter start = SystemsThread);
     ~Tagger();
 
-    // 'field' is how the file is written in the tags file. Does not wait.
+    // 'field' is the file's name in the tags file. Does not block.
     void Add(const std::string& path, std::string field);
 
-    // Shows how far the work is; false when it has failed and it makes no sense to add more.
+    // Shows the progress; false when the work has failed and adding more is useless.
     bool GoesOn();
 
-    // Waits for the end of the work, or until it fails or is cancelled.
+    // Waits until the work ends, fails or is cancelled.
     void Finish();
 
     // After Finish():
-    std::string Failure() const { return run.Failure(); }       // why there is no result; "" when there is one
+    std::string Failure() const { return run.Failure(); }       // the reason for a missing result; "" if there is one
     std::vector<std::unique_ptr<tagsfile::LineSource>> Lines(); // for Merged(); the tagger must outlive them
-    bool IsTagged(size_t file) const { return tagged[file]; }   // by the order of Add()
+    bool IsTagged(size_t file) const { return tagged[file]; }   // in the order of Add()
     const std::vector<std::string>& Fields() const { return run.Fields(); }
     const TaggingCounts& Total() const { return total; }
     const TagsByFile& TooLong() const { return tooLong; } // 'TaggingCounts::tooLong', by file
@@ -64,7 +63,7 @@ private:
     const Settings& settings;
     Observer& observer;
     const ThreadStarter start;
-    size_t nextStart = 0; // not before so many files were added
+    size_t nextStart = 0; // the number of files at which to start the next worker
     bool lacksThreads = false;
     TaggingRun run;
     std::vector<bool> tagged;
@@ -72,7 +71,7 @@ private:
     std::vector<std::thread> threads;
     TaggingCounts total;
     TagsByFile tooLong;
-    std::mutex mutex; // for what follows
+    std::mutex mutex; // for all members below
     std::condition_variable ended;
     size_t running = 0; // workers
 };

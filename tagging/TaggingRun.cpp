@@ -4,7 +4,7 @@ namespace tagging {
 
 namespace {
 
-// When ctags cannot cope with any of the first files, it is not the files' fault.
+// If ctags fails on all of the first files, the cause is not the files.
 constexpr size_t kMostFailures = 20;
 
 } // namespace

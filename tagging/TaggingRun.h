@@ -1,4 +1,4 @@
-// What the workers of one run share.
+// The state that the workers of a run share.
 #pragma once
 
 #include "base/CancelToken.h"
@@ -16,7 +16,7 @@ namespace tagging {
 struct TaggingCounts {
     size_t files = 0; // tagged
     size_t tags = 0;
-    size_t tooLong = 0; // tags that no line can hold
+    size_t tooLong = 0; // tags that fit into no line
     size_t crashed = 0; // files
     size_t tookTooLong = 0;
     size_t unreadable = 0;
@@ -25,26 +25,26 @@ struct TaggingCounts {
     size_t FailedFiles() const { return crashed + tookTooLong + unreadable; }
 };
 
-// The files that wait, how many are done, and whether the work goes on: it ends early when it has failed or is
+// The queue of files, the number of files done, and whether the work continues: it ends early when it has failed or is
 // cancelled.
 class TaggingRun {
 public:
     static constexpr size_t kStops = 2;
 
-    explicit TaggingRun(const base::CancelToken& cancel) : cancel(cancel) {} // which must outlive it
+    explicit TaggingRun(const base::CancelToken& cancel) : cancel(cancel) {} // must outlive it
 
-    // For the thread that owns the run. The fields are those of the files in the order in which they were added;
-    // workers may look at them once the queue is closed.
+    // For the thread that owns the run. Fields are in the order in which files were added; workers may read them once
+    // the queue is closed.
     void Add(const std::string& path, std::string field);
     const std::vector<std::string>& Fields() const { return fields; }
 
     // For any thread.
     WorkQueue& Queue() { return queue; }
     bool GoesOn();
-    std::array<int, kStops> StopDescriptors() const; // for poll(): one is readable when the work is to end early
+    std::array<int, kStops> StopDescriptors() const; // for poll(): one becomes readable when the work must end early
     void FileDone() { ++done; }
     void FileFailed();
-    size_t Done() const { return done; }  // also those that failed
+    size_t Done() const { return done; }  // including failed ones
     void Fail(const std::string& reason); // the first reason counts
     std::string Failure() const;          // "" when there is none
 
@@ -54,7 +54,7 @@ private:
     std::vector<std::string> fields;
     std::atomic<size_t> done{0};
     std::atomic<size_t> failed{0};
-    mutable std::mutex mutex; // for what follows
+    mutable std::mutex mutex; // for all members below
     std::string failure;
 };
 

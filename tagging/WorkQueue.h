@@ -1,4 +1,4 @@
-// Files that wait for a worker.
+// The queue of files for the workers.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -23,15 +23,15 @@ public:
     WorkQueue();
 
     void Add(Work work);
-    void Close(); // no more will be added
-    void Stop();  // nothing more is to be done: Take() gives nothing from now on
+    void Close(); // no more files will be added
+    void Stop();  // from now on Take() returns nullopt
 
-    // The next file. Nothing when there is none: with 'wait', that is the end; otherwise there may be some later.
+    // The next file. Nullopt with 'wait': there are no more files. Nullopt without it: there may be more later.
     std::optional<Work> Take(bool wait);
 
     size_t Size() const;
     bool IsStopped() const;
-    int StopDescriptor() const { return stopping.Number(); } // readable once it is stopped: for poll()
+    int StopDescriptor() const { return stopping.Number(); } // for poll(): readable after Stop()
 
 private:
     mutable std::mutex mutex;

@@ -16,23 +16,23 @@ namespace tagging {
 
 namespace {
 
-// Files that a worker's processes are given at a time. More keep them no busier, and make the end uneven.
+// Files given to a worker's processes at a time. More would not keep them busier, and would make the end uneven.
 constexpr size_t kMostGiven = 16;
 
-// ctags writes in small pieces. To let some gather while it has enough to do costs nothing, and saves most of the
-// changes between the two processes.
+// ctags writes in small pieces. Letting output gather while it has enough work costs nothing, and saves most context
+// switches.
 constexpr size_t kEnoughGiven = 8;
 constexpr std::chrono::milliseconds kGathering{1};
 
-// What it takes to start ctags does not count for so many; more make progress jump.
+// Starting ctags is negligible for this many files; more would make the progress jumpy.
 constexpr size_t kFewestInBatch = 64;
 constexpr size_t kMostInBatch = 500;
-constexpr size_t kMostInMemory = 600; // of all workers' batches: each is an open file
+constexpr size_t kMostInMemory = 600; // in all workers' batches: each is an open file
 
-// When a wait lasts so much longer than it should, the whole program was stopped, and ctags with it.
+// After a wait so much longer than planned, the whole program must have been stopped, and ctags with it.
 constexpr std::chrono::milliseconds kStopped{1000};
 
-// Signals that a program gets for its own mistakes. Others come from outside, and tell nothing about the file.
+// Signals that a program raises by its own mistakes. Others come from outside and prove nothing about the file.
 bool IsCrash(int status)
 {
     constexpr int kCrashes[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSYS};
@@ -77,8 +77,8 @@ void Worker::HaveFilesTagged()
     }
 }
 
-// A share of what is left, so that no worker has to wait for another's batch at the end. 0 when the share is not worth
-// a batch, or when one has failed: another may as well, after as long a time.
+// A share of the queue, so that at the end no worker waits for another's batch. 0 when the share is not worth a batch,
+// or after a failed batch: the next may fail as well, and as slowly.
 size_t Worker::BatchSize() const
 {
     const size_t share = std::min(run.Queue().Size() / (2 * settings.jobs), kMostInBatch);
@@ -112,7 +112,7 @@ void Worker::HaveBatchTagged()
     }
 }
 
-// Nothing, with the reason said, when it cannot be read.
+// Reports the reason and returns nullopt when the file cannot be read.
 std::optional<Source> Worker::MakeSource(const Work& work)
 {
     std::string error;
@@ -125,8 +125,8 @@ std::optional<Source> Worker::MakeSource(const Work& work)
     return std::nullopt;
 }
 
-// Waits for a file only when there is nothing else to do. When there is enough for a batch, the processes do what they
-// have and are given no more.
+// Blocks only when there is nothing else to do. When the queue is long enough for a batch, the processes finish their
+// files and get no more.
 void Worker::TakeFiles()
 {
     while (Given() < kMostGiven && !(Given() > 0 && WantsBatch())) {
@@ -190,7 +190,7 @@ void Worker::WaitForProcesses()
         }
 }
 
-// Of the file that is nearest to its limit.
+// For the file that is nearest to its limit.
 std::chrono::milliseconds Worker::TimeLeft() const
 {
     const Clock::duration limit = std::chrono::seconds(settings.ctags.timeLimit);
@@ -239,7 +239,7 @@ void Worker::TookTooLong(Process& process)
     GoOnWithout(process, "ctags took longer than " + std::to_string(settings.ctags.timeLimit) + " s for ");
 }
 
-// Leaves out the file that the process was at, and gives the others to a new one.
+// Leaves out the file that the process was working on, and gives the others to a new process.
 void Worker::GoOnWithout(Process& process, const std::string& report)
 {
     std::deque<Source> rest = process->TakeSources();

@@ -1,4 +1,4 @@
-// One of the threads that have files tagged, with ctags processes of its own.
+// A thread that tags files with its own ctags processes.
 #pragma once
 
 #include "tagging/Observer.h"
@@ -16,18 +16,18 @@
 
 namespace tagging {
 
-// Its processes, one for each parser that is needed, die with the thread that calls Run().
+// It has one process for each parser in use. They die with the thread that calls Run().
 class Worker {
 public:
     // All must outlive it.
     Worker(const Settings& settings, Observer& observer, TaggingRun& run);
 
-    void Run(); // takes files from the run's queue until there are no more, then sorts what it has
+    void Run(); // takes files from the run's queue until there are no more, then sorts the tags
 
     // After Run():
     const TaggingCounts& Counts() const { return counts; }
     const std::vector<unsigned>& TaggedFiles() const { return files; }
-    const TagsByFile& TooLong() const { return tooLong; } // those that no line can hold
+    const TagsByFile& TooLong() const { return tooLong; } // tags that fit into no line
     std::unique_ptr<tagsfile::LineSource> Lines();
 
 private:
@@ -61,7 +61,7 @@ private:
     std::vector<unsigned> files;
     TaggingCounts counts;
     TagsByFile tooLong;
-    TagsByFile tooLongAgain; // when the lines are read a second time
+    TagsByFile tooLongAgain; // counted while the lines are read a second time
     bool batchFailed = false;
 };
 

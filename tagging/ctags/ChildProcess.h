@@ -1,4 +1,4 @@
-// A program that is run with pipes for its standard input, output and error.
+// Runs a program with pipes for its standard input, output and error.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -12,14 +12,14 @@ namespace tagging {
 
 struct Command {
     std::vector<std::string> words; // the first is the program's path
-    std::string directory;          // where it runs; "" for the current one
+    std::string directory;          // working directory; "" for the current one
     std::string temporaries;        // its $TMPDIR; "" for ours
 };
 
-// Dies with the thread that started it, however that ends, and with its owner. It has a process group of its own:
-// Control-C is meant for us, and it is for us to stop it. The pipes' ends here do not block. Not thread-safe.
+// Killed when its starting thread ends for any reason, and when its owner goes. It has its own process group: Control-C
+// reaches only us, and we stop it. Our ends of the pipes do not block. Not thread-safe.
 struct ChildProcess {
-    base::Descriptor input; // to be written to
+    base::Descriptor input; // for writing
     base::Descriptor output;
     base::Descriptor errors;
     base::Process process;
@@ -27,7 +27,7 @@ struct ChildProcess {
 
 base::Result<ChildProcess> StartChild(const Command& command);
 
-// What a program writes to its standard output; "" when it cannot be run.
+// The program's standard output; "" when it cannot be run.
 std::string OutputOf(const std::vector<std::string>& words);
 
 } // namespace tagging

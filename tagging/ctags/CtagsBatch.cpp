@@ -17,7 +17,7 @@ namespace {
 
 using Clock = CtagsProcess::Clock;
 
-// A file for ctags' output, in memory, empty so that ctags takes it for its own. It goes with this object.
+// An empty file in memory, which ctags accepts as its output file. Destruction removes it.
 class OutputFile {
 public:
     explicit OutputFile(const std::string& directory) : path(directory + "/batch-XXXXXX")
@@ -70,12 +70,12 @@ void WriteNames(ChildProcess& child, std::string& names)
     if (count > 0)
         names.erase(0, static_cast<size_t>(count));
     else if (count < 0 && errno != EAGAIN && errno != EINTR)
-        names.clear(); // it has gone, which its status will tell
+        names.clear(); // it has died, as its status will show
     if (names.empty())
         child.input.Close();
 }
 
-// What ctags complains about is of no use here; false at the end.
+// Discards ctags' complaints; false at the end.
 bool PassOver(const base::Descriptor& errors)
 {
     char read[4096];
@@ -83,7 +83,7 @@ bool PassOver(const base::Descriptor& errors)
     return count > 0 || (count < 0 && (errno == EAGAIN || errno == EINTR));
 }
 
-// Gives ctags the names until it has ended; false when it was stopped, or has not ended in time.
+// Writes the names to ctags and waits until it has ended; false when it is stopped or takes too long.
 bool Attend(ChildProcess& child, std::string names, std::span<const int> stops, Clock::time_point end)
 {
     while (true) {
@@ -104,14 +104,14 @@ bool Attend(ChildProcess& child, std::string names, std::span<const int> stops, 
     }
 }
 
-// The part of a line that tells where the tag is.
+// The part of a line that contains the file name.
 std::string_view NameInLine(std::string_view line)
 {
     const size_t start = line.find('\t') + 1;
     return start == 0 ? std::string_view() : line.substr(start, line.find('\t', start) - start);
 }
 
-// The lines of each source, which follow each other; false when they do not.
+// Divides the output into the lines of each source; false when these are not contiguous.
 bool Divide(std::string_view output, const std::vector<Source>& sources, std::vector<std::string_view>& parts)
 {
     std::unordered_map<std::string_view, size_t> numbers;

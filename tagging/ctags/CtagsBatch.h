@@ -1,4 +1,4 @@
-// One ctags that is given many files at once.
+// Runs one ctags for many files at once.
 #pragma once
 
 #include "tagging/ctags/CtagsProcess.h"
@@ -10,16 +10,16 @@
 
 namespace tagging {
 
-// Without a mark behind each file ctags needs a quarter less time, and cannot be told from outside what it is at. So
-// this is for the many files of a large run, none of which is expected to crash or hang ctags; when one does, all of
-// them are to be given to a CtagsProcess.
+// Without a mark after each file, ctags takes a quarter less time, but nobody can tell which file it is working on. So
+// batches are for the many files of a large run, which rarely crash or hang ctags. If one does, all files of the batch
+// go to a CtagsProcess.
 //
-// Whether a source can be in a batch: ctags writes its name as it was given.
+// Whether a source fits into a batch: ctags must write its name unchanged.
 bool FitsIntoBatch(const Source& source);
 
-// Has the sources tagged, which one parser is for, and hands each to 'done', in their order. False, with nothing handed
-// out, when ctags fails, is stopped ('stops' are descriptors that are readable then), or takes longer than it may take
-// for one file. Waits; any thread, with which ctags dies.
+// Tags the sources, all for the same parser, and passes each to 'done' in their order. False, with no calls of 'done',
+// when ctags fails, is stopped (one of 'stops' is readable) or takes longer than the limit for one file. Blocks. Any
+// thread; ctags dies with it.
 bool TagBatch(const CtagsSettings& settings, std::vector<Source>& sources, std::span<const int> stops,
               const CtagsProcess::Done& done);
 

@@ -38,7 +38,7 @@ struct RawTag {
     bool scopedEnumeration = false;
 };
 
-// Takes the text up to the delimiter off the front; what is left is empty when there is none.
+// Cuts the text before the delimiter off the front; the rest is empty if there is no delimiter.
 std::string_view CutField(std::string_view& rest, char delimiter = '\t')
 {
     const size_t end = rest.find(delimiter);
@@ -52,7 +52,7 @@ bool IsHexadecimal(char character)
     return std::isxdigit(static_cast<unsigned char>(character)) != 0;
 }
 
-// What ctags calls what has no name: the file in eight digits, a number and the kind in two or more each.
+// ctags' names for unnamed declarations: the file in eight digits, a number and the kind in two or more each.
 bool IsAnonymous(std::string_view name)
 {
     constexpr std::string_view kBeginning = "__anon";
@@ -61,7 +61,7 @@ bool IsAnonymous(std::string_view name)
            std::all_of(name.begin() + kBeginning.length(), name.end(), IsHexadecimal);
 }
 
-// The character of an escape and its length, without the backslash.
+// The character of an escape and the escape's length, without the backslash.
 std::pair<char, size_t> EscapedCharacter(std::string_view escape)
 {
     constexpr std::string_view kLetters = "abtnvfr";
@@ -75,8 +75,8 @@ std::pair<char, size_t> EscapedCharacter(std::string_view escape)
     return {letter == std::string_view::npos ? escape[0] : kMeanings[letter], 1};
 }
 
-// Names and scopes as they are in the source: ctags escapes backslashes, control characters, and a '!' in front,
-// lookups do not.
+// Names and scopes as in the source: ctags escapes backslashes, control characters and a leading '!', but lookups do
+// not.
 std::string_view Plain(std::string_view text, tagsfile::Tags& keeper)
 {
     if (text.find('\\') == std::string_view::npos)
@@ -107,8 +107,7 @@ bool HasWord(std::string_view list, std::string_view word)
     return false;
 }
 
-// The scope comes before the fields that only some languages have. One without a name is what is left of a line that
-// was cut off.
+// The scope precedes the fields of certain languages. A scope without a name is the remainder of a truncated line.
 void ReadField(std::string_view field, RawTag& tag)
 {
     const std::string_view whole = field;
@@ -129,14 +128,14 @@ bool ReadLineNumber(std::string_view address, unsigned& line)
     return problem == std::errc() && std::string_view(rest, end - rest) == ";\"";
 }
 
-// A name that begins with '!' would make the line one that readers step over, or take for something else.
+// Readers would skip or misread a line whose name begins with '!'.
 bool IsUsable(std::string_view name)
 {
     return !name.empty() && name.front() != '!' && name.find_first_of("\t\n\r") == std::string_view::npos &&
            !IsAnonymous(name);
 }
 
-// Another character, such as a carriage return where a line was cut off, would make the tag's own line unreadable.
+// Any other character, such as a carriage return in a truncated line, would make the tag's line unreadable.
 bool IsKind(std::string_view text)
 {
     return text.length() == 1 && std::isalpha(static_cast<unsigned char>(text.front())) != 0;
@@ -157,7 +156,7 @@ std::optional<RawTag> ReadLine(std::string_view line, tagsfile::Tags& keeper)
     return tag;
 }
 
-// Where the "::" stands in front of the last part; template arguments may hold others.
+// The "::" before the last part; template arguments may contain others.
 size_t LastSeparator(std::string_view scope)
 {
     int depth = 0;
@@ -201,7 +200,7 @@ std::string WithoutAnonymousParts(std::string_view scope)
     return IsAnonymous(last) ? outer : Joined(outer, last);
 }
 
-// "" for a kind of scope that lookups do not know.
+// "" for kinds of scopes that lookups do not know.
 std::string_view ScopeToken(std::string_view kind)
 {
     for (const std::string_view token : tagsfile::kScopeWords)
@@ -210,7 +209,7 @@ std::string_view ScopeToken(std::string_view kind)
     return "";
 }
 
-// The scopes of one file's tags, as lookups are to read them.
+// The scopes of one file's tags, in the form for lookups.
 class Scopes {
 public:
     explicit Scopes(const std::vector<RawTag>& tags)
@@ -244,7 +243,7 @@ private:
             tokens.emplace(Joined(WithoutAnonymousParts(tag.scope), tag.name), kNoToken);
     }
 
-    // Enumerators are used by the enumeration's name where that is a scoped one, else as if they stood beside it.
+    // An enumerator belongs to its enumeration only if that is scoped, else to the scope around it.
     std::string_view OfEnumerator(std::string_view enumeration, tagsfile::Tags& keeper) const
     {
         if (scopedEnumerations.count(std::string(enumeration)) != 0)
@@ -261,9 +260,9 @@ private:
         return keeper.Keep(std::string(token).append(scope));
     }
 
-    static constexpr std::string_view kNoToken = ""; // what is in a function has no scope
+    static constexpr std::string_view kNoToken = ""; // declarations in a function have no scope
 
-    std::unordered_set<std::string> scopedEnumerations; // with their scopes, as ctags writes them
+    std::unordered_set<std::string> scopedEnumerations; // with their scopes, as written by ctags
     std::unordered_map<std::string, std::string_view> tokens;
 };
 

@@ -1,4 +1,4 @@
-// What ctags says about one file, turned into tags as lookups read them.
+// Turns the output of ctags for one file into tags for lookups.
 #pragma once
 
 #include "tagsfile/Tag.h"
@@ -9,17 +9,17 @@
 
 namespace tagging {
 
-// The options with which ctags writes what ReadCtagsOutput reads; its own configuration files are left aside, so that
-// the tags are the same for every user.
+// The options for output that ReadCtagsOutput can read. They exclude ctags' configuration files, so that every user
+// gets the same tags.
 std::vector<std::string> OptionsForOutput();
 
-// 'output' is ctags' lines for one file, in any order; the tags' texts are parts of it or are kept in the result. A
-// line that cannot be read is stepped over: ctags may have died in the middle of it.
+// 'output' is ctags' lines for one file, in any order. The tags' texts are parts of it, or are kept in the result.
+// Unreadable lines are skipped: ctags may have died in the middle of one.
 //
 // - Scopes are those that lookups know ("class:", "namespace:", "struct:", "union:"), or none.
-// - Anonymous parts ("__anon1234") are left out of scopes, and have no tags of their own: nobody can type them.
-// - An enumerator has the scope in which it can be used: that of an unscoped enumeration is the one around it, that of
-//   a scoped one is the enumeration, as "class:".
+// - Anonymous parts ("__anon1234") are removed from scopes, and have no tags: nobody can type them.
+// - An enumerator has the scope in which it is used: the scope around an unscoped enumeration, or a scoped
+//   enumeration itself, as "class:".
 // Stateless; any thread.
 tagsfile::Tags ReadCtagsOutput(std::string_view output);
 

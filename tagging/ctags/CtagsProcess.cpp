@@ -11,13 +11,13 @@ namespace tagging {
 
 namespace {
 
-// No line of a tag is like this: it would have tabs.
+// Not a line of a tag, which would contain tabs.
 constexpr std::string_view kMark = "cplustags: end of file\n";
 
 constexpr size_t kReadAtOnce = 64 * 1024;
-constexpr size_t kPipe = 256 * 1024; // fewer changes between two processes than with what a pipe usually holds
+constexpr size_t kPipe = 256 * 1024; // fewer context switches than with the default size of a pipe
 constexpr size_t kLongestErrors = 4 * 1024;
-constexpr int kPatience = 10'000; // milliseconds until a process has ended that has closed its output
+constexpr int kPatience = 10'000; // milliseconds for a process to end after it has closed its output
 
 std::vector<std::string> Words(const CtagsSettings& settings, Parser parser)
 {
@@ -77,7 +77,7 @@ void CtagsProcess::Transfer(const pollfd* places, const Done& done)
         WriteNames();
 }
 
-// A process that has gone is found out when its output ends.
+// If the process has died, the end of its output shows it.
 void CtagsProcess::WriteNames()
 {
     const ssize_t count = ::write(child.input.Number(), names.data(), names.size());
@@ -95,7 +95,7 @@ void CtagsProcess::ReadOutput(const Done& done)
         Finish(done);
 }
 
-// Whether there was something.
+// Returns whether there was anything to read.
 bool CtagsProcess::ReadErrors()
 {
     const ReadResult result = ReadMore(child.errors, errors);
@@ -106,7 +106,7 @@ bool CtagsProcess::ReadErrors()
     return result == ReadResult::Some;
 }
 
-// Hands out the files whose marks have come.
+// Passes on the files whose marks have arrived.
 void CtagsProcess::Finish(const Done& done)
 {
     size_t start = 0;

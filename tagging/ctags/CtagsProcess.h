@@ -1,4 +1,4 @@
-// One ctags that reads files' names and writes their tags, one file after the other.
+// A ctags process that reads file names and writes their tags, one file after the other.
 #pragma once
 
 #include "tagging/ctags/ChildProcess.h"
@@ -17,10 +17,10 @@
 
 namespace tagging {
 
-// It may be given several files, so that it need not wait for the next name; the first of those is what it works on. It
-// writes a mark behind the tags of each file, hence it is known which file it was that crashed it or hung it.
+// It may receive several files at once, so that it never waits for a name; it works on the first. It writes a mark
+// after the tags of each file, so the file that crashed it or hung it is known.
 //
-// Nothing here waits: the owner polls the places of several of these at a time. Not thread-safe; dies with its thread.
+// Nothing here blocks: the owner polls several of these at a time. Not thread-safe; dies with its thread.
 class CtagsProcess {
 public:
     using Clock = std::chrono::steady_clock;
@@ -31,19 +31,19 @@ public:
     static base::Result<std::unique_ptr<CtagsProcess>> Start(const CtagsSettings& settings, Parser parser);
 
     void Give(Source source);
-    size_t Given() const { return sources.size(); } // and not done yet
+    size_t Given() const { return sources.size(); } // files not done yet
 
-    void GetPlaces(pollfd* places) const;                  // what to wait for, kPlaces of them
-    void Transfer(const pollfd* places, const Done& done); // what can be done now, of those
+    void GetPlaces(pollfd* places) const;                  // fills in kPlaces entries for poll()
+    void Transfer(const pollfd* places, const Done& done); // reads and writes what they report as ready
 
-    bool HasEnded() const { return hasEnded; }        // it closed its output
-    Clock::time_point Began() const { return began; } // when it began with the file that it works on
+    bool HasEnded() const { return hasEnded; }        // it has closed its output
+    Clock::time_point Began() const { return began; } // when it began with its current file
     void BeginAgain() { began = Clock::now(); }
 
-    // These end it.
-    int End();                        // its status as waitpid() has it
-    std::deque<Source> TakeSources(); // those not done, in order
-    std::string LastWords();          // the end of what it wrote to its standard error
+    // These end the process.
+    int End();                        // returns its status, as from waitpid()
+    std::deque<Source> TakeSources(); // the files not done, in order
+    std::string LastWords();          // the end of its standard error
 
 private:
     explicit CtagsProcess(ChildProcess child) : child(std::move(child)) {}
@@ -56,9 +56,9 @@ private:
     ChildProcess child;
     std::deque<Source> sources;
     Clock::time_point began;
-    std::string names;   // to be written
-    std::string output;  // read, of files not done
-    size_t searched = 0; // up to here there is no mark in it
+    std::string names;   // still to be written
+    std::string output;  // read so far for the files not done
+    size_t searched = 0; // bytes of it without a mark
     std::string errors;
     bool hasEnded = false;
 };

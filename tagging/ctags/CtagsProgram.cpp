@@ -22,7 +22,7 @@ bool IsProgram(const std::string& path)
     return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
 }
 
-// "" when there is no such program.
+// "" if there is no such program.
 std::string InSearchPath(const std::string& name, const std::string& currentDirectory)
 {
     const char* searched = std::getenv("PATH");
@@ -35,7 +35,7 @@ std::string InSearchPath(const std::string& name, const std::string& currentDire
     return "";
 }
 
-// Without the options that stand in the current directory, which may be a stranger's.
+// Ignores option files in the current directory, which may be a stranger's.
 bool SaysItIsUniversal(const std::string& path)
 {
     return OutputOf({path, "--options=NONE", "--version"}).find("Universal Ctags") != std::string::npos;

@@ -1,4 +1,4 @@
-// The Universal Ctags of this machine.
+// Finds Universal Ctags on this machine.
 #pragma once
 
 #include "base/Result.h"
@@ -8,12 +8,12 @@
 
 namespace tagging {
 
-// Programs have absolute paths, since they are run from another directory.
+// Returned paths are absolute, since the programs run in another directory.
 
-// "ctags-universal", or a "ctags" that says it is Universal Ctags, from $PATH. The error says what to do about it.
+// "ctags-universal", or a "ctags" that reports to be Universal Ctags, from $PATH. The error contains a remedy.
 base::Result<std::string> FindCtags(const std::string& currentDirectory);
 
-// The program that is meant by a path, or by a name that is looked for in $PATH. Nothing when none can be run.
+// The program with this path, or with this name in $PATH. Nullopt if none can be run.
 std::optional<std::string> FindProgram(const std::string& name, const std::string& currentDirectory);
 
 } // namespace tagging

@@ -8,7 +8,7 @@ std::vector<std::string> CtagsWords(const CtagsSettings& settings, Parser parser
 {
     std::vector<std::string> words = OptionsForOutput();
     words.insert(words.begin(), settings.program);
-    // The default excludes would leave out files for their names.
+    // The default excludes would skip some files because of their names.
     words.insert(words.end(), {"--exclude=", "--map-C++=+.pch", "--map-C++=+.ipp"});
     if (settings.prototypes)
         words.insert(words.end(), {"--kinds-C=+p", "--kinds-C++=+p"});

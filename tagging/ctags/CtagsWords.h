@@ -1,4 +1,4 @@
-// The command line of ctags, as far as all its runs have it in common.
+// The part of ctags' command line that all its runs share.
 #pragma once
 
 #include "tagging/ctags/CtagsSettings.h"
@@ -9,7 +9,7 @@
 
 namespace tagging {
 
-// The program, and the options that make it write what ReadCtagsOutput reads.
+// The program, and the options for output that ReadCtagsOutput can read.
 std::vector<std::string> CtagsWords(const CtagsSettings& settings, Parser parser);
 
 } // namespace tagging

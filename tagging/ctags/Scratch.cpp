@@ -8,9 +8,9 @@ namespace tagging {
 namespace {
 
 constexpr unsigned long long kRoom = 64ull * 1024 * 1024;
-constexpr unsigned long long kFiles = 1024; // at a time there are at most three for each of the 64 jobs
+constexpr unsigned long long kFiles = 1024; // at most three at a time for each of the 64 jobs
 
-// Of nobody else: others may write to the directory around it.
+// Ours alone: other users may write to the directory around it.
 bool IsOurs(const std::string& directory)
 {
     struct stat status;
@@ -18,7 +18,7 @@ bool IsOurs(const std::string& directory)
            (status.st_mode & 077) == 0;
 }
 
-// File systems without a limit for files say that they have 0.
+// File systems without a limit for files report 0.
 bool HasRoom(const SharedMemory& memory)
 {
     struct statvfs status;
@@ -32,7 +32,7 @@ Scratch::Scratch(const std::string& otherPlace, const SharedMemory& memory) : di
 {
     inMemory = memory.directory + "/cplustags-" + std::to_string(::geteuid());
     if (IsOurs(inMemory))
-        base::RemoveAbandonedIn(inMemory); // it may be what fills the memory
+        base::RemoveAbandonedIn(inMemory); // old files may be what fills the memory
     if (!HasRoom(memory))
         return;
     ::mkdir(inMemory.c_str(), 0700);
@@ -47,7 +47,7 @@ Scratch::~Scratch()
 {
     place.reset();
     if (IsOurs(inMemory))
-        ::rmdir(inMemory.c_str()); // unless another run is using it
+        ::rmdir(inMemory.c_str()); // fails if another run uses it
 }
 
 } // namespace tagging

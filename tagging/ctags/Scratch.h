@@ -1,4 +1,4 @@
-// Where ctags puts its temporary files, one for each source that it reads.
+// The directory for ctags' temporary files, one for each source that it reads.
 #pragma once
 
 #include "base/WorkingDirectory.h"
@@ -10,25 +10,25 @@
 
 namespace tagging {
 
-// A directory in memory that all users share, and how much room there is in it.
+// A directory in memory that all users share, and a function for its free space.
 struct SharedMemory {
     std::string directory = "/dev/shm";
     std::function<int(const char* directory, struct statvfs* room)> room = ::statvfs;
 };
 
-// In memory, where making and removing a file costs a tenth of what it does on a disk, when there is room for the files
-// and for their texts; else at another place. What is left there by a run that was killed goes with the next one, also
-// where it has left no room.
+// In memory if there is room for the files and their texts, since making and removing a file there costs a tenth of
+// what it does on a disk; otherwise elsewhere. The next run removes the files of killed runs from memory, even if there
+// is no room.
 class Scratch {
 public:
-    explicit Scratch(const std::string& otherPlace, // a directory that can be written to
+    explicit Scratch(const std::string& otherPlace, // a writable directory
                      const SharedMemory& memory = SharedMemory());
     ~Scratch();
 
     const std::string& Directory() const { return directory; }
 
 private:
-    std::string inMemory; // the user's directory for the programs that run now, which may not be there
+    std::string inMemory; // the user's directory for all current runs; it may not exist
     std::unique_ptr<base::WorkingDirectory> place;
     std::string directory;
 };

@@ -1,4 +1,4 @@
-// A source on its way to ctags.
+// A source for ctags.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -10,7 +10,7 @@
 
 namespace tagging {
 
-// How ctags is to take a source.
+// The parser that ctags uses for a source.
 enum class Parser { ByName, C, Cplusplus };
 inline constexpr size_t kParsers = 3;
 
@@ -18,10 +18,10 @@ struct Source {
     unsigned number = 0;
     std::string path;
     Parser parser = Parser::ByName;
-    std::string name;                   // what ctags is given
-    base::Descriptor text;              // what it reads there, unless it is the file itself; open for as long as it may
-    tagsfile::Tags tags;                // those that it is not asked for
-    std::unique_ptr<char[]> textOfTags; // of which their texts are parts
+    std::string name;      // the name that ctags is given
+    base::Descriptor text; // what that name leads to, unless it is the file itself; stays open while ctags may read it
+    tagsfile::Tags tags;   // found here, not by ctags
+    std::unique_ptr<char[]> textOfTags; // contains their texts
 };
 
 } // namespace tagging

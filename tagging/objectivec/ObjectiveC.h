@@ -1,4 +1,4 @@
-// Objective-C: what its constructs declare, and what is left of a source for a parser of C or C++.
+// Reads Objective-C: returns its declarations, and the rest of the source for a parser of C or C++.
 #pragma once
 
 #include "tagsfile/Tag.h"
@@ -12,24 +12,23 @@ namespace tagging {
 struct ObjectiveCSource {
     tagsfile::Tags tags; // interfaces, implementations, categories, protocols, methods, properties, instance variables
 
-    // The source without them: as many lines, with the C and C++ declarations where they were, also those between
-    // methods and inside an implementation. Method bodies are blank. It is the text itself when there is no
-    // Objective-C. "NS_ENUM(type, Name)" has become "enum Name", and the macros to be ignored are blank.
+    // The rest of the source, with the same lines. C and C++ declarations keep their places, also between methods and
+    // inside an implementation. Method bodies are blank. Without any Objective-C it is the text itself. "NS_ENUM(type,
+    // Name)" becomes "enum Name", and ignored macros are blank.
     std::string rest;
 };
 
-// Whether an "@interface", "@implementation", "@protocol" or "@class" may stand in the text, in code or in a comment:
-// one pass of memchr, for sorting out the many headers that are plain C and C++.
+// Whether the text may contain "@interface", "@implementation", "@protocol" or "@class", in code or in a comment. One
+// pass of memchr sorts out the many headers of plain C and C++.
 bool MayHaveObjectiveC(std::string_view text);
 
-// Reads any text, damaged and unfinished ones too. 'ignored' are macros to pass over, as ctags' -I has them: "NAME", or
-// "NAME+" when arguments in parentheses go with it. Stateless; any thread.
+// Reads any text, also damaged and incomplete ones. 'ignored' are macros to skip, as for ctags' -I: "NAME", or "NAME+"
+// if arguments in parentheses follow. Stateless; any thread.
 //
 // - A selector's line is that of its first part.
-// - Scopes are "class:Name", of protocols and categories too; a category's tag has the scope of its class, and so has
-//   the implementation of a category. A class extension has no name, hence no tag; what it declares belongs to its
-//   class.
-// - Both branches of an #if are read, except for "#if 0": which one counts is not known here.
+// - Scopes are "class:Name", also for protocols and categories. The tags of a category, and of its implementation,
+//   have the scope of the class. A class extension has no name and so no tag; its declarations belong to the class.
+// - Both branches of an #if are read, except for "#if 0": the condition cannot be evaluated here.
 ObjectiveCSource ReadObjectiveC(std::string_view text, const std::set<std::string>& ignored);
 
 } // namespace tagging

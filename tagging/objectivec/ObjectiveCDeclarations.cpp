@@ -16,7 +16,7 @@ bool IsOneOf(const Token& token, std::initializer_list<std::string_view> words)
     return token.kind == Token::kWord && std::find(words.begin(), words.end(), token.text) != words.end();
 }
 
-// Words that are never the name of what is declared, wherever they stand.
+// Words that are never the declared name, in any place.
 bool IsQualifier(const Token& token)
 {
     return IsOneOf(token, {"const",
@@ -67,7 +67,7 @@ bool Closes(const Token& token)
     return token.Is(')') || token.Is(']') || token.Is('}');
 }
 
-// After the group in parentheses or brackets that begins there; the end when it is not closed.
+// Returns the place after the group in parentheses or brackets at 'at'; the end if it is not closed.
 size_t AfterGroup(TokenSpan tokens, size_t at)
 {
     int depth = 0;
@@ -80,7 +80,7 @@ size_t AfterGroup(TokenSpan tokens, size_t at)
     return at;
 }
 
-// After "<...>", as after a class's or protocol's name.
+// Returns the place after "<...>" behind the name of a class or protocol.
 size_t AfterAngles(TokenSpan tokens, size_t at)
 {
     int depth = 0;
@@ -100,7 +100,7 @@ size_t AfterAngles(TokenSpan tokens, size_t at)
     return at;
 }
 
-// The place of the first such mark outside of groups and angles, or the end.
+// The first of the marks outside of groups and angles, or the end.
 size_t Find(TokenSpan tokens, size_t at, std::string_view marks)
 {
     while (at < tokens.size()) {
@@ -124,7 +124,7 @@ bool HasLowerCase(std::string_view word)
 
 // Methods.
 
-// The words of a method outside of parentheses, up to the next colon, and where it is. Types are in parentheses, and a
+// Returns the words outside of parentheses up to the next colon, and moves 'at' there. Types are in parentheses, and a
 // word before parentheses is a macro.
 std::vector<Token> WordsToColon(TokenSpan method, size_t& at)
 {
@@ -150,7 +150,7 @@ TokenSpan OneDeclarator(TokenSpan rest)
     return rest.first(Find(rest, 0, ","));
 }
 
-// What is declared, without the width of a bit-field and without an initial value.
+// The declarator without a bit-field's width and without an initial value.
 TokenSpan WithoutWidth(TokenSpan declarator)
 {
     size_t at = 0;
@@ -168,7 +168,7 @@ bool HasPointerMark(TokenSpan tokens)
     return Find(tokens, 0, "*^") < tokens.size();
 }
 
-// "void (*name)(int)", "void (^name)(int)", "int (*name)[3]": what is in the first parentheses.
+// "void (*name)(int)", "void (^name)(int)", "int (*name)[3]": the content of the first parentheses.
 std::optional<TokenSpan> InnerDeclarator(TokenSpan declarator)
 {
     for (size_t at = Find(declarator, 0, "("); at < declarator.size();) {
@@ -182,8 +182,8 @@ std::optional<TokenSpan> InnerDeclarator(TokenSpan declarator)
     return std::nullopt;
 }
 
-// The words of a declarator that may be its name or belong to its type, in order; 'sinceMark' is where those begin that
-// stand after the last '*', '^' or '&'.
+// The words of a declarator that may be its name or part of its type, in order. Those from 'sinceMark' on follow the
+// last '*', '^' or '&'.
 struct DeclaratorWords {
     std::vector<Token> words;
     size_t sinceMark = 0;
@@ -210,7 +210,7 @@ struct DeclaratorWords {
     }
 
 private:
-    // "typeof(x)" and "GS_GENERIC_CLASS(NSArray, T)" are types when nothing stands before them, macros elsewhere.
+    // "typeof(x)" and "GS_GENERIC_CLASS(NSArray, T)" are types at the beginning, and macros elsewhere.
     size_t AddCall(TokenSpan declarator, size_t at)
     {
         if (words.empty() && !IsQualifier(declarator[at]))
@@ -218,7 +218,7 @@ private:
         return AfterGroup(declarator, at + 1);
     }
 
-    // "struct Name" and "Outer::Name" are one word of a type.
+    // "struct Name" and "Outer::Name" count as one word of a type.
     void Add(const Token& token)
     {
         if (token.Is('*') || token.Is('^') || token.Is('&')) {
@@ -237,7 +237,7 @@ private:
     bool joinsNext = false;
 };
 
-// Of "IBOutlet BOOL flag UNUSED" the flag: the last word that cannot be a macro, if anything stands before it.
+// The "flag" of "IBOutlet BOOL flag UNUSED": the last word after the first that cannot be a macro.
 std::optional<Token> NameAfterType(const std::vector<Token>& words)
 {
     const auto lastSuch = [&](auto&& isSuch) -> std::optional<Token> {
@@ -253,7 +253,7 @@ std::optional<Token> NameAfterType(const std::vector<Token>& words)
     return lastSuch([](auto) { return true; });
 }
 
-// 'levels': a block that gives a block has two. More than a few are no declaration that anybody wrote.
+// 'levels': a block that returns a block has two. Real declarations have only a few.
 std::optional<Token> NameOfInner(TokenSpan inner, int levels = 8)
 {
     const std::optional<TokenSpan> more = InnerDeclarator(inner);
@@ -278,7 +278,7 @@ std::optional<Token> NameOfDeclarator(TokenSpan declarator, bool withType)
     return withType ? NameAfterType(found.words) : found.words[0];
 }
 
-// After the members of "struct Name { ... } variable", if there are any.
+// The part after the members of "struct Name { ... } variable", if any.
 TokenSpan AfterMembers(TokenSpan declaration)
 {
     const size_t brace = Find(declaration, 0, "{");
@@ -287,7 +287,7 @@ TokenSpan AfterMembers(TokenSpan declaration)
 
 // Headers of classes and protocols.
 
-// What is in the parentheses that begin there, and goes behind them.
+// Returns the content of the parentheses at 'at', and moves 'at' behind them.
 TokenSpan TakeGroup(TokenSpan tokens, size_t& at)
 {
     const size_t begin = at + 1;
@@ -309,8 +309,8 @@ bool IsMarkAt(TokenSpan tokens, size_t at, std::string_view marks)
     return at < tokens.size() && tokens[at].kind == Token::kMark && marks.find(tokens[at].text[0]) != marks.npos;
 }
 
-// The class's name, and goes behind it. In "GS_GENERIC_CLASS(NSArray, ElementT) : NSObject" it is an argument of a
-// macro, in "GS_SOMETHING NSArray : NSObject" it follows one.
+// Returns the class's name, and moves 'at' behind it. In "GS_GENERIC_CLASS(NSArray, ElementT) : NSObject" it is a
+// macro's argument; in "GS_SOMETHING NSArray : NSObject" it follows a macro.
 std::optional<DeclaredName> TakeName(TokenSpan header, size_t& at)
 {
     if (header.empty() || header[0].kind != Token::kWord)
@@ -339,7 +339,7 @@ std::optional<DeclaredName> SelectorOf(TokenSpan method)
     if (!hasArguments)
         return words.empty() ? std::nullopt : std::optional(NameOf(words.front()));
 
-    // Before its colon the last word is the selector's, those before it are macros or the previous argument's name.
+    // The last word before the colon is the selector's; those before it are macros or the previous argument's name.
     DeclaredName selector{"", method[at].line};
     if (!words.empty())
         selector = NameOf(words.back());

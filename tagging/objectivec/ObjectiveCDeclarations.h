@@ -1,7 +1,7 @@
-// What a declaration of Objective-C says, given its tokens.
+// Interprets the tokens of Objective-C declarations.
 //
-// The tokens are those between the sign or keyword that begins the declaration and what ends it, both excluded. They
-// are as in the source, macros unreplaced: what the macros stand for is guessed from the way people use them.
+// The tokens exclude the sign or keyword that begins the declaration, and its end. Macros are not expanded; their
+// meaning is guessed from common use.
 #pragma once
 
 #include "tagging/tokens/SourceTokens.h"
@@ -20,14 +20,14 @@ struct DeclaredName {
     unsigned line = 0;
 };
 
-// The selector of a method, with the line of its first part. None when a macro makes the selector.
+// The selector of a method, with the line of its first part. Nullopt when a macro makes the selector.
 std::optional<DeclaredName> SelectorOf(TokenSpan method);
 
-// The names of instance variables, or of properties (after the attributes in parentheses). What is in braces may be
-// left out, the braces not.
+// The names of instance variables, or of properties (after the attributes in parentheses). The content of braces may be
+// missing, but not the braces.
 std::vector<DeclaredName> VariablesOf(TokenSpan declaration);
 
-// Without the attributes in parentheses that a property may begin with.
+// The tokens after the attributes in parentheses of a property, if any.
 TokenSpan AfterPropertyAttributes(TokenSpan property);
 
 struct ContainerHeader {
@@ -36,13 +36,13 @@ struct ContainerHeader {
     std::optional<DeclaredName> category; // "Foo (Category)": the line is that of "Foo"
 };
 
-// What an "@interface", "@implementation" or "@protocol" begins. None without a name, and for "@protocol A, B".
+// The header of an "@interface", "@implementation" or "@protocol". Nullopt without a name, and for "@protocol A, B".
 std::optional<ContainerHeader> ContainerHeaderOf(TokenSpan header);
 
-// Whether a '{' after these tokens begins the members of a struct, union or enumeration. The place of the keyword.
+// Returns the place of the keyword if a '{' after these tokens begins a struct, union or enumeration.
 std::optional<size_t> OpenAggregate(TokenSpan tokens);
 
-// Whether these tokens can be macros that expand to attributes or to nothing: "NAME", "NAME(arguments)".
+// Whether these tokens can be a macro for attributes or for nothing: "NAME", "NAME(arguments)".
 bool MayBeOneMacro(TokenSpan tokens);
 
 } // namespace tagging

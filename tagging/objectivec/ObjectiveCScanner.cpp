@@ -6,7 +6,7 @@ namespace tagging {
 
 namespace {
 
-// Macros and attributes before a declaration are shorter.
+// Real macros and attributes before a declaration are shorter.
 constexpr size_t kLongestPending = 64;
 
 bool IsSign(const Token& token)
@@ -43,7 +43,7 @@ ObjectiveCSource ObjectiveCScanner::Read()
     return {std::move(tags), std::move(rest.Text())};
 }
 
-// What counts, and what does not.
+// Tokens to skip.
 
 bool ObjectiveCScanner::Next(Token& token)
 {
@@ -93,7 +93,7 @@ void ObjectiveCScanner::PassOver(const Token& macro, bool withArguments)
     }
 }
 
-// A header has no end of its own: what is in the branches may be the rest of it or what follows.
+// A header has no end mark: the branches may continue it or follow it.
 void ObjectiveCScanner::OnDirective(const Token& token)
 {
     const Directive directive(token.text);
@@ -106,7 +106,7 @@ void ObjectiveCScanner::OnDirective(const Token& token)
     conditions.Follow(directive, state, declaration.IsOpen());
 }
 
-// "typedef NS_ENUM(NSInteger, Name) { ... }": what reads the rest does not know that this is "enum Name".
+// "typedef NS_ENUM(NSInteger, Name) { ... }": the parser of the rest does not know that this is "enum Name".
 void ObjectiveCScanner::OnEnumerationMacro(const Token& macro)
 {
     constexpr int kMostTokens = 16; // of a type
@@ -189,7 +189,7 @@ void ObjectiveCScanner::OnCodeOutsideOfBraces(const Token& token)
     }
 }
 
-// Of C code. The braces of what is outside of classes do not matter: a class cannot be in any but those of extern "C".
+// A brace of C code. Braces outside of classes are ignored: only those of extern "C" can contain a class.
 void ObjectiveCScanner::OnBrace(const Token& token)
 {
     if (state.container.kind == Container::kNone) {
@@ -231,7 +231,7 @@ void ObjectiveCScanner::OnVariables(const Token& token)
     } else if (token.Is(';')) {
         rest.TakeOut(token);
     } else if (IsSign(token)) {
-        BackToCode(); // a method: the brace is missing
+        BackToCode(); // a method: the closing brace is missing
         OnCode(token);
     } else {
         declaration.Begin(Subject::kVariable, {});
@@ -241,7 +241,7 @@ void ObjectiveCScanner::OnVariables(const Token& token)
 
 void ObjectiveCScanner::OnDeclaration(const Token& token)
 {
-    // What a variable leaves to the parser of C is known at its end.
+    // Only its end shows how much of a variable is left to the parser of C.
     const bool staysForNow = declaration.What() == Subject::kVariable;
     if (declaration.IsInBraces()) {
         if (!declaration.IsInTypeOfC())
@@ -266,14 +266,14 @@ void ObjectiveCScanner::OnDeclaration(const Token& token)
     }
 }
 
-// A sign that begins a statement, or follows what may be macros: no C or C++ code outside of braces and parentheses has
-// one but in an initial value and after "operator".
+// A sign that begins a statement or follows possible macros. Outside of braces and parentheses, C and C++ have signs
+// only in initial values and after "operator".
 bool ObjectiveCScanner::MayBeginMethod(const Token& token) const
 {
     return IsSign(token) && state.parentheses == 0 && !state.isInitializer && !last.Is("operator");
 }
 
-// "- (type)" at the beginning of a line and of a statement. No statement begins so.
+// "- (type)" at the beginning of a line and of a statement. No statement begins like that.
 bool ObjectiveCScanner::IsMethodAfterMissingBrace(const Token& token) const
 {
     if (!IsSign(token) || !(last.Is(';') || last.Is('}')))
@@ -317,8 +317,7 @@ ObjectiveCScanner::Keyword ObjectiveCScanner::KeywordAfterAt(Token& word)
     return isExpression ? Keyword::kNone : keyword;
 }
 
-// None of these but the access keywords can be in braces of code: there, a closing brace was missing, and is passed
-// over.
+// Only access keywords can be inside braces of code. For any other, a closing brace was missing, which is tolerated.
 void ObjectiveCScanner::OnKeyword(Keyword keyword, const Token& at, const Token& word)
 {
     Finish();

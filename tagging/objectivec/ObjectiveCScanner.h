@@ -1,4 +1,4 @@
-// One reading of a source for its Objective-C constructs.
+// Scans a source for Objective-C constructs.
 #pragma once
 
 #include "tagging/objectivec/ObjectiveC.h"
@@ -13,11 +13,10 @@
 
 namespace tagging {
 
-// Finds where declarations of Objective-C begin, and says what they declare once they have ended. Everything else is
-// left where it is. Used once.
+// Finds Objective-C declarations and makes their tags when they end. Everything else stays in place. For a single use.
 class ObjectiveCScanner {
 public:
-    // Both are borrowed.
+    // Borrows both.
     ObjectiveCScanner(std::string_view text, const std::set<std::string>& ignored);
 
     ObjectiveCSource Read();
@@ -25,7 +24,7 @@ public:
 private:
     using Subject = OpenDeclaration::Subject;
 
-    // The class, category or protocol being declared or implemented.
+    // The class, category or protocol that is being declared or implemented.
     struct Container {
         enum Kind : char { kNone, kInterface, kProtocol, kImplementation } kind = kNone;
         std::string_view scope; // "class:Name"
@@ -79,7 +78,7 @@ private:
     void TakeOutPending();
 
     std::string_view text;
-    std::unordered_map<std::string_view, bool> ignored; // macro -> whether arguments go with it
+    std::unordered_map<std::string_view, bool> ignored; // macro -> whether arguments follow it
     SourceTokens source;
     SourceTokens afterKeyword;
     RestOfSource rest;
@@ -87,8 +86,8 @@ private:
     State state;
     Conditions<State> conditions;
     OpenDeclaration declaration;
-    Token last;                 // the one before
-    std::vector<Token> pending; // C code since the last end of a statement: it may be macros before a declaration
+    Token last;                 // the previous token
+    std::vector<Token> pending; // C code since the end of the last statement: possible macros before a declaration
 };
 
 } // namespace tagging

@@ -12,7 +12,7 @@ bool IsSign(const Token& token)
     return token.Is('-') || token.Is('+');
 }
 
-// Enumerations need no name: their enumerators have.
+// Unnamed enumerations count too: their enumerators have names.
 bool IsNamedAggregate(TokenSpan tokens, size_t keyword)
 {
     return tokens[keyword].text == "enum" || (keyword + 1 < tokens.size() && tokens.back().kind == Token::kWord);
@@ -53,7 +53,7 @@ bool OpenDeclaration::IsEndedBy(const Token& token) const
     return false;
 }
 
-// A header has no mark at its end: it goes on as long as it can.
+// A header has no end mark: it extends as far as possible.
 bool OpenDeclaration::HeaderIsEndedBy(const Token& token) const
 {
     if (token.Is(';'))
@@ -67,7 +67,7 @@ bool OpenDeclaration::HeaderIsEndedBy(const Token& token) const
     return !token.Is('(') && !token.Is('<') && !token.Is(':') && !token.Is(',');
 }
 
-// One word, and one after each ':' and ','. Two at the beginning when the first may be a macro.
+// A header has one word, and one after each ':' and ','; two at the beginning if the first may be a macro.
 bool OpenDeclaration::HeaderHasNoMoreWords(const Token& word) const
 {
     if (tokens.empty())
@@ -77,7 +77,7 @@ bool OpenDeclaration::HeaderHasNoMoreWords(const Token& word) const
     return !before.Is(':') && !before.Is(',') && !mayFollowMacro;
 }
 
-// "@class A" without its semicolon, and a declaration on the next line.
+// "@class A" without its semicolon, with a declaration on the next line.
 bool OpenDeclaration::NamesAreEndedBy(const Token& token) const
 {
     if (token.kind != Token::kWord || tokens.empty())

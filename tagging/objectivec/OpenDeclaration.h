@@ -1,4 +1,4 @@
-// A declaration of Objective-C whose end has not been read yet.
+// An Objective-C declaration whose end has not been reached.
 #pragma once
 
 #include "tagging/objectivec/ObjectiveCDeclarations.h"
@@ -8,21 +8,21 @@
 
 namespace tagging {
 
-// Collects tokens, and knows which one cannot belong to it any more: damaged and unfinished declarations shall not take
-// the next one with them.
+// Collects tokens and recognises those that cannot belong to it: a damaged or incomplete declaration must not swallow
+// the next one.
 class OpenDeclaration {
 public:
     enum class Subject : char {
         kNone,
         kHeader,     // "@interface", "@implementation" or "@protocol"
-        kHeaderRest, // ": Superclass <Protocol>" that an #if parts from its header
+        kHeaderRest, // ": Superclass <Protocol>" that an #if separates from its header
         kMethod,
         kProperty,
         kVariable,
-        kNames, // what declares nothing of its own: "@class A, B;", "@synthesize a = b;"
+        kNames, // declares nothing itself: "@class A, B;", "@synthesize a = b;"
     };
 
-    // 'introducer' is the sign of a method, and the keyword of those that begin with one. It is not among the tokens.
+    // 'introducer' is the sign of a method or the introducing keyword. It is not among the tokens.
     void Begin(Subject newSubject, const Token& newIntroducer);
     void Clear() { Begin(Subject::kNone, {}); }
 
@@ -32,21 +32,22 @@ public:
     const Token& Introducer() const { return introducer; }
     TokenSpan Tokens() const { return tokens; }
 
-    // Whether the token ends it and is no part of it. Semicolons are part of what they end, but for kHeaderRest.
+    // Whether the token ends the declaration without being part of it. Semicolons are part of what they end, except for
+    // kHeaderRest.
     bool IsEndedBy(const Token& token) const;
-    // Whether the brace begins members of a type rather than the body of a method.
+    // Whether the brace begins the members of a type, not the body of a method.
     bool BraceIsPart() const;
 
-    // False when there are too many to be a declaration that somebody wrote: the token is not kept.
+    // False, without keeping the token, when there are too many for a real declaration.
     bool Add(const Token& token);
 
-    // What is in braces is not among the tokens, the braces are.
+    // The tokens include braces, but not their content.
     bool IsInBraces() const { return braces > 0; }
     bool BeginBraces(const Token& brace);
     void AddInBraces(const Token& token);
 
-    // A type declared with an instance variable is for the parser of C: whether the braces being read, or a token that
-    // was kept, belong to "struct Name { ... }".
+    // The parser of C handles a type that is declared with an instance variable. These tell whether the current braces,
+    // or a kept token, belong to "struct Name { ... }".
     bool IsInTypeOfC() const { return isInTypeOfC; }
     bool HasTypeOfC() const { return typeEnd > 0; }
     bool IsOfTypeOfC(size_t index) const { return index >= typeBegin && (isInTypeOfC || index < typeEnd); }

@@ -1,4 +1,4 @@
-// The conditions of the preprocessor around a place in a source, when nothing is known about what they say.
+// Tracks preprocessor conditions around a place in a source. Their values are unknown.
 #pragma once
 
 #include "tagging/tokens/SourceTokens.h"
@@ -8,21 +8,20 @@
 
 namespace tagging {
 
-// All branches are read, each as if the ones before it were not there: each begins with the same 'State' of the reader.
-// What follows them goes on from the end of the first: "#if NEW", "@protocol P", "#else", "@interface NSObject (P)",
-// "#endif" and methods.
+// All branches are read, each from the 'State' before the first. After #endif, reading continues with the state at the
+// end of the first branch: "#if NEW", "@protocol P", "#else", "@interface NSObject (P)", "#endif" and methods.
 //
-// There are two exceptions. Code put away with "#if 0" is not read; and inside of a declaration only the first branch
-// is: two together would be none that anybody wrote.
+// There are two exceptions. Code in "#if 0" is skipped. Inside a declaration only the first branch is read: the
+// branches together would not be a valid declaration.
 template <class State>
 class Conditions {
 public:
     enum class Skip : char { kNo, kPutAway, kOtherBranch };
 
-    // Whether what follows is to be passed over, and why.
+    // Whether the following code is skipped, and why.
     Skip Skipping() const { return skip; }
 
-    // Whether a branch ends here, and what it began is to be ended before the directive is followed.
+    // Whether the directive ends a branch, whose open declarations must be finished first.
     bool EndsBranch(const Directive& directive) const
     {
         if (skip != Skip::kNo || branches.empty() || branches.back().isInDeclaration)
@@ -30,7 +29,7 @@ public:
         return directive.ContinuesBranches() || (directive.EndsBranches() && branches.back().afterFirst);
     }
 
-    // Goes on behind the directive. 'state' becomes that of what follows.
+    // Processes the directive; 'state' becomes that of the following code.
     void Follow(const Directive& directive, State& state, bool isInDeclaration)
     {
         if (directive.BeginsBranches())
@@ -44,7 +43,7 @@ public:
 private:
     struct Branches {
         State before;
-        std::optional<State> afterFirst; // once there is a second
+        std::optional<State> afterFirst; // set by the second branch
         Skip skipAround = Skip::kNo;
         bool isInDeclaration = false;
         bool hadOneToRead = false;

@@ -1,4 +1,4 @@
-// A source whose tokens are taken out one by one, for a parser that does not know them.
+// Removes tokens from a source, for a parser that does not know them.
 #pragma once
 
 #include "tagging/tokens/SourceTokens.h"
@@ -8,14 +8,14 @@
 
 namespace tagging {
 
-// Every other character keeps its place, and so do line breaks.
+// All other characters and all line breaks keep their places.
 class RestOfSource {
 public:
-    // The tokens given are parts of 'text', which is borrowed.
+    // Tokens must be parts of 'text', which is borrowed.
     explicit RestOfSource(std::string_view text) : text(text), rest(text) {}
 
     void TakeOut(const Token& token);
-    // Takes it out and writes something shorter at its place.
+    // Removes the token and writes something shorter in its place.
     void Replace(const Token& token, std::string_view replacement);
 
     std::string& Text() { return rest; }

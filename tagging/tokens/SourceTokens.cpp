@@ -42,7 +42,7 @@ bool BeginsRawString(std::string_view prefix)
 
 } // namespace
 
-// The length of the line splice there, 0 for none.
+// The length of the line splice at 'at'; 0 if there is none.
 size_t SourceTokens::SpliceAt(size_t at) const
 {
     if (At(at) != '\\')
@@ -52,7 +52,7 @@ size_t SourceTokens::SpliceAt(size_t at) const
     return At(at + 1) == '\r' && At(at + 2) == '\n' ? 3 : 0;
 }
 
-// The next line break that is no splice, or the end of the text.
+// The next line break that is not a splice, or the end of the text.
 size_t SourceTokens::LineEndOf(size_t at) const
 {
     while (true) {
@@ -64,7 +64,7 @@ size_t SourceTokens::LineEndOf(size_t at) const
     }
 }
 
-// 'at' is at the slash. The end of the comment, or 'at' when it is none.
+// 'at' is at the slash. Returns the end of the comment, or 'at' if it is not a comment.
 size_t SourceTokens::CommentEnd(size_t at) const
 {
     if (At(at + 1) == '/')
@@ -75,7 +75,7 @@ size_t SourceTokens::CommentEnd(size_t at) const
     return end == std::string_view::npos ? text.size() : end + 2;
 }
 
-// A comment that begins on a directive's line may carry it over several; quotes hide what looks like one.
+// A comment may extend a directive over several lines; quotes hide apparent comments.
 size_t SourceTokens::DirectiveEnd() const
 {
     size_t at = place;
@@ -122,7 +122,7 @@ size_t SourceTokens::NumberEnd() const
     return at;
 }
 
-// 'at' is at the quote. A literal that is not ended ends before its line break.
+// 'at' is at the quote. A literal that is not closed ends before its line break.
 size_t SourceTokens::LiteralEnd(size_t at) const
 {
     const char quote = text[at++];
@@ -137,7 +137,7 @@ size_t SourceTokens::LiteralEnd(size_t at) const
     return std::min(at, text.size());
 }
 
-// 'quote' is at the quote after the prefix. 'quote' when it is no raw string after all.
+// 'quote' is at the quote after the prefix. Returns 'quote' if it is not a raw string.
 size_t SourceTokens::RawStringEnd(size_t quote) const
 {
     constexpr size_t kLongestDelimiter = 16;

@@ -1,4 +1,4 @@
-// The tokens of a source of C, C++ or Objective-C, before any macro is replaced.
+// The tokens of a source in C, C++ or Objective-C, before macro expansion.
 #pragma once
 
 #include <string>
@@ -10,12 +10,12 @@ struct Token {
     enum Kind {
         kWord,      // identifiers and keywords
         kNumber,    // 1, 0x1F, 1'000
-        kLiteral,   // strings and characters, with their quotes; a prefix is a word of its own, but for raw strings
+        kLiteral,   // strings and characters with their quotes; a prefix is a separate word, except for raw strings
         kMark,      // one character, or "->"
-        kDirective, // from "#" to the end of its last line, the line break excluded
+        kDirective, // from "#" to the end of its last line, without the line break
     };
 
-    std::string_view text; // as in the source: line splices inside a token stay
+    std::string_view text; // as in the source, including line splices
     unsigned line = 0;     // where it begins, from 1
     Kind kind = kMark;
 
@@ -23,13 +23,13 @@ struct Token {
     bool Is(std::string_view word) const { return kind == kWord && text == word; }
 };
 
-// Reads any bytes: what is not ended ends with its line (strings), or with the text (comments, raw strings). Comments
-// give no tokens. The time for all tokens is proportional to the text. A copy reads on from the same place.
+// Reads any bytes: unclosed strings end with their line, unclosed comments and raw strings with the text. Comments
+// yield no tokens. Total time is proportional to the text. A copy continues from the same place.
 class SourceTokens {
 public:
     explicit SourceTokens(std::string_view text) : text(text) {}
 
-    // False at the end. The token is a part of the text.
+    // False at the end. Tokens are parts of the text.
     bool Next(Token& token);
 
 private:
@@ -49,13 +49,13 @@ private:
     std::string_view text;
     size_t place = 0;
     unsigned line = 1;
-    bool atLineStart = true; // only blanks and comments so far: a '#' is a directive
+    bool atLineStart = true; // only blanks and comments so far: a '#' begins a directive
 };
 
-// The word as the compiler sees it: without line splices.
+// The word as the compiler sees it, without line splices.
 std::string WithoutSplices(std::string_view word);
 
-// The name of a directive and what follows it: {"if", " 0"}.
+// The name of a directive and the text after it: {"if", " 0"}.
 struct Directive {
     explicit Directive(std::string_view text);
 
@@ -65,7 +65,7 @@ struct Directive {
     bool BeginsBranches() const { return name == "if" || name == "ifdef" || name == "ifndef"; }
     bool ContinuesBranches() const;
     bool EndsBranches() const { return name == "endif"; }
-    // "#if 0" and "#elif 0": code that somebody put away.
+    // "#if 0" and "#elif 0": disabled code.
     bool IsNever() const;
 };
 
