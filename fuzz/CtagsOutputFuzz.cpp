@@ -8,7 +8,7 @@
 #include "tagsfile/TagLine.h"
 #include "tagsfile/TagsFileKind.h"
 #include "tests/support/TempDirectory.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -3,7 +3,7 @@
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tests/support/TempDirectory.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <algorithm>
 #include <cerrno>

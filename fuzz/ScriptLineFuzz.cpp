@@ -7,7 +7,7 @@
 #include "tests/support/TempDirectory.h"
 #include "vetch/app/Modifiers.h"
 #include "vetch/support/ShellCommand.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 #include "wren/core/Event.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/script/HeadlessStage.h"

@@ -9,7 +9,7 @@
 #include "vetch/interface/BWindow.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/BPath.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <string>
 #include <sys/stat.h>

@@ -5,7 +5,7 @@
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/BPath.h"
 #include "vetch/storage/Bundle.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -3,7 +3,7 @@
 #include "tagsfile/Kinds.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/Home.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <algorithm>
 #include <cstring>

@@ -4,7 +4,7 @@
 #include "vetch/storage/BDirectory.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/Home.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <cstdio>
 #include <cstring>

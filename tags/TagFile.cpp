@@ -9,7 +9,7 @@
 #include "vetch/app/BMessage.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <algorithm>
 #include <cstdlib>

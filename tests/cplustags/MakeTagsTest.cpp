@@ -6,7 +6,7 @@
 #include "tests/support/ShellWord.h"
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/EntryRef.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <gtest/gtest.h>
 

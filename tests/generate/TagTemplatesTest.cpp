@@ -2,7 +2,7 @@
 
 #include "tests/generate/GenerateTest.h"
 #include "vetch/storage/BEntry.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "tests/load/LoadUser.h"
 
-#include "tests/load/Remains.h"
+#include "tests/load/ResourceUse.h"
 
 #include "vetch/app/Modifiers.h"
 #include "vetch/support/Clock.h"
@@ -64,7 +64,7 @@ void LoadUser::Rest()
     for (wren::Document* document : host.AllDocuments().All())
         host.Close(*document);
     if (!host.WaitForBackground(std::chrono::seconds(60))) {
-        std::fprintf(stderr, "something is at work for ever: %s\n", Remains::Now().Text().c_str());
+        std::fprintf(stderr, "something is at work for ever: %s\n", ResourceUse::Now().Text().c_str());
         std::exit(1);
     }
     TakeLog();

@@ -6,7 +6,7 @@
 // A lookup comes with every ten keys. No command is run. The seed is printed, and plays the same run again but for what
 // threads do.
 #include "tests/load/LoadUser.h"
-#include "tests/load/Remains.h"
+#include "tests/load/ResourceUse.h"
 
 #include "vetch/support/ShellCommand.h"
 #include "wren/core/PluginBundle.h"
@@ -38,15 +38,15 @@ std::unique_ptr<wren::PluginBundle> LoadBundle()
     return bundle;
 }
 
-Remains Work(LoadUser& user, long keys)
+ResourceUse Work(LoadUser& user, long keys)
 {
     while (user.Keys() < keys)
         user.Step();
     user.Rest();
-    const Remains remains = Remains::Now();
-    std::printf("%ld keys, %ld lookups: %s\n", user.Keys(), user.Lookups(), remains.Text().c_str());
+    const ResourceUse use = ResourceUse::Now();
+    std::printf("%ld keys, %ld lookups: %s\n", user.Keys(), user.Lookups(), use.Text().c_str());
     std::fflush(stdout);
-    return remains;
+    return use;
 }
 
 // Whether the plug-in had something to do: it shows lists, opens what was looked up, completes, and beeps for what it
@@ -63,7 +63,7 @@ bool WasAtWork(const LoadUser& user)
     return wasAtWork;
 }
 
-bool HasGrown(const Remains& before, const Remains& after)
+bool HasGrown(const ResourceUse& before, const ResourceUse& after)
 {
     return after.bytes > before.bytes + kGrowth || after.descriptors > before.descriptors ||
            after.threads > before.threads;
@@ -90,8 +90,8 @@ int main(int count, char** words)
     LoadUser user(stage, workspace, random);
 
     const auto start = std::chrono::steady_clock::now();
-    const Remains warm = Work(user, keys / kRests);
-    Remains last = warm;
+    const ResourceUse warm = Work(user, keys / kRests);
+    ResourceUse last = warm;
     for (long rest = 2; rest <= kRests; ++rest)
         last = Work(user, keys / kRests * rest);
     const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;

@@ -5,7 +5,7 @@
 #include "tags/NameAndQualifier.h"
 #include "tests/tags/TagsFolder.h"
 #include "vetch/storage/BDirectory.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,6 +1,6 @@
 #include "tagsfile/TagFields.h"
 
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <gtest/gtest.h>
 

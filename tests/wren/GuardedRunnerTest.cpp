@@ -3,7 +3,7 @@
 #include "tests/support/Fifo.h"
 #include "tests/support/FileContent.h"
 #include "tests/support/TempDirectory.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <atomic>
 #include <csignal>

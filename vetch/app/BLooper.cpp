@@ -16,7 +16,7 @@ BLooper::BLooper(vetch::Service service) : state(std::make_shared<vetch::LooperS
 {
     vetch::RegisterLooper(this, state);
     vetch::SetLooperOf(Token(), state->token);
-    vetch::MindMaker();
+    vetch::HandOverWhenMakerEnds();
 }
 
 BLooper::~BLooper()

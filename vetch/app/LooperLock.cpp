@@ -8,7 +8,7 @@ bool LooperLock::Acquire(Guard& guard, std::condition_variable& changed, const b
 {
     if (refused)
         return false;
-    if (!IsCallers()) {
+    if (!IsHeldByCaller()) {
         const std::uint64_t ticket = nextTicket++;
         changed.wait(guard, [&] { return refused || servedTicket == ticket; });
         // Refused tickets are never served: no thread gets the lock any more.
@@ -22,7 +22,7 @@ bool LooperLock::Acquire(Guard& guard, std::condition_variable& changed, const b
 
 void LooperLock::Release(std::condition_variable& changed)
 {
-    assert(IsCallers() && depth > 0);
+    assert(IsHeldByCaller() && depth > 0);
     if (--depth > 0)
         return;
     owner = kNoThread;

@@ -21,7 +21,7 @@ public:
     void Release(std::condition_variable& changed);
 
     bool IsFree() const { return depth == 0; }
-    bool IsCallers() const { return owner == CurrentThread(); }
+    bool IsHeldByCaller() const { return owner == CurrentThread(); }
 
 private:
     ThreadNumber owner = kNoThread;

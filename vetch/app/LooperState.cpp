@@ -78,7 +78,7 @@ void LooperState::Unlock()
 bool LooperState::IsLocked() const
 {
     Guard guard(traffic.mutex);
-    return lock.IsCallers();
+    return lock.IsHeldByCaller();
 }
 
 bool LooperState::Acquire(Guard& guard)
@@ -166,7 +166,7 @@ bool LooperState::AcceptQuit()
     Guard guard(traffic.mutex);
     dropped = MarkQuit();
     // In one step with the mark: in between, the document thread could destroy the looper.
-    if (announced || !(hasRun || IsCallers()))
+    if (announced || !(hasRun || IsOwnedByCaller()))
         return false;
     announced = true;
     announcer = CurrentThread();
@@ -193,10 +193,10 @@ void LooperState::Announced()
 bool LooperState::BelongsToCaller() const
 {
     Guard guard(traffic.mutex);
-    return IsCallers();
+    return IsOwnedByCaller();
 }
 
-bool LooperState::IsCallers() const
+bool LooperState::IsOwnedByCaller() const
 {
     return !hasRun && (madeOver ? OnDocumentThread() : maker == CurrentThread());
 }
@@ -206,7 +206,7 @@ void LooperState::LeaveToReaper()
     {
         Guard guard(traffic.mutex);
         const bool isDocuments = service == Service::Application || (!hasRun && maker == DocumentThread());
-        if (!quitAccepted || dispatching > 0 || !(isDocuments || IsCallers()))
+        if (!quitAccepted || dispatching > 0 || !(isDocuments || IsOwnedByCaller()))
             return;
         HandIn();
     }
@@ -247,7 +247,7 @@ void LooperState::MakerEnds(bool quits)
 bool LooperState::BeginDestruction()
 {
     Guard guard(traffic.mutex);
-    if (destroying || dispatching > 0 || announcer == CurrentThread() || !(hasRun || IsCallers()))
+    if (destroying || dispatching > 0 || announcer == CurrentThread() || !(hasRun || IsOwnedByCaller()))
         return false;
     destroying = true;
     return true;
@@ -259,7 +259,7 @@ void LooperState::AwaitEnd()
         thread.join();
     Guard guard(traffic.mutex);
     // A wait for the caller's own lock would never end; assertions report that case.
-    changed.wait(guard, [&] { return announcer == kNoThread && (lock.IsFree() || lock.IsCallers()); });
+    changed.wait(guard, [&] { return announcer == kNoThread && (lock.IsFree() || lock.IsHeldByCaller()); });
 }
 
 void LooperState::Close()
@@ -275,7 +275,7 @@ void LooperState::Close()
 bool LooperState::IsPublished() const
 {
     Guard guard(traffic.mutex);
-    return hasRun || IsCallers();
+    return hasRun || IsOwnedByCaller();
 }
 
 Envelope LooperState::BeginDispatch(Guard& guard)

@@ -95,7 +95,7 @@ private:
     void Release();
     std::deque<Envelope> MarkQuit();
     void HandIn();
-    bool IsCallers() const;
+    bool IsOwnedByCaller() const;
     std::map<Sequence, LooperState*>& Pending() const;
     std::deque<Envelope> TakeQueue();
 

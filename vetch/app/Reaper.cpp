@@ -60,7 +60,7 @@ bool Reaper::ReapOne()
     return true;
 }
 
-void MindMaker()
+void HandOverWhenMakerEnds()
 {
     thread_local Maker maker;
     static_cast<void>(maker);

@@ -17,6 +17,6 @@ struct Reaper {
 
 // Call it on a thread that has made a looper: when the thread ends, its loopers that never ran go to the document
 // thread.
-void MindMaker();
+void HandOverWhenMakerEnds();
 
 } // namespace vetch

@@ -5,7 +5,7 @@
 #include "base/PlainFile.h"
 #include "tagsfile/Kinds.h"
 #include "vetch/storage/Home.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 #include "wren/core/SystemTags.h"
 
 #include <algorithm>

@@ -9,7 +9,7 @@
 
 #include "base/ExitStatus.h"
 #include "vetch/storage/Home.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <CLI/CLI.hpp>
 #include <cerrno>

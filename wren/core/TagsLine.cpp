@@ -1,6 +1,6 @@
 #include "wren/core/TagsLine.h"
 
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <algorithm>
 #include <cctype>

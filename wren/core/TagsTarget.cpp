@@ -2,7 +2,7 @@
 
 #include "base/Descriptor.h"
 #include "tagsfile/TagsFileKind.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include <cerrno>
 #include <cstring>

@@ -3,7 +3,7 @@
 #include "vetch/storage/BEntry.h"
 #include "vetch/storage/BPath.h"
 #include "vetch/storage/Home.h"
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 #include "wren/core/Documents.h"
 
 namespace wren {

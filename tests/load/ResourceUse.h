@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <string>
 
-struct Remains {
+struct ResourceUse {
     std::size_t bytes = 0; // asked of the heap and not given back; 0 where a sanitizer has a heap of its own
     long descriptors = 0;
     long threads = 0;
 
-    static Remains Now();
+    static ResourceUse Now();
     std::string Text() const;
 };

@@ -1,4 +1,4 @@
-#include "vetch/support/Strings.h"
+#include "vetch/support/ShellEscape.h"
 
 #include "tests/support/TempDirectory.h"
 

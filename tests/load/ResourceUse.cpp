@@ -1,4 +1,4 @@
-#include "tests/load/Remains.h"
+#include "tests/load/ResourceUse.h"
 
 #include <filesystem>
 #include <iterator>
@@ -14,19 +14,19 @@ long CountEntries(const char* directory)
 
 } // namespace
 
-Remains Remains::Now()
+ResourceUse ResourceUse::Now()
 {
-    Remains remains;
+    ResourceUse use;
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
     const struct mallinfo2 heap = ::mallinfo2();
-    remains.bytes = heap.uordblks + heap.hblkhd;
+    use.bytes = heap.uordblks + heap.hblkhd;
 #endif
-    remains.descriptors = CountEntries("/proc/self/fd");
-    remains.threads = CountEntries("/proc/self/task");
-    return remains;
+    use.descriptors = CountEntries("/proc/self/fd");
+    use.threads = CountEntries("/proc/self/task");
+    return use;
 }
 
-std::string Remains::Text() const
+std::string ResourceUse::Text() const
 {
     return std::to_string(bytes) + " bytes, " + std::to_string(descriptors) + " descriptors, " +
            std::to_string(threads) + " threads";
