@@ -3,7 +3,6 @@
 #include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
 
-#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -28,13 +27,6 @@ bool WriteAsIsOrComplain(ProgramOutput& output, const std::string& text, const c
     if (!ProgramOutput::ReaderIsGone())
         Complain(std::string("cannot write ") + what + ": " + std::strerror(errno));
     return false;
-}
-
-void AddEditorOptions(CLI::App& command, EditorOptions& options)
-{
-    command.add_option("--system-tags", options.systemTags, "Use this file as the system's tags");
-    command.add_option("--home", options.home, "The home directory (default: $HOME)");
-    command.add_option("--bundle", options.bundle, "The plug-in's bundle (default: the one beside this program)");
 }
 
 } // namespace wren

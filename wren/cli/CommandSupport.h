@@ -1,13 +1,7 @@
 // What the commands of the program have in common.
 #pragma once
 
-#include "wren/cli/ServingTags.h"
-
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace wren {
 
@@ -21,8 +15,5 @@ void Complain(const std::string& text); // on standard error. Any thread
 // False, having complained, when it could not be written; 'what' is the text in some words ("the matches").
 bool WriteOrComplain(ProgramOutput& output, const std::string& text, const char* what);
 bool WriteAsIsOrComplain(ProgramOutput& output, const std::string& text, const char* what); // with colours, say
-
-// Adds the options that say what a command works with. 'options' outlives the parsing.
-void AddEditorOptions(CLI::App& command, EditorOptions& options);
 
 } // namespace wren

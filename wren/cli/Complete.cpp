@@ -142,7 +142,7 @@ CompleteResult Complete(const CompleteOptions& options)
 {
     CompleteResult result;
     ServingTags files;
-    if (!files.Prepare(options.editor, &result.error))
+    if (!files.Prepare(options.tags, &result.error))
         return result;
     const std::optional<SourcePlace> source = ReadSource(options.place, WithoutColumn::LineEnd, &result.error);
     if (!source)

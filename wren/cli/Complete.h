@@ -12,7 +12,7 @@ namespace wren {
 struct CompleteOptions {
     Place place; // where the caret is; without a column, at the end of the line
     bool whileTyping = false;
-    EditorOptions editor;
+    TagsOptions tags;
 };
 
 struct CompleteResult {

@@ -124,7 +124,7 @@ void AddCompleteCommand(CLI::App& app, int* status)
                                                  "Ask as it is done while typing, which puts nothing in");
     command->add_flag("--edit", words->edit, "Print the whole line as it is then, not only the word")
         ->excludes(whileTyping);
-    AddEditorOptions(*command, words->options.editor);
+    AddTagsOptions(*command, words->options.tags);
     command->footer(kFooter);
     command->callback([words, status] { *status = RunComplete(*words); });
 }

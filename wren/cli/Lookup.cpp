@@ -70,7 +70,7 @@ LookupResult LookUp(const LookupOptions& options)
 {
     LookupResult result;
     ServingTags files;
-    if (!files.Prepare(options.editor, &result.error))
+    if (!files.Prepare(options.tags, &result.error))
         return result;
     const std::optional<Question> question = options.symbol ? QuestionFor(*options.symbol, options, &result.error)
                                                             : QuestionAt(*options.place, &result.error);

@@ -16,7 +16,7 @@ struct LookupOptions {
     std::optional<std::string> symbol; // or this, in 'directory'
     std::string directory;             // absolute or not; "" for the current one
     WantedTags wanted = WantedTags::Any;
-    EditorOptions editor;
+    TagsOptions tags;
 };
 
 struct Match {

@@ -154,7 +154,7 @@ void AddLookupCommand(CLI::App& app, int* status)
                         "With --symbol: use the tags that serve this directory (default: the current one)");
     CLI::Option* declaration = command->add_flag("--declaration", words->declaration, "Declarations only");
     command->add_flag("--definition", words->definition, "Definitions only")->excludes(declaration);
-    AddEditorOptions(*command, words->options.editor);
+    AddTagsOptions(*command, words->options.tags);
     command->footer(kFooter);
     command->callback([words, status] { *status = RunLookup(*words); });
 }

@@ -7,6 +7,7 @@
 #include "wren/core/PluginBundle.h"
 #include "wren/core/SystemTags.h"
 
+#include <CLI/CLI.hpp>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -33,6 +34,13 @@ std::optional<std::string> ReadableFile(const std::string& name, std::string* er
 
 } // namespace
 
+void AddTagsOptions(CLI::App& command, TagsOptions& options)
+{
+    command.add_option("--system-tags", options.systemTags, "Use this file as the system's tags");
+    command.add_option("--home", options.home, "The home directory (default: $HOME)");
+    command.add_option("--bundle", options.bundle, "The plug-in's bundle (default: the one beside this program)");
+}
+
 ServingTags::ServingTags()
 {
     SetUnreadReporter([](const std::string& path, const std::string& why) { Complain(UnreadNotice(path, why)); });
@@ -43,7 +51,7 @@ ServingTags::~ServingTags()
     SetUnreadReporter(nullptr);
 }
 
-bool ServingTags::Prepare(const EditorOptions& options, std::string* error)
+bool ServingTags::Prepare(const TagsOptions& options, std::string* error)
 {
     if (!options.home.empty())
         ::setenv("HOME", fs::absolute(options.home).c_str(), 1);

@@ -5,14 +5,21 @@
 
 #include <string>
 
+namespace CLI {
+class App;
+}
+
 namespace wren {
 
 // What a command works with beside its question.
-struct EditorOptions {
+struct TagsOptions {
     std::string bundle;     // "" for the default one
     std::string home;       // "" for the environment's
     std::string systemTags; // "" for the one in the home directory
 };
+
+// Adds the options of that to a command. 'options' outlives the parsing.
+void AddTagsOptions(CLI::App& command, TagsOptions& options);
 
 // Finds them by the rules of the plug-in, with another system tags file where one is named. Warns on standard error of
 // each file that a search does not read. One in a process; one thread.
@@ -25,7 +32,7 @@ public:
 
     // Takes the home directory and makes the place for the system's tags in it, as an editor does that starts. False,
     // with the reason in '*error', when a system tags file or a bundle that was named cannot be used.
-    bool Prepare(const EditorOptions& options, std::string* error);
+    bool Prepare(const TagsOptions& options, std::string* error);
 
     // Finds both files, the local one at 'directory' or above it; false when there is neither.
     bool FindFrom(const BEntry& directory);
