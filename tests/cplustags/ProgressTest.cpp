@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -24,7 +25,6 @@ public:
         ::tcgetattr(program, &settings);
         ::cfmakeraw(&settings);
         ::tcsetattr(program, TCSANOW, &settings);
-        ::fcntl(screen, F_SETFL, O_NONBLOCK);
     }
     ~Terminal()
     {
@@ -33,14 +33,26 @@ public:
     }
 
     int Program() const { return program; }
+    // The system hands on in its own time what was written. So a mark is written behind it, and waited for.
     std::string Written() const
     {
-        std::string text(4096, '\0');
-        text.resize(std::max<ssize_t>(0, ::read(screen, text.data(), text.size())));
-        return text;
+        constexpr char kMark = '\x1';
+        EXPECT_EQ(::write(program, &kMark, 1), 1);
+        std::string text;
+        for (char byte = 0; byte != kMark && ReadByte(byte);)
+            text += byte;
+        EXPECT_TRUE(text.ends_with(kMark)) << text;
+        return text.substr(0, text.size() - 1);
     }
 
 private:
+    bool ReadByte(char& byte) const
+    {
+        constexpr int kLimit = 60'000; // milliseconds
+        pollfd waits = {screen, POLLIN, 0};
+        return ::poll(&waits, 1, kLimit) == 1 && ::read(screen, &byte, 1) == 1;
+    }
+
     int screen;
     int program;
 };
