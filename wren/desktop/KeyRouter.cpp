@@ -126,8 +126,8 @@ void KeyRouter::ModifiedSet(CodeView& view, bool modified)
         onModified(view, modified);
 }
 
-// The window of matches never takes the keyboard, so that typing continues in the text. The list gets the keys that move
-// in it, and every other key closes it.
+// The window of matches never takes the keyboard, so that typing continues in the text. The list gets the keys that
+// move in it, and every other key closes it.
 bool KeyRouter::RoutedToMatches(const KeyStroke& stroke)
 {
     const QtDisplay::ListWindow front = display.FrontList();

@@ -14,8 +14,8 @@ namespace wren {
 class CodeView;
 class Document;
 
-// While it exists, the plug-in's threads wake the loop when they begin and end, so that no timer needs to look for them.
-// GUI thread.
+// While it exists, the plug-in's threads wake the loop when they begin and end, so that no timer needs to look for
+// them. GUI thread.
 class StatusLine : public QObject {
     Q_OBJECT
 public:

@@ -15,8 +15,8 @@
 
 namespace wren {
 
-// The entries of a list. Changes are gathered, and Publish() shows them all at once: a list that is emptied and refilled
-// at every key is laid out once, not entry by entry.
+// The entries of a list. Changes are gathered, and Publish() shows them all at once: a list that is emptied and
+// refilled at every key is laid out once, not entry by entry.
 class ListRows : public QAbstractListModel {
 public:
     void Insert(long index, const QString& text);

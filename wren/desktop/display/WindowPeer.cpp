@@ -215,8 +215,8 @@ void WindowPeer::keyPressEvent(QKeyEvent* event)
     }
 }
 
-// Without a window manager, or with some of them, the window under the mouse has the keyboard. The keys are the editor's
-// even then, and it hands back those that move in a list.
+// Without a window manager, or with some of them, the window under the mouse has the keyboard. The keys are the
+// editor's even then, and it hands back those that move in a list.
 void WindowPeer::PassOn(QKeyEvent& event)
 {
     QWidget* editor = parentWidget() == nullptr ? nullptr : parentWidget()->window()->focusWidget();

@@ -37,8 +37,8 @@ public:
     void Activate(bool active);
     void FocusOn(QWidget* view); // null: none
 
-    // Hands the views over to a window of the host's: this window is never shown from then on. Null when they were handed
-    // over before.
+    // Hands the views over to a window of the host's: this window is never shown from then on. Null when they were
+    // handed over before.
     QWidget* TakeContent();
 
 protected:

@@ -37,8 +37,8 @@ public:
     virtual bool KeyPressed(CodeView&, const QKeyEvent&) = 0;        // true: the view does nothing with it
     virtual bool TextComing(CodeView&, const std::string& utf8) = 0; // from an input method; true: it is not inserted
 
-    // The view has applied a key that KeyPressed, or text that TextComing let through. Keys that the view does not use (a
-    // modifier alone, a shortcut of the window's) are not reported. typed: characters were inserted.
+    // The view has applied a key that KeyPressed, or text that TextComing let through. Keys that the view does not use
+    // (a modifier alone, a shortcut of the window's) are not reported. typed: characters were inserted.
     virtual void KeyApplied(CodeView&, bool typed) = 0;
 
     // Also for a double click, whose second press has that type (event.type()). true: the view does nothing with it.
@@ -81,8 +81,8 @@ public:
     // SetBytes() clears the history, detects the line ends and the indentation, and counts as saved.
     void SetBytes(std::string_view bytes);
 
-    // The same for a text that another program has changed, as an edit that can be undone. The caret and the visible lines
-    // stay at their text.
+    // The same for a text that another program has changed, as an edit that can be undone. The caret and the visible
+    // lines stay at their text.
     void ReadAgain(std::string_view bytes);
     std::string Bytes() const;
     LineEnds Ends() const;

@@ -15,9 +15,9 @@ class QToolButton;
 
 namespace wren {
 
-// Hidden until it is opened. Typing finds at once, from the place where the caret was. Enter finds the next match; in the
-// replacement's field it first replaces the match before. Shift-Enter finds the match before. Escape closes the bar and
-// gives the keyboard back to the text. GUI thread.
+// Hidden until it is opened. Typing finds at once, from the place where the caret was. Enter finds the next match; in
+// the replacement's field it first replaces the match before. Shift-Enter finds the match before. Escape closes the bar
+// and gives the keyboard back to the text. GUI thread.
 class FindBar : public QWidget {
     Q_OBJECT
 public:

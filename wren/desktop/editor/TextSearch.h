@@ -12,8 +12,8 @@
 
 namespace wren {
 
-// Regular expressions are Perl's and match within a line. In their replacement, \0 to \9 are the groups, \n is a line end
-// as in the rest of the file, and \t a tab.
+// Regular expressions are Perl's and match within a line. In their replacement, \0 to \9 are the groups, \n is a line
+// end as in the rest of the file, and \t a tab.
 struct TextSearch {
     std::string text; // empty: finds nothing
     bool regularExpression = false;
