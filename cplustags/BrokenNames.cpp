@@ -12,19 +12,19 @@ namespace cplustags {
 
 namespace {
 
-// Of lines that are remembered. No program opens names that are a quarter as long, but "find" prints them.
+// Of remembered lines. Programs cannot open names a quarter as long, but "find" prints them.
 constexpr size_t kMostBytes = 4 * PATH_MAX;
 
-// Some file systems count characters and not bytes.
+// Some file systems count characters instead of bytes.
 constexpr size_t kLongestPart = 4 * NAME_MAX;
 
-// With "/" at its end; "" for the current directory.
+// With a trailing "/"; "" for the current directory.
 std::string_view DirectoryPart(std::string_view name)
 {
     return name.substr(0, name.rfind('/') + 1);
 }
 
-// The directory in which a directory is, as DirectoryPart has it; the same where that cannot be told from its name.
+// The parent of a directory, in the form of DirectoryPart(); the directory itself if its name does not tell.
 std::string_view Above(std::string_view directory)
 {
     if (directory == "/" || directory == "../")
@@ -41,7 +41,7 @@ bool HasLongPart(std::string_view name)
     return name.size() - start > kLongestPart;
 }
 
-// For what it is, not to be read; also by a path that is longer than the system takes at once: "find" prints such.
+// Not for reading. Also accepts a path longer than PATH_MAX: "find" prints such paths.
 base::Descriptor OpenDirectory(std::string_view path)
 {
     base::Descriptor directory;
@@ -52,7 +52,7 @@ base::Descriptor OpenDirectory(std::string_view path)
         const std::string piece(path.substr(done, size));
         if (size == 0)
             return base::Descriptor();
-        for (done += size; done < path.size() && path[done] == '/';) // what is left is not from the root
+        for (done += size; done < path.size() && path[done] == '/';) // otherwise the rest would begin at the root
             ++done;
         const int at = directory.IsOpen() ? directory.Number() : AT_FDCWD;
         directory = base::Descriptor(::openat(at, piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
@@ -72,7 +72,7 @@ struct CloseDirectory {
     void operator()(DIR* directory) const { ::closedir(directory); }
 };
 
-// Whether there is a file of that name, or one whose name has more behind it.
+// Whether a file has that name, or a name that begins with it.
 bool BeginsAName(std::string_view name)
 {
     const std::string_view path = DirectoryPart(name);
@@ -88,13 +88,13 @@ bool BeginsAName(std::string_view name)
 
 enum class Next { IsBetween, IsLast };
 
-// Appends a line to those that may be the beginning of a name; false when there can be no such name. Lines in between
-// that only continue a part are not looked at: the end of the part shows what they are worth.
+// Appends a line to the possible beginning of a name; false when no such name can exist. Intermediate lines that only
+// continue a path component are not checked: the end of the component decides.
 bool Append(std::string& name, const std::string& line, Next next)
 {
     (name += '\n') += line;
     if (name.size() >= kMostBytes)
-        return true; // it cannot be told, since such lines are cut
+        return true; // undecidable, since such lines are cut
     if (HasLongPart(name))
         return false;
     if (line.find('/') != std::string::npos)
@@ -127,7 +127,7 @@ void BrokenNames::Pass(const std::string& line)
         bytesBefore -= before.front().text.size() + 1;
 }
 
-// Links to directories are in a place, but none themselves: "find" does not go into them.
+// A link to a directory is in a place but is not a place itself: "find" does not enter it.
 void BrokenNames::Trust(const std::string& name)
 {
     struct stat status;

@@ -1,4 +1,4 @@
-// Why a run comes to nothing, in words for the user.
+// The reason why a run fails, in words for the user.
 #pragma once
 
 #include <cerrno>
@@ -8,12 +8,12 @@
 
 namespace cplustags {
 
-// Thrown by the parts of a run, and reported by MakeTags(). Destruction undoes what was begun.
+// Thrown by the parts of a run, and reported by MakeTags(). Destructors undo what was begun.
 struct Failure : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Of a system call that has just failed.
+// For a system call that has just failed.
 inline Failure SystemFailure(const std::string& what)
 {
     return Failure(what + ": " + std::strerror(errno));

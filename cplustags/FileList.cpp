@@ -30,7 +30,7 @@ bool Exists(const std::string& name)
     return ::lstat(name.c_str(), &status) == 0;
 }
 
-// A list with other ends of lines; the system would read the name only up to there.
+// The list has other line ends than '\n'. The system would cut the name at the zero.
 bool HasZero(const std::string& name)
 {
     return name.find('\0') != std::string::npos;
@@ -96,8 +96,8 @@ size_t FileList::LinesOfName(std::string& name)
     return count;
 }
 
-// The first line, with which 'name' ends, alone, unless only more lines name a file, or whatever is there. A directory
-// of that name does not stop the search: it may be the beginning of another's name.
+// Returns 1, for the line that ends 'name', unless that is no file and adding lines gives a file or another existing
+// name. A directory does not end the search: its name may be the beginning of another name.
 size_t FileList::LinesThatComplete(std::string& name)
 {
     if (IsRegular(name) && !BeginsTree(name))

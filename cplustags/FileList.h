@@ -1,4 +1,4 @@
-// The sources to tag: those named on the command line, then those of a list.
+// The sources to tag: those of the command line, then those of a list.
 #pragma once
 
 #include "cplustags/BrokenNames.h"
@@ -15,26 +15,26 @@ namespace cplustags {
 
 class Progress;
 
-// Gives each regular file that can be read, once, by its absolute path. Directories, devices and pipes are passed over:
-// lists made by "find" have directories in them, and a pipe would not end. What cannot be read is told to 'progress'.
+// Returns each readable regular file once, by its absolute path. Directories, devices and pipes are skipped: lists made
+// by "find" contain directories, and a pipe might never end. Unreadable files are reported to 'progress'.
 //
-// A list has a name a line, but a name may have line breaks in it, and "find" prints them as they are. So a line that
-// names no file is tried with those behind it, a few of them; and one that leads elsewhere with those before it, so
-// that no tree can have files outside of it tagged (see BrokenNames). Bytes of names mean nothing else. Not
+// A list has one name per line, but "find" prints line breaks inside names unchanged. So a line that names no file is
+// tried together with a few lines after it. A line that leads to a new place is tried together with those before it, so
+// that no tree can get files outside of it tagged (see BrokenNames). No other bytes of names are special. Not
 // thread-safe.
 class FileList {
 public:
-    // 'list' and 'goOn' are as NameLines takes them; names are relative to 'directory', the current one. 'tree' is the
-    // directory whose tags are made: what its own name has before a line break is no name of a list.
+    // 'list' and 'goOn' are as for NameLines. Names are relative to 'directory', the current one. 'tree' is the
+    // directory to tag: the part of its name before a line break is not a name in a list.
     FileList(std::vector<std::string> files, int list, std::string directory, std::string tree, Progress& progress,
              std::function<bool()> goOn);
 
     bool Next(std::string& path); // false at the end
 
-    bool HasNames() const { return hasNames; }                 // whether anything has been named so far
-    size_t Missing() const { return missing; }                 // named, but not there
-    size_t Unreadable() const { return unreadable; }           // there, but not to be read
-    const std::string& Error() const { return lines.Error(); } // of the list itself
+    bool HasNames() const { return hasNames; }                 // any name so far
+    size_t Missing() const { return missing; }                 // named files that do not exist
+    size_t Unreadable() const { return unreadable; }           // existing files that cannot be read
+    const std::string& Error() const { return lines.Error(); } // an error in reading the list
 
 private:
     bool NextName(std::string& name);

@@ -13,7 +13,7 @@ constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 std::atomic<int> gSignal{0};
 static_assert(std::atomic<int>::is_always_lock_free, "a handler of signals must not wait for a lock");
 
-// Never destroyed: a signal may come until the very end.
+// Never destroyed: a signal may arrive until the very end.
 base::CancelToken& Token()
 {
     static base::CancelToken& token = *new base::CancelToken;
@@ -44,14 +44,14 @@ sigset_t Signals()
 
 void CatchInterrupts()
 {
-    Token(); // a handler must not be the one that makes it
+    Token(); // must exist before the handler uses it
     for (const int number : kSignals) {
         struct sigaction action = {};
         ::sigaction(number, nullptr, &action);
         if (action.sa_handler == SIG_IGN)
             continue;
         action = {};
-        action.sa_handler = Interrupt; // without SA_RESTART: a call that waits is to be broken off
+        action.sa_handler = Interrupt; // without SA_RESTART: it must interrupt blocking calls
         ::sigaction(number, &action, nullptr);
     }
 }

@@ -1,7 +1,7 @@
-// SIGINT, SIGTERM and SIGHUP, as something to look at between two steps of the work.
+// SIGINT, SIGTERM and SIGHUP, as a token to check between two steps of the work.
 //
-// Work that is asked to stop undoes what it has begun, its children and temporary files first, and then the program
-// dies of the signal, which is how whoever sent it knows.
+// Interrupted work removes its children and temporary files. Then the program dies of the signal, so that the sender
+// can see the cause.
 #pragma once
 
 #include "base/CancelToken.h"
@@ -10,16 +10,16 @@
 
 namespace cplustags {
 
-// To be called before there are other threads. A signal that is ignored stays so: somebody wants the work to go on when
-// the terminal is closed.
+// Call it before other threads exist. Ignored signals stay ignored: the user wants the work to continue when the
+// terminal is closed.
 void CatchInterrupts();
 
-void Interrupt(int number);              // as if the signal had come, if none has
+void Interrupt(int number);              // as if the first signal had arrived
 const base::CancelToken& Interruption(); // cancelled by the first signal; lives as long as the program
-[[noreturn]] void DieOfInterrupt();      // once it is cancelled
+[[noreturn]] void DieOfInterrupt();      // only after it is cancelled
 
-// While it lives, the thread that made it and those started meanwhile leave the signals to others: calls of the main
-// thread that wait are then the ones to be broken off.
+// While it lives, signals go to other threads than the one that made it and those started meanwhile. Blocking calls of
+// the main thread are then the ones to be interrupted.
 class InterruptsElsewhere {
 public:
     InterruptsElsewhere();

@@ -14,7 +14,7 @@ namespace cplustags {
 
 namespace {
 
-// The signals are for the main thread, whose calls that wait are then broken off.
+// Signals must reach the main thread, whose blocking calls they interrupt.
 std::thread ThreadWithoutSignals(std::function<void()> body)
 {
     const InterruptsElsewhere elsewhere;

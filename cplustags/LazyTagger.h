@@ -1,4 +1,4 @@
-// The tagger of a run, which is made with the first source.
+// The tagger of a run, created with the first source.
 #pragma once
 
 #include "base/CancelToken.h"
@@ -15,21 +15,21 @@
 
 namespace cplustags {
 
-// Without a source nothing is needed: neither a ctags nor a directory for temporary files. Used by one thread.
+// Without sources, a run needs neither ctags nor a temporary directory. Used by one thread.
 class LazyTagger {
 public:
     // All must outlive it.
     LazyTagger(const Options& options, const Place& place, Output& output, Progress& progress,
                const base::CancelToken& cancel);
 
-    bool GoesOn();                                        // false when it makes no sense to add more
-    void Add(const std::string& path, std::string field); // throws Failure when there is no ctags, or no room for it
-    void Finish();                                        // waits for the end
+    bool GoesOn();                                        // false when adding more is useless
+    void Add(const std::string& path, std::string field); // throws Failure without ctags or without space for files
+    void Finish();                                        // blocks until the end
     void Check() const;                                   // throws Failure when there is no result
 
     // After Finish():
     bool HasBegun() const { return tagger != nullptr; }
-    tagsfile::LineSources Lines(); // which it must outlive
+    tagsfile::LineSources Lines(); // it must outlive them
     tagging::TaggingCounts Total() const { return HasBegun() ? tagger->Total() : tagging::TaggingCounts(); }
     tagging::TagsByFile TooLong() const { return HasBegun() ? tagger->TooLong() : tagging::TagsByFile(); }
     const std::string& Field(unsigned file) const { return tagger->Fields()[file]; }

@@ -66,8 +66,8 @@ void Job::TagSources()
     tagger.Finish();
 }
 
-// Files that are gone are nothing to worry about for who adds to a tags file: their old tags go. Else a list of which
-// nothing could be read is a mistake, for which no tags file should be given up.
+// When appending, missing files are normal: their old tags are removed. Otherwise a list without any readable file is a
+// mistake, and must not replace a tags file.
 void Job::CheckOutcome() const
 {
     sources.CheckList();

@@ -1,4 +1,4 @@
-// All that cplustags does, once its command line has been read.
+// Makes tags files, once the command line has been read.
 #pragma once
 
 namespace base {
@@ -10,8 +10,8 @@ namespace cplustags {
 struct Options;
 class Progress;
 
-// The exit status: 0 when the tags file is in place or there was nothing to do, 1 when not; 'progress' has been told
-// why. When it is cancelled nothing is told, and all that was begun is undone.
+// Returns the exit status: 0 when the tags file is in place or there was nothing to do; 1 on failure, with the reason
+// reported to 'progress'. When cancelled, it reports nothing and undoes everything that was begun.
 int MakeTags(const Options& options, Progress& progress, const base::CancelToken& cancel);
 
 } // namespace cplustags

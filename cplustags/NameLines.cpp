@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kPatience = 100; // milliseconds
 
-// No path is as long; what is longer is cut, so that an endless line does not fill the memory.
+// Real paths are shorter. Longer lines are cut, so that an endless line does not fill the memory.
 constexpr size_t kLongestName = 16 * 1024;
 
 } // namespace

@@ -1,4 +1,4 @@
-// The lines of a list of names, as they come, with a look at those ahead.
+// The lines of a list of names as they arrive, with lookahead.
 #pragma once
 
 #include <cstddef>
@@ -8,19 +8,20 @@
 
 namespace cplustags {
 
-// Whoever writes the list may be at it still. Not thread-safe.
+// The list may still be growing. Not thread-safe.
 class NameLines {
 public:
-    // Reads from the descriptor, which stays the caller's; -1 is an empty list. While there is nothing to read 'goOn'
-    // is called about ten times a second, and the list ends when it says false.
+    // Reads from the descriptor, which stays the caller's; -1 is an empty list. While there is nothing to read, it
+    // calls 'goOn' about ten times a second; the list ends when that returns false.
     NameLines(int descriptor, std::function<bool()> goOn);
 
-    // Whether there is a line 'index' places behind the current one; waits for it. The last line need not have a break.
+    // Whether the line at 'index' after the current one exists; blocks until it is known. The last line needs no line
+    // break.
     bool Has(size_t index);
-    const std::string& At(size_t index) const { return lines[index]; } // that Has() has said to be there
+    const std::string& At(size_t index) const { return lines[index]; } // only after Has() returned true
     void Drop(size_t count);
 
-    const std::string& Error() const { return error; } // why reading ended before the list did; "" when it did not
+    const std::string& Error() const { return error; } // why the list could not be read to its end; "" if it could
 
 private:
     void Read();

@@ -18,8 +18,8 @@ namespace fs = std::filesystem;
 constexpr size_t kBufferSize = 256 * 1024;
 constexpr const char* kNewName = "new";
 
-// The path with the links of its directory followed, absolute. As it is where there is no such directory: nothing can
-// be made there, which will be said.
+// The absolute path, with links in its directory resolved. Unchanged if there is no such directory: creating the file
+// will fail with the reason.
 fs::path InRealDirectory(const fs::path& path)
 {
     std::error_code problem;
@@ -28,14 +28,14 @@ fs::path InRealDirectory(const fs::path& path)
     return problem ? file : parent / file.filename();
 }
 
-// What the link of this name points to, as it says; "" when it is none.
+// The content of the link at 'file'; "" if that is not a link.
 fs::path LinkTarget(const fs::path& file)
 {
     std::error_code isNone;
     return fs::read_symlink(file, isNone);
 }
 
-// The file that a path means, absolute, links followed: also those that point nowhere yet.
+// The absolute path with all links resolved, including dangling ones.
 fs::path FollowLinks(const std::string& path)
 {
     constexpr int kMostLinks = 40;
@@ -49,11 +49,11 @@ fs::path FollowLinks(const std::string& path)
     return file;
 }
 
-// The new file is whose the old one is, as far as the user may give files away, and has its permissions.
+// Gives the new file the old one's permissions and, as far as the user may, its owner.
 void TakeOver(const struct stat& old, int file)
 {
     if (::fchown(file, old.st_uid, old.st_gid) != 0 && ::fchown(file, -1, old.st_gid) != 0)
-        errno = 0; // it is the user's own then
+        errno = 0; // then it belongs to the user
     ::fchmod(file, old.st_mode & 0777);
 }
 
@@ -136,8 +136,8 @@ void NewFile::SetTime(const timespec& modified)
         ::futimens(file->Number(), times);
 }
 
-// Some file systems tell only at the end that there was no room. A link that was put there meanwhile is not followed
-// either: what it points to says nothing about the new file.
+// Some file systems report only now that they are full. A link created meanwhile is not followed either: its target has
+// nothing to do with the new file.
 bool NewFile::Commit()
 {
     if (!error.empty() || !Flush())

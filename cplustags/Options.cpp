@@ -45,7 +45,7 @@ struct WrongUsage : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// What CLI11 fills in.
+// Filled in by CLI11.
 struct Words {
     Options options;
     std::string kinds;
@@ -53,7 +53,7 @@ struct Words {
     std::string append;
 };
 
-// Options with "=" are flags to CLI11, since those alone leave the next word of the command line to the file names.
+// Options with "=" are flags for CLI11, since only flags leave the next word of the command line to the file names.
 // Their help shows the value that they take.
 class HelpWithValues : public CLI::Formatter {
     std::string make_option_name(const CLI::Option* option, bool positional) const override
@@ -71,7 +71,7 @@ class HelpWithValues : public CLI::Formatter {
     }
 };
 
-// What CLI11 takes for the value of a flag that was given none.
+// CLI11's value of a flag without a value.
 constexpr const char* kNoValue = "true";
 
 CLI::Validator OneOf(const std::vector<std::string>& values)
@@ -146,10 +146,10 @@ bool TakesWord(const std::string& word)
     return word == "-f" || word == "-L" || word == "-I";
 }
 
-// The words as CLI11 is to see them, in the order that it wants: the last one first.
+// Returns the words for CLI11, which wants the last one first.
 //
-// -I has nothing after it when the user's setting for it is empty. What follows then is the next option, which must not
-// be taken for a macro's name.
+// An empty setting of the user's leaves -I without a value. The next word is then an option, which must not be taken
+// for the name of a macro.
 std::vector<std::string> WordsToParse(int argc, const char* const* argv)
 {
     const std::vector<std::string> given(argv + std::min(argc, 1), argv + argc);
@@ -224,7 +224,7 @@ Options ReadOptions(int argc, const char* const* argv, int* status)
         return Checked(words);
     } catch (const CLI::Success& success) {
         *status = app.exit(success);
-    } catch (const std::runtime_error& error) { // CLI11's errors, and ours
+    } catch (const std::runtime_error& error) { // CLI11's errors, and our own
         std::cerr << "cplustags: " << base::ShownLines(error.what())
                   << "\nRun cplustags --help for what can be given.\n";
         *status = base::exit_status::kUnusable;

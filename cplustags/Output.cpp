@@ -50,7 +50,7 @@ void Output::MakeNewFile()
         throw Failure(newFile->Error());
 }
 
-// That of the new file, or another one when there is none.
+// Returns the new file's working directory, or another one when writing to standard output.
 const std::string& Output::Begin()
 {
     if (IsFile()) {

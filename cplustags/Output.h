@@ -1,4 +1,4 @@
-// Where the tags of a run go.
+// The destination of a run's tags.
 #pragma once
 
 #include "base/CancelToken.h"
@@ -13,18 +13,18 @@
 
 namespace cplustags {
 
-// A file, which takes the place of the old one at the end of Write(), or standard output. Operations throw Failure;
-// until the end of Write() the old file stays as it is. Not thread-safe.
+// Standard output, or a file that replaces the old one at the end of Write(); until then the old file is unchanged.
+// Operations throw Failure. Not thread-safe.
 class Output {
 public:
     // All must outlive it.
     Output(const Options& options, const Place& place, const base::CancelToken& cancel);
 
     bool IsFile() const { return options.target != Options::kStandard; }
-    bool HasOldTags() const; // a tags file is there that is to be added to
+    bool HasOldTags() const; // whether to append to an existing tags file
 
-    void Check() const;         // that a file which is there may be replaced
-    const std::string& Begin(); // makes a directory where temporary files may be put
+    void Check() const;         // throws if the existing file must not be replaced
+    const std::string& Begin(); // makes and returns a directory for temporary files
     void Write(const tagsfile::TagsCount& count, tagsfile::LineSources lines);
 
 private:
@@ -35,8 +35,8 @@ private:
     const Options& options;
     const Place& place;
     const base::CancelToken& cancel;
-    std::unique_ptr<NewFile> newFile;                       // when a file is written
-    std::unique_ptr<base::WorkingDirectory> forTemporaries; // when none is
+    std::unique_ptr<NewFile> newFile;                       // null for standard output
+    std::unique_ptr<base::WorkingDirectory> forTemporaries; // null for a file
 };
 
 } // namespace cplustags

@@ -1,4 +1,4 @@
-// Where a run works.
+// The paths of a run.
 #pragma once
 
 #include "base/Paths.h"
@@ -8,7 +8,7 @@
 
 namespace cplustags {
 
-// Absolute paths.
+// All are absolute.
 struct Place {
     explicit Place(const Options& options)
         : currentDirectory(base::CurrentDirectory()), target(base::AbsolutePath(options.target, currentDirectory)),
@@ -17,7 +17,7 @@ struct Place {
     }
 
     const std::string currentDirectory;
-    const std::string target;    // for standard output too: names are written as for a file here
+    const std::string target;    // also for standard output: file names are written as for a file here
     const std::string directory; // of the target
 };
 

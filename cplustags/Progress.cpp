@@ -60,7 +60,7 @@ void Progress::EraseLocked()
     isDrawn = false;
 }
 
-// In one piece, so that other programs' lines do not come in between. Nobody can be told when it fails.
+// In one write, so that lines of other programs do not come in between. There is nowhere to report a failure.
 void Progress::Write(const std::string& text)
 {
     if (::write(descriptor, text.data(), text.size()) < 0)

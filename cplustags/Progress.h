@@ -1,4 +1,4 @@
-// What a person at the terminal sees of the work, on standard error.
+// Shows the progress of the work to the user, on standard error.
 #pragma once
 
 #include "tagging/Observer.h"
@@ -10,16 +10,15 @@
 
 namespace cplustags {
 
-// On a terminal there is a line that says how far the work is, and messages go above it; without one there are only
-// messages. Any thread.
+// On a terminal, a line shows the progress, with messages above it; otherwise there are only messages. Any thread.
 class Progress final : public tagging::Observer {
 public:
     explicit Progress(int descriptor);
     ~Progress() override; // erases the line
 
-    void Say(const std::string& message) override; // "cplustags: " is put before it
+    void Say(const std::string& message) override; // prefixes it with "cplustags: "
 
-    // Draws the line when it is time for it. 'known' is what is known so far of how many files there are.
+    // Redraws the line when it is due. 'known' is the number of files known so far.
     void Show(size_t done, size_t known) override;
     void Erase();
 

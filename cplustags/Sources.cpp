@@ -15,7 +15,7 @@ Sources::Sources(const Options& options, const Place& place, Progress& progress,
 {
 }
 
-// -1 when there is none.
+// -1 for no list.
 int Sources::Open(const std::string& path)
 {
     if (path == Options::kStandard)

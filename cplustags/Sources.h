@@ -1,4 +1,4 @@
-// The sources of a run, as the tags file names them.
+// The sources of a run, with their names in the tags file.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -15,18 +15,18 @@ namespace cplustags {
 
 struct FoundSource {
     std::string path;  // absolute
-    std::string field; // how the file is written in the tags file
+    std::string field; // its name in the tags file
 };
 
-// The files of the command line and of its list, as FileList finds them. What no tags file can name is reported to
-// 'progress' and left out. Not thread-safe.
+// The files that FileList finds. Names that do not fit into a tags file are reported to 'progress' and left out. Not
+// thread-safe.
 class Sources {
 public:
-    // Throws Failure when the list cannot be opened. 'goOn' is as FileList takes it; 'progress' must outlive it.
+    // Throws Failure when the list cannot be opened. 'goOn' is as for FileList; 'progress' must outlive it.
     Sources(const Options& options, const Place& place, Progress& progress, std::function<bool()> goOn);
 
     bool Next(FoundSource& source); // false at the end
-    void CheckList() const;         // at the end; throws Failure when not all of the list could be read
+    void CheckList() const;         // call it at the end; throws Failure when the list was not read completely
 
     bool HasNames() const { return files.HasNames(); }
     size_t Missing() const { return files.Missing(); }

@@ -1,4 +1,4 @@
-// Standard output, with a buffer.
+// Buffered standard output.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 
 namespace cplustags {
 
-// Not thread-safe. Once the program is interrupted it gives up waiting for who reads; when nobody does any more, it is
-// interrupted by SIGPIPE.
+// Not thread-safe. After an interrupt it stops waiting for the reader; without a reader, it interrupts the program with
+// SIGPIPE.
 class StandardOutput {
 public:
     bool Write(std::string_view text); // false as soon as a write has failed
-    bool Flush();                      // at the end; false, with errno set, when not all has been written
+    bool Flush();                      // call it at the end; false, with errno, if not everything was written
 
 private:
     std::string buffer;

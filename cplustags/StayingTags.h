@@ -1,4 +1,4 @@
-// The tags of earlier runs that stay in a file when others are added to it.
+// The old tags that stay in a tags file when others are appended.
 #pragma once
 
 #include "cplustags/Place.h"
@@ -12,22 +12,22 @@
 
 namespace cplustags {
 
-// Those of files that are still there and have not been tagged again. Operations throw Failure when the old file cannot
-// be read. Not thread-safe.
+// Tags of files that still exist and have not been tagged again. Operations throw Failure when the old file cannot be
+// read. Not thread-safe.
 class StayingTags {
 public:
-    // 'tagged' are the fields of the files that have been tagged again. 'place' must outlive it.
+    // 'tagged' are the file fields that have been tagged again. 'place' must outlive it.
     StayingTags(const Place& place, std::unordered_set<std::string> tagged);
 
     tagsfile::TagsCount Count();
-    std::unique_ptr<tagsfile::LineSource> Lines(); // which it must outlive
+    std::unique_ptr<tagsfile::LineSource> Lines(); // it must outlive them
 
 private:
     bool Goes(std::string_view field);
 
     const Place& place;
     const std::unordered_set<std::string> tagged;
-    size_t files = 0; // that the lines read so far are of
+    size_t files = 0; // files with lines among those read so far
 };
 
 } // namespace cplustags

@@ -14,7 +14,7 @@ std::string Number(size_t count, const std::string& noun)
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
 }
 
-// Only the first of those that are listed says what it counts, unless that changes.
+// In the list, a number has a noun only if it differs from the one before.
 class Losses {
 public:
     void AddFiles(size_t count, const std::string& what) { Add(count, "file", what); }

@@ -10,8 +10,8 @@
 
 namespace {
 
-// Where one of the standard descriptors is closed, the next file opened would get its number, and what is meant for it.
-// What stands in for it can be neither read nor written, so that using it still fails.
+// If a standard descriptor is closed, the next opened file would get its number and its data. The substitute can be
+// neither read nor written, so using it still fails.
 void OccupyStandardDescriptors()
 {
     int number;
@@ -27,8 +27,8 @@ void OccupyStandardDescriptors()
 int main(int argc, char** argv)
 {
     OccupyStandardDescriptors();
-    std::signal(SIGPIPE, SIG_IGN); // a write that fails says so itself
-    std::signal(SIGXFSZ, SIG_IGN); // also one for which a file would grow beyond what is allowed
+    std::signal(SIGPIPE, SIG_IGN); // writes then fail with EPIPE
+    std::signal(SIGXFSZ, SIG_IGN); // the same for a file beyond the size limit
     int status;
     const cplustags::Options options = cplustags::ReadOptions(argc, argv, &status);
     if (status >= 0)

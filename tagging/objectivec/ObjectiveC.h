@@ -12,7 +12,7 @@ namespace tagging {
 struct ObjectiveCSource {
     tagsfile::Tags tags; // interfaces, implementations, categories, protocols, methods, properties, instance variables
 
-    // The rest of the source, with the same lines. C and C++ declarations keep their places, also between methods and
+    // The rest of the source, with as many lines. C and C++ declarations keep their places, also between methods and
     // inside an implementation. Method bodies are blank. Without any Objective-C it is the text itself. "NS_ENUM(type,
     // Name)" becomes "enum Name", and ignored macros are blank.
     std::string rest;
