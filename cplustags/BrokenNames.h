@@ -14,10 +14,9 @@ namespace cplustags {
 // "/etc/passwd.h": the second line names a file outside of T, and the first one may be another file. A hostile tree may
 // contain such names. So a line that leads to a new place is first tried as the end of a name that began in the lines
 // before.
-// as the end of one that began in the lines before.
+//
 // A place is new if no name so far was in it or in a directory above it. New places are rare in a list, so most lines
 // cost no disk access. Names are relative to the current directory. Not thread-safe.
-// lines cost no look at the disk. Names are relative to the current directory. Not thread-safe.
 class BrokenNames {
 public:
     // The name that ends with 'line' or contains it; nullopt when the line is a name or the beginning of one.

@@ -31,7 +31,7 @@ std::string FindChosenCtags(const Options& options, const Place& place)
     }
     std::optional<std::string> found = tagging::FindProgram(options.ctags, place.currentDirectory);
     if (!found)
-        throw Failure("CPLUSTAGS_CTAGS is '" + base::Shown(options.ctags) + "', which is no program that can be run");
+        throw Failure("CPLUSTAGS_CTAGS is '" + base::Shown(options.ctags) + "', which cannot be run");
     return std::move(*found);
 }
 

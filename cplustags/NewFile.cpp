@@ -65,7 +65,7 @@ std::string RefusalOfLink(const std::string& path)
     if (meant.empty())
         return "";
     return base::Shown(path) + " is a symbolic link to " + base::Shown(meant.native()) +
-           ", and is left as it is; remove it, name another file with -f, or give --follow-links to write the "
+           " and is left unchanged; remove it, name another file with -f, or give --follow-links to write the "
            "file that it points to";
 }
 

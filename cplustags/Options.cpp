@@ -20,20 +20,20 @@ constexpr unsigned kMostJobs = 64;
 constexpr unsigned kLongestTimeLimit = 24 * 60 * 60;
 
 constexpr const char* kFooter =
-    R"(Names are those on the command line and the lines of -L. Directories, devices and the
-like are passed over; a file that cannot be read is reported, and the others are tagged.
-Files are written to the tags file relative to its directory when they are below it. The
-old tags file stays as it is until the new one is complete. Nothing is written through a
-symbolic link that stands at its name, unless --follow-links says so.
+    R"(Sources are named on the command line and in the lines of the list for -L. Directories,
+devices and the like are skipped; a file that cannot be read is reported, and the others are
+tagged. The tags file names files below its directory relative to it. The old tags file stays
+unchanged until the new one is complete. Nothing is written through a symbolic link in its
+place without --follow-links.
 
 Environment:
   CPLUSTAGS_CTAGS       the Universal Ctags to run (default: ctags-universal, else ctags)
-  CPLUSTAGS_JOBS        ctags processes at a time, 1 to 64 (default: one a core); the result is always the same
+  CPLUSTAGS_JOBS        ctags processes at a time, 1 to 64 (default: one per core); the result is always the same
   CPLUSTAGS_TIME_LIMIT  seconds that ctags may take for one file, which is then left out (default: 20)
 
 Exit status:
   0  the tags file is in place, or there was nothing to do
-  1  it could not be made, and what was there is untouched
+  1  the tags file could not be made, and an old one is unchanged
   2  wrong usage
 
 Examples:
@@ -106,10 +106,10 @@ void Describe(CLI::App& app, Words& words)
     app.add_option("-f", options.target, "The tags file to write, - for standard output (default: tags)")
         ->option_text("FILE")
         ->take_last();
-    app.add_option("-L", options.list, "Read names of sources from this file, one a line; - for standard input")
+    app.add_option("-L", options.list, "Read names of sources from this file, one per line; - for standard input")
         ->option_text("LIST")
         ->take_last();
-    app.add_option("-I", options.ignored, "Macros to ignore, with commas or blanks between them, as ctags has it")
+    app.add_option("-I", options.ignored, "Macros to ignore, with commas or blanks between them, as for ctags")
         ->option_text("NAMES")
         ->take_last();
     app.add_flag("--append", words.append, "Keep what the tags file has of other sources that are still there")
@@ -125,7 +125,7 @@ void Describe(CLI::App& app, Words& words)
         ->check(OneOf({"number"}))
         ->take_last();
     app.add_flag("--language-force", options.language,
-                 "Take all sources for this language (default: go by their names)")
+                 "Read all sources as this language (default: their names decide)")
         ->option_text("=NAME")
         ->check(AnyValue())
         ->take_last();
@@ -166,7 +166,7 @@ std::vector<std::string> WordsToParse(int argc, const char* const* argv)
         if (TakesWord(word) && last)
             throw WrongUsage(word + ": a value is missing");
         if (word.length() > 2 && TakesWord(word.substr(0, 2)))
-            throw WrongUsage(word + ": a blank is wanted after " + word.substr(0, 2));
+            throw WrongUsage(word + ": put a blank after " + word.substr(0, 2));
         words.push_back(word == "--append" ? "--append=yes" : word);
         if (TakesWord(word))
             words.push_back(given[++i]);
@@ -184,7 +184,7 @@ unsigned NumberFrom(const char* variable, unsigned most, unsigned otherwise)
     unsigned number = 0;
     const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
     if (error != std::errc() || end != value.data() + value.size() || number < 1 || number > most)
-        throw WrongUsage(std::string(variable) + " is '" + value + "', and must be a number from 1 to " +
+        throw WrongUsage(std::string(variable) + " is '" + value + "' but must be a number from 1 to " +
                          std::to_string(most));
     return number;
 }
@@ -206,7 +206,7 @@ Options Checked(const Words& words)
     if (options.target.empty())
         throw WrongUsage("-f: the name of the tags file is empty");
     if (options.files.empty() && options.list.empty())
-        throw WrongUsage("No sources are named: give files, or -L with a list of them");
+        throw WrongUsage("no sources: name files, or a list of them with -L");
     ReadEnvironment(options);
     return options;
 }

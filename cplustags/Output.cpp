@@ -30,16 +30,16 @@ void Output::Check() const
         throw Failure(refusal);
     struct stat status;
     if (options.append && ::stat(target.c_str(), &status) == 0 && IsMostlyHoles(status))
-        throw Failure(base::Shown(target) + " is too large for what is in it, and is left as it is; remove it");
+        throw Failure(base::Shown(target) + " is far longer than its contents and is left unchanged; remove it");
     switch (tagsfile::WhatIs(target)) {
     case tagsfile::Target::Absent:
     case tagsfile::Target::Tags:
         return;
     case tagsfile::Target::Foreign:
         throw Failure(base::Shown(target) +
-                      " is no tags file, and is left as it is; name another file with -f, or remove it");
+                      " is not a tags file and is left unchanged; name another file with -f, or remove it");
     case tagsfile::Target::Unreadable:
-        throw SystemFailure("cannot read " + base::Shown(target) + ", which was to be replaced");
+        throw SystemFailure("cannot read " + base::Shown(target) + ", the file to replace");
     }
 }
 
@@ -88,7 +88,7 @@ void Output::WriteFile(const tagsfile::TagsCount& count, tagsfile::LineSources l
     if (!newFile->Error().empty())
         throw Failure(newFile->Error());
     if (!isWritten)
-        throw Failure(base::Shown(place.target) + " has changed while it was read");
+        throw Failure(base::Shown(place.target) + " changed while it was being read");
 }
 
 void Output::WriteStandardOutput(const tagsfile::TagsCount& count, tagsfile::LineSources lines) const

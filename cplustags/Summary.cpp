@@ -68,7 +68,7 @@ std::string TooLongText(const tagging::TagsByFile& tooLong, const std::function<
     }
     const size_t others = files.size() - std::min(files.size(), kMostNamed);
     return Number(tags, "tag") + (tags == 1 ? " is" : " are") +
-           " left out, since no reader takes lines that long: " + named +
+           " left out, since readers reject lines that long: " + named +
            (others == 0 ? "" : ", and the rest of " + Number(others, "other file"));
 }
 

@@ -17,7 +17,7 @@ namespace cplustags {
 std::string SummaryText(const tagging::TaggingCounts& counts, size_t unnameable, const tagsfile::TagsCount& inFile,
                         double seconds);
 
-// "3 tags are left out, since no reader takes lines that long: 2 of /p/a.c, 1 of /p/b.c". Names the files with the most
+// "3 tags are left out, since readers reject lines that long: 2 of /p/a.c, 1 of /p/b.c". Names the files with the most
 // of them, and the number of other files. 'name' returns a file's name for messages.
 std::string TooLongText(const tagging::TagsByFile& tooLong, const std::function<std::string(unsigned file)>& name);
 

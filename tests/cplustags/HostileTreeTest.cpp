@@ -93,8 +93,8 @@ TEST_F(HostileTree, ALinkIsRefusedBeforeAnyWorkIsDone)
             fs::create_symlink("../home/file", work / "tree/tags");
             const ProgramRun run = Run(words);
             EXPECT_EQ(run.status, 1) << meant.why;
-            EXPECT_EQ(run.errors, "cplustags: " + work / "tree/tags is a symbolic link to ../home/file, and is " +
-                                      "left as it is; remove it, name another file with -f, or give " +
+            EXPECT_EQ(run.errors, "cplustags: " + work / "tree/tags is a symbolic link to ../home/file and is " +
+                                      "left unchanged; remove it, name another file with -f, or give " +
                                       "--follow-links to write the file that it points to\n")
                 << meant.why;
             EXPECT_EQ(fs::read_symlink(work / "tree/tags"), "../home/file") << meant.why;
@@ -162,7 +162,7 @@ TEST_F(HostileTree, NonFilesAreRefusedByNameWithoutWaiting)
             words.insert(words.end(), {"-f", target});
             const ProgramRun run = Run(words);
             EXPECT_EQ(run.status, 1) << target;
-            EXPECT_NE(run.errors.find(target + " is no tags file, and is left as it is"), std::string::npos)
+            EXPECT_NE(run.errors.find(target + " is not a tags file and is left unchanged"), std::string::npos)
                 << run.errors;
         }
     EXPECT_TRUE(fs::is_fifo(work / "tree/pipe"));
@@ -202,7 +202,7 @@ TEST_F(HostileTree, ASparseOldTagsFileIsNotReadToItsEnd)
     ASSERT_EQ(::truncate(tags.c_str(), kTerabyte), 0);
     const ProgramRun run = Run({"--append=yes", "-f", "tree/tags"});
     EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.errors, "cplustags: " + tags + " is too large for what is in it, and is left as it is; remove it\n");
+    EXPECT_EQ(run.errors, "cplustags: " + tags + " is far longer than its contents and is left unchanged; remove it\n");
     EXPECT_EQ(fs::file_size(tags), static_cast<std::uintmax_t>(kTerabyte));
     EXPECT_EQ(Run({"-f", "tree/tags"}).status, 0) << "without it nothing of it is read";
     EXPECT_EQ(work.Tags("tree/tags"), Words{"a a.c 1;\" v"});

@@ -258,7 +258,7 @@ TEST(MakeTags, ForeignFilesAreNotOverwritten)
     for (const char* target : {"letter.txt", "a.c", ".", "/dev/null"}) {
         const ProgramRun run = work.Run({"-f", target, "a.c"});
         EXPECT_EQ(run.status, 1) << target;
-        EXPECT_NE(run.errors.find("is no tags file"), std::string::npos) << run.errors;
+        EXPECT_NE(run.errors.find("is not a tags file"), std::string::npos) << run.errors;
     }
     EXPECT_EQ(work.Content("letter.txt"), "Dear Sir or Madam\n");
     EXPECT_EQ(work.Content("a.c"), "int a;\n");
@@ -364,7 +364,7 @@ TEST(MakeTags, TagsThatAreTooLongAreReportedOnceWithTheirFiles)
         words.push_back(leaf);
     }
     work.Write("139.c", "int " + std::string(1100, 'y') + ";\n");
-    const std::string said = "cplustags: 27 tags are left out, since no reader takes lines that long: 26 of " +
+    const std::string said = "cplustags: 27 tags are left out, since readers reject lines that long: 26 of " +
                              work / "120.c" + ", 1 of " + work / "139.c" + "\n";
     for (const char* jobs : {"1", "4"}) {
         work.environment["CPLUSTAGS_JOBS"] = jobs;

@@ -144,15 +144,15 @@ TEST(TooLongText, NamesTheFilesWithTheMostLongTags)
         tagging::TagsByFile tooLong;
         const char* text;
     } cases[] = {
-        {{{0, 1}}, "1 tag is left out, since no reader takes lines that long: 1 of a.c"},
-        {{{1, 7}}, "7 tags are left out, since no reader takes lines that long: 7 of b.c"},
+        {{{0, 1}}, "1 tag is left out, since readers reject lines that long: 1 of a.c"},
+        {{{1, 7}}, "7 tags are left out, since readers reject lines that long: 7 of b.c"},
         {{{0, 1}, {1, 2}, {2, 1}},
-         "4 tags are left out, since no reader takes lines that long: 2 of b.c, 1 of a.c, 1 of c.c"},
+         "4 tags are left out, since readers reject lines that long: 2 of b.c, 1 of a.c, 1 of c.c"},
         {{{0, 1}, {1, 2}, {2, 1}, {3, 5}},
-         "9 tags are left out, since no reader takes lines that long: 5 of d.c, 2 of b.c, 1 of a.c, and the rest of 1 "
+         "9 tags are left out, since readers reject lines that long: 5 of d.c, 2 of b.c, 1 of a.c, and the rest of 1 "
          "other file"},
         {{{0, 1}, {1, 1}, {2, 1}, {3, 1}, {4, 1}},
-         "5 tags are left out, since no reader takes lines that long: 1 of a.c, 1 of b.c, 1 of c.c, and the rest of 2 "
+         "5 tags are left out, since readers reject lines that long: 1 of a.c, 1 of b.c, 1 of c.c, and the rest of 2 "
          "other files"},
     };
     for (const auto& c : cases)
