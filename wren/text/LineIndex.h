@@ -1,4 +1,4 @@
-// Where the lines of a text begin, found out only as far as somebody has asked.
+// Where the lines of a text begin, computed only as far as needed.
 #pragma once
 
 #include <string_view>
@@ -6,17 +6,18 @@
 
 namespace wren {
 
-// A big text is read once, from its beginning to the farthest offset asked for; an edit costs reading again only what
-// lies behind it. Lines count from 0, and only "\n" ends one. Not thread-safe.
+// A big text is read once, from its beginning to the farthest offset asked for. After an edit, only the text behind it
+// is read again. Lines count from 0, and only "\n" ends one. Not thread-safe.
 class LineIndex {
 public:
-    // Offsets are within the text; 'text' is what it was at the last call, but for announced changes.
+    // Offsets are within the text. 'text' is unchanged since the last call, except for changes that TextChanged()
+    // announced.
     long LineAt(std::string_view text, long offset);
     long LineStart(std::string_view text, long line); // the text's length when there is no such line
 
-    void TextChanged(long offset); // at or behind it
+    void TextChanged(long offset); // at 'offset' or behind it
 
-    long BytesRead() const { return bytesRead; } // since it was made: what all answers together have cost
+    long BytesRead() const { return bytesRead; } // in total, by all calls
 
 private:
     void ReadOn(std::string_view text);

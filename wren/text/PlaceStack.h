@@ -9,7 +9,7 @@
 namespace wren {
 
 struct VisitedPlace {
-    long document = 0; // 0 when it has no identifier any more; then the path counts
+    long document = 0; // 0 once the document is closed; then the path counts
     std::string path;
     long offset = 0; // bytes
 
@@ -21,20 +21,19 @@ class PlaceStack {
 public:
     static constexpr size_t kMost = 100;
 
-    void Left(const VisitedPlace& place); // a lookup leads away from it; the same place twice in a row counts once
+    void Left(const VisitedPlace& place); // a lookup jumped away from it; repeats in a row count once
 
     bool CanGoBack() const { return !behind.empty(); }
     bool CanGoForward() const { return !ahead.empty(); }
-    std::optional<VisitedPlace> Back(const VisitedPlace& here); // where to go; 'here' is then the first place ahead
+    std::optional<VisitedPlace> Back(const VisitedPlace& here); // where to go; 'here' becomes the first place ahead
     std::optional<VisitedPlace> Forward(const VisitedPlace& here);
 
-    // Keeps places where they are when text before them comes or goes: 'inserted' bytes took the place of 'removed'
-    // ones. A place within the removed text is kept as far as the inserted text reaches, so that a file read again
-    // keeps all.
+    // Adjusts places to an edit: 'inserted' bytes replaced 'removed' ones at 'offset'. A place within the removed text
+    // keeps its offset, up to the end of the inserted text, so that reloading a file keeps its places.
     void TextChanged(long document, long offset, long removed, long inserted);
-    void DocumentClosed(long document); // its places live on by path, or are forgotten when they have none
+    void DocumentClosed(long document); // keeps its places by path, drops those without one
     void DocumentNamed(long document,
-                       const std::string& path); // opened, which revives its places, or saved under a name
+                       const std::string& path); // opened, which restores its places, or saved under a name
 
 private:
     std::vector<VisitedPlace> behind;

@@ -8,7 +8,7 @@ namespace wren {
 
 namespace {
 
-// Where a caret stands after 'removed' bytes at 'offset' gave way to 'inserted' ones.
+// The caret's new offset once 'inserted' bytes replace 'removed' ones at 'offset'.
 long Shifted(long caret, long offset, long removed, long inserted)
 {
     if (caret <= offset)

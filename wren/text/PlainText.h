@@ -1,4 +1,4 @@
-// The text of a document that no screen shows.
+// The text of a document without a view.
 #pragma once
 
 #include "wren/text/LineIndex.h"
@@ -28,7 +28,7 @@ public:
 
     const LineIndex& Lines() const { return lines; }
 
-    static constexpr const char* kEdit = "Edit"; // the name of an edit made with nothing open
+    static constexpr const char* kEdit = "Edit"; // the name of an edit outside an undo group
 
 private:
     struct Edit {
@@ -50,7 +50,7 @@ private:
     Selection selection;
     mutable LineIndex lines;
     std::vector<Group> history;
-    bool groupOpen = false; // the last group of the history still takes edits
+    bool groupOpen = false; // the last group in the history still takes edits
 };
 
 } // namespace wren

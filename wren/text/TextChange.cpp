@@ -6,7 +6,7 @@ namespace wren {
 
 namespace {
 
-// Behind the last end of a line of the text.
+// The offset behind the text's last line break.
 size_t WholeLines(std::string_view text)
 {
     const size_t end = text.rfind('\n');

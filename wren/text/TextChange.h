@@ -1,4 +1,4 @@
-// What became of a text, as one stretch that was replaced.
+// The difference between two texts, as one replaced range.
 #pragma once
 
 #include <string_view>
@@ -8,15 +8,15 @@ namespace wren {
 struct TextChange { // bytes
     long offset = 0;
     long removed = 0;
-    long inserted = 0; // in the place of those
+    long inserted = 0; // in their place
 
     bool operator==(const TextChange&) const = default;
 };
 
-// Between two texts; of whole lines, each ended by "\n". Nothing is removed or inserted when the two are the same.
+// The change in whole lines, each ended by "\n". Nothing is removed or inserted when the texts are equal.
 TextChange ChangeBetween(std::string_view before, std::string_view after);
 
-// Where a place is after the change.
+// The offset of a place after the change.
 long MovedPlace(long place, const TextChange& change);
 
 } // namespace wren

@@ -1,4 +1,4 @@
-// What holds the text of a document, its selection and what can be undone.
+// Stores the text of a document, its selection and its undo history.
 #pragma once
 
 #include <optional>
@@ -14,17 +14,17 @@ struct Selection {
     bool operator==(const Selection&) const = default;
 };
 
-// The core edits and reads a document through this, and a face brings the one that it shows: its text component then
-// owns the text, and there is no second copy to keep the same.
+// The core edits and reads a document through this. A face that shows the document provides its own store: its text
+// component owns the text, and no second copy has to be kept in step.
 //
-// Offsets and lengths are bytes; whatever lies outside the text is clamped to it. Document thread.
+// Offsets and lengths are bytes; values outside the text are clamped to it. Document thread.
 class TextStore {
 public:
     virtual ~TextStore() = default;
 
     virtual long Length() const = 0;
     virtual char CharAt(long offset) const = 0; // '\0' outside the text. Scanners call it for every character
-    virtual void GetText(char* buffer, long offset, long length) const = 0; // bytes outside the text are left alone
+    virtual void GetText(char* buffer, long offset, long length) const = 0; // keeps buffer bytes outside the text
     virtual std::string Text() const = 0;                                   // a copy of all of it
 
     virtual long LineAt(long offset) const = 0;
@@ -34,16 +34,16 @@ public:
     virtual Selection Selected() const = 0;
     virtual void Select(long start, long end) = 0;
 
-    virtual void SetText(std::string_view text) = 0; // selection at 0, nothing left to undo
+    virtual void SetText(std::string_view text) = 0; // selection at 0, undo history cleared
 
-    // Edits made until CloseUndo(), or until the next BeginUndo(), are undone as one, and the selection is then
-    // 'before' again. An edit made with nothing open is undone alone.
+    // Edits until CloseUndo(), or until the next BeginUndo(), are undone as one; the selection is then 'before' again.
+    // An edit outside a group is undone alone.
     virtual void BeginUndo(Selection before, const std::string& name) = 0;
     virtual void CloseUndo() = 0;
-    virtual void Insert(long offset, std::string_view inserted) = 0; // a caret at 'offset' stays
+    virtual void Insert(long offset, std::string_view inserted) = 0; // a caret at 'offset' stays there
     virtual void Delete(long offset, long length) = 0;
 
-    // Takes back the last undoable edit; its name, or nothing when there is none.
+    // Undoes the last edit; returns its name, or nullopt when there is nothing to undo.
     virtual std::optional<std::string> Undo() = 0;
 };
 
