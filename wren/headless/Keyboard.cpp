@@ -18,7 +18,7 @@ const std::map<std::string, char> kNamedKeys = {
     {"right", KeyCode::kRight},         {"up", KeyCode::kUp},         {"down", KeyCode::kDown},
 };
 
-// What the keys of the usual keyboard give with shift, and without.
+// The characters of a US keyboard with shift, and at the same index without.
 constexpr const char* kWithShift = "~!@#$%^&*()_+{}|:\"<>?ABCDEFGHIJKLMNOPQRSTUVWXYZ";
 constexpr const char* kWithoutShift = "`1234567890-=[]\\;',./abcdefghijklmnopqrstuvwxyz";
 
@@ -28,7 +28,7 @@ char WithoutShift(char key)
     return found == nullptr ? key : kWithoutShift[found - kWithShift];
 }
 
-// The bytes of a key: of its one character, or its code; "" when it is neither.
+// The bytes of a key: its one character, or its code; "" when it has neither.
 std::string BytesOf(const std::string& key)
 {
     const auto named = kNamedKeys.find(key);
@@ -61,7 +61,7 @@ void Replace(Document& document, Selection range, const std::string& text, const
     document.CloseUndo();
 }
 
-// The offset in 'line' as many characters from its beginning as 'offset' is from that of its own.
+// The offset in 'line' that is as many characters from its start as 'offset' is from the start of its own line.
 long SameColumn(const Document& document, long offset, long line)
 {
     const long start = document.LineStart(document.LineAt(offset));
@@ -94,7 +94,7 @@ void Erase(Document& document, char code)
     Replace(document, range, "", code == KeyCode::kBackspace ? "Backspace" : "Delete");
 }
 
-// A caret goes one further; of a selection the end in the key's direction becomes the caret.
+// A caret moves by one. A selection collapses to its end in the key's direction.
 void Move(Document& document, char code)
 {
     const Selection from = document.Selected();

@@ -1,4 +1,4 @@
-// Key strokes as a script names them, and what they do to a text.
+// Key strokes as a script names them, and their effect on a text.
 #pragma once
 
 #include "wren/core/PluginEvents.h"
@@ -10,20 +10,20 @@ namespace wren {
 
 class Document;
 
-// 'key' is one character or the name of a key ("enter", "left"); nothing for any other text.
+// 'key' is one character or the name of a key ("enter", "left"); nullopt for any other text.
 std::optional<KeyStroke> StrokeOf(const std::string& key, uint32 modifiers);
 
-// The code of a key that a command can be bound to: one byte; nothing for a key that has none.
+// The code of a key that a command can be bound to: one byte. nullopt for a key without one.
 std::optional<char> CodeOfKey(const std::string& key);
 
 enum class KeyEffect {
     Nothing,
-    Typed, // text was put in
-    Edited // text was taken out, or the caret moved or tried to
+    Typed, // text was inserted
+    Edited // text was deleted, or the caret moved or was at its limit
 };
 
-// What a key that nobody else wanted does: characters replace the selection, backspace, delete and the arrows do what
-// they do everywhere.
+// Applies a key that nothing else has handled: characters replace the selection; backspace, delete and the arrows work
+// as usual.
 KeyEffect ApplyKey(Document& document, const std::string& key, uint32 modifiers);
 
 } // namespace wren

@@ -1,4 +1,4 @@
-// The headless display, with menus that are answered by a label as well as by an index.
+// The headless display, whose menus can be answered by a label as well as by an index.
 #pragma once
 
 #include "vetch/display/HeadlessDisplay.h"
@@ -15,8 +15,8 @@ class MenuChoosingDisplay : public vetch::HeadlessDisplay {
 public:
     using HeadlessDisplay::HeadlessDisplay;
 
-    // The answer to the next menu; nothing dismisses it. A row that is not there or not enabled cannot be chosen: the
-    // menu is dismissed then.
+    // The answer to the next menu; nullopt dismisses it. A row that is missing or disabled cannot be chosen: the menu
+    // is dismissed.
     void ChooseNext(std::optional<MenuChoice> choice) { next = std::move(choice); }
 
     std::optional<long> RunMenu(const vetch::MenuDescription& menu) override;

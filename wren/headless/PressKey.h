@@ -9,9 +9,9 @@ namespace wren {
 
 class Host;
 
-// Offers the stroke to the plug-in and to the commands bound to keys, and applies it to the current document when
-// neither takes it; the plug-in then hears what it did. 'key' is the stroke's, as StrokeOf() reads it. There is a
-// current document. Answers what the plug-in said to the key. Document thread.
+// Offers the stroke to the plug-in and to the commands bound to keys. When neither takes it, applies it to the current
+// document and notifies the plug-in. 'key' is the stroke's name for StrokeOf(). Needs a current document. Returns the
+// plug-in's answer to the key. Document thread.
 long PressKey(Host& host, const std::string& key, const KeyStroke& stroke);
 
 } // namespace wren
