@@ -36,12 +36,12 @@ wrong usage; what others there are, the commands say.)";
 
 int main(int count, char** words)
 {
-    // Whoever started this may have told it to ignore the ends of children, and then none could be waited for.
+    // The parent process may ignore SIGCHLD, and a program that inherits that cannot wait for its children.
     std::signal(SIGCHLD, SIG_DFL);
     if (wren::AsksForEditor(count, words))
         return wren::OpenEditor(words);
-    // A write that nobody reads is to fail, so that the command can tidy up. Caught and not ignored: programs that it
-    // starts get the usual answer back, whatever this one was started with.
+    // A write without a reader has to fail, so that the command can clean up. SIGPIPE is caught and not ignored:
+    // programs that this one starts then get the default action.
     std::signal(SIGPIPE, [](int) {});
     vetch::SetComplaintReporter(wren::Complain);
     CLI::App app("Looks symbols up in source code, with the tags files that serve it.", "wren");
