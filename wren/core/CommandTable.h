@@ -19,7 +19,7 @@ struct KeyBinding {
     bool operator==(const KeyBinding&) const = default;
 };
 
-// Document thread. At first "SymbolCompletion" is bound to '.' with control, and nothing is registered.
+// Document thread. Initially nothing is registered, and "SymbolCompletion" is bound to control and '.'.
 class CommandTable {
 public:
     struct Command {
@@ -27,11 +27,11 @@ public:
         std::string help;
     };
 
-    void Register(const std::string& name, const std::string& help); // a later help text replaces an earlier one
+    void Register(const std::string& name, const std::string& help); // replaces an earlier help text
     const std::vector<Command>& Registered() const { return commands; }
 
-    // A command has one binding at most, and a binding one command: the newest counts. Key 0 unbinds. The command need
-    // not be registered, so that a user's bindings may be read before the plug-in is.
+    // A command has at most one binding, and a binding one command: the newest counts. Key 0 unbinds. The command need
+    // not be registered, so that a user's bindings can be read before the plug-in is loaded.
     void Bind(const std::string& command, KeyBinding binding);
     KeyBinding BindingOf(const std::string& command) const; // key 0, modifiers 0 without one
     std::optional<std::string> CommandFor(KeyBinding binding) const;

@@ -27,19 +27,19 @@ DirectoryLock::DirectoryLock(const std::string& directory, const std::function<v
                              const std::function<bool()>& givesUp)
     : path(directory + "/.tags.lock")
 {
-    bool waited = false; // also when it was for another's file, which has gone since
+    bool waited = false; // also for the file of another run, removed since
     const std::function<void()> waitsOnce = [&] {
         if (!std::exchange(waited, true))
             waits();
     };
     while (!givesUp()) {
-        // A pipe without a writer would otherwise be waited for here.
+        // O_NONBLOCK: opening a pipe without a writer would block.
         file = base::Descriptor(::open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666));
         if (!file.IsOpen())
             return;
         if (!IsPlainFile(file.Number()) || !Wait(waitsOnce, givesUp))
             break;
-        // Whoever had the lock before removes the file at the end: what has been locked may be no longer the one there.
+        // The previous owner removes the file at the end: the locked file may no longer be the one at 'path'.
         if (base::IsStillAt(file.Number(), path))
             return;
         file.Close();
@@ -53,7 +53,7 @@ DirectoryLock::~DirectoryLock()
         ::unlink(path.c_str());
 }
 
-// The kernel's own waiting could not be given up from another thread.
+// Polls, because another thread cannot interrupt a blocking lock call.
 bool DirectoryLock::Wait(const std::function<void()>& waits, const std::function<bool()>& givesUp) const
 {
     constexpr std::chrono::milliseconds kLookAgain(20);

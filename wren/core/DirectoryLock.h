@@ -1,4 +1,4 @@
-// One run in a directory at a time.
+// Allows one run in a directory at a time.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -8,15 +8,16 @@
 
 namespace wren {
 
-// Keeps two programs from making tags in one directory at the same time, since they would use the same unfinished file:
-// the later one waits for the earlier, however that ends.
+// Keeps two programs from making tags in one directory at the same time, since they would use the same unfinished file.
+// The later one waits until the earlier one ends, for any reason.
 //
-// It is the lock of an empty file in the directory, which goes with it; one that a killed run has left is used again.
-// The directory's own lock is the tags program's. What stands at the file's name and is not a plain file is not waited
-// for: then, and on a file system without locks, there is none.
+// Locks an empty file in the directory and removes it at the end; a file that a killed run left is reused. The
+// directory's own lock belongs to the tags program. There is no lock, and no waiting, when something other than a plain
+// file has the file's name, or when the file system has no locks.
 class DirectoryLock {
 public:
-    // 'waits' is called once when it has to wait; it gives up, without the lock, as soon as 'givesUp' is true.
+    // 'waits' is called once when it has to wait. It stops waiting, without the lock, as soon as 'givesUp' returns
+    // true.
     DirectoryLock(const std::string& directory, const std::function<void()>& waits,
                   const std::function<bool()>& givesUp);
     ~DirectoryLock();

@@ -1,4 +1,4 @@
-// The steps by which a text gets to the disk.
+// The steps that write a text to the disk.
 #pragma once
 
 #include <cstddef>
@@ -10,9 +10,9 @@
 
 namespace wren {
 
-// A kill may come between any two steps; tests stop there. At most 'mostBytes' are written by one step.
+// A kill may come between any two steps; tests stop there. One step writes at most 'mostBytes'.
 struct DiskSteps {
-    std::function<void()> before; // each step; null for nothing
+    std::function<void()> before; // called before each step; may be null
     size_t mostBytes = SIZE_MAX;
 
     void Next() const
@@ -24,9 +24,9 @@ struct DiskSteps {
 
 std::string DirectoryOf(const std::string& path); // with its "/", or "."
 
-// Afterwards the text is on the disk. 0, or what errno says of the failure.
+// Writes and syncs the text. Returns 0, or the errno of the failure.
 int WriteAll(int file, std::string_view text, const DiskSteps& steps);
 
-void SyncDirectory(const std::string& directory); // the names in it are on the disk afterwards
+void SyncDirectory(const std::string& directory); // syncs the names in it
 
 } // namespace wren

@@ -11,7 +11,7 @@
 
 namespace wren {
 
-// What it says of its text is its store's. Document thread.
+// Reads and edits its text through its store. Document thread.
 class Document {
 public:
     // 'path' may be empty: a document without a file.

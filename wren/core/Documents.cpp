@@ -47,7 +47,7 @@ Document* Documents::Find(long id) const
 Document* Documents::FindByPath(const std::string& path) const
 {
     if (path.empty())
-        return nullptr; // which is what all documents without a file have, and none of them is meant
+        return nullptr; // the path of all documents without a file, none of which matches
     const EntryRef wanted(path.c_str());
     for (const OpenDocument& each : open)
         if (each.document->Ref() == wanted)
@@ -148,12 +148,12 @@ void Documents::ActivateCurrent(bool active)
 
 namespace {
 
-// What a text may be longer than its file was when it was opened. A log grows, and some of the system's own files say
-// that they are empty; others of those never end.
+// How much longer than its size at opening a file may be. Logs grow, and some system files report size 0; others of
+// those never end.
 constexpr size_t kMostGrowth = 64 * 1024 * 1024;
 constexpr size_t kMostBytes = std::numeric_limits<int32_t>::max(); // views count in ints
 
-// 0, or what errno says of the failure.
+// Returns 0, or the errno of the failure.
 int ReadAll(int file, std::string& text)
 {
     struct stat status;
@@ -192,7 +192,8 @@ std::string Said(int reason)
 
 } // namespace
 
-// Tags name files that nobody has looked at: what is no file must not keep the editor waiting, nor be read for ever.
+// Tags name files that nobody has checked: a pipe must not block the editor, and an endless file must not be read
+// forever.
 std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error)
 {
     std::string text;

@@ -1,4 +1,4 @@
-// The documents that are open, each with its window.
+// The open documents, each with its window.
 #pragma once
 
 #include "wren/core/Document.h"
@@ -15,28 +15,28 @@ namespace wren {
 
 class Face;
 
-// Owns documents and windows. A document's identifier is 1, 2, ... and is never used again, so that a message for a
-// document that was closed meanwhile finds none. Document thread; be_app exists.
+// Owns documents and windows. Identifiers are 1, 2, ... and never reused, so that a message for a closed document finds
+// none. Document thread; be_app exists.
 class Documents {
 public:
     explicit Documents(Face& face); // borrowed
     ~Documents();                   // closes all
 
-    Document* Current() const { return Find(current); } // null when none is
+    Document* Current() const { return Find(current); } // null when there is none
     Document* Find(long id) const;                      // null when it is not open
     Document* FindByPath(const std::string& path) const;
     Document* FindWorksheet() const;
     BWindow* WindowOf(long id) const;   // null when it is not open
-    std::vector<Document*> All() const; // in the order in which they were opened
+    std::vector<Document*> All() const; // in the order of opening
 
-    // Makes it, its text in a store of the face's, and leaves the current one.
+    // Creates a document with a store from the face. Does not change the current one.
     Document& Open(const std::string& path, std::string_view text, bool worksheet);
-    // Null for none. Its window becomes the active one, while the user is at the editor at all.
+    // Null for none. While the user is present, the document's window becomes the active one.
     void SetCurrent(const Document* document);
-    void SetUserPresent(bool present); // at first, yes
-    void FollowFrame();                // the windows are where the face says that documents are
-    // Closed documents are found no more. They and their windows are destroyed at once, or by DestroyClosed() once the
-    // plug-in call is over that may still be using them.
+    void SetUserPresent(bool present); // initially true
+    void FollowFrame();                // moves the windows to the frame that the face gives
+    // Closed documents are no longer found. They and their windows are destroyed at once, or by DestroyClosed() when a
+    // plug-in call that may use them is over.
     void Close(long id);
     void CloseAll();
     void DestroyClosed();
@@ -57,8 +57,7 @@ private:
     bool userPresent = true;
 };
 
-// The file's bytes; nothing, with the reason in '*error', when it cannot be read, is no plain file, or has no end in
-// reach.
+// The file's bytes. nullopt, with the reason in '*error', when it cannot be read, is not a plain file, or is too long.
 std::optional<std::string> ReadWholeFile(const std::string& path, std::string* error);
 
 } // namespace wren

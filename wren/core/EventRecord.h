@@ -1,4 +1,4 @@
-// One event on its way to the plug-in, and what the plug-in answered.
+// One event for the plug-in, and the plug-in's answer.
 #pragma once
 
 #include "vetch/app/BHandler.h"
@@ -11,11 +11,11 @@
 
 namespace wren {
 
-// A value: it may wait until the plug-in has returned from an earlier event, and names what may be gone by then.
+// A value: it may wait until the plug-in returns from an earlier event, and its documents may be closed by then.
 struct EventRecord {
     long event = 0;
-    long document = 0; // its identifier; 0 for none
-    long windowOf = 0; // the document whose window is the event's; 0 for no window
+    long document = 0; // identifier; 0 for none
+    long windowOf = 0; // the document of the event's window; 0 for no window
     std::string name;
     std::string symbol;
     std::vector<std::string> settingsWords;

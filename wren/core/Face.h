@@ -1,4 +1,4 @@
-// What differs between the ways of using the editor, asked by the core.
+// The operations that differ between the editor's faces, called by the core.
 #pragma once
 
 #include "vetch/support/Geometry.h"
@@ -12,18 +12,18 @@ namespace wren {
 class Document;
 class TextStore;
 
-// How the mouse stands: in text view coordinates, and the bits of the buttons that are down.
+// The mouse position in text view coordinates, and a bit for each button that is down.
 struct MouseState {
     BPoint where;
     uint32 buttons = 0;
 };
 
-// Implemented by each face, which outlives the host. Document thread.
+// Implemented by each face. Outlives the host. Document thread.
 class Face {
 public:
     virtual ~Face() = default;
 
-    // An empty store for the text of a document that is being opened; PlainText unless the face shows it.
+    // An empty store for the text of a document that is being opened; PlainText unless the face shows the document.
     virtual std::unique_ptr<TextStore> MakeText(long document);
 
     virtual BRect DocumentWindowFrame() const = 0;
@@ -35,12 +35,12 @@ public:
     virtual long OffsetAt(const Document& document, BPoint where) const = 0; // 'where' in text view coordinates
 
     virtual MouseState Mouse() const = 0;
-    virtual bool InputPending() const = 0; // more keys are waiting: the plug-in then spares itself the work
+    virtual bool InputPending() const = 0; // more keys are waiting: the plug-in then skips work
 
-    // Opens a match of a lookup, lines counting from 1; 0 when the match names none.
+    // Opens a match of a lookup. Lines count from 1; 0 when the match has no line.
     virtual void OpenMatch(const std::string& path, long line) = 0;
 
-    // Tells the user of something that went wrong and lost nothing.
+    // Reports a problem that lost nothing.
     virtual void Warn(const std::string& text) = 0;
 };
 

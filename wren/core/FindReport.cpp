@@ -16,20 +16,20 @@ namespace wren {
 
 namespace {
 
-// What find says is read here, so it has to say it in one language.
+// The messages are parsed here, so the language is fixed.
 constexpr const char* kFunction = "find() { LC_ALL=C command find \"$@\" 2>&4; set -- $?; echo $1 >&3; return $1; }\n";
 
-constexpr int kSomeFailed = 1; // find's status when it went on past a file or directory
-constexpr int kBySignal = 128; // a shell's status for a signal, and its number on top
+constexpr int kSomeFailed = 1; // find's status when it skipped a file or directory
+constexpr int kBySignal = 128; // a shell's status for a signal, plus its number
 constexpr std::string_view kSelf = "find: ";
 constexpr std::array<std::string_view, 2> kHarmless = {": Permission denied", ": No such file or directory"};
 
-// Who reads the list has closed it. That is for its reader to answer for, whose status is known.
+// The reader closed the list. The reader's own status reports that.
 constexpr std::string_view kNotWanted = "find: 'standard output': Broken pipe\nfind: write error\n";
 
-constexpr size_t kMostSaid = 64 * 1024; // bytes: a tree can make find complain of millions of names
+constexpr size_t kMostSaid = 64 * 1024; // bytes: a tree can cause millions of messages
 
-// Its first bytes, whole parts of them until there are that many.
+// The file's first bytes, in whole reads until 'most' is reached.
 std::string Content(int file, size_t most = SIZE_MAX)
 {
     std::string text;

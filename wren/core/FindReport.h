@@ -1,4 +1,4 @@
-// Whether the list of files that find gave a tags program was whole.
+// Whether find gave a tags program a complete list of files.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -7,11 +7,10 @@
 
 namespace wren {
 
-// A pipe has the status of its last program: a find that is killed looks to the tags program like a short list. So the
-// shell is given a function that stands for find, and tells its status on one descriptor and what it complains of on
-// another.
+// A pipe has the status of its last program: to the tags program, a killed find looks like a short list. So a shell
+// function stands in for find. It writes find's status to one descriptor and its error messages to another.
 //
-// Owns both, which are files in memory. One object a command; not thread-safe.
+// Owns both descriptors, which are files in memory. One object per command; not thread-safe.
 class FindReport {
 public:
     FindReport();
@@ -19,26 +18,25 @@ public:
     bool IsUsable() const
     {
         return statuses.IsOpen() && complaints.IsOpen();
-    } // false when there were no descriptors: errno
+    } // false, with errno, when there were no descriptors
 
-    // The command with that function before it. Its descriptors 3 and 4 have to be those below.
+    // The command with that function in front. Its descriptors 3 and 4 have to be Statuses() and Complaints().
     static std::string Watched(const std::string& command);
     int Statuses() const { return statuses.Number(); }
     int Complaints() const { return complaints.Number(); }
 
-    // Once the command has ended.
-    std::string Said() const;    // what find complained of, control characters as "?"; of very much, the beginning
-    bool Complained() const;     // of any file: then an empty list is not believed
-    std::string Problem() const; // why the list may have lacked files that are there; "" when it was whole
+    // Call these once the command has ended.
+    std::string Said() const;    // find's messages, control characters as "?", truncated when long
+    bool Complained() const;     // about any file: an empty list is not trusted then
+    std::string Problem() const; // why the list may lack existing files; "" when it is complete
 
 private:
     const base::Descriptor statuses;
     const base::Descriptor complaints;
 };
 
-// The same for texts: what was told of each find's status, one a line, and what they complained of. A list is whole
-// when find succeeded, when all that it complains of is files and directories that it may not read or that are gone,
-// and when its reader did not want the rest.
+// Problem() for texts: the find statuses, one a line, and find's messages. A list is complete when find succeeded, when
+// all its messages are about unreadable or vanished files and directories, or when its reader stopped reading.
 std::string ProblemWithList(const std::string& statuses, const std::string& complaints);
 
 } // namespace wren

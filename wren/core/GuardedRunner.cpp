@@ -13,20 +13,19 @@ namespace wren {
 
 namespace {
 
-constexpr int kNotRun = -1; // system()'s answer when there is no process
+constexpr int kNotRun = -1; // the result of system() without a process
 
-// The plug-in's threads are detached ones. They may hand over a line at any time, also when there is no runner any
-// more.
+// The plug-in's threads are detached. They may pass a line at any time, even after the runner's end.
 std::mutex gMutex;
 GuardedRunner* gRunner = nullptr;
 
 } // namespace
 
-// One request of the plug-in's, from its first line to its last.
+// One request of the plug-in, from its first line to its last.
 struct GuardedRunner::Request {
     std::string file;
-    std::unique_ptr<TagsRun> run;      // null for one that is not run
-    std::optional<StaleTags> declined; // what nobody asked for
+    std::unique_ptr<TagsRun> run;      // null when the request does not run
+    std::optional<StaleTags> declined; // set when the automatic rebuild was refused
 };
 
 GuardedRunner::GuardedRunner(int output, News news) : output(output), news(std::move(news)), unasked(::geteuid())
@@ -49,7 +48,7 @@ GuardedRunner::~GuardedRunner()
     calmed.wait(lock, [this] { return calls == 0; });
 }
 
-// The runner stays the plug-in's, also when this is gone: the next line must not go to a shell of the system's.
+// Stays the plug-in's runner after this object's end: the next line must not reach the system's shell.
 int GuardedRunner::TakeForPlugin(const char* command, const vetch::ShellRequest& request)
 {
     GuardedRunner* runner;
@@ -82,7 +81,7 @@ int GuardedRunner::Take(const char* command, const vetch::ShellRequest& asked)
 {
     const std::optional<TagsLine> line = ReadTagsLine(command, Home());
     if (!line)
-        return kNotRun; // a line of a kind that nobody has thought about is not run unguarded
+        return kNotRun; // an unknown kind of line does not run unguarded
     Request& request = Find(*line, asked);
     const int status = Carry(request, *line, command);
     if (line->kind == TagsLine::Kind::Move)
@@ -90,7 +89,7 @@ int GuardedRunner::Take(const char* command, const vetch::ShellRequest& asked)
     return status;
 }
 
-// The request that the line belongs to, which is begun with its first line.
+// The line's request. A first line starts a new one.
 GuardedRunner::Request& GuardedRunner::Find(const TagsLine& line, const vetch::ShellRequest& asked)
 {
     {
@@ -110,7 +109,7 @@ GuardedRunner::Request& GuardedRunner::Find(const TagsLine& line, const vetch::S
     return *requests.emplace(&asked, std::move(request)).first->second;
 }
 
-// With a run of its own, unless there is one of that file to join.
+// Starts a run, unless one for the same file can be joined.
 void GuardedRunner::Begin(Request& request, const TagsLine& line)
 {
     const bool joins = std::ranges::any_of(

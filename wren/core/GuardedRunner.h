@@ -1,4 +1,4 @@
-// Runs the plug-in's command lines for it, so that a hostile tree gains nothing by them and a failure costs nothing.
+// Runs the plug-in's command lines, safe against hostile trees and failed commands.
 #pragma once
 
 #include "vetch/support/ShellCommand.h"
@@ -16,44 +16,44 @@
 
 namespace wren {
 
-// Tags that are out of date and were not rebuilt by themselves.
+// A stale tags file that was not rebuilt automatically.
 struct StaleTags {
     std::string file;
-    std::string newer;              // the source that was found to be newer
-    std::string why;                // they were not rebuilt, as the end of a sentence ("since ...")
-    std::vector<std::string> lines; // what rebuilds them
+    std::string newer;              // the newer source
+    std::string why;                // the reason, as the end of a sentence ("since ...")
+    std::vector<std::string> lines; // the commands that rebuild it
 };
 
-// While it lives, it takes in every command line of the plug-in; one at a time in a process. Make it before the bundle
-// is loaded. After it is gone, lines are refused until somebody sets another runner.
+// While it lives, it receives every command line of the plug-in. One at a time in a process. Make it before the bundle
+// is loaded. After its end, lines are refused until another runner is set.
 //
-// One run a tags file at a time: a request for a file that is being made joins the run under way, which is all that
-// becomes of it. What nobody asked for is only run where UnaskedRebuilds allows it.
+// One run per tags file at a time: a request for a file that is being made joins the current run and starts none. A
+// request that the user did not make runs only where UnaskedRebuilds allows it.
 class GuardedRunner {
 public:
-    // Called on the threads of the runs, with no lock held. Any may be missing.
+    // Called on the threads of the runs, with no lock held. Each may be empty.
     struct News {
-        std::function<void()> changed;                           // a run has begun or ended
-        std::function<void(const std::string& directory)> waits; // for another program that makes tags there
-        std::function<void(const std::string& line)> runs;       // that line, now
+        std::function<void()> changed;                           // a run began or ended
+        std::function<void(const std::string& directory)> waits; // another program makes tags there
+        std::function<void(const std::string& line)> runs;       // the line starts now
         std::function<void(const TagsOutcome& outcome)> ended;
         std::function<void(const StaleTags& stale)> stale;
     };
 
-    // What the lines print goes to 'output', a descriptor that stays open as long as this lives.
+    // The lines print to 'output', a descriptor that stays open as long as this lives.
     GuardedRunner(int output, News news);
-    ~GuardedRunner(); // stops what runs, and waits for it
+    ~GuardedRunner(); // stops all runs and waits for them
     GuardedRunner(const GuardedRunner&) = delete;
     GuardedRunner& operator=(const GuardedRunner&) = delete;
 
-    // The user wants them rebuilt after all: on a thread of its own. False when the system has none to give,
-    // which vetch::Complain() has reported.
+    // Rebuilds the tags at the user's request, on a new thread. False when the system cannot start one, which
+    // vetch::Complain() has reported.
     bool Rebuild(const StaleTags& stale);
 
-    // All of these: any thread.
-    std::vector<std::string> Running() const; // the files that are being made
-    void Stop(int signal);                    // passes it on to what runs; a further call kills. No later run begins
-    void StopAndWait(int signal);             // for some seconds at most: what has not ended after two is killed
+    // Any thread, all of these.
+    std::vector<std::string> Running() const; // the tags files being made
+    void Stop(int signal);                    // passes it to all runs; a second call kills. No later run begins
+    void StopAndWait(int signal);             // waits some seconds at most: kills what has not ended after two
     bool WaitUntilIdle(std::chrono::milliseconds limit) const; // false at the limit
 
 private:
@@ -72,11 +72,11 @@ private:
     const int output;
     const News news;
     UnaskedRebuilds unasked;
-    mutable std::mutex mutex; // guards what follows; a request is its own thread's, but for stopping its run
+    mutable std::mutex mutex; // guards the members below; a request belongs to its thread, except for stopping its run
     mutable std::condition_variable calmed;
     std::map<const vetch::ShellRequest*, std::unique_ptr<Request>> requests;
     int stopped = 0;
-    int calls = 0; // of the plug-in's threads and those of Rebuild(), that are in here
+    int calls = 0; // running, by the plug-in's threads and those of Rebuild()
 };
 
 } // namespace wren

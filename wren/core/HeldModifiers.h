@@ -1,4 +1,4 @@
-// The modifier keys that a user holds while something else happens.
+// The modifier keys that the user holds during another action.
 #pragma once
 
 #include "vetch/app/Modifiers.h"

@@ -22,9 +22,9 @@ namespace wren {
 namespace {
 
 constexpr const char* kOrChoose = ", or choose a value in the preferences";
-constexpr size_t kLongestProblem = 300; // bytes: a line without an end is no message
+constexpr size_t kLongestProblem = 300; // bytes: a bad line may be very long
 
-// Never in the middle of a UTF-8 character.
+// Never cuts a UTF-8 character.
 std::string Shortened(const std::string& text)
 {
     if (text.size() <= kLongestProblem)
@@ -35,8 +35,8 @@ std::string Shortened(const std::string& text)
     return text.substr(0, end) + "...";
 }
 
-// Windows that the framework made for the plug-in are no loopers of the plug-in's library: a file panel that nobody has
-// answered.
+// Closes windows that the framework made for the plug-in, such as an unanswered file panel. They are not loopers of the
+// plug-in's library.
 void QuitWhatIsLeft()
 {
     for (const vetch::LooperToken token : vetch::Loopers())
@@ -77,13 +77,13 @@ void Host::Start(CacheDirectory directory)
     events.MenuBarBuilt();
     events.ResourceIDs();
     events.OfferPanels();
-    // A face with settings of its own is an editor, and there may be another one that stores in the same file.
+    // A face with its own settings is an editor, and another editor may store to the same file.
     if (own != nullptr)
         NoteSettings();
 }
 
-// The order matters. Windows run the plug-in's code and reach its settings, and background loads fill its caches: all
-// of them have ended before it unloads.
+// The order matters. Windows run the plug-in's code and use its settings, and background loads fill its caches: all
+// have ended before it unloads.
 void Host::ShutDown()
 {
     if (!started)
@@ -102,10 +102,10 @@ void Host::ShutDown()
     events.Unload();
 }
 
-// What has just ended may have posted a last message, and that may start something new.
+// A load that just ended may have posted a message that starts further work.
 bool Host::WaitForBackground(std::chrono::milliseconds limit)
 {
-    constexpr std::chrono::milliseconds kDeliverAgain(20); // what other threads post meanwhile
+    constexpr std::chrono::milliseconds kDeliverAgain(20); // the interval for messages from other threads
     const auto end = std::chrono::steady_clock::now() + limit;
     vetch::Settle();
     while (true) {
@@ -327,7 +327,8 @@ void Host::SendToPlugin(const StoredLine& line)
                   kOrChoose);
 }
 
-// It may be a plug-in's that is not loaded now, and one that has registered nothing says nothing of what it knows.
+// The setting may belong to a plug-in that is not loaded. A plug-in that registers nothing does not reveal the settings
+// it knows.
 void Host::WarnAboutUnknown(const StoredLine& line)
 {
     const std::string name = SplitAtBlanks(line.text).front();

@@ -1,8 +1,8 @@
 // The editor without a face: everything that its faces share.
 //
-// A face implements Face and HostObserver, sets the display, loads the bundle and makes a Host; then it calls Start(),
-// lets its user work, and calls ShutDown(). Between the user's actions it lets messages through with
-// vetch::RunPending() or vetch::Settle().
+// A face implements Face and HostObserver, sets the display, loads the bundle and makes a Host. It calls Start(), lets
+// its user work, and calls ShutDown(). Between the user's actions it delivers messages with vetch::RunPending() or
+// vetch::Settle().
 #pragma once
 
 #include "wren/core/CommandTable.h"
@@ -31,64 +31,63 @@ class HostObserver;
 class OwnSettings;
 class PluginBundle;
 
-// How a key stroke went until the host would apply it to the text.
+// The result of routing a key stroke, before it is applied to the text.
 struct KeyRouting {
     long returned = 0;    // the plug-in's answer to the key
-    bool applies = false; // the face should do what the key does, and then send KeyTyped() or PrimitiveDone()
+    bool applies = false; // the face applies the key, then sends KeyTyped() or PrimitiveDone()
 };
 
-// Makes be_app. Document thread, which is the one that makes it; at most one at a time.
+// Makes be_app. Document thread, which is the thread that makes it; at most one at a time.
 class Host : private ApplicationClient {
 public:
-    // Borrows all but the file's name, "" for settings that are kept nowhere.
+    // Borrows all but 'settingsFile', which is "" when settings are not stored.
     Host(PluginBundle& bundle, Face& face, HostObserver& observer, const std::string& settingsFile);
-    ~Host() override; // shuts down if that was not done
+    ~Host() override; // shuts down unless ShutDown() was called
 
-    // Before Start(): settings of the face's own, in the same file. Its lines are given to it and not to the plug-in,
-    // and what is wrong with any line of the file is told by Face::Warn, once a line. Borrowed.
+    // Adds settings of the face in the same file; call it before Start(). The face gets its lines in place of the
+    // plug-in. Face::Warn reports each bad line of the file once. Borrowed.
     void SetOwnSettings(OwnSettings* settings);
 
-    // Where the Worksheet's lines run, unless it is to be its file's directory.
+    // The directory in which the Worksheet's lines run, instead of its file's directory.
     void SetWorksheetDirectory(const std::string& path) { worksheet.SetDirectory(path); }
 
-    // Makes the user's cache directory, unless nothing is to be touched, has the plug-in register itself and gives it
-    // its stored settings. What goes wrong with either is told by Face::Warn and stops nothing.
+    // Makes the user's cache directory if asked, lets the plug-in register itself and passes it its stored settings.
+    // Face::Warn reports problems with either; they stop nothing.
     enum class CacheDirectory { Make, LeaveAlone };
     void Start(CacheDirectory directory = CacheDirectory::Make);
 
-    // Closes what is open, has what still loads in the background end early and waits for that, and unloads the
-    // plug-in. Idempotent.
+    // Closes everything that is open, cancels background loads and waits for them, and unloads the plug-in. Idempotent.
     void ShutDown();
 
-    // Opens a document, or goes to it when it is open already, and makes it the current one. 'text' takes the place of
-    // the file's content. Null, with the reason in '*error', when the file cannot be read; nothing has changed then.
+    // Opens a document, or finds it when it is open already, and makes it the current one. 'text' replaces the file's
+    // content. Null, with the reason in '*error' and nothing changed, when the file cannot be read.
     Document* Open(const std::string& path, const std::optional<std::string>& text, bool worksheet, std::string* error);
-    Document& New(); // a document without a file, now the current one
+    Document& New(); // a document without a file, made current
     void MakeCurrent(Document& document);
 
-    // The face asks its user about unsaved changes first, and makes another document the current one afterwards.
+    // The face first asks its user about unsaved changes, and afterwards makes another document the current one.
     void Close(Document& document);
 
-    // The user came to the editor's window, or went to another program's.
+    // The user switched to the editor's window, or to another program's.
     void UserCame();
     void UserLeft();
 
     KeyRouting RouteKey(const KeyStroke& key);
-    std::optional<std::string> Undo(); // the name of what the current document took back; nothing when there is nothing
+    std::optional<std::string> Undo(); // in the current document: the edit's name; nullopt for no edit
 
-    // The user opens the menu "Search" and picks that item: its command runs if it is enabled. Answers whether it is;
-    // nothing when there is no such item.
+    // Opens the menu "Search" and chooses the item: its command runs if it is enabled. Returns whether it is enabled;
+    // nullopt when there is no such item.
     std::optional<bool> ChooseFromSearchMenu(const std::string& label);
 
-    // The panel's window, shown. With an empty identifier, the first panel that the plug-in has registered.
+    // The panel's window, shown. An empty identifier means the plug-in's first registered panel.
     BWindow* OpenPreferences(const std::string& identifier, long* returned);
-    BWindow* MakePreferencePanel(const std::string& identifier, long* returned); // the same, not shown yet
+    BWindow* MakePreferencePanel(const std::string& identifier, long* returned); // not shown yet
     const std::vector<PreferencePanel>& Panels() const { return panels.Registered(); }
 
-    void NoteSettings();                   // what was chosen just now counts as chosen, even if it is taken back soon
-    bool SaveSettings(std::string* error); // false, with the reason, when the file could not be written
+    void NoteSettings();                   // the current values count as chosen, even if soon undone
+    bool SaveSettings(std::string* error); // false, with the reason, when writing fails
 
-    // Delivers all messages and waits for background loads and tags generation; false at the time limit.
+    // Delivers all messages and waits for background loads and tags runs; false at the time limit.
     bool WaitForBackground(std::chrono::milliseconds limit);
 
     Documents& AllDocuments() { return documents; }

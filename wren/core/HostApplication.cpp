@@ -8,7 +8,7 @@ namespace {
 
 constexpr uint32 kForDocument = FourCC("plgp");     // "documentID", "message"
 constexpr uint32 kTagsFileUnread = FourCC("tgur");  // "path", "why"
-constexpr uint32 kDirectoryChosen = FourCC("gnlt"); // a file panel posts it bare
+constexpr uint32 kDirectoryChosen = FourCC("gnlt"); // posted by a file panel, without fields
 
 } // namespace
 
@@ -18,8 +18,7 @@ void HostApplication::MessageReceived(BMessage* message)
     case kForDocument:
         return Unwrap(*message);
     case kDirectoryChosen:
-        // A panel knows the application and no document, so the document in front stands for the one it was opened
-        // from.
+        // A panel knows the application but not the document, so the front document stands for the one that opened it.
         return client.MessageForFrontDocument(*message);
     case B_REFS_RECEIVED:
         return OpenRefs(*message);
@@ -38,7 +37,7 @@ void HostApplication::Unwrap(const BMessage& envelope)
         client.MessageForDocument(document, message);
 }
 
-// A list that is invoked where it has no item posts an empty reference: there is nothing to open.
+// A list invoked outside its items posts an empty reference: there is nothing to open.
 void HostApplication::OpenRefs(const BMessage& message)
 {
     int32 line = 0;

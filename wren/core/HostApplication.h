@@ -1,4 +1,4 @@
-// The application object of the host: takes in what the plug-in's windows and panels post.
+// The application object of the host: receives messages from the plug-in's windows and panels.
 #pragma once
 
 #include "vetch/app/BApplication.h"
@@ -7,16 +7,16 @@
 
 namespace wren {
 
-// Who acts on those messages. Document thread, never while a plug-in call is active.
+// Acts on those messages. Document thread, never during a plug-in call.
 class ApplicationClient {
 public:
     virtual ~ApplicationClient() = default;
 
     virtual void MessageForDocument(long document, const BMessage& message) = 0;
     virtual void MessageForFrontDocument(const BMessage& message) = 0;
-    virtual void OpenMatch(const std::string& path, long line) = 0; // lines from 1; 0 for none given
+    virtual void OpenMatch(const std::string& path, long line) = 0; // lines from 1; 0 for none
 
-    // 'why' is the rest of the sentence about it ("it is too long").
+    // 'why' completes the sentence about the file ("it is too long").
     virtual void TagsFileUnread(const std::string& path, const std::string& why) = 0;
 };
 

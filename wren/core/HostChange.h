@@ -1,4 +1,4 @@
-// What the plug-in did to the editor: one of its operations, with its arguments as the plug-in gave them.
+// One operation of the plug-in on the editor, with its arguments unchanged.
 #pragma once
 
 #include "vetch/support/Types.h"
@@ -9,12 +9,12 @@
 
 namespace wren {
 
-struct EventAnswered { // a call of the plug-in is over
+struct EventAnswered { // a plug-in call ended
     long event = 0;
     long returned = 0;
 };
 
-// In documents, which are named by their identifiers. Offsets and lengths are bytes.
+// Documents, named by their identifiers. Offsets and lengths are bytes.
 struct UndoBegun {
     long document = 0;
     Selection before;
@@ -35,7 +35,7 @@ struct TextSelected {
     Selection selection;
 };
 
-// In the rest of the editor.
+// The rest of the editor.
 struct CommandDone {
     long status = 0;
 };

@@ -1,16 +1,16 @@
-// Sees what the plug-in does to the editor.
+// Observes the plug-in's changes to the editor.
 #pragma once
 
 #include "wren/core/HostChange.h"
 
 namespace wren {
 
-// A face that shows what the plug-in changes follows it from here; others keep a log. Document thread.
+// A face that shows the changes implements this; others keep a log. Document thread.
 class HostObserver {
 public:
     virtual ~HostObserver() = default;
 
-    virtual void Changed(const HostChange& change) = 0; // right after it was done
+    virtual void Changed(const HostChange& change) = 0; // right after the change
 };
 
 } // namespace wren

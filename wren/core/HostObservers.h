@@ -1,4 +1,4 @@
-// Several observers, or none, in place of one.
+// Combines any number of observers, also none.
 #pragma once
 
 #include "wren/core/HostObserver.h"
@@ -7,7 +7,7 @@
 
 namespace wren {
 
-// They see each change in the order in which they are given. Borrowed.
+// Each gets every change, in the given order. Borrowed.
 class HostObservers final : public HostObserver {
 public:
     explicit HostObservers(std::vector<HostObserver*> all = {});

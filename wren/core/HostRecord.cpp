@@ -28,7 +28,7 @@ const char* TextOf(const char* text)
     return text == nullptr ? "" : text;
 }
 
-// What 'format' makes of its arguments, however long that is.
+// The formatted text, of any length.
 std::string Formatted(const char* format, va_list arguments)
 {
     va_list again;

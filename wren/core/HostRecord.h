@@ -1,4 +1,4 @@
-// What the plug-in sees of the editor during one call.
+// The plug-in's view of the editor during one call.
 #pragma once
 
 #include "plugin/PluginInterface.h"
@@ -20,7 +20,7 @@ class PreferencePanels;
 class SettingsStore;
 class Worksheet;
 
-// The parts of the host that an operation may reach. Borrowed, and outlive the record.
+// The parts of the host that operations use. Borrowed; they outlive the record.
 struct HostParts {
     Documents& documents;
     CommandTable& commands;
@@ -37,7 +37,7 @@ struct HostParts {
 class HostRecord final : public PluginInterface {
 public:
     HostRecord(const HostParts& parts, const EventRecord& event);
-    ~HostRecord(); // ends the undoable edit that the call has left open
+    ~HostRecord(); // closes an undo group that the call left open
     HostRecord(const HostRecord&) = delete;
     HostRecord& operator=(const HostRecord&) = delete;
 
@@ -75,9 +75,9 @@ public:
 
 private:
     const HostParts& parts;
-    Document* const document; // null when there is none
+    Document* const document; // null for none
     std::vector<const char*> words;
-    const char** wordList = nullptr; // what settingsArgs points at
+    const char** wordList = nullptr; // the array behind settingsArgs
 };
 
 } // namespace wren

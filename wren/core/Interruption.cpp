@@ -24,7 +24,7 @@ sigset_t SignalsNotIgnored()
     return set;
 }
 
-// Nobody else uses it here. It ends the watching thread, which waits for signals alone.
+// Not used otherwise. It ends the watching thread, which waits only for signals.
 int EndSignal()
 {
     return SIGRTMIN;
@@ -34,11 +34,10 @@ int EndSignal()
 
 Interruption::Interruption() : watched(SignalsNotIgnored())
 {
-    ::prctl(PR_SET_CHILD_SUBREAPER, 1); // the group of a dead shell can be waited for
-    // Some terminals would stop a background job for showing its progress.
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1); // so that it can wait for a dead shell's group
+    // SIGTTOU: some terminals would stop a background job that shows its progress.
     formerTerminalOutput = ::signal(SIGTTOU, SIG_IGN);
-    // What a command prints may reach nobody any more. If it died of that, the files that it had not come to would be
-    // missing in the tags.
+    // A command's output may have lost its reader. Dying of SIGPIPE would leave later files out of the tags.
     formerLostReader = ::signal(SIGPIPE, SIG_IGN);
     sigset_t blocked = watched;
     sigaddset(&blocked, EndSignal());

@@ -21,12 +21,12 @@ constexpr std::string_view kNamedKeys[] = {
     "Space", "Tab",   "Backtab", "Backspace", "Return", "Enter", "Esc",  "Ins",   "Del",   "Home",   "End",  "Left",
     "Up",    "Right", "Down",    "PgUp",      "PgDown", "Menu",  "Help", "Pause", "Print", "SysReq", "Back", "Forward"};
 
-// Those that do nothing to a text.
+// Keys without an effect on a text.
 constexpr std::string_view kFreeKeys[] = {"Ins", "Menu", "Help", "Pause", "Print", "SysReq", "Back", "Forward"};
 
 struct Stroke {
     std::string_view key;    // empty for modifiers alone
-    bool asShortcut = false; // with a modifier that texts do not use
+    bool asShortcut = false; // with a modifier that text input does not use
 };
 
 Stroke StrokeOf(std::string_view text)
@@ -59,7 +59,7 @@ bool IsFunctionKey(std::string_view name)
            std::stoi(std::string(digits)) <= 35;
 }
 
-// One character, in UTF-8, that can be seen.
+// Whether it is one visible character in UTF-8.
 bool IsOneCharacter(std::string_view name)
 {
     const auto first = static_cast<unsigned char>(name.front());
@@ -85,7 +85,7 @@ std::string Encoded(const std::string& text)
     return encoded;
 }
 
-// A "%" that no code of ours follows stands for itself, since somebody may have written it by hand.
+// A "%" without a known code behind it stands for itself, since the line may be written by hand.
 std::string Decoded(const std::string& text)
 {
     std::string decoded;
@@ -117,7 +117,7 @@ Texts CommandsOf(const CommandKeys& keys)
     return commands;
 }
 
-// The default ones first, with and without keys; then the others.
+// The commands with default keys first, with and without keys; then the others.
 Texts AllCommands(const CommandKeys& keys)
 {
     CommandKeys all = DefaultKeys();

@@ -1,4 +1,4 @@
-// The keys of commands, as Preferences stores them.
+// The keys of commands, in the form that Preferences stores.
 #pragma once
 
 #include <string>
@@ -7,25 +7,25 @@
 
 namespace wren {
 
-using CommandKeys = std::vector<std::pair<std::string, std::string>>; // as in PreferenceValues::keys
+using CommandKeys = std::vector<std::pair<std::string, std::string>>; // like PreferenceValues::keys
 
 CommandKeys DefaultKeys();
 
-// Whether the text is a key, alone or with "Ctrl+", "Shift+", "Alt+" and "Meta+" before it.
+// Whether the text is a key, alone or after "Ctrl+", "Shift+", "Alt+" and "Meta+".
 bool IsKey(const std::string& text);
 
-// Whether this key types or moves in a text: characters, arrows and the like, alone or with "Shift+". No command can
-// have it.
+// Whether this key types or moves in a text: characters, arrows and the like, alone or after "Shift+". Such a key
+// cannot be bound.
 bool IsForTexts(const std::string& key);
 
-// Replaces the keys of the commands that the text names ("DeclarationLookup=F12 GoBack=") in the default ones. Answers
-// what makes no sense, with '*keys' untouched, or "".
+// Replaces the default keys of the commands that the text names ("DeclarationLookup=F12 GoBack="). Returns the part
+// that is invalid, with '*keys' unchanged, or "".
 std::string ReadKeys(const std::string& text, CommandKeys* keys);
 
-// The commands whose keys are not the default ones; ReadKeys() of it gives InOrder(keys).
+// The commands with keys other than the default; ReadKeys() turns it back into InOrder(keys).
 std::string WrittenKeys(const CommandKeys& keys);
 
-// The same, with the commands that have keys by default first, and no key twice for a command.
+// The same keys, commands with default keys first, and no key twice for a command.
 CommandKeys InOrder(const CommandKeys& keys);
 
 } // namespace wren

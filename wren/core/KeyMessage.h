@@ -1,4 +1,4 @@
-// A key stroke, and the message that windows and the plug-in get of it.
+// A key stroke, and its message to windows and the plug-in.
 #pragma once
 
 #include "vetch/app/BMessage.h"
@@ -9,7 +9,7 @@ namespace wren {
 
 // A key and the modifiers held with it.
 //
-// 'bytes' is the character without control, and without shift while control is held: '.', not '>'. The keys that type
+// 'bytes' is the character without control, and without shift while control is held: '.', not '>'. Keys that type
 // nothing have the codes below.
 struct KeyStroke {
     std::string bytes; // UTF-8
@@ -28,14 +28,14 @@ constexpr char kUp = 0x1e;
 constexpr char kDown = 0x1f;
 constexpr char kDelete = 0x7f;
 
-// A function key has no character. Where it is bound it stands as a byte that begins none in UTF-8, so that menus can
-// name it; F1 to F12 are 1 to 12.
+// A function key has no character. A binding holds it as a byte that starts no UTF-8 character, so that menus can name
+// it; F1 to F12 are 1 to 12.
 constexpr int kFunctionKeys = 12;
 constexpr char OfFunctionKey(int number)
 {
     return static_cast<char>(0x80 + number);
 }
-constexpr int FunctionKeyOf(char key) // 0: it is none
+constexpr int FunctionKeyOf(char key) // 0: not a function key
 {
     const int number = static_cast<unsigned char>(key) - 0x80;
     return number >= 1 && number <= kFunctionKeys ? number : 0;

@@ -13,7 +13,7 @@ class BMenuItem;
 
 namespace wren {
 
-// Hands the bar to be_app, which exists as long as this does. Document thread.
+// Gives the bar to be_app, which outlives this. Document thread.
 class Menus {
 public:
     Menus();
@@ -21,12 +21,12 @@ public:
 
     BMenu* Search() const { return search; }
 
-    // Puts an item that runs 'command' before the one at 'index', or at the end; null without a menu. A key 0 shows no
-    // shortcut, its modifiers are kept: they tell the items of a dynamic group apart.
+    // Inserts an item that runs 'command' before the one at 'index', or at the end; null without a menu. Key 0 shows no
+    // shortcut but keeps its modifiers, which distinguish the items of a dynamic group.
     BMenuItem* AddItem(BMenu* menu, long index, const std::string& label, const std::string& command, char key,
                        uint32 modifiers);
 
-    std::string CommandOf(const BMenuItem* item) const; // "" for an item that runs none
+    std::string CommandOf(const BMenuItem* item) const; // "" for an item without one
 
 private:
     std::unique_ptr<BMenuBar> bar;

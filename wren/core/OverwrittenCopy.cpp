@@ -28,7 +28,7 @@ std::string CopiesDirectory()
     return StateDirectory().empty() ? "" : StateDirectory() + "/overwritten";
 }
 
-// Tells a whole text from a torn one; nobody makes texts to deceive it.
+// Distinguishes a complete text from a torn one; it need not resist forgery.
 struct TextMark {
     std::uint64_t size = 0;
     std::uint64_t hash = 0; // FNV-1a
@@ -75,7 +75,7 @@ std::optional<StoredCopy> ReadCopy(const std::string& file)
     return copy;
 }
 
-// One that cannot be read may be torn.
+// A file that cannot be read may be torn.
 bool IsWhole(const StoredCopy& copy)
 {
     std::string ignored;

@@ -1,4 +1,4 @@
-// What a file held before it was written in place, for the start after a kill.
+// The old content of a file that is written in place, to restore after a kill.
 #pragma once
 
 #include "base/Descriptor.h"
@@ -12,7 +12,7 @@ namespace wren {
 
 struct DiskSteps;
 
-// A copy in StateDirectory()/overwritten, locked by its process and gone again unless it is kept. Any thread.
+// A copy in StateDirectory()/overwritten, locked by its process, and removed at the end unless it is kept. Any thread.
 class OverwrittenCopy {
 public:
     explicit OverwrittenCopy(const DiskSteps& steps); // borrowed
@@ -20,8 +20,8 @@ public:
     OverwrittenCopy(const OverwrittenCopy&) = delete;
     OverwrittenCopy& operator=(const OverwrittenCopy&) = delete;
 
-    // The copy and its name are on the disk afterwards. It knows 'path', the old text, and 'next' when it sees it.
-    // Once; false, with the reason in '*error'.
+    // Writes and syncs the copy and its name. The copy records 'path' and the old text, and recognises 'next'. Call
+    // once; false, with the reason in '*error'.
     bool Make(const std::string& path, const std::string& old, std::string_view next, std::string* error);
     void Keep() { path.clear(); }
     const std::string& Path() const { return path; }
@@ -34,15 +34,14 @@ private:
 
 struct OverwrittenText {
     std::string path; // of the file that was being written
-    std::string text; // what it held before
+    std::string text; // its old content
     std::time_t savedAt = 0;
     std::string file; // the copy
 };
 
-// The copies that processes which are gone have left of files that are neither the old text nor the new one, nor there
-// any more; the oldest first. Other copies of theirs, second ones of a text, and unfinished ones, for which nothing was
-// overwritten yet, are removed. A damaged copy is passed over and stays. A text that is offered stays until its copy's
-// file is removed. Any thread.
+// Copies left by processes that are gone, of files that hold neither the old text nor the new one, or no longer exist;
+// the oldest first. Removes their other copies: duplicates of a text, and unfinished ones, whose file was not
+// overwritten yet. Skips and keeps a damaged copy. An offered text stays until its copy's file is removed. Any thread.
 std::vector<OverwrittenText> LeftOverwritten();
 
 } // namespace wren

@@ -1,4 +1,4 @@
-// The settings that are the editor's own, beside the plug-in's in one file.
+// The editor's own settings, in the same file as the plug-in's.
 #pragma once
 
 #include <string>
@@ -6,15 +6,15 @@
 
 namespace wren {
 
-// Implemented by faces that have settings of their own. Document thread.
+// Implemented by faces with their own settings. Document thread.
 class OwnSettings {
 public:
     virtual ~OwnSettings() = default;
 
     virtual std::vector<std::string> Names() const = 0;
 
-    // A stored line with one of Names(). False, with the reason in '*error', when its value makes no sense; the default
-    // is used then, and the line is written back as it was until the user chooses a value.
+    // Reads a stored line with one of Names(). False, with the reason in '*error', when its value is invalid; the
+    // default then applies, and the line is stored unchanged until the user chooses a value.
     virtual bool Take(const std::string& line, std::string* error) = 0;
 
     virtual std::vector<std::string> Lines() const = 0; // to be stored, each without its line break

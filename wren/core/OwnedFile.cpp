@@ -14,7 +14,7 @@ namespace wren {
 
 namespace {
 
-// Between its making and its locking, another process may take it for one that was left, and remove it.
+// Before the new file is locked, another process may take it for a left one and remove it.
 bool IsNamed(int file)
 {
     struct stat status;
@@ -41,7 +41,8 @@ base::Descriptor MakeOwnedFile(const std::string& directory, const std::string& 
     }
 }
 
-// Not waiting for a pipe that somebody has put there; and shared, so that two that look do not hide it from each other.
+// O_NONBLOCK: a pipe at this path must not block. The lock is shared, so that two processes that look do not hide the
+// file from each other.
 LeftFile::LeftFile(const std::string& path) : file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK))
 {
     isLeft = file.IsOpen() && ::flock(file.Number(), LOCK_SH | LOCK_NB) == 0 && IsNamed(file.Number());

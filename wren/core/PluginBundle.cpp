@@ -18,7 +18,7 @@ constexpr const char* kLibrary = "/Contents/Linux/Declaration";
 std::string ReadIdentifier(const std::string& file)
 {
     pugi::xml_document document;
-    document.load_file(file.c_str()); // a damaged file is read as far as it goes
+    document.load_file(file.c_str()); // a damaged file is read up to the damage
     for (const pugi::xml_node key : document.child("plist").child("dict").children("key"))
         if (std::strcmp(key.child_value(), "CFBundleIdentifier") == 0)
             return key.next_sibling("string").child_value();

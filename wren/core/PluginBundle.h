@@ -10,13 +10,13 @@ class PluginInterface;
 
 namespace wren {
 
-// A loaded bundle. It is never unmapped: windows and threads may still run its code when the host lets go of it.
+// A loaded bundle. Its library is never unmapped: windows and threads may still run its code after the host drops it.
 class PluginBundle {
 public:
     // Null when it cannot be used; '*error' then names what is missing: the directory, the library or the symbol.
     static std::unique_ptr<PluginBundle> Load(const std::string& directory, std::string* error);
 
-    // Beside the program, or in ../lib/wren from there; the first of the two when there is none.
+    // Beside the program, or in ../lib/wren from there; the first of the two when neither exists.
     static std::string DefaultDirectory();
 
     // A plug-in that does nothing, for an editor whose bundle cannot be used.
@@ -26,7 +26,7 @@ public:
     long Main(long event, PluginInterface* record) const { return main(event, record); }
     std::string Help() const;
 
-    // From Info.plist; "" when that is missing or names none.
+    // From Info.plist; "" when it is missing or names none.
     const std::string& Identifier() const { return identifier; }
     __CFBundle* Directory() { return &bundle; }
     const void* CodeAddress() const; // somewhere in its library

@@ -1,4 +1,4 @@
-// The one gate through which events reach the plug-in.
+// The single path of events to the plug-in.
 #pragma once
 
 #include "wren/core/EventRecord.h"
@@ -8,13 +8,13 @@
 
 namespace wren {
 
-// Document thread. One call of the plug-in at a time: while it runs, even inside a menu or an alert of its own, later
-// events are kept and sent when it has returned. An event whose document has been closed meanwhile is dropped.
+// Document thread. One plug-in call at a time: while it runs, even inside its own menu or alert, later events are
+// queued and sent after it returns. An event whose document was closed meanwhile is dropped.
 class PluginCalls {
 public:
     explicit PluginCalls(const HostParts& parts); // copied; the parts are borrowed
 
-    // The answer to an event that was kept, or came after kUnload, is that nothing was handled.
+    // The answer to a queued event, and to one after kUnload, is "not handled".
     EventAnswer Send(const EventRecord& event);
 
     bool IsUnloaded() const { return unloaded; }

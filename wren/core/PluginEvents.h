@@ -1,4 +1,4 @@
-// What can happen to the plug-in, an operation an event.
+// The events of the plug-in, one operation each.
 #pragma once
 
 #include "vetch/storage/EntryRef.h"
@@ -15,8 +15,8 @@ class Document;
 class Documents;
 class PluginCalls;
 
-// Sends each event with the current document and its window, unless another is named; with neither when there is none.
-// The answers are the plug-in's. Document thread.
+// Sends each event with the current document and its window, unless another is named; without either when there is
+// none. The answers are the plug-in's. Document thread.
 class PluginEvents {
 public:
     PluginEvents(PluginCalls& calls, const Documents& documents); // borrowed
@@ -48,11 +48,11 @@ public:
 
     long MessageFor(long document, const BMessage& message); // 0 for none
     void SaveSettings();
-    std::optional<std::string> Setting(const std::string& name); // nothing when the plug-in has no such setting
+    std::optional<std::string> Setting(const std::string& name); // nullopt when the plug-in has no such setting
     long OpenPanel(const std::string& identifier, vetch::HandlerToken view);
 
-    // The files that declare 'symbol', an include-style name, as the tags that serve the document's directory know
-    // them.
+    // The files that declare 'symbol', an include-style name, according to the tags that serve the document's
+    // directory.
     std::vector<EntryRef> FilesOfSymbol(const Document& document, const std::string& symbol);
 
     EventRecord RecordFor(long event) const; // with the current document and its window

@@ -1,4 +1,4 @@
-// The preference panels that the plug-in offers, and the windows in which they are open.
+// The plug-in's preference panels, and their open windows.
 #pragma once
 
 #include "vetch/app/BLooper.h"
@@ -18,13 +18,13 @@ struct PreferencePanel {
     std::string icon; // a file in the bundle's resources
 };
 
-// Any number may be open at once, each with controls of its own. Document thread.
+// Any number may be open at once, each with its own controls. Document thread.
 class PreferencePanels {
 public:
     PreferencePanels() = default;
     ~PreferencePanels(); // closes the windows
 
-    void Register(const PreferencePanel& panel); // a later one of the same identifier replaces the earlier
+    void Register(const PreferencePanel& panel); // replaces an earlier one with the same identifier
     const std::vector<PreferencePanel>& Registered() const { return panels; }
 
     struct PanelWindow {
@@ -32,8 +32,8 @@ public:
         BView* container;
     };
 
-    // A window, not shown yet, around a fresh container made from the part of the bundle's interface file that has the
-    // bundle's identifier for its name. The user, or CloseAll(), closes it.
+    // A window, not shown yet, around a new container. The container comes from the part of the bundle's interface file
+    // that is named after the bundle's identifier. The user, or CloseAll(), closes the window.
     PanelWindow MakeWindow(__CFBundle* bundle, const std::string& bundleIdentifier, const std::string& panelIdentifier);
     void CloseAll();
 
@@ -44,7 +44,7 @@ private:
     std::vector<vetch::LooperToken> windows; // some may be closed already
 };
 
-// A container of the plug-in's own controls, in no window. The caller owns it.
+// A container of the plug-in's controls, without a window. The caller owns it.
 BView* MakePanelView(__CFBundle* bundle, const std::string& bundleIdentifier);
 
 } // namespace wren
