@@ -15,10 +15,10 @@ namespace {
 
 using Values = PreferenceValues;
 
-// How a value stands in its line: read into the values, or the reason why not; and written.
+// A value's form in its line: 'read' parses it or returns the reason for a failure; 'written' formats it.
 struct Form {
     const char* name;
-    std::string (*read)(const std::string& text, Values* values); // "" when it made sense
+    std::string (*read)(const std::string& text, Values* values); // "" when it is valid
     std::string (*written)(const Values& values);
 };
 
@@ -27,7 +27,7 @@ std::string Quoted(const std::string& text)
     return "\"" + text + "\"";
 }
 
-// Words and what they stand for
+// Words and their meanings
 
 template <typename T>
 struct Word {
@@ -154,7 +154,7 @@ const Form kForms[] = {
      [](const Values& values) { return WrittenKeys(values.keys); }},
 };
 
-// What follows the name, without the blanks around it.
+// The text behind the name, without the blanks around it.
 std::string ValueIn(const std::string& line)
 {
     const size_t name = line.find_first_not_of(' ');
@@ -205,8 +205,8 @@ std::vector<std::string> Preferences::Lines() const
     std::vector<std::string> lines;
     for (const Form& form : kForms) {
         const auto kept = damaged.find(form.name);
-        // A default that was stored stays so in front of lines that came too late: else one of them would count next
-        // time.
+        // A stored default stays in front of later, ignored lines of its name: else one of them would count at the next
+        // read.
         const bool standsBefore = kept != damaged.end() && taken.contains(form.name);
         if (standsBefore || form.written(values) != form.written(kDefault))
             lines.push_back(std::string(form.name) + " " + form.written(values));

@@ -1,4 +1,4 @@
-// What the user has chosen of how the editor looks and behaves.
+// The user's choices for the editor's look and behaviour.
 #pragma once
 
 #include "wren/core/KeyLines.h"
@@ -12,7 +12,7 @@
 
 namespace wren {
 
-// Plain values, with no screen in them. Each is stored as a line "name value", and only when it is not the default:
+// Plain values, independent of a screen. Each is stored as a line "name value", and only when it is not the default:
 //
 //     WrenFont DejaVu Sans Mono
 //     WrenFontSize 12
@@ -26,9 +26,8 @@ namespace wren {
 //     WrenLookupClick control
 //     WrenKeys DeclarationLookup=F3 DefinitionLookup= GoBack=Alt+Left,Ctrl+%2C
 //
-// Of WrenModifiers and WrenKeys, what is not named keeps its default. A command in WrenKeys has the keys given and no
-// others, so that none takes all of them away. Within its words, a blank, a comma, "=" and "%" are "%20", "%2C", "%3D"
-// and "%25".
+// A name missing from WrenModifiers or WrenKeys keeps its default. A command in WrenKeys has only the listed keys; an
+// empty list removes all. Within its words, a blank, a comma, "=" and "%" are "%20", "%2C", "%3D" and "%25".
 struct PreferenceValues {
     enum class Colours { Desktop, Light, Dark };
     enum class Modifier { Control, Alt, Super };
@@ -53,9 +52,9 @@ struct PreferenceValues {
     Modifier option = Modifier::Alt;
     LookupClick lookupClick = LookupClick::Alt;
 
-    // A command and one of its keys, in the notation of menus ("Ctrl+.", "F12"). A command may have several; the first
-    // is the one that menus show and that the plug-in is told of. A command without any is not named. A key that two
-    // commands have runs the one that is named first.
+    // A command and one of its keys, in the notation of menus ("Ctrl+.", "F12"). A command may have several keys: menus
+    // and the plug-in get the first. A command without keys is not listed. A key of two commands runs the one listed
+    // first.
     CommandKeys keys = DefaultKeys();
 
     bool operator==(const PreferenceValues&) const = default;
@@ -65,17 +64,17 @@ struct PreferenceValues {
 class Preferences : public OwnSettings {
 public:
     const PreferenceValues& Values() const { return values; }
-    void Set(const PreferenceValues& chosen); // the keys then stand in the order in which they are read again
+    void Set(const PreferenceValues& chosen); // sorts the keys in the order of a later read
 
     std::vector<std::string> Names() const override;
     bool Take(const std::string& line,
-              std::string* error) override; // of several good lines of a name, the first counts
+              std::string* error) override; // the first valid line of a name counts
     std::vector<std::string> Lines() const override;
 
 private:
     PreferenceValues values;
-    std::set<std::string> taken;                             // the names of the good lines
-    std::map<std::string, std::vector<std::string>> damaged; // the lines that made no sense, by name
+    std::set<std::string> taken;                             // the names of the valid lines
+    std::map<std::string, std::vector<std::string>> damaged; // the invalid lines, by name
 };
 
 } // namespace wren

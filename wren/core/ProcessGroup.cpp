@@ -37,8 +37,8 @@ base::Result<int> ProcessGroup::Run(const std::string& command, const Streams& s
     SetGroup(shell);
     const bool isKilled = started->WaitUntilEnded();
     const bool isLeft = SetGroup(0) || isKilled;
-    // A stop may have come between the shell's end and now, and whoever kills a shell may have killed nothing else.
-    // What the shell started is still there, and would write behind the back of the next run.
+    // A stop may have come after the shell's end, or another process killed only the shell. The shell's children are
+    // still there, and could write during the next run.
     if (isLeft)
         ::kill(-shell, SIGTERM);
     const int status = started->Wait();
@@ -47,8 +47,8 @@ base::Result<int> ProcessGroup::Run(const std::string& command, const Streams& s
     return status;
 }
 
-// A shell may die before the programs that it started, and they have something to tidy up. Those that are not our
-// children can only be polled; what does not end in time, or before a further stop, is killed.
+// A shell may die before its children, which have to clean up. Grandchildren can only be polled. Kills the processes
+// that have not ended in time, or before a further stop.
 void ProcessGroup::WaitForGroup(pid_t left) const
 {
     constexpr std::chrono::milliseconds kLookAgain(2);
@@ -92,12 +92,12 @@ bool ProcessGroup::IsToBeKilled() const
     return last == SIGKILL;
 }
 
-// Answers whether the command was stopped.
+// Returns whether the command was stopped.
 bool ProcessGroup::SetGroup(pid_t newGroup)
 {
     const std::lock_guard guard(mutex);
     group = newGroup;
-    if (group != 0 && stopped != 0) // it came before there was anybody to pass it on to
+    if (group != 0 && stopped != 0) // the stop came before the group was known
         ::kill(-group, last);
     return stopped != 0;
 }

@@ -7,20 +7,20 @@
 
 namespace wren {
 
-// From its making on, descriptor 1 is standard error, so that nothing that the plug-in or a child process prints lands
-// among the program's answers, which go to the original standard output. Children do not get that one. Make it once,
-// before the bundle is loaded.
+// From construction, descriptor 1 is standard error, so that output of the plug-in or a child process does not mix with
+// the program's answers. Those go to the original standard output, which children do not inherit. Make it once, before
+// the bundle is loaded.
 class ProgramOutput {
 public:
     ProgramOutput();
 
-    void DropTheRest(); // what is printed from now on goes nowhere, instead of to standard error
+    void DropTheRest(); // later prints are discarded, instead of going to standard error
 
-    bool Write(const std::string& text); // at once; false, with errno, when it could not be written
+    bool Write(const std::string& text); // unbuffered; false, with errno, on failure
     bool IsTerminal() const;
 
-    // The reader closed its end before the last answer, as head does. The program then tidies up and ends as SIGPIPE
-    // would have ended it, without a message.
+    // The reader closed its end before the last answer, as head does. The program then cleans up and ends silently, as
+    // by SIGPIPE.
     static bool ReaderIsGone() { return gReaderIsGone; }
 
 private:

@@ -120,7 +120,7 @@ bool SettingsStore::Store(std::string* error)
     const std::optional<std::string> stored = exists ? ReadWholeFile(file, error) : "";
     if (!stored)
         return false;
-    FindOthers(exists ? *stored : known); // a file that is gone is nobody's choice
+    FindOthers(exists ? *stored : known); // a removed file chooses nothing
     const std::string all = WithoutReplaced(*stored) + WithoutOthers();
     if ((!exists || all != *stored) && !WriteWholeFile(file, all, error))
         return false;
@@ -155,7 +155,7 @@ std::string SettingsStore::WithoutReplaced(const std::string& stored) const
     return kept;
 }
 
-// What is written and does not have to give way.
+// The written lines that do not give way to another program's choice.
 std::string SettingsStore::WithoutOthers() const
 {
     std::string mine;

@@ -1,4 +1,4 @@
-// The file in which settings are kept between sessions, a line a setting: the plug-in's, and the editor's own.
+// The file that stores settings between sessions, one line each: the plug-in's, and the editor's own.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@
 
 namespace wren {
 
-// The words of a stored line. Blanks alone separate them, and runs of blanks count as one; backslashes, quotes and tabs
-// are part of a word. A setting whose text is empty was stored as "name ", so it comes back as the name alone.
+// The words of a stored line. Only blanks separate them, and a run of blanks counts as one; backslashes, quotes and
+// tabs are part of a word. A setting with an empty text is stored as "name ", so it is read as the name alone.
 std::vector<std::string> SplitAtBlanks(const std::string& line);
 
 struct StoredLine {
@@ -25,8 +25,8 @@ class SettingsStore {
 public:
     explicit SettingsStore(std::string file); // "" keeps nothing on disk
 
-    // The stored lines that hold anything but blanks. None when there is no file; false, with the reason in '*error',
-    // when there is one that cannot be read.
+    // The stored lines that are not blank. None when there is no file; false, with the reason in '*error', when the
+    // file cannot be read.
     bool Load(std::vector<StoredLine>* lines, std::string* error);
 
     const std::string& File() const { return file; }
@@ -34,29 +34,29 @@ public:
     bool IsRegistered(const std::string& name) const { return names.contains(name); }
     bool HasRegistered() const { return !names.empty(); }
 
-    // What its owner made of a loaded line of a registered name.
+    // Records whether the setting's owner accepted a loaded line of a registered name.
     void Accepted(const std::string& line);
     void Refused(const std::string& line);
 
-    bool MakeDirectory(std::string* error); // that the file is in; false, with the reason, when it cannot be made
+    bool MakeDirectory(std::string* error); // of the file; false, with the reason, on failure
 
-    // Between the two, what is written replaces all stored lines of registered names. Lines of other names stay as
-    // they are, since they belong to somebody else, and so do refused ones, for the user to correct, until another
-    // value is written for their name than was accepted for it, or one has been chosen since the baseline. A file
-    // that holds all that already is not touched. False, with the reason in '*error', leaves the file as it was.
+    // Lines written between the two replace all stored lines of registered names. Lines of other names stay unchanged,
+    // since they have other owners. Refused lines stay too, for the user to correct. They are replaced when the name's
+    // written value differs from its accepted one, or one was chosen since the baseline. A file with equal content is
+    // not written. False, with the reason in '*error', leaves the file unchanged.
     void BeginSave();
-    void Write(const std::string& text); // outside a save it goes nowhere
+    void Write(const std::string& text); // discarded outside a save
     bool EndSave(std::string* error);
 
-    // What is written between the two is stored nowhere. The first time, before the first save and once what is loaded
-    // has been given to its owners, it is the baseline: a name for which nothing else is written later than then, or
-    // than at the last save, was not chosen anew; when its lines in the file are others by then, somebody else has
-    // chosen, and they stay. Afterwards a name for which something else is written was chosen, even if the next save
-    // has what there was before.
+    // Lines written between the two are not stored. The first call comes before the first save, once the loaded lines
+    // have reached their owners, and sets the baseline. A name whose lines have not changed since the baseline, or
+    // since the last save, was not chosen here. If its lines in the file differ by then, another program has chosen
+    // them, and they stay. At later calls, a name with changed lines counts as chosen, even if the next save has the
+    // earlier value.
     void BeginNote();
     void EndNote();
 
-    bool OnlyListens() const { return onlyListens; } // nothing of what is written now is stored
+    bool OnlyListens() const { return onlyListens; } // written lines are not stored now
 
 private:
     bool Store(std::string* error);
@@ -73,10 +73,10 @@ private:
     bool saving = false;
     std::string written;
     bool onlyListens = false;
-    std::optional<std::string> baseline; // what was written last
-    std::string known;                   // what the file held when it was loaded or stored last
-    std::set<std::string> chosen;        // names for which something else was written than before
-    std::set<std::string> others;        // names for which somebody else has chosen since, and nobody here
+    std::optional<std::string> baseline; // the last written lines
+    std::string known;                   // the file's content when last loaded or stored
+    std::set<std::string> chosen;        // names whose written lines changed
+    std::set<std::string> others;        // names that only another program has chosen since
 };
 
 } // namespace wren

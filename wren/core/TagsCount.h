@@ -1,4 +1,4 @@
-// How much a tags file holds.
+// The number of files and tags in a tags file.
 #pragma once
 
 #include <string>
@@ -6,7 +6,7 @@
 namespace wren {
 
 struct TagsCount {
-    long files = 0; // whose tags were looked for; those with tags, when the program that made the file does not tell
+    long files = 0; // that were parsed; only those with tags when the file does not record the number
     long tags = 0;
 };
 

@@ -12,11 +12,11 @@ namespace wren {
 namespace {
 
 constexpr std::string_view kMove = "mv ";
-constexpr std::string_view kTarget = " -f "; // what stands before it are settings; their last one does not count
+constexpr std::string_view kTarget = " -f "; // settings stand before it; a " -f " in them does not count
 constexpr std::string_view kAppend = " --append=yes";
 constexpr std::string_view kBlanks = " \t\n";
 
-// The first word as a shell takes it: blanks behind a backslash or in single quotes belong to it.
+// The first word, split like a shell: blanks behind a backslash or in single quotes belong to it.
 std::string TakeWord(std::string_view& text)
 {
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));

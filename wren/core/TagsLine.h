@@ -1,4 +1,4 @@
-// The command lines with which the plug-in makes tags, read for what they write.
+// Parses the plug-in's command lines for the files that they write.
 #pragma once
 
 #include <optional>
@@ -6,20 +6,20 @@
 
 namespace wren {
 
-// A request is one line that makes a temporary file, perhaps a second one that appends to it, and one that moves it to
-// its place: generate/TagTemplates.h.
+// A request is a line that makes a temporary file, an optional second one that appends to it, and one that moves it
+// into place: generate/TagTemplates.h.
 struct TagsLine {
     enum class Kind { Make, Append, Move };
 
     Kind kind;
     std::string unfinished; // the temporary file, absolute
-    std::string file;       // the tags file whose place it takes
+    std::string file;       // the tags file that it replaces
 };
 
-// Nothing for a line of another form. "~/" is 'home'.
+// nullopt for a line of another form. "~/" is 'home'.
 std::optional<TagsLine> ReadTagsLine(const std::string& command, const std::string& home);
 
-// Whether the line would only append the tags of a directory that does not exist: it does nothing then, but complain.
+// Whether the line only appends the tags of a directory that does not exist. It would only print an error.
 bool AppendsNothing(const std::string& command);
 
 } // namespace wren

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 using Kind = TagsOutcome::Kind;
 
-constexpr int kNotRun = -1; // system()'s answer when there is no process
+constexpr int kNotRun = -1; // the result of system() without a process
 
 } // namespace
 
@@ -31,7 +31,7 @@ TagsRun::TagsRun(const TagsLine& first, int output, std::function<void(const std
     outcome.file = file;
 }
 
-// A run that was given up between two lines leaves nothing, either.
+// A run abandoned between two lines leaves no file either.
 TagsRun::~TagsRun()
 {
     Clean();
@@ -48,7 +48,7 @@ void TagsRun::Begin()
     TakeLock(fs::path(file).parent_path());
     target = std::make_unique<TagsTarget>(file, unfinished);
     outcome.hadFile = target->HadFile();
-    if (group.Stopped() != 0) // and without the lock, what stands there may be another program's
+    if (group.Stopped() != 0) // without the lock, the unfinished file may be another program's
         return;
     if (const std::string problem = WhyNotToBegin(); !problem.empty()) {
         Fail(problem);
@@ -112,7 +112,7 @@ int TagsRun::RunWatched(const std::string& command)
     if (!run)
         Fail(std::string("its commands cannot be started: ") + std::strerror(run.Failure().number));
     const int status = run ? *run : kNotRun;
-    (void)base::WriteAll(output, find.Said()); // that nobody reads it is no reason to make no tags
+    (void)base::WriteAll(output, find.Said()); // a lost reader does not stop the run
     if (status != 0)
         Fail("a command ended with status " + std::to_string(base::ShellStatus(status)));
     else
@@ -122,7 +122,7 @@ int TagsRun::RunWatched(const std::string& command)
     return status;
 }
 
-// A tags program that claims success and has written nothing, or something else, has made nothing.
+// Fails when a tags program reports success but wrote nothing, or something other than tags.
 void TagsRun::CheckWhatWasMade(bool findComplained)
 {
     if (!target->HasUnfinished())

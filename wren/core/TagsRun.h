@@ -1,4 +1,4 @@
-// One run of the command lines that make a tags file, with nothing lost and nothing written through.
+// One run of the command lines that make a tags file. It loses no tags and writes through no link.
 #pragma once
 
 #include "wren/core/ProcessGroup.h"
@@ -15,45 +15,44 @@ namespace wren {
 class DirectoryLock;
 class TagsTarget;
 
-// What came of it.
+// The result of a run.
 struct TagsOutcome {
     enum class Kind {
         Made,        // a new file is in place
-        Failed,      // a line failed, or what it made cannot be used
-        Refused,     // nothing was run: something stands in the way
-        Interrupted, // it was stopped
+        Failed,      // a line failed, or its file cannot be used
+        Refused,     // nothing was run: an obstacle is in the way
+        Interrupted, // the run was stopped
     };
     struct Line {
         std::string text;
-        std::optional<int> status; // as a shell's $?; nothing when it was not run
+        std::optional<int> status; // like a shell's $?; nullopt when it was not run
     };
 
     Kind kind = Kind::Failed;
     std::string file;
-    std::string problem; // why it was not made, in words for the user
+    std::string problem; // why it was not made, for the user
     bool hadFile = false;
-    bool isNew = false; // a new file is in place, however the rest went
+    bool isNew = false; // a new file is in place, even if a later step failed
     std::vector<Line> lines;
 };
 
-// Holds the directory's lock from its first line to its end. The lines run in a session of their own without input;
-// after one that failed no other runs. A temporary file is made by this run or not used: what a failed line was to
-// prepare, a list of files that was cut short, and what stood there before are not moved. The move is a rename, and is
-// done here.
+// Holds the directory's lock from its first line to its end. The lines run in a separate session without input; after a
+// failed line no other runs. The temporary file is used only if this run made it: a failed line's file, a file from an
+// incomplete list, and an earlier run's file are not moved into place. The move is a rename, done here.
 //
-// All but Stop() on one thread.
+// One thread, except for Stop().
 class TagsRun {
 public:
-    // 'output' is a descriptor for what the lines print, open as long as this lives. 'waits' is called when another
-    // program makes tags in that directory, with the directory.
+    // The lines print to the descriptor 'output', which is open as long as this lives. 'waits' is called with the
+    // directory when another program makes tags in it.
     TagsRun(const TagsLine& first, int output, std::function<void(const std::string&)> waits);
     ~TagsRun();
     TagsRun(const TagsRun&) = delete;
     TagsRun& operator=(const TagsRun&) = delete;
 
-    // Runs a line; returns what system() would. The one that moves ends the run.
+    // Runs a line; returns the result of system(). The line that moves ends the run.
     int Take(const TagsLine& line, const std::string& command);
-    void Stop(int signal); // passes the signal on; a further call kills. Any thread.
+    void Stop(int signal); // passes the signal on; a second call kills. Any thread.
 
     const TagsOutcome& Outcome() const { return outcome; } // after the line that moves
 
@@ -77,7 +76,7 @@ private:
     ProcessGroup group;
     std::unique_ptr<DirectoryLock> lock;
     std::unique_ptr<TagsTarget> target;
-    bool begun = false; // what stands at the unfinished file's name is this run's
+    bool begun = false; // the unfinished file is this run's
     TagsOutcome outcome;
 };
 

@@ -55,8 +55,8 @@ std::optional<std::string> ObstacleAt(const std::string& path)
     }
 }
 
-// Follows no link that was put there meanwhile: what it points to would get the permissions. False, with errno, when
-// that fails.
+// Follows no link, so that a link made meanwhile does not pass the permissions to its target. False, with errno, on
+// failure.
 bool SetPermissions(const std::string& path, mode_t permissions)
 {
     const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));

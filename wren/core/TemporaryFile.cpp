@@ -21,7 +21,7 @@ namespace wren {
 namespace {
 
 constexpr const char* kTemporary = ".wren-";
-constexpr time_t kLongestKept = 30 * 24 * 60 * 60; // seconds: what is out of reach may come back as long
+constexpr time_t kLongestKept = 30 * 24 * 60 * 60; // seconds: an unreachable file system may return within them
 
 std::string RecordsDirectory()
 {
@@ -33,7 +33,7 @@ base::Descriptor MakeRecord(std::string* path)
     return RecordsDirectory().empty() ? base::Descriptor() : MakeOwnedFile(RecordsDirectory(), "", path);
 }
 
-// What a record says: a path, a NUL, and once the file is made, its inode and a line end.
+// A record's content: a path, a NUL, and once the file is made, its inode and a line end.
 struct Recorded {
     std::string path;
     std::optional<std::uint64_t> inode;
@@ -52,7 +52,7 @@ std::optional<Recorded> ReadRecord(const std::string& file)
     return recorded;
 }
 
-// Killed before it could say which file it had made, a process has written nothing to it.
+// A process killed before it recorded the inode has written nothing to the file.
 bool IsTheSame(const Recorded& recorded, const struct stat& now)
 {
     if (!S_ISREG(now.st_mode) || now.st_nlink != 1)
@@ -105,7 +105,7 @@ public:
     }
 
 private:
-    // Not waiting for the disk: after a power cut a temporary may stay. A record that is cut short says less.
+    // Does not sync: after a power cut a temporary may stay. A truncated record only identifies less.
     void Write(const std::string& text)
     {
         steps.Next();
@@ -120,10 +120,10 @@ private:
 
 TemporaryFile::TemporaryFile(const DiskSteps& steps) : steps(steps) {}
 
-// The record goes last: it says which file was left by a kill in between.
+// The record is removed last: after a kill in between, it identifies the file that was left.
 TemporaryFile::~TemporaryFile() = default;
 
-// The name holds nothing of the real one, which may be as long as names can be.
+// The name contains no part of the real one, which may have the maximum length.
 int TemporaryFile::Make(const std::string& directory, mode_t mode)
 {
     static std::atomic<unsigned> count = 0;

@@ -1,4 +1,4 @@
-// The files that texts are written to before they take their place, beside the user's own.
+// Temporary files beside the user's own, written first and then renamed into place.
 #pragma once
 
 #include "base/NewFile.h"
@@ -12,8 +12,8 @@ namespace wren {
 
 struct DiskSteps;
 
-// Open for writing, and gone again unless it was renamed. In StateDirectory()/saving, where that is there, a record
-// says which file it is while it is: by that, and never by its name, what a killed process has left is known. Any
+// Open for writing, and removed at the end unless it was renamed. While it exists, a record in StateDirectory()/saving,
+// if that exists, identifies it. Files left by a killed process are known only by that record, never by name. Any
 // thread.
 class TemporaryFile {
 public:
@@ -22,7 +22,7 @@ public:
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    int Make(const std::string& directory, mode_t mode); // once; 0, or what errno says of the failure
+    int Make(const std::string& directory, mode_t mode); // call once; 0, or the errno of the failure
     int RenameTo(const std::string& target);             // the same
     int File() const { return made->Number(); }          // open for writing
 
@@ -33,11 +33,12 @@ private:
     std::optional<base::NewFile> made;
 };
 
-// Makes the place of the records, and removes what killed processes have left; says nothing when it cannot. Any thread.
+// Makes the directory of the records, and removes temporaries that killed processes left; silent on failure. Any
+// thread.
 void KeepRecordsOfSaves();
 
-// Removes the temporaries that records of processes that are gone name: while the same file stands there as then,
-// without another name. Any thread.
+// Removes the temporaries in the records of processes that are gone, if the path still has the same file, and the file
+// has no other name. Any thread.
 void RemoveLeftTemporaries();
 
 } // namespace wren

@@ -21,12 +21,12 @@ namespace wren {
 
 namespace {
 
-// What went wrong is a number of errno's, and 0 is success.
+// Failures are errno values; 0 is success.
 
-// Where writing to 'path' would write: behind the last link, which need not lead to anything.
+// The file that a write to 'path' reaches, behind the last link; it need not exist.
 int FollowLinks(std::string* path)
 {
-    constexpr int kMostLinks = 40; // as many as the system follows
+    constexpr int kMostLinks = 40; // the system's limit
     char target[PATH_MAX];
     for (int links = 0; links <= kMostLinks; ++links) {
         const ssize_t length = ::readlink(path->c_str(), target, sizeof target);
@@ -38,7 +38,7 @@ int FollowLinks(std::string* path)
     return ELOOP;
 }
 
-// A user's limit on the size of files ends the process by a signal, unless that is held back: then writing fails.
+// The limit on file sizes ends the process by a signal unless it is blocked: then the write fails.
 class SizeSignalHeld {
 public:
     SizeSignalHeld()
@@ -63,7 +63,7 @@ private:
     sigset_t before;
 };
 
-// Access lists and what the user has noted on the file. A file system without them has none to copy.
+// Copies the access list and the user attributes, where the file system has them.
 void CopyAttributes(const std::string& from, int to)
 {
     std::vector<char> names(64 * 1024);
@@ -79,8 +79,8 @@ void CopyAttributes(const std::string& from, int to)
     }
 }
 
-// Whether a failure to replace the file says nothing about writing into it: no right in the directory, or a file that
-// is mounted in its place.
+// Whether this failure to replace the file still allows a write in place: no permission in the directory, or a file
+// that is a mount point.
 bool SaysWriteInPlace(int reason)
 {
     return reason == EACCES || reason == EPERM || reason == EROFS || reason == EBUSY || reason == EXDEV;
@@ -112,7 +112,7 @@ int Replace(const std::string& target, const struct stat* old, std::string_view 
     return reason;
 }
 
-// Room for the new text comes first, so that a full disk is found out before anything is overwritten.
+// Allocates space for the new text first, so that a full disk is detected before any byte is overwritten.
 int MakeRoom(int file, off_t before, off_t after, const DiskSteps& steps)
 {
     steps.Next();
@@ -136,7 +136,8 @@ int Overwrite(int file, std::string_view text, const DiskSteps& steps)
     return ::fsync(file) == 0 ? 0 : errno;
 }
 
-// The copy of the old text is on the disk before the first byte is overwritten, and goes when the new text is.
+// The copy of the old text is on the disk before the first byte is overwritten. It is removed once the new text is on
+// the disk.
 bool WriteInPlace(const std::string& path, std::string_view text, std::string* error, const DiskSteps& steps)
 {
     const std::optional<std::string> old = ReadWholeFile(path, error);
@@ -167,8 +168,8 @@ bool WriteInPlace(const std::string& path, std::string_view text, std::string* e
     return false;
 }
 
-// What stands where the text goes, behind all links; none when nothing does. An answer other than 0 is why it cannot be
-// written, known without trying.
+// The file that the text goes to, behind all links; nullopt when it does not exist. A nonzero result is the reason that
+// it cannot be written, known without trying.
 int Examine(std::string* target, std::optional<struct stat>* old)
 {
     if (const int reason = FollowLinks(target))
@@ -180,7 +181,7 @@ int Examine(std::string* target, std::optional<struct stat>* old)
     if (S_ISDIR(status.st_mode))
         return EISDIR;
     if (!S_ISREG(status.st_mode))
-        return EINVAL; // a device or a pipe would be replaced by a file
+        return EINVAL; // a file would replace a device or a pipe
     return ::faccessat(AT_FDCWD, target->c_str(), W_OK, AT_EACCESS) == 0 ? 0 : errno;
 }
 

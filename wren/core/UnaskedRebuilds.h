@@ -1,4 +1,4 @@
-// Which rebuilds of tags that nobody asked for are made.
+// Decides which automatic rebuilds of tags run.
 #pragma once
 
 #include "base/FileIdentity.h"
@@ -12,18 +12,17 @@
 
 namespace wren {
 
-// A lookup rebuilds stale tags by itself. It must not where the tree is a stranger's, and not again and again where
-// that does not help: a source from the future stays newer than any tags. Any thread; a disk that hangs holds up only
-// who asks.
+// A lookup rebuilds stale tags automatically. It must not do so in a stranger's tree, nor repeat a rebuild that does
+// not help: a source from the future stays newer than any tags. Any thread; a hanging disk blocks only the caller.
 class UnaskedRebuilds {
 public:
-    // 'user' owns what is the user's own; what is root's is nobody's bait.
+    // 'user' is the user's identifier; files of the user and of root are trusted.
     explicit UnaskedRebuilds(uid_t user) : user(user) {}
 
-    // Why 'file' is not rebuilt by itself, as the end of a sentence ("since ..."); nothing when it may be.
+    // Why 'file' is not rebuilt automatically, as the end of a sentence ("since ..."); nullopt when it may be.
     std::optional<std::string> WhyNot(const vetch::ShellRequest& request, const std::string& file) const;
 
-    void Ended(const vetch::ShellRequest& request, const std::string& file); // such a run, whatever came of it
+    void Ended(const vetch::ShellRequest& request, const std::string& file); // an automatic run ended, with any result
 
 private:
     struct Pair {
@@ -36,8 +35,8 @@ private:
     std::optional<std::string> Stranger(const std::string& path) const;
 
     const uid_t user;
-    mutable std::mutex mutex;          // guards what follows; never held while the disk is looked at
-    std::map<std::string, Pair> tried; // by tags file, as it was when the last run ended
+    mutable std::mutex mutex;          // guards the members below; never held during disk access
+    std::map<std::string, Pair> tried; // by tags file; state at the end of the last run
 };
 
 } // namespace wren

@@ -18,7 +18,8 @@ bool IsDirectory(const std::string& path)
     return ::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-// The first part that is in the way or ends what is there; the directory itself when all of it is there.
+// The last existing part of the path, or the first one that is not a directory; the directory itself when all of it
+// exists.
 std::string LastThatIsThere(const std::string& directory)
 {
     std::string last = "/";

@@ -10,8 +10,8 @@ namespace wren {
 
 namespace {
 
-// Each text is a command, or several, and whoever adds it need not end it with a line break: it starts a line of its
-// own, or two commands would run as one.
+// Each text is one or more commands and may lack a line break. It starts on a new line, or two commands would run as
+// one.
 std::string OnItsOwnLine(const std::string& text, bool lineIsOpen)
 {
     return lineIsOpen && !text.empty() && text.front() != '\n' ? "\n" + text : text;

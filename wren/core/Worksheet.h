@@ -8,14 +8,14 @@ namespace wren {
 class Document;
 class Documents;
 
-// While no document is open as the Worksheet, what is added waits here for the one that will be. Document thread.
+// While no document is open as the Worksheet, keeps added text for the next one. Document thread.
 class Worksheet {
 public:
     explicit Worksheet(Documents& documents) : documents(documents) {} // borrowed
 
     void Append(const std::string& text);
     std::string Text() const;
-    // Where its lines run: of its file, and the user's home while there is none, unless a face has chosen another.
+    // The directory in which its lines run: the one that a face chose, else that of its file, else the user's home.
     std::string Directory() const;
     void SetDirectory(const std::string& path) { directory = path; }
 
@@ -27,7 +27,7 @@ private:
     std::string directory; // "" when none was chosen
 };
 
-// 'text' with "$WORKSHEET_DIR" expanded; a variable by another name stays as it is.
+// 'text' with "$WORKSHEET_DIR" expanded; other variables stay unchanged.
 std::string ExpandVariables(const std::string& text, const Worksheet& worksheet);
 
 } // namespace wren
