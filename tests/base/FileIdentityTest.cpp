@@ -42,7 +42,7 @@ TEST(FileIdentity, IsSettledSomeTimeAfterAChange)
 {
     const time_t now = ::time(nullptr);
     const struct {
-        time_t seconds; // from now
+        time_t seconds; // relative to now
         bool settled;
     } kCases[] = {{-1'000'000, true}, {-10, true}, {-1, false}, {0, false}, {1, false}, {10, true}, {1'000'000, true}};
     for (const auto& c : kCases) {

@@ -4,7 +4,7 @@
 
 namespace base {
 
-// The values are those that the hash's authors publish.
+// The values published by the hash's authors.
 TEST(Fnv1a, IsTheOneThatFilesHold)
 {
     EXPECT_EQ(Fnv1a(""), 0xcbf29ce484222325u);

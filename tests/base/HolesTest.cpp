@@ -9,7 +9,7 @@
 
 namespace {
 
-// A file with a byte at each of these places, and holes elsewhere. -1, with the reason, when there is none.
+// A file with a byte at each of these places, and holes elsewhere. -1, with the reason, if it cannot be made.
 int OpenWithBytesAt(const TempDirectory& directory, const std::vector<off_t>& places, off_t size, std::string& reason)
 {
     const std::string path = directory / "file";

@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Stands in another directory, with another $PWD, for as long as a test.
+// Changes the current directory and $PWD for the length of a test.
 class Standing {
 public:
     Standing(const std::string& directory, const std::string& named)

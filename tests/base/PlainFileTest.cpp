@@ -16,7 +16,7 @@
 
 namespace {
 
-// Why it is not opened; 0 when it is.
+// The errno with which opening fails; 0 on success.
 int Refusal(const std::string& path)
 {
     const int file = base::OpenPlainFile(path.c_str());
@@ -80,7 +80,7 @@ TEST(PlainFile, APipeWithAWriterIsLeftAlone)
     ::close(writer);
 }
 
-// As file servers do with what other machines have open.
+// As file servers hold leases on files that other machines have open.
 TEST(PlainFile, AFileWithALeaseIsOpenedOnceItIsReleased)
 {
     const TempDirectory directory;

@@ -37,7 +37,7 @@ std::string AllOf(const Descriptor& from)
 
 struct Ended {
     int status = -1;
-    std::string output; // and errors
+    std::string output; // including errors
 };
 
 Ended RunToItsEnd(Program program)
@@ -128,7 +128,7 @@ TEST(Process, GivesDescriptorsTheirPlacesWhateverTheirNumbers)
     Result<Pipe> output = OpenPipe();
     Result<Pipe> third = OpenPipe();
     Result<Pipe> fourth = OpenPipe();
-    // Each stands where another is to be.
+    // Each descriptor is in the place meant for another.
     const Descriptor at3(::fcntl(fourth->writing.Number(), F_DUPFD_CLOEXEC, 3));
     const Descriptor at4(::fcntl(third->writing.Number(), F_DUPFD_CLOEXEC, 4));
     Program shell = Shell("cat; echo out; echo third >&3; echo fourth >&4");

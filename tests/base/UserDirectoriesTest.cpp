@@ -17,7 +17,7 @@ void Set(const char* variable, const char* value)
         ::setenv(variable, value, 1);
 }
 
-// A variable of the environment, put back at the end.
+// Sets an environment variable, and restores it at the end.
 class Variable {
 public:
     explicit Variable(const char* name) : name(name)

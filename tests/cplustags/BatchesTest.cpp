@@ -1,4 +1,4 @@
-// Large runs, in which ctags is given many files at once: nobody should see a difference but the time.
+// Large runs, which give ctags many files at once: only the time may differ.
 
 #include "tests/cplustags/Workspace.h"
 
@@ -18,7 +18,7 @@ protected:
         for (int number = 0; number < kSources; ++number)
             list += WriteSource(std::to_string(number)) + "\n";
         work.Write("list", list);
-        // A batch that fails is tagged file by file, and so is all that follows it.
+        // After a batch fails, its files and all others are tagged one by one.
         work.environment["CPLUSTAGS_JOBS"] = "1";
         const ProgramRun run = Make("[ $kind = files ] || exit 1\n");
         EXPECT_EQ(run.status, 0);
@@ -27,7 +27,7 @@ protected:
         tags = work.Content("tags");
     }
 
-    // C; here and there Objective-C, or a name that cannot stand in a batch.
+    // C, and sometimes Objective-C or a name that does not fit into a batch.
     std::string WriteSource(const std::string& number) const
     {
         const std::string function = "int function_" + number + "(void) { return 0; }\n";
@@ -36,7 +36,7 @@ protected:
         return work.Write((number.ends_with("99") ? "s\\" : "s") + number + ".c", function);
     }
 
-    // Runs with a ctags that does 'branches' first; $kind is "batch" or "files".
+    // Runs with a ctags that first executes 'branches'; $kind is "batch" or "files".
     ProgramRun Make(const std::string& branches)
     {
         std::filesystem::remove(work / "kinds");
@@ -50,7 +50,7 @@ protected:
         return work.Run({"--c-kinds=+p", "-f", "tags", "-L", "list"});
     }
 
-    // The kinds of runs that there were.
+    // The kinds of ctags runs, without duplicates.
     Words Kinds() const
     {
         Words kinds;
@@ -63,7 +63,7 @@ protected:
     }
 
     Workspace work;
-    std::string tags; // as they come when each file is tagged by itself
+    std::string tags; // the result of tagging each file by itself
 };
 
 TEST_F(Batches, GiveTheSameTagsAsSingleFiles)

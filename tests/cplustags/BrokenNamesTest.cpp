@@ -1,4 +1,4 @@
-// Names with line breaks, as "find" prints them, that lead out of the tree which they are in.
+// Names with line breaks, printed by "find", that lead out of their tree.
 
 #include "cplustags/FileList.h"
 #include "cplustags/Progress.h"
@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-// A tree, and files of the user's that must not be tagged: beside it, and in the directory where the tags are made.
+// A tree, and the user's files that must not be tagged: beside it, and in the directory of the tags file.
 class NamesWithLineBreaks : public testing::Test {
 protected:
     NamesWithLineBreaks()
@@ -32,7 +32,7 @@ protected:
 
     std::string InTree(const std::string& leaf) const { return directory / "tree/" + leaf; }
 
-    // What "find" prints of the tree.
+    // The output of "find" for the tree.
     std::string Found(const Names& starts) const
     {
         Names words = {"/usr/bin/find"};
@@ -41,7 +41,7 @@ protected:
         return RunProgram(words, directory / "cwd").output;
     }
 
-    // What is tagged of a list.
+    // The files tagged for a list.
     Names Listed(const std::string& list) const
     {
         const std::string path = directory.Write("list", list);
@@ -63,7 +63,7 @@ protected:
         return paths;
     }
 
-    // Nothing but the tree is tagged, and the files of the tree are.
+    // All files of the tree are tagged, and no others.
     void ExpectOnlyTheTree(const Names& paths, const std::string& why) const
     {
         for (const std::string& path : paths)
@@ -87,7 +87,7 @@ TEST_F(NamesWithLineBreaks, NeverLeadOutOfTheTree)
     const std::string tree = directory / "tree";
     const struct {
         const char* why;
-        std::string name; // in the tree
+        std::string name; // inside the tree
     } names[] = {
         {"a break in front of an absolute name", "x.h\n" + home + "/secret.h"},
         {"in a directory", "s/x.h\n" + home + "/secret.h"},
@@ -127,12 +127,12 @@ TEST_F(NamesWithLineBreaks, NeverLeadOutOfTheTree)
             const std::string why = std::string(name.why) + ", where the first line is " + kind;
             ExpectOnlyTheTree(Listed(Found({tree})), why);
             ExpectOnlyTheTree(Listed(Found({"../tree"})), why + ", relative");
-            directory.Write("tree/a.h", ""); // then all of the tree is a known place, or at another time
+            directory.Write("tree/a.h", ""); // makes the whole tree a known place, now or later
             ExpectOnlyTheTree(Listed(Found({tree})), why + ", with a file in the tree itself");
         }
 }
 
-// The name need not be that of a file: "find" prints whatever is called like one.
+// "find" prints matching names of anything, not just of files.
 TEST_F(NamesWithLineBreaks, AreReadWhetherOrNotTheyNameFiles)
 {
     const std::string name = "x.h\n" + directory / "home/secret.h";
@@ -151,7 +151,7 @@ TEST_F(NamesWithLineBreaks, AreReadWhetherOrNotTheyNameFiles)
     }
 }
 
-// Such names can be made and printed, though no program can open them by their paths.
+// Such names can be created and printed, although no program can open them by their paths.
 TEST_F(NamesWithLineBreaks, MayBeLongerThanAnyPath)
 {
     const std::string part(250, 'd');
@@ -224,7 +224,7 @@ TEST_F(NamesWithLineBreaks, AreTaggedWherePossible)
                      "tree/s/a.h", "tree/very\n\nodd\n\n\nname.h", "tree/z/b.h"}));
 }
 
-// In lists of names that have no line breaks, every file is tagged wherever it is.
+// In lists of names without line breaks, every file is tagged wherever it is.
 TEST_F(NamesWithLineBreaks, AreNotSeenInListsOfOrdinaryNames)
 {
     const std::string tree = directory / "tree";

@@ -1,4 +1,4 @@
-// A ctags that is missing, crashes, hangs, fails or is killed: stand-ins for it do so on names that ask for it.
+// A ctags that is missing, crashes, hangs, fails or is killed. Stand-ins do so for certain names.
 
 #include "tests/cplustags/Workspace.h"
 #include "tests/support/Fifo.h"
@@ -17,7 +17,7 @@ constexpr const char* kOldTags = "old\told.c\t1;\"\tf\n";
 
 class CtagsProcesses : public testing::Test {
 protected:
-    // Empty sources; their names are all that the stand-ins look at.
+    // Empty sources; stand-ins only look at their names.
     Words Sources(const Words& leaves)
     {
         for (const std::string& leaf : leaves)
@@ -42,7 +42,7 @@ protected:
         return tags;
     }
 
-    // The run fails, says 'words', and leaves everything as it was.
+    // The run fails with 'words' in its message, and leaves everything unchanged.
     void ExpectFailure(const ProgramRun& run, const std::string& words)
     {
         EXPECT_EQ(run.status, 1) << run.errors;
@@ -94,7 +94,7 @@ TEST_F(CtagsProcesses, APlainCtagsIsUsedWhenItIsUniversal)
     const std::string afterShell = standIn.substr(standIn.find('\n') + 1);
     work.environment["PATH"] = work / "bin:/usr/bin:/bin";
     const Words sources = Sources({"a.c"});
-    // The usual directories have ctags of their own: only one without them shows what is found.
+    // The usual directories may contain a real ctags, so the search path must not include them.
     fs::create_directory(work / "bin");
     for (const char* program : {"sh", "basename"})
         fs::create_symlink(std::string("/usr/bin/") + program, work / "bin/" + program);
@@ -151,7 +151,7 @@ TEST_F(CtagsProcesses, CrashesOnAllFilesAreAFailure)
     EXPECT_EQ(run.errors.find("s120.c"), std::string::npos) << "it does not try them all";
 }
 
-// The limit is what a loaded machine needs for the other files.
+// The limit allows for the other files on a loaded machine.
 TEST_F(CtagsProcesses, AHangCostsOneFileAndEndsTheChildrenOfCtags)
 {
     const Fifo pids;
@@ -189,7 +189,7 @@ TEST_F(CtagsProcesses, AnyOtherFailureFailsTheRun)
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.why);
-        // Names are given as from the directory of the tags file or as absolute ones.
+        // Names are relative to the directory of the tags file, or absolute.
         work.UseStandIn(std::string("*/") + c.branch);
         ExpectFailure(RunOverOldTags(Sources({"a.c", "b.c", "c.c"})), c.words);
     }
@@ -205,7 +205,7 @@ TEST_F(CtagsProcesses, ComplaintsOfCtagsAreShownOnlyWhenItFails)
 
 TEST_F(CtagsProcesses, EndlessComplaintsDoNotStopCtags)
 {
-    // More than a pipe holds; the end of it is what is shown.
+    // More than a pipe holds; the message shows the end of it.
     work.UseStandIn("*a.c) i=0; while [ $i -lt 20000 ]; do echo 0123456789; i=$((i+1)); done >&2;;\n"
                     "*b.c) echo 'last words' >&2; exit 1;;\n");
     const ProgramRun run = RunOverOldTags(Sources({"a.c", "b.c"}));
@@ -213,7 +213,7 @@ TEST_F(CtagsProcesses, EndlessComplaintsDoNotStopCtags)
     EXPECT_LT(run.errors.size(), 10'000u);
 }
 
-// Each stand-in says so when it starts and then waits to be let go, once.
+// Lets the test wait for each start of a stand-in, and continue it once.
 class Starts {
 public:
     std::string Branches() const
@@ -264,8 +264,7 @@ TEST_F(CtagsProcesses, TemporaryFilesOfCtagsAreRemoved)
 
 class Interrupts : public CtagsProcesses {
 protected:
-    // Runs until ctags is at a file that takes forever, then sends the signal. The command's first words may change
-    // how it is run.
+    // Runs until ctags reaches a file that takes forever, then sends the signal. 'before' are words before the command.
     ProgramRun Interrupt(int signal, const Words& before = {})
     {
         work.UseStandIn("*forever*) echo $$ >'" + pids.Path() + "'; read line <'" + forever.Path() + "';;\n");
@@ -291,7 +290,7 @@ TEST_F(Interrupts, LeaveTheOldFileAndNoLitter)
 {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         SCOPED_TRACE(::strsignal(signal));
-        std::signal(signal, SIG_DFL); // a shell has what it runs in the background ignore some
+        std::signal(signal, SIG_DFL); // a shell ignores some signals in background jobs
         const ProgramRun run = Interrupt(signal);
         EXPECT_EQ(run.signal, signal) << "it ends as whoever sent the signal expects";
         EXPECT_EQ(run.errors, "");

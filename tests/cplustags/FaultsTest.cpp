@@ -1,4 +1,4 @@
-// What stops the program from outside: a kill at any moment, a full disk, another run for the same file.
+// External failures: kills at any moment, a full disk, concurrent runs for the same file.
 
 #include "tests/support/FileContent.h"
 #include "tests/support/LostReader.h"
@@ -20,7 +20,7 @@ using Texts = std::vector<std::string>;
 
 const std::string kOldTags = "!_TAG_FILE_SORTED\t1\t//\nold\told.c\t1;\"\tf\n";
 
-// A directory with sources of some tags each, a list of them, and a tags file to be replaced.
+// A directory with sources of a few tags each, a list of them, and an old tags file.
 class Project {
 public:
     explicit Project(int sources)
@@ -45,7 +45,7 @@ public:
     ProgramRun Make() const { return RunProgram(Command(directory / "list"), directory.Path()); }
     void PutOldTags() const { directory.Write("tags.d/tags", kOldTags); }
 
-    // All that stands beside the tags file, which nothing should.
+    // All files beside the tags file; there should be none.
     Texts Litter() const
     {
         Texts litter;
@@ -60,7 +60,7 @@ public:
     std::string list;
 };
 
-// The name of a pipe from which the program reads its list, so that the test decides how far it gets.
+// Makes a pipe for the program's list, with which the test controls its progress.
 std::string MakePipe(const Project& project)
 {
     const std::string path = project.directory / "pipe";
@@ -68,12 +68,12 @@ std::string MakePipe(const Project& project)
     return path;
 }
 
-// Kills a run after it has been given some names; or, with all of them given, after the directory was looked at some
-// number of times, which is somewhere in parsing, sorting, writing, or behind them.
+// Kills a run after it has read some of the names. Or, after all names, when the directory has been read a random
+// number of times: somewhere in parsing, sorting, writing, or after them.
 void KillSomewhere(const Project& project, const std::string& pipe, std::mt19937& random)
 {
     RunningProgram running(project.Command(pipe), project.directory.Path());
-    // Set once the program runs, which is to have the usual one: nobody may be reading when a name is written.
+    // Set after the start, since the program needs the default action: a name may be written when there is no reader.
     const auto before = std::signal(SIGPIPE, SIG_IGN);
     const bool givesAll = random() % 2 == 0;
     std::ofstream names(pipe);
@@ -133,7 +133,7 @@ namespace {
 
 constexpr int kNoMount = 77;
 
-// A script with mounts of its own, which the system forgets with it; it exits with kNoMount when it may not mount.
+// Runs a script with its own mounts, which end with it. It exits with kNoMount if mounting is not allowed.
 ProgramRun RunWithMounts(const std::string& script, const std::string& directory)
 {
     return RunProgram({"/usr/bin/unshare", "--map-root-user", "--mount", "/bin/sh", "-c", script}, directory);
@@ -168,7 +168,7 @@ TEST(Faults, AFullDiskLeavesTheOldFile)
 TEST(Faults, TemporariesGoBesideTheTagsFileWhenMemoryHasNoRoom)
 {
     const Project project(40);
-    // With each number of files another step would be the first to fail.
+    // For each number of files, another step fails first.
     const std::string script = "for files in 1 2 3 4 5 6 7 8; do\n"
                                "mount -t tmpfs -o size=256m,nr_inodes=$files none /dev/shm || exit 77\n" +
                                ShellWord(CPLUSTAGS) + " -f " + ShellWord(project.Target()) + " -L " +

@@ -65,7 +65,7 @@ struct Listing {
 
 enum class Reader { Anybody, NotRoot };
 
-// What is given for files of the command line and the text of a list; relative names are found from 'directory'.
+// The files found for a command line and the text of a list; relative names start at 'directory'.
 Listing List(const TempDirectory& directory, const Names& files, const std::string& list,
              Reader reader = Reader::Anybody, const std::string& tree = "")
 {
@@ -210,7 +210,7 @@ TEST(FileList, GivesFilesWhileTheListIsBeingWritten)
     names.Write(directory / "a.c" + "\n");
     ASSERT_TRUE(files.Next(path));
     EXPECT_EQ(path, directory / "a.c");
-    names.Write(directory / "b.c"); // not yet a whole line
+    names.Write(directory / "b.c"); // not yet a complete line
     names.Close();
     ASSERT_TRUE(files.Next(path));
     EXPECT_EQ(path, directory / "b.c");
@@ -220,7 +220,7 @@ TEST(FileList, GivesFilesWhileTheListIsBeingWritten)
 TEST(FileList, EndsWhenItIsCancelled)
 {
     const TempDirectory directory;
-    Pipe names; // nobody writes, and nobody closes
+    Pipe names; // no writer, but not closed
     Progress progress(STDERR_FILENO);
     int asked = 0;
     FileList files({}, names.Reading(), directory.Path(), directory.Path(), progress, [&asked] { return ++asked < 2; });

@@ -1,4 +1,4 @@
-// A tree from elsewhere that brings links, pipes, option files and odd names to where its tags are made.
+// A hostile tree with links, pipes, option files and odd names in the way of its tags.
 
 #include "tests/cplustags/Workspace.h"
 #include "tests/support/ShellWord.h"
@@ -27,7 +27,7 @@ protected:
         work.environment["HOME"] = work / "home";
     }
 
-    // Makes tags as command lines have it: a list by find, a temporary beside the tags file, which takes its place.
+    // Makes tags with a list from find and a temporary file, which then replaces the tags file.
     ProgramRun MakeTags() const
     {
         const std::string tree = ShellWord(work / "tree");
@@ -49,8 +49,8 @@ protected:
 
 struct Meant {
     const char* why;
-    std::optional<std::string> text; // of the file that the link points to
-    bool mayBeReplaced;              // when links are followed
+    std::optional<std::string> text; // of the link's target
+    bool mayBeReplaced;              // with --follow-links
 };
 
 const Meant kMeant[] = {
@@ -208,7 +208,7 @@ TEST_F(HostileTree, ASparseOldTagsFileIsNotReadToItsEnd)
     EXPECT_EQ(work.Tags("tree/tags"), Words{"a a.c 1;\" v"});
 }
 
-// In the directory of the tags file, where ctags runs, in the current one, and where the user's own would be.
+// In the directory of the tags file, where ctags runs, in the current one, and where the user's own files would be.
 TEST_F(HostileTree, OptionFilesOfTheTreeAreNotRead)
 {
     const std::string options = "--exclude=*\n--langmap=C:.none\n-f " + work / "home/written" + "\n--no-such-option\n";
@@ -222,7 +222,7 @@ TEST_F(HostileTree, OptionFilesOfTheTreeAreNotRead)
     fs::create_symlink("/usr/bin/ctags-universal", work / "bin/ctags");
     for (const std::string& path : {std::string("/usr/bin:/bin"), work / "bin"})
         for (const char* directory : {"tree", "tree/x", "."}) {
-            work.environment["PATH"] = path; // the second has a ctags that is asked what it is
+            work.environment["PATH"] = path; // the second path has a ctags that is asked for its version
             const ProgramRun run = RunProgram(Workspace::Command({"-f", work / "tree/tags", work / "tree/a.c"}),
                                               work / directory, work.environment);
             EXPECT_EQ(run.status, 0) << path << " " << directory << ": " << run.errors;

@@ -1,4 +1,4 @@
-// What the program makes of sources, with the ctags of this machine.
+// The program's output for sources, with the ctags of this machine.
 
 #include "tags/TagFile.h"
 #include "tagsfile/SortedClaim.h"
@@ -59,8 +59,7 @@ TEST(MakeTags, DeclaresTheFileSorted)
     EXPECT_EQ(work.Run({"-f", "-", "a.c"}).output.find(tagsfile::kSortedClaim), std::string::npos)
         << "standard output has no time";
 
-    // Old lines of other programs are in order too, but not by their names: a control character sorts in front of a
-    // tab.
+    // Old lines of other programs are in order too, but not by name: a control character sorts before a tab.
     work.Write("tags", "!_TAG_PROGRAM_NAME\tcplustags\t//\nodd\x01z\tb.c\t1;\"\tf\nodd\tb.c\t1;\"\tf\n");
     EXPECT_EQ(work.Run({"--append=yes", "a.c"}).status, 0);
     ASSERT_EQ(work.Tags().size(), 3u);
@@ -274,7 +273,7 @@ TEST(MakeTags, ATargetInAMissingDirectoryIsAFailure)
     EXPECT_NE(run.errors.find("none"), std::string::npos) << run.errors;
 }
 
-// The tags' names, as lookups find them with their sources.
+// The names of all tags with their sources, as lookups find them.
 std::vector<std::string> Found(const std::string& tagsFile)
 {
     std::vector<std::string> found;

@@ -218,7 +218,7 @@ TEST(NewFile, NeedsAWritableDirectory)
     EXPECT_EQ(NamesIn(directory.Path()), Texts{"tags"});
 }
 
-// In a process of its own, whose files may not grow beyond a limit: the system answers as on a full disk.
+// In a process with a limited file size: the system then answers as on a full disk.
 TEST(NewFile, LeavesTheOldFileWhenItCannotGrow)
 {
     const TempDirectory directory;
@@ -256,7 +256,7 @@ TEST(NewFile, LeavesOtherUnfinishedFilesAlone)
     EXPECT_EQ(Content(target), "first") << "the later one to end wins";
 }
 
-// Newcomers look for what is abandoned while others have just made, and not yet locked, what is theirs.
+// Some processes look for abandoned directories while others have made but not yet locked theirs.
 TEST(NewFile, CanBeMadeByManyProcessesAtOnce)
 {
     const TempDirectory directory;

@@ -1,4 +1,4 @@
-// The program where the system starts no threads for it.
+// The program when the system starts no threads.
 
 #include "tests/support/NoThreads.h"
 #include "tests/cplustags/Workspace.h"

@@ -11,7 +11,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// The command line's words without the program's name, read with what the environment has.
+// Reads the words of a command line without the program's name, and the environment.
 Options Read(const Words& words, int* status)
 {
     std::vector<const char*> pointers = {"cplustags"};

@@ -13,7 +13,7 @@
 namespace cplustags {
 namespace {
 
-// A terminal that nobody sits at. What is written to it comes back with Written().
+// A terminal without a user. Written() returns what was written to it.
 class Terminal {
 public:
     Terminal() : screen(::posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
@@ -33,7 +33,7 @@ public:
     }
 
     int Program() const { return program; }
-    // The system hands on in its own time what was written. So a mark is written behind it, and waited for.
+    // The system passes the output on with a delay, so this writes a mark after it and waits for that.
     std::string Written() const
     {
         constexpr char kMark = '\x1';

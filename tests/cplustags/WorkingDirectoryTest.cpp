@@ -1,4 +1,4 @@
-// What is left of killed runs, and what a hostile tree puts in its place.
+// The leftovers of killed runs, and what a hostile tree puts in their place.
 
 #include "base/WorkingDirectory.h"
 
@@ -63,7 +63,7 @@ TEST(WorkingDirectory, ARunningProcessKeepsItsOwn)
     EXPECT_EQ(Content(directory / "tags.tmp"), "other");
 }
 
-// Whatever a killed process may leave goes, and what only looks like it stays.
+// Removes everything that a killed process may leave, and nothing that only looks like it.
 TEST(WorkingDirectory, OnlyLeftoversAreRemoved)
 {
     const TempDirectory directory;
@@ -88,7 +88,7 @@ TEST(WorkingDirectory, OnlyLeftoversAreRemoved)
     EXPECT_EQ(NamesIn(directory / ".tags.cplustags-backup"), Texts{"without a lock"});
 }
 
-// Beside what the user has stands a directory of a tree whose working directories are none.
+// A tree with false working directories, beside the user's files.
 class HostileLeftovers : public testing::Test {
 protected:
     HostileLeftovers()
@@ -98,7 +98,7 @@ protected:
         directory.Write("tree/tags", "old");
     }
 
-    // Every file and directory of the user, and none else, is as it was.
+    // The user's files and directories are unchanged, and there are no others.
     void ExpectHomeAsItWas() const
     {
         EXPECT_EQ(NamesIn(directory / "home"), (Texts{"below", "file"}));
@@ -149,7 +149,7 @@ TEST_F(HostileLeftovers, PipesAreNotWaitedFor)
               (Texts{".tags.cplustags-LocK01", ".tags.cplustags-LocK02", ".tags.cplustags-LocK04", "tags"}));
 }
 
-// So deep that no path reaches the end.
+// Deeper than any path can reach.
 TEST_F(HostileLeftovers, DirectoriesMayBeDeeperThanAnyPath)
 {
     directory.Write("tree/.tags.cplustags-LocK01/lock", "");

@@ -1,4 +1,4 @@
-// A directory with sources, and cplustags run in it.
+// A directory with sources, in which cplustags runs.
 #pragma once
 
 #include "tests/support/RunProgram.h"
@@ -25,7 +25,7 @@ public:
         return path;
     }
 
-    // From here on this is run in place of ctags.
+    // From now on this runs in place of ctags.
     void UseStandIn(const std::string& branches)
     {
         environment["CPLUSTAGS_CTAGS"] = WriteProgram("stand-in/ctags", StandInForCtags(branches));
@@ -44,7 +44,7 @@ public:
         return {std::istreambuf_iterator<char>(file), {}};
     }
 
-    // The tags' lines in the order of the file, tabs as blanks; without what the file says of itself.
+    // The tags in the order of the file, with blanks for tabs, without the pseudo-tags.
     Words Tags(const std::string& leaf = "tags") const
     {
         Words lines;
@@ -66,7 +66,7 @@ public:
         return "";
     }
 
-    // What stands in a directory, hidden things too.
+    // The entries of a directory, including hidden ones.
     Words Leaves(const std::string& directory = ".") const
     {
         Words leaves;

@@ -64,8 +64,7 @@ struct Sample {
 
 const Texts kFields = {"b.c", "a.c", "a.c.h", "a", "a.c", "a\x01.c", "/usr/include/x.h", std::string(990, 'l')};
 
-// Names and scopes of few letters, so that all that follows them in a line decides as well: some of them sort before
-// it.
+// Names and scopes of few letters, so that the rest of the line decides too; some letters sort before a tab.
 std::vector<Sample> Samples(size_t count, unsigned seed)
 {
     std::mt19937 random(seed);

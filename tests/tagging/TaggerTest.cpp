@@ -17,7 +17,7 @@ using Texts = std::vector<std::string>;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// Keeps what it is told. Any thread.
+// Records all reports. Any thread.
 class Listener final : public Observer {
 public:
     void Say(const std::string& message) override
@@ -89,10 +89,10 @@ TEST_F(TaggerTest, EndsWithoutAFailureWhenItIsCancelled)
     EXPECT_THAT(listener.said, IsEmpty());
 }
 
-// Where the system starts fewer threads than there are jobs.
+// A system that starts fewer threads than there are jobs.
 class FewThreads : public TaggerTest {
 protected:
-    // Of so many files, with that many threads and no more; answers what was said.
+    // Tags that many files with at most that many threads; returns the messages.
     Texts Tag(unsigned files, int threads)
     {
         listener.said.clear();

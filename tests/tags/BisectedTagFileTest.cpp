@@ -1,5 +1,5 @@
-// Files that are known to be in order, and are bisected: all that is found in them, and where reading goes on, is what
-// reading them from their beginnings finds.
+// Files that are known to be in order are bisected. Bisecting finds the same as reading them from the beginning, and
+// continues at the same place.
 
 #include "tests/tags/LiteralTagFile.h"
 #include "tests/tagsfile/LearnedOrder.h"
@@ -13,7 +13,7 @@ using namespace std::string_literals;
 
 namespace {
 
-// Where nothing but threads is watched, of which there is one here, a fifth will do: it would take minutes.
+// The thread sanitizer gains nothing from a test with one thread, and would take minutes: a fifth is enough.
 #if defined(__SANITIZE_THREAD__)
 constexpr size_t kManyRounds = 400;
 #else
@@ -44,7 +44,7 @@ std::string Tag(Sequence& sequence)
            sequence.One(kScopeFields) + "\n";
 }
 
-// What makes a file odd, one thing at a time. Most of them leave it in order.
+// Ways in which a file can be odd. Most of them leave it in order.
 enum class Oddity {
     kNone,
     kDuplicates,
@@ -57,7 +57,7 @@ enum class Oddity {
     kNulBytes,
     kControlBytes,
     kNoTags,
-    kLongestLines, // and those out of order or too long
+    kLongestLines, // also out of order or too long
     kTooLongLine,
     kLeadingTab,
     kOneOutOfOrder,
@@ -138,7 +138,7 @@ std::string RandomTags(Sequence& sequence, Oddity oddity, size_t fewest = 200)
     return Text(std::move(lines), sequence, oddity);
 }
 
-// A new file, since some systems write one to the disk at once that takes the old one's place.
+// Always a new file, since some systems write a replaced file to the disk at once.
 void NewTags(const TagsFolder& folder, const std::string& text)
 {
     std::filesystem::remove(folder.Tags());
@@ -191,7 +191,7 @@ std::string Pattern(Sequence& sequence)
 
 LiteralMatch AnyOf(Sequence& sequence)
 {
-    // Any match takes long, and bisects nothing.
+    // Searches for any match take long, and do not bisect.
     if (sequence.Below(50) == 0)
         return LiteralMatch::kAny;
     return sequence.Below(2) == 0 ? LiteralMatch::kExact : LiteralMatch::kPartial;
@@ -236,7 +236,7 @@ TEST(BisectedTagFile, FindsTheSameAsTheLiteralReaderInAnyFile)
 
 namespace {
 
-// Whatever a reader may be asked, and what it answered.
+// All calls of a reader, and their answers.
 template <class Match>
 std::string AnswerToMatch(TagFile& file, bool stop, Match match)
 {
@@ -334,7 +334,7 @@ TEST(BisectedTagFile, ReadingContinuesAfterASearchAsTheLiteralReaderDoes)
         NewTags(folder, RandomTags(sequence, static_cast<Oddity>(round % static_cast<size_t>(Oddity::kTooLongLine))));
         const std::string pattern = Pattern(sequence);
         std::vector<size_t> questions(1 + sequence.Below(12));
-        // The paths, which are read to the end, not as often as the others.
+        // Paths are read to the end, so they are asked for less often.
         std::generate(questions.begin(), questions.end(),
                       [&] { return sequence.Below(sequence.Below(8) == 0 ? 8 : 15); });
         std::replace(questions.begin(), questions.end() - 1, size_t(7), size_t(8));

@@ -1,4 +1,4 @@
-// What is left of reading tags files that the process has no time for any more.
+// Reading tags files when the process has no time left for it.
 #include "tags/CompletionCache.h"
 #include "tags/PathCache.h"
 #include "tags/SortedStrings.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-// Reading is cancelled as long as one lives.
+// Cancels reading for its lifetime.
 class CancelledReading {
 public:
     CancelledReading() { vetch::CancelReading(true); }

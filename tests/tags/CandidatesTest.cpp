@@ -59,7 +59,7 @@ using Action = Suggestion::Action;
 
 struct SuggestionCase {
     const char* why;
-    const char* text; // the caret is behind it
+    const char* text; // the caret is at its end
     Lines candidates;
     Action action;
     const char* suggested;

@@ -31,7 +31,7 @@ Tags Make(const BEntry& local, const BEntry& system)
     return Tags(&local, &system, "", false);
 }
 
-// What completion does at a key stroke.
+// Loads names as completion does at a key stroke.
 bool Load(CompletionCache& cache, const BEntry& local, const BEntry& system)
 {
     Tags tags = Make(local, system);
@@ -45,7 +45,7 @@ Lines Completed(const CompletionCache& cache, const char* pattern, unsigned long
     return names;
 }
 
-// Entries as the cache has them, in the order given.
+// Entries in the cache's form, in the given order.
 class EntryList {
 public:
     explicit EntryList(const Lines& fullNames)
@@ -81,7 +81,7 @@ Lines Loaded(const Lines& fullNames)
     return Shown(list.entries);
 }
 
-// Ways in which a tags file becomes another one.
+// Ways to change a tags file.
 using Change = void (*)(const TagsFolder& folder, const std::string& tags);
 
 void RewriteInPlace(const TagsFolder& folder, const std::string& tags)
@@ -102,7 +102,7 @@ protected:
 
     bool Load() { return ::Load(cache, local.Entry(), system.Entry()); }
 
-    // Asks, lets the load end that this starts, and says whether it had started one.
+    // Starts a load if necessary and waits for its end; returns whether there was one.
     bool Reloads(const BEntry& localTags, const BEntry& systemTags)
     {
         const bool starts = !::Load(cache, localTags, systemTags);
@@ -185,7 +185,7 @@ TEST_F(CompletionCacheTest, LoadsInTheBackgroundAndRefusesSearchesMeanwhile)
     EXPECT_EQ(Completed(cache, "local"), Lines{}) << "the second load never ran";
 }
 
-// The other half is complete all the while, but a list of its names alone would change under the user's hands.
+// The other half is complete, but a list of its names alone would change under the user's hands.
 TEST_F(CompletionCacheTest, RefusesSearchesWhileOneHalfIsReloaded)
 {
     ASSERT_TRUE(Reloads());
@@ -241,7 +241,7 @@ TEST_F(CompletionCacheTest, NeverLoadsInTheForeground)
     EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
 }
 
-// What is stale is forgotten at the first look, whether or not it may be loaded there.
+// The record of a stale half is dropped at the first look, even if loading is not allowed there.
 TEST_F(CompletionCacheTest, AStaleHalfFoundInTheForegroundIsLoadedLater)
 {
     ASSERT_TRUE(Reloads());
@@ -251,7 +251,7 @@ TEST_F(CompletionCacheTest, AStaleHalfFoundInTheForegroundIsLoadedLater)
     Tags tags = Make(local.Entry(), system.Entry());
     EXPECT_TRUE(cache.LoadIfNeeded(tags, false));
     EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
-    SetTime(local.Tags(), loaded); // no longer later than what was loaded
+    SetTime(local.Tags(), loaded); // not later than the loaded one
     EXPECT_TRUE(Reloads());
     EXPECT_EQ(Completed(cache, "newLocal"), Lines{"newLocal"});
 }
@@ -259,7 +259,7 @@ TEST_F(CompletionCacheTest, AStaleHalfFoundInTheForegroundIsLoadedLater)
 TEST_F(CompletionCacheTest, LoadsOnlyTheStaleHalf)
 {
     ASSERT_TRUE(Reloads());
-    // A half whose file keeps its time is not read, so what was written into it meanwhile does not show.
+    // A half whose file keeps its time is not read again, so new content does not show.
     const auto rewrite = [](const TagsFolder& folder, const char* name) {
         const BEntry entry = folder.Entry();
         const time_t time = TagFile(&entry, "", false).TagTime();
@@ -290,7 +290,7 @@ TEST_F(CompletionCacheTest, AnotherLocalFileLoadsTheLocalHalf)
     EXPECT_EQ(Completed(cache, "systemName"), Lines{"systemName"});
 }
 
-// The system's file is asked for the time that it was loaded at, not for which file it is.
+// Only the time of the system's file is compared, not its path.
 TEST_F(CompletionCacheTest, AnotherSystemFileLoadsNothing)
 {
     ASSERT_TRUE(Reloads());
@@ -308,7 +308,8 @@ TEST_F(CompletionCacheTest, AnOlderFileIsNotReloaded)
     EXPECT_EQ(Completed(cache, "local"), Lines{"localName"});
 }
 
-// Where the clock was ahead, and is set right: only a later file is loaded, and one of another place whatever its time.
+// After the clock was ahead and has been corrected: only a later file is loaded, and a file elsewhere whatever its
+// time.
 TEST_F(CompletionCacheTest, AFileFromTheFutureIsLoadedOnceAndAgainWhenItGetsNewer)
 {
     const time_t ahead = ::time(nullptr) + 1'000'000;
@@ -346,7 +347,7 @@ TEST_F(CompletionCacheTest, AVanishedFileKeepsItsNames)
     EXPECT_EQ(Completed(cache, "came"), Lines{"cameBack"});
 }
 
-// The document now has no local tags file: its old names are wrong there, but they are offered until one appears.
+// Without a local tags file the old local names are wrong, but they are offered until a new file appears.
 TEST_F(CompletionCacheTest, ADisappearingLocalFileLoadsNothing)
 {
     ASSERT_TRUE(Reloads());
@@ -386,8 +387,7 @@ TEST_F(CompletionCacheTest, FilesWithoutNamesAreLoadedOnce)
     EXPECT_EQ(Completed(cache, ""), Lines{});
 }
 
-// Without a home directory there is no path to remember, so every key stroke begins a load and none ever finds
-// anything.
+// Without a home directory there is no path to remember, so every key stroke begins a load, and searches find nothing.
 TEST_F(CompletionCacheTest, ItIsAlwaysLoadingWithoutASystemPath)
 {
     for (int key = 0; key < 3; ++key) {
@@ -422,7 +422,7 @@ TEST_F(CompletionCacheTest, AFileWrittenWhileItIsReadIsReadAgain)
     }
 }
 
-// The local half is read, sorted and rid of duplicates when the system's file is opened, where the load is held.
+// When the load is held at the system's file, the local half has been read, sorted and rid of duplicates.
 TEST_F(CompletionCacheTest, AFileReplacedBetweenItsReadingAndTheEndOfTheLoadIsReadAgain)
 {
     for (const Change change : {RewriteInPlace, ReplaceByRename}) {
@@ -503,7 +503,7 @@ TEST_F(CompletionCacheTest, PlainPatternsGiveBareNamesAndQualifiedOnesFullNames)
         EXPECT_EQ(Completed(cache, row.pattern), row.names) << row.why;
 }
 
-// Template arguments are left out of the comparison, at any depth and behind outer scopes that have some too.
+// The comparison ignores template arguments at any depth, also those of outer scopes.
 TEST_F(CompletionCacheTest, FindsNamesInScopesWhoseTemplateArgumentsAreOnSeveralLevels)
 {
     local.WriteTags(
@@ -565,8 +565,8 @@ TEST_F(CompletionCacheTest, FindsTheSameAsALinearSearch)
     }
 }
 
-// Scopes are compared with their template arguments left out, from their inner ends, and by what they hold between
-// colons: the search skips most of them, and may skip none that would have matched.
+// Scopes are compared without template arguments, from their inner ends, by the parts between colons. The search skips
+// most of them, but must not skip any that match.
 TEST_F(CompletionCacheTest, FindsTheSameInScopesAsALinearSearch)
 {
     std::mt19937 random(13);

@@ -1,5 +1,4 @@
-// Another reader of tags files: step by step, every line alike, with nothing left out to be quick. The real one has to
-// find the same.
+// A second reader of tags files: step by step, each line alike, without shortcuts. The real one must find the same.
 #pragma once
 
 #include "tags/NameAndQualifier.h"
@@ -23,7 +22,7 @@ public:
     }
     ~LiteralTagFile() { std::fclose(stream); }
 
-    // All matches, and at the end the reference that is left after false.
+    // All matches, and at the end the reference that remains after false.
     Lines All()
     {
         Lines found;
@@ -87,7 +86,7 @@ private:
     EntryRef left;
 };
 
-// The same from the real reader.
+// The same with the real reader.
 template <class Match>
 Lines RealMatches(const std::string& path, const std::string& pattern, Match match, bool stopAtMismatch)
 {

@@ -1,4 +1,4 @@
-// Tags files when the system has no more descriptors, or no more memory, to give.
+// Tags files when the system has no descriptors or no memory left.
 
 #include "tags/CompletionCache.h"
 #include "tags/PathCache.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-// More names, all of them different, than fit into what is left below.
+// More different names than fit into the memory below.
 constexpr size_t kManyNames = 600'000;
 
 std::string TooManyNames()
@@ -36,7 +36,7 @@ TEST(ScarceResources, AFileCanBeOpenedOnceDescriptorsAreFree)
     EXPECT_EQ(Matches(tags, "Foo"), Lines{"Foo f a.cpp:1"});
 }
 
-// In a process of its own, where no other test has left free memory behind.
+// In a new process, without memory that other tests have freed.
 void ExpectInFreshProcess(void (*story)())
 {
     if (!kMemoryCanBeLimited)

@@ -84,7 +84,7 @@ TEST(NameAndQualifier, AnEntryHoldsBothTextsAndReadsAsItsName)
 
 TEST(NameAndQualifier, AnEntryHasRoomForOneByteMoreThanItsTerminators)
 {
-    // 22 characters and three bytes more do not fit into 24, the most that the two terminators alone would ask for.
+    // 22 characters and three more bytes do not fit into 24, the size for just the two terminators.
     const Entry entry = Make("elevenchars", "elevenchars");
     EXPECT_GE(malloc_usable_size(entry.get()), 25u);
 }

@@ -5,7 +5,7 @@
 
 namespace {
 
-// Tags of one file each, in this order.
+// One tag for each file, in this order.
 std::string TagsOf(const Lines& files)
 {
     std::string tags;
@@ -31,7 +31,7 @@ bool LoadInBackground(PathCache& cache, const BEntry& tags)
     return cache.LoadIfNeeded(file, true);
 }
 
-// All paths that a pattern means, up to the null that ends them.
+// All paths that match a pattern, up to the terminating null.
 Lines Found(PathCache& cache, const char* pattern)
 {
     Lines found;
@@ -243,7 +243,7 @@ TEST(PathCache, AFlushDuringALoadChangesNothing)
     PathCache cache;
     EXPECT_FALSE(LoadInBackground(cache, held.Entry()));
 
-    // More than fits between the two: once it is written, some of it is in the cache.
+    // More than fits into the pipe: once it is written, part of it is in the cache.
     constexpr size_t kFiles = 10'000;
     std::ofstream writer = held.Open();
     for (size_t file = 0; file < kFiles; ++file)

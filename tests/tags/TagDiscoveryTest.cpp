@@ -20,7 +20,7 @@ std::string PathOf(const BEntry& entry)
     return BPath(&entry).Path();
 }
 
-// A home directory for the length of a test.
+// A temporary home directory.
 class HomeDirectory : public testing::Test {
 protected:
     HomeDirectory()
@@ -58,7 +58,8 @@ std::string Found(const std::string& start)
     return PathOf(entry);
 }
 
-// Runs in a process that sees 'root' as its root directory; the process's status, or nothing when it is not allowed.
+// Runs 'work' in a process with 'root' as its root directory. Returns the process's status; nullopt if that is not
+// allowed.
 std::optional<int> RunWithRoot(const std::string& root, const std::function<int()>& work)
 {
     constexpr int kNotAllowed = 99;

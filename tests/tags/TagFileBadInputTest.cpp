@@ -1,4 +1,4 @@
-// What becomes of tags files that are no good: each of them a clear outcome, and nothing else lost.
+// Damaged tags files: each has a defined result, and no other tags are lost.
 
 #include "tags/TagFile.h"
 
@@ -17,13 +17,13 @@ BEntry Fixture(const char* name)
     return BEntry((TEST_DATA "/tags/" + std::string(name)).c_str());
 }
 
-// What a whole file's lines yield, with or without their scopes.
+// The matches in all lines of a file, with or without their scopes.
 Lines All(const BEntry& tags)
 {
     return Matches(tags, "", TagFile::AnyMatch());
 }
 
-// A good line of exactly 'length' bytes, newline included: its last field is as long as it takes.
+// A valid line of exactly 'length' bytes, including the newline; its last field is padded.
 std::string LineOfLength(size_t length)
 {
     const std::string start = "Foo\ta.cpp\t12;\"\tf\tclass:";
@@ -87,7 +87,7 @@ TEST(TagFileBadInput, NonFilesCannotBeOpenedOrAreEmpty)
     EXPECT_FALSE(TagFile(&unset, "Foo", false).Rewind());
     EXPECT_EQ(All(BEntry((directory / "tags").c_str())), Lines{"(cannot be opened)"});
 
-    // A directory can be opened, and then has no lines.
+    // A directory can be opened, but has no lines.
     std::filesystem::create_directory(directory / "tags");
     const BEntry folder((directory / "tags").c_str());
     EXPECT_EQ(All(folder), Lines{});
@@ -95,7 +95,7 @@ TEST(TagFileBadInput, NonFilesCannotBeOpenedOrAreEmpty)
     EXPECT_EQ(Paths(folder), Lines{});
 }
 
-// Whoever unpacks somebody's archive may have any of these.
+// An unpacked archive may contain any of these.
 TEST(TagFileBadInput, PipesAndDevicesHaveNoLinesAndAreNotWaitedFor)
 {
     const TempDirectory directory;
@@ -141,7 +141,7 @@ TEST(TagFileBadInput, LongLinesAreReadInPiecesOf1023Bytes)
     const struct {
         const char* why;
         size_t length;
-        size_t scope; // how much of it is in the first piece
+        size_t scope; // bytes of it in the first piece
     } kCases[] = {
         {"1,022 bytes: well within the buffer", 1022, 998},
         {"1,023 bytes: just fits, newline and all", 1023, 999},
@@ -164,7 +164,7 @@ TEST(TagFileBadInput, LongLinesAreReadInPiecesOf1023Bytes)
 
 TEST(TagFileBadInput, AFurtherPieceOfALineIsALineItself)
 {
-    // The first piece ends with a 'z', the second looks like a tag.
+    // The first piece ends with a 'z', and the second looks like a tag.
     const std::string start = "Foo\ta.cpp\t12;\"\tf\tclass:";
     const std::string longLine = start + std::string(1023 - start.length(), 'z') + "Tail\tb.h\t7;\"\tf\n";
     const std::string last = TagLine("Foo", "a.cpp", 13, "f");
@@ -203,7 +203,7 @@ TEST(TagFileBadInput, ANulByteEndsItsLine)
 
 TEST(TagFileBadInput, ABinaryFileIsSkipped)
 {
-    // All bytes in a jumble that is the same every time, then a tag on a line of its own.
+    // Random bytes, the same every time, then a tag on a separate line.
     std::string bytes;
     unsigned state = 12345;
     for (int i = 0; i < 200'000; ++i) {
@@ -221,7 +221,7 @@ TEST(TagFileBadInput, ABinaryFileIsSkipped)
 
 namespace {
 
-// A file too big for one read, so that what happens to it while it is read is met.
+// A file too large for one read, so that a change during reading takes effect.
 class ChangedWhileRead : public testing::Test {
 protected:
     void SetUp() override

@@ -109,7 +109,7 @@ TEST(TagFile, FindsTagsByQualifiedNames)
     EXPECT_EQ(Matches(folder.Entry(), "Baz::Foo", TagFile::AnyMatch()).size(), 4u) << "any name in any scope";
 }
 
-// Each name against each pattern: the readers look at a line's first bytes before they look closer.
+// Each name with each pattern: readers compare a line's first bytes before the rest.
 TEST(TagFile, FindsExactlyTheNamesThatMatch)
 {
     const Lines names = {
@@ -222,7 +222,7 @@ TEST(TagFile, KeepsTheReferenceOfARejectedLine)
     const struct {
         const char* why;
         std::string tags;
-        std::string name; // of the reference that is left
+        std::string name; // of the remaining reference
     } kCases[] = {
         {"no line number", "Foo\tb.h\tx;\"\tf\n", "b.h"},
         {"no kind", "Foo\tb.h\t1", "b.h"},
@@ -255,7 +255,7 @@ TEST(TagFile, AnEmptiedSourceMakesItStale)
     const struct {
         const char* why;
         size_t size;
-        time_t age; // after the tags file
+        time_t age; // relative to the tags file
         bool checkDates;
         const char* pattern;
         bool outOfDate;
@@ -358,7 +358,7 @@ TEST(TagFile, AddsPathsToExistingOnes)
     std::string name;
     std::string qualifier;
     ASSERT_TRUE(file.Next(name, qualifier));
-    file.LoadPathCache(paths); // from where the stream is
+    file.LoadPathCache(paths); // from the stream's position
     EXPECT_FALSE(file.Next(name, qualifier)) << "neither rewound nor closed";
     ASSERT_TRUE((file.Done(), file.Rewind()));
     file.LoadPathCache(paths);

@@ -1,4 +1,4 @@
-// What a reader learns of a tags file on its way, and what it believes.
+// What a reader learns of a tags file, and what it believes.
 
 #include "tagsfile/TagLines.h"
 
@@ -12,7 +12,7 @@
 
 namespace {
 
-// Names in order, and enough of them to be worth knowing.
+// Sorted names, enough of them for the order to be kept.
 std::string ManyTags(const std::string& start = "name")
 {
     std::string tags;
@@ -28,7 +28,7 @@ std::string TagsOutOfOrder()
 
 const std::string kFarOn = "name13";
 
-// Whether reading begins in the middle, for a name there.
+// Whether a search for a name in the middle begins reading there.
 bool IsBisected(const std::string& path, const std::string& start = kFarOn)
 {
     tagsfile::TagLines lines;
@@ -54,7 +54,7 @@ void ReadAll(const std::string& path)
     lines.Close();
 }
 
-// As lookups search: behind what was found the first other name is the end.
+// Searches as lookups do: stops at the first other name after a match.
 void FindAndStop(const BEntry& tags, const std::string& pattern)
 {
     TagFile file(&tags, pattern, false);
@@ -71,7 +71,7 @@ void FindAndStop(const BEntry& tags, const std::string& pattern)
     file.Done();
 }
 
-// What this process has read so far, of whatever files.
+// The bytes that this process has read so far, from any files.
 long BytesRead()
 {
     std::ifstream counts("/proc/self/io");
@@ -82,7 +82,7 @@ long BytesRead()
     return count;
 }
 
-// Tags that say they are in order, behind 'before' and in front of 'behind', which are pseudo-tags.
+// Tags with the claim that they are in order, between the pseudo-tags 'before' and 'behind'.
 std::string Claiming(const std::string& tags, const std::string& before = "", const std::string& behind = "")
 {
     const std::string start = before + std::string(tagsfile::kSortedClaim);
@@ -91,7 +91,7 @@ std::string Claiming(const std::string& tags, const std::string& before = "", co
     return start + tagsfile::SortedClaimValue(static_cast<off_t>(size)) + rest;
 }
 
-// The time that belongs to a claim of that size.
+// The modification time that proves a claim of that size.
 timespec TimeOf(const std::string& tags)
 {
     return {1'234'567'890, tagsfile::SortedClaimNanoseconds(static_cast<off_t>(tags.length()))};
@@ -251,7 +251,7 @@ TEST(TagLines, NothingIsLearnedFromAFileThatChangesMeanwhile)
     }
 }
 
-// What is read then is of two files, one of which comes back: the order of the other is not its own.
+// The reader then reads parts of two files, one of which comes back: the order seen is not that of the other.
 TEST(TagLines, NothingIsLearnedFromAFileThatChangesMeanwhileAndIsChangedBack)
 {
     const std::string original = TagsOutOfOrder();
@@ -310,7 +310,7 @@ TEST(TagLines, ASearchSurvivesAnyChangeOfTheFile)
         const BEntry tags = folder.Entry();
         TagFile file(&tags, "name12", false);
         ASSERT_TRUE(file.Rewind());
-        c.change(folder.Tags()); // after it was taken for the file that is known
+        c.change(folder.Tags()); // changes it after it was recognised as a known file
         std::string name;
         std::string qualifier;
         char kind;
@@ -395,14 +395,14 @@ TEST(TagLines, AFalseClaimIsDetectedWhenASearchMeetsIt)
     EXPECT_FALSE(IsBisected(folder.Tags()));
 }
 
-// What is believed of a file costs no more than a lookup's glances at it, so a forged claim can hide names: those that
-// its author might have left out as well.
+// Checking a claim must not cost more than a lookup's few reads, so a forged claim can hide names. Its author could
+// have left these out as well.
 TEST(TagLines, AForgedClaimHidesOnlyNamesOfItsOwnFile)
 {
     const TagsFolder folder;
     folder.directory.Write("hidden.h", "int a;\n");
     std::string tags = ManyTags();
-    const size_t unseen = tags.find('\n', tags.length() / 3) + 1; // between two places at which no search looks
+    const size_t unseen = tags.find('\n', tags.length() / 3) + 1; // no search looks at this place
     tags.insert(unseen, TagLine("a", "hidden.h", 1, "v"));
     tags = Claiming(tags);
     WriteMade(folder, tags, TimeOf(tags));
@@ -437,7 +437,7 @@ TEST(TagLines, AForgedClaimHidesOnlyNamesOfItsOwnFile)
     EXPECT_EQ(Matches(local, "a"), Lines{"a v hidden.h:1"}) << "any change ends the belief";
 }
 
-// A file that somebody changes without a trace, by putting its time back, is taken for what it was.
+// A file that is changed without a trace, with its time restored, counts as unchanged.
 TEST(TagLines, ARestoredTimeHidesNamesOfItsOwnFile)
 {
     const TagsFolder folder;
@@ -448,7 +448,7 @@ TEST(TagLines, ARestoredTimeHidesNamesOfItsOwnFile)
     ASSERT_TRUE(IsBisected(folder.Tags()));
     std::string changed = tags;
     changed.replace(tags.find('\n', tags.length() / 3) + 1, 9, "anotherOn");
-    std::ofstream(folder.Tags(), std::ios::in | std::ios::out) << changed; // the same file, of the same size
+    std::ofstream(folder.Tags(), std::ios::in | std::ios::out) << changed; // the same file with the same size
     const timespec times[] = {time, time};
     ASSERT_EQ(::utimensat(AT_FDCWD, folder.Tags().c_str(), times, 0), 0);
     EXPECT_EQ(Matches(folder.Entry(), "anotherOn"), Lines{});

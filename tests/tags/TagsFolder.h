@@ -1,4 +1,4 @@
-// A directory with a tags file and the sources that it names, and ways to see what is read from it.
+// A directory with a tags file and its sources, and functions that show what is read from it.
 #pragma once
 
 #include "tags/TagFile.h"
@@ -20,7 +20,7 @@
 #include <sys/stat.h>
 #include <vector>
 
-// A line as ctags writes it; 'scope' as "class:Bar".
+// A line in ctags' form; 'scope' as "class:Bar".
 inline std::string TagLine(const std::string& name, const std::string& file, int line, const std::string& kind,
                            const std::string& scope = "")
 {
@@ -34,7 +34,7 @@ inline void SetTime(const std::string& path, time_t seconds)
     ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0) << path;
 }
 
-// A time that no other file of this process has: path caches tell files apart by nothing else.
+// A time that no other file of this process has: path caches tell files apart only by their times.
 inline time_t NewTime()
 {
     static time_t last = 1'000'000'000;
@@ -62,7 +62,7 @@ public:
     TempDirectory directory;
 };
 
-// A tags file whose reader has to wait until the test lets it go on.
+// A tags file whose reader waits until the test continues it.
 class HeldTagsFile {
 public:
     HeldTagsFile() { EXPECT_TRUE(MakeHeldFile(Path())); }
@@ -70,7 +70,7 @@ public:
     BEntry Entry() const { return BEntry(Path().c_str()); }
     std::string Path() const { return directory / "tags"; }
 
-    // Returns when the reader has opened the file too; it ends when what this returns is closed.
+    // Returns when the reader has opened the file too; the file ends when the returned stream is closed.
     std::ofstream Open() const
     {
         const WaitLimit limit("the held tags file had been opened by its reader");
@@ -81,7 +81,7 @@ private:
     TempDirectory directory;
 };
 
-// "Bar::Foo f a.cpp:12": a match as the tests write it. The rest of a qualifier that holds further fields is shown too.
+// "Bar::Foo f a.cpp:12": a match in the tests' form. Includes the rest of a qualifier that contains further fields.
 inline std::string Shown(const std::string& name, const std::string& qualifier, char kind, const EntryRef& ref,
                          int line)
 {
@@ -110,7 +110,7 @@ Lines Matches(const BEntry& tags, const std::string& pattern, Match match = {}, 
     return found;
 }
 
-// All names with their qualifiers, as completion reads them.
+// All names with their qualifiers, as read by completion.
 inline Lines Names(const BEntry& tags)
 {
     TagFile file(&tags, "", false);
@@ -125,7 +125,7 @@ inline Lines Names(const BEntry& tags)
     return found;
 }
 
-// All paths, as path caches read them.
+// All paths, as read by path caches.
 inline Lines Paths(const BEntry& tags)
 {
     TagFile file(&tags, "", false);

@@ -7,7 +7,7 @@
 
 namespace {
 
-// A local and a system's tags file. The local sources are a.cpp and b.h of one directory, the system's of another.
+// A local and a system tags file. The local sources a.cpp and b.h share a directory; the system's is in another.
 class TagsTest : public testing::Test {
 protected:
     ~TagsTest() override { JoinThreads(); }
@@ -251,7 +251,7 @@ TEST_F(TagsTest, AnUnreadableLocalFileHasNoPaths)
     EXPECT_FALSE(tags.NextFileMatch(path));
 }
 
-// In a process of its own, because the one cache of local paths is of no use any more.
+// In a separate process, because it spoils the only cache of local paths.
 TEST_F(TagsTest, FindsSystemPathsWhileLocalPathsAreNotLoaded)
 {
     local.WriteTags(TagLine("A", "/local/x.h", 1, "f"));
@@ -304,7 +304,7 @@ TEST_F(TagsTest, AnAbandonedSearchOfSystemPathsIsContinued)
     EXPECT_EQ(AllPaths(tags), (Lines{"/system/a/x.h", "/system/b/x.h"})) << "unless there is no local file";
 }
 
-// The place in the local paths is the cache's, and outlives the search that left it there.
+// The position in the local paths belongs to the cache, and outlives the search that left it there.
 TEST_F(TagsTest, EachSearchOfLocalPathsStartsAtTheFirst)
 {
     local.WriteTags(TagLine("A", "/local/a/x.h", 1, "f") + TagLine("B", "/local/b/x.h", 1, "f"));
@@ -343,7 +343,7 @@ TEST_F(TagsTest, TwoThreadsMaySearchForPathsAtOnce)
     other.join();
     JoinThreads();
     Tags tags = Make("x.h");
-    Lines all = AllPaths(tags); // from where the last search has left off
+    Lines all = AllPaths(tags); // from where the last search stopped
     all = AllPaths(tags);
     EXPECT_EQ(all.size(), 501u);
 }

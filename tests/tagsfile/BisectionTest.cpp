@@ -14,7 +14,7 @@
 namespace tagsfile {
 namespace {
 
-// Many names begin alike, and some are the beginning of others.
+// Many names begin alike, and some are prefixes of others.
 std::string Name(Sequence& sequence)
 {
     const char* const kStarts[] = {"",  "a",   "draw",        "initWithFrame:", "operator ",
@@ -69,7 +69,7 @@ TEST(Bisection, GivesUpOnUnsortedLines)
     const struct {
         const char* why;
         std::string text;
-        off_t size; // that the file is taken to have
+        off_t size; // the assumed size of the file
     } kCases[] = {
         {"names that fall", falling, static_cast<off_t>(falling.length())},
         {"no line at all", std::string(100'000, 'x'), 100'000},

@@ -14,7 +14,7 @@ namespace {
 
 std::atomic<bool> gIsCancelled = false;
 
-// Reading is cancelled as long as one lives.
+// Cancels reading for its lifetime.
 struct CancelledReading {
     CancelledReading() { gIsCancelled = true; }
     ~CancelledReading() { gIsCancelled = false; }
@@ -22,7 +22,7 @@ struct CancelledReading {
 
 constexpr long kLines = 20'000; // many blocks
 
-// In order, and old enough for its order to be learned.
+// Sorted tags in a file old enough for its order to be learned.
 std::string WriteLongTags(const TempDirectory& directory)
 {
     std::string tags;
@@ -69,7 +69,7 @@ TEST(CancelledReading, LearnsNothingAboutAFilesOrder)
         for (int i = 0; i < kLines / 2; ++i)
             ASSERT_TRUE(lines.Next(line));
         gIsCancelled = cancels;
-        lines.Close(); // which otherwise reads on for it
+        lines.Close(); // would otherwise read on to learn the order
         gIsCancelled = false;
         EXPECT_EQ(KnownFiles::Instance().Find(IdentityOf(path)).has_value(), !cancels);
     }

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A file of its own, settled and worth keeping.
+// A different file for each inode, settled and worth keeping.
 base::FileIdentity File(uint64_t inode, off_t size = 1'000'000)
 {
     return {12, inode, size, {1'700'000'000, 123'456'789}};
@@ -37,7 +37,7 @@ std::string OnlyFile(const std::string& directory)
     return fs::directory_iterator(directory)->path();
 }
 
-// By one that knows nothing yet, as in a process that has just begun.
+// Looks the file up with an empty memory, as a new process does.
 std::optional<FileOrder> FoundElsewhere(const std::string& directory, const base::FileIdentity& file)
 {
     return KnownFiles(directory).Find(file);

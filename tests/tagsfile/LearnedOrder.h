@@ -1,4 +1,4 @@
-// Makes it known, or unknown, whether a tags file is in order, however small it is.
+// Makes the order of a tags file of any size known or unknown.
 #pragma once
 
 #include "tagsfile/KnownFiles.h"
@@ -17,7 +17,7 @@ inline base::FileIdentity IdentityOf(const std::string& path)
     return identity;
 }
 
-// As a whole pass finds it.
+// The order that a complete pass finds.
 inline tagsfile::FileOrder LearnedOrder(const std::string& path)
 {
     tagsfile::LineReader reader;

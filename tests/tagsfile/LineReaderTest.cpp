@@ -17,7 +17,7 @@ namespace {
 
 using Pieces = std::vector<std::string>;
 
-// What the C library makes of a file, NUL bytes and all: the last one in the buffer is the one that it has put there.
+// The C library's view of a file, including NUL bytes: the last one in the buffer is its own terminator.
 Pieces PiecesOfLibrary(const std::string& path)
 {
     FILE* file = std::fopen(path.c_str(), "r");
@@ -57,7 +57,7 @@ Pieces PiecesOf(const std::string& path)
     return pieces;
 }
 
-// Lines of all lengths, most of them of about 'usual' bytes.
+// Lines of all lengths, most of them about 'usual' bytes long.
 std::string RandomText(Sequence& sequence, size_t size, size_t usual)
 {
     std::string text;
@@ -79,7 +79,7 @@ TEST(LineReader, GivesTheSamePiecesAsTheCLibrary)
     size_t longPieces = 0;
     for (int round = 0; round < 3000; ++round) {
         const std::string text = RandomText(sequence, sequence.Below(round % 10 == 0 ? 100'000 : 5000), round % 300);
-        std::filesystem::remove(directory / "text"); // some systems write what takes a file's place to the disk at once
+        std::filesystem::remove(directory / "text"); // some systems write a replaced file to the disk at once
         const std::string path = directory.Write("text", text);
         const Pieces expected = PiecesOfLibrary(path);
         ASSERT_EQ(PiecesOf(path), expected) << "round " << round;

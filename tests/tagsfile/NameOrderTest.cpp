@@ -37,7 +37,7 @@ NameOrder OrderIn(const std::vector<std::string>& pieces)
     return order;
 }
 
-// The same, a byte at a time.
+// The same, one byte at a time.
 bool AreInOrder(const std::vector<std::string>& pieces)
 {
     size_t first = 0;

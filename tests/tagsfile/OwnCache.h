@@ -1,11 +1,11 @@
-// A cache directory of the test program's own.
+// A separate cache directory for the test program.
 #pragma once
 
 #include "tests/support/TempDirectory.h"
 
 #include <cstdlib>
 
-// What one process learns of a file is no other test's, whose file may well be in the same place of the disk later.
+// A process's records must not reach other tests, whose files may later have the same inodes.
 inline const struct OwnCache {
     OwnCache() { ::setenv("XDG_CACHE_HOME", directory.Path().c_str(), 1); }
 

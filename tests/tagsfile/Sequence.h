@@ -1,4 +1,4 @@
-// Numbers for tests that try very many things: a sequence that is the same every time.
+// Pseudo-random numbers for tests of very many cases: the same sequence every time.
 #pragma once
 
 #include <cstddef>

@@ -52,7 +52,7 @@ const KindCase kKinds[] = {
 TEST(TagsFileKind, Cases)
 {
     const TempDirectory directory;
-    directory.Write("a.c", ""); // the tags are of a source that is there
+    directory.Write("a.c", ""); // the source of the tags exists
     for (const KindCase& row : kKinds)
         EXPECT_EQ(WhatIs(directory.Write("tags", row.content)), row.kind) << row.why;
 }

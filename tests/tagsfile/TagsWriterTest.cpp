@@ -37,7 +37,7 @@ LineSources Sources(const std::vector<Texts>& all)
 // A file in memory.
 struct Text {
     std::string text;
-    long nanoseconds = 0; // of its time; 0 for none
+    long nanoseconds = 0; // of the modification time; 0 for none
 
     RewritableFile File()
     {
@@ -94,7 +94,7 @@ TEST(TagsWriter, AFileInOrderClaimsItsSizeAndHasTheTimeThatProvesIt)
 
 TEST(TagsWriter, AFileWithNamesOutOfOrderClaimsNoSizeOfAnyFile)
 {
-    // As bytes the first line is smaller, but its name is not.
+    // The first line is smaller as bytes, but its name is not.
     const std::string longer = "a\x01\tx.c\t1;\"\tf\n";
     Text file;
     ASSERT_TRUE(WriteTags({1, 2}, "1.2", Sources({{longer, kA}}), file.File()));

@@ -51,7 +51,7 @@ TEST(SparseTagsFiles, AreNotReadWhenLargerThanTheyClaim)
     const TempDirectory directory;
     for (const auto& c : kCases) {
         const int file = ::open(directory.Write("tags", c.head).c_str(), O_RDONLY | O_CLOEXEC);
-        EXPECT_EQ(WhyUnread(file, c.size).value_or(""), c.unread) << c.why; // of a file that is so long in earnest
+        EXPECT_EQ(WhyUnread(file, c.size).value_or(""), c.unread) << c.why; // c.size stands for the real size
         ::close(file);
     }
 }

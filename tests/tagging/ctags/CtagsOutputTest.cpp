@@ -28,7 +28,7 @@ Lines Read(const std::string& output)
     return lines;
 }
 
-// What real ctags finds in a source, as it is read.
+// The tags that the real ctags finds in a source.
 Lines TagsOf(const std::string& name, const std::string& source)
 {
     const TempDirectory directory;
@@ -47,7 +47,7 @@ struct Case {
     Lines tags;
 };
 
-// As ctags writes what has no name: its file, its number and its kind.
+// ctags' name for an unnamed declaration: its file, its number and its kind.
 #define ANONYMOUS "__anon87674d200108"
 
 const Case kCases[] = {
@@ -161,7 +161,7 @@ TEST(CtagsOutput, HeadersGetPrototypesAndMembers)
                      "x 2 m struct:a::b::S", "operator < 3 p"}));
 }
 
-// Whatever a ctags that dies, or is none, may write.
+// Whatever a dying ctags, or another program, may write.
 TEST(CtagsOutput, DamageAnywhereIsHarmless)
 {
     std::string all;

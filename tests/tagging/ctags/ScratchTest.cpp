@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
-// Memory that says it has so many bytes and files left.
+// Memory that reports this many free bytes and files.
 SharedMemory Memory(const std::string& directory, unsigned long bytes, unsigned long files, unsigned long freeFiles)
 {
     return {directory, [=](const char*, struct statvfs* room) {

@@ -1,4 +1,4 @@
-// Objective-C and the preprocessor: conditions, macros that are to be ignored, code that was put away.
+// Objective-C and the preprocessor: conditions, ignored macros, disabled code.
 #include "tagging/objectivec/ObjectiveC.h"
 
 #include "tests/tagging/objectivec/ObjectiveCReading.h"

@@ -1,4 +1,4 @@
-// Sources that are damaged, unfinished or no sources at all.
+// Sources that are damaged or incomplete, and files that are not sources.
 #include "tagging/objectivec/ObjectiveC.h"
 
 #include "tests/tagging/objectivec/ObjectiveCReading.h"
@@ -30,7 +30,7 @@ std::string Repeated(const std::string& text, size_t size)
     return all;
 }
 
-// What holds for any text.
+// Checks what holds for any text.
 void CheckReading(const std::string& source)
 {
     const tagging::ObjectiveCSource read = tagging::ReadObjectiveC(source, {"IGNORED", "UNUSED+"});
@@ -44,7 +44,7 @@ void CheckReading(const std::string& source)
         EXPECT_NE(std::string_view("XRPCmMoOyv").find(tag.kind), std::string_view::npos) << source;
         EXPECT_TRUE(tag.scope.empty() || tag.scope.starts_with("class:")) << source;
     }
-    // Nothing is added: what is left is as it was, but for enumerations.
+    // Nothing is added: apart from enumerations, the rest is unchanged.
     if (source.find("_ENUM") == std::string::npos && source.find("_OPTIONS") == std::string::npos) {
         const auto isLeft = [](char left, char was) { return left == was || left == ' '; };
         EXPECT_TRUE(std::equal(read.rest.begin(), read.rest.end(), source.begin(), source.end(), isLeft)) << source;
@@ -176,7 +176,7 @@ TEST(ObjectiveCDamaged, RandomSequencesOfKeywordsAreRead)
     }
 }
 
-// Nothing is read more than a few times: with a quadratic step this would take hours.
+// Each part is read a few times at most: with a quadratic step this would take hours.
 TEST(ObjectiveCDamaged, ReadingTakesLinearTime)
 {
     constexpr size_t kSize = 300'000;

@@ -1,4 +1,4 @@
-// What ReadObjectiveC finds, in the form in which tests say what they expect.
+// The results of ReadObjectiveC() in the form of the tests' expectations.
 #pragma once
 
 #include "tagging/objectivec/ObjectiveC.h"
@@ -9,7 +9,7 @@
 
 using TagTexts = std::vector<std::string>;
 
-// "line kind name", and the class after it when there is one: "3 m first:second: Class".
+// "line kind name", and the class if there is one: "3 m first:second: Class".
 inline TagTexts TagsWithLines(std::string_view source, const std::set<std::string>& ignored = {})
 {
     const tagging::ObjectiveCSource read = tagging::ReadObjectiveC(source, ignored);
@@ -37,7 +37,7 @@ inline std::string RestOf(std::string_view source, const std::set<std::string>& 
     return tagging::ReadObjectiveC(source, ignored).rest;
 }
 
-// Blanks are shown as one, and not at all at ends of lines: how much was blanked does not matter to a parser.
+// Shortens blanks to one, and removes those at ends of lines: a parser ignores their number.
 inline std::string WithoutBlanks(std::string_view rest)
 {
     std::string text;

@@ -1,4 +1,4 @@
-// What is left of a source for a parser of C or C++, and what such a parser then finds in it.
+// The rest of a source for a parser of C or C++, and what such a parser finds in it.
 #include "tagging/objectivec/ObjectiveC.h"
 
 #include "tests/support/RunProgram.h"
@@ -16,10 +16,10 @@ namespace {
 struct Case {
     const char* why;
     const char* source;
-    const char* rest; // blanks as WithoutBlanks() shows them
+    const char* rest; // with blanks as from WithoutBlanks()
 };
 
-// "line kind name" of what ctags finds that has a name.
+// "line kind name" of the named declarations that ctags finds.
 TagTexts CtagsFindsIn(const std::string& text, const std::string& language)
 {
     const TempDirectory directory;
@@ -98,7 +98,7 @@ TEST(ObjectiveCRest, TheRemainingCodeKeepsItsPlace)
     EXPECT_EQ(RestOf("@class A; int b; @class C;\n  int d;"), "          int b;          \n  int d;");
 }
 
-// Each of these is lost or misread when ctags parses Objective-C by itself.
+// ctags' own parser of Objective-C loses or misreads each of these.
 
 TEST(ObjectiveCRest, CtagsFindsFunctionsInsideOfAnImplementation)
 {

@@ -1,4 +1,4 @@
-// Objective-C's constructs, a rule a row. Instance variables, macros and conditions are in tests of their own.
+// Objective-C's constructs, one rule per row. Instance variables, macros and conditions have their own tests.
 #include "tagging/objectivec/ObjectiveC.h"
 
 #include "tests/tagging/objectivec/ObjectiveCReading.h"
@@ -216,7 +216,7 @@ TEST(ObjectiveC, InstanceVariablesAreFoundWhereverTheyAreAllowed)
     });
 }
 
-// What Universal Ctags 5.9 gets wrong by itself.
+// Errors of Universal Ctags 5.9 without our reader.
 
 TEST(ObjectiveC, AForwardProtocolDoesNotSwallowTheNextClass)
 {
@@ -256,7 +256,7 @@ TEST(ObjectiveC, DetectsTextsThatMayHaveObjectiveC)
     EXPECT_TRUE(tagging::MayHaveObjectiveC("@interface"));
     EXPECT_TRUE(tagging::MayHaveObjectiveC("x\n  @implementation Foo"));
     EXPECT_TRUE(tagging::MayHaveObjectiveC("@param @protocol Foo"));
-    // Without a class it declares nothing, but a parser of C++ would find variables Foo and Bar.
+    // Without a class it declares nothing, but a C++ parser would find variables Foo and Bar.
     EXPECT_TRUE(tagging::MayHaveObjectiveC("@class Foo, Bar;"));
     EXPECT_FALSE(tagging::MayHaveObjectiveC(""));
     EXPECT_FALSE(tagging::MayHaveObjectiveC("@"));

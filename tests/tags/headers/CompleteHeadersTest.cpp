@@ -1,4 +1,4 @@
-// What a user is offered from the tags of all headers of a machine is what another program makes of them.
+// Completions from the tags of all headers of a machine equal the results of another program.
 #include "tests/support/ExpectedMatches.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/ShellWord.h"
@@ -16,7 +16,7 @@ using nlohmann::json;
 
 constexpr size_t kMostShown = 200;
 
-// A home whose system tags are those of the headers, and in it a place for documents.
+// A home with the headers' tags as its system tags, and a place for documents.
 class CompleteHeaders : public ::testing::Test {
 protected:
     CompleteHeaders()
@@ -33,7 +33,7 @@ protected:
         return RunProgram(command, home.Path());
     }
 
-    // The answers to the lines, in their order.
+    // The answers to the lines, in order.
     std::vector<json> Script(const std::vector<json>& lines) const
     {
         std::string text;
@@ -53,7 +53,7 @@ protected:
     TempDirectory home;
 };
 
-// A text that ends in what is to be completed: a prefix with one colon is a selector, and stands in a message.
+// A text that ends with the prefix; a prefix with one colon is a selector, and is placed in a message.
 std::string TextFor(const std::string& prefix)
 {
     const size_t colon = prefix.find(':');
@@ -62,7 +62,7 @@ std::string TextFor(const std::string& prefix)
     return "[x " + std::string(prefix).insert(colon + 1, "y ");
 }
 
-// Whether its last character is one that completes while it is typed: a colon is not.
+// Whether typing its last character completes: a colon does not.
 bool CompletesWhenTyped(const std::string& prefix)
 {
     return prefix.back() != ':';
@@ -76,7 +76,7 @@ std::vector<std::string> ShownIn(const json& state)
     return {};
 }
 
-// The names that the list shows: none when there are too many, or nothing is left to complete.
+// The names that the list shows: none if there are too many, or if nothing is left to complete.
 std::vector<std::string> ExpectedList(const ExpectedLookup& lookup)
 {
     const bool isWhole = lookup.matches == std::vector{lookup.pattern};
@@ -111,8 +111,8 @@ TEST_F(CompleteHeaders, TheListWhileTypingAgreesWithAnIndependentReader)
 
     std::vector<json> lines{{{"do", "document"}, {"path", home / "a.mm"}, {"text", "x = st"}},
                             {{"do", "select"}, {"start", 6}},
-                            {{"do", "key"}, {"key", "r"}},             // the names are loaded now
-                            {{"do", "settle"}, {"timeout", 3600000}}}; // however busy the machine is
+                            {{"do", "key"}, {"key", "r"}},             // now the names are loaded
+                            {{"do", "settle"}, {"timeout", 3600000}}}; // enough for a busy machine
     const size_t preparations = lines.size();
     for (const ExpectedLookup& lookup : lookups) {
         const std::string text = TextFor(lookup.pattern);
@@ -136,7 +136,7 @@ TEST_F(CompleteHeaders, TheListWhileTypingAgreesWithAnIndependentReader)
 TEST_F(CompleteHeaders, TheCommandLineOffersTheSameAsTyping)
 {
     const std::vector<ExpectedLookup> lookups = ExpectedLookups(EXPECTED_COMPLETIONS);
-    constexpr size_t kStep = 20 * kLookupStep; // a load each
+    constexpr size_t kStep = 20 * kLookupStep; // each needs a load
     std::cout << "completing " << (lookups.size() + kStep - 1) / kStep << " of " << lookups.size() << " prefixes\n";
     for (size_t i = 1; i < lookups.size(); i += kStep) {
         const std::string expected =
@@ -150,7 +150,7 @@ TEST_F(CompleteHeaders, TheCommandLineOffersTheSameAsTyping)
 TEST_F(CompleteHeaders, TheCommandAgreesWithAnIndependentReader)
 {
     std::vector<ExpectedLookup> lookups = ExpectedLookups(EXPECTED_CANDIDATES);
-    // Where the candidates go on alike there is no list.
+    // If all candidates continue alike, there is no list.
     std::erase_if(lookups, [](const ExpectedLookup& lookup) {
         return lookup.matches.size() < 2 || CommonBeginning(lookup.matches).size() > lookup.pattern.size();
     });

@@ -1,4 +1,4 @@
-// What completes a prefix in the tags of all headers of a machine is what another program makes of them.
+// Completions of a prefix from the tags of all headers of a machine equal the results of another program.
 
 #include "completion/Completions.h"
 #include "tags/CompletionCache.h"
@@ -32,7 +32,7 @@ TEST(CompletionHeaders, TypingAgreesWithAnIndependentReader)
     CompletionCache cache;
     Tags tags = TagsFor("");
     ASSERT_FALSE(cache.LoadIfNeeded(tags, true));
-    constexpr time_t kSeconds = 300; // there are a million names, and sanitizers
+    constexpr time_t kSeconds = 300; // for a million names, with sanitizers
     {
         const WaitLimit limit("all names had been loaded", kSeconds);
         vetch::JoinThreads();
@@ -53,7 +53,7 @@ TEST(CompletionHeaders, TheCommandAgreesWithAnIndependentReader)
 {
     const std::vector<ExpectedLookup> lookups = ExpectedLookups(EXPECTED_CANDIDATES);
     ASSERT_EQ(lookups.size(), 20u);
-    constexpr size_t kStep = (kLookupStep + 1) / 2; // with sanitizers one in five, each of which reads the whole file
+    constexpr size_t kStep = (kLookupStep + 1) / 2; // with sanitizers one in five, since each reads the whole file
     std::cout << "completing " << (lookups.size() + kStep - 1) / kStep << " of " << lookups.size() << " prefixes\n";
     size_t names = 0;
     for (size_t i = 0; i < lookups.size(); i += kStep) {

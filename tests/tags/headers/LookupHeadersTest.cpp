@@ -1,4 +1,4 @@
-// What a user finds in the tags of all headers of a machine is what another program reads there.
+// Lookups in the tags of all headers of a machine find what another program reads there.
 #include "tests/support/ExpectedMatches.h"
 #include "tests/support/RunProgram.h"
 
@@ -8,9 +8,9 @@
 
 namespace {
 
-constexpr size_t kMostMatches = 41; // a list of matches ends there
+constexpr size_t kMostMatches = 41; // a list of matches has no more
 
-// "path:line" of each match, as 'wren lookup' prints it.
+// "path:line" of each match, as printed by 'wren lookup'.
 std::string ExpectedOutput(const ExpectedLookup& lookup)
 {
     std::string output;

@@ -1,4 +1,4 @@
-// What is found in the tags of all headers of a machine is what another program reads there.
+// Searches in the tags of all headers of a machine find what another program reads there.
 
 #include "tags/Tags.h"
 

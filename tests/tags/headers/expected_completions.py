@@ -41,7 +41,7 @@ def beginnings(names, count):
     picked = []
     for i, length in enumerate(LENGTHS):
         each = count // len(LENGTHS)
-        # Other names for each length, and more than are needed: many begin alike.
+        # Different names for each length, and more than necessary: many begin alike.
         names_here = spread([pair for pair in names if len(pair[1]) >= length][i:], 4 * each)
         cut = dict.fromkeys(front + name[:length] for front, name in names_here)
         picked += spread([prefix for prefix in cut if prefix not in COMMON], each)

@@ -88,13 +88,13 @@ def pick_patterns(path):
             if "::" not in name:
                 operators.append(name)
         elif is_selector(name):
-            # Every other one as it stands in the text before its last part is written.
+            # Every other selector in the form in the text before its last part is written.
             whole = len(selectors) % 2 == 0
             selectors.append(name if whole else name.split(":")[0] + ":")
         elif ":" not in name:
             plain.append(name)
             if "::" in qualifier and "\t" not in qualifier and not qualifier.endswith(":"):
-                # Editors' lookups leave a leading "std::" out, and would find more with it.
+                # Editors' lookups drop a leading "std::", and would find more with it.
                 scopes = qualifier.removeprefix("std::").split("::")[-2:]
                 qualified.append("::".join(scopes + [name]))
             if kind in "cs" and "<" not in name:

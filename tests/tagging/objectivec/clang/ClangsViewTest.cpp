@@ -1,8 +1,8 @@
-// What clang finds declared in Objective-C is what our tags say: nothing is missing, nothing invented, all lines are
-// right.
+// Compares our tags with the Objective-C declarations that clang finds: none may be missing or invented, and all lines
+// must be right.
 //
-// Clang reads one branch of each condition, we read all: tags on lines that its preprocessor skipped cannot be
-// compared. Neither can what macros declare, which tools/make-objective-c-declarations leaves out.
+// Clang reads one branch of each condition, but we read all, so tags on lines that clang skipped cannot be compared.
+// Neither can declarations made by macros, which tools/make-objective-c-declarations leaves out.
 #include "tagging/objectivec/ObjectiveC.h"
 
 #include <gmock/gmock.h>
@@ -21,12 +21,12 @@
 
 namespace {
 
-// Where something is declared, and as what: "12 m first:second:".
+// The place and kind of a declaration: "12 m first:second:".
 using Declaration = std::string;
 
 struct ClangsView {
-    // With the classes that it belongs to. Those are several where a condition begins a protocol in one branch and a
-    // class in the other, and what follows belongs to either: our tag is for the first of the two.
+    // With the classes that they belong to. There are several if one branch of a condition begins a protocol, the other
+    // a class, and the rest belongs to either: our tag is for the first of the two.
     std::map<Declaration, std::set<std::string>> declarations;
     std::vector<std::pair<unsigned, unsigned>> liveLines;
 
