@@ -55,7 +55,7 @@ public:
     // others. Returns whether a signal ended it.
     bool WaitUntilEnded() const;
 
-    // Readable once it has ended. Not open if the system does not support it.
+    // Readable once it has ended. Not open, with errno, when the system refuses one.
     Descriptor EndDescriptor() const;
 
 private:

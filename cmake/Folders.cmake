@@ -45,8 +45,8 @@ function(wren_archive target folder)
     wren_wall(${target} ${folder})
 endfunction()
 
-# wren_compile_alone(<files>...): files of the current directory's targets, by their paths in the source tree. Their
-# private names are also used by neighbours, and would collide with them in a unity build (WREN_UNITY).
+# wren_compile_alone(<files>...): a unity build (WREN_UNITY) compiles these files separately, since neighbours use the
+# same private names. They belong to the current directory's targets, and are given by their paths in the source tree.
 function(wren_compile_alone)
     list(TRANSFORM ARGN PREPEND ${CMAKE_SOURCE_DIR}/)
     set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)

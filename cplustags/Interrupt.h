@@ -14,7 +14,7 @@ namespace cplustags {
 // terminal is closed.
 void CatchInterrupts();
 
-void Interrupt(int number);              // as if the first signal had arrived
+void Interrupt(int number);              // as if the signal had arrived; ignored after another
 const base::CancelToken& Interruption(); // cancelled by the first signal; lives as long as the program
 [[noreturn]] void DieOfInterrupt();      // only after it is cancelled
 

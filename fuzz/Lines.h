@@ -1,4 +1,4 @@
-// Bytes as the pieces that a fuzzer takes them for.
+// Splits a fuzzer's bytes.
 #pragma once
 
 #include <algorithm>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-// The pieces between the delimiters; a last one that is empty is none.
+// The pieces between the delimiters, without an empty last one.
 inline std::vector<std::string> Split(const std::uint8_t* data, std::size_t size, char delimiter)
 {
     const std::string text(reinterpret_cast<const char*>(data), size);

@@ -1,10 +1,10 @@
-// What a fuzzer expects of everything that it tries.
+// The check of a fuzzer's expectations.
 #pragma once
 
 #include <cstdio>
 #include <cstdlib>
 
-// Ends the program, for the fuzzing library to keep what was tried.
+// Ends the program when 'holds' is false, so that the fuzzing library keeps the input.
 inline void Require(bool holds, const char* what)
 {
     if (holds)

@@ -55,7 +55,7 @@ void TryKeys(const std::string& text)
     Require(wren::ReadKeys(wren::WrittenKeys(keys), &again).empty() && again == keys, "keys are read as written");
 }
 
-// As the plug-in has them, a few of each type.
+// Settings like the plug-in's, a few of each type.
 class Some : public PluginSettings {
 public:
     Some() { settings = {&on, &off, &text, &path}; }
@@ -117,7 +117,7 @@ void TryPluginSettings(const Lines& lines)
     }
 }
 
-// Saves as a host does in which "On" and "WrenFont" are registered.
+// Saves as a host in which "On" and "WrenFont" are registered.
 void TryStore(const std::string& content)
 {
     static const TempDirectory files;

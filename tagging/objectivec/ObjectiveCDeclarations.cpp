@@ -80,7 +80,7 @@ size_t AfterGroup(TokenSpan tokens, size_t at)
     return at;
 }
 
-// Returns the place after "<...>" behind the name of a class or protocol.
+// Returns the place after the "<...>" of the name of a class or protocol.
 size_t AfterAngles(TokenSpan tokens, size_t at)
 {
     int depth = 0;
@@ -287,7 +287,7 @@ TokenSpan AfterMembers(TokenSpan declaration)
 
 // Headers of classes and protocols.
 
-// Returns the content of the parentheses at 'at', and moves 'at' behind them.
+// Returns the content of the parentheses at 'at', and moves 'at' past them.
 TokenSpan TakeGroup(TokenSpan tokens, size_t& at)
 {
     const size_t begin = at + 1;
@@ -309,7 +309,7 @@ bool IsMarkAt(TokenSpan tokens, size_t at, std::string_view marks)
     return at < tokens.size() && tokens[at].kind == Token::kMark && marks.find(tokens[at].text[0]) != marks.npos;
 }
 
-// Returns the class's name, and moves 'at' behind it. In "GS_GENERIC_CLASS(NSArray, ElementT) : NSObject" it is a
+// Returns the class's name, and moves 'at' past it. In "GS_GENERIC_CLASS(NSArray, ElementT) : NSObject" it is a
 // macro's argument; in "GS_SOMETHING NSArray : NSObject" it follows a macro.
 std::optional<DeclaredName> TakeName(TokenSpan header, size_t& at)
 {

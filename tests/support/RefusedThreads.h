@@ -51,7 +51,7 @@ private:
     std::vector<std::string> texts;
 };
 
-// The complaint about a missing thread, by the loss.
+// The complaint about a missing thread; 'loss' says what does not happen.
 inline std::string NoThreadsFor(const std::string& loss)
 {
     return "the system starts no more threads (Resource temporarily unavailable): " + loss;

@@ -1,4 +1,4 @@
-// What the plug-in asks of its upper floors, recorded instead of done: making tags, and completing.
+// Records the plug-in's calls of its upper floors, making tags and completing, instead of executing them.
 #pragma once
 
 #include "completion/CompletionCommands.h"
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-// Records from its making to its end. One at a time; document thread.
+// Records during its lifetime. One at a time; document thread.
 class Seats {
 public:
     Seats();
@@ -20,7 +20,7 @@ public:
 
     static void Reset();
 
-    // What the completion window answers to a key.
+    // The completion window's result for a key.
     static long routed;
 
 private:
