@@ -19,9 +19,8 @@ class Progress;
 // by "find" contain directories, and a pipe might never end. Unreadable files are reported to 'progress'.
 //
 // A list has one name per line, but "find" prints line breaks inside names unchanged. So a line that names no file is
-// tried together with a few lines after it. A line that leads to a new place is tried together with those before it, so
-// that no tree can get files outside of it tagged (see BrokenNames). No other bytes of names are special. Not
-// thread-safe.
+// tried together with a few lines after it. A line that leads to a new place is tried together with those before it: no
+// tree may get files outside of it tagged (see BrokenNames). No other bytes of names are special. Not thread-safe.
 class FileList {
 public:
     // 'list' and 'goOn' are as for NameLines. Names are relative to 'directory', the current one. 'tree' is the

@@ -22,11 +22,10 @@ public:
     LazyTagger(const Options& options, const Place& place, Output& output, Progress& progress,
                const base::CancelToken& cancel);
 
-    bool GoesOn(); // false when adding more is useless
-    void Add(const std::string& path,
-             std::string field); // throws Failure without ctags, or when a directory cannot be made
-    void Finish();               // blocks until the end
-    void Check() const;          // throws Failure when there is no result
+    bool GoesOn();                                        // false when adding more is useless
+    void Add(const std::string& path, std::string field); // throws Failure without ctags or a directory for its files
+    void Finish();                                        // blocks until the end
+    void Check() const;                                   // throws Failure when there is no result
 
     // After Finish():
     bool HasBegun() const { return tagger != nullptr; }

@@ -1,5 +1,5 @@
-// A real shell reads escaped texts. Each path comes back as one word, nothing runs and no file is made on the way, and
-// escaped parentheses mean the same to the shell as letters in their places.
+// A real shell reads escaped texts. Each path comes back as one word, nothing runs, and no file is made on the way.
+// Escaped parentheses mean the same to the shell as letters in their places.
 #include "fuzz/Lines.h"
 #include "fuzz/Require.h"
 #include "tests/support/TempDirectory.h"

@@ -11,10 +11,10 @@
 
 namespace tagsfile {
 
-// The names are in order as defined by NameOrder. The value is the size of the file, up to the next tab, padded to a
-// fixed length so that it can be filled in at the end. The writer also gives the file's modification time the
-// nanoseconds below. Any other tool that changes the file changes its size or its time, and practically never sets the
-// same nanoseconds. The same content therefore gives the same file, and copies that keep the time keep the proof.
+// The names are in order as defined by NameOrder. The value is the size of the file, up to the next tab. It has a fixed
+// length so that it can be filled in at the end. The writer also gives the file's modification time the nanoseconds
+// below. Any other tool that changes the file changes its size or its time, and practically never sets the same
+// nanoseconds. The same content therefore gives the same file, and copies that keep the time keep the proof.
 constexpr std::string_view kSortedClaim = "!_TAG_CPLUSTAGS_SORTED\t";
 
 inline std::string SortedClaimValue(off_t size)

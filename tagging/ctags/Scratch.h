@@ -16,9 +16,9 @@ struct SharedMemory {
     std::function<int(const char* directory, struct statvfs* room)> room = ::statvfs;
 };
 
-// In memory if there is room for the files and their texts, since making and removing a file there costs a tenth of
-// what it does on a disk; otherwise elsewhere. The next run removes the files of killed runs from memory, even if there
-// is no room.
+// In memory if there is room for the files and their texts, otherwise elsewhere. Making and removing a file in memory
+// costs a tenth of what it does on a disk. The next run removes the files of killed runs from memory, even if there is
+// no room.
 class Scratch {
 public:
     explicit Scratch(const std::string& otherPlace, // a writable directory
