@@ -28,7 +28,7 @@ complete -c wren -n "$in tags" -l jobs -x -d 'Parse that many files at a time'
 complete -c wren -n "$in tags" -l dry-run -d 'Print the command lines, and touch nothing'
 complete -c wren -n "$in tags" -l verbose -d 'Say what is run'
 
-complete -c wren -n "$in complete" -l auto -d 'Ask as it is done while typing'
-complete -c wren -n "$in complete" -l edit -d 'Print the whole line as it is then'
+complete -c wren -n "$in complete" -l auto -d 'Print the list that typing opens'
+complete -c wren -n "$in complete" -l edit -d 'Print the whole completed line'
 
 complete -c wren -n "$in script" -f

@@ -44,7 +44,7 @@ _wren_complete() {
     _arguments -s \
         '(- *)'{-h,--help}'[print what can be given, and exit]' \
         '(--edit)--auto[ask as it is done while typing]' \
-        '(--auto)--edit[print the whole line as it is then]' \
+        '(--auto)--edit[print the whole completed line]' \
         "--system-tags[use this file as the system's tags]:file:_files" \
         '--home[the home directory]:directory:_directories' \
         "--bundle[the plug-in's bundle]:directory:_directories" \

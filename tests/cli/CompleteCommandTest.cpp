@@ -115,7 +115,7 @@ TEST_F(CompleteCommand, PrintsTheCandidatesThatDiffer)
 
 TEST_F(CompleteCommand, SaysWhyNothingCanBeCompleted)
 {
-    const char* const kNothingGoesOn = "wren: nothing in the tags files goes on from what stands at src/a.mm:";
+    const char* const kNothingGoesOn = "wren: nothing in the tags files completes the word at src/a.mm:";
     const char* const kNothingThere = "wren: there is nothing to complete at src/a.mm:";
     struct {
         const char* why;
@@ -156,7 +156,7 @@ TEST_F(CompleteCommand, PrintsTheWholeLineOnRequest)
     const ProgramRun offered = Complete("NSStr|", {"--edit"});
     EXPECT_EQ(offered.status, 0);
     EXPECT_EQ(offered.output, "NSStream\nNSString\n");
-    EXPECT_EQ(offered.errors, "wren: nothing is put in: these are the candidates\n");
+    EXPECT_EQ(offered.errors, "wren: nothing is inserted; these are the candidates\n");
 }
 
 TEST_F(CompleteCommand, OffersTheSameListAsTyping)

@@ -196,8 +196,7 @@ TEST_F(LookupCommand, SaysWhyTheTagsFileCouldNotAnswer)
         const ProgramRun run = Run({"--symbol", "A::f"});
         EXPECT_EQ(run.status, 1) << c.said;
         EXPECT_NE(run.errors.find(c.said), std::string::npos) << run.errors;
-        EXPECT_NE(run.errors.find("make it anew with: wren tags " + tree.Path() + "\n"), std::string::npos)
-            << run.errors;
+        EXPECT_NE(run.errors.find("rebuild it with: wren tags " + tree.Path() + "\n"), std::string::npos) << run.errors;
     }
     std::filesystem::remove(tree / "tags");
     std::filesystem::create_directory(tree / "tags");
@@ -215,7 +214,7 @@ TEST_F(LookupCommand, ReportsASparseTagsFileWithARemedy)
                               "leaves; remove it, or make the tags again\n"
                               "wren: nothing in the tags files matches \"only\"\n"
                               "wren: " +
-                              (tree / "tags") + " is mostly holes; make it anew with: wren tags " + tree.Path() + "\n");
+                              (tree / "tags") + " is mostly holes; rebuild it with: wren tags " + tree.Path() + "\n");
     tree.Write("system", "only\t" + (tree / "src/one.c") + "\t1;\"\tv\n");
     const ProgramRun other = Run({"--symbol", "only", "--system-tags", tree / "system"});
     EXPECT_EQ(other.output, At("src/one.c", 1, "only - one.c")) << "the other file answers";
@@ -244,7 +243,7 @@ TEST_F(LookupCommand, DoesNotWaitForAPipeInPlaceOfAFile)
     ASSERT_EQ(::mkfifo((tree / "pipe.c").c_str(), 0600), 0);
     const ProgramRun tags = Run({"--symbol", "f"});
     EXPECT_EQ(tags.status, 1);
-    EXPECT_NE(tags.errors.find(tree / "tags is no plain file"), std::string::npos) << tags.errors;
+    EXPECT_NE(tags.errors.find(tree / "tags is not a plain file"), std::string::npos) << tags.errors;
     const ProgramRun source = Run({"pipe.c:1"});
     EXPECT_EQ(source.status, 2);
     EXPECT_NE(source.errors.find("a pipe, a device or a socket holds no text"), std::string::npos) << source.errors;

@@ -196,7 +196,7 @@ TEST_F(TagsCommand, LeavesTheOldFileWhenTheTagsProgramFails)
         EXPECT_EQ(run.status, 1) << c.why;
         EXPECT_EQ(run.output, "") << c.why;
         EXPECT_TRUE(HasText(run.errors, Tags() + " was not made")) << c.why << ": " << run.errors;
-        EXPECT_TRUE(HasText(run.errors, "The old file is as it was.")) << c.why << ": " << run.errors;
+        EXPECT_TRUE(HasText(run.errors, "The old file is unchanged.")) << c.why << ": " << run.errors;
         EXPECT_TRUE(HasText(run.errors, "wren tags " + (tree / "project") + " --dry-run")) << c.why << run.errors;
         ExpectOldTags(c.why);
     }
@@ -368,7 +368,7 @@ TEST_F(InterruptedTags, LeavesTheOldFileAndNoProcess)
         const ProgramRun run = running.Wait();
         EXPECT_EQ(run.signal, signal);
         EXPECT_EQ(run.output, "");
-        EXPECT_TRUE(HasText(run.errors, "interrupted. " + Tags() + ": The old file is as it was.")) << run.errors;
+        EXPECT_TRUE(HasText(run.errors, "interrupted. " + Tags() + ": The old file is unchanged.")) << run.errors;
         EXPECT_EQ(::kill(program, 0), -1) << "the tags program has outlived the run";
         ExpectOldTags("interrupted");
     }
@@ -487,7 +487,7 @@ TEST_F(TagsCommand, WaitsForAnotherRunInTheSameDirectory)
         command.push_back(word);
     RunningProgram running(command, tree.Path(), environment);
     EXPECT_EQ(errors.ReadLine(running.Process()),
-              "wren: tags are being made in " + (tree / "project") + " already; waiting");
+              "wren: another program is making tags in " + (tree / "project") + "; waiting");
     EXPECT_FALSE(fs::exists(Tags()));
     ::close(held); // as when that one was killed
     EXPECT_EQ(running.Wait().status, 0);

@@ -15,19 +15,19 @@ namespace wren {
 namespace {
 
 constexpr const char* kFooter = R"(The caret is before the character of that column, 1 being the line's first. Without a
-column it is at the end of the line, where one types. What is completed is the name, the
-qualified name or the selector that ends at the caret.
+column it is at the end of the line. The name, the qualified name or the selector that
+ends at the caret is completed.
 
-When the candidates go on alike, their common beginning is put in, and the word is printed
-as it stands then, with its scopes. Else the candidates are printed, one a line, at most
-200; that there are more is said on standard error. No file is changed.
+If all candidates have the same continuation, it is inserted, and the completed word is
+printed with its scopes. Otherwise the candidates are printed, one per line, at most 200;
+if there are more, a message on standard error says so. No file is changed.
 
-With --auto it is asked as it is while typing: the character before the caret is typed with
-the names of all tags loaded, which takes a second or two. That takes three characters
-before the caret and fewer than 200 candidates, and never puts anything in.
+With --auto, the list is printed that typing the character before the caret would open,
+with the names of all tags loaded, which takes a second or two. This needs three characters
+of a name and fewer than 200 candidates, and inserts nothing.
 
-Exit status: 0 something was printed, 1 nothing completes what stands there, 2 wrong usage
-or an unreadable file, 3 no tags file serves the place.
+Exit status: 0 something was printed, 1 there is no completion, 2 wrong usage or an
+unreadable file, 3 no tags file serves the place.
 
 Examples:
     wren complete src/main.cpp:12
@@ -46,7 +46,7 @@ int PrintCandidates(ProgramOutput& output, const CompleteWords& words, const Com
     for (const std::string& candidate : result.candidates)
         lines += candidate + "\n";
     if (words.edit)
-        Complain("nothing is put in: these are the candidates");
+        Complain("nothing is inserted; these are the candidates");
     if (!WriteOrComplain(output, lines, "the candidates"))
         return base::exit_status::kUnusable;
     if (result.more)
@@ -66,11 +66,11 @@ void SayWhyNothing(const CompleteWords& words, const CompleteResult& result)
     const std::string place = words.options.place.Text();
     if (words.options.whileTyping)
         Complain("typing offers nothing at " + place +
-                 ": that takes three characters of a name, and from 1 to 199 candidates that go on from there");
+                 ": it needs three characters of a name, and 1 to 199 candidates");
     else
-        Complain("nothing in the tags files goes on from what stands at " + place);
+        Complain("nothing in the tags files completes the word at " + place);
     if (words.options.whileTyping && Home().empty())
-        Complain("HOME is not set: without it the names are loaded anew at each key stroke, and none is ever offered");
+        Complain("HOME is not set: without it each key stroke reloads the names, and no candidate is offered");
     for (const std::string& problem : ProblemsWithTags(result.directory))
         Complain(problem);
 }
@@ -120,9 +120,9 @@ void AddCompleteCommand(CLI::App& app, int* status)
     auto words = std::make_shared<CompleteWords>();
     command->add_option("place", words->place, "Where the caret is: FILE:LINE[:COLUMN], from 1, columns in bytes")
         ->required();
-    CLI::Option* whileTyping = command->add_flag("--auto", words->options.whileTyping,
-                                                 "Ask as it is done while typing, which puts nothing in");
-    command->add_flag("--edit", words->edit, "Print the whole line as it is then, not only the word")
+    CLI::Option* whileTyping =
+        command->add_flag("--auto", words->options.whileTyping, "Print the list that typing opens; insert nothing");
+    command->add_flag("--edit", words->edit, "Print the whole completed line, not only the word")
         ->excludes(whileTyping);
     AddTagsOptions(*command, words->options.tags);
     command->footer(kFooter);

@@ -40,7 +40,7 @@ std::optional<Question> QuestionFor(const std::string& symbol, const LookupOptio
 {
     const fs::path directory = options.directory.empty() ? fs::current_path() : fs::absolute(options.directory);
     if (!fs::is_directory(directory)) {
-        *error = directory.string() + " is no directory";
+        *error = directory.string() + " is not a directory";
         return std::nullopt;
     }
     const std::optional<std::string> pattern = PatternForSymbol(symbol);

@@ -17,9 +17,9 @@ namespace wren {
 namespace {
 
 constexpr const char* kFooter = R"(Matches are printed as "path:line: item", as compilers and grep do, at most 41.
-Without a column, the first identifier of the line is looked up. What matches may be
-a list: functions, classes, macros, selectors; a qualified name matches from its inner
-end ("Inner::f" finds "Outer::Inner::f"), and template arguments are ignored.
+Without a column, the first identifier of the line is looked up. One symbol may match
+functions, classes, macros and selectors. A qualified name matches from its inner end
+("Inner::f" finds "Outer::Inner::f"), and template arguments are ignored.
 
 Tags come from the nearest file "tags" at or above the source file, and from
 ~/Library/Caches/SystemHeaderTags. Make them with:
@@ -70,7 +70,7 @@ Match AsShown(const ProgramOutput& output, Match match)
 
 std::string WhatWasAsked(const LookupOptions& options)
 {
-    return options.symbol ? "\"" + *options.symbol + "\"" : "what stands at " + options.place->Text();
+    return options.symbol ? "\"" + *options.symbol + "\"" : "the symbol at " + options.place->Text();
 }
 
 int PrintMatches(ProgramOutput& output, const std::vector<Match>& matches)
@@ -111,11 +111,11 @@ int Report(ProgramOutput& output, const LookupOptions& options, const LookupResu
 bool Understand(LookupWords& words)
 {
     if (words.place.empty() == words.symbol.empty()) {
-        Complain("say either FILE:LINE[:COLUMN] or --symbol NAME; see wren lookup --help");
+        Complain("give either FILE:LINE[:COLUMN] or --symbol NAME; see wren lookup --help");
         return false;
     }
     if (!words.options.directory.empty() && words.symbol.empty()) {
-        Complain("--in goes with --symbol");
+        Complain("--in requires --symbol");
         return false;
     }
     std::string error;

@@ -100,7 +100,7 @@ private:
     {
         GuardedRunner::News news;
         news.waits = [](const std::string& directory) {
-            std::fprintf(stderr, "wren: tags are being made in %s already; waiting\n",
+            std::fprintf(stderr, "wren: another program is making tags in %s; waiting\n",
                          ShownOn(STDERR_FILENO, directory).c_str());
         };
         news.runs = runs;

@@ -122,14 +122,14 @@ std::optional<std::string> ProblemWith(const std::string& path, const std::strin
     if (!file.IsOpen()) {
         const int reason = errno;
         if (reason == EISDIR || reason == ENXIO)
-            return path + (reason == EISDIR ? " is a directory" : " is no plain file") +
-                   ", and stands where a tags file is looked for; move it away";
+            return path + (reason == EISDIR ? " is a directory" : " is not a plain file") +
+                   ", where a tags file belongs; move it away";
         return path + " cannot be read: " + std::strerror(reason);
     }
     const std::optional<std::string> problem = ProblemWithContent(file.Number());
     if (!problem)
         return std::nullopt;
-    return path + " " + *problem + "; make it anew with: " + command;
+    return path + " " + *problem + "; rebuild it with: " + command;
 }
 
 } // namespace

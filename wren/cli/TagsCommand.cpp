@@ -33,12 +33,13 @@ constexpr const char* kFooter =
     R"(Without --system, the tags of DIR go into the file "tags" in it, and are used for every
 source file in DIR and below. The tags of the system's headers go into
 ~/Library/Caches/SystemHeaderTags, and are used everywhere. DIR and --system together
-make both. What is tagged (*.h *.c *.cp *.cpp *.m *.mm; /usr/include) is in the settings;
-system directories that do not exist are left out.
+make both. The settings select the files (*.h *.c *.cp *.cpp *.m *.mm; /usr/include);
+missing system directories are left out.
 
-The last line says how much was tagged, how long it took, and the file. The old file stays
-as it is until the new one is complete: whatever fails, and when you interrupt it. Where
-a link stands, or a file that is not a tags file, nothing is written, and its name is said.
+The last line gives the number of files and tags, the time, and the file. The new file
+replaces the old one at the end: a run that fails or is interrupted leaves the old one
+unchanged. Nothing is written through a link or over a file that is not a tags file; a
+message names the obstacle.
 
 Parsing is done by Universal Ctags. WREN_CTAGS names another tags program to run instead
 of the one in the plug-in's bundle.
@@ -51,7 +52,7 @@ Examples:
     wren tags ~/src/project
     wren tags --system
     wren tags . --system --jobs 2
-    wren tags . --dry-run       what would be run, as lines for a shell)";
+    wren tags . --dry-run       the commands, to paste into a shell)";
 
 struct TagsWords {
     std::optional<std::string> directory;
@@ -90,7 +91,7 @@ bool Understand(TagsWords& words)
     if (!words.home.empty())
         words.home = fs::absolute(words.home);
     if (words.system && words.home.empty() && Home().empty()) {
-        Complain("HOME is not set, so that the system's tags have no place; say --home DIR");
+        Complain("HOME is not set, so the system's tags have no place; use --home DIR");
         return false;
     }
     if (!words.directory && words.system)
@@ -185,10 +186,10 @@ void AddTagsCommand(CLI::App& app, int* status)
     auto words = std::make_shared<TagsWords>();
     command->add_option("DIR", words->directory, "Make the tags of this directory (default: the current one)");
     command->add_flag("--system", words->system, "Make the tags of the system's headers");
-    command->add_option("--jobs", words->jobs, "Parse that many files at a time (default: one a core)")
+    command->add_option("--jobs", words->jobs, "Parse that many files at a time (default: one per core)")
         ->check(CLI::Range(1u, kMostJobs));
-    command->add_flag("--dry-run", words->dryRun, "Print the command lines that would be run, and touch nothing");
-    command->add_flag("--verbose", words->verbose, "Say on standard error what is run");
+    command->add_flag("--dry-run", words->dryRun, "Print the command lines that would be run, and change nothing");
+    command->add_flag("--verbose", words->verbose, "Show on standard error which commands run");
     command->add_option("--settings", words->settings, "The file of stored settings (default: none)")
         ->check(CLI::ExistingFile);
     command->add_option("--home", words->home, "The home directory (default: $HOME)");

@@ -30,7 +30,7 @@ std::string WhatIsThere(const TagsOutcome& run)
 {
     if (run.isNew)
         return "A file from this run is in place; do not rely on it.";
-    return run.hadFile ? "The old file is as it was." : "There is no such file now.";
+    return run.hadFile ? "The old file is unchanged." : "There is no such file now.";
 }
 
 bool HasRun(const TagsOutcome& run)
@@ -42,7 +42,7 @@ bool ReportFailure(const MadeTags& made, const std::string& toSee)
 {
     std::string text = made.run.file + " was not made: " + made.run.problem;
     if (HasRun(made.run))
-        text += "; what was said is above\n  " + WhatIsThere(made.run) + "\n  To see what is run:  " + toSee;
+        text += "; the output above has the details\n  " + WhatIsThere(made.run) + "\n  To see what is run:  " + toSee;
     Complain(text);
     return false;
 }
@@ -50,7 +50,7 @@ bool ReportFailure(const MadeTags& made, const std::string& toSee)
 bool ReportMade(ProgramOutput& output, const MadeTags& made)
 {
     if (made.count.files == 0)
-        Complain("no file was found to make tags of; their suffixes are the setting DeclIndexSuffixes");
+        Complain("found no file to tag; the setting DeclIndexSuffixes lists their suffixes");
     return WriteOrComplain(output, Summary(made), kWhatWasDone);
 }
 
@@ -60,7 +60,7 @@ bool PrintCommands(ProgramOutput& output, const MadeTags& made)
     std::string text;
     for (const TagsOutcome::Line& command : made.run.lines) {
         if (AppendsNothing(command.text))
-            text += "# Left out as long as its directory does not exist:\n";
+            text += "# Left out while its directory does not exist:\n";
         text += command.text + (command.text.ends_with('\n') ? "" : "\n");
     }
     return WriteOrComplain(output, text, kWhatWasDone);
