@@ -1,4 +1,4 @@
-// What the commands of the program have in common.
+// Helpers shared by the program's commands.
 #pragma once
 
 #include <string>
@@ -7,13 +7,13 @@ namespace wren {
 
 class ProgramOutput;
 
-// Tags and names of files may hold anything. What goes to a terminal through these goes without control characters (see
-// TerminalText.h), but for what the last of them writes.
+// Tags and file names may contain control characters. These functions replace them on a terminal (see TerminalText.h),
+// except for WriteAsIsOrComplain().
 
 void Complain(const std::string& text); // on standard error. Any thread
 
-// False, having complained, when it could not be written; 'what' is the text in some words ("the matches").
+// False, after a message, when writing fails; 'what' names the text for the message ("the matches").
 bool WriteOrComplain(ProgramOutput& output, const std::string& text, const char* what);
-bool WriteAsIsOrComplain(ProgramOutput& output, const std::string& text, const char* what); // with colours, say
+bool WriteAsIsOrComplain(ProgramOutput& output, const std::string& text, const char* what); // e.g. with colours
 
 } // namespace wren

@@ -1,4 +1,4 @@
-// The commands of the program: each adds itself to the command line, and leaves its exit status in '*status'.
+// The program's commands. Each function adds one to the command line; the command stores its exit status in '*status'.
 #pragma once
 
 namespace CLI {

@@ -47,7 +47,7 @@ PlainText Edited(const SourcePlace& source, const scan::Edit& edit)
     return text;
 }
 
-// An edit that leaves the text as it was completes nothing.
+// An edit without a change completes nothing.
 void ReadEdit(const SourcePlace& source, const scan::Edit& edit, CompleteResult& result)
 {
     const PlainText edited = Edited(source, edit);
@@ -103,11 +103,12 @@ bool LastCharacterCompletes(const SourcePlace& source)
     if (source.offset == 0)
         return false;
     std::string before = source.text;
-    before.erase(source.offset - 1, 1); // the only byte of any character that a word has
+    before.erase(source.offset - 1, 1); // characters of words are single bytes
     return WordBeganOrGrew(WordTypedAt(before, source.offset - 1), WordTypedAt(source.text, source.offset));
 }
 
-// What the last key stroke offers. The first key stroke that completes loads the names instead, in the background.
+// The candidates that the last key stroke offers. The first completing key stroke loads the names in the background
+// instead.
 std::vector<std::string> OfferedByKey(const SourcePlace& source, ServingTags& files, CompletionCache& cache)
 {
     if (!LastCharacterCompletes(source) || !files.FindFrom(source.directory))
@@ -125,12 +126,12 @@ void AskByTyping(const SourcePlace& source, ServingTags& files, CompleteResult& 
     OfferedByKey(source, files, cache);
     vetch::JoinThreads();
     std::vector<std::string> offered = OfferedByKey(source, files, cache);
-    vetch::CancelReading(true); // a load that has begun once more: nobody waits for it
+    vetch::CancelReading(true); // a second load is not needed
     vetch::JoinThreads();
     vetch::CancelReading(false);
     if (!offered.empty())
         return Offer(std::move(offered), result);
-    // While typing nobody hears that there are no tags files; by command the user does.
+    // Typing does not report missing tags files; the command does.
     CompleteResult byCommand;
     AskByCommand(source, files, byCommand);
     result.outcome = byCommand.outcome == Outcome::NoTags ? Outcome::NoTags : Outcome::NoCompletion;

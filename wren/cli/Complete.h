@@ -1,4 +1,4 @@
-// One completion, from the question to what an editor would put in or offer.
+// One completion, from the request to the insertion or the candidates.
 #pragma once
 
 #include "wren/cli/ServingTags.h"
@@ -17,8 +17,8 @@ struct CompleteOptions {
 
 struct CompleteResult {
     enum class Outcome {
-        Inserted,     // 'word' and 'line' say what
-        Offered,      // 'candidates' do
+        Inserted,     // 'word' and 'line' are set
+        Offered,      // 'candidates' is set
         NoCompletion, // no candidate adds to what is typed; while typing, also: no word, or too many candidates
         NoWord,       // nothing before the caret can be completed
         NoTags,
@@ -29,17 +29,17 @@ struct CompleteResult {
     std::string word;                    // at the caret, after the edit, with its scopes
     std::string line;                    // after the edit, without its line break
     std::vector<std::string> candidates; // in the list's order
-    bool more = false;                   // than the list shows
-    std::string directory;               // whose tags files were asked
-    std::string error;                   // for Unusable: what could not be used, and why
+    bool more = false;                   // there are more candidates than the list
+    std::string directory;               // whose tags files were searched
+    std::string error;                   // for Unusable: the cause
 };
 
-// By command, as the named command does it, or while typing: as when the character before the caret is typed with the
-// names of all tags loaded, which it waits for. Changes no file.
+// Completes like the editor's command. While typing: like typing the character before the caret once the names of all
+// tags are loaded, which it waits for. Changes no file.
 CompleteResult Complete(const CompleteOptions& options);
 
-// Where the word begins and ends that holds the text of [start, end): names, and their scopes in front of them
-// ("Outer::Inner::name"). What begins or ends in something else begins or ends there.
+// The word around [start, end): its names, with the scopes in front ("Outer::Inner::name"). An end of the range that
+// does not touch a name is an end of the word.
 std::string WordAround(const std::string& text, size_t start, size_t end);
 
 } // namespace wren

@@ -1,4 +1,4 @@
-// The face of an editor without a screen: a document is somewhere, and no mouse or key does anything.
+// A face without a screen: documents have a fixed place, and there is no mouse or keyboard input.
 #pragma once
 
 #include "wren/core/Face.h"

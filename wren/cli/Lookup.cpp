@@ -22,7 +22,7 @@ using Outcome = LookupResult::Outcome;
 struct Question {
     BEntry directory; // where the search for tags files starts
     std::string shownDirectory;
-    std::optional<std::string> pattern; // nothing where there is no symbol
+    std::optional<std::string> pattern; // nullopt when there is no symbol
 };
 
 std::optional<Question> QuestionAt(const Place& place, std::string* error)
@@ -54,7 +54,7 @@ std::optional<Question> QuestionFor(const std::string& symbol, const LookupOptio
 
 std::vector<Match> MatchesOf(const std::string& pattern, WantedTags wanted, const ServingTags& files)
 {
-    Tags tags(files.Local(), files.System(), pattern, false); // stale tags answer too: a question changes no file
+    Tags tags(files.Local(), files.System(), pattern, false); // also searches stale tags: a lookup changes no file
     const std::vector<TagData> found = CollectMatches(tags, wanted);
     const bool showDirectory = FileNamesAreAmbiguous(found);
     std::vector<Match> matches;

@@ -1,4 +1,4 @@
-// One lookup, from the question to the matches.
+// One lookup, from the request to the matches.
 #pragma once
 
 #include "tags/Matches.h"
@@ -21,8 +21,8 @@ struct LookupOptions {
 
 struct Match {
     std::string path;
-    long line = 0;    // that an editor goes to: tags may name any number, and one below 1 is the first line
-    std::string item; // as an editor's list of matches shows it
+    long line = 0;    // for an editor to open; tags may hold any number, below 1 is the first line
+    std::string item; // as in an editor's list of matches
 };
 
 struct LookupResult {
@@ -30,11 +30,11 @@ struct LookupResult {
 
     Outcome outcome = Outcome::Unusable;
     std::vector<Match> matches; // in the list's order, at most kMostMatches
-    std::string directory;      // whose tags files were asked
-    std::string error;          // for Unusable: what could not be used, and why
+    std::string directory;      // whose tags files were searched
+    std::string error;          // for Unusable: the cause
 };
 
-// Standard output is written to only when there is no home directory.
+// Writes to standard output only when there is no home directory.
 LookupResult LookUp(const LookupOptions& options);
 
 } // namespace wren

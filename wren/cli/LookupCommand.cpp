@@ -58,7 +58,7 @@ std::string Line(const Match& match, bool colour)
     return "\x1b[35m" + match.path + "\x1b[0m:\x1b[32m" + line + "\x1b[0m: " + match.item + "\n";
 }
 
-// Programs get names as they are.
+// Only a terminal gets names without control characters.
 Match AsShown(const ProgramOutput& output, Match match)
 {
     if (output.IsTerminal()) {
@@ -107,7 +107,7 @@ int Report(ProgramOutput& output, const LookupOptions& options, const LookupResu
     }
 }
 
-// The words as options; false when they do not make a question.
+// Turns the words into options; false, after a message, when they are invalid.
 bool Understand(LookupWords& words)
 {
     if (words.place.empty() == words.symbol.empty()) {

@@ -33,7 +33,7 @@ constexpr const char* kMakeSystemTags = "Create or update system tags"; // in th
 constexpr const char* kSystemDirectories = "DeclScanSystemDirectories";
 constexpr std::chrono::hours kNoLimit(24 * 365);
 
-// Not a pattern, an option or anything else that the shell or find would make something of.
+// Whether the word is an absolute path without any character that is special to the shell or find.
 bool IsPlainDirectory(const std::string& word)
 {
     return word.starts_with('/') && std::all_of(word.begin(), word.end(), [](unsigned char c) {
@@ -112,14 +112,14 @@ private:
         result.signal = interruption->Signal();
     }
 
-    // All that the plug-in does of it is done on a thread that it tells nobody of.
+    // The plug-in does all the work on a thread that it does not expose.
     void Ask(const std::function<void()>& ask)
     {
         ask();
         host.WaitForBackground(kNoLimit);
     }
 
-    // As the panel does in which a user chooses the directory.
+    // Sends the message of the panel in which a user chooses the directory.
     void AskForLocal(const std::string& directory)
     {
         BMessage chosen(FourCC("gnlt"));
@@ -128,7 +128,7 @@ private:
         host.Events().MessageFor(0, chosen);
     }
 
-    // The menu is that of a document's button; which document makes no difference to the system's tags.
+    // Uses the menu of a document's button; any document makes the same system tags.
     void AskForSystem()
     {
         std::string error;
@@ -137,7 +137,7 @@ private:
         host.Events().ButtonPopUp();
     }
 
-    // find would complain of each, and the default names one that only another system has. Answers a problem, or "".
+    // find would report each missing directory, and the default has one of another system. Returns a problem, or "".
     std::string LeaveOutMissingDirectories()
     {
         const std::string setting = host.Events().Setting(kSystemDirectories).value_or("");

@@ -1,4 +1,4 @@
-// Tags files, made by the plug-in as an editor would ask it to.
+// Makes tags files through the plug-in, in the same way as an editor.
 #pragma once
 
 #include "wren/core/TagsCount.h"
@@ -13,27 +13,27 @@ namespace wren {
 class Interruption;
 class PluginBundle;
 
-// What came of one tags file.
+// The result for one tags file.
 struct MadeTags {
-    TagsOutcome run;   // its file; Failed with a problem when nothing was tried
-    bool kept = false; // the lines were not to be run: they are in 'run'
+    TagsOutcome run;   // with its file; Failed with a problem when nothing was tried
+    bool kept = false; // a dry run: 'run' has the lines
     double seconds = 0;
-    TagsCount count; // of a file that was made
-    int signal = 0;  // that interrupted it
+    TagsCount count; // set when a file was made
+    int signal = 0;  // the signal that interrupted it, or 0
 };
 
-// A host for one use of the program: makes the application and its display, so once in a process. HOME is where system
-// tags go. What the plug-in prints goes to standard output.
+// A host for one run of the program: makes the application and its display, so only one in a process. System tags go to
+// HOME. The plug-in prints to standard output.
 class TagsMaker {
 public:
-    // Runs the commands, and stops them when 'interruption', which is made before this, takes in a signal; null: only
-    // keeps them, and touches nothing. 'settings' is the file of stored settings, "" for none. 'runs' is called, on
-    // another thread, with each line that is run; may be null. Borrows both objects.
+    // Runs the commands, and stops them when 'interruption', which is made before this, receives a signal. Null: only
+    // keeps them, and changes nothing. 'settings' is the file of stored settings, "" for none. 'runs' is called, on
+    // another thread, with each line that runs; may be null. Borrows both objects.
     TagsMaker(PluginBundle& bundle, Interruption* interruption, const std::string& settings,
               std::function<void(const std::string&)> runs);
     ~TagsMaker();
 
-    // Each waits until all is done, and holds no signals then. 'directory' is absolute and exists.
+    // Each waits for all work to end, and holds no signals afterwards. 'directory' is absolute and exists.
     MadeTags MakeLocal(const std::string& directory);
     MadeTags MakeSystem();
 

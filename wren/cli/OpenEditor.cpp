@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 constexpr std::array<std::string_view, 7> kOwnWords = {"lookup", "tags", "complete", "script",
                                                        "--help", "-h",   "--version"};
 
-// Beside this program, or where it is when both are installed.
+// The editor beside this program, or at its installed place.
 fs::path EditorProgram()
 {
     std::error_code unknown;

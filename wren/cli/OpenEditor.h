@@ -1,12 +1,13 @@
-// Starting the desktop editor, which is a program of its own.
+// Starts the desktop editor, a separate program.
 #pragma once
 
 namespace wren {
 
-// True when the words after the program's name ask for no command: "wren", and "wren FILE...".
+// True when the words after the program's name contain no command: "wren", and "wren FILE...".
 bool AsksForEditor(int count, char** words);
 
-// Becomes the editor. Returns only when that cannot be, with the exit status; why was said on standard error.
+// Replaces this process by the editor. Returns only on failure, with the exit status, after a message on standard
+// error.
 int OpenEditor(char** words);
 
 } // namespace wren

@@ -1,4 +1,4 @@
-// The command lines that the plug-in wants run, kept instead of run.
+// Records the plug-in's command lines instead of running them.
 #pragma once
 
 #include "vetch/support/ShellCommand.h"
@@ -9,15 +9,15 @@
 
 namespace wren {
 
-// While one lives, it takes in every command line of the plug-in. At most one at a time.
+// While one lives, it receives every command line of the plug-in. At most one at a time.
 class RecordedCommands {
 public:
     RecordedCommands();
-    ~RecordedCommands(); // no line is under way
+    ~RecordedCommands(); // no line may be in progress
     RecordedCommands(const RecordedCommands&) = delete;
     RecordedCommands& operator=(const RecordedCommands&) = delete;
 
-    std::vector<std::string> All() const; // so far, in their order. Any thread.
+    std::vector<std::string> All() const; // so far, in order. Any thread.
 
 private:
     static int Record(const char* command, const vetch::ShellRequest& request);

@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Relative paths of sources start from the directory that the file is in, and not from that of a link to it.
+// The canonical path: relative paths of sources start from the file's own directory, not from that of a link to it.
 std::optional<std::string> ReadableFile(const std::string& name, std::string* error)
 {
     std::error_code problem;
@@ -61,7 +61,7 @@ bool ServingTags::Prepare(const TagsOptions& options, std::string* error)
             return false;
         systemFile = *file;
     }
-    // The answer takes no plug-in, but a wrong name is still worth a word.
+    // The search needs no plug-in, but a wrong name is still an error.
     if (!options.bundle.empty() && PluginBundle::Load(options.bundle, error) == nullptr)
         return false;
     if (!systemFile.empty())

@@ -1,4 +1,4 @@
-// The tags files that serve a place, asked without an editor.
+// The tags files that serve a place, searched without an editor.
 #pragma once
 
 #include "vetch/storage/BEntry.h"
@@ -11,17 +11,17 @@ class App;
 
 namespace wren {
 
-// What a command works with beside its question.
+// Common options of the commands that search tags.
 struct TagsOptions {
     std::string bundle;     // "" for the default one
     std::string home;       // "" for the environment's
     std::string systemTags; // "" for the one in the home directory
 };
 
-// Adds the options of that to a command. 'options' outlives the parsing.
+// Adds these options to a command. 'options' outlives the parsing.
 void AddTagsOptions(CLI::App& command, TagsOptions& options);
 
-// Finds them by the rules of the plug-in, with another system tags file where one is named. Warns on standard error of
+// Finds the files by the plug-in's rules; an option can name another system tags file. Warns on standard error about
 // each file that a search does not read. One in a process; one thread.
 class ServingTags {
 public:
@@ -30,17 +30,17 @@ public:
     ServingTags(const ServingTags&) = delete;
     ServingTags& operator=(const ServingTags&) = delete;
 
-    // Takes the home directory and makes the place for the system's tags in it, as an editor does that starts. False,
-    // with the reason in '*error', when a system tags file or a bundle that was named cannot be used.
+    // Sets the home directory and makes the directory for the system's tags, as an editor does at its start. False,
+    // with the reason in '*error', when a named system tags file or bundle cannot be used.
     bool Prepare(const TagsOptions& options, std::string* error);
 
-    // Finds both files, the local one at 'directory' or above it; false when there is neither.
+    // Finds both files, the local one at 'directory' or above it; false when neither exists.
     bool FindFrom(const BEntry& directory);
-    const BEntry* Local() const { return &local; }   // unset when there is none
-    const BEntry* System() const { return &system; } // may name a file that is not there
+    const BEntry* Local() const { return &local; }   // unset without a local file
+    const BEntry* System() const { return &system; } // may name a missing file
 
-    // The directory that lists show as "~/". None with a system tags file that was named: the answer is then the same
-    // whoever asks.
+    // The directory that lists show as "~/". Empty when a system tags file was named: every user then gets the same
+    // answer.
     std::string ShownHome() const;
 
 private:

@@ -1,4 +1,4 @@
-// A place in a source file that a command was asked about.
+// The place in a source file that a command asks about.
 #pragma once
 
 #include "vetch/storage/BEntry.h"
@@ -12,11 +12,11 @@ namespace wren {
 struct SourcePlace {
     std::string text; // of the whole file
     long offset = 0;
-    BEntry directory; // where the search for tags files starts: that of the source itself, not of a link to it
-    std::string shownDirectory; // of the file as it was named
+    BEntry directory;           // where the search for tags files starts; links are resolved
+    std::string shownDirectory; // of the file under its given name
 };
 
-// Nothing, with the reason in '*error', when the file cannot be read or ends before the place.
+// nullopt, with the reason in '*error', when the file cannot be read or ends before the place.
 std::optional<SourcePlace> ReadSource(const Place& place, WithoutColumn withoutColumn, std::string* error);
 
 } // namespace wren

@@ -12,7 +12,7 @@ namespace wren {
 
 namespace {
 
-// Reads a symbol from its beginning, a part at a time; each part says whether it was there.
+// Parses a symbol from its beginning, one part at a time; each part returns whether it was there.
 class SymbolReader {
 public:
     explicit SymbolReader(std::string_view symbol) : rest(symbol) {}
@@ -36,7 +36,7 @@ public:
         return true;
     }
 
-    // From a '<' to the '>' that belongs to it; false when that is missing.
+    // From a '<' to its matching '>'; false when that is missing.
     bool TakeTemplateArguments()
     {
         int depth = 0;

@@ -1,4 +1,4 @@
-// What the tags files are searched for when a symbol is named.
+// The search pattern for a named symbol.
 #pragma once
 
 #include <optional>
@@ -6,9 +6,9 @@
 
 namespace wren {
 
-// The pattern that a lookup takes from a source in which the symbol stands: the name, qualified or not, without a
-// leading "std::", or the selector ("putBook:onLevel:"). Nothing for a text that is neither, and for one of more than
-// 1,024 bytes: an operator or a destructor, say, is found only as it is written, and without a choice of kinds.
+// The same pattern as for a lookup of the symbol in a source: the name, qualified or not, without a leading "std::", or
+// the selector ("putBook:onLevel:"). nullopt for other texts, such as operators and destructors, and for more than
+// 1,024 bytes. Those are found only by their exact text, and without a choice of kinds.
 std::optional<std::string> PatternForSymbol(const std::string& symbol);
 
 } // namespace wren

@@ -42,7 +42,7 @@ std::optional<fs::path> NearestTags(fs::path directory)
     }
 }
 
-// What the first tags of a file look like: ctags writes all of them with the same options.
+// The style of a file's first tags: ctags writes all tags with the same options.
 struct Habits {
     bool lineNumbers = true;
     bool fieldsBehindScopes = false;
@@ -64,7 +64,7 @@ bool HasLineNumber(std::string_view line)
     return command < line.size() - 1 && std::isdigit(static_cast<unsigned char>(line[command + 1]));
 }
 
-// What the file begins with, up to its end or as much as says how it was made; the last line may be cut short.
+// The start of the file, long enough to show how it was made; the last line may be cut.
 std::string BeginningOf(int file)
 {
     constexpr size_t kMost = 256 * 1024;
@@ -99,7 +99,7 @@ Habits HabitsIn(std::string_view text)
     return habits;
 }
 
-// What is wrong with the open file, as the rest of a sentence about it.
+// The problem of the open file, as the rest of a sentence about it.
 std::optional<std::string> ProblemWithContent(int file)
 {
     if (base::IsMostlyHoles(file))
@@ -115,7 +115,7 @@ std::optional<std::string> ProblemWithContent(int file)
     return std::nullopt;
 }
 
-// 'command' makes the file anew.
+// 'command' rebuilds the file.
 std::optional<std::string> ProblemWith(const std::string& path, const std::string& command)
 {
     const base::Descriptor file(base::OpenPlainFile(path.c_str()));

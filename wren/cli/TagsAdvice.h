@@ -1,4 +1,4 @@
-// What keeps a directory's tags files from answering, and the remedy, in words for the user.
+// Problems of a directory's tags files, with the remedy, for the user.
 #pragma once
 
 #include <string>
@@ -7,10 +7,10 @@
 namespace wren {
 
 // Why the tags that serve 'directory' may have found nothing: a tags file that is a directory, cannot be read, is
-// empty, or was made with options that hide its tags. One sentence each; empty when all seems well.
+// empty, or was made with options that hide its tags. One sentence each; empty without a problem.
 std::vector<std::string> ProblemsWithTags(const std::string& directory);
 
-// What to do when no tags file serves 'directory'.
+// The message for a directory that no tags file serves.
 std::string RemedyForNoTags(const std::string& directory);
 
 } // namespace wren

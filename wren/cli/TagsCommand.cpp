@@ -65,7 +65,7 @@ struct TagsWords {
     std::string settings;
 };
 
-// The directory as an absolute path without links; nothing, with the reason said, when it cannot be used.
+// The directory as an absolute path without links; nullopt, after a message, when it cannot be used.
 std::optional<std::string> UsableDirectory(const std::string& directory)
 {
     std::error_code problem;
@@ -85,7 +85,7 @@ std::optional<std::string> UsableDirectory(const std::string& directory)
     return path.string();
 }
 
-// The words as something that can be done; false, with the reason said, when they are not.
+// Completes and checks the words; false, after a message, when they cannot be used.
 bool Understand(TagsWords& words)
 {
     if (!words.home.empty())
@@ -100,7 +100,7 @@ bool Understand(TagsWords& words)
     return words.directory.has_value();
 }
 
-// For this process and the commands.
+// Sets it for this process and the commands.
 void SetEnvironment(const TagsWords& words)
 {
     if (!words.home.empty())
@@ -109,7 +109,7 @@ void SetEnvironment(const TagsWords& words)
         ::setenv("CPLUSTAGS_JOBS", std::to_string(*words.jobs).c_str(), 1);
 }
 
-// What the commands of a dry run count on.
+// The environment that the commands of a dry run need.
 std::string EnvironmentLines(const TagsWords& words)
 {
     std::string lines;
@@ -120,7 +120,7 @@ std::string EnvironmentLines(const TagsWords& words)
     return lines;
 }
 
-// A command that shows what is run.
+// A command that prints the commands to run.
 std::string DryRun(const TagsWords& words, const std::string& what)
 {
     std::string command = "wren tags " + what + " --dry-run";
@@ -136,8 +136,8 @@ void SayWhatRuns(const std::string& line)
     std::fprintf(stderr, "executing %s\n", ShownOn(STDERR_FILENO, line).c_str());
 }
 
-// Makes what was asked for, in the order in which an editor starts both. Answers the exit status; a run that was
-// interrupted leaves the signal in '*signal' and goes no further.
+// Makes the requested files, in the order in which an editor starts both. Returns the exit status. Stops after an
+// interrupted run, with the signal in '*signal'.
 int MakeAll(PluginBundle& bundle, const TagsWords& words, ProgramOutput& output, int* signal)
 {
     Interruption interruption;
@@ -163,7 +163,7 @@ int RunTags(TagsWords& words)
         return base::exit_status::kUnusable;
     SetEnvironment(words);
     ProgramOutput output;
-    output.DropTheRest(); // the plug-in says what it runs in bytes that may be no text
+    output.DropTheRest(); // the plug-in prints its commands, which may not be valid text
     std::string error;
     const std::unique_ptr<PluginBundle> bundle =
         PluginBundle::Load(words.bundle.empty() ? PluginBundle::DefaultDirectory() : words.bundle, &error);

@@ -54,7 +54,7 @@ bool ReportMade(ProgramOutput& output, const MadeTags& made)
     return WriteOrComplain(output, Summary(made), kWhatWasDone);
 }
 
-// As whole lines, to paste into a shell.
+// Prints complete lines, to paste into a shell.
 bool PrintCommands(ProgramOutput& output, const MadeTags& made)
 {
     std::string text;

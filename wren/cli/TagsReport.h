@@ -1,4 +1,4 @@
-// What the user is told of a tags file that was to be made.
+// The user's report about a tags file.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@ namespace wren {
 class ProgramOutput;
 struct MadeTags;
 
-// The sum, or the commands of a dry run, on the output; all else on standard error. 'toSee' is a command that shows
-// what was tried. Answers whether all is well.
+// Prints the summary, or the commands of a dry run, to the output; everything else to standard error. 'toSee' is a
+// command that prints the commands to run. Returns whether the file was made.
 bool ReportTags(ProgramOutput& output, const MadeTags& made, const std::string& toSee);
 
 } // namespace wren
