@@ -1,9 +1,9 @@
-// A mode in which a session gives the same answers every time.
+// A mode in which a session gives the same answers on every run.
 #pragma once
 
 namespace wren {
 
-// While one lives, the clock is a virtual one and loopers take turns. Made before the first looper runs.
+// While one lives, the clock is virtual and loopers take turns. Make it before the first looper runs.
 class DeterministicMode {
 public:
     DeterministicMode();

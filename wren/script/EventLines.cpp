@@ -1,4 +1,4 @@
-// Lines that send the plug-in an event of their own making, and settings.
+// Lines that send the plug-in raw events, and settings.
 #include "vetch/interface/BView.h"
 #include "wren/core/Event.h"
 #include "wren/core/PluginBundle.h"
@@ -10,8 +10,7 @@ namespace wren::lines {
 
 namespace {
 
-// Fields that the plug-in reads on an event and that the line leaves out are empty: it is never handed what is not
-// there.
+// Fields of the event that the line leaves out are empty: the plug-in never reads a missing field.
 EventRecord ReadRecord(ScriptSession& session, const Line& line)
 {
     EventRecord record = session.TheHost().Events().RecordFor(line.Integer("event"));

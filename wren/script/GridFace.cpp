@@ -16,7 +16,7 @@ struct Cell {
     float line;
 };
 
-// The cell of the character that 'offset' is in.
+// The cell of the character at 'offset'.
 Cell CellOf(const Document& document, long offset)
 {
     offset = std::clamp(offset, 0L, document.Length());
@@ -35,7 +35,7 @@ Cell CellOf(const Document& document, long offset)
     return {static_cast<float>(column), static_cast<float>(line)};
 }
 
-// A coordinate as a whole number of cells, kept within what a long can hold.
+// A coordinate as a whole number of cells, clamped to the range of a long.
 long CellsIn(float coordinate, float cell)
 {
     return static_cast<long>(std::clamp(std::floor(coordinate / cell), 0.0f, 1e9f));

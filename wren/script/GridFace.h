@@ -1,11 +1,11 @@
-// A face without a screen: every character stands in a cell of the same size.
+// A face without a screen: every character has a cell of the same size.
 #pragma once
 
 #include "wren/core/Face.h"
 
 namespace wren {
 
-// What a match does, and where warnings go, is left to those who derive from it.
+// Derived classes handle matches and warnings.
 class GridFace : public Face {
 public:
     static constexpr float kCellWidth = 7;
@@ -18,7 +18,7 @@ public:
     BRect ButtonFrame(const Document& document) const override;
     BPoint PointAt(const Document& document, long offset) const override;
 
-    // Past a line's end is that line's end, past the text its end.
+    // A point past a line's end gives that end; a point below the text gives the text's end.
     long OffsetAt(const Document& document, BPoint where) const override;
 
     MouseState Mouse() const override { return mouse; }

@@ -1,4 +1,4 @@
-// The stage of "wren script": a host with no display.
+// The stage of "wren script": a host without a display.
 #pragma once
 
 #include "wren/core/Host.h"
@@ -11,7 +11,7 @@ namespace wren {
 
 class PluginBundle;
 
-// The face of the script: it opens nothing, and says so in the log.
+// The script's face: it opens no match but logs it.
 class ScriptFace : public GridFace {
 public:
     explicit ScriptFace(ScriptLog& log) : log(log) {}
@@ -23,8 +23,8 @@ private:
     ScriptLog& log;
 };
 
-// Makes everything that a host without a display needs, and starts it. One at a time in a process; document thread,
-// which is the one that makes it.
+// Makes and starts everything that a host without a display needs. One at a time in a process; document thread, which
+// is the thread that makes it.
 class HeadlessStage : public Stage {
 public:
     HeadlessStage(PluginBundle& bundle, const std::string& settingsFile); // borrows the bundle
@@ -57,7 +57,7 @@ public:
     void SetInputPending(bool pending) override;
 
 private:
-    // The framework shows everything there while it lives.
+    // While it lives, it is the framework's display.
     class InUse {
     public:
         explicit InUse(vetch::Display& display) { vetch::SetDisplay(&display); }

@@ -1,4 +1,4 @@
-// Lines that do what a user does in a document: keys, clicks, buttons and menus.
+// Lines for a user's actions in a document: keys, clicks, buttons and menus.
 #include "wren/headless/Keyboard.h"
 #include "wren/script/LineHandlers.h"
 
@@ -55,7 +55,7 @@ void Type(ScriptSession& session, const Line& line, Json&)
     for (std::string_view rest = text; !rest.empty(); rest.remove_prefix(base::CodePointLength(rest))) {
         const std::string key(base::FirstCharacter(rest));
         Stroke(session, key, {key, 0});
-        session.TheStage().Settle(); // nobody types faster than windows answer
+        session.TheStage().Settle(); // windows answer faster than a user types
     }
 }
 

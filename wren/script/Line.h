@@ -10,17 +10,17 @@
 
 namespace wren {
 
-// Why a line could not be carried out. Its text begins with the field that is to blame. Thrown and caught within this
+// The reason that a line could not be executed. Its text begins with the field at fault. Thrown and caught within this
 // folder.
 struct LineError {
     std::string text;
 };
 
-// Every operation throws LineError for a field that is missing, unless it answers an optional, and for one of another
-// type than it reads. Borrows the object.
+// Every operation throws LineError for a field of the wrong type, and for a missing one unless it returns an optional.
+// Borrows the object.
 class Line {
 public:
-    explicit Line(const Json& object, std::string path = ""); // 'path' stands before the names of fields in errors
+    explicit Line(const Json& object, std::string path = ""); // errors put 'path' before field names
 
     bool Has(const std::string& name) const { return object.contains(name); }
 

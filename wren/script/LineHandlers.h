@@ -1,4 +1,4 @@
-// The lines of a script, each kind with the operation that carries it out.
+// The handlers of a script's lines, one for each kind.
 #pragma once
 
 #include "wren/script/ScriptSession.h"
@@ -11,7 +11,7 @@ void SetText(ScriptSession&, const Line&, Json& answer);
 void Select(ScriptSession&, const Line&, Json& answer);
 void Undo(ScriptSession&, const Line&, Json& answer);
 
-// What a user does in a document
+// A user's actions in a document
 void Key(ScriptSession&, const Line&, Json& answer);
 void Type(ScriptSession&, const Line&, Json& answer);
 void Click(ScriptSession&, const Line&, Json& answer);
@@ -20,7 +20,7 @@ void PopUp(ScriptSession&, const Line&, Json& answer);
 void Menu(ScriptSession&, const Line&, Json& answer);
 void Command(ScriptSession&, const Line&, Json& answer);
 
-// What a user does in the plug-in's windows
+// A user's actions in the plug-in's windows
 void QueueAnswer(ScriptSession&, const Line&, Json& answer);
 void Invoke(ScriptSession&, const Line&, Json& answer);
 void Mouse(ScriptSession&, const Line&, Json& answer);
@@ -35,7 +35,7 @@ void RawEvent(ScriptSession&, const Line&, Json& answer);
 void Setting(ScriptSession&, const Line&, Json& answer);
 void Save(ScriptSession&, const Line&, Json& answer);
 
-// The world around
+// The environment
 void Clock(ScriptSession&, const Line&, Json& answer);
 void Screen(ScriptSession&, const Line&, Json& answer);
 void Shortcut(ScriptSession&, const Line&, Json& answer);

@@ -1,4 +1,4 @@
-// Messages as the script writes them: {"what": "ksel", "strings": {..}, "ints": {..}, "refs": [path, ..]}.
+// Messages in the script's form: {"what": "ksel", "strings": {..}, "ints": {..}, "refs": [path, ..]}.
 #pragma once
 
 #include "vetch/app/BMessage.h"
@@ -6,10 +6,10 @@
 
 namespace wren {
 
-// Throws LineError. "what" alone is required. A number called "byte" becomes an int8, as in the messages of keys.
+// Throws LineError. Only "what" is required. A number called "byte" becomes an int8, as in key messages.
 BMessage MessageFromJson(const Line& object);
 
-// 'message', which was made from 'object' or from nothing: its references, and what 'object' names.
+// The references of 'message' and the fields named in 'object', from which it was made; 'object' may be empty.
 Json MessageToJson(const BMessage& message, const Json& object);
 
 } // namespace wren

@@ -39,7 +39,7 @@ GuardedRunner::News MakeNews()
     return news;
 }
 
-// What it runs is in sessions of its own, which a signal from the terminal does not reach.
+// Its commands run in separate sessions, which a signal from the terminal does not reach.
 class Guard {
 public:
     explicit Guard(Interruption& interruption) : interruption(interruption), runner(STDERR_FILENO, MakeNews())

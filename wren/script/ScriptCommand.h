@@ -7,6 +7,6 @@ class App;
 
 namespace wren {
 
-void AddScriptCommand(CLI::App& app, int* status); // it leaves its exit status in '*status'
+void AddScriptCommand(CLI::App& app, int* status); // stores its exit status in '*status'
 
 } // namespace wren

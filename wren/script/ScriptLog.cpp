@@ -48,7 +48,7 @@ void ScriptLog::Add(Json entry)
 
 namespace {
 
-// How each change is logged; nothing for one that is not.
+// The log entry of each change; nothing for one that is not logged.
 Json Entry(const EventAnswered&)
 {
     return Json();

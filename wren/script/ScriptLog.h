@@ -1,4 +1,4 @@
-// What happened while a line of the script ran, in order.
+// The log of a script's line, in order.
 #pragma once
 
 #include "vetch/display/HeadlessDisplay.h"
@@ -12,23 +12,23 @@ namespace wren {
 
 using Json = nlohmann::ordered_json;
 
-// The ways in which the script's answers write things.
-Json JsonText(const std::string& text); // with U+FFFD for bytes that are no text
+// The JSON forms in the script's answers.
+Json JsonText(const std::string& text); // with U+FFFD for invalid UTF-8
 Json JsonKey(char key);                 // a text of one character, "" for none
-Json JsonNumber(float number);          // a whole number where it is one
+Json JsonNumber(float number);          // an integer when it has no fraction
 Json JsonPoint(BPoint point);
 Json JsonRect(BRect rect);
 
 // Any thread.
 class ScriptLog : public HostObserver, public vetch::DisplayObserver {
 public:
-    Json Take(); // what came since the last time
+    Json Take(); // the entries since the last call
 
     void Add(Json entry);
 
     void Changed(const HostChange& change) override;
 
-    // A match of a lookup, on its way to being shown.
+    // A match of a lookup, about to be shown.
     void MatchOpened(const std::string& path, long line);
 
     void Beeped() override;
@@ -41,7 +41,7 @@ public:
     void WindowClosed(long window) override;
 
 private:
-    std::mutex mutex; // guards the entries; a leaf
+    std::mutex mutex; // guards the entries; no other lock is taken while it is held
     Json entries = Json::array();
 };
 

@@ -4,9 +4,9 @@ namespace wren {
 
 namespace {
 
-constexpr int kDeepest = 100; // values within values: far more than any line needs, far less than a stack holds
+constexpr int kDeepest = 100; // levels of nesting: more than any line needs, safe for the stack
 
-// A value that is no object for a line that is no JSON, or nested too deeply to be handled safely.
+// Returns a value that is not an object when the line is not JSON, or is nested too deeply to be handled safely.
 Json Parsed(const std::string& line)
 {
     bool tooDeep = false;

@@ -1,4 +1,4 @@
-// A conversation with a script: a line in, an answer out.
+// Answers a script's lines, one answer each.
 #pragma once
 
 #include "wren/core/Host.h"
@@ -15,10 +15,10 @@ class ScriptSession {
 public:
     explicit ScriptSession(Stage& stage) : stage(stage) {} // borrowed
 
-    // Answers a line when everything that it set off has happened. Whatever the line holds, there is an answer.
+    // Executes a line and waits for all its effects. Every line gets an answer, whatever its content.
     Json Answer(const std::string& line);
 
-    // For those who carry out the lines.
+    // For line handlers.
     Document& NeedDocument(); // throws LineError when no document is open
     Stage& TheStage() { return stage; }
     Host& TheHost() { return stage.TheHost(); }
@@ -29,11 +29,11 @@ private:
     Stage& stage;
 };
 
-// What carries out lines of one kind. It checks all fields before it changes anything, and throws LineError; it adds to
-// the answer.
+// Executes lines of one kind and adds to the answer. Checks all fields before it changes anything, and throws
+// LineError.
 using LineHandler = void (*)(ScriptSession& session, const Line& line, Json& answer);
 
-// The handler of lines whose field "do" is 'name'; null when there is none.
+// The handler of lines with 'name' in the field "do"; null when there is none.
 LineHandler FindLineHandler(const std::string& name);
 
 } // namespace wren

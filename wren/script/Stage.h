@@ -1,4 +1,4 @@
-// Where a script is played: an editor with the plug-in in it, and a user's hands and eyes.
+// The environment of a script: an editor with the plug-in, and the actions and view of its user.
 #pragma once
 
 #include "wren/core/PluginEvents.h"
@@ -14,7 +14,7 @@ class Document;
 class Host;
 class ScriptLog;
 
-// A click into the text: at a place of the text view, or in the middle of the character at an offset.
+// A click into the text: at a point of the text view, or in the middle of the character at an offset.
 struct TextClick {
     std::optional<BPoint> at;
     long offset = 0;
@@ -22,7 +22,7 @@ struct TextClick {
     uint32 buttons = 1;
 };
 
-// What a user does shows its effect once the stage has settled. Windows are named by their numbers in the log. Document
+// The effect of an action shows once the stage has settled. Windows are named by their numbers in the log. Document
 // thread.
 class Stage {
 public:
@@ -34,28 +34,27 @@ public:
     virtual ScriptLog& Log() = 0;
     virtual void Settle() = 0; // delivers all messages
 
-    // In documents. Open() answers null, with the reason, when the file cannot be read. The others answer what the
-    // plug-in did; PressKey(), with the stroke's name as StrokeOf() reads it, and Click() at an offset need a current
-    // document.
+    // Documents. Open() returns null, with the reason, when the file cannot be read. The others return the plug-in's
+    // answer. PressKey(), with the stroke's name for StrokeOf(), and Click() at an offset need a current document.
     virtual Document* Open(const std::string& path, const std::optional<std::string>& text, bool worksheet,
                            std::string* error) = 0;
     virtual long PressKey(const std::string& key, const KeyStroke& stroke) = 0;
     virtual long Click(const TextClick& click) = 0;
-    virtual std::optional<std::string> Undo() = 0; // the name of what was taken back; nothing when there is nothing
+    virtual std::optional<std::string> Undo() = 0; // the name of the undone edit; nullopt when there is none
     virtual long RunCommand(const std::string& name) = 0;
     virtual long ClickButton(uint32 modifiers) = 0; // the plug-in's
     virtual long ChooseFromButton(
-        const std::optional<MenuChoice>& choice) = 0; // from its pop-up menu; nothing dismisses it
+        const std::optional<MenuChoice>& choice) = 0; // from its pop-up menu; nullopt dismisses it
 
-    // From the menu "Search": whether the item is enabled, and then its command runs; nothing when there is no such
-    // item.
+    // Chooses from the menu "Search": runs the item's command if it is enabled, and returns whether it is; nullopt when
+    // there is no such item.
     virtual std::optional<bool> ChooseFromMenu(const std::string& label) = 0;
 
-    // Answers to what comes next: a button of an alert, a path chosen in a file panel, nothing to dismiss it.
+    // Answers for the next alert, a button, and the next file panel, a path; nullopt dismisses the panel.
     virtual void AnswerAlert(long button) = 0;
     virtual void AnswerPanel(const std::optional<std::string>& path) = 0;
 
-    // In windows. False when there is no such thing in that window.
+    // Windows. False when there is no such window or item.
     virtual std::vector<WindowState> Windows() const = 0;
     virtual bool InvokeItem(long window, long index) = 0;
     virtual bool ClickItem(long window, long index) = 0;
@@ -66,7 +65,7 @@ public:
     virtual vetch::LooperToken OpenPanel(const std::string& identifier,
                                          long* returned) = 0; // preferences; "": the first
 
-    // The world around.
+    // The environment.
     virtual void SetScreen(BRect frame) = 0;
     virtual void SetInputPending(bool pending) = 0;
 };

@@ -1,4 +1,4 @@
-// What there is to see: the document, the plug-in's windows, the menu.
+// The visible state: the document, the plug-in's windows, the menu.
 #pragma once
 
 #include "wren/script/ScriptLog.h"
@@ -7,7 +7,7 @@ namespace wren {
 
 class Host;
 
-// Of a settled session.
+// Call it on a settled session.
 Json StateJson(Host& host, const std::vector<vetch::HeadlessDisplay::WindowState>& windows);
 
 } // namespace wren

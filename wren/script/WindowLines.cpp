@@ -1,4 +1,4 @@
-// Lines that do what a user does in the plug-in's windows.
+// Lines for a user's actions in the plug-in's windows.
 #include "wren/script/LineHandlers.h"
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace {
 
 using WindowState = Stage::WindowState;
 
-// Throws LineError when the user sees no such window.
+// Throws LineError when no such window is visible.
 long NeedWindow(ScriptSession& session, const Line& line)
 {
     const long number = line.Integer("window");

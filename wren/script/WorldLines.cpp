@@ -1,4 +1,4 @@
-// Lines that change the world around the plug-in, and the one that looks at it.
+// Lines that change the plug-in's environment, and the one that reads its state.
 #include "wren/headless/Keyboard.h"
 #include "wren/script/LineHandlers.h"
 #include "wren/script/StateJson.h"
