@@ -1,4 +1,4 @@
-// The program as a user runs it.
+// Runs the program as a user does.
 #include "tests/support/RunProgram.h"
 #include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"
@@ -31,7 +31,7 @@ std::string Lines(const std::vector<std::string>& lines)
     return text;
 }
 
-// A small source tree with its tags and a home of its own.
+// A small source tree with its tags and its own home.
 class CompleteCommand : public ::testing::Test {
 protected:
     CompleteCommand()
@@ -45,7 +45,7 @@ protected:
         tree.Write("home/.keep", "");
     }
 
-    // Asks in a document whose text is 'marked' without its caret, "|"; 'words' stand behind the place.
+    // Completes in a document with the text 'marked' at its caret, "|"; 'words' follow the place.
     ProgramRun Complete(const std::string& marked, const std::vector<std::string>& words = {})
     {
         const size_t caret = marked.find('|');
@@ -197,7 +197,7 @@ TEST_F(CompleteCommand, OffersAsManyAsTheListShows)
         {"the entry that says that there are more is no candidate", 201, 200, true, 0},
     };
     for (const auto& c : kCases) {
-        // The others keep the candidates from having more in common.
+        // The other names limit the candidates' common beginning.
         tree.Write("tags", Numbered("many", c.tags - 1) + Tag("manyfold"));
         const ProgramRun run = Complete("many|");
         EXPECT_EQ(run.status, 0) << c.why;

@@ -8,7 +8,7 @@ namespace {
 
 struct Case {
     const char* why;
-    const char* text; // "[" and "]" stand around what was put in
+    const char* text; // "[" and "]" mark the inserted text
     const char* word;
 };
 
@@ -33,7 +33,7 @@ TEST(WordAround, Cases)
 {
     for (const Case& c : kCases) {
         std::string text = c.text;
-        // The last bracket before the end mark is the start mark: messages have brackets of their own.
+        // The start mark is the last bracket before the end mark: messages contain brackets too.
         const size_t end = text.rfind(']');
         text.erase(end, 1);
         const size_t start = text.rfind('[', end - 1);

@@ -1,4 +1,4 @@
-// A tree that lies in wait for whoever looks something up in it, met by each face of the program that needs no display.
+// A hostile tree, in each face of the program that needs no display.
 #include "tests/cli/TagsCommandFixture.h"
 #include "tests/support/ShellWord.h"
 
@@ -9,8 +9,8 @@
 
 namespace {
 
-// Its tags are stale, so that a lookup has them made, and their temporary is a link out of it. What is written there
-// would hold a name of a file that a shell runs.
+// Its tags are stale, so that a lookup rebuilds them, and their temporary is a link out of the tree. A write through it
+// would contain a name from a file that a shell runs.
 class HostileTreeInEachFace : public ::testing::Test {
 protected:
     void Unpack()
@@ -33,7 +33,7 @@ protected:
         return RunProgram(command, tree / "T");
     }
 
-    // Opens the file, does what the line says, and waits until all has ended.
+    // Opens the file, executes the line, and waits for all work to end.
     std::string Script(const std::string& line) const
     {
         return "{\"do\": \"document\", \"path\": \"" + (tree / "T/main.c") + "\"}\n" +
@@ -53,7 +53,7 @@ struct Face {
 
 struct Target {
     const char* why;
-    const char* content; // null: nothing is there
+    const char* content; // null: no file
 };
 
 const Target kTargets[] = {
@@ -130,8 +130,7 @@ TEST_F(HostileTreeInEachFace, GetsNothingWrittenOutsideOfItself)
         }
 }
 
-// mv would ask on the terminal whether to replace the file, and a job in the background that reads there is stopped as
-// a whole.
+// mv would ask on the terminal whether to replace the file, and the terminal stops a background job that reads from it.
 TEST(TagsCommandOnATerminal, ReplacesWriteProtectedTagsWithoutAQuestion)
 {
     const TempDirectory tree;
@@ -140,7 +139,7 @@ TEST(TagsCommandOnATerminal, ReplacesWriteProtectedTagsWithoutAQuestion)
     fs::create_directories(tree / "home");
     tree.Write("input", "{\"do\": \"document\", \"path\": \"" + (tree / "T/main.c") + "\"}\n" + kUpdate +
                             "\n{\"do\": \"settle\"}\n");
-    // Root may write to any file, until that right is given up.
+    // Root may write to any file until it drops that right.
     const std::string ordinary =
         ::geteuid() == 0 ? "/usr/bin/setpriv --bounding-set=-dac_override,-dac_read_search " : "";
     tree.Write("job", "set -m\n" + ordinary + ShellWord(WREN_PROGRAM) + " script --guarded --home " +

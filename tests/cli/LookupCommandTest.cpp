@@ -1,4 +1,4 @@
-// The program as a user runs it.
+// Runs the program as a user does.
 #include "tests/support/RunProgram.h"
 #include "tests/support/ShellWord.h"
 #include "tests/support/SparseFile.h"
@@ -12,7 +12,7 @@
 
 namespace {
 
-// A small source tree with its tags and a home of its own.
+// A small source tree with its tags and its own home.
 class LookupCommand : public ::testing::Test {
 protected:
     LookupCommand()
@@ -37,7 +37,7 @@ protected:
         return RunProgram(command, tree.Path(), changes);
     }
 
-    // A match as it is printed.
+    // A printed match.
     std::string At(const std::string& file, int line, const std::string& item) const
     {
         return tree / file + ":" + std::to_string(line) + ": " + item + "\n";
@@ -310,7 +310,7 @@ TEST_F(LookupCommand, ColoursItsOutputOnATerminalOnly)
     EXPECT_EQ(onTerminal("xterm", "1").find('\x1b'), std::string::npos);
 }
 
-// What a terminal would take for a command: to change its title, to clear it, to write over what is there.
+// Sequences that a terminal would execute: set its title, clear it, overwrite its text.
 TEST_F(LookupCommand, PassesNoControlCharactersOfTagsToATerminal)
 {
     const std::string scope = "\x1b]0;owned\x07\x1b[2J\x08\xc2\x9b"

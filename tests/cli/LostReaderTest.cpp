@@ -1,4 +1,4 @@
-// The commands when whoever reads their output has gone.
+// The commands after the reader of their output has gone.
 #include "tests/support/LostReader.h"
 #include "tests/support/FileContent.h"
 #include "tests/support/RunProgram.h"
@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A project with tags, and another one to make tags of.
+// A project with tags, and one without.
 class CommandWithoutReader : public ::testing::Test {
 protected:
     CommandWithoutReader()
@@ -30,7 +30,7 @@ protected:
         tree.Write("settings", "DeclScanSystemDirectories " + tree / "nowhere*" + " " + tree / "system" + "\n");
     }
 
-    // Runs it twice: with SIGPIPE ignored, as some parents leave it, and not. Nothing but 'made' is new afterwards.
+    // Runs it with and without SIGPIPE ignored, as some parents leave it. Only 'made' may be new afterwards.
     void ExpectQuietEnd(const std::string& command, const std::set<std::string>& made = {}) const
     {
         for (const auto answer : {SIG_DFL, SIG_IGN}) {

@@ -9,7 +9,7 @@ namespace {
 struct Case {
     const char* why;
     const char* symbol;
-    const char* pattern; // null for a symbol that is only found as it is written
+    const char* pattern; // null for a symbol that is found only by its exact text
 };
 
 const Case kCases[] = {

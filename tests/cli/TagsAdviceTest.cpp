@@ -8,7 +8,7 @@
 
 namespace {
 
-// The most memory that this process has taken so far, in bytes.
+// The peak memory of this process, in bytes.
 long MostMemory()
 {
     rusage usage = {};
@@ -18,7 +18,7 @@ long MostMemory()
 
 std::string Advice(const TempDirectory& directory)
 {
-    ::setenv("HOME", directory.Path().c_str(), 1); // whose system tags are none of ours
+    ::setenv("HOME", directory.Path().c_str(), 1); // excludes the user's own system tags
     const std::vector<std::string> problems = wren::ProblemsWithTags(directory.Path());
     return problems.empty() ? "" : problems.front();
 }
@@ -31,7 +31,7 @@ TEST(TagsAdvice, ReadsOnlyTheBeginningOfAnEndlessLine)
 {
     const TempDirectory directory;
     const long before = MostMemory();
-    // Less than a gigabyte of holes reads as NUL bytes that somebody has written.
+    // Less than a gigabyte of holes reads like written NUL bytes.
     if (const std::string reason = MakeSparse(directory / "tags", kGigabyte / 2); !reason.empty())
         GTEST_SKIP() << reason;
     EXPECT_NE(Advice(directory).find("tags has no line numbers"), std::string::npos) << Advice(directory);

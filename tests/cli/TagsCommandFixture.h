@@ -1,4 +1,4 @@
-// The program as a user runs it to make tags, with a stand-in for the tags program where it is to misbehave.
+// Runs the program to make tags, with a stand-in for a misbehaving tags program.
 #pragma once
 
 #include "tests/support/FileContent.h"
@@ -15,7 +15,7 @@
 
 namespace fs = std::filesystem;
 
-// Reads the options, then a line for each file that it is to tag; "$target" is the file to write.
+// Reads the options, then a line for each file to tag; "$target" is the file to write.
 inline constexpr const char* kReadOptions = R"(#!/bin/sh
 while [ $# -gt 0 ]; do
     [ "$1" = -f ] && target=$2
@@ -62,7 +62,7 @@ protected:
         return RunProgram(Command(words), tree.Path(), environment);
     }
 
-    // Everything in the tree, with times and sizes.
+    // All files of the tree, with times and sizes.
     std::string Listing() const { return RunProgram({"/bin/ls", "-lR", "--time-style=full-iso"}, tree.Path()).output; }
 
     std::string Tags() const { return tree / "project/tags"; }
@@ -79,7 +79,7 @@ protected:
     TempDirectory tree;
 };
 
-// The last line, with the seconds taken out.
+// The last line without the seconds.
 inline std::string WithoutSeconds(const std::string& line)
 {
     const size_t in = line.find(" in ");

@@ -1,4 +1,4 @@
-// wren tags as a user runs it.
+// Runs wren tags as a user does.
 #include "tests/cli/TagsCommandFixture.h"
 #include "tests/support/Fifo.h"
 #include "tests/support/ShellWord.h"
@@ -276,7 +276,7 @@ TEST_F(TagsCommand, RefusesADirectoryThatCannotBeWritten)
     fs::create_directory(tree / "closed");
     fs::permissions(tree / "closed", fs::perms::owner_read | fs::perms::owner_exec);
     std::vector<std::string> command = Command({"closed"});
-    if (::geteuid() == 0) { // who may write everywhere, until that right is given up
+    if (::geteuid() == 0) { // root may write everywhere until it drops that right
         const std::vector<std::string> giveUp = {"/usr/bin/setpriv", "--bounding-set=-dac_override,-dac_read_search"};
         command.insert(command.begin(), giveUp.begin(), giveUp.end());
     }
@@ -320,7 +320,7 @@ TEST_F(TagsCommand, RunsNothingThatADirectorysNameSays)
         const ProgramRun found = RunProgram(
             {WREN_PROGRAM, "lookup", "--symbol", "hostile", "--in", directory, "--home", tree / "home"}, "/");
         EXPECT_EQ(found.output, directory + "/h.h:1: hostile - h.h\n") << name << ": " << found.errors;
-        // The same when a user pastes what a dry run prints.
+        // The same when a user pastes the output of a dry run.
         fs::remove(directory + "/tags");
         place.Write("commands", run({"--dry-run", "--", name}).output);
         EXPECT_EQ(RunProgram({"/bin/sh", place / "commands"}, place.Path()).status, 0) << name;
@@ -333,10 +333,10 @@ TEST_F(TagsCommand, RunsNothingThatADirectorysNameSays)
 
 namespace {
 
-// A run whose tags program says that it has begun, and then waits.
+// A run whose tags program reports its start, and then waits.
 class InterruptedTags : public TagsCommand {
 protected:
-    // 'beginning' and 'end' are done by the tags program, before it says so and after it is told to go on.
+    // The tags program runs 'beginning' before it reports its start, and 'end' after it may continue.
     void UseWaitingProgram(const std::string& beginning, const std::string& end = "")
     {
         UseProgram(std::string(kReadOptions) + beginning + "\necho half >\"$target\"\necho $$ >'" + began.Path() +
@@ -344,7 +344,7 @@ protected:
         tree.Write("project/tags", kOldTags);
     }
 
-    // The number of the tags program's process, once it has begun; 0 when the run ended first.
+    // The process number of the tags program, once it has started; 0 when the run ended first.
     pid_t WaitUntilBegun(const RunningProgram& run) const
     {
         const std::string number = began.ReadLine(run.Process());
@@ -489,7 +489,7 @@ TEST_F(TagsCommand, WaitsForAnotherRunInTheSameDirectory)
     EXPECT_EQ(errors.ReadLine(running.Process()),
               "wren: another program is making tags in " + (tree / "project") + "; waiting");
     EXPECT_FALSE(fs::exists(Tags()));
-    ::close(held); // as when that one was killed
+    ::close(held); // like a kill of the other run
     EXPECT_EQ(running.Wait().status, 0);
     EXPECT_TRUE(fs::exists(Tags()));
     EXPECT_FALSE(fs::exists(tree / "project/.tags.lock"));

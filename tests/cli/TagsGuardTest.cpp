@@ -1,4 +1,4 @@
-// wren tags in trees that lie in wait for it, and when what it runs fails.
+// wren tags in hostile trees, and with failing commands.
 #include "tests/cli/TagsCommandFixture.h"
 #include "tests/support/ShellWord.h"
 
@@ -67,7 +67,7 @@ TEST_F(TagsCommand, DoesNotWaitForAPipeInPlaceOfTheLock)
     EXPECT_TRUE(fs::is_fifo(tree / "project/.tags.lock")) << "it is somebody's";
 }
 
-// A find in front of the real one, with a line of the shell in it.
+// A wrapper around find with one line of shell.
 class TagsFromFind : public TagsCommand {
 protected:
     void UseFind(const std::string& script)
@@ -136,7 +136,7 @@ TEST_F(TagsFromFind, ShowNoControlCharactersOfNames)
     EXPECT_TRUE(HasText(run.errors, "a?[2Jb")) << run.errors;
 }
 
-// With few descriptors left it fails, and says why; a signal ends it all the same.
+// With few descriptors left it fails with the reason; a signal still ends it.
 TEST_F(TagsCommand, SaysWhyItFailsWithTooFewDescriptors)
 {
     tree.Write("project/tags", kOldTags);

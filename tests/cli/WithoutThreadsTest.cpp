@@ -1,4 +1,4 @@
-// The commands where the system starts no thread: what takes none is done, and what takes one is missed with a word.
+// The commands when the system starts no thread: work without threads is done, and other work fails with a message.
 #include "tests/support/NoThreads.h"
 #include "tests/support/RunProgram.h"
 #include "tests/support/TempDirectory.h"

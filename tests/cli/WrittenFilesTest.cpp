@@ -1,4 +1,4 @@
-// What lookups and completions leave on the disk: every file around them is compared with what it was before.
+// Files that lookups and completions write: compares all files around them before and after.
 #include "tests/support/RunProgram.h"
 #include "tests/support/TempDirectory.h"
 
@@ -17,19 +17,19 @@ using ::testing::MatchesRegex;
 
 namespace {
 
-// A project, a home directory, and a place for temporary files.
+// A project, a home directory, and a directory for temporary files.
 class WrittenFiles : public ::testing::Test {
 protected:
     WrittenFiles()
     {
         tree.Write("project/main.c", "int name10000;\nnew\nname\nempty\n");
-        tree.Write("project/empty.c", "int e;\n"); // all that its tags name has gone
+        tree.Write("project/empty.c", "int e;\n"); // no longer has the symbols in its tags
         for (const char* directory : {"home", "tmp"})
             fs::create_directory(tree / directory);
     }
 
-    // Of about so many lines, and older than its sources, one of which has next to nothing in it: the editor would
-    // rebuild it.
+    // Writes tags of about 'lines' lines, older than their sources, one of which is almost empty: the editor would
+    // rebuild them.
     void WriteStaleTags(int lines)
     {
         std::string tags = "empty\tempty.c\t1;\"\tv\n";
@@ -39,7 +39,7 @@ protected:
         fs::last_write_time(path, fs::last_write_time(path) - std::chrono::hours(1000));
     }
 
-    // Each way of asking. What would be started meanwhile has ended, too: it writes to the same pipe.
+    // Runs every kind of query. Processes that they start have ended too: they write to the same pipe.
     void AskEverything(const std::map<std::string, std::string>& changes = {})
     {
         tree.Write("tmp/system", "name10000\tmain.c\t1;\"\tv\n");
@@ -69,7 +69,7 @@ protected:
         fs::remove(tree / "tmp/system");
     }
 
-    using Files = std::map<std::string, std::string>; // by their paths, with what tells a change of each
+    using Files = std::map<std::string, std::string>; // path to fingerprint
 
     Files Now() const
     {
@@ -85,7 +85,7 @@ protected:
         return files;
     }
 
-    // The paths of what is new, has changed or has gone.
+    // The paths of new, changed and removed files.
     std::vector<std::string> DifferencesTo(const Files& before) const
     {
         const Files after = Now();

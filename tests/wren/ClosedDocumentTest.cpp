@@ -1,4 +1,4 @@
-// What becomes of a list of completions whose document is closed, with the plug-in that users have.
+// The list of completions after its document is closed, with the real plug-in.
 #include "tests/support/TempDirectory.h"
 #include "wren/core/PluginBundle.h"
 #include "wren/script/HeadlessStage.h"
@@ -15,7 +15,7 @@ using wren::Json;
 
 namespace {
 
-// The plug-in starts once in a process, so all tests go on in one session.
+// The plug-in starts once in a process, so all tests share one session.
 class ClosedDocument : public testing::Test {
 protected:
     static void SetUpTestSuite()
@@ -39,7 +39,7 @@ protected:
     ClosedDocument() { folder.Write("tags", "plotter\tplot.c\t1;\"\tf\nplotting\tplot.c\t1;\"\tf\n"); }
     ~ClosedDocument() override { session->TheHost().AllDocuments().CloseAll(); }
 
-    // Lines that all sessions have; see tests/scripts.
+    // Executes a line of a script; see tests/scripts.
     Json Answer(const Json& line)
     {
         const Json answer = session->Answer(line.dump());
@@ -50,11 +50,11 @@ protected:
     {
         return Answer({{"do", "document"}, {"path", folder.Write(name, "")}}).at("document");
     }
-    // The list with both names is open then.
+    // Afterwards the list with both names is open.
     long TypeUntilListed()
     {
         Answer({{"do", "type"}, {"text", "plo"}});
-        Answer({{"do", "settle"}}); // the names are loaded
+        Answer({{"do", "settle"}}); // loads the names
         Answer({{"do", "key"}, {"key", "t"}});
         const Json windows = Windows();
         EXPECT_EQ(windows.size(), 1u);

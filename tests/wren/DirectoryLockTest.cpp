@@ -13,7 +13,7 @@
 namespace wren {
 namespace {
 
-// A lock file at the path that is held until it is closed.
+// Makes and locks a file at the path; closing it unlocks.
 int HeldAt(const std::string& path)
 {
     const int file = ::open(path.c_str(), O_RDONLY | O_CREAT | O_CLOEXEC, 0600);
@@ -39,9 +39,9 @@ TEST(DirectoryLock, ReportsOnceThatItWaits)
             tree.Path(), [&] { ++waits; }, [&] { return ++looks < 0; });
     });
     WaitUntil(waits, 1);
-    std::filesystem::rename(tree / "next", tree / ".tags.lock"); // as when the next run has made its own
+    std::filesystem::rename(tree / "next", tree / ".tags.lock"); // like a next run that made its own file
     ::close(first);
-    WaitUntil(looks, looks + 5); // the second file is looked at by then
+    WaitUntil(looks, looks + 5); // by then the second file is checked
     EXPECT_EQ(waits, 1);
     ::close(second);
     waiting.join();

@@ -47,7 +47,7 @@ protected:
         adding();
     }
 
-    // What makes the tags, as a shell runs it; it has to write "$t".
+    // The shell line that makes the tags; the script has to write "$t".
     std::string MakeLine(const std::string& script) const
     {
         return "t=" + EscapedPath(tree.Path()) + "/tags.tmp; find " + EscapedPath(tree.Path()) +
@@ -55,7 +55,7 @@ protected:
     }
     std::string MoveLine() const { return "mv " + EscapedPath(tree / "tags.tmp") + " " + EscapedPath(tree / "tags"); }
 
-    // One request, as the plug-in hands it over: every line, whatever came of the one before.
+    // One request, in the plug-in's way: every line, even after a failed one.
     void Ask(const std::string& script, const vetch::ShellRequest& request = {}) const
     {
         vetch::RunShellCommand(MakeLine(script).c_str(), request);
@@ -190,7 +190,7 @@ TEST_F(GuardedRunnerTest, RefusesLinesAfterItsDeath)
 TEST_F(GuardedRunnerTest, MayEndAtAnyMoment)
 {
     {
-        const GuardedRunner first(STDERR_FILENO, {}); // from now on no line goes to a shell of the system's
+        const GuardedRunner first(STDERR_FILENO, {}); // from now on no line reaches the system's shell
     }
     std::atomic<bool> ends = false;
     std::vector<std::future<void>> plugins;
@@ -200,7 +200,7 @@ TEST_F(GuardedRunnerTest, MayEndAtAnyMoment)
                 Ask(Writes());
         }));
     for (int life = 0; life < 10; ++life) {
-        std::promise<void> called; // by the first line that the runner takes in
+        std::promise<void> called; // by the first line that the runner receives
         std::once_flag once;
         GuardedRunner::News news;
         news.runs = [&](const std::string&) { std::call_once(once, [&] { called.set_value(); }); };

@@ -1,4 +1,4 @@
-// A host around the recording plug-in, with a display of its own and a log of what the plug-in does to it.
+// A host around the recording plug-in, with its own display and a log of the plug-in's changes.
 #pragma once
 
 #include "tests/wren/PluginFixture.h"
@@ -21,7 +21,7 @@ protected:
     HostFixture() { vetch::SetDisplay(&display); }
     ~HostFixture() override
     {
-        answer = nullptr; // what it borrows from the test is gone
+        answer = nullptr; // drops references to the test
         host.reset();
         vetch::SetDisplay(nullptr);
     }

@@ -11,7 +11,7 @@ using wren::HostObservers;
 
 namespace {
 
-// Writes its name and the change's setting into a book that it shares with others.
+// Writes its name and the change's setting to a book shared with others.
 class SettingReader : public wren::HostObserver {
 public:
     SettingReader(const std::string& name, std::vector<std::string>& book) : name(name), book(book) {}

@@ -1,4 +1,4 @@
-// The host, around a plug-in that records what it is told.
+// The host around a plug-in that records its events.
 #include "tests/wren/HostFixture.h"
 
 #include "vetch/app/Modifiers.h"
@@ -64,7 +64,7 @@ TEST_F(Host, StartsWithoutAHomeAndReportsIt)
 
 TEST_F(Host, StartsWithAnUnwritableHomeAndReportsIt)
 {
-    const std::string notADirectory = home.Write("file", ""); // in effect read-only, even for root
+    const std::string notADirectory = home.Write("file", ""); // cannot be written in, even by root
     ::setenv("HOME", notADirectory.c_str(), 1);
     MakeHost();
     host->Start();
@@ -82,7 +82,7 @@ TEST_F(Host, StartsWithUnreadableSettingsAndReportsThem)
 
 namespace {
 
-// So slow that a host which did not wait for it would as good as always be ahead.
+// So slow that a host that does not wait for it almost always finishes first.
 struct Slow {
     void Work(std::atomic<bool>* done)
     {
@@ -131,7 +131,7 @@ TEST_F(Host, QuitsThePluginsWindowsBeforeItWaitsForTheirThreads)
     };
     host->ShutDown();
     EXPECT_TRUE(idleAtUnload);
-    vetch::JoinThreads(); // nothing that the test owns is at work any more, however it went
+    vetch::JoinThreads(); // no thread uses the test's objects any longer, even after a failure
 }
 
 namespace {
@@ -550,7 +550,7 @@ TEST_F(Host, OpensTheMatchThatAWindowPosts)
 
 // Calls within calls
 
-// Does something while the user looks at an alert of the plug-in's.
+// Runs a function while an alert of the plug-in is open.
 class AlertWitness : public vetch::DisplayObserver {
 public:
     void AlertAnswered(const vetch::AlertDescription&, long) override
@@ -708,7 +708,7 @@ struct Ending {
     std::atomic<bool> reached = false;
 };
 
-// As the plug-in generates tags: on a thread that nobody joins.
+// Like the plug-in's tags generation: on a thread that is never joined.
 std::shared_ptr<Ending> StartDetachedThread()
 {
     const auto ending = std::make_shared<Ending>();

@@ -50,7 +50,7 @@ protected:
     }
     std::string InState(const std::string& leaf) const { return (home / ".local/state/wren/") + leaf; }
 
-    // Saves in a process that is killed before its step of that number, a byte a step; false when it has fewer.
+    // Saves, one byte a step, in a process that is killed before the step 'steps'; false when it has fewer steps.
     static bool SaveAndKill(const std::string& file, const std::string& text, int steps)
     {
         const pid_t child = ::fork();
@@ -74,7 +74,7 @@ protected:
         EXPECT_NE(Content(file), "new text, longer");
         return file;
     }
-    // What a save of "a.c" has left that was killed when it had written some of the text.
+    // Leaves the temporary of a save of "a.c" that was killed in the middle of writing.
     std::string LeaveTemporary()
     {
         const std::string file = directory.Write("a.c", "old");

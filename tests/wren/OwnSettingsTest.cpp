@@ -1,4 +1,4 @@
-// The editor's own settings beside the plug-in's in one file.
+// The editor's own settings in the file of the plug-in's.
 #include "tests/wren/HostFixture.h"
 #include "wren/core/Documents.h"
 #include "wren/core/Preferences.h"
@@ -46,7 +46,7 @@ protected:
     wren::Preferences preferences;
     std::string file;
     std::vector<std::string> toPlugin;
-    std::string plugins = "new"; // what its setting is
+    std::string plugins = "new"; // the value of its setting
 };
 
 } // namespace

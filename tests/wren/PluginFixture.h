@@ -1,4 +1,4 @@
-// What tests of the host share: the recording plug-in, loaded, and a home directory of the test's own.
+// Shared by tests of the host: the loaded recording plug-in, and a home directory for the test.
 #pragma once
 
 #include "plugin/PluginInterface.h"
@@ -33,12 +33,12 @@ protected:
     }
     ~PluginFixture() override { plugin->main = nullptr; }
 
-    // The events that came since the last time.
+    // The events since the last call.
     std::vector<long> TakeEvents() { return std::exchange(events, {}); }
 
     TempDirectory home;
     std::unique_ptr<wren::PluginBundle> bundle;
     RecordingPlugin* plugin = nullptr;
     std::vector<long> events;
-    std::function<long(long event, PluginInterface* record)> answer; // what the plug-in does, after it was recorded
+    std::function<long(long event, PluginInterface* record)> answer; // the reaction, after the event is recorded
 };

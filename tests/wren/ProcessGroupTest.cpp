@@ -16,13 +16,13 @@ namespace {
 
 constexpr std::chrono::seconds kGroupLimit(60);
 
-// A shell, and a process that it has started, which names itself and then waits for ever.
+// A shell and its child process, which writes its number and then waits forever.
 class StartedGroup {
 public:
-    // 'beginning' is what that process does first.
+    // The child runs 'beginning' first.
     StartedGroup(std::chrono::milliseconds patience, const std::string& beginning) : group(patience)
     {
-        ::prctl(PR_SET_CHILD_SUBREAPER, 1); // not every system has a first process that looks after orphans
+        ::prctl(PR_SET_CHILD_SUBREAPER, 1); // not every system's first process waits for orphans
         const std::string inner =
             beginning + "; echo $$ >\"" + began.Path() + "\"; while :; do read line <\"" + never.Path() + "\"; done";
         run = std::async(std::launch::async, [this, inner] {
@@ -37,7 +37,7 @@ public:
         ::prctl(PR_SET_CHILD_SUBREAPER, 0);
     }
 
-    // Once it has been waited for; false at the limit.
+    // True once the shell has been waited for; false at the limit.
     bool ShellIsGone() const
     {
         const auto end = std::chrono::steady_clock::now() + kGroupLimit;

@@ -1,4 +1,4 @@
-// Files that are opened because something names them: by tags that nobody has looked at, in most cases.
+// Files opened by a name from elsewhere, mostly from unchecked tags.
 #include "tests/support/Limits.h"
 #include "tests/support/TempDirectory.h"
 #include "wren/core/Documents.h"
@@ -12,7 +12,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Why it cannot be read, without its name; "" when it can be.
+// The reason that it cannot be read, without its name; "" when it can.
 std::string Refusal(const std::string& path)
 {
     std::string error;
@@ -40,7 +40,7 @@ TEST(ReadWholeFile, ReportsNonFilesWithoutWaiting)
         {"/dev/zero", noText},
         {"/dev/tty", noText},
         {"/proc/self/mem", "Input/output error"},
-        {"/proc/self/pagemap", "File too large"}, // says that it is empty, and has hundreds of gigabytes
+        {"/proc/self/pagemap", "File too large"}, // reports size 0, and has hundreds of gigabytes
     };
     for (const auto& each : kCases)
         EXPECT_EQ(Refusal(each.path), each.says) << each.path;
@@ -58,7 +58,7 @@ TEST(ReadWholeFile, RefusesAFileThatIsTooLargeForAView)
 {
     const TempDirectory directory;
     const std::string path = directory.Write("large", "");
-    fs::resize_file(path, 3'000'000'000); // all of it a hole
+    fs::resize_file(path, 3'000'000'000); // one hole
     EXPECT_EQ(Refusal(path), "File too large");
 }
 

@@ -1,4 +1,4 @@
-// "wren script" as a program: what it reads, what it prints and how it ends.
+// "wren script" as a program: its input, its output and its end.
 #include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"
 #include "wren/core/Documents.h"
@@ -27,7 +27,7 @@ struct Ending {
 
 class ScriptProcess : public ::testing::Test {
 protected:
-    // 'prefix' stands before the program: settings of the environment, limits.
+    // 'prefix' precedes the program: environment settings, limits.
     Ending Run(const std::string& arguments, const std::string& input, const std::string& prefix = "")
     {
         directory.Write("input", input);

@@ -1,4 +1,4 @@
-// The script's lines, around a plug-in that records what it is told.
+// The script's lines, around a plug-in that records its events.
 #include "wren/script/ScriptSession.h"
 #include "tests/wren/PluginFixture.h"
 #include "vetch/app/Modifiers.h"
@@ -25,7 +25,7 @@ class Script : public PluginFixture {
 protected:
     ~Script() override
     {
-        answer = nullptr; // what it borrows from the test is gone
+        answer = nullptr; // drops references to the test
         End();
     }
     void Begin(const std::string& settings = "")

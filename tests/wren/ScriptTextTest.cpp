@@ -1,4 +1,4 @@
-// Characters and cells of the script's face.
+// Characters and cells in the script's face.
 #include "wren/core/Document.h"
 #include "wren/script/GridFace.h"
 #include "wren/text/PlainText.h"

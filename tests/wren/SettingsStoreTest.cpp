@@ -161,7 +161,7 @@ TEST(SettingsStore, KeepsRefusedLinesUntilAnotherValueIsWritten)
     const struct {
         const char* why;
         const char* stored;
-        const char* accepted; // what the other lines are
+        const char* accepted; // the other lines
         const char* written;
         const char* then;
     } kCases[] = {
@@ -192,7 +192,7 @@ TEST(SettingsStore, KeepsRefusedLinesUntilAnotherValueIsWritten)
 
 namespace {
 
-// An editor's settings, "mine" and "other", in a file that another editor writes as well.
+// An editor's settings, "mine" and "other", in a file that another editor also writes.
 class SharedSettings : public ::testing::Test {
 protected:
     SettingsStore Loaded(const std::string& lines)
@@ -232,8 +232,8 @@ TEST_F(SharedSettings, ValuesOfAnotherEditorStay)
     const struct {
         const char* why;
         const char* loaded;
-        const char* atStart;   // written then
-        const char* meanwhile; // the file, when it is saved
+        const char* atStart;   // written at the start
+        const char* meanwhile; // the file's content at the save
         const char* written;
         const char* then;
     } kCases[] = {

@@ -17,7 +17,7 @@ TEST(TagsTarget, LeavesThePermissionsOfALinksTargetAlone)
     const TempDirectory tree;
     fs::permissions(tree.Write("project/tags", kTagsLine), fs::perms::all);
     fs::permissions(tree.Write("secret", "mine\n"), fs::perms::owner_read);
-    fs::create_symlink(tree / "secret", tree / "project/tags.tmp"); // put there once the tags program has ended
+    fs::create_symlink(tree / "secret", tree / "project/tags.tmp"); // made after the tags program ended
     EXPECT_FALSE(TagsTarget(tree / "project/tags", tree / "project/tags.tmp").Move());
     EXPECT_EQ(fs::status(tree / "secret").permissions(), fs::perms::owner_read);
     EXPECT_FALSE(fs::is_symlink(tree / "project/tags"));
@@ -31,7 +31,7 @@ TEST(TagsTarget, SuggestsARemedyOnlyForALinkToTags)
     fs::create_directory(tree / "other");
     const struct {
         const char* target;
-        const char* inOther; // what other/tags is a link to, or "" for none
+        const char* inOther; // the target of the link other/tags, or "" for none
         bool isNamed;
         const char* why;
     } kCases[] = {

@@ -22,7 +22,7 @@ using ::testing::StartsWith;
 
 namespace {
 
-// "" when the file was written, or why it was not.
+// Returns "" on success, else the reason.
 std::string Write(const std::string& path, const std::string& text)
 {
     std::string error;
@@ -47,7 +47,7 @@ std::vector<std::string> Temporaries(const std::string& directory)
     return found;
 }
 
-// No file gets larger than that meanwhile, as on a disk that is full.
+// Limits the size of files, like a full disk.
 class FullDisk {
 public:
     explicit FullDisk(rlim_t largest)
@@ -98,7 +98,7 @@ TEST_F(WriteWholeFile, CreatesAFileWithDefaultPermissions)
 TEST_F(WriteWholeFile, KeepsPermissionsAndOwner)
 {
     const std::string file = directory.Write("a.c", "old");
-    if (::geteuid() == 0) { // who may write other people's files
+    if (::geteuid() == 0) { // root may write other users' files
         ASSERT_EQ(::chown(file.c_str(), 1234, 4321), 0);
     }
     for (const mode_t mode : {0600u, 0755u, 0664u}) {

@@ -31,7 +31,7 @@ TEST_F(UnaskedRebuildsTest, AreAllowedForTheUsersOwnTags)
     EXPECT_EQ(Why(rebuilds), "may be");
 }
 
-// What is made here belongs to whoever runs the tests; for a user of another number it is a stranger's, unless it is
+// Files made here belong to the user who runs the tests. For another user number they are a stranger's, unless they are
 // root's.
 TEST_F(UnaskedRebuildsTest, AreRefusedInAnotherUsersDirectory)
 {

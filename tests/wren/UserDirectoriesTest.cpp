@@ -20,7 +20,7 @@ void Set(const char* variable, const char* value)
         ::setenv(variable, value, 1);
 }
 
-// A file system that can be written to, is full in one way or the other, or may only be read.
+// File systems that are writable, full in either way, or read-only.
 int Spacious(const char*, struct statvfs* state)
 {
     *state = {};

@@ -1,4 +1,4 @@
-// A plug-in whose behaviour a test gives it: what the host does with it, it does with any plug-in.
+// A plug-in with a behaviour that the test sets. The host treats it like any plug-in.
 #pragma once
 
 #include <functional>
@@ -9,9 +9,9 @@ class PluginInterface;
 struct RecordingPlugin {
     std::function<long(long event, PluginInterface* record)> main; // empty answers 0 to everything
 
-    // A looper of a class of the plug-in's own, which tells when the document thread destroys it.
+    // Makes a looper of the plug-in's own class, which calls 'whenDestroyed' when the document thread destroys it.
     BLooper* (*makeLooper)(std::function<void()> whenDestroyed);
 };
 
-// The library exports it beside its two entry points; there is one in a process.
+// The library exports it in addition to its two entry points; there is one in a process.
 extern "C" RecordingPlugin* TheRecordingPlugin();
