@@ -25,7 +25,7 @@ complete -c wren -n "$in lookup" -l definition -d 'Definitions only'
 complete -c wren -n "$in tags" -f -a '(__fish_complete_directories)'
 complete -c wren -n "$in tags" -l system -d "Make the tags of the system's headers"
 complete -c wren -n "$in tags" -l jobs -x -d 'Parse that many files at a time'
-complete -c wren -n "$in tags" -l dry-run -d 'Print the command lines, and touch nothing'
+complete -c wren -n "$in tags" -l dry-run -d 'Print the command lines, and change nothing'
 complete -c wren -n "$in tags" -l verbose -d 'Say what is run'
 
 complete -c wren -n "$in complete" -l auto -d 'Print the list that typing opens'

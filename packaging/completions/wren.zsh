@@ -32,7 +32,7 @@ _wren_tags() {
         '(- *)'{-h,--help}'[print what can be given, and exit]' \
         "--system[make the tags of the system's headers]" \
         '--jobs[parse that many files at a time]:number (1 to 1024):' \
-        '--dry-run[print the command lines, and touch nothing]' \
+        '--dry-run[print the command lines, and change nothing]' \
         '--verbose[say what is run]' \
         '--settings[the file of stored settings]:file:_files' \
         '--home[the home directory]:directory:_directories' \

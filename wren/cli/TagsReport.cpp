@@ -50,7 +50,7 @@ bool ReportFailure(const MadeTags& made, const std::string& toSee)
 bool ReportMade(ProgramOutput& output, const MadeTags& made)
 {
     if (made.count.files == 0)
-        Complain("found no file to tag; the setting DeclIndexSuffixes lists their suffixes");
+        Complain("no file was found to tag; the setting DeclIndexSuffixes lists the suffixes");
     return WriteOrComplain(output, Summary(made), kWhatWasDone);
 }
 
