@@ -58,6 +58,7 @@ std::vector<Match> MatchesOf(const std::string& pattern, WantedTags wanted, cons
     const std::vector<TagData> found = CollectMatches(tags, wanted);
     const bool showDirectory = FileNamesAreAmbiguous(found);
     std::vector<Match> matches;
+    matches.reserve(found.size());
     for (const TagData& tag : found)
         matches.push_back(
             {tag.file.Path(), std::max<long>(tag.line, 1), MatchText(tag, showDirectory, files.ShownHome())});

@@ -141,15 +141,16 @@ int TagsRun::Move(const TagsLine& line)
         Fail(*obstacle);
         return kNotRun;
     }
-    if (target->Move())
+    if (target->Move()) {
+        outcome.isNew = true;
         return 0;
+    }
     Fail(file + " cannot be replaced: " + std::strerror(errno));
     return kNotRun;
 }
 
 void TagsRun::End()
 {
-    outcome.isNew = target->IsNew();
     if (group.Stopped() != 0)
         outcome.kind = Kind::Interrupted;
     else if (IsWell())

@@ -23,6 +23,12 @@ bool StatusOf(const std::string& path, struct stat* status)
     return ::lstat(path.c_str(), status) == 0;
 }
 
+bool IsThere(const std::string& path)
+{
+    struct stat status;
+    return StatusOf(path, &status);
+}
+
 std::string AboutLink(const std::string& path)
 {
     std::error_code unknown;
@@ -66,7 +72,7 @@ bool SetPermissions(const std::string& path, mode_t permissions)
 } // namespace
 
 TagsTarget::TagsTarget(std::string file, std::string unfinished)
-    : file(std::move(file)), unfinished(std::move(unfinished)), before(base::FileIdentity::AtItself(this->file))
+    : file(std::move(file)), unfinished(std::move(unfinished)), hadFile(IsThere(this->file))
 {
 }
 
@@ -80,12 +86,6 @@ std::optional<std::string> TagsTarget::Obstacle() const
 std::optional<std::string> TagsTarget::ObstacleToMove() const
 {
     return ObstacleAt(file);
-}
-
-bool TagsTarget::IsNew() const
-{
-    const std::optional<base::FileIdentity> now = base::FileIdentity::AtItself(file);
-    return now && now != before;
 }
 
 bool TagsTarget::HasUnfinished() const

@@ -1,16 +1,13 @@
 // The target of a tags run.
 #pragma once
 
-#include "base/FileIdentity.h"
-
 #include <optional>
 #include <string>
 
 namespace wren {
 
-// Records the file at the target's path before the run, to know afterwards whether the file is new. The unfinished file
-// replaces it in the end. A tree may come from a stranger: whatever has either name is not written through, moved into,
-// or mistaken for the run's file.
+// Makes sure that a run replaces a tags file and nothing else. The unfinished file takes its place at the end. A tree
+// may come from a stranger, so nothing at either name is written through, moved into, or taken for the run's own.
 class TagsTarget {
 public:
     TagsTarget(std::string file, std::string unfinished);
@@ -20,8 +17,7 @@ public:
     std::optional<std::string> Obstacle() const;
     std::optional<std::string> ObstacleToMove() const; // only at the file's path, once the unfinished one is made
 
-    bool HadFile() const { return before.has_value(); }
-    bool IsNew() const; // whether the file was replaced since
+    bool HadFile() const { return hadFile; } // before the run
 
     bool HasUnfinished() const; // a plain file stands there
 
@@ -35,7 +31,7 @@ public:
 private:
     const std::string file;
     const std::string unfinished;
-    const std::optional<base::FileIdentity> before;
+    const bool hadFile;
 };
 
 } // namespace wren

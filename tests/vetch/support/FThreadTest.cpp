@@ -152,6 +152,7 @@ TEST(DetachedThread, AnFThreadIsBackgroundWorkToo)
     EXPECT_FALSE(vetch::BackgroundIsIdle());
     mayEnd.Open();
     EXPECT_TRUE(vetch::WaitForIdleBackground(std::chrono::minutes(1)));
+    vetch::JoinThreads();
 }
 
 } // namespace
