@@ -4,7 +4,6 @@
 #include "completion/AutoCompletionPopulator.h"
 #include "completion/CompletionWindow.h"
 #include "completion/Completions.h"
-#include "completion/Palettes.h"
 #include "plugin/PluginInterface.h"
 #include "scan/HostText.h"
 #include "scan/PatternScan.h"
@@ -15,6 +14,7 @@
 #include "tags/Tags.h"
 #include "vetch/display/Display.h"
 #include "vetch/storage/BEntry.h"
+#include "windows/SearchWindow.h"
 
 namespace {
 
@@ -72,6 +72,14 @@ void ShowCandidates(PluginInterface* host, Tags& tags, const std::vector<std::st
 } // namespace
 
 CompletionActions gCompletionActions = {.routeKey = CompletionWindow::RouteKeyboardEventIfNeeded};
+
+void CloseAnyPalettes()
+{
+    if (SearchWindow* results = SearchWindow::gSearchWin)
+        results->Quit();
+    if (CompletionWindow* completions = CompletionWindow::gCompletionWindow)
+        completions->Quit();
+}
 
 void SelectionSuggestCompletions(PluginInterface* host)
 {

@@ -17,6 +17,10 @@ void SelectionAutoSuggestCompletions(PluginInterface* host);
 // Handles the user's choice: its text is the string "completion" of 'message'.
 void CompletionSelected(PluginInterface* host, const BMessage* message);
 
+// Quits the palettes, the pop-ups beside a document: the lookup results, then the completions, if open. The destructor
+// of each clears its global. The symbol entry dialog is not a palette and stays.
+void CloseAnyPalettes();
+
 // What events call of this folder. Tests put functions of their own here, which record the calls.
 struct CompletionActions {
     void (*suggest)(PluginInterface* host) = SelectionSuggestCompletions;

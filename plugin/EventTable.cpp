@@ -1,7 +1,6 @@
 #include "plugin/EventTable.h"
 
 #include "completion/CompletionCommands.h"
-#include "completion/Palettes.h"
 #include "generate/CreateTags.h"
 #include "plugin/Activation.h"
 #include "plugin/ButtonMenu.h"

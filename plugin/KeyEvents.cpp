@@ -2,7 +2,6 @@
 
 #include "completion/CompletionCommands.h"
 #include "completion/CompletionWindow.h"
-#include "completion/Palettes.h"
 #include "plugin/Activation.h"
 #include "plugin/PluginInterface.h"
 #include "scan/SelectionScanner.h"

@@ -1,6 +1,6 @@
 #include "plugin/OptionClick.h"
 
-#include "completion/Palettes.h"
+#include "completion/CompletionCommands.h"
 #include "plugin/Activation.h"
 #include "plugin/LookupCommands.h"
 #include "plugin/PluginInterface.h"

@@ -3,7 +3,6 @@
 
 #include "completion/CompletionCommands.h"
 #include "completion/CompletionWindow.h"
-#include "completion/Palettes.h"
 #include "tests/completion/NamedTags.h"
 #include "tests/support/FakeHost.h"
 #include "tests/support/Framework.h"
