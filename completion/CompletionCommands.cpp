@@ -1,7 +1,6 @@
 #include "completion/CompletionCommands.h"
 
 #include "base/Utf8.h"
-#include "completion/AutoCompletionPopulator.h"
 #include "completion/CompletionWindow.h"
 #include "completion/Completions.h"
 #include "plugin/PluginInterface.h"

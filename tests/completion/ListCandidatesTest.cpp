@@ -1,6 +1,4 @@
-#include "completion/ListCandidates.h"
 
-#include "completion/AutoCompletionPopulator.h"
 #include "completion/Completions.h"
 #include "tags/Tags.h"
 #include "tests/completion/NamedTags.h"

@@ -1,8 +1,8 @@
 // A completion window with a list of the test's own.
 #pragma once
 
-#include "completion/AutoCompletionPopulator.h"
 #include "completion/CompletionWindow.h"
+#include "completion/Completions.h"
 #include "tags/Tags.h"
 #include "tests/completion/NamedTags.h"
 #include "tests/support/FakeHost.h"

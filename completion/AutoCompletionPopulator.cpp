@@ -1,8 +1,0 @@
-#include "completion/AutoCompletionPopulator.h"
-
-#include "completion/ListCandidates.h"
-
-void AutoCompletionPopulator::Populate(Tags&, BListView* list)
-{
-    ListCandidates(*names, list);
-}
