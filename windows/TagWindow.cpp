@@ -7,7 +7,6 @@
 #include "vetch/interface/BScrollBar.h"
 #include "vetch/interface/BScrollView.h"
 #include "windows/ListGeometry.h"
-#include "windows/PortSetter.h"
 
 #include <algorithm>
 
@@ -21,6 +20,17 @@ const uint32 kScrollViewFlags = 1;
 const long kScrollViewBorder = 1;
 
 } // namespace
+
+PortSetter::PortSetter(BView* view)
+{
+    GetPort(&saved);
+    SetPort(GetWindowPort(view->Window()->NativeWindow()));
+}
+
+PortSetter::~PortSetter()
+{
+    SetPort(saved);
+}
 
 template <class TagSet>
 TagWindow<TagSet>::TagWindow(const char* title, bool resizable, uint32 command)

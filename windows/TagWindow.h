@@ -1,12 +1,53 @@
-// The base of the plug-in's pop-up lists.
+// The base of the plug-in's pop-up lists, and the scopes in which its users reach the list.
 #pragma once
 
+#include "vetch/app/BLooper.h"
 #include "vetch/interface/BListView.h"
 #include "vetch/interface/BWindow.h"
-#include "windows/WindowSection.h"
+#include "vetch/interface/Carbon.h"
 
+class BView;
 class PluginInterface;
 class Tags;
+
+// One operation on a window's model, on any thread. Before a window is first shown, only its creator uses it, without a
+// lock; afterwards a section holds the lock. A section that does not open belongs to a window that has quit: do not use
+// the window.
+//
+// Keep sections short: no waits, no modal questions and no Quit() inside.
+class WindowSection {
+public:
+    explicit WindowSection(BLooper& window) : window(window), running(window.HasRun()), open(!running || window.Lock())
+    {
+    }
+    ~WindowSection()
+    {
+        if (running && open)
+            window.Unlock();
+    }
+    WindowSection(const WindowSection&) = delete;
+    WindowSection& operator=(const WindowSection&) = delete;
+
+    explicit operator bool() const { return open; }
+
+private:
+    BLooper& window;
+    const bool running; // at the section's start: the first Show() may happen inside it
+    const bool open;
+};
+
+// Makes a view's drawing port the current one for a scope. Text is measured for the calling thread's
+// current port. The view must be in a window.
+class PortSetter {
+public:
+    explicit PortSetter(BView* view);
+    ~PortSetter();
+    PortSetter(const PortSetter&) = delete;
+    PortSetter& operator=(const PortSetter&) = delete;
+
+private:
+    GrafPtr saved = nullptr;
+};
 
 // A single-selection list in a window that never takes the keyboard from the document. It is as wide as its widest
 // entry, as high as its entries, up to eight of them, and stands next to the document's caret.

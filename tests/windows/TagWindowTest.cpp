@@ -4,7 +4,6 @@
 #include "tests/support/FakeHost.h"
 #include "tests/support/Framework.h"
 #include "vetch/interface/BListItem.h"
-#include "windows/PortSetter.h"
 
 #include <gtest/gtest.h>
 
