@@ -5,7 +5,7 @@
 #include "tags/Tags.h"
 #include "vetch/app/BApplication.h"
 #include "vetch/app/Modifiers.h"
-#include "windows/LookupItem.h"
+#include "vetch/storage/Home.h"
 
 #include <vector>
 
@@ -22,6 +22,15 @@ void ListMatches(Tags& tags, WantedTags wanted, BListView* into)
 }
 
 } // namespace
+
+LookupItem::LookupItem(const std::string& name, const std::string& qualifier, char kind, int line, const EntryRef& file,
+                       bool showDirectory)
+    : BStringItem(""), entry{name, qualifier, file, line, kind}
+{
+    SetText(MatchText({name, qualifier, file, line, kind}, showDirectory, Home()).c_str());
+}
+
+LookupItem::~LookupItem() = default;
 
 std::atomic<SearchWindow*> SearchWindow::gSearchWin = nullptr;
 

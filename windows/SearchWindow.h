@@ -1,12 +1,35 @@
 // Lists the tags that match a looked-up symbol and opens the chosen one in the editor.
 #pragma once
 
-#include "windows/DeclarationEntry.h"
+#include "vetch/interface/BListItem.h"
+#include "vetch/storage/EntryRef.h"
+#include "vetch/support/Types.h"
 #include "windows/TagWindow.h"
 
 #include <atomic>
+#include <string>
 
-class BListItem;
+// The tag behind a list entry. A value type. A default one does not name a file; its line and kind are 0.
+struct DeclarationEntry {
+    std::string name;
+    std::string qualifier;
+    EntryRef file;
+    int32 line = 0; // from 1
+    char kind = 0;
+};
+
+// A list entry that shows one match and keeps its position. Builds its text once (see MatchText).
+class LookupItem : public BStringItem {
+public:
+    LookupItem(const std::string& name, const std::string& qualifier, char kind, int line, const EntryRef& file,
+               bool showDirectory);
+    ~LookupItem() override;
+
+    const DeclarationEntry& Entry() const { return entry; }
+
+private:
+    const DeclarationEntry entry;
+};
 
 // Filled once by its creator (the document thread, or the symbol entry dialog's), then shown; from then on it runs on
 // its own thread. It closes after one entry has been opened. A creator that does not show it calls Quit().

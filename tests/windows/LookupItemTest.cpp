@@ -1,4 +1,4 @@
-#include "windows/LookupItem.h"
+#include "windows/SearchWindow.h"
 
 #include "tests/support/TagLines.h"
 

@@ -4,7 +4,6 @@
 #include "tests/support/Framework.h"
 #include "tests/support/TagLines.h"
 #include "vetch/storage/BEntry.h"
-#include "windows/LookupItem.h"
 
 #include <gtest/gtest.h>
 
