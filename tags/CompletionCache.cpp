@@ -2,7 +2,6 @@
 
 #include "scan/Predicates.h"
 #include "tags/AutoLock.h"
-#include "tags/MallocedUnique.h"
 #include "tags/NameAndQualifier.h"
 #include "tags/SortedStrings.h"
 #include "tags/Tags.h"

@@ -1,7 +1,7 @@
 #include "tags/CompletionCache.h"
 
-#include "tags/MallocedUnique.h"
 #include "tags/NameAndQualifier.h"
+#include "tags/SortedStrings.h"
 #include "tags/Tags.h"
 #include "tests/support/RefusedThreads.h"
 #include "tests/tags/TagsFolder.h"
