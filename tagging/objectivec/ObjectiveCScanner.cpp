@@ -62,9 +62,9 @@ bool ObjectiveCScanner::Next(Token& token)
 bool ObjectiveCScanner::PassesOver(const Token& token)
 {
     using Skip = Conditions<State>::Skip;
-    if (conditions.Skipping() == Skip::kOtherBranch)
+    if (conditions.Skipping() == Skip::OtherBranch)
         rest.TakeOut(token);
-    if (conditions.Skipping() != Skip::kNo)
+    if (conditions.Skipping() != Skip::No)
         return true;
     if (ignored.empty() || token.kind != Token::kWord)
         return false;
@@ -98,7 +98,7 @@ void ObjectiveCScanner::OnDirective(const Token& token)
 {
     const Directive directive(token.text);
     const bool endsHeader = directive.BeginsBranches() && declaration.IsHeader() && !declaration.Tokens().empty() &&
-                            conditions.Skipping() == Conditions<State>::Skip::kNo;
+                            conditions.Skipping() == Conditions<State>::Skip::No;
     if (endsHeader || conditions.EndsBranch(directive))
         Finish();
     if (conditions.EndsBranch(directive))
@@ -136,7 +136,7 @@ void ObjectiveCScanner::OnToken(const Token& token)
 {
     Token word;
     if (token.Is('@')) {
-        if (const Keyword keyword = KeywordAfterAt(word); keyword != Keyword::kNone) {
+        if (const Keyword keyword = KeywordAfterAt(word); keyword != Keyword::None) {
             source = afterKeyword;
             OnKeyword(keyword, token, word);
             return;
@@ -144,9 +144,9 @@ void ObjectiveCScanner::OnToken(const Token& token)
     }
     if (declaration.IsOpen())
         OnDeclaration(token);
-    else if (state.mode == Mode::kBody)
+    else if (state.mode == Mode::Body)
         OnBody(token);
-    else if (state.mode == Mode::kVariables)
+    else if (state.mode == Mode::Variables)
         OnVariables(token);
     else
         OnCode(token);
@@ -172,11 +172,11 @@ void ObjectiveCScanner::OnCode(const Token& token)
 void ObjectiveCScanner::OnCodeOutsideOfBraces(const Token& token)
 {
     if (MayBeginMethod(token)) {
-        Begin(Subject::kMethod, token);
+        Begin(Subject::Method, token);
     } else if (token.Is(';')) {
         EndStatement();
     } else if (state.variablesMayFollow && pending.empty() && (token.Is(':') || token.Is('<'))) {
-        Begin(Subject::kHeaderRest, token);
+        Begin(Subject::HeaderRest, token);
     } else {
         if (token.Is('(') || token.Is('['))
             ++state.parentheses;
@@ -234,7 +234,7 @@ void ObjectiveCScanner::OnVariables(const Token& token)
         BackToCode(); // a method: the closing brace is missing
         OnCode(token);
     } else {
-        declaration.Begin(Subject::kVariable, {});
+        declaration.Begin(Subject::Variable, {});
         OnDeclaration(token);
     }
 }
@@ -242,7 +242,7 @@ void ObjectiveCScanner::OnVariables(const Token& token)
 void ObjectiveCScanner::OnDeclaration(const Token& token)
 {
     // Only its end shows how much of a variable is left to the parser of C.
-    const bool staysForNow = declaration.What() == Subject::kVariable;
+    const bool staysForNow = declaration.What() == Subject::Variable;
     if (declaration.IsInBraces()) {
         if (!declaration.IsInTypeOfC())
             rest.TakeOut(token);
@@ -253,7 +253,7 @@ void ObjectiveCScanner::OnDeclaration(const Token& token)
     } else if (token.Is(';')) {
         if (!declaration.HasTypeOfC())
             rest.TakeOut(token);
-        if (declaration.What() == Subject::kHeader)
+        if (declaration.What() == Subject::Header)
             declaration.Clear(); // "@protocol A;" declares nothing
         Finish();
     } else if (token.Is('{') && !declaration.BraceIsPart()) {
@@ -291,17 +291,17 @@ bool ObjectiveCScanner::IsMethodAfterMissingBrace(const Token& token) const
 ObjectiveCScanner::Keyword ObjectiveCScanner::KeywordOf(std::string_view word)
 {
     static const std::unordered_map<std::string_view, Keyword> kKeywords = {
-        {"interface", Keyword::kContainer}, {"implementation", Keyword::kContainer},
-        {"protocol", Keyword::kContainer},  {"end", Keyword::kEnd},
-        {"property", Keyword::kProperty},   {"class", Keyword::kNames},
-        {"synthesize", Keyword::kNames},    {"dynamic", Keyword::kNames},
-        {"import", Keyword::kNames},        {"compatibility_alias", Keyword::kNames},
-        {"optional", Keyword::kMark},       {"required", Keyword::kMark},
-        {"public", Keyword::kAccess},       {"protected", Keyword::kAccess},
-        {"private", Keyword::kAccess},      {"package", Keyword::kAccess},
+        {"interface", Keyword::Container}, {"implementation", Keyword::Container},
+        {"protocol", Keyword::Container},  {"end", Keyword::End},
+        {"property", Keyword::Property},   {"class", Keyword::Names},
+        {"synthesize", Keyword::Names},    {"dynamic", Keyword::Names},
+        {"import", Keyword::Names},        {"compatibility_alias", Keyword::Names},
+        {"optional", Keyword::Mark},       {"required", Keyword::Mark},
+        {"public", Keyword::Access},       {"protected", Keyword::Access},
+        {"private", Keyword::Access},      {"package", Keyword::Access},
     };
     const auto found = kKeywords.find(word);
-    return found == kKeywords.end() ? Keyword::kNone : found->second;
+    return found == kKeywords.end() ? Keyword::None : found->second;
 }
 
 // "@protocol(Name)" is an expression.
@@ -309,38 +309,38 @@ ObjectiveCScanner::Keyword ObjectiveCScanner::KeywordAfterAt(Token& word)
 {
     SourceTokens ahead = source;
     if (!ahead.Next(word) || word.kind != Token::kWord)
-        return Keyword::kNone;
+        return Keyword::None;
     const Keyword keyword = KeywordOf(WithoutSplices(word.text));
     afterKeyword = ahead;
     Token next;
-    const bool isExpression = keyword == Keyword::kContainer && ahead.Next(next) && next.Is('(');
-    return isExpression ? Keyword::kNone : keyword;
+    const bool isExpression = keyword == Keyword::Container && ahead.Next(next) && next.Is('(');
+    return isExpression ? Keyword::None : keyword;
 }
 
 // Only access keywords can be inside braces of code. For any other, a closing brace was missing, which is tolerated.
 void ObjectiveCScanner::OnKeyword(Keyword keyword, const Token& at, const Token& word)
 {
     Finish();
-    if (keyword != Keyword::kAccess)
+    if (keyword != Keyword::Access)
         BackToCode();
     rest.TakeOut(at);
     switch (keyword) {
-    case Keyword::kEnd:
+    case Keyword::End:
         state = {};
         break;
-    case Keyword::kContainer:
+    case Keyword::Container:
         state = {};
-        Begin(Subject::kHeader, word);
+        Begin(Subject::Header, word);
         return;
-    case Keyword::kProperty:
-        Begin(Subject::kProperty, word);
+    case Keyword::Property:
+        Begin(Subject::Property, word);
         return;
-    case Keyword::kNames:
-        Begin(Subject::kNames, word);
+    case Keyword::Names:
+        Begin(Subject::Names, word);
         return;
-    case Keyword::kMark:
-    case Keyword::kAccess:
-    case Keyword::kNone:
+    case Keyword::Mark:
+    case Keyword::Access:
+    case Keyword::None:
         break;
     }
     rest.TakeOut(word);
@@ -359,7 +359,7 @@ void ObjectiveCScanner::Begin(Subject subject, const Token& introducer)
 void ObjectiveCScanner::BeginBody(const Token& brace)
 {
     rest.TakeOut(brace);
-    state.mode = Mode::kBody;
+    state.mode = Mode::Body;
     state.depth = 1;
 }
 
@@ -368,14 +368,14 @@ void ObjectiveCScanner::BeginVariables(const Token& brace)
     TakeOutPending();
     EndStatement();
     rest.TakeOut(brace);
-    state.mode = Mode::kVariables;
+    state.mode = Mode::Variables;
 }
 
 void ObjectiveCScanner::BackToCode()
 {
     TakeOutPending();
     EndStatement();
-    state.mode = Mode::kCode;
+    state.mode = Mode::Code;
     state.depth = 0;
 }
 
@@ -390,23 +390,23 @@ void ObjectiveCScanner::EndStatement()
 void ObjectiveCScanner::Finish()
 {
     switch (declaration.What()) {
-    case Subject::kHeader:
+    case Subject::Header:
         FinishHeader();
         break;
-    case Subject::kHeaderRest:
+    case Subject::HeaderRest:
         state.variablesMayFollow = true;
         break;
-    case Subject::kMethod:
+    case Subject::Method:
         FinishMethod();
         break;
-    case Subject::kProperty:
+    case Subject::Property:
         FinishProperty();
         break;
-    case Subject::kVariable:
+    case Subject::Variable:
         FinishVariable();
         break;
-    case Subject::kNames:
-    case Subject::kNone:
+    case Subject::Names:
+    case Subject::None:
         break;
     }
     declaration.Clear();

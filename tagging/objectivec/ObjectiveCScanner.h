@@ -30,18 +30,18 @@ private:
         std::string_view scope; // "class:Name"
     };
 
-    enum class Mode : char { kCode, kVariables, kBody };
+    enum class Mode : char { Code, Variables, Body };
 
     struct State {
         Container container;
-        Mode mode = Mode::kCode;
+        Mode mode = Mode::Code;
         unsigned depth = 0;              // of braces: in C code, in the body of a method
         unsigned parentheses = 0;        // of C code outside of braces; brackets too
         bool isInitializer = false;      // after a '=' of C code outside of braces
         bool variablesMayFollow = false; // right after the header of a class
     };
 
-    enum class Keyword : char { kNone, kEnd, kContainer, kProperty, kNames, kMark, kAccess };
+    enum class Keyword : char { None, End, Container, Property, Names, Mark, Access };
 
     bool Next(Token& token);
     bool PassesOver(const Token& token);

@@ -37,17 +37,17 @@ bool OpenDeclaration::IsEndedBy(const Token& token) const
 {
     const bool isMethod = IsSign(token) && parentheses == 0;
     switch (subject) {
-    case Subject::kHeader:
-    case Subject::kHeaderRest:
+    case Subject::Header:
+    case Subject::HeaderRest:
         return HeaderIsEndedBy(token);
-    case Subject::kMethod:
-    case Subject::kProperty:
+    case Subject::Method:
+    case Subject::Property:
         return token.Is('}') || isMethod;
-    case Subject::kVariable:
+    case Subject::Variable:
         return token.Is('}');
-    case Subject::kNames:
+    case Subject::Names:
         return token.Is('{') || token.Is('}') || isMethod || NamesAreEndedBy(token);
-    case Subject::kNone:
+    case Subject::None:
         break;
     }
     return false;
@@ -57,7 +57,7 @@ bool OpenDeclaration::IsEndedBy(const Token& token) const
 bool OpenDeclaration::HeaderIsEndedBy(const Token& token) const
 {
     if (token.Is(';'))
-        return subject == Subject::kHeaderRest;
+        return subject == Subject::HeaderRest;
     if (token.Is('{') || token.Is('}') || IsSign(token))
         return true;
     if (parentheses > 0 || angles > 0)
@@ -71,7 +71,7 @@ bool OpenDeclaration::HeaderIsEndedBy(const Token& token) const
 bool OpenDeclaration::HeaderHasNoMoreWords(const Token& word) const
 {
     if (tokens.empty())
-        return subject == Subject::kHeaderRest && !introducer.Is(':');
+        return subject == Subject::HeaderRest && !introducer.Is(':');
     const Token& before = tokens.back();
     const bool mayFollowMacro = tokens.size() == 1 && before.kind == Token::kWord && before.line == word.line;
     return !before.Is(':') && !before.Is(',') && !mayFollowMacro;
@@ -88,7 +88,7 @@ bool OpenDeclaration::NamesAreEndedBy(const Token& token) const
 
 bool OpenDeclaration::BraceIsPart() const
 {
-    return subject != Subject::kMethod || (parentheses > 0 && OpenAggregate(tokens));
+    return subject != Subject::Method || (parentheses > 0 && OpenAggregate(tokens));
 }
 
 bool OpenDeclaration::Add(const Token& token)
@@ -116,7 +116,7 @@ bool OpenDeclaration::BeginBraces(const Token& brace)
 {
     braces = 1;
     const std::optional<size_t> aggregate = OpenAggregate(tokens);
-    isInTypeOfC = subject == Subject::kVariable && !HasTypeOfC() && aggregate && IsNamedAggregate(tokens, *aggregate);
+    isInTypeOfC = subject == Subject::Variable && !HasTypeOfC() && aggregate && IsNamedAggregate(tokens, *aggregate);
     if (isInTypeOfC)
         typeBegin = *aggregate;
     return Add(brace);

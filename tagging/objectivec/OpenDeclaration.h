@@ -13,21 +13,21 @@ namespace tagging {
 class OpenDeclaration {
 public:
     enum class Subject : char {
-        kNone,
-        kHeader,     // "@interface", "@implementation" or "@protocol"
-        kHeaderRest, // ": Superclass <Protocol>" that an #if separates from its header
-        kMethod,
-        kProperty,
-        kVariable,
-        kNames, // declares nothing itself: "@class A, B;", "@synthesize a = b;"
+        None,
+        Header,     // "@interface", "@implementation" or "@protocol"
+        HeaderRest, // ": Superclass <Protocol>" that an #if separates from its header
+        Method,
+        Property,
+        Variable,
+        Names, // declares nothing itself: "@class A, B;", "@synthesize a = b;"
     };
 
     // 'introducer' is the sign of a method or the introducing keyword. It is not among the tokens.
     void Begin(Subject newSubject, const Token& newIntroducer);
-    void Clear() { Begin(Subject::kNone, {}); }
+    void Clear() { Begin(Subject::None, {}); }
 
-    bool IsOpen() const { return subject != Subject::kNone; }
-    bool IsHeader() const { return subject == Subject::kHeader || subject == Subject::kHeaderRest; }
+    bool IsOpen() const { return subject != Subject::None; }
+    bool IsHeader() const { return subject == Subject::Header || subject == Subject::HeaderRest; }
     Subject What() const { return subject; }
     const Token& Introducer() const { return introducer; }
     TokenSpan Tokens() const { return tokens; }
@@ -58,7 +58,7 @@ private:
     bool HeaderHasNoMoreWords(const Token& word) const;
     bool NamesAreEndedBy(const Token& token) const;
 
-    Subject subject = Subject::kNone;
+    Subject subject = Subject::None;
     Token introducer;
     std::vector<Token> tokens;
     unsigned parentheses = 0; // brackets too

@@ -16,7 +16,7 @@ namespace tagging {
 template <class State>
 class Conditions {
 public:
-    enum class Skip : char { kNo, kPutAway, kOtherBranch };
+    enum class Skip : char { No, PutAway, OtherBranch };
 
     // Whether the following code is skipped, and why.
     Skip Skipping() const { return skip; }
@@ -24,7 +24,7 @@ public:
     // Whether the directive ends a branch, whose open declarations must be finished first.
     bool EndsBranch(const Directive& directive) const
     {
-        if (skip != Skip::kNo || branches.empty() || branches.back().isInDeclaration)
+        if (skip != Skip::No || branches.empty() || branches.back().isInDeclaration)
             return false;
         return directive.ContinuesBranches() || (directive.EndsBranches() && branches.back().afterFirst);
     }
@@ -44,7 +44,7 @@ private:
     struct Branches {
         State before;
         std::optional<State> afterFirst; // set by the second branch
-        Skip skipAround = Skip::kNo;
+        Skip skipAround = Skip::No;
         bool isInDeclaration = false;
         bool hadOneToRead = false;
     };
@@ -52,15 +52,15 @@ private:
     void Begin(const Directive& directive, const State& state, bool isInDeclaration)
     {
         const Skip around = skip;
-        if (skip == Skip::kNo && directive.IsNever())
-            skip = Skip::kPutAway;
-        branches.push_back({state, std::nullopt, around, isInDeclaration, skip == Skip::kNo});
+        if (skip == Skip::No && directive.IsNever())
+            skip = Skip::PutAway;
+        branches.push_back({state, std::nullopt, around, isInDeclaration, skip == Skip::No});
     }
 
     void Continue(const Directive& directive, State& state)
     {
         Branches& all = branches.back();
-        if (all.skipAround != Skip::kNo)
+        if (all.skipAround != Skip::No)
             return;
         if (EndsBranch(directive)) {
             if (!all.afterFirst)
@@ -68,10 +68,10 @@ private:
             state = all.before;
         }
         if (all.isInDeclaration && all.hadOneToRead)
-            skip = Skip::kOtherBranch;
+            skip = Skip::OtherBranch;
         else
-            skip = directive.IsNever() ? Skip::kPutAway : Skip::kNo;
-        all.hadOneToRead |= skip == Skip::kNo;
+            skip = directive.IsNever() ? Skip::PutAway : Skip::No;
+        all.hadOneToRead |= skip == Skip::No;
     }
 
     void End(State& state)
@@ -83,7 +83,7 @@ private:
     }
 
     std::vector<Branches> branches;
-    Skip skip = Skip::kNo;
+    Skip skip = Skip::No;
 };
 
 } // namespace tagging

@@ -193,8 +193,8 @@ LiteralMatch AnyOf(Sequence& sequence)
 {
     // Searches for any match take long, and do not bisect.
     if (sequence.Below(50) == 0)
-        return LiteralMatch::kAny;
-    return sequence.Below(2) == 0 ? LiteralMatch::kExact : LiteralMatch::kPartial;
+        return LiteralMatch::Any;
+    return sequence.Below(2) == 0 ? LiteralMatch::Exact : LiteralMatch::Partial;
 }
 
 } // namespace

@@ -10,7 +10,7 @@
 #include <cstring>
 #include <string>
 
-enum class LiteralMatch { kExact, kPartial, kAny };
+enum class LiteralMatch { Exact, Partial, Any };
 
 class LiteralTagFile {
 public:
@@ -59,7 +59,7 @@ private:
         const char* scope = strtok_r(nullptr, "\n", &rest);
         std::string qualifier;
         TagFile::SkipClassToken(scope, qualifier);
-        if (match != LiteralMatch::kAny && !NameAndQualifier::MatchQualifier::Match(wantedQualifier, qualifier.c_str()))
+        if (match != LiteralMatch::Any && !NameAndQualifier::MatchQualifier::Match(wantedQualifier, qualifier.c_str()))
             return true;
         found.push_back(Shown(name, qualifier, kind[0], left, number));
         left = EntryRef(); // each call starts without one
@@ -68,9 +68,9 @@ private:
     bool NameMatches(const char* name) const
     {
         switch (match) {
-        case LiteralMatch::kExact:
+        case LiteralMatch::Exact:
             return NameAndQualifier::MatchName::Match(wantedName, name);
-        case LiteralMatch::kPartial:
+        case LiteralMatch::Partial:
             return NameAndQualifier::MatchName::PartialMatch(wantedName, name);
         default:
             return true;
@@ -109,9 +109,9 @@ Lines RealMatches(const std::string& path, const std::string& pattern, Match mat
 inline Lines RealMatches(const std::string& path, const std::string& pattern, LiteralMatch match, bool stopAtMismatch)
 {
     switch (match) {
-    case LiteralMatch::kExact:
+    case LiteralMatch::Exact:
         return RealMatches(path, pattern, TagFile::ExactMatch(), stopAtMismatch);
-    case LiteralMatch::kPartial:
+    case LiteralMatch::Partial:
         return RealMatches(path, pattern, TagFile::PartialMatch(), stopAtMismatch);
     default:
         return RealMatches(path, pattern, TagFile::AnyMatch(), stopAtMismatch);

@@ -34,7 +34,7 @@ TEST(LiteralTagFile, FindsTheSameAsTheRealReaderInRandomLines)
             tags += Line(sequence);
         folder.directory.Write("tags", tags);
         for (const std::string& pattern : kPatterns) {
-            for (LiteralMatch match : {LiteralMatch::kExact, LiteralMatch::kPartial, LiteralMatch::kAny}) {
+            for (LiteralMatch match : {LiteralMatch::Exact, LiteralMatch::Partial, LiteralMatch::Any}) {
                 for (bool stop : {false, true}) {
                     const Lines expected = LiteralTagFile(folder.Tags(), pattern, match, stop).All();
                     ASSERT_EQ(RealMatches(folder.Tags(), pattern, match, stop), expected) << pattern << "\n" << tags;

@@ -24,43 +24,43 @@ public:
     bool StepsOverBareParenthesis(char character)
     {
         switch (state) {
-        case State::kPlain:
+        case State::Plain:
             return StepInPlainText(character);
-        case State::kEscaped:
-            state = State::kPlain;
+        case State::Escaped:
+            state = State::Plain;
             if (character != '\n') // a joined line may continue a word or begin one
                 atWordStart = false;
             return false;
-        case State::kComment:
+        case State::Comment:
             if (character == '\n')
-                state = State::kPlain;
+                state = State::Plain;
             return false;
-        case State::kSingleQuotes:
+        case State::SingleQuotes:
             if (character == '\'')
-                state = State::kPlain;
+                state = State::Plain;
             return false;
-        case State::kDoubleQuotes:
+        case State::DoubleQuotes:
             if (character == '\\')
-                state = State::kEscapedInDoubleQuotes;
+                state = State::EscapedInDoubleQuotes;
             else if (character == '"')
-                state = State::kPlain;
+                state = State::Plain;
             return false;
-        case State::kEscapedInDoubleQuotes:
-            state = State::kDoubleQuotes;
+        case State::EscapedInDoubleQuotes:
+            state = State::DoubleQuotes;
             return false;
         }
         return false;
     }
 
 private:
-    enum class State { kPlain, kEscaped, kComment, kSingleQuotes, kDoubleQuotes, kEscapedInDoubleQuotes };
+    enum class State { Plain, Escaped, Comment, SingleQuotes, DoubleQuotes, EscapedInDoubleQuotes };
 
     bool StepInPlainText(char character)
     {
         state = StateAfter(character);
         // After a backslash the next character decides. A parenthesis does not start a word: it gets a backslash and so
         // belongs to one.
-        if (state != State::kEscaped && state != State::kComment)
+        if (state != State::Escaped && state != State::Comment)
             atWordStart = character != '\0' && std::strchr(" \t\n;&|<>", character) != nullptr;
         return character == '(' || character == ')';
     }
@@ -69,19 +69,19 @@ private:
     {
         switch (character) {
         case '\\':
-            return State::kEscaped;
+            return State::Escaped;
         case '\'':
-            return State::kSingleQuotes;
+            return State::SingleQuotes;
         case '"':
-            return State::kDoubleQuotes;
+            return State::DoubleQuotes;
         case '#':
-            return atWordStart ? State::kComment : State::kPlain;
+            return atWordStart ? State::Comment : State::Plain;
         default:
-            return State::kPlain;
+            return State::Plain;
         }
     }
 
-    State state = State::kPlain;
+    State state = State::Plain;
     bool atWordStart = true; // stays true through a comment: the line after it begins with a word
 };
 
