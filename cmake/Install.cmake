@@ -24,7 +24,7 @@ install(CODE "
 
 install(FILES docs/man/wren.1 docs/man/cplustags.1 DESTINATION share/man/man1)
 install(FILES LICENSE README.md docs/guide.md DESTINATION share/doc/wren)
-install(FILES LICENSES/CLI11.txt LICENSES/nlohmann-json.txt DESTINATION share/doc/wren/LICENSES)
+install(FILES LICENSES/CLI11.txt LICENSES/nlohmann-json.txt LICENSES/utfcpp.txt DESTINATION share/doc/wren/LICENSES)
 install(FILES packaging/completions/wren.bash RENAME wren DESTINATION share/bash-completion/completions)
 install(FILES packaging/completions/cplustags.bash RENAME cplustags DESTINATION share/bash-completion/completions)
 install(FILES packaging/completions/wren.zsh RENAME _wren DESTINATION share/zsh/site-functions)
