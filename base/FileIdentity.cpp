@@ -15,14 +15,6 @@ std::optional<FileIdentity> FileIdentity::At(const std::string& path)
     return Of(status);
 }
 
-std::optional<FileIdentity> FileIdentity::AtItself(const std::string& path)
-{
-    struct stat status;
-    if (::lstat(path.c_str(), &status) != 0)
-        return std::nullopt;
-    return Of(status);
-}
-
 std::optional<FileIdentity> FileIdentity::OfPlainFile(int descriptor)
 {
     struct stat status;

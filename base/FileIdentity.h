@@ -20,8 +20,7 @@ struct FileIdentity {
     static FileIdentity Of(const struct stat& status);
 
     // Nullopt when there is no file. OfPlainFile() accepts regular files only.
-    static std::optional<FileIdentity> At(const std::string& path);       // follows links
-    static std::optional<FileIdentity> AtItself(const std::string& path); // of a link itself
+    static std::optional<FileIdentity> At(const std::string& path); // follows links
     static std::optional<FileIdentity> OfPlainFile(int descriptor);
 
     bool operator==(const FileIdentity& other) const;
