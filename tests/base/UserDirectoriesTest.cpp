@@ -1,5 +1,7 @@
 #include "base/UserDirectories.h"
 
+#include "tests/support/Environment.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -9,14 +11,6 @@
 namespace base {
 namespace {
 
-void Set(const char* variable, const char* value)
-{
-    if (value == nullptr)
-        ::unsetenv(variable);
-    else
-        ::setenv(variable, value, 1);
-}
-
 // Sets an environment variable, and restores it at the end.
 class Variable {
 public:
@@ -25,7 +19,7 @@ public:
         if (const char* value = std::getenv(name))
             before = value;
     }
-    ~Variable() { Set(name, before ? before->c_str() : nullptr); }
+    ~Variable() { SetVariable(name, before ? before->c_str() : nullptr); }
     Variable(const Variable&) = delete;
     Variable& operator=(const Variable&) = delete;
 
@@ -56,9 +50,9 @@ TEST(UserDirectories, FollowTheirVariablesAndTheHome)
         {"neither", nullptr, nullptr, "", "", ""},
     };
     for (const auto& each : kCases) {
-        Set("HOME", each.home);
+        SetVariable("HOME", each.home);
         for (const char* variable : {"XDG_CONFIG_HOME", "XDG_STATE_HOME", "XDG_CACHE_HOME"})
-            Set(variable, each.variable);
+            SetVariable(variable, each.variable);
         EXPECT_EQ(ConfigDirectory("p"), each.config) << each.why;
         EXPECT_EQ(StateDirectory("p"), each.state) << each.why;
         EXPECT_EQ(CacheDirectory("p"), each.cache) << each.why;
@@ -73,7 +67,7 @@ TEST(Home, EndsWithOneSlash)
         const char* home;
     } kCases[] = {{"/home/a", "/home/a/"}, {"/home/a//", "/home/a/"}, {"/", "/"}, {"", ""}, {nullptr, ""}};
     for (const auto& each : kCases) {
-        Set("HOME", each.variable);
+        SetVariable("HOME", each.variable);
         EXPECT_EQ(Home(), each.home);
     }
 }

@@ -2,6 +2,7 @@
 
 #include "tags/TagFile.h"
 #include "tags/TargetDirectory.h"
+#include "tests/support/Environment.h"
 #include "tests/support/FakeHost.h"
 #include "tests/tags/TagsFolder.h"
 #include "vetch/storage/BPath.h"
@@ -199,10 +200,7 @@ TEST_F(FindSystemTagsTest, FollowsALink)
 TEST_F(FindSystemTagsTest, ReportsAMissingHomeDirectory)
 {
     for (const char* home : {static_cast<const char*>(nullptr), ""}) {
-        if (home == nullptr)
-            unsetenv("HOME");
-        else
-            setenv("HOME", home, 1);
+        SetVariable("HOME", home);
         BEntry entry(work.Path().c_str());
         testing::internal::CaptureStdout();
         const bool found = FindSystemTags(&entry);

@@ -1,5 +1,6 @@
 #include "wren/core/UserDirectories.h"
 
+#include "tests/support/Environment.h"
 #include "tests/support/OrdinaryRights.h"
 #include "tests/support/TempDirectory.h"
 
@@ -11,14 +12,6 @@
 #include <unistd.h>
 
 namespace {
-
-void Set(const char* variable, const char* value)
-{
-    if (value == nullptr)
-        ::unsetenv(variable);
-    else
-        ::setenv(variable, value, 1);
-}
 
 // File systems that are writable, full in either way, or read-only.
 int Spacious(const char*, struct statvfs* state)
@@ -109,9 +102,9 @@ TEST(UserDirectories, Cases)
         {"neither", nullptr, nullptr, "", ""},
     };
     for (const auto& each : kCases) {
-        Set("HOME", each.home);
-        Set("XDG_CONFIG_HOME", each.variable);
-        Set("XDG_STATE_HOME", each.variable);
+        SetVariable("HOME", each.home);
+        SetVariable("XDG_CONFIG_HOME", each.variable);
+        SetVariable("XDG_STATE_HOME", each.variable);
         EXPECT_EQ(wren::ConfigDirectory(), each.config) << each.why;
         EXPECT_EQ(wren::StateDirectory(), each.state) << each.why;
     }
