@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <filesystem>
 #include <mutex>
 #include <system_error>
@@ -35,12 +36,16 @@ public:
 class TaggerTest : public testing::Test {
 protected:
     TaggerTest()
+        // A tagger's program ignores it: a ctags may end before it has read all names.
+        : signalBefore(std::signal(SIGPIPE, SIG_IGN))
     {
         UseStandIn("");
         settings.ctags.directory = work.Path();
         settings.ctags.temporaries = work.Path();
         settings.jobs = 3;
     }
+
+    ~TaggerTest() override { std::signal(SIGPIPE, signalBefore); }
 
     void UseStandIn(const std::string& branches)
     {
@@ -56,6 +61,7 @@ protected:
         }
     }
 
+    void (*const signalBefore)(int);
     const TempDirectory work;
     Settings settings;
     Listener listener;
