@@ -1,0 +1,106 @@
+// What the name at a place of a text means.
+#pragma once
+
+#include "base/CancelToken.h"
+#include "symbols/store/Snapshot.h"
+#include "tagging/SourceParser.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace resolve {
+
+// How an answer was found, from the surest to the least sure.
+enum class How { Local, Member, Scope, Include, Name };
+std::string_view NameOf(How how); // "local", "member" ...
+
+struct Place {
+    std::string path;      // as in symbols::File, or absolute when the file is not in the index
+    std::string_view text; // of the whole file; borrowed
+    size_t offset = 0;     // bytes: at, in or directly after a name
+};
+
+struct Answer {
+    symbols::Symbol symbol; // for an #include: only the file counts, line 1. Locals: 'file' is not in the snapshot
+                            // when the text's file is not
+    std::string path;       // of its file, as in symbols::File
+    How how = How::Name;
+    std::string reason; // for people: "member 'size' of 'Shape', the type of 's'"
+};
+
+struct Answers {
+    std::vector<Answer> found; // best first
+    bool more = false;
+    std::string name; // what was asked; "" when there is no name at the place
+};
+
+struct Use { // one occurrence of a name
+    enum class Role { Declaration, Definition, Call, Other };
+
+    std::string path;
+    unsigned line = 0;   // from 1
+    unsigned column = 0; // bytes, from 1
+    Role role = Role::Other;
+};
+
+struct Uses {
+    std::vector<Use> found; // by path and line, the file of the place first
+    bool more = false;
+};
+
+struct Candidate { // for completion
+    symbols::Symbol symbol;
+    std::string path;
+    How how = How::Name;
+};
+
+struct Candidates {
+    std::vector<Candidate> found; // nearest first; one for each name
+    bool more = false;
+    size_t start = 0; // bytes: where the typed part of the name begins
+};
+
+// Reads files of the project when it needs their text. Any thread.
+class Sources {
+public:
+    virtual ~Sources() = default;
+    // Nullopt when it cannot be read. 'path' as in symbols::File.
+    virtual std::optional<std::string> Read(const std::string& path) const = 0;
+};
+
+// Stateless apart from what it borrows; any thread. Work is bounded: it ends in time for any text.
+class Resolver {
+public:
+    // All must outlive it.
+    Resolver(const symbols::Snapshot& snapshot, const Sources& sources, tagging::TextParser& parser)
+        : snapshot(snapshot), sources(sources), parser(parser)
+    {
+    }
+
+    // Definitions, or declarations if there are none. On a definition: its declaration, if there is one.
+    Answers Definition(const Place& place, symbols::Limits limits) const;
+    Answers Declaration(const Place& place, symbols::Limits limits) const; // the reverse
+    Answers Meanings(const Place& place, symbols::Limits limits) const; // of either sort, ranked: for judging and hover
+
+    // Classes derived from the class at the place, or methods that override the method there.
+    Answers Implementations(const Place& place, symbols::Limits limits) const;
+
+    // Occurrences of the name outside of comments and strings. With a place, a local's uses are those in its scope.
+    Uses References(const Place& place, symbols::Limits limits) const;
+    Uses ReferencesOf(std::string_view name, symbols::Limits limits) const;
+
+    Candidates Complete(const Place& place, symbols::Limits limits) const;
+
+    // The steps that led to the answer, a line each, for people who report a wrong one.
+    std::string Explain(const Place& place) const;
+
+private:
+    const symbols::Snapshot& snapshot;
+    const Sources& sources;
+    tagging::TextParser& parser;
+};
+
+} // namespace resolve

@@ -1,0 +1,75 @@
+// The files of one index on the disk: one writer at a time, any number of readers.
+#pragma once
+
+#include "base/Result.h"
+#include "symbols/store/Snapshot.h"
+#include "tagging/SourceParser.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace symbols {
+
+// A text that takes precedence over its file.
+struct OpenText {
+    std::string path; // as in File::path
+    std::string text;
+    std::unique_ptr<const tagging::ParsedSource> parsed;
+};
+
+struct StoreHeader {      // what the index says about itself
+    std::string root;     // the directory that it describes
+    std::string patterns; // which sources were wanted, and the versions of the parsers: another value means rebuild
+};
+
+// A directory with one index. Any thread.
+class Store {
+public:
+    // Does not create anything; a missing, foreign or older index is an empty one. 'directory' is absolute.
+    explicit Store(std::string directory);
+    ~Store();
+
+    // The last complete state. Reads it from the disk when another process has written since. Never waits for a
+    // writer. Null when there is no usable index.
+    SnapshotPointer Current() const;
+    std::optional<StoreHeader> Header() const; // of the current state
+
+    // Changes to an index. They appear in one step, at Commit(); a writer that is destroyed before leaves no trace.
+    class Writer {
+    public:
+        virtual ~Writer() = default;
+
+        // Any thread. 'path' as in File::path. Replaces what the index had for it.
+        virtual void Put(std::string_view path, const tagging::FileStamp& stamp,
+                         const tagging::ParsedSource& source) = 0;
+        virtual void Touch(std::string_view path, const tagging::FileStamp& stamp) = 0; // same content, other stamp
+        virtual void Remove(std::string_view path) = 0;
+
+        // Writes the files. On an error, such as a full disk, the index is as before. Cancelling does not stop it.
+        virtual base::Result<void> Commit() = 0;
+    };
+
+    // Waits for another process's writer until 'cancel'. Fails when the directory cannot be written. With
+    // 'fromNothing', the new state holds only what is put.
+    base::Result<std::unique_ptr<Writer>> Write(const StoreHeader& header, bool fromNothing,
+                                                const base::CancelToken& cancel);
+
+    base::Result<void> Remove(); // deletes the index; readers keep what they have
+
+private:
+    struct Contents;
+    std::unique_ptr<Contents> contents;
+};
+
+// An index in memory, for a directory that cannot be written. The same rules, without files.
+std::unique_ptr<Store::Writer> WriteInMemory(const SnapshotPointer& before,
+                                             std::function<void(SnapshotPointer)> committed);
+
+// One view of several indexes, for example a project and the system's headers. Files of 'system' say so and have
+// absolute paths ('systemRoot' is put in front). Open texts replace the files of the project that they name, or are new
+// files. Null snapshots count as empty.
+SnapshotPointer Combined(SnapshotPointer project, SnapshotPointer system, const std::string& systemRoot,
+                         const std::vector<std::shared_ptr<const OpenText>>& open);
+
+} // namespace symbols

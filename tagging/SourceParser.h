@@ -1,0 +1,65 @@
+// Parses sources: many files at a time, or one text.
+#pragma once
+
+#include "base/CancelToken.h"
+#include "base/Result.h"
+#include "tagging/Observer.h"
+#include "tagging/ParsedSource.h"
+#include "tagging/Settings.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <sys/stat.h>
+
+namespace tagging {
+
+// The state of a file when its content was read.
+struct FileStamp {
+    std::uint64_t size = 0;    // bytes
+    std::int64_t modified = 0; // nanoseconds since 1970
+    std::uint64_t inode = 0;
+
+    static FileStamp Of(const struct stat& status);
+    bool operator==(const FileStamp&) const = default;
+};
+
+// Parses files with several ctags processes at a time. A file that crashes ctags or takes too long yields a source
+// without symbols, but with its includes and names; the observer is told. Any other failure of ctags ends the work.
+class SourceParser {
+public:
+    // Called on several threads at once, in any order, once for each file. A file that cannot be read has no 'source'.
+    using Sink = std::function<void(size_t number, const FileStamp& stamp, std::unique_ptr<ParsedSource> source)>;
+
+    // All must outlive it. Cancelled work ends without a failure. The program must ignore SIGPIPE.
+    SourceParser(const Settings& settings, Observer& observer, const base::CancelToken& cancel, Sink sink);
+    ~SourceParser();
+
+    void Add(const std::string& path); // absolute; numbers count from 0 in this order. Does not block
+    bool GoesOn();                     // shows the progress; false when adding more is useless
+    base::Result<void> Finish();       // waits for the end; the error when ctags failed as a whole
+
+private:
+    struct Contents;
+    std::unique_ptr<Contents> contents;
+};
+
+// Parses texts with a ctags process kept at hand. Thread-safe; one text at a time.
+class TextParser {
+public:
+    enum class Locals { No, Yes }; // local variables, parameters, labels
+
+    explicit TextParser(const Settings& settings);
+    ~TextParser();
+
+    // 'path' is the file that the text belongs to, for its language; it need not exist. A crash or a hang of ctags is
+    // an error, and leaves the parser usable.
+    base::Result<std::unique_ptr<ParsedSource>> Parse(const std::string& path, std::string_view text, Locals locals);
+
+private:
+    struct Contents;
+    std::unique_ptr<Contents> contents;
+};
+
+} // namespace tagging
