@@ -101,6 +101,16 @@ TEST_F(TagsCommand, FollowsTheSuffixesOfTheSettings)
     EXPECT_EQ(Content(tree / "settings"), "DeclIndexSuffixes *.txt\n");
 }
 
+TEST_F(TagsCommand, TagsEverySuffixOfCAndItsFamilyByDefault)
+{
+    for (const char* suffix : {"hh", "hpp", "hxx", "inl", "ipp", "tpp", "cc", "cp", "cpp", "cxx", "m", "mm"})
+        tree.Write(std::string("project/x.") + suffix, "int x;\n");
+    EXPECT_EQ(WithoutSeconds(Run({"project"}).output), "tags of 14 files: 14 tags, " + Tags() + "\n");
+    tree.Write("settings", "DeclIndexSuffixes *.hh\n");
+    EXPECT_EQ(WithoutSeconds(Run({"project", "--settings", tree / "settings"}).output),
+              "tags of 1 file: 1 tag, " + Tags() + "\n");
+}
+
 TEST_F(TagsCommand, SaysWhenThereWasNothingToTag)
 {
     fs::create_directory(tree / "empty");

@@ -6,6 +6,7 @@
 #include "vetch/storage/Home.h"
 #include "wren/cli/HeadlessFace.h"
 #include "wren/cli/RecordedCommands.h"
+#include "wren/core/FirstSettings.h"
 #include "wren/core/GuardedRunner.h"
 #include "wren/core/Host.h"
 #include "wren/core/HostObservers.h"
@@ -50,6 +51,7 @@ public:
         : interruption(interruption), runs(std::move(runs)),
           host((vetch::SetDisplay(&display), bundle), face, nobody, settings)
     {
+        host.SetFirstSettings(FirstSettings());
         host.Start(interruption != nullptr ? Host::CacheDirectory::Make : Host::CacheDirectory::LeaveAlone);
     }
 

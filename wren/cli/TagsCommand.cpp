@@ -33,8 +33,8 @@ constexpr const char* kFooter =
     R"(Without --system, the tags of DIR go into the file "tags" in it, and are used for every
 source file in DIR and below. The tags of the system's headers go into
 ~/Library/Caches/SystemHeaderTags, and are used everywhere. DIR and --system together
-make both. The settings select the files (*.h *.c *.cp *.cpp *.m *.mm; /usr/include);
-missing system directories are left out.
+make both. The settings select the files (by default all usual suffixes of C, C++ and
+Objective-C, and /usr/include); missing system directories are left out.
 
 The last line gives the number of files and tags, the time, and the file. The new file
 replaces the old one at the end: a run that fails or is interrupted leaves the old one

@@ -73,6 +73,7 @@ void Host::Start(CacheDirectory directory)
             face.Warn(problem);
     events.FirstContact();
     events.Register();
+    SendFirstSettings();
     SendStoredSettings();
     events.MenuBarBuilt();
     events.ResourceIDs();
@@ -261,6 +262,20 @@ void Host::HaveSettingsWritten()
     if (own != nullptr)
         for (const std::string& line : own->Lines())
             settings.Write(line + "\n");
+    for (const std::string& line : firstSettings)
+        WriteWithFirst(line);
+}
+
+// The plug-in writes all values but its own defaults. To it, our first value looks like the user's choice, and its own
+// default, chosen by the user, like none.
+void Host::WriteWithFirst(const std::string& line)
+{
+    const std::string name = SplitAtBlanks(line).front();
+    const std::optional<std::string> value = events.Setting(name);
+    if (!value)
+        return;
+    const std::string chosen = name + " " + *value;
+    settings.WriteInstead(name, chosen == line ? std::nullopt : std::optional(chosen));
 }
 
 void Host::MessageForDocument(long document, const BMessage& message)
@@ -283,6 +298,13 @@ void Host::OpenMatch(const std::string& path, long line)
 void Host::TagsFileUnread(const std::string& path, const std::string& why)
 {
     face.Warn(UnreadNotice(path, why));
+}
+
+void Host::SendFirstSettings()
+{
+    for (const std::string& line : firstSettings)
+        if (settings.IsRegistered(SplitAtBlanks(line).front()))
+            events.SettingsLine(line);
 }
 
 void Host::SendStoredSettings()

@@ -20,6 +20,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 class BWindow;
@@ -47,6 +48,10 @@ public:
     // Adds settings of the face in the same file; call it before Start(). The face gets its lines in place of the
     // plug-in. Face::Warn reports each bad line of the file once. Borrowed.
     void SetOwnSettings(OwnSettings* settings);
+
+    // Values that settings of the plug-in have until others are stored, as lines of the file; call it before Start().
+    // They are not stored.
+    void SetFirstSettings(std::vector<std::string> lines) { firstSettings = std::move(lines); }
 
     // The directory in which the Worksheet's lines run, instead of its file's directory.
     void SetWorksheetDirectory(const std::string& path) { worksheet.SetDirectory(path); }
@@ -104,7 +109,9 @@ private:
     void MessageForFrontDocument(const BMessage& message) override;
     void OpenMatch(const std::string& path, long line) override;
     void TagsFileUnread(const std::string& path, const std::string& why) override;
+    void SendFirstSettings();
     void SendStoredSettings();
+    void WriteWithFirst(const std::string& line);
     void HaveSettingsWritten();
     bool IsOwn(const std::string& setting) const;
     void SendToPlugin(const StoredLine& line);
@@ -121,6 +128,7 @@ private:
     SettingsStore settings;
     OwnSettings* own = nullptr;
     std::vector<std::string> ownNames;
+    std::vector<std::string> firstSettings;
     Worksheet worksheet;
     PreferencePanels panels;
     PluginCalls calls;

@@ -103,6 +103,15 @@ void SettingsStore::Write(const std::string& text)
         written += text;
 }
 
+void SettingsStore::WriteInstead(const std::string& name, const std::optional<std::string>& line)
+{
+    std::string lines;
+    for (const std::string& other : SplitLines(written))
+        if (NameIn(other) != name)
+            lines += other + "\n";
+    written = lines + (line ? *line + "\n" : "");
+}
+
 bool SettingsStore::EndSave(std::string* error)
 {
     saving = false;

@@ -46,6 +46,8 @@ public:
     // not written. False, with the reason in '*error', leaves the file unchanged.
     void BeginSave();
     void Write(const std::string& text); // discarded outside a save
+    // The same for the lines of one name that this save has so far; nullopt for none.
+    void WriteInstead(const std::string& name, const std::optional<std::string>& line);
     bool EndSave(std::string* error);
 
     // Lines written between the two are not stored. The first call comes before the first save, once the loaded lines
