@@ -40,7 +40,9 @@ class Screen:
             number = answer.readline().strip()
         if not number:
             raise Failure("Xvfb did not start")
-        self.environment = dict(os.environ, DISPLAY=":" + number)
+        # The test has a screen to itself, and no part in the user's session: an editor that ends while Qt still looks
+        # for the session's bus leaves Qt's own memory behind.
+        self.environment = dict(os.environ, DISPLAY=":" + number, DBUS_SESSION_BUS_ADDRESS="disabled:")
         for variable in ("WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_CONFIG_HOME", "XDG_STATE_HOME"):
             self.environment.pop(variable, None)
         self.manager = None
