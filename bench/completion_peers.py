@@ -48,8 +48,8 @@ int main()
 class Clangd:
     """A conversation with a language server."""
 
-    def __init__(self, directory):
-        self.process = subprocess.Popen(["clangd", "--background-index=0", "--log=error"], cwd=directory,
+    def __init__(self, directory, *options, environment=None):
+        self.process = subprocess.Popen(["clangd", "--log=error", *options], cwd=directory, env=environment,
                                         stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         self.last = 0
 
@@ -58,6 +58,9 @@ class Clangd:
         if wants_answer:
             self.last += 1
             message["id"] = self.last
+        self.write(message)
+
+    def write(self, message):
         body = json.dumps(message).encode()
         self.process.stdin.write(b"Content-Length: %d\r\n\r\n" % len(body) + body)
         self.process.stdin.flush()
@@ -69,7 +72,13 @@ class Clangd:
                 raise EOFError("clangd has ended")
             if header.lower().startswith(b"content-length:"):
                 length = int(header.split(b":")[1])
-        return json.loads(self.process.stdout.read(length))
+        message = json.loads(self.process.stdout.read(length))
+        if "id" in message and "method" in message:
+            self.write({"jsonrpc": "2.0", "id": message["id"], "result": None})  # the server asks, and waits
+        return message
+
+    def notice(self, message):
+        """Called with each message that is not the awaited answer."""
 
     def ask(self, method, params):
         self.send(method, params)
@@ -77,6 +86,12 @@ class Clangd:
             message = self.receive()
             if message.get("id") == self.last and "method" not in message:
                 return message.get("result")
+            self.notice(message)
+
+    def end(self):
+        self.ask("shutdown", None)
+        self.send("exit", None, wants_answer=False)
+        self.process.wait()
 
 
 def clangd(rounds=20):
@@ -85,7 +100,7 @@ def clangd(rounds=20):
         return None
     with tempfile.TemporaryDirectory() as directory:
         uri = "file://" + os.path.join(directory, "a.cpp")
-        server = Clangd(directory)
+        server = Clangd(directory, "--background-index=0")
         server.ask("initialize", {"processId": None, "rootUri": "file://" + directory, "capabilities": {}})
         server.send("initialized", {}, wants_answer=False)
         server.send("textDocument/didOpen", {"textDocument": {"uri": uri, "languageId": "cpp", "version": 1,
@@ -101,7 +116,5 @@ def clangd(rounds=20):
             taken.append((time.perf_counter() - start) * 1000)
         if not items or not items["items"]:
             raise RuntimeError("clangd completes nothing")
-        server.ask("shutdown", None)
-        server.send("exit", None, wants_answer=False)
-        server.process.wait()
+        server.end()
         return statistics.median(taken[1:])
