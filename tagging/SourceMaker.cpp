@@ -1,23 +1,15 @@
 #include "tagging/SourceMaker.h"
 
-#include "base/Paths.h"
+#include "tagging/ctags/SourceNames.h"
 #include "tagging/objectivec/ObjectiveC.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <strings.h>
-#include <sys/mman.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace tagging {
 
 namespace {
-
-// No real header is larger; larger files go to ctags unread.
-constexpr size_t kLargestText = 64 * 1024 * 1024;
 
 struct Ending {
     std::string_view text;
@@ -68,35 +60,6 @@ Parser ParserOfRest(Family family, const std::string& language)
     return family == Family::ObjectiveC ? Parser::C : Parser::Cplusplus;
 }
 
-// ctags reads one name per line, and strips blanks at its end.
-bool ReadsName(const std::string& name)
-{
-    return name.find_first_of("\r\n") == std::string::npos && !std::isspace(static_cast<unsigned char>(name.back()));
-}
-
-// Relative to the directory in which ctags runs if the file is below it, since that directory's own name may not fit
-// into a line. Begins with "./", since ctags also reads options from the list.
-std::string NameForCtags(const std::string& path, const std::string& directory)
-{
-    const size_t length = directory.size();
-    const bool isBelow = path.compare(0, length, directory) == 0 && path[length] == '/';
-    return isBelow ? "." + path.substr(length) : path;
-}
-
-// A file in memory that ctags, another process, opens by its name.
-bool PutInMemory(std::string_view text, Source& source)
-{
-    source.text = base::Descriptor(::memfd_create("source", MFD_CLOEXEC));
-    source.name = "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(source.text.Number());
-    while (!text.empty()) {
-        const ssize_t size = ::write(source.text.Number(), text.data(), text.size());
-        if (size < 0)
-            return false;
-        text.remove_prefix(static_cast<size_t>(size));
-    }
-    return source.text.IsOpen();
-}
-
 // The source with a text in place of the file.
 std::optional<Source> WithText(Source source, std::string_view text, std::string* error)
 {
@@ -110,45 +73,21 @@ std::optional<Source> WithText(Source source, std::string_view text, std::string
 
 SourceMaker::SourceMaker(const Settings& settings) : settings(settings) {}
 
-bool SourceMaker::Read(const std::string& path, std::string_view& text)
-{
-    // The file may have become a pipe since the list was read.
-    const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    struct stat status;
-    if (!file.IsOpen() || ::fstat(file.Number(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        static_cast<size_t>(status.st_size) > kLargestText)
-        return false;
-    if (capacity < static_cast<size_t>(status.st_size)) {
-        capacity = std::max(static_cast<size_t>(status.st_size), 2 * capacity);
-        buffer.reset(new char[capacity]); // make_unique would clear it
-    }
-    size_t size = 0;
-    while (size < static_cast<size_t>(status.st_size)) {
-        const ssize_t count = ::read(file.Number(), buffer.get() + size, status.st_size - size);
-        if (count <= 0)
-            break;
-        size += static_cast<size_t>(count);
-    }
-    text = std::string_view(buffer.get(), size);
-    return true;
-}
-
 // False if a header contains no Objective-C.
-bool SourceMaker::TakeObjectiveC(Family family, std::string_view text, Source& source, std::string& rest)
+bool SourceMaker::TakeObjectiveC(Family family, std::string_view text, FoundTags& found, std::string& rest)
 {
     if (family == Family::Header && !MayHaveObjectiveC(text))
         return false;
     ObjectiveCSource read = ReadObjectiveC(text, settings.ignoredMacros);
     if (family == Family::Header && read.rest == text)
         return false;
-    source.tags = std::move(read.tags);
-    source.textOfTags = std::move(buffer);
-    capacity = 0;
+    found.tags = std::move(read.tags);
+    found.text = reader.TakeBuffer();
     rest = std::move(read.rest);
     return true;
 }
 
-std::optional<Source> SourceMaker::Make(unsigned number, const std::string& path, std::string* error)
+std::optional<Source> SourceMaker::Make(unsigned number, const std::string& path, FoundTags& found, std::string* error)
 {
     Source source;
     source.number = number;
@@ -163,10 +102,10 @@ std::optional<Source> SourceMaker::Make(unsigned number, const std::string& path
         return source;
     // All headers go to the same process: by their names, ctags takes them for C++ too.
     source.parser = ParserOfRest(family, settings.ctags.language);
-    std::string_view text;
     std::string rest;
     // Headers for C++ alone are not even read here: that skips two thirds of a system's headers.
-    if (family != Family::CplusplusHeader && Read(path, text) && TakeObjectiveC(family, text, source, rest))
+    const bool isRead = family != Family::CplusplusHeader && reader.Read(path);
+    if (isRead && TakeObjectiveC(family, reader.Text(), found, rest))
         return WithText(std::move(source), rest, error);
     return source; // unchanged: plain, or too large to be read here
 }

@@ -3,6 +3,7 @@
 
 #include "base/CancelToken.h"
 #include "base/Result.h"
+#include "tagging/FileStamp.h"
 #include "tagging/Observer.h"
 #include "tagging/ParsedSource.h"
 #include "tagging/Settings.h"
@@ -11,19 +12,8 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <sys/stat.h>
 
 namespace tagging {
-
-// The state of a file when its content was read.
-struct FileStamp {
-    std::uint64_t size = 0;    // bytes
-    std::int64_t modified = 0; // nanoseconds since 1970
-    std::uint64_t inode = 0;
-
-    static FileStamp Of(const struct stat& status);
-    bool operator==(const FileStamp&) const = default;
-};
 
 // Parses files with several ctags processes at a time. A file that crashes ctags or takes too long yields a source
 // without symbols, but with its includes and names; the observer is told. Any other failure of ctags ends the work.
@@ -45,7 +35,7 @@ private:
     std::unique_ptr<Contents> contents;
 };
 
-// Parses texts with a ctags process kept at hand. Thread-safe; one text at a time.
+// Parses texts with ctags processes kept at hand. Thread-safe; one text at a time. The program must ignore SIGPIPE.
 class TextParser {
 public:
     enum class Locals { No, Yes }; // local variables, parameters, labels

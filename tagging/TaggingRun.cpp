@@ -20,12 +20,6 @@ TaggingCounts& TaggingCounts::operator+=(const TaggingCounts& other)
     return *this;
 }
 
-void TaggingRun::Add(const std::string& path, std::string field)
-{
-    queue.Add({static_cast<unsigned>(fields.size()), path});
-    fields.push_back(std::move(field));
-}
-
 bool TaggingRun::GoesOn()
 {
     if (cancel.IsCancelled())
@@ -41,7 +35,7 @@ std::array<int, TaggingRun::kStops> TaggingRun::StopDescriptors() const
 void TaggingRun::FileFailed()
 {
     ++done;
-    if (++failed >= kMostFailures && failed == done)
+    if (++failed >= kMostFailures && failed == done && failures == EarlyFailures::EndTheWork)
         Fail("none of the first " + std::to_string(kMostFailures) + " sources could be tagged");
 }
 

@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <mutex>
 #include <string>
-#include <vector>
 
 namespace tagging {
 
@@ -31,12 +30,11 @@ class TaggingRun {
 public:
     static constexpr size_t kStops = 2;
 
-    explicit TaggingRun(const base::CancelToken& cancel) : cancel(cancel) {} // must outlive it
+    // Whether many failures without a success end the work: the cause cannot be the files then.
+    enum class EarlyFailures { EndTheWork, AreNormal };
 
-    // For the thread that owns the run. Fields are in the order in which files were added; workers may read them once
-    // the queue is closed.
-    void Add(const std::string& path, std::string field);
-    const std::vector<std::string>& Fields() const { return fields; }
+    // 'cancel' must outlive it.
+    TaggingRun(const base::CancelToken& cancel, EarlyFailures failures) : cancel(cancel), failures(failures) {}
 
     // For any thread.
     WorkQueue& Queue() { return queue; }
@@ -50,8 +48,8 @@ public:
 
 private:
     const base::CancelToken& cancel;
+    const EarlyFailures failures;
     WorkQueue queue;
-    std::vector<std::string> fields;
     std::atomic<size_t> done{0};
     std::atomic<size_t> failed{0};
     mutable std::mutex mutex; // for all members below

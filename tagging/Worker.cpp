@@ -2,13 +2,10 @@
 
 #include "base/Paths.h"
 #include "tagging/ctags/CtagsBatch.h"
-#include "tagging/ctags/CtagsOutput.h"
+#include "tagging/ctags/ProcessEnd.h"
 
 #include <algorithm>
-#include <csignal>
-#include <cstring>
 #include <poll.h>
-#include <sys/wait.h>
 #include <thread>
 #include <utility>
 
@@ -32,27 +29,10 @@ constexpr size_t kMostInMemory = 600; // in all workers' batches: each is an ope
 // After a wait so much longer than planned, the whole program must have been stopped, and ctags with it.
 constexpr std::chrono::milliseconds kStopped{1000};
 
-// Signals that a program raises by its own mistakes. Others come from outside and prove nothing about the file.
-bool IsCrash(int status)
-{
-    constexpr int kCrashes[] = {SIGSEGV, SIGABRT, SIGBUS, SIGFPE, SIGILL, SIGSYS};
-    return WIFSIGNALED(status) &&
-           std::find(std::begin(kCrashes), std::end(kCrashes), WTERMSIG(status)) != std::end(kCrashes);
-}
-
-std::string HowItEnded(int status)
-{
-    if (WIFSIGNALED(status))
-        return std::string("was killed (") + ::strsignal(WTERMSIG(status)) + ")";
-    if (WEXITSTATUS(status) == 0)
-        return "ended before its work was done";
-    return "failed with status " + std::to_string(WEXITSTATUS(status));
-}
-
 } // namespace
 
-Worker::Worker(const Settings& settings, Observer& observer, TaggingRun& run)
-    : settings(settings), observer(observer), run(run), sources(settings)
+Worker::Worker(const Settings& settings, Observer& observer, TaggingRun& run, Collector& collector)
+    : settings(settings), observer(observer), run(run), collector(collector)
 {
 }
 
@@ -62,7 +42,7 @@ void Worker::Run()
     for (Process& process : processes)
         process.reset();
     if (run.GoesOn())
-        SortAndCount();
+        collector.Finish();
 }
 
 void Worker::HaveFilesTagged()
@@ -116,9 +96,10 @@ void Worker::HaveBatchTagged()
 std::optional<Source> Worker::MakeSource(const Work& work)
 {
     std::string error;
-    std::optional<Source> source = sources.Make(work.number, work.path, &error);
+    std::optional<Source> source = collector.Make(work.number, work.path, &error);
     if (source)
         return source;
+    collector.LeaveOut(work.number);
     observer.Say("cannot read " + base::Shown(work.path) + ": " + error);
     ++counts.unreadable;
     run.FileFailed();
@@ -203,11 +184,7 @@ std::chrono::milliseconds Worker::TimeLeft() const
 
 void Worker::Keep(Source& source, std::string_view output)
 {
-    const tagsfile::Tags read = ReadCtagsOutput(output);
-    for (const tagsfile::Tags* tags : {&std::as_const(source.tags), &read})
-        for (const tagsfile::Tag& tag : tags->tags)
-            store.Add(source.number, tag);
-    files.push_back(source.number);
+    collector.Keep(source, output);
     ++counts.files;
     run.FileDone();
 }
@@ -247,6 +224,7 @@ void Worker::GoOnWithout(Process& process, const std::string& report)
     if (rest.empty())
         return;
     observer.Say(report + base::Shown(rest.front().path) + ", which is left out");
+    collector.LeaveOut(rest.front().number);
     run.FileFailed();
     rest.pop_front();
     for (Source& source : rest)
@@ -255,29 +233,8 @@ void Worker::GoOnWithout(Process& process, const std::string& report)
 
 void Worker::Fail(Process& process, int status)
 {
-    std::string lastWords = process->LastWords();
-    while (!lastWords.empty() && lastWords.back() == '\n')
-        lastWords.pop_back();
-    run.Fail(settings.ctags.program + " " + HowItEnded(status) +
-             (lastWords.empty() ? "" : ":\n" + base::ShownLines(lastWords)));
+    run.Fail(FailureOf(*process, settings.ctags, status).Message());
     process.reset();
-}
-
-void Worker::SortAndCount()
-{
-    store.Sort(run.Fields());
-    std::vector<std::unique_ptr<tagsfile::LineSource>> sources;
-    sources.push_back(store.Lines(run.Fields(), &tooLong));
-    const std::unique_ptr<tagsfile::LineSource> once = tagsfile::Merged(std::move(sources));
-    for (std::string_view line; once->Next(line);)
-        ++counts.tags;
-    for (const auto& [file, tags] : tooLong)
-        counts.tooLong += tags;
-}
-
-std::unique_ptr<tagsfile::LineSource> Worker::Lines()
-{
-    return store.Lines(run.Fields(), &tooLongAgain);
 }
 
 } // namespace tagging

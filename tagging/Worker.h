@@ -1,9 +1,9 @@
-// A thread that tags files with its own ctags processes.
+// A thread that has files read by its own ctags processes.
 #pragma once
 
+#include "tagging/Collector.h"
 #include "tagging/Observer.h"
-#include "tagging/SourceMaker.h"
-#include "tagging/TagStore.h"
+#include "tagging/Settings.h"
 #include "tagging/TaggingRun.h"
 #include "tagging/ctags/CtagsProcess.h"
 
@@ -12,7 +12,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace tagging {
 
@@ -20,15 +19,11 @@ namespace tagging {
 class Worker {
 public:
     // All must outlive it.
-    Worker(const Settings& settings, Observer& observer, TaggingRun& run);
+    Worker(const Settings& settings, Observer& observer, TaggingRun& run, Collector& collector);
 
-    void Run(); // takes files from the run's queue until there are no more, then sorts the tags
+    void Run(); // takes files from the run's queue until there are no more, then lets the collector finish
 
-    // After Run():
-    const TaggingCounts& Counts() const { return counts; }
-    const std::vector<unsigned>& TaggedFiles() const { return files; }
-    const TagsByFile& TooLong() const { return tooLong; } // tags that fit into no line
-    std::unique_ptr<tagsfile::LineSource> Lines();
+    const TaggingCounts& Counts() const { return counts; } // after Run()
 
 private:
     using Clock = CtagsProcess::Clock;
@@ -50,18 +45,13 @@ private:
     void TookTooLong(Process& process);
     void GoOnWithout(Process& process, const std::string& report);
     void Fail(Process& process, int status);
-    void SortAndCount();
 
     const Settings& settings;
     Observer& observer;
     TaggingRun& run;
-    SourceMaker sources;
+    Collector& collector;
     std::array<Process, kParsers> processes;
-    TagStore store;
-    std::vector<unsigned> files;
     TaggingCounts counts;
-    TagsByFile tooLong;
-    TagsByFile tooLongAgain; // counted while the lines are read a second time
     bool batchFailed = false;
 };
 

@@ -2,10 +2,8 @@
 #pragma once
 
 #include "base/Descriptor.h"
-#include "tagsfile/Tag.h"
 
 #include <cstddef>
-#include <memory>
 #include <string>
 
 namespace tagging {
@@ -20,8 +18,6 @@ struct Source {
     Parser parser = Parser::ByName;
     std::string name;      // the name that ctags is given
     base::Descriptor text; // what that name leads to, unless it is the file itself; stays open while ctags may read it
-    tagsfile::Tags tags;   // found here, not by ctags
-    std::unique_ptr<char[]> textOfTags; // contains their texts
 };
 
 } // namespace tagging
