@@ -14,22 +14,31 @@ class TextPool {
 public:
     std::string_view Put(std::string_view text)
     {
-        if (text.length() > left) {
-            left = std::max(kBlock, text.length());
+        char* const place = Room(text.length());
+        std::copy(text.begin(), text.end(), place);
+        return {place, text.length()};
+    }
+
+    // Room for a text that the caller writes.
+    char* Room(size_t length)
+    {
+        if (length > left) {
+            left = std::max(nextBlock, length);
+            nextBlock = std::min(2 * nextBlock, kLargestBlock);
             blocks.push_back(std::make_unique_for_overwrite<char[]>(left));
             end = blocks.back().get();
         }
         char* const place = end;
-        std::copy(text.begin(), text.end(), place);
-        end += text.length();
-        left -= text.length();
-        return {place, text.length()};
+        end += length;
+        left -= length;
+        return place;
     }
 
 private:
-    static constexpr size_t kBlock = 256 * 1024;
+    static constexpr size_t kLargestBlock = 256 * 1024;
 
     std::vector<std::unique_ptr<char[]>> blocks;
+    size_t nextBlock = 4 * 1024; // many pools are small
     char* end = nullptr;
     size_t left = 0;
 };

@@ -53,11 +53,13 @@ std::string_view LongName(SymbolKind kind);
 
 // One declaration. The texts belong to whatever the symbol comes from: a ParsedSource or a snapshot of an index.
 //
-// Unnamed types have names of the form "__anon" and hexadecimal digits. Such a name is unique only within its file.
+// Unnamed types have names of the form "__anon" and twelve hexadecimal digits or more. Such a name is unique only in
+// its file.
 struct Symbol {
     std::string_view name;
-    std::string_view scope;              // with all outer scopes, "outer::Inner"; "" for none
-    std::string_view type;               // of a variable, a member, a typedef's target, or the result of a function
+    std::string_view scope; // with all outer scopes, "outer::Inner"; "" for none
+    std::string_view type; // of a variable or a member, a function's result, a typedef's target, an enumeration's base:
+                           // "const std::string &", "struct list_head *"
     std::string_view signature;          // "(int a,char * b)"; "" for what cannot be called
     std::string_view bases;              // "Base<T>,Other"; in Objective-C the superclass, then the protocols
     std::string_view templateParameters; // "<class T>"; "" for what is not a template

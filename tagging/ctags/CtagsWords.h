@@ -9,7 +9,7 @@
 
 namespace tagging {
 
-// The program, and the options for output that ReadCtagsOutput can read.
+// The program, and the options for the output that is wanted.
 std::vector<std::string> CtagsWords(const CtagsSettings& settings, Parser parser);
 
 } // namespace tagging

@@ -1,0 +1,149 @@
+#include "tagging/SourceReader.h"
+
+#include "tagging/SourceFamily.h"
+#include "tagging/SymbolOutput.h"
+#include "tagging/objectivec/ObjectiveC.h"
+#include "tagging/tokens/Dialect.h"
+
+#include <algorithm>
+
+namespace tagging {
+
+namespace {
+
+using Says = NameOfSource::Says;
+
+SymbolKind KindOfObjectiveC(char letter)
+{
+    switch (letter) {
+    case tagsfile::kind::kInterface:
+        return SymbolKind::Interface;
+    case tagsfile::kind::kImplementation:
+        return SymbolKind::Implementation;
+    case tagsfile::kind::kProtocol:
+        return SymbolKind::Protocol;
+    case tagsfile::kind::kCategory:
+        return SymbolKind::Category;
+    case tagsfile::kind::kInstanceMethod:
+        return SymbolKind::InstanceMethod;
+    case tagsfile::kind::kClassMethod:
+        return SymbolKind::ClassMethod;
+    case tagsfile::kind::kInstanceMethodDeclaration:
+        return SymbolKind::InstanceMethodDeclaration;
+    case tagsfile::kind::kClassMethodDeclaration:
+        return SymbolKind::ClassMethodDeclaration;
+    case tagsfile::kind::kProperty:
+        return SymbolKind::Property;
+    default:
+        return SymbolKind::InstanceVariable;
+    }
+}
+
+void AddObjectiveC(const tagsfile::Tags& tags, ParsedSource& source)
+{
+    for (const tagsfile::Tag& tag : tags.tags) {
+        Symbol symbol;
+        symbol.name = source.texts.Put(tag.name);
+        symbol.kind = KindOfObjectiveC(tag.kind);
+        symbol.line = tag.line;
+        const std::string_view scope = tag.scope.substr(std::min(tag.scope.find(':') + 1, tag.scope.size()));
+        if (!tag.scope.empty()) {
+            symbol.scope = source.texts.Put(scope);
+            symbol.scopeKind = SymbolKind::Class;
+        }
+        symbol.isDefinition = symbol.kind != SymbolKind::Interface && symbol.kind != SymbolKind::Category &&
+                              symbol.kind != SymbolKind::InstanceMethodDeclaration &&
+                              symbol.kind != SymbolKind::ClassMethodDeclaration;
+        source.symbols.push_back(symbol);
+    }
+}
+
+Include IncludeOf(const Facts::Include& found, base::TextPool& texts)
+{
+    if (found.form != Facts::Include::Form::Module)
+        return {texts.Put(found.name), found.line, found.form == Facts::Include::Form::Angled};
+    std::string path(found.name);
+    std::replace(path.begin(), path.end(), '.', '/');
+    return {texts.Put(path), found.line, true};
+}
+
+bool IsAnonymousScope(std::string_view scope)
+{
+    return scope.find("__anon") != std::string_view::npos;
+}
+
+// Whether other sources cannot see it. ctags' "file" says little of declarations, and nothing of unnamed namespaces.
+bool IsLocal(const Symbol& symbol, bool isHeader)
+{
+    if (isHeader)
+        return false;
+    const bool isInClass = symbol.scopeKind == SymbolKind::Class || symbol.scopeKind == SymbolKind::Struct ||
+                           symbol.scopeKind == SymbolKind::Union;
+    switch (symbol.kind) {
+    case SymbolKind::Prototype:
+        return symbol.isStatic || isInClass || IsAnonymousScope(symbol.scope);
+    case SymbolKind::ExternVariable:
+        return false;
+    case SymbolKind::Namespace:
+        return IsAnonymousScope(symbol.name);
+    default:
+        return symbol.isFileLocal || IsAnonymousScope(symbol.scope);
+    }
+}
+
+} // namespace
+
+HalfParsed SourceReader::Read(std::string_view path, std::string_view text)
+{
+    HalfParsed half;
+    half.source = std::make_unique<ParsedSource>();
+    ParsedSource& source = *half.source;
+    const NameOfSource name = ReadNameOfSource(path);
+    const Facts facts = finder.Find(text);
+    const bool mayBeObjectiveC =
+        name.says == Says::ObjectiveC || name.says == Says::ObjectiveCplusplus || name.says == Says::Nothing;
+    bool isObjectiveC = name.says == Says::ObjectiveC || name.says == Says::ObjectiveCplusplus;
+    if (isObjectiveC || (mayBeObjectiveC && facts.hasObjectiveC)) {
+        ObjectiveCSource read = ReadObjectiveC(text, settings.ignoredMacros);
+        isObjectiveC |= read.rest != text;
+        AddObjectiveC(read.tags, source);
+        if (read.rest != text)
+            half.rest = std::move(read.rest);
+    }
+    const bool isCplusplus = name.says == Says::Cplusplus || name.says == Says::ObjectiveCplusplus ||
+                             (name.says == Says::Nothing && facts.mayBeCplusplus && IsCplusplus(text));
+    source.language = isObjectiveC ? (isCplusplus ? Language::ObjectiveCplusplus : Language::ObjectiveC)
+                                   : (isCplusplus ? Language::Cplusplus : Language::C);
+    source.contentHash = ContentHash(text);
+    for (const Facts::Include& include : facts.includes)
+        source.includes.push_back(IncludeOf(include, source.texts));
+    source.names.reserve(facts.names.size());
+    for (const std::string_view each : facts.names)
+        source.names.push_back(source.texts.Put(each));
+    if (!isCplusplus)
+        for (const std::string_view each : facts.cplusplusKeywords)
+            source.names.push_back(source.texts.Put(each));
+    for (const Facts::Using& each : facts.usings)
+        half.usings.push_back({std::string(each.what), each.line});
+    // Headers go to the parser of C++, which reads both.
+    half.parser = name.says == Says::C || name.says == Says::ObjectiveC ? Parser::C : Parser::Cplusplus;
+    half.isHeader = name.isHeader;
+    return half;
+}
+
+std::unique_ptr<ParsedSource> HalfParsed::With(std::string_view output)
+{
+    for (Symbol symbol : ReadSymbols(output, source->texts)) {
+        symbol.isFileLocal = IsLocal(symbol, isHeader);
+        if (symbol.kind == SymbolKind::UsingName)
+            for (const Using& each : usings)
+                if (each.line == symbol.line && each.what.ends_with(symbol.name))
+                    symbol.target = source->texts.Put(each.what);
+        source->symbols.push_back(symbol);
+    }
+    std::stable_sort(source->symbols.begin(), source->symbols.end(),
+                     [](const Symbol& a, const Symbol& b) { return a.line < b.line; });
+    return std::move(source);
+}
+
+} // namespace tagging

@@ -1,0 +1,124 @@
+#include "tagging/SourceParser.h"
+#include "tagging/ctags/CtagsProgram.h"
+
+#include "tests/support/TempDirectory.h"
+#include "tests/tagging/SymbolTexts.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <thread>
+
+namespace tagging {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Locals = TextParser::Locals;
+
+class TextParserTest : public testing::Test {
+protected:
+    TextParserTest() : signalBefore(std::signal(SIGPIPE, SIG_IGN))
+    {
+        settings.ctags.program = *FindCtags(work.Path());
+        settings.ctags.directory = work.Path();
+        settings.ctags.temporaries = work.Path();
+    }
+    ~TextParserTest() override { std::signal(SIGPIPE, signalBefore); }
+
+    std::vector<std::string> Symbols(const std::string& path, const std::string& text, Locals locals = Locals::No)
+    {
+        TextParser parser(settings);
+        const auto parsed = parser.Parse(path, text, locals);
+        return parsed ? TextsOf((*parsed)->symbols) : std::vector{parsed.Failure().Message()};
+    }
+
+    void (*const signalBefore)(int);
+    const TempDirectory work;
+    Settings settings;
+};
+
+TEST_F(TextParserTest, ReadsTheFieldsOfCplusplus)
+{
+    EXPECT_THAT(Symbols("a.cpp", R"(
+namespace n {
+template <class T, int N = 3> class Foo : public Base<T>, private n::Other {
+public:
+    explicit Foo(int a, char* b = 0);
+    virtual ~Foo();
+    static int count;
+    enum class Color : int { Red };
+    T value[3];
+    static constexpr int kMany = 3;
+};
+}
+using namespace a::b;
+using std::vector;
+namespace fs = std::filesystem;
+static struct S* gone;
+)"),
+                ElementsAre("2-12 namespace n",
+                            "3-11 class namespace:n::Foo <class T,int N=3> : Base<T>,n::Other [local]",
+                            "5 prototype class:n::Foo::Foo (int a,char * b=0) [public declaration local]",
+                            "6 prototype class:n::Foo::~Foo () [public declaration local virtual]",
+                            "7 member class:n::Foo::count -> int [public declaration local static]",
+                            "8 enum class:n::Foo::Color -> int [public local scoped]",
+                            "8 enumerator enum:n::Foo::Color::Red [public local]",
+                            "9 member class:n::Foo::value -> T[3] [public local]",
+                            "10 member class:n::Foo::kMany -> int [public declaration local static]",
+                            "13 using b = a::b [local]", "14 name vector = std::vector [local]",
+                            "15 alias fs = std::filesystem [local]", "16 variable gone -> struct S * [local static]"));
+}
+
+TEST_F(TextParserTest, LeavesNoTraceOfTheFilesNameInUnnamedTypes)
+{
+    const char* const text = "typedef struct { int a; } T;\n";
+    const std::vector<std::string> symbols = Symbols("a.c", text);
+    EXPECT_THAT(symbols, ElementsAre("1 struct __anon000000000108 [local]",
+                                     "1 member struct:__anon000000000108::a -> int [public local]",
+                                     "1 typedef T -> struct __anon000000000108 [local]"));
+    EXPECT_EQ(Symbols("b.c", text), symbols);
+}
+
+TEST_F(TextParserTest, FindsLocalsOnRequest)
+{
+    const char* const text = "int f(int a)\n{\n    int b = a;\n    return b;\n}\n";
+    EXPECT_THAT(Symbols("a.c", text), ElementsAre("1-5 function f (int a) -> int"));
+    EXPECT_THAT(Symbols("a.c", text, Locals::Yes),
+                ElementsAre("1-5 function f (int a) -> int", "1 parameter function:f::a -> int [local]",
+                            "3 local function:f::b -> int [local]"));
+}
+
+TEST_F(TextParserTest, ServesThreadsThatEnd)
+{
+    TextParser parser(settings);
+    for (int i = 0; i < 3; ++i)
+        std::thread([&] {
+            const auto parsed = parser.Parse("a.c", "int i;", Locals::No);
+            ASSERT_TRUE(parsed) << parsed.Failure().Message();
+            EXPECT_THAT(TextsOf((*parsed)->symbols), ElementsAre("1 variable i -> int"));
+        }).join();
+}
+
+TEST_F(TextParserTest, FindsIncludesAndNames)
+{
+    TextParser parser(settings);
+    const auto parsed = parser.Parse("a.c",
+                                     "#include <sys/stat.h>\n#include \"b.h\"\n"
+                                     "// comment\n"
+                                     "#define TWICE(x) (x + x)\n"
+                                     "const char* text = \"string\";\n",
+                                     Locals::No);
+    ASSERT_TRUE(parsed);
+    EXPECT_THAT(SortedNames(**parsed), ElementsAre("TWICE", "text", "x"));
+    ASSERT_EQ((*parsed)->includes.size(), 2u);
+    EXPECT_EQ((*parsed)->includes[0].name, "sys/stat.h");
+    EXPECT_TRUE((*parsed)->includes[0].isAngled);
+    EXPECT_EQ((*parsed)->includes[1].name, "b.h");
+    EXPECT_EQ((*parsed)->includes[1].line, 2u);
+}
+
+} // namespace
+} // namespace tagging
