@@ -56,7 +56,7 @@ def questions(judged, root):
         for way, typed in ways_of(place, text, offset).items():
             asked.append({"way": way, "path": path, "offset": offset + typed, "cut": len(place["name"]) - typed,
                           "name": place["name"], "line": place["line"], "column": place["column"] + typed})
-    return sorted(asked, key=lambda question: question["path"]), texts
+    return asked, texts
 
 
 def is_wanted(candidate, name, language):
@@ -65,13 +65,8 @@ def is_wanted(candidate, name, language):
 
 
 def clangd(judged, root, cache, asked, texts):
-    """Returns the names that clangd offers, by question, from the cache when it was asked before; None for questions
-    that are not in its share."""
-    kept = os.path.join(cache, "judged", f"{judged['package']}-{judged['seed']}-completion.json")
-    if os.path.exists(kept):
-        with open(kept, encoding="utf-8") as answered:
-            return json.load(answered)
-    count, answers, opened = dict.fromkeys(WAYS, 0), [], None
+    """Returns the names that clangd offers, by question; None for those that are not in its share."""
+    count, answers = dict.fromkeys(WAYS, 0), []
     server = accuracy_judge.Judge(root, os.path.join(cache, "clangd"))
     first = next(question["path"] for question in asked if not question["path"].endswith((".h", ".hh", ".hpp")))
     server.wait_for_index(first, judged["language"])
@@ -81,22 +76,14 @@ def clangd(judged, root, cache, asked, texts):
             answers.append(None)
             continue
         path, text = question["path"], texts[question["path"]]
-        if path != opened:
-            if opened:
-                server.close(opened)
-            server.open(path, judged["language"])
-            server.kinds(path)  # before it has read the file, clangd completes names of any sort
-            opened = path
-        server.change(path, text[:question["offset"]] + text[question["offset"] + question["cut"]:])
+        server.open(path, judged["language"], text[:question["offset"]] + text[question["offset"] + question["cut"]:])
         answer = server.ask("textDocument/completion", {
             "textDocument": {"uri": server.uri(path)},
             "position": {"line": question["line"] - 1, "character": question["column"] - 1}})
+        server.close(path)
         items = sorted((answer or {}).get("items", []), key=lambda item: item.get("sortText", item["label"]))
         answers.append(list(dict.fromkeys(item.get("filterText", item["label"]).strip() for item in items))[:FIRST])
     server.end()
-    with open(kept + ".new", "w", encoding="utf-8") as out:
-        json.dump(answers, out)
-    os.rename(kept + ".new", kept)
     return answers
 
 

@@ -25,7 +25,7 @@ class Judge(completion_peers.Clangd):
     def __init__(self, root, cache):
         super().__init__(root, "--background-index", "-j=1", "--limit-results=0", "--header-insertion=never",
                          environment={**os.environ, "XDG_CACHE_HOME": cache})
-        self.root, self.indexed, self.working, self.version = root, False, False, 1
+        self.root, self.indexed, self.working = root, False, False
         answer = self.ask("initialize", {
             "processId": None, "rootUri": "file://" + root, "offsetEncoding": ["utf-8"],
             "capabilities": {"offsetEncoding": ["utf-8"], "window": {"workDoneProgress": True},
@@ -58,11 +58,6 @@ class Judge(completion_peers.Clangd):
                 text = source.read()
         self.send("textDocument/didOpen", {"textDocument": {"uri": self.uri(path), "languageId": LANGUAGE_IDS[language],
                                                             "version": 1, "text": text}}, wants_answer=False)
-
-    def change(self, path, text):
-        self.version += 1
-        self.send("textDocument/didChange", {"textDocument": {"uri": self.uri(path), "version": self.version},
-                                             "contentChanges": [{"text": text}]}, wants_answer=False)
 
     def close(self, path):
         self.send("textDocument/didClose", {"textDocument": {"uri": self.uri(path)}}, wants_answer=False)
@@ -194,7 +189,7 @@ def judge(cache, root, package, seed):
         server.close(path)
     server.end()
     places.sort(key=lambda place: place["rank"])
-    result = {"package": package.name, "seed": seed, "language": package.language, "left_out": left_out,
+    result = {"package": package.name, "language": package.language, "left_out": left_out,
               "seconds": round(time.monotonic() - start),
               "places": [place for place in places if place["sort"] != "local"][:PLACES] +
               [place for place in places if place["sort"] == "local"][:LOCALS]}

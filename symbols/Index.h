@@ -3,6 +3,7 @@
 
 #include "base/CancelToken.h"
 #include "base/Result.h"
+#include "symbols/UpdateResult.h"
 #include "symbols/store/Snapshot.h"
 #include "tagging/Settings.h"
 
@@ -18,26 +19,15 @@ namespace symbols {
 // ".jj", "compile_commands.json" or ".wren"; nullopt if there is none below the home directory and "/".
 std::optional<std::string> FindRoot(const std::string& path);
 
-struct Progress {
-    enum class Step { Walking, Parsing, Writing } step = Step::Walking;
-    size_t done = 0;
-    size_t known = 0; // files; grows while walking
-};
-
-struct UpdateResult {
-    size_t parsed = 0;  // files
-    size_t removed = 0; // files
-    size_t failed = 0;  // files without symbols, since ctags crashed, took too long, or could not read them
-    bool rebuilt = false;
-    bool inMemory = false; // the cache directory cannot be written; 'warning' says why
-    std::string warning;   // for the user; "" for none
-};
+// How sources are parsed: by the Universal Ctags that $CPLUSTAGS_CTAGS names, or that of this machine, in one process
+// per core. No macros are ignored, as for the tags file of a project. The error contains a remedy.
+base::Result<tagging::Settings> IndexSettings();
 
 struct IndexOptions {
     std::string root; // absolute
     enum class Content { Project, SystemHeaders } content = Content::Project;
-    std::string cache; // the directory of all indexes; "" for the user's
-    tagging::Settings tagging;
+    std::string cache;         // the directory of all indexes; "" for the user's
+    tagging::Settings tagging; // IndexSettings(), for example; directories are filled in
 };
 
 // Any thread.
@@ -52,17 +42,22 @@ public:
     // The last complete state; null before the first update of a new index. Does not wait.
     SnapshotPointer Current() const;
 
-    // Compares the tree with the index and parses what has changed. Concurrent calls follow each other. 'progress' is
-    // called on the calling thread; messages about single files go to 'say'.
+    // Compares the tree with the index and parses what has changed. Concurrent calls follow each other. The new state
+    // appears in one step; a cancelled update leaves the old one, and fails. Fails also when the root cannot be read or
+    // ctags cannot be run. The program must ignore SIGPIPE.
     struct Listener {
-        std::function<void(const Progress&)> progress; // may be null
-        std::function<void(const std::string&)> say;   // may be null
+        std::function<void(const Progress&)> progress; // on the calling thread; may be null
+        // About single files. On any thread, one call at a time. May be null.
+        std::function<void(const std::string&)> say;
     };
     base::Result<UpdateResult> Update(const Listener& listener, const base::CancelToken& cancel);
-    // The same for these files only (absolute paths), without a walk.
+    // The same for these files only (absolute paths), without a walk unless they decide about other files: directories,
+    // ignore files, and files with several paths.
     base::Result<UpdateResult> UpdateFiles(const std::vector<std::string>& paths, const Listener& listener,
                                            const base::CancelToken& cancel);
-    // Keeps it current until 'cancel': watches the tree. 'changed' is called after each update that changed something.
+    // Updates it and keeps it current until 'cancel': watches the tree, or walks it again and again where the system
+    // has no more watches. 'changed' is called after each update that changed something. Fails when the first update
+    // does; 'say' reports failures of later ones, and they are retried.
     base::Result<void> Watch(const Listener& listener, const std::function<void(const UpdateResult&)>& changed,
                              const base::CancelToken& cancel);
 

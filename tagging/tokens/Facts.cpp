@@ -9,40 +9,52 @@ namespace tagging {
 
 namespace {
 
-enum class Char : unsigned char { Plain, Newline, Space, WordStart, Digit, Quote, Slash, Hash, At, Colon, Backslash };
+enum Class : unsigned char {
+    kPlain,
+    kNewline,
+    kSpace,
+    kWordStart,
+    kDigit,
+    kQuote,
+    kSlash,
+    kHash,
+    kAt,
+    kColon,
+    kBackslash
+};
 
-constexpr std::array<Char, 256> Chars()
+constexpr std::array<Class, 256> FactClasses()
 {
-    std::array<Char, 256> classes{};
+    std::array<Class, 256> classes{};
     for (unsigned c = 0; c < 256; ++c) {
         if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' || c >= 0x80)
-            classes[c] = Char::WordStart;
+            classes[c] = kWordStart;
         else if (c >= '0' && c <= '9')
-            classes[c] = Char::Digit;
+            classes[c] = kDigit;
         else if (c == ' ' || (c >= '\t' && c <= '\r') || c == '\0')
-            classes[c] = Char::Space;
+            classes[c] = kSpace;
     }
-    classes['\n'] = Char::Newline;
-    classes['"'] = Char::Quote;
-    classes['\''] = Char::Quote;
-    classes['/'] = Char::Slash;
-    classes['#'] = Char::Hash;
-    classes['@'] = Char::At;
-    classes[':'] = Char::Colon;
-    classes['\\'] = Char::Backslash;
+    classes['\n'] = kNewline;
+    classes['"'] = kQuote;
+    classes['\''] = kQuote;
+    classes['/'] = kSlash;
+    classes['#'] = kHash;
+    classes['@'] = kAt;
+    classes[':'] = kColon;
+    classes['\\'] = kBackslash;
     return classes;
 }
-constexpr std::array<Char, 256> kChars = Chars();
+constexpr std::array<Class, 256> kFactClasses = FactClasses();
 
-Char CharOf(char c)
+Class FactClass(char c)
 {
-    return kChars[static_cast<unsigned char>(c)];
+    return kFactClasses[static_cast<unsigned char>(c)];
 }
 
 bool IsInWord(char c)
 {
-    const Char kind = CharOf(c);
-    return kind == Char::WordStart || kind == Char::Digit;
+    const Class kind = FactClass(c);
+    return kind == kWordStart || kind == kDigit;
 }
 
 } // namespace
@@ -62,46 +74,46 @@ private:
     void Step()
     {
         const char c = *at;
-        switch (CharOf(c)) {
-        case Char::Newline:
+        switch (FactClass(c)) {
+        case kNewline:
             ++line;
             ++at;
             atLineStart = true;
             return;
-        case Char::Space:
+        case kSpace:
             ++at;
             return;
-        case Char::WordStart:
+        case kWordStart:
             OnWord();
             break;
-        case Char::Digit:
+        case kDigit:
             SkipNumber();
             break;
-        case Char::Quote:
+        case kQuote:
             SkipLiteral();
             break;
-        case Char::Slash:
+        case kSlash:
             OnSlash();
             return;
-        case Char::Hash:
+        case kHash:
             ++at;
             if (atLineStart)
                 OnDirective();
             break;
-        case Char::At:
+        case kAt:
             ++at;
             OnAt();
             break;
-        case Char::Colon:
+        case kColon:
             ++at;
             OnColon();
             break;
-        case Char::Backslash:
+        case kBackslash:
             ++at;
             return;
-        case Char::Plain:
+        case kPlain:
             // ".5e3" is a number.
-            if (c == '.' && at + 1 < end && CharOf(at[1]) == Char::Digit)
+            if (c == '.' && at + 1 < end && FactClass(at[1]) == kDigit)
                 ++at;
             ++at;
             break;
@@ -293,7 +305,7 @@ private:
     // After the '@'.
     void OnAt()
     {
-        if (at >= end || CharOf(*at) != Char::WordStart)
+        if (at >= end || FactClass(*at) != kWordStart)
             return;
         const std::string_view word = TakeWord();
         if (word == "interface" || word == "implementation" || word == "protocol" || word == "class") {
@@ -322,12 +334,12 @@ private:
     void OnUsing()
     {
         const char* place = at;
-        while (place < end && (CharOf(*place) == Char::Space || IsInWord(*place) || *place == ':'))
+        while (place < end && (FactClass(*place) == kSpace || IsInWord(*place) || *place == ':'))
             ++place;
         std::string_view what(at, static_cast<size_t>(place - at));
         if (place == end || (*place != ';' && *place != ','))
             return;
-        const auto isBlank = [](char c) { return CharOf(c) == Char::Space; };
+        const auto isBlank = [](char c) { return FactClass(c) == kSpace; };
         while (!what.empty() && isBlank(what.front()))
             what.remove_prefix(1);
         while (!what.empty() && isBlank(what.back()))

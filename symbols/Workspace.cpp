@@ -1,0 +1,191 @@
+#include "symbols/Workspace.h"
+
+#include "symbols/store/Store.h"
+#include "symbols/update/ReadSmallFile.h"
+#include "tagging/ctags/Scratch.h"
+
+#include <cstdlib>
+#include <map>
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace symbols {
+
+namespace {
+
+constexpr size_t kMostOfFile = size_t(256) << 20; // bytes; what is larger is not written by people
+
+IndexOptions ProjectOptions(const WorkspaceOptions& options)
+{
+    return {options.root, IndexOptions::Content::Project, options.cache, options.tagging};
+}
+
+IndexOptions SystemOptions(const WorkspaceOptions& options)
+{
+    return {"/", IndexOptions::Content::SystemHeaders, options.cache, options.tagging};
+}
+
+std::string RealPath(const std::string& path)
+{
+    char* found = ::realpath(path.c_str(), nullptr);
+    std::string real = found != nullptr ? found : path;
+    std::free(found);
+    return real;
+}
+
+// Nullopt when the path is not below the root.
+std::optional<std::string> Below(std::string_view path, const std::string& root)
+{
+    const std::string start = root == "/" ? root : root + "/";
+    if (!path.starts_with(start))
+        return std::nullopt;
+    return std::string(path.substr(start.size()));
+}
+
+} // namespace
+
+struct Workspace::Contents {
+    explicit Contents(const WorkspaceOptions& options)
+        : project(ProjectOptions(options)), realRoot(RealPath(project.Root())), scratch("/tmp"),
+          parser(ForTexts(options.tagging, project.Root(), scratch.Directory()))
+    {
+        if (options.withSystem)
+            system.emplace(SystemOptions(options));
+    }
+
+    static tagging::Settings ForTexts(tagging::Settings settings, const std::string& root,
+                                      const std::string& temporaries)
+    {
+        settings.ctags.prototypes = true;
+        settings.ctags.directory = root == "/" ? "" : root;
+        settings.ctags.temporaries = temporaries;
+        return settings;
+    }
+
+    Index project;
+    std::optional<Index> system;
+    const std::string realRoot;
+    const tagging::Scratch scratch;
+    tagging::TextParser parser;
+
+    mutable std::mutex mutex; // for the rest
+    struct Opened {
+        std::shared_ptr<const OpenText> text;
+        unsigned long version = 0;
+    };
+    std::map<std::string, Opened> open;        // by the path in the index
+    std::map<std::string, std::string> places; // of open texts: absolute path, path in the index
+    unsigned long versions = 0;
+    struct View {
+        SnapshotPointer project;
+        SnapshotPointer system;
+        SnapshotPointer combined; // null when texts were opened or closed since
+    };
+    mutable View view; // the last one
+};
+
+Workspace::Workspace(WorkspaceOptions options) : contents(std::make_unique<Contents>(options)) {}
+
+Workspace::~Workspace() = default;
+
+Index& Workspace::Project()
+{
+    return contents->project;
+}
+
+Index* Workspace::System()
+{
+    return contents->system ? &*contents->system : nullptr;
+}
+
+tagging::TextParser& Workspace::Parser()
+{
+    return contents->parser;
+}
+
+SnapshotPointer Workspace::Current() const
+{
+    const SnapshotPointer project = contents->project.Current();
+    const SnapshotPointer system = contents->system ? contents->system->Current() : nullptr;
+    const std::lock_guard lock(contents->mutex);
+    Contents::View& view = contents->view;
+    if (view.combined != nullptr && view.project == project && view.system == system)
+        return view.combined;
+    std::vector<std::shared_ptr<const OpenText>> open;
+    for (const auto& [path, opened] : contents->open)
+        open.push_back(opened.text);
+    view = {project, system, Combined(project, system, "/", open)};
+    return view.combined;
+}
+
+// A link, or a path through one, is known by the path of its file.
+std::string Workspace::PathInIndex(std::string_view absolute) const
+{
+    const std::optional<std::string> path = Below(absolute, contents->project.Root());
+    const SnapshotPointer project = contents->project.Current();
+    if (path && (project == nullptr || project->FindFile(*path)))
+        return *path;
+    const std::optional<std::string> real = Below(RealPath(std::string(absolute)), contents->realRoot);
+    if (real && (!path || (project != nullptr && project->FindFile(*real))))
+        return *real;
+    return path ? *path : std::string(absolute);
+}
+
+std::string Workspace::AbsolutePath(const File& file) const
+{
+    if (file.path.starts_with('/'))
+        return std::string(file.path);
+    const std::string& root = contents->project.Root();
+    std::string path = root == "/" ? root : root + "/";
+    return path.append(file.path);
+}
+
+std::optional<std::string> Workspace::Read(const std::string& path) const
+{
+    {
+        const std::lock_guard lock(contents->mutex);
+        if (const auto text = contents->open.find(path); text != contents->open.end())
+            return text->second.text->text;
+    }
+    File file;
+    file.path = path;
+    return ReadSmallFile(AbsolutePath(file), Links::Follow, kMostOfFile);
+}
+
+// Of two texts for one path at a time, the one that came last counts, whichever is parsed first.
+base::Result<void> Workspace::SetOpenText(const std::string& path, std::string text)
+{
+    unsigned long version;
+    {
+        const std::lock_guard lock(contents->mutex);
+        version = ++contents->versions;
+    }
+    base::Result<std::unique_ptr<tagging::ParsedSource>> parsed =
+        contents->parser.Parse(path, text, tagging::TextParser::Locals::No);
+    auto open = std::make_shared<OpenText>();
+    open->path = PathInIndex(path);
+    open->text = std::move(text);
+    open->parsed = parsed ? std::move(*parsed) : std::make_unique<tagging::ParsedSource>();
+    const std::lock_guard lock(contents->mutex);
+    const std::string& place = contents->places.try_emplace(path, open->path).first->second;
+    open->path = place;
+    Contents::Opened& opened = contents->open[place];
+    if (opened.version < version)
+        opened = {std::move(open), version};
+    contents->view.combined = nullptr;
+    return parsed ? base::Result<void>() : parsed.Failure();
+}
+
+void Workspace::CloseText(const std::string& path)
+{
+    const std::lock_guard lock(contents->mutex);
+    const auto place = contents->places.find(path);
+    if (place == contents->places.end())
+        return;
+    contents->open.erase(place->second);
+    contents->places.erase(place);
+    contents->view.combined = nullptr;
+}
+
+} // namespace symbols
