@@ -41,8 +41,11 @@ std::string_view LongName(SymbolKind kind)
         "class method declaration",
         "property",
         "field",
+        "slot",
+        "signal",
+        "property",
     };
-    static_assert(std::size(kNames) == static_cast<size_t>(SymbolKind::InstanceVariable) + 1);
+    static_assert(std::size(kNames) == static_cast<size_t>(SymbolKind::QtProperty) + 1);
     return kNames[static_cast<size_t>(kind)];
 }
 

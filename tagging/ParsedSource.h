@@ -46,6 +46,9 @@ enum class SymbolKind : std::uint8_t {
     ClassMethodDeclaration,
     Property,
     InstanceVariable,
+    Slot, // of Qt; such a declaration is a Prototype, too
+    Signal,
+    QtProperty,
 };
 
 // ctags' long name ("function", "externvar"), for users and for JSON.

@@ -1,6 +1,7 @@
 #include "tagging/SourceReader.h"
 
 #include "tagging/SourceFamily.h"
+#include "tagging/SymbolLetters.h"
 #include "tagging/SymbolOutput.h"
 #include "tagging/objectivec/ObjectiveC.h"
 #include "tagging/tokens/Dialect.h"
@@ -13,38 +14,12 @@ namespace {
 
 using Says = NameOfSource::Says;
 
-SymbolKind KindOfObjectiveC(char letter)
-{
-    switch (letter) {
-    case tagsfile::kind::kInterface:
-        return SymbolKind::Interface;
-    case tagsfile::kind::kImplementation:
-        return SymbolKind::Implementation;
-    case tagsfile::kind::kProtocol:
-        return SymbolKind::Protocol;
-    case tagsfile::kind::kCategory:
-        return SymbolKind::Category;
-    case tagsfile::kind::kInstanceMethod:
-        return SymbolKind::InstanceMethod;
-    case tagsfile::kind::kClassMethod:
-        return SymbolKind::ClassMethod;
-    case tagsfile::kind::kInstanceMethodDeclaration:
-        return SymbolKind::InstanceMethodDeclaration;
-    case tagsfile::kind::kClassMethodDeclaration:
-        return SymbolKind::ClassMethodDeclaration;
-    case tagsfile::kind::kProperty:
-        return SymbolKind::Property;
-    default:
-        return SymbolKind::InstanceVariable;
-    }
-}
-
 void AddObjectiveC(const tagsfile::Tags& tags, ParsedSource& source)
 {
     for (const tagsfile::Tag& tag : tags.tags) {
         Symbol symbol;
         symbol.name = source.texts.Put(tag.name);
-        symbol.kind = KindOfObjectiveC(tag.kind);
+        symbol.kind = KindOfObjectiveCLetter(tag.kind);
         symbol.line = tag.line;
         const std::string_view scope = tag.scope.substr(std::min(tag.scope.find(':') + 1, tag.scope.size()));
         if (!tag.scope.empty()) {
@@ -81,6 +56,8 @@ bool IsLocal(const Symbol& symbol, bool isHeader)
                            symbol.scopeKind == SymbolKind::Union;
     switch (symbol.kind) {
     case SymbolKind::Prototype:
+    case SymbolKind::Slot:
+    case SymbolKind::Signal:
         return symbol.isStatic || isInClass || IsAnonymousScope(symbol.scope);
     case SymbolKind::ExternVariable:
         return false;

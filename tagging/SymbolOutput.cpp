@@ -85,54 +85,39 @@ void ClearChecksums(const Cut& text)
     }
 }
 
-SymbolKind KindOfLetter(char letter)
+// By the long name that ctags writes.
+SymbolKind KindNamed(std::string_view name)
 {
-    switch (letter) {
-    case 'd':
-        return SymbolKind::Macro;
-    case 'e':
-        return SymbolKind::Enumerator;
-    case 'f':
-        return SymbolKind::Function;
-    case 'g':
-        return SymbolKind::Enum;
-    case 'm':
-        return SymbolKind::Member;
-    case 'p':
-        return SymbolKind::Prototype;
-    case 's':
-        return SymbolKind::Struct;
-    case 't':
-        return SymbolKind::Typedef;
-    case 'u':
-        return SymbolKind::Union;
-    case 'v':
-        return SymbolKind::Variable;
-    case 'x':
-        return SymbolKind::ExternVariable;
-    case 'c':
-        return SymbolKind::Class;
-    case 'n':
-        return SymbolKind::Namespace;
-    case 'A':
-        return SymbolKind::NamespaceAlias;
-    case 'N':
-        return SymbolKind::UsingName;
-    case 'U':
-        return SymbolKind::UsingNamespace;
-    case 'Z':
-        return SymbolKind::TemplateParameter;
-    case 'l':
-        return SymbolKind::Local;
-    case 'z':
-        return SymbolKind::Parameter;
-    case 'D':
-        return SymbolKind::MacroParameter;
-    case 'L':
-        return SymbolKind::Label;
-    default:
-        return SymbolKind::None;
-    }
+    static constexpr SymbolKind kKinds[] = {
+        SymbolKind::Macro,
+        SymbolKind::Enumerator,
+        SymbolKind::Function,
+        SymbolKind::Enum,
+        SymbolKind::Member,
+        SymbolKind::Prototype,
+        SymbolKind::Struct,
+        SymbolKind::Typedef,
+        SymbolKind::Union,
+        SymbolKind::Variable,
+        SymbolKind::Class,
+        SymbolKind::Namespace,
+        SymbolKind::ExternVariable,
+        SymbolKind::Local,
+        SymbolKind::Parameter,
+        SymbolKind::MacroParameter,
+        SymbolKind::Label,
+        SymbolKind::UsingName,
+        SymbolKind::TemplateParameter,
+        SymbolKind::UsingNamespace,
+        SymbolKind::Slot,
+        SymbolKind::Signal,
+        SymbolKind::QtProperty,
+        SymbolKind::NamespaceAlias,
+    };
+    for (const SymbolKind kind : kKinds)
+        if (LongName(kind) == name)
+            return kind;
+    return SymbolKind::None;
 }
 
 // Kinds that can be scopes, by the names that fields have.
@@ -159,7 +144,13 @@ bool HasProperty(std::string_view list, std::string_view word)
     return false;
 }
 
-// Reads the lines of one output. Scopes and types that repeat are unescaped once.
+bool IsDefinition(SymbolKind kind)
+{
+    return kind != SymbolKind::Prototype && kind != SymbolKind::ExternVariable && kind != SymbolKind::Slot &&
+           kind != SymbolKind::Signal;
+}
+
+// Reads the lines of one output.
 class SymbolReader {
 public:
     std::optional<Symbol> Read(Cut line)
@@ -169,13 +160,13 @@ public:
         CutAt(line, '\t'); // the file
         const Cut address = CutAt(line, '\t');
         const Cut kind = CutAt(line, '\t');
-        if (!ReadLine(address.Text()) || kind.Size() != 1)
+        if (!ReadLine(address.Text()))
             return std::nullopt;
-        symbol.kind = KindOfLetter(*kind.begin);
+        symbol.kind = KindNamed(kind.Text());
         symbol.name = Plain(name);
         if (symbol.kind == SymbolKind::None || symbol.name.empty())
             return std::nullopt;
-        symbol.isDefinition = symbol.kind != SymbolKind::Prototype && symbol.kind != SymbolKind::ExternVariable;
+        symbol.isDefinition = IsDefinition(symbol.kind);
         while (line.begin < line.end)
             ReadField(CutAt(line, '\t'));
         Conclude();

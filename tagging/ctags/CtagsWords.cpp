@@ -16,7 +16,7 @@ std::vector<std::string> OptionsForSymbols(bool withLocals)
                                       "--quiet=yes",
                                       "--sort=no",
                                       "--excmd=number",
-                                      "--fields=ksSaefit",
+                                      "--fields=KsSaefit", // letters of kinds mean something else to Qt's parser
                                       std::string("--fields-C=+") + kFieldsOfBoth,
                                       std::string("--fields-C++=+") + kFieldsOfCplusplus,
                                       "--kinds-C=+px",

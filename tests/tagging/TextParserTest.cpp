@@ -1,6 +1,7 @@
 #include "tagging/SourceParser.h"
 #include "tagging/ctags/CtagsProgram.h"
 
+#include "tests/support/StandInForCtags.h"
 #include "tests/support/TempDirectory.h"
 #include "tests/tagging/SymbolTexts.h"
 
@@ -27,6 +28,12 @@ protected:
         settings.ctags.temporaries = work.Path();
     }
     ~TextParserTest() override { std::signal(SIGPIPE, signalBefore); }
+
+    void UseStandIn(const std::string& branches)
+    {
+        settings.ctags.program = work.Write("ctags", StandInForCtags(branches));
+        std::filesystem::permissions(settings.ctags.program, std::filesystem::perms(0755));
+    }
 
     std::vector<std::string> Symbols(const std::string& path, const std::string& text, Locals locals = Locals::No)
     {
@@ -100,6 +107,47 @@ TEST_F(TextParserTest, ServesThreadsThatEnd)
             ASSERT_TRUE(parsed) << parsed.Failure().Message();
             EXPECT_THAT(TextsOf((*parsed)->symbols), ElementsAre("1 variable i -> int"));
         }).join();
+}
+
+TEST_F(TextParserTest, ReportsATextThatCrashesCtagsAndServesTheNext)
+{
+    UseStandIn("*) test -e " + work / "well" + " || kill -SEGV $$;;\n");
+    TextParser parser(settings);
+    const auto crashed = parser.Parse("a.c", "int i;", Locals::No);
+    ASSERT_FALSE(crashed);
+    EXPECT_EQ(crashed.Failure().Message(), "cannot parse a.c: ctags crashed");
+    work.Write("well", "");
+    EXPECT_TRUE(parser.Parse("a.c", "int i;", Locals::No));
+}
+
+TEST_F(TextParserTest, ReportsATextThatHangsCtagsAndServesTheNext)
+{
+    UseStandIn("*) test -e " + work / "well" + " || sleep 1000;;\n");
+    settings.ctags.timeLimit = 0;
+    TextParser hurried(settings);
+    const auto hung = hurried.Parse("a.c", "int i;", Locals::No);
+    ASSERT_FALSE(hung);
+    EXPECT_EQ(hung.Failure().Message(), "cannot parse a.c: ctags took longer than 0 s");
+    settings.ctags.timeLimit = 20;
+    work.Write("well", "");
+    EXPECT_TRUE(TextParser(settings).Parse("a.c", "int i;", Locals::No));
+}
+
+TEST_F(TextParserTest, ReportsACtagsThatDoesNotStart)
+{
+    settings.ctags.program = work / "absent";
+    const auto parsed = TextParser(settings).Parse("a.c", "int i;", Locals::No);
+    ASSERT_FALSE(parsed);
+    EXPECT_THAT(parsed.Failure().Message(), HasSubstr(work / "absent"));
+}
+
+TEST_F(TextParserTest, ReadsDamagedTexts)
+{
+    const std::string text = "namespace n { class A { int a; void f() { if (x) { \"text\\\n /* } \"; } }; } ";
+    TextParser parser(settings);
+    for (size_t length = 0; length <= text.size(); ++length)
+        EXPECT_TRUE(parser.Parse("a.cpp", text.substr(0, length), Locals::Yes)) << length;
+    EXPECT_TRUE(parser.Parse("a.cpp", std::string("int a;\0\n\xff\xfe int b;", 18), Locals::Yes));
 }
 
 TEST_F(TextParserTest, FindsIncludesAndNames)
