@@ -1,11 +1,11 @@
 #include "cplustags/Options.h"
 
+#include "base/EnvironmentNumber.h"
 #include "base/ExitStatus.h"
 #include "base/Paths.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <cstdlib>
 #include <iostream>
@@ -175,18 +175,11 @@ std::vector<std::string> WordsToParse(int argc, const char* const* argv)
     return words;
 }
 
-unsigned NumberFrom(const char* variable, unsigned most, unsigned otherwise)
+unsigned NumberOf(const base::Result<unsigned>& setting)
 {
-    const char* text = std::getenv(variable);
-    if (text == nullptr || *text == '\0')
-        return otherwise;
-    const std::string value = text;
-    unsigned number = 0;
-    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
-    if (error != std::errc() || end != value.data() + value.size() || number < 1 || number > most)
-        throw WrongUsage(std::string(variable) + " is '" + value + "' but must be a number from 1 to " +
-                         std::to_string(most));
-    return number;
+    if (!setting)
+        throw WrongUsage(setting.Failure().Message());
+    return *setting;
 }
 
 void ReadEnvironment(Options& options)
@@ -194,8 +187,8 @@ void ReadEnvironment(Options& options)
     const char* ctags = std::getenv("CPLUSTAGS_CTAGS");
     options.ctags = ctags != nullptr ? ctags : "";
     const unsigned cores = std::clamp(std::thread::hardware_concurrency(), 1u, kMostJobs);
-    options.jobs = NumberFrom("CPLUSTAGS_JOBS", kMostJobs, cores);
-    options.timeLimit = NumberFrom("CPLUSTAGS_TIME_LIMIT", kLongestTimeLimit, options.timeLimit);
+    options.jobs = NumberOf(base::NumberFrom("CPLUSTAGS_JOBS", kMostJobs, cores));
+    options.timeLimit = NumberOf(base::NumberFrom("CPLUSTAGS_TIME_LIMIT", kLongestTimeLimit, options.timeLimit));
 }
 
 Options Checked(const Words& words)

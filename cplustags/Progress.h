@@ -1,11 +1,10 @@
 // Shows the progress of the work to the user, on standard error.
 #pragma once
 
+#include "base/ProgressLine.h"
 #include "tagging/Observer.h"
 
-#include <chrono>
 #include <cstddef>
-#include <mutex>
 #include <string>
 
 namespace cplustags {
@@ -13,30 +12,18 @@ namespace cplustags {
 // On a terminal, a line shows the progress, with messages above it; otherwise there are only messages. Any thread.
 class Progress final : public tagging::Observer {
 public:
-    explicit Progress(int descriptor);
-    ~Progress() override; // erases the line
+    explicit Progress(int descriptor) : line(descriptor) {}
 
-    void Say(const std::string& message) override; // prefixes it with "cplustags: "
+    void Say(const std::string& message) override { line.Say("cplustags: " + message + "\n"); }
 
     // Redraws the line when it is due. 'known' is the number of files known so far.
     void Show(size_t done, size_t known) override;
-    void Erase();
+    void Erase() { line.Erase(); }
 
 private:
-    using Clock = std::chrono::steady_clock;
-
-    void EraseLocked();
-    void Write(const std::string& text);
-
-    const int descriptor;
-    const bool isTerminal;
-    const Clock::time_point start = Clock::now();
-    std::mutex mutex;
-    Clock::time_point drawn;
-    bool isDrawn = false;
+    base::ProgressLine line;
 };
 
-// "3 of 20 files, 15 files/s"
-std::string ProgressText(size_t done, size_t known, double seconds);
+using base::ProgressText;
 
 } // namespace cplustags

@@ -19,8 +19,9 @@ namespace symbols {
 // ".jj", "compile_commands.json" or ".wren"; nullopt if there is none below the home directory and "/".
 std::optional<std::string> FindRoot(const std::string& path);
 
-// How sources are parsed: by the Universal Ctags that $CPLUSTAGS_CTAGS names, or that of this machine, in one process
-// per core. No macros are ignored, as for the tags file of a project. The error contains a remedy.
+// How sources are parsed: by the Universal Ctags that $CPLUSTAGS_CTAGS names, or that of this machine, in
+// $CPLUSTAGS_JOBS processes or one per core, $CPLUSTAGS_TIME_LIMIT seconds for a file. No macros are ignored, as for
+// the tags file of a project. Fails when there is no ctags, with a remedy, or a variable is wrong.
 base::Result<tagging::Settings> IndexSettings();
 
 struct IndexOptions {

@@ -1,3 +1,4 @@
+#include "base/EnvironmentNumber.h"
 #include "base/Paths.h"
 #include "symbols/Index.h"
 #include "tagging/ctags/CtagsProgram.h"
@@ -11,6 +12,7 @@ namespace symbols {
 namespace {
 
 constexpr unsigned kMostJobs = 64;
+constexpr unsigned kLongestTimeLimit = 24 * 60 * 60;
 
 base::Result<std::string> Ctags()
 {
@@ -32,9 +34,18 @@ base::Result<tagging::Settings> IndexSettings()
     if (!program)
         return program.Failure();
     tagging::Settings settings;
+    const unsigned cores = std::clamp(std::thread::hardware_concurrency(), 1u, kMostJobs);
+    const base::Result<unsigned> jobs = base::NumberFrom("CPLUSTAGS_JOBS", kMostJobs, cores);
+    if (!jobs)
+        return jobs.Failure();
+    const base::Result<unsigned> timeLimit =
+        base::NumberFrom("CPLUSTAGS_TIME_LIMIT", kLongestTimeLimit, settings.ctags.timeLimit);
+    if (!timeLimit)
+        return timeLimit.Failure();
     settings.ctags.program = std::move(*program);
     settings.ctags.prototypes = true;
-    settings.jobs = std::clamp(std::thread::hardware_concurrency(), 1u, kMostJobs);
+    settings.ctags.timeLimit = *timeLimit;
+    settings.jobs = *jobs;
     return settings;
 }
 
