@@ -79,6 +79,7 @@ struct Symbol {
     bool isInline = false; // an inline namespace or function
     bool isVirtual = false;
     bool isSpecialization = false; // of a template
+    bool isUnknownToCtags = false; // found without it: tags files leave it out
 };
 
 struct Include {

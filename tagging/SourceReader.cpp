@@ -1,5 +1,6 @@
 #include "tagging/SourceReader.h"
 
+#include "tagging/HiddenDeclarations.h"
 #include "tagging/SourceFamily.h"
 #include "tagging/SymbolLetters.h"
 #include "tagging/SymbolOutput.h"
@@ -7,6 +8,7 @@
 #include "tagging/tokens/Dialect.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace tagging {
 
@@ -40,6 +42,19 @@ Include IncludeOf(const Facts::Include& found, base::TextPool& texts)
     std::string path(found.name);
     std::replace(path.begin(), path.end(), '.', '/');
     return {texts.Put(path), found.line, true};
+}
+
+Symbol MacroOf(const Facts::Define& found, base::TextPool& texts)
+{
+    Symbol macro;
+    macro.name = texts.Put(found.name);
+    macro.signature = texts.Put(found.parameters);
+    macro.line = found.line;
+    macro.kind = SymbolKind::Macro;
+    macro.isDefinition = true;
+    macro.isFileLocal = true;
+    macro.isUnknownToCtags = true;
+    return macro;
 }
 
 bool IsAnonymousScope(std::string_view scope)
@@ -102,6 +117,8 @@ HalfParsed SourceReader::Read(std::string_view path, std::string_view text)
             source.names.push_back(source.texts.Put(each));
     for (const Facts::Using& each : facts.usings)
         half.usings.push_back({std::string(each.what), each.line});
+    for (const Facts::Define& define : facts.defines)
+        half.macros.push_back(MacroOf(define, source.texts));
     // Headers go to the parser of C++, which reads both.
     half.parser = name.says == Says::C || name.says == Says::ObjectiveC ? Parser::C : Parser::Cplusplus;
     half.isHeader = name.isHeader;
@@ -117,10 +134,28 @@ std::unique_ptr<ParsedSource> HalfParsed::With(std::string_view output)
                 if (each.line == symbol.line && each.what.ends_with(symbol.name))
                     symbol.target = source->texts.Put(each.what);
         source->symbols.push_back(symbol);
+        if (const std::optional<Symbol> hidden = DeclarationBefore(symbol))
+            source->symbols.push_back(*hidden);
     }
+    AddMissingMacros();
     std::stable_sort(source->symbols.begin(), source->symbols.end(),
                      [](const Symbol& a, const Symbol& b) { return a.line < b.line; });
     return std::move(source);
+}
+
+void HalfParsed::AddMissingMacros()
+{
+    if (macros.empty())
+        return;
+    std::unordered_set<unsigned> known; // lines: each has at most one
+    for (const Symbol& symbol : source->symbols)
+        if (symbol.kind == SymbolKind::Macro)
+            known.insert(symbol.line);
+    for (Symbol& macro : macros) {
+        macro.isFileLocal = IsLocal(macro, isHeader);
+        if (!known.contains(macro.line))
+            source->symbols.push_back(macro);
+    }
 }
 
 } // namespace tagging

@@ -26,10 +26,14 @@ struct HalfParsed {
         unsigned line;
     };
     std::vector<Using> usings;
+    std::vector<Symbol> macros; // all of the source: ctags leaves out some branches of conditions
     bool isHeader = false;
 
     // Adds the symbols in ctags' output. Ends the parse.
     std::unique_ptr<ParsedSource> With(std::string_view output);
+
+private:
+    void AddMissingMacros();
 };
 
 // One for each thread.

@@ -71,7 +71,7 @@ tagsfile::Tags TagsOf(std::span<const Symbol> symbols, Prototypes prototypes)
     for (const Symbol& symbol : symbols) {
         if (IsOfObjectiveC(symbol.kind))
             result.tags.push_back(TagOfObjectiveC(symbol, result));
-        else if (!IsLeftOut(symbol.kind, prototypes) && CanBeTag(symbol.name))
+        else if (!symbol.isUnknownToCtags && !IsLeftOut(symbol.kind, prototypes) && CanBeTag(symbol.name))
             declared.push_back(DeclaredTagOf(symbol));
     }
     AddLookupTags(declared, result);

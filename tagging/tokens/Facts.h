@@ -19,11 +19,17 @@ struct Facts {
         std::string_view what; // "std::vector": as written between "using" and ";", "namespace" left out
         unsigned line = 0;     // of the "using"
     };
+    struct Define {
+        std::string_view name;
+        std::string_view parameters; // "(a, b)"; "" for none, or when they go on in the next line
+        unsigned line = 0;
+    };
 
     std::vector<std::string_view> names;             // once each, without reserved words
     std::vector<std::string_view> cplusplusKeywords; // the same of those that are names in C: "new", "class"
     std::vector<Include> includes;
     std::vector<Using> usings;
+    std::vector<Define> defines; // in all branches of conditions
 
     bool hasObjectiveC = false;  // "@interface", "@implementation", "@protocol" or "@class" in code
     bool mayBeCplusplus = false; // a reason to ask IsCplusplus()

@@ -43,6 +43,7 @@ inline std::string TextOf(const Symbol& symbol)
     mark(symbol.isInline, "inline");
     mark(symbol.isVirtual, "virtual");
     mark(symbol.isSpecialization, "specialization");
+    mark(symbol.isUnknownToCtags, "extra");
     return words.empty() ? text : text + " [" + words + "]";
 }
 

@@ -89,6 +89,56 @@ TEST_F(TextParserTest, LeavesNoTraceOfTheFilesNameInUnnamedTypes)
     EXPECT_EQ(Symbols("b.c", text), symbols);
 }
 
+TEST_F(TextParserTest, FindsTheMacrosOfAllBranches)
+{
+    const char* const text = R"(extern "C" {
+#if DEBUG
+#  define LOG(level, ...) Log(level)
+#else
+#  define LOG(level, ...)
+#  define QUIET 1 /* here */
+#  define LONG(a, \
+               b) a
+#endif
+}
+)";
+    EXPECT_THAT(Symbols("a.h", text), ElementsAre("3 macro LOG (level,...)", "5 macro LOG (level, ...) [extra]",
+                                                  "6 macro QUIET [extra]", "7 macro LONG [extra]"));
+    EXPECT_THAT(Symbols("a.c", "#define A\n"), ElementsAre("1 macro A [local]"));
+}
+
+struct Attribute {
+    const char* text;
+    const char* expected; // the declaration beside the macro's; "" when there is none
+};
+
+class TextParserAttributes : public TextParserTest, public testing::WithParamInterface<Attribute> {};
+
+TEST_P(TextParserAttributes, HideNoDeclaration)
+{
+    std::string found;
+    for (const std::string& symbol : Symbols("a.hpp", "class C {\n" + std::string(GetParam().text) + "\n};\n"))
+        if (symbol.find("extra") != std::string::npos)
+            found += symbol;
+    EXPECT_EQ(found, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, TextParserAttributes,
+    testing::Values(
+        Attribute{"HandleTable table_ GUARDED_BY(mutex_);", "2 member class:C::table_ -> HandleTable [private extra]"},
+        Attribute{"std::map<int, int> map_ GUARDED_BY(mutex_);",
+                  "2 member class:C::map_ -> std::map<int,int> [private extra]"},
+        Attribute{"Writer* writer_ GUARDED_BY(mutex_);", "2 member class:C::writer_ -> Writer * [private extra]"},
+        Attribute{"Set* const set_ GUARDED_BY(mutex_);", "2 member class:C::set_ -> Set * const [private extra]"},
+        Attribute{"Stats stats_[kLevels] GUARDED_BY(mutex_);", "2 member class:C::stats_ -> Stats [private extra]"},
+        Attribute{"unsigned long count GUARDED_BY(mutex_);",
+                  "2 member class:C::count -> unsigned long [private extra]"},
+        Attribute{"int unused G_GNUC_UNUSED;", "2 member class:C::unused -> int [private extra]"},
+        Attribute{"unsigned int MAX(int);", ""}, Attribute{"EXPORT Foo MAX(int);", ""},
+        Attribute{"const Foo MAX(int);", ""}, Attribute{"struct S MAX(int);", ""}, Attribute{"n::Foo MAX(int);", ""},
+        Attribute{"void f(int) LOCKS(mutex_);", ""}, Attribute{"FOO(bar)", ""}));
+
 TEST_F(TextParserTest, FindsLocalsOnRequest)
 {
     const char* const text = "int f(int a)\n{\n    int b = a;\n    return b;\n}\n";
