@@ -9,52 +9,40 @@ namespace tagging {
 
 namespace {
 
-enum Class : unsigned char {
-    kPlain,
-    kNewline,
-    kSpace,
-    kWordStart,
-    kDigit,
-    kQuote,
-    kSlash,
-    kHash,
-    kAt,
-    kColon,
-    kBackslash
-};
+enum class Char : unsigned char { Plain, Newline, Space, WordStart, Digit, Quote, Slash, Hash, At, Colon, Backslash };
 
-constexpr std::array<Class, 256> FactClasses()
+constexpr std::array<Char, 256> Chars()
 {
-    std::array<Class, 256> classes{};
+    std::array<Char, 256> classes{};
     for (unsigned c = 0; c < 256; ++c) {
         if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == '$' || c >= 0x80)
-            classes[c] = kWordStart;
+            classes[c] = Char::WordStart;
         else if (c >= '0' && c <= '9')
-            classes[c] = kDigit;
+            classes[c] = Char::Digit;
         else if (c == ' ' || (c >= '\t' && c <= '\r') || c == '\0')
-            classes[c] = kSpace;
+            classes[c] = Char::Space;
     }
-    classes['\n'] = kNewline;
-    classes['"'] = kQuote;
-    classes['\''] = kQuote;
-    classes['/'] = kSlash;
-    classes['#'] = kHash;
-    classes['@'] = kAt;
-    classes[':'] = kColon;
-    classes['\\'] = kBackslash;
+    classes['\n'] = Char::Newline;
+    classes['"'] = Char::Quote;
+    classes['\''] = Char::Quote;
+    classes['/'] = Char::Slash;
+    classes['#'] = Char::Hash;
+    classes['@'] = Char::At;
+    classes[':'] = Char::Colon;
+    classes['\\'] = Char::Backslash;
     return classes;
 }
-constexpr std::array<Class, 256> kFactClasses = FactClasses();
+constexpr std::array<Char, 256> kChars = Chars();
 
-Class FactClass(char c)
+Char CharOf(char c)
 {
-    return kFactClasses[static_cast<unsigned char>(c)];
+    return kChars[static_cast<unsigned char>(c)];
 }
 
 bool IsInWord(char c)
 {
-    const Class kind = FactClass(c);
-    return kind == kWordStart || kind == kDigit;
+    const Char kind = CharOf(c);
+    return kind == Char::WordStart || kind == Char::Digit;
 }
 
 } // namespace
@@ -74,46 +62,46 @@ private:
     void Step()
     {
         const char c = *at;
-        switch (FactClass(c)) {
-        case kNewline:
+        switch (CharOf(c)) {
+        case Char::Newline:
             ++line;
             ++at;
             atLineStart = true;
             return;
-        case kSpace:
+        case Char::Space:
             ++at;
             return;
-        case kWordStart:
+        case Char::WordStart:
             OnWord();
             break;
-        case kDigit:
+        case Char::Digit:
             SkipNumber();
             break;
-        case kQuote:
+        case Char::Quote:
             SkipLiteral();
             break;
-        case kSlash:
+        case Char::Slash:
             OnSlash();
             return;
-        case kHash:
+        case Char::Hash:
             ++at;
             if (atLineStart)
                 OnDirective();
             break;
-        case kAt:
+        case Char::At:
             ++at;
             OnAt();
             break;
-        case kColon:
+        case Char::Colon:
             ++at;
             OnColon();
             break;
-        case kBackslash:
+        case Char::Backslash:
             ++at;
             return;
-        case kPlain:
+        case Char::Plain:
             // ".5e3" is a number.
-            if (c == '.' && at + 1 < end && FactClass(at[1]) == kDigit)
+            if (c == '.' && at + 1 < end && CharOf(at[1]) == Char::Digit)
                 ++at;
             ++at;
             break;
@@ -284,8 +272,6 @@ private:
     {
         SkipBlanks();
         const std::string_view directive = TakeWord();
-        if (directive == "define")
-            OnDefine();
         if (directive != "include" && directive != "import" && directive != "include_next")
             return;
         SkipBlanks();
@@ -304,29 +290,10 @@ private:
         }
     }
 
-    // After "define". What follows is read again as names.
-    void OnDefine()
-    {
-        SkipBlanks();
-        if (at >= end || FactClass(*at) != kWordStart)
-            return;
-        const char* place = at;
-        while (place < end && IsInWord(*place))
-            ++place;
-        const std::string_view name(at, static_cast<size_t>(place - at));
-        const char* const after = place;
-        if (place < end && *place == '(') {
-            while (place < end && *place != ')' && *place != '\n' && *place != '\\')
-                ++place;
-            place = place < end && *place == ')' ? place + 1 : after;
-        }
-        facts.defines.push_back({name, {after, static_cast<size_t>(place - after)}, line});
-    }
-
     // After the '@'.
     void OnAt()
     {
-        if (at >= end || FactClass(*at) != kWordStart)
+        if (at >= end || CharOf(*at) != Char::WordStart)
             return;
         const std::string_view word = TakeWord();
         if (word == "interface" || word == "implementation" || word == "protocol" || word == "class") {
@@ -355,12 +322,12 @@ private:
     void OnUsing()
     {
         const char* place = at;
-        while (place < end && (FactClass(*place) == kSpace || IsInWord(*place) || *place == ':'))
+        while (place < end && (CharOf(*place) == Char::Space || IsInWord(*place) || *place == ':'))
             ++place;
         std::string_view what(at, static_cast<size_t>(place - at));
         if (place == end || (*place != ';' && *place != ','))
             return;
-        const auto isBlank = [](char c) { return FactClass(c) == kSpace; };
+        const auto isBlank = [](char c) { return CharOf(c) == Char::Space; };
         while (!what.empty() && isBlank(what.front()))
             what.remove_prefix(1);
         while (!what.empty() && isBlank(what.back()))
