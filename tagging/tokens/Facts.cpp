@@ -272,6 +272,8 @@ private:
     {
         SkipBlanks();
         const std::string_view directive = TakeWord();
+        if (directive == "define")
+            OnDefine();
         if (directive != "include" && directive != "import" && directive != "include_next")
             return;
         SkipBlanks();
@@ -288,6 +290,25 @@ private:
                 {name, line, opening == '<' ? Facts::Include::Form::Angled : Facts::Include::Form::Quoted});
             ++at;
         }
+    }
+
+    // After "define". What follows is read again as names.
+    void OnDefine()
+    {
+        SkipBlanks();
+        if (at >= end || CharOf(*at) != Char::WordStart)
+            return;
+        const char* place = at;
+        while (place < end && IsInWord(*place))
+            ++place;
+        const std::string_view name(at, static_cast<size_t>(place - at));
+        const char* const after = place;
+        if (place < end && *place == '(') {
+            while (place < end && *place != ')' && *place != '\n' && *place != '\\')
+                ++place;
+            place = place < end && *place == ')' ? place + 1 : after;
+        }
+        facts.defines.push_back({name, {after, static_cast<size_t>(place - after)}, line});
     }
 
     // After the '@'.
