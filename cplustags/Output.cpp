@@ -26,7 +26,7 @@ void Output::Check() const
     if (!IsFile())
         return;
     const std::string& target = place.target;
-    if (const std::string refusal = RefusalOfLink(target); !options.followLinks && !refusal.empty())
+    if (const std::string refusal = tagsfile::RefusalOfLink(target); !options.followLinks && !refusal.empty())
         throw Failure(refusal);
     struct stat status;
     if (options.append && ::stat(target.c_str(), &status) == 0 && IsMostlyHoles(status))
@@ -45,7 +45,8 @@ void Output::Check() const
 
 void Output::MakeNewFile()
 {
-    newFile = std::make_unique<NewFile>(place.target, options.followLinks ? AtLink::Follow : AtLink::Refuse);
+    newFile = std::make_unique<tagsfile::NewFile>(place.target, options.followLinks ? tagsfile::AtLink::Follow
+                                                                                    : tagsfile::AtLink::Refuse);
     if (!newFile->Error().empty())
         throw Failure(newFile->Error());
 }

@@ -3,9 +3,9 @@
 
 #include "base/CancelToken.h"
 #include "base/WorkingDirectory.h"
-#include "cplustags/NewFile.h"
 #include "cplustags/Options.h"
 #include "cplustags/Place.h"
+#include "tagsfile/NewFile.h"
 #include "tagsfile/TagsWriter.h"
 
 #include <memory>
@@ -35,7 +35,7 @@ private:
     const Options& options;
     const Place& place;
     const base::CancelToken& cancel;
-    std::unique_ptr<NewFile> newFile;                       // null for standard output
+    std::unique_ptr<tagsfile::NewFile> newFile;             // null for standard output
     std::unique_ptr<base::WorkingDirectory> forTemporaries; // null for a file
 };
 

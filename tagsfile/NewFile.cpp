@@ -1,4 +1,4 @@
-#include "cplustags/NewFile.h"
+#include "tagsfile/NewFile.h"
 
 #include "base/Paths.h"
 
@@ -9,7 +9,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace cplustags {
+namespace tagsfile {
 
 namespace {
 
@@ -152,4 +152,4 @@ bool NewFile::Commit()
     return moved || Fail("cannot write " + base::Shown(target), moved.Failure().number);
 }
 
-} // namespace cplustags
+} // namespace tagsfile

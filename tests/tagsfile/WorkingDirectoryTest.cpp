@@ -2,7 +2,7 @@
 
 #include "base/WorkingDirectory.h"
 
-#include "cplustags/NewFile.h"
+#include "tagsfile/NewFile.h"
 #include "tests/support/DoAndBeKilled.h"
 #include "tests/support/FileContent.h"
 #include "tests/support/TempDirectory.h"
@@ -16,7 +16,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace cplustags {
+namespace tagsfile {
 namespace {
 
 namespace fs = std::filesystem;
@@ -180,4 +180,4 @@ TEST_F(HostileLeftovers, ALockedDirectoryIsNotWaitedFor)
 }
 
 } // namespace
-} // namespace cplustags
+} // namespace tagsfile

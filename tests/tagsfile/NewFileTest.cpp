@@ -1,4 +1,4 @@
-#include "cplustags/NewFile.h"
+#include "tagsfile/NewFile.h"
 
 #include "tests/support/FileContent.h"
 #include "tests/support/OrdinaryRights.h"
@@ -14,7 +14,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace cplustags {
+namespace tagsfile {
 namespace {
 
 namespace fs = std::filesystem;
@@ -295,4 +295,4 @@ TEST(NewFile, FailsWhenItsWorkingDirectoryIsRemoved)
 }
 
 } // namespace
-} // namespace cplustags
+} // namespace tagsfile

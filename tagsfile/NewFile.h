@@ -11,7 +11,7 @@
 #include <string_view>
 #include <sys/types.h>
 
-namespace cplustags {
+namespace tagsfile {
 
 // What to do with a target that is a symbolic link. A hostile tree may contain links of any name to any of the user's
 // files, so links are followed only with the user's permission.
@@ -57,4 +57,4 @@ private:
     std::optional<base::NewFile> file;
 };
 
-} // namespace cplustags
+} // namespace tagsfile
