@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <ranges>
 #include <utility>
 
 namespace symbols {
@@ -37,9 +36,9 @@ bool IgnoreRules::Ignores(std::string_view path, bool isDirectory) const
 {
     for (const IgnoreRules* rules = this; rules != nullptr; rules = rules->outer.get()) {
         const std::string_view relative = path.substr(std::min(rules->prefix, path.size()));
-        for (const IgnorePattern& pattern : rules->patterns | std::views::reverse)
-            if (pattern.Matches(relative, isDirectory))
-                return !pattern.IsNegative();
+        for (auto pattern = rules->patterns.rbegin(); pattern != rules->patterns.rend(); ++pattern)
+            if (pattern->Matches(relative, isDirectory))
+                return !pattern->IsNegative();
     }
     return false;
 }
