@@ -146,7 +146,7 @@ std::optional<std::string> Workspace::Read(const std::string& path) const
     {
         const std::lock_guard lock(contents->mutex);
         if (const auto text = contents->open.find(path); text != contents->open.end())
-            return text->second.text->text;
+            return text->second.text->Text();
     }
     File file;
     file.path = path;
@@ -163,13 +163,16 @@ base::Result<void> Workspace::SetOpenText(const std::string& path, std::string t
     }
     base::Result<std::unique_ptr<tagging::ParsedSource>> parsed =
         contents->parser.Parse(path, text, tagging::TextParser::Locals::No);
-    auto open = std::make_shared<OpenText>();
-    open->path = PathInIndex(path);
-    open->text = std::move(text);
-    open->parsed = parsed ? std::move(*parsed) : std::make_unique<tagging::ParsedSource>();
+    std::string place = PathInIndex(path);
+    {
+        const std::lock_guard lock(contents->mutex);
+        place = contents->places.try_emplace(path, place).first->second;
+    }
+    const tagging::ParsedSource nothing;
+    std::shared_ptr<const OpenText> open =
+        std::make_shared<OpenText>(place, std::move(text), parsed ? **parsed : nothing);
     const std::lock_guard lock(contents->mutex);
-    const std::string& place = contents->places.try_emplace(path, open->path).first->second;
-    open->path = place;
+    contents->places.try_emplace(path, place); // it may have been closed meanwhile
     Contents::Opened& opened = contents->open[place];
     if (opened.version < version)
         opened = {std::move(open), version};

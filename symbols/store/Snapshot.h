@@ -68,13 +68,14 @@ class Snapshot {
 public:
     virtual ~Snapshot() = default;
 
-    // Symbols in the order of path and line.
+    // Symbols in the order of path and line, those of the system after those of the project. So are all answers below,
+    // and a limited answer has the first ones.
     virtual Symbols ByName(std::string_view name, Limits limits) const = 0;
-    // Ignores case unless the prefix contains a capital. Ordered by name first.
+    // Ignores case unless the prefix contains a capital. Ordered by name first, with the same regard to case.
     virtual Symbols ByPrefix(std::string_view prefix, Limits limits) const = 0;
     // "name", "Outer::na" (scope contains those letters), "path/na" (path does).
     virtual FuzzyMatches Fuzzy(std::string_view pattern, Limits limits) const = 0;
-    // Direct members: symbols whose scope is exactly this; "" is the global scope of no use here and finds nothing.
+    // Direct members: symbols whose scope is exactly this. "" finds nothing.
     virtual Symbols InScope(std::string_view scope, Limits limits) const = 0;
     // Classes and others that name this class (its last part) among their bases.
     virtual Symbols DerivedFrom(std::string_view baseName, Limits limits) const = 0;
@@ -87,7 +88,7 @@ public:
     // Directives whose name ends in this leaf: "#include <x/a.h>" for "a.h".
     virtual std::vector<Include> IncludesOfLeaf(std::string_view leaf, Limits limits) const = 0;
     virtual std::vector<FileNumber> FilesMentioning(std::string_view name, Limits limits) const = 0;
-    // In the order of paths. Stops when the function returns false.
+    // Stops when the function returns false.
     virtual void ForEachFile(const std::function<bool(FileNumber, const File&)>& each) const = 0;
 
     // The text of an open file; nullopt when the file itself counts.

@@ -1,0 +1,145 @@
+#include "symbols/store/Store.h"
+
+#include "symbols/store/StoreDirectory.h"
+#include "symbols/store/Writer.h"
+
+#include <mutex>
+#include <random>
+#include <set>
+
+namespace symbols {
+
+namespace {
+
+class DirectoryDestination : public Destination {
+public:
+    DirectoryDestination(StoreDirectory directory, base::Descriptor lock, StoreHeader header,
+                         std::optional<Manifest> before)
+        : directory(std::move(directory)), lock(std::move(lock)), header(std::move(header)),
+          published(before ? std::move(*before) : Manifest())
+    {
+        RemoveOthers(); // what a killed writer left
+    }
+    ~DirectoryDestination() override { RemoveOthers(); }
+
+    base::Result<std::shared_ptr<const Segment>> WriteSegment(SegmentBuilder& builder,
+                                                              SegmentBuilder::Written* written) override
+    {
+        return directory.WriteSegment(builder, written);
+    }
+
+    base::Result<void> Publish(const State& state) override
+    {
+        Manifest next;
+        std::random_device random;
+        next.version = {published.version.generation + 1, std::uint64_t(random()) << 32 | random()};
+        next.header = header;
+        for (const State::Member& member : state.members)
+            next.entries.push_back({member.segment->Id(), member.segment->Size(), member.changes});
+        if (const base::Result<void> written = directory.WriteManifest(next); !written)
+            return written;
+        published = std::move(next);
+        RemoveOthers();
+        return {};
+    }
+
+private:
+    void RemoveOthers() const
+    {
+        std::set<std::uint64_t> ids;
+        for (const Manifest::Entry& entry : published.entries)
+            ids.insert(entry.id);
+        directory.RemoveOthers(ids);
+    }
+
+    StoreDirectory directory;
+    base::Descriptor lock; // held as long as this lives
+    StoreHeader header;
+    Manifest published;
+};
+
+} // namespace
+
+struct Store::Contents {
+    Contents(std::string path, StoreLimits limits) : directory(std::move(path)), limits(limits) {}
+
+    void Refresh();
+
+    StoreDirectory directory;
+    StoreLimits limits;
+    std::mutex lock;                  // of what follows
+    std::optional<Manifest> manifest; // of 'snapshot'
+    std::shared_ptr<const View> snapshot;
+};
+
+Store::Store(std::string directory, StoreLimits limits)
+    : contents(std::make_unique<Contents>(std::move(directory), limits))
+{
+}
+
+Store::~Store() = default;
+
+// A writer removes the files that its manifest does not name. A reader that finds one missing, after it has read an
+// older manifest, starts again with the newer one.
+void Store::Contents::Refresh()
+{
+    std::optional<Manifest::Version> version = directory.CurrentVersion();
+    if (manifest && version == manifest->version)
+        return;
+    const State known = snapshot == nullptr ? State() : snapshot->StateOfIndex();
+    manifest.reset();
+    snapshot.reset();
+    while (version) {
+        std::optional<Manifest> read = directory.ReadManifest();
+        std::optional<State> state = read ? directory.Open(*read, known) : std::nullopt;
+        if (state) {
+            manifest = std::move(read);
+            snapshot = View::Of(*state);
+            return;
+        }
+        const std::optional<Manifest::Version> before = read ? std::optional(read->version) : version;
+        version = directory.CurrentVersion();
+        if (version == before)
+            return; // damaged
+    }
+}
+
+SnapshotPointer Store::Current() const
+{
+    const std::lock_guard guard(contents->lock);
+    contents->Refresh();
+    return contents->snapshot;
+}
+
+std::optional<StoreHeader> Store::Header() const
+{
+    const std::lock_guard guard(contents->lock);
+    contents->Refresh();
+    return contents->manifest ? std::optional(contents->manifest->header) : std::nullopt;
+}
+
+base::Result<std::unique_ptr<Store::Writer>> Store::Write(const StoreHeader& header, bool fromNothing,
+                                                          const base::CancelToken& cancel)
+{
+    base::Result<base::Descriptor> file = contents->directory.Lock(cancel);
+    if (!file)
+        return file.Failure();
+    const std::lock_guard guard(contents->lock);
+    contents->Refresh();
+    const std::optional<Manifest>& manifest = contents->manifest;
+    const State before = fromNothing || contents->snapshot == nullptr ? State() : contents->snapshot->StateOfIndex();
+    const bool isStale = fromNothing || !manifest || manifest->header != header;
+    auto destination = std::make_unique<DirectoryDestination>(contents->directory, std::move(*file), header, manifest);
+    return std::unique_ptr<Writer>(
+        std::make_unique<IndexWriter>(std::move(destination), before, isStale, contents->limits));
+}
+
+base::Result<void> Store::Remove()
+{
+    base::Result<base::Descriptor> file = contents->directory.LockForRemoval();
+    if (!file)
+        return file.Failure();
+    return contents->directory.RemoveAll();
+}
+
+} // namespace symbols

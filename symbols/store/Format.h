@@ -1,0 +1,84 @@
+// The files of an index: immutable segments, and a manifest that names the segments which count.
+//
+// Numbers are in the machine's byte order; a file from a machine with another order counts as foreign.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace symbols {
+
+// Raise it with every change of what the files contain, the values of tagging's enumerations among them. An index of
+// another version is never read.
+constexpr std::uint32_t kFormatVersion = 1;
+constexpr std::uint32_t kByteOrder = 0x01020304;
+constexpr char kSegmentMagic[8] = {'w', 'r', 'e', 'n', 's', 'e', 'g', '\n'};
+constexpr char kManifestMagic[8] = {'w', 'r', 'e', 'n', 'i', 'd', 'x', '\n'};
+
+// A segment is verified in blocks of this size, each when it is first used.
+constexpr size_t kBlockSize = 16 * 1024;
+
+using TextNumber = std::uint32_t; // of a text in one segment; 0 is the empty one
+using FileInSegment = std::uint32_t;
+
+// The parts of a segment, in the order of the file.
+enum class Section : std::uint8_t {
+    Texts,       // all texts, one after the other, each once, in the order of their numbers
+    TextEnds,    // u32 for each text
+    Files,       // FileRecord, by path; one more at the end, which says where the last one's lists end
+    Symbols,     // of each file, in the order of files, by line (SymbolCodec.h)
+    Includes,    // of each file: the name's number, twice the line plus 1 for <>
+    Mentions,    // of each file: differences between the sorted numbers of the names
+    Keys,        // u32: the numbers of all texts that something can be found by, sorted by text
+    KeyPlaces,   // u32 for each key: where its lists begin in Postings
+    Postings,    // lists of each key (KeyList)
+    Names,       // u32: places in Keys of names of symbols, sorted by name in lower case, then by name
+    NameLetters, // u64 for each of Names: LettersOf() the name
+    Blocks,      // u64 checksums of the blocks of all sections before
+};
+constexpr size_t kSections = static_cast<size_t>(Section::Blocks) + 1;
+
+// What a key leads to. In Postings: a byte with a bit for each list that is there; then for each of them its length in
+// bytes and its values, the first one and then differences. All numbers are varints.
+enum class KeyList : std::uint8_t {
+    Symbols,         // with this name: places in Section::Symbols
+    Members,         // with this scope: the same
+    Derived,         // that have a base with this last part: the same
+    MentioningFiles, // numbers of files
+    FilesWithLeaf,   // numbers of files
+    IncludesOfLeaf,  // places in Section::Includes
+};
+constexpr size_t kKeyLists = static_cast<size_t>(KeyList::IncludesOfLeaf) + 1;
+
+struct FileRecord {
+    std::uint64_t size; // these three are the stamp
+    std::int64_t modified;
+    std::uint64_t inode;
+    std::uint64_t contentHash;
+    TextNumber path;
+    std::uint32_t symbols; // places in the sections where its lists begin
+    std::uint32_t includes;
+    std::uint32_t mentions;
+    std::uint32_t symbolCount;
+    std::uint8_t language;
+    std::uint8_t unused[3];
+};
+static_assert(sizeof(FileRecord) == 56);
+
+// The last bytes of a segment.
+struct SegmentFooter {
+    struct Place {
+        std::uint64_t offset; // in the file
+        std::uint64_t length; // bytes
+    };
+    Place sections[kSections];
+    std::uint64_t id;
+    std::uint64_t symbolCount;
+    std::uint64_t blocksChecksum; // of Section::Blocks
+    std::uint32_t version;
+    std::uint32_t byteOrder;
+    char magic[8];
+    std::uint64_t checksum; // of all before it
+};
+
+} // namespace symbols

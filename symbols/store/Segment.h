@@ -1,0 +1,97 @@
+// An immutable part of an index: some of its files, with all that is known of them.
+#pragma once
+
+#include "base/Result.h"
+#include "symbols/store/FileBytes.h"
+#include "symbols/store/Format.h"
+#include "symbols/store/SymbolCodec.h"
+#include "symbols/store/Varint.h"
+
+#include <atomic>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace symbols {
+
+// Any thread. Everything that it returns belongs to it.
+//
+// Each block of the file is verified when it is first needed, so that opening costs next to nothing. Whatever lies in a
+// damaged block, or leads out of its section, is absent, and IsDamaged() is true from then on.
+class Segment {
+public:
+    static base::Result<std::shared_ptr<const Segment>> Open(const std::string& path, std::uint64_t size);
+    static std::shared_ptr<const Segment> InMemory(std::string content); // as SegmentSink wrote it; never fails
+
+    std::uint64_t Id() const { return footer.id; }
+    std::uint64_t Size() const { return bytes.All().size(); } // bytes
+    std::uint64_t SymbolCount() const { return footer.symbolCount; }
+    bool IsDamaged() const { return isDamaged.load(std::memory_order_relaxed); }
+
+    std::uint32_t FileCount() const { return fileCount; }
+    std::optional<FileRecord> File(FileInSegment file) const;
+    std::optional<std::string_view> PathOf(FileInSegment file) const;
+    std::optional<FileInSegment> FindFile(std::string_view path) const;
+    FileInSegment FileOfSymbol(std::uint32_t place) const { return FileAt(&FileRecord::symbols, place); }
+    FileInSegment FileOfInclude(std::uint32_t place) const { return FileAt(&FileRecord::includes, place); }
+
+    // Files of these lists are by path. The bytes of a file's symbols, includes and mentions.
+    struct Range {
+        std::uint32_t begin = 0; // in the section
+        std::string_view bytes;
+    };
+    std::optional<Range> ListOf(FileInSegment file, Section section) const;
+    std::optional<std::string_view> BytesFrom(Section section, std::uint32_t place, size_t atMost) const;
+
+    std::optional<std::string_view> Text(TextNumber number) const;
+
+    std::uint32_t KeyCount() const { return static_cast<std::uint32_t>(Length(Section::Keys) / sizeof(TextNumber)); }
+    std::optional<std::string_view> KeyText(std::uint32_t key) const;
+    std::uint32_t FirstKeyFrom(std::string_view text) const; // the first one that is not less
+    std::optional<std::uint32_t> FindKey(std::string_view text) const;
+    RisingNumbers List(std::uint32_t key, KeyList list) const; // empty when there is none
+    bool HasList(std::uint32_t key, KeyList list) const;
+
+    // Names of symbols, by name in lower case.
+    std::uint32_t NameCount() const { return static_cast<std::uint32_t>(Length(Section::Names) / sizeof(TextNumber)); }
+    std::optional<std::uint32_t> KeyOfName(std::uint32_t name) const;
+    std::uint32_t FirstNameFrom(std::string_view text) const; // without regard to case
+    // LettersOf() each name; null when damaged.
+    const std::uint64_t* NameLetters() const;
+
+    void SetDamaged() const { isDamaged.store(true, std::memory_order_relaxed); }
+
+    explicit Segment(FileBytes bytes); // use Open() or InMemory()
+
+private:
+    bool TakeFooter();
+    std::uint64_t Length(Section section) const { return footer.sections[static_cast<size_t>(section)].length; }
+    const char* At(Section section, std::uint64_t offset, std::uint64_t length) const; // null when damaged
+    bool IsVerified(std::uint64_t offset, std::uint64_t length) const;
+    bool Verify(std::uint64_t block) const;
+    FileInSegment FileAt(std::uint32_t FileRecord::*begin, std::uint32_t place) const;
+    template <class T>
+    std::optional<T> Value(Section section, std::uint64_t index) const
+    {
+        T value;
+        const char* const place = At(section, index * sizeof(T), sizeof(T));
+        if (place == nullptr)
+            return std::nullopt;
+        std::memcpy(&value, place, sizeof(T));
+        return value;
+    }
+
+    FileBytes bytes;
+    SegmentFooter footer = {};
+    std::uint32_t fileCount = 0;
+    std::uint64_t blockCount = 0;
+    enum class Block : std::uint8_t { Unknown, Good, Damaged };
+    std::unique_ptr<std::atomic<Block>[]> blocks;
+    mutable std::atomic<bool> isDamaged{false};
+};
+
+} // namespace symbols

@@ -1,0 +1,73 @@
+#include "symbols/store/SymbolCodec.h"
+
+namespace symbols {
+
+namespace {
+
+// One byte with the kind; two bytes of bits; the name and the line; then what the bits say is there.
+constexpr unsigned kFirstText = 9; // its bit says that there is a scope; the bits of the other texts follow
+constexpr unsigned kEndLine = 15;
+
+bool tagging::Symbol::*const kFlags[] = {
+    &tagging::Symbol::isDefinition,     &tagging::Symbol::isFileLocal, &tagging::Symbol::isStatic,
+    &tagging::Symbol::isScopedEnum,     &tagging::Symbol::isInline,    &tagging::Symbol::isVirtual,
+    &tagging::Symbol::isSpecialization,
+};
+
+unsigned BitsOf(const SymbolRecord& symbol)
+{
+    unsigned bits = static_cast<unsigned>(symbol.rest.access);
+    unsigned bit = 2;
+    for (bool tagging::Symbol::*const flag : kFlags)
+        bits |= unsigned(symbol.rest.*flag) << bit++;
+    for (size_t i = SymbolRecord::Scope; i < SymbolRecord::kTexts; i++)
+        bits |= unsigned(symbol.texts[i] != 0) << (kFirstText + i - SymbolRecord::Scope);
+    return bits | unsigned(symbol.rest.endLine != 0) << kEndLine;
+}
+
+} // namespace
+
+void PutSymbol(std::string& out, const SymbolRecord& symbol)
+{
+    const unsigned bits = BitsOf(symbol);
+    out.push_back(static_cast<char>(symbol.rest.kind));
+    out.push_back(static_cast<char>(bits));
+    out.push_back(static_cast<char>(bits >> 8));
+    PutVarint(out, symbol.texts[SymbolRecord::Name]);
+    PutVarint(out, symbol.rest.line);
+    if (symbol.texts[SymbolRecord::Scope] != 0)
+        out.push_back(static_cast<char>(symbol.rest.scopeKind));
+    for (size_t i = SymbolRecord::Scope; i < SymbolRecord::kTexts; i++)
+        if (symbol.texts[i] != 0)
+            PutVarint(out, symbol.texts[i]);
+    if (symbol.rest.endLine != 0)
+        PutVarint(out, symbol.rest.endLine);
+}
+
+bool ReadSymbol(VarintReader& reader, SymbolRecord* symbol)
+{
+    constexpr auto kLastKind = static_cast<unsigned>(tagging::SymbolKind::InstanceVariable);
+    *symbol = {};
+    const unsigned kind = reader.Byte();
+    unsigned bits = reader.Byte();
+    bits |= unsigned(reader.Byte()) << 8;
+    symbol->texts[SymbolRecord::Name] = reader.Number();
+    symbol->rest.line = reader.Number();
+    symbol->rest.kind = static_cast<tagging::SymbolKind>(kind);
+    symbol->rest.access = static_cast<tagging::Symbol::Access>(bits & 3);
+    unsigned bit = 2;
+    for (bool tagging::Symbol::*const flag : kFlags)
+        symbol->rest.*flag = (bits >> bit++ & 1) != 0;
+    unsigned scopeKind = 0;
+    if ((bits >> kFirstText & 1) != 0)
+        scopeKind = reader.Byte();
+    symbol->rest.scopeKind = static_cast<tagging::SymbolKind>(scopeKind);
+    for (size_t i = SymbolRecord::Scope; i < SymbolRecord::kTexts; i++)
+        if ((bits >> (kFirstText + i - SymbolRecord::Scope) & 1) != 0)
+            symbol->texts[i] = reader.Number();
+    if ((bits >> kEndLine & 1) != 0)
+        symbol->rest.endLine = reader.Number();
+    return !reader.Failed() && kind <= kLastKind && scopeKind <= kLastKind;
+}
+
+} // namespace symbols
