@@ -98,7 +98,7 @@ class Judge(completion_peers.Clangd):
 
 def sort_of(kind, text, occurrence, language):
     """Returns the row of the tables that a place counts in; None for a namespace, which has no one declaration."""
-    of, modifiers = kind if kind else ("", set())
+    of, modifiers = kind
     if of == "namespace":
         return None
     if "functionScope" in modifiers and of in LOCAL_TYPES:
@@ -128,9 +128,11 @@ def judge_place(server, path, text, kinds, occurrence, language):
         return "unknown"
     if all(COMPILERS_OWN.search(target) for target, _, _ in targets):
         return "compiler"
-    # Names in the arguments of some macros have no kind of their own. What they mean has one, if it is in the file.
-    kind = kinds.get((occurrence.line, occurrence.column)) or next(
-        (kinds[line, column] for target, line, column in targets if target == path and (line, column) in kinds), None)
+    # clangd guesses by the name alone what it has not understood: the arguments of some macros, branches that are not
+    # compiled. Such names have no kind.
+    kind = kinds.get((occurrence.line, occurrence.column))
+    if kind is None:
+        return "guessed"
     sort = sort_of(kind, text, occurrence, language)
     if sort is None:
         return "namespace"
@@ -166,7 +168,7 @@ def judge(cache, root, package, seed):
     for _, _, found in files:
         total += len(found)
         ends.append(total)
-    order = draw.sample(range(total), min(total, 4 * (PLACES + LOCALS)))
+    order = draw.sample(range(total), min(total, 5 * (PLACES + LOCALS)))
     drawn = {}
     for rank, number in enumerate(order):
         file = bisect.bisect_right(ends, number)
@@ -175,7 +177,7 @@ def judge(cache, root, package, seed):
     server = Judge(root, os.path.join(cache, "clangd"))
     server.wait_for_index(next(path for path, _, _ in files if not path.endswith((".h", ".hh", ".hpp"))),
                           package.language)
-    places, left_out = [], {"unknown": 0, "declaration": 0, "namespace": 0, "compiler": 0}
+    places, left_out = [], {"unknown": 0, "declaration": 0, "namespace": 0, "compiler": 0, "guessed": 0}
     for number, inner in drawn.items():
         path, text, _ = files[number]
         server.open(path, package.language)
