@@ -38,9 +38,12 @@ bool Matches(string_view pattern, string_view path, bool isStart)
     return fits && Matches(pattern.substr(1), path.substr(1), pattern[0] == '/');
 }
 
-// Only lines for which this is the whole truth.
+// Only lines for which this is the whole truth. Git takes "a**/" for directories, too.
 bool IsPlain(string_view line)
 {
+    const size_t sign = line.find_first_of("*?");
+    if (sign != string_view::npos && sign > 0 && line[sign - 1] != '/' && line.substr(sign).starts_with("**"))
+        return false;
     return line.find_first_not_of("ab.c*?/") == string_view::npos && line.find('/') != string_view::npos &&
            line.find("***") == string_view::npos && line.back() != '/' && line.size() < 12;
 }

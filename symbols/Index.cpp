@@ -3,8 +3,8 @@
 #include "symbols/IndexState.h"
 #include "symbols/Turns.h"
 #include "symbols/Watching.h"
+#include "symbols/update/CacheLocation.h"
 #include "symbols/update/Changes.h"
-#include "symbols/update/IndexDirectory.h"
 #include "symbols/update/ParseInto.h"
 #include "symbols/update/ParserVersion.h"
 #include "symbols/update/Surroundings.h"
@@ -33,7 +33,7 @@ std::string DirectoryFor(const IndexOptions& options, const std::string& root)
 {
     const std::string cache = options.cache.empty() ? UsersIndexes() : options.cache;
     const bool isSystem = options.content == IndexOptions::Content::SystemHeaders;
-    return cache.empty() ? "" : IndexDirectory(cache, root, isSystem);
+    return cache.empty() ? "" : DirectoryOfIndex(cache, root, isSystem);
 }
 
 bool IsDirectory(const std::string& path)
@@ -93,7 +93,9 @@ WalkOptions Index::Contents::WalkFrom(const Listener& listener) const
 {
     WalkOptions walk;
     walk.root = root;
-    walk.starts = isSystem ? SystemDirectories() : std::vector{root};
+    walk.starts = !isSystem                     ? std::vector{root}
+                  : options.directories.empty() ? SystemDirectories()
+                                                : options.directories;
     walk.isSystem = isSystem;
     if (listener.progress)
         walk.progress = [&listener](size_t files) { listener.progress({Progress::Step::Walking, files, files}); };

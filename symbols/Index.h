@@ -25,10 +25,11 @@ std::optional<std::string> FindRoot(const std::string& path);
 base::Result<tagging::Settings> IndexSettings();
 
 struct IndexOptions {
-    std::string root; // absolute
+    std::string root; // absolute; for the system's headers "/"
     enum class Content { Project, SystemHeaders } content = Content::Project;
-    std::string cache;         // the directory of all indexes; "" for the user's
-    tagging::Settings tagging; // IndexSettings(), for example; directories are filled in
+    std::string cache;                    // the directory of all indexes; "" for the user's
+    tagging::Settings tagging;            // IndexSettings(), for example; directories are filled in
+    std::vector<std::string> directories; // of the system's headers, absolute; empty for those of the machine
 };
 
 // Any thread.

@@ -1,6 +1,6 @@
 #include "symbols/IndexState.h"
 
-#include "symbols/update/IndexDirectory.h"
+#include "symbols/update/CacheLocation.h"
 
 #include <utility>
 

@@ -18,12 +18,12 @@ constexpr size_t kMostOfFile = size_t(256) << 20; // bytes; what is larger is no
 
 IndexOptions ProjectOptions(const WorkspaceOptions& options)
 {
-    return {options.root, IndexOptions::Content::Project, options.cache, options.tagging};
+    return {options.root, IndexOptions::Content::Project, options.cache, options.tagging, {}};
 }
 
 IndexOptions SystemOptions(const WorkspaceOptions& options)
 {
-    return {"/", IndexOptions::Content::SystemHeaders, options.cache, options.tagging};
+    return {"/", IndexOptions::Content::SystemHeaders, options.cache, options.tagging, {}};
 }
 
 std::string RealPath(const std::string& path)

@@ -209,12 +209,14 @@ bool IgnorePattern::ReadParts(std::string_view text)
     return true;
 }
 
-// Several stars mean directories only when they are a whole part of the path.
+// Several stars mean directories only when they are a whole part of the path. Git also takes them so when only ordinary
+// characters are before them: "b**/c" is "b/c" and "bx/y/c".
 bool IgnorePattern::ReadStars(std::string_view text, size_t& at)
 {
     const size_t start = at;
     at = std::min(text.find_first_not_of('*', start), text.size());
-    const bool isWhole = at - start > 1 && (start == 0 || text[start - 1] == '/') && !comparesNames;
+    const bool isFirst = text.find_first_of("*?[\\") == start;
+    const bool isWhole = at - start > 1 && (isFirst || text[start - 1] == '/') && !comparesNames;
     if (isWhole && at == text.size()) {
         parts.push_back({Kind::Everything});
     } else if (isWhole && text[at] == '/') {

@@ -8,7 +8,7 @@ namespace symbols {
 
 namespace {
 
-constexpr std::string_view kSuffixes = " c c++ cc cp cpp cxx h h++ hh hp hpp hxx inl ipp tpp m mm C CPP CXX H ";
+constexpr std::string_view kSuffixes = " c c++ cc cp cpp cxx h h++ hh hp hpp hxx inl ipp tpp tcc txx m mm C CPP CXX H ";
 constexpr size_t kLongest = 3;
 
 } // namespace

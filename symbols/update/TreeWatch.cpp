@@ -53,15 +53,17 @@ void TreeWatch::Watch(const std::string& directory, bool isGit)
     const std::uint32_t flags = kOfDirectory | kOfItself | kOfContent | IN_ONLYDIR | IN_EXCL_UNLINK |
                                 (isStart ? 0 : static_cast<std::uint32_t>(IN_DONT_FOLLOW));
     const std::lock_guard lock(mutex);
-    if (watched.size() >= options.most) {
+    const int number = ::inotify_add_watch(notify.Number(), directory.empty() ? "/" : directory.c_str(), flags);
+    if (number < 0) {
+        isComplete = isComplete && errno != ENOSPC && errno != ENOMEM; // otherwise the directory is gone or closed
+        return;
+    }
+    if (watched.size() >= options.most && !watched.contains(number)) {
+        ::inotify_rm_watch(notify.Number(), number);
         isComplete = false;
         return;
     }
-    const int number = ::inotify_add_watch(notify.Number(), directory.empty() ? "/" : directory.c_str(), flags);
-    if (number >= 0)
-        watched[number] = {directory, isGit, walk};
-    else if (errno == ENOSPC || errno == ENOMEM)
-        isComplete = false;
+    watched[number] = {directory, isGit, walk};
 }
 
 void TreeWatch::EndWalk()

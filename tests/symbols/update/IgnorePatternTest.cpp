@@ -40,6 +40,7 @@ const Case kCases[] = {
     {"but not itself", "a/**", "a/", false},
     {"beside other characters they are one star", "a/b**c", "a/b/c", false},
     {"or two", "a/b**c", "a/bxxc", true},
+    {"unless they are the first sign, as in git", "b**/c", "bx/y/c", true},
     {"a question mark is one character", "a?c", "abc", true},
     {"but no slash", "a?c/d", "a/c/d", false},
     {"a set", "a[xy]c", "ayc", true},

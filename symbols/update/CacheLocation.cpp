@@ -1,4 +1,4 @@
-#include "symbols/update/IndexDirectory.h"
+#include "symbols/update/CacheLocation.h"
 
 #include "base/Hash.h"
 #include "base/Identifier.h"
@@ -41,7 +41,7 @@ base::Result<void> MakeDirectory(const std::string& path)
 
 } // namespace
 
-std::string IndexDirectory(const std::string& cache, const std::string& root, bool isSystem)
+std::string DirectoryOfIndex(const std::string& cache, const std::string& root, bool isSystem)
 {
     char hash[20];
     std::snprintf(hash, sizeof hash, "-%016llx", static_cast<unsigned long long>(base::Fnv1a(root)));

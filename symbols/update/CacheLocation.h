@@ -9,7 +9,7 @@ namespace symbols {
 
 // The directory for the index of 'root' in 'cache', the directory of all indexes. Roots with the same last part have
 // different ones.
-std::string IndexDirectory(const std::string& cache, const std::string& root, bool isSystem);
+std::string DirectoryOfIndex(const std::string& cache, const std::string& root, bool isSystem);
 
 // The user's directory of all indexes; "" when the user has no cache directory.
 std::string UsersIndexes();
