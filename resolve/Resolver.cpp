@@ -1,11 +1,130 @@
 #include "resolve/Resolver.h"
 
+#include "resolve/ParsedText.h"
+#include "resolve/Question.h"
+
+#include <algorithm>
+
 namespace resolve {
+
+namespace {
+
+bool IsDefinition(const Symbol& symbol)
+{
+    return symbol.isDefinition;
+}
+
+struct Asked { // the declaration that the place itself is in the name of
+    FileNumber file;
+    unsigned line;
+};
+
+// The meanings of one thing: those that are wanted, or else the others. From a definition to its declaration, and
+// back.
+void Choose(const MeaningList& all, size_t begin, size_t end, bool wantsDefinition, const std::optional<Asked>& asked,
+            std::vector<const Meaning*>& chosen)
+{
+    const auto isAsked = [&](const Meaning& each) {
+        return asked && each.symbol.file == asked->file && each.symbol.line == asked->line;
+    };
+    for (size_t i = begin; i < end; ++i)
+        if (isAsked(all[i]) && IsDefinition(all[i].symbol) == wantsDefinition) {
+            wantsDefinition = !wantsDefinition;
+            break;
+        }
+    const size_t before = chosen.size();
+    for (const bool wanted : {wantsDefinition, !wantsDefinition}) {
+        for (size_t i = begin; i < end; ++i)
+            if (IsDefinition(all[i].symbol) == wanted && !isAsked(all[i]))
+                chosen.push_back(&all[i]);
+        if (chosen.size() > before)
+            return;
+    }
+    for (size_t i = begin; i < end; ++i)
+        chosen.push_back(&all[i]);
+}
+
+} // namespace
 
 std::string_view NameOf(How how)
 {
     static constexpr std::string_view kNames[] = {"local", "member", "scope", "include", "name"};
     return kNames[static_cast<size_t>(how)];
+}
+
+ParsedTextPointer Resolver::TextOf(const Place& place) const
+{
+    if (texts != nullptr)
+        return texts->Get(place.path, place.text, parser);
+    return std::make_shared<const ParsedText>(place.path, place.text, parser);
+}
+
+Answers Resolver::AnswerTo(const Place& place, symbols::Limits limits, Wanted wanted) const
+{
+    Answers answers;
+    answers.text = TextOf(place);
+    Question question(snapshot, answers.text, place.offset, limits);
+    const MeaningList meanings = question.Meanings();
+    answers.name = question.Name();
+    std::optional<Asked> asked;
+    if (question.Self() != nullptr)
+        asked = Asked{question.Self()->file, question.Self()->line};
+    std::vector<const Meaning*> chosen;
+    for (size_t begin = 0; begin < meanings.size();) {
+        size_t end = begin + 1;
+        while (end < meanings.size() && meanings[end].entity == meanings[begin].entity)
+            ++end;
+        if (wanted == Wanted::Either)
+            for (size_t i = begin; i < end; ++i)
+                chosen.push_back(&meanings[i]);
+        else
+            Choose(meanings, begin, end, wanted == Wanted::Definition, asked, chosen);
+        begin = end;
+    }
+    for (const Meaning* meaning : chosen) {
+        if (answers.found.size() == limits.results) {
+            answers.more = true;
+            break;
+        }
+        answers.found.push_back({meaning->symbol, std::string(question.GetWorld().PathOf(meaning->symbol.file)),
+                                 meaning->how, meaning->reason});
+    }
+    return answers;
+}
+
+Answers Resolver::Definition(const Place& place, symbols::Limits limits) const
+{
+    return AnswerTo(place, limits, Wanted::Definition);
+}
+
+Answers Resolver::Declaration(const Place& place, symbols::Limits limits) const
+{
+    return AnswerTo(place, limits, Wanted::Declaration);
+}
+
+Answers Resolver::Meanings(const Place& place, symbols::Limits limits) const
+{
+    return AnswerTo(place, limits, Wanted::Either);
+}
+
+std::string Resolver::Explain(const Place& place) const
+{
+    Question question(snapshot, TextOf(place), place.offset, {});
+    const MeaningList meanings = question.Meanings();
+    if (question.Name().empty())
+        return "no name at the place: a comment, a string, or a blank\n";
+    std::string text = "name: " + question.Name() + "\n" + question.GetWorld().Notes();
+    size_t number = 0;
+    for (const Meaning& meaning : meanings) {
+        if (++number > 20) {
+            text += "and " + std::to_string(meanings.size() - 20) + " more\n";
+            break;
+        }
+        text += std::to_string(number) + ". " + std::string(question.GetWorld().PathOf(meaning.symbol.file)) + ":" +
+                std::to_string(meaning.symbol.line) + " " + std::string(tagging::LongName(meaning.symbol.kind)) + " (" +
+                std::string(NameOf(meaning.how)) + "): " + meaning.reason + "\n";
+    }
+    return text;
 }
 
 } // namespace resolve

@@ -1,11 +1,11 @@
 // What the name at a place of a text means.
 #pragma once
 
-#include "base/CancelToken.h"
 #include "symbols/store/Snapshot.h"
 #include "tagging/SourceParser.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,10 +31,15 @@ struct Answer {
     std::string reason; // for people: "member 'size' of 'Shape', the type of 's'"
 };
 
+// Answers keep the parsed text that their symbols refer to; other symbols belong to the snapshot.
+struct ParsedText;
+using ParsedTextPointer = std::shared_ptr<const ParsedText>;
+
 struct Answers {
     std::vector<Answer> found; // best first
     bool more = false;
     std::string name; // what was asked; "" when there is no name at the place
+    ParsedTextPointer text;
 };
 
 struct Use { // one occurrence of a name
@@ -61,6 +66,7 @@ struct Candidates {
     std::vector<Candidate> found; // nearest first; one for each name
     bool more = false;
     size_t start = 0; // bytes: where the typed part of the name begins
+    ParsedTextPointer text;
 };
 
 // Reads files of the project when it needs their text. Any thread.
@@ -71,12 +77,17 @@ public:
     virtual std::optional<std::string> Read(const std::string& path) const = 0;
 };
 
+// The texts of the last questions, already parsed.
+class ParsedTexts;
+
 // Stateless apart from what it borrows; any thread. Work is bounded: it ends in time for any text.
 class Resolver {
 public:
-    // All must outlive it.
-    Resolver(const symbols::Snapshot& snapshot, const Sources& sources, tagging::TextParser& parser)
-        : snapshot(snapshot), sources(sources), parser(parser)
+    // All must outlive it. With 'texts', several questions about the same text parse it once, also those to other
+    // resolvers with the same 'texts'.
+    Resolver(const symbols::Snapshot& snapshot, const Sources& sources, tagging::TextParser& parser,
+             ParsedTexts* texts = nullptr)
+        : snapshot(snapshot), sources(sources), parser(parser), texts(texts)
     {
     }
 
@@ -98,9 +109,16 @@ public:
     std::string Explain(const Place& place) const;
 
 private:
+    enum class Wanted { Definition, Declaration, Either };
+
+    ParsedTextPointer TextOf(const Place& place) const;
+    Answers AnswerTo(const Place& place, symbols::Limits limits, Wanted wanted) const;
+    Uses ReferencesIn(const std::string& name, symbols::FileNumber except, symbols::Limits limits) const;
+
     const symbols::Snapshot& snapshot;
     const Sources& sources;
     tagging::TextParser& parser;
+    ParsedTexts* const texts;
 };
 
 } // namespace resolve

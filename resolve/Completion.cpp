@@ -1,0 +1,373 @@
+// Names that fit a place, nearest first.
+#include "resolve/Blocks.h"
+#include "resolve/Question.h"
+#include "resolve/Resolver.h"
+
+#include <algorithm>
+#include <cctype>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace resolve {
+
+namespace {
+
+constexpr size_t kMostByPrefix = 3000;
+constexpr size_t kMostIncluded = 60; // files whose symbols are listed when nothing is typed
+
+bool Begins(std::string_view name, std::string_view typed)
+{
+    const bool isExact = std::any_of(typed.begin(), typed.end(), [](unsigned char c) { return std::isupper(c) != 0; });
+    if (isExact || name.size() < typed.size())
+        return name.starts_with(typed);
+    return std::equal(typed.begin(), typed.end(), name.begin(),
+                      [](unsigned char a, unsigned char b) { return a == b || a == std::tolower(b); });
+}
+
+bool IsOffered(const Symbol& symbol)
+{
+    return !symbol.name.empty() && !symbol.name.starts_with("__anon") && !symbol.name.starts_with("operator ") &&
+           symbol.name[0] != '~' && symbol.kind != SymbolKind::UsingNamespace;
+}
+
+// How near a name is used before, in the text itself: a writer often repeats what stands nearby.
+class Nearby {
+public:
+    Nearby(const Tokens& tokens, size_t place, std::string_view before) : tokens(tokens)
+    {
+        for (size_t i = 0; i < tokens.Count(); ++i) {
+            if (!tokens[i].IsWord() || i == place)
+                continue;
+            const size_t distance = i < place ? place - i : kBehind + (i - place);
+            Put(anywhere, i, distance);
+            const Token& sign = tokens[i - 1];
+            if (!sign.Is('.') && sign.text != "->" && !sign.IsMark("::"))
+                continue;
+            Put(behindSign, i, distance);
+            if (!before.empty() && tokens[i - 2].text == before)
+                Put(behindSame, i, distance);
+        }
+    }
+
+    // Smaller is nearer.
+    size_t SameReceiver(std::string_view name) const { return Get(behindSame, name); }
+    size_t BehindSign(std::string_view name) const { return Get(behindSign, name); }
+    size_t Anywhere(std::string_view name) const { return Get(anywhere, name); }
+
+private:
+    static constexpr size_t kBehind = 3000; // uses further down count less
+    using Places = std::unordered_map<std::string_view, size_t>;
+
+    void Put(Places& into, size_t i, size_t distance)
+    {
+        size_t& known = into.emplace(tokens[i].text, distance).first->second;
+        known = std::min(known, distance);
+    }
+    static size_t Get(const Places& from, std::string_view name)
+    {
+        const auto found = from.find(name);
+        return found == from.end() ? SIZE_MAX : found->second;
+    }
+
+    const Tokens& tokens;
+    Places behindSame;
+    Places behindSign;
+    Places anywhere;
+};
+
+struct Offer {
+    Symbol symbol;
+    How how = How::Name;
+    int group = 0; // 0 is the nearest
+    size_t order = 0;
+};
+
+// Collects the candidates of one place.
+class Completion {
+public:
+    Completion(Question& question, size_t start, size_t before, std::string_view typed)
+        : question(question), tokens(question.GetTokens()), start(start), before(before), typed(typed)
+    {
+    }
+
+    std::vector<Offer> Collect()
+    {
+        const Token& sign = tokens[before];
+        if (before != kNone && (sign.Is('.') || sign.text == "->") && !IsDesignator())
+            Members(question.ReceiverBefore(before));
+        else if (before != kNone && IsDesignator())
+            Members(question.GetExpressions().Initialized(tokens[before].parent));
+        else if (before != kNone && sign.IsMark("::"))
+            Qualified();
+        else if (before == kNone || !Message())
+            Unqualified();
+        Sort();
+        return std::move(offers);
+    }
+
+private:
+    World& GetWorld() { return question.GetWorld(); }
+
+    bool IsDesignator() const
+    {
+        const size_t open = tokens[before].parent;
+        return tokens[before].Is('.') && open != kNone && tokens[open].Is('{') &&
+               (tokens[before - 1].Is('{') || tokens[before - 1].Is(','));
+    }
+
+    void Add(const Symbol& symbol, How how, int group)
+    {
+        if (!IsOffered(symbol) || !Begins(symbol.name, typed) || !names.insert(symbol.name).second)
+            return;
+        offers.push_back({symbol, how, group, offers.size()});
+    }
+
+    void Members(const Type& type)
+    {
+        const std::vector<Class> of = question.GetClasses().Find(type);
+        if (!of.empty())
+            for (const ClassMember& member : question.GetClasses().Members(of.front()))
+                if (member.symbol.name != LeafOf(member.owner) && !IsTypeKind(member.symbol.kind) &&
+                    member.symbol.kind != SymbolKind::Enumerator)
+                    Add(member.symbol, How::Member, member.symbol.isVirtual ? 0 : static_cast<int>(member.depth));
+        if (offers.empty())
+            AnyMembers();
+    }
+
+    // The receiver is unknown: what is used behind receivers in this text, and members by their names.
+    void AnyMembers()
+    {
+        for (size_t i = 0; i < tokens.Count(); ++i)
+            if (tokens[i].IsWord() && (tokens[i - 1].Is('.') || tokens[i - 1].text == "->") &&
+                Begins(tokens[i].text, typed))
+                for (const Symbol& symbol : std::vector<Symbol>(GetWorld().Named(tokens[i].text)))
+                    if (IsMemberLike(symbol) || (IsCallable(symbol.kind) && !symbol.scope.empty()))
+                        Add(symbol, How::Name, 0);
+        ByPrefix([](const Symbol& symbol) {
+            return IsMemberLike(symbol) || (IsCallable(symbol.kind) && !symbol.scope.empty());
+        });
+    }
+
+    void Qualified()
+    {
+        const size_t begin = question.GetExpressions().BeginOfOperand(before);
+        const std::string_view qualifier = begin >= before ? std::string_view() : tokens.Text(begin, before - 1);
+        const unsigned line = tokens[before].line;
+        const Type type = ParseType(qualifier, question.GetNames().ScopesAt(line).front(), GetWorld().TextFile());
+        const std::vector<Class> of = question.GetClasses().Find(type);
+        if (!of.empty()) {
+            for (const ClassMember& member : question.GetClasses().Members(of.front()))
+                Add(member.symbol, How::Member, static_cast<int>(member.depth));
+            for (const Symbol& symbol : GetWorld().OwnSymbols()) // enumerators of unscoped enums
+                if (GetWorld().VisibleScope(symbol) == of.front().scope)
+                    Add(symbol, How::Member, 0);
+            return;
+        }
+        std::string scope = type.name;
+        for (const Symbol& symbol : question.GetClasses().FindTypes(type.name, type.scope, type.file)) {
+            if (symbol.kind == SymbolKind::NamespaceAlias && !symbol.target.empty())
+                scope = symbol.target;
+            else if (symbol.kind == SymbolKind::Namespace)
+                scope = Joined(symbol.scope, symbol.name);
+            break;
+        }
+        InScope(scope, 0);
+    }
+
+    void InScope(const std::string& scope, int group)
+    {
+        if (scope.empty())
+            return;
+        std::vector<Symbol> found = GetWorld().InScope(scope);
+        for (const Symbol& symbol : found) {
+            const bool isInline = symbol.kind == SymbolKind::Namespace && symbol.isInline;
+            if (isInline && group < 20)
+                InScope(Joined(scope, symbol.name), group + 1);
+        }
+        for (const Symbol& symbol : found)
+            if (!GetWorld().IsFileLocalElsewhere(symbol))
+                Add(symbol, How::Scope, group + (GetWorld().Distance(symbol.file) >= Distances::kUnrelated ? 1 : 0));
+    }
+
+    // "[receiver na": the names of methods.
+    bool Message()
+    {
+        const size_t open = tokens[before].parent;
+        const size_t at = open != kNone ? open : before;
+        if (!question.GetWorld().Text().IsObjectiveC() || !tokens[at].Is('[') || before == at)
+            return false;
+        if (tokens[at - 1].IsWord() && !IsStatementWord(tokens[at - 1].text))
+            return false;
+        const Token& last = tokens[before];
+        if (!last.IsWord() && !last.Is(']') && !last.Is(')'))
+            return false;
+        const Type type = question.GetExpressions().TypeOf(at + 1, before + 1);
+        const std::vector<Class> of = question.GetClasses().Find(type);
+        if (!of.empty())
+            for (const ClassMember& member : question.GetClasses().Members(of.front()))
+                if (IsMethod(member.symbol.kind) || member.symbol.kind == SymbolKind::Property)
+                    Add(member.symbol, How::Member, static_cast<int>(member.depth));
+        if (offers.empty())
+            ByPrefix([](const Symbol& symbol) { return IsMethod(symbol.kind); });
+        return true;
+    }
+
+    void Unqualified()
+    {
+        const size_t place = before == kNone ? 0 : before;
+        const unsigned line = tokens[place].line;
+        // The walk outwards begins at a token of the place's block.
+        const size_t next = tokens.FirstFrom(start);
+        if (tokens.Count() > 0)
+            ForEachLocal(tokens, next < tokens.Count() ? next : tokens.Count() - 1, [&](const LocalName& local) {
+                if (tokens[local.name].offset < start)
+                    Local(local);
+                return true;
+            });
+        for (const auto& [scope, level] : question.GetNames().VisibleScopes(line))
+            scopes.emplace_back(level, scope);
+        std::sort(scopes.begin(), scopes.end());
+        for (const auto& [level, scope] : scopes)
+            Enclosing(scope, level);
+        for (const Symbol& symbol : GetWorld().OwnSymbols())
+            if (symbol.scope.empty() || GetWorld().VisibleScope(symbol).empty())
+                Add(symbol, How::Scope, 2);
+        if (typed.empty())
+            FromIncluded();
+        else
+            ByPrefix([&](const Symbol& symbol) { return IsVisible(symbol); });
+    }
+
+    void Local(const LocalName& local)
+    {
+        Symbol symbol;
+        symbol.name = tokens[local.name].text;
+        symbol.line = tokens[local.name].line;
+        symbol.kind = local.kind;
+        symbol.file = GetWorld().TextFile();
+        Add(symbol, How::Local, 0);
+    }
+
+    void Enclosing(const std::string& scope, int level)
+    {
+        if (scope.empty())
+            return;
+        const std::vector<Class> of = question.GetClasses().Find(scope, "", GetWorld().TextFile());
+        if (of.empty()) {
+            InScope(scope, 2);
+            return;
+        }
+        for (const Symbol& symbol : GetWorld().InScope(of.front().scope))
+            Add(symbol, How::Member, level % 10 == 0 ? 1 : 2);
+    }
+
+    bool IsVisible(const Symbol& symbol)
+    {
+        if (IsMemberLike(symbol))
+            return false;
+        if (!GetWorld().Text().IsCplusplus())
+            return true;
+        const std::string scope = GetWorld().VisibleScope(symbol);
+        return std::any_of(scopes.begin(), scopes.end(), [&](const auto& each) { return each.second == scope; });
+    }
+
+    void FromIncluded()
+    {
+        size_t files = 0;
+        for (const FileNumber file : GetWorld().Files().Included()) {
+            if (++files > kMostIncluded || !GetWorld().Goes())
+                return;
+            for (const Symbol& symbol : GetWorld().Index().OfFile(file).found)
+                if (IsVisible(symbol))
+                    Add(symbol, How::Include, 3);
+        }
+    }
+
+    template <class Predicate>
+    void ByPrefix(Predicate fits)
+    {
+        if (typed.empty())
+            return;
+        std::vector<std::pair<int, Symbol>> found;
+        for (const Symbol& symbol : GetWorld().Index().ByPrefix(typed, {kMostByPrefix, nullptr}).found)
+            if (symbol.file != GetWorld().TextFile() && fits(symbol) && !GetWorld().IsFileLocalElsewhere(symbol))
+                found.emplace_back(GetWorld().Distance(symbol.file), symbol);
+        std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+        for (const auto& [distance, symbol] : found)
+            Add(symbol, distance < Distances::kUnrelated ? How::Include : How::Name,
+                distance < Distances::kUnrelated ? 3
+                : distance < Distances::kSystem  ? 4
+                                                 : 5);
+    }
+
+    void Sort()
+    {
+        const std::string_view receiver = before == kNone ? std::string_view() : tokens[before - 1].text;
+        const bool isBehindSign =
+            before != kNone && (tokens[before].Is('.') || tokens[before].text == "->" || tokens[before].IsMark("::"));
+        const size_t place = tokens.FirstFrom(start);
+        const Nearby nearby(tokens, place, isBehindSign ? receiver : std::string_view());
+        struct Key {
+            size_t same, behind, anywhere;
+            int group;
+            size_t order;
+            auto operator<=>(const Key&) const = default;
+        };
+        std::unordered_map<std::string_view, Key> keys;
+        for (const Offer& offer : offers) {
+            const std::string_view name = offer.symbol.name;
+            Key key{SIZE_MAX, SIZE_MAX, nearby.Anywhere(name), offer.group, offer.order};
+            if (isBehindSign) {
+                key.same = nearby.SameReceiver(name);
+                key.behind = nearby.BehindSign(name);
+            } else if (offer.how == How::Local) {
+                key.same = 0;
+            }
+            keys.emplace(name, key);
+        }
+        std::stable_sort(offers.begin(), offers.end(), [&](const Offer& a, const Offer& b) {
+            return keys.at(a.symbol.name) < keys.at(b.symbol.name);
+        });
+    }
+
+    Question& question;
+    const Tokens& tokens;
+    const size_t start;
+    const size_t before;
+    const std::string_view typed;
+    std::vector<Offer> offers;
+    std::unordered_set<std::string_view> names;
+    std::vector<std::pair<int, std::string>> scopes;
+};
+
+} // namespace
+
+Candidates Resolver::Complete(const Place& place, symbols::Limits limits) const
+{
+    Candidates candidates;
+    candidates.text = TextOf(place);
+    Question question(snapshot, candidates.text, place.offset, limits);
+    const Tokens& tokens = question.GetTokens();
+    const size_t word = question.Word();
+    candidates.start = std::min(place.offset, place.text.size());
+    if (word != kNone)
+        candidates.start = tokens[word].offset;
+    const std::string_view typed =
+        std::string_view(candidates.text->text).substr(candidates.start, place.offset - candidates.start);
+    const size_t next = tokens.FirstFrom(candidates.start);
+    const Token& last = tokens[next - 1];
+    const bool isInLiteral = next > 0 && last.kind == Token::kLiteral && last.End() > candidates.start;
+    if (isInLiteral)
+        return candidates;
+    for (const Offer& offer : Completion(question, candidates.start, next == 0 ? kNone : next - 1, typed).Collect()) {
+        if (candidates.found.size() == limits.results) {
+            candidates.more = true;
+            break;
+        }
+        candidates.found.push_back(
+            {offer.symbol, std::string(question.GetWorld().PathOf(offer.symbol.file)), offer.how});
+    }
+    return candidates;
+}
+
+} // namespace resolve

@@ -1,0 +1,27 @@
+// Names that a function declares, as far as they are visible at a place.
+#pragma once
+
+#include "resolve/Declarations.h"
+#include "resolve/Tokens.h"
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+namespace resolve {
+
+struct LocalName : Declared {
+    size_t scope = kNone; // the bracket that encloses all uses; kNone for the whole text
+};
+
+// Variables, parameters, local types and template parameters that are declared at or before a token: innermost first,
+// and in a block the latest first. Stops when the function returns false.
+void ForEachLocal(const Tokens& tokens, size_t place, const std::function<bool(const LocalName&)>& each);
+
+std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place);                        // of the word there
+std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place, std::string_view name); // seen from there
+
+// The label that a goto at the place, or the label itself, means.
+std::optional<LocalName> FindLabel(const Tokens& tokens, size_t place);
+
+} // namespace resolve

@@ -1,0 +1,25 @@
+// One thing that a name may mean.
+#pragma once
+
+#include "resolve/Resolver.h"
+#include "resolve/Type.h"
+
+#include <string>
+#include <vector>
+
+namespace resolve {
+
+struct Meaning {
+    symbols::Symbol symbol;
+    How how = How::Name;
+    int level = 0;     // of its scope: 0 is the innermost; kUnreachable for one that the place does not see
+    size_t entity = 0; // the same for the declarations and definitions of one thing; set by RankMeanings
+    Bindings bindings; // of the class that it is a member of
+    std::string reason;
+};
+
+using MeaningList = std::vector<Meaning>;
+
+inline constexpr int kUnreachable = 1000;
+
+} // namespace resolve

@@ -1,0 +1,49 @@
+#include "resolve/ParsedText.h"
+
+#include <algorithm>
+
+namespace resolve {
+
+ParsedText::ParsedText(std::string path, std::string_view text, tagging::TextParser& parser)
+    : path(std::move(path)), text(text), tokens(this->text)
+{
+    auto result = parser.Parse(this->path, this->text, tagging::TextParser::Locals::No);
+    if (result)
+        parsed = std::move(*result);
+    else
+        parsed = std::make_unique<tagging::ParsedSource>();
+}
+
+bool ParsedText::IsObjectiveC() const
+{
+    return parsed->language == tagging::Language::ObjectiveC ||
+           parsed->language == tagging::Language::ObjectiveCplusplus;
+}
+
+bool ParsedText::IsCplusplus() const
+{
+    return parsed->language == tagging::Language::Cplusplus ||
+           parsed->language == tagging::Language::ObjectiveCplusplus;
+}
+
+ParsedTextPointer ParsedTexts::Get(const std::string& path, std::string_view text, tagging::TextParser& parser)
+{
+    const auto isIt = [&](const ParsedTextPointer& each) { return each->path == path && each->text == text; };
+    {
+        const std::lock_guard lock(mutex);
+        const auto found = std::find_if(last.begin(), last.end(), isIt);
+        if (found != last.end()) {
+            std::rotate(found, found + 1, last.end());
+            return last.back();
+        }
+    }
+    auto made = std::make_shared<const ParsedText>(path, text, parser);
+    const std::lock_guard lock(mutex);
+    std::erase_if(last, [&](const ParsedTextPointer& each) { return each->path == path; });
+    if (last.size() == kKept)
+        last.erase(last.begin());
+    last.push_back(made);
+    return made;
+}
+
+} // namespace resolve

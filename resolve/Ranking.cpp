@@ -1,0 +1,139 @@
+#include "resolve/Ranking.h"
+
+#include "resolve/Names.h"
+
+#include <algorithm>
+#include <map>
+#include <tuple>
+
+namespace resolve {
+
+namespace {
+
+struct Ranked {
+    Meaning meaning;
+    int misfit = 0;
+    bool isLocalElsewhere = false;
+    bool hasOtherArguments = false;
+    int distance = 0;
+    std::string entity;
+};
+
+// What all declarations of a thing have in common. A type or a macro is declared once.
+std::string EntityOf(const Symbol& symbol, bool isLocalElsewhere, World& world, size_t number)
+{
+    std::string key;
+    switch (symbol.kind) {
+    case SymbolKind::Function:
+    case SymbolKind::Prototype:
+        key = "f ";
+        break;
+    case SymbolKind::Variable:
+    case SymbolKind::ExternVariable:
+        key = "v ";
+        break;
+    case SymbolKind::Member:
+        // A static member's definition is a variable of the class's scope.
+        key = symbol.isStatic ? "v " : "";
+        break;
+    case SymbolKind::Interface:
+    case SymbolKind::Implementation:
+        key = "i ";
+        break;
+    case SymbolKind::InstanceMethod:
+    case SymbolKind::InstanceMethodDeclaration:
+        key = "- ";
+        break;
+    case SymbolKind::ClassMethod:
+    case SymbolKind::ClassMethodDeclaration:
+        key = "+ ";
+        break;
+    default:
+        break;
+    }
+    if (key.empty() || isLocalElsewhere)
+        return "#" + std::to_string(number);
+    key += world.VisibleScope(symbol);
+    if (key[0] == 'f' && world.Text().IsCplusplus())
+        key += " " + std::to_string(CountsOf(symbol.signature).most);
+    return key;
+}
+
+// Nearest before the place, then behind it; in other files the last macro, and the first of anything else.
+long LineOrder(const Symbol& symbol, unsigned line, const World& world)
+{
+    const long own = symbol.line;
+    if (symbol.file != world.TextFile() || line == 0)
+        return symbol.kind == SymbolKind::Macro ? -own : own;
+    return own <= line ? static_cast<long>(line) - own : 1'000'000 + own;
+}
+
+struct EntityRank {
+    int misfit = 1000;
+    bool isFar = true;
+    bool isLocalElsewhere = true;
+    int level = INT32_MAX;
+    bool hasOtherArguments = true;
+    int distance = INT32_MAX;
+
+    auto Key() const
+    {
+        return std::tuple(misfit >= kUnfit, level >= kUnreachable, isLocalElsewhere, isFar, level, hasOtherArguments,
+                          misfit, distance);
+    }
+};
+
+using Entities = std::map<std::string, EntityRank>;
+
+Entities RanksOf(const std::vector<Ranked>& all)
+{
+    Entities entities;
+    for (const Ranked& each : all) {
+        EntityRank& rank = entities[each.entity];
+        rank.misfit = std::min(rank.misfit, each.misfit);
+        rank.isFar &= each.distance >= Distances::kUnrelated;
+        rank.isLocalElsewhere &= each.isLocalElsewhere;
+        rank.level = std::min(rank.level, each.meaning.level);
+        rank.hasOtherArguments &= each.hasOtherArguments;
+        rank.distance = std::min(rank.distance, each.distance);
+    }
+    return entities;
+}
+
+} // namespace
+
+void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World& world)
+{
+    std::vector<Ranked> all;
+    for (size_t i = 0; i < meanings.size(); ++i) {
+        Ranked ranked;
+        const Symbol& symbol = meanings[i].symbol;
+        ranked.misfit = Misfit(symbol, use);
+        ranked.isLocalElsewhere = world.IsFileLocalElsewhere(symbol);
+        ranked.hasOtherArguments =
+            use.arguments && !symbol.signature.empty() && !CountsOf(symbol.signature).Fit(*use.arguments);
+        ranked.distance = world.Distance(symbol.file);
+        ranked.entity = EntityOf(symbol, ranked.isLocalElsewhere, world, i);
+        ranked.meaning = std::move(meanings[i]);
+        all.push_back(std::move(ranked));
+    }
+    const Entities entities = RanksOf(all);
+    const auto key = [&](const Ranked& each) {
+        const Symbol& symbol = each.meaning.symbol;
+        return std::tuple(entities.at(each.entity).Key(),
+                          std::string_view(each.entity).starts_with('#') ? each.distance : 0,
+                          std::string_view(each.entity).starts_with('#') ? LineOrder(symbol, line, world) : 0,
+                          std::string_view(each.entity), each.distance, LineOrder(symbol, line, world),
+                          world.PathOf(symbol.file), symbol.line);
+    };
+    std::stable_sort(all.begin(), all.end(), [&](const Ranked& a, const Ranked& b) { return key(a) < key(b); });
+    size_t entity = 0;
+    for (size_t i = 0; i < all.size(); ++i) {
+        if (i > 0 && all[i].entity != all[i - 1].entity)
+            ++entity;
+        all[i].meaning.entity = entity;
+        meanings[i] = std::move(all[i].meaning);
+    }
+}
+
+} // namespace resolve
