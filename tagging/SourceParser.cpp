@@ -52,6 +52,8 @@ public:
     void LeaveOut(unsigned number) override
     {
         Begun begun = Take(number);
+        if (begun.half.source != nullptr)
+            begun.half.source->symbols.clear(); // those that need no ctags are not all
         sink(number, begun.stamp, std::move(begun.half.source));
     }
 

@@ -16,23 +16,48 @@ namespace {
 
 using Says = NameOfSource::Says;
 
-void AddObjectiveC(const tagsfile::Tags& tags, ParsedSource& source)
+Symbol::Access AccessOf(ObjectiveCDetails::Access access)
 {
-    for (const tagsfile::Tag& tag : tags.tags) {
-        Symbol symbol;
-        symbol.name = source.texts.Put(tag.name);
-        symbol.kind = KindOfObjectiveCLetter(tag.kind);
-        symbol.line = tag.line;
-        const std::string_view scope = tag.scope.substr(std::min(tag.scope.find(':') + 1, tag.scope.size()));
-        if (!tag.scope.empty()) {
-            symbol.scope = source.texts.Put(scope);
-            symbol.scopeKind = SymbolKind::Class;
-        }
-        symbol.isDefinition = symbol.kind != SymbolKind::Interface && symbol.kind != SymbolKind::Category &&
-                              symbol.kind != SymbolKind::InstanceMethodDeclaration &&
-                              symbol.kind != SymbolKind::ClassMethodDeclaration;
-        source.symbols.push_back(symbol);
+    switch (access) {
+    case ObjectiveCDetails::Access::Public:
+        return Symbol::Access::Public;
+    case ObjectiveCDetails::Access::Protected:
+        return Symbol::Access::Protected;
+    case ObjectiveCDetails::Access::Private:
+        return Symbol::Access::Private;
+    case ObjectiveCDetails::Access::None:
+        break;
     }
+    return Symbol::Access::None;
+}
+
+Symbol SymbolOf(const tagsfile::Tag& tag, const ObjectiveCDetails& details, base::TextPool& texts)
+{
+    Symbol symbol;
+    symbol.name = texts.Put(tag.name);
+    symbol.kind = KindOfObjectiveCLetter(tag.kind);
+    symbol.line = tag.line;
+    symbol.endLine = details.endLine;
+    if (!tag.scope.empty()) {
+        symbol.scope = texts.Put(tag.scope.substr(tag.scope.find(':') + 1));
+        symbol.scopeKind = SymbolKind::Class;
+    }
+    symbol.type = texts.Put(details.type);
+    symbol.signature = texts.Put(details.signature);
+    symbol.bases = texts.Put(details.bases);
+    symbol.templateParameters = texts.Put(details.parameters);
+    symbol.target = texts.Put(details.category);
+    symbol.access = AccessOf(details.access);
+    symbol.isDefinition = symbol.kind != SymbolKind::Interface && symbol.kind != SymbolKind::Category &&
+                          symbol.kind != SymbolKind::InstanceMethodDeclaration &&
+                          symbol.kind != SymbolKind::ClassMethodDeclaration;
+    return symbol;
+}
+
+void AddObjectiveC(const ObjectiveCSource& read, ParsedSource& source)
+{
+    for (size_t i = 0; i < read.tags.tags.size(); ++i)
+        source.symbols.push_back(SymbolOf(read.tags.tags[i], read.details[i], source.texts));
 }
 
 Include IncludeOf(const Facts::Include& found, base::TextPool& texts)
@@ -96,9 +121,9 @@ HalfParsed SourceReader::Read(std::string_view path, std::string_view text)
         name.says == Says::ObjectiveC || name.says == Says::ObjectiveCplusplus || name.says == Says::Nothing;
     bool isObjectiveC = name.says == Says::ObjectiveC || name.says == Says::ObjectiveCplusplus;
     if (isObjectiveC || (mayBeObjectiveC && facts.hasObjectiveC)) {
-        ObjectiveCSource read = ReadObjectiveC(text, settings.ignoredMacros);
+        ObjectiveCSource read = ReadObjectiveC(text, settings.ignoredMacros, Details::Yes);
         isObjectiveC |= read.rest != text;
-        AddObjectiveC(read.tags, source);
+        AddObjectiveC(read, source);
         if (read.rest != text)
             half.rest = std::move(read.rest);
     }

@@ -285,6 +285,28 @@ TokenSpan AfterMembers(TokenSpan declaration)
     return brace == declaration.size() ? declaration : declaration.subspan(AfterGroup(declaration, brace));
 }
 
+struct DeclaredVariable {
+    Token name;
+    TokenSpan declarator;  // without a width or an initial value
+    bool withType = false; // the first of several, with the type before it
+};
+
+std::vector<DeclaredVariable> DeclaredVariables(TokenSpan declaration)
+{
+    std::vector<DeclaredVariable> variables;
+    TokenSpan rest = AfterMembers(declaration);
+    const bool hasMembers = rest.size() != declaration.size();
+    bool withType = !hasMembers;
+    while (!rest.empty()) {
+        const TokenSpan declarator = OneDeclarator(rest);
+        if (const std::optional<Token> name = NameOfDeclarator(declarator, withType))
+            variables.push_back({*name, WithoutWidth(declarator), withType});
+        withType = false;
+        rest = rest.subspan(std::min(declarator.size() + 1, rest.size()));
+    }
+    return variables;
+}
+
 // Headers of classes and protocols.
 
 // Returns the content of the parentheses at 'at', and moves 'at' past them.
@@ -307,6 +329,75 @@ std::optional<DeclaredName> FirstName(TokenSpan tokens)
 bool IsMarkAt(TokenSpan tokens, size_t at, std::string_view marks)
 {
     return at < tokens.size() && tokens[at].kind == Token::kMark && marks.find(tokens[at].text[0]) != marks.npos;
+}
+
+// Types as text.
+
+// Words that say nothing of a type.
+bool IsNoType(const Token& token)
+{
+    return (IsQualifier(token) && !IsOneOf(token, {"const", "volatile"})) ||
+           IsOneOf(token, {"IBOutlet", "IBInspectable", "nullable", "nonnull", "null_unspecified", "in", "out", "inout",
+                           "bycopy", "byref", "oneway", "NS_REFINED_FOR_SWIFT"});
+}
+
+std::vector<Token> WithoutNoTypes(TokenSpan tokens)
+{
+    std::vector<Token> kept;
+    for (size_t at = 0; at < tokens.size(); ++at) {
+        if (!IsNoType(tokens[at]))
+            kept.push_back(tokens[at]);
+        else if (IsMarkAt(tokens, at + 1, "("))
+            at = AfterGroup(tokens, at + 1) - 1;
+    }
+    return kept;
+}
+
+// All of the declarator but the name, and but the macros after it.
+std::vector<Token> TypeTokens(const DeclaredVariable& variable)
+{
+    std::vector<Token> tokens;
+    bool isAfterName = false;
+    for (const Token& token : variable.declarator) {
+        if (token.text.data() == variable.name.text.data())
+            isAfterName = true;
+        else if (!isAfterName || token.kind == Token::kMark || token.kind == Token::kNumber)
+            tokens.push_back(token);
+        else if (InnerDeclarator(variable.declarator))
+            tokens.push_back(token);
+    }
+    return WithoutNoTypes(tokens);
+}
+
+bool EndsSharedType(const Token& token)
+{
+    return token.Is('*') || token.Is('^') || token.Is('&') || token.Is('[') || token.Is('(');
+}
+
+// Moves 'at' behind the parentheses.
+std::string TypeInParentheses(TokenSpan tokens, size_t& at)
+{
+    return Joined(WithoutNoTypes(TakeGroup(tokens, at)));
+}
+
+// One parameter of a method: "(type)name", at 'at', which moves to the next colon.
+void AddParameter(TokenSpan method, size_t& at, std::string& parameters)
+{
+    if (!parameters.empty())
+        parameters += ',';
+    std::string type = "id";
+    if (at < method.size() && method[at].Is('('))
+        type = TypeInParentheses(method, at);
+    parameters += type;
+    while (at < method.size() && (method[at].kind != Token::kWord || IsQualifier(method[at])) && !method[at].Is(':') &&
+           !method[at].Is(','))
+        ++at;
+    if (at < method.size() && method[at].kind == Token::kWord)
+        parameters += " " + WithoutSplices(method[at++].text);
+    while (at < method.size() && !method[at].Is(':') && !method[at].Is(','))
+        ++at;
+    if (at < method.size() && method[at].Is(','))
+        parameters += ",...";
 }
 
 // Returns the class's name, and moves 'at' past it. In "GS_GENERIC_CLASS(NSArray, ElementT) : NSObject" it is a
@@ -357,16 +448,69 @@ std::optional<DeclaredName> SelectorOf(TokenSpan method)
 std::vector<DeclaredName> VariablesOf(TokenSpan declaration)
 {
     std::vector<DeclaredName> names;
-    TokenSpan rest = AfterMembers(declaration);
-    bool withType = rest.size() == declaration.size();
-    while (!rest.empty()) {
-        const TokenSpan declarator = OneDeclarator(rest);
-        if (const std::optional<Token> name = NameOfDeclarator(declarator, withType))
-            names.push_back(NameOf(*name));
-        withType = false;
-        rest = rest.subspan(std::min(declarator.size() + 1, rest.size()));
+    for (const DeclaredVariable& variable : DeclaredVariables(declaration))
+        names.push_back(NameOf(variable.name));
+    return names;
+}
+
+std::vector<TypedName> TypedVariablesOf(TokenSpan declaration)
+{
+    std::vector<TypedName> names;
+    std::vector<Token> shared; // the words before the marks of the first
+    for (const DeclaredVariable& variable : DeclaredVariables(declaration)) {
+        std::vector<Token> type = TypeTokens(variable);
+        if (variable.withType) {
+            const auto mark = std::find_if(type.begin(), type.end(), EndsSharedType);
+            shared.assign(type.begin(), mark);
+        } else {
+            type.insert(type.begin(), shared.begin(), shared.end());
+        }
+        names.push_back({NameOf(variable.name), Joined(type)});
     }
     return names;
+}
+
+MethodTypes TypesOf(TokenSpan method)
+{
+    MethodTypes types{"id", ""};
+    size_t at = 0;
+    if (!method.empty() && method[0].Is('('))
+        types.result = TypeInParentheses(method, at);
+    std::string parameters;
+    while (at < method.size() && !method[at].Is(':'))
+        ++at;
+    while (at < method.size() && method[at].Is(':'))
+        AddParameter(method, ++at, parameters);
+    types.parameters = "(" + parameters + ")";
+    return types;
+}
+
+std::string BasesOf(TokenSpan bases)
+{
+    std::string text;
+    const auto add = [&text](const Token& token) {
+        if (!text.empty())
+            text += ',';
+        text += WithoutSplices(token.text);
+    };
+    size_t at = 0;
+    if (IsMarkAt(bases, 0, ":")) {
+        while (++at < bases.size() && bases[at].kind != Token::kWord)
+            continue;
+        if (at < bases.size())
+            add(bases[at++]);
+        // "Superclass<Argument *> <Protocol>": only the names of protocols are bases.
+        const size_t after = IsMarkAt(bases, at, "<") ? AfterAngles(bases, at) : at;
+        if (IsMarkAt(bases, after, "<") || Find(bases.subspan(0, after), at + 1, "*") < after)
+            at = after;
+    }
+    if (!IsMarkAt(bases, at, "<"))
+        return text;
+    const size_t end = AfterAngles(bases, at);
+    for (; at < end; ++at)
+        if (bases[at].kind == Token::kWord)
+            add(bases[at]);
+    return text;
 }
 
 TokenSpan AfterPropertyAttributes(TokenSpan property)
@@ -382,16 +526,37 @@ std::optional<ContainerHeader> ContainerHeaderOf(TokenSpan header)
     const std::optional<DeclaredName> name = TakeName(header, at);
     if (!name || Find(header, at, ",") < header.size())
         return std::nullopt;
-    ContainerHeader result{*name, false, std::nullopt};
+    ContainerHeader result{*name, false, std::nullopt, {}, {}};
+    const size_t angles = at;
     if (IsMarkAt(header, at, "<"))
         at = AfterAngles(header, at);
+    const bool isGeneric = at > angles && IsMarkAt(header, at, ":(");
+    if (isGeneric)
+        result.parameters = header.subspan(angles, at - angles);
     if (IsMarkAt(header, at, "(")) {
         result.category = FirstName(TakeGroup(header, at));
         if (result.category)
             result.category->line = name->line;
         result.isExtension = !result.category;
     }
+    result.bases = header.subspan(isGeneric || at == angles || result.category || result.isExtension ? at : angles);
     return result;
+}
+
+std::string Joined(TokenSpan tokens)
+{
+    std::string text;
+    const Token* before = nullptr;
+    for (const Token& token : tokens) {
+        const bool isWord = token.kind != Token::kMark;
+        const bool followsWord = before != nullptr && (before->kind != Token::kMark || before->Is('>') ||
+                                                       before->Is('*') || before->Is('&'));
+        if (followsWord && (isWord || (token.Is('*') && !before->Is('*')) || token.Is('&') || token.Is('(')))
+            text += ' ';
+        text += token.kind == Token::kWord ? WithoutSplices(token.text) : std::string(token.text);
+        before = &token;
+    }
+    return text;
 }
 
 std::optional<size_t> OpenAggregate(TokenSpan tokens)

@@ -27,6 +27,20 @@ std::optional<DeclaredName> SelectorOf(TokenSpan method);
 // missing, but not the braces.
 std::vector<DeclaredName> VariablesOf(TokenSpan declaration);
 
+// The same with their types, "NSString *", "int [3]", "void (^)(int)".
+struct TypedName {
+    DeclaredName name;
+    std::string type;
+};
+std::vector<TypedName> TypedVariablesOf(TokenSpan declaration);
+
+// The result's type and the parameters of a method: "id", "(int x,NSString * y)".
+struct MethodTypes {
+    std::string result;
+    std::string parameters;
+};
+MethodTypes TypesOf(TokenSpan method);
+
 // The tokens after the attributes in parentheses of a property, if any.
 TokenSpan AfterPropertyAttributes(TokenSpan property);
 
@@ -34,10 +48,18 @@ struct ContainerHeader {
     DeclaredName name;
     bool isExtension = false;             // "Foo ()"
     std::optional<DeclaredName> category; // "Foo (Category)": the line is that of "Foo"
+    TokenSpan parameters;                 // of a generic class, with the angles
+    TokenSpan bases;                      // ": Superclass <Protocol>", or what there is of it
 };
 
 // The header of an "@interface", "@implementation" or "@protocol". Nullopt without a name, and for "@protocol A, B".
 std::optional<ContainerHeader> ContainerHeaderOf(TokenSpan header);
+
+// "Superclass,Protocol,Other" for ": Superclass<Argument> <Protocol, Other>".
+std::string BasesOf(TokenSpan bases);
+
+// The tokens as text, with blanks where they are needed or where ctags writes them.
+std::string Joined(TokenSpan tokens);
 
 // Returns the place of the keyword if a '{' after these tokens begins a struct, union or enumeration.
 std::optional<size_t> OpenAggregate(TokenSpan tokens);

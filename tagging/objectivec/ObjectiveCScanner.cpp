@@ -21,10 +21,18 @@ bool BeginsEnumeration(const Token& token)
             token.Is("NS_CLOSED_ENUM") || token.Is("CF_CLOSED_ENUM"));
 }
 
+ObjectiveCDetails::Access AccessOf(std::string_view keyword)
+{
+    using Access = ObjectiveCDetails::Access;
+    if (keyword == "private")
+        return Access::Private;
+    return keyword == "protected" ? Access::Protected : Access::Public; // "@package" is public within the library
+}
+
 } // namespace
 
-ObjectiveCScanner::ObjectiveCScanner(std::string_view text, const std::set<std::string>& ignoredMacros)
-    : text(text), source(text), afterKeyword(text), rest(text)
+ObjectiveCScanner::ObjectiveCScanner(std::string_view text, const std::set<std::string>& ignoredMacros, Details wanted)
+    : text(text), wantsDetails(wanted == Details::Yes), source(text), afterKeyword(text), rest(text)
 {
     for (const std::string& macro : ignoredMacros) {
         const bool withArguments = macro.ends_with('+');
@@ -40,7 +48,8 @@ ObjectiveCSource ObjectiveCScanner::Read()
         last = token;
     }
     Finish();
-    return {std::move(tags), std::move(rest.Text())};
+    EndContainer(last.line);
+    return {std::move(tags), std::move(details), std::move(rest.Text())};
 }
 
 // Tokens to skip.
@@ -219,8 +228,12 @@ void ObjectiveCScanner::OnBody(const Token& token)
     rest.TakeOut(token);
     if (token.Is('{'))
         ++state.depth;
-    else if (token.Is('}') && --state.depth == 0)
+    else if (token.Is('}') && --state.depth == 0) {
+        if (ObjectiveCDetails* const body = DetailsOf(method))
+            body->endLine = token.line;
+        method = kNoTag;
         BackToCode();
+    }
 }
 
 void ObjectiveCScanner::OnVariables(const Token& token)
@@ -326,9 +339,11 @@ void ObjectiveCScanner::OnKeyword(Keyword keyword, const Token& at, const Token&
     rest.TakeOut(at);
     switch (keyword) {
     case Keyword::End:
+        EndContainer(word.line);
         state = {};
         break;
     case Keyword::Container:
+        EndContainer(last.line);
         state = {};
         Begin(Subject::Header, word);
         return;
@@ -338,8 +353,10 @@ void ObjectiveCScanner::OnKeyword(Keyword keyword, const Token& at, const Token&
     case Keyword::Names:
         Begin(Subject::Names, word);
         return;
-    case Keyword::Mark:
     case Keyword::Access:
+        state.access = AccessOf(WithoutSplices(word.text));
+        break;
+    case Keyword::Mark:
     case Keyword::None:
         break;
     }
@@ -394,7 +411,7 @@ void ObjectiveCScanner::Finish()
         FinishHeader();
         break;
     case Subject::HeaderRest:
-        state.variablesMayFollow = true;
+        FinishHeaderRest();
         break;
     case Subject::Method:
         FinishMethod();
@@ -426,13 +443,43 @@ void ObjectiveCScanner::FinishHeader()
     state.container.scope =
         tags.Keep(std::string(tagsfile::KindOf(tagsfile::kind::kClass).scopeWord) + header->name.name);
     state.variablesMayFollow = !isProtocol;
+    state.container.tag = header->isExtension ? kNoTag : tags.tags.size();
+    state.access = isImplementation ? ObjectiveCDetails::Access::Private : ObjectiveCDetails::Access::Protected;
+    ObjectiveCDetails* found = &unwanted;
     if (isProtocol)
-        AddTag(header->name, tagsfile::kind::kProtocol, "");
+        found = &AddTag(header->name, tagsfile::kind::kProtocol, "");
     else if (header->category)
-        AddTag(*header->category, isImplementation ? tagsfile::kind::kImplementation : tagsfile::kind::kCategory,
-               state.container.scope);
+        found =
+            &AddTag(*header->category, isImplementation ? tagsfile::kind::kImplementation : tagsfile::kind::kCategory,
+                    state.container.scope);
     else if (!header->isExtension)
-        AddTag(header->name, isImplementation ? tagsfile::kind::kImplementation : tagsfile::kind::kInterface, "");
+        found =
+            &AddTag(header->name, isImplementation ? tagsfile::kind::kImplementation : tagsfile::kind::kInterface, "");
+    if (header->category)
+        state.container.category = tags.Keep(header->category->name);
+    if (wantsDetails) {
+        found->bases = BasesOf(header->bases);
+        found->parameters = Joined(header->parameters);
+    }
+}
+
+void ObjectiveCScanner::FinishHeaderRest()
+{
+    state.variablesMayFollow = true;
+    ObjectiveCDetails* const container = DetailsOf(state.container.tag);
+    if (container == nullptr || !container->bases.empty())
+        return;
+    std::vector<Token> bases = {declaration.Introducer()};
+    bases.insert(bases.end(), declaration.Tokens().begin(), declaration.Tokens().end());
+    container->bases = BasesOf(bases);
+}
+
+// Not only "@end" ends it: there is another container, or the text ends.
+void ObjectiveCScanner::EndContainer(unsigned line)
+{
+    ObjectiveCDetails* const container = DetailsOf(state.container.tag);
+    if (container != nullptr && container->endLine == 0)
+        container->endLine = line;
 }
 
 void ObjectiveCScanner::FinishMethod()
@@ -441,34 +488,56 @@ void ObjectiveCScanner::FinishMethod()
     if (!selector)
         return;
     const bool isDefinition = state.container.kind == Container::kImplementation;
-    if (declaration.Introducer().Is('-'))
-        AddTag(*selector, isDefinition ? tagsfile::kind::kInstanceMethod : tagsfile::kind::kInstanceMethodDeclaration,
-               state.container.scope);
-    else
-        AddTag(*selector, isDefinition ? tagsfile::kind::kClassMethod : tagsfile::kind::kClassMethodDeclaration,
-               state.container.scope);
+    const bool isInstances = declaration.Introducer().Is('-');
+    const char kind = isDefinition ? (isInstances ? tagsfile::kind::kInstanceMethod : tagsfile::kind::kClassMethod)
+                                   : (isInstances ? tagsfile::kind::kInstanceMethodDeclaration
+                                                  : tagsfile::kind::kClassMethodDeclaration);
+    method = tags.tags.size();
+    ObjectiveCDetails& found = AddTag(*selector, kind, state.container.scope);
+    if (!wantsDetails)
+        return;
+    MethodTypes types = TypesOf(declaration.Tokens());
+    found.type = std::move(types.result);
+    found.signature = std::move(types.parameters);
+    found.category = state.container.category;
 }
 
 void ObjectiveCScanner::FinishProperty()
 {
     if (state.container.kind == Container::kNone)
         return;
-    for (const DeclaredName& name : VariablesOf(AfterPropertyAttributes(declaration.Tokens())))
-        AddTag(name, tagsfile::kind::kProperty, state.container.scope);
+    for (TypedName& variable : TypedVariablesOf(AfterPropertyAttributes(declaration.Tokens()))) {
+        ObjectiveCDetails& found = AddTag(variable.name, tagsfile::kind::kProperty, state.container.scope);
+        if (wantsDetails) {
+            found.type = std::move(variable.type);
+            found.category = state.container.category;
+        }
+    }
 }
 
 void ObjectiveCScanner::FinishVariable()
 {
-    for (const DeclaredName& name : VariablesOf(declaration.Tokens()))
-        AddTag(name, tagsfile::kind::kInstanceVariable, state.container.scope);
+    for (TypedName& variable : TypedVariablesOf(declaration.Tokens())) {
+        ObjectiveCDetails& found = AddTag(variable.name, tagsfile::kind::kInstanceVariable, state.container.scope);
+        if (wantsDetails) {
+            found.type = std::move(variable.type);
+            found.access = state.access;
+        }
+    }
     for (size_t i = 0; i < declaration.Tokens().size(); ++i)
         if (!declaration.IsOfTypeOfC(i))
             rest.TakeOut(declaration.Tokens()[i]);
 }
 
-void ObjectiveCScanner::AddTag(const DeclaredName& name, char kind, std::string_view scope)
+ObjectiveCDetails& ObjectiveCScanner::AddTag(const DeclaredName& name, char kind, std::string_view scope)
 {
     tags.tags.push_back({tags.Keep(name.name), name.line, kind, scope});
+    return wantsDetails ? details.emplace_back() : unwanted;
+}
+
+ObjectiveCDetails* ObjectiveCScanner::DetailsOf(size_t tag)
+{
+    return tag < details.size() ? &details[tag] : nullptr;
 }
 
 void ObjectiveCScanner::TakeOutPending()
@@ -479,9 +548,9 @@ void ObjectiveCScanner::TakeOutPending()
     pending.clear();
 }
 
-ObjectiveCSource ReadObjectiveC(std::string_view text, const std::set<std::string>& ignored)
+ObjectiveCSource ReadObjectiveC(std::string_view text, const std::set<std::string>& ignored, Details details)
 {
-    return ObjectiveCScanner(text, ignored).Read();
+    return ObjectiveCScanner(text, ignored, details).Read();
 }
 
 } // namespace tagging

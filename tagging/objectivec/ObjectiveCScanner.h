@@ -17,17 +17,21 @@ namespace tagging {
 class ObjectiveCScanner {
 public:
     // Borrows both.
-    ObjectiveCScanner(std::string_view text, const std::set<std::string>& ignored);
+    ObjectiveCScanner(std::string_view text, const std::set<std::string>& ignored, Details wanted);
 
     ObjectiveCSource Read();
 
 private:
     using Subject = OpenDeclaration::Subject;
 
+    static constexpr size_t kNoTag = static_cast<size_t>(-1);
+
     // The class, category or protocol that is being declared or implemented.
     struct Container {
         enum Kind : char { kNone, kInterface, kProtocol, kImplementation } kind = kNone;
         std::string_view scope; // "class:Name"
+        std::string_view category;
+        size_t tag = kNoTag; // an extension has none
     };
 
     enum class Mode : char { Code, Variables, Body };
@@ -39,6 +43,7 @@ private:
         unsigned parentheses = 0;        // of C code outside of braces; brackets too
         bool isInitializer = false;      // after a '=' of C code outside of braces
         bool variablesMayFollow = false; // right after the header of a class
+        ObjectiveCDetails::Access access = ObjectiveCDetails::Access::None; // of the next instance variables
     };
 
     enum class Keyword : char { None, End, Container, Property, Names, Mark, Access };
@@ -74,15 +79,22 @@ private:
     void FinishMethod();
     void FinishProperty();
     void FinishVariable();
-    void AddTag(const DeclaredName& name, char kind, std::string_view scope);
+    void FinishHeaderRest();
+    void EndContainer(unsigned line);
+    ObjectiveCDetails& AddTag(const DeclaredName& name, char kind, std::string_view scope);
+    ObjectiveCDetails* DetailsOf(size_t tag);
     void TakeOutPending();
 
     std::string_view text;
+    const bool wantsDetails;
     std::unordered_map<std::string_view, bool> ignored; // macro -> whether arguments follow it
     SourceTokens source;
     SourceTokens afterKeyword;
     RestOfSource rest;
     tagsfile::Tags tags;
+    std::vector<ObjectiveCDetails> details; // of each tag
+    ObjectiveCDetails unwanted;             // where details go that nobody wants
+    size_t method = kNoTag;                 // the last one, whose body may follow
     State state;
     Conditions<State> conditions;
     OpenDeclaration declaration;
