@@ -72,7 +72,7 @@ std::vector<std::shared_ptr<const SystemPaths>> View::PathsUnder(const std::stri
 {
     const std::lock_guard guard(lock);
     const std::string prefix = root.ends_with('/') ? root : root + '/';
-    if (systemPaths.size() != parts.size() || systemPaths.front()->Prefix() != prefix) {
+    if (systemPaths.size() != parts.size() || (!parts.empty() && systemPaths.front()->Prefix() != prefix)) {
         systemPaths.clear();
         for (const Part& part : parts)
             systemPaths.push_back(std::make_shared<SystemPaths>(root, part.segment));
