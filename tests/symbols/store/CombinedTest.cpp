@@ -1,0 +1,132 @@
+// A project, the system's headers and open texts as one.
+
+#include "symbols/store/Store.h"
+
+#include "tests/support/AllAnswers.h"
+#include "tests/support/RandomSources.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+
+using namespace symbols;
+using testing::ElementsAre;
+
+namespace {
+
+SnapshotPointer IndexOf(const std::vector<std::pair<std::string, std::vector<tagging::Symbol>>>& files)
+{
+    SnapshotPointer snapshot;
+    const auto writer = WriteInMemory(nullptr, [&](SnapshotPointer made) { snapshot = std::move(made); });
+    for (const auto& [path, symbols] : files)
+        writer->Put(path, {}, SourceOf(symbols));
+    EXPECT_TRUE(writer->Commit());
+    return snapshot;
+}
+
+std::shared_ptr<const OpenText> Open(const std::string& path, const std::vector<tagging::Symbol>& symbols)
+{
+    return std::make_shared<OpenText>(path, "text of " + path, SourceOf(symbols));
+}
+
+std::vector<std::string> Places(const SnapshotPointer& snapshot, std::string_view name)
+{
+    std::vector<std::string> places;
+    for (const Symbol& symbol : snapshot->ByName(name, {}).found)
+        places.push_back(std::string(snapshot->FileOf(symbol.file).path) + ":" + std::to_string(symbol.line));
+    return places;
+}
+
+} // namespace
+
+TEST(Combined, NullSnapshotsAreEmpty)
+{
+    const SnapshotPointer snapshot = Combined(nullptr, nullptr, "/", {});
+    EXPECT_EQ(snapshot->Totals().files, 0u);
+    EXPECT_FALSE(snapshot->FindFile("a.c"));
+    EXPECT_TRUE(snapshot->Fuzzy("a", {}).found.empty());
+    EXPECT_EQ(snapshot->FileOf(7).path, "");
+    EXPECT_TRUE(snapshot->OfFile(7).found.empty());
+}
+
+TEST(Combined, ListsTheProjectBeforeTheSystem)
+{
+    const SnapshotPointer snapshot = Combined(IndexOf({{"z.c", {SymbolNamed("f", 3)}}}),
+                                              IndexOf({{"usr/include/a.h", {SymbolNamed("f", 1)}}}), "/", {});
+    EXPECT_THAT(Places(snapshot, "f"), ElementsAre("z.c:3", "/usr/include/a.h:1"));
+    const auto header = snapshot->FindFile("/usr/include/a.h");
+    ASSERT_TRUE(header);
+    EXPECT_TRUE(snapshot->FileOf(*header).isSystem);
+    EXPECT_FALSE(snapshot->FindFile("usr/include/a.h"));
+    EXPECT_FALSE(snapshot->FileOf(*snapshot->FindFile("z.c")).isSystem);
+}
+
+TEST(Combined, AnOpenTextReplacesItsFile)
+{
+    const SnapshotPointer project = IndexOf({{"a.c", {SymbolNamed("f", 1)}}, {"b.c", {SymbolNamed("f", 2)}}});
+    const SnapshotPointer snapshot =
+        Combined(project, nullptr, "/", {Open("b.c", {SymbolNamed("f", 9), SymbolNamed("g", 10)})});
+    EXPECT_THAT(Places(snapshot, "f"), ElementsAre("a.c:1", "b.c:9"));
+    EXPECT_EQ(snapshot->Totals().files, 2u);
+    EXPECT_EQ(snapshot->Totals().symbols, 3u);
+    const FileNumber open = *snapshot->FindFile("b.c");
+    EXPECT_TRUE(snapshot->FileOf(open).isOpen);
+    EXPECT_EQ(snapshot->OpenText(open), "text of b.c");
+    EXPECT_FALSE(snapshot->OpenText(*snapshot->FindFile("a.c")));
+    EXPECT_THAT(Places(project, "f"), ElementsAre("a.c:1", "b.c:2"));
+}
+
+TEST(Combined, AnOpenTextCanBeANewFile)
+{
+    const SnapshotPointer snapshot = Combined(nullptr, nullptr, "/", {Open("new.c", {SymbolNamed("f", 1)})});
+    EXPECT_THAT(Places(snapshot, "f"), ElementsAre("new.c:1"));
+}
+
+TEST(Combined, AnOpenHeaderOfTheSystemStaysOneOfTheSystem)
+{
+    const SnapshotPointer snapshot =
+        Combined(IndexOf({{"z.c", {SymbolNamed("f", 1)}}}),
+                 IndexOf({{"include/a.h", {SymbolNamed("f", 1)}}, {"include/c.h", {SymbolNamed("f", 1)}}}), "/usr",
+                 {Open("/usr/include/b.h", {SymbolNamed("f", 5)}), Open("/usr/include/a.h", {SymbolNamed("f", 6)})});
+    // The unknown header belongs to no index, so it counts as the project's.
+    EXPECT_THAT(Places(snapshot, "f"),
+                ElementsAre("/usr/include/b.h:5", "z.c:1", "/usr/include/a.h:6", "/usr/include/c.h:1"));
+    EXPECT_TRUE(snapshot->FileOf(*snapshot->FindFile("/usr/include/a.h")).isSystem);
+}
+
+TEST(Combined, AnswersAsOneIndexOfTheSameTexts)
+{
+    for (unsigned seed = 0; seed < 8; seed++) {
+        RandomSources random(seed);
+        std::map<std::string, tagging::ParsedSource> files;
+        SnapshotPointer project;
+        const auto writer = WriteInMemory(nullptr, [&](SnapshotPointer made) { project = std::move(made); });
+        for (int i = 0; i < 10; i++) {
+            const std::string path = random.Path();
+            files[path] = random.Source();
+            writer->Put(path, {}, files[path]);
+        }
+        ASSERT_TRUE(writer->Commit());
+        std::map<std::string, std::shared_ptr<const OpenText>> open;
+        for (int i = 0; i < 5; i++) {
+            const std::string path = random.Path();
+            files[path] = random.Source();
+            open[path] = std::make_shared<OpenText>(path, "text", files[path]);
+        }
+        std::vector<std::shared_ptr<const OpenText>> some, all;
+        for (const auto& [path, text] : open)
+            some.push_back(text);
+        for (const auto& [path, source] : files)
+            all.push_back(open.contains(path) ? open[path] : std::make_shared<OpenText>(path, "text", source));
+        std::string expected = AllAnswers(*Combined(nullptr, nullptr, "/", all)).Text();
+        std::string answers = AllAnswers(*Combined(project, nullptr, "/", some)).Text();
+        // Only the texts that are open say so.
+        for (std::string* each : {&expected, &answers})
+            for (const auto& [what, by] : {std::pair<std::string, std::string>{" open\n", "\n"},
+                                           {"text: text\n", "text: (closed)\n"},
+                                           {"stamp: 4 0 0", "stamp: 0 0 0"}})
+                for (size_t at = 0; (at = each->find(what, at)) != std::string::npos;)
+                    each->replace(at, what.size(), by);
+        ASSERT_EQ(answers, expected) << seed;
+    }
+}
