@@ -102,8 +102,9 @@ private:
         case Char::Plain:
             // ".5e3" is a number.
             if (c == '.' && at + 1 < end && CharOf(at[1]) == Char::Digit)
+                SkipNumber();
+            else
                 ++at;
-            ++at;
             break;
         }
         atLineStart = false;
