@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <sys/stat.h>
 #include <unordered_map>
 #include <utility>
 
@@ -15,6 +16,12 @@ namespace tagging {
 namespace {
 
 constexpr int kMostReadings = 3; // of a file that changes meanwhile
+
+bool HasChanged(const std::string& path, const FileStamp& before)
+{
+    struct stat status;
+    return ::stat(path.c_str(), &status) != 0 || FileStamp::Of(status) != before;
+}
 
 class SymbolCollector final : public Collector {
 public:
@@ -32,6 +39,7 @@ public:
         source.number = number;
         source.path = path;
         source.parser = half.parser;
+        source.size = files.Text().size();
         source.name = NameForCtags(path, settings.ctags.directory);
         const bool needsText = half.rest || !ReadsName(source.name);
         if (needsText && !PutInMemory(half.rest ? *half.rest : files.Text(), source)) {
@@ -46,6 +54,8 @@ public:
     void Keep(Source& source, std::string_view output) override
     {
         Begun begun = Take(source.number);
+        if (!source.text.IsOpen() && HasChanged(source.path, begun.stamp))
+            begun.half.source->contentHash = ~begun.half.source->contentHash; // ctags may have read something else
         sink(source.number, begun.stamp, begun.half.With(output));
     }
 

@@ -20,6 +20,8 @@ namespace tagging {
 class SourceParser {
 public:
     // Called on several threads at once, in any order, once for each file. A file that cannot be read has no 'source'.
+    // The stamp is the file's from before it was read. If the file changed until ctags had read it, too, 'source' has
+    // the hash of no content: neither stamp nor hash lets anybody believe that this is the file.
     using Sink = std::function<void(size_t number, const FileStamp& stamp, std::unique_ptr<ParsedSource> source)>;
 
     // All must outlive it. Cancelled work ends without a failure. The program must ignore SIGPIPE.

@@ -24,7 +24,8 @@ constexpr std::chrono::milliseconds kGathering{1};
 // Starting ctags is negligible for this many files; more would make the progress jumpy.
 constexpr size_t kFewestInBatch = 64;
 constexpr size_t kMostInBatch = 500;
-constexpr size_t kMostInMemory = 600; // in all workers' batches: each is an open file
+constexpr size_t kMostInMemory = 600;              // in all workers' batches: each is an open file
+constexpr size_t kLargestBatch = 16 * 1024 * 1024; // bytes of sources: ctags' output may be three times as long
 
 // After a wait so much longer than planned, the whole program must have been stopped, and ctags with it.
 constexpr std::chrono::milliseconds kStopped{1000};
@@ -69,7 +70,9 @@ void Worker::HaveBatchTagged()
 {
     std::array<std::vector<Source>, kParsers> batches;
     size_t inMemory = 0;
-    for (size_t left = BatchSize(); left > 0 && inMemory < kMostInMemory / settings.jobs; --left) {
+    size_t bytes = 0;
+    for (size_t left = BatchSize(); left > 0 && inMemory < kMostInMemory / settings.jobs && bytes < kLargestBatch;
+         --left) {
         const std::optional<Work> work = run.Queue().Take(false);
         if (!work)
             break;
@@ -77,6 +80,7 @@ void Worker::HaveBatchTagged()
         if (!source)
             continue;
         inMemory += source->text.IsOpen();
+        bytes += source->size;
         if (FitsIntoBatch(*source))
             batches[static_cast<size_t>(source->parser)].push_back(std::move(*source));
         else

@@ -17,6 +17,7 @@ struct Source {
     std::string path;
     Parser parser = Parser::ByName;
     std::string name;      // the name that ctags is given
+    size_t size = 0;       // bytes, if they are known
     base::Descriptor text; // what that name leads to, unless it is the file itself; stays open while ctags may read it
 };
 

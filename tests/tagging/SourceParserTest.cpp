@@ -163,6 +163,18 @@ TEST_F(SourceParserTest, GivesNoSourceForAFileThatCannotBeRead)
                                      "cannot read " + files[2] + ": it is not a plain file, or too large"));
 }
 
+TEST_F(SourceParserTest, HasNoHashOfAFileThatChangesMeanwhile)
+{
+    UseStandIn("*s0.c) echo 'int other;' >$name;;\n");
+    const Texts files = {work.Write("s0.c", "int zero;"), work.Write("s1.c", "int one;")};
+    ASSERT_TRUE(Parse(files));
+    EXPECT_NE(sources.at(0)->contentHash, ContentHash("int zero;"));
+    EXPECT_NE(sources.at(0)->contentHash, ContentHash("int other;\n"));
+    EXPECT_NE(stamps[0], StampOf(files[0]));
+    EXPECT_EQ(sources.at(1)->contentHash, ContentHash("int one;"));
+    EXPECT_EQ(stamps[1], StampOf(files[1]));
+}
+
 TEST_F(SourceParserTest, ParsesFilesWithAnyName)
 {
     const Texts files = {work.Write("line\nbreak.c", "int a;"), work.Write("blank.c ", "int b;"),
