@@ -3,6 +3,7 @@
 #include "symbols/IndexState.h"
 #include "symbols/Turns.h"
 #include "symbols/Watching.h"
+#include "symbols/store/IndexFile.h"
 #include "symbols/update/CacheLocation.h"
 #include "symbols/update/Changes.h"
 #include "symbols/update/ParseInto.h"
@@ -241,6 +242,19 @@ base::Result<void> Index::Remove()
     const base::CancelToken never;
     const Turns::Turn turn = contents->updates.Take(never);
     return contents->state.Remove();
+}
+
+base::Result<void> Index::Export(const std::string& file, const base::CancelToken& cancel) const
+{
+    if (contents->state.IsInMemory())
+        return base::Error{"the index is only in memory"};
+    return ExportIndex(contents->directory, file, cancel);
+}
+
+base::Result<void> Index::Import(const std::string& file, const base::CancelToken& cancel)
+{
+    const Turns::Turn turn = contents->updates.Take(cancel);
+    return turn ? contents->state.Import(file, contents->Header(), cancel) : base::Error{"cancelled"};
 }
 
 base::Result<void> Index::Watch(const Listener& listener, const std::function<void(const UpdateResult&)>& changed,

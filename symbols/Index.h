@@ -65,6 +65,12 @@ public:
 
     base::Result<void> Remove(); // deletes its files
 
+    // The whole index as one file, for the same tree elsewhere: another machine, another directory. Update() after an
+    // import compares the content of all files and parses those that differ. An import fails, and changes nothing, when
+    // the file is damaged or made by other versions of the parsers. See symbols/store/IndexFile.h.
+    base::Result<void> Export(const std::string& file, const base::CancelToken& cancel) const;
+    base::Result<void> Import(const std::string& file, const base::CancelToken& cancel);
+
 private:
     struct Contents;
     std::unique_ptr<Contents> contents;

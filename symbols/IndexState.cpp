@@ -1,5 +1,6 @@
 #include "symbols/IndexState.h"
 
+#include "symbols/store/IndexFile.h"
 #include "symbols/update/CacheLocation.h"
 
 #include <utility>
@@ -137,6 +138,20 @@ base::Result<std::string> IndexState::Write(const StoreHeader& header, const Wor
     if (const base::Result<bool> inMemory = WriteMemory(header, work); !inMemory)
         return inMemory.Failure();
     return "the index is kept in memory: " + onDisk.problem;
+}
+
+base::Result<void> IndexState::Import(const std::string& file, const StoreHeader& header,
+                                      const base::CancelToken& cancel)
+{
+    if (store == nullptr)
+        return base::Error{"there is no cache directory"};
+    if (base::Result<void> made = MakePrivateDirectory(directory); !made)
+        return made;
+    if (base::Result<void> imported = ImportIndex(directory, file, header, cancel); !imported)
+        return imported;
+    const std::lock_guard lock(mutex);
+    memory = nullptr;
+    return {};
 }
 
 base::Result<void> IndexState::Remove()

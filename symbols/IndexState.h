@@ -38,6 +38,8 @@ public:
     // then says why; "" when all is on the disk.
     base::Result<std::string> Write(const StoreHeader& header, const Work& work, const base::CancelToken& cancel);
 
+    base::Result<void> Import(const std::string& file, const StoreHeader& header, const base::CancelToken& cancel);
+
     bool IsInMemory() const;
     base::Result<void> Remove();
 

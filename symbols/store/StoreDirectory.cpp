@@ -1,7 +1,6 @@
 #include "symbols/store/StoreDirectory.h"
 
 #include "base/FileIdentity.h"
-#include "base/NewFile.h"
 #include "base/PlainFile.h"
 #include "symbols/store/FileBytes.h"
 
@@ -137,10 +136,15 @@ base::Result<base::Descriptor> StoreDirectory::LockForRemoval() const
     return file;
 }
 
+base::Result<base::NewFile> StoreDirectory::NewSegment() const
+{
+    return base::NewFile::MakeUnique(path + '/' + kNew);
+}
+
 base::Result<std::shared_ptr<const Segment>> StoreDirectory::WriteSegment(SegmentBuilder& builder,
                                                                           SegmentBuilder::Written* written) const
 {
-    base::Result<base::NewFile> file = base::NewFile::MakeUnique(path + '/' + kNew);
+    base::Result<base::NewFile> file = NewSegment();
     if (!file)
         return file.Failure();
     SegmentSink sink(file->Number());

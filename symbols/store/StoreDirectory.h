@@ -3,6 +3,7 @@
 
 #include "base/CancelToken.h"
 #include "base/Descriptor.h"
+#include "base/NewFile.h"
 #include "base/Result.h"
 #include "symbols/store/Manifest.h"
 #include "symbols/store/SegmentBuilder.h"
@@ -31,6 +32,8 @@ public:
     // happens when a writer has just replaced it, or damaged.
     std::optional<State> Open(const Manifest& manifest, const State& known) const;
 
+    std::string SegmentPath(std::uint64_t id) const;
+
     // For the writer. Makes the directory; waits for another writer until 'cancel'.
     base::Result<base::Descriptor> Lock(const base::CancelToken& cancel) const;
     base::Result<base::Descriptor> LockForRemoval() const; // fails when there is a writer; none when there is no index
@@ -38,11 +41,11 @@ public:
     base::Result<std::shared_ptr<const Segment>> WriteSegment(SegmentBuilder& builder,
                                                               SegmentBuilder::Written* written) const;
     base::Result<void> WriteManifest(const Manifest& manifest) const;
+    base::Result<base::NewFile> NewSegment() const;                   // to be moved to SegmentPath()
     void RemoveOthers(const std::set<std::uint64_t>& segments) const; // all files of segments but these
     base::Result<void> RemoveAll() const;
 
 private:
-    std::string SegmentPath(std::uint64_t id) const;
     base::Result<void> Make() const;
     base::Result<base::Descriptor> OpenLock() const;
 
