@@ -1,0 +1,73 @@
+// Several writers and readers of one store.
+#include "tests/support/RunProgram.h"
+#include "tests/symbols/robust/Generations.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <thread>
+
+namespace {
+
+constexpr int kReaders = 10;
+constexpr unsigned kLast = 60;
+
+TEST(IndexWriters, TwoWritersAndTenReadersOnThreadsSeeWholeStates)
+{
+    const TempDirectory directory;
+    const std::string place = directory / "store";
+    symbols::Store shared(place);
+    std::string errors[2 + kReaders];
+    {
+        std::vector<std::jthread> threads;
+        for (const int writer : {0, 1})
+            threads.emplace_back([&, writer] {
+                symbols::Store own(place);
+                errors[writer] = WriteGenerations(writer == 0 ? shared : own, writer == 0 ? "one" : "other", kLast);
+            });
+        for (int reader = 0; reader < kReaders; ++reader)
+            threads.emplace_back([&, reader] {
+                const symbols::Store own(place);
+                errors[2 + reader] = ReadGenerations(reader % 2 == 0 ? shared : own, "one", "other", kLast);
+            });
+    }
+    for (const std::string& error : errors)
+        EXPECT_EQ(error, "");
+}
+
+TEST(IndexWriters, TwoWritersAndTenReadersAsProcessesSeeWholeStates)
+{
+    const TempDirectory directory;
+    const std::string place = directory / "store";
+    const std::string last = std::to_string(kLast);
+    std::vector<std::unique_ptr<RunningProgram>> programs;
+    const auto start = [&](std::vector<std::string> words) {
+        words.insert(words.begin(), INDEX_WORKER);
+        programs.push_back(std::make_unique<RunningProgram>(words, directory.Path()));
+    };
+    for (const char* name : {"one", "other"})
+        start({"write", place, name, last});
+    for (int reader = 0; reader < kReaders; ++reader)
+        start({"read", place, "one", "other", last});
+    for (const auto& program : programs) {
+        const ProgramRun run = program->Wait();
+        EXPECT_EQ(run.status, 0) << run.output << run.errors;
+    }
+}
+
+TEST(IndexWriters, AReaderKeepsItsStateWhileOthersWrite)
+{
+    const TempDirectory directory;
+    symbols::Store store(directory / "store");
+    ASSERT_EQ(WriteGenerations(store, "one", 3), "");
+    const symbols::SnapshotPointer before = store.Current();
+    ASSERT_NE(before, nullptr);
+    ASSERT_EQ(WriteGenerations(store, "one", 80), "");
+    std::string error;
+    EXPECT_EQ(GenerationIn(*before, "one", error), 3u);
+    EXPECT_EQ(error, "");
+    EXPECT_EQ(GenerationIn(*store.Current(), "one", error), 80u);
+    EXPECT_EQ(error, "");
+}
+
+} // namespace
