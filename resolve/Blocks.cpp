@@ -49,17 +49,6 @@ bool EndsInitializer(const Tokens& tokens, size_t close, size_t open)
            (tokens[brace - 2].Is(',') || tokens[brace - 2].Is(':'));
 }
 
-// "- (void) draw" outside of all brackets.
-bool BeginsMethod(const Tokens& tokens, size_t sign)
-{
-    if (tokens[sign].parent != kNone || !(tokens[sign].Is('-') || tokens[sign].Is('+')))
-        return false;
-    const Token& before = tokens[sign - 1];
-    const Token& after = tokens[sign + 1];
-    return before.text != "operator" && !before.Is('=') && !before.Is('-') && !before.Is('+') &&
-           (after.Is('(') || after.IsWord());
-}
-
 bool HeadHas(const Tokens& tokens, size_t open, auto matches)
 {
     for (size_t i = HeadOfBlock(tokens, open); i < open; ++i) {
@@ -130,6 +119,16 @@ BlockKind AfterWord(const Tokens& tokens, size_t open, bool inFunction)
 }
 
 } // namespace
+
+bool BeginsMethod(const Tokens& tokens, size_t sign)
+{
+    if (tokens[sign].parent != kNone || !(tokens[sign].Is('-') || tokens[sign].Is('+')))
+        return false;
+    const Token& before = tokens[sign - 1];
+    const Token& after = tokens[sign + 1];
+    return before.text != "operator" && !before.Is('=') && !before.Is('-') && !before.Is('+') &&
+           (after.Is('(') || after.IsWord());
+}
 
 size_t HeadOfBlock(const Tokens& tokens, size_t open)
 {

@@ -24,6 +24,9 @@ size_t ParametersOfBlock(const Tokens& tokens, size_t open);
 // The '[' or '^' that begins a lambda or a block.
 size_t BeginOfLambda(const Tokens& tokens, size_t open);
 
+// "- (void) draw" outside of all brackets: the sign of a method of Objective-C.
+bool BeginsMethod(const Tokens& tokens, size_t sign);
+
 // Whether a bracket is inside of a function's body.
 bool IsInFunction(const Tokens& tokens, size_t index);
 

@@ -211,7 +211,13 @@ std::vector<Class> Classes::Find(std::string_view name, std::string_view scope, 
 std::vector<Class> Classes::Bases(const Class& derived)
 {
     std::vector<Class> bases;
-    for (const std::string_view text : BasesIn(derived.symbol.bases)) {
+    // An @implementation, a class extension and a category do not repeat what the @interface says.
+    std::string all(derived.symbol.bases);
+    if (derived.symbol.kind == SymbolKind::Implementation || derived.symbol.kind == SymbolKind::Interface)
+        for (const Symbol& other : world.Named(derived.symbol.name))
+            if (other.kind == SymbolKind::Interface && other.bases != derived.symbol.bases)
+                all += (all.empty() ? "" : ",") + std::string(other.bases);
+    for (const std::string_view text : BasesIn(all)) {
         Type base = Substituted(ParseType(text, derived.symbol.scope, derived.symbol.file), derived.bindings);
         if (base.IsKnown() && base.name != derived.symbol.name)
             for (const Class& found : Find(base)) {

@@ -322,13 +322,16 @@ std::vector<Declared> ReadParameters(const Tokens& tokens, size_t open)
     const std::vector<Tokens::Range> parts = tokens.Parts(open + 1, close);
     for (const Tokens::Range& part : parts) {
         std::vector<Declared> declared = DeclarationReader(tokens, part, true).Read();
-        if (declared.empty() && part.end == part.begin + 1 && tokens[part.begin].IsWord() &&
+        // "SYSCALL_DEFINE2(name, type, fd, type, buffer)": a macro that makes a function gets types and names in pairs.
+        const size_t number = static_cast<size_t>(&part - parts.data());
+        const bool mayBeName = number >= 2 && number % 2 == 0 && parts.size() % 2 == 1;
+        if (declared.empty() && mayBeName && part.end == part.begin + 1 && tokens[part.begin].IsWord() &&
             !IsKeyword(tokens[part.begin].text)) {
             Declared weak;
             weak.name = part.begin;
             weak.isWeak = true;
             weak.kind = SymbolKind::Parameter;
-            weak.type = {part.begin == open + 1 ? part.begin : (&part - 1)->begin, part.begin};
+            weak.type = parts[number - 1];
             declared.push_back(weak);
         }
         found.insert(found.end(), declared.begin(), declared.end());

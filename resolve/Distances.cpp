@@ -143,6 +143,8 @@ std::vector<symbols::FileNumber> IncludedFiles::Find(std::string_view includer, 
             return b.found.isSystem;
         if (a.tail != b.tail)
             return a.tail > b.tail;
+        if (include.isAngled && a.found.isSystem && a.depth != b.depth)
+            return a.depth < b.depth;
         if (a.common != b.common)
             return a.common > b.common;
         return a.depth < b.depth;

@@ -214,6 +214,10 @@ private:
                 continue;
             }
             all.push_back(ReadStatement(tokens, {begin, i}));
+            // "if (flags & kMask)" declares nothing.
+            const std::string_view word = tokens[open - 1].text;
+            if (word == "if" || word == "while" || word == "switch")
+                std::erase_if(all.back(), [](const Declared& each) { return each.initializer.IsEmpty(); });
             begin = i + 1;
         }
         for (size_t i = all.size(); i-- > 0;)

@@ -1,5 +1,6 @@
 #include "resolve/Question.h"
 
+#include "resolve/Blocks.h"
 #include "resolve/Usage.h"
 
 #include <algorithm>
@@ -23,6 +24,15 @@ std::optional<std::pair<size_t, size_t>> IncludedName(std::string_view directive
     if (close == std::string_view::npos)
         return std::nullopt;
     return std::pair(open + 1, close);
+}
+
+// ": (int)x : (int)y": the word directly behind a type belongs to the colon before it.
+bool IsParameterName(const Tokens& tokens, size_t word)
+{
+    const Token& before = tokens[word - 1];
+    if (before.Is(':'))
+        return true;
+    return before.Is(')') && before.match != kNone && tokens[before.match - 1].Is(':');
 }
 
 bool IsIncludeDirective(std::string_view name)
@@ -91,9 +101,11 @@ MeaningList Question::InDirective()
         return SelfMeaning();
     // Parameters follow the macro's name without a blank.
     if ((*tokens)[2].Is('(') && tokens->Touch(1, 2)) {
-        for (const Declared& parameter : ReadParameters(*tokens, 2))
-            if ((*tokens)[parameter.name].text == name) {
-                LocalName found{parameter, kNone};
+        const size_t close = (*tokens)[2].match == kNone ? tokens->Count() : (*tokens)[2].match;
+        for (size_t i = 3; i < close; ++i)
+            if ((*tokens)[i].text == name) {
+                LocalName found;
+                found.name = i;
                 found.kind = SymbolKind::MacroParameter;
                 return LocalMeaning(found);
             }
@@ -101,16 +113,35 @@ MeaningList Question::InDirective()
     return OfWord();
 }
 
-bool Question::IsSelf(const Symbol& symbol, const Usage& usage) const
+// "TEST_F(Suite, Name) {" looks like a function without a type.
+bool Question::IsMacroCall(const Symbol& symbol)
+{
+    if (!symbol.type.empty() || symbol.name == LeafOf(symbol.scope) || symbol.name.starts_with("operator"))
+        return false;
+    for (const Symbol& other : world.Named(symbol.name))
+        if (other.kind == SymbolKind::Macro && !other.signature.empty())
+            return true;
+    return false;
+}
+
+bool Question::IsSelf(const Symbol& symbol, const Usage& usage)
 {
     if (symbol.line != LineOf(*tokens, word) || symbol.name != name)
         return false;
     const Token& before = (*tokens)[word - 1];
     const Token& after = (*tokens)[word + 1];
+    if (before.IsMark("::") && symbol.kind == SymbolKind::Typedef)
+        return false;
+    if (IsCallable(symbol.kind) && IsInFunction(*tokens, word))
+        return false; // "void Write(int n) { Write(n, 0); }"
+    if (before.Is('~') || (usage.form == Usage::Form::Tag && !after.Is('{') && !after.Is(':') && !after.IsWord()))
+        return false;
     if (usage.access == Usage::Access::Member || usage.form == Usage::Form::Scope)
         return false;
     if (IsClassKind(symbol.kind) || symbol.kind == SymbolKind::Namespace)
         return before.IsWord() || before.IsMark("::") || before.Is(']') || before.Is(')');
+    if (IsCallable(symbol.kind) && IsMacroCall(symbol))
+        return false;
     if (IsCallable(symbol.kind))
         return after.Is('(') || after.Is('<') || before.text == "operator";
     if (symbol.kind == SymbolKind::Macro)
@@ -133,8 +164,11 @@ MeaningList Question::SelfMeaning()
     for (const Symbol& symbol : world.OwnSymbols())
         if (IsSelf(symbol, usage))
             self = symbol;
-    if (!self)
-        return {};
+    return self ? MeaningsOfSelf() : MeaningList();
+}
+
+MeaningList Question::MeaningsOfSelf()
+{
     MeaningList meanings;
     const std::string scope = world.VisibleScope(*self);
     const std::vector<Symbol> named = world.Named(self->name);
@@ -157,6 +191,61 @@ MeaningList Question::SelfMeaning()
     return meanings;
 }
 
+// "- (void) draw: (int)x with: (id)y;": the words of the selector.
+MeaningList Question::OfMethodHead()
+{
+    if ((*tokens)[word].parent != kNone)
+        return {};
+    const size_t head = HeadOfBlock(*tokens, word);
+    if (!BeginsMethod(*tokens, head))
+        return {};
+    std::string selector;
+    bool isPart = false;
+    size_t i = head + 1;
+    if ((*tokens)[i].Is('(') && (*tokens)[i].match != kNone)
+        i = (*tokens)[i].match + 1;
+    const size_t first = i;
+    for (; i < tokens->Count() && !(*tokens)[i].Is(';') && !(*tokens)[i].Is('{') && !(*tokens)[i].Is(','); ++i) {
+        const Token& token = (*tokens)[i];
+        if (token.Is(':')) {
+            if ((*tokens)[i - 1].IsWord() && (i - 1 == first || !IsParameterName(*tokens, i - 1))) {
+                selector += (*tokens)[i - 1].text;
+                isPart |= i - 1 == word;
+            }
+            selector += ':';
+        } else if (token.match != kNone && token.match > i) {
+            i = token.match;
+        }
+    }
+    if (selector.empty() && (*tokens)[first].IsWord()) {
+        selector = (*tokens)[first].text;
+        isPart = first == word;
+    }
+    if (!isPart)
+        return {};
+    name = selector;
+    const unsigned from = (*tokens)[head].line;
+    for (const Symbol& symbol : world.OwnSymbols())
+        if (symbol.name == selector && IsMethod(symbol.kind) && symbol.line >= from && symbol.line <= (*tokens)[i].line)
+            self = symbol;
+    return self ? MeaningsOfSelf() : names.AnyMember(name, {.arguments = {}});
+}
+
+// "@implementation Shape (Drawing)": the category.
+MeaningList Question::OfCategory()
+{
+    const std::string_view before = (*tokens)[word - 1].text;
+    const bool isClass = (before == "implementation" || before == "interface") && (*tokens)[word - 2].Is('@') &&
+                         (*tokens)[word + 1].Is('(') && (*tokens)[word + 2].IsWord();
+    if (!isClass)
+        return {};
+    const std::string_view category = (*tokens)[word + 2].text;
+    for (const Symbol& symbol : world.OwnSymbols())
+        if (symbol.name == category && symbol.scope == name && symbol.line == (*tokens)[word].line)
+            self = symbol;
+    return self ? MeaningsOfSelf() : MeaningList();
+}
+
 MeaningList Question::LocalMeaning(const LocalName& found)
 {
     local = found;
@@ -177,6 +266,13 @@ MeaningList Question::LocalMeaning(const LocalName& found)
 
 MeaningList Question::OfWord()
 {
+    if (text->IsObjectiveC() && directive == nullptr) {
+        MeaningList own = OfMethodHead();
+        if (own.empty())
+            own = OfCategory();
+        if (!own.empty())
+            return own;
+    }
     if (IsKeyword(name) && name != "this")
         return {};
     const Usage usage = UsageAt(*tokens, word, text->IsObjectiveC());
@@ -267,7 +363,12 @@ MeaningList Question::Message(const Usage& usage)
         if (type.IsKnown())
             found = names.Members(classes.Find(type), name, value, "a method of '" + TextOf(type) + "', the receiver");
     }
-    return found.empty() ? names.AnyMember(name, value) : found;
+    if (found.empty())
+        found = names.AnyMember(name, value);
+    std::stable_partition(found.begin(), found.end(), [](const Meaning& each) {
+        return IsMethod(each.symbol.kind) || each.symbol.kind == SymbolKind::Property;
+    });
+    return found;
 }
 
 } // namespace resolve

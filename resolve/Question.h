@@ -45,11 +45,15 @@ private:
     MeaningList OfWord();
     MeaningList LocalMeaning(const LocalName& found);
     MeaningList SelfMeaning();
+    MeaningList MeaningsOfSelf();
+    MeaningList OfMethodHead();
+    MeaningList OfCategory();
     MeaningList Member(const Usage& usage);
     MeaningList Scope(const Usage& usage);
     MeaningList Message(const Usage& usage);
     MeaningList MembersOf(const Type& type, std::string_view wanted, const Usage& usage);
-    bool IsSelf(const Symbol& symbol, const Usage& usage) const;
+    bool IsSelf(const Symbol& symbol, const Usage& usage);
+    bool IsMacroCall(const Symbol& symbol);
 
     const ParsedTextPointer text;
     const size_t offset;

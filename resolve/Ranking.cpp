@@ -14,6 +14,7 @@ struct Ranked {
     Meaning meaning;
     int misfit = 0;
     bool isLocalElsewhere = false;
+    bool isOtherLanguage = false;
     bool hasOtherArguments = false;
     int distance = 0;
     std::string entity;
@@ -72,14 +73,15 @@ struct EntityRank {
     int misfit = 1000;
     bool isFar = true;
     bool isLocalElsewhere = true;
+    bool isOtherLanguage = true;
     int level = INT32_MAX;
     bool hasOtherArguments = true;
     int distance = INT32_MAX;
 
     auto Key() const
     {
-        return std::tuple(misfit >= kUnfit, level >= kUnreachable, isLocalElsewhere, isFar, level, hasOtherArguments,
-                          misfit, distance);
+        return std::tuple(misfit >= kUnfit, isOtherLanguage, level >= kUnreachable, isLocalElsewhere, isFar, level,
+                          hasOtherArguments, misfit, distance);
     }
 };
 
@@ -92,6 +94,7 @@ Entities RanksOf(const std::vector<Ranked>& all)
         EntityRank& rank = entities[each.entity];
         rank.misfit = std::min(rank.misfit, each.misfit);
         rank.isFar &= each.distance >= Distances::kUnrelated;
+        rank.isOtherLanguage &= each.isOtherLanguage;
         rank.isLocalElsewhere &= each.isLocalElsewhere;
         rank.level = std::min(rank.level, each.meaning.level);
         rank.hasOtherArguments &= each.hasOtherArguments;
@@ -109,6 +112,7 @@ void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World&
         Ranked ranked;
         const Symbol& symbol = meanings[i].symbol;
         ranked.misfit = Misfit(symbol, use);
+        ranked.isOtherLanguage = world.IsOtherLanguage(symbol);
         ranked.isLocalElsewhere = world.IsFileLocalElsewhere(symbol);
         ranked.hasOtherArguments =
             use.arguments && !symbol.signature.empty() && !CountsOf(symbol.signature).Fit(*use.arguments);

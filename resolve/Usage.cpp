@@ -64,6 +64,9 @@ Usage::Form FormOf(const Tokens& tokens, size_t word)
     const size_t next = BehindArguments(tokens, word);
     if (before.text == "goto")
         return Usage::Form::Label;
+    if (before.Is('~') &&
+        (tokens[word - 2].IsMark("::") || tokens[word - 2].text == "virtual" || !IsInFunction(tokens, word)))
+        return Usage::Form::Type;
     if (before.text == "namespace" && tokens[word - 2].text == "using")
         return Usage::Form::Namespace;
     if (tokens[next].IsMark("::"))

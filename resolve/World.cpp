@@ -98,6 +98,21 @@ bool World::IsFileLocalElsewhere(const Symbol& symbol)
     return !IsHeader(symbol.file) && Distance(symbol.file) != 0 && !IsIncluded(symbol.file);
 }
 
+bool World::IsOtherLanguage(const Symbol& symbol)
+{
+    if (symbol.file == textFile)
+        return false;
+    const bool isMethod = symbol.kind == SymbolKind::InstanceMethod || symbol.kind == SymbolKind::ClassMethod ||
+                          symbol.kind == SymbolKind::InstanceMethodDeclaration ||
+                          symbol.kind == SymbolKind::ClassMethodDeclaration;
+    if (isMethod && !text->IsObjectiveC())
+        return true;
+    const tagging::Language language = distances.FileOf(symbol.file).language;
+    const bool isCplusplus =
+        language == tagging::Language::Cplusplus || language == tagging::Language::ObjectiveCplusplus;
+    return isCplusplus && !text->IsCplusplus() && !IsIncluded(symbol.file);
+}
+
 bool World::IsIncluded(FileNumber file)
 {
     const int distance = Distance(file);
@@ -106,6 +121,8 @@ bool World::IsIncluded(FileNumber file)
 
 bool World::IsTransparent(std::string_view scope, std::string_view part)
 {
+    if (part == "__debug" || part == "__profile" || part == "__parallel")
+        return false; // of the library, and inline only with an option of the compiler
     if (IsUnnamed(part) || part == "__cxx11" || part == "__1" || part == "_V2")
         return true;
     if (!text->IsCplusplus())

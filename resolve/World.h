@@ -37,6 +37,8 @@ public:
     Distances& Files() { return distances; }
     std::string_view PathOf(FileNumber file);
     bool IsHeader(FileNumber file) { return IsHeaderPath(PathOf(file)); }
+    // C does not mean what a header of C++ declares.
+    bool IsOtherLanguage(const Symbol& symbol);
     bool IsIncluded(FileNumber file);
     bool IsFileLocalElsewhere(const Symbol& symbol);
 
