@@ -21,7 +21,7 @@ namespace symbols {
 namespace {
 
 // The file: a head, the manifest, its segments, and a checksum of all before it.
-struct Head {
+struct ExportHead {
     char magic[8];
     std::uint64_t manifestLength;
 };
@@ -114,7 +114,7 @@ base::Result<void> WriteState(OpenState& state, int to, const base::CancelToken&
 {
     state.manifest.header.root.clear();
     const std::string manifest = state.manifest.Written();
-    Head head = {{}, manifest.size()};
+    ExportHead head = {{}, manifest.size()};
     std::memcpy(head.magic, kMagic, sizeof head.magic);
     Sum sum;
     base::Result<void> result = Write(to, BytesOf(head), sum);
@@ -166,8 +166,8 @@ private:
 
 base::Result<Manifest> Import::ReadManifest()
 {
-    const base::Result<std::string> start = ReadNext(from.Number(), sizeof(Head));
-    Head head;
+    const base::Result<std::string> start = ReadNext(from.Number(), sizeof(ExportHead));
+    ExportHead head;
     if (!start)
         return NotWhole(file);
     std::memcpy(&head, start->data(), sizeof head);
