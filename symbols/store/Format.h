@@ -33,7 +33,11 @@ enum class Section : std::uint8_t {
     KeyPlaces,   // u32 for each key: where its lists begin in Postings
     Postings,    // lists of each key (KeyList)
     Names,       // u32: places in Keys of names of symbols, sorted by name in lower case, then by name
-    NameLetters, // u64 for each of Names: LettersOf() the name
+    ScopeKeys,   // u32: places in Keys of all scopes
+    FuzzyEnds,   // u32 for each length of names from 0 to kLongestFuzzy: how many names are at most as long
+    FuzzyKeys,   // u32: places in Keys of names of symbols, sorted by length, then by name
+    FuzzyTraits, // NameTraits for each of them
+    FuzzyTexts,  // their first kLongestFuzzy bytes, one after the other
     Blocks,      // u64 checksums of the blocks of all sections before
 };
 constexpr size_t kSections = static_cast<size_t>(Section::Blocks) + 1;
@@ -64,6 +68,15 @@ struct FileRecord {
     std::uint8_t unused[3];
 };
 static_assert(sizeof(FileRecord) == 56);
+
+// Fuzzy search sees no more of a name, and takes longer names for as long.
+constexpr size_t kLongestFuzzy = 255;
+
+// What rules out most names that do not match a pattern; without regard to case.
+struct NameTraits {
+    std::uint64_t letters; // LettersOf() the name; shifted by kInitialsShift, those that start its words
+    std::uint64_t pairs;   // PairOf() all neighbouring letters
+};
 
 // The last bytes of a segment.
 struct SegmentFooter {

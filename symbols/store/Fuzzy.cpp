@@ -1,55 +1,58 @@
 #include "symbols/store/Fuzzy.h"
 
-#include "base/Identifier.h"
+#include "symbols/store/NameTraits.h"
 #include "symbols/store/SortTexts.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 
 namespace symbols {
 
 namespace {
 
-constexpr size_t kLongestPattern = 250;
-constexpr size_t kLongestName = 1024; // letters behind it are not looked at
-constexpr int kNone = 1000;
-constexpr int kNeighbours = 900; // the kinds that do not begin at words, in the unit of breaks
-constexpr int kAnywhere = 901;
-constexpr int kLengthUnits = 2048;
+// Longer patterns are found side by side only.
+constexpr size_t kMostLetters = 64;
 
 bool IsCapital(char c)
 {
     return c >= 'A' && c <= 'Z';
 }
 
-bool IsSmall(char c)
-{
-    return c >= 'a' && c <= 'z';
-}
-
-bool IsWordStart(std::string_view name, size_t at)
-{
-    const char c = name[at];
-    if (at == 0 || !base::IsIdentifierCharacter(c) || c == '_')
-        return true;
-    const char before = name[at - 1];
-    if (before == '_' || !base::IsIdentifierCharacter(before))
-        return true;
-    if (base::IsDigit(c))
-        return !base::IsDigit(before);
-    if (!IsCapital(c))
-        return false;
-    return !IsCapital(before) || (at + 1 < name.size() && IsSmall(name[at + 1]));
-}
-
 } // namespace
 
-FuzzyPattern::FuzzyPattern(std::string_view text) : letters(text), caseCounts(std::ranges::any_of(text, IsCapital)) {}
+FuzzyPattern::FuzzyPattern(std::string_view text) : letters(text), caseCounts(std::ranges::any_of(text, IsCapital))
+{
+    for (size_t i = 0; i < letters.size(); i++) {
+        needed |= LetterBit(letters[i]);
+        if (i > 0)
+            pairs.push_back({PairBit(letters[i - 1], letters[i]), LetterBit(letters[i]) << kInitialsShift});
+        for (const char c : {letters[i], caseCounts ? letters[i] : static_cast<char>(letters[i] & ~0x20)})
+            if (i < kMostLetters && AreEqual(c, letters[i]))
+                places[static_cast<unsigned char>(c)] |= std::uint64_t(1) << i;
+    }
+    initial = letters.empty() ? 0 : LetterBit(letters[0]) << kInitialsShift;
+}
 
 bool FuzzyPattern::AreEqual(char inName, char inPattern) const
 {
     return (caseCounts ? inName : Lower(inName)) == inPattern;
+}
+
+bool FuzzyPattern::MayMatch(const NameTraits& traits, int worst) const
+{
+    if ((traits.letters & needed) != needed)
+        return false;
+    if (worst >= kAnywhere)
+        return true;
+    int missing = 0;
+    std::uint64_t initials = initial;
+    for (const Pair& pair : pairs)
+        if ((traits.pairs & pair.bit) == 0) {
+            missing++;
+            initials |= pair.initial;
+        }
+    if (missing == 0 && worst >= kNeighbours)
+        return true;
+    return (traits.letters & initials) == initials && missing <= worst - kBeginning;
 }
 
 bool FuzzyPattern::Contains(std::string_view text) const
@@ -63,87 +66,104 @@ bool FuzzyPattern::Contains(std::string_view text) const
 size_t FuzzyPattern::Find(std::string_view name) const
 {
     const auto found = std::ranges::search(name, letters, [this](char a, char b) { return AreEqual(a, b); });
-    return found.empty() && !letters.empty() ? std::string_view::npos
-                                             : static_cast<size_t>(found.begin() - name.begin());
+    return found.empty() ? std::string_view::npos : static_cast<size_t>(found.begin() - name.begin());
 }
 
-// The least number of breaks when each letter follows its neighbour or starts a word; kNone if that cannot be. With
-// 'from', says for each letter (rows) and place in the name (columns) where the letter before it was; -1 for nowhere.
-int FuzzyPattern::Breaks(std::string_view name, std::vector<int>* from) const
+// Goes through the name with a set of bits for each number of breaks: how many letters may have been found so far, the
+// last of them just now ('here') or earlier ('before').
+int FuzzyPattern::LeastBreaks(std::string_view name) const
 {
-    const size_t count = letters.size();
-    struct Least {
-        int breaks = kNone;
-        int place = -1;
-    };
-    std::array<int, kLongestPattern> here;  // with the letter at the last place looked at
-    std::array<Least, kLongestPattern> any; // with the letter at any place so far
-    std::fill_n(here.begin(), count, kNone);
-    std::fill_n(any.begin(), count, Least());
+    const size_t most = letters.size(); // each letter after a break
+    if (most > kMostLetters)
+        return kNoMatch;
+    std::array<std::uint64_t, kMostLetters + 1> here = {};
+    std::array<std::uint64_t, kMostLetters + 1> before = {};
+    size_t used = 1; // numbers of breaks that occur
     for (size_t i = 0; i < name.size(); i++) {
-        const bool isStart = IsWordStart(name, i);
-        for (size_t letter = std::min(count, i + 1); letter-- > 0;) {
-            Least least;
-            if (!AreEqual(name[i], letters[letter])) {
-                here[letter] = kNone;
-                continue;
-            }
-            if (letter == 0)
-                least.breaks = i == 0 ? 0 : isStart ? 1 : kNone;
-            else {
-                if (isStart && any[letter - 1].breaks < kNone)
-                    least = {any[letter - 1].breaks + 1, any[letter - 1].place};
-                if (here[letter - 1] <= least.breaks && here[letter - 1] < kNone)
-                    least = {here[letter - 1], static_cast<int>(i) - 1};
-            }
-            here[letter] = least.breaks;
-            if (from != nullptr && least.breaks < kNone)
-                (*from)[letter * name.size() + i] = least.place;
-            if (least.breaks < any[letter].breaks)
-                any[letter] = {least.breaks, static_cast<int>(i)};
+        const std::uint64_t fits = places[static_cast<unsigned char>(name[i])];
+        const bool isStart = fits != 0 && IsWordStart(name, i);
+        if (isStart && used <= most)
+            used++;
+        for (size_t breaks = used; breaks-- > 0;) {
+            std::uint64_t next = here[breaks] << 1;
+            if (isStart && breaks > 0)
+                next |= before[breaks - 1] << 1;
+            if (isStart && breaks == (i == 0 ? 0u : 1u))
+                next |= 1;
+            here[breaks] = next & fits;
         }
+        for (size_t breaks = 0; breaks < used; breaks++)
+            before[breaks] |= here[breaks];
     }
-    if (from != nullptr)
-        from->push_back(any[count - 1].place);
-    return any[count - 1].breaks;
+    for (size_t breaks = 0; breaks < used; breaks++)
+        if ((before[breaks] >> (letters.size() - 1) & 1) != 0)
+            return static_cast<int>(breaks);
+    return kNoMatch;
 }
 
-std::optional<int> FuzzyPattern::Score(std::string_view name) const
+int FuzzyPattern::KindOf(std::string_view name) const
 {
-    if (letters.empty() || letters.size() > std::min(kLongestPattern, name.size()))
-        return std::nullopt;
-    const std::string_view looked = name.substr(0, kLongestName);
+    const std::string_view looked = name.substr(0, kLongestFuzzy);
+    if (letters.empty())
+        return kAnywhere;
     if (!Contains(looked))
-        return std::nullopt;
-    int kind = Breaks(looked, nullptr) + 1;
-    if (kind == 1 && name.size() == letters.size())
-        kind = 0;
-    if (kind > kNone)
-        kind = Find(looked) != std::string_view::npos ? kNeighbours : kAnywhere;
-    return (kNone - kind) * kLengthUnits - static_cast<int>(std::min<size_t>(name.size(), kLengthUnits - 1));
+        return kNoMatch;
+    if (name.size() == letters.size())
+        return kWhole;
+    if (const int breaks = LeastBreaks(looked); breaks < kNoMatch)
+        return kBeginning + std::min(breaks, kNeighbours - 2);
+    return Find(looked) != std::string_view::npos ? kNeighbours : kAnywhere;
+}
+
+// The least places of a match with this number of breaks: backwards from each letter, what can still follow is known.
+std::vector<unsigned> FuzzyPattern::WordPositions(std::string_view name, int breaks) const
+{
+    const size_t columns = name.size() + 1;
+    // For each letter and place, the least breaks of this letter there and those after it.
+    std::vector<int> least((letters.size() + 1) * columns, kNoMatch);
+    std::fill(least.begin() + static_cast<std::ptrdiff_t>(letters.size() * columns), least.end(), 0);
+    std::vector<int> anyStart(columns + 1, kNoMatch); // of the next letter at a word's start here or later
+    for (size_t letter = letters.size(); letter-- > 0;) {
+        std::vector<int> starts(columns + 1, kNoMatch);
+        for (size_t i = name.size(); i-- > 0;) {
+            starts[i] = starts[i + 1];
+            if (!AreEqual(name[i], letters[letter]))
+                continue;
+            int after = least[(letter + 1) * columns + i + 1];
+            if (letter + 1 < letters.size())
+                after = std::min(after, anyStart[i + 1] + 1);
+            least[letter * columns + i] = after;
+            if (IsWordStart(name, i))
+                starts[i] = std::min(starts[i], after);
+        }
+        anyStart = std::move(starts);
+    }
+    std::vector<unsigned> positions;
+    for (size_t letter = 0, i = 0; letter < letters.size(); i++) {
+        const bool follows = letter > 0 && positions.back() + 1 == i;
+        const int cost = follows ? 0 : letter > 0 || i > 0 ? 1 : 0;
+        if (i >= name.size())
+            return {};
+        if ((!follows && !IsWordStart(name, i)) || least[letter * columns + i] + cost > breaks)
+            continue;
+        breaks -= cost;
+        positions.push_back(static_cast<unsigned>(i));
+        letter++;
+    }
+    return positions;
 }
 
 std::vector<unsigned> FuzzyPattern::Positions(std::string_view name) const
 {
-    const std::string_view looked = name.substr(0, kLongestName);
-    std::vector<unsigned> positions(letters.size());
-    if (!Score(name))
-        return {};
-    std::vector<int> from(letters.size() * looked.size(), -1);
-    if (Breaks(looked, &from) < kNone) {
-        int place = from.back();
-        for (size_t letter = letters.size(); letter-- > 0;) {
-            positions[letter] = static_cast<unsigned>(place);
-            place = from[letter * looked.size() + static_cast<size_t>(place)];
-        }
-        return positions;
-    }
-    size_t place = Find(looked);
-    const bool areNeighbours = place != std::string_view::npos;
-    place = areNeighbours ? place : 0;
-    for (size_t letter = 0; letter < letters.size(); place++)
-        if (AreEqual(looked[place], letters[letter]))
-            positions[letter++] = static_cast<unsigned>(place);
+    const std::string_view looked = name.substr(0, kLongestFuzzy);
+    const int kind = KindOf(name);
+    if (kind >= kBeginning && kind < kNeighbours)
+        return WordPositions(looked, LeastBreaks(looked));
+    std::vector<unsigned> positions;
+    const size_t begin = kind == kNeighbours ? Find(looked) : 0;
+    for (size_t i = begin; i < looked.size() && positions.size() < letters.size(); i++)
+        if (AreEqual(looked[i], letters[positions.size()]))
+            positions.push_back(static_cast<unsigned>(i));
     return positions;
 }
 

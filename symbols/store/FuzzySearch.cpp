@@ -1,146 +1,203 @@
 // The symbols whose names match a few typed letters best.
 
 #include "symbols/store/Fuzzy.h"
-#include "symbols/store/Names.h"
+#include "symbols/store/FuzzyNarrowing.h"
 #include "symbols/store/View.h"
 
 #include <algorithm>
 #include <map>
-#include <unordered_map>
+#include <tuple>
 
 namespace symbols {
 
 namespace {
 
 constexpr size_t kStepsBetweenChecks = 1024;
+constexpr std::uint32_t kFewNames = 20'000;
 
 struct Query {
-    FuzzyPattern name;
-    FuzzyPattern scope; // empty: any
-    FuzzyPattern path;  // empty: any
+    std::string_view name;
+    FuzzyNarrowing::By by = FuzzyNarrowing::By::Nothing;
+    std::string_view within = {};
 
     static Query Of(std::string_view pattern)
     {
         if (const size_t colons = pattern.rfind("::"); colons != std::string_view::npos)
-            return {FuzzyPattern(pattern.substr(colons + 2)), FuzzyPattern(pattern.substr(0, colons)),
-                    FuzzyPattern("")};
+            return {pattern.substr(colons + 2), FuzzyNarrowing::By::Scope, pattern.substr(0, colons)};
         if (const size_t slash = pattern.rfind('/'); slash != std::string_view::npos)
-            return {FuzzyPattern(pattern.substr(slash + 1)), FuzzyPattern(""), FuzzyPattern(pattern.substr(0, slash))};
-        return {FuzzyPattern(pattern), FuzzyPattern(""), FuzzyPattern("")};
+            return {pattern.substr(slash + 1), FuzzyNarrowing::By::Path, pattern.substr(0, slash)};
+        return {pattern};
     }
 };
 
-struct Rank {
-    int score;
+struct Rank { // smaller is better
+    int kind;
+    size_t length;
     std::string_view name;
-    bool operator<(const Rank& other) const // better
-    {
-        return score != other.score ? score > other.score : name < other.name;
-    }
+
+    auto operator<=>(const Rank&) const = default;
+    int Score() const { return (kNoMatch - kind) * 256 - static_cast<int>(length); }
 };
 
 } // namespace
 
+// Looks through the names by length. The more good matches it has, the better a name must be to come in, and the more of
+// them are ruled out by their traits.
 class View::FuzzySearch {
 public:
     FuzzySearch(const View& view, std::string_view pattern, Limits limits)
-        : view(view), query(Query::Of(pattern)), limits(limits)
+        : view(view), query(Query::Of(pattern)), pattern(query.name), limits(limits),
+          narrowing(query.by, query.within, limits.cancel)
     {
     }
 
     FuzzyMatches Run()
     {
-        for (const Part& part : view.parts)
-            if (!matches.more)
+        if (pattern.IsEmpty() && query.within.empty())
+            return {};
+        for (const Part& part : view.parts) {
+            narrowing.Enter(part);
+            if (!LookInNarrowed(part))
                 LookIn(part);
+        }
+        matches.more = IsCancelled();
         Fill();
         return std::move(matches);
     }
 
 private:
-    using Keys = std::vector<std::pair<const Part*, std::uint32_t>>;
+    bool IsCancelled() const { return limits.cancel != nullptr && limits.cancel->IsCancelled(); }
 
-    bool IsCancelled() { return limits.cancel != nullptr && limits.cancel->IsCancelled(); }
+    // The worst kind in which a name of this length comes in.
+    int WorstKind(size_t length) const
+    {
+        if (best.size() <= limits.results)
+            return kAnywhere;
+        const Rank& last = std::prev(best.end())->first;
+        return length > last.length ? last.kind - 1 : last.kind;
+    }
+
+    bool LookInNarrowed(const Part& part)
+    {
+        const std::optional<std::vector<TextNumber>> names = narrowing.Names();
+        for (size_t i = 0; names && i < names->size(); i++) {
+            const std::optional<std::string_view> name = part.segment->Text((*names)[i]);
+            const int kind = name ? pattern.KindOf(*name) : kNoMatch;
+            const auto key = kind < kNoMatch ? part.segment->FindKey(*name) : std::nullopt;
+            if (key)
+                Take(part, *key, kind);
+            if (i % kStepsBetweenChecks == 0 && IsCancelled())
+                break;
+        }
+        return names.has_value();
+    }
 
     void LookIn(const Part& part)
     {
-        const std::uint64_t wanted = LettersOf(query.name.Letters());
-        const std::uint64_t* const letters = part.segment->NameLetters();
-        for (std::uint32_t i = 0; letters != nullptr && i < part.segment->NameCount(); i++) {
-            if (i % kStepsBetweenChecks == 0 && IsCancelled()) {
-                matches.more = true;
+        const bool hasBeginnings = LookAtBeginnings(part);
+        for (const Segment::FuzzyNames& names : part.segment->AllFuzzyNames()) {
+            const int worst = WorstKind(names.length);
+            if (IsCancelled() || worst < (hasBeginnings ? kBeginning + 1 : kWhole))
                 return;
-            }
-            if ((letters[i] & wanted) == wanted)
-                Try(part, i);
+            if (names.count > 0 && names.length >= std::min(pattern.Letters().size(), kLongestFuzzy))
+                LookAtLength(part, names, hasBeginnings);
         }
     }
 
-    void Try(const Part& part, std::uint32_t i)
+    // Names that begin with the pattern are the best ones. Where they are few, looking at them first rules out most
+    // others. False when they are many: then they are found soon anyway.
+    bool LookAtBeginnings(const Part& part)
     {
-        const std::optional<std::uint32_t> key = part.segment->KeyOfName(i);
-        const std::optional<std::string_view> name = key ? part.segment->KeyText(*key) : std::nullopt;
-        const std::optional<int> score = name ? query.name.Score(*name) : std::nullopt;
-        if (!score)
+        const Segment& segment = *part.segment;
+        const std::uint32_t from = segment.FirstNameFrom(pattern.Letters());
+        const std::uint32_t to = segment.NameAfter(pattern.Letters());
+        if (pattern.IsEmpty() || to - from > kFewNames)
+            return false;
+        for (std::uint32_t i = from; i < to; i++) {
+            const std::optional<std::uint32_t> key = segment.KeyOfName(i);
+            const std::optional<std::string_view> name = key ? segment.KeyText(*key) : std::nullopt;
+            if (const int kind = name ? pattern.KindOf(*name) : kNoMatch; kind <= kBeginning)
+                Take(part, *key, kind);
+        }
+        return true;
+    }
+
+    void LookAtLength(const Part& part, const Segment::FuzzyNames& names, bool hasBeginnings)
+    {
+        const NameTraits* const traits = part.segment->TraitsOf(names);
+        const char* texts = nullptr;
+        int worst = WorstKind(names.length);
+        for (std::uint32_t i = 0; i < names.count && traits != nullptr; i++) {
+            if (i % kStepsBetweenChecks == 0 && IsCancelled())
+                return;
+            if (!pattern.MayMatch(traits[i], worst))
+                continue;
+            if (texts == nullptr)
+                texts = part.segment->TextsOf(names);
+            if (texts == nullptr)
+                return;
+            const int kind = pattern.KindOf({texts + i * names.length, names.length});
+            if (kind > worst || kind == kNoMatch || (hasBeginnings && kind <= kBeginning))
+                continue;
+            if (const auto key = part.segment->KeyOfFuzzy(names.first + i))
+                Take(part, *key, kind);
+            worst = WorstKind(names.length);
+        }
+    }
+
+    void Take(const Part& part, std::uint32_t key, int kind)
+    {
+        const std::string_view name = part.segment->KeyText(key).value_or("");
+        const Rank rank = {kind, std::min(name.size(), kLongestFuzzy), name};
+        if (best.size() > limits.results && !(rank <= std::prev(best.end())->first))
             return;
-        const Rank rank{*score, *name};
-        if (best.size() > limits.results && !(rank < std::prev(best.end())->first))
+        Hits hits = HitsOf(part, key);
+        if (hits.empty())
             return;
-        if (HitsOf(part, *key, 1).empty())
-            return;
-        best[rank].emplace_back(&part, *key);
+        Hits& all = best[rank];
+        all.insert(all.end(), hits.begin(), hits.end());
         if (best.size() > limits.results + 1)
             best.erase(std::prev(best.end()));
     }
 
-    Hits HitsOf(const Part& part, std::uint32_t key, size_t count)
+    Hits HitsOf(const Part& part, std::uint32_t key)
     {
+        const size_t enough = limits.results < SIZE_MAX ? limits.results + 1 : limits.results;
         Hits hits;
-        view.Gather(part, key, KeyList::Symbols,
-                    query.scope.Letters().empty() && query.path.Letters().empty() ? count : SIZE_MAX, limits.cancel,
-                    &hits);
-        std::erase_if(hits, [this](const Hit& hit) { return !Fits(hit); });
+        if (query.by == FuzzyNarrowing::By::Nothing) {
+            view.Gather(part, key, KeyList::Symbols, enough, limits.cancel, &hits);
+            return hits;
+        }
+        view.Gather(part, key, KeyList::Symbols, SIZE_MAX, limits.cancel, &hits);
+        std::erase_if(hits, [this](const Hit& hit) { return !narrowing.Includes(hit.file, hit.value); });
         return hits;
-    }
-
-    bool Fits(const Hit& hit)
-    {
-        if (!query.path.Letters().empty())
-            return query.path.Contains(view.PathOf(*hit.part, hit.file));
-        Symbol symbol;
-        return query.scope.Letters().empty() ||
-               (view.Fill(*hit.part, hit.file, hit.value, &symbol) && query.scope.Contains(symbol.scope));
     }
 
     void Fill()
     {
-        const size_t enough = limits.results < SIZE_MAX ? limits.results + 1 : limits.results;
-        for (const auto& [rank, keys] : best) {
-            if (matches.found.size() >= enough)
-                break;
-            Hits hits;
-            for (const auto& [part, key] : keys)
-                std::ranges::copy(HitsOf(*part, key, enough), std::back_inserter(hits));
+        for (auto& [rank, hits] : best) {
             view.PutInOrder(&hits, 0);
             for (const Hit& hit : hits) {
+                if (matches.found.size() >= limits.results) {
+                    matches.more = true;
+                    return;
+                }
                 FuzzyMatch match;
-                if (matches.found.size() >= enough || !view.Fill(*hit.part, hit.file, hit.value, &match.symbol))
+                if (!view.Fill(*hit.part, hit.file, hit.value, &match.symbol))
                     continue;
-                match.score = rank.score;
-                match.positions = query.name.Positions(match.symbol.name);
+                match.score = rank.Score();
+                match.positions = pattern.Positions(match.symbol.name);
                 matches.found.push_back(std::move(match));
             }
-        }
-        if (matches.found.size() > limits.results) {
-            matches.found.resize(limits.results);
-            matches.more = true;
         }
     }
 
     const View& view;
     Query query;
+    FuzzyPattern pattern;
     Limits limits;
-    std::map<Rank, Keys> best; // one more than wanted
+    FuzzyNarrowing narrowing;
+    std::map<Rank, Hits> best; // one name more than wanted
     FuzzyMatches matches;
 };
 

@@ -1,8 +1,5 @@
 #include "symbols/store/Names.h"
 
-#include "base/Identifier.h"
-#include "symbols/store/SortTexts.h"
-
 namespace symbols {
 
 std::string_view LeafOf(std::string_view path)
@@ -47,17 +44,6 @@ std::vector<std::string_view> BaseNames(std::string_view bases)
         begin = i + 1;
     }
     return names;
-}
-
-std::uint64_t LettersOf(std::string_view text)
-{
-    std::uint64_t letters = 0;
-    for (const char each : text) {
-        const char c = Lower(each);
-        const int bit = c >= 'a' && c <= 'z' ? c - 'a' : base::IsDigit(c) ? 26 + c - '0' : c == '_' ? 36 : 37;
-        letters |= std::uint64_t(1) << bit;
-    }
-    return letters;
 }
 
 } // namespace symbols

@@ -1,7 +1,6 @@
 // Parts of names and paths.
 #pragma once
 
-#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -14,8 +13,5 @@ std::string_view LastPart(std::string_view qualified);
 
 // The last part of each base in "Base<T,U>,n::Other".
 std::vector<std::string_view> BaseNames(std::string_view bases);
-
-// A bit for each sort of letter in the text, without regard to case: a to z, digits, "_" and others.
-std::uint64_t LettersOf(std::string_view text);
 
 } // namespace symbols

@@ -179,9 +179,14 @@ std::optional<std::string_view> Segment::Text(TextNumber number) const
     return std::string_view(place, *to - *from);
 }
 
+std::optional<TextNumber> Segment::TextOfKey(std::uint32_t key) const
+{
+    return Value<TextNumber>(Section::Keys, key);
+}
+
 std::optional<std::string_view> Segment::KeyText(std::uint32_t key) const
 {
-    const std::optional<TextNumber> text = Value<TextNumber>(Section::Keys, key);
+    const std::optional<TextNumber> text = TextOfKey(key);
     return text ? Text(*text) : std::nullopt;
 }
 
@@ -240,21 +245,62 @@ std::optional<std::uint32_t> Segment::KeyOfName(std::uint32_t name) const
     return Value<std::uint32_t>(Section::Names, name);
 }
 
-std::uint32_t Segment::FirstNameFrom(std::string_view text) const
+template <class IsBefore>
+std::uint32_t Segment::BisectNames(IsBefore isBefore) const
 {
     return Bisect(NameCount(), [&](std::uint32_t name) {
         const std::optional<std::uint32_t> key = KeyOfName(name);
         const std::optional<std::string_view> found = key ? KeyText(*key) : std::nullopt;
-        return found && CompareIgnoringCase(*found, text) < 0;
+        return found && isBefore(*found);
     });
 }
 
-const std::uint64_t* Segment::NameLetters() const
+std::uint32_t Segment::FirstNameFrom(std::string_view text) const
 {
-    const char* const begin = At(Section::NameLetters, 0, Length(Section::NameLetters));
-    return Length(Section::NameLetters) == NameCount() * sizeof(std::uint64_t)
-               ? reinterpret_cast<const std::uint64_t*>(begin)
-               : nullptr;
+    return BisectNames([&](std::string_view name) { return CompareIgnoringCase(name, text) < 0; });
+}
+
+std::uint32_t Segment::NameAfter(std::string_view beginning) const
+{
+    return BisectNames(
+        [&](std::string_view name) { return CompareIgnoringCase(name.substr(0, beginning.size()), beginning) <= 0; });
+}
+
+std::optional<std::uint32_t> Segment::KeyOfScope(std::uint32_t scope) const
+{
+    return Value<std::uint32_t>(Section::ScopeKeys, scope);
+}
+
+std::vector<Segment::FuzzyNames> Segment::AllFuzzyNames() const
+{
+    std::vector<FuzzyNames> all;
+    FuzzyNames next;
+    for (; next.length <= kLongestFuzzy; next.length++) {
+        const std::optional<std::uint32_t> end = Value<std::uint32_t>(Section::FuzzyEnds, next.length);
+        if (!end || *end < next.first)
+            return {};
+        next.count = *end - next.first;
+        all.push_back(next);
+        next.textsBegin += std::uint64_t(next.count) * next.length;
+        next.first = *end;
+    }
+    return all;
+}
+
+const NameTraits* Segment::TraitsOf(const FuzzyNames& names) const
+{
+    return reinterpret_cast<const NameTraits*>(
+        At(Section::FuzzyTraits, names.first * sizeof(NameTraits), std::uint64_t(names.count) * sizeof(NameTraits)));
+}
+
+const char* Segment::TextsOf(const FuzzyNames& names) const
+{
+    return At(Section::FuzzyTexts, names.textsBegin, std::uint64_t(names.count) * names.length);
+}
+
+std::optional<std::uint32_t> Segment::KeyOfFuzzy(std::uint32_t name) const
+{
+    return Value<std::uint32_t>(Section::FuzzyKeys, name);
 }
 
 } // namespace symbols

@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 namespace symbols {
 
@@ -50,6 +51,7 @@ public:
     std::optional<std::string_view> Text(TextNumber number) const;
 
     std::uint32_t KeyCount() const { return static_cast<std::uint32_t>(Length(Section::Keys) / sizeof(TextNumber)); }
+    std::optional<TextNumber> TextOfKey(std::uint32_t key) const;
     std::optional<std::string_view> KeyText(std::uint32_t key) const;
     std::uint32_t FirstKeyFrom(std::string_view text) const; // the first one that is not less
     std::optional<std::uint32_t> FindKey(std::string_view text) const;
@@ -59,9 +61,26 @@ public:
     // Names of symbols, by name in lower case.
     std::uint32_t NameCount() const { return static_cast<std::uint32_t>(Length(Section::Names) / sizeof(TextNumber)); }
     std::optional<std::uint32_t> KeyOfName(std::uint32_t name) const;
-    std::uint32_t FirstNameFrom(std::string_view text) const; // without regard to case
-    // LettersOf() each name; null when damaged.
-    const std::uint64_t* NameLetters() const;
+    // Without regard to case: the first one that is not less, and the one after those that begin with the text.
+    std::uint32_t FirstNameFrom(std::string_view text) const;
+    std::uint32_t NameAfter(std::string_view beginning) const;
+    std::uint32_t ScopeCount() const
+    {
+        return static_cast<std::uint32_t>(Length(Section::ScopeKeys) / sizeof(TextNumber));
+    }
+    std::optional<std::uint32_t> KeyOfScope(std::uint32_t scope) const;
+
+    // All names of symbols with one length, up to kLongestFuzzy; longer ones count among those.
+    struct FuzzyNames {
+        std::uint32_t first = 0; // for KeyOfFuzzy()
+        std::uint32_t count = 0;
+        size_t length = 0;
+        std::uint64_t textsBegin = 0; // in their section
+    };
+    std::vector<FuzzyNames> AllFuzzyNames() const;             // by length; empty when damaged
+    const NameTraits* TraitsOf(const FuzzyNames& names) const; // of each; null when damaged
+    const char* TextsOf(const FuzzyNames& names) const;        // one after the other, without gaps; null when damaged
+    std::optional<std::uint32_t> KeyOfFuzzy(std::uint32_t name) const;
 
     void SetDamaged() const { isDamaged.store(true, std::memory_order_relaxed); }
 
@@ -73,6 +92,8 @@ private:
     const char* At(Section section, std::uint64_t offset, std::uint64_t length) const; // null when damaged
     bool IsVerified(std::uint64_t offset, std::uint64_t length) const;
     bool Verify(std::uint64_t block) const;
+    template <class IsBefore>
+    std::uint32_t BisectNames(IsBefore isBefore) const;
     FileInSegment FileAt(std::uint32_t FileRecord::*begin, std::uint32_t place) const;
     template <class T>
     std::optional<T> Value(Section section, std::uint64_t index) const

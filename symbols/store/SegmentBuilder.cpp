@@ -1,6 +1,7 @@
 #include "symbols/store/SegmentBuilder.h"
 
 #include "symbols/store/KeyLists.h"
+#include "symbols/store/NameTraits.h"
 #include "symbols/store/Names.h"
 #include "symbols/store/SortTexts.h"
 
@@ -8,6 +9,7 @@
 #include <array>
 #include <numeric>
 #include <random>
+#include <ranges>
 
 namespace symbols {
 
@@ -253,9 +255,37 @@ void SegmentBuilder::WriteKeys(SegmentSink& sink, const std::vector<FileNumber>&
     SortTexts(names, Case::Ignored, [&](std::uint32_t key) { return texts.Text(keys[key]); });
     sink.Begin(Section::Names);
     AppendAll(sink, names);
-    sink.Begin(Section::NameLetters);
+    sink.Begin(Section::ScopeKeys);
+    for (std::uint32_t i = 0; i < keys.size(); i++)
+        if (lists[KeyList::Members].Has(keys[i]))
+            sink.AppendValue(i);
+    std::ranges::sort(names); // by name, as the keys are
+    WriteFuzzy(sink, keys, names);
+}
+
+void SegmentBuilder::WriteFuzzy(SegmentSink& sink, const std::vector<TextNumber>& keys,
+                                const std::vector<std::uint32_t>& byName)
+{
+    const auto shown = [&](std::uint32_t key) { return texts.Text(keys[key]).substr(0, kLongestFuzzy); };
+    std::vector<std::uint32_t> ends(kLongestFuzzy + 1);
+    for (const std::uint32_t key : byName)
+        ends[shown(key).size()]++;
+    std::partial_sum(ends.begin(), ends.end(), ends.begin());
+    std::vector<std::uint32_t> names(byName.size());
+    for (const std::uint32_t key : std::views::reverse(byName))
+        names[--ends[shown(key).size()]] = key;
+    std::rotate(ends.begin(), ends.begin() + 1, ends.end()); // what was a length's end is now its beginning
+    ends.back() = static_cast<std::uint32_t>(names.size());
+    sink.Begin(Section::FuzzyEnds);
+    AppendAll(sink, ends);
+    sink.Begin(Section::FuzzyKeys);
+    AppendAll(sink, names);
+    sink.Begin(Section::FuzzyTraits);
     for (const std::uint32_t key : names)
-        sink.AppendValue(LettersOf(texts.Text(keys[key])));
+        sink.AppendValue(TraitsOf(shown(key)));
+    sink.Begin(Section::FuzzyTexts);
+    for (const std::uint32_t key : names)
+        sink.Append(shown(key));
 }
 
 } // namespace symbols

@@ -51,6 +51,7 @@ private:
     std::vector<FileNumber> FilesByPath();
     std::uint64_t WriteFiles(SegmentSink& sink, const std::vector<FileNumber>& order);
     void WriteKeys(SegmentSink& sink, const std::vector<FileNumber>& order);
+    void WriteFuzzy(SegmentSink& sink, const std::vector<TextNumber>& keys, const std::vector<std::uint32_t>& byName);
 
     TextTable texts;
     std::vector<FileContent> files;
