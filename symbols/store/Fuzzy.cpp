@@ -12,11 +12,6 @@ namespace {
 // Longer patterns are found side by side only.
 constexpr size_t kMostLetters = 64;
 
-bool IsCapital(char c)
-{
-    return c >= 'A' && c <= 'Z';
-}
-
 } // namespace
 
 FuzzyPattern::FuzzyPattern(std::string_view text) : letters(text), caseCounts(std::ranges::any_of(text, IsCapital))

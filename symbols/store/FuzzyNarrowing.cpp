@@ -7,7 +7,6 @@ namespace symbols {
 namespace {
 
 constexpr size_t kManySymbols = 100'000;
-constexpr size_t kStepsBetweenChecks = 1024;
 
 } // namespace
 

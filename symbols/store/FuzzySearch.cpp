@@ -12,7 +12,6 @@ namespace symbols {
 
 namespace {
 
-constexpr size_t kStepsBetweenChecks = 1024;
 constexpr std::uint32_t kFewNames = 20'000;
 
 struct Query {
@@ -41,8 +40,8 @@ struct Rank { // smaller is better
 
 } // namespace
 
-// Looks through the names by length. The more good matches it has, the better a name must be to come in, and the more of
-// them are ruled out by their traits.
+// Looks through the names by length. The more good matches it has, the better a name must be to come in, and the more
+// names are ruled out by their traits.
 class View::FuzzySearch {
 public:
     FuzzySearch(const View& view, std::string_view pattern, Limits limits)

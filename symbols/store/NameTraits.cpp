@@ -5,15 +5,6 @@
 
 namespace symbols {
 
-namespace {
-
-bool IsCapital(char c)
-{
-    return c >= 'A' && c <= 'Z';
-}
-
-} // namespace
-
 bool IsWordStart(std::string_view name, size_t at)
 {
     const char c = name[at];

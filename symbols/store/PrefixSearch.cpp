@@ -7,21 +7,12 @@
 
 namespace symbols {
 
-namespace {
-
-bool HasCapital(std::string_view text)
-{
-    return std::ranges::any_of(text, [](char c) { return c != Lower(c); });
-}
-
-} // namespace
-
 // Goes through the names of all parts at once, in order: with a capital in the prefix in the order of bytes, otherwise
 // in that of the names in lower case.
 class View::PrefixSearch {
 public:
     PrefixSearch(const std::vector<Part>& parts, std::string_view prefix)
-        : prefix(prefix), caseCounts(HasCapital(prefix))
+        : prefix(prefix), caseCounts(std::ranges::any_of(prefix, IsCapital))
     {
         for (const Part& part : parts) {
             const Segment& segment = *part.segment;

@@ -8,9 +8,14 @@
 
 namespace symbols {
 
+constexpr bool IsCapital(char c)
+{
+    return c >= 'A' && c <= 'Z';
+}
+
 constexpr char Lower(char c)
 {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+    return IsCapital(c) ? static_cast<char>(c + 32) : c;
 }
 
 enum class Case : std::uint8_t { Counts, Ignored };

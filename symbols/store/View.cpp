@@ -8,12 +8,6 @@
 
 namespace symbols {
 
-namespace {
-
-constexpr size_t kStepsBetweenChecks = 1024;
-
-} // namespace
-
 const tagging::FileStamp* FileChanges::Touched(FileInSegment file) const
 {
     const auto found =

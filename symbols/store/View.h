@@ -13,6 +13,8 @@
 
 namespace symbols {
 
+constexpr size_t kStepsBetweenChecks = 1024; // of a query, between two looks at its cancel token
+
 // What has changed in a segment's files since it was written. Immutable once shared.
 struct FileChanges {
     std::vector<bool> dead; // by file: removed, or replaced by a later segment; may be empty
