@@ -4,6 +4,7 @@
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/Commands.h"
 #include "wren/cli/OpenEditor.h"
+#include "wren/cli/symbols/SymbolCommands.h"
 #include "wren/core/Interruption.h"
 #include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
@@ -22,12 +23,18 @@ namespace {
 constexpr const char* kFooter = R"(Without a command, wren FILE... opens the files in the editor.
 
 Examples:
-    wren src/main.cpp:12            opens the file at line 12
-    wren tags                       makes the tags of the current directory
-    wren tags --system              makes the tags of the system's headers
-    wren lookup src/main.cpp:12:8   what stands at line 12, column 8
-    wren lookup --symbol Outer::name
-    wren complete src/main.cpp:12:8 what completes the name that ends before column 8
+    wren src/main.cpp:12                opens the file at line 12
+    wren definition src/main.cpp:12:8   where the name at line 12, column 8 is defined
+    wren references src/main.cpp:12:8   where it is used
+    wren find shp                       the symbols with these letters
+    wren outline src/main.cpp           the symbols of a file
+    wren tags                           makes the tags of the current directory
+    wren tags --system                  makes the tags of the system's headers
+    wren lookup src/main.cpp:12:8       what the tags know of the name at a place
+    wren complete src/main.cpp:12:8     what completes the name that ends before column 8
+
+"lookup" and "complete" answer from tags files, the other commands from an index of the project,
+which they make when it is missing.
 
 Each command explains itself: wren lookup --help. The exit status is 0 when all went well, 2 for
 wrong usage; what others there are, the commands say.)";
@@ -44,11 +51,17 @@ int main(int count, char** words)
     // programs that this one starts then get the default action.
     std::signal(SIGPIPE, [](int) {});
     vetch::SetComplaintReporter(wren::Complain);
-    CLI::App app("Looks symbols up in source code, with the tags files that serve it.", "wren");
+    CLI::App app("Looks symbols up in source code.", "wren");
     app.footer(kFooter);
     app.set_version_flag("--version", std::string("wren ") + WREN_VERSION);
     app.require_subcommand(1);
     int status = 0;
+    wren::AddPlaceCommands(app, &status);
+    wren::AddFindCommand(app, &status);
+    wren::AddOutlineCommand(app, &status);
+    wren::AddGraphCommand(app, &status);
+    wren::AddExplainCommand(app, &status);
+    wren::AddIndexCommand(app, &status);
     wren::AddLookupCommand(app, &status);
     wren::AddTagsCommand(app, &status);
     wren::AddCompleteCommand(app, &status);

@@ -2,6 +2,15 @@
 
 _wren_commands() {
     local -a commands=(
+        'definition:print where the name at a place is defined'
+        'declaration:print where the name at a place is declared'
+        'references:print where the name at a place is used'
+        'implementations:print derived classes, or overriding methods'
+        'find:print the symbols whose names match a few letters'
+        'outline:print the symbols of a source file as a tree'
+        'graph:draw what includes, calls or derives from what'
+        'explain:print how the name at a place was understood'
+        "index:make the index of a project's symbols, or bring it up to date"
         'lookup:print where a symbol is declared and defined'
         'tags:make the tags files in which symbols are looked up'
         'complete:complete the word at a place, or print what it could become'
@@ -12,6 +21,93 @@ _wren_commands() {
 
 _wren_first() {
     _alternative 'commands:command:_wren_commands' 'files:file:_files'
+}
+
+_wren_place() {
+    _arguments -s \
+        '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        '--json[print JSON, an object a line]' \
+        '--limit[print at most that many]:number:' \
+        "--in[use the index of this directory's project]:directory:_directories" \
+        '--fresh[wait until all changed files are found]' \
+        '--no-system[leave out the headers of the system]' \
+        ':FILE\:LINE[\:COLUMN]:_files'
+}
+
+_wren_definition() {
+    _wren_place
+}
+
+_wren_declaration() {
+    _wren_place
+}
+
+_wren_implementations() {
+    _wren_place
+}
+
+_wren_references() {
+    _arguments -s \
+        '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        '(:)--symbol[the uses of this name instead]:name:' \
+        '--json[print JSON, an object a line]' \
+        '--limit[print at most that many]:number:' \
+        "--in[use the index of this directory's project]:directory:_directories" \
+        '--fresh[wait until all changed files are found]' \
+        '--no-system[leave out the headers of the system]' \
+        ':FILE\:LINE[\:COLUMN]:_files'
+}
+
+_wren_find() {
+    _arguments -s \
+        '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        '--json[print JSON, an object a line]' \
+        '--limit[print at most that many]:number:' \
+        "--in[use the index of this directory's project]:directory:_directories" \
+        '--fresh[wait until all changed files are found]' \
+        '--system[also find symbols in the headers of the system]' \
+        ':pattern:'
+}
+
+_wren_outline() {
+    _arguments -s \
+        '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        '--language[how the text is read]:language:(C C++ Objective-C Objective-C++)' \
+        '--json[print JSON, an object a line]' \
+        ':file:_files'
+}
+
+_wren_graph() {
+    _arguments -s \
+        '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        '--up[in the other direction]' \
+        '--depth[the number of steps]:number:' \
+        '--limit[at most that many boxes]:number:' \
+        '--format[what is printed]:format:(dot svg png)' \
+        "--in[use the index of this directory's project]:directory:_directories" \
+        '--fresh[wait until all changed files are found]' \
+        '--system[also with the headers of the system]' \
+        ':what:(includes calls classes)' \
+        ':file or name:_files'
+}
+
+_wren_explain() {
+    _arguments -s \
+        '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        "--in[use the index of this directory's project]:directory:_directories" \
+        '--fresh[wait until all changed files are found]' \
+        '--no-system[leave out the headers of the system]' \
+        ':FILE\:LINE[\:COLUMN]:_files'
+}
+
+_wren_index() {
+    _arguments -s \
+        '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        "--system[the index of the system's headers instead]" \
+        '(--watch --remove)--status[only print what the index holds]' \
+        '(--status --remove)--watch[keep it up to date until interrupted]' \
+        '(--status --watch)--remove[remove its files]' \
+        ':directory:_directories'
 }
 
 _wren_lookup() {
@@ -70,7 +166,7 @@ _wren_editor() {
 
 _wren() {
     case $words[2] in
-        lookup|tags|complete|script)
+        definition|declaration|references|implementations|find|outline|graph|explain|index|lookup|tags|complete|script)
             (( CURRENT > 2 )) || { _wren_editor; return }
             local command=$words[2]
             shift words

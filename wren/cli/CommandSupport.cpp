@@ -5,7 +5,9 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <string_view>
 #include <unistd.h>
 
 namespace wren {
@@ -27,6 +29,19 @@ bool WriteAsIsOrComplain(ProgramOutput& output, const std::string& text, const c
     if (!ProgramOutput::ReaderIsGone())
         Complain(std::string("cannot write ") + what + ": " + std::strerror(errno));
     return false;
+}
+
+bool WantsColour(const ProgramOutput& output)
+{
+    const char* terminal = std::getenv("TERM");
+    return output.IsTerminal() && std::getenv("NO_COLOR") == nullptr && terminal != nullptr &&
+           std::string_view(terminal) != "dumb";
+}
+
+std::string ShownPlace(const std::string& path, long line, std::optional<long> column, bool colour)
+{
+    const std::string numbers = std::to_string(line) + (column ? ":" + std::to_string(*column) : "");
+    return colour ? "\x1b[35m" + path + "\x1b[0m:\x1b[32m" + numbers + "\x1b[0m" : path + ":" + numbers;
 }
 
 } // namespace wren

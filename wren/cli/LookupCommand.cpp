@@ -8,9 +8,8 @@
 #include "wren/core/TerminalText.h"
 
 #include <CLI/CLI.hpp>
-#include <cstdlib>
 #include <memory>
-#include <string_view>
+#include <optional>
 
 namespace wren {
 
@@ -43,19 +42,9 @@ struct LookupWords {
     LookupOptions options;
 };
 
-bool WantsColour(const ProgramOutput& output)
-{
-    const char* terminal = std::getenv("TERM");
-    return output.IsTerminal() && std::getenv("NO_COLOR") == nullptr && terminal != nullptr &&
-           std::string_view(terminal) != "dumb";
-}
-
 std::string Line(const Match& match, bool colour)
 {
-    const std::string line = std::to_string(match.line);
-    if (!colour)
-        return match.path + ":" + line + ": " + match.item + "\n";
-    return "\x1b[35m" + match.path + "\x1b[0m:\x1b[32m" + line + "\x1b[0m: " + match.item + "\n";
+    return ShownPlace(match.path, match.line, std::nullopt, colour) + ": " + match.item + "\n";
 }
 
 // Only a terminal gets names without control characters.

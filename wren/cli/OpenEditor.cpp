@@ -17,8 +17,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array<std::string_view, 7> kOwnWords = {"lookup", "tags", "complete", "script",
-                                                       "--help", "-h",   "--version"};
+constexpr auto kOwnWords = std::to_array<std::string_view>(
+    {"lookup", "tags", "complete", "script", "definition", "declaration", "references", "implementations", "find",
+     "outline", "explain", "graph", "index", "--help", "-h", "--version"});
 
 // The editor beside this program, or at its installed place.
 fs::path EditorProgram()

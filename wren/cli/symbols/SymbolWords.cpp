@@ -1,0 +1,63 @@
+#include "wren/cli/symbols/SymbolWords.h"
+
+#include "symbols/Index.h"
+#include "wren/cli/CommandSupport.h"
+#include "wren/cli/symbols/IndexRoot.h"
+
+#include <CLI/CLI.hpp>
+#include <utility>
+
+namespace wren {
+
+void AddTreeOptions(CLI::App& command, SymbolWords& words)
+{
+    command.add_option("--in", words.directory, "Use the index of this directory's project");
+    command.add_flag("--fresh", words.index.waits, "Wait until all changed files are found");
+}
+
+void AddNoSystemOption(CLI::App& command, SymbolWords& words)
+{
+    command.add_flag_callback(
+        "--no-system", [&words] { words.index.withSystem = false; }, "Leave out the headers of the system");
+}
+
+void AddAnswerOptions(CLI::App& command, SymbolWords& words)
+{
+    command.add_flag("--json", words.json, "Print JSON, an object a line");
+    command
+        .add_option("--limit", words.limit, "Print at most that many (default: " + std::to_string(words.limit) + ")")
+        ->check(CLI::Range(size_t{1}, size_t{1'000'000}));
+}
+
+base::Result<CurrentIndex*> CurrentIndexes::ForFile(const std::string& path)
+{
+    return words.directory.empty() ? ForRoot(RootForFile(path)) : ForDirectory();
+}
+
+base::Result<CurrentIndex*> CurrentIndexes::ForDirectory()
+{
+    return ForRoot(RootForDirectory(words.directory.empty() ? "." : words.directory));
+}
+
+base::Result<CurrentIndex*> CurrentIndexes::ForRoot(const base::Result<std::string>& root)
+{
+    if (!root)
+        return root.Failure();
+    if (const auto known = indexes.find(*root); known != indexes.end())
+        return known->second.get();
+    if (!settings) {
+        base::Result<tagging::Settings> chosen = symbols::IndexSettings();
+        if (!chosen)
+            return chosen.Failure();
+        settings = *std::move(chosen);
+    }
+    auto index = std::make_unique<CurrentIndex>(*root, words.index, *settings, interruption);
+    if (const base::Result<void> prepared = index->Prepare(); !prepared)
+        return prepared.Failure();
+    if (index->MayBeStale())
+        Complain("looking for changed files in " + *root +
+                 " takes longer, so answers may be stale; --fresh waits for it");
+    return indexes.emplace(*root, std::move(index)).first->second.get();
+}
+
+} // namespace wren
