@@ -60,8 +60,9 @@ bool FuzzyPattern::Contains(std::string_view text) const
 
 size_t FuzzyPattern::Find(std::string_view name) const
 {
-    const auto found = std::ranges::search(name, letters, [this](char a, char b) { return AreEqual(a, b); });
-    return found.empty() ? std::string_view::npos : static_cast<size_t>(found.begin() - name.begin());
+    const auto found = std::search(name.begin(), name.end(), letters.begin(), letters.end(),
+                                   [this](char a, char b) { return AreEqual(a, b); });
+    return found == name.end() ? std::string_view::npos : static_cast<size_t>(found - name.begin());
 }
 
 // Goes through the name with a set of bits for each number of breaks: how many letters may have been found so far, the

@@ -91,7 +91,7 @@ std::optional<std::vector<TextNumber>> FuzzyNarrowing::Names() const
             return std::nullopt;
     }
     std::ranges::sort(names);
-    names.erase(std::ranges::unique(names).begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
     return names;
 }
 

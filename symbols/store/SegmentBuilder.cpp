@@ -9,7 +9,6 @@
 #include <array>
 #include <numeric>
 #include <random>
-#include <ranges>
 
 namespace symbols {
 
@@ -132,8 +131,7 @@ void SegmentBuilder::AddMentions(const tagging::ParsedSource& source, FileConten
     for (const std::string_view name : source.names)
         numbers.push_back(texts.Put(name));
     std::ranges::sort(numbers);
-    const auto [end, last] = std::ranges::unique(numbers);
-    numbers.erase(end, last);
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     TextNumber before = 0;
     for (const TextNumber number : numbers) {
         PutVarint(file->mentions, number - before);
@@ -272,8 +270,8 @@ void SegmentBuilder::WriteFuzzy(SegmentSink& sink, const std::vector<TextNumber>
         ends[shown(key).size()]++;
     std::partial_sum(ends.begin(), ends.end(), ends.begin());
     std::vector<std::uint32_t> names(byName.size());
-    for (const std::uint32_t key : std::views::reverse(byName))
-        names[--ends[shown(key).size()]] = key;
+    for (auto key = byName.rbegin(); key != byName.rend(); ++key)
+        names[--ends[shown(*key).size()]] = *key;
     std::rotate(ends.begin(), ends.begin() + 1, ends.end()); // what was a length's end is now its beginning
     ends.back() = static_cast<std::uint32_t>(names.size());
     sink.Begin(Section::FuzzyEnds);

@@ -3,7 +3,6 @@
 #include "symbols/store/DecodedFile.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 namespace symbols {
@@ -178,8 +177,8 @@ bool IndexWriter::Merge(const std::vector<size_t>& chosen)
     const auto segment = destination->WriteSegment(merged, &written);
     if (!segment)
         return false;
-    for (const size_t i : std::views::reverse(chosen))
-        members.erase(members.begin() + static_cast<std::ptrdiff_t>(i));
+    for (auto i = chosen.rbegin(); i != chosen.rend(); ++i)
+        members.erase(members.begin() + static_cast<std::ptrdiff_t>(*i));
     members.push_back({*segment, std::make_shared<const FileChanges>(), nullptr});
     return true;
 }
