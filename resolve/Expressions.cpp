@@ -112,6 +112,7 @@ private:
             Type type = Unary();
             if (type.IsKnown())
                 ++type.pointers;
+            type.isFunction = false;
             return type;
         }
         if (token.Is('!')) {
@@ -201,14 +202,15 @@ private:
         const Token& token = tokens[place];
         if (token.kind == Token::kLiteral) {
             ++place;
+            while (!IsAtEnd() && tokens[place].kind == Token::kLiteral)
+                ++place;
             Type type = Named("char", 0);
             type.pointers = token.text.starts_with("'") ? 0 : 1;
+            type.isConstant = type.pointers > 0;
             return type;
         }
-        if (token.kind == Token::kNumber) {
-            ++place;
-            return Named("int", 0);
-        }
+        if (token.kind == Token::kNumber)
+            return Number();
         if (token.Is('@'))
             return ObjectLiteral();
         if (token.Is('('))
@@ -218,6 +220,20 @@ private:
         if (token.IsMark("::"))
             return Name();
         return token.IsWord() ? Word() : Type{};
+    }
+
+    // "1", "1.5", "1.5f", "10UL".
+    Type Number()
+    {
+        const std::string_view text = tokens[place++].text;
+        const bool isHex = text.starts_with("0x") || text.starts_with("0X");
+        const bool isReal = !isHex && text.find_first_of(".eE") != std::string_view::npos;
+        if (isReal)
+            return Named(text.ends_with('f') || text.ends_with('F') ? "float" : "double", 0);
+        return Named(text.find_first_of("lL") != std::string_view::npos ? "long"
+                     : text.ends_with('u') || text.ends_with('U')       ? "unsigned"
+                                                                        : "int",
+                     0);
     }
 
     Type ObjectLiteral()
@@ -301,6 +317,7 @@ private:
             if (!local) {
                 Type type = owner.Self(place++);
                 type.pointers = 1;
+                type.isConstant = owner.IsInConstantMethod(place - 1);
                 return type;
             }
         }
@@ -678,6 +695,7 @@ Type Expressions::TypeOfMember(const Type& of, std::string_view name, std::optio
     Usage usage;
     usage.form = arguments ? Usage::Form::Call : Usage::Form::Value;
     usage.arguments = arguments;
+    usage.isConstant = canonical.isConstant;
     const MeaningList found = names.Members(classes.Find(canonical), name, usage, "");
     if (found.empty())
         return {};
@@ -766,6 +784,26 @@ std::string Expressions::SelectorAt(size_t word) const
             i = tokens[i].match;
     }
     return selector.empty() ? std::string(tokens[word].text) : selector;
+}
+
+std::vector<Type> Expressions::Passed(size_t open)
+{
+    constexpr size_t kMost = 6;
+    std::vector<Type> passed;
+    const size_t close = tokens[open].match;
+    if (close == kNone)
+        return passed;
+    for (const Tokens::Range& part : tokens.Parts(open + 1, close)) {
+        Type type = passed.size() < kMost ? TypeOf(part.begin, part.end, 1) : Type();
+        passed.push_back(type.IsKnown() && !IsBuiltInType(type.name) ? classes.Canonical(type) : type);
+    }
+    return passed;
+}
+
+bool Expressions::IsInConstantMethod(size_t place)
+{
+    const Symbol* const function = names.FunctionAt(tokens[place].line);
+    return function != nullptr && IsConstantMethod(function->signature);
 }
 
 Type Expressions::Self(size_t place)

@@ -38,6 +38,11 @@ public:
     Type Receiver(size_t word, int depth = 0);
     std::string SelectorAt(size_t word) const;
 
+    // Of the arguments of a call.
+    std::vector<Type> Passed(size_t open);
+
+    bool IsInConstantMethod(size_t place);
+
     // The class around the place, as "this" and "self" see it.
     Type Self(size_t place);
 

@@ -397,6 +397,27 @@ std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place, std::stri
     return found;
 }
 
+std::optional<LocalName> FindLoosely(const Tokens& tokens, size_t place)
+{
+    constexpr size_t kMost = 30'000;
+    constexpr size_t kLongestStatement = 300;
+    for (size_t i = place; i-- > 0 && i + kMost > place;) {
+        if (tokens[i].text != tokens[place].text || !tokens[i].IsWord())
+            continue;
+        size_t begin = i;
+        while (begin > 0 && i - begin < kLongestStatement && !tokens[begin - 1].Is(';') && !tokens[begin - 1].Is('{') &&
+               !tokens[begin - 1].Is('}'))
+            --begin;
+        size_t end = i;
+        while (end < tokens.Count() && !tokens[end].Is(';') && end - i < kLongestStatement)
+            ++end;
+        for (const Declared& declared : ReadStatement(tokens, {begin, end}))
+            if (declared.name == i)
+                return LocalName{declared, kNone};
+    }
+    return std::nullopt;
+}
+
 std::optional<LocalName> FindLabel(const Tokens& tokens, size_t place)
 {
     size_t body = kNone;

@@ -21,6 +21,10 @@ void ForEachLocal(const Tokens& tokens, size_t place, const std::function<bool(c
 std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place);                        // of the word there
 std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place, std::string_view name); // seen from there
 
+// The nearest declaration of that name before the place, whatever encloses it: for functions whose braces conditions
+// have left open.
+std::optional<LocalName> FindLoosely(const Tokens& tokens, size_t place);
+
 // The label that a goto at the place, or the label itself, means.
 std::optional<LocalName> FindLabel(const Tokens& tokens, size_t place);
 

@@ -45,6 +45,12 @@ bool IsCallable(SymbolKind kind)
     return kind == SymbolKind::Function || kind == SymbolKind::Prototype;
 }
 
+bool LooksLikeMacroCall(const Symbol& symbol)
+{
+    return IsCallable(symbol.kind) && symbol.type.empty() && symbol.name != LeafOf(symbol.scope) &&
+           !symbol.name.starts_with("operator") && !symbol.name.starts_with('~');
+}
+
 bool IsMemberLike(const Symbol& symbol)
 {
     switch (symbol.kind) {
@@ -123,6 +129,16 @@ std::map<std::string, int> Names::VisibleScopes(unsigned line)
         AddScope(levels, scope, level);
         level += kLevels;
     }
+    // "TEST_F(Suite, Name) {" makes a method of a class that derives from its first argument.
+    const Symbol* const function = FunctionAt(line);
+    if (function != nullptr && LooksLikeMacroCall(*function)) {
+        const std::vector<Type> arguments = ParameterTypes(function->signature);
+        const Type first = arguments.empty() ? Type() : arguments.front();
+        for (const Class& suite : classes.Find(first)) {
+            AddScope(levels, suite.scope, -kLevels);
+            break;
+        }
+    }
     for (const Symbol& symbol : world.OwnSymbols())
         if (symbol.kind == SymbolKind::UsingNamespace)
             levels.emplace(world.VisibleScope(symbol.target.empty() ? symbol.name : symbol.target), kUsedNamespace);
@@ -140,8 +156,13 @@ MeaningList Names::Unqualified(std::string_view name, unsigned line, const Usage
     const std::map<std::string, int> visible = VisibleScopes(line);
     const bool isC = !world.Text().IsCplusplus();
     const std::vector<Symbol> named = world.Named(name);
+    const bool isMacro = std::any_of(named.begin(), named.end(), [](const Symbol& each) {
+        return each.kind == SymbolKind::Macro && !each.signature.empty();
+    });
     for (const Symbol& symbol : named) {
         if (!IsVisible(symbol) || !world.Goes())
+            continue;
+        if (isMacro && LooksLikeMacroCall(symbol))
             continue;
         Meaning meaning{.symbol = symbol, .level = kUnreachable, .bindings = {}, .reason = {}};
         const auto level = visible.find(world.VisibleScope(symbol));
@@ -176,8 +197,21 @@ MeaningList Names::Unqualified(std::string_view name, unsigned line, const Usage
         }
         meanings.push_back(std::move(meaning));
     }
+    PutClassFirst(meanings);
     Rank(meanings, use, line);
     return meanings;
+}
+
+// The name of a class means the class, even where its constructor is nearer.
+void Names::PutClassFirst(MeaningList& meanings)
+{
+    int level = INT32_MAX;
+    for (const Meaning& each : meanings)
+        if (IsTypeKind(each.symbol.kind))
+            level = std::min(level, each.level);
+    for (Meaning& each : meanings)
+        if (level < INT32_MAX && IsCallable(each.symbol.kind) && each.symbol.name == LeafOf(each.symbol.scope))
+            each.level = std::max(each.level, level + 1);
 }
 
 MeaningList Names::Qualified(std::string_view qualifier, std::string_view name, unsigned line, const Usage& use)

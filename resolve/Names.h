@@ -37,6 +37,7 @@ public:
 private:
     void AddScope(std::map<std::string, int>& levels, const std::string& scope, int level);
     bool IsVisible(const Symbol& symbol);
+    static void PutClassFirst(MeaningList& meanings);
 
     World& world;
     Classes& classes;
@@ -46,6 +47,7 @@ private:
 
 bool IsMemberLike(const Symbol& symbol);
 bool IsCallable(SymbolKind kind);
-bool IsMethod(SymbolKind kind); // of Objective-C
+bool LooksLikeMacroCall(const Symbol& symbol); // "TEST_F(Suite, Name) {": a function without a type
+bool IsMethod(SymbolKind kind);                // of Objective-C
 
 } // namespace resolve

@@ -116,7 +116,7 @@ MeaningList Question::InDirective()
 // "TEST_F(Suite, Name) {" looks like a function without a type.
 bool Question::IsMacroCall(const Symbol& symbol)
 {
-    if (!symbol.type.empty() || symbol.name == LeafOf(symbol.scope) || symbol.name.starts_with("operator"))
+    if (!LooksLikeMacroCall(symbol))
         return false;
     for (const Symbol& other : world.Named(symbol.name))
         if (other.kind == SymbolKind::Macro && !other.signature.empty())
@@ -174,7 +174,8 @@ MeaningList Question::MeaningsOfSelf()
     const std::vector<Symbol> named = world.Named(self->name);
     for (const Symbol& symbol : named) {
         const bool isIt = symbol.file == self->file && symbol.line == self->line && symbol.kind == self->kind;
-        if (!isIt && (world.VisibleScope(symbol) != scope || IsMemberLike(symbol) != IsMemberLike(*self)))
+        if (!isIt && (world.VisibleScope(symbol) != scope || IsMemberLike(symbol) != IsMemberLike(*self) ||
+                      IsMethod(symbol.kind) != IsMethod(self->kind)))
             continue;
         Meaning meaning{.symbol = symbol, .how = How::Scope, .bindings = {}, .reason = "declared here"};
         meaning.level = isIt ? 0 : 1;
@@ -184,6 +185,8 @@ MeaningList Question::MeaningsOfSelf()
     if (IsCallable(self->kind)) {
         use.form = Usage::Form::Call;
         use.arguments = CountsOf(self->signature).most;
+        use.passed = ParameterTypes(self->signature);
+        use.isConstant = IsConstantMethod(self->signature);
         if (use.arguments == SIZE_MAX)
             use.arguments.reset();
     }
@@ -275,7 +278,10 @@ MeaningList Question::OfWord()
     }
     if (IsKeyword(name) && name != "this")
         return {};
-    const Usage usage = UsageAt(*tokens, word, text->IsObjectiveC());
+    Usage usage = UsageAt(*tokens, word, text->IsObjectiveC());
+    if (usage.arguments && text->IsCplusplus())
+        usage.passed = expressions.Passed(ArgumentsBegin(*tokens, word));
+    usage.isConstant = usage.access == Usage::Access::None && expressions.IsInConstantMethod(word);
     if (usage.access == Usage::Access::Member)
         return Member(usage);
     if (usage.access == Usage::Access::Message || usage.access == Usage::Access::Selector)
@@ -303,6 +309,14 @@ MeaningList Question::OfWord()
     if (usage.access == Usage::Access::Scope)
         return Scope(usage);
     MeaningList found = names.Unqualified(name, LineOf(*tokens, word), usage);
+    const bool isUnknown = found.empty() || found.front().level >= kUnreachable || found.front().how == How::Name;
+    if (isUnknown && IsCodeOutsideOfFunctions())
+        if (const auto loose = FindLoosely(*tokens, word)) {
+            MeaningList meant = LocalMeaning(*loose);
+            meant.front().how = How::Name;
+            meant.front().reason = "declared before it; the function around it has no clear bounds";
+            found.insert(found.begin(), meant.front());
+        }
     const bool isProtocol = text->IsObjectiveC() && (*tokens)[word - 1].Is('<');
     if (isProtocol)
         std::stable_partition(found.begin(), found.end(),
@@ -310,9 +324,17 @@ MeaningList Question::OfWord()
     return found;
 }
 
-MeaningList Question::MembersOf(const Type& type, std::string_view wanted, const Usage& usage)
+// Braces that conditions have left open make statements look as if they were outside of functions.
+bool Question::IsCodeOutsideOfFunctions()
+{
+    return directive == nullptr && names.FunctionAt(LineOf(*tokens, word)) == nullptr;
+}
+
+MeaningList Question::MembersOf(const Type& type, std::string_view wanted, const Usage& how)
 {
     MeaningList found;
+    Usage usage = how;
+    usage.isConstant = type.isConstant;
     if (type.IsKnown()) {
         const std::vector<Class> of = classes.Find(type);
         for (const Class& each : of)

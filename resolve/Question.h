@@ -51,8 +51,9 @@ private:
     MeaningList Member(const Usage& usage);
     MeaningList Scope(const Usage& usage);
     MeaningList Message(const Usage& usage);
-    MeaningList MembersOf(const Type& type, std::string_view wanted, const Usage& usage);
+    MeaningList MembersOf(const Type& type, std::string_view wanted, const Usage& how);
     bool IsSelf(const Symbol& symbol, const Usage& usage);
+    bool IsCodeOutsideOfFunctions();
     bool IsMacroCall(const Symbol& symbol);
 
     const ParsedTextPointer text;

@@ -16,9 +16,21 @@ struct Ranked {
     bool isLocalElsewhere = false;
     bool isOtherLanguage = false;
     bool hasOtherArguments = false;
+    int passedMisfit = 0;
+    bool isMacro = false;
     int distance = 0;
     std::string entity;
 };
+
+// The types of the parameters by their last names, and const: "(const Shape& shape, int n) const".
+std::string Shape(std::string_view signature)
+{
+    std::string shape = IsConstantMethod(signature) ? "const" : "";
+    for (const Type& type : ParameterTypes(signature))
+        if (type.name != "void" || type.pointers > 0)
+            shape += ' ' + std::string(type.Leaf()) + std::string(static_cast<size_t>(type.pointers), '*');
+    return shape;
+}
 
 // What all declarations of a thing have in common. A type or a macro is declared once.
 std::string EntityOf(const Symbol& symbol, bool isLocalElsewhere, World& world, size_t number)
@@ -39,6 +51,7 @@ std::string EntityOf(const Symbol& symbol, bool isLocalElsewhere, World& world, 
         break;
     case SymbolKind::Interface:
     case SymbolKind::Implementation:
+    case SymbolKind::Category:
         key = "i ";
         break;
     case SymbolKind::InstanceMethod:
@@ -56,7 +69,7 @@ std::string EntityOf(const Symbol& symbol, bool isLocalElsewhere, World& world, 
         return "#" + std::to_string(number);
     key += world.VisibleScope(symbol);
     if (key[0] == 'f' && world.Text().IsCplusplus())
-        key += " " + std::to_string(CountsOf(symbol.signature).most);
+        key += " " + Shape(symbol.signature);
     return key;
 }
 
@@ -76,14 +89,36 @@ struct EntityRank {
     bool isOtherLanguage = true;
     int level = INT32_MAX;
     bool hasOtherArguments = true;
+    int passedMisfit = INT32_MAX;
+    bool isMacro = false; // the preprocessor comes first
     int distance = INT32_MAX;
 
     auto Key() const
     {
         return std::tuple(misfit >= kUnfit, isOtherLanguage, level >= kUnreachable, isLocalElsewhere, isFar, level,
-                          hasOtherArguments, misfit, distance);
+                          hasOtherArguments, passedMisfit, misfit, distance, !isMacro);
     }
 };
+
+int PassedMisfitOf(const Symbol& symbol, const Usage& use)
+{
+    if (!IsCallable(symbol.kind))
+        return 0;
+    int misfit = use.passed.empty() ? 0 : PassedMisfit(ParameterTypes(symbol.signature), use.passed);
+    // A member that is not const does not fit a const object; otherwise it fits better.
+    const bool isConstant = IsConstantMethod(symbol.signature);
+    if (!symbol.scope.empty() && isConstant != use.isConstant)
+        misfit += isConstant ? 1 : 3;
+    return misfit;
+}
+
+// Without "struct", C means the typedef of that name.
+int TagMisfit(const Symbol& symbol, const Usage& use, const World& world)
+{
+    const bool isTag =
+        symbol.kind == SymbolKind::Struct || symbol.kind == SymbolKind::Union || symbol.kind == SymbolKind::Enum;
+    return isTag && use.form != Usage::Form::Tag && !world.Text().IsCplusplus() ? 2 : 0;
+}
 
 using Entities = std::map<std::string, EntityRank>;
 
@@ -98,6 +133,8 @@ Entities RanksOf(const std::vector<Ranked>& all)
         rank.isLocalElsewhere &= each.isLocalElsewhere;
         rank.level = std::min(rank.level, each.meaning.level);
         rank.hasOtherArguments &= each.hasOtherArguments;
+        rank.passedMisfit = std::min(rank.passedMisfit, each.passedMisfit);
+        rank.isMacro |= each.isMacro;
         rank.distance = std::min(rank.distance, each.distance);
     }
     return entities;
@@ -111,7 +148,9 @@ void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World&
     for (size_t i = 0; i < meanings.size(); ++i) {
         Ranked ranked;
         const Symbol& symbol = meanings[i].symbol;
-        ranked.misfit = Misfit(symbol, use);
+        ranked.misfit = Misfit(symbol, use) + TagMisfit(symbol, use, world);
+        ranked.passedMisfit = PassedMisfitOf(symbol, use);
+        ranked.isMacro = symbol.kind == SymbolKind::Macro;
         ranked.isOtherLanguage = world.IsOtherLanguage(symbol);
         ranked.isLocalElsewhere = world.IsFileLocalElsewhere(symbol);
         ranked.hasOtherArguments =

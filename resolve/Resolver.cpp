@@ -22,7 +22,7 @@ struct Asked { // the declaration that the place itself is in the name of
 // The meanings of one thing: those that are wanted, or else the others. From a definition to its declaration, and
 // back.
 void Choose(const MeaningList& all, size_t begin, size_t end, bool wantsDefinition, const std::optional<Asked>& asked,
-            std::vector<const Meaning*>& chosen)
+            bool isSystem, std::vector<const Meaning*>& chosen)
 {
     const auto isAsked = [&](const Meaning& each) {
         return asked && each.symbol.file == asked->file && each.symbol.line == asked->line;
@@ -32,6 +32,14 @@ void Choose(const MeaningList& all, size_t begin, size_t end, bool wantsDefiniti
             wantsDefinition = !wantsDefinition;
             break;
         }
+    // A header of the system that is meant for users counts more than the inline function behind it.
+    const Symbol& nearest = all[begin].symbol;
+    const bool isSystemFunction = isSystem && IsCallable(nearest.kind) && nearest.scope.empty();
+    if (isSystemFunction && !asked) {
+        for (size_t i = begin; i < end; ++i)
+            chosen.push_back(&all[i]);
+        return;
+    }
     const size_t before = chosen.size();
     for (const bool wanted : {wantsDefinition, !wantsDefinition}) {
         for (size_t i = begin; i < end; ++i)
@@ -78,7 +86,8 @@ Answers Resolver::AnswerTo(const Place& place, symbols::Limits limits, Wanted wa
             for (size_t i = begin; i < end; ++i)
                 chosen.push_back(&meanings[i]);
         else
-            Choose(meanings, begin, end, wanted == Wanted::Definition, asked, chosen);
+            Choose(meanings, begin, end, wanted == Wanted::Definition, asked,
+                   question.GetWorld().PathOf(meanings[begin].symbol.file).starts_with('/'), chosen);
         begin = end;
     }
     for (const Meaning* meaning : chosen) {

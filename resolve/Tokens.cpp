@@ -19,7 +19,7 @@ using Words = std::set<std::string_view>;
 // Finds the other end of each bracket.
 class Tokens::Brackets {
 public:
-    Brackets(std::vector<Token>& all, std::string_view text, size_t start) : all(all), text(text), start(start) {}
+    explicit Brackets(std::vector<Token>& all) : all(all) {}
 
     void Read(size_t index)
     {
@@ -61,37 +61,11 @@ private:
         branches.back().hasFirst = true;
     }
 
-    bool IsFirstOfLine(size_t index) const
-    {
-        const size_t place = all[index].offset - start;
-        return place == 0 || text[place - 1] == '\n';
-    }
-
-    // Conditions may leave braces open that no compiler sees. A brace in the first column ends a function whose body
-    // begins there.
-    bool CloseBody(size_t index)
-    {
-        for (size_t i = open.size(); i-- > 0;) {
-            const size_t begin = open[i];
-            const bool isBody = begin > 0 && all[begin].Is('{') && IsFirstOfLine(begin) &&
-                                (all[begin - 1].Is(')') || all[begin - 1].Is(';'));
-            if (!isBody)
-                continue;
-            all[begin].match = index;
-            all[index].match = begin;
-            open.resize(i);
-            return true;
-        }
-        return false;
-    }
-
     static char OpenOf(char close) { return close == ')' ? '(' : close == ']' ? '[' : '{'; }
 
     // A closing brace also closes what was left open inside; another bracket without its counterpart is ignored.
     void Close(size_t index, char mark)
     {
-        if (mark == '}' && IsFirstOfLine(index) && CloseBody(index))
-            return;
         const char wanted = OpenOf(mark);
         for (size_t i = open.size(); i-- > 0;) {
             const char found = all[open[i]].text[0];
@@ -107,8 +81,6 @@ private:
     }
 
     std::vector<Token>& all;
-    const std::string_view text;
-    const size_t start;
     std::vector<size_t> open;
     std::vector<Branches> branches;
 };
@@ -116,7 +88,7 @@ private:
 Tokens::Tokens(std::string_view text, size_t offset, unsigned line) : text(text), start(offset)
 {
     tagging::SourceTokens source(text);
-    Brackets brackets(all, text, start);
+    Brackets brackets(all);
     for (tagging::Token token; source.Next(token);) {
         token.line += line - 1;
         const size_t place = start + static_cast<size_t>(token.text.data() - text.data());

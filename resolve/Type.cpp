@@ -43,6 +43,8 @@ private:
     void ReadWord(size_t end)
     {
         const Token& token = tokens[place];
+        if (token.text == "const" && type.pointers == 0)
+            type.isConstant = true;
         if (IsSpecifier(token.text) || token.text == "auto" || token.text == "const") {
             ++place;
         } else if (token.text == "decltype" || token.text.starts_with("__attribute") || token.text == "alignas" ||
@@ -50,7 +52,10 @@ private:
             ++place;
             SkipBracket();
         } else if (IsBuiltInType(token.text)) {
-            type.name = token.text;
+            // "unsigned long long": the size counts more than the sign.
+            const bool isWeaker = token.text == "int" || token.text == "signed" || token.text == "unsigned";
+            if (!isWeaker || !type.IsKnown())
+                type.name = token.text;
             ++place;
         } else if (IsMacro(end)) {
             if (tokens[++place].Is('('))
@@ -201,6 +206,7 @@ Type Substituted(const Type& type, const Bindings& bindings)
         Type result = bound->second;
         result.pointers += type.pointers;
         result.isFunction |= type.isFunction;
+        result.isConstant |= type.isConstant;
         return result;
     }
     Type result = type;
@@ -249,6 +255,55 @@ ArgumentCounts CountsOf(std::string_view signature)
             ++counts.least;
     }
     return counts;
+}
+
+bool IsConstantMethod(std::string_view signature)
+{
+    const size_t close = signature.rfind(')');
+    return close != std::string_view::npos && signature.substr(close).find("const") != std::string_view::npos;
+}
+
+std::vector<Type> ParameterTypes(std::string_view signature)
+{
+    std::vector<Type> types;
+    const Tokens tokens(signature.substr(0, kLongestType));
+    if (!tokens[0].Is('(') || tokens[0].match == kNone)
+        return types;
+    for (const Tokens::Range& part : tokens.Parts(1, tokens[0].match)) {
+        size_t end = part.begin;
+        while (end < part.end && !tokens[end].Is('='))
+            ++end;
+        // Without the parameter's name: a word behind another one, or behind a sign.
+        const bool hasName = end > part.begin + 1 && tokens[end - 1].IsWord() && !IsBuiltInType(tokens[end - 1].text) &&
+                             !IsSpecifier(tokens[end - 1].text) && !tokens[end - 2].IsMark("::") &&
+                             !IsSpecifier(tokens[end - 2].text);
+        types.push_back(TypeReader(tokens, "", 0, 0).Read(part.begin, hasName ? end - 1 : end));
+    }
+    return types;
+}
+
+int PassedMisfit(const std::vector<Type>& parameters, const std::vector<Type>& passed)
+{
+    int misfit = 0;
+    for (size_t i = 0; i < parameters.size() && i < passed.size(); ++i) {
+        const Type& parameter = parameters[i];
+        const Type& value = passed[i];
+        if (!parameter.IsKnown() || !value.IsKnown())
+            continue;
+        const bool isPointer = parameter.pointers > 0;
+        const bool isBuiltIn = IsBuiltInType(parameter.name);
+        if (parameter.Leaf() == value.Leaf() && parameter.pointers == value.pointers)
+            continue;
+        if (isPointer != (value.pointers > 0))
+            misfit += isBuiltIn || isPointer ? 4 : 2;
+        else if (isPointer && parameter.name == "void")
+            misfit += 1;
+        else if (IsBuiltInType(value.name) == isBuiltIn)
+            misfit += isPointer ? 4 : 1;
+        else
+            misfit += isBuiltIn ? 2 : 3;
+    }
+    return misfit;
 }
 
 } // namespace resolve

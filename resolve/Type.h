@@ -16,6 +16,7 @@ struct Type {
     std::vector<Type> arguments; // of the template
     std::vector<Type> outer;     // arguments of what it is a member of: T of "vector<T>::iterator"
     int pointers = 0;            // of arrays, too
+    bool isConstant = false;     // what is referred to, "const T&" and "T const *"
     bool isFunction = false;     // a pointer to a function with this result, or a block
     std::string scope;           // in which the name is looked up, from the inside out
     symbols::FileNumber file = 0;
@@ -51,5 +52,13 @@ struct ArgumentCounts {
     bool Fit(size_t count) const { return least <= count && count <= most; }
 };
 ArgumentCounts CountsOf(std::string_view signature);
+
+// "(int x) const"
+bool IsConstantMethod(std::string_view signature);
+
+// The types of the parameters.
+std::vector<Type> ParameterTypes(std::string_view signature);
+// How badly values of these types fit; 0 when nothing speaks against them. Unknown types fit everything.
+int PassedMisfit(const std::vector<Type>& parameters, const std::vector<Type>& passed);
 
 } // namespace resolve

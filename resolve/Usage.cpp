@@ -250,14 +250,19 @@ Usage UsageAt(const Tokens& tokens, size_t word, bool isObjectiveC)
     while (tokens[begin - 1].IsMark("::") && tokens[begin - 2].IsWord())
         begin -= 2;
     use.isNew = tokens[begin - 1].text == "new";
-    if (isObjectiveC && use.form == Usage::Form::Value && word == tokens[word].parent + 1 &&
-        IsMessage(tokens, tokens[word].parent))
+    if (isObjectiveC && (use.form == Usage::Form::Value || use.form == Usage::Form::Type) &&
+        word == tokens[word].parent + 1 && IsMessage(tokens, tokens[word].parent))
         use.form = Usage::Form::Receiver;
     if (tokens[tokens[word].parent - 1].text == "protocol" && tokens[tokens[word].parent].Is('('))
         use.form = Usage::Form::Protocol;
     if (before.text == "protocol" && tokens[word - 2].Is('@'))
         use.form = Usage::Form::Protocol;
     return use;
+}
+
+size_t ArgumentsBegin(const Tokens& tokens, size_t word)
+{
+    return BehindArguments(tokens, word);
 }
 
 int Misfit(const tagging::Symbol& symbol, const Usage& use)

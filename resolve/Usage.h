@@ -2,9 +2,11 @@
 #pragma once
 
 #include "resolve/Tokens.h"
+#include "resolve/Type.h"
 #include "tagging/ParsedSource.h"
 
 #include <optional>
+#include <vector>
 
 namespace resolve {
 
@@ -25,11 +27,16 @@ struct Usage {
 
     Form form = Form::Value;
     Access access = Access::None;
-    std::optional<size_t> arguments; // of a call
-    bool isNew = false;              // "new X(...)"
+    std::optional<size_t> arguments = {}; // of a call
+    std::vector<Type> passed = {};        // their types, as far as they are known
+    bool isNew = false;                   // "new X(...)"
+    bool isConstant = false;              // the receiver is const: so are the members that fit
 };
 
 Usage UsageAt(const Tokens& tokens, size_t word, bool isObjectiveC);
+
+// The '(' of a call's arguments.
+size_t ArgumentsBegin(const Tokens& tokens, size_t word);
 
 // 0 when the kind fits best; from kUnfit on only when nothing else is found.
 int Misfit(const tagging::Symbol& symbol, const Usage& use);

@@ -91,6 +91,44 @@ TEST(Definition, Scopes)
     });
 }
 
+TEST(Definition, Overloads)
+{
+    const std::string shape = "struct Shape {\n void set(const char* s);\n void set(int n);\n void set(double d);\n"
+                              " int at(int i) const;\n int& at(int i);\n};\n";
+    const auto expect = [&](unsigned line, const std::string& use) {
+        const Project project(shape + use);
+        EXPECT_EQ(First(project.Definition()), "a.cpp:" + std::to_string(line)) << use << "\n" << project.Explain();
+    };
+    expect(2, "void f(Shape s) { s.set|(\"a\"); }");
+    expect(3, "void f(Shape s) { s.set|(14); }");
+    expect(4, "void f(Shape s) { s.set|(1.5); }");
+    expect(2, "void f(Shape s, const char* text) { s.set|(text); }");
+    expect(4, "void f(Shape s, double d) { s.set|(d); }");
+    expect(6, "void f(Shape s) { s.at|(1); }");
+    expect(5, "void f(const Shape& s) { s.at|(1); }");
+    ExpectDefinitions({
+        {"from a declaration to the definition with the same parameters",
+         "struct A {\n void f(int n);\n void f|(char* s);\n};\nvoid A::f(int n) {}\nvoid A::$f(char *s) {}\n"},
+        {"and back",
+         "struct A {\n void f(int n);\n void $f(char* s);\n};\nvoid A::f(int n) {}\nvoid A::f|(char *s) {}\n"},
+        {"a call on the line of its own declaration",
+         "struct A {\n void f(int n, int m);\n void f(int n) { f|(n, 1); }\n};\nvoid A::$f(int n, int m) {}\n"},
+    });
+}
+
+TEST(Definition, MacrosThatMakeFunctions)
+{
+    ExpectDefinitions({
+        {"the macro, not the function that it looks like",
+         "== gtest.h\n#define $TEST_F(a, b) class a##b : public a { void Body(); }; void a##b::Body()\n"
+         "== a.cpp\n#include \"gtest.h\"\nTEST_F|(Suite, Grows) {\n}\n"},
+        {"the class whose method it is", "#define TEST_F(a, b) void a##b()\nint Size();\nstruct Suite {\n int "
+                                         "$Size();\n};\nTEST_F(Suite, Grows) {\n Size|();\n}\n"},
+        {"its arguments are no parameters",
+         "#define TEST(a, b) void a##b()\nint $Grows();\nTEST(Suite, Grows) {\n Grows|();\n}\n"},
+    });
+}
+
 TEST(Definition, Receivers)
 {
     const std::string two = "struct A {\n int size;\n};\nstruct B {\n int $size;\n B* next();\n};\n";
@@ -181,4 +219,19 @@ TEST(Definition, Messages)
            "@interface C : B\n- (int) size;\n@end\n@implementation C\n- (int) f { return [super size|]; }\n@end");
     const Project selector("== a.m\n" + classes + "void f(B *b) { [b at: 1 wi|th: nil]; }");
     EXPECT_EQ(First(selector.Definition()), "a.m:7") << selector.Explain();
+    ExpectDefinitions({
+        {"a selector at its declaration",
+         "== a.m\n@interface A\n- (id) at: (int)x wi|th: (id)y;\n@end\n@implementation A\n- (id) $at: (int)x with: "
+         "(id)y\n{\n return nil;\n}\n@end\n"},
+        {"and back", "== a.m\n@interface A\n- (id) $at: (int)x with: (id)y;\n@end\n@implementation A\n- (id) a|t: "
+                     "(int)x with: (id)y\n{\n return nil;\n}\n@end\n"},
+        {"an instance variable",
+         "== a.m\nint n;\n@interface A : B\n{\n int $n;\n}\n@end\n@implementation A\n- (int) f { return n|; }\n@end\n"},
+        {"of the superclass", "== a.m\n@interface B\n{\n int $n;\n}\n@end\n@interface A : B\n@end\n@implementation "
+                              "A\n- (int) f { return n|; }\n@end\n"},
+        {"a variable before the method of its name",
+         "== a.m\n@interface A\n{\n id $list;\n}\n- (id) list;\n@end\n@implementation A\n- (id) list { return nil; "
+         "}\n- (void) f { [list| count]; }\n@end\n"},
+        {"a category at its implementation", "== a.m\n@interface A ($Cat)\n@end\n@implementation A| (Cat)\n@end\n"},
+    });
 }
