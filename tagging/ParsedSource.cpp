@@ -44,7 +44,7 @@ std::string_view LongName(SymbolKind kind)
         "signal",
         "property",
     };
-    static_assert(std::size(kNames) == static_cast<size_t>(SymbolKind::QtProperty) + 1);
+    static_assert(std::size(kNames) == static_cast<size_t>(kLastSymbolKind) + 1);
     return kNames[static_cast<size_t>(kind)];
 }
 

@@ -50,6 +50,7 @@ enum class SymbolKind : std::uint8_t {
     Signal,
     QtProperty,
 };
+constexpr SymbolKind kLastSymbolKind = SymbolKind::QtProperty;
 
 // ctags' long name ("function", "externvar"), for users and for JSON.
 std::string_view LongName(SymbolKind kind);

@@ -30,8 +30,8 @@ enum class Section : std::uint8_t {
     Includes,    // of each file: the name's number, twice the line plus 1 for <>
     Mentions,    // of each file: differences between the sorted numbers of the names
     Keys,        // u32: the numbers of all texts that something can be found by, sorted by text
-    KeyPlaces,   // u32 for each key: where its lists begin in Postings
     Postings,    // lists of each key (KeyList)
+    KeyPlaces,   // u32 for each key: where its lists begin in Postings
     Names,       // u32: places in Keys of names of symbols, sorted by name in lower case, then by name
     ScopeKeys,   // u32: places in Keys of all scopes
     FuzzyEnds,   // u32 for each length of names from 0 to kLongestFuzzy: how many names are at most as long

@@ -32,22 +32,19 @@ bool FuzzyPattern::AreEqual(char inName, char inPattern) const
     return (caseCounts ? inName : Lower(inName)) == inPattern;
 }
 
-bool FuzzyPattern::MayMatch(const NameTraits& traits, int worst) const
+FuzzyPattern::Chances FuzzyPattern::ChancesOf(const NameTraits& traits, int worst) const
 {
     if ((traits.letters & needed) != needed)
-        return false;
-    if (worst >= kAnywhere)
-        return true;
-    int missing = 0;
+        return {false, false, false};
+    int missing = 0; // pairs of neighbours, each of which needs a break
     std::uint64_t initials = initial;
     for (const Pair& pair : pairs)
         if ((traits.pairs & pair.bit) == 0) {
             missing++;
             initials |= pair.initial;
         }
-    if (missing == 0 && worst >= kNeighbours)
-        return true;
-    return (traits.letters & initials) == initials && missing <= worst - kBeginning;
+    return {(traits.letters & initials) == initials && missing <= worst - kBeginning,
+            missing == 0 && worst >= kNeighbours, worst >= kAnywhere};
 }
 
 bool FuzzyPattern::Contains(std::string_view text) const
@@ -65,13 +62,25 @@ size_t FuzzyPattern::Find(std::string_view name) const
     return found == name.end() ? std::string_view::npos : static_cast<size_t>(found - name.begin());
 }
 
-// Goes through the name with a set of bits for each number of breaks: how many letters may have been found so far, the
-// last of them just now ('here') or earlier ('before').
+// Goes through the name with a set of bits: how many letters may have been found so far.
+bool FuzzyPattern::IsAtWords(std::string_view name) const
+{
+    std::uint64_t here = 0;   // the last of them just now
+    std::uint64_t before = 0; // or earlier
+    for (size_t i = 0; i < name.size(); i++) {
+        const std::uint64_t fits = places[static_cast<unsigned char>(name[i])];
+        here = here << 1 & fits;
+        if (fits != 0 && IsWordStart(name, i))
+            here |= (before << 1 | 1) & fits;
+        before |= here;
+    }
+    return (before >> (std::min(letters.size(), kMostLetters) - 1) & 1) != 0;
+}
+
+// The same with sets for each number of breaks.
 int FuzzyPattern::LeastBreaks(std::string_view name) const
 {
     const size_t most = letters.size(); // each letter after a break
-    if (most > kMostLetters)
-        return kNoMatch;
     std::array<std::uint64_t, kMostLetters + 1> here = {};
     std::array<std::uint64_t, kMostLetters + 1> before = {};
     size_t used = 1; // numbers of breaks that occur
@@ -97,18 +106,20 @@ int FuzzyPattern::LeastBreaks(std::string_view name) const
     return kNoMatch;
 }
 
-int FuzzyPattern::KindOf(std::string_view name) const
+int FuzzyPattern::KindOf(std::string_view name, const Chances& chances) const
 {
     const std::string_view looked = name.substr(0, kLongestFuzzy);
     if (letters.empty())
         return kAnywhere;
-    if (!Contains(looked))
+    if (looked.size() < letters.size())
         return kNoMatch;
-    if (name.size() == letters.size())
-        return kWhole;
-    if (const int breaks = LeastBreaks(looked); breaks < kNoMatch)
-        return kBeginning + std::min(breaks, kNeighbours - 2);
-    return Find(looked) != std::string_view::npos ? kNeighbours : kAnywhere;
+    if (chances.atWords && letters.size() <= kMostLetters && IsAtWords(looked)) {
+        const int breaks = LeastBreaks(looked);
+        return breaks == 0 && name.size() == letters.size() ? kWhole : kBeginning + breaks;
+    }
+    if (chances.asNeighbours && Find(looked) != std::string_view::npos)
+        return name.size() == letters.size() ? kWhole : kNeighbours;
+    return chances.anywhere && Contains(looked) ? kAnywhere : kNoMatch;
 }
 
 // The least places of a match with this number of breaks: backwards from each letter, what can still follow is known.
@@ -153,7 +164,7 @@ std::vector<unsigned> FuzzyPattern::Positions(std::string_view name) const
 {
     const std::string_view looked = name.substr(0, kLongestFuzzy);
     const int kind = KindOf(name);
-    if (kind >= kBeginning && kind < kNeighbours)
+    if (kind < kNeighbours && letters.size() <= kMostLetters)
         return WordPositions(looked, LeastBreaks(looked));
     std::vector<unsigned> positions;
     const size_t begin = kind == kNeighbours ? Find(looked) : 0;

@@ -31,9 +31,19 @@ public:
     const std::string& Letters() const { return letters; }
     bool IsEmpty() const { return letters.empty(); } // matches everything, as kAnywhere
 
-    // Whether a name with these traits may match in a kind up to 'worst'.
-    bool MayMatch(const NameTraits& traits, int worst) const;
-    int KindOf(std::string_view name) const; // looks at the first kLongestFuzzy bytes
+    // What a name's traits leave possible.
+    struct Chances {
+        bool atWords = true;
+        bool asNeighbours = true;
+        bool anywhere = true;
+
+        bool Any() const { return atWords || asNeighbours || anywhere; }
+    };
+    Chances ChancesOf(const NameTraits& traits, int worst) const; // of kinds up to 'worst'
+
+    // The kind, if it has a chance; kNoMatch or a worse kind otherwise. Looks at the first kLongestFuzzy bytes.
+    int KindOf(std::string_view name, const Chances& chances) const;
+    int KindOf(std::string_view name) const { return KindOf(name, Chances()); }
 
     std::vector<unsigned> Positions(std::string_view name) const; // of a match: bytes from 0
     bool Contains(std::string_view text) const;                   // whether the letters are in the text in their order
@@ -46,6 +56,7 @@ private:
 
     bool AreEqual(char inName, char inPattern) const;
     size_t Find(std::string_view name) const;
+    bool IsAtWords(std::string_view name) const;
     int LeastBreaks(std::string_view name) const;
     std::vector<unsigned> WordPositions(std::string_view name, int breaks) const;
 

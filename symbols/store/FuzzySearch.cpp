@@ -129,13 +129,14 @@ private:
         for (std::uint32_t i = 0; i < names.count && traits != nullptr; i++) {
             if (i % kStepsBetweenChecks == 0 && IsCancelled())
                 return;
-            if (!pattern.MayMatch(traits[i], worst))
+            const FuzzyPattern::Chances chances = pattern.ChancesOf(traits[i], worst);
+            if (!chances.Any())
                 continue;
             if (texts == nullptr)
                 texts = part.segment->TextsOf(names);
             if (texts == nullptr)
                 return;
-            const int kind = pattern.KindOf({texts + i * names.length, names.length});
+            const int kind = pattern.KindOf({texts + i * names.length, names.length}, chances);
             if (kind > worst || kind == kNoMatch || (hasBeginnings && kind <= kBeginning))
                 continue;
             if (const auto key = part.segment->KeyOfFuzzy(names.first + i))

@@ -4,33 +4,53 @@
 
 namespace symbols {
 
-void KeyListTable::Gather(size_t texts)
+KeyLists::KeyLists(size_t texts)
 {
-    begins.assign(texts + 1, 0);
-    for (const Pair& pair : pairs)
-        begins[pair.key + 1]++;
-    for (size_t i = 1; i <= texts; i++)
-        begins[i] += begins[i - 1];
-    values.resize(pairs.size());
-    std::vector<std::uint32_t> next(begins.begin(), begins.end() - 1);
-    for (const Pair& pair : pairs)
-        values[next[pair.key]++] = pair.value;
-    pairs = {};
+    for (Table& table : tables)
+        table.ends.resize(texts);
 }
 
-void KeyListTable::Append(TextNumber key, std::string& out) const
+// Each count becomes the place where the list begins; putting moves that to its end.
+void KeyLists::StartPutting()
 {
-    thread_local std::string list;
-    list.clear();
-    std::uint32_t last = 0;
-    for (std::uint32_t i = begins[key]; i < begins[key + 1]; i++) {
-        if (i != begins[key] && values[i] == last)
-            continue;
-        PutVarint(list, values[i] - last);
-        last = values[i];
+    for (Table& table : tables) {
+        std::uint32_t next = 0;
+        for (std::uint32_t& end : table.ends) {
+            const std::uint32_t count = end;
+            end = next;
+            next += count;
+        }
+        table.values.resize(next);
     }
-    PutVarint(out, list.size());
-    out += list;
+}
+
+bool KeyLists::HasAny(TextNumber key) const
+{
+    for (size_t i = 0; i < kKeyLists; i++)
+        if (Has(static_cast<KeyList>(i), key))
+            return true;
+    return false;
+}
+
+void KeyLists::Append(TextNumber key, std::string& out) const
+{
+    unsigned present = 0;
+    for (size_t i = 0; i < kKeyLists; i++)
+        present |= unsigned(Has(static_cast<KeyList>(i), key)) << i;
+    out.push_back(static_cast<char>(present));
+    std::string values;
+    for (size_t i = 0; i < kKeyLists; i++) {
+        if ((present >> i & 1) == 0)
+            continue;
+        const std::uint32_t begin = Begin(static_cast<KeyList>(i), key);
+        values.clear();
+        for (std::uint32_t at = begin; at < tables[i].ends[key]; at++)
+            if (const std::uint32_t last = at == begin ? 0 : tables[i].values[at - 1];
+                at == begin || tables[i].values[at] != last)
+                PutVarint(values, tables[i].values[at] - last);
+        PutVarint(out, values.size());
+        out += values;
+    }
 }
 
 } // namespace symbols

@@ -3,31 +3,42 @@
 
 #include "symbols/store/Format.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
 
 namespace symbols {
 
-// The pairs of one sort of list, gathered by key. Values of one key must come in rising order; repeated ones count
-// once.
-// Not thread-safe.
-class KeyListTable {
+// All lists of all keys, in little memory: everything is counted before it is put. Values of one list must come in
+// rising order; repeated ones count once. Not thread-safe.
+class KeyLists {
 public:
-    void Put(TextNumber key, std::uint32_t value) { pairs.push_back({key, value}); }
-    void Gather(size_t texts); // after all Put()s; 'texts': how many numbers there are
+    explicit KeyLists(size_t texts); // how many numbers of texts there are
 
-    bool Has(TextNumber key) const { return begins[key] != begins[key + 1]; }
-    void Append(TextNumber key, std::string& out) const; // as in Section::Postings, with the length
+    void Count(KeyList list, TextNumber key) { At(list).ends[key]++; }
+    void StartPutting();
+    void Put(KeyList list, TextNumber key, std::uint32_t value)
+    {
+        Table& table = At(list);
+        table.values[table.ends[key]++] = value;
+    }
+
+    // After all of them.
+    bool Has(KeyList list, TextNumber key) const { return Begin(list, key) != At(list).ends[key]; }
+    bool HasAny(TextNumber key) const;
+    void Append(TextNumber key, std::string& out) const; // as in Section::Postings
 
 private:
-    struct Pair {
-        TextNumber key;
-        std::uint32_t value;
+    struct Table {
+        std::vector<std::uint32_t> ends; // in 'values', for each text
+        std::vector<std::uint32_t> values;
     };
-    std::vector<Pair> pairs;
-    std::vector<std::uint32_t> begins; // in 'values', for each text
-    std::vector<std::uint32_t> values;
+    Table& At(KeyList list) { return tables[static_cast<size_t>(list)]; }
+    const Table& At(KeyList list) const { return tables[static_cast<size_t>(list)]; }
+    std::uint32_t Begin(KeyList list, TextNumber key) const { return key == 0 ? 0 : At(list).ends[key - 1]; }
+
+    std::array<Table, kKeyLists> tables;
 };
 
 } // namespace symbols

@@ -23,7 +23,7 @@ bool IsWordStart(std::string_view name, size_t at)
 std::uint64_t LetterBit(char c)
 {
     const char lower = Lower(c);
-    const int bit = lower >= 'a' && lower <= 'z' ? lower - 'a' : base::IsDigit(c) ? 26 : 27;
+    const int bit = lower >= 'a' && lower <= 'z' ? lower - 'a' : base::IsDigit(c) ? 26 + (c - '0') % 5 : 31;
     return std::uint64_t(1) << bit;
 }
 

@@ -12,7 +12,7 @@ constexpr unsigned kInitialsShift = 32;
 
 bool IsWordStart(std::string_view name, size_t at);
 
-std::uint64_t LetterBit(char c);                // one of 28
+std::uint64_t LetterBit(char c);                // one of 32
 std::uint64_t PairBit(char first, char second); // one of 64
 NameTraits TraitsOf(std::string_view name);     // of its first kLongestFuzzy bytes
 

@@ -6,42 +6,10 @@
 #include "symbols/store/SortTexts.h"
 
 #include <algorithm>
-#include <array>
 #include <numeric>
 #include <random>
 
 namespace symbols {
-
-// Everything that can be found by a key.
-class SegmentBuilder::Lists {
-public:
-    KeyListTable& operator[](KeyList list) { return tables[static_cast<size_t>(list)]; }
-
-    void Gather(size_t texts)
-    {
-        for (KeyListTable& table : tables)
-            table.Gather(texts);
-    }
-
-    std::uint8_t Present(TextNumber key) const
-    {
-        unsigned bits = 0;
-        for (size_t i = 0; i < kKeyLists; i++)
-            bits |= unsigned(tables[i].Has(key)) << i;
-        return static_cast<std::uint8_t>(bits);
-    }
-
-    void Append(TextNumber key, std::string& out) const
-    {
-        out.push_back(static_cast<char>(Present(key)));
-        for (const KeyListTable& table : tables)
-            if (table.Has(key))
-                table.Append(key, out);
-    }
-
-private:
-    std::array<KeyListTable, kKeyLists> tables;
-};
 
 namespace {
 
@@ -199,64 +167,81 @@ std::uint64_t SegmentBuilder::WriteFiles(SegmentSink& sink, const std::vector<Fi
     return symbolCount;
 }
 
-void SegmentBuilder::WriteKeys(SegmentSink& sink, const std::vector<FileNumber>& order)
+// Calls take(list, key, value) for all that can be found by a key, in the order of values.
+template <class Take>
+void SegmentBuilder::ForEachEntry(const std::vector<FileNumber>& order, const Take& take)
 {
-    Lists lists;
-    for (size_t i = 0; i < order.size(); i++) {
+    for (FileNumber i = 0; i < order.size(); i++) {
         const FileContent& file = files[order[i]];
-        lists[KeyList::FilesWithLeaf].Put(texts.Put(LeafOf(texts.Text(file.record.path))), static_cast<FileNumber>(i));
-        VarintReader symbols(file.symbols);
-        while (!symbols.AtEnd()) {
-            const auto place = file.record.symbols + static_cast<std::uint32_t>(symbols.Place() - file.symbols.data());
+        take(KeyList::FilesWithLeaf, texts.Put(LeafOf(texts.Text(file.record.path))), i);
+        for (VarintReader reader(file.symbols); !reader.AtEnd();) {
+            const auto offset = static_cast<std::uint32_t>(reader.Place() - file.symbols.data());
             SymbolRecord symbol;
-            ReadSymbol(symbols, &symbol);
-            lists[KeyList::Symbols].Put(symbol.texts[SymbolRecord::Name], place);
+            ReadSymbol(reader, &symbol);
+            take(KeyList::Symbols, symbol.texts[SymbolRecord::Name], file.record.symbols + offset);
             if (symbol.texts[SymbolRecord::Scope] != 0)
-                lists[KeyList::Members].Put(symbol.texts[SymbolRecord::Scope], place);
+                take(KeyList::Members, symbol.texts[SymbolRecord::Scope], file.record.symbols + offset);
             if (symbol.texts[SymbolRecord::Bases] != 0)
                 for (const std::string_view base : BaseNames(texts.Text(symbol.texts[SymbolRecord::Bases])))
-                    lists[KeyList::Derived].Put(texts.Put(base), place);
+                    take(KeyList::Derived, texts.Put(base), file.record.symbols + offset);
         }
-        VarintReader includes(file.includes);
-        while (!includes.AtEnd()) {
-            const auto place =
-                file.record.includes + static_cast<std::uint32_t>(includes.Place() - file.includes.data());
-            lists[KeyList::IncludesOfLeaf].Put(texts.Put(LeafOf(texts.Text(includes.Number()))), place);
-            includes.Number();
+        for (VarintReader reader(file.includes); !reader.AtEnd(); reader.Long()) {
+            const auto offset = static_cast<std::uint32_t>(reader.Place() - file.includes.data());
+            take(KeyList::IncludesOfLeaf, texts.Put(LeafOf(texts.Text(reader.Number()))),
+                 file.record.includes + offset);
         }
         RisingNumbers mentions(file.mentions);
         for (TextNumber name = 0; mentions.Next(&name);)
-            lists[KeyList::MentioningFiles].Put(name, static_cast<FileNumber>(i));
+            take(KeyList::MentioningFiles, name, i);
     }
-    lists.Gather(texts.Count());
+}
+
+void SegmentBuilder::WriteKeys(SegmentSink& sink, const std::vector<FileNumber>& order)
+{
+    KeyLists lists(texts.Count());
+    ForEachEntry(order, [&](KeyList list, TextNumber key, std::uint32_t) { lists.Count(list, key); });
+    lists.StartPutting();
+    ForEachEntry(order, [&](KeyList list, TextNumber key, std::uint32_t value) { lists.Put(list, key, value); });
+    files = {};
 
     std::vector<TextNumber> keys;
     for (TextNumber text = 1; text < texts.Count(); text++)
-        if (lists.Present(text) != 0)
+        if (lists.HasAny(text))
             keys.push_back(text);
     SortTexts(keys, Case::Counts, [this](TextNumber text) { return texts.Text(text); });
     sink.Begin(Section::Keys);
     AppendAll(sink, keys);
 
-    std::string postings;
-    std::vector<std::uint32_t> names; // in 'keys'
-    sink.Begin(Section::KeyPlaces);
-    for (std::uint32_t i = 0; i < keys.size(); i++) {
-        sink.AppendValue(static_cast<std::uint32_t>(postings.size()));
-        lists.Append(keys[i], postings);
-        if (lists[KeyList::Symbols].Has(keys[i]))
-            names.push_back(i);
-    }
+    std::vector<std::uint32_t> places;
+    std::vector<std::uint32_t> names;  // in 'keys'
+    std::vector<std::uint32_t> scopes; // the same
     sink.Begin(Section::Postings);
-    sink.Append(postings);
+    std::uint32_t place = 0;
+    std::string postings;
+    for (std::uint32_t i = 0; i < keys.size(); i++) {
+        postings.clear();
+        lists.Append(keys[i], postings);
+        sink.Append(postings);
+        places.push_back(place);
+        place += static_cast<std::uint32_t>(postings.size());
+        if (lists.Has(KeyList::Symbols, keys[i]))
+            names.push_back(i);
+        if (lists.Has(KeyList::Members, keys[i]))
+            scopes.push_back(i);
+    }
+    sink.Begin(Section::KeyPlaces);
+    AppendAll(sink, places);
+    WriteNames(sink, keys, std::move(names), scopes);
+}
 
+void SegmentBuilder::WriteNames(SegmentSink& sink, const std::vector<TextNumber>& keys,
+                                std::vector<std::uint32_t> names, const std::vector<std::uint32_t>& scopes)
+{
     SortTexts(names, Case::Ignored, [&](std::uint32_t key) { return texts.Text(keys[key]); });
     sink.Begin(Section::Names);
     AppendAll(sink, names);
     sink.Begin(Section::ScopeKeys);
-    for (std::uint32_t i = 0; i < keys.size(); i++)
-        if (lists[KeyList::Members].Has(keys[i]))
-            sink.AppendValue(i);
+    AppendAll(sink, scopes);
     std::ranges::sort(names); // by name, as the keys are
     WriteFuzzy(sink, keys, names);
 }

@@ -43,14 +43,17 @@ private:
         std::string mentions;
         bool isDropped = false;
     };
-    class Lists;
 
     void AddSymbols(const tagging::ParsedSource& source, FileContent* file);
     void AddIncludes(const tagging::ParsedSource& source, FileContent* file);
     void AddMentions(const tagging::ParsedSource& source, FileContent* file);
+    template <class Take>
+    void ForEachEntry(const std::vector<FileNumber>& order, const Take& take);
     std::vector<FileNumber> FilesByPath();
     std::uint64_t WriteFiles(SegmentSink& sink, const std::vector<FileNumber>& order);
     void WriteKeys(SegmentSink& sink, const std::vector<FileNumber>& order);
+    void WriteNames(SegmentSink& sink, const std::vector<TextNumber>& keys, std::vector<std::uint32_t> names,
+                    const std::vector<std::uint32_t>& scopes);
     void WriteFuzzy(SegmentSink& sink, const std::vector<TextNumber>& keys, const std::vector<std::uint32_t>& byName);
 
     TextTable texts;

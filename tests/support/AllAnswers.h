@@ -38,9 +38,10 @@ private:
         for (const std::string_view each : {symbol.name, symbol.scope, symbol.type, symbol.signature, symbol.bases,
                                             symbol.templateParameters, symbol.target})
             out.append("|").append(each);
-        for (const int each : {int(symbol.kind), int(symbol.scopeKind), int(symbol.access), int(symbol.isDefinition),
-                               int(symbol.isFileLocal), int(symbol.isStatic), int(symbol.isScopedEnum),
-                               int(symbol.isInline), int(symbol.isVirtual), int(symbol.isSpecialization)})
+        for (const int each :
+             {int(symbol.kind), int(symbol.scopeKind), int(symbol.access), int(symbol.isDefinition),
+              int(symbol.isFileLocal), int(symbol.isStatic), int(symbol.isScopedEnum), int(symbol.isInline),
+              int(symbol.isVirtual), int(symbol.isSpecialization), int(symbol.isUnknownToCtags)})
             out += ' ' + std::to_string(each);
         return out;
     }

@@ -59,13 +59,13 @@ private:
             symbol.*text = Below(3) == 0 ? Word() : std::string_view();
         symbol.line = 1 + Below(5);
         symbol.endLine = Below(2) == 0 ? 0 : symbol.line + Below(300);
-        symbol.kind = static_cast<tagging::SymbolKind>(1 + Below(31));
+        symbol.kind = static_cast<tagging::SymbolKind>(1 + Below(static_cast<unsigned>(tagging::kLastSymbolKind)));
         symbol.scopeKind = static_cast<tagging::SymbolKind>(symbol.scope.empty() ? 0 : Below(32));
         symbol.access = static_cast<tagging::Symbol::Access>(Below(4));
         for (bool tagging::Symbol::*flag :
              {&tagging::Symbol::isDefinition, &tagging::Symbol::isFileLocal, &tagging::Symbol::isStatic,
               &tagging::Symbol::isScopedEnum, &tagging::Symbol::isInline, &tagging::Symbol::isVirtual,
-              &tagging::Symbol::isSpecialization})
+              &tagging::Symbol::isSpecialization, &tagging::Symbol::isUnknownToCtags})
             symbol.*flag = Below(2) == 0;
     }
 
