@@ -3,6 +3,7 @@
 #include "tagging/FileReader.h"
 #include "tagging/SourceReader.h"
 #include "tagging/WorkerPool.h"
+#include "tagging/ctags/CtagsAtHand.h"
 #include "tagging/ctags/SourceNames.h"
 
 #include <cerrno>
@@ -25,8 +26,9 @@ bool HasChanged(const std::string& path, const FileStamp& before)
 
 class SymbolCollector final : public Collector {
 public:
-    SymbolCollector(const Settings& settings, const SourceParser::Sink& sink)
-        : settings(settings), sink(sink), reader(settings)
+    SymbolCollector(const Settings& settings, const base::CancelToken& cancel, const SourceParser::Sink& sink)
+        : settings(settings), sink(sink), reader(settings),
+          ctagsForMore(settings.ctags, Parser::Cplusplus, cancel.Descriptor())
     {
     }
 
@@ -56,7 +58,7 @@ public:
         Begun begun = Take(source.number);
         if (!source.text.IsOpen() && HasChanged(source.path, begun.stamp))
             begun.half.source->contentHash = ~begun.half.source->contentHash; // ctags may have read something else
-        sink(source.number, begun.stamp, begun.half.With(output));
+        sink(source.number, begun.stamp, begun.half.With(output, More(begun.half)));
     }
 
     void LeaveOut(unsigned number) override
@@ -74,6 +76,15 @@ private:
         FileStamp stamp;
         HalfParsed half;
     };
+
+    // Only for the few sources in which ctags overlooks something. Without an answer that remains so.
+    std::string More(const HalfParsed& half)
+    {
+        if (!half.repaired)
+            return "";
+        base::Result<std::string> more = ctagsForMore.OutputFor(half.repaired->text);
+        return more ? std::move(*more) : "";
+    }
 
     bool ReadFile(const std::string& path, std::string* error)
     {
@@ -103,6 +114,7 @@ private:
     const SourceParser::Sink& sink;
     FileReader files;
     SourceReader reader;
+    CtagsAtHand ctagsForMore;
     std::unordered_map<unsigned, Begun> begun; // files that ctags has
 };
 
@@ -119,7 +131,8 @@ struct SourceParser::Contents {
         : settings(WithOutput(given, CtagsSettings::Output::Symbols)), sink(std::move(givenSink)),
           pool(
               settings, observer, cancel, TaggingRun::EarlyFailures::AreNormal,
-              [this] { return std::make_unique<SymbolCollector>(settings, sink); }, WorkerPool::SystemsThread)
+              [this, &cancel] { return std::make_unique<SymbolCollector>(settings, cancel, sink); },
+              WorkerPool::SystemsThread)
     {
     }
 

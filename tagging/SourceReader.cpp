@@ -147,25 +147,65 @@ HalfParsed SourceReader::Read(std::string_view path, std::string_view text)
     // Headers go to the parser of C++, which reads both.
     half.parser = name.says == Says::C || name.says == Says::ObjectiveC ? Parser::C : Parser::Cplusplus;
     half.isHeader = name.isHeader;
+    if (isCplusplus)
+        half.repaired = RepairCplusplus(half.rest ? *half.rest : text);
     return half;
 }
 
-std::unique_ptr<ParsedSource> HalfParsed::With(std::string_view output)
+std::unique_ptr<ParsedSource> HalfParsed::With(std::string_view output, std::string_view more)
 {
-    for (Symbol symbol : ReadSymbols(output, source->texts)) {
-        symbol.isFileLocal = IsLocal(symbol, isHeader);
-        if (symbol.kind == SymbolKind::UsingName)
-            for (const Using& each : usings)
-                if (each.line == symbol.line && each.what.ends_with(symbol.name))
-                    symbol.target = source->texts.Put(each.what);
-        source->symbols.push_back(symbol);
-        if (const std::optional<Symbol> hidden = DeclarationBefore(symbol))
+    for (const Symbol& symbol : ReadSymbols(output, source->texts)) {
+        Add(symbol);
+        if (const std::optional<Symbol> hidden = DeclarationBefore(source->symbols.back()))
             source->symbols.push_back(*hidden);
     }
     AddMissingMacros();
+    AddMore(more);
     std::stable_sort(source->symbols.begin(), source->symbols.end(),
                      [](const Symbol& a, const Symbol& b) { return a.line < b.line; });
     return std::move(source);
+}
+
+void HalfParsed::Add(Symbol symbol)
+{
+    symbol.isFileLocal = IsLocal(symbol, isHeader);
+    if (symbol.kind == SymbolKind::UsingName)
+        for (const Using& each : usings)
+            if (each.line == symbol.line && each.what.ends_with(symbol.name))
+                symbol.target = source->texts.Put(each.what);
+    source->symbols.push_back(symbol);
+}
+
+// Only what the first output lacks.
+void HalfParsed::AddMore(std::string_view output)
+{
+    if (output.empty())
+        return;
+    std::unordered_set<std::string> known;
+    const auto keyOf = [](const Symbol& symbol) {
+        return std::to_string(symbol.line) + ' ' + std::string(symbol.name);
+    };
+    for (const Symbol& symbol : source->symbols)
+        known.insert(keyOf(symbol));
+    for (Symbol& symbol : ReadSymbols(output, source->texts)) {
+        if (known.contains(keyOf(symbol)))
+            continue;
+        symbol.isUnknownToCtags = true;
+        symbol.templateParameters = TemplateParameters(symbol);
+        Add(symbol);
+    }
+}
+
+// The template that was taken out shortly before the symbol.
+std::string_view HalfParsed::TemplateParameters(const Symbol& symbol)
+{
+    constexpr unsigned kMostLines = 5;
+    const bool isCallable = symbol.kind == SymbolKind::Function || symbol.kind == SymbolKind::Prototype;
+    const auto after =
+        std::upper_bound(repaired->templates.begin(), repaired->templates.end(), symbol.line,
+                         [](unsigned line, const RepairedText::Template& each) { return line < each.line; });
+    const bool isNear = after != repaired->templates.begin() && std::prev(after)->line + kMostLines > symbol.line;
+    return isCallable && isNear ? source->texts.Put(std::prev(after)->parameters) : symbol.templateParameters;
 }
 
 void HalfParsed::AddMissingMacros()

@@ -1,6 +1,7 @@
 // Reads everything of a source but what ctags finds.
 #pragma once
 
+#include "tagging/CplusplusRepair.h"
 #include "tagging/ParsedSource.h"
 #include "tagging/Settings.h"
 #include "tagging/ctags/Source.h"
@@ -18,7 +19,8 @@ namespace tagging {
 struct HalfParsed {
     std::unique_ptr<ParsedSource> source; // without what ctags finds
     Parser parser = Parser::Cplusplus;
-    std::optional<std::string> rest; // the text for ctags; none for the text itself
+    std::optional<std::string> rest;      // the text for ctags; none for the text itself
+    std::optional<RepairedText> repaired; // another one, in which ctags finds more
 
     // What "using" declarations name in full: ctags reports the last part.
     struct Using {
@@ -29,10 +31,13 @@ struct HalfParsed {
     std::vector<Symbol> macros; // all of the source: ctags leaves out some branches of conditions
     bool isHeader = false;
 
-    // Adds the symbols in ctags' output. Ends the parse.
-    std::unique_ptr<ParsedSource> With(std::string_view output);
+    // Adds the symbols in ctags' output; 'more' is that for the repaired text. Ends the parse.
+    std::unique_ptr<ParsedSource> With(std::string_view output, std::string_view more = "");
 
 private:
+    void Add(Symbol symbol);
+    void AddMore(std::string_view output);
+    std::string_view TemplateParameters(const Symbol& symbol);
     void AddMissingMacros();
 };
 

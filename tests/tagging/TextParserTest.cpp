@@ -17,6 +17,7 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsSupersetOf;
 using Locals = TextParser::Locals;
 
 class TextParserTest : public testing::Test {
@@ -138,6 +139,23 @@ INSTANTIATE_TEST_SUITE_P(
         Attribute{"unsigned int MAX(int);", ""}, Attribute{"EXPORT Foo MAX(int);", ""},
         Attribute{"const Foo MAX(int);", ""}, Attribute{"struct S MAX(int);", ""}, Attribute{"n::Foo MAX(int);", ""},
         Attribute{"void f(int) LOCKS(mutex_);", ""}, Attribute{"FOO(bar)", ""}));
+
+TEST_F(TextParserTest, FindsWhatCtagsOverlooksInCplusplus)
+{
+    EXPECT_THAT(Symbols("a.cpp", "namespace n {\n"
+                                 "struct A : B {\n"
+                                 "    ~A() override;\n"
+                                 "    Value value = Value{1};\n"
+                                 "};\n"
+                                 "template <class T, class U>\n"
+                                 "T Cast(U u) { return T(u); }\n"
+                                 "enum E SIZE(char) { kOne };\n"
+                                 "}\n"),
+                IsSupersetOf({"3 prototype struct:n::A::~A () [public declaration local extra]",
+                              "4 member struct:n::A::value -> Value [public local extra]",
+                              "7 function namespace:n::Cast (U u) -> T <class T,class U> [extra]",
+                              "8 enumerator enum:n::E::kOne [public local extra]"}));
+}
 
 TEST_F(TextParserTest, FindsLocalsOnRequest)
 {
