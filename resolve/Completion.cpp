@@ -346,7 +346,7 @@ Candidates Resolver::Complete(const Place& place, symbols::Limits limits) const
 {
     Candidates candidates;
     candidates.text = TextOf(place);
-    Question question(snapshot, candidates.text, place.offset, limits);
+    Question question(snapshot, sources, candidates.text, place.offset, limits);
     const Tokens& tokens = question.GetTokens();
     const size_t word = question.Word();
     candidates.start = std::min(place.offset, place.text.size());

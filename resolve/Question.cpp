@@ -48,10 +48,11 @@ std::unique_ptr<Tokens> Question::TokensOf(const PlacedDirective& directive)
     return std::make_unique<Tokens>(directive.text.substr(1), directive.offset + 1, directive.line);
 }
 
-Question::Question(const symbols::Snapshot& snapshot, ParsedTextPointer given, size_t offset, symbols::Limits limits)
+Question::Question(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer given, size_t offset,
+                   symbols::Limits limits)
     : text(std::move(given)), offset(offset), directive(text->tokens.DirectiveAt(offset)),
       ownTokens(directive != nullptr ? TokensOf(*directive) : nullptr),
-      tokens(ownTokens ? ownTokens.get() : &text->tokens), world(snapshot, text, limits), classes(world),
+      tokens(ownTokens ? ownTokens.get() : &text->tokens), world(snapshot, sources, text, limits), classes(world),
       names(world, classes), expressions(world, classes, names, *tokens)
 {
     word = tokens->WordAt(offset);

@@ -16,7 +16,8 @@ namespace resolve {
 
 class Question {
 public:
-    Question(const symbols::Snapshot& snapshot, ParsedTextPointer text, size_t offset, symbols::Limits limits);
+    Question(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer text, size_t offset,
+             symbols::Limits limits);
 
     // Everything that the name may mean, best first.
     MeaningList Meanings();

@@ -18,6 +18,7 @@ struct Ranked {
     bool hasOtherArguments = false;
     int passedMisfit = 0;
     bool isMacro = false;
+    Branch branch = Branch::Taken;
     int distance = 0;
     std::string entity;
 };
@@ -73,10 +74,13 @@ std::string EntityOf(const Symbol& symbol, bool isLocalElsewhere, World& world, 
     return key;
 }
 
-// Nearest before the place, then behind it; in other files the last macro, and the first of anything else.
-long LineOrder(const Symbol& symbol, unsigned line, const World& world)
+// Of alternatives the first. Otherwise the nearest before the place, then behind it; in other files the last macro, and
+// the first of anything else.
+long LineOrder(const Symbol& symbol, Branch branch, unsigned line, const World& world)
 {
     const long own = symbol.line;
+    if (branch == Branch::Unsure)
+        return own;
     if (symbol.file != world.TextFile() || line == 0)
         return symbol.kind == SymbolKind::Macro ? -own : own;
     return own <= line ? static_cast<long>(line) - own : 1'000'000 + own;
@@ -91,12 +95,14 @@ struct EntityRank {
     bool hasOtherArguments = true;
     int passedMisfit = INT32_MAX;
     bool isMacro = false; // the preprocessor comes first
+    Branch branch = Branch::Left;
     int distance = INT32_MAX;
 
     auto Key() const
     {
-        return std::tuple(misfit >= kUnfit, isOtherLanguage, level >= kUnreachable, isLocalElsewhere, isFar, level,
-                          hasOtherArguments, passedMisfit, misfit, distance, !isMacro);
+        return std::tuple(misfit >= kUnfit, isOtherLanguage, level >= kUnreachable, isLocalElsewhere, isFar,
+                          branch == Branch::Left, level, hasOtherArguments, passedMisfit, misfit, branch, distance,
+                          !isMacro);
     }
 };
 
@@ -135,9 +141,21 @@ Entities RanksOf(const std::vector<Ranked>& all)
         rank.hasOtherArguments &= each.hasOtherArguments;
         rank.passedMisfit = std::min(rank.passedMisfit, each.passedMisfit);
         rank.isMacro |= each.isMacro;
+        rank.branch = std::min(rank.branch, each.branch);
         rank.distance = std::min(rank.distance, each.distance);
     }
     return entities;
+}
+
+// Files that do not count are not read for it.
+Branch BranchOf(const Symbol& symbol, int distance, unsigned line, World& world)
+{
+    if (distance >= Distances::kUnrelated)
+        return Branch::Taken;
+    const Branch branch = world.BranchAt(symbol.file, symbol.line);
+    const bool isBesideIt = branch == Branch::Left && symbol.file == world.TextFile() && line != 0 &&
+                            world.BranchAt(symbol.file, line) == Branch::Left;
+    return isBesideIt ? Branch::Taken : branch;
 }
 
 } // namespace
@@ -156,6 +174,8 @@ void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World&
         ranked.hasOtherArguments =
             use.arguments && !symbol.signature.empty() && !CountsOf(symbol.signature).Fit(*use.arguments);
         ranked.distance = world.Distance(symbol.file);
+        if (meanings.size() > 1)
+            ranked.branch = BranchOf(symbol, ranked.distance, line, world);
         ranked.entity = EntityOf(symbol, ranked.isLocalElsewhere, world, i);
         ranked.meaning = std::move(meanings[i]);
         all.push_back(std::move(ranked));
@@ -163,11 +183,12 @@ void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World&
     const Entities entities = RanksOf(all);
     const auto key = [&](const Ranked& each) {
         const Symbol& symbol = each.meaning.symbol;
-        return std::tuple(entities.at(each.entity).Key(),
-                          std::string_view(each.entity).starts_with('#') ? each.distance : 0,
-                          std::string_view(each.entity).starts_with('#') ? LineOrder(symbol, line, world) : 0,
-                          std::string_view(each.entity), each.distance, LineOrder(symbol, line, world),
-                          world.PathOf(symbol.file), symbol.line);
+        const bool isAlone = std::string_view(each.entity).starts_with('#');
+        const long order = LineOrder(symbol, each.branch, line, world);
+        return std::tuple(entities.at(each.entity).Key(), isAlone ? each.distance : 0,
+                          isAlone ? each.branch : Branch::Taken, isAlone ? order : 0, std::string_view(each.entity),
+                          each.branch == Branch::Left, each.distance, each.branch, order, world.PathOf(symbol.file),
+                          symbol.line);
     };
     std::stable_sort(all.begin(), all.end(), [&](const Ranked& a, const Ranked& b) { return key(a) < key(b); });
     size_t entity = 0;

@@ -71,7 +71,7 @@ Answers Resolver::AnswerTo(const Place& place, symbols::Limits limits, Wanted wa
 {
     Answers answers;
     answers.text = TextOf(place);
-    Question question(snapshot, answers.text, place.offset, limits);
+    Question question(snapshot, sources, answers.text, place.offset, limits);
     const MeaningList meanings = question.Meanings();
     answers.name = question.Name();
     std::optional<Asked> asked;
@@ -118,7 +118,7 @@ Answers Resolver::Meanings(const Place& place, symbols::Limits limits) const
 
 std::string Resolver::Explain(const Place& place) const
 {
-    Question question(snapshot, TextOf(place), place.offset, {});
+    Question question(snapshot, sources, TextOf(place), place.offset, {});
     const MeaningList meanings = question.Meanings();
     if (question.Name().empty())
         return "no name at the place: a comment, a string, or a blank\n";

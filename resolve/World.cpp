@@ -1,5 +1,6 @@
 #include "resolve/World.h"
 
+#include "resolve/Resolver.h"
 #include "resolve/Type.h"
 
 #include <algorithm>
@@ -8,8 +9,10 @@ namespace resolve {
 
 namespace {
 
-constexpr size_t kMostNamed = 4000;   // symbols with one name
-constexpr size_t kMostMembers = 4000; // of one scope
+constexpr size_t kMostNamed = 4000;         // symbols with one name
+constexpr size_t kMostMembers = 4000;       // of one scope
+constexpr size_t kMostConditions = 16;      // files whose conditions are read
+constexpr size_t kLargestRead = 512 * 1024; // bytes
 constexpr size_t kMostSteps = 400'000;
 
 std::vector<symbols::Include> IncludesOf(const ParsedText& text)
@@ -32,8 +35,8 @@ bool IsMemberKind(SymbolKind kind)
 
 } // namespace
 
-World::World(const symbols::Snapshot& snapshot, ParsedTextPointer text, symbols::Limits limits)
-    : snapshot(snapshot), text(std::move(text)), limits(limits),
+World::World(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer text, symbols::Limits limits)
+    : snapshot(snapshot), sources(sources), text(std::move(text)), limits(limits),
       distances(snapshot, this->text->path, IncludesOf(*this->text))
 {
     if (const auto file = snapshot.FindFile(this->text->path))
@@ -44,6 +47,31 @@ World::World(const symbols::Snapshot& snapshot, ParsedTextPointer text, symbols:
         added.file = textFile;
         own.push_back(added);
     }
+}
+
+Conditions World::ConditionsOf(FileNumber file)
+{
+    const auto isDefinedElsewhere = [&](std::string_view name) {
+        const std::vector<Symbol>& all = Named(name);
+        return std::any_of(all.begin(), all.end(), [&](const Symbol& symbol) {
+            return symbol.kind == SymbolKind::Macro && symbol.file != file &&
+                   Distance(symbol.file) < Distances::kUnrelated;
+        });
+    };
+    if (file == textFile)
+        return {text->tokens, text->IsCplusplus(), isDefinedElsewhere};
+    const std::optional<std::string> content =
+        conditions.size() < kMostConditions ? sources.Read(std::string(PathOf(file))) : std::nullopt;
+    const bool isRead = content && content->size() <= kLargestRead;
+    return {Tokens(isRead ? std::string_view(*content) : ""), text->IsCplusplus(), isDefinedElsewhere};
+}
+
+Branch World::BranchAt(FileNumber file, unsigned line)
+{
+    auto known = conditions.find(file);
+    if (known == conditions.end())
+        known = conditions.emplace(file, ConditionsOf(file)).first;
+    return known->second.At(line);
 }
 
 bool World::Goes()

@@ -1,6 +1,7 @@
 // What one question sees: the snapshot, with the text that is asked about in place of its file.
 #pragma once
 
+#include "resolve/Conditions.h"
 #include "resolve/Distances.h"
 #include "resolve/ParsedText.h"
 #include "symbols/store/Snapshot.h"
@@ -16,10 +17,12 @@ using symbols::FileNumber;
 using symbols::Symbol;
 using symbols::SymbolKind;
 
+class Sources;
+
 // For one question, on one thread.
 class World {
 public:
-    World(const symbols::Snapshot& snapshot, ParsedTextPointer text, symbols::Limits limits);
+    World(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer text, symbols::Limits limits);
 
     // Of the text when its file is not in the snapshot.
     static constexpr FileNumber kNewFile = UINT32_MAX;
@@ -42,6 +45,9 @@ public:
     bool IsIncluded(FileNumber file);
     bool IsFileLocalElsewhere(const Symbol& symbol);
 
+    // Whether a compiler reads the line of a file. Files beyond the first ones that are asked about are not read.
+    Branch BranchAt(FileNumber file, unsigned line);
+
     // The scope in which the symbol's name is visible: without unnamed and inline namespaces, for an enumerator that of
     // its enum, for the members of an unnamed union that of the class around it.
     std::string VisibleScope(const Symbol& symbol);
@@ -54,9 +60,11 @@ public:
     std::string Notes() const { return notes; }
 
 private:
+    Conditions ConditionsOf(FileNumber file);
     bool IsTransparent(std::string_view scope, std::string_view part);
 
     const symbols::Snapshot& snapshot;
+    const Sources& sources;
     const ParsedTextPointer text;
     const symbols::Limits limits;
     FileNumber textFile = kNewFile;
@@ -64,6 +72,7 @@ private:
     Distances distances;
     std::map<std::string, std::vector<Symbol>, std::less<>> named;
     std::map<std::string, std::string, std::less<>> visible;
+    std::map<FileNumber, Conditions> conditions;
     size_t steps = 0;
     std::string notes;
 };

@@ -11,7 +11,7 @@ TEST(Definition, KindsThatFitTheUse)
         {"a tag wants a structure",
          "== a.c\nint area(int x) { return x; }\nstruct $area { int a; };\nstruct ar|ea y;\n"},
         {"the last of several macros",
-         "== a.h\n#ifdef X\n#define N 1\n#else\n#define $N 2\n#endif\n== a.c\n#include \"a.h\"\nint y = N|;\n"},
+         "== a.h\n#define N 1\n#undef N\n#define $N 2\n== a.c\n#include \"a.h\"\nint y = N|;\n"},
         {"a condition wants a macro", "== a.c\nint N;\n#define $N 1\n#ifdef N|\n#endif\n"},
         {"a class before its constructor",
          "class $Shape {\npublic:\n Shape(int n);\n};\nvoid f() { auto s = new Sha|pe(1); }\n"},

@@ -7,9 +7,18 @@
 
 namespace {
 
-class NoSources : public resolve::Sources {
+class ProjectSources : public resolve::Sources {
 public:
-    std::optional<std::string> Read(const std::string&) const override { return std::nullopt; }
+    explicit ProjectSources(const std::map<std::string, std::string>& files) : files(files) {}
+
+    std::optional<std::string> Read(const std::string& path) const override
+    {
+        const auto found = files.find(path);
+        return found == files.end() ? std::nullopt : std::optional(found->second);
+    }
+
+private:
+    const std::map<std::string, std::string>& files;
 };
 
 TextsParser& Texts()
@@ -33,6 +42,7 @@ Project::Project(std::string text)
     }
     place.text = placeText;
     snapshot = Texts().Snapshot(files);
+    sources = std::make_shared<ProjectSources>(files);
 }
 
 void Project::AddFile(const std::string& path, std::string text)
@@ -59,8 +69,7 @@ void Project::AddFile(const std::string& path, std::string text)
 
 resolve::Resolver Project::Resolver() const
 {
-    static const NoSources kSources;
-    return {*snapshot, kSources, Texts().Parser()};
+    return {*snapshot, *sources, Texts().Parser()};
 }
 
 resolve::Answers Project::Definition() const

@@ -5,6 +5,7 @@
 #include "symbols/store/Snapshot.h"
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,7 @@ struct Project {
     std::string placeText;
     symbols::SnapshotPointer snapshot;
     std::map<std::string, std::string> files;
+    std::shared_ptr<const resolve::Sources> sources;
 
 private:
     void AddFile(const std::string& path, std::string text);
