@@ -12,7 +12,7 @@ _wren_options()
         outline) echo -h --help --language --json ;;
         graph) echo -h --help --up --depth --limit --format --in --fresh --system ;;
         explain) echo -h --help --in --fresh --no-system ;;
-        index) echo -h --help --system --status --watch --remove ;;
+        index) echo -h --help --system --status --watch --remove --import --export ;;
         lookup) echo -h --help --symbol --in --declaration --definition --system-tags --home --bundle ;;
         tags) echo -h --help --system --jobs --dry-run --verbose --settings --home --bundle ;;
         complete) echo -h --help --auto --edit --system-tags --home --bundle ;;
@@ -36,7 +36,7 @@ _wren_kind()
 {
     case $1 in
         --in | --home | --bundle | tags | index) echo -d ;;
-        --system-tags | --settings | lookup | complete | definition | declaration | references) echo -f ;;
+        --system-tags | --settings | --import | --export | lookup | complete | definition | declaration | references) echo -f ;;
         implementations | outline | explain | graph | editor) echo -f ;;
     esac
 }
@@ -53,7 +53,8 @@ _wren()
     subject=$command
     case $previous in
         --symbol | --jobs | --limit | --depth) return 0 ;;
-        --in | --home | --bundle | --system-tags | --settings | --format | --language) subject=$previous ;;
+        --in | --home | --bundle | --system-tags | --settings | --import | --export) subject=$previous ;;
+        --format | --language) subject=$previous ;;
     esac
     if [[ $subject == "$command" && $current == -* ]]; then
         words=$(_wren_options "$command")

@@ -52,6 +52,8 @@ complete -c wren -n "$in index" -f -a '(__fish_complete_directories)'
 complete -c wren -n "$in index" -l system -d "The index of the system's headers instead"
 complete -c wren -n "$in index" -l status -d 'Only print what the index holds'
 complete -c wren -n "$in index" -l watch -d 'Keep it up to date until interrupted'
+complete -c wren -n "$in index" -l import -rF -d 'First take over the index in this file'
+complete -c wren -n "$in index" -l export -rF -d 'Then write the index to this file'
 complete -c wren -n "$in index" -l remove -d 'Remove its files'
 
 complete -c wren -n "$in lookup" -l symbol -x -d 'Look up this name instead'

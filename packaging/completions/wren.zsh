@@ -107,6 +107,8 @@ _wren_index() {
         '(--watch --remove)--status[only print what the index holds]' \
         '(--status --remove)--watch[keep it up to date until interrupted]' \
         '(--status --watch)--remove[remove its files]' \
+        '(--status --remove)--import[first take over the index in this file]:file:_files' \
+        '(--status --remove --watch)--export[then write the index to this file]:file:_files' \
         ':directory:_directories'
 }
 

@@ -5,6 +5,7 @@
 #include "vetch/storage/EntryRef.h"
 #include "vetch/storage/Home.h"
 #include "wren/cli/HeadlessFace.h"
+#include "wren/cli/IndexedTags.h"
 #include "wren/cli/RecordedCommands.h"
 #include "wren/core/FirstSettings.h"
 #include "wren/core/GuardedRunner.h"
@@ -18,6 +19,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <optional>
@@ -31,8 +33,15 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kMakeSystemTags = "Create or update system tags"; // in the menu of the plug-in's button
+constexpr const char* kIndexSuffixes = "DeclIndexSuffixes";
 constexpr const char* kSystemDirectories = "DeclScanSystemDirectories";
 constexpr std::chrono::hours kNoLimit(24 * 365);
+
+void SayWaits(const std::string& directory)
+{
+    std::fprintf(stderr, "wren: another program is making tags in %s; waiting\n",
+                 ShownOn(STDERR_FILENO, directory).c_str());
+}
 
 // Whether the word is an absolute path without any character that is special to the shell or find.
 bool IsPlainDirectory(const std::string& word)
@@ -57,7 +66,10 @@ public:
 
     MadeTags MakeLocal(const std::string& directory)
     {
-        return Make(fs::path(directory) / "tags", [&] { AskForLocal(directory); });
+        const std::string file = fs::path(directory) / "tags";
+        if (const std::optional<MadeTags> made = MakeFromIndex(directory))
+            return *made;
+        return Make(file, [&] { AskForLocal(directory); });
     }
 
     MadeTags MakeSystem()
@@ -73,6 +85,24 @@ public:
     }
 
 private:
+    // Another tags program may make other tags.
+    std::optional<MadeTags> MakeFromIndex(const std::string& directory)
+    {
+        if (interruption == nullptr || std::getenv("WREN_CTAGS") != nullptr)
+            return std::nullopt;
+        MadeTags result;
+        const auto start = std::chrono::steady_clock::now();
+        const std::string patterns = host.Events().Setting(kIndexSuffixes).value_or("");
+        std::optional<TagsOutcome> run =
+            MakeTagsFromIndex({directory, SplitAtBlanks(patterns)}, *interruption, SayWaits);
+        if (!run)
+            return std::nullopt;
+        result.run = *std::move(run);
+        result.signal = interruption->Signal();
+        Complete(result, start);
+        return result;
+    }
+
     MadeTags Make(const std::string& file, const std::function<void()>& ask)
     {
         MadeTags result;
@@ -83,10 +113,15 @@ private:
             Keep(result, ask);
         else
             Run(result, ask);
+        Complete(result, start);
+        return result;
+    }
+
+    void Complete(MadeTags& result, std::chrono::steady_clock::time_point start) const
+    {
         result.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         if (result.run.kind == TagsOutcome::Kind::Made)
-            result.count = CountTags(file);
-        return result;
+            result.count = CountTags(result.run.file);
     }
 
     void Keep(MadeTags& result, const std::function<void()>& ask)
@@ -101,10 +136,7 @@ private:
     void Run(MadeTags& result, const std::function<void()>& ask)
     {
         GuardedRunner::News news;
-        news.waits = [](const std::string& directory) {
-            std::fprintf(stderr, "wren: another program is making tags in %s; waiting\n",
-                         ShownOn(STDERR_FILENO, directory).c_str());
-        };
+        news.waits = SayWaits;
         news.runs = runs;
         news.ended = [&](const TagsOutcome& outcome) { result.run = outcome; };
         GuardedRunner runner(STDERR_FILENO, std::move(news));

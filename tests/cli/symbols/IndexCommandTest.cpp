@@ -3,7 +3,9 @@
 #include "tests/support/Fifo.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <filesystem>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
@@ -70,12 +72,57 @@ TEST_F(IndexCommand, RemoveLeavesNothing)
     EXPECT_EQ(Run({"index", "--remove"}).status, 1);
 }
 
+TEST_F(IndexCommand, AnImportedIndexLeavesOnlyChangedFilesToParse)
+{
+    const std::string file = tree / "exported";
+    const ProgramRun exported = Run({"index", "--export", file});
+    EXPECT_EQ(exported.status, 0) << exported.errors;
+    EXPECT_THAT(exported.output, HasSubstr("\nexported to " + file + "\n"));
+    fs::rename(tree / "project", tree / "other");
+    const auto runThere = [this](const std::vector<std::string>& words) {
+        return RunProgram(Command(words), tree / "other", Environment());
+    };
+    tree.Write("other/main.cpp", "int New();\n");
+    const ProgramRun imported = runThere({"index", "--import", file});
+    EXPECT_EQ(imported.status, 0) << imported.errors;
+    EXPECT_THAT(imported.output, HasSubstr("3 files, "));
+    EXPECT_THAT(imported.output, HasSubstr("; 1 file parsed"));
+    EXPECT_EQ(runThere({"find", "New"}).output, "main.cpp:1: prototype New()\n");
+}
+
+TEST_F(IndexCommand, RefusesFilesThatAreNotExported)
+{
+    Run({"index"});
+    for (const char* file : {"main.cpp", "gone", "."}) {
+        const ProgramRun run = Run({"index", "--import", file});
+        EXPECT_EQ(run.status, 1) << file;
+        EXPECT_NE(run.errors, "") << file;
+    }
+    EXPECT_EQ(Run({"find", "Twice"}).status, 0) << "the index is as before";
+    EXPECT_EQ(Run({"index", "--export", tree / "no/such/directory"}).status, 1);
+}
+
+TEST_F(IndexCommand, WatchesUntilInterrupted)
+{
+    const Fifo output;
+    const int descriptor = ::open(output.Path().c_str(), O_WRONLY | O_CLOEXEC);
+    RunningProgram program(Command({"index", "--watch"}), tree / "project", Environment(), descriptor);
+    ::close(descriptor);
+    EXPECT_THAT(output.ReadLine(program.Process()), HasSubstr("3 files"));
+    tree.Write("project/more.c", "int more;\n");
+    EXPECT_EQ(output.ReadLine(program.Process()), "1 file parsed");
+    EXPECT_EQ(Run({"find", "more"}).output, "more.c:1: variable more\n");
+    ::kill(program.Process(), SIGTERM);
+    EXPECT_EQ(program.Wait().signal, SIGTERM);
+}
+
 TEST_F(IndexCommand, RefusesUnknownArguments)
 {
     for (const std::vector<std::string>& words : {std::vector<std::string>{"index", "nowhere"},
                                                   {"index", "main.cpp"},
                                                   {"index", "--status", "--remove"},
                                                   {"index", "--watch", "--status"},
+                                                  {"index", "--remove", "--import", "x"},
                                                   {"index", ".", "."}}) {
         const ProgramRun run = Run(words);
         EXPECT_EQ(run.status, 2) << words.back();

@@ -22,6 +22,9 @@ In a git work tree, git's own list of files counts. A file ".wrenignore", in the
 Indexes are in ~/.cache/declaration, a directory for each project, and contain names, kinds
 and line numbers of your sources. They can be removed at any time.
 
+A server can make an index for all users of a project: --export writes it to a file, and with
+--import, only sources that differ from those on the server are parsed.
+
 Exit status: 0 all went well, 1 there is no index (--status, --remove) or it could not be
 made, 2 wrong usage, or a directory that cannot be used. An interrupted run ends by the
 signal; the index is then as before.
@@ -31,6 +34,8 @@ Examples:
     wren index ~/src/project --status
     wren index --watch
     wren index --system
+    wren index --export project.index
+    wren index --import project.index
     wren index --remove)";
 
 } // namespace
@@ -44,8 +49,11 @@ void AddIndexCommand(CLI::App& app, int* status)
     CLI::Option* show = command->add_flag("--status", words->status, "Only print what the index holds");
     CLI::Option* watch = command->add_flag("--watch", words->watch, "Keep it up to date until interrupted");
     CLI::Option* remove = command->add_flag("--remove", words->remove, "Remove its files");
-    show->excludes(watch)->excludes(remove);
-    watch->excludes(remove);
+    CLI::Option* out = command->add_option("--export", words->exportTo, "Then write the index to this file");
+    CLI::Option* in = command->add_option("--import", words->importFrom, "First take over the index in this file");
+    show->excludes(watch)->excludes(remove)->excludes(out)->excludes(in);
+    remove->excludes(watch)->excludes(out)->excludes(in);
+    watch->excludes(out);
     command->footer(kFooter);
     command->callback([words, status] { *status = RunIndex(*words); });
 }

@@ -61,6 +61,8 @@ public:
 private:
     int Show();
     int Remove();
+    int Import();
+    int Export();
     int Update();
     int Watch();
     int NoIndex() const;
@@ -84,8 +86,34 @@ int IndexRun::Run()
         return Show();
     if (words.remove)
         return Remove();
-    const int updated = Update();
-    return words.watch && updated == status::kDone ? Watch() : updated;
+    if (!words.importFrom.empty())
+        if (const int imported = Import(); imported != status::kDone)
+            return imported;
+    if (const int updated = Update(); updated != status::kDone)
+        return updated;
+    if (words.watch)
+        return Watch();
+    return words.exportTo.empty() ? status::kDone : Export();
+}
+
+int IndexRun::Import()
+{
+    CancelOnSignal();
+    const base::Result<void> imported = index.Import(fs::absolute(words.importFrom), cancel);
+    interruption.Release();
+    EndIfInterrupted();
+    return imported ? status::kDone : Failed(imported.Failure());
+}
+
+int IndexRun::Export()
+{
+    CancelOnSignal();
+    const base::Result<void> exported = index.Export(fs::absolute(words.exportTo), cancel);
+    interruption.Release();
+    EndIfInterrupted();
+    if (!exported)
+        return Failed(exported.Failure());
+    return Say("exported to " + words.exportTo) ? status::kDone : status::kUnusable;
 }
 
 int IndexRun::NoIndex() const

@@ -11,6 +11,8 @@ struct IndexWords {
     bool status = false;
     bool watch = false;
     bool remove = false;
+    std::string exportTo;   // a file; "" for none
+    std::string importFrom; // a file; "" for none
 };
 
 // Returns the exit status. Ends the process when a signal interrupts the work.

@@ -1,0 +1,124 @@
+// wren tags in a project with an index: the same tags file, from the index.
+#include "tests/cli/TagsCommandFixture.h"
+
+#include <gmock/gmock.h>
+
+using ::testing::HasSubstr;
+
+namespace {
+
+class IndexedTags : public TagsCommand {
+protected:
+    IndexedTags()
+    {
+        environment.erase("WREN_CTAGS");
+        environment["XDG_CACHE_HOME"] = tree / "cache";
+        environment["HOME"] = tree / "home";
+        tree.Write("project/.git/keep", "");
+        tree.Write("project/shape.hpp", "struct Shape { int side; virtual int Area() const; };\n#define SIDE 2\n");
+        tree.Write("project/deep/shape.cc",
+                   "#include \"shape.hpp\"\nint Shape::Area() const { int x = 0; return x; }\n");
+        tree.Write("project/Shelf.m", "@implementation Shelf\n- (void)put:(int)book at:(int)level {}\n@end\n");
+    }
+
+    void MakeIndex() const
+    {
+        const ProgramRun run = RunProgram({WREN_PROGRAM, "index", "project"}, tree.Path(), environment);
+        EXPECT_EQ(run.status, 0) << run.errors;
+    }
+
+    // The lines that were executed; none when the tags come from the index.
+    std::string Executed() const
+    {
+        const ProgramRun run = Run({"project", "--verbose"});
+        EXPECT_EQ(run.status, 0) << run.errors;
+        return run.errors;
+    }
+
+    // The tags file of a whole run, without the index.
+    std::string WholeRun() const
+    {
+        std::map<std::string, std::string> without = environment;
+        without["XDG_CACHE_HOME"] = tree / "empty";
+        EXPECT_EQ(RunProgram(Command({"project"}), tree.Path(), without).status, 0);
+        const std::string tags = Content(Tags());
+        fs::remove(Tags());
+        return tags;
+    }
+
+    void ExpectSameTagsFromIndex(const std::string& why) const
+    {
+        const std::string whole = WholeRun();
+        EXPECT_EQ(Executed(), "") << why;
+        EXPECT_EQ(Content(Tags()), whole) << why;
+    }
+};
+
+} // namespace
+
+TEST_F(IndexedTags, AreTheSameBytesAsThoseOfAWholeRun)
+{
+    MakeIndex();
+    ExpectSameTagsFromIndex("at first");
+    tree.Write("project/deep/new.cpp", "int fresh;\n");
+    tree.Write("project/a.h", "int b(void);\n");
+    fs::remove(tree / "project/Shelf.m");
+    ExpectSameTagsFromIndex("after changes");
+}
+
+TEST_F(IndexedTags, SourcesThatTheIndexLeavesOutAreTagged)
+{
+    tree.Write("project/build/CMakeCache.txt", "");
+    tree.Write("project/build/made.cpp", "struct Made { int inside; };\nint Made2(int);\n");
+    MakeIndex();
+    ExpectSameTagsFromIndex("build directories have no index");
+    EXPECT_THAT(Content(Tags()), HasSubstr("build/made.cpp"));
+}
+
+TEST_F(IndexedTags, ThePatternsOfTheSettingsChooseTheSources)
+{
+    MakeIndex();
+    tree.Write("settings", "DeclIndexSuffixes *.hpp\n");
+    const ProgramRun run = Run({"project", "--settings", tree / "settings"});
+    EXPECT_THAT(run.output, HasSubstr("tags of 1 file: ")) << run.errors;
+    EXPECT_THAT(Content(Tags()), Not(HasSubstr("Shelf")));
+}
+
+TEST_F(IndexedTags, ADirectoryInsideOfAProjectHasItsOwnTags)
+{
+    MakeIndex();
+    const ProgramRun run = Run({"project/deep"});
+    EXPECT_THAT(run.output, HasSubstr("tags of 2 files: ")) << run.errors;
+    EXPECT_THAT(Content(tree / "project/deep/tags"), Not(HasSubstr("Shelf")));
+}
+
+TEST_F(IndexedTags, WhatTheIndexCannotCoverIsTaggedByAWholeRun)
+{
+    MakeIndex();
+    fs::create_symlink("a.h", tree / "project/link.h");
+    EXPECT_THAT(Executed(), HasSubstr("find"));
+    EXPECT_THAT(Content(Tags()), HasSubstr("link.h"));
+}
+
+TEST_F(IndexedTags, WithoutAnIndexAWholeRunMakesThem)
+{
+    EXPECT_THAT(Executed(), HasSubstr("find"));
+    EXPECT_FALSE(fs::exists(tree / "cache/declaration/index"));
+}
+
+TEST_F(IndexedTags, AnotherTagsProgramIsUsedAllTheSame)
+{
+    MakeIndex();
+    UseProgram(kGoodProgram);
+    EXPECT_THAT(Executed(), HasSubstr("find"));
+}
+
+TEST_F(IndexedTags, LeaveOtherFilesNamedTagsAlone)
+{
+    MakeIndex();
+    tree.Write("project/tags", "a diary\n");
+    const ProgramRun run = Run({"project"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(Content(Tags()), "a diary\n");
+    EXPECT_FALSE(fs::exists(UnfinishedTags()));
+}
