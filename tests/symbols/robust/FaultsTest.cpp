@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -117,6 +118,40 @@ TEST_F(IndexFaults, AFullDiskAtEachWriteCostsNoAnswer)
         ASSERT_EQ(AnswersOf::Difference(AnswersAfterUpdateOf(cache), after), "") << "refused at change " << place;
     }
     EXPECT_GT(refused, 3u);
+}
+
+// Flips one byte of each segment at this share of its length.
+void Damage(const std::string& cache, size_t part, size_t parts)
+{
+    for (const auto& entry : fs::recursive_directory_iterator(cache)) {
+        if (entry.path().extension() != ".segment")
+            continue;
+        std::fstream file(entry.path(), std::ios::binary | std::ios::in | std::ios::out);
+        const auto place = static_cast<std::streamoff>(entry.file_size() * part / parts);
+        file.seekg(place);
+        const int byte = file.get();
+        file.seekp(place);
+        file.put(static_cast<char>(byte ^ 0x55));
+    }
+}
+
+TEST_F(IndexFaults, ADamagedByteIsNoticedAndRepairedByTheNextUpdate)
+{
+    MakeIndex();
+    const std::string whole = Fresh();
+    const std::string cache = directory / "damaged";
+    constexpr size_t kParts = 25;
+    for (size_t part = 0; part < kParts; ++part) {
+        fs::remove_all(cache);
+        fs::copy(prepared, cache, fs::copy_options::recursive);
+        Damage(cache, part, kParts);
+        symbols::Index index(OptionsFor(tree.Root(), cache));
+        const symbols::SnapshotPointer damaged = index.Current();
+        const std::string answers = AnswersOf::Of(damaged, SourceTree::Words());
+        EXPECT_TRUE(answers == whole || damaged == nullptr || damaged->IsDamaged()) << part;
+        EXPECT_EQ(UpdateError(index), "");
+        ASSERT_EQ(AnswersOf::Difference(AnswersOf::Of(index.Current(), SourceTree::Words()), whole), "") << part;
+    }
 }
 
 } // namespace
