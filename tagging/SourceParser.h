@@ -40,7 +40,7 @@ private:
 // Parses texts with ctags processes kept at hand. Thread-safe; one text at a time. The program must ignore SIGPIPE.
 class TextParser {
 public:
-    enum class Locals { No, Yes }; // local variables, parameters, labels
+    enum class Locals { No, Yes }; // local variables, parameters, labels; not those of Objective-C's methods
 
     explicit TextParser(const Settings& settings);
     ~TextParser();
