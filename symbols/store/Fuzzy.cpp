@@ -47,7 +47,19 @@ FuzzyPattern::Chances FuzzyPattern::ChancesOf(const NameTraits& traits, int wors
             missing == 0 && worst >= kNeighbours, worst >= kAnywhere};
 }
 
+// A set of bits says how many of the first letters have been found: without branches, since this rules out most names.
 bool FuzzyPattern::Contains(std::string_view text) const
+{
+    const size_t count = std::min(letters.size(), kMostLetters);
+    std::uint64_t found = 0;
+    for (const char c : text)
+        found |= (found << 1 | 1) & places[static_cast<unsigned char>(c)];
+    if (count > 0 && (found >> (count - 1) & 1) == 0)
+        return false;
+    return letters.size() <= kMostLetters || ContainsAll(text);
+}
+
+bool FuzzyPattern::ContainsAll(std::string_view text) const
 {
     size_t next = 0;
     for (size_t i = 0; i < text.size() && next < letters.size(); i++)
@@ -113,13 +125,15 @@ int FuzzyPattern::KindOf(std::string_view name, const Chances& chances) const
         return kAnywhere;
     if (looked.size() < letters.size())
         return kNoMatch;
+    if (!Contains(looked))
+        return kNoMatch;
     if (chances.atWords && letters.size() <= kMostLetters && IsAtWords(looked)) {
         const int breaks = LeastBreaks(looked);
         return breaks == 0 && name.size() == letters.size() ? kWhole : kBeginning + breaks;
     }
     if (chances.asNeighbours && Find(looked) != std::string_view::npos)
         return name.size() == letters.size() ? kWhole : kNeighbours;
-    return chances.anywhere && Contains(looked) ? kAnywhere : kNoMatch;
+    return chances.anywhere ? kAnywhere : kNoMatch;
 }
 
 // The least places of a match with this number of breaks: backwards from each letter, what can still follow is known.

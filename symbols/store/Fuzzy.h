@@ -55,6 +55,7 @@ private:
     };
 
     bool AreEqual(char inName, char inPattern) const;
+    bool ContainsAll(std::string_view text) const;
     size_t Find(std::string_view name) const;
     bool IsAtWords(std::string_view name) const;
     int LeastBreaks(std::string_view name) const;

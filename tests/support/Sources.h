@@ -1,6 +1,7 @@
 // Parsed sources written by hand.
 #pragma once
 
+#include "base/CancelToken.h"
 #include "tagging/ParsedSource.h"
 #include "tagging/SourceParser.h"
 
@@ -8,6 +9,8 @@
 #include <string_view>
 #include <utility>
 #include <vector>
+
+inline const base::CancelToken kNeverCancelled;
 
 inline tagging::Symbol SymbolNamed(std::string_view name, unsigned line,
                                    tagging::SymbolKind kind = tagging::SymbolKind::Function)

@@ -14,14 +14,12 @@ using namespace symbols;
 
 namespace {
 
-const base::CancelToken kNever;
-
 class DamageTest : public testing::Test {
 protected:
     DamageTest()
     {
         RandomSources random(1);
-        const auto writer = std::move(*store.Write({"/root", "*.c"}, false, kNever));
+        const auto writer = std::move(*store.Write({"/root", "*.c"}, false, kNeverCancelled));
         for (int i = 0; i < 8; i++)
             writer->Put(random.Path(), random.Stamp(), random.Source());
         EXPECT_TRUE(writer->Commit());
@@ -69,7 +67,7 @@ TEST_F(DamageTest, AChangedByteOfASegmentIsNoticed)
     unsigned noticed = 0;
     for (const std::string& path : Files(".segment")) {
         const std::string content = Content(path);
-        for (size_t at = 0; at < content.size(); at += content.size() / 150 + 1) {
+        for (size_t at = 0; at < content.size(); at += content.size() / 60 + 1) {
             std::string damaged = content;
             damaged[at] = static_cast<char>(damaged[at] ^ 0x20);
             Write(path, damaged);
@@ -80,7 +78,7 @@ TEST_F(DamageTest, AChangedByteOfASegmentIsNoticed)
         Write(path, content);
         ASSERT_EQ(Read(), Found::TheSame);
     }
-    EXPECT_GT(noticed, 100u);
+    EXPECT_GT(noticed, 40u);
 }
 
 TEST_F(DamageTest, AChangedByteOfTheManifestMakesTheIndexUseless)
@@ -114,7 +112,7 @@ TEST_F(DamageTest, AShorterFileMakesTheIndexUseless)
 TEST_F(DamageTest, AWriterStartsFromNothingWhereNothingIsUsable)
 {
     Write(temp / "index/manifest", "not a manifest");
-    const auto writer = Store(temp / "index").Write({"/root", "*.c"}, false, kNever);
+    const auto writer = Store(temp / "index").Write({"/root", "*.c"}, false, kNeverCancelled);
     ASSERT_TRUE(writer);
     (*writer)->Put("new.c", {}, SourceOf({SymbolNamed("f", 1)}));
     ASSERT_TRUE((*writer)->Commit());

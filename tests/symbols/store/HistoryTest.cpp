@@ -13,8 +13,6 @@ using namespace symbols;
 
 namespace {
 
-const base::CancelToken kNever;
-
 struct FileState {
     tagging::FileStamp stamp;
     std::shared_ptr<const tagging::ParsedSource> source;
@@ -90,10 +88,12 @@ TEST_P(History, OnTheDiskAnswersAsAFreshIndex)
     Store store(temp / "index", limits);
     for (int step = 0; step < 25; step++) {
         Change(12, [&] {
-            auto writer = Store(temp / "index", limits).Write({"/root", "*.c"}, false, kNever);
+            auto writer = Store(temp / "index", limits).Write({"/root", "*.c"}, false, kNeverCancelled);
             EXPECT_TRUE(writer);
             return std::move(*writer);
         });
+        if (step % 5 != 4) // comparing takes much longer than changing
+            continue;
         const SnapshotPointer snapshot = store.Current();
         if (snapshot == nullptr) {
             ASSERT_TRUE(files.empty());
@@ -112,7 +112,7 @@ TEST_P(History, InMemoryAnswersAsAFreshIndex)
             return WriteInMemory(snapshot, [&](SnapshotPointer made) { snapshot = std::move(made); },
                                  {3000, 2, 1u << 20});
         });
-        if (snapshot != nullptr) {
+        if (snapshot != nullptr && step % 5 == 4) {
             ASSERT_EQ(AllAnswers(*snapshot).Text(), AnswersFromNothing(files)) << "step " << step;
         }
     }

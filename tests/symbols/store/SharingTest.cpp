@@ -13,13 +13,12 @@ using namespace symbols;
 
 namespace {
 
-const base::CancelToken kNever;
 constexpr int kFiles = 5;
 
 // Each commit gives all files a symbol with the same line, so a reader that sees two lines has seen half a commit.
 void CommitAll(Store& store, unsigned line)
 {
-    const auto writer = store.Write({"/root", "*.c"}, false, kNever);
+    const auto writer = store.Write({"/root", "*.c"}, false, kNeverCancelled);
     ASSERT_TRUE(writer) << writer.Failure().Message();
     for (int i = 0; i < kFiles; i++)
         (*writer)->Put(std::to_string(i) + ".c", {}, SourceOf({SymbolNamed("same", line)}));

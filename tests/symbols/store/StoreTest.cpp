@@ -13,13 +13,11 @@ using namespace symbols;
 
 namespace {
 
-const base::CancelToken kNever;
-
 class StoreTest : public testing::Test {
 protected:
     std::unique_ptr<Store::Writer> Writer(Store& of, bool fromNothing = false)
     {
-        auto writer = of.Write({"/root", "*.c"}, fromNothing, kNever);
+        auto writer = of.Write({"/root", "*.c"}, fromNothing, kNeverCancelled);
         EXPECT_TRUE(writer) << writer.Failure().Message();
         return std::move(*writer);
     }
@@ -173,7 +171,7 @@ TEST_F(StoreTest, RemembersItsHeader)
 {
     Put("a.c", "find");
     EXPECT_EQ(Store(temp / "cache/index").Header(), (StoreHeader{"/root", "*.c"}));
-    ASSERT_TRUE((*store.Write({"/root", "*.h"}, false, kNever))->Commit());
+    ASSERT_TRUE((*store.Write({"/root", "*.h"}, false, kNeverCancelled))->Commit());
     EXPECT_EQ(Store(temp / "cache/index").Header(), (StoreHeader{"/root", "*.h"}));
     EXPECT_EQ(Places(store.Current(), "find"), (Lines{"a.c:7"}));
 }
@@ -190,7 +188,7 @@ TEST_F(StoreTest, IsReadableForItsUserOnly)
 TEST_F(StoreTest, FailsWhereADirectoryCannotBeMade)
 {
     temp.Write("file", "");
-    const auto writer = Store(temp / "file/index").Write({"/root", "*.c"}, false, kNever);
+    const auto writer = Store(temp / "file/index").Write({"/root", "*.c"}, false, kNeverCancelled);
     ASSERT_FALSE(writer);
     EXPECT_THAT(writer.Failure().Message(), testing::HasSubstr("file/index"));
     EXPECT_EQ(Store(temp / "file/index").Current(), nullptr);
