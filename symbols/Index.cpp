@@ -43,10 +43,16 @@ bool IsDirectory(const std::string& path)
     return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-bool IsThere(const std::string& path)
+// Whether the index has files below this path.
+bool WasDirectory(const Snapshot& snapshot, const std::string& path)
 {
-    struct stat status;
-    return ::lstat(path.c_str(), &status) == 0;
+    bool was = false;
+    if (!snapshot.FindFile(path))
+        snapshot.ForEachFile([&](FileNumber, const File& file) {
+            was = file.path.size() > path.size() && file.path[path.size()] == '/' && file.path.starts_with(path);
+            return !was;
+        });
+    return was;
 }
 
 void Say(const Index::Listener& listener, const std::string& message)
@@ -77,7 +83,7 @@ struct Index::Contents {
                                           const EnterDirectory& enters, const base::CancelToken& cancel);
     base::Result<UpdateResult> Apply(const FindChanges& findChanges, const Listener& listener,
                                      const base::CancelToken& cancel);
-    base::Result<bool> Carry(const Changes& changes, const IndexState::Attempt& attempt, UpdateResult& result,
+    base::Result<bool> Carry(const Changes& changes, const Attempt& attempt, UpdateResult& result,
                              const Listener& listener, const base::CancelToken& cancel) const;
     bool NeedsWalk(const std::string& path) const;
 
@@ -140,8 +146,8 @@ base::Result<UpdateResult> Index::Contents::UpdateSome(const std::vector<std::st
             continue;
         std::optional<FoundFile> found = FindOne(walk, path);
         const std::string relative = path.substr(root.size() + 1);
-        const bool wasDirectory = !found && !IsThere(path) && !current->FindFile(relative);
-        if (wasDirectory || NeedsWalk(path) || (found && (found->isLink || found->hasHardLinks)))
+        if (NeedsWalk(path) || (!found && WasDirectory(*current, relative)) ||
+            (found && (found->isLink || found->hasHardLinks)))
             return UpdateAll(listener, enters, cancel);
         files.emplace_back(relative, std::move(found));
     }
@@ -168,7 +174,7 @@ base::Result<UpdateResult> Index::Contents::Apply(const FindChanges& findChanges
         result.inMemory = state.IsInMemory();
         return result;
     }
-    const auto work = [&](const IndexState::Attempt& attempt) {
+    const auto work = [&](const Attempt& attempt) {
         if (attempt.before != known)
             changes = findChanges(attempt.before);
         return Carry(changes, attempt, result, listener, cancel);
@@ -181,9 +187,8 @@ base::Result<UpdateResult> Index::Contents::Apply(const FindChanges& findChanges
     return result;
 }
 
-base::Result<bool> Index::Contents::Carry(const Changes& changes, const IndexState::Attempt& attempt,
-                                          UpdateResult& result, const Listener& listener,
-                                          const base::CancelToken& cancel) const
+base::Result<bool> Index::Contents::Carry(const Changes& changes, const Attempt& attempt, UpdateResult& result,
+                                          const Listener& listener, const base::CancelToken& cancel) const
 {
     result.rebuilt = attempt.before == nullptr;
     if (!result.rebuilt && changes.IsEmpty())
@@ -194,15 +199,15 @@ base::Result<bool> Index::Contents::Carry(const Changes& changes, const IndexSta
         parsing.progress = [&listener](size_t done, size_t known) {
             listener.progress({Progress::Step::Parsing, done, known});
         };
-    const base::Result<ParsedFiles> parsed = ParseInto(attempt.writer, changes, root, options.tagging, parsing, cancel);
+    const base::Result<ParsedFiles> parsed = ParseInto(attempt, changes, root, options.tagging, parsing, cancel);
     if (!parsed)
         return parsed.Failure();
     result.parsed = parsed->parsed;
     result.failed = parsed->failed;
-    result.removed = changes.remove.size();
+    result.removed = changes.remove.size() + parsed->removed;
     if (listener.progress)
         listener.progress({Progress::Step::Writing, changes.parse.size(), changes.parse.size()});
-    return true;
+    return result.rebuilt || result.parsed + result.removed > 0 || !changes.touch.empty();
 }
 
 Index::Index(IndexOptions options) : contents(std::make_unique<Contents>(std::move(options))) {}
@@ -264,6 +269,7 @@ base::Result<void> Index::Watch(const Listener& listener, const std::function<vo
     watched.root = contents->root;
     watched.starts = contents->WalkFrom(listener).starts;
     watched.isSystem = contents->isSystem;
+    watched.directory = contents->directory;
     watched.updateAll = [&](const EnterDirectory& enters) -> base::Result<UpdateResult> {
         const Turns::Turn turn = contents->updates.Take(cancel);
         return turn ? contents->UpdateAll(listener, enters, cancel) : base::Error{"cancelled"};

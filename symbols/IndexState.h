@@ -4,6 +4,7 @@
 #include "base/CancelToken.h"
 #include "base/Result.h"
 #include "symbols/store/Store.h"
+#include "symbols/update/Attempt.h"
 
 #include <chrono>
 #include <functional>
@@ -26,12 +27,7 @@ public:
     // or made for other sources or by other parsers.
     SnapshotPointer Usable(const StoreHeader& header) const;
 
-    // Work on a new state. It puts its changes into the writer, for a state that was 'before' (null: from nothing), and
-    // returns false when nothing is to be written after all.
-    struct Attempt {
-        Store::Writer& writer;
-        const SnapshotPointer& before;
-    };
+    // Work on a new state. Returns false when nothing is to be written after all.
     using Work = std::function<base::Result<bool>(const Attempt&)>;
 
     // Does the work on the disk or, when that fails for the disk's sake, in memory; the work may run twice. The warning

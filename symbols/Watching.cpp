@@ -15,14 +15,15 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-constexpr milliseconds kQuiet{40};        // a batch of changes ends when none follows for this long,
-constexpr milliseconds kLongest{300};     // or after this time
-constexpr size_t kMostFiles = 500;        // in a batch; for more, a walk costs less
-constexpr milliseconds kUntilRetry{1000}; // after a failed update
+// A batch of changes ends when none follows for a while: soon after a single save, later in a checkout, which pauses
+// now and then. It ends at last after a time, so that a tree that never rests is kept current as well.
+constexpr milliseconds kQuietAfterSave{15};
+constexpr milliseconds kQuiet{60};
+constexpr milliseconds kLongest{300};
+constexpr size_t kFilesOfSave = 8;
+constexpr size_t kMostFiles = 500; // in a batch; for more, a walk costs less
 
-// Where changes are not seen, walks look for them: a tenth of the time at most.
 constexpr int kTimesWalk = 10;
-constexpr milliseconds kShortestInterval{500};
 
 class Keeper {
 public:
@@ -58,6 +59,8 @@ base::Result<UpdateResult> Keeper::UpdateAll()
         watch.EnterGitDirectory(tree->Directory());
     const base::Result<UpdateResult> result =
         index.updateAll([this](const std::string& directory) { watch.Enter(directory); });
+    if (!index.directory.empty()) // it is there by now
+        watch.EnterIndexDirectory(index.directory);
     if (result)
         watch.EndWalk();
     lastWalk = Clock::now() - start;
@@ -85,10 +88,10 @@ void Keeper::Report(const base::Result<UpdateResult>& result)
 std::optional<milliseconds> Keeper::Interval() const
 {
     if (failed)
-        return kUntilRetry;
+        return index.untilRetry;
     if (watch.IsComplete())
         return std::nullopt;
-    return std::max(kShortestInterval, std::chrono::duration_cast<milliseconds>(lastWalk * kTimesWalk));
+    return std::max(index.betweenWalks, std::chrono::duration_cast<milliseconds>(lastWalk * kTimesWalk));
 }
 
 bool Keeper::WaitFor(milliseconds limit)
@@ -109,7 +112,10 @@ TreeWatch::Events Keeper::Wait()
     }
     events.Add(watch.Read());
     const Clock::time_point end = Clock::now() + kLongest;
-    while (!events.IsEmpty() && Clock::now() < end && WaitFor(kQuiet))
+    const auto quiet = [&] {
+        return events.needsWalk || events.files.size() > kFilesOfSave ? kQuiet : kQuietAfterSave;
+    };
+    while (!events.IsEmpty() && Clock::now() < end && WaitFor(quiet()))
         events.Add(watch.Read());
     events.needsWalk = events.needsWalk || failed;
     return events;

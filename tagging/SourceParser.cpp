@@ -64,8 +64,10 @@ public:
     void LeaveOut(unsigned number) override
     {
         Begun begun = Take(number);
-        if (begun.half.source != nullptr)
+        if (begun.half.source != nullptr) {
             begun.half.source->symbols.clear(); // those that need no ctags are not all
+            begun.half.source->isIncomplete = true;
+        }
         sink(number, begun.stamp, std::move(begun.half.source));
     }
 

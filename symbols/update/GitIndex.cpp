@@ -10,7 +10,7 @@ namespace symbols {
 
 namespace {
 
-constexpr size_t kMostOfIndex = size_t(1) << 30;
+constexpr size_t kMostOfIndex = size_t(1) << 28; // several times that of the largest known trees
 constexpr size_t kHeader = 12;
 constexpr size_t kStatus = 40; // what lstat() said about the file
 constexpr size_t kLongestName = 4096;

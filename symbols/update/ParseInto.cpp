@@ -50,33 +50,65 @@ bool IsThere(const std::string& path)
 
 } // namespace
 
-base::Result<ParsedFiles> ParseInto(Store::Writer& writer, const Changes& changes, const std::string& root,
+namespace {
+
+// Takes what the parser finds, on its threads.
+class Keeping {
+public:
+    Keeping(const Attempt& attempt, const Changes& changes, const std::string& root)
+        : attempt(attempt), changes(changes), root(root)
+    {
+    }
+
+    void Take(size_t number, const tagging::FileStamp& stamp, const tagging::ParsedSource* source)
+    {
+        const std::string& path = changes.parse[number];
+        if (source != nullptr) {
+            attempt.writer.Put(path, StampToKeep(stamp), *source);
+            ++parsed;
+            failed += source->isIncomplete;
+            return;
+        }
+        failed += IsThere(root + "/" + path);
+        if (attempt.before == nullptr || !attempt.before->FindFile(path))
+            return;
+        attempt.writer.Remove(path);
+        ++removed;
+    }
+
+    ParsedFiles Result() const { return {parsed, failed, removed}; }
+
+private:
+    const Attempt& attempt;
+    const Changes& changes;
+    const std::string& root;
+    std::atomic<size_t> parsed = 0;
+    std::atomic<size_t> failed = 0;
+    std::atomic<size_t> removed = 0;
+};
+
+} // namespace
+
+base::Result<ParsedFiles> ParseInto(const Attempt& attempt, const Changes& changes, const std::string& root,
                                     tagging::Settings settings, const ParsingListener& listener,
                                     const base::CancelToken& cancel)
 {
     for (const std::string& path : changes.remove)
-        writer.Remove(path);
+        attempt.writer.Remove(path);
     for (const auto& [path, stamp] : changes.touch)
-        writer.Touch(path, stamp);
-    ParsedFiles result;
+        attempt.writer.Touch(path, stamp);
     if (changes.parse.empty())
-        return result;
+        return ParsedFiles();
     const tagging::Scratch scratch(TemporaryDirectory());
     settings.ctags.temporaries = scratch.Directory();
     settings.ctags.directory = root;
-    std::atomic<size_t> failed = 0;
-    const auto keep = [&](size_t number, const tagging::FileStamp& stamp,
-                          std::unique_ptr<tagging::ParsedSource> source) {
-        const std::string& path = changes.parse[number];
-        if (source != nullptr) {
-            writer.Put(path, StampToKeep(stamp), *source);
-            return;
-        }
-        writer.Remove(path);
-        failed += IsThere(root + "/" + path);
-    };
+    Keeping keeping(attempt, changes, root);
     ParsingObserver observer(listener);
-    tagging::SourceParser parser(settings, observer, cancel, keep);
+    tagging::SourceParser parser(
+        settings, observer, cancel,
+        [&](size_t number, const tagging::FileStamp& stamp, std::unique_ptr<tagging::ParsedSource> source) {
+            keeping.Take(number, stamp, source.get());
+        });
     for (const std::string& path : changes.parse) {
         parser.Add(root + "/" + path);
         if (!parser.GoesOn())
@@ -86,9 +118,7 @@ base::Result<ParsedFiles> ParseInto(Store::Writer& writer, const Changes& change
         return finished.Failure();
     if (cancel.IsCancelled())
         return base::Error{"cancelled"};
-    result.failed = failed;
-    result.parsed = changes.parse.size() - result.failed;
-    return result;
+    return keeping.Result();
 }
 
 } // namespace symbols

@@ -36,18 +36,8 @@ void TreeWatch::BeginWalk()
     isComplete = notify.IsOpen();
 }
 
-void TreeWatch::Enter(const std::string& directory)
-{
-    Watch(directory, false);
-}
-
-void TreeWatch::EnterGitDirectory(const std::string& directory)
-{
-    Watch(directory, true);
-}
-
 // A directory that was moved keeps its watch, and gets its new path here.
-void TreeWatch::Watch(const std::string& directory, bool isGit)
+void TreeWatch::Watch(const std::string& directory, Kind kind)
 {
     const bool isStart = options.starts.contains(directory);
     const std::uint32_t flags = kOfDirectory | kOfItself | kOfContent | IN_ONLYDIR | IN_EXCL_UNLINK |
@@ -63,7 +53,7 @@ void TreeWatch::Watch(const std::string& directory, bool isGit)
         isComplete = false;
         return;
     }
-    watched[number] = {directory, isGit, walk};
+    watched[number] = {directory, kind, walk};
 }
 
 void TreeWatch::EndWalk()
@@ -100,13 +90,15 @@ void TreeWatch::Take(int number, std::uint32_t what, std::string_view name, Even
     const Watched& directory = place->second;
     if (name.empty()) {
         // About the directory itself. The one above it says the same, unless this is where walks begin.
-        events.needsWalk = events.needsWalk || (!directory.isGit && (what & (kOfItself | IN_UNMOUNT)) != 0);
+        events.needsWalk = events.needsWalk || (what & (kOfItself | IN_UNMOUNT)) != 0;
         if ((what & IN_IGNORED) != 0)
             watched.erase(place);
         return;
     }
-    if (directory.isGit)
+    if (directory.kind == Kind::Git)
         events.needsWalk = events.needsWalk || ConcernsGit(name);
+    else if (directory.kind == Kind::Index)
+        events.needsWalk = events.needsWalk || (name == "manifest" && (what & IN_DELETE) != 0);
     else if ((what & IN_ISDIR) != 0 || TellingNames::IsOne(name))
         events.needsWalk = true;
     else if (IsSourceName(name) || (options.isSystem && CanBeHeaderWithoutSuffix(name)))

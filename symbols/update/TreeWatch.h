@@ -29,11 +29,13 @@ public:
     // A walk: call Enter() for each directory (any thread, several at once), EndWalk() at its end. Directories that the
     // walk has not entered are no longer watched.
     void BeginWalk();
-    void Enter(const std::string& directory);
+    void Enter(const std::string& directory) { Watch(directory, Kind::Sources); }
     void EndWalk();
 
-    // "HEAD" and "index" here decide which files count.
-    void EnterGitDirectory(const std::string& directory);
+    // During a walk as well. "HEAD" and "index" in a directory of git decide which files count. Without the manifest in
+    // its directory, the index has to be rebuilt.
+    void EnterGitDirectory(const std::string& directory) { Watch(directory, Kind::Git); }
+    void EnterIndexDirectory(const std::string& directory) { Watch(directory, Kind::Index); }
 
     // False while directories are not watched, since the system has no more watches: changes there are not seen.
     bool IsComplete() const;
@@ -48,13 +50,14 @@ public:
     Events Read();                                     // does not wait
 
 private:
+    enum class Kind : std::uint8_t { Sources, Git, Index };
     struct Watched {
         std::string path;
-        bool isGit = false;
+        Kind kind = Kind::Sources;
         unsigned walk = 0; // the last one that has entered it
     };
 
-    void Watch(const std::string& directory, bool isGit);
+    void Watch(const std::string& directory, Kind kind);
     void Take(int number, std::uint32_t what, std::string_view name, Events& events);
 
     const Options options;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <map>
+#include <unordered_map>
 #include <utility>
 
 namespace symbols {
@@ -10,6 +10,10 @@ namespace symbols {
 namespace {
 
 using Key = std::pair<std::uint64_t, std::uint64_t>; // device and inode
+
+struct HashOfKey {
+    size_t operator()(const Key& key) const { return key.second * 0x9e3779b97f4a7c15u ^ key.first; }
+};
 
 Key KeyOf(const FoundFile& file)
 {
@@ -20,7 +24,7 @@ Key KeyOf(const FoundFile& file)
 
 std::set<std::string> RemoveTwins(std::vector<FoundFile>& files)
 {
-    std::map<Key, std::vector<size_t>> groups;
+    std::unordered_map<Key, std::vector<size_t>, HashOfKey> groups;
     for (const FoundFile& file : files)
         if (file.isLink || file.hasHardLinks)
             groups[KeyOf(file)];

@@ -156,6 +156,8 @@ void Walker::Read(const Place& place)
     start = path.size();
     std::vector<Place> inner;
     for (const DirectoryReader::Entry& entry : reader.Entries()) {
+        if (cancel.IsCancelled()) // ignore files can be as long as their makers like
+            return;
         path.resize(start);
         path += entry.name;
         if (entry.kind == DirectoryReader::Kind::Directory && around->TakesDirectory(path))

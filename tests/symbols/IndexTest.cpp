@@ -168,6 +168,38 @@ TEST(Index, LeavesOutFilesThatCannotBeReadUntilTheyCan)
     story.ExpectAsFresh();
 }
 
+TEST(Index, HasNoNewStateWhenOnlyUnreadableFilesAreNew)
+{
+    IndexStory story;
+    MakeOld(story.Write("a.c", "int a;\n"));
+    story.Update();
+    const SnapshotPointer before = story.index->Current();
+    fs::permissions(story.Write("b.c", "int b;\n"), fs::perms::none);
+    const OrdinaryRights rights;
+    for (int i = 0; i < 2; ++i) {
+        const UpdateResult result = story.Update();
+        EXPECT_EQ(result.failed, 1u);
+        EXPECT_EQ(result.parsed + result.removed, 0u);
+        EXPECT_EQ(story.index->Current(), before);
+    }
+}
+
+TEST(Index, CountsFilesThatCrashCtags)
+{
+    IndexStory story;
+    const std::string ctags = story.tree.Write("ctags", "#!/bin/sh\nread line\nkill -SEGV $$\n");
+    fs::permissions(ctags, fs::perms::owner_all);
+    story.Write("a.c", "int a;\n");
+    IndexOptions options = OptionsFor(story.top, story.Cache());
+    options.tagging.ctags.program = ctags;
+    Index index(options);
+    const base::Result<UpdateResult> result = index.Update(story.Listener(), story.cancel);
+    ASSERT_TRUE(result) << result.Failure().Message();
+    EXPECT_EQ(result->failed, 1u);
+    EXPECT_EQ(AnswerFor(index.Current(), "a"), "a: in a.c") << "the names are known all the same";
+    EXPECT_THAT(story.messages, testing::Contains(HasSubstr("a.c")));
+}
+
 TEST(Index, IsSharedByAllThatOpenIt)
 {
     IndexStory story;
@@ -369,6 +401,9 @@ TEST(UpdateFiles, WalksForWhatConcernsOtherFiles)
     story.ExpectAsFresh();
     story.Remove("x");
     story.UpdateFiles({"x"});
+    story.ExpectAsFresh();
+    story.Remove("y");
+    story.UpdateFiles({"y", "never.c"});
     story.ExpectAsFresh();
     story.Remove("k.c"); // "m.c" is the file's only path now
     story.UpdateFiles({"k.c"});

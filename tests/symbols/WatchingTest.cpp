@@ -16,6 +16,7 @@ TEST(KeepCurrent, WalksAgainAndAgainWhereWatchesRunOut)
     index.root = tree.Path();
     index.starts = {tree.Path()};
     index.mostWatches = 1;
+    index.betweenWalks = std::chrono::milliseconds(1);
     int walks = 0;
     index.updateAll = [&](const EnterDirectory& enters) -> base::Result<UpdateResult> {
         enters(tree.Path());
@@ -35,6 +36,7 @@ TEST(KeepCurrent, RetriesAfterAFailure)
     WatchedIndex index;
     index.root = tree.Path();
     index.starts = {tree.Path()};
+    index.untilRetry = std::chrono::milliseconds(1);
     int updates = 0;
     int messages = 0;
     index.updateAll = [&](const EnterDirectory& enters) -> base::Result<UpdateResult> {

@@ -1,0 +1,13 @@
+// Work on a new state of an index.
+#pragma once
+
+#include "symbols/store/Store.h"
+
+namespace symbols {
+
+struct Attempt {
+    Store::Writer& writer;
+    const SnapshotPointer& before; // what the writer continues; null: from nothing
+};
+
+} // namespace symbols
