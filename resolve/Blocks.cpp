@@ -222,7 +222,8 @@ size_t ParametersOfBlock(const Tokens& tokens, size_t open)
     else
         begin = HeadOfBlock(tokens, open);
     int old = 0;
-    while (begin > 0 && tokens[begin - 1].Is(';') && old++ < kMostOldStyleDeclarations) {
+    const bool isOldStyle = tokens[open - 1].Is(';');
+    while (isOldStyle && begin > 0 && tokens[begin - 1].Is(';') && old++ < kMostOldStyleDeclarations) {
         // "int f(a) char *a; {": back over the declarations.
         size_t before = begin - 1;
         while (before > 0 && !tokens[before - 1].Is(';') && !tokens[before - 1].Is('}') && !tokens[before - 1].Is(')'))

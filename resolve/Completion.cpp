@@ -13,7 +13,7 @@ namespace resolve {
 namespace {
 
 constexpr size_t kMostByPrefix = 3000;
-constexpr size_t kMostIncluded = 60; // files whose symbols are listed when nothing is typed
+constexpr size_t kMostIncluded = 200; // files whose symbols are listed
 
 bool Begins(std::string_view name, std::string_view typed)
 {
@@ -30,37 +30,40 @@ bool IsOffered(const Symbol& symbol)
            symbol.name[0] != '~' && symbol.kind != SymbolKind::UsingNamespace;
 }
 
-// How near a name is used before, in the text itself: a writer often repeats what stands nearby.
+// How near the text itself uses a name: a writer often repeats what stands nearby.
 class Nearby {
 public:
-    Nearby(const Tokens& tokens, size_t place, std::string_view before) : tokens(tokens)
+    Nearby(const Tokens& tokens, size_t place, std::string_view receiver)
     {
         for (size_t i = 0; i < tokens.Count(); ++i) {
             if (!tokens[i].IsWord() || i == place)
                 continue;
             const size_t distance = i < place ? place - i : kBehind + (i - place);
-            Put(anywhere, i, distance);
-            const Token& sign = tokens[i - 1];
-            if (!sign.Is('.') && sign.text != "->" && !sign.IsMark("::"))
-                continue;
-            Put(behindSign, i, distance);
-            if (!before.empty() && tokens[i - 2].text == before)
-                Put(behindSame, i, distance);
+            Put(anywhere, tokens[i].text, distance);
+            Put(fitting, tokens[i].text, Farther(tokens, i, receiver, distance));
         }
     }
 
-    // Smaller is nearer.
-    size_t SameReceiver(std::string_view name) const { return Get(behindSame, name); }
-    size_t BehindSign(std::string_view name) const { return Get(behindSign, name); }
+    // Smaller is nearer; SIZE_MAX when it is not used.
     size_t Anywhere(std::string_view name) const { return Get(anywhere, name); }
+    // Uses behind the same receiver count most, then those behind any.
+    size_t Fitting(std::string_view name) const { return Get(fitting, name); }
 
 private:
     static constexpr size_t kBehind = 3000; // uses further down count less
     using Places = std::unordered_map<std::string_view, size_t>;
 
-    void Put(Places& into, size_t i, size_t distance)
+    static size_t Farther(const Tokens& tokens, size_t i, std::string_view receiver, size_t distance)
     {
-        size_t& known = into.emplace(tokens[i].text, distance).first->second;
+        const Token& sign = tokens[i - 1];
+        if (!sign.Is('.') && sign.text != "->" && !sign.IsMark("::"))
+            return 4 * distance + 2000;
+        return !receiver.empty() && tokens[i - 2].text == receiver ? distance : 2 * distance + 300;
+    }
+
+    static void Put(Places& into, std::string_view name, size_t distance)
+    {
+        size_t& known = into.emplace(name, distance).first->second;
         known = std::min(known, distance);
     }
     static size_t Get(const Places& from, std::string_view name)
@@ -69,10 +72,8 @@ private:
         return found == from.end() ? SIZE_MAX : found->second;
     }
 
-    const Tokens& tokens;
-    Places behindSame;
-    Places behindSign;
     Places anywhere;
+    Places fitting;
 };
 
 struct Offer {
@@ -154,7 +155,9 @@ private:
         const std::string_view qualifier = begin >= before ? std::string_view() : tokens.Text(begin, before - 1);
         const unsigned line = tokens[before].line;
         const Type type = ParseType(qualifier, question.GetNames().ScopesAt(line).front(), GetWorld().TextFile());
-        const std::vector<Class> of = question.GetClasses().Find(type);
+        const std::vector<Symbol> types = question.GetClasses().FindTypes(type.name, type.scope, type.file);
+        const bool isNamespace = !types.empty() && types.front().kind == SymbolKind::Namespace;
+        const std::vector<Class> of = isNamespace ? std::vector<Class>() : question.GetClasses().Find(type);
         if (!of.empty()) {
             for (const ClassMember& member : question.GetClasses().Members(of.front()))
                 Add(member.symbol, How::Member, static_cast<int>(member.depth));
@@ -164,7 +167,7 @@ private:
             return;
         }
         std::string scope = type.name;
-        for (const Symbol& symbol : question.GetClasses().FindTypes(type.name, type.scope, type.file)) {
+        for (const Symbol& symbol : types) {
             if (symbol.kind == SymbolKind::NamespaceAlias && !symbol.target.empty())
                 scope = symbol.target;
             else if (symbol.kind == SymbolKind::Namespace)
@@ -232,10 +235,32 @@ private:
         for (const Symbol& symbol : GetWorld().OwnSymbols())
             if (symbol.scope.empty() || GetWorld().VisibleScope(symbol).empty())
                 Add(symbol, How::Scope, 2);
-        if (typed.empty())
-            FromIncluded();
-        else
-            ByPrefix([&](const Symbol& symbol) { return IsVisible(symbol); });
+        FromText();
+        FromIncluded();
+        ByPrefix([&](const Symbol& symbol) { return IsVisible(symbol); });
+    }
+
+    // What the text uses already, wherever it is declared: there may be too many names with the same beginning.
+    void FromText()
+    {
+        std::unordered_set<std::string_view> seen;
+        for (size_t i = 0; i < tokens.Count(); ++i) {
+            const Token& token = tokens[i];
+            const bool isUse = token.IsWord() && token.offset != start && Begins(token.text, typed) &&
+                               !tokens[i - 1].Is('.') && tokens[i - 1].text != "->" && !IsKeyword(token.text);
+            if (!isUse || names.contains(token.text) || !seen.insert(token.text).second)
+                continue;
+            for (const Symbol& symbol : GetWorld().Named(token.text))
+                if (IsVisible(symbol) && IsReachable(symbol)) {
+                    Add(symbol, How::Include, 3);
+                    break;
+                }
+        }
+    }
+
+    bool IsReachable(const Symbol& symbol)
+    {
+        return !GetWorld().IsOtherLanguage(symbol) && GetWorld().Distance(symbol.file) < Distances::kUnrelated;
     }
 
     void Local(const LocalName& local)
@@ -290,7 +315,8 @@ private:
             return;
         std::vector<std::pair<int, Symbol>> found;
         for (const Symbol& symbol : GetWorld().Index().ByPrefix(typed, {kMostByPrefix, nullptr}).found)
-            if (symbol.file != GetWorld().TextFile() && fits(symbol) && !GetWorld().IsFileLocalElsewhere(symbol))
+            if (symbol.file != GetWorld().TextFile() && fits(symbol) && !GetWorld().IsFileLocalElsewhere(symbol) &&
+                !GetWorld().IsOtherLanguage(symbol))
                 found.emplace_back(GetWorld().Distance(symbol.file), symbol);
         std::stable_sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
         for (const auto& [distance, symbol] : found)
@@ -306,9 +332,13 @@ private:
         const bool isBehindSign =
             before != kNone && (tokens[before].Is('.') || tokens[before].text == "->" || tokens[before].IsMark("::"));
         const size_t place = tokens.FirstFrom(start);
+        const bool isDefining = isBehindSign && tokens[before].IsMark("::") && !IsInFunction(tokens, before);
         const Nearby nearby(tokens, place, isBehindSign ? receiver : std::string_view());
         struct Key {
-            size_t same, behind, anywhere;
+            bool isNotLocal;
+            int phase;
+            size_t nearest;
+            bool isInner;
             int group;
             size_t order;
             auto operator<=>(const Key&) const = default;
@@ -316,17 +346,30 @@ private:
         std::unordered_map<std::string_view, Key> keys;
         for (const Offer& offer : offers) {
             const std::string_view name = offer.symbol.name;
-            Key key{SIZE_MAX, SIZE_MAX, nearby.Anywhere(name), offer.group, offer.order};
+            const bool isInner = name.starts_with('_') && !typed.starts_with('_'); // meant for the library itself
+            Key key{false, 0, nearby.Anywhere(name), isInner, offer.group, offer.order};
             if (isBehindSign) {
-                key.same = nearby.SameReceiver(name);
-                key.behind = nearby.BehindSign(name);
-            } else if (offer.how == How::Local) {
-                key.same = 0;
+                key.phase = isDefining && !IsUndefined(offer.symbol) ? 1 : 0;
+                key.nearest = key.phase == 0 && isDefining ? 0 : nearby.Fitting(name);
+            } else {
+                key.isNotLocal = offer.how != How::Local;
             }
             keys.emplace(name, key);
         }
         std::stable_sort(offers.begin(), offers.end(), [&](const Offer& a, const Offer& b) {
             return keys.at(a.symbol.name) < keys.at(b.symbol.name);
+        });
+    }
+
+    // "void Shape::": the methods come first that the class declares and the text does not define yet.
+    bool IsUndefined(const Symbol& symbol)
+    {
+        if (symbol.kind != SymbolKind::Prototype)
+            return false;
+        const auto& own = GetWorld().OwnSymbols();
+        return std::none_of(own.begin(), own.end(), [&](const Symbol& each) {
+            return each.kind == SymbolKind::Function && each.name == symbol.name &&
+                   LeafOf(each.scope) == LeafOf(symbol.scope);
         });
     }
 

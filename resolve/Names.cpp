@@ -224,7 +224,9 @@ MeaningList Names::Qualified(std::string_view qualifier, std::string_view name, 
             break;
         type = ParseType(found.front().target, found.front().scope, found.front().file);
     }
-    const std::vector<Class> of = classes.Find(type);
+    const std::vector<Symbol> types = classes.FindTypes(type.name, type.scope, type.file);
+    const bool isNamespace = !types.empty() && types.front().kind == SymbolKind::Namespace;
+    const std::vector<Class> of = isNamespace ? std::vector<Class>() : classes.Find(type);
     if (!of.empty()) {
         meanings = Members(of, name, use, "a member of '" + of.front().scope + "'");
         if (!meanings.empty())

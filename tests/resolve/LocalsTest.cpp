@@ -10,6 +10,7 @@ TEST(Locals, Variables)
         {"at its own declaration", "void f() {\n int $n|;\n}\n"},
         {"one of several", "void f() {\n int a = 1,\n *$b = 0,\n c;\n g(b|);\n}\n"},
         {"the inner one", "void f() {\n int n;\n {\n  int $n;\n  g(n|);\n }\n}\n"},
+        {"after another declaration", "int g(int a) const;\nvoid f(int $n)\n{\n g(n|);\n}\n"},
         {"a closed block's is not visible", "void f() {\n int $n;\n {\n  int n;\n }\n g(n|);\n}\n"},
         {"a parameter", "void f(int a,\n char *$b)\n{\n g(b|);\n}\n"},
         {"a macro between type and name", "void f(void) {\n char __user *$p = q;\n g(p|);\n}\n"},
