@@ -3,6 +3,7 @@
 #include "base/Identifier.h"
 #include "wren/cli/symbols/NameColumn.h"
 #include "wren/cli/symbols/NamedSymbols.h"
+#include "wren/cli/symbols/SymbolRow.h"
 #include "wren/text/LineIndex.h"
 
 #include <algorithm>
@@ -59,7 +60,7 @@ GraphNode CallGraph::NodeOf(const symbols::Symbol& symbol, const std::string& pa
     const std::string place = path + ":" + std::to_string(symbol.line);
     const std::string key = place + ":" + std::string(symbol.name);
     functions.insert_or_assign(key, Function{symbol, path});
-    return {key, FullName(symbol), place};
+    return {key, WithoutMadeNames(FullName(symbol)), place};
 }
 
 std::vector<GraphNode> CallGraph::Find(const std::string& name)

@@ -1,6 +1,7 @@
 #include "wren/cli/symbols/ClassGraph.h"
 
 #include "wren/cli/symbols/NamedSymbols.h"
+#include "wren/cli/symbols/SymbolRow.h"
 
 namespace wren {
 
@@ -37,7 +38,8 @@ std::vector<std::string> BaseNames(std::string_view bases)
 GraphNode ClassGraph::NodeOf(const symbols::Symbol& symbol) const
 {
     const std::string name = FullName(symbol);
-    return {name, name, std::string(snapshot.FileOf(symbol.file).path) + ":" + std::to_string(symbol.line)};
+    return {name, WithoutMadeNames(name),
+            std::string(snapshot.FileOf(symbol.file).path) + ":" + std::to_string(symbol.line)};
 }
 
 std::vector<GraphNode> ClassGraph::Find(const std::string& name) const

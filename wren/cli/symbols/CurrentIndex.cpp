@@ -12,7 +12,9 @@ namespace wren {
 
 namespace {
 
-constexpr std::chrono::milliseconds kMoment(250); // that a command waits for the check
+// That a command waits for the check of the project, and of everything.
+constexpr std::chrono::milliseconds kMoment(250);
+constexpr std::chrono::milliseconds kShortMoment(100);
 
 symbols::WorkspaceOptions OptionsFor(const std::string& root, const IndexChoice& choice,
                                      const tagging::Settings& settings)
@@ -41,21 +43,18 @@ CurrentIndex::~CurrentIndex()
 
 base::Result<void> CurrentIndex::Prepare()
 {
-    std::vector<symbols::Index*> toCheck;
-    if (choice.waits || workspace.Project().Current() == nullptr) {
-        const std::string what = "indexing " + workspace.Project().Root() + "; only the first time takes long";
-        if (const base::Result<void> updated = Update(workspace.Project(), what); !updated)
-            return updated;
-    } else {
-        toCheck.push_back(&workspace.Project());
-    }
+    symbols::Index& project = workspace.Project();
     symbols::Index* const system = workspace.System();
-    if (system != nullptr && (choice.waits || system->Current() == nullptr))
+    checksProject = !choice.waits && project.Current() != nullptr;
+    if (!checksProject)
+        if (base::Result<void> made =
+                Update(project, "indexing " + project.Root() + "; only the first time takes long");
+            !made)
+            return made;
+    checksSystem = system != nullptr && !choice.waits && system->Current() != nullptr;
+    if (system != nullptr && !checksSystem)
         MakeSystem(*system);
-    else if (system != nullptr)
-        toCheck.push_back(system);
-    if (!toCheck.empty())
-        StartCheck(std::move(toCheck));
+    StartCheck();
     return {};
 }
 
@@ -90,31 +89,57 @@ base::Result<void> CurrentIndex::Update(symbols::Index& index, const std::string
     return {};
 }
 
-void CurrentIndex::StartCheck(std::vector<symbols::Index*> indexes)
+void CurrentIndex::StartCheck()
 {
-    isChecked = false;
-    checker = vetch::StartThread("changed files are not noticed", [this, indexes] { Check(indexes); });
+    projectIsCurrent = !checksProject;
+    if (!checksProject && !checksSystem)
+        return;
+    const auto start = std::chrono::steady_clock::now();
+    checker = vetch::StartThread("changed files are not noticed", [this] { Check(); });
     if (!checker.joinable())
         return;
     std::unique_lock lock(mutex);
-    ended.wait_for(lock, kMoment, [this] { return isChecked; });
+    ended.wait_until(lock, start + kMoment, [this] { return projectIsCurrent || allChecked; });
+    ended.wait_until(lock, start + kShortMoment, [this] { return allChecked; });
 }
 
-void CurrentIndex::Check(const std::vector<symbols::Index*>& indexes)
+void CurrentIndex::Check()
 {
-    bool allWell = true;
-    for (symbols::Index* index : indexes)
-        allWell = index->Update({}, cancelCheck) && allWell;
+    if (checksProject && workspace.Project().Update({}, cancelCheck))
+        Note(projectIsCurrent);
+    if (checksSystem)
+        CheckSystem();
+    Note(allChecked);
+}
+
+void CurrentIndex::CheckSystem()
+{
+    const auto noteChanges = [this](const symbols::Progress& progress) {
+        if (progress.step == symbols::Progress::Step::Parsing && progress.known > 0)
+            Note(systemHasChanged);
+    };
+    if (workspace.System()->Update({noteChanges, nullptr}, cancelCheck)) {
+        const std::lock_guard guard(mutex);
+        systemHasChanged = false; // the index has the changes
+    }
+}
+
+void CurrentIndex::Note(bool& what)
+{
     const std::lock_guard guard(mutex);
-    isChecked = true;
-    failed = !allWell || cancelCheck.IsCancelled();
+    what = true;
     ended.notify_all();
 }
 
-bool CurrentIndex::MayBeStale() const
+std::string CurrentIndex::WhyStale()
 {
     const std::lock_guard guard(mutex);
-    return !isChecked || failed;
+    const std::string& root = workspace.Project().Root();
+    if (!projectIsCurrent)
+        return "looking for changed files in " + root + " takes longer, so answers may be stale; --fresh waits for it";
+    if (systemHasChanged)
+        return "headers of the system have changed, so answers may be stale; update with: wren index --system";
+    return "";
 }
 
 } // namespace wren

@@ -10,7 +10,6 @@
 #include <mutex>
 #include <string>
 #include <thread>
-#include <vector>
 
 namespace wren {
 
@@ -22,7 +21,8 @@ struct IndexChoice {
 };
 
 // Made when there is none. An existing index is checked against its tree, but a command does not wait long for that:
-// its answers then come from the index as it is. Used by one thread.
+// its answers then come from the index as it is. The same holds for the headers of the system, which change only with
+// its packages: a command waits even less for them. Used by one thread.
 class CurrentIndex {
 public:
     // 'root' is absolute. Borrows the interruption, which must exist before other threads.
@@ -35,24 +35,31 @@ public:
     // Makes what is missing, with progress, and starts the check. Ends the process when a signal interrupts that.
     base::Result<void> Prepare();
 
-    bool MayBeStale() const; // the check has not ended yet, or has failed
+    // Why answers may be stale, for the user: the check of the project has not ended or has failed, or headers of the
+    // system have changed. "" for no reason.
+    std::string WhyStale();
     symbols::Workspace& Workspace() { return workspace; }
 
 private:
     base::Result<void> Update(symbols::Index& index, const std::string& what);
     void MakeSystem(symbols::Index& system);
-    void StartCheck(std::vector<symbols::Index*> indexes);
-    void Check(const std::vector<symbols::Index*>& indexes);
+    void StartCheck();
+    void Check();
+    void CheckSystem();
+    void Note(bool& what); // and wakes the waiting command
 
     const IndexChoice choice;
     Interruption& interruption;
     symbols::Workspace workspace;
     base::CancelToken cancelCheck;
+    bool checksProject = false;
+    bool checksSystem = false;
     std::thread checker;
-    mutable std::mutex mutex; // guards the members below
+    std::mutex mutex; // guards the members below
     std::condition_variable ended;
-    bool isChecked = true;
-    bool failed = false;
+    bool projectIsCurrent = false;
+    bool allChecked = false;
+    bool systemHasChanged = false;
 };
 
 } // namespace wren

@@ -54,9 +54,8 @@ base::Result<CurrentIndex*> CurrentIndexes::ForRoot(const base::Result<std::stri
     auto index = std::make_unique<CurrentIndex>(*root, words.index, *settings, interruption);
     if (const base::Result<void> prepared = index->Prepare(); !prepared)
         return prepared.Failure();
-    if (index->MayBeStale())
-        Complain("looking for changed files in " + *root +
-                 " takes longer, so answers may be stale; --fresh waits for it");
+    if (const std::string why = index->WhyStale(); !why.empty())
+        Complain(why);
     return indexes.emplace(*root, std::move(index)).first->second.get();
 }
 
