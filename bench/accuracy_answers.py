@@ -25,12 +25,12 @@ def definitions(root, places, home):
     """wren definition, which makes the index of the package first. All places are asked in one process."""
     given = "".join(place_of(root, place) + "\n" for place in places)
     done = subprocess.run([release.path("wren"), "definition", "--json", "--limit", "1000", "-"], input=given, cwd=root,
-                          stdout=subprocess.PIPE, text=True, check=False, env=release.environment(home))
-    answers = {}
-    for line in done.stdout.splitlines():
-        answer = json.loads(line)
-        answers.setdefault(answer["place"], []).append((relative(root, answer["path"]), answer["line"]))
-    return [each_once(answers.get(place_of(root, place), [])) for place in places]
+                          stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=False,
+                          env=release.environment(home))
+    answers = [json.loads(line).get("answers", []) for line in done.stdout.splitlines()]
+    if len(answers) != len(places):
+        sys.exit(f"wren definition answered {len(answers)} of {len(places)} questions: {done.stderr}")
+    return [each_once((relative(root, answer["path"]), answer["line"]) for answer in found) for found in answers]
 
 
 def lookups(root, places, home):

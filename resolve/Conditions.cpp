@@ -57,6 +57,18 @@ bool IsConfigured(std::string_view name)
     return name.starts_with("HAVE_") || name.starts_with("CONFIG_");
 }
 
+// "A_H" of a text that begins with "#ifndef A_H" and "#define A_H"; "" for none.
+std::string GuardOf(const Tokens& tokens)
+{
+    const std::vector<PlacedDirective>& all = tokens.Directives();
+    if (all.size() < 2 || all[0].next != 0)
+        return "";
+    const Tokens first(all[0].text.substr(1));
+    const Tokens second(all[1].text.substr(1));
+    const bool isGuard = first[0].text == "ifndef" && second[0].text == "define" && first[1].text == second[1].text;
+    return isGuard ? std::string(first[1].text) : "";
+}
+
 } // namespace
 
 class Conditions::Reader {
@@ -172,6 +184,8 @@ private:
             return 1;
         if (perhaps.contains(key))
             return std::nullopt;
+        if (name == guard)
+            return 0;
         return IsConfigured(name) || isDefinedElsewhere(name) ? std::nullopt : Value(0);
     }
 
@@ -358,6 +372,10 @@ private:
         return value;
     }
 
+public:
+    std::string guard; // what the header is wrapped in: not defined before it
+
+private:
     const bool isCplusplus;
     const std::function<bool(std::string_view)>& isDefinedElsewhere;
     std::vector<Chain> chains;
@@ -370,6 +388,7 @@ Conditions::Conditions(const Tokens& tokens, bool isCplusplus,
                        const std::function<bool(std::string_view)>& isDefinedElsewhere)
 {
     Reader reader(isCplusplus, isDefinedElsewhere);
+    reader.guard = GuardOf(tokens);
     for (const PlacedDirective& directive : tokens.Directives()) {
         const Branch before = reader.Now();
         reader.Read(directive);

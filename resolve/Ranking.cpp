@@ -18,6 +18,7 @@ struct Ranked {
     bool hasOtherArguments = false;
     int passedMisfit = 0;
     bool isMacro = false;
+    bool isSystem = false;
     Branch branch = Branch::Taken;
     int distance = 0;
     std::string entity;
@@ -95,14 +96,16 @@ struct EntityRank {
     bool hasOtherArguments = true;
     int passedMisfit = INT32_MAX;
     bool isMacro = false; // the preprocessor comes first
+    bool isSystem = true;
     Branch branch = Branch::Left;
     int distance = INT32_MAX;
 
     auto Key() const
     {
+        const bool isReplaced = isMacro && !isFar;
         return std::tuple(misfit >= kUnfit, isOtherLanguage, level >= kUnreachable, isLocalElsewhere, isFar,
-                          branch == Branch::Left, level, hasOtherArguments, passedMisfit, misfit, branch, distance,
-                          !isMacro);
+                          branch == Branch::Left, level, !isReplaced, hasOtherArguments, passedMisfit, misfit, isSystem,
+                          branch, distance, !isMacro);
     }
 };
 
@@ -141,6 +144,7 @@ Entities RanksOf(const std::vector<Ranked>& all)
         rank.hasOtherArguments &= each.hasOtherArguments;
         rank.passedMisfit = std::min(rank.passedMisfit, each.passedMisfit);
         rank.isMacro |= each.isMacro;
+        rank.isSystem &= each.isSystem;
         rank.branch = std::min(rank.branch, each.branch);
         rank.distance = std::min(rank.distance, each.distance);
     }
@@ -168,8 +172,10 @@ void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World&
         const Symbol& symbol = meanings[i].symbol;
         ranked.misfit = Misfit(symbol, use) + TagMisfit(symbol, use, world);
         ranked.passedMisfit = PassedMisfitOf(symbol, use);
-        ranked.isMacro = symbol.kind == SymbolKind::Macro;
+        ranked.isMacro = symbol.kind == SymbolKind::Macro &&
+                         (symbol.signature.empty() || use.form == Usage::Form::Call || use.form == Usage::Form::Macro);
         ranked.isOtherLanguage = world.IsOtherLanguage(symbol);
+        ranked.isSystem = symbol.file != world.TextFile() && world.Files().FileOf(symbol.file).isSystem;
         ranked.isLocalElsewhere = world.IsFileLocalElsewhere(symbol);
         ranked.hasOtherArguments =
             use.arguments && !symbol.signature.empty() && !CountsOf(symbol.signature).Fit(*use.arguments);

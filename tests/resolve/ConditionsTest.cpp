@@ -43,7 +43,8 @@ constexpr Case kCases[] = {
     {"damaged", "#if\n?\n#endif\n#if (((1\n#endif\n#if 1 +\n?\n#endif\n#ifdef\n?\n#endif\n#if /\n?\n#endif\n"},
     {"a default that another file may replace",
      "#ifndef OTHER\n#define OTHER 0\n#endif\n#if OTHER\n-\n#else\n+\n#endif\n"},
-    {"a part of a file that another file has, too", "#ifndef OTHER\n#define OTHER\n?\n#endif\n+\n"},
+    {"a guard that another file copies", "// text\n#ifndef OTHER\n#define OTHER\n+\n#endif\n"},
+    {"a part of a file that another file has, too", "int i;\n#ifndef OTHER\n#define OTHER\n?\n#endif\n+\n"},
     {"a feature of another compiler",
      "#ifndef __has_feature\n#define __has_feature(x) 0\n#endif\n#if __has_feature(arc)\n-\n#else\n+\n#endif\n"},
     {"defined by itself", "#define A A\n#if A\n?\n#endif\n"},
@@ -95,6 +96,12 @@ TEST(ConditionsTest, DecideBetweenDeclarations)
                       "#elif defined(ACCESS) && (ACCESS==1)\nstatic int $read32(void) { return 1; }\n"
                       "#else\nstatic int read32(void) { return 0; }\n#endif\n"
                       "== a.c\n#include \"mem.h\"\nint y(void) { return read|32(); }\n"},
+        {"the project's macro before the system's",
+         "== /usr/include/assert.h\n#define check(x) 1\n== debug.h\n#include <assert.h>\n#ifndef check\n"
+         "#define $check(x) 0\n#endif\n== a.c\n#include \"debug.h\"\nint y = check|(1);\n"},
+        {"a macro before the function that it replaces",
+         "== api.h\nint is_error(int);\n== inner.h\n#include \"api.h\"\n#undef is_error\n#define $is_error other\n"
+         "== a.c\n#include \"api.h\"\n#include \"inner.h\"\nint y(void) { return is_|error(1); }\n"},
         {"types", "typedef int before;\n#if defined(JSON_NO_INT64)\ntypedef int Large;\n#else\ntypedef long $Large;\n"
                   "#endif\nLar|ge x;\n"},
         {"in a branch that is left, its neighbours",
