@@ -75,6 +75,15 @@ TEST_F(IndexedTags, SourcesThatTheIndexLeavesOutAreTagged)
     EXPECT_THAT(Content(Tags()), HasSubstr("build/made.cpp"));
 }
 
+TEST_F(IndexedTags, TagsThatFitIntoNoLineAreReported)
+{
+    tree.Write("project/long.c", "int " + std::string(1100, 'x') + ";\nint y;\n");
+    MakeIndex();
+    const std::string whole = WholeRun();
+    EXPECT_EQ(Executed(), "wren: 1 tag fits into no line of a tags file, and is left out\n");
+    EXPECT_EQ(Content(Tags()), whole);
+}
+
 TEST_F(IndexedTags, ThePatternsOfTheSettingsChooseTheSources)
 {
     MakeIndex();

@@ -3,6 +3,7 @@
 #include "base/CancelToken.h"
 #include "symbols/TagsFile.h"
 #include "symbols/Workspace.h"
+#include "wren/cli/CommandSupport.h"
 #include "wren/cli/IndexProgress.h"
 #include "wren/cli/WantedSources.h"
 #include "wren/core/DirectoryLock.h"
@@ -19,6 +20,12 @@ namespace {
 
 // Sources that the index leaves out, such as those in ignored directories, are parsed one after the other.
 constexpr size_t kMostOthers = 100;
+
+std::string TooLongText(size_t tags)
+{
+    const std::string fit = tags == 1 ? "1 tag fits" : std::to_string(tags) + " tags fit";
+    return fit + " into no line of a tags file, and " + (tags == 1 ? "is" : "are") + " left out";
+}
 
 class Job {
 public:
@@ -92,10 +99,13 @@ bool Job::Write(TagsTarget& target, const std::string& unfinished)
     options.jobs = settings.jobs;
     options.wants = [this](const symbols::File& file) { return sources.contains(std::string(file.path)); };
     const base::Result<symbols::TagsFileCount> written = symbols::WriteTagsFile(*workspace.Current(), options, cancel);
-    // The tags program reports what could not become a tag.
-    const bool isWhole = written && written->tooLong == 0 && written->unnameable == 0 && written->files > 0;
-    if (isWhole && !cancel.IsCancelled() && target.Move())
+    // The tags program reports files whose names no tags file can hold, and that there was nothing to tag.
+    const bool isWhole = written && written->unnameable == 0 && written->files > 0;
+    if (isWhole && !cancel.IsCancelled() && target.Move()) {
+        if (written->tooLong > 0)
+            Complain(TooLongText(written->tooLong));
         return true;
+    }
     if (written)
         target.RemoveUnfinished();
     return false;
