@@ -1,7 +1,7 @@
 // One thing that a name may mean.
 #pragma once
 
-#include "resolve/Resolver.h"
+#include "resolve/How.h"
 #include "resolve/Type.h"
 
 #include <string>

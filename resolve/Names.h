@@ -2,6 +2,7 @@
 #pragma once
 
 #include "resolve/Classes.h"
+#include "resolve/Kinds.h"
 #include "resolve/Meaning.h"
 #include "resolve/Usage.h"
 
@@ -44,10 +45,5 @@ private:
     unsigned levelsLine = 0;
     std::map<std::string, int> levels;
 };
-
-bool IsMemberLike(const Symbol& symbol);
-bool IsCallable(SymbolKind kind);
-bool LooksLikeMacroCall(const Symbol& symbol); // "TEST_F(Suite, Name) {": a function without a type
-bool IsMethod(SymbolKind kind);                // of Objective-C
 
 } // namespace resolve

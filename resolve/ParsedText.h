@@ -1,7 +1,7 @@
 // One text with its tokens and symbols: what several questions about the same text share.
 #pragma once
 
-#include "resolve/Resolver.h"
+#include "resolve/ParsedTextPointer.h"
 #include "resolve/Tokens.h"
 #include "tagging/SourceParser.h"
 

@@ -1,6 +1,6 @@
 #include "resolve/Ranking.h"
 
-#include "resolve/Names.h"
+#include "resolve/Kinds.h"
 
 #include <algorithm>
 #include <map>

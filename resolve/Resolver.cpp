@@ -54,12 +54,6 @@ void Choose(const MeaningList& all, size_t begin, size_t end, bool wantsDefiniti
 
 } // namespace
 
-std::string_view NameOf(How how)
-{
-    static constexpr std::string_view kNames[] = {"local", "member", "scope", "include", "name"};
-    return kNames[static_cast<size_t>(how)];
-}
-
 ParsedTextPointer Resolver::TextOf(const Place& place) const
 {
     if (texts != nullptr)

@@ -1,6 +1,9 @@
 // What the name at a place of a text means.
 #pragma once
 
+#include "resolve/How.h"
+#include "resolve/ParsedTextPointer.h"
+#include "resolve/Sources.h"
 #include "symbols/store/Snapshot.h"
 #include "tagging/SourceParser.h"
 
@@ -12,10 +15,6 @@
 #include <vector>
 
 namespace resolve {
-
-// How an answer was found, from the surest to the least sure.
-enum class How { Local, Member, Scope, Include, Name };
-std::string_view NameOf(How how); // "local", "member" ...
 
 struct Place {
     std::string path;      // as in symbols::File, or absolute when the file is not in the index
@@ -32,9 +31,6 @@ struct Answer {
 };
 
 // Answers keep the parsed text that their symbols refer to; other symbols belong to the snapshot.
-struct ParsedText;
-using ParsedTextPointer = std::shared_ptr<const ParsedText>;
-
 struct Answers {
     std::vector<Answer> found; // best first
     bool more = false;
@@ -67,14 +63,6 @@ struct Candidates {
     bool more = false;
     size_t start = 0; // bytes: where the typed part of the name begins
     ParsedTextPointer text;
-};
-
-// Reads files of the project when it needs their text. Any thread.
-class Sources {
-public:
-    virtual ~Sources() = default;
-    // Nullopt when it cannot be read. 'path' as in symbols::File.
-    virtual std::optional<std::string> Read(const std::string& path) const = 0;
 };
 
 // The texts of the last questions, already parsed.

@@ -1,6 +1,6 @@
 #include "resolve/World.h"
 
-#include "resolve/Resolver.h"
+#include "resolve/Sources.h"
 #include "resolve/Type.h"
 
 #include <algorithm>
