@@ -37,7 +37,7 @@ std::vector<std::string> CtagsWords(const CtagsSettings& settings, Parser parser
                                          : OptionsForSymbols(settings.output == Output::SymbolsWithLocals);
     words.insert(words.begin(), settings.program);
     // The default excludes would skip some files because of their names.
-    words.insert(words.end(), {"--exclude=", "--map-C++=+.pch", "--map-C++=+.ipp"});
+    words.insert(words.end(), {"--exclude=", "--map-C++=+.pch", "--map-C++=+.ipp", "--map-C++=+.tpp"});
     if (settings.prototypes && settings.output == Output::Tags)
         words.insert(words.end(), {"--kinds-C=+p", "--kinds-C++=+p"});
     if (!settings.ignored.empty())

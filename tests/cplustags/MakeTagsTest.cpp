@@ -35,6 +35,15 @@ TEST(MakeTags, TagsCAndCplusplus)
     EXPECT_EQ(work.Pseudo("CPLUSTAGS_TAGS"), "5");
 }
 
+TEST(MakeTags, TagsCplusplusOfEverySuffixThatImplementsTemplates)
+{
+    const Workspace work;
+    for (const std::string suffix : {"inl", "ipp", "tpp"})
+        work.Write("a." + suffix, "template <class T> class C" + suffix + " {};\n");
+    EXPECT_EQ(work.Run({"--excmd=number", "a.inl", "a.ipp", "a.tpp"}).status, 0);
+    EXPECT_EQ(work.Tags(), (Words{"Cinl a.inl 1;\" c", "Cipp a.ipp 1;\" c", "Ctpp a.tpp 1;\" c"}));
+}
+
 TEST(MakeTags, DeclaresTheFileSorted)
 {
     const Workspace work;
