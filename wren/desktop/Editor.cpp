@@ -1,7 +1,6 @@
 #include "wren/desktop/Editor.h"
 
 #include "vetch/display/Display.h"
-#include "wren/core/FirstSettings.h"
 #include "wren/core/Host.h"
 #include "wren/core/HostObservers.h"
 #include "wren/core/PluginBundle.h"
@@ -84,7 +83,7 @@ void Editor::MakeHost(const DesktopOptions& options)
     observers = std::make_unique<HostObservers>(observing);
     host = std::make_unique<Host>(*bundle, *face, *observers, options.settingsFile);
     host->SetOwnSettings(&preferences);
-    host->SetFirstSettings(FirstSettings());
+    host->SetFirstSettings(options.firstSettings);
     host->SetWorksheetDirectory(AbsolutePath("."));
     router = std::make_unique<KeyRouter>(*host, *display, *loop);
     face->router = router.get();

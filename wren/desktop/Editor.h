@@ -1,6 +1,7 @@
 // The editor that a person sits at: its documents, the plug-in, and the window around them.
 #pragma once
 
+#include "wren/core/FirstSettings.h"
 #include "wren/core/Preferences.h"
 #include "wren/desktop/EditorActions.h"
 #include "wren/desktop/editor/EditorLook.h"
@@ -33,9 +34,10 @@ class Warnings;
 class HostObservers;
 
 struct DesktopOptions {
-    std::string bundle;               // a directory
-    std::string settingsFile;         // "" keeps settings nowhere
-    bool restoresSession = true;      // where the preferences do not say otherwise
+    std::string bundle;                                       // a directory
+    std::string settingsFile;                                 // "" keeps settings nowhere
+    std::vector<std::string> firstSettings = FirstSettings(); // of the plug-in, as for Host::SetFirstSettings()
+    bool restoresSession = true;                              // where the preferences do not say otherwise
     bool guardsTags = true;           // false hands command lines to a shell as the plug-in wrote them
     HostObserver* observer = nullptr; // of what the plug-in does to the editor; borrowed, null for none
 

@@ -44,6 +44,7 @@ wren::DesktopOptions OptionsFor(const std::string& bundle, const std::string& se
     wren::DesktopOptions options;
     options.bundle = bundle;
     options.settingsFile = settingsFile;
+    options.firstSettings.clear(); // sessions hold for every host: the plug-in has its own defaults
     options.restoresSession = false;
     options.guardsTags = guarded;
     options.observer = log;
