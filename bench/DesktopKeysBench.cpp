@@ -131,7 +131,11 @@ int main(int count, char** words)
     }
     const QApplication application(count, words);
     const std::chrono::milliseconds pause(std::max(0L, std::atol(words[6])));
-    Typist typist({words[2], words[3], false}, words[4]);
+    wren::DesktopOptions options;
+    options.bundle = words[2];
+    options.settingsFile = words[3];
+    options.restoresSession = false;
+    Typist typist(options, words[4]);
     if (when == "loaded") {
         for (const char character : std::string("strtou "))
             typist.Strike(character);
