@@ -6,6 +6,7 @@
 // from the text first. The answer is a line with the first COUNT names, and the microseconds that it took.
 #include "base/CancelToken.h"
 #include "resolve/Resolver.h"
+#include "symbols/Index.h"
 #include "symbols/Workspace.h"
 
 #include <chrono>
@@ -61,7 +62,12 @@ int main(int count, char** words)
         std::cerr << "usage: resolve_answers ROOT COUNT <QUESTIONS\n";
         return 2;
     }
-    symbols::Workspace workspace({.root = std::filesystem::canonical(words[1]), .cache = ""});
+    const base::Result<tagging::Settings> settings = symbols::IndexSettings();
+    if (!settings) {
+        std::cerr << settings.Failure().Message() << "\n";
+        return 1;
+    }
+    symbols::Workspace workspace({.root = std::filesystem::canonical(words[1]), .cache = "", .tagging = *settings});
     MakeCurrent(workspace.Project());
     if (symbols::Index* system = workspace.System())
         MakeCurrent(*system);

@@ -1,5 +1,6 @@
 // Names that fit a place, nearest first.
 #include "resolve/Blocks.h"
+#include "resolve/Nearby.h"
 #include "resolve/Question.h"
 #include "resolve/Resolver.h"
 
@@ -30,52 +31,6 @@ bool IsOffered(const Symbol& symbol)
            symbol.name[0] != '~' && symbol.kind != SymbolKind::UsingNamespace;
 }
 
-// How near the text itself uses a name: a writer often repeats what stands nearby.
-class Nearby {
-public:
-    Nearby(const Tokens& tokens, size_t place, std::string_view receiver)
-    {
-        for (size_t i = 0; i < tokens.Count(); ++i) {
-            if (!tokens[i].IsWord() || i == place)
-                continue;
-            const size_t distance = i < place ? place - i : kBehind + (i - place);
-            Put(anywhere, tokens[i].text, distance);
-            Put(fitting, tokens[i].text, Farther(tokens, i, receiver, distance));
-        }
-    }
-
-    // Smaller is nearer; SIZE_MAX when it is not used.
-    size_t Anywhere(std::string_view name) const { return Get(anywhere, name); }
-    // Uses behind the same receiver count most, then those behind any.
-    size_t Fitting(std::string_view name) const { return Get(fitting, name); }
-
-private:
-    static constexpr size_t kBehind = 3000; // uses further down count less
-    using Places = std::unordered_map<std::string_view, size_t>;
-
-    static size_t Farther(const Tokens& tokens, size_t i, std::string_view receiver, size_t distance)
-    {
-        const Token& sign = tokens[i - 1];
-        if (!sign.Is('.') && sign.text != "->" && !sign.IsMark("::"))
-            return 4 * distance + 2000;
-        return !receiver.empty() && tokens[i - 2].text == receiver ? distance : 2 * distance + 300;
-    }
-
-    static void Put(Places& into, std::string_view name, size_t distance)
-    {
-        size_t& known = into.emplace(name, distance).first->second;
-        known = std::min(known, distance);
-    }
-    static size_t Get(const Places& from, std::string_view name)
-    {
-        const auto found = from.find(name);
-        return found == from.end() ? SIZE_MAX : found->second;
-    }
-
-    Places anywhere;
-    Places fitting;
-};
-
 struct Offer {
     Symbol symbol;
     How how = How::Name;
@@ -100,7 +55,7 @@ public:
             Members(question.GetExpressions().Initialized(tokens[before].parent));
         else if (before != kNone && sign.IsMark("::"))
             Qualified();
-        else if (before == kNone || !Message())
+        else if (isMessage = before != kNone && Message(); !isMessage)
             Unqualified();
         Sort();
         return std::move(offers);
@@ -160,10 +115,8 @@ private:
         const std::vector<Class> of = isNamespace ? std::vector<Class>() : question.GetClasses().Find(type);
         if (!of.empty()) {
             for (const ClassMember& member : question.GetClasses().Members(of.front()))
-                Add(member.symbol, How::Member, static_cast<int>(member.depth));
-            for (const Symbol& symbol : GetWorld().OwnSymbols()) // enumerators of unscoped enums
-                if (GetWorld().VisibleScope(symbol) == of.front().scope)
-                    Add(symbol, How::Member, 0);
+                AddWithEnumerators(member.symbol, How::Member, static_cast<int>(member.depth));
+            isInClass = IsClassKind(of.front().symbol.kind) && !IsSystem(of.front().symbol);
             return;
         }
         std::string scope = type.name;
@@ -174,7 +127,41 @@ private:
                 scope = Joined(symbol.scope, symbol.name);
             break;
         }
+        UsedInScope(scope);
         InScope(scope, 0);
+    }
+
+    // A large namespace has more names than can be listed: what the text uses of it is there in any case.
+    void UsedInScope(const std::string& scope)
+    {
+        const std::string_view qualifier = ReceiverName(tokens, before);
+        for (size_t i = 2; i < tokens.Count(); ++i) {
+            const bool isUse = tokens[i].IsWord() && i - 1 != before && tokens[i - 1].IsMark("::") &&
+                               tokens[i - 2].text == qualifier && Begins(tokens[i].text, typed);
+            if (!isUse || names.contains(tokens[i].text))
+                continue;
+            for (const Symbol& symbol : GetWorld().Named(tokens[i].text))
+                if (GetWorld().VisibleScope(symbol) == scope && !GetWorld().IsFileLocalElsewhere(symbol)) {
+                    Add(symbol, How::Scope, 0);
+                    break;
+                }
+        }
+    }
+
+    // The enumerators of an unscoped enum are names of the scope around it, too.
+    void AddWithEnumerators(const Symbol& symbol, How how, int group)
+    {
+        Add(symbol, how, group);
+        if (symbol.kind != SymbolKind::Enum || symbol.isScopedEnum)
+            return;
+        for (const Symbol& each : GetWorld().InScope(Joined(symbol.scope, symbol.name)))
+            if (each.kind == SymbolKind::Enumerator)
+                Add(each, how, group);
+    }
+
+    bool IsSystem(const Symbol& symbol)
+    {
+        return symbol.file != GetWorld().TextFile() && GetWorld().Files().FileOf(symbol.file).isSystem;
     }
 
     void InScope(const std::string& scope, int group)
@@ -189,7 +176,8 @@ private:
         }
         for (const Symbol& symbol : found)
             if (!GetWorld().IsFileLocalElsewhere(symbol))
-                Add(symbol, How::Scope, group + (GetWorld().Distance(symbol.file) >= Distances::kUnrelated ? 1 : 0));
+                AddWithEnumerators(symbol, How::Scope,
+                                   group + (GetWorld().Distance(symbol.file) >= Distances::kUnrelated ? 1 : 0));
     }
 
     // "[receiver na": the names of methods.
@@ -210,9 +198,27 @@ private:
             for (const ClassMember& member : question.GetClasses().Members(of.front()))
                 if (IsMethod(member.symbol.kind) || member.symbol.kind == SymbolKind::Property)
                     Add(member.symbol, How::Member, static_cast<int>(member.depth));
+        UsedMethods();
         if (offers.empty())
             ByPrefix([](const Symbol& symbol) { return IsMethod(symbol.kind); });
         return true;
+    }
+
+    // The receiver may be more than its type says, or unknown: methods that the text names.
+    void UsedMethods()
+    {
+        for (size_t i = 0; i < tokens.Count(); ++i) {
+            const bool isPart = tokens[i].IsWord() && tokens[i].offset != start && Begins(tokens[i].text, typed) &&
+                                (tokens[i + 1].Is(':') || tokens[i + 1].Is(']'));
+            if (!isPart)
+                continue;
+            const std::string selector = std::string(tokens[i].text) + (tokens[i + 1].Is(':') ? ":" : "");
+            for (const Symbol& symbol : GetWorld().Named(selector))
+                if (IsMethod(symbol.kind)) {
+                    Add(symbol, How::Name, 4);
+                    break;
+                }
+        }
     }
 
     void Unqualified()
@@ -328,16 +334,14 @@ private:
 
     void Sort()
     {
-        const std::string_view receiver = before == kNone ? std::string_view() : tokens[before - 1].text;
         const bool isBehindSign =
             before != kNone && (tokens[before].Is('.') || tokens[before].text == "->" || tokens[before].IsMark("::"));
-        const size_t place = tokens.FirstFrom(start);
-        const bool isDefining = isBehindSign && tokens[before].IsMark("::") && !IsInFunction(tokens, before);
-        const Nearby nearby(tokens, place, isBehindSign ? receiver : std::string_view());
+        const bool isDefining = isInClass && IsAtDefinition();
+        const Nearby nearby(tokens, tokens.FirstFrom(start), isBehindSign ? before : kNone);
         struct Key {
             bool isNotLocal;
             int phase;
-            size_t nearest;
+            std::uint64_t unused; // less is more use
             bool isInner;
             int group;
             size_t order;
@@ -347,18 +351,27 @@ private:
         for (const Offer& offer : offers) {
             const std::string_view name = offer.symbol.name;
             const bool isInner = name.starts_with('_') && !typed.starts_with('_'); // meant for the library itself
-            Key key{false, 0, nearby.Anywhere(name), isInner, offer.group, offer.order};
+            Key key{false, 0, UINT64_MAX - nearby.Anywhere(name), isInner, offer.group, offer.order};
             if (isBehindSign) {
                 key.phase = isDefining && !IsUndefined(offer.symbol) ? 1 : 0;
-                key.nearest = key.phase == 0 && isDefining ? 0 : nearby.Fitting(name);
+                key.unused = key.phase == 0 && isDefining ? 0 : UINT64_MAX - nearby.Fitting(name);
             } else {
                 key.isNotLocal = offer.how != How::Local;
+                key.phase = isMessage && offer.how == How::Name ? 1 : 0;
             }
             keys.emplace(name, key);
         }
         std::stable_sort(offers.begin(), offers.end(), [&](const Offer& a, const Offer& b) {
             return keys.at(a.symbol.name) < keys.at(b.symbol.name);
         });
+    }
+
+    // "void Shape::", but neither "int f(Shape::" nor "class Round { Shape::".
+    bool IsAtDefinition() const
+    {
+        const size_t around = tokens[before].parent;
+        const bool isInParentheses = around != kNone && !tokens[around].Is('{');
+        return !isInParentheses && !IsInFunction(tokens, before);
     }
 
     // "void Shape::": the methods come first that the class declares and the text does not define yet.
@@ -381,6 +394,8 @@ private:
     std::vector<Offer> offers;
     std::unordered_set<std::string_view> names;
     std::vector<std::pair<int, std::string>> scopes;
+    bool isMessage = false;
+    bool isInClass = false; // behind a class of the project and "::"
 };
 
 } // namespace

@@ -38,6 +38,45 @@ TEST(Completion, MembersOfAScope)
         << "what is declared and not defined yet";
 }
 
+TEST(Completion, EnumeratorsOfAnUnscopedEnumAreNamesOfTheScopeAroundIt)
+{
+    const std::string files = "== a.h\nstruct A {\n enum Kind { Round, Flat };\n enum class Strict { Rough };\n};\n"
+                              "namespace n {\nenum Size { Robust };\n}\n== a.cpp\n#include \"a.h\"\n";
+    EXPECT_EQ(Offered(files + "int f() { return A::Ro| }\n"), (Names{"Round"}));
+    EXPECT_EQ(Offered(files + "int f() { return n::Ro| }\n"), (Names{"Robust"}));
+}
+
+TEST(Completion, WhatIsUndefinedComesFirstOnlyWhereADefinitionBegins)
+{
+    const std::string shape = "struct A {\n using Size = int;\n void draw();\n};\n";
+    EXPECT_EQ(Offered(shape + "A::Size x;\nvoid A::|\n").front(), "draw");
+    EXPECT_EQ(Offered(shape + "A::Size x;\nvoid f(A::|);\n").front(), "Size") << "a parameter";
+    EXPECT_EQ(Offered("namespace n {\nvoid draw();\nstruct Size {};\n}\nn::Size x;\nn::|\n").front(), "Size")
+        << "a namespace";
+}
+
+TEST(Completion, NamesThatTheTextUsesMoreComeFirst)
+{
+    const std::string shape = "struct Shape {\n int size;\n void draw();\n Shape* next(int n);\n int rank;\n};\n";
+    EXPECT_EQ(Offered(shape + "void f(Shape s) {\n s.draw();\n s.draw();\n s.draw();\n s.size = 1;\n s.|\n}\n").front(),
+              "draw");
+    EXPECT_EQ(
+        Offered(shape + "void f(Shape s, Shape t) {\n s.next(1)->rank = 1;\n t.draw();\n s.next(2)->|\n}\n").front(),
+        "rank")
+        << "behind a call of the same name";
+    EXPECT_EQ(Offered("int count_all, count_one;\nvoid f() {\n count_one = 1;\n count_one = 2;\n}\n"
+                      "void g() {\n count_all = 1;\n count_one = 3;\n count_one = 4;\n co|\n}\n"),
+              (Names{"count_one", "count_all"}));
+}
+
+TEST(Completion, MethodsThatTheTextNamesFitAnUnknownReceiver)
+{
+    EXPECT_EQ(Offered("== a.h\n@interface A\n- (int) size;\n- (void) setSize: (int)x;\n- (int) sides;\n@end\n"
+                      "== a.m\nvoid f(id a, Unknown *b) {\n [a setSize: 1];\n [b s|];\n}\n")
+                  .front(),
+              "setSize:");
+}
+
 TEST(Completion, LocalsComeFirst)
 {
     EXPECT_EQ(Offered("int counter;\nvoid f(int count) {\n int counted;\n cou|\n}\n"),
@@ -54,10 +93,9 @@ TEST(Completion, NamesOfIncludedFiles)
 
 TEST(Completion, MessagesOfTheReceiver)
 {
-    EXPECT_EQ(
-        Offered(
-            "== a.m\n@interface A\n- (int) size;\n- (id) at: (int)x with: (id)y;\n@end\nvoid f(A *a) {\n [a |];\n}\n"),
-        (Names{"size", "at:with:"}));
+    EXPECT_EQ(Offered("== a.h\n@interface A\n- (int) size;\n- (id) at: (int)x with: (id)y;\n@end\n"
+                      "== a.m\n#import \"a.h\"\nvoid f(A *a) {\n [a |];\n}\n"),
+              (Names{"size", "at:with:"}));
 }
 
 TEST(Completion, NothingInStrings)
