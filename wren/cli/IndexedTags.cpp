@@ -3,6 +3,7 @@
 #include "base/CancelToken.h"
 #include "symbols/TagsFile.h"
 #include "symbols/Workspace.h"
+#include "symbols/store/Store.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/IndexProgress.h"
 #include "wren/cli/WantedSources.h"
@@ -11,6 +12,8 @@
 #include "wren/core/Interruption.h"
 #include "wren/core/TagsTarget.h"
 
+#include <algorithm>
+#include <memory>
 #include <unordered_set>
 #include <utility>
 
@@ -18,7 +21,7 @@ namespace wren {
 
 namespace {
 
-// Sources that the index leaves out, such as those in ignored directories, are parsed one after the other.
+// Sources that the index leaves out, such as links and those in ignored directories, are parsed one after the other.
 constexpr size_t kMostOthers = 100;
 
 std::string TooLongText(size_t tags)
@@ -40,17 +43,47 @@ public:
     std::optional<TagsOutcome> Make();
 
 private:
-    bool Update();
     bool Find();
+    bool IsWorthAnUpdate();
+    bool Update();
     bool TakeOthers();
+    std::shared_ptr<const symbols::OpenText> Parse(const std::string& path);
     bool Write(TagsTarget& target, const std::string& unfinished);
 
     const TagsWanted& wanted;
     const tagging::Settings settings;
     symbols::Workspace workspace;
     base::CancelToken cancel;
-    std::unordered_set<std::string> sources; // as in the index
+    std::unordered_set<std::string> sources; // relative to the root, as in the index
+    symbols::SnapshotPointer all;            // the index, and the sources that it does not have
 };
+
+// The tags file names each source by its own path, also one that the index has under another path.
+bool Job::Find()
+{
+    const std::optional<std::vector<std::string>> found = WantedSources(wanted.directory, wanted.patterns);
+    const std::string& root = workspace.Project().Root();
+    const std::string start = root == "/" ? root : root + "/";
+    if (!found)
+        return false;
+    for (const std::string& path : *found) {
+        if (!path.starts_with(start))
+            return false;
+        sources.insert(path.substr(start.size()));
+    }
+    return true;
+}
+
+// An index that knows few of the sources would parse most of them, and perhaps leave most of them out again.
+bool Job::IsWorthAnUpdate()
+{
+    const symbols::SnapshotPointer before = workspace.Project().Current();
+    if (before == nullptr)
+        return false;
+    const auto known =
+        std::ranges::count_if(sources, [&](const std::string& path) { return before->FindFile(path).has_value(); });
+    return static_cast<size_t>(known) >= sources.size() / 2;
+}
 
 bool Job::Update()
 {
@@ -58,36 +91,40 @@ bool Job::Update()
     return static_cast<bool>(workspace.Project().Update(progress.Listener(), cancel));
 }
 
-bool Job::Find()
-{
-    const std::optional<std::vector<std::string>> found = WantedSources(wanted.directory, wanted.patterns);
-    if (!found)
-        return false;
-    for (const std::string& path : *found)
-        sources.insert(workspace.PathInIndex(path));
-    return true;
-}
-
 // Adds the sources that the index does not have; false when they are too many.
 bool Job::TakeOthers()
 {
-    const symbols::SnapshotPointer snapshot = workspace.Current();
+    const symbols::SnapshotPointer project = workspace.Project().Current();
+    if (project == nullptr)
+        return false;
     std::vector<std::string> others;
     for (const std::string& path : sources)
-        if (!snapshot->FindFile(path))
+        if (!project->FindFile(path))
             others.push_back(path);
     if (others.size() > kMostOthers)
         return false;
+    std::vector<std::shared_ptr<const symbols::OpenText>> texts;
     for (const std::string& path : others) {
-        symbols::File file;
-        file.path = path;
-        std::string error;
-        const std::string absolute = workspace.AbsolutePath(file);
-        std::optional<std::string> text = ReadWholeFile(absolute, &error);
-        if (cancel.IsCancelled() || !text || !workspace.SetOpenText(absolute, *std::move(text)))
+        texts.push_back(Parse(path));
+        if (cancel.IsCancelled() || texts.back() == nullptr)
             return false;
     }
+    all = symbols::Combined(project, nullptr, "/", texts);
     return true;
+}
+
+// Null when it cannot be read or parsed.
+std::shared_ptr<const symbols::OpenText> Job::Parse(const std::string& path)
+{
+    symbols::File file;
+    file.path = path;
+    const std::string absolute = workspace.AbsolutePath(file);
+    std::string error;
+    std::optional<std::string> text = ReadWholeFile(absolute, &error);
+    if (!text)
+        return nullptr;
+    const auto parsed = workspace.Parser().Parse(absolute, *text, tagging::TextParser::Locals::No);
+    return parsed ? std::make_shared<symbols::OpenText>(path, *std::move(text), **parsed) : nullptr;
 }
 
 bool Job::Write(TagsTarget& target, const std::string& unfinished)
@@ -98,7 +135,7 @@ bool Job::Write(TagsTarget& target, const std::string& unfinished)
     options.version = WREN_VERSION;
     options.jobs = settings.jobs;
     options.wants = [this](const symbols::File& file) { return sources.contains(std::string(file.path)); };
-    const base::Result<symbols::TagsFileCount> written = symbols::WriteTagsFile(*workspace.Current(), options, cancel);
+    const base::Result<symbols::TagsFileCount> written = symbols::WriteTagsFile(*all, options, cancel);
     // The tags program reports files whose names no tags file can hold, and that there was nothing to tag.
     const bool isWhole = written && written->unnameable == 0 && written->files > 0;
     if (isWhole && !cancel.IsCancelled() && target.Move()) {
@@ -118,7 +155,8 @@ std::optional<TagsOutcome> Job::Make()
     const std::string unfinished = outcome.file + ".tmp";
     TagsTarget target(outcome.file, unfinished);
     outcome.hadFile = target.HadFile();
-    if (target.Obstacle() || target.HasUnfinished() || !Update() || !Find() || !TakeOthers() ||
+    // What refuses at little cost comes first.
+    if (target.Obstacle() || target.HasUnfinished() || !Find() || !IsWorthAnUpdate() || !Update() || !TakeOthers() ||
         !Write(target, unfinished))
         return std::nullopt;
     outcome.kind = TagsOutcome::Kind::Made;

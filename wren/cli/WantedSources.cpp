@@ -32,9 +32,10 @@ Sort SortOf(const fs::directory_entry& entry, const std::vector<std::string>& pa
     std::error_code unknown;
     if (!isWanted || entry.is_directory(unknown)) // a link to one, too
         return Sort::Other;
-    if (entry.is_symlink(unknown) || entry.path().string().find('\n') != std::string::npos)
+    const bool isFile = entry.is_regular_file(unknown); // a link to one, too
+    if ((entry.is_symlink(unknown) && !isFile) || entry.path().string().find('\n') != std::string::npos)
         return Sort::Unclear;
-    return entry.is_regular_file(unknown) ? Sort::Source : Sort::Other;
+    return isFile ? Sort::Source : Sort::Other;
 }
 
 } // namespace
