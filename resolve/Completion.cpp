@@ -135,10 +135,11 @@ private:
     void UsedInScope(const std::string& scope)
     {
         const std::string_view qualifier = ReceiverName(tokens, before);
+        std::unordered_set<std::string_view> seen;
         for (size_t i = 2; i < tokens.Count(); ++i) {
             const bool isUse = tokens[i].IsWord() && i - 1 != before && tokens[i - 1].IsMark("::") &&
                                tokens[i - 2].text == qualifier && Begins(tokens[i].text, typed);
-            if (!isUse || names.contains(tokens[i].text))
+            if (!isUse || !seen.insert(tokens[i].text).second || names.contains(tokens[i].text))
                 continue;
             for (const Symbol& symbol : GetWorld().Named(tokens[i].text))
                 if (GetWorld().VisibleScope(symbol) == scope && !GetWorld().IsFileLocalElsewhere(symbol)) {
@@ -207,12 +208,15 @@ private:
     // The receiver may be more than its type says, or unknown: methods that the text names.
     void UsedMethods()
     {
+        std::unordered_set<std::string> seen;
         for (size_t i = 0; i < tokens.Count(); ++i) {
             const bool isPart = tokens[i].IsWord() && tokens[i].offset != start && Begins(tokens[i].text, typed) &&
                                 (tokens[i + 1].Is(':') || tokens[i + 1].Is(']'));
             if (!isPart)
                 continue;
             const std::string selector = std::string(tokens[i].text) + (tokens[i + 1].Is(':') ? ":" : "");
+            if (names.contains(selector) || !seen.insert(selector).second)
+                continue;
             for (const Symbol& symbol : GetWorld().Named(selector))
                 if (IsMethod(symbol.kind)) {
                     Add(symbol, How::Name, 4);
