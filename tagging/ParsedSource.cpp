@@ -64,7 +64,7 @@ std::uint64_t ContentHash(std::string_view text)
         text.remove_prefix(sizeof part);
     }
     std::uint64_t last = 0;
-    std::memcpy(&last, text.data(), text.size());
+    text.copy(reinterpret_cast<char*>(&last), text.size()); // memcpy() refuses the address of an empty text
     add(last);
     add(0);
     return hash;

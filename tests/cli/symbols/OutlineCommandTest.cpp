@@ -85,7 +85,8 @@ TEST_F(OutlineCommand, RefusesFilesThatCannotBeRead)
 
 TEST_F(OutlineCommand, ReadsAnyBytes)
 {
-    tree.Write("project/odd.c", std::string("int a;\0\xff\xfe int b;\nint \xc3\xa9t\xc3\xa9;\nint last", 40));
+    using namespace std::string_literals;
+    tree.Write("project/odd.c", "int a;\0\xff\xfe int b;\nint \xc3\xa9t\xc3\xa9;\nint last"s);
     const ProgramRun run = Run({"outline", "odd.c", "--json"});
     EXPECT_TRUE(run.status == 0 || run.status == 1) << run.status << run.errors;
     std::istringstream lines(run.output);
