@@ -2,11 +2,18 @@
 
 #include "vetch/support/ThreadStart.h"
 
+#include <QCoreApplication>
 #include <QRunnable>
 #include <QThreadPool>
 
+#include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <semaphore>
+#include <string>
+#include <thread>
+
+#include <unistd.h>
 
 namespace wren {
 
@@ -23,14 +30,32 @@ bool ThreadsStart()
 }
 
 std::counting_semaphore<> gStarted{0};
+std::atomic<pid_t> gThread{0};
 
 // What the thread does first. It has nothing of its own: what went to that thread by Qt's own locks alone would look
 // like a race to a sanitizer that cannot see them.
 class Greeting final : public QRunnable {
 public:
     Greeting() { setAutoDelete(false); }
-    void run() override { gStarted.release(); }
+    void run() override
+    {
+        gThread = gettid();
+        gStarted.release();
+    }
 };
+
+// Qt's own wait is over before the thread has released its data. A process that ends in between leaves them behind,
+// which the search for leaks reports.
+void WaitForThreadsEnd()
+{
+    constexpr std::chrono::seconds kLongestEnd(1);
+    const auto limit = std::chrono::steady_clock::now() + kLongestEnd;
+    const std::string thread = "/proc/self/task/" + std::to_string(gThread.load());
+    std::error_code error;
+    QThreadPool::globalInstance()->waitForDone();
+    while (std::filesystem::exists(thread, error) && std::chrono::steady_clock::now() < limit)
+        std::this_thread::yield();
+}
 
 } // namespace
 
@@ -45,7 +70,10 @@ bool HoldPaintThread()
     pool->setMaxThreadCount(1);
     pool->setExpiryTimeout(-1);
     pool->start(&greeting);
-    return gStarted.try_acquire_for(kLongestStart);
+    if (!gStarted.try_acquire_for(kLongestStart))
+        return false;
+    qAddPostRoutine(WaitForThreadsEnd);
+    return true;
 }
 
 } // namespace wren
