@@ -75,6 +75,7 @@ std::optional<DecodedFile> DecodeFile(const Segment& segment, FileInSegment file
     decoded.stamp = {record->size, record->modified, record->inode};
     decoded.source.contentHash = record->contentHash;
     decoded.source.language = static_cast<tagging::Language>(record->language);
+    decoded.source.isIncomplete = record->isIncomplete != 0;
     return decoded;
 }
 

@@ -10,7 +10,7 @@ namespace symbols {
 
 // Raise it with every change of what the files contain, the values of tagging's enumerations among them. An index of
 // another version is never read.
-constexpr std::uint32_t kFormatVersion = 2;
+constexpr std::uint32_t kFormatVersion = 3;
 constexpr std::uint32_t kByteOrder = 0x01020304;
 constexpr char kSegmentMagic[8] = {'w', 'r', 'e', 'n', 's', 'e', 'g', '\n'};
 constexpr char kManifestMagic[8] = {'w', 'r', 'e', 'n', 'i', 'd', 'x', '\n'};
@@ -65,7 +65,8 @@ struct FileRecord {
     std::uint32_t mentions;
     std::uint32_t symbolCount;
     std::uint8_t language;
-    std::uint8_t unused[3];
+    std::uint8_t isIncomplete; // 1 when ctags failed on it
+    std::uint8_t unused[2];
 };
 static_assert(sizeof(FileRecord) == 56);
 

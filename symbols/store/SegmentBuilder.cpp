@@ -35,6 +35,7 @@ SegmentBuilder::FileNumber SegmentBuilder::Add(std::string_view path, const tagg
     texts.Put(LeafOf(path));
     file.record.contentHash = source.contentHash;
     file.record.language = static_cast<std::uint8_t>(source.language);
+    file.record.isIncomplete = source.isIncomplete;
     AddSymbols(source, &file);
     AddIncludes(source, &file);
     AddMentions(source, &file);

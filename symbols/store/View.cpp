@@ -224,6 +224,7 @@ File View::FileOf(FileNumber number) const
         file.stamp = *part->changes->Touched(inPart);
     file.contentHash = record->contentHash;
     file.language = static_cast<Language>(record->language);
+    file.isIncomplete = record->isIncomplete != 0;
     file.isSystem = part->isSystem;
     file.isOpen = part->open != nullptr;
     return file;

@@ -152,6 +152,30 @@ TEST_F(IndexedTags, WhatTheIndexCannotCoverIsTaggedByAWholeRun)
     EXPECT_THAT(Executed(), HasSubstr("find"));
 }
 
+// The tags program tries them again, reports them, and does not count them.
+TEST_F(IndexedTags, SourcesOnWhichCtagsFailedAreTaggedByAWholeRun)
+{
+    const std::string ctags = tree.Write("failing", R"(#!/bin/sh
+case "$*" in *--filter*) ;; *"-L -"*) batch=1 ;; *) exec ctags "$@" ;; esac
+names=
+while IFS= read -r line; do
+    case $line in *bad.c) kill -SEGV $$ ;; esac
+    names="$names$line
+"
+    [ "$batch" ] || printf '%s\n' "$line" | ctags "$@"
+done
+[ ! "$batch" ] || printf %s "$names" | ctags "$@"
+)");
+    fs::permissions(ctags, fs::perms::owner_all);
+    environment["CPLUSTAGS_CTAGS"] = ctags;
+    tree.Write("project/bad.c", "int bad;\n");
+    MakeIndex();
+    EXPECT_THAT(Executed(), HasSubstr("find"));
+    EXPECT_THAT(Content(Tags()), HasSubstr("CPLUSTAGS_FILES\t5\t"));
+    fs::rename(tree / "project/bad.c", tree / "project/good.c");
+    ExpectSameTagsFromIndex("nothing fails now");
+}
+
 TEST_F(IndexedTags, WithoutAnIndexAWholeRunMakesThem)
 {
     EXPECT_THAT(Executed(), HasSubstr("find"));

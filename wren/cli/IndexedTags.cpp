@@ -12,8 +12,8 @@
 #include "wren/core/Interruption.h"
 #include "wren/core/TagsTarget.h"
 
-#include <algorithm>
 #include <memory>
+#include <sys/stat.h>
 #include <unordered_set>
 #include <utility>
 
@@ -45,6 +45,7 @@ public:
 private:
     bool Find();
     bool IsWorthAnUpdate();
+    bool HasFailed(const symbols::File& file) const;
     bool Update();
     bool TakeOthers();
     std::shared_ptr<const symbols::OpenText> Parse(const std::string& path);
@@ -74,15 +75,29 @@ bool Job::Find()
     return true;
 }
 
-// An index that knows few of the sources would parse most of them, and perhaps leave most of them out again.
+// Whether ctags failed on the file as it is now.
+bool Job::HasFailed(const symbols::File& file) const
+{
+    struct stat status;
+    return file.isIncomplete && ::stat(workspace.AbsolutePath(file).c_str(), &status) == 0 &&
+           tagging::FileStamp::Of(status) == file.stamp;
+}
+
+// An index that knows few of the sources would parse most of them, and perhaps leave most of them out again. The tags
+// program tries a source again on which ctags failed, and reports it.
 bool Job::IsWorthAnUpdate()
 {
     const symbols::SnapshotPointer before = workspace.Project().Current();
     if (before == nullptr)
         return false;
-    const auto known =
-        std::ranges::count_if(sources, [&](const std::string& path) { return before->FindFile(path).has_value(); });
-    return static_cast<size_t>(known) >= sources.size() / 2;
+    size_t known = 0;
+    for (const std::string& path : sources) {
+        const std::optional<symbols::FileNumber> file = before->FindFile(path);
+        known += file.has_value();
+        if (file && HasFailed(before->FileOf(*file)))
+            return false;
+    }
+    return known >= sources.size() / 2;
 }
 
 bool Job::Update()
@@ -91,16 +106,20 @@ bool Job::Update()
     return static_cast<bool>(workspace.Project().Update(progress.Listener(), cancel));
 }
 
-// Adds the sources that the index does not have; false when they are too many.
+// Adds the sources that the index does not have; false when they are too many, or when ctags failed on any source.
 bool Job::TakeOthers()
 {
     const symbols::SnapshotPointer project = workspace.Project().Current();
     if (project == nullptr)
         return false;
     std::vector<std::string> others;
-    for (const std::string& path : sources)
-        if (!project->FindFile(path))
+    for (const std::string& path : sources) {
+        const std::optional<symbols::FileNumber> file = project->FindFile(path);
+        if (!file)
             others.push_back(path);
+        else if (project->FileOf(*file).isIncomplete)
+            return false;
+    }
     if (others.size() > kMostOthers)
         return false;
     std::vector<std::shared_ptr<const symbols::OpenText>> texts;

@@ -85,6 +85,24 @@ TEST_F(StoreTest, ALaterPutReplacesTheFile)
     EXPECT_EQ(Places(before, "old"), (Lines{"a.c:7"}));
 }
 
+TEST_F(StoreTest, RemembersOnWhichFilesCtagsFailed)
+{
+    auto writer = Writer(store);
+    tagging::ParsedSource failed = SourceOf({});
+    failed.isIncomplete = true;
+    writer->Put("a.c", {1, 2, 3}, failed);
+    writer->Put("b.c", {1, 2, 3}, SourceOf({}));
+    ASSERT_TRUE(writer->Commit());
+    writer.reset();              // the next one would wait for it
+    for (int i = 0; i < 40; ++i) // merges the segments
+        Put("c.c", "find" + std::to_string(i));
+    EXPECT_LT(SegmentsIn(temp / "cache/index"), 40u);
+    const SnapshotPointer snapshot = store.Current();
+    EXPECT_TRUE(snapshot->FileOf(*snapshot->FindFile("a.c")).isIncomplete);
+    EXPECT_FALSE(snapshot->FileOf(*snapshot->FindFile("b.c")).isIncomplete);
+    EXPECT_FALSE(snapshot->FileOf(*snapshot->FindFile("c.c")).isIncomplete);
+}
+
 TEST_F(StoreTest, ASnapshotKeepsItsAnswersWhenTheIndexIsRemoved)
 {
     Put("a.c", "find");
