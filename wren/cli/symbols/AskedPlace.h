@@ -4,7 +4,7 @@
 #include "base/Result.h"
 #include "resolve/Resolver.h"
 #include "symbols/Workspace.h"
-#include "wren/cli/symbols/WorkspaceSources.h"
+#include "wren/symbols/WorkspaceSources.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,9 +1,11 @@
 #include "wren/cli/symbols/CallGraph.h"
 
 #include "base/Identifier.h"
-#include "wren/cli/symbols/NameColumn.h"
-#include "wren/cli/symbols/NamedSymbols.h"
 #include "wren/cli/symbols/SymbolRow.h"
+#include "wren/symbols/CallPlaces.h"
+#include "wren/symbols/NameColumn.h"
+#include "wren/symbols/NamedSymbols.h"
+#include "wren/symbols/ShownNames.h"
 #include "wren/text/LineIndex.h"
 
 #include <algorithm>
@@ -22,38 +24,7 @@ size_t StartOfLine(std::string_view text, unsigned line) // from 1
     return static_cast<size_t>(index.LineStart(text, static_cast<long>(std::max(line, 1u)) - 1));
 }
 
-// The innermost function around a line.
-std::optional<symbols::Symbol> FunctionAround(const symbols::Symbols& symbols, unsigned line)
-{
-    std::optional<symbols::Symbol> innermost;
-    for (const symbols::Symbol& symbol : symbols.found)
-        if (IsCallable(symbol.kind) && symbol.line <= line && line <= symbol.endLine)
-            if (!innermost || symbol.line >= innermost->line)
-                innermost = symbol;
-    return innermost;
-}
-
 } // namespace
-
-std::vector<size_t> CallPlaces(std::string_view text, size_t start, size_t end, size_t limit)
-{
-    std::vector<size_t> places;
-    for (size_t at = start; at < end && places.size() < limit;) {
-        if (!base::IsIdentifierCharacter(text[at])) {
-            ++at;
-            continue;
-        }
-        size_t behind = at;
-        while (behind < end && base::IsIdentifierCharacter(text[behind]))
-            ++behind;
-        const size_t next = text.find_first_not_of(" \t\r\n", behind);
-        if (base::IsIdentifierStart(text[at]) && next < end &&
-            std::string_view("(:]").find(text[next]) != std::string_view::npos)
-            places.push_back(at);
-        at = behind;
-    }
-    return places;
-}
 
 GraphNode CallGraph::NodeOf(const symbols::Symbol& symbol, const std::string& path)
 {

@@ -38,8 +38,4 @@ private:
     std::map<std::string, Function> functions; // by key
 };
 
-// The offsets of names in [start, end) that may be called: before "(", and words of messages before ":" and "]". At
-// most 'limit'.
-std::vector<size_t> CallPlaces(std::string_view text, size_t start, size_t end, size_t limit);
-
 } // namespace wren

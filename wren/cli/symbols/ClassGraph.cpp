@@ -1,7 +1,8 @@
 #include "wren/cli/symbols/ClassGraph.h"
 
-#include "wren/cli/symbols/NamedSymbols.h"
 #include "wren/cli/symbols/SymbolRow.h"
+#include "wren/symbols/NamedSymbols.h"
+#include "wren/symbols/ShownNames.h"
 
 namespace wren {
 

@@ -6,6 +6,7 @@
 #include "wren/cli/symbols/SymbolWords.h"
 #include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
+#include "wren/symbols/ShownNames.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>

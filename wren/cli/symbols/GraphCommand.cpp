@@ -7,8 +7,8 @@
 #include "wren/cli/symbols/Dot.h"
 #include "wren/cli/symbols/IncludeGraph.h"
 #include "wren/cli/symbols/SymbolWords.h"
-#include "wren/cli/symbols/WorkspaceSources.h"
 #include "wren/core/ProgramOutput.h"
+#include "wren/symbols/WorkspaceSources.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>

@@ -5,9 +5,9 @@
 #include "symbols/Workspace.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/IndexProgress.h"
-#include "wren/cli/symbols/IndexRoot.h"
 #include "wren/core/Interruption.h"
 #include "wren/core/ProgramOutput.h"
+#include "wren/symbols/IndexRoot.h"
 
 #include <chrono>
 #include <cstdio>

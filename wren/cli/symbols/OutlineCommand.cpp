@@ -4,10 +4,11 @@
 #include "symbols/Index.h"
 #include "tagging/SourceParser.h"
 #include "wren/cli/CommandSupport.h"
-#include "wren/cli/symbols/Outline.h"
 #include "wren/cli/symbols/SymbolRow.h"
 #include "wren/core/Documents.h"
 #include "wren/core/ProgramOutput.h"
+#include "wren/symbols/Outline.h"
+#include "wren/symbols/ShownNames.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

@@ -1,10 +1,10 @@
 #include "wren/cli/symbols/PlaceLines.h"
 
 #include "base/Identifier.h"
-#include "wren/cli/symbols/NameColumn.h"
-#include "wren/cli/symbols/SourceLines.h"
 #include "wren/cli/symbols/SymbolRow.h"
-#include "wren/cli/symbols/WorkspaceSources.h"
+#include "wren/symbols/NameColumn.h"
+#include "wren/symbols/SourceLines.h"
+#include "wren/symbols/WorkspaceSources.h"
 
 #include <algorithm>
 #include <string_view>

@@ -10,12 +10,6 @@
 
 namespace wren {
 
-// Names that ctags gives to what has none ("__anon" and digits) as "(unnamed)".
-std::string WithoutMadeNames(std::string name);
-
-// For the user: "Outer::name", with the signature of what can be called: "Outer::name(int a)".
-std::string QualifiedName(const tagging::Symbol& symbol);
-
 // The fields of a symbol that do not depend on who asked: name, kind, scope, type, signature and so on. Empty ones are
 // left out.
 nlohmann::ordered_json SymbolJson(const tagging::Symbol& symbol);

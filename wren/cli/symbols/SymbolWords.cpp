@@ -2,7 +2,7 @@
 
 #include "symbols/Index.h"
 #include "wren/cli/CommandSupport.h"
-#include "wren/cli/symbols/IndexRoot.h"
+#include "wren/symbols/IndexRoot.h"
 
 #include <CLI/CLI.hpp>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "wren/cli/symbols/NamedSymbols.h"
+#include "wren/symbols/NamedSymbols.h"
 
 #include <algorithm>
 

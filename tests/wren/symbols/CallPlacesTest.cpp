@@ -1,4 +1,4 @@
-#include "wren/cli/symbols/CallGraph.h"
+#include "wren/symbols/CallPlaces.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "wren/cli/symbols/IndexRoot.h"
+#include "wren/symbols/IndexRoot.h"
 
 #include "base/UserDirectories.h"
 #include "symbols/Index.h"

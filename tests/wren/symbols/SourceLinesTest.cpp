@@ -1,4 +1,4 @@
-#include "wren/cli/symbols/SourceLines.h"
+#include "wren/symbols/SourceLines.h"
 
 #include <gtest/gtest.h>
 

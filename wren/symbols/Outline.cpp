@@ -1,4 +1,4 @@
-#include "wren/cli/symbols/Outline.h"
+#include "wren/symbols/Outline.h"
 
 #include <string>
 #include <string_view>

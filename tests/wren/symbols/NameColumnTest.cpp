@@ -1,4 +1,4 @@
-#include "wren/cli/symbols/NameColumn.h"
+#include "wren/symbols/NameColumn.h"
 
 #include <gtest/gtest.h>
 
