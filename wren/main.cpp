@@ -8,6 +8,7 @@
 #include "wren/core/Interruption.h"
 #include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
+#include "wren/lsp/LspCommand.h"
 #include "wren/script/ScriptCommand.h"
 
 #include <CLI/CLI.hpp>
@@ -65,6 +66,7 @@ int main(int count, char** words)
     wren::AddLookupCommand(app, &status);
     wren::AddTagsCommand(app, &status);
     wren::AddCompleteCommand(app, &status);
+    wren::lsp::AddLspCommand(app, &status);
     wren::AddScriptCommand(app, &status);
     try {
         app.parse(count, words);

@@ -18,8 +18,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr auto kOwnWords = std::to_array<std::string_view>(
-    {"lookup", "tags", "complete", "script", "definition", "declaration", "references", "implementations", "find",
-     "outline", "explain", "graph", "index", "--help", "-h", "--version"});
+    {"lookup", "tags", "complete", "script", "lsp", "definition", "declaration", "references", "implementations",
+     "find", "outline", "explain", "graph", "index", "--help", "-h", "--version"});
 
 // The editor beside this program, or at its installed place.
 fs::path EditorProgram()

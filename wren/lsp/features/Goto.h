@@ -1,0 +1,13 @@
+// Where what a name means is declared, defined, implemented.
+#pragma once
+
+#include "wren/lsp/protocol/Types.h"
+#include "wren/lsp/session/RequestContext.h"
+
+namespace wren::lsp {
+
+// LocationLinks where the client can, else Locations; "[]" when nothing is found.
+Json Definition(const TextDocumentPositionParams& params, const RequestContext& context);
+Json Declaration(const TextDocumentPositionParams& params, const RequestContext& context);
+
+} // namespace wren::lsp

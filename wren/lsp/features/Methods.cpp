@@ -1,0 +1,55 @@
+#include "wren/lsp/features/Methods.h"
+
+#include "wren/lsp/features/Goto.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace wren::lsp {
+
+namespace {
+
+template <class Params, class Result, Result (*answer)(const Params&, const RequestContext&)>
+Json Typed(const Json& params, const RequestContext& context)
+{
+    return answer(params.get<Params>(), context);
+}
+
+// A row for a function that takes typed parameters; from_json() of those checks them.
+template <auto answer>
+struct Row;
+
+template <class Params, class Result, Result (*answer)(const Params&, const RequestContext&)>
+struct Row<answer> {
+    static constexpr Handler kHandler = Typed<Params, Result, answer>;
+};
+
+constexpr struct {
+    std::string_view method;
+    Handler handler;
+} kMethods[] = {
+    {"textDocument/definition", Row<Definition>::kHandler},
+    {"textDocument/declaration", Row<Declaration>::kHandler},
+};
+
+} // namespace
+
+Handler HandlerOf(std::string_view method)
+{
+    const auto* const found =
+        std::find_if(std::begin(kMethods), std::end(kMethods), [&](const auto& each) { return each.method == method; });
+    return found == std::end(kMethods) ? nullptr : found->handler;
+}
+
+Json ServerCapabilities(const ClientAbilities& client)
+{
+    Json capabilities = {
+        {"positionEncoding", client.Encoding() == Encoding::Utf8 ? "utf-8" : "utf-16"},
+        {"textDocumentSync", {{"openClose", true}, {"change", 2}, {"save", {{"includeText", true}}}}},
+        {"definitionProvider", true},
+        {"declarationProvider", true},
+    };
+    return capabilities;
+}
+
+} // namespace wren::lsp

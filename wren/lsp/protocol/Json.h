@@ -1,0 +1,54 @@
+// JSON of messages, and typed reading of it.
+#pragma once
+
+#include "wren/lsp/protocol/Failure.h"
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+
+namespace wren::lsp {
+
+using Json = nlohmann::json;
+
+// A member of an object; throws a Failure (InvalidParams) that names the member when it is missing or of another type.
+// 'T' is what nlohmann's get<T>() can make, or has a from_json() here.
+template <class T>
+T Member(const Json& object, const char* name);
+
+// The same, for a member that may be missing or null.
+template <class T>
+std::optional<T> OptionalMember(const Json& object, const char* name);
+
+// A member on a way of objects, "textDocument/rename/prepareSupport"; false when it is missing or no truth value.
+bool Says(const Json& object, const std::string& way);
+
+// The failure for parameters that cannot be used: "'position' is missing".
+[[noreturn]] void RefuseParameters(const std::string& why);
+
+// One message as it is sent. Bytes that are not UTF-8 become U+FFFD.
+std::string TextOf(const Json& message);
+
+// Implementation.
+
+template <class T>
+T Member(const Json& object, const char* name)
+{
+    if (!object.is_object() || !object.contains(name))
+        RefuseParameters(std::string("'") + name + "' is missing");
+    try {
+        return object.at(name).get<T>();
+    } catch (const Json::exception&) {
+        RefuseParameters(std::string("'") + name + "' has a wrong type");
+    }
+}
+
+template <class T>
+std::optional<T> OptionalMember(const Json& object, const char* name)
+{
+    if (!object.is_object() || !object.contains(name) || object.at(name).is_null())
+        return std::nullopt;
+    return Member<T>(object, name);
+}
+
+} // namespace wren::lsp

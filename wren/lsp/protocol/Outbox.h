@@ -1,0 +1,41 @@
+// Messages as they go out.
+#pragma once
+
+#include "wren/lsp/protocol/Json.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace wren::lsp {
+
+// Writes messages to a descriptor that it borrows, in the order of Send(), on a thread of its own: a client that reads
+// slowly, or not at all, keeps nobody waiting. Any thread.
+class Outbox {
+public:
+    explicit Outbox(int descriptor);
+    ~Outbox(); // without what is not written yet: see Finish()
+
+    void Send(const Json& message);
+    // Waits until all is written, at most this long; false when the client does not read it.
+    bool Finish(std::chrono::milliseconds longest);
+
+private:
+    void Run();
+    bool Write(const std::string& text);
+
+    const int descriptor;
+    std::mutex mutex; // guards the members below
+    std::condition_variable changed;
+    std::deque<std::string> waiting;
+    bool writing = false;
+    bool broken = false; // nobody reads any more
+    bool ends = false;
+    int wake[2]; // ends a write that a client does not take
+    std::thread writer;
+};
+
+} // namespace wren::lsp

@@ -1,0 +1,56 @@
+#include "wren/lsp/session/Client.h"
+
+#include "base/Paths.h"
+
+#include <cstdio>
+#include <utility>
+
+namespace wren::lsp {
+
+void Client::Notify(const std::string& method, const Json& params)
+{
+    outbox.Send({{"jsonrpc", "2.0"}, {"method", method}, {"params", params}});
+}
+
+void Client::Show(MessageType type, const std::string& text)
+{
+    Notify("window/showMessage", {{"type", static_cast<int>(type)}, {"message", text}});
+}
+
+void Client::Log(MessageType type, const std::string& text)
+{
+    std::fprintf(stderr, "wren lsp: %s\n", base::ShownLines(text).c_str());
+    Notify("window/logMessage", {{"type", static_cast<int>(type)}, {"message", text}});
+}
+
+void Client::Ask(const std::string& method, const Json& params, OnAnswer onAnswer)
+{
+    std::int64_t id;
+    {
+        const std::lock_guard lock(mutex);
+        id = ++lastId;
+        asked.emplace(id, std::move(onAnswer));
+    }
+    outbox.Send({{"jsonrpc", "2.0"}, {"id", id}, {"method", method}, {"params", params}});
+}
+
+void Client::TakeAnswer(const Json& message)
+{
+    OnAnswer onAnswer;
+    {
+        const std::lock_guard lock(mutex);
+        const auto id = message.find("id");
+        if (id == message.end() || !id->is_number_integer())
+            return;
+        const auto found = asked.find(id->get<std::int64_t>());
+        if (found == asked.end())
+            return;
+        onAnswer = std::move(found->second);
+        asked.erase(found);
+    }
+    const auto result = message.find("result");
+    if (onAnswer)
+        onAnswer(result == message.end() ? nullptr : &*result);
+}
+
+} // namespace wren::lsp

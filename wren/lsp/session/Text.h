@@ -1,0 +1,49 @@
+// One version of a text, and positions in it.
+#pragma once
+
+#include "wren/lsp/protocol/Types.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace wren::lsp {
+
+enum class Encoding { Utf8, Utf16 }; // in whose units the client counts characters of a line
+
+// Lines end with "\n", "\r\n" or "\r". A byte that is not part of UTF-8 counts as one unit in either encoding.
+// Immutable; any thread.
+class Text {
+public:
+    explicit Text(std::string content);
+    Text(const Text&) = delete;
+    Text& operator=(const Text&) = delete;
+
+    const std::string& Content() const { return content; }
+
+    size_t Lines() const { return starts.size(); } // at least 1
+    size_t LineStart(size_t line) const;           // bytes; line from 0; the text's end when there is no such line
+    std::string_view Line(size_t line) const;      // without its break; "" when there is no such line
+    size_t LineAt(size_t offset) const;            // from 0
+
+    // Positions behind a line's end mean its end, those behind the text's end mean that; within a character, its start.
+    size_t OffsetOf(Position position, Encoding encoding) const; // bytes
+    Position PositionOf(size_t offset, Encoding encoding) const;
+    lsp::Range RangeOf(size_t start, size_t end, Encoding encoding) const;
+
+    // Lines as the index counts them, from 1: a lone "\r" does not end one.
+    unsigned SourceLineAt(size_t offset) const;
+    size_t SourceLineStart(unsigned line) const;
+    std::string_view SourceLine(unsigned line) const; // without its break
+
+private:
+    const std::string content;
+    std::vector<size_t> starts;       // of lines
+    std::vector<size_t> sourceStarts; // empty when they are the same
+};
+
+using TextPointer = std::shared_ptr<const Text>;
+
+} // namespace wren::lsp

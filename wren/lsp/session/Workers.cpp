@@ -1,0 +1,56 @@
+#include "wren/lsp/session/Workers.h"
+
+#include <utility>
+
+namespace wren::lsp {
+
+Workers::Workers(size_t count)
+{
+    for (size_t number = 0; number < count; ++number)
+        threads.emplace_back([this] { Run(); });
+}
+
+Workers::~Workers()
+{
+    WaitUntilIdle();
+    {
+        const std::lock_guard lock(mutex);
+        ends = true;
+        changed.notify_all();
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+}
+
+void Workers::Add(std::function<void()> job)
+{
+    const std::lock_guard lock(mutex);
+    jobs.push_back(std::move(job));
+    changed.notify_all();
+}
+
+void Workers::WaitUntilIdle()
+{
+    std::unique_lock lock(mutex);
+    changed.wait(lock, [this] { return jobs.empty() && running == 0; });
+}
+
+void Workers::Run()
+{
+    std::unique_lock lock(mutex);
+    for (;;) {
+        changed.wait(lock, [this] { return ends || !jobs.empty(); });
+        if (jobs.empty())
+            return;
+        const std::function<void()> job = std::move(jobs.front());
+        jobs.pop_front();
+        ++running;
+        lock.unlock();
+        job();
+        lock.lock();
+        --running;
+        changed.notify_all();
+    }
+}
+
+} // namespace wren::lsp
