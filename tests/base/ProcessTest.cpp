@@ -8,6 +8,7 @@
 
 #include <csignal>
 #include <fcntl.h>
+#include <filesystem>
 #include <optional>
 #include <poll.h>
 #include <sys/syscall.h>
@@ -187,6 +188,29 @@ TEST(Process, RestoresTheSignalsThatItIsToldToAndBlocksNone)
     EXPECT_EQ(run.output, "lived\n");
     EXPECT_EQ(ShellStatus(run.status), 128 + SIGPIPE);
     EXPECT_EQ(ShellStatus(terminated.status), 128 + SIGTERM);
+}
+
+// The child has our memory until its program runs.
+TEST(Process, LeavesOurHandlersSignalsAndDirectoryAsTheyWere)
+{
+    const auto ours = [](int) {};
+    const auto before = ::signal(SIGUSR1, ours);
+    sigset_t blocked, mask, after;
+    ::sigemptyset(&blocked);
+    ::sigaddset(&blocked, SIGUSR2);
+    ::pthread_sigmask(SIG_BLOCK, &blocked, &mask);
+    const std::filesystem::path directory = std::filesystem::current_path();
+    Program shell = Shell("kill -USR1 $$; echo never");
+    shell.directory = "/";
+    shell.defaultSignals = {SIGUSR1};
+    EXPECT_EQ(ShellStatus(RunToItsEnd(shell).status), 128 + SIGUSR1);
+    shell.path = "/nonexistent/program";
+    EXPECT_NE(RunToItsEnd(shell).output, "");
+    EXPECT_EQ(std::filesystem::current_path(), directory);
+    ::pthread_sigmask(SIG_SETMASK, &mask, &after);
+    EXPECT_EQ(::sigismember(&after, SIGUSR2), 1);
+    EXPECT_EQ(::sigismember(&after, SIGUSR1), 0);
+    EXPECT_EQ(::signal(SIGUSR1, before), static_cast<void (*)(int)>(ours));
 }
 
 TEST(Process, DumpsNoCoreWhereThatIsAsked)
