@@ -13,17 +13,17 @@ namespace tagging {
 // Remembers each word once. Made for speed: a word that is known costs one look in most cases. Words are borrowed.
 class NameSet {
 public:
-    NameSet() : slots(kFewest) {}
+    NameSet() : slots(kFewest), size(kFewest) {}
 
     // False if the word is known. Words of any length but 0.
     bool Add(std::string_view word)
     {
         const std::uint32_t hash = HashOf(word);
-        for (size_t at = hash & (slots.size() - 1);; at = (at + 1) & (slots.size() - 1)) {
+        for (size_t at = hash & (size - 1);; at = (at + 1) & (size - 1)) {
             Slot& slot = slots[at];
             if (slot.text == nullptr) {
                 slot = {word.data(), static_cast<std::uint32_t>(word.size()), hash};
-                if (++count * 2 > slots.size())
+                if (++count * 2 > size)
                     Grow();
                 return true;
             }
@@ -32,11 +32,13 @@ public:
         }
     }
 
-    // Forgets all words, but keeps the room for as many.
+    // Forgets all words, but keeps the room for as many. A small part of it is used next, or each text after a large
+    // one would pay for clearing all of it.
     void Clear()
     {
         if (count > 0)
-            std::memset(static_cast<void*>(slots.data()), 0, slots.size() * sizeof(Slot));
+            std::memset(static_cast<void*>(slots.data()), 0, size * sizeof(Slot));
+        size = kFewest;
         count = 0;
     }
 
@@ -83,8 +85,11 @@ private:
 
     void Grow()
     {
-        std::vector<Slot> old(slots.size() * 2);
-        old.swap(slots);
+        old.assign(slots.begin(), slots.begin() + static_cast<std::ptrdiff_t>(size));
+        std::memset(static_cast<void*>(slots.data()), 0, size * sizeof(Slot));
+        size *= 2;
+        if (size > slots.size())
+            slots.resize(size);
         for (const Slot& slot : old)
             if (slot.text != nullptr)
                 Place(slot);
@@ -92,13 +97,15 @@ private:
 
     void Place(const Slot& slot)
     {
-        size_t at = slot.hash & (slots.size() - 1);
+        size_t at = slot.hash & (size - 1);
         while (slots[at].text != nullptr)
-            at = (at + 1) & (slots.size() - 1);
+            at = (at + 1) & (size - 1);
         slots[at] = slot;
     }
 
-    std::vector<Slot> slots;
+    std::vector<Slot> slots; // free ones have no text
+    std::vector<Slot> old;   // while it grows
+    size_t size;             // how many are used, a power of two
     size_t count = 0;
 };
 

@@ -128,6 +128,8 @@ TEST(Facts, AreFoundInManyTextsWithOneFinder)
         many += "name" + std::to_string(i) + " name" + std::to_string(i) + "\n";
     EXPECT_EQ(finder.Find(many).names.size(), 5000u);
     EXPECT_THAT(finder.Find("b a").names, ElementsAre("b", "a"));
+    EXPECT_EQ(finder.Find(many).names.size(), 5000u);
+    EXPECT_THAT(finder.Find("name1 name4999 name4999").names, ElementsAre("name1", "name4999"));
 }
 
 // The words of SourceTokens, which is slower and simpler.
