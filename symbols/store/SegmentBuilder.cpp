@@ -71,11 +71,18 @@ void SegmentBuilder::AddSymbols(const tagging::ParsedSource& source, FileContent
             order.push_back(&symbol);
     file->record.symbolCount = static_cast<std::uint32_t>(order.size());
     std::ranges::stable_sort(order, {}, &tagging::Symbol::line);
+    numbers.clear();
+    newTexts.clear();
+    for (const tagging::Symbol* each : order)
+        newTexts.insert(newTexts.end(), {each->name, each->scope, each->type, each->signature, each->bases,
+                                         each->templateParameters, each->target});
+    texts.Put(newTexts, numbers);
+    auto number = numbers.begin();
     for (const tagging::Symbol* symbol : order) {
-        PutSymbol(file->symbols, {{texts.Put(symbol->name), texts.Put(symbol->scope), texts.Put(symbol->type),
-                                   texts.Put(symbol->signature), texts.Put(symbol->bases),
-                                   texts.Put(symbol->templateParameters), texts.Put(symbol->target)},
-                                  *symbol});
+        SymbolRecord record = {{}, *symbol};
+        for (TextNumber& text : record.texts)
+            text = *number++;
+        PutSymbol(file->symbols, record);
         for (const std::string_view base : BaseNames(symbol->bases))
             texts.Put(base);
     }
@@ -96,9 +103,8 @@ void SegmentBuilder::AddIncludes(const tagging::ParsedSource& source, FileConten
 
 void SegmentBuilder::AddMentions(const tagging::ParsedSource& source, FileContent* file)
 {
-    std::vector<TextNumber> numbers;
-    for (const std::string_view name : source.names)
-        numbers.push_back(texts.Put(name));
+    numbers.clear();
+    texts.Put(source.names, numbers);
     std::ranges::sort(numbers);
     numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
     TextNumber before = 0;

@@ -58,6 +58,8 @@ private:
 
     TextTable texts;
     std::vector<FileContent> files;
+    std::vector<std::string_view> newTexts; // these two keep their room from file to file
+    std::vector<TextNumber> numbers;
     size_t live = 0;
     size_t memory = 0;
 };

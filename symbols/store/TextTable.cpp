@@ -1,36 +1,64 @@
 #include "symbols/store/TextTable.h"
 
+#include <algorithm>
 #include <functional>
 
 namespace symbols {
 
-TextNumber TextTable::Put(std::string_view text)
+std::uint32_t TextTable::HashOf(std::string_view text)
 {
-    if ((ends.size() + 1) * 3 > slots.size() * 2)
-        Grow();
-    TextNumber& slot = slots[SlotOf(text)];
-    if (slot != 0)
-        return slot - 1;
-    bytes += text;
-    ends.push_back(static_cast<std::uint32_t>(bytes.size()));
-    slot = static_cast<TextNumber>(ends.size());
-    return slot - 1;
+    return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
 }
 
-size_t TextTable::SlotOf(std::string_view text) const
+TextNumber TextTable::Put(std::string_view text, std::uint32_t hash)
 {
+    if (ends.size() * 3 >= slots.size() * 2)
+        Grow();
     const size_t mask = slots.size() - 1;
-    size_t slot = std::hash<std::string_view>()(text) & mask;
-    while (slots[slot] != 0 && Text(slots[slot] - 1) != text)
-        slot = (slot + 1) & mask;
-    return slot;
+    size_t place = hash & mask;
+    for (; slots[place].number != 0; place = (place + 1) & mask)
+        if (slots[place].hash == hash && Text(slots[place].number) == text)
+            return slots[place].number;
+    const auto number = static_cast<TextNumber>(ends.size());
+    slots[place] = {number, hash};
+    bytes += text;
+    ends.push_back(static_cast<std::uint32_t>(bytes.size()));
+    return number;
+}
+
+// The table of a large index is in no cache of the processor. Waiting for one text at a time took most of the time.
+void TextTable::Put(std::span<const std::string_view> texts, std::vector<TextNumber>& numbers)
+{
+    constexpr size_t kSlotsAhead = 12;
+    constexpr size_t kTextsAhead = 6;
+    hashes.clear();
+    for (const std::string_view text : texts)
+        hashes.push_back(text.empty() ? 0 : HashOf(text));
+    for (size_t i = 0; i < texts.size() + kSlotsAhead; i++) {
+        if (!slots.empty() && i < texts.size())
+            __builtin_prefetch(&slots[hashes[i] & (slots.size() - 1)]);
+        if (!slots.empty() && i >= kTextsAhead && i - kTextsAhead < texts.size())
+            __builtin_prefetch(&ends[slots[hashes[i - kTextsAhead] & (slots.size() - 1)].number]);
+        if (i < kSlotsAhead)
+            continue;
+        const std::string_view text = texts[i - kSlotsAhead];
+        numbers.push_back(text.empty() ? 0 : Put(text, hashes[i - kSlotsAhead]));
+    }
 }
 
 void TextTable::Grow()
 {
-    slots.assign(slots.empty() ? 256 : slots.size() * 2, 0);
-    for (TextNumber number = 0; number < ends.size(); number++)
-        slots[SlotOf(Text(number))] = number + 1;
+    std::vector<Slot> old(std::max<size_t>(256, slots.size() * 2));
+    old.swap(slots);
+    const size_t mask = slots.size() - 1;
+    for (const Slot& slot : old) {
+        if (slot.number == 0)
+            continue;
+        size_t place = slot.hash & mask;
+        while (slots[place].number != 0)
+            place = (place + 1) & mask;
+        slots[place] = slot;
+    }
 }
 
 } // namespace symbols

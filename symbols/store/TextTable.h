@@ -4,6 +4,7 @@
 #include "symbols/store/Format.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,9 +14,12 @@ namespace symbols {
 // Not thread-safe.
 class TextTable {
 public:
-    TextTable() { Put(""); }
+    TextTable() { ends.push_back(0); }
 
-    TextNumber Put(std::string_view text); // its number; the empty text has 0
+    TextNumber Put(std::string_view text) { return text.empty() ? 0 : Put(text, HashOf(text)); } // the empty text has 0
+    // Appends the number of each text. Faster than one after the other: what is needed is fetched in advance.
+    void Put(std::span<const std::string_view> texts, std::vector<TextNumber>& numbers);
+
     std::string_view Text(TextNumber number) const
     {
         const std::uint32_t begin = number == 0 ? 0 : ends[number - 1];
@@ -24,15 +28,25 @@ public:
     size_t Count() const { return ends.size(); }
     const std::string& Bytes() const { return bytes; }
     const std::vector<std::uint32_t>& Ends() const { return ends; }
-    size_t Memory() const { return bytes.capacity() + (ends.capacity() + slots.capacity()) * sizeof(ends[0]); }
+    size_t Memory() const
+    {
+        return bytes.capacity() + ends.capacity() * sizeof(ends[0]) + slots.capacity() * sizeof(slots[0]);
+    }
 
 private:
+    struct Slot {
+        TextNumber number = 0; // 0: free
+        std::uint32_t hash = 0;
+    };
+
+    static std::uint32_t HashOf(std::string_view text);
+    TextNumber Put(std::string_view text, std::uint32_t hash);
     void Grow();
-    size_t SlotOf(std::string_view text) const; // with its number, or the free one where it belongs
 
     std::string bytes;
     std::vector<std::uint32_t> ends;
-    std::vector<TextNumber> slots; // an open hash table of numbers plus 1; 0: free
+    std::vector<Slot> slots;           // an open hash table; as many as a power of two
+    std::vector<std::uint32_t> hashes; // of many texts that are being put
 };
 
 } // namespace symbols
