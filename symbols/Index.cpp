@@ -75,7 +75,7 @@ struct Index::Contents {
 
     using FindChanges = std::function<Changes(const SnapshotPointer& before)>;
 
-    StoreHeader Header() const { return {options.root, DescribeParsers(options.tagging, isSystem)}; }
+    base::Result<StoreHeader> Header(const base::CancelToken& cancel) const;
     WalkOptions WalkFrom(const Listener& listener) const;
     base::Result<UpdateResult> UpdateAll(const Listener& listener, const EnterDirectory& enters,
                                          const base::CancelToken& cancel);
@@ -95,6 +95,14 @@ struct Index::Contents {
     Turns updates;
     std::set<std::string> twins; // of the last walk; for the update whose turn it is
 };
+
+base::Result<StoreHeader> Index::Contents::Header(const base::CancelToken& cancel) const
+{
+    base::Result<std::string> parsers = DescribeParsers(options.tagging, isSystem, cancel);
+    if (!parsers)
+        return parsers.Failure();
+    return StoreHeader{options.root, std::move(*parsers)};
+}
 
 WalkOptions Index::Contents::WalkFrom(const Listener& listener) const
 {
@@ -136,7 +144,10 @@ bool Index::Contents::NeedsWalk(const std::string& path) const
 base::Result<UpdateResult> Index::Contents::UpdateSome(const std::vector<std::string>& paths, const Listener& listener,
                                                        const EnterDirectory& enters, const base::CancelToken& cancel)
 {
-    const SnapshotPointer current = state.Usable(Header());
+    const base::Result<StoreHeader> header = Header(cancel);
+    if (!header)
+        return header.Failure();
+    const SnapshotPointer current = state.Usable(*header);
     if (current == nullptr)
         return UpdateAll(listener, enters, cancel);
     const WalkOptions walk = WalkFrom(listener);
@@ -165,8 +176,10 @@ base::Result<UpdateResult> Index::Contents::Apply(const FindChanges& findChanges
                                                   const base::CancelToken& cancel)
 {
     UpdateResult result;
-    const StoreHeader header = Header();
-    const SnapshotPointer known = state.Usable(header);
+    const base::Result<StoreHeader> header = Header(cancel);
+    if (!header)
+        return header.Failure();
+    const SnapshotPointer known = state.Usable(*header);
     Changes changes = findChanges(known);
     if (cancel.IsCancelled())
         return base::Error{"cancelled"};
@@ -179,7 +192,7 @@ base::Result<UpdateResult> Index::Contents::Apply(const FindChanges& findChanges
             changes = findChanges(attempt.before);
         return Carry(changes, attempt, result, listener, cancel);
     };
-    base::Result<std::string> warning = state.Write(header, work, cancel);
+    base::Result<std::string> warning = state.Write(*header, work, cancel);
     if (!warning)
         return warning.Failure();
     result.warning = std::move(*warning);
@@ -259,7 +272,10 @@ base::Result<void> Index::Export(const std::string& file, const base::CancelToke
 base::Result<void> Index::Import(const std::string& file, const base::CancelToken& cancel)
 {
     const Turns::Turn turn = contents->updates.Take(cancel);
-    return turn ? contents->state.Import(file, contents->Header(), cancel) : base::Error{"cancelled"};
+    if (!turn)
+        return base::Error{"cancelled"};
+    const base::Result<StoreHeader> header = contents->Header(cancel);
+    return header ? contents->state.Import(file, *header, cancel) : header.Failure();
 }
 
 base::Result<void> Index::Watch(const Listener& listener, const std::function<void(const UpdateResult&)>& changed,

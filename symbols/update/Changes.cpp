@@ -35,8 +35,9 @@ void AddKnown(Changes& changes, const File& before, const FoundFile& found, cons
 {
     if (before.stamp == found.stamp)
         return;
-    if (!HasSameContent(before, found, root + "/" + found.path))
-        changes.parse.push_back(found.path);
+    const std::string path = root + "/" + found.path;
+    if (!HasSameContent(before, found, path))
+        (found.needsLook && !IsHeader(path) ? changes.remove : changes.parse).push_back(found.path);
     else if (const tagging::FileStamp stamp = StampToKeep(found.stamp); stamp != before.stamp)
         changes.touch.emplace_back(found.path, stamp);
 }

@@ -2,8 +2,11 @@
 
 #include "base/Pipe.h"
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <iterator>
+#include <poll.h>
 #include <unistd.h>
 
 namespace tagging {
@@ -35,17 +38,47 @@ base::Result<ChildProcess> StartChild(const Command& command)
     return ChildProcess{std::move(in->writing), std::move(out->reading), std::move(err->reading), std::move(*process)};
 }
 
-std::string OutputOf(const std::vector<std::string>& words)
+namespace {
+
+constexpr size_t kMostOutput = 64 * 1024; // bytes; more says nothing about a program's version
+
+// Waits until there is output or its end; false at the given time, and when it is cancelled.
+bool WaitForOutput(const base::Descriptor& output, std::chrono::steady_clock::time_point end,
+                   const base::CancelToken& cancel)
 {
+    while (!cancel.IsCancelled()) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
+        if (left.count() <= 0)
+            return false;
+        pollfd places[] = {{output.Number(), POLLIN, 0}, {cancel.Descriptor(), POLLIN, 0}};
+        ::poll(places, std::size(places), static_cast<int>(left.count()));
+        if (places[0].revents != 0)
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
+base::Result<std::string> OutputOf(const std::vector<std::string>& words, std::chrono::milliseconds limit,
+                                   const base::CancelToken& cancel)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
     base::Result<ChildProcess> child = StartChild({words, "", ""});
     if (!child)
-        return "";
+        return std::string();
     child->input.Close();
-    ::fcntl(child->output.Number(), F_SETFL, 0);
     std::string output;
     char text[4096];
-    for (ssize_t size; (size = ::read(child->output.Number(), text, sizeof text)) > 0;)
-        output.append(text, static_cast<size_t>(size));
+    while (output.size() < kMostOutput) {
+        if (!WaitForOutput(child->output, end, cancel))
+            return base::Error{cancel.IsCancelled() ? "cancelled" : words[0] + " does not answer"};
+        const ssize_t size = ::read(child->output.Number(), text, sizeof text);
+        if (size == 0 || (size < 0 && errno != EAGAIN && errno != EINTR))
+            break;
+        if (size > 0)
+            output.append(text, static_cast<size_t>(size));
+    }
     return output;
 }
 

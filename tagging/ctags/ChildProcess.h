@@ -1,10 +1,12 @@
 // Runs a program with pipes for its standard input, output and error.
 #pragma once
 
+#include "base/CancelToken.h"
 #include "base/Descriptor.h"
 #include "base/Process.h"
 #include "base/Result.h"
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -27,7 +29,9 @@ struct ChildProcess {
 
 base::Result<ChildProcess> StartChild(const Command& command);
 
-// The program's standard output; "" when it cannot be run.
-std::string OutputOf(const std::vector<std::string>& words);
+// The beginning of the program's standard output; "" when it cannot be run. Fails when it takes longer than the limit,
+// and when it is cancelled; the program is killed then.
+base::Result<std::string> OutputOf(const std::vector<std::string>& words, std::chrono::milliseconds limit,
+                                   const base::CancelToken& cancel);
 
 } // namespace tagging

@@ -3,6 +3,7 @@
 #include "base/Paths.h"
 #include "tagging/ctags/ChildProcess.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <sstream>
 #include <sys/stat.h>
@@ -13,6 +14,7 @@ namespace tagging {
 namespace {
 
 constexpr const char* kUsualPath = "/usr/local/bin:/usr/bin:/bin";
+constexpr std::chrono::seconds kPatience(20);
 constexpr const char* kNoCtags = "Universal Ctags is not installed, and without it no source can be read; "
                                  "on Debian: sudo apt install universal-ctags";
 
@@ -35,10 +37,12 @@ std::string InSearchPath(const std::string& name, const std::string& currentDire
     return "";
 }
 
-// Ignores option files in the current directory, which may be a stranger's.
+// Ignores option files in the current directory, which may be a stranger's. A program that does not answer is no ctags.
 bool SaysItIsUniversal(const std::string& path)
 {
-    return OutputOf({path, "--options=NONE", "--version"}).find("Universal Ctags") != std::string::npos;
+    const base::CancelToken never;
+    const base::Result<std::string> output = OutputOf({path, "--options=NONE", "--version"}, kPatience, never);
+    return output && output->find("Universal Ctags") != std::string::npos;
 }
 
 } // namespace

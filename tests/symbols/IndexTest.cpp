@@ -354,6 +354,23 @@ TEST(Index, OfTheSystemNamesFilesFromTheRootDirectory)
     EXPECT_EQ(index.Update({}, story.cancel)->parsed, 0u);
 }
 
+TEST(Index, OfTheSystemForgetsAFileThatIsNoHeaderAnyMore)
+{
+    IndexStory story;
+    story.Write("include/vector", "// -*- C++ -*-\nclass Vector {};\n");
+    IndexOptions options = OptionsFor("/", story.Cache());
+    options.content = IndexOptions::Content::SystemHeaders;
+    options.directories = {story.Path("include")};
+    Index index(options);
+    ASSERT_TRUE(index.Update({}, story.cancel));
+    story.Write("include/vector", "class Vector of other things\n");
+    const base::Result<UpdateResult> result = index.Update({}, story.cancel);
+    ASSERT_TRUE(result);
+    EXPECT_EQ(result->removed, 1u);
+    EXPECT_EQ(AnswerFor(index.Current(), "Vector"), "Vector: in");
+    EXPECT_EQ(index.Update({}, story.cancel)->removed, 0u);
+}
+
 TEST(UpdateFiles, ReadsOnlyTheseFiles)
 {
     IndexStory story;
