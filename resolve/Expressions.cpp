@@ -540,7 +540,10 @@ private:
     {
         while (!IsAtEnd()) {
             const Token& token = tokens[place];
-            if (token.Is('.') || token.text == "->") {
+            const bool isUnclosed = (token.Is('(') || token.Is('[')) && (token.match == kNone || token.match < place);
+            if (isUnclosed) {
+                place = end;
+            } else if (token.Is('.') || token.text == "->") {
                 type = Member(type, token.text == "->");
             } else if (token.Is('[')) {
                 SkipBracket();

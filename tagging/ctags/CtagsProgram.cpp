@@ -14,7 +14,7 @@ namespace tagging {
 namespace {
 
 constexpr const char* kUsualPath = "/usr/local/bin:/usr/bin:/bin";
-constexpr std::chrono::seconds kPatience(20);
+constexpr std::chrono::seconds kLongestAnswer(20);
 constexpr const char* kNoCtags = "Universal Ctags is not installed, and without it no source can be read; "
                                  "on Debian: sudo apt install universal-ctags";
 
@@ -41,7 +41,7 @@ std::string InSearchPath(const std::string& name, const std::string& currentDire
 bool SaysItIsUniversal(const std::string& path)
 {
     const base::CancelToken never;
-    const base::Result<std::string> output = OutputOf({path, "--options=NONE", "--version"}, kPatience, never);
+    const base::Result<std::string> output = OutputOf({path, "--options=NONE", "--version"}, kLongestAnswer, never);
     return output && output->find("Universal Ctags") != std::string::npos;
 }
 

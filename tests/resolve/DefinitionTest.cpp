@@ -179,6 +179,16 @@ TEST(Definition, Receivers)
     expect("a moved value", "void f(B b) { std::move(b).size|; }");
 }
 
+TEST(Definition, ReceiversBehindBracketsThatNothingCloses)
+{
+    const std::string shape = "struct Shape {\n Shape All(int);\n int $area;\n};\nvoid f(Shape s) {\n ";
+    for (const std::string use : {"auto made = s.All(1)(s;\n made.ar|ea;\n", "auto made = s.All(1)[s;\n made.ar|ea;\n",
+                                  "for (auto made : made.All(1)(made;\n made.ar|ea;\n"}) {
+        const Project project(shape + use);
+        EXPECT_EQ(First(project.Definition()), project.expected.front()) << use << "\n" << project.Explain();
+    }
+}
+
 TEST(Definition, ReceiversInC)
 {
     ExpectDefinitions({
