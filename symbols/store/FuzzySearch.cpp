@@ -55,6 +55,8 @@ public:
         if (pattern.IsEmpty() && query.within.empty())
             return {};
         for (const Part& part : view.parts) {
+            if (part.isSystem && !limits.withSystem)
+                continue;
             narrowing.Enter(part);
             if (!LookInNarrowed(part))
                 LookIn(part);

@@ -45,6 +45,7 @@ struct Include { // one directive
 struct Limits {
     size_t results = 1000;
     const base::CancelToken* cancel = nullptr; // checked at least every two thousand steps
+    bool withSystem = true;                    // Fuzzy() only: symbols of the system's headers count
 };
 
 struct Symbols {

@@ -19,6 +19,12 @@ std::string QualifiedNameOf(const Symbol& symbol)
                                 : std::string(symbol.scope) + "::" + std::string(symbol.name);
 }
 
+// The scope that the members of a container name: for a category, its class.
+std::string ScopeInside(const Symbol& symbol, bool isObjectiveC)
+{
+    return isObjectiveC && !symbol.scope.empty() ? std::string(symbol.scope) : QualifiedNameOf(symbol);
+}
+
 // Objective-C's containers do not nest: each lasts until the next one. Their ends are not known.
 bool IsObjectiveCContainer(tagging::SymbolKind kind)
 {
@@ -45,7 +51,7 @@ public:
         if (IsObjectiveCContainer(symbol.kind))
             container = number;
         if (symbol.endLine != 0 || container == number)
-            byName.insert_or_assign(QualifiedNameOf(symbol), number);
+            byName.insert_or_assign(ScopeInside(symbol, container == number), number);
         return parent;
     }
 

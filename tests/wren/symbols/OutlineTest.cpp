@@ -60,6 +60,15 @@ TEST(Outline, ClassesOfObjectiveCLastUntilTheNextOne)
     EXPECT_EQ(OutlineOf(symbols), "Shelf(put:) Book(title) late");
 }
 
+TEST(Outline, MethodsOfACategoryStandInIt)
+{
+    std::vector<Symbol> symbols = {At(1, 0, "Shelf"), At(2, 0, "put:", "Shelf"), At(4, 6, "Sorting", "Shelf"),
+                                   At(5, 0, "sort", "Shelf")};
+    symbols[0].kind = tagging::SymbolKind::Interface;
+    symbols[2].kind = tagging::SymbolKind::Category;
+    EXPECT_EQ(OutlineOf(symbols), "Shelf(put:) Sorting(sort)");
+}
+
 TEST(Outline, AScopeThatIsNotInTheFileLeavesItsMembersAtTheTop)
 {
     EXPECT_EQ(OutlineOf({At(1, 4, "Area", "Shape"), At(6, 9, "Width", "Shape")}), "Area Width");

@@ -1,6 +1,10 @@
 #include "wren/lsp/features/Methods.h"
 
+#include "wren/lsp/features/DocumentSymbols.h"
+#include "wren/lsp/features/FoldingRanges.h"
 #include "wren/lsp/features/Goto.h"
+#include "wren/lsp/features/SelectionRanges.h"
+#include "wren/lsp/features/WorkspaceSymbols.h"
 
 #include <algorithm>
 #include <iterator>
@@ -30,6 +34,11 @@ constexpr struct {
 } kMethods[] = {
     {"textDocument/definition", Row<Definition>::kHandler},
     {"textDocument/declaration", Row<Declaration>::kHandler},
+    {"textDocument/documentSymbol", Row<DocumentSymbols>::kHandler},
+    {"textDocument/foldingRange", Row<FoldingRanges>::kHandler},
+    {"textDocument/selectionRange", Row<SelectionRanges>::kHandler},
+    {"workspace/symbol", Row<WorkspaceSymbols>::kHandler},
+    {"workspaceSymbol/resolve", Row<ResolveWorkspaceSymbol>::kHandler},
 };
 
 } // namespace
@@ -48,6 +57,10 @@ Json ServerCapabilities(const ClientAbilities& client)
         {"textDocumentSync", {{"openClose", true}, {"change", 2}, {"save", {{"includeText", true}}}}},
         {"definitionProvider", true},
         {"declarationProvider", true},
+        {"documentSymbolProvider", true},
+        {"foldingRangeProvider", true},
+        {"selectionRangeProvider", true},
+        {"workspaceSymbolProvider", {{"resolveProvider", true}}},
     };
     return capabilities;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "resolve/Resolver.h"
+#include "symbols/store/Snapshot.h"
 #include "wren/lsp/session/RequestContext.h"
 #include "wren/symbols/WorkspaceSources.h"
 

@@ -1,0 +1,128 @@
+#include "wren/lsp/features/DocumentSymbols.h"
+
+#include "resolve/ParsedText.h"
+#include "wren/lsp/features/SymbolItems.h"
+#include "wren/lsp/session/Subject.h"
+#include "wren/symbols/NameColumn.h"
+#include "wren/symbols/Outline.h"
+#include "wren/symbols/ShownNames.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace wren::lsp {
+
+namespace {
+
+using tagging::Symbol;
+using tagging::SymbolKind;
+
+bool IsShown(const Symbol& symbol)
+{
+    switch (symbol.kind) {
+    case SymbolKind::Local:
+    case SymbolKind::Parameter:
+    case SymbolKind::MacroParameter:
+    case SymbolKind::TemplateParameter:
+    case SymbolKind::Label:
+    case SymbolKind::UsingName:
+    case SymbolKind::UsingNamespace:
+        return false;
+    default:
+        return true;
+    }
+}
+
+struct Placed {
+    Range extent;
+    Range name;
+};
+
+class SymbolsOfText {
+public:
+    explicit SymbolsOfText(const Subject& subject) : subject(subject), text(subject.Text()) {}
+
+    Json Tree(const std::vector<OutlineNode>& nodes, bool isTop) const
+    {
+        Json items = Json::array();
+        for (const OutlineNode& node : nodes)
+            items.push_back(Item(node, isTop));
+        return items;
+    }
+
+    void AddFlat(const std::vector<OutlineNode>& nodes, bool isTop, Json& items) const
+    {
+        for (const OutlineNode& node : nodes) {
+            Json item = {{"name", NameOf(*node.symbol, isTop)}, {"kind", SymbolKindOf(*node.symbol)}};
+            item["location"] = Location{subject.Uri(), PlaceOf(*node.symbol).extent};
+            if (const std::string container = ContainerName(*node.symbol); !isTop && !container.empty())
+                item["containerName"] = container;
+            items.push_back(std::move(item));
+            AddFlat(node.children, false, items);
+        }
+    }
+
+private:
+    // A member that is defined outside of its class stands at the top with its class.
+    static std::string NameOf(const Symbol& symbol, bool isTop)
+    {
+        const std::string container = isTop ? ContainerName(symbol) : "";
+        return container.empty() ? ItemName(symbol) : container + "::" + ItemName(symbol);
+    }
+
+    Placed PlaceOf(const Symbol& symbol) const
+    {
+        const std::string_view line = text.SourceLine(symbol.line);
+        const size_t start = text.SourceLineStart(symbol.line);
+        const size_t blanks = std::min(line.find_first_not_of(" \t"), line.size());
+        const std::string_view word = symbol.name.substr(0, symbol.name.find(':'));
+        const size_t column = std::min<size_t>(NameColumn(line, word) - 1, line.size());
+        const size_t name = column == 0 ? blanks : column;
+        const size_t nameEnd = line.substr(name).starts_with(word) ? name + word.size() : line.size();
+        const unsigned last = std::max(symbol.line, symbol.endLine);
+        const size_t end = text.SourceLineStart(last) + text.SourceLine(last).size();
+        const Encoding encoding = subject.Encoding();
+        return {text.RangeOf(start + std::min(blanks, name), std::max(end, start + nameEnd), encoding),
+                text.RangeOf(start + name, start + nameEnd, encoding)};
+    }
+
+    Json Item(const OutlineNode& node, bool isTop) const
+    {
+        const Symbol& symbol = *node.symbol;
+        const Placed placed = PlaceOf(symbol);
+        Json item = {{"name", NameOf(symbol, isTop)},
+                     {"kind", SymbolKindOf(symbol)},
+                     {"range", placed.extent},
+                     {"selectionRange", placed.name}};
+        if (!symbol.type.empty() || !symbol.signature.empty())
+            item["detail"] = WithoutMadeNames(std::string(symbol.type) + std::string(symbol.signature));
+        if (!node.children.empty())
+            item["children"] = Tree(node.children, false);
+        return item;
+    }
+
+    const Subject& subject;
+    const Text& text;
+};
+
+} // namespace
+
+Json DocumentSymbols(const TextDocumentParams& params, const RequestContext& context)
+{
+    const Subject subject(context, params.uri);
+    if (!subject.IsSource())
+        return Json::array();
+    const resolve::ParsedTextPointer parsed = subject.Parsed();
+    std::vector<Symbol> shown;
+    std::ranges::copy_if(parsed->parsed->symbols, std::back_inserter(shown), IsShown);
+    const std::vector<OutlineNode> nodes = OutlineOf(shown);
+    const SymbolsOfText symbols(subject);
+    if (context.client.Can("textDocument/documentSymbol/hierarchicalDocumentSymbolSupport"))
+        return symbols.Tree(nodes, true);
+    Json items = Json::array();
+    symbols.AddFlat(nodes, true, items);
+    return items;
+}
+
+} // namespace wren::lsp
