@@ -1,0 +1,37 @@
+// A running server, and messages to and from it.
+#pragma once
+
+#include <chrono>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+// One thread. Nothing is sent while a message is received: the server must take what is sent without being read.
+class Connection {
+public:
+    Connection(const std::vector<std::string>& command, const std::string& directory); // throws
+    ~Connection();
+
+    void Send(const nlohmann::json& message);
+    void SendBytes(const std::string& bytes);
+    void CloseInput();
+    void Signal(int number) const;
+
+    // Nullopt at the end of the output, or when nothing comes in time: IsAtEnd() tells which. Throws when the framing
+    // is wrong.
+    std::optional<nlohmann::json> Receive(std::chrono::milliseconds longest);
+    bool IsAtEnd() const { return atEnd; }
+    int WaitForExit(std::chrono::milliseconds longest); // the exit status; throws when it does not end
+
+private:
+    bool ReadMore(std::chrono::steady_clock::time_point limit);
+    std::optional<nlohmann::json> Take();
+
+    pid_t process = -1;
+    int input = -1;  // of the server
+    int output = -1; // of the server
+    std::string buffer;
+    bool atEnd = false;
+};
