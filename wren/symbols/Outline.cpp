@@ -42,9 +42,9 @@ public:
     {
         const Symbol& symbol = symbols[number];
         size_t parent = kTop;
-        if (const auto named = byName.find(std::string(symbol.scope)); named != byName.end())
-            if (Spans(named->second, symbol.line))
-                parent = named->second;
+        const auto named = byName.find(std::string(symbol.scope));
+        if (named != byName.end() && !IsObjectiveCContainer(symbol.kind) && Spans(named->second, symbol.line))
+            parent = named->second;
         if (parent != kTop && depths[parent] == kDeepest)
             parent = kTop;
         depths.push_back(parent == kTop ? 0 : depths[parent] + 1);
