@@ -68,7 +68,7 @@ int main(int count, char** words)
         return 1;
     }
     symbols::Workspace workspace({.root = std::filesystem::canonical(words[1]), .cache = "", .tagging = *settings});
-    MakeCurrent(workspace.Project());
+    MakeCurrent(*workspace.Project());
     if (symbols::Index* system = workspace.System())
         MakeCurrent(*system);
     for (std::string line; std::getline(std::cin, line);)

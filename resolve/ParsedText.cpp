@@ -4,10 +4,11 @@
 
 namespace resolve {
 
-ParsedText::ParsedText(std::string path, std::string_view text, tagging::TextParser& parser)
-    : path(std::move(path)), text(text), tokens(this->text)
+ParsedText::ParsedText(std::string path, std::string_view text, tagging::TextParser& parser,
+                       std::optional<tagging::Language> language)
+    : path(std::move(path)), givenLanguage(language), text(text), tokens(this->text)
 {
-    auto result = parser.Parse(this->path, this->text, tagging::TextParser::Locals::No);
+    auto result = parser.Parse(this->path, this->text, tagging::TextParser::Locals::No, language);
     if (result)
         parsed = std::move(*result);
     else
@@ -26,9 +27,12 @@ bool ParsedText::IsCplusplus() const
            parsed->language == tagging::Language::ObjectiveCplusplus;
 }
 
-ParsedTextPointer ParsedTexts::Get(const std::string& path, std::string_view text, tagging::TextParser& parser)
+ParsedTextPointer ParsedTexts::Get(const std::string& path, std::string_view text, tagging::TextParser& parser,
+                                   std::optional<tagging::Language> language)
 {
-    const auto isIt = [&](const ParsedTextPointer& each) { return each->path == path && each->text == text; };
+    const auto isIt = [&](const ParsedTextPointer& each) {
+        return each->path == path && each->givenLanguage == language && each->text == text;
+    };
     {
         const std::lock_guard lock(mutex);
         const auto found = std::find_if(last.begin(), last.end(), isIt);
@@ -37,7 +41,7 @@ ParsedTextPointer ParsedTexts::Get(const std::string& path, std::string_view tex
             return last.back();
         }
     }
-    auto made = std::make_shared<const ParsedText>(path, text, parser);
+    auto made = std::make_shared<const ParsedText>(path, text, parser, language);
     const std::lock_guard lock(mutex);
     std::erase_if(last, [&](const ParsedTextPointer& each) { return each->path == path; });
     if (last.size() == kKept)

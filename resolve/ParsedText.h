@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,9 @@ namespace resolve {
 
 // Immutable; any thread. Holds a copy of the text: everything in it refers to that copy.
 struct ParsedText {
-    ParsedText(std::string path, std::string_view text, tagging::TextParser& parser);
+    // 'language' as for the parser.
+    ParsedText(std::string path, std::string_view text, tagging::TextParser& parser,
+               std::optional<tagging::Language> language = std::nullopt);
     ParsedText(const ParsedText&) = delete;
     ParsedText& operator=(const ParsedText&) = delete;
 
@@ -24,6 +27,7 @@ struct ParsedText {
     bool IsC() const { return parsed->language == tagging::Language::C; }
 
     const std::string path;
+    const std::optional<tagging::Language> givenLanguage;
     const std::string text;
     const Tokens tokens;
     std::unique_ptr<const tagging::ParsedSource> parsed; // without symbols when the parser failed
@@ -33,7 +37,8 @@ struct ParsedText {
 class ParsedTexts {
 public:
     // The parser must outlive the call. Parses when the text is not among the last ones.
-    ParsedTextPointer Get(const std::string& path, std::string_view text, tagging::TextParser& parser);
+    ParsedTextPointer Get(const std::string& path, std::string_view text, tagging::TextParser& parser,
+                          std::optional<tagging::Language> language = std::nullopt);
 
 private:
     static constexpr size_t kKept = 4;

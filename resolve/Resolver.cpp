@@ -57,8 +57,8 @@ void Choose(const MeaningList& all, size_t begin, size_t end, bool wantsDefiniti
 ParsedTextPointer Resolver::TextOf(const Place& place) const
 {
     if (texts != nullptr)
-        return texts->Get(place.path, place.text, parser);
-    return std::make_shared<const ParsedText>(place.path, place.text, parser);
+        return texts->Get(place.path, place.text, parser, place.language);
+    return std::make_shared<const ParsedText>(place.path, place.text, parser, place.language);
 }
 
 Answers Resolver::AnswerTo(const Place& place, symbols::Limits limits, Wanted wanted) const

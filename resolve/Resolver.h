@@ -20,6 +20,7 @@ struct Place {
     std::string path;      // as in symbols::File, or absolute when the file is not in the index
     std::string_view text; // of the whole file; borrowed
     size_t offset = 0;     // bytes: at, in or directly after a name
+    std::optional<tagging::Language> language = std::nullopt; // when an editor knows; see tagging::TextParser::Parse
 };
 
 struct Answer {

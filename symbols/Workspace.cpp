@@ -34,11 +34,25 @@ std::string RealPath(const std::string& path)
     return real;
 }
 
-// Nullopt when the path is not below the root.
+bool HasFile(std::string_view path)
+{
+    return path.starts_with('/');
+}
+
+// As an index of it has it.
+std::string RootOf(const WorkspaceOptions& options)
+{
+    std::string root = options.root;
+    while (root.size() > 1 && root.ends_with('/'))
+        root.pop_back();
+    return root;
+}
+
+// Nullopt when the path is not below the root, or there is none.
 std::optional<std::string> Below(std::string_view path, const std::string& root)
 {
     const std::string start = root == "/" ? root : root + "/";
-    if (!path.starts_with(start))
+    if (root.empty() || !path.starts_with(start))
         return std::nullopt;
     return std::string(path.substr(start.size()));
 }
@@ -47,9 +61,11 @@ std::optional<std::string> Below(std::string_view path, const std::string& root)
 
 struct Workspace::Contents {
     explicit Contents(const WorkspaceOptions& options)
-        : project(ProjectOptions(options)), realRoot(RealPath(project.Root())), scratch("/tmp"),
-          parser(ForTexts(options.tagging, project.Root(), scratch.Directory()))
+        : root(RootOf(options)), realRoot(root.empty() ? "" : RealPath(root)), scratch("/tmp"),
+          parser(ForTexts(options.tagging, root, scratch.Directory()))
     {
+        if (options.withProject && !root.empty())
+            project.emplace(ProjectOptions(options));
         if (options.withSystem)
             system.emplace(SystemOptions(options));
     }
@@ -63,7 +79,11 @@ struct Workspace::Contents {
         return settings;
     }
 
-    Index project;
+    SnapshotPointer ProjectNow() const { return project ? project->Current() : nullptr; }
+    SnapshotPointer SystemNow() const { return system ? system->Current() : nullptr; }
+
+    const std::string root;
+    std::optional<Index> project;
     std::optional<Index> system;
     const std::string realRoot;
     const tagging::Scratch scratch;
@@ -73,6 +93,7 @@ struct Workspace::Contents {
     struct Opened {
         std::shared_ptr<const OpenText> text;
         unsigned long version = 0;
+        std::string absolute; // as the editor names it
     };
     std::map<std::string, Opened> open;        // by the path in the index
     std::map<std::string, std::string> places; // of open texts: absolute path, path in the index
@@ -89,9 +110,9 @@ Workspace::Workspace(WorkspaceOptions options) : contents(std::make_unique<Conte
 
 Workspace::~Workspace() = default;
 
-Index& Workspace::Project()
+Index* Workspace::Project()
 {
-    return contents->project;
+    return contents->project ? &*contents->project : nullptr;
 }
 
 Index* Workspace::System()
@@ -106,24 +127,38 @@ tagging::TextParser& Workspace::Parser()
 
 SnapshotPointer Workspace::Current() const
 {
-    const SnapshotPointer project = contents->project.Current();
-    const SnapshotPointer system = contents->system ? contents->system->Current() : nullptr;
+    const SnapshotPointer project = contents->ProjectNow();
+    const SnapshotPointer system = contents->SystemNow();
     const std::lock_guard lock(contents->mutex);
     Contents::View& view = contents->view;
     if (view.combined != nullptr && view.project == project && view.system == system)
         return view.combined;
     std::vector<std::shared_ptr<const OpenText>> open;
     for (const auto& [path, opened] : contents->open)
-        open.push_back(opened.text);
+        if (HasFile(opened.absolute))
+            open.push_back(opened.text);
     view = {project, system, Combined(project, system, "/", open)};
     return view.combined;
+}
+
+SnapshotPointer Workspace::CurrentFor(const std::string& path) const
+{
+    if (!HasFile(path)) {
+        const std::lock_guard lock(contents->mutex);
+        const auto text = contents->open.find(path);
+        if (text != contents->open.end() && !HasFile(text->second.absolute))
+            return Combined(nullptr, nullptr, "/", {text->second.text});
+    }
+    return Current();
 }
 
 // A link, or a path through one, is known by the path of its file.
 std::string Workspace::PathInIndex(std::string_view absolute) const
 {
-    const std::optional<std::string> path = Below(absolute, contents->project.Root());
-    const SnapshotPointer project = contents->project.Current();
+    if (!HasFile(absolute))
+        return std::string(absolute);
+    const std::optional<std::string> path = Below(absolute, contents->root);
+    const SnapshotPointer project = contents->ProjectNow();
     if (path && (project == nullptr || project->FindFile(*path)))
         return *path;
     const std::optional<std::string> real = Below(RealPath(std::string(absolute)), contents->realRoot);
@@ -134,10 +169,15 @@ std::string Workspace::PathInIndex(std::string_view absolute) const
 
 std::string Workspace::AbsolutePath(const File& file) const
 {
-    if (file.path.starts_with('/'))
+    if (HasFile(file.path))
         return std::string(file.path);
-    const std::string& root = contents->project.Root();
-    std::string path = root == "/" ? root : root + "/";
+    {
+        const std::lock_guard lock(contents->mutex);
+        const auto text = contents->open.find(std::string(file.path));
+        if (text != contents->open.end() && !HasFile(text->second.absolute))
+            return text->second.absolute;
+    }
+    std::string path = contents->root == "/" ? contents->root : contents->root + "/";
     return path.append(file.path);
 }
 
@@ -150,11 +190,14 @@ std::optional<std::string> Workspace::Read(const std::string& path) const
     }
     File file;
     file.path = path;
+    if (contents->root.empty() && !HasFile(path))
+        return std::nullopt;
     return ReadSmallFile(AbsolutePath(file), Links::Follow, kMostOfFile);
 }
 
 // Of two texts for one path at a time, the one that came last counts, whichever is parsed first.
-base::Result<void> Workspace::SetOpenText(const std::string& path, std::string text)
+base::Result<void> Workspace::SetOpenText(const std::string& path, std::string text,
+                                          std::optional<tagging::Language> language)
 {
     unsigned long version;
     {
@@ -162,7 +205,7 @@ base::Result<void> Workspace::SetOpenText(const std::string& path, std::string t
         version = ++contents->versions;
     }
     base::Result<std::unique_ptr<tagging::ParsedSource>> parsed =
-        contents->parser.Parse(path, text, tagging::TextParser::Locals::No);
+        contents->parser.Parse(path, text, tagging::TextParser::Locals::No, language);
     std::string place = PathInIndex(path);
     {
         const std::lock_guard lock(contents->mutex);
@@ -175,7 +218,7 @@ base::Result<void> Workspace::SetOpenText(const std::string& path, std::string t
     contents->places.try_emplace(path, place); // it may have been closed meanwhile
     Contents::Opened& opened = contents->open[place];
     if (opened.version < version)
-        opened = {std::move(open), version};
+        opened = {std::move(open), version, path};
     contents->view.combined = nullptr;
     return parsed ? base::Result<void>() : parsed.Failure();
 }

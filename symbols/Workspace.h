@@ -13,25 +13,32 @@
 namespace symbols {
 
 struct WorkspaceOptions {
-    std::string root;       // absolute
-    std::string cache;      // the directory of all indexes; "" for the user's
-    bool withSystem = true; // the headers of the system as well
+    std::string root;        // absolute; "" for files that have none: then all paths are absolute, and no project
+    std::string cache;       // the directory of all indexes; "" for the user's
+    bool withSystem = true;  // the headers of the system as well
+    bool withProject = true; // the index of the root
     tagging::Settings tagging;
 };
 
 // Any thread. One for each root.
+//
+// A text without a file, such as "untitled:Untitled-1", has a path that is not absolute. It knows only itself, and no
+// other text knows it.
 class Workspace {
 public:
     explicit Workspace(WorkspaceOptions options);
     ~Workspace();
 
-    Index& Project();
-    Index* System(); // null without the system's headers
+    Index* Project(); // null without the project, or without a root
+    Index* System();  // null without the system's headers
 
     // Both indexes and the open texts as one; never null. Does not wait.
     SnapshotPointer Current() const;
+    // What a question about the file may see: Current(), or for a text without a file that text alone. 'path' as for
+    // SetOpenText or as in File::path.
+    SnapshotPointer CurrentFor(const std::string& path) const;
 
-    // The path of a file as in File::path, from an absolute one, and the reverse.
+    // The path of a file as in File::path, from an absolute one, and the reverse. Paths of texts without a file stay.
     std::string PathInIndex(std::string_view absolute) const;
     std::string AbsolutePath(const File& file) const;
 
@@ -39,8 +46,10 @@ public:
     std::optional<std::string> Read(const std::string& path) const;
 
     // A text that an editor holds, by its absolute path; replaces an earlier one. Its symbols are in Current() when
-    // this returns, also after an error of the parser, which leaves the text without symbols.
-    base::Result<void> SetOpenText(const std::string& path, std::string text);
+    // this returns, also after an error of the parser, which leaves the text without symbols. 'language' as for
+    // tagging::TextParser::Parse: questions about the text need the same one.
+    base::Result<void> SetOpenText(const std::string& path, std::string text,
+                                   std::optional<tagging::Language> language = std::nullopt);
     void CloseText(const std::string& path);
 
     tagging::TextParser& Parser(); // for texts, with their locals

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -46,8 +47,10 @@ public:
     ~TextParser();
 
     // 'path' is the file that the text belongs to, for its language; it need not exist. A crash or a hang of ctags is
-    // an error, and leaves the parser usable.
-    base::Result<std::unique_ptr<ParsedSource>> Parse(const std::string& path, std::string_view text, Locals locals);
+    // an error, and leaves the parser usable. A 'language' counts more than the path, except for a header "x.h": these
+    // may be of any language, so the text decides, and editors do not know better.
+    base::Result<std::unique_ptr<ParsedSource>> Parse(const std::string& path, std::string_view text, Locals locals,
+                                                      std::optional<Language> language = std::nullopt);
 
 private:
     struct Contents;

@@ -82,6 +82,21 @@ Symbol MacroOf(const Facts::Define& found, base::TextPool& texts)
     return macro;
 }
 
+Says SaysOf(Language language)
+{
+    switch (language) {
+    case Language::C:
+        return Says::C;
+    case Language::Cplusplus:
+        return Says::Cplusplus;
+    case Language::ObjectiveC:
+        return Says::ObjectiveC;
+    case Language::ObjectiveCplusplus:
+        return Says::ObjectiveCplusplus;
+    }
+    return Says::Nothing;
+}
+
 bool IsAnonymousScope(std::string_view scope)
 {
     return scope.find("__anon") != std::string_view::npos;
@@ -110,12 +125,14 @@ bool IsLocal(const Symbol& symbol, bool isHeader)
 
 } // namespace
 
-HalfParsed SourceReader::Read(std::string_view path, std::string_view text)
+HalfParsed SourceReader::Read(std::string_view path, std::string_view text, std::optional<Language> language)
 {
     HalfParsed half;
     half.source = std::make_unique<ParsedSource>();
     ParsedSource& source = *half.source;
-    const NameOfSource name = ReadNameOfSource(path);
+    NameOfSource name = ReadNameOfSource(path);
+    if (language && !path.ends_with(".h"))
+        name.says = SaysOf(*language);
     const Facts facts = finder.Find(text);
     const bool mayBeObjectiveC =
         name.says == Says::ObjectiveC || name.says == Says::ObjectiveCplusplus || name.says == Says::Nothing;

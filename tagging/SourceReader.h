@@ -46,8 +46,8 @@ class SourceReader {
 public:
     explicit SourceReader(const Settings& settings) : settings(settings) {} // must outlive it
 
-    // Copies what it needs of the text.
-    HalfParsed Read(std::string_view path, std::string_view text);
+    // Copies what it needs of the text. See TextParser for the language.
+    HalfParsed Read(std::string_view path, std::string_view text, std::optional<Language> language = std::nullopt);
 
 private:
     const Settings& settings;

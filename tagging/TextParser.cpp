@@ -36,10 +36,10 @@ TextParser::TextParser(const Settings& settings) : contents(std::make_unique<Con
 TextParser::~TextParser() = default;
 
 base::Result<std::unique_ptr<ParsedSource>> TextParser::Parse(const std::string& path, std::string_view text,
-                                                              Locals locals)
+                                                              Locals locals, std::optional<Language> language)
 {
     const std::lock_guard lock(contents->mutex);
-    HalfParsed half = contents->reader.Read(path, text);
+    HalfParsed half = contents->reader.Read(path, text, language);
     CtagsAtHand& ctags = contents->CtagsFor(half.parser, locals);
     const base::Result<std::string> output = ctags.OutputFor(half.rest ? *half.rest : text);
     if (!output)

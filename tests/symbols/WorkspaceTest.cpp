@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 WorkspaceOptions OptionsOf(const IndexStory& story)
 {
-    return {story.top, story.Cache(), false, TestSettings()};
+    return {.root = story.top, .cache = story.Cache(), .withSystem = false, .tagging = TestSettings()};
 }
 
 } // namespace
@@ -37,7 +37,7 @@ TEST(Workspace, ShowsUpdatesOfItsIndex)
     EXPECT_EQ(AnswerFor(before, "a"), "a: a.c:1 in a.c");
     EXPECT_EQ(workspace.Current(), before) << "nothing has changed";
     story.Write("b.c", "int b;\n");
-    ASSERT_TRUE(workspace.Project().Update({}, story.cancel));
+    ASSERT_TRUE(workspace.Project()->Update({}, story.cancel));
     EXPECT_EQ(AnswerFor(workspace.Current(), "b"), "b: b.c:1 in b.c");
 }
 
@@ -106,6 +106,89 @@ TEST(Workspace, ReadsFilesOfTheProjectAndOthers)
     EXPECT_EQ(workspace.Read("/dev/zero"), std::nullopt);
 }
 
+TEST(Workspace, WithoutAProjectHasTheOpenTexts)
+{
+    IndexStory story;
+    story.Write("a.c", "int a;\n");
+    WorkspaceOptions options = OptionsOf(story);
+    options.withProject = false;
+    Workspace workspace(options);
+    EXPECT_EQ(workspace.Project(), nullptr);
+    EXPECT_EQ(workspace.Current()->Totals().files, 0u);
+    ASSERT_TRUE(workspace.SetOpenText(story.Path("x/b.c"), "int b;\n"));
+    EXPECT_EQ(AnswerFor(workspace.Current(), "b"), "b: x/b.c:1 in x/b.c");
+    EXPECT_EQ(workspace.Read("a.c"), "int a;\n");
+    EXPECT_FALSE(fs::exists(story.Cache())) << "nothing is indexed";
+}
+
+TEST(Workspace, WithoutARootHasAbsolutePaths)
+{
+    IndexStory story;
+    const std::string path = story.Write("a.c", "int a;\n");
+    Workspace workspace({.root = "", .cache = story.Cache(), .withSystem = false, .tagging = TestSettings()});
+    EXPECT_EQ(workspace.Project(), nullptr);
+    EXPECT_EQ(workspace.PathInIndex(path), path);
+    ASSERT_TRUE(workspace.SetOpenText(path, "int changed;\n"));
+    EXPECT_EQ(AnswerFor(workspace.Current(), "changed"), "changed: " + path + ":1 in " + path);
+    EXPECT_EQ(workspace.Read(path), "int changed;\n");
+    workspace.CloseText(path);
+    EXPECT_EQ(AnswerFor(workspace.Current(), "changed"), "changed: in");
+    EXPECT_EQ(workspace.Read(path), "int a;\n");
+    EXPECT_EQ(workspace.Read("a.c"), std::nullopt) << "not the file in the current directory";
+}
+
+TEST(Workspace, KeepsTextsWithoutAFileApart)
+{
+    IndexStory story;
+    story.Write("a.c", "int a;\n");
+    story.Update();
+    Workspace workspace(OptionsOf(story));
+    const std::string untitled = "untitled:Untitled-1";
+    ASSERT_TRUE(workspace.SetOpenText(untitled, "class Fresh { int a; };\n", tagging::Language::Cplusplus));
+    EXPECT_EQ(AnswerFor(workspace.CurrentFor(untitled), "Fresh"),
+              "Fresh: untitled:Untitled-1:1 in untitled:Untitled-1");
+    EXPECT_EQ(AnswerFor(workspace.CurrentFor(untitled), "a"), "a: untitled:Untitled-1:1 in untitled:Untitled-1");
+    EXPECT_EQ(AnswerFor(workspace.CurrentFor("a.c"), "a"), "a: a.c:1 in a.c");
+    EXPECT_EQ(AnswerFor(workspace.CurrentFor(story.Path("a.c")), "Fresh"), "Fresh: in");
+    EXPECT_EQ(workspace.PathInIndex(untitled), untitled);
+    File file;
+    file.path = untitled;
+    EXPECT_EQ(workspace.AbsolutePath(file), untitled);
+    EXPECT_EQ(workspace.Read(untitled), "class Fresh { int a; };\n");
+    workspace.CloseText(untitled);
+    EXPECT_EQ(workspace.Read(untitled), std::nullopt);
+}
+
+TEST(Workspace, BelievesTheEditorAboutTheLanguageExceptForHeaders)
+{
+    struct Case {
+        const char* why;
+        const char* path;
+        const char* text;
+        std::optional<tagging::Language> given;
+        tagging::Language language;
+    };
+    using tagging::Language;
+    const Case cases[] = {
+        {"the name says it", "a.c", "int class;\n", std::nullopt, Language::C},
+        {"the editor knows better than the name", "b.c", "class A {};\n", Language::Cplusplus, Language::Cplusplus},
+        {"a name that says nothing", "c.x", "int class;\n", Language::C, Language::C},
+        {"a name of C++ that the editor reads as C", "d.hpp", "int class;\n", Language::C, Language::C},
+        {"Objective-C++ as told", "e.m", "@class A;\n", Language::ObjectiveCplusplus, Language::ObjectiveCplusplus},
+        {"a header is what it contains", "f.h", "class A { public: int a; };\n", Language::C, Language::Cplusplus},
+        {"so is one of C", "g.h", "int a;\n", Language::Cplusplus, Language::C},
+    };
+    IndexStory story;
+    Workspace workspace(OptionsOf(story));
+    for (const Case& each : cases) {
+        ASSERT_TRUE(workspace.SetOpenText(story.Path(each.path), each.text, each.given));
+        const SnapshotPointer current = workspace.Current();
+        const std::optional<FileNumber> file = current->FindFile(each.path);
+        ASSERT_TRUE(file) << each.path;
+        EXPECT_EQ(current->FileOf(*file).language, each.language) << each.why;
+    }
+}
+
 // For ThreadSanitizer.
 TEST(Workspace, IsUsedByManyThreads)
 {
@@ -116,7 +199,7 @@ TEST(Workspace, IsUsedByManyThreads)
     threads.emplace_back([&] {
         for (int i = 0; i < 5; ++i) {
             story.Write("b.c", "int b" + std::to_string(i) + ";\n");
-            EXPECT_TRUE(workspace.Project().Update({}, story.cancel));
+            EXPECT_TRUE(workspace.Project()->Update({}, story.cancel));
         }
     });
     threads.emplace_back([&] {

@@ -37,7 +37,7 @@ public:
     {
     }
 
-    bool HasIndex() { return workspace.Project().Current() != nullptr; }
+    bool HasIndex() { return workspace.Project()->Current() != nullptr; }
     void Cancel() { cancel.Cancel(); }
 
     std::optional<TagsOutcome> Make();
@@ -63,7 +63,7 @@ private:
 bool Job::Find()
 {
     const std::optional<std::vector<std::string>> found = WantedSources(wanted.directory, wanted.patterns);
-    const std::string& root = workspace.Project().Root();
+    const std::string& root = workspace.Project()->Root();
     const std::string start = root == "/" ? root : root + "/";
     if (!found)
         return false;
@@ -87,7 +87,7 @@ bool Job::HasFailed(const symbols::File& file) const
 // program tries a source again on which ctags failed, and reports it.
 bool Job::IsWorthAnUpdate()
 {
-    const symbols::SnapshotPointer before = workspace.Project().Current();
+    const symbols::SnapshotPointer before = workspace.Project()->Current();
     if (before == nullptr)
         return false;
     size_t known = 0;
@@ -103,13 +103,13 @@ bool Job::IsWorthAnUpdate()
 bool Job::Update()
 {
     IndexProgress progress("");
-    return static_cast<bool>(workspace.Project().Update(progress.Listener(), cancel));
+    return static_cast<bool>(workspace.Project()->Update(progress.Listener(), cancel));
 }
 
 // Adds the sources that the index does not have; false when they are too many, or when ctags failed on any source.
 bool Job::TakeOthers()
 {
-    const symbols::SnapshotPointer project = workspace.Project().Current();
+    const symbols::SnapshotPointer project = workspace.Project()->Current();
     if (project == nullptr)
         return false;
     std::vector<std::string> others;
@@ -150,7 +150,7 @@ bool Job::Write(TagsTarget& target, const std::string& unfinished)
 {
     symbols::TagsFileOptions options;
     options.target = unfinished;
-    options.root = workspace.Project().Root();
+    options.root = workspace.Project()->Root();
     options.version = WREN_VERSION;
     options.jobs = settings.jobs;
     options.wants = [this](const symbols::File& file) { return sources.contains(std::string(file.path)); };

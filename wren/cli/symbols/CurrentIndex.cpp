@@ -43,7 +43,7 @@ CurrentIndex::~CurrentIndex()
 
 base::Result<void> CurrentIndex::Prepare()
 {
-    symbols::Index& project = workspace.Project();
+    symbols::Index& project = *workspace.Project();
     symbols::Index* const system = workspace.System();
     checksProject = !choice.waits && project.Current() != nullptr;
     if (!checksProject)
@@ -105,7 +105,7 @@ void CurrentIndex::StartCheck()
 
 void CurrentIndex::Check()
 {
-    if (checksProject && workspace.Project().Update({}, cancelCheck))
+    if (checksProject && workspace.Project()->Update({}, cancelCheck))
         Note(projectIsCurrent);
     if (checksSystem)
         CheckSystem();
@@ -134,7 +134,7 @@ void CurrentIndex::Note(bool& what)
 std::string CurrentIndex::WhyStale()
 {
     const std::lock_guard guard(mutex);
-    const std::string& root = workspace.Project().Root();
+    const std::string& root = workspace.Project()->Root();
     if (!projectIsCurrent)
         return "looking for changed files in " + root + " takes longer, so answers may be stale; --fresh waits for it";
     if (systemHasChanged)

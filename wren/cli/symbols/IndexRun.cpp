@@ -246,7 +246,7 @@ int RunIndex(const IndexWords& words)
     else if (!words.status && !words.remove)
         return Unusable(settings.Failure());
     symbols::Workspace workspace(options);
-    return IndexRun(words, words.system ? *workspace.System() : workspace.Project()).Run();
+    return IndexRun(words, words.system ? *workspace.System() : *workspace.Project()).Run();
 }
 
 } // namespace wren

@@ -51,13 +51,13 @@ bool Project::Update(symbols::Index& index, const std::string& what)
 
 void Project::Run()
 {
-    if (isIndexed && !Update(workspace.Project(), root))
+    if (isIndexed && !Update(*workspace.Project(), root))
         return;
     if (workspace.System() != nullptr)
         Update(*workspace.System(), "/");
     if (!isIndexed || cancel->IsCancelled())
         return;
-    const base::Result<void> watched = workspace.Project().Watch(
+    const base::Result<void> watched = workspace.Project()->Watch(
         {}, [](const symbols::UpdateResult&) {}, *cancel);
     if (!watched && !cancel->IsCancelled())
         listener.warn(watched.Failure().Message());
