@@ -4,6 +4,10 @@
 #include "symbols/store/SortTexts.h"
 
 #include <algorithm>
+#include <bit>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace symbols {
 
@@ -11,6 +15,51 @@ namespace {
 
 // Longer patterns are found side by side only.
 constexpr size_t kMostLetters = 64;
+
+bool IsSmall(char c)
+{
+    return c >= 'a' && c <= 'z';
+}
+
+// A character to be found; a small letter may stand for its capital, too.
+class Wanted {
+public:
+    Wanted(char character, bool inBothCases) : character(character), ignoredBits(inBothCases ? '\x20' : '\0') {}
+
+    // The place after the first one at 'from' or later, or npos.
+    size_t FindAfter(std::string_view text, size_t from) const
+    {
+#ifdef __SSE2__
+        for (; text.size() - from >= kBlock; from += kBlock)
+            if (const unsigned found = PlacesIn(text.data() + from); found != 0)
+                return from + static_cast<size_t>(std::countr_zero(found)) + 1;
+        if (text.size() >= kBlock) { // the last bytes, once more together with some before them
+            const unsigned known = static_cast<unsigned>(from - (text.size() - kBlock));
+            const unsigned found = PlacesIn(text.data() + text.size() - kBlock) >> known;
+            return found == 0 ? std::string_view::npos : from + static_cast<size_t>(std::countr_zero(found)) + 1;
+        }
+#endif
+        for (; from < text.size(); from++)
+            if ((text[from] | ignoredBits) == character)
+                return from + 1;
+        return std::string_view::npos;
+    }
+
+private:
+#ifdef __SSE2__
+    static constexpr size_t kBlock = sizeof(__m128i);
+
+    // As bits, the first place the lowest one.
+    unsigned PlacesIn(const char* block) const
+    {
+        const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(block));
+        const __m128i same = _mm_or_si128(bytes, _mm_set1_epi8(ignoredBits));
+        return static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(same, _mm_set1_epi8(character))));
+    }
+#endif
+    char character;
+    char ignoredBits;
+};
 
 } // namespace
 
@@ -34,7 +83,7 @@ bool FuzzyPattern::AreEqual(char inName, char inPattern) const
 
 FuzzyPattern::Chances FuzzyPattern::ChancesOf(const NameTraits& traits, int worst) const
 {
-    if ((traits.letters & needed) != needed)
+    if (!HasLetters(traits))
         return {false, false, false};
     int missing = 0; // pairs of neighbours, each of which needs a break
     std::uint64_t initials = initial;
@@ -47,24 +96,16 @@ FuzzyPattern::Chances FuzzyPattern::ChancesOf(const NameTraits& traits, int wors
             missing == 0 && worst >= kNeighbours, worst >= kAnywhere};
 }
 
-// A set of bits says how many of the first letters have been found: without branches, since this rules out most names.
+// This rules out most names, and looks at many of their characters at once.
 bool FuzzyPattern::Contains(std::string_view text) const
 {
-    const size_t count = std::min(letters.size(), kMostLetters);
-    std::uint64_t found = 0;
-    for (const char c : text)
-        found |= (found << 1 | 1) & places[static_cast<unsigned char>(c)];
-    if (count > 0 && (found >> (count - 1) & 1) == 0)
-        return false;
-    return letters.size() <= kMostLetters || ContainsAll(text);
-}
-
-bool FuzzyPattern::ContainsAll(std::string_view text) const
-{
-    size_t next = 0;
-    for (size_t i = 0; i < text.size() && next < letters.size(); i++)
-        next += AreEqual(text[i], letters[next]) ? 1 : 0;
-    return next == letters.size();
+    size_t after = 0;
+    for (const char letter : letters) {
+        after = Wanted(letter, !caseCounts && IsSmall(letter)).FindAfter(text, after);
+        if (after == std::string_view::npos)
+            return false;
+    }
+    return true;
 }
 
 size_t FuzzyPattern::Find(std::string_view name) const

@@ -39,6 +39,7 @@ public:
 
         bool Any() const { return atWords || asNeighbours || anywhere; }
     };
+    bool HasLetters(const NameTraits& traits) const { return (traits.letters & needed) == needed; } // or no chance
     Chances ChancesOf(const NameTraits& traits, int worst) const; // of kinds up to 'worst'
 
     // The kind, if it has a chance; kNoMatch or a worse kind otherwise. Looks at the first kLongestFuzzy bytes.
@@ -55,7 +56,6 @@ private:
     };
 
     bool AreEqual(char inName, char inPattern) const;
-    bool ContainsAll(std::string_view text) const;
     size_t Find(std::string_view name) const;
     bool IsAtWords(std::string_view name) const;
     int LeastBreaks(std::string_view name) const;

@@ -131,14 +131,20 @@ private:
         for (std::uint32_t i = 0; i < names.count && traits != nullptr; i++) {
             if (i % kStepsBetweenChecks == 0 && IsCancelled())
                 return;
-            const FuzzyPattern::Chances chances = pattern.ChancesOf(traits[i], worst);
-            if (!chances.Any())
+            if (!pattern.HasLetters(traits[i]))
+                continue;
+            // Where any order of breaks will do, the traits say little, and the name itself rules out more.
+            const bool nameFirst = worst == kAnywhere;
+            if (!nameFirst && !pattern.ChancesOf(traits[i], worst).Any())
                 continue;
             if (texts == nullptr)
                 texts = part.segment->TextsOf(names);
             if (texts == nullptr)
                 return;
-            const int kind = pattern.KindOf({texts + i * names.length, names.length}, chances);
+            const std::string_view name(texts + i * names.length, names.length);
+            if (nameFirst && !pattern.Contains(name))
+                continue;
+            const int kind = pattern.KindOf(name, pattern.ChancesOf(traits[i], worst));
             if (kind > worst || kind == kNoMatch || (hasBeginnings && kind <= kBeginning))
                 continue;
             if (const auto key = part.segment->KeyOfFuzzy(names.first + i))
