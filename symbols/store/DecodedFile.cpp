@@ -4,18 +4,25 @@ namespace symbols {
 
 bool DecodeSymbol(const Segment& segment, VarintReader& reader, tagging::Symbol* symbol)
 {
-    constexpr std::string_view tagging::Symbol::*kTexts[] = {
-        &tagging::Symbol::name,      &tagging::Symbol::scope, &tagging::Symbol::type,
-        &tagging::Symbol::signature, &tagging::Symbol::bases, &tagging::Symbol::templateParameters,
-        &tagging::Symbol::target,
-    };
     SymbolRecord record;
     if (!ReadSymbol(reader, &record)) {
         segment.SetDamaged();
         return false;
     }
+    return FillSymbol(segment, record, symbol);
+}
+
+bool FillSymbol(const Segment& segment, const SymbolRecord& record, tagging::Symbol* symbol)
+{
+    constexpr std::string_view tagging::Symbol::*kTexts[] = {
+        &tagging::Symbol::name,      &tagging::Symbol::scope, &tagging::Symbol::type,
+        &tagging::Symbol::signature, &tagging::Symbol::bases, &tagging::Symbol::templateParameters,
+        &tagging::Symbol::target,
+    };
     *symbol = record.rest;
     for (size_t i = 0; i < SymbolRecord::kTexts; i++) {
+        if (record.texts[i] == 0)
+            continue;
         const std::optional<std::string_view> text = segment.Text(record.texts[i]);
         if (!text)
             return false;

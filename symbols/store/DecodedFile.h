@@ -20,6 +20,7 @@ std::optional<DecodedFile> DecodeFile(const Segment& segment, FileInSegment file
 
 // Reads one symbol; false, with the segment marked, when it is damaged.
 bool DecodeSymbol(const Segment& segment, VarintReader& reader, tagging::Symbol* symbol);
+bool FillSymbol(const Segment& segment, const SymbolRecord& record, tagging::Symbol* symbol); // its second half
 bool DecodeInclude(const Segment& segment, VarintReader& reader, tagging::Include* include);
 
 } // namespace symbols

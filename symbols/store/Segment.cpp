@@ -73,7 +73,7 @@ bool Segment::TakeFooter()
     return true;
 }
 
-const char* Segment::At(Section section, std::uint64_t offset, std::uint64_t length) const
+const char* Segment::Verified(Section section, std::uint64_t offset, std::uint64_t length) const
 {
     const SegmentFooter::Place& place = footer.sections[static_cast<size_t>(section)];
     if (offset > place.length || length > place.length - offset) {
@@ -129,12 +129,20 @@ std::optional<FileInSegment> Segment::FindFile(std::string_view path) const
 }
 
 // Of several files that begin at a place, only the last one can have something there.
-FileInSegment Segment::FileAt(std::uint32_t FileRecord::*begin, std::uint32_t place) const
+FileInSegment Segment::FileAt(std::uint32_t FileRecord::*begin, std::uint32_t place, FileInSegment from) const
 {
-    const FileInSegment after = Bisect(fileCount, [&](FileInSegment i) {
+    const auto beginsUpTo = [&](FileInSegment i) {
         const std::optional<FileRecord> record = File(i);
         return record && (*record).*begin <= place;
-    });
+    };
+    FileInSegment last = std::min(from, fileCount); // not behind it
+    std::uint32_t step = 1;
+    while (step < fileCount - last && beginsUpTo(last + step)) {
+        last += step;
+        step *= 2;
+    }
+    const std::uint32_t left = std::min(step, fileCount - last);
+    const FileInSegment after = last + Bisect(left, [&](std::uint32_t i) { return beginsUpTo(last + i); });
     return after == 0 ? 0 : after - 1;
 }
 
@@ -169,14 +177,16 @@ std::optional<std::string_view> Segment::Text(TextNumber number) const
 {
     if (number == 0)
         return "";
-    const std::optional<std::uint32_t> from = Value<std::uint32_t>(Section::TextEnds, number - 1);
-    const std::optional<std::uint32_t> to = Value<std::uint32_t>(Section::TextEnds, number);
-    if (!from || !to)
+    std::uint32_t ends[2]; // of the text before it, and its own
+    const char* const both = At(Section::TextEnds, (number - std::uint64_t(1)) * sizeof(ends[0]), sizeof(ends));
+    if (both == nullptr)
         return std::nullopt;
-    const char* const place = At(Section::Texts, *from, *to < *from ? UINT64_MAX : *to - *from);
+    std::memcpy(ends, both, sizeof(ends));
+    const auto [from, to] = ends;
+    const char* const place = At(Section::Texts, from, to < from ? UINT64_MAX : to - from);
     if (place == nullptr)
         return std::nullopt;
-    return std::string_view(place, *to - *from);
+    return std::string_view(place, to - from);
 }
 
 std::optional<TextNumber> Segment::TextOfKey(std::uint32_t key) const

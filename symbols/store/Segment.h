@@ -37,8 +37,15 @@ public:
     std::optional<FileRecord> File(FileInSegment file) const;
     std::optional<std::string_view> PathOf(FileInSegment file) const;
     std::optional<FileInSegment> FindFile(std::string_view path) const;
-    FileInSegment FileOfSymbol(std::uint32_t place) const { return FileAt(&FileRecord::symbols, place); }
-    FileInSegment FileOfInclude(std::uint32_t place) const { return FileAt(&FileRecord::includes, place); }
+    // 'from': the file of an earlier place, or 0; near ones are found sooner.
+    FileInSegment FileOfSymbol(std::uint32_t place, FileInSegment from) const
+    {
+        return FileAt(&FileRecord::symbols, place, from);
+    }
+    FileInSegment FileOfInclude(std::uint32_t place, FileInSegment from) const
+    {
+        return FileAt(&FileRecord::includes, place, from);
+    }
 
     // Files of these lists are by path. The bytes of a file's symbols, includes and mentions.
     struct Range {
@@ -49,6 +56,14 @@ public:
     std::optional<std::string_view> BytesFrom(Section section, std::uint32_t place, size_t atMost) const;
 
     std::optional<std::string_view> Text(TextNumber number) const;
+
+    // Has memory loaded that BytesFrom(), or Text(), will read a little later.
+    void Expect(Section section, std::uint64_t place) const
+    {
+        if (place < Length(section))
+            __builtin_prefetch(bytes.All().data() + footer.sections[static_cast<size_t>(section)].offset + place);
+    }
+    void ExpectText(TextNumber number) const { Expect(Section::TextEnds, std::uint64_t(number) * sizeof(number)); }
 
     std::uint32_t KeyCount() const { return static_cast<std::uint32_t>(Length(Section::Keys) / sizeof(TextNumber)); }
     std::optional<TextNumber> TextOfKey(std::uint32_t key) const;
@@ -89,12 +104,23 @@ public:
 private:
     bool TakeFooter();
     std::uint64_t Length(Section section) const { return footer.sections[static_cast<size_t>(section)].length; }
-    const char* At(Section section, std::uint64_t offset, std::uint64_t length) const; // null when damaged
+    const char* At(Section section, std::uint64_t offset, std::uint64_t length) const // null when damaged
+    {
+        const SegmentFooter::Place& place = footer.sections[static_cast<size_t>(section)];
+        const std::uint64_t begin = place.offset + offset;
+        // Nearly always: a few bytes of a block that has been used before.
+        if (offset < place.length && length - 1 < place.length - offset && begin / kBlockSize < blockCount &&
+            (begin + length - 1) / kBlockSize == begin / kBlockSize &&
+            blocks[begin / kBlockSize].load(std::memory_order_relaxed) == Block::Good)
+            return bytes.All().data() + begin;
+        return Verified(section, offset, length);
+    }
+    const char* Verified(Section section, std::uint64_t offset, std::uint64_t length) const;
     bool IsVerified(std::uint64_t offset, std::uint64_t length) const;
     bool Verify(std::uint64_t block) const;
     template <class IsBefore>
     std::uint32_t BisectNames(IsBefore isBefore) const;
-    FileInSegment FileAt(std::uint32_t FileRecord::*begin, std::uint32_t place) const;
+    FileInSegment FileAt(std::uint32_t FileRecord::*begin, std::uint32_t place, FileInSegment from) const;
     template <class T>
     std::optional<T> Value(Section section, std::uint64_t index) const
     {

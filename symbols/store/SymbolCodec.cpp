@@ -6,9 +6,11 @@ namespace {
 
 // One byte with the kind and kEndLine; two bytes of bits; the name and the line; then what the bits say is there.
 constexpr unsigned kEndLine = 0x80; // there is one
+constexpr unsigned kFirstFlag = 2;
+constexpr unsigned kAllFlags = 0xff;
 constexpr unsigned kFirstText = 10; // its bit says that there is a scope; the bits of the other texts follow
 
-bool tagging::Symbol::*const kFlags[] = {
+constexpr bool tagging::Symbol::*kFlags[] = {
     &tagging::Symbol::isDefinition,     &tagging::Symbol::isFileLocal,      &tagging::Symbol::isStatic,
     &tagging::Symbol::isScopedEnum,     &tagging::Symbol::isInline,         &tagging::Symbol::isVirtual,
     &tagging::Symbol::isSpecialization, &tagging::Symbol::isUnknownToCtags,
@@ -25,7 +27,7 @@ static_assert(static_cast<unsigned>(tagging::kLastSymbolKind) < kEndLine);
 unsigned BitsOf(const SymbolRecord& symbol)
 {
     unsigned bits = static_cast<unsigned>(symbol.rest.access);
-    unsigned bit = 2;
+    unsigned bit = kFirstFlag;
     for (bool tagging::Symbol::*const flag : kFlags)
         bits |= unsigned(symbol.rest.*flag) << bit++;
     for (size_t i = SymbolRecord::Scope; i < SymbolRecord::kTexts; i++)
@@ -65,15 +67,16 @@ bool ReadSymbol(VarintReader& reader, SymbolRecord* symbol)
     symbol->rest.line = reader.Number();
     symbol->rest.kind = static_cast<tagging::SymbolKind>(kind);
     symbol->rest.access = static_cast<tagging::Symbol::Access>(bits & 3);
-    unsigned bit = 2;
-    for (bool tagging::Symbol::*const flag : kFlags)
-        symbol->rest.*flag = (bits >> bit++ & 1) != 0;
+    const unsigned flags = bits >> kFirstFlag & kAllFlags;
+    for (unsigned i = 0; flags >> i != 0; i++) // most have one of the first or none
+        symbol->rest.*kFlags[i] = (flags >> i & 1) != 0;
     unsigned scopeKind = 0;
     if ((bits >> kFirstText & 1) != 0)
         scopeKind = reader.Byte();
     symbol->rest.scopeKind = static_cast<tagging::SymbolKind>(scopeKind);
-    for (size_t i = SymbolRecord::Scope; i < SymbolRecord::kTexts; i++)
-        if ((bits >> (kFirstText + i - SymbolRecord::Scope) & 1) != 0)
+    unsigned texts = bits >> kFirstText;
+    for (size_t i = SymbolRecord::Scope; i < SymbolRecord::kTexts; i++, texts >>= 1)
+        if ((texts & 1) != 0)
             symbol->texts[i] = reader.Number();
     if ((first & kEndLine) != 0)
         symbol->rest.endLine = reader.Number();

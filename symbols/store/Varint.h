@@ -34,6 +34,8 @@ public:
 
     std::uint64_t Long()
     {
+        if (at != end && (*at & 0x80) == 0)
+            return static_cast<std::uint8_t>(*at++);
         std::uint64_t value = 0;
         for (unsigned shift = 0; shift < 64; shift += 7) {
             const std::uint8_t byte = Byte();

@@ -4,6 +4,7 @@
 #include "symbols/store/Names.h"
 
 #include <algorithm>
+#include <array>
 #include <tuple>
 
 namespace symbols {
@@ -103,8 +104,8 @@ bool View::Gather(const Part& part, std::uint32_t key, KeyList list, size_t coun
         if (areFiles)
             file = value;
         else if (value >= end) {
-            file = list == KeyList::IncludesOfLeaf ? part.segment->FileOfInclude(value)
-                                                   : part.segment->FileOfSymbol(value);
+            file = list == KeyList::IncludesOfLeaf ? part.segment->FileOfInclude(value, file)
+                                                   : part.segment->FileOfSymbol(value, file);
             const auto next = part.segment->File(file + 1);
             end = !next ? 0 : list == KeyList::IncludesOfLeaf ? next->includes : next->symbols;
         }
@@ -157,18 +158,44 @@ bool View::Fill(const Part& part, FileInSegment file, std::uint32_t place, Symbo
     return bytes && DecodeSymbol(*part.segment, reader, symbol);
 }
 
+// The symbols of a frequent name are spread over the whole segment: while one is read, the memory of others comes in.
+void View::AppendSymbols(std::span<const Hit> hits, std::vector<Symbol>* symbols) const
+{
+    std::array<SymbolRecord, kDecodedAtOnce> records;
+    std::array<bool, kDecodedAtOnce> areGood = {};
+    for (const Hit& hit : hits)
+        hit.part->segment->Expect(Section::Symbols, hit.value);
+    for (size_t i = 0; i < hits.size(); i++) {
+        const Segment& segment = *hits[i].part->segment;
+        const auto bytes = segment.BytesFrom(Section::Symbols, hits[i].value, kLongestSymbol);
+        VarintReader reader(bytes.value_or(""));
+        areGood[i] = bytes && ReadSymbol(reader, &records[i]);
+        if (!areGood[i])
+            segment.SetDamaged();
+        for (size_t text = 0; areGood[i] && text < SymbolRecord::kTexts; text++)
+            segment.ExpectText(records[i].texts[text]);
+    }
+    for (size_t i = 0; i < hits.size(); i++) {
+        Symbol symbol;
+        symbol.file = hits[i].part->first + hits[i].file;
+        if (areGood[i] && FillSymbol(*hits[i].part->segment, records[i], &symbol))
+            symbols->push_back(symbol);
+    }
+}
+
 Symbols View::SymbolsOf(const Hits& hits, Limits limits, bool cancelled) const
 {
     Symbols symbols;
     symbols.more = cancelled || hits.size() > limits.results;
-    for (size_t i = 0; i < std::min(hits.size(), limits.results); i++) {
-        if (i % kStepsBetweenChecks == kStepsBetweenChecks - 1 && limits.cancel != nullptr &&
-            limits.cancel->IsCancelled()) {
+    const std::span<const Hit> wanted = std::span(hits).first(std::min(hits.size(), limits.results));
+    symbols.found.reserve(wanted.size());
+    static_assert(kStepsBetweenChecks % kDecodedAtOnce == 0);
+    for (size_t i = 0; i < wanted.size(); i += kDecodedAtOnce) {
+        if (i > 0 && i % kStepsBetweenChecks == 0 && limits.cancel != nullptr && limits.cancel->IsCancelled()) {
             symbols.more = true;
             break;
         }
-        if (Symbol symbol; Fill(*hits[i].part, hits[i].file, hits[i].value, &symbol))
-            symbols.found.push_back(symbol);
+        AppendSymbols(wanted.subspan(i, std::min(kDecodedAtOnce, wanted.size() - i)), &symbols.found);
     }
     return symbols;
 }

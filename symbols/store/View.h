@@ -7,6 +7,7 @@
 
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -111,6 +112,8 @@ private:
     Hits AllHits(std::string_view keyText, KeyList list, Limits limits, bool* cancelled) const;
     static std::string_view OrderingPath(const Hit& hit);
     void PutInOrder(Hits* hits, size_t from) const;
+    static constexpr size_t kDecodedAtOnce = 16;
+    void AppendSymbols(std::span<const Hit> hits, std::vector<Symbol>* symbols) const; // of up to kDecodedAtOnce
     Symbols SymbolsOf(const Hits& hits, Limits limits, bool cancelled) const;
     Symbols ByKey(std::string_view key, KeyList list, Limits limits) const;
 
