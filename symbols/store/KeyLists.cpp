@@ -2,12 +2,19 @@
 
 #include "symbols/store/Varint.h"
 
+#include <algorithm>
+
 namespace symbols {
 
 KeyLists::KeyLists(size_t texts)
 {
     for (Table& table : tables)
         table.ends.resize(texts);
+}
+
+bool KeyLists::IsCounted(TextNumber key) const
+{
+    return std::ranges::any_of(tables, [key](const Table& table) { return table.ends[key] > 0; });
 }
 
 // Each count becomes the place where the list begins; putting moves that to its end.
@@ -22,14 +29,6 @@ void KeyLists::StartPutting()
         }
         table.values.resize(next);
     }
-}
-
-bool KeyLists::HasAny(TextNumber key) const
-{
-    for (size_t i = 0; i < kKeyLists; i++)
-        if (Has(static_cast<KeyList>(i), key))
-            return true;
-    return false;
 }
 
 void KeyLists::Append(TextNumber key, std::string& out) const

@@ -17,6 +17,7 @@ public:
     explicit KeyLists(size_t texts); // how many numbers of texts there are
 
     void Count(KeyList list, TextNumber key) { At(list).ends[key]++; }
+    bool IsCounted(TextNumber key) const; // in any list; before StartPutting()
     void StartPutting();
     void Put(KeyList list, TextNumber key, std::uint32_t value)
     {
@@ -26,7 +27,6 @@ public:
 
     // After all of them.
     bool Has(KeyList list, TextNumber key) const { return Begin(list, key) != At(list).ends[key]; }
-    bool HasAny(TextNumber key) const;
     void Append(TextNumber key, std::string& out) const; // as in Section::Postings
 
 private:

@@ -6,6 +6,7 @@
 #include "symbols/store/SortTexts.h"
 
 #include <algorithm>
+#include <future>
 #include <numeric>
 #include <random>
 
@@ -17,6 +18,14 @@ template <class T>
 void AppendAll(SegmentSink& sink, const std::vector<T>& values)
 {
     sink.Append({reinterpret_cast<const char*>(values.data()), values.size() * sizeof(T)});
+}
+
+// Whether work on this many texts is worth another thread. When the system has none to give, the work waits until its
+// result is needed.
+std::launch PolicyFor(size_t count)
+{
+    constexpr size_t kMany = 50'000;
+    return count < kMany ? std::launch::deferred : std::launch::async | std::launch::deferred;
 }
 
 std::uint64_t RandomNumber()
@@ -203,79 +212,95 @@ void SegmentBuilder::ForEachEntry(const std::vector<FileNumber>& order, const Ta
     }
 }
 
+// In the order of bytes.
+std::vector<TextNumber> SegmentBuilder::Sorted(std::vector<TextNumber> keys) const
+{
+    SortTexts(keys, Case::Counts, [this](TextNumber text) { return texts.Text(text); });
+    return keys;
+}
+
+// While another thread sorts, texts may be looked up, but none is new.
 void SegmentBuilder::WriteKeys(SegmentSink& sink, const std::vector<FileNumber>& order)
 {
     KeyLists lists(texts.Count());
     ForEachEntry(order, [&](KeyList list, TextNumber key, std::uint32_t) { lists.Count(list, key); });
+    std::vector<TextNumber> found;
+    for (TextNumber text = 1; text < texts.Count(); text++)
+        if (lists.IsCounted(text))
+            found.push_back(text);
+    auto sorted = std::async(PolicyFor(found.size()), [&] { return Sorted(std::move(found)); });
     lists.StartPutting();
     ForEachEntry(order, [&](KeyList list, TextNumber key, std::uint32_t value) { lists.Put(list, key, value); });
     files = {};
-
-    std::vector<TextNumber> keys;
-    for (TextNumber text = 1; text < texts.Count(); text++)
-        if (lists.HasAny(text))
-            keys.push_back(text);
-    SortTexts(keys, Case::Counts, [this](TextNumber text) { return texts.Text(text); });
+    const std::vector<TextNumber> keys = sorted.get();
     sink.Begin(Section::Keys);
     AppendAll(sink, keys);
 
-    std::vector<std::uint32_t> places;
     std::vector<std::uint32_t> names;  // in 'keys'
     std::vector<std::uint32_t> scopes; // the same
-    sink.Begin(Section::Postings);
-    std::uint32_t place = 0;
-    std::string postings;
     for (std::uint32_t i = 0; i < keys.size(); i++) {
-        postings.clear();
-        lists.Append(keys[i], postings);
-        sink.Append(postings);
-        places.push_back(place);
-        place += static_cast<std::uint32_t>(postings.size());
         if (lists.Has(KeyList::Symbols, keys[i]))
             names.push_back(i);
         if (lists.Has(KeyList::Members, keys[i]))
             scopes.push_back(i);
     }
-    sink.Begin(Section::KeyPlaces);
-    AppendAll(sink, places);
-    WriteNames(sink, keys, std::move(names), scopes);
-}
-
-void SegmentBuilder::WriteNames(SegmentSink& sink, const std::vector<TextNumber>& keys,
-                                std::vector<std::uint32_t> names, const std::vector<std::uint32_t>& scopes)
-{
-    SortTexts(names, Case::Ignored, [&](std::uint32_t key) { return texts.Text(keys[key]); });
+    auto inLowerCase = std::async(PolicyFor(names.size()), [&] {
+        std::vector<std::uint32_t> sortedNames = names;
+        SortTexts(sortedNames, Case::Ignored, [&](std::uint32_t key) { return texts.Text(keys[key]); });
+        return sortedNames;
+    });
+    WritePostings(sink, keys, lists);
     sink.Begin(Section::Names);
-    AppendAll(sink, names);
+    AppendAll(sink, inLowerCase.get());
     sink.Begin(Section::ScopeKeys);
     AppendAll(sink, scopes);
-    std::ranges::sort(names); // by name, as the keys are
     WriteFuzzy(sink, keys, names);
+}
+
+void SegmentBuilder::WritePostings(SegmentSink& sink, const std::vector<TextNumber>& keys, const KeyLists& lists)
+{
+    std::vector<std::uint32_t> places;
+    sink.Begin(Section::Postings);
+    std::uint32_t place = 0;
+    std::string postings;
+    for (const TextNumber key : keys) {
+        postings.clear();
+        lists.Append(key, postings);
+        sink.Append(postings);
+        places.push_back(place);
+        place += static_cast<std::uint32_t>(postings.size());
+    }
+    sink.Begin(Section::KeyPlaces);
+    AppendAll(sink, places);
 }
 
 void SegmentBuilder::WriteFuzzy(SegmentSink& sink, const std::vector<TextNumber>& keys,
                                 const std::vector<std::uint32_t>& byName)
 {
-    const auto shown = [&](std::uint32_t key) { return texts.Text(keys[key]).substr(0, kLongestFuzzy); };
+    std::vector<std::uint8_t> lengths;
     std::vector<std::uint32_t> ends(kLongestFuzzy + 1);
-    for (const std::uint32_t key : byName)
-        ends[shown(key).size()]++;
+    lengths.reserve(byName.size());
+    texts.ForEach(
+        byName.size(), [&](size_t i) { return keys[byName[i]]; },
+        [&](std::string_view name) {
+            lengths.push_back(static_cast<std::uint8_t>(std::min(name.size(), kLongestFuzzy)));
+            ends[lengths.back()]++;
+        });
     std::partial_sum(ends.begin(), ends.end(), ends.begin());
     std::vector<std::uint32_t> names(byName.size());
-    for (auto key = byName.rbegin(); key != byName.rend(); ++key)
-        names[--ends[shown(*key).size()]] = *key;
+    for (size_t i = byName.size(); i-- > 0;)
+        names[--ends[lengths[i]]] = byName[i];
     std::rotate(ends.begin(), ends.begin() + 1, ends.end()); // what was a length's end is now its beginning
     ends.back() = static_cast<std::uint32_t>(names.size());
     sink.Begin(Section::FuzzyEnds);
     AppendAll(sink, ends);
     sink.Begin(Section::FuzzyKeys);
     AppendAll(sink, names);
+    const auto numberOf = [&](size_t i) { return keys[names[i]]; };
     sink.Begin(Section::FuzzyTraits);
-    for (const std::uint32_t key : names)
-        sink.AppendValue(TraitsOf(shown(key)));
+    texts.ForEach(names.size(), numberOf, [&](std::string_view name) { sink.AppendValue(TraitsOf(name)); });
     sink.Begin(Section::FuzzyTexts);
-    for (const std::uint32_t key : names)
-        sink.Append(shown(key));
+    texts.ForEach(names.size(), numberOf, [&](std::string_view name) { sink.Append(name.substr(0, kLongestFuzzy)); });
 }
 
 } // namespace symbols

@@ -14,6 +14,8 @@
 
 namespace symbols {
 
+class KeyLists;
+
 // Not thread-safe.
 class SegmentBuilder {
 public:
@@ -52,8 +54,8 @@ private:
     std::vector<FileNumber> FilesByPath();
     std::uint64_t WriteFiles(SegmentSink& sink, const std::vector<FileNumber>& order);
     void WriteKeys(SegmentSink& sink, const std::vector<FileNumber>& order);
-    void WriteNames(SegmentSink& sink, const std::vector<TextNumber>& keys, std::vector<std::uint32_t> names,
-                    const std::vector<std::uint32_t>& scopes);
+    std::vector<TextNumber> Sorted(std::vector<TextNumber> keys) const;
+    static void WritePostings(SegmentSink& sink, const std::vector<TextNumber>& keys, const KeyLists& lists);
     void WriteFuzzy(SegmentSink& sink, const std::vector<TextNumber>& keys, const std::vector<std::uint32_t>& byName);
 
     TextTable texts;

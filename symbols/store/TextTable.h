@@ -25,6 +25,21 @@ public:
         const std::uint32_t begin = number == 0 ? 0 : ends[number - 1];
         return std::string_view(bytes).substr(begin, ends[number] - begin);
     }
+
+    // Calls take(text) for each of 'count' texts; numberOf(i) is the number of one. What is needed is fetched early.
+    template <class NumberOf, class Take>
+    void ForEach(size_t count, const NumberOf& numberOf, const Take& take) const
+    {
+        constexpr size_t kAhead = 8;
+        for (size_t i = 0; i < count; i++) {
+            if (i + 2 * kAhead < count)
+                __builtin_prefetch(&ends[numberOf(i + 2 * kAhead)]);
+            if (i + kAhead < count)
+                __builtin_prefetch(Text(numberOf(i + kAhead)).data());
+            take(Text(numberOf(i)));
+        }
+    }
+
     size_t Count() const { return ends.size(); }
     const std::string& Bytes() const { return bytes; }
     const std::vector<std::uint32_t>& Ends() const { return ends; }

@@ -224,6 +224,31 @@ TEST_F(StoreTest, HoldsFewSegmentsAfterManyCommits)
     EXPECT_EQ(Places(store.Current(), "find").size(), 59u);
 }
 
+// Several threads write so many names.
+TEST_F(StoreTest, HoldsManyNames)
+{
+    tagging::ParsedSource source;
+    constexpr unsigned kNames = 60'000;
+    for (unsigned i = 0; i < kNames; i++) {
+        const std::string_view name = source.texts.Put((i % 2 == 0 ? "Name" : "name") + std::to_string(i));
+        source.symbols.push_back(SymbolNamed(name, i + 1));
+        source.names.push_back(name);
+    }
+    const auto writer = Writer(store);
+    writer->Put("a.c", {1, 2, 3}, source);
+    ASSERT_TRUE(writer->Commit());
+    const SnapshotPointer snapshot = store.Current();
+    for (const unsigned i : {0u, 1u, 4'321u, kNames - 1}) {
+        const std::string name = (i % 2 == 0 ? "Name" : "name") + std::to_string(i);
+        EXPECT_EQ(Places(snapshot, name), Lines{"a.c:" + std::to_string(i + 1)});
+        ASSERT_FALSE(snapshot->Fuzzy(name, {}).found.empty());
+        EXPECT_EQ(snapshot->Fuzzy(name, {}).found[0].symbol.name, name);
+    }
+    EXPECT_EQ(Places(snapshot, snapshot->ByPrefix("name5999", {})).size(), 11u);
+    EXPECT_EQ(snapshot->Totals().symbols, kNames);
+    EXPECT_FALSE(snapshot->IsDamaged());
+}
+
 TEST_F(StoreTest, FindsNamesByTheirBeginning)
 {
     const auto writer = Writer(store);
