@@ -4,6 +4,8 @@
 
 #include <CLI/CLI.hpp>
 
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <memory>
@@ -42,6 +44,15 @@ std::string CacheOf(const std::string& home)
     return home + "/.cache/declaration";
 }
 
+base::CancelToken* gStop = nullptr; // what a signal cancels
+
+void StopBySignals(base::CancelToken& stop)
+{
+    gStop = &stop;
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        std::signal(number, [](int) { gStop->Cancel(); });
+}
+
 int Serve(LspWords& words)
 {
     if (!words.log.empty()) {
@@ -55,7 +66,9 @@ int Serve(LspWords& words)
     }
     words.session.withIndex = !words.noIndex;
     words.session.cache = CacheOf(words.home);
-    return Server(STDIN_FILENO, STDOUT_FILENO, words.session).Run();
+    static base::CancelToken stop; // signals come until the program has ended
+    StopBySignals(stop);
+    return Server(STDIN_FILENO, STDOUT_FILENO, words.session, stop).Run();
 }
 
 } // namespace

@@ -1,6 +1,6 @@
 #include "wren/lsp/Server.h"
 
-#include "wren/lsp/features/Methods.h"
+#include "wren/lsp/LastResort.h"
 
 #include <chrono>
 #include <exception>
@@ -11,6 +11,7 @@ namespace wren::lsp {
 namespace {
 
 constexpr size_t kWorkers = 4;
+constexpr size_t kMostWaiting = 200; // requests; then no more are read until some are answered
 
 bool IsId(const Json& id)
 {
@@ -19,15 +20,24 @@ bool IsId(const Json& id)
 
 } // namespace
 
-Server::Server(int input, int output, SessionOptions options)
-    : reader(input), outbox(output), client(outbox), session(std::move(options), client), workers(kWorkers)
+Server::Server(int input, int output, SessionOptions options, base::CancelToken& stop)
+    : input(input), stop(stop), reader(input, &stop), outbox(output), client(outbox),
+      session(std::move(options), client, stop), longWorkers(2), workers(kWorkers)
 {
+}
+
+// A client that floods the server, or does not read its answers, is read more slowly.
+bool Server::HasRoom()
+{
+    while (workers.Waiting() > kMostWaiting && !stop.IsCancelled())
+        workers.WaitForOne();
+    return outbox.WaitForRoom(input, stop);
 }
 
 int Server::Run()
 {
-    std::string body;
-    while (!ended) {
+    while (!ended && HasRoom()) {
+        std::string body;
         const MessageReader::Outcome outcome = reader.Read(body);
         if (outcome == MessageReader::Outcome::Broken)
             client.Log(MessageType::Error, reader.Problem() + "; the server ends");
@@ -35,38 +45,50 @@ int Server::Run()
             break;
         Take(body);
     }
-    {
-        const std::lock_guard lock(mutex);
-        for (const auto& [id, cancel] : running)
-            cancel->Cancel();
-    }
-    workers.WaitUntilIdle();
+    const int status = state == State::ShutDown ? 0 : 1;
+    const LastResort lastResort(status);
+    End();
+    return status;
+}
+
+void Server::End()
+{
+    CancelAll();
     session.Close();
+    workers.WaitUntilIdle();
+    longWorkers.WaitUntilIdle();
     constexpr std::chrono::seconds kLongestFarewell(1);
     outbox.Finish(kLongestFarewell);
-    return state == State::ShutDown ? 0 : 1;
 }
 
 void Server::Take(const std::string& body)
 {
-    const Json message = Json::parse(body, nullptr, false);
+    const Json message = ParsedMessage(body);
     if (message.is_discarded())
         return Refuse(nullptr, FailureCode::ParseError, "the message is not JSON");
     const Json given = message.is_object() ? message.value("id", Json()) : Json();
     const Json id = IsId(given) ? given : Json();
     if (!message.is_object() || message.value("jsonrpc", Json()) != "2.0")
         return Refuse(id, FailureCode::InvalidRequest, "the message is not JSON-RPC 2.0");
-    if (!message.contains("method"))
+    if (!message.contains("method") && (message.contains("result") || message.contains("error")))
         return client.TakeAnswer(message);
-    if (!message["method"].is_string() || (message.contains("id") && id.is_null()))
+    if (!message.contains("method") || !message["method"].is_string() || (message.contains("id") && id.is_null()))
         return Refuse(id, FailureCode::InvalidRequest, "the method or the id cannot be used");
-    if (message.contains("id"))
-        return TakeRequest(message);
     try {
-        TakeNotification(message["method"], message.value("params", Json::object()));
+        TakeMessage(message);
     } catch (const Failure& failure) {
+        if (!id.is_null())
+            return Refuse(id, failure.code, failure.what());
         client.Log(MessageType::Warning, message["method"].get<std::string>() + ": " + failure.what());
     }
+}
+
+void Server::TakeMessage(const Json& message)
+{
+    if (message.contains("id"))
+        TakeRequest(message);
+    else
+        TakeNotification(message["method"], message.value("params", Json::object()));
 }
 
 void Server::TakeRequest(const Json& message)
@@ -82,8 +104,13 @@ void Server::TakeRequest(const Json& message)
         return Refuse(id, FailureCode::InvalidRequest, "the server is initialized already");
     if (method == "shutdown")
         return ShutDown(id);
-    if (method != "initialize")
-        return Start(method, id, params);
+    if (method == "initialize")
+        return Initialize(id, params);
+    Start(method, id, params);
+}
+
+void Server::Initialize(const Json& id, const Json& params)
+{
     session.Initialize(params);
     state = State::Running;
     Answer(id, {{"capabilities", ServerCapabilities(session.Abilities())},
@@ -107,39 +134,94 @@ void Server::Start(const std::string& method, const Json& id, const Json& params
     const Handler handler = HandlerOf(method);
     if (handler == nullptr)
         return Refuse(id, FailureCode::MethodNotFound, "'" + method + "' is not known");
-    auto cancel = std::make_shared<base::CancelToken>();
+    const bool isLong = IsLong(method, params);
+    if (isLong && longWorkers.Waiting() > kMostWaiting)
+        return Refuse(id, FailureCode::RequestFailed, "too many commands wait already");
+    auto request = std::make_shared<Request>();
+    request->id = id;
     {
         const std::lock_guard lock(mutex);
-        running[id.dump()] = cancel;
+        if (!open.try_emplace(id.dump(), request).second)
+            return Refuse(id, FailureCode::InvalidRequest, "a request with this id has no answer yet");
     }
-    workers.Add([this, handler, id, params, cancel, context = session.ContextFor(*cancel)] {
-        try {
-            context.CheckCancelled();
-            Answer(id, handler(params, context));
-        } catch (const Failure& failure) {
-            Refuse(id, failure.code, failure.what());
-        } catch (const std::exception& problem) { // out of memory
-            Refuse(id, FailureCode::InternalError, problem.what());
-        }
+    (isLong ? longWorkers : workers)
+        .Add([this, handler, params, request, context = session.ContextFor(request->cancel, params)] {
+            Work(handler, params, context, request);
+        });
+}
+
+void Server::Work(Handler handler, const Json& params, const RequestContext& context, const RequestPointer& request)
+{
+    try {
+        context.CheckCancelled();
+        const Json result = handler(params, context);
+        if (Claim(request))
+            Answer(request->id, result);
+    } catch (const Failure& failure) {
+        if (Claim(request))
+            Refuse(request->id, failure.code, failure.what());
+    } catch (const std::exception& problem) { // out of memory
+        if (Claim(request))
+            Refuse(request->id, FailureCode::InternalError, problem.what());
+    }
+    AnswerShutdown();
+}
+
+// Whoever claims a request answers it: its worker, or the one that takes its cancelling.
+bool Server::Claim(const RequestPointer& request)
+{
+    const std::lock_guard lock(mutex);
+    const auto found = open.find(request->id.dump());
+    if (found == open.end() || found->second != request)
+        return false;
+    open.erase(found);
+    return true;
+}
+
+// Once all requests before it are answered.
+void Server::AnswerShutdown()
+{
+    std::optional<Json> id;
+    {
         const std::lock_guard lock(mutex);
-        running.erase(id.dump());
-    });
+        if (open.empty())
+            id.swap(shutdown);
+    }
+    if (id)
+        Answer(*id, nullptr);
 }
 
 void Server::ShutDown(const Json& id)
 {
     state = State::ShutDown;
-    workers.WaitUntilIdle();
     session.Close();
-    Answer(id, nullptr);
+    {
+        const std::lock_guard lock(mutex);
+        shutdown = id;
+    }
+    longWorkers.Add([this] { AnswerShutdown(); });
 }
 
 void Server::Cancel(const Json& params)
 {
+    RequestPointer request;
+    {
+        const std::lock_guard lock(mutex);
+        if (const auto found = open.find(Member<Json>(params, "id").dump()); found != open.end())
+            request = found->second;
+    }
+    if (request == nullptr)
+        return;
+    request->cancel.Cancel();
+    if (Claim(request))
+        Refuse(request->id, FailureCode::RequestCancelled, "the client has cancelled this");
+}
+
+void Server::CancelAll()
+{
     const std::lock_guard lock(mutex);
-    const auto found = running.find(Member<Json>(params, "id").dump());
-    if (found != running.end())
-        found->second->Cancel();
+    for (const auto& [id, request] : open)
+        request->cancel.Cancel();
 }
 
 void Server::Answer(const Json& id, const Json& result)

@@ -1,6 +1,7 @@
 // The language server: reads messages and answers them (Language Server Protocol 3.17, JSON-RPC 2.0).
 #pragma once
 
+#include "wren/lsp/features/Methods.h"
 #include "wren/lsp/protocol/MessageReader.h"
 #include "wren/lsp/protocol/Outbox.h"
 #include "wren/lsp/session/Client.h"
@@ -10,6 +11,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 
 namespace wren::lsp {
@@ -17,32 +19,49 @@ namespace wren::lsp {
 // Used by one thread, which reads messages and hands requests to workers.
 class Server {
 public:
-    Server(int input, int output, SessionOptions options); // borrows the descriptors
+    // Borrows all. 'stop' ends it; the server cancels it itself when the client's process is gone.
+    Server(int input, int output, SessionOptions options, base::CancelToken& stop);
 
     int Run(); // until the client ends it or is gone; the program's exit status
 
 private:
     enum class State { Before, Running, ShutDown };
-    using CancelPointer = std::shared_ptr<base::CancelToken>;
+    struct Request {
+        Json id;
+        base::CancelToken cancel;
+    };
+    using RequestPointer = std::shared_ptr<Request>;
 
+    bool HasRoom();
     void Take(const std::string& body);
+    void TakeMessage(const Json& message);
     void TakeRequest(const Json& message);
     void TakeNotification(const std::string& method, const Json& params);
+    void Initialize(const Json& id, const Json& params);
     void Start(const std::string& method, const Json& id, const Json& params);
+    void Work(Handler handler, const Json& params, const RequestContext& context, const RequestPointer& request);
+    bool Claim(const RequestPointer& request);
+    void AnswerShutdown();
     void ShutDown(const Json& id);
     void Cancel(const Json& params);
+    void CancelAll();
+    void End();
     void Answer(const Json& id, const Json& result);
     void Refuse(const Json& id, FailureCode code, const std::string& why);
 
+    const int input;
+    base::CancelToken& stop;
     MessageReader reader;
     Outbox outbox;
     Client client;
     Session session;
     State state = State::Before;
     bool ended = false;
-    std::mutex mutex;                             // guards the next member
-    std::map<std::string, CancelPointer> running; // requests, by their id as text
-    Workers workers;                              // the first to go
+    std::mutex mutex;                           // guards the next members
+    std::map<std::string, RequestPointer> open; // requests without an answer, by their id as text
+    std::optional<Json> shutdown;               // the id of that request, until it is answered
+    Workers longWorkers;                        // for what waits for an index
+    Workers workers;                            // the first to go
 };
 
 } // namespace wren::lsp

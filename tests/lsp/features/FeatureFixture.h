@@ -29,11 +29,11 @@ struct FeatureOptions {
 class FeatureFixture {
 public:
     explicit FeatureFixture(const std::string& text, FeatureOptions given = {})
-        : options(std::move(given)), client(options.capabilities), projects(ProjectOptions(options), Listener())
+        : options(std::move(given)), client(options.capabilities), projects(Listener())
     {
         tree.Write(".wren", "");
         AddFiles(text.starts_with("== ") ? text : "== a.cpp\n" + text);
-        projects.SetFolders({tree.Path()});
+        projects.Configure(ProjectOptions(options), {{tree.Path(), options.isIndexed}});
         if (options.isIndexed)
             Update();
         if (options.isOpen && !caretPath.empty())
@@ -82,8 +82,7 @@ public:
     }
     void Update() const // makes the index current
     {
-        symbols::Index& index = projects.For(tree / "a")->Workspace().Project();
-        const base::Result<symbols::UpdateResult> result = index.Update({}, cancel);
+        const base::Result<void> result = projects.For(tree / "a")->Refresh({}, cancel);
         ASSERT_TRUE(result) << result.Failure().Message();
     }
 
@@ -124,9 +123,7 @@ private:
     static wren::lsp::IndexListener Listener()
     {
         wren::lsp::IndexListener listener;
-        listener.begin = [](const std::string&) {};
-        listener.progress = [](const std::string&, const symbols::Progress&) {};
-        listener.end = [](const std::string&, const std::string&) {};
+        listener.begin = [](const std::string&, const std::function<void()>&) { return nullptr; };
         listener.warn = [](const std::string& text) { ADD_FAILURE() << text; };
         return listener;
     }

@@ -1,5 +1,6 @@
 #include "wren/lsp/features/Methods.h"
 
+#include "wren/lsp/features/Commands.h"
 #include "wren/lsp/features/DocumentSymbols.h"
 #include "wren/lsp/features/FoldingRanges.h"
 #include "wren/lsp/features/Goto.h"
@@ -37,6 +38,7 @@ constexpr struct {
     {"textDocument/documentSymbol", Row<DocumentSymbols>::kHandler},
     {"textDocument/foldingRange", Row<FoldingRanges>::kHandler},
     {"textDocument/selectionRange", Row<SelectionRanges>::kHandler},
+    {"workspace/executeCommand", Row<ExecuteCommand>::kHandler},
     {"workspace/symbol", Row<WorkspaceSymbols>::kHandler},
     {"workspaceSymbol/resolve", Row<ResolveWorkspaceSymbol>::kHandler},
 };
@@ -50,6 +52,12 @@ Handler HandlerOf(std::string_view method)
     return found == std::end(kMethods) ? nullptr : found->handler;
 }
 
+bool IsLong(std::string_view method, const Json& params)
+{
+    return method == "workspace/executeCommand" && params.is_object() &&
+           params.value("command", Json()) != kStatusCommand;
+}
+
 Json ServerCapabilities(const ClientAbilities& client)
 {
     Json capabilities = {
@@ -60,6 +68,8 @@ Json ServerCapabilities(const ClientAbilities& client)
         {"documentSymbolProvider", true},
         {"foldingRangeProvider", true},
         {"selectionRangeProvider", true},
+        {"executeCommandProvider", {{"commands", {kIndexCommand, kTagsCommand, kStatusCommand}}}},
+        {"workspace", {{"workspaceFolders", {{"supported", true}, {"changeNotifications", true}}}}},
         {"workspaceSymbolProvider", {{"resolveProvider", true}}},
     };
     return capabilities;

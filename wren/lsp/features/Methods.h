@@ -13,6 +13,9 @@ using Handler = Json (*)(const Json& params, const RequestContext& context);
 // Null for an unknown method.
 Handler HandlerOf(std::string_view method);
 
+// Whether a request may wait for an index, and so must not keep others waiting.
+bool IsLong(std::string_view method, const Json& params);
+
 // "capabilities" of InitializeResult.
 Json ServerCapabilities(const ClientAbilities& client);
 

@@ -1,6 +1,39 @@
 #include "wren/lsp/protocol/Json.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace wren::lsp {
+
+namespace {
+
+// Of lists and objects. Whether the text is JSON at all, the parser says.
+size_t DepthOf(std::string_view text)
+{
+    size_t depth = 0;
+    size_t deepest = 0;
+    bool isString = false;
+    for (size_t at = 0; at < text.size(); ++at) {
+        const char each = text[at];
+        if (isString && each == '\\')
+            ++at;
+        else if (each == '"')
+            isString = !isString;
+        else if (!isString && (each == '[' || each == '{'))
+            deepest = std::max(deepest, ++depth);
+        else if (!isString && (each == ']' || each == '}') && depth > 0)
+            --depth;
+    }
+    return deepest;
+}
+
+} // namespace
+
+Json ParsedMessage(const std::string& body)
+{
+    constexpr size_t kDeepest = 500;
+    return DepthOf(body) > kDeepest ? Json(Json::value_t::discarded) : Json::parse(body, nullptr, false);
+}
 
 bool Says(const Json& object, const std::string& way)
 {

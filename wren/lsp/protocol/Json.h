@@ -26,6 +26,10 @@ bool Says(const Json& object, const std::string& way);
 // The failure for parameters that cannot be used: "'position' is missing".
 [[noreturn]] void RefuseParameters(const std::string& why);
 
+// A message as it comes; discarded (is_discarded()) when it is not JSON, or nested so deeply that reading it would need
+// more stack than a thread has.
+Json ParsedMessage(const std::string& body);
+
 // One message as it is sent. Bytes that are not UTF-8 become U+FFFD.
 std::string TextOf(const Json& message);
 

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cerrno>
 #include <charconv>
+#include <poll.h>
 #include <string_view>
 #include <unistd.h>
 
@@ -25,13 +26,33 @@ bool IsHeader(std::string_view name, std::string_view wanted)
 
 } // namespace
 
+bool MessageReader::IsReady() const
+{
+    while (stop != nullptr && !stop->IsCancelled()) {
+        pollfd wait[2] = {{descriptor, POLLIN, 0}, {stop->Descriptor(), POLLIN, 0}};
+        if (::poll(wait, 2, -1) > 0 && wait[0].revents != 0)
+            return !stop->IsCancelled();
+    }
+    return stop == nullptr;
+}
+
+// A large message leaves its room to others.
+void MessageReader::DropTaken()
+{
+    constexpr size_t kLarge = size_t(1) << 20;
+    buffer.erase(0, taken);
+    taken = 0;
+    if (buffer.capacity() > kLarge && buffer.size() < kLarge / 2)
+        buffer.shrink_to_fit();
+}
+
 bool MessageReader::ReadMore()
 {
     constexpr size_t kBlock = 65536;
-    if (taken > kBlock) {
-        buffer.erase(0, taken);
-        taken = 0;
-    }
+    if (taken > kBlock || taken == buffer.size())
+        DropTaken();
+    if (!IsReady())
+        return false;
     const size_t size = buffer.size();
     buffer.resize(size + kBlock);
     ssize_t got = -1;
@@ -45,7 +66,7 @@ bool MessageReader::ReadMore()
 MessageReader::Outcome MessageReader::Break(const std::string& why)
 {
     problem = why;
-    return Outcome::Broken;
+    return IsStopped() ? Outcome::End : Outcome::Broken;
 }
 
 bool MessageReader::TakeLine(std::string& line)

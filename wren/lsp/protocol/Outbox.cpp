@@ -33,9 +33,36 @@ void Outbox::Send(const Json& message)
     const std::string body = TextOf(message);
     std::string framed = "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
     const std::lock_guard lock(mutex);
-    if (!broken)
+    if (!broken) {
+        waitingBytes += framed.size();
         waiting.push_back(std::move(framed));
+    }
     changed.notify_all();
+}
+
+bool Outbox::HasRoom(size_t most)
+{
+    const std::lock_guard lock(mutex);
+    return broken || waitingBytes < most;
+}
+
+void Outbox::SendIfRoom(const Json& message)
+{
+    constexpr size_t kMost = size_t(1) << 20;
+    if (HasRoom(kMost))
+        Send(message);
+}
+
+bool Outbox::WaitForRoom(int input, const base::CancelToken& stop)
+{
+    constexpr size_t kMost = size_t(32) << 20;
+    constexpr int kPause = 20; // ms
+    while (!HasRoom(kMost)) {
+        pollfd wait[2] = {{input, 0, 0}, {stop.Descriptor(), POLLIN, 0}};
+        if (stop.IsCancelled() || (::poll(wait, 2, kPause) > 0 && (wait[0].revents & (POLLHUP | POLLERR)) != 0))
+            return false;
+    }
+    return true;
 }
 
 bool Outbox::Finish(std::chrono::milliseconds longest)
@@ -53,6 +80,7 @@ void Outbox::Run()
             return;
         const std::string text = std::move(waiting.front());
         waiting.pop_front();
+        waitingBytes -= text.size();
         writing = true;
         lock.unlock();
         const bool written = Write(text);
@@ -61,6 +89,7 @@ void Outbox::Run()
         if (!written) {
             broken = true;
             waiting.clear();
+            waitingBytes = 0;
         }
         changed.notify_all();
     }

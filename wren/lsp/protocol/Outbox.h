@@ -1,6 +1,7 @@
 // Messages as they go out.
 #pragma once
 
+#include "base/CancelToken.h"
 #include "wren/lsp/protocol/Json.h"
 
 #include <chrono>
@@ -20,17 +21,24 @@ public:
     ~Outbox(); // without what is not written yet: see Finish()
 
     void Send(const Json& message);
+    // The same, for a message that nobody misses: dropped while much is waiting.
+    void SendIfRoom(const Json& message);
+    // Waits until the client has read enough for more answers; false when 'input' or the client is gone meanwhile, or
+    // 'stop' is cancelled. A client that never reads then costs no more memory.
+    bool WaitForRoom(int input, const base::CancelToken& stop);
     // Waits until all is written, at most this long; false when the client does not read it.
     bool Finish(std::chrono::milliseconds longest);
 
 private:
     void Run();
     bool Write(const std::string& text);
+    bool HasRoom(size_t most);
 
     const int descriptor;
     std::mutex mutex; // guards the members below
     std::condition_variable changed;
     std::deque<std::string> waiting;
+    size_t waitingBytes = 0;
     bool writing = false;
     bool broken = false; // nobody reads any more
     bool ends = false;

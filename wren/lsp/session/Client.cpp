@@ -20,7 +20,9 @@ void Client::Show(MessageType type, const std::string& text)
 void Client::Log(MessageType type, const std::string& text)
 {
     std::fprintf(stderr, "wren lsp: %s\n", base::ShownLines(text).c_str());
-    Notify("window/logMessage", {{"type", static_cast<int>(type)}, {"message", text}});
+    outbox.SendIfRoom({{"jsonrpc", "2.0"},
+                       {"method", "window/logMessage"},
+                       {"params", {{"type", static_cast<int>(type)}, {"message", text}}}});
 }
 
 void Client::Ask(const std::string& method, const Json& params, OnAnswer onAnswer)

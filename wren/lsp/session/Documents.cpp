@@ -9,19 +9,30 @@ namespace wren::lsp {
 
 namespace {
 
-void Apply(std::string& content, const TextChange& change, Encoding encoding)
+TextPointer Changed(const Text& before, const TextChange& change, Encoding encoding)
 {
-    if (!change.range) {
-        content = change.text;
-        return;
-    }
-    const Text before(content);
+    if (!change.range)
+        return std::make_shared<const Text>(change.text);
     const auto [start, end] =
         std::minmax({before.OffsetOf(change.range->start, encoding), before.OffsetOf(change.range->end, encoding)});
-    content.replace(start, end - start, change.text);
+    return std::make_shared<const Text>(before, start, end, change.text);
 }
 
 } // namespace
+
+std::optional<tagging::Language> LanguageOf(std::string_view languageId)
+{
+    constexpr std::pair<std::string_view, tagging::Language> kLanguages[] = {
+        {"c", tagging::Language::C},
+        {"cpp", tagging::Language::Cplusplus},
+        {"objective-c", tagging::Language::ObjectiveC},
+        {"objective-cpp", tagging::Language::ObjectiveCplusplus},
+    };
+    for (const auto& [id, language] : kLanguages)
+        if (id == languageId)
+            return language;
+    return std::nullopt;
+}
 
 std::string PathOfDocument(std::string_view uri)
 {
@@ -58,10 +69,8 @@ DocumentPointer Documents::Change(const std::string& uri, long version, const st
         problem =
             uri + " went from version " + std::to_string(changed->version) + " back to " + std::to_string(version);
     changed->version = version;
-    std::string content = changed->text->Content();
     for (const TextChange& change : changes)
-        Apply(content, change, encoding);
-    changed->text = std::make_shared<const Text>(std::move(content));
+        changed->text = Changed(*changed->text, change, encoding);
     Put(changed);
     return changed;
 }

@@ -1,6 +1,7 @@
 // The texts that the client has opened.
 #pragma once
 
+#include "tagging/ParsedSource.h"
 #include "wren/lsp/session/Text.h"
 
 #include <map>
@@ -28,6 +29,9 @@ struct TextChange {
     std::optional<Range> range; // absent: the whole text
     std::string text;
 };
+
+// Nullopt for a language that is not understood.
+std::optional<tagging::Language> LanguageOf(std::string_view languageId);
 
 // The path of a document by its URI, in whatever way that is encoded.
 std::string PathOfDocument(std::string_view uri);

@@ -1,8 +1,18 @@
 #include "wren/lsp/session/Project.h"
 
+#include <cstdint>
 #include <utility>
 
 namespace wren::lsp {
+
+namespace {
+
+std::string Counted(std::uint64_t count, const std::string& what)
+{
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+} // namespace
 
 Project::Project(symbols::WorkspaceOptions options, bool isIndexed, IndexListener listener)
     : root(options.root), isIndexed(isIndexed), listener(std::move(listener)), workspace(std::move(options))
@@ -11,56 +21,137 @@ Project::Project(symbols::WorkspaceOptions options, bool isIndexed, IndexListene
 
 Project::~Project()
 {
-    StopIndexing();
+    EndIndexing();
+    if (thread.joinable())
+        thread.join();
 }
 
 void Project::StartIndexing()
 {
-    if (thread.joinable())
-        return;
-    cancel.emplace();
+    isIndexing = true;
     thread = std::thread([this] { Run(); });
 }
 
-void Project::StopIndexing()
+void Project::EndIndexing()
 {
-    if (!thread.joinable())
-        return;
-    cancel->Cancel();
-    thread.join();
+    const std::lock_guard lock(turn);
+    ends = true;
+    if (round != nullptr)
+        round->Cancel();
+    changed.notify_all();
 }
 
-bool Project::Update(symbols::Index& index, const std::string& what)
+void Project::CancelIndexing()
 {
-    const bool isFirst = index.Current() == nullptr;
-    if (isFirst)
-        listener.begin(what);
+    const std::lock_guard lock(turn);
+    if (round != nullptr)
+        round->Cancel();
+}
+
+void Project::ResumeIndexing()
+{
+    const std::lock_guard lock(turn);
+    resumes = resumes || round == nullptr || round->IsCancelled();
+    changed.notify_all();
+}
+
+// Waits until there is work; null at the end.
+Project::CancelPointer Project::NextRound()
+{
+    std::unique_lock lock(turn);
+    round = nullptr;
+    isIndexing = resumes && !ends;
+    changed.wait(lock, [this] { return ends || resumes; });
+    if (ends)
+        return nullptr;
+    isIndexing = true;
+    resumes = false;
+    round = std::make_shared<base::CancelToken>();
+    return round;
+}
+
+void Project::Run()
+{
+    while (const CancelPointer cancel = NextRound())
+        KeepCurrent(cancel);
+    isIndexing = false;
+}
+
+void Project::KeepCurrent(const CancelPointer& cancel)
+{
+    if (isIndexed && !Update(*workspace.Project(), "Indexing " + root, cancel))
+        return;
+    if (workspace.System() != nullptr)
+        Update(*workspace.System(), "Indexing the headers of the system", cancel);
+    isIndexing = false;
+    if (!isIndexed || cancel->IsCancelled())
+        return;
+    std::shared_ptr<WorkDone> shown;
+    const auto ended = [&](const symbols::UpdateResult&) {
+        if (shown != nullptr)
+            shown->End("");
+        shown = nullptr;
+    };
+    const base::Result<void> watched =
+        workspace.Project()->Watch(Steps("Indexing changes in " + root, cancel, shown), ended, *cancel);
+    ended({});
+    if (!watched && !cancel->IsCancelled())
+        listener.warn(watched.Failure().Message());
+}
+
+// 'shown' is null until the work proves to be long.
+symbols::Index::Listener Project::Steps(const std::string& title, const CancelPointer& cancel,
+                                        std::shared_ptr<WorkDone>& shown)
+{
+    constexpr size_t kMany = 200; // files
     symbols::Index::Listener steps;
-    if (isFirst)
-        steps.progress = [&](const symbols::Progress& progress) { listener.progress(what, progress); };
-    const base::Result<symbols::UpdateResult> result = index.Update(steps, *cancel);
-    const bool failed = !result && !cancel->IsCancelled();
-    if (isFirst)
-        listener.end(what, result ? std::to_string(result->parsed) + " files" : "ended before it was complete");
-    if (failed)
+    steps.progress = [this, title, cancel, &shown](const symbols::Progress& progress) {
+        const bool isWalking = progress.step == symbols::Progress::Step::Walking;
+        done = isWalking ? 0 : progress.done;
+        total = progress.known;
+        if (shown == nullptr && !isWalking && progress.known >= kMany)
+            shown = listener.begin(title, [cancel] { cancel->Cancel(); });
+        if (shown == nullptr)
+            return;
+        if (isWalking)
+            shown->Report(Counted(progress.known, "file"), 0, 0);
+        else
+            shown->Report(std::to_string(progress.done) + " of " + Counted(progress.known, "file"), progress.done,
+                          progress.known);
+    };
+    return steps;
+}
+
+bool Project::Update(symbols::Index& index, const std::string& title, const CancelPointer& cancel)
+{
+    std::shared_ptr<WorkDone> shown;
+    if (index.Current() == nullptr)
+        shown = listener.begin(title, [cancel] { cancel->Cancel(); });
+    const base::Result<symbols::UpdateResult> result = index.Update(Steps(title, cancel, shown), *cancel);
+    if (shown != nullptr) {
+        const symbols::SnapshotPointer now = index.Current();
+        const symbols::Snapshot::Size size = now == nullptr ? symbols::Snapshot::Size() : now->Totals();
+        shown->End(result ? Counted(size.files, "file") + ", " + Counted(size.symbols, "symbol") : "not complete");
+    }
+    if (!result && !cancel->IsCancelled())
         listener.warn(result.Failure().Message());
     else if (result && !result->warning.empty())
         listener.warn(result->warning);
     return static_cast<bool>(result);
 }
 
-void Project::Run()
+Project::Activity Project::Now() const
 {
-    if (isIndexed && !Update(*workspace.Project(), root))
-        return;
-    if (workspace.System() != nullptr)
-        Update(*workspace.System(), "/");
-    if (!isIndexed || cancel->IsCancelled())
-        return;
-    const base::Result<void> watched = workspace.Project()->Watch(
-        {}, [](const symbols::UpdateResult&) {}, *cancel);
-    if (!watched && !cancel->IsCancelled())
-        listener.warn(watched.Failure().Message());
+    return {isIndexing, done, total};
+}
+
+base::Result<void> Project::Refresh(const std::vector<std::string>& paths, const base::CancelToken& cancel)
+{
+    if (!isIndexed || workspace.Project() == nullptr)
+        return {};
+    const base::Result<symbols::UpdateResult> updated =
+        paths.empty() ? workspace.Project()->Update({}, cancel) : workspace.Project()->UpdateFiles(paths, {}, cancel);
+    return updated ? base::Result<void>() : updated.Failure();
 }
 
 void Project::TextChanged(const DocumentPointer& document)
@@ -87,12 +178,31 @@ void Project::Settle(const std::string& except)
         if (taken.erase(except) > 0)
             unsettled[except] = kept;
     }
-    for (const auto& [path, document] : taken) {
-        if (document == nullptr)
-            workspace.CloseText(path);
-        else if (const base::Result<void> set = workspace.SetOpenText(path, document->text->Content()); !set)
-            listener.warn(set.Failure().Message());
+    for (const auto& [path, document] : taken)
+        Settle(path, document);
+}
+
+bool Project::SettleOne()
+{
+    const std::lock_guard one(settling);
+    std::map<std::string, DocumentPointer>::node_type taken;
+    {
+        const std::lock_guard lock(mutex);
+        if (unsettled.empty())
+            return false;
+        taken = unsettled.extract(unsettled.begin());
     }
+    Settle(taken.key(), taken.mapped());
+    return true;
+}
+
+void Project::Settle(const std::string& path, const DocumentPointer& document)
+{
+    const auto language = document == nullptr ? std::nullopt : LanguageOf(document->languageId);
+    if (!language)
+        return workspace.CloseText(path);
+    if (const auto set = workspace.SetOpenText(path, document->text->Content(), language); !set)
+        listener.warn(set.Failure().Message());
 }
 
 } // namespace wren::lsp

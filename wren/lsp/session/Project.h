@@ -2,25 +2,29 @@
 #pragma once
 
 #include "base/CancelToken.h"
+#include "base/Result.h"
 #include "resolve/ParsedText.h"
 #include "symbols/Workspace.h"
 #include "wren/lsp/session/Documents.h"
+#include "wren/lsp/session/WorkDone.h"
 
+#include <atomic>
+#include <condition_variable>
 #include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace wren::lsp {
 
-// What a project tells about its index. Called on the project's thread, one call at a time.
+// What a project reports about its index. Called on the project's thread.
 struct IndexListener {
-    std::function<void(const std::string& root)> begin; // a first index, or one of more than a few files
-    std::function<void(const std::string& root, const symbols::Progress&)> progress;
-    std::function<void(const std::string& root, const std::string& totals)> end; // also after a failure
+    // Long work on an index begins, a first one for example. Returns what shows it, or null. 'cancel' is for the user,
+    // and may be called on any thread as long as the work has not ended.
+    std::function<std::shared_ptr<WorkDone>(const std::string& title, std::function<void()> cancel)> begin;
     std::function<void(const std::string& text)> warn;
 };
 
@@ -36,8 +40,20 @@ public:
     symbols::Workspace& Workspace() { return workspace; }
     resolve::ParsedTexts& ParsedTexts() { return texts; }
 
-    void StartIndexing(); // does nothing while it runs; one thread
-    void StopIndexing();  // returns when it has ended; one thread
+    void StartIndexing();  // once
+    void EndIndexing();    // soon, and for good; does not wait
+    void CancelIndexing(); // until the next ResumeIndexing()
+    void ResumeIndexing(); // does nothing while it runs
+
+    struct Activity {
+        bool isIndexing = false;
+        size_t done = 0; // files
+        size_t total = 0;
+    };
+    Activity Now() const;
+
+    // Makes the index current: of these files, absolute paths, or of all when there are none. Blocks.
+    base::Result<void> Refresh(const std::vector<std::string>& paths, const base::CancelToken& cancel);
 
     // From now on this text counts instead of the file, and after TextClosed() the file again. Both are cheap: the work
     // is done by Settle().
@@ -45,10 +61,19 @@ public:
     void TextClosed(const std::string& path);
     // Makes the symbols of all changed texts visible in the workspace, except those of one, whose asker knows its text.
     void Settle(const std::string& except);
+    // The same for one text; false when all are settled. Requests then do not wait for many texts.
+    bool SettleOne();
 
 private:
+    using CancelPointer = std::shared_ptr<base::CancelToken>;
+
     void Run();
-    bool Update(symbols::Index& index, const std::string& what);
+    void Settle(const std::string& path, const DocumentPointer& document);
+    void KeepCurrent(const CancelPointer& cancel);
+    bool Update(symbols::Index& index, const std::string& title, const CancelPointer& cancel);
+    symbols::Index::Listener Steps(const std::string& title, const CancelPointer& cancel,
+                                   std::shared_ptr<WorkDone>& shown);
+    CancelPointer NextRound();
 
     const std::string root;
     const bool isIndexed;
@@ -60,7 +85,14 @@ private:
     std::map<std::string, DocumentPointer> unsettled; // by path; null for a closed one
     std::mutex settling;                              // held by whoever settles
 
-    std::optional<base::CancelToken> cancel;
+    std::atomic<bool> isIndexing{false};
+    std::atomic<size_t> done{0};
+    std::atomic<size_t> total{0};
+    std::mutex turn; // guards the members below
+    std::condition_variable changed;
+    CancelPointer round; // of the work of the thread; null while it waits
+    bool resumes = true;
+    bool ends = false;
     std::thread thread;
 };
 

@@ -3,6 +3,8 @@
 #include "wren/symbols/IndexRoot.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace wren::lsp {
@@ -14,58 +16,105 @@ bool IsWithin(const std::string& path, const std::string& folder)
     return path == folder || folder == "/" || path.starts_with(folder + "/");
 }
 
-} // namespace
-
-Projects::Projects(ProjectsOptions options, IndexListener listener)
-    : options(std::move(options)), listener(std::move(listener))
+bool AreSame(const ProjectsOptions& left, const ProjectsOptions& right)
 {
+    return left.withIndex == right.withIndex && left.withSystem == right.withSystem && left.cache == right.cache;
 }
+
+} // namespace
 
 Projects::~Projects()
 {
     Close();
 }
 
-void Projects::SetFolders(const std::vector<std::string>& given)
+std::vector<Projects::ProjectPointer> Projects::Configure(const ProjectsOptions& given,
+                                                          const std::vector<Folder>& named)
 {
     const std::lock_guard lock(mutex);
-    folders = given;
-    for (const std::string& folder : folders)
-        At(folder, true);
+    const bool keeps = AreSame(options, given);
+    options = given;
+    folders = named;
+    ownRoots.clear();
+    realPaths.clear();
+    std::vector<ProjectPointer> dropped;
+    for (ProjectPointer& each : all) {
+        const bool isNamed = std::any_of(folders.begin(), folders.end(),
+                                         [&](const Folder& folder) { return folder.root == each->Root(); });
+        if (!keeps || !isNamed) {
+            each->EndIndexing();
+            dropped.push_back(std::move(each));
+        }
+    }
+    std::erase(all, nullptr);
+    for (const Folder& folder : folders)
+        At(folder.root, folder.isIndexed);
+    return dropped;
 }
 
-std::shared_ptr<Project> Projects::At(const std::string& root, bool isIndexed)
+Projects::ProjectPointer Projects::At(const std::string& root, bool isIndexed)
 {
-    for (const std::shared_ptr<Project>& each : all)
+    for (const ProjectPointer& each : all)
         if (each->Root() == root)
             return each;
     symbols::WorkspaceOptions workspace;
     workspace.root = root;
     workspace.cache = options.cache;
     workspace.withSystem = options.withSystem;
+    workspace.withProject = isIndexed && options.withIndex;
     workspace.tagging = options.tagging;
-    auto project = std::make_shared<Project>(workspace, isIndexed && options.withIndex, listener);
+    auto project = std::make_shared<Project>(workspace, workspace.withProject, listener);
     all.push_back(project);
-    project->StartIndexing();
+    if (options.withIndex && !isClosed)
+        project->StartIndexing();
     return project;
 }
 
-std::shared_ptr<Project> Projects::For(const std::string& path)
+// Looking for it reads directories, which is too much for each letter that is typed.
+std::optional<std::string> Projects::OwnRoot(const std::string& path)
+{
+    const std::string directory = path.substr(0, path.rfind('/') + 1);
+    const auto [known, isNew] = ownRoots.try_emplace(directory);
+    if (isNew && path.starts_with('/'))
+        if (base::Result<std::string> own = RootForFile(path))
+            known->second = *std::move(own);
+    return known->second;
+}
+
+const Folder* Projects::FolderAround(const std::string& path) const
+{
+    const Folder* innermost = nullptr;
+    for (const Folder& folder : folders)
+        if (IsWithin(path, folder.root) && (innermost == nullptr || folder.root.size() > innermost->root.size()))
+            innermost = &folder;
+    return innermost;
+}
+
+const std::string& Projects::RealPath(const std::string& path)
+{
+    const auto [known, isNew] = realPaths.try_emplace(path, path);
+    std::error_code unknown;
+    if (isNew && path.starts_with('/'))
+        if (const std::filesystem::path real = std::filesystem::weakly_canonical(path, unknown); !unknown)
+            known->second = real.string();
+    return known->second;
+}
+
+Projects::ProjectPointer Projects::For(const std::string& path)
 {
     const std::lock_guard lock(mutex);
-    std::string root;
-    for (const std::string& folder : folders)
-        if (IsWithin(path, folder) && folder.size() > root.size())
-            root = folder;
-    if (!root.empty())
-        return At(root, true);
+    const Folder* innermost = FolderAround(path);
+    if (innermost == nullptr && !folders.empty())
+        innermost = FolderAround(RealPath(path));
+    if (innermost != nullptr)
+        return At(innermost->root, innermost->isIndexed);
     if (folders.empty())
-        if (const base::Result<std::string> own = RootForFile(path))
+        if (const std::optional<std::string> own = OwnRoot(path))
             return At(*own, true);
     return At("/", false);
 }
 
-std::vector<std::shared_ptr<Project>> Projects::All() const
+std::vector<Projects::ProjectPointer> Projects::All() const
 {
     const std::lock_guard lock(mutex);
     return all;
@@ -73,8 +122,10 @@ std::vector<std::shared_ptr<Project>> Projects::All() const
 
 void Projects::Close()
 {
-    for (const std::shared_ptr<Project>& each : All())
-        each->StopIndexing();
+    const std::lock_guard lock(mutex);
+    isClosed = true;
+    for (const ProjectPointer& each : all)
+        each->EndIndexing();
 }
 
 } // namespace wren::lsp

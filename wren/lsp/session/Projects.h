@@ -4,8 +4,10 @@
 #include "tagging/Settings.h"
 #include "wren/lsp/session/Project.h"
 
+#include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,30 +20,45 @@ struct ProjectsOptions {
     tagging::Settings tagging; // without a program when there is no ctags
 };
 
+// A root that the client names, absolute and without links.
+struct Folder {
+    std::string root;
+    bool isIndexed = true; // else only open texts there, and what they include
+};
+
 // Any thread.
 class Projects {
 public:
-    Projects(ProjectsOptions options, IndexListener listener);
+    using ProjectPointer = std::shared_ptr<Project>;
+
+    explicit Projects(IndexListener listener) : listener(std::move(listener)) {}
     ~Projects();
 
-    // The roots that the client names, absolute and without links; the first call with 'true' also makes files outside
-    // of them belong to no project.
-    void SetFolders(const std::vector<std::string>& folders);
+    // Starts the indexing of new folders. Files outside of all folders belong to no project, if there are folders; else
+    // to that of their own root. Returns the projects that are not needed any more: their work ends soon, and their
+    // destruction waits for that.
+    std::vector<ProjectPointer> Configure(const ProjectsOptions& options, const std::vector<Folder>& folders);
 
     // The project of a file: the innermost folder around it; without folders, its own root. Never null.
-    std::shared_ptr<Project> For(const std::string& path);
-    std::vector<std::shared_ptr<Project>> All() const;
+    ProjectPointer For(const std::string& path);
+    std::vector<ProjectPointer> All() const;
 
-    void Close(); // ends all indexing; waits for it
+    void Close(); // ends all indexing soon; does not wait
 
 private:
-    std::shared_ptr<Project> At(const std::string& root, bool isIndexed); // under the lock
+    ProjectPointer At(const std::string& root, bool isIndexed); // under the lock
+    const Folder* FolderAround(const std::string& path) const;
+    const std::string& RealPath(const std::string& path); // of a file, whose directory may be reached by a link
+    std::optional<std::string> OwnRoot(const std::string& path);
 
-    const ProjectsOptions options;
     const IndexListener listener;
     mutable std::mutex mutex; // guards the members below
-    std::vector<std::string> folders;
-    std::vector<std::shared_ptr<Project>> all;
+    ProjectsOptions options;
+    std::vector<Folder> folders;
+    std::map<std::string, std::optional<std::string>> ownRoots; // of files without a folder, by directory
+    std::map<std::string, std::string> realPaths;               // of files that are in no folder by their name
+    std::vector<ProjectPointer> all;
+    bool isClosed = false;
 };
 
 } // namespace wren::lsp

@@ -2,48 +2,17 @@
 
 #include "symbols/Index.h"
 #include "wren/lsp/protocol/Uri.h"
+#include "wren/lsp/session/Folders.h"
 
-#include <cstdlib>
-#include <filesystem>
-#include <system_error>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <sys/types.h>
 #include <utility>
 
 namespace wren::lsp {
 
 namespace {
-
-// The folders that the client names, by preference: workspaceFolders, rootUri, rootPath.
-std::vector<std::string> FoldersOf(const Json& params)
-{
-    std::vector<std::string> folders;
-    const auto add = [&](const Json& uri) {
-        if (!uri.is_string())
-            return;
-        if (std::optional<std::string> path = PathOfUri(uri.get<std::string>()))
-            folders.push_back(*std::move(path));
-    };
-    const Json named = params.value("workspaceFolders", Json());
-    if (named.is_array())
-        for (const Json& folder : named)
-            add(folder.is_object() ? folder.value("uri", Json()) : Json());
-    if (folders.empty())
-        add(params.value("rootUri", Json()));
-    const Json path = params.value("rootPath", Json());
-    if (folders.empty() && path.is_string() && !path.get<std::string>().empty())
-        folders.push_back(path);
-    return folders;
-}
-
-// Without links; as it is when it does not exist.
-std::string RealPath(const std::string& path)
-{
-    std::error_code unknown;
-    const std::filesystem::path real = std::filesystem::weakly_canonical(path, unknown);
-    std::string text = unknown ? path : real.string();
-    if (text.size() > 1 && text.ends_with('/'))
-        text.pop_back();
-    return text;
-}
 
 std::vector<TextChange> ChangesOf(const Json& params)
 {
@@ -53,9 +22,28 @@ std::vector<TextChange> ChangesOf(const Json& params)
     return changes;
 }
 
+Json Watchers()
+{
+    Json watchers = Json::array();
+    for (const char* const pattern :
+         {"**/*.{c,cc,cpp,cxx,c++,cp,CPP,C,h,hh,hpp,hxx,h++,H,hp,m,mm,M,inl,ipp,tpp,tcc,txx}",
+          "**/{.gitignore,.wrenignore}"})
+        watchers.push_back({{"globPattern", pattern}});
+    return watchers;
+}
+
 } // namespace
 
-Session::Session(SessionOptions options, Client& client) : options(std::move(options)), client(client) {}
+Session::Session(SessionOptions given, Client& client, base::CancelToken& stop)
+    : options(std::move(given)), client(client), stop(stop), projects(ListenerForIndexes()), settler(projects),
+      background(1)
+{
+}
+
+Session::~Session()
+{
+    Close();
+}
 
 void Session::Tell(const std::string& problem)
 {
@@ -65,47 +53,165 @@ void Session::Tell(const std::string& problem)
 
 void Session::Initialize(const Json& params)
 {
+    if (!params.is_object())
+        RefuseParameters("the parameters of 'initialize' are not an object");
     abilities = ClientAbilities(params.value("capabilities", Json::object()));
-    for (const std::string& problem : Apply(params.value("initializationOptions", Json()), settings))
-        Tell(problem);
-    folders = options.root.empty() ? FoldersOf(params) : std::vector<std::string>{options.root};
-    for (std::string& folder : folders)
-        folder = RealPath(folder);
-    projects.emplace(OptionsOfProjects(), ListenerForIndexes());
+    initializationOptions = params.value("initializationOptions", Json());
+    folders = options.root.empty() ? NamedFolders(params) : std::vector{RealFolder(options.root)};
+    ApplySettings();
+    const Json process = params.value("processId", Json());
+    if (process.is_number_unsigned() && process.get<std::uint64_t>() > 1 &&
+        process.get<std::uint64_t>() <= static_cast<std::uint64_t>(std::numeric_limits<pid_t>::max()))
+        parent.emplace(process.get<pid_t>(), stop);
 }
 
+// Each source of settings counts over the one before.
+void Session::ApplySettings()
+{
+    settings = Settings();
+    for (const Json* const given : {&initializationOptions, &configuration})
+        for (const std::string& problem : Apply(*given, settings))
+            if (told.insert(problem).second)
+                Tell(problem);
+    if (!options.tags.empty())
+        settings.tags = options.tags;
+    settings.index = settings.index && options.withIndex;
+}
+
+// What the client configures may turn off the indexing, so that is known first, unless the client goes on without
+// telling it.
 void Session::Initialized(const Json&)
 {
-    projects->SetFolders(folders);
+    FindCtags();
+    Register();
+    if (abilities.Can("workspace/configuration"))
+        AskForConfiguration();
+    else
+        Start();
 }
 
-ProjectsOptions Session::OptionsOfProjects()
+// Each in a request of its own: a client that refuses one takes the others.
+void Session::Register()
+{
+    const bool canWatch = abilities.Can("workspace/didChangeWatchedFiles/dynamicRegistration");
+    const bool canConfigure = abilities.Can("workspace/didChangeConfiguration/dynamicRegistration");
+    const auto add = [&](bool can, const char* method, const Json& registerOptions) {
+        Json registration = {{"id", method}, {"method", method}};
+        if (!registerOptions.is_null())
+            registration["registerOptions"] = registerOptions;
+        if (can)
+            client.Ask("client/registerCapability", {{"registrations", Json::array({registration})}}, nullptr);
+    };
+    add(canWatch, "workspace/didChangeWatchedFiles", {{"watchers", Watchers()}});
+    add(canConfigure, "workspace/didChangeConfiguration", {{"section", "wren"}});
+    add((canWatch || canConfigure) && abilities.Can("workspace/workspaceFolders"),
+        "workspace/didChangeWorkspaceFolders", Json());
+}
+
+void Session::AskForConfiguration()
+{
+    client.Ask("workspace/configuration", {{"items", Json::array({{{"section", "wren"}}})}},
+               [this](const Json* result) {
+                   if (result != nullptr && result->is_array() && !result->empty())
+                       Configure(result->front());
+                   Start();
+               });
+}
+
+void Session::Configure(const Json& given)
+{
+    configuration = given;
+    ApplySettings();
+    if (isStarted)
+        UpdateProjects();
+}
+
+void Session::FindCtags()
+{
+    base::Result<tagging::Settings> found = symbols::IndexSettings();
+    hasCtags = static_cast<bool>(found);
+    if (hasCtags)
+        tagging = *std::move(found);
+    else
+        client.Show(MessageType::Error, found.Failure().Message());
+}
+
+void Session::Start()
+{
+    if (isStarted)
+        return;
+    isStarted = true;
+    for (const std::string& folder : folders)
+        if (options.root.empty() && IsTooLarge(folder))
+            client.Show(MessageType::Info, folder + " is not indexed as a whole; open a project in it, or name it with "
+                                                    "'wren lsp --root'. Open files and what they include are served.");
+    UpdateProjects();
+}
+
+ProjectsOptions Session::OptionsOfProjects() const
 {
     ProjectsOptions made;
     made.cache = options.cache;
-    made.withIndex = options.withIndex && settings.index;
-    made.withSystem = settings.systemHeaders;
-    if (base::Result<tagging::Settings> tagging = symbols::IndexSettings())
-        made.tagging = *std::move(tagging);
-    else
-        client.Show(MessageType::Error, tagging.Failure().Message());
+    made.withIndex = settings.index && hasCtags;
+    made.withSystem = settings.systemHeaders && made.withIndex;
+    made.tagging = tagging;
     return made;
+}
+
+// Projects that are not needed any more end in the background: their threads may need a moment.
+void Session::UpdateProjects()
+{
+    std::vector<Folder> named;
+    for (const std::string& folder : folders)
+        named.push_back({folder, !options.root.empty() || !IsTooLarge(folder)});
+    background.Add([dropped = projects.Configure(OptionsOfProjects(), named)]() {});
+    for (const auto& [path, document] : *documents.All())
+        TellText(document);
+}
+
+void Session::TellText(const DocumentPointer& document)
+{
+    const std::shared_ptr<Project> project = projects.For(document->path);
+    std::weak_ptr<Project>& owner = owners[document->path];
+    if (const std::shared_ptr<Project> before = owner.lock(); before != nullptr && before != project)
+        before->TextClosed(document->path);
+    owner = project;
+    project->TextChanged(document);
+    project->ResumeIndexing();
+    settler.TextChanged();
 }
 
 IndexListener Session::ListenerForIndexes()
 {
     IndexListener listener;
-    listener.begin = [](const std::string&) {};
-    listener.progress = [](const std::string&, const symbols::Progress&) {};
-    listener.end = [](const std::string&, const std::string&) {};
+    listener.begin = [this](const std::string& title, std::function<void()> cancel) -> std::shared_ptr<WorkDone> {
+        if (!abilities.Can("window/workDoneProgress"))
+            return nullptr;
+        std::string token;
+        {
+            const std::lock_guard lock(mutex);
+            token = "wren-" + std::to_string(++tokens);
+            cancels[token] = std::move(cancel);
+        }
+        return WorkDone::Create(client, token, title);
+    };
     listener.warn = [this](const std::string& text) { client.Log(MessageType::Warning, text); };
     return listener;
 }
 
+void Session::CancelProgress(const Json& params)
+{
+    const Json token = Member<Json>(params, "token");
+    const std::lock_guard lock(mutex);
+    const auto found = token.is_string() ? cancels.find(token.get<std::string>()) : cancels.end();
+    if (found != cancels.end())
+        found->second();
+}
+
 void Session::Close()
 {
-    if (projects)
-        projects->Close();
+    ends.Cancel();
+    projects.Close();
 }
 
 bool Session::Take(std::string_view method, const Json& params)
@@ -114,9 +220,15 @@ bool Session::Take(std::string_view method, const Json& params)
         std::string_view method;
         void (Session::*take)(const Json& params);
     } kNotifications[] = {
-        {"initialized", &Session::Initialized},          {"textDocument/didOpen", &Session::DidOpen},
-        {"textDocument/didChange", &Session::DidChange}, {"textDocument/didClose", &Session::DidClose},
+        {"initialized", &Session::Initialized},
+        {"textDocument/didOpen", &Session::DidOpen},
+        {"textDocument/didChange", &Session::DidChange},
+        {"textDocument/didClose", &Session::DidClose},
         {"textDocument/didSave", &Session::DidSave},
+        {"workspace/didChangeWatchedFiles", &Session::DidChangeWatchedFiles},
+        {"workspace/didChangeWorkspaceFolders", &Session::DidChangeWorkspaceFolders},
+        {"workspace/didChangeConfiguration", &Session::DidChangeConfiguration},
+        {"window/workDoneProgress/cancel", &Session::CancelProgress},
     };
     for (const auto& each : kNotifications)
         if (each.method == method) {
@@ -126,13 +238,22 @@ bool Session::Take(std::string_view method, const Json& params)
     return false;
 }
 
-RequestContext Session::ContextFor(const base::CancelToken& cancel)
+RequestContext Session::ContextFor(const base::CancelToken& cancel, const Json& params)
 {
-    return {abilities, settings, documents.All(), *projects, cancel, nullptr};
+    Start();
+    RequestContext context{abilities, settings, documents.All(), projects, cancel, nullptr};
+    const Json token = params.is_object() ? params.value("partialResultToken", Json()) : Json();
+    if (token.is_string() || token.is_number_integer())
+        context.sendPart = [this, token, &cancel](const Json& part) {
+            if (!cancel.IsCancelled())
+                client.Notify("$/progress", {{"token", token}, {"value", part}});
+        };
+    return context;
 }
 
 void Session::DidOpen(const Json& params)
 {
+    Start();
     const Json item = Member<Json>(params, "textDocument");
     Document document;
     document.uri = Member<std::string>(item, "uri");
@@ -142,7 +263,7 @@ void Session::DidOpen(const Json& params)
     std::string problem;
     const DocumentPointer opened = documents.Open(std::move(document), problem);
     Tell(problem);
-    projects->For(opened->path)->TextChanged(opened);
+    TellText(opened);
 }
 
 void Session::DidChange(const Json& params)
@@ -154,7 +275,7 @@ void Session::DidChange(const Json& params)
                          ChangesOf(params), abilities.Encoding(), problem);
     Tell(problem);
     if (changed != nullptr)
-        projects->For(changed->path)->TextChanged(changed);
+        TellText(changed);
 }
 
 void Session::DidClose(const Json& params)
@@ -163,11 +284,53 @@ void Session::DidClose(const Json& params)
     const DocumentPointer closed =
         documents.Close(Member<std::string>(Member<Json>(params, "textDocument"), "uri"), problem);
     Tell(problem);
-    if (closed != nullptr)
-        projects->For(closed->path)->TextClosed(closed->path);
+    if (closed == nullptr)
+        return;
+    projects.For(closed->path)->TextClosed(closed->path);
+    owners.erase(closed->path);
+    settler.TextChanged();
 }
 
-// The index notices the file by itself.
-void Session::DidSave(const Json&) {}
+// The index notices the file by itself, unless the user has ended the indexing.
+void Session::DidSave(const Json& params)
+{
+    const std::string uri = Member<std::string>(Member<Json>(params, "textDocument"), "uri");
+    projects.For(PathOfDocument(uri))->ResumeIndexing();
+}
+
+// The index watches by itself, but systems have too few watches for large trees.
+void Session::DidChangeWatchedFiles(const Json& params)
+{
+    std::map<std::shared_ptr<Project>, std::vector<std::string>> changed;
+    for (const Json& each : Member<std::vector<Json>>(params, "changes"))
+        if (const std::optional<std::string> path = PathOfUri(Member<std::string>(each, "uri")))
+            changed[projects.For(*path)].push_back(*path);
+    for (const auto& [project, paths] : changed) {
+        project->ResumeIndexing();
+        background.Add([this, project = project, paths = paths] {
+            if (const base::Result<void> current = project->Refresh(paths, ends); !current && !ends.IsCancelled())
+                client.Log(MessageType::Warning, current.Failure().Message());
+        });
+    }
+}
+
+void Session::DidChangeWorkspaceFolders(const Json& params)
+{
+    const Json event = Member<Json>(params, "event");
+    if (!options.root.empty())
+        return;
+    ChangeFolders(event, folders);
+    if (isStarted)
+        UpdateProjects();
+}
+
+// Clients that answer "workspace/configuration" often send null here.
+void Session::DidChangeConfiguration(const Json& params)
+{
+    if (abilities.Can("workspace/configuration"))
+        return AskForConfiguration();
+    const Json given = OptionalMember<Json>(params, "settings").value_or(Json());
+    Configure(given.is_object() ? given.value("wren", Json()) : Json());
+}
 
 } // namespace wren::lsp

@@ -4,11 +4,18 @@
 #include "wren/lsp/session/Client.h"
 #include "wren/lsp/session/ClientAbilities.h"
 #include "wren/lsp/session/Documents.h"
+#include "wren/lsp/session/ParentWatch.h"
 #include "wren/lsp/session/Projects.h"
 #include "wren/lsp/session/RequestContext.h"
 #include "wren/lsp/session/Settings.h"
+#include "wren/lsp/session/Settler.h"
+#include "wren/lsp/session/Workers.h"
 
+#include <functional>
+#include <map>
+#include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,7 +24,7 @@ namespace wren::lsp {
 
 struct SessionOptions {
     std::string root;              // beats the client's; "" for that
-    std::vector<std::string> tags; // files
+    std::vector<std::string> tags; // files; beats the client's
     bool withIndex = true;
     std::string cache; // the directory of all indexes; "" for the user's
 };
@@ -26,16 +33,17 @@ struct SessionOptions {
 // tree.
 class Session {
 public:
-    Session(SessionOptions options, Client& client); // borrows the client
+    Session(SessionOptions options, Client& client, base::CancelToken& stop); // borrows both; 'stop' ends the server
+    ~Session();
 
-    void Initialize(const Json& params); // once, before anything else
-    void Close();                        // ends all indexing; waits for it
+    void Initialize(const Json& params); // once, before anything else; throws a Failure
+    void Close();                        // ends all indexing soon; does not wait
 
     // Whether the notification is known. Throws a Failure.
     bool Take(std::string_view method, const Json& params);
 
     const ClientAbilities& Abilities() const { return abilities; }
-    RequestContext ContextFor(const base::CancelToken& cancel);
+    RequestContext ContextFor(const base::CancelToken& cancel, const Json& params);
 
 private:
     void Initialized(const Json& params);
@@ -43,18 +51,47 @@ private:
     void DidChange(const Json& params);
     void DidClose(const Json& params);
     void DidSave(const Json& params);
+    void DidChangeWatchedFiles(const Json& params);
+    void DidChangeWorkspaceFolders(const Json& params);
+    void DidChangeConfiguration(const Json& params);
+    void CancelProgress(const Json& params);
 
+    void Register();
+    void AskForConfiguration();
+    void Configure(const Json& given);
+    void ApplySettings();
+    void Start(); // the projects, unless they are started
+    void UpdateProjects();
+    ProjectsOptions OptionsOfProjects() const;
+    void TellText(const DocumentPointer& document);
     void Tell(const std::string& problem);
-    ProjectsOptions OptionsOfProjects();
+    void FindCtags();
     IndexListener ListenerForIndexes();
 
     const SessionOptions options;
     Client& client;
+    base::CancelToken& stop;
     ClientAbilities abilities;
+    Json initializationOptions;
+    Json configuration;         // the last one
+    std::set<std::string> told; // what is wrong with settings
     Settings settings;
+    tagging::Settings tagging;
+    bool hasCtags = false;
     Documents documents;
+    std::map<std::string, std::weak_ptr<Project>> owners; // of open texts, by path
     std::vector<std::string> folders;
-    std::optional<Projects> projects;
+    bool isStarted = false;
+
+    std::mutex mutex;                                     // guards the next members
+    std::map<std::string, std::function<void()>> cancels; // of shown work, by token
+    unsigned tokens = 0;
+
+    Projects projects;
+    base::CancelToken ends;
+    Settler settler;
+    Workers background; // one after the other
+    std::optional<ParentWatch> parent;
 };
 
 } // namespace wren::lsp

@@ -4,7 +4,6 @@
 #include "resolve/ParsedText.h"
 #include "wren/lsp/protocol/Uri.h"
 
-#include <array>
 #include <optional>
 #include <string_view>
 
@@ -16,15 +15,6 @@ const Document* OpenAt(const DocumentMap& documents, const std::string& path)
 {
     const auto found = documents.find(path);
     return found == documents.end() ? nullptr : found->second.get();
-}
-
-bool IsUnderstood(const std::string& languageId)
-{
-    constexpr std::array<std::string_view, 4> kLanguages = {"c", "cpp", "objective-c", "objective-cpp"};
-    for (const std::string_view each : kLanguages)
-        if (languageId == each)
-            return true;
-    return false;
 }
 
 std::shared_ptr<Project> SettledProject(const RequestContext& context, const std::string& path)
@@ -44,14 +34,15 @@ void RequestContext::CheckCancelled() const
 
 Subject::Subject(const RequestContext& context, const std::string& given)
     : context(context), uri(given), absolute(PathOfDocument(given)), project(SettledProject(context, absolute)),
-      path(project->Workspace().PathInIndex(absolute)), snapshot(project->Workspace().Current()),
+      path(project->Workspace().PathInIndex(absolute)), snapshot(project->Workspace().CurrentFor(path)),
       sources(project->Workspace()),
       resolver(*snapshot, sources, project->Workspace().Parser(), &project->ParsedTexts())
 {
     if (const Document* const open = OpenAt(*context.documents, absolute)) {
         uri = open->uri;
         text = open->text;
-        isSource = IsUnderstood(open->languageId);
+        language = LanguageOf(open->languageId);
+        isSource = language.has_value();
         return;
     }
     text = TextOf(path);
@@ -61,12 +52,12 @@ Subject::Subject(const RequestContext& context, const std::string& given)
 
 resolve::Place Subject::PlaceAt(Position position) const
 {
-    return {path, text->Content(), text->OffsetOf(position, Encoding())};
+    return {path, text->Content(), text->OffsetOf(position, Encoding()), language};
 }
 
 resolve::ParsedTextPointer Subject::Parsed() const
 {
-    return project->ParsedTexts().Get(path, text->Content(), project->Workspace().Parser());
+    return project->ParsedTexts().Get(path, text->Content(), project->Workspace().Parser(), language);
 }
 
 TextPointer Subject::TextOf(const std::string& pathInIndex) const

@@ -8,6 +8,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace wren::lsp {
@@ -40,6 +41,7 @@ private:
     std::string uri;
     std::string absolute;
     TextPointer text;
+    std::optional<tagging::Language> language; // that the client says
     bool isSource = true;
     std::shared_ptr<Project> project;
     std::string path;

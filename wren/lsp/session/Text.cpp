@@ -23,20 +23,57 @@ size_t LineOf(const std::vector<size_t>& starts, size_t offset)
     return static_cast<size_t>(std::upper_bound(starts.begin(), starts.end(), offset) - starts.begin()) - 1;
 }
 
-} // namespace
-
-Text::Text(std::string given) : content(std::move(given)), starts{0}
+// Appends the starts of the lines that begin in [from, to], apart from one at 'from'. False when a line ends with a
+// lone "\r".
+bool AddStarts(std::string_view content, size_t from, size_t to, std::vector<size_t>& starts)
 {
     bool same = true;
-    for (size_t at = content.find_first_of("\r\n"); at != std::string::npos; at = content.find_first_of("\r\n", at)) {
+    for (size_t at = content.find_first_of("\r\n", from); at < to; at = content.find_first_of("\r\n", at)) {
         const bool isFeed = content[at] == '\n';
         const bool isPair = !isFeed && at + 1 < content.size() && content[at + 1] == '\n';
         same = same && (isFeed || isPair);
         at += isPair ? 2 : 1;
         starts.push_back(at);
     }
-    if (same)
-        return;
+    return same;
+}
+
+std::string Replaced(const std::string& text, size_t start, size_t end, std::string_view replacement)
+{
+    std::string made;
+    made.reserve(text.size() - (end - start) + replacement.size());
+    return made.append(text, 0, start).append(replacement).append(text, end);
+}
+
+} // namespace
+
+Text::Text(std::string given) : content(std::move(given)), starts{0}
+{
+    if (!AddStarts(content, 0, content.size(), starts))
+        FindSourceStarts();
+}
+
+// Lines before the changed ones begin where they did, those behind it are moved. Around the change, a "\r" and a "\n"
+// may have come together or apart, so one line more is looked at on either side.
+Text::Text(const Text& before, size_t start, size_t end, std::string_view replacement)
+    : content(Replaced(before.content, start, end, replacement))
+{
+    const size_t first = LineOf(before.starts, start);
+    const size_t kept = first > 0 ? first - 1 : 0;
+    const size_t next = std::min(LineOf(before.starts, end) + 2, before.starts.size());
+    const size_t growth = replacement.size() - (end - start); // modulo 2^64
+    const size_t until = next < before.starts.size() ? before.starts[next] + growth : content.size();
+    starts.reserve(before.starts.size() + 16);
+    starts.assign(before.starts.begin(), before.starts.begin() + static_cast<std::ptrdiff_t>(kept) + 1);
+    const bool same = AddStarts(content, starts.back(), until, starts);
+    for (size_t at = next + 1; at < before.starts.size(); ++at)
+        starts.push_back(before.starts[at] + growth);
+    if (!same || !before.sourceStarts.empty())
+        FindSourceStarts();
+}
+
+void Text::FindSourceStarts()
+{
     sourceStarts.push_back(0);
     for (size_t at = content.find('\n'); at != std::string::npos; at = content.find('\n', at + 1))
         sourceStarts.push_back(at + 1);

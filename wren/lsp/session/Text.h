@@ -18,6 +18,8 @@ enum class Encoding { Utf8, Utf16 }; // in whose units the client counts charact
 class Text {
 public:
     explicit Text(std::string content);
+    // The text that comes of replacing bytes [start, end) of another one. Costs less than reading all of it again.
+    Text(const Text& before, size_t start, size_t end, std::string_view replacement);
     Text(const Text&) = delete;
     Text& operator=(const Text&) = delete;
 
@@ -39,6 +41,8 @@ public:
     std::string_view SourceLine(unsigned line) const; // without its break
 
 private:
+    void FindSourceStarts();
+
     const std::string content;
     std::vector<size_t> starts;       // of lines
     std::vector<size_t> sourceStarts; // empty when they are the same

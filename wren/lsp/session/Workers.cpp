@@ -1,5 +1,6 @@
 #include "wren/lsp/session/Workers.h"
 
+#include <chrono>
 #include <utility>
 
 namespace wren::lsp {
@@ -29,6 +30,19 @@ void Workers::Add(std::function<void()> job)
     changed.notify_all();
 }
 
+size_t Workers::Waiting()
+{
+    const std::lock_guard lock(mutex);
+    return jobs.size();
+}
+
+void Workers::WaitForOne()
+{
+    constexpr std::chrono::milliseconds kMoment(50);
+    std::unique_lock lock(mutex);
+    changed.wait_for(lock, kMoment);
+}
+
 void Workers::WaitUntilIdle()
 {
     std::unique_lock lock(mutex);
@@ -42,11 +56,12 @@ void Workers::Run()
         changed.wait(lock, [this] { return ends || !jobs.empty(); });
         if (jobs.empty())
             return;
-        const std::function<void()> job = std::move(jobs.front());
+        std::function<void()> job = std::move(jobs.front());
         jobs.pop_front();
         ++running;
         lock.unlock();
         job();
+        job = nullptr; // what it holds may take time to destroy
         lock.lock();
         --running;
         changed.notify_all();

@@ -18,6 +18,8 @@ public:
     ~Workers(); // waits for all jobs
 
     void Add(std::function<void()> job); // does not wait
+    size_t Waiting();                    // jobs that have not begun
+    void WaitForOne();                   // until a job has ended, or a moment has passed
     void WaitUntilIdle();
 
 private:
