@@ -67,7 +67,7 @@ void Player::Play(const TranscriptLine& line)
                  Fail(*mismatch);
          }},
         {"run", [&] { arguments = rest; }},
-        {"environment", [&] { ::setenv(Split(rest).first.c_str(), stage.Filled(Split(rest).second).c_str(), 1); }},
+        {"environment", [&] { environment.push_back(Split(rest)); }},
         {"automatic", [&] { automatic[Split(rest).first] = stage.Filled(Parsed(Split(rest).second)); }},
         {"by-hand", [&] { byHand.insert(rest); }},
         {"> begin", [&] { Begin(rest); }},
@@ -109,6 +109,8 @@ void Player::Start()
     std::filesystem::create_directories(stage.Home());
     ::setenv("HOME", stage.Home().c_str(), 1);
     ::unsetenv("XDG_CACHE_HOME");
+    for (const auto& [name, value] : environment)
+        ::setenv(name.c_str(), stage.Filled(value).c_str(), 1);
     std::vector<std::string> command = {program, "lsp"};
     std::istringstream words(stage.Filled(arguments));
     for (std::string word; words >> word;)

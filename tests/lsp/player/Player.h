@@ -12,6 +12,8 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 class Player {
 public:
@@ -49,6 +51,7 @@ private:
     ServerRules rules;
     Stage stage;
     std::string arguments;
+    std::vector<std::pair<std::string, std::string>> environment;
     std::optional<Connection> server;
     int lastId = 0;
     std::string repeated;                            // the request that is sent until its answer fits; "" for none

@@ -39,11 +39,12 @@ void ServerRules::Sent(const Json& message)
         return;
     const bool hasMethod = message.contains("method") && message["method"].is_string();
     const Json id = message.value("id", Json());
-    if (hasMethod && !id.is_null())
-        open[id.dump()] = message["method"];
+    const bool isAnswer = message.contains("result") || message.contains("error");
+    if (!isAnswer && (id.is_number_integer() || id.is_string()))
+        open[id.dump()] = hasMethod ? message["method"] : Json("");
     if (hasMethod && message["method"] == "initialized")
         hasBegun = true;
-    if (!hasMethod && asked.contains(id.dump())) {
+    if (isAnswer && asked.contains(id.dump())) {
         if (message.contains("result") && !asked[id.dump()].empty())
             progress[asked[id.dump()]];
         asked.erase(id.dump());

@@ -1,0 +1,3 @@
+> begin
+> signal 15
+< exit 1

@@ -1,0 +1,5 @@
+> begin
+> request shutdown
+< result null
+> close
+< exit 0

@@ -1,0 +1,4 @@
+# A client that is gone ends the server.
+> begin
+> close
+< exit 1

@@ -1,0 +1,2 @@
+> notify exit
+< exit 1

@@ -1,0 +1,3 @@
+> begin
+> notify exit
+< exit 1
