@@ -1,6 +1,8 @@
 #include "symbols/Workspace.h"
 
-#include "symbols/store/Store.h"
+#include "symbols/IncludedFiles.h"
+#include "symbols/TagsReader.h"
+#include "symbols/store/Combination.h"
 #include "symbols/update/ReadSmallFile.h"
 #include "tagging/ctags/Scratch.h"
 
@@ -62,7 +64,8 @@ std::optional<std::string> Below(std::string_view path, const std::string& root)
 struct Workspace::Contents {
     explicit Contents(const WorkspaceOptions& options)
         : root(RootOf(options)), realRoot(root.empty() ? "" : RealPath(root)), scratch("/tmp"),
-          parser(ForTexts(options.tagging, root, scratch.Directory()))
+          parser(ForTexts(options.tagging, root, scratch.Directory())),
+          included(root, options.withSystem, ForTexts(options.tagging, root, scratch.Directory()))
     {
         if (options.withProject && !root.empty())
             project.emplace(ProjectOptions(options));
@@ -88,6 +91,11 @@ struct Workspace::Contents {
     const std::string realRoot;
     const tagging::Scratch scratch;
     tagging::TextParser parser;
+    IncludedFiles included;
+
+    std::mutex readingTags; // guards the next two
+    std::vector<std::string> tagsFiles;
+    StampsOfFiles tagsStamps;
 
     mutable std::mutex mutex; // for the rest
     struct Opened {
@@ -98,12 +106,9 @@ struct Workspace::Contents {
     std::map<std::string, Opened> open;        // by the path in the index
     std::map<std::string, std::string> places; // of open texts: absolute path, path in the index
     unsigned long versions = 0;
-    struct View {
-        SnapshotPointer project;
-        SnapshotPointer system;
-        SnapshotPointer combined; // null when texts were opened or closed since
-    };
-    mutable View view; // the last one
+    SnapshotPointer tags;
+    mutable std::optional<Combination> combination; // of the last state; has all open texts with a file
+    mutable SnapshotPointer combined;               // null when texts were opened or closed since
 };
 
 Workspace::Workspace(WorkspaceOptions options) : contents(std::make_unique<Contents>(options)) {}
@@ -127,18 +132,24 @@ tagging::TextParser& Workspace::Parser()
 
 SnapshotPointer Workspace::Current() const
 {
-    const SnapshotPointer project = contents->ProjectNow();
-    const SnapshotPointer system = contents->SystemNow();
+    Layers layers;
+    layers.project = contents->ProjectNow();
+    layers.system = contents->SystemNow();
+    layers.read = contents->included.Files();
+    layers.readOfSystem = contents->included.FilesOfSystem();
     const std::lock_guard lock(contents->mutex);
-    Contents::View& view = contents->view;
-    if (view.combined != nullptr && view.project == project && view.system == system)
-        return view.combined;
-    std::vector<std::shared_ptr<const OpenText>> open;
-    for (const auto& [path, opened] : contents->open)
-        if (HasFile(opened.absolute))
-            open.push_back(opened.text);
-    view = {project, system, Combined(project, system, "/", open)};
-    return view.combined;
+    layers.tags = contents->tags;
+    std::optional<Combination>& combination = contents->combination;
+    if (!combination || combination->Below() != layers) {
+        combination.emplace(std::move(layers));
+        for (const auto& [path, opened] : contents->open)
+            if (HasFile(opened.absolute))
+                combination->Put(opened.text);
+        contents->combined = nullptr;
+    }
+    if (contents->combined == nullptr)
+        contents->combined = combination->Current();
+    return contents->combined;
 }
 
 SnapshotPointer Workspace::CurrentFor(const std::string& path) const
@@ -217,9 +228,12 @@ base::Result<void> Workspace::SetOpenText(const std::string& path, std::string t
     const std::lock_guard lock(contents->mutex);
     contents->places.try_emplace(path, place); // it may have been closed meanwhile
     Contents::Opened& opened = contents->open[place];
-    if (opened.version < version)
+    if (opened.version < version) {
         opened = {std::move(open), version, path};
-    contents->view.combined = nullptr;
+        if (contents->combination && HasFile(path))
+            contents->combination->Put(opened.text);
+    }
+    contents->combined = nullptr;
     return parsed ? base::Result<void>() : parsed.Failure();
 }
 
@@ -230,8 +244,64 @@ void Workspace::CloseText(const std::string& path)
     if (place == contents->places.end())
         return;
     contents->open.erase(place->second);
+    if (contents->combination)
+        contents->combination->Remove(place->second);
     contents->places.erase(place);
-    contents->view.combined = nullptr;
+    contents->combined = nullptr;
+}
+
+bool Workspace::LoadIncluded(const std::string& path, const base::CancelToken& cancel)
+{
+    const SnapshotPointer project = contents->ProjectNow();
+    const SnapshotPointer system = contents->SystemNow();
+    const bool isInRoot = Below(path, contents->root).has_value();
+    if (!HasFile(path) || (isInRoot && project != nullptr && (system != nullptr || !contents->system)))
+        return false;
+    const auto isKnown = [&](const std::string& file) {
+        const std::optional<std::string> below = Below(file, contents->root);
+        return (project != nullptr && project->FindFile(below ? *below : file)) ||
+               (system != nullptr && system->FindFile(file.substr(1)));
+    };
+    std::shared_ptr<const OpenText> text;
+    {
+        const std::lock_guard lock(contents->mutex);
+        const auto place = contents->places.find(path);
+        const auto opened = place == contents->places.end() ? contents->open.end() : contents->open.find(place->second);
+        if (opened != contents->open.end())
+            text = opened->second.text;
+    }
+    std::optional<std::vector<std::string>> includes;
+    if (text != nullptr) {
+        includes.emplace();
+        for (const Include& include : Combined(nullptr, nullptr, "/", {text})->IncludesOf(0))
+            includes->emplace_back(include.name);
+    }
+    return contents->included.Load(path, includes, isKnown, cancel);
+}
+
+Workspace::TagsProblems Workspace::SetTagsFiles(std::vector<std::string> paths, const base::CancelToken& cancel)
+{
+    const std::lock_guard reading(contents->readingTags);
+    TagsRead read = ReadTagsFiles(paths, contents->root, cancel);
+    contents->tagsFiles = std::move(paths);
+    contents->tagsStamps = std::move(read.stamps);
+    if (cancel.IsCancelled())
+        contents->tagsStamps.clear(); // the next refresh reads them
+    const std::lock_guard lock(contents->mutex);
+    contents->tags = std::move(read.snapshot);
+    return std::move(read.problems);
+}
+
+Workspace::TagsProblems Workspace::RefreshTagsFiles(const base::CancelToken& cancel)
+{
+    std::vector<std::string> paths;
+    {
+        const std::lock_guard reading(contents->readingTags);
+        if (StampsOf(contents->tagsFiles) == contents->tagsStamps)
+            return {};
+        paths = contents->tagsFiles;
+    }
+    return SetTagsFiles(std::move(paths), cancel);
 }
 
 } // namespace symbols

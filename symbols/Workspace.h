@@ -2,6 +2,7 @@
 // the texts that are open.
 #pragma once
 
+#include "base/CancelToken.h"
 #include "symbols/Index.h"
 #include "tagging/SourceParser.h"
 
@@ -9,6 +10,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace symbols {
 
@@ -51,6 +54,20 @@ public:
     base::Result<void> SetOpenText(const std::string& path, std::string text,
                                    std::optional<tagging::Language> language = std::nullopt);
     void CloseText(const std::string& path);
+
+    // Reads what the text or file includes, unless an index has it or will not come to have it; then it is in Current()
+    // until an index has it. For texts that are asked about before their index is complete, or outside of the root; any
+    // other costs nothing. 'path' as for SetOpenText. At most a second, two hundred files or 20 MB at a time. Returns
+    // whether Current() has changed. Blocks; one load at a time.
+    bool LoadIncluded(const std::string& path, const base::CancelToken& cancel);
+
+    // Tags files, absolute, of any tool and in any order. Current() has their symbols, but for those that an index, an
+    // open text or an included file has in the same file by the same name. All are read into memory. Returns a sentence
+    // for each that cannot be used; the others count. Blocks; one call at a time.
+    using TagsProblems = std::vector<std::pair<std::string, std::string>>; // path, sentence
+    TagsProblems SetTagsFiles(std::vector<std::string> paths, const base::CancelToken& cancel);
+    // Reads them again if one has changed on the disk.
+    TagsProblems RefreshTagsFiles(const base::CancelToken& cancel);
 
     tagging::TextParser& Parser(); // for texts, with their locals
 

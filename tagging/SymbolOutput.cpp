@@ -113,6 +113,16 @@ SymbolKind KindNamed(std::string_view name)
         SymbolKind::Signal,
         SymbolKind::QtProperty,
         SymbolKind::NamespaceAlias,
+        SymbolKind::Interface,
+        SymbolKind::Implementation,
+        SymbolKind::Protocol,
+        SymbolKind::Category,
+        SymbolKind::InstanceMethod,
+        SymbolKind::ClassMethod,
+        SymbolKind::InstanceMethodDeclaration,
+        SymbolKind::ClassMethodDeclaration,
+        SymbolKind::Property,
+        SymbolKind::InstanceVariable,
     };
     for (const SymbolKind kind : kKinds)
         if (LongName(kind) == name)
@@ -147,7 +157,8 @@ bool HasProperty(std::string_view list, std::string_view word)
 bool IsDefinition(SymbolKind kind)
 {
     return kind != SymbolKind::Prototype && kind != SymbolKind::ExternVariable && kind != SymbolKind::Slot &&
-           kind != SymbolKind::Signal;
+           kind != SymbolKind::Signal && kind != SymbolKind::Interface && kind != SymbolKind::Category &&
+           kind != SymbolKind::InstanceMethodDeclaration && kind != SymbolKind::ClassMethodDeclaration;
 }
 
 // Reads the lines of one output.

@@ -10,7 +10,7 @@
 namespace tagging {
 
 // 'output' is ctags' lines for one file (CtagsSettings::Output::Symbols), in any order. The texts are kept in the pool.
-// Unreadable lines are skipped: ctags may have died in the middle of one.
+// Unreadable lines are skipped: ctags may have died in the middle of one. The kinds of Objective-C are read, too.
 //
 // ctags' names for unnamed declarations contain a checksum of the file's name, which would be another one for a text in
 // memory: it becomes zeros.

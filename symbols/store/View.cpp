@@ -109,7 +109,7 @@ bool View::Gather(const Part& part, std::uint32_t key, KeyList list, size_t coun
             const auto next = part.segment->File(file + 1);
             end = !next ? 0 : list == KeyList::IncludesOfLeaf ? next->includes : next->symbols;
         }
-        if (part.IsLive(file) && file < part.segment->FileCount())
+        if (file < part.segment->FileCount() && (areFiles ? FileCounts(part, file) : part.IsLive(file)))
             hits->push_back({&part, file, value, {}});
     }
     return true;
@@ -155,7 +155,28 @@ bool View::Fill(const Part& part, FileInSegment file, std::uint32_t place, Symbo
     const auto bytes = part.segment->BytesFrom(Section::Symbols, place, kLongestSymbol);
     VarintReader reader(bytes.value_or(""));
     symbol->file = part.first + file;
-    return bytes && DecodeSymbol(*part.segment, reader, symbol);
+    return bytes && DecodeSymbol(*part.segment, reader, symbol) && !IsKnownBesidesTags(part, symbol);
+}
+
+// A symbol from a tags file, when something more current has one of that name in the file. The tag may be older than
+// the file, so their lines may differ. A symbol that only the tag has gets the number of that file.
+bool View::IsKnownBesidesTags(const Part& part, Symbol* symbol) const
+{
+    const std::optional<Place> current =
+        part.isFromTags ? PlaceOf(PathOf(part, symbol->file - part.first), false) : std::nullopt;
+    if (!current)
+        return false;
+    symbol->file = current->part->first + current->file;
+    const std::optional<std::uint32_t> key = current->part->segment->FindKey(symbol->name);
+    Hits hits;
+    if (key)
+        Gather(*current->part, *key, KeyList::Symbols, SIZE_MAX, nullptr, &hits);
+    return std::ranges::any_of(hits, [&](const Hit& hit) { return hit.file == current->file; });
+}
+
+bool View::FileCounts(const Part& part, FileInSegment file) const
+{
+    return part.IsLive(file) && !(part.isFromTags && PlaceOf(PathOf(part, file), false));
 }
 
 // The symbols of a frequent name are spread over the whole segment: while one is read, the memory of others comes in.
@@ -178,7 +199,8 @@ void View::AppendSymbols(std::span<const Hit> hits, std::vector<Symbol>* symbols
     for (size_t i = 0; i < hits.size(); i++) {
         Symbol symbol;
         symbol.file = hits[i].part->first + hits[i].file;
-        if (areGood[i] && FillSymbol(*hits[i].part->segment, records[i], &symbol))
+        if (areGood[i] && FillSymbol(*hits[i].part->segment, records[i], &symbol) &&
+            !IsKnownBesidesTags(*hits[i].part, &symbol))
             symbols->push_back(symbol);
     }
 }
@@ -224,15 +246,25 @@ Symbols View::DerivedFrom(std::string_view baseName, Limits limits) const
 
 std::optional<FileNumber> View::FindFile(std::string_view path) const
 {
+    for (const bool inTags : {false, true})
+        if (const std::optional<Place> found = PlaceOf(path, inTags))
+            return found->part->first + found->file;
+    return std::nullopt;
+}
+
+std::optional<View::Place> View::PlaceOf(std::string_view path, bool inTags) const
+{
     for (const Part& part : parts) {
         std::string_view inPart = path;
+        if (part.isFromTags != inTags)
+            continue;
         if (part.system != nullptr && !path.starts_with(part.system->Prefix()))
             continue;
         if (part.system != nullptr)
             inPart.remove_prefix(part.system->Prefix().size());
         const std::optional<FileInSegment> file = part.segment->FindFile(inPart);
         if (file && part.IsLive(*file))
-            return part.first + *file;
+            return Place{&part, *file};
     }
     return std::nullopt;
 }
@@ -325,7 +357,7 @@ void View::ForEachFile(const std::function<bool(FileNumber, const symbols::File&
     Hits hits;
     for (const Part& part : parts)
         for (FileInSegment file = 0; file < part.segment->FileCount(); file++)
-            if (part.IsLive(file))
+            if (FileCounts(part, file))
                 hits.push_back({&part, file, 0, {}});
     PutInOrder(&hits, 0);
     for (const Hit& hit : hits) {

@@ -57,13 +57,14 @@ struct Part {
     std::shared_ptr<const SystemPaths> system = nullptr; // the paths in the snapshot; null: as in the segment
     std::shared_ptr<const OpenText> open = nullptr;      // the segment is this text
     bool isSystem = false;
-    size_t prefix = 0;    // bytes of the paths in the segment that the order of files leaves out
-    FileNumber first = 0; // number of the segment's file 0 in the snapshot
+    bool isFromTags = false; // files may be in other parts, too: those count, and their symbols of the same name
+    size_t prefix = 0;       // bytes of the paths in the segment that the order of files leaves out
+    FileNumber first = 0;    // number of the segment's file 0 in the snapshot
 
     bool IsLive(FileInSegment file) const;
 };
 
-// Each file is live in one part at most.
+// Each file is live in one part at most, besides those from tags files.
 class View : public Snapshot {
 public:
     explicit View(std::vector<Part> parts, std::uint64_t otherBytes = 0);
@@ -103,6 +104,13 @@ private:
     using Hits = std::vector<Hit>;
 
     const Part* PartOf(FileNumber file) const;
+    struct Place {
+        const Part* part;
+        FileInSegment file;
+    };
+    std::optional<Place> PlaceOf(std::string_view path, bool inTags) const;
+    bool FileCounts(const Part& part, FileInSegment file) const;
+    bool IsKnownBesidesTags(const Part& part, Symbol* symbol) const;
     std::string_view PathOf(const Part& part, FileInSegment file) const;
     bool Fill(const Part& part, FileInSegment file, std::uint32_t place, Symbol* symbol) const;
     // Adds at most 'count' hits of the list, the first ones; returns false when cancelled.

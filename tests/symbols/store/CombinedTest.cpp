@@ -1,6 +1,6 @@
 // A project, the system's headers and open texts as one.
 
-#include "symbols/store/Store.h"
+#include "symbols/store/Combination.h"
 
 #include "tests/support/AllAnswers.h"
 #include "tests/support/RandomSources.h"
@@ -129,4 +129,68 @@ TEST(Combined, AnswersAsOneIndexOfTheSameTexts)
                     each->replace(at, what.size(), by);
         ASSERT_EQ(answers, expected) << seed;
     }
+}
+
+namespace {
+
+struct Layered {
+    SnapshotPointer project, read, tags;
+
+    SnapshotPointer Current() const
+    {
+        Layers layers;
+        layers.project = project;
+        layers.read = read;
+        layers.tags = tags;
+        return Combination(layers).Current();
+    }
+};
+
+} // namespace
+
+TEST(Combination, HasWhatWasReadUntilAnIndexHasIt)
+{
+    Layered layered;
+    layered.read = IndexOf({{"a.h", {SymbolNamed("f", 1)}}, {"b.h", {SymbolNamed("f", 2)}}});
+    EXPECT_THAT(Places(layered.Current(), "f"), ElementsAre("a.h:1", "b.h:2"));
+    layered.project = IndexOf({{"a.h", {SymbolNamed("f", 5)}}});
+    EXPECT_THAT(Places(layered.Current(), "f"), ElementsAre("a.h:5", "b.h:2"));
+    EXPECT_EQ(layered.Current()->Totals().files, 2u);
+}
+
+TEST(Combination, PrefersAllOthersToTags)
+{
+    Layered layered;
+    layered.project = IndexOf({{"a.c", {SymbolNamed("f", 5)}}, {"z.c", {SymbolNamed("g", 1)}}});
+    layered.tags =
+        IndexOf({{"a.c", {SymbolNamed("f", 1), SymbolNamed("generated", 2)}}, {"b.c", {SymbolNamed("f", 3)}}});
+    const SnapshotPointer snapshot = layered.Current();
+    EXPECT_THAT(Places(snapshot, "f"), ElementsAre("a.c:5", "b.c:3")) << "the tag's line is an older one";
+    EXPECT_THAT(Places(snapshot, "generated"), ElementsAre("a.c:2"));
+    EXPECT_EQ(snapshot->ByName("generated", {}).found[0].file, snapshot->FindFile("a.c")) << "one number for a file";
+    EXPECT_EQ(snapshot->FilesWithLeaf("a.c").size(), 1u);
+    EXPECT_EQ(snapshot->FilesWithLeaf("b.c").size(), 1u);
+    EXPECT_EQ(snapshot->Fuzzy("generated", {}).found.size(), 1u);
+    EXPECT_EQ(snapshot->ByPrefix("f", {}).found.size(), 2u);
+    size_t files = 0;
+    snapshot->ForEachFile([&](FileNumber, const File&) { return ++files > 0; });
+    EXPECT_EQ(files, 3u);
+}
+
+TEST(Combination, ShowsAFileAgainWhenItsTextIsClosed)
+{
+    Layers layers;
+    layers.project = IndexOf({{"a.c", {SymbolNamed("f", 1)}}, {"b.c", {SymbolNamed("f", 2)}}});
+    layers.read = IndexOf({{"a.c", {SymbolNamed("f", 9)}}, {"r.h", {SymbolNamed("f", 3)}}});
+    Combination combination(layers);
+    for (const char* path : {"a.c", "new.c", "r.h", "b.c"})
+        combination.Put(Open(path, {SymbolNamed("f", 7)}));
+    EXPECT_THAT(Places(combination.Current(), "f"), ElementsAre("a.c:7", "b.c:7", "new.c:7", "r.h:7"));
+    combination.Put(Open("new.c", {SymbolNamed("f", 8)}));
+    combination.Remove("a.c");
+    combination.Remove("never.c");
+    EXPECT_THAT(Places(combination.Current(), "f"), ElementsAre("a.c:1", "b.c:7", "new.c:8", "r.h:7"));
+    combination.Remove("r.h");
+    combination.Remove("new.c");
+    EXPECT_THAT(Places(combination.Current(), "f"), ElementsAre("a.c:1", "b.c:7", "r.h:3"));
 }

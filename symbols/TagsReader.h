@@ -1,0 +1,29 @@
+// Tags files in the form of an index.
+#pragma once
+
+#include "base/CancelToken.h"
+#include "symbols/store/Snapshot.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace symbols {
+
+using StampsOfFiles = std::vector<std::pair<std::string, tagging::FileStamp>>;
+
+struct TagsRead {
+    SnapshotPointer snapshot;                                  // null when there are no tags
+    std::vector<std::pair<std::string, std::string>> problems; // path of a tags file, and a sentence about it
+    StampsOfFiles stamps;                                      // of all files, from before they were read
+};
+
+StampsOfFiles StampsOf(const std::vector<std::string>& paths); // empty ones of files that are missing
+
+// All tags of the files, of any tool and in any order, as far as their sources are C, C++ or Objective-C. Absolute paths;
+// sources below 'root' ("" for none) get relative ones, as in File::path. A tag without a line gets that of the first
+// line that its pattern fits, else the first one. They are held in memory, about half as large as the files: a file of
+// more than 128 MB is a problem. Blocks.
+TagsRead ReadTagsFiles(const std::vector<std::string>& paths, const std::string& root, const base::CancelToken& cancel);
+
+} // namespace symbols
