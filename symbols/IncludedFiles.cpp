@@ -16,14 +16,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::chrono::seconds kMostTime(1);
-constexpr size_t kMostFiles = 200;
-constexpr size_t kMostBytes = size_t(20) << 20;
-constexpr size_t kMostOfFile = size_t(4) << 20; // bytes; what is larger is data
-constexpr size_t kMostHeld = 2000;              // files; then all are forgotten, and read when they are needed
-constexpr size_t kMostIncludes = 1000;          // of one file
-constexpr int kMostUp = 12;                     // directories above a file, in which includes are looked for
-constexpr int kMostFailures = 3;                // of the parser, which does not work then
+constexpr std::chrono::seconds kLongestLoad(1);
+constexpr size_t kMostRead = 200;
+constexpr size_t kMostBytesRead = size_t(20) << 20;
+constexpr size_t kMostOfOneFile = size_t(4) << 20; // bytes; what is larger is data
+constexpr size_t kMostHeld = 2000;                 // files; then all are forgotten, and read when they are needed
+constexpr size_t kMostIncludes = 1000;             // of one file
+constexpr int kMostUp = 12;                        // directories above a file, in which includes are looked for
+constexpr int kMostFailures = 3;                   // of the parser, which does not work then
 
 std::vector<std::string> SubdirectoriesOf(const std::string& directory, std::string_view inName)
 {
@@ -105,8 +105,8 @@ public:
 private:
     bool Goes() const
     {
-        return !cancel.IsCancelled() && read < kMostFiles && bytes < kMostBytes && failures < kMostFailures &&
-               std::chrono::steady_clock::now() - start < kMostTime;
+        return !cancel.IsCancelled() && read < kMostRead && bytes < kMostBytesRead && failures < kMostFailures &&
+               std::chrono::steady_clock::now() - start < kLongestLoad;
     }
 
     // Files that are held and have changed on the disk, but for those that are gone: these are only removed.
@@ -165,7 +165,7 @@ private:
     bool Read(const std::string& path)
     {
         const std::optional<tagging::FileStamp> stamp = StampOf(path);
-        const std::optional<std::string> text = ReadSmallFile(path, Links::Follow, kMostOfFile);
+        const std::optional<std::string> text = ReadSmallFile(path, Links::Follow, kMostOfOneFile);
         if (!stamp || !text)
             return false;
         ++read;
@@ -196,8 +196,7 @@ private:
 };
 
 IncludedFiles::IncludedFiles(std::string root, bool withSystem, const tagging::Settings& settings)
-    : root(std::move(root)), systemDirectories(withSystem ? DirectoriesToSearch() : std::vector<std::string>()),
-      parser(settings)
+    : root(std::move(root)), withSystem(withSystem), parser(settings)
 {
     Forget();
 }
@@ -219,6 +218,8 @@ bool IncludedFiles::Load(const std::string& path, const std::optional<std::vecto
                          const std::function<bool(const std::string&)>& isKnown, const base::CancelToken& cancel)
 {
     const std::lock_guard lock(loading);
+    if (withSystem && systemDirectories.empty())
+        systemDirectories = DirectoriesToSearch();
     if (held.size() > kMostHeld)
         Forget();
     if (!Walk(*this, isKnown, cancel).Run(path, includes))

@@ -48,10 +48,11 @@ private:
     void Forget();
 
     const std::string root;
-    const std::vector<std::string> systemDirectories; // to search
+    const bool withSystem;
     tagging::TextParser parser;
 
-    std::mutex loading; // guards the next ones
+    std::mutex loading;                         // guards the next ones
+    std::vector<std::string> systemDirectories; // to search; found by the first load
     std::unordered_map<std::string, Held> held;
     std::unique_ptr<Store::Writer> writer;
     std::unique_ptr<Store::Writer> systemWriter;

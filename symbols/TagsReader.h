@@ -20,10 +20,10 @@ struct TagsRead {
 
 StampsOfFiles StampsOf(const std::vector<std::string>& paths); // empty ones of files that are missing
 
-// All tags of the files, of any tool and in any order, as far as their sources are C, C++ or Objective-C. Absolute paths;
-// sources below 'root' ("" for none) get relative ones, as in File::path. A tag without a line gets that of the first
-// line that its pattern fits, else the first one. They are held in memory, about half as large as the files: a file of
-// more than 128 MB is a problem. Blocks.
+// All tags of the files, of any tool and in any order, as far as their sources are C, C++ or Objective-C. Paths are
+// absolute; sources below 'root' ("" for none) get relative ones, as in File::path. A tag without a line gets that of
+// the first line that its pattern fits, else the first one. They are held in memory, about half as large as the files:
+// a file of more than 128 MB is a problem. Blocks.
 TagsRead ReadTagsFiles(const std::vector<std::string>& paths, const std::string& root, const base::CancelToken& cancel);
 
 } // namespace symbols
