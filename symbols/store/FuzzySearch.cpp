@@ -5,7 +5,9 @@
 #include "symbols/store/View.h"
 
 #include <algorithm>
+#include <array>
 #include <map>
+#include <span>
 #include <tuple>
 
 namespace symbols {
@@ -13,6 +15,7 @@ namespace symbols {
 namespace {
 
 constexpr std::uint32_t kFewNames = 20'000;
+constexpr std::uint32_t kCollected = 256; // names at once
 
 struct Query {
     std::string_view name;
@@ -123,24 +126,42 @@ private:
         return true;
     }
 
+    // Few names have all letters. They are collected first, so that their texts come from memory while others are
+    // looked at.
     void LookAtLength(const Part& part, const Segment::FuzzyNames& names, bool hasBeginnings)
     {
+        static_assert(kCollected <= kStepsBetweenChecks);
         const NameTraits* const traits = part.segment->TraitsOf(names);
-        const char* texts = nullptr;
-        int worst = WorstKind(names.length);
-        for (std::uint32_t i = 0; i < names.count && traits != nullptr; i++) {
-            if (i % kStepsBetweenChecks == 0 && IsCancelled())
+        std::array<std::uint32_t, kCollected> collected;
+        for (std::uint32_t from = 0; from < names.count && traits != nullptr; from += kCollected) {
+            if (IsCancelled())
                 return;
-            if (!pattern.HasLetters(traits[i]))
-                continue;
+            const std::uint32_t to = std::min(names.count, from + kCollected);
+            size_t count = 0;
+            for (std::uint32_t i = from; i < to; i++) {
+                collected[count] = i;
+                count += pattern.HasLetters(traits[i]) ? 1 : 0;
+            }
+            if (count > 0 && !LookAtNames(part, names, traits, {collected.data(), count}, hasBeginnings))
+                return;
+        }
+    }
+
+    // False when the segment is damaged.
+    bool LookAtNames(const Part& part, const Segment::FuzzyNames& names, const NameTraits* traits,
+                     std::span<const std::uint32_t> collected, bool hasBeginnings)
+    {
+        constexpr size_t kAhead = 8;
+        const char* const texts = part.segment->TextsOf(names);
+        int worst = WorstKind(names.length);
+        for (size_t at = 0; at < collected.size() && texts != nullptr; at++) {
+            if (at + kAhead < collected.size())
+                __builtin_prefetch(texts + collected[at + kAhead] * names.length);
+            const std::uint32_t i = collected[at];
             // Where any order of breaks will do, the traits say little, and the name itself rules out more.
             const bool nameFirst = worst == kAnywhere;
             if (!nameFirst && !pattern.ChancesOf(traits[i], worst).Any())
                 continue;
-            if (texts == nullptr)
-                texts = part.segment->TextsOf(names);
-            if (texts == nullptr)
-                return;
             const std::string_view name(texts + i * names.length, names.length);
             if (nameFirst && !pattern.Contains(name))
                 continue;
@@ -151,6 +172,7 @@ private:
                 Take(part, *key, kind);
             worst = WorstKind(names.length);
         }
+        return texts != nullptr;
     }
 
     void Take(const Part& part, std::uint32_t key, int kind)
