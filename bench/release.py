@@ -1,6 +1,7 @@
 """Builds the measured programs with the release preset, and runs them."""
 import json
 import os
+import resource
 import shutil
 import subprocess
 import sys
@@ -49,6 +50,24 @@ def run(program, *words, given=None, home=None):
     done = subprocess.run([path(program), *map(str, words)], input=given, stdout=subprocess.PIPE,
                           text=True, check=True, env=environment(home))
     return [json.loads(line) for line in done.stdout.splitlines()]
+
+
+class Cost:
+    """The time that passes in a "with" block, and the processor's time of the programs that end in it, in seconds."""
+
+    def __enter__(self):
+        self.clock = time.perf_counter()
+        self.processor = self.of_children()
+        return self
+
+    def __exit__(self, *error):
+        self.clock = time.perf_counter() - self.clock
+        self.processor = self.of_children() - self.processor
+
+    @staticmethod
+    def of_children():
+        used = resource.getrusage(resource.RUSAGE_CHILDREN)
+        return used.ru_utime + used.ru_stime
 
 
 def seconds(command, directory=None, home=None):
