@@ -1,0 +1,137 @@
+"""A small project, an editor that is opened on it with nothing but our settings for it, and the end of both.
+
+Everything waits for something to be seen, and for nothing else; a wait that is not answered in time fails the test.
+"""
+
+import ctypes
+import json
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+PATIENCE = 60  # seconds; far more than any step takes, even with sanitizers on a busy machine
+
+# The member "plumage" is named in no other text, so that only an answer of the server can complete it.
+FILES = {
+    "far.h": "/* How far it is. */\nint Distance(int from, int to);\n\n"
+             "struct Bird {\n    int wingspan;\n    int plumage;\n};\n",
+    "far.c": '#include "far.h"\n\nint Distance(int from, int to)\n{\n    return to - from;\n}\n\n'
+             "int Farthest(void)\n{\n    return Distance(0, 9);\n}\n",
+    "near.c": '#include "far.h"\n\nint Twice(struct Bird *bird)\n{\n    return Distance(bird->wingspan, 2);\n}\n',
+}
+
+PR_SET_CHILD_SUBREAPER = 36
+
+
+class Failure(Exception):
+    pass
+
+
+def wait_for(what, condition):
+    end = time.monotonic() + PATIENCE
+    while time.monotonic() < end:
+        found = condition()
+        if found:
+            return found
+        time.sleep(0.02)
+    raise Failure(f"waited in vain for {what}")
+
+
+class Project:
+    """A directory with a git work tree "project", a home, and "bin" with the program as "wren"."""
+
+    def __init__(self, wren):
+        # What an editor leaves behind becomes a child of ours, and so cannot hide.
+        ctypes.CDLL(None).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
+        self.directory = os.path.realpath(tempfile.mkdtemp(prefix="wren-editors-"))
+        self.home = os.path.join(self.directory, "home")
+        self.root = os.path.join(self.directory, "project")
+        os.makedirs(self.home)
+        os.makedirs(os.path.join(self.directory, "bin"))
+        self.program = os.path.join(self.directory, "bin/wren")
+        os.symlink(os.path.abspath(wren), self.program)
+        for name, text in FILES.items():
+            self.write(name, text)
+        for words in (["init", "-q"], ["add", "."]):
+            subprocess.run(["git", *words], cwd=self.root, check=True)
+
+    def environment(self, **more):
+        """As of a fresh user: nothing of ours but the language and the place of the program."""
+        path = os.path.join(self.directory, "bin") + ":" + os.environ["PATH"]
+        kept = {name: value for name, value in os.environ.items() if not name.startswith("XDG_")}
+        return {**kept, "HOME": self.home, "PATH": path, "LC_ALL": "C.UTF-8", **more}
+
+    def path(self, name):
+        return os.path.join(self.root, name)
+
+    def write(self, name, text):
+        os.makedirs(os.path.dirname(self.path(name)), exist_ok=True)
+        with open(self.path(name), "w", encoding="utf-8") as file:
+            file.write(text)
+
+    def read(self, name):
+        with open(self.path(name), encoding="utf-8") as file:
+            return file.read()
+
+    def configure(self, source, name):
+        """Installs one of our settings files as 'name' in the home directory."""
+        target = os.path.join(self.home, name)
+        os.makedirs(os.path.dirname(target), exist_ok=True)
+        shutil.copyfile(source, target)
+
+    def run(self, words, **environment):
+        """Runs an editor that is its own user to its end; the answers that it printed.
+
+        They are lines "ANSWER name json". A failure shows all that it printed.
+        """
+        editor = subprocess.Popen(words, cwd=self.root, env=self.environment(**environment), stdin=subprocess.DEVNULL,
+                                  stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+        try:
+            output = editor.communicate(timeout=2 * PATIENCE)[0]
+        except subprocess.TimeoutExpired as expired:
+            editor.kill()
+            raise Failure(f"the editor did not end; it printed: {expired.stdout}") from expired
+        if editor.returncode != 0:
+            raise Failure(f"the editor ended with {editor.returncode}; it printed:\n{output}")
+        lines = [line[line.index("ANSWER "):].split(" ", 2) for line in output.splitlines() if "ANSWER " in line]
+        return {name: json.loads(value) for _, name, value in lines}
+
+    def expect_nothing_left(self):
+        """Waits for the end of all that the editor started: each must end with status 0, and by itself."""
+        def ended():
+            try:
+                child, status = os.waitpid(-1, os.WNOHANG)
+            except ChildProcessError:
+                return True
+            if child and status:
+                raise Failure(f"a program that the editor started ended with {os.waitstatus_to_exitcode(status)}")
+            return False
+        wait_for("the end of the server", ended)
+
+    def remove(self):
+        shutil.rmtree(self.directory, ignore_errors=True)
+
+
+def expect_all(answers, expected):
+    """Compares what an editor printed; of a text, the expected part must be in it, each word of a list as well."""
+    for name, value in expected.items():
+        words = value if isinstance(value, list) else [value]
+        missing = [word for word in words if word not in str(answers.get(name))]
+        if missing:
+            raise Failure(f"{name}: {missing} is not in {answers.get(name)!r}")
+
+
+def main(story, wren):
+    """Runs the story with a project; the exit status says whether it held."""
+    project = Project(wren)
+    try:
+        story(project)
+        print("passed")
+    except Failure as failure:
+        print(f"FAILED: {failure}")
+        sys.exit(1)
+    finally:
+        project.remove()
