@@ -1,7 +1,7 @@
 # Completion of wren in bash. It needs nothing of bash-completion, and so works wherever it is sourced.
 
 _wren_commands='definition declaration references implementations find outline graph explain index lookup tags
-    complete script'
+    complete lsp script'
 
 _wren_options()
 {
@@ -16,6 +16,7 @@ _wren_options()
         lookup) echo -h --help --symbol --in --declaration --definition --system-tags --home --bundle ;;
         tags) echo -h --help --system --jobs --dry-run --verbose --settings --home --bundle ;;
         complete) echo -h --help --auto --edit --system-tags --home --bundle ;;
+        lsp) echo -h --help --root --tags --no-index --log --home ;;
         script) echo -h --help --bundle --home --settings --guarded ;;
         *) echo -h --help --version ;;
     esac
@@ -35,8 +36,8 @@ _wren_values()
 _wren_kind()
 {
     case $1 in
-        --in | --home | --bundle | tags | index) echo -d ;;
-        --system-tags | --settings | --import | --export | lookup | complete | definition | declaration | references) echo -f ;;
+        --in | --home | --bundle | --root | tags | index) echo -d ;;
+        --system-tags | --tags | --log | --settings | --import | --export | lookup | complete | definition | declaration | references) echo -f ;;
         implementations | outline | explain | graph | editor) echo -f ;;
     esac
 }
@@ -53,7 +54,7 @@ _wren()
     subject=$command
     case $previous in
         --symbol | --jobs | --limit | --depth) return 0 ;;
-        --in | --home | --bundle | --system-tags | --settings | --import | --export) subject=$previous ;;
+        --in | --home | --bundle | --root | --tags | --log | --system-tags | --settings | --import | --export) subject=$previous ;;
         --format | --language) subject=$previous ;;
     esac
     if [[ $subject == "$command" && $current == -* ]]; then

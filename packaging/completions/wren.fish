@@ -1,7 +1,7 @@
 # Completion of wren in fish.
 
 set -l commands definition declaration references implementations find outline graph explain index lookup tags \
-    complete script
+    complete lsp script
 set -l first "not __fish_seen_subcommand_from $commands"
 
 complete -c wren -n "$first" -a definition -d 'Print where the name at a place is defined'
@@ -16,6 +16,7 @@ complete -c wren -n "$first" -a index -d "Make the index of a project's symbols"
 complete -c wren -n "$first" -a lookup -d 'Print where a symbol is declared and defined'
 complete -c wren -n "$first" -a tags -d 'Make the tags files in which symbols are looked up'
 complete -c wren -n "$first" -a complete -d 'Complete the word at a place'
+complete -c wren -n "$first" -a lsp -d 'Serve an editor by the Language Server Protocol'
 complete -c wren -n "$first" -a script -d 'Run the plug-in without a display'
 complete -c wren -n "$first" -l version -d 'Print the version and exit'
 complete -c wren -s h -l help -d 'Print what can be given, and exit'
@@ -23,7 +24,7 @@ complete -c wren -s h -l help -d 'Print what can be given, and exit'
 set -l in '__fish_seen_subcommand_from'
 complete -c wren -n "$in lookup tags complete script" -l bundle -xa '(__fish_complete_directories)' \
     -d "The plug-in's bundle"
-complete -c wren -n "$in lookup tags complete script" -l home -xa '(__fish_complete_directories)' \
+complete -c wren -n "$in lookup tags complete lsp script" -l home -xa '(__fish_complete_directories)' \
     -d 'The home directory'
 complete -c wren -n "$in lookup complete" -l system-tags -rF -d "Use this file as the system's tags"
 complete -c wren -n "$in script" -l guarded -d "Run the plug-in's command lines as the editor does"
@@ -40,6 +41,12 @@ complete -c wren -n "$in references" -l symbol -x -d 'The uses of this name inst
 
 complete -c wren -n "$in find" -f
 complete -c wren -n "$in find graph" -l system -d 'Also the headers of the system'
+
+complete -c wren -n "$in lsp" -f
+complete -c wren -n "$in lsp" -l root -xa '(__fish_complete_directories)' -d 'The project, whatever the editor says'
+complete -c wren -n "$in lsp" -l tags -rF -d 'Answer from this tags file, too'
+complete -c wren -n "$in lsp" -l no-index -d 'Answer from open texts and tags files only'
+complete -c wren -n "$in lsp" -l log -rF -d 'Append the log to this file'
 
 complete -c wren -n "$in outline" -l language -xa 'C C++ Objective-C Objective-C++' -d 'How the text is read'
 

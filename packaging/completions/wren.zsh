@@ -14,6 +14,7 @@ _wren_commands() {
         'lookup:print where a symbol is declared and defined'
         'tags:make the tags files in which symbols are looked up'
         'complete:complete the word at a place, or print what it could become'
+        'lsp:serve an editor by the Language Server Protocol'
         'script:run the plug-in without a display, driven by JSON lines'
     )
     _describe -t commands command commands
@@ -149,6 +150,16 @@ _wren_complete() {
         ':FILE\:LINE[\:COLUMN]:_files'
 }
 
+_wren_lsp() {
+    _arguments -s \
+        '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        '--root[the project, whatever the editor says]:directory:_directories' \
+        '*--tags[answer from this tags file, too]:file:_files' \
+        '--no-index[answer from open texts and tags files only]' \
+        '--log[append the log to this file, not to standard error]:file:_files' \
+        '--home[keep indexes in .cache below this directory]:directory:_directories'
+}
+
 _wren_script() {
     _arguments -s \
         '(- *)'{-h,--help}'[print what can be given, and exit]' \
@@ -168,7 +179,8 @@ _wren_editor() {
 
 _wren() {
     case $words[2] in
-        definition|declaration|references|implementations|find|outline|graph|explain|index|lookup|tags|complete|script)
+        definition|declaration|references|implementations|find|outline|graph|explain|index|lookup|tags|complete|lsp| \
+            script)
             (( CURRENT > 2 )) || { _wren_editor; return }
             local command=$words[2]
             shift words
