@@ -13,8 +13,9 @@ namespace resolve {
 
 namespace {
 
-constexpr size_t kMostByPrefix = 3000;
+constexpr size_t kMostByPrefix = 1000;
 constexpr size_t kMostIncluded = 200; // files whose symbols are listed
+constexpr size_t kMostUsed = 40;      // names of the text that are looked up, the nearest ones
 
 bool Begins(std::string_view name, std::string_view typed)
 {
@@ -41,8 +42,8 @@ struct Offer {
 // Collects the candidates of one place.
 class Completion {
 public:
-    Completion(Question& question, size_t start, size_t before, std::string_view typed)
-        : question(question), tokens(question.GetTokens()), start(start), before(before), typed(typed)
+    Completion(Question& question, size_t start, size_t before, std::string_view typed, size_t wanted)
+        : question(question), tokens(question.GetTokens()), start(start), before(before), typed(typed), wanted(wanted)
     {
     }
 
@@ -254,18 +255,32 @@ private:
     void FromText()
     {
         std::unordered_set<std::string_view> seen;
-        for (size_t i = 0; i < tokens.Count(); ++i) {
+        const size_t place = std::min(tokens.FirstFrom(start), tokens.Count());
+        for (size_t step = 0; step < tokens.Count() && seen.size() < kMostUsed; ++step) {
+            const size_t i = step < place ? place - 1 - step : step;
             const Token& token = tokens[i];
             const bool isUse = token.IsWord() && token.offset != start && Begins(token.text, typed) &&
                                !tokens[i - 1].Is('.') && tokens[i - 1].text != "->" && !IsKeyword(token.text);
             if (!isUse || names.contains(token.text) || !seen.insert(token.text).second)
                 continue;
-            for (const Symbol& symbol : GetWorld().Named(token.text))
-                if (IsVisible(symbol) && IsReachable(symbol)) {
-                    Add(symbol, How::Include, 3);
-                    break;
-                }
+            FromAnywhere(GetWorld().Named(token.text));
         }
+    }
+
+    void FromAnywhere(const std::vector<Symbol>& all)
+    {
+        const Symbol* other = nullptr;
+        for (const Symbol& symbol : all) {
+            if (!IsVisible(symbol))
+                continue;
+            if (IsReachable(symbol))
+                return Add(symbol, How::Include, 3);
+            const bool isOut = GetWorld().IsOtherLanguage(symbol) || GetWorld().IsFileLocalElsewhere(symbol);
+            if (other == nullptr && !isOut)
+                other = &symbol;
+        }
+        if (other != nullptr)
+            Add(*other, How::Name, IsSystem(*other) ? 5 : 4);
     }
 
     bool IsReachable(const Symbol& symbol)
@@ -308,21 +323,24 @@ private:
 
     void FromIncluded()
     {
+        const int first = typed.empty() ? 0 : std::tolower(static_cast<unsigned char>(typed[0]));
         size_t files = 0;
         for (const FileNumber file : GetWorld().Files().Included()) {
             if (++files > kMostIncluded || !GetWorld().Goes())
                 return;
-            for (const Symbol& symbol : GetWorld().Index().OfFile(file).found)
-                if (IsVisible(symbol))
-                    Add(symbol, How::Include, 3);
+            const FileSymbolsPointer all = GetWorld().SymbolsOf(file);
+            for (size_t i = 0; i < all->symbols.size(); ++i)
+                if ((typed.empty() || all->firsts[i] == first) && Begins(all->symbols[i].name, typed) &&
+                    IsVisible(all->symbols[i]))
+                    Add(all->symbols[i], How::Include, 3);
         }
     }
 
     template <class Predicate>
     void ByPrefix(Predicate fits)
     {
-        if (typed.empty())
-            return;
+        if (typed.empty() || offers.size() > wanted)
+            return; // enough without the rest of the project, which comes last
         std::vector<std::pair<int, Symbol>> found;
         for (const Symbol& symbol : GetWorld().Index().ByPrefix(typed, {kMostByPrefix, nullptr}).found)
             if (symbol.file != GetWorld().TextFile() && fits(symbol) && !GetWorld().IsFileLocalElsewhere(symbol) &&
@@ -351,7 +369,7 @@ private:
             size_t order;
             auto operator<=>(const Key&) const = default;
         };
-        std::unordered_map<std::string_view, Key> keys;
+        std::vector<std::pair<Key, size_t>> keys;
         for (const Offer& offer : offers) {
             const std::string_view name = offer.symbol.name;
             const bool isInner = name.starts_with('_') && !typed.starts_with('_'); // meant for the library itself
@@ -363,11 +381,14 @@ private:
                 key.isNotLocal = offer.how != How::Local;
                 key.phase = isMessage && offer.how == How::Name ? 1 : 0;
             }
-            keys.emplace(name, key);
+            keys.emplace_back(key, keys.size());
         }
-        std::stable_sort(offers.begin(), offers.end(), [&](const Offer& a, const Offer& b) {
-            return keys.at(a.symbol.name) < keys.at(b.symbol.name);
-        });
+        const size_t count = std::min(keys.size(), wanted < SIZE_MAX ? wanted + 1 : wanted);
+        std::partial_sort(keys.begin(), keys.begin() + static_cast<std::ptrdiff_t>(count), keys.end());
+        std::vector<Offer> sorted;
+        for (size_t i = 0; i < count; ++i)
+            sorted.push_back(offers[keys[i].second]);
+        offers = std::move(sorted);
     }
 
     // "void Shape::", but neither "int f(Shape::" nor "class Round { Shape::".
@@ -395,6 +416,7 @@ private:
     const size_t start;
     const size_t before;
     const std::string_view typed;
+    const size_t wanted; // how many are enough
     std::vector<Offer> offers;
     std::unordered_set<std::string_view> names;
     std::vector<std::pair<int, std::string>> scopes;
@@ -408,7 +430,7 @@ Candidates Resolver::Complete(const Place& place, symbols::Limits limits) const
 {
     Candidates candidates;
     candidates.text = TextOf(place);
-    Question question(snapshot, sources, candidates.text, place.offset, limits);
+    Question question(snapshot, sources, candidates.text, place.offset, limits, Known());
     const Tokens& tokens = question.GetTokens();
     const size_t word = question.Word();
     candidates.start = std::min(place.offset, place.text.size());
@@ -421,7 +443,8 @@ Candidates Resolver::Complete(const Place& place, symbols::Limits limits) const
     const bool isInLiteral = next > 0 && last.kind == Token::kLiteral && last.End() > candidates.start;
     if (isInLiteral)
         return candidates;
-    for (const Offer& offer : Completion(question, candidates.start, next == 0 ? kNone : next - 1, typed).Collect()) {
+    for (const Offer& offer :
+         Completion(question, candidates.start, next == 0 ? kNone : next - 1, typed, limits.results).Collect()) {
         if (candidates.found.size() == limits.results) {
             candidates.more = true;
             break;

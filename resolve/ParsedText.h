@@ -1,6 +1,7 @@
 // One text with its tokens and symbols: what several questions about the same text share.
 #pragma once
 
+#include "resolve/KnownFiles.h"
 #include "resolve/ParsedTextPointer.h"
 #include "resolve/Tokens.h"
 #include "tagging/SourceParser.h"
@@ -40,11 +41,14 @@ public:
     ParsedTextPointer Get(const std::string& path, std::string_view text, tagging::TextParser& parser,
                           std::optional<tagging::Language> language = std::nullopt);
 
+    KnownFiles& Files() { return files; } // for questions about these texts, and any others
+
 private:
     static constexpr size_t kKept = 4;
 
     std::mutex mutex;
     std::vector<ParsedTextPointer> last; // the latest at the end
+    KnownFiles files;
 };
 
 } // namespace resolve

@@ -49,11 +49,11 @@ std::unique_ptr<Tokens> Question::TokensOf(const PlacedDirective& directive)
 }
 
 Question::Question(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer given, size_t offset,
-                   symbols::Limits limits)
+                   symbols::Limits limits, KnownFiles* known)
     : text(std::move(given)), offset(offset), directive(text->tokens.DirectiveAt(offset)),
       ownTokens(directive != nullptr ? TokensOf(*directive) : nullptr),
-      tokens(ownTokens ? ownTokens.get() : &text->tokens), world(snapshot, sources, text, limits), classes(world),
-      names(world, classes), expressions(world, classes, names, *tokens)
+      tokens(ownTokens ? ownTokens.get() : &text->tokens), world(snapshot, sources, text, limits, known),
+      classes(world), names(world, classes), expressions(world, classes, names, *tokens)
 {
     word = tokens->WordAt(offset);
     if (word != kNone)

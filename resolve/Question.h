@@ -17,7 +17,7 @@ namespace resolve {
 class Question {
 public:
     Question(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer text, size_t offset,
-             symbols::Limits limits);
+             symbols::Limits limits, KnownFiles* known);
 
     // Everything that the name may mean, best first.
     MeaningList Meanings();

@@ -112,7 +112,7 @@ bool IsCancelled(symbols::Limits limits)
 
 Uses Resolver::References(const Place& place, symbols::Limits limits) const
 {
-    Question question(snapshot, sources, TextOf(place), place.offset, limits);
+    Question question(snapshot, sources, TextOf(place), place.offset, limits, Known());
     const MeaningList meanings = question.Meanings();
     if (question.Local())
         return LocalUses(question, *question.Local(), place.path, limits.results);
@@ -170,7 +170,7 @@ Answers Resolver::Implementations(const Place& place, symbols::Limits limits) co
 {
     Answers answers;
     answers.text = TextOf(place);
-    Question question(snapshot, sources, answers.text, place.offset, limits);
+    Question question(snapshot, sources, answers.text, place.offset, limits, Known());
     const MeaningList meanings = question.Meanings();
     answers.name = question.Name();
     if (meanings.empty())

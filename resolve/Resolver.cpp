@@ -61,11 +61,16 @@ ParsedTextPointer Resolver::TextOf(const Place& place) const
     return std::make_shared<const ParsedText>(place.path, place.text, parser, place.language);
 }
 
+KnownFiles* Resolver::Known() const
+{
+    return texts != nullptr ? &texts->Files() : nullptr;
+}
+
 Answers Resolver::AnswerTo(const Place& place, symbols::Limits limits, Wanted wanted) const
 {
     Answers answers;
     answers.text = TextOf(place);
-    Question question(snapshot, sources, answers.text, place.offset, limits);
+    Question question(snapshot, sources, answers.text, place.offset, limits, Known());
     const MeaningList meanings = question.Meanings();
     answers.name = question.Name();
     std::optional<Asked> asked;
@@ -112,7 +117,7 @@ Answers Resolver::Meanings(const Place& place, symbols::Limits limits) const
 
 std::string Resolver::Explain(const Place& place) const
 {
-    Question question(snapshot, sources, TextOf(place), place.offset, {});
+    Question question(snapshot, sources, TextOf(place), place.offset, {}, Known());
     const MeaningList meanings = question.Meanings();
     if (question.Name().empty())
         return "no name at the place: a comment, a string, or a blank\n";

@@ -66,8 +66,9 @@ struct Candidates {
     ParsedTextPointer text;
 };
 
-// The texts of the last questions, already parsed.
+// The texts of the last questions, already parsed, and what they include.
 class ParsedTexts;
+class KnownFiles;
 
 // Stateless apart from what it borrows; any thread. Work is bounded: it ends in time for any text.
 class Resolver {
@@ -101,6 +102,7 @@ private:
     enum class Wanted { Definition, Declaration, Either };
 
     ParsedTextPointer TextOf(const Place& place) const;
+    KnownFiles* Known() const; // null without texts
     Answers AnswerTo(const Place& place, symbols::Limits limits, Wanted wanted) const;
     Uses ReferencesIn(const std::string& name, symbols::FileNumber except, symbols::Limits limits) const;
 

@@ -35,9 +35,11 @@ bool IsMemberKind(SymbolKind kind)
 
 } // namespace
 
-World::World(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer text, symbols::Limits limits)
+World::World(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer text, symbols::Limits limits,
+             KnownFiles* shared)
     : snapshot(snapshot), sources(sources), text(std::move(text)), limits(limits),
-      distances(snapshot, this->text->path, IncludesOf(*this->text))
+      known(shared != nullptr ? *shared : forThis),
+      distances(snapshot, this->text->path, IncludesOf(*this->text), known)
 {
     if (const auto file = snapshot.FindFile(this->text->path))
         textFile = *file;
@@ -68,10 +70,10 @@ Conditions World::ConditionsOf(FileNumber file)
 
 Branch World::BranchAt(FileNumber file, unsigned line)
 {
-    auto known = conditions.find(file);
-    if (known == conditions.end())
-        known = conditions.emplace(file, ConditionsOf(file)).first;
-    return known->second.At(line);
+    auto read = conditions.find(file);
+    if (read == conditions.end())
+        read = conditions.emplace(file, ConditionsOf(file)).first;
+    return read->second.At(line);
 }
 
 bool World::Goes()
@@ -81,19 +83,17 @@ bool World::Goes()
 
 const std::vector<Symbol>& World::Named(std::string_view name)
 {
-    const auto known = named.find(name);
-    if (known != named.end())
-        return known->second;
+    const auto seen = named.find(name);
+    if (seen != named.end())
+        return seen->second;
     std::vector<Symbol> found;
     for (const Symbol& symbol : own)
         if (symbol.name == name)
             found.push_back(symbol);
     if (Goes()) {
-        symbols::Symbols others = snapshot.ByName(name, {kMostNamed, limits.cancel});
-        steps += others.found.size();
-        for (const Symbol& symbol : others.found)
-            if (symbol.file != textFile)
-                found.push_back(symbol);
+        const NamedSymbols others = known.WithName(snapshot, text->path, name, {kMostNamed, limits.cancel});
+        steps += others->size();
+        found.insert(found.end(), others->begin(), others->end());
     }
     return named.emplace(name, std::move(found)).first->second;
 }
@@ -163,9 +163,9 @@ bool World::IsTransparent(std::string_view scope, std::string_view part)
 
 std::string World::VisibleScope(std::string_view scope)
 {
-    const auto known = visible.find(scope);
-    if (known != visible.end())
-        return known->second;
+    const auto seen = visible.find(scope);
+    if (seen != visible.end())
+        return seen->second;
     std::string result;
     std::string_view rest = scope;
     size_t done = 0;

@@ -22,7 +22,8 @@ class Sources;
 // For one question, on one thread.
 class World {
 public:
-    World(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer text, symbols::Limits limits);
+    World(const symbols::Snapshot& snapshot, const Sources& sources, ParsedTextPointer text, symbols::Limits limits,
+          KnownFiles* known); // 'known' may be null
 
     // Of the text when its file is not in the snapshot.
     static constexpr FileNumber kNewFile = UINT32_MAX;
@@ -35,6 +36,7 @@ public:
     // All symbols with that name. The reference is valid as long as this.
     const std::vector<Symbol>& Named(std::string_view name);
     std::vector<Symbol> InScope(std::string_view scope);
+    FileSymbolsPointer SymbolsOf(FileNumber file) { return known.SymbolsOf(snapshot, file); }
 
     int Distance(FileNumber file) { return file == textFile ? 0 : distances.Of(file); }
     Distances& Files() { return distances; }
@@ -69,6 +71,8 @@ private:
     const symbols::Limits limits;
     FileNumber textFile = kNewFile;
     std::vector<Symbol> own;
+    KnownFiles forThis; // when nothing is shared with other questions
+    KnownFiles& known;
     Distances distances;
     std::map<std::string, std::vector<Symbol>, std::less<>> named;
     std::map<std::string, std::string, std::less<>> visible;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/CancelToken.h"
+#include "symbols/store/FilesKey.h"
 #include "tagging/ParsedSource.h"
 #include "tagging/SourceParser.h"
 
@@ -103,6 +104,16 @@ public:
     };
     virtual Size Totals() const = 0;
     virtual bool IsDamaged() const = 0;
+
+    virtual FilesKey Files() const // unlike any other's, unless a class knows better
+    {
+        FilesKey key;
+        key.AddPart(identity, 0);
+        return key;
+    }
+
+private:
+    const std::shared_ptr<const void> identity = std::make_shared<char>();
 };
 
 using SnapshotPointer = std::shared_ptr<const Snapshot>;

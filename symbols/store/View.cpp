@@ -400,4 +400,18 @@ bool View::IsDamaged() const
     return std::ranges::any_of(parts, [](const Part& part) { return part.segment->IsDamaged(); });
 }
 
+FilesKey View::Files() const
+{
+    FilesKey key;
+    for (const Part& part : parts) {
+        if (part.open != nullptr) {
+            key.AddOpenText(part.open->Path(), part.open);
+            continue;
+        }
+        key.AddPart(part.segment, part.first);
+        key.AddPart(part.changes, part.first);
+    }
+    return key;
+}
+
 } // namespace symbols

@@ -90,6 +90,7 @@ public:
     std::optional<std::string_view> OpenText(FileNumber file) const override;
     Size Totals() const override;
     bool IsDamaged() const override;
+    FilesKey Files() const override;
 
     // The paths of a system's files; kept, since the same snapshot is combined again and again.
     std::vector<std::shared_ptr<const SystemPaths>> PathsUnder(const std::string& root) const;
