@@ -1,5 +1,6 @@
 #include "Stage.h"
 
+#include <filesystem>
 #include <stdexcept>
 
 namespace {
@@ -43,7 +44,9 @@ void Stage::Write(const std::string& file, const std::string& textWithMarks)
         marks[text.substr(at + kOpen.size(), end - at - kOpen.size())] = mark;
         text.erase(at, end + kClose.size() - at);
     }
-    scratch.Write("tree/" + file, text);
+    const std::string path = scratch.Write("tree/" + file, text);
+    if (text.starts_with("#!"))
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
     texts[file] = text;
 }
 
