@@ -21,6 +21,8 @@ constexpr size_t kMostRead = 200;
 constexpr size_t kMostBytesRead = size_t(20) << 20;
 constexpr size_t kMostOfOneFile = size_t(4) << 20; // bytes; what is larger is data
 constexpr size_t kMostHeld = 2000;                 // files; then all are forgotten, and read when they are needed
+constexpr size_t kReadAtOnce = 25;                 // files, until the first ones can be seen
+constexpr size_t kMostVisited = 2000;              // files, with those that others hold
 constexpr size_t kMostIncludes = 1000;             // of one file
 constexpr int kMostUp = 12;                        // directories above a file, in which includes are looked for
 constexpr int kMostFailures = 3;                   // of the parser, which does not work then
@@ -80,24 +82,21 @@ std::string ParentOf(const std::string& path)
 // One load: from a text outwards, all files of a step before those of the next.
 class IncludedFiles::Walk {
 public:
-    Walk(IncludedFiles& files, const std::function<bool(const std::string&)>& isKnown, const base::CancelToken& cancel)
-        : files(files), isKnown(isKnown), cancel(cancel)
+    Walk(IncludedFiles& files, const KnownIncludes& known, const base::CancelToken& cancel)
+        : files(files), known(known), cancel(cancel)
     {
     }
 
-    bool Run(const std::string& path, const std::optional<std::vector<std::string>>& includes)
+    bool Run(const std::string& path)
     {
         for (const std::string& changed : RemoveChanged())
             Visit(changed);
-        if (includes) {
-            seen.insert(path);
-            Follow(path, *includes);
-        } else {
-            Visit(path);
-        }
+        Visit(path);
         for (size_t i = 0; i < waiting.size() && Goes(); i++) {
-            const std::string from = waiting[i];
-            Follow(from, std::vector(files.held[from].includes));
+            const Visited from = std::move(waiting[i]);
+            for (size_t k = 0; k < std::min(from.includes.size(), kMostIncludes) && Goes(); k++)
+                if (const std::optional<std::string> found = Find(from.path, from.includes[k]))
+                    Visit(*found);
         }
         return hasChanged;
     }
@@ -105,8 +104,8 @@ public:
 private:
     bool Goes() const
     {
-        return !cancel.IsCancelled() && read < kMostRead && bytes < kMostBytesRead && failures < kMostFailures &&
-               std::chrono::steady_clock::now() - start < kLongestLoad;
+        return !cancel.IsCancelled() && seen.size() < kMostVisited && read < kMostRead && bytes < kMostBytesRead &&
+               failures < kMostFailures && std::chrono::steady_clock::now() - start < kLongestLoad;
     }
 
     // Files that are held and have changed on the disk, but for those that are gone: these are only removed.
@@ -127,19 +126,14 @@ private:
         return changed;
     }
 
-    void Follow(const std::string& from, const std::vector<std::string>& includes)
-    {
-        for (size_t i = 0; i < std::min(includes.size(), kMostIncludes) && Goes(); i++)
-            if (const std::optional<std::string> found = Find(from, includes[i]))
-                Visit(*found);
-    }
-
     void Visit(const std::string& path)
     {
-        if (!seen.insert(path).second || isKnown(path))
+        if (!seen.insert(path).second)
             return;
-        if (files.held.contains(path) || Read(path))
-            waiting.push_back(path);
+        if (std::optional<std::vector<std::string>> includes = known(path))
+            waiting.push_back({path, std::move(*includes)});
+        else if (files.held.contains(path) || Read(path))
+            waiting.push_back({path, files.held[path].includes});
     }
 
     std::optional<std::string> Find(const std::string& from, const std::string& name) const
@@ -168,7 +162,8 @@ private:
         const std::optional<std::string> text = ReadSmallFile(path, Links::Follow, kMostOfOneFile);
         if (!stamp || !text)
             return false;
-        ++read;
+        if (++read % kReadAtOnce == 0)
+            files.Publish();
         bytes += text->size();
         const auto parsed = files.parser.Parse(path, *text, tagging::TextParser::Locals::No);
         failures += !parsed;
@@ -184,11 +179,15 @@ private:
     }
 
     IncludedFiles& files;
-    const std::function<bool(const std::string&)>& isKnown;
+    const KnownIncludes& known;
     const base::CancelToken& cancel;
     const std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
     std::unordered_set<std::string> seen;
-    std::vector<std::string> waiting; // their includes are followed
+    struct Visited {
+        std::string path;
+        std::vector<std::string> includes;
+    };
+    std::vector<Visited> waiting; // their includes are followed
     size_t read = 0;
     size_t bytes = 0;
     int failures = 0;
@@ -214,18 +213,22 @@ void IncludedFiles::Forget()
     systemWriter = WriteInMemory(nullptr, publish(&IncludedFiles::filesOfSystem));
 }
 
-bool IncludedFiles::Load(const std::string& path, const std::optional<std::vector<std::string>>& includes,
-                         const std::function<bool(const std::string&)>& isKnown, const base::CancelToken& cancel)
+bool IncludedFiles::Load(const std::string& path, const KnownIncludes& known, const base::CancelToken& cancel)
 {
     const std::lock_guard lock(loading);
     if (withSystem && systemDirectories.empty())
         systemDirectories = DirectoriesToSearch();
     if (held.size() > kMostHeld)
         Forget();
-    if (!Walk(*this, isKnown, cancel).Run(path, includes))
+    if (!Walk(*this, known, cancel).Run(path))
         return false;
-    [[maybe_unused]] const bool written = writer->Commit() && systemWriter->Commit(); // memory does not fail
+    Publish();
     return true;
+}
+
+void IncludedFiles::Publish()
+{
+    [[maybe_unused]] const bool written = writer->Commit() && systemWriter->Commit(); // memory does not fail
 }
 
 SnapshotPointer IncludedFiles::Files() const

@@ -25,11 +25,13 @@ public:
     // those of the parser: it is another one than that of questions, which need not wait for this work then.
     IncludedFiles(std::string root, bool withSystem, const tagging::Settings& settings);
 
+    // What a file or text includes that others hold, so that it is not read; nullopt for any other file.
+    using KnownIncludes = std::function<std::optional<std::vector<std::string>>(const std::string& path)>;
+
     // Reads what the text includes, nearest first, and again what has changed on the disk. Ends after a second, two
-    // hundred files or 20 MB. 'includes' are those of the text at 'path', which is absolute; nullopt for a file, which
-    // is read then, too. Files that are known (absolute) are left to others. Returns whether anything is new. Blocks.
-    bool Load(const std::string& path, const std::optional<std::vector<std::string>>& includes,
-              const std::function<bool(const std::string&)>& isKnown, const base::CancelToken& cancel);
+    // hundred files or 20 MB; the next load reads on from there. The first ones can be seen meanwhile. 'path' is
+    // absolute. Returns whether anything is new. Blocks.
+    bool Load(const std::string& path, const KnownIncludes& known, const base::CancelToken& cancel);
 
     // Null before anything was read. Paths as in File::path; those of the system are absolute.
     SnapshotPointer Files() const;
@@ -46,6 +48,7 @@ private:
     bool IsSystem(std::string_view path) const;
     Store::Writer& WriterFor(const std::string& path);
     void Forget();
+    void Publish();
 
     const std::string root;
     const bool withSystem;

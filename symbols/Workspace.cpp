@@ -59,6 +59,18 @@ std::optional<std::string> Below(std::string_view path, const std::string& root)
     return std::string(path.substr(start.size()));
 }
 
+// Nullopt when the snapshot does not have the file.
+std::optional<std::vector<std::string>> IncludesIn(const Snapshot& snapshot, const std::string& path)
+{
+    const std::optional<FileNumber> file = snapshot.FindFile(path);
+    if (!file)
+        return std::nullopt;
+    std::vector<std::string> names;
+    for (const Include& include : snapshot.IncludesOf(*file))
+        names.emplace_back(include.name);
+    return names;
+}
+
 } // namespace
 
 struct Workspace::Contents {
@@ -84,6 +96,13 @@ struct Workspace::Contents {
 
     SnapshotPointer ProjectNow() const { return project ? project->Current() : nullptr; }
     SnapshotPointer SystemNow() const { return system ? system->Current() : nullptr; }
+    std::shared_ptr<const OpenText> OpenTextAt(const std::string& absolute) const
+    {
+        const std::lock_guard lock(mutex);
+        const auto place = places.find(absolute);
+        const auto opened = place == places.end() ? open.end() : open.find(place->second);
+        return opened == open.end() ? nullptr : opened->second.text;
+    }
 
     const std::string root;
     std::optional<Index> project;
@@ -257,26 +276,16 @@ bool Workspace::LoadIncluded(const std::string& path, const base::CancelToken& c
     const bool isInRoot = Below(path, contents->root).has_value();
     if (!HasFile(path) || (isInRoot && project != nullptr && (system != nullptr || !contents->system)))
         return false;
-    const auto isKnown = [&](const std::string& file) {
-        const std::optional<std::string> below = Below(file, contents->root);
-        return (project != nullptr && project->FindFile(below ? *below : file)) ||
-               (system != nullptr && system->FindFile(file.substr(1)));
+    const auto known = [&](const std::string& file) -> std::optional<std::vector<std::string>> {
+        if (file == path)
+            if (const std::shared_ptr<const OpenText> text = contents->OpenTextAt(path))
+                return IncludesIn(*Combined(nullptr, nullptr, "/", {text}), text->Path());
+        std::optional<std::vector<std::string>> includes;
+        if (project != nullptr)
+            includes = IncludesIn(*project, Below(file, contents->root).value_or(file));
+        return includes || system == nullptr ? includes : IncludesIn(*system, file.substr(1));
     };
-    std::shared_ptr<const OpenText> text;
-    {
-        const std::lock_guard lock(contents->mutex);
-        const auto place = contents->places.find(path);
-        const auto opened = place == contents->places.end() ? contents->open.end() : contents->open.find(place->second);
-        if (opened != contents->open.end())
-            text = opened->second.text;
-    }
-    std::optional<std::vector<std::string>> includes;
-    if (text != nullptr) {
-        includes.emplace();
-        for (const Include& include : Combined(nullptr, nullptr, "/", {text})->IncludesOf(0))
-            includes->emplace_back(include.name);
-    }
-    return contents->included.Load(path, includes, isKnown, cancel);
+    return contents->included.Load(path, known, cancel);
 }
 
 Workspace::TagsProblems Workspace::SetTagsFiles(std::vector<std::string> paths, const base::CancelToken& cancel)

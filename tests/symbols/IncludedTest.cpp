@@ -74,16 +74,18 @@ TEST_F(Included, GivesWayToTheIndex)
 
 TEST_F(Included, ReachesTextsOutsideOfTheRoot)
 {
-    story.Write("a.c", "int a;\n");
+    story.Write("a.c", "int a;\n#include \"../other/deep.h\"\n");
     story.Update();
     Workspace workspace(Options());
     const std::string outside = story.tree / "other";
     std::filesystem::create_directories(outside);
+    std::ofstream(outside + "/deep.h") << "int deep;\n";
     std::ofstream(outside + "/o.h") << "int o;\n#include \"o.h\"\n#include \"../tree/a.c\"\n";
     ASSERT_TRUE(workspace.SetOpenText(outside + "/o.c", "#include \"o.h\"\n"));
     EXPECT_TRUE(workspace.LoadIncluded(outside + "/o.c", cancel));
     EXPECT_EQ(AnswerFor(workspace.Current(), "o"), "o: " + outside + "/o.h:1 in " + outside + "/o.h");
     EXPECT_EQ(AnswerFor(workspace.Current(), "a"), "a: a.c:1 in a.c");
+    EXPECT_EQ(workspace.Current()->ByName("deep", {}).found.size(), 1u) << "through a file that the index has";
 }
 
 TEST_F(Included, EndsAfterTwoHundredFiles)
@@ -96,6 +98,7 @@ TEST_F(Included, EndsAfterTwoHundredFiles)
     ASSERT_TRUE(workspace.SetOpenText(path, "#include \"h0.h\"\n"));
     EXPECT_TRUE(workspace.LoadIncluded(path, cancel));
     EXPECT_LE(workspace.Current()->Totals().files, 201u);
+    EXPECT_TRUE(workspace.LoadIncluded(path, cancel)) << "reads on";
     EXPECT_EQ(AnswerFor(workspace.Current(), "n0"), "n0: h0.h:1 in h0.h");
 }
 
