@@ -56,9 +56,10 @@ public:
     void CloseText(const std::string& path);
 
     // Reads what the text or file includes, unless an index has it: Current() then has it until an index does. For
-    // texts that are asked about before their index is complete, or outside of the root; any other costs nothing. 'path' as
-    // for SetOpenText. Ends after a second, two hundred files or 20 MB, and the next call reads on from there;
-    // Current() gets the first ones meanwhile. Returns whether Current() has changed. Blocks; one load at a time.
+    // texts that are asked about before their index is complete, or outside of the root; any other costs nothing.
+    // 'path' as for SetOpenText. Ends after a second, two hundred files or 20 MB, and the next call reads on from
+    // there; Current() gets the first ones meanwhile. Returns whether Current() has changed. Blocks; one load at a
+    // time.
     bool LoadIncluded(const std::string& path, const base::CancelToken& cancel);
 
     // Tags files, absolute, of any tool and in any order. Current() has their symbols, but for those that an index, an
