@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cctype>
 #include <set>
+#include <vector>
 
 namespace resolve {
 
@@ -171,24 +172,41 @@ size_t BeginOfLambda(const Tokens& tokens, size_t open)
     return kNone;
 }
 
-bool IsInFunction(const Tokens& tokens, size_t index)
+namespace {
+
+// What is around a block.
+struct Around {
+    bool inFunction = false;
+    bool inValue = false; // the next brace to the outside begins one
+};
+
+BlockKind KindInside(const Around& around, const Tokens& tokens, size_t open);
+
+Around Inside(const Around& around, const Tokens& tokens, size_t open)
 {
-    for (size_t i = tokens[index].parent; i != kNone; i = tokens[i].parent) {
-        if (!tokens[i].Is('{'))
-            continue;
-        if (tokens[i].parent == kNone)
-            return KindOfBlock(tokens, i) == BlockKind::Function;
-        const BlockKind kind = KindOfBlock(tokens, i);
-        if (kind != BlockKind::Value)
-            return kind != BlockKind::Scope;
-    }
-    return false;
+    const BlockKind kind = KindInside(around, tokens, open);
+    if (kind == BlockKind::Value)
+        return {around.inFunction, true};
+    return {tokens[open].parent == kNone ? kind == BlockKind::Function : kind != BlockKind::Scope, false};
 }
 
-BlockKind KindOfBlock(const Tokens& tokens, size_t open)
+// From the outside in, so that the time is in proportion to the depth: sources may be nested to slow us down.
+Around AroundOf(const Tokens& tokens, size_t index)
+{
+    std::vector<size_t> braces;
+    for (size_t i = tokens[index].parent; i != kNone; i = tokens[i].parent)
+        if (tokens[i].Is('{'))
+            braces.push_back(i);
+    Around around;
+    for (; !braces.empty(); braces.pop_back())
+        around = Inside(around, tokens, braces.back());
+    return around;
+}
+
+BlockKind KindInside(const Around& around, const Tokens& tokens, size_t open)
 {
     const Token& before = tokens[open - 1];
-    const bool inFunction = IsInFunction(tokens, open);
+    const bool inFunction = around.inFunction;
     if (open == 0)
         return BlockKind::Statement;
     if (before.Is(')'))
@@ -200,7 +218,7 @@ BlockKind KindOfBlock(const Tokens& tokens, size_t open)
     if (before.Is(',') || before.Is('@'))
         return BlockKind::Value;
     if (before.Is('{'))
-        return KindOfBlock(tokens, open - 1) == BlockKind::Value ? BlockKind::Value : BlockKind::Statement;
+        return around.inValue && tokens[open].parent == open - 1 ? BlockKind::Value : BlockKind::Statement;
     if (before.Is(']') || before.Is('^'))
         return BeginOfLambda(tokens, open) != kNone ? BlockKind::Lambda : BlockKind::Value;
     if (before.kind == Token::kLiteral)
@@ -212,6 +230,18 @@ BlockKind KindOfBlock(const Tokens& tokens, size_t open)
     if (before.Is('>') || before.Is('*') || before.Is('&') || before.IsWord())
         return AfterWord(tokens, open, inFunction);
     return BlockKind::Value;
+}
+
+} // namespace
+
+bool IsInFunction(const Tokens& tokens, size_t index)
+{
+    return AroundOf(tokens, index).inFunction;
+}
+
+BlockKind KindOfBlock(const Tokens& tokens, size_t open)
+{
+    return KindInside(AroundOf(tokens, open), tokens, open);
 }
 
 size_t ParametersOfBlock(const Tokens& tokens, size_t open)

@@ -14,7 +14,8 @@ namespace {
 
 using Value = std::optional<std::int64_t>; // nullopt: unknown
 
-constexpr int kDeepestExpression = 20; // of macros and brackets in an expression
+constexpr size_t kMostReplaced = size_t(1) << 20; // bytes; macros of macros may double with each step
+constexpr int kDeepestExpression = 20;            // of macros and brackets in an expression
 
 struct Predefined {
     std::string_view name;
@@ -195,8 +196,9 @@ private:
             return 1;
         const auto body = bodies.find(std::string(name));
         if (body != bodies.end()) {
-            if (body->second.empty() || depth > kDeepestExpression)
+            if (body->second.empty() || depth > kDeepestExpression || replaced > kMostReplaced)
                 return std::nullopt;
+            replaced += body->second.size();
             const Tokens tokens(body->second);
             size_t at = 0;
             const Value value = Ternary(tokens, at, depth + 1);
@@ -382,6 +384,7 @@ private:
     std::map<std::string, std::string> bodies; // of macros that are defined here; "" for an unknown one
     std::set<std::string> perhaps;             // defined in a branch that may be taken
     std::set<std::string> gone;
+    size_t replaced = 0; // bytes of bodies that were read in place of names
 };
 
 Conditions::Conditions(const Tokens& tokens, bool isCplusplus,

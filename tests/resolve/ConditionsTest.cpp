@@ -85,6 +85,20 @@ TEST(ConditionsTest, EndOfDeepExpressionsIsReached)
     EXPECT_EQ(conditions.At(2), Branch::Unsure);
 }
 
+TEST(ConditionsTest, EndOfMacrosThatMultiplyIsReached)
+{
+    std::string text;
+    for (int i = 0; i < 18; ++i) {
+        text += "#define A" + std::to_string(i) + " 0";
+        for (int part = 0; part < 20; ++part)
+            text += "+A" + std::to_string(i + 1);
+        text += "\n";
+    }
+    text += "#if A0\n";
+    const Conditions conditions(Tokens(text), false, [](std::string_view) { return false; });
+    EXPECT_EQ(conditions.At(20), Branch::Unsure);
+}
+
 TEST(ConditionsTest, DecideBetweenDeclarations)
 {
     ExpectDefinitions({

@@ -189,6 +189,17 @@ TEST(Definition, ReceiversBehindBracketsThatNothingCloses)
     }
 }
 
+TEST(Definition, InBracesThatAreNestedToSlowUsDown)
+{
+    for (const std::string brace : {"{", "{ {", "= {", "{ x, {"}) {
+        std::string text = "void f(int $area)\n{";
+        for (int i = 0; i < 200; ++i)
+            text += brace;
+        const Project project(text + " ar|ea");
+        EXPECT_EQ(First(project.Definition()), project.expected.front()) << brace;
+    }
+}
+
 TEST(Definition, ReceiversInC)
 {
     ExpectDefinitions({
