@@ -255,6 +255,11 @@ base::Result<UpdateResult> Index::UpdateFiles(const std::vector<std::string>& pa
     return turn ? contents->UpdateSome(paths, listener, nullptr, cancel) : base::Error{"cancelled"};
 }
 
+std::optional<WritingProcess> Index::Writing() const
+{
+    return contents->state.Writing();
+}
+
 base::Result<void> Index::Remove()
 {
     const base::CancelToken never;

@@ -5,6 +5,7 @@
 #include "base/Result.h"
 #include "symbols/UpdateResult.h"
 #include "symbols/store/Snapshot.h"
+#include "symbols/store/Store.h"
 #include "tagging/Settings.h"
 
 #include <functional>
@@ -62,6 +63,9 @@ public:
     // does; 'say' reports failures of later ones, and they are retried.
     base::Result<void> Watch(const Listener& listener, const std::function<void(const UpdateResult&)>& changed,
                              const base::CancelToken& cancel);
+
+    // The process that writes its files now, this one or another. For people: it may have ended meanwhile.
+    std::optional<WritingProcess> Writing() const;
 
     base::Result<void> Remove(); // deletes its files
 

@@ -154,6 +154,11 @@ base::Result<void> IndexState::Import(const std::string& file, const StoreHeader
     return {};
 }
 
+std::optional<WritingProcess> IndexState::Writing() const
+{
+    return store != nullptr ? store->Writing() : std::nullopt;
+}
+
 base::Result<void> IndexState::Remove()
 {
     {

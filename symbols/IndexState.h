@@ -36,6 +36,7 @@ public:
 
     base::Result<void> Import(const std::string& file, const StoreHeader& header, const base::CancelToken& cancel);
 
+    std::optional<WritingProcess> Writing() const; // its files
     bool IsInMemory() const;
     base::Result<void> Remove();
 

@@ -134,6 +134,11 @@ base::Result<std::unique_ptr<Store::Writer>> Store::Write(const StoreHeader& hea
         std::make_unique<IndexWriter>(std::move(destination), before, isStale, contents->limits));
 }
 
+std::optional<WritingProcess> Store::Writing() const
+{
+    return contents->directory.Writing();
+}
+
 base::Result<void> Store::Remove()
 {
     base::Result<base::Descriptor> file = contents->directory.LockForRemoval();

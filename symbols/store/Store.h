@@ -5,9 +5,11 @@
 #include "symbols/store/Snapshot.h"
 #include "tagging/SourceParser.h"
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,6 +38,11 @@ struct StoreHeader {      // what the index says about itself
     std::string patterns; // which sources were wanted, and the versions of the parsers: another value means rebuild
 
     bool operator==(const StoreHeader&) const = default;
+};
+
+struct WritingProcess {
+    int number = 0;                              // 0 when it is unknown
+    std::chrono::system_clock::time_point since; // when it began
 };
 
 struct StoreLimits {                    // tests have smaller ones
@@ -76,6 +83,9 @@ public:
     // 'fromNothing', the new state holds only what is put.
     base::Result<std::unique_ptr<Writer>> Write(const StoreHeader& header, bool fromNothing,
                                                 const base::CancelToken& cancel);
+
+    // The process that has a writer now, this one or another. For people: it may have ended meanwhile.
+    std::optional<WritingProcess> Writing() const;
 
     // Deletes the index; readers keep what they have. Fails while there is a writer.
     base::Result<void> Remove();

@@ -5,6 +5,7 @@
 #include "symbols/store/FileBytes.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
@@ -21,6 +22,7 @@ constexpr char kManifest[] = "/manifest";
 constexpr char kLock[] = "/lock";
 constexpr char kNew[] = "new-"; // files that are not complete yet
 constexpr char kSuffix[] = ".segment";
+constexpr size_t kLongestNumber = 16;
 constexpr int kLockInterval = 20; // milliseconds between two tries
 
 std::string SegmentName(std::uint64_t id)
@@ -28,6 +30,23 @@ std::string SegmentName(std::uint64_t id)
     char name[32];
     std::snprintf(name, sizeof(name), "%016llx%s", static_cast<unsigned long long>(id), kSuffix);
     return name;
+}
+
+// In the lock's file, for people who wonder what is going on. Without room on the disk, they learn less.
+void WriteOwnNumber(int lock)
+{
+    const std::string text = std::to_string(::getpid()) + '\n';
+    if (::ftruncate(lock, 0) != 0 || ::pwrite(lock, text.data(), text.size(), 0) < 0)
+        return;
+}
+
+int NumberIn(int lock)
+{
+    char text[kLongestNumber];
+    const ssize_t size = ::pread(lock, text, sizeof(text), 0);
+    int number = 0;
+    std::from_chars(text, text + std::max(size, ssize_t(0)), number);
+    return std::max(number, 0);
 }
 
 } // namespace
@@ -113,9 +132,10 @@ base::Result<base::Descriptor> StoreDirectory::Lock(const base::CancelToken& can
         if (!file)
             return file;
         if (::flock(file->Number(), LOCK_EX | LOCK_NB) == 0) {
-            if (base::IsStillAt(file->Number(), path + kLock))
-                return file;
-            continue;
+            if (!base::IsStillAt(file->Number(), path + kLock))
+                continue;
+            WriteOwnNumber(file->Number());
+            return file;
         }
         if (errno != EWOULDBLOCK && errno != EINTR)
             return base::SystemError("cannot lock " + path);
@@ -134,6 +154,16 @@ base::Result<base::Descriptor> StoreDirectory::LockForRemoval() const
     if (!file.IsOpen() || ::flock(file.Number(), LOCK_EX | LOCK_NB) != 0)
         return base::SystemError(errno == EWOULDBLOCK ? path + " is being updated" : "cannot lock " + path);
     return file;
+}
+
+std::optional<WritingProcess> StoreDirectory::Writing() const
+{
+    const base::Descriptor file(base::OpenPlainFile((path + kLock).c_str()));
+    struct stat status = {};
+    if (!file.IsOpen() || ::flock(file.Number(), LOCK_SH | LOCK_NB) == 0 || errno != EWOULDBLOCK ||
+        ::fstat(file.Number(), &status) != 0)
+        return std::nullopt;
+    return WritingProcess{NumberIn(file.Number()), std::chrono::system_clock::from_time_t(status.st_mtime)};
 }
 
 base::Result<base::NewFile> StoreDirectory::NewSegment() const

@@ -7,6 +7,7 @@
 #include "base/Result.h"
 #include "symbols/store/Manifest.h"
 #include "symbols/store/SegmentBuilder.h"
+#include "symbols/store/Store.h"
 #include "symbols/store/View.h"
 
 #include <memory>
@@ -37,6 +38,7 @@ public:
     // For the writer. Makes the directory; waits for another writer until 'cancel'.
     base::Result<base::Descriptor> Lock(const base::CancelToken& cancel) const;
     base::Result<base::Descriptor> LockForRemoval() const; // fails when there is a writer; none when there is no index
+    std::optional<WritingProcess> Writing() const;         // the one that has the lock
     // The rest needs the lock.
     base::Result<std::shared_ptr<const Segment>> WriteSegment(SegmentBuilder& builder,
                                                               SegmentBuilder::Written* written) const;

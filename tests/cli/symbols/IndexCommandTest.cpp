@@ -175,3 +175,24 @@ TEST_F(InterruptedIndex, EndsByTheSignalAndLeavesTheOldIndex)
     EXPECT_EQ(run.signal, SIGINT) << run.errors;
     EXPECT_THAT(Run({"index", "--status"}).output, HasSubstr("files: 3\n"));
 }
+
+TEST_F(InterruptedIndex, IsShownByItsStatusWhileItRuns)
+{
+    RunningProgram making(Command({"index"}), tree / "project", WithSlowCtags());
+    ASSERT_EQ(started.ReadLine(making.Process()), "runs");
+    const ProgramRun none = Run({"index", "--status"});
+    EXPECT_EQ(none.status, 1);
+    const std::string running =
+        "an update is running \\(process " + std::to_string(making.Process()) + ", since 20.*\\)\n";
+    EXPECT_THAT(none.errors, MatchesRegex("wren: there is no index of .*/project yet; " + running));
+    ::kill(making.Process(), SIGKILL);
+    making.Wait();
+    EXPECT_THAT(Run({"index", "--status"}).errors, Not(HasSubstr("running")));
+    Run({"index"});
+    EXPECT_THAT(Run({"index", "--status"}).output, Not(HasSubstr("activity")));
+    tree.Write("project/more.c", "int more;\n");
+    RunningProgram updating(Command({"index"}), tree / "project", WithSlowCtags());
+    ASSERT_EQ(started.ReadLine(updating.Process()), "runs");
+    EXPECT_THAT(Run({"index", "--status"}).output, HasSubstr("\nactivity: an update is running (process " +
+                                                             std::to_string(updating.Process()) + ", since "));
+}

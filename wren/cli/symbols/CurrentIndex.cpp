@@ -92,6 +92,7 @@ base::Result<void> CurrentIndex::Update(symbols::Index& index, const std::string
 void CurrentIndex::StartCheck()
 {
     projectIsCurrent = !checksProject;
+    systemIsCurrent = !checksSystem;
     if (!checksProject && !checksSystem)
         return;
     const auto start = std::chrono::steady_clock::now();
@@ -120,6 +121,7 @@ void CurrentIndex::CheckSystem()
     };
     if (workspace.System()->Update({noteChanges, nullptr}, cancelCheck)) {
         const std::lock_guard guard(mutex);
+        systemIsCurrent = true;
         systemHasChanged = false; // the index has the changes
     }
 }
@@ -139,6 +141,8 @@ std::string CurrentIndex::WhyStale()
         return "looking for changed files in " + root + " takes longer, so answers may be stale; --fresh waits for it";
     if (systemHasChanged)
         return "headers of the system have changed, so answers may be stale; update with: wren index --system";
+    if (!systemIsCurrent)
+        return "looking for changed headers of the system takes longer, so answers may be stale; --fresh waits for it";
     return "";
 }
 

@@ -35,8 +35,8 @@ public:
     // Makes what is missing, with progress, and starts the check. Ends the process when a signal interrupts that.
     base::Result<void> Prepare();
 
-    // Why answers may be stale, for the user: the check of the project has not ended or has failed, or headers of the
-    // system have changed. "" for no reason.
+    // Why answers may be stale, for the user: a check has not ended or has failed, or headers of the system have
+    // changed. "" for no reason.
     std::string WhyStale();
     symbols::Workspace& Workspace() { return workspace; }
 
@@ -58,6 +58,7 @@ private:
     std::mutex mutex; // guards the members below
     std::condition_variable ended;
     bool projectIsCurrent = false;
+    bool systemIsCurrent = false;
     bool allChecked = false;
     bool systemHasChanged = false;
 };

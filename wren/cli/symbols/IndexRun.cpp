@@ -66,6 +66,7 @@ private:
     int Update();
     int Watch();
     int NoIndex() const;
+    std::string Activity() const;
     std::string Subject() const { return words.system ? "index of the system's headers" : "index of " + index.Root(); }
     void CancelOnSignal();
     void EndIfInterrupted();
@@ -116,26 +117,42 @@ int IndexRun::Export()
     return Say("exported to " + words.exportTo) ? status::kDone : status::kUnusable;
 }
 
+std::string TimeText(std::chrono::system_clock::time_point when)
+{
+    const std::time_t time = std::chrono::system_clock::to_time_t(when);
+    char text[64];
+    std::tm parts;
+    return std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", ::localtime_r(&time, &parts)) > 0 ? text : "unknown";
+}
+
+// What another process does with the index now; "" for nothing.
+std::string IndexRun::Activity() const
+{
+    const std::optional<symbols::WritingProcess> writing = index.Writing();
+    if (!writing)
+        return "";
+    const std::string process = writing->number > 0 ? "process " + std::to_string(writing->number) + ", " : "";
+    return "an update is running (" + process + "since " + TimeText(writing->since) + ")";
+}
+
 int IndexRun::NoIndex() const
 {
-    Complain("there is no " + Subject());
+    const std::string activity = Activity();
+    Complain("there is no " + Subject() + (activity.empty() ? "" : " yet; " + activity));
     return status::kNothing;
 }
 
-// The time of the last update.
+// The time of the last update. The lock's file changes also when an update fails.
 std::string LastChange(const std::string& directory)
 {
     std::optional<fs::file_time_type> last;
     std::error_code unknown;
-    for (const fs::directory_entry& entry : fs::directory_iterator(directory, unknown))
-        if (const fs::file_time_type time = entry.last_write_time(unknown); !unknown && (!last || time > *last))
+    for (const fs::directory_entry& entry : fs::directory_iterator(directory, unknown)) {
+        const fs::file_time_type time = entry.last_write_time(unknown);
+        if (!unknown && entry.path().filename() != "lock" && (!last || time > *last))
             last = time;
-    if (!last)
-        return "unknown";
-    const std::time_t time = std::chrono::system_clock::to_time_t(std::chrono::file_clock::to_sys(*last));
-    char text[64];
-    std::tm parts;
-    return std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", ::localtime_r(&time, &parts)) > 0 ? text : "unknown";
+    }
+    return last ? TimeText(std::chrono::file_clock::to_sys(*last)) : "unknown";
 }
 
 int IndexRun::Show()
@@ -144,9 +161,11 @@ int IndexRun::Show()
     if (snapshot == nullptr)
         return NoIndex();
     const symbols::Snapshot::Size size = snapshot->Totals();
+    const std::string activity = Activity();
     const std::string text = Subject() + "\nfiles: " + std::to_string(size.files) +
                              "\nsymbols: " + std::to_string(size.symbols) + "\nsize: " + Megabytes(size.bytes) +
-                             "\nchanged: " + LastChange(index.Directory()) + "\ndirectory: " + index.Directory();
+                             "\nchanged: " + LastChange(index.Directory()) + "\ndirectory: " + index.Directory() +
+                             (activity.empty() ? "" : "\nactivity: " + activity);
     if (snapshot->IsDamaged())
         Complain("the index is damaged; the next update rebuilds it");
     return Say(text) ? status::kDone : status::kUnusable;
