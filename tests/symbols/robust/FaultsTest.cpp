@@ -1,6 +1,7 @@
 // Kills and full disks at each change of a file that an update makes.
 #include "tests/support/SupervisedRun.h"
 #include "tests/symbols/robust/Indexes.h"
+#include "tests/symbols/robust/RandomKills.h"
 #include "tests/symbols/robust/SourceTree.h"
 
 #include <gtest/gtest.h>
@@ -78,6 +79,26 @@ protected:
         EXPECT_EQ(run->status, 0) << run->output << run->errors;
     }
 
+    // Each place from which on the disk can be full.
+    void ExpectFullDisksAreHarmless(const std::string& before)
+    {
+        const std::string after = Fresh();
+        const std::string cache = directory / "full";
+        size_t refused = 0;
+        for (size_t place = 0;; ++place, ++refused) {
+            if (Update(cache, place, Verdict::NoSpace) <= place)
+                break;
+            if (!run)
+                GTEST_SKIP() << "this system lets nobody supervise calls";
+            EXPECT_EQ(run->signal, 0) << "refused from change " << place << " on";
+            const std::string left = AnswersIn(cache);
+            EXPECT_TRUE(left == before || left == after) << "refused from change " << place << " on\n"
+                                                         << AnswersOf::Difference(left, after);
+            ASSERT_EQ(AnswersOf::Difference(AnswersAfterUpdateOf(cache), after), "") << "refused at change " << place;
+        }
+        EXPECT_GT(refused, 3u);
+    }
+
     const TempDirectory directory;
     const std::string prepared = directory / "prepared";
     SourceTree tree{7, 25, false};
@@ -98,26 +119,25 @@ TEST_F(IndexFaults, AKillDuringAnUpdateLeavesTheOldStateOrTheNewOne)
     ExpectKillsAreHarmless(before);
 }
 
+TEST(IndexKills, AtRandomMomentsAreHarmless)
+{
+    int killed = 0;
+    EXPECT_EQ(KillUpdates({.seed = 21, .kills = 12, .files = 20, .worker = INDEX_WORKER}, &killed), "");
+    EXPECT_GT(killed, 0);
+}
+
 TEST_F(IndexFaults, AFullDiskAtEachWriteCostsNoAnswer)
 {
     MakeIndex();
     const std::string before = Fresh();
     ChangeTree();
-    const std::string after = Fresh();
-    const std::string cache = directory / "full";
-    size_t refused = 0;
-    for (size_t place = 0;; ++place, ++refused) {
-        if (Update(cache, place, Verdict::NoSpace) <= place)
-            break;
-        if (!run)
-            GTEST_SKIP() << "this system lets nobody supervise calls";
-        EXPECT_EQ(run->signal, 0) << "refused from change " << place << " on";
-        const std::string left = AnswersIn(cache);
-        EXPECT_TRUE(left == before || left == after) << "refused from change " << place << " on\n"
-                                                     << AnswersOf::Difference(left, after);
-        ASSERT_EQ(AnswersOf::Difference(AnswersAfterUpdateOf(cache), after), "") << "refused at change " << place;
-    }
-    EXPECT_GT(refused, 3u);
+    ExpectFullDisksAreHarmless(before);
+}
+
+TEST_F(IndexFaults, AFullDiskWhileAnIndexIsMadeLeavesNoneOrAWholeOne)
+{
+    fs::create_directories(prepared);
+    ExpectFullDisksAreHarmless("no index\n");
 }
 
 // Flips one byte of each segment at this share of its length.

@@ -6,18 +6,16 @@
 // and ten read a store. The seed is printed; the same seed plays the same histories.
 #include "tests/support/RunProgram.h"
 #include "tests/symbols/robust/History.h"
-#include "tests/symbols/robust/Indexes.h"
-#include "tests/symbols/robust/SourceTree.h"
+#include "tests/symbols/robust/RandomKills.h"
 
-#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <thread>
+#include <random>
+#include <vector>
 
 namespace {
-
-using Clock = std::chrono::steady_clock;
 
 constexpr size_t kSteps = 3000;
 constexpr size_t kHistory = 300;
@@ -36,35 +34,12 @@ std::string PlayHistories(size_t steps, unsigned long seed)
     return "";
 }
 
-std::string KillUpdates(unsigned long seed)
+std::string KillManyUpdates(unsigned long seed)
 {
-    SourceTree tree(seed, 60, false);
-    const TempDirectory cache;
-    std::mt19937_64 random(seed);
-    const std::vector<std::string> words = {INDEX_WORKER, "update", tree.Root(), cache.Path()};
-    const auto start = Clock::now();
-    RunProgram(words, "/");
-    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(Clock::now() - start).count();
     int killed = 0;
-    for (int kill = 0; kill < kKills; ++kill) {
-        tree.Step();
-        tree.Restore();
-        if (random() % 4 == 0)
-            std::filesystem::remove_all(cache.Path());
-        std::filesystem::create_directories(cache.Path());
-        RunningProgram update(words, "/");
-        std::this_thread::sleep_for(
-            std::chrono::microseconds(static_cast<long>(random() % static_cast<unsigned long>(whole / 2))));
-        ::kill(update.Process(), SIGKILL);
-        killed += update.Wait().signal == SIGKILL;
-        symbols::Index index(OptionsFor(tree.Root(), cache.Path()));
-        if (const std::string error = UpdateError(index); !error.empty())
-            return "after kill " + std::to_string(kill) + ": " + error;
-        const std::string difference = AnswersOf::Difference(AnswersOf::Of(index.Current(), SourceTree::Words()),
-                                                             FreshAnswers(tree.Root(), SourceTree::Words()));
-        if (!difference.empty())
-            return "after kill " + std::to_string(kill) + ":\n" + difference;
-    }
+    std::string difference = KillUpdates({.seed = seed, .kills = kKills, .files = 60, .worker = INDEX_WORKER}, &killed);
+    if (!difference.empty())
+        return difference;
     std::printf("%d of %d updates were killed on the way\n", killed, kKills);
     return killed > kKills / 20 ? "" : "too few updates were killed on the way";
 }
@@ -102,7 +77,7 @@ int main(int count, char** words)
     std::printf("seed %lu\n", seed);
     std::string error = PlayHistories(steps, seed);
     if (error.empty())
-        error = KillUpdates(seed);
+        error = KillManyUpdates(seed);
     if (error.empty())
         error = ManyProcesses();
     if (!error.empty())
