@@ -5,6 +5,7 @@
 #include "tests/support/ShellWord.h"
 #include "tests/support/TempDirectory.h"
 
+#include <chrono>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <set>
@@ -80,6 +81,27 @@ TEST_F(CommandWithoutReader, EndsAsShellsExpect)
     ExpectQuietEnd("complete src/a.mm:1 --auto");
     ExpectQuietEnd("script <lines");
     ExpectQuietEnd("tags project --dry-run");
+}
+
+// The index is not made by them, so that they leave no new files.
+TEST_F(CommandWithoutReader, EndsAsShellsExpectWhenItAnswersFromTheIndex)
+{
+    tree.Write("project/.wren", "");
+    tree.Write("project/a.c", "int a(void) { return 1; }\nint b(void) { return a(); }\n");
+    for (const char* source : {"project/a.c", "project/a.h"}) // young files are looked at again
+        fs::last_write_time(tree / source, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    ASSERT_EQ(
+        RunProgram({WREN_PROGRAM, "index", "project"}, tree.Path(), {{"HOME", tree / "home"}, {"XDG_CACHE_HOME", ""}})
+            .status,
+        0);
+    ExpectQuietEnd("index project --status");
+    ExpectQuietEnd("find a --in project");
+    ExpectQuietEnd("outline project/a.c");
+    ExpectQuietEnd("definition project/a.c:2:23 --no-system");
+    ExpectQuietEnd("declaration project/a.c:2:23 --no-system --json");
+    ExpectQuietEnd("references project/a.c:2:23 --no-system");
+    ExpectQuietEnd("explain project/a.c:2:23 --no-system");
+    ExpectQuietEnd("graph calls b --in project");
 }
 
 TEST_F(CommandWithoutReader, MakesAllTagsWhenItsOutputIsClosed)

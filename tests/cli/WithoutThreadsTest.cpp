@@ -3,6 +3,7 @@
 #include "tests/support/RunProgram.h"
 #include "tests/support/TempDirectory.h"
 
+#include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -29,7 +30,22 @@ protected:
     {
         std::vector<std::string> command = {WREN_PROGRAM};
         command.insert(command.end(), words.begin(), words.end());
-        return RunProgram(*WithoutThreads(command), tree.Path(), {{"HOME", tree / "home"}});
+        return RunProgram(*WithoutThreads(command), tree.Path(), Environment());
+    }
+    std::map<std::string, std::string> Environment() const
+    {
+        return {{"HOME", tree / "home"}, {"XDG_CACHE_HOME", tree / "cache"}};
+    }
+    // With threads, for the user without.
+    void MakeIndex() const
+    {
+        const ProgramRun run = RunProgram({WREN_PROGRAM, "index"}, tree.Path(), Environment());
+        ASSERT_EQ(run.status, 0) << run.errors;
+        if (::getuid() != 0)
+            return;
+        EXPECT_EQ(::chown((tree / "cache").c_str(), kSomebodyElse, kSomebodyElse), 0);
+        for (const auto& each : std::filesystem::recursive_directory_iterator(tree / "cache"))
+            EXPECT_EQ(::chown(each.path().c_str(), kSomebodyElse, kSomebodyElse), 0) << each.path();
     }
 
     const TempDirectory tree;
@@ -90,6 +106,30 @@ TEST_F(CommandWithoutThreads, CompleteWhileTypingFailsWithAReason)
     EXPECT_EQ(typing.output, "");
     EXPECT_THAT(typing.errors, HasSubstr("work in the background is put off until it is asked for again\n"));
     EXPECT_THAT(typing.errors, HasSubstr("wren: the candidates cannot be listed without another thread\n"));
+}
+
+TEST_F(CommandWithoutThreads, AnIndexIsNotMadeWhichIsReported)
+{
+    const ProgramRun run = Run({"index"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_THAT(run.errors, HasSubstr("wren: cannot start "));
+    EXPECT_EQ(RunProgram({WREN_PROGRAM, "index", "--status"}, tree.Path(), Environment()).status, 1);
+}
+
+TEST_F(CommandWithoutThreads, AnOldIndexAnswersAndTheUserLearnsThatItMayBeStale)
+{
+    MakeIndex();
+    for (const std::vector<std::string>& words :
+         std::vector<std::vector<std::string>>{{"find", "twice"}, {"definition", "a.c:2:5", "--no-system"}}) {
+        const ProgramRun run = Run(words);
+        EXPECT_EQ(run.status, 0) << words[0] << ": " << run.errors;
+        EXPECT_THAT(run.output, HasSubstr("twice")) << words[0];
+        EXPECT_THAT(run.errors, HasSubstr("changed files are not noticed")) << words[0];
+        EXPECT_THAT(run.errors, HasSubstr("answers may be stale")) << words[0];
+    }
+    EXPECT_EQ(Run({"index"}).status, 1);
+    EXPECT_EQ(Run({"find", "twice"}).status, 0) << "a failed update leaves the index";
 }
 
 TEST_F(CommandWithoutThreads, ScriptAnswersEachLine)
