@@ -1,6 +1,7 @@
 #include "wren/lsp/features/Methods.h"
 
 #include "wren/lsp/features/Commands.h"
+#include "wren/lsp/features/Completion.h"
 #include "wren/lsp/features/DocumentSymbols.h"
 #include "wren/lsp/features/FoldingRanges.h"
 #include "wren/lsp/features/Goto.h"
@@ -35,6 +36,8 @@ constexpr struct {
 } kMethods[] = {
     {"textDocument/definition", Row<Definition>::kHandler},
     {"textDocument/declaration", Row<Declaration>::kHandler},
+    {"textDocument/completion", Row<Completion>::kHandler},
+    {"completionItem/resolve", Row<ResolveCompletion>::kHandler},
     {"textDocument/documentSymbol", Row<DocumentSymbols>::kHandler},
     {"textDocument/foldingRange", Row<FoldingRanges>::kHandler},
     {"textDocument/selectionRange", Row<SelectionRanges>::kHandler},
@@ -65,6 +68,8 @@ Json ServerCapabilities(const ClientAbilities& client)
         {"textDocumentSync", {{"openClose", true}, {"change", 2}, {"save", {{"includeText", true}}}}},
         {"definitionProvider", true},
         {"declarationProvider", true},
+        {"completionProvider",
+         {{"triggerCharacters", {".", ">", ":", "\"", "<", "/", "[", " "}}, {"resolveProvider", true}}},
         {"documentSymbolProvider", true},
         {"foldingRangeProvider", true},
         {"selectionRangeProvider", true},

@@ -6,7 +6,7 @@ namespace wren::lsp {
 
 namespace {
 
-using Kind = tagging::SymbolKind;
+using tagging::SymbolKind;
 
 // Values of the protocol's SymbolKind.
 enum : int {
@@ -35,7 +35,8 @@ std::string_view LastPart(std::string_view scope)
 
 bool IsInClass(const tagging::Symbol& symbol)
 {
-    return symbol.scopeKind == Kind::Class || symbol.scopeKind == Kind::Struct || symbol.scopeKind == Kind::Union;
+    return symbol.scopeKind == SymbolKind::Class || symbol.scopeKind == SymbolKind::Struct ||
+           symbol.scopeKind == SymbolKind::Union;
 }
 
 int KindOfFunction(const tagging::Symbol& symbol)
@@ -45,18 +46,18 @@ int KindOfFunction(const tagging::Symbol& symbol)
     return symbol.name == LastPart(symbol.scope) ? kConstructor : kMethod;
 }
 
-std::string_view WordFor(Kind kind)
+std::string_view WordFor(SymbolKind kind)
 {
     switch (kind) {
-    case Kind::Struct:
+    case SymbolKind::Struct:
         return "struct";
-    case Kind::Union:
+    case SymbolKind::Union:
         return "union";
-    case Kind::Enum:
+    case SymbolKind::Enum:
         return "enum";
-    case Kind::Class:
+    case SymbolKind::Class:
         return "class";
-    case Kind::Namespace:
+    case SymbolKind::Namespace:
         return "namespace";
     default:
         return "symbol";
@@ -68,47 +69,47 @@ std::string_view WordFor(Kind kind)
 int SymbolKindOf(const tagging::Symbol& symbol)
 {
     switch (symbol.kind) {
-    case Kind::Function:
-    case Kind::Prototype:
-    case Kind::Slot:
-    case Kind::Signal:
+    case SymbolKind::Function:
+    case SymbolKind::Prototype:
+    case SymbolKind::Slot:
+    case SymbolKind::Signal:
         return KindOfFunction(symbol);
-    case Kind::Macro:
+    case SymbolKind::Macro:
         return symbol.signature.empty() ? kConstant : kFunction;
-    case Kind::Enumerator:
+    case SymbolKind::Enumerator:
         return kEnumMember;
-    case Kind::Enum:
+    case SymbolKind::Enum:
         return kEnum;
-    case Kind::Member:
-    case Kind::InstanceVariable:
+    case SymbolKind::Member:
+    case SymbolKind::InstanceVariable:
         return kField;
-    case Kind::Struct:
-    case Kind::Union:
+    case SymbolKind::Struct:
+    case SymbolKind::Union:
         return kStruct;
-    case Kind::Typedef:
-    case Kind::Class:
-    case Kind::Implementation:
-    case Kind::Category:
+    case SymbolKind::Typedef:
+    case SymbolKind::Class:
+    case SymbolKind::Implementation:
+    case SymbolKind::Category:
         return kClass;
-    case Kind::Interface:
-    case Kind::Protocol:
+    case SymbolKind::Interface:
+    case SymbolKind::Protocol:
         return kInterface;
-    case Kind::Namespace:
-    case Kind::NamespaceAlias:
-    case Kind::UsingNamespace:
+    case SymbolKind::Namespace:
+    case SymbolKind::NamespaceAlias:
+    case SymbolKind::UsingNamespace:
         return kNamespace;
-    case Kind::TemplateParameter:
+    case SymbolKind::TemplateParameter:
         return kTypeParameter;
-    case Kind::InstanceMethod:
-    case Kind::ClassMethod:
-    case Kind::InstanceMethodDeclaration:
-    case Kind::ClassMethodDeclaration:
+    case SymbolKind::InstanceMethod:
+    case SymbolKind::ClassMethod:
+    case SymbolKind::InstanceMethodDeclaration:
+    case SymbolKind::ClassMethodDeclaration:
         return kMethod;
-    case Kind::Property:
-    case Kind::QtProperty:
+    case SymbolKind::Property:
+    case SymbolKind::QtProperty:
         return kProperty;
-    case Kind::UsingName:
-    case Kind::Label:
+    case SymbolKind::UsingName:
+    case SymbolKind::Label:
         return kKey;
     default:
         return kVariable;
@@ -120,14 +121,14 @@ std::string ItemName(const tagging::Symbol& symbol)
     if (symbol.name.empty() || WithoutMadeNames(std::string(symbol.name)) != symbol.name)
         return "(anonymous " + std::string(WordFor(symbol.kind)) + ")";
     const bool isOfClass = !symbol.scope.empty();
-    if (isOfClass && (symbol.kind == Kind::Category || symbol.kind == Kind::Implementation))
+    if (isOfClass && (symbol.kind == SymbolKind::Category || symbol.kind == SymbolKind::Implementation))
         return std::string(symbol.scope) + " (" + std::string(symbol.name) + ")";
     return std::string(symbol.name);
 }
 
 std::string ContainerName(const tagging::Symbol& symbol)
 {
-    if (symbol.kind == Kind::Category || symbol.kind == Kind::Implementation)
+    if (symbol.kind == SymbolKind::Category || symbol.kind == SymbolKind::Implementation)
         return "";
     return WithoutMadeNames(std::string(symbol.scope));
 }

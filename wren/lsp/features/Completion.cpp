@@ -1,0 +1,281 @@
+#include "wren/lsp/features/Completion.h"
+
+#include "resolve/Locals.h"
+#include "resolve/ParsedText.h"
+#include "symbols/store/Fuzzy.h"
+#include "wren/lsp/features/CompletionItems.h"
+#include "wren/lsp/features/IncludedFiles.h"
+#include "wren/lsp/features/TextPlace.h"
+#include "wren/lsp/session/Subject.h"
+#include "wren/symbols/NamedSymbols.h"
+#include "wren/symbols/ShownNames.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+#include <unordered_set>
+#include <vector>
+
+namespace wren::lsp {
+
+namespace {
+
+using Sort = TextPlace::Sort;
+using tagging::Symbol;
+
+constexpr size_t kMostMembers = 2000; // that letters are looked for in
+constexpr int kPlainText = 1;         // the protocol's InsertTextFormat
+constexpr int kSnippetText = 2;
+
+// Whether the character that was typed begins something here.
+bool Fits(const std::string& trigger, const TextPlace& place)
+{
+    if (trigger.empty())
+        return true;
+    switch (place.sort) {
+    case Sort::Include:
+        return true;
+    case Sort::Message:
+        return trigger == "[" || trigger == " " || trigger == ":";
+    case Sort::Member:
+        return trigger == "." || trigger == ">";
+    case Sort::Qualified:
+        return trigger == ":";
+    default:
+        return false;
+    }
+}
+
+// Collects the items of one place.
+class Items {
+public:
+    Items(const Subject& subject, const RequestContext& context, const TextPlace& place, size_t offset)
+        : subject(subject), context(context), place(place), offset(offset),
+          typed(subject.Text().Content().substr(place.start, offset - place.start)), fuzzy(typed),
+          limit(context.settings.completionLimit)
+    {
+    }
+
+    Json List()
+    {
+        if (place.sort == Sort::Include)
+            AddFiles();
+        else
+            AddNames();
+        return {{"isIncomplete", more}, {"items", std::move(items)}};
+    }
+
+private:
+    static constexpr const char* kItem = "textDocument/completion/completionItem/";
+
+    bool Can(const char* ability) const { return context.client.Can(std::string(kItem) + ability); }
+
+    void AddFiles()
+    {
+        for (const std::string& name : FilesToInclude(place, typed, subject, limit + 1))
+            Add({{"label", name}, {"kind", kFileItem}}, name, "");
+    }
+
+    void AddNames()
+    {
+        const resolve::ParsedTextPointer parsed = subject.Parsed();
+        ownClass = ClassAround(*parsed);
+        const resolve::Candidates near = Ask(offset, limit + 1);
+        more = near.more;
+        AddCandidates(near, false);
+        AddKeywords(parsed->parsed->language);
+        AddCandidates(near, true);
+        if (typed.empty() || items.size() >= limit)
+            return;
+        if (place.sort == Sort::Unqualified)
+            AddOwnWithLetters(*parsed);
+        else
+            AddWithLetters(Ask(place.start, kMostMembers));
+    }
+
+    resolve::Candidates Ask(size_t at, size_t results) const
+    {
+        return subject.Resolver().Complete({subject.Path(), subject.Text().Content(), at}, subject.LimitsOf(results));
+    }
+
+    // Members that only the class itself uses come last elsewhere.
+    bool IsClosed(const Symbol& symbol) const
+    {
+        const bool isOpen = symbol.access == Symbol::Access::None || symbol.access == Symbol::Access::Public;
+        return !isOpen && symbol.scope != ownClass;
+    }
+
+    // The class of the member function around the place; "" for none.
+    std::string ClassAround(const resolve::ParsedText& parsed) const
+    {
+        const unsigned line = subject.Text().SourceLineAt(place.start);
+        std::string scope;
+        for (const Symbol& symbol : parsed.parsed->symbols)
+            if (IsCallable(symbol.kind) && symbol.line <= line && line <= symbol.endLine)
+                scope = symbol.scope;
+        return scope;
+    }
+
+    void AddCandidates(const resolve::Candidates& candidates, bool closed)
+    {
+        for (const resolve::Candidate& each : candidates.found)
+            if (IsClosed(each.symbol) == closed)
+                AddSymbol(each.symbol, each.path);
+    }
+
+    void AddWithLetters(const resolve::Candidates& candidates)
+    {
+        for (const resolve::Candidate& each : candidates.found)
+            if (fuzzy.KindOf(each.symbol.name) < symbols::kNoMatch)
+                AddSymbol(each.symbol, each.path);
+    }
+
+    // Locals, and what this text declares: all others would be too many to look at.
+    void AddOwnWithLetters(const resolve::ParsedText& parsed)
+    {
+        const size_t next = parsed.tokens.FirstFrom(place.start);
+        if (parsed.tokens.Count() > 0)
+            resolve::ForEachLocal(parsed.tokens, std::min(next, parsed.tokens.Count() - 1),
+                                  [&](const resolve::LocalName& local) {
+                                      const resolve::Token& token = parsed.tokens[local.name];
+                                      Symbol symbol;
+                                      symbol.name = token.text;
+                                      symbol.line = token.line;
+                                      symbol.kind = local.kind;
+                                      if (token.offset < place.start)
+                                          AddIfLetters(symbol);
+                                      return true;
+                                  });
+        for (const Symbol& symbol : parsed.parsed->symbols)
+            if (symbol.scope.empty())
+                AddIfLetters(symbol);
+    }
+
+    void AddIfLetters(const Symbol& symbol)
+    {
+        if (fuzzy.KindOf(symbol.name) < symbols::kNoMatch && !symbol.name.starts_with("__anon"))
+            AddSymbol(symbol, subject.Path());
+    }
+
+    void AddKeywords(tagging::Language language)
+    {
+        if (place.sort == Sort::Unqualified && !typed.empty())
+            for (const std::string_view word : KeywordsOf(language))
+                if (word.starts_with(typed) && word != typed)
+                    Add({{"label", word}, {"kind", kKeywordItem}}, std::string(word), "");
+    }
+
+    void AddSymbol(const Symbol& symbol, const std::string& path)
+    {
+        Json item = {{"label", symbol.name}, {"kind", CompletionKindOf(symbol)}};
+        if (Can("labelDetailsSupport"))
+            if (Json details = DetailsOf(symbol); !details.empty())
+                item["labelDetails"] = std::move(details);
+        item["data"] = {{"uri", subject.UriOf(path)},
+                        {"line", symbol.line},
+                        {"name", symbol.name},
+                        {"scope", symbol.scope},
+                        {"type", symbol.type},
+                        {"signature", symbol.signature},
+                        {"kind", static_cast<int>(symbol.kind)}};
+        Add(std::move(item), std::string(symbol.name), SnippetOf(symbol));
+    }
+
+    static Json DetailsOf(const Symbol& symbol)
+    {
+        Json details = Json::object();
+        if (!symbol.signature.empty())
+            details["detail"] = WithoutMadeNames(std::string(symbol.signature));
+        if (!symbol.type.empty())
+            details["description"] = WithoutMadeNames(std::string(symbol.type));
+        return details;
+    }
+
+    bool IsCalledAlready() const
+    {
+        const std::string& content = subject.Text().Content();
+        const size_t next = content.find_first_not_of(" \t", place.end);
+        return next != std::string::npos && content[next] == '(';
+    }
+
+    // What stands left of the word is never touched.
+    void Add(Json item, const std::string& text, const std::string& snippet)
+    {
+        if (!labels.insert(item["label"].get<std::string>()).second)
+            return;
+        if (items.size() >= limit) {
+            more = true;
+            return;
+        }
+        const bool asSnippet =
+            !snippet.empty() && context.settings.snippets && Can("snippetSupport") && !IsCalledAlready();
+        const std::string inserted = asSnippet ? snippet : text;
+        item["insertTextFormat"] = asSnippet ? kSnippetText : kPlainText;
+        item["filterText"] = item["label"];
+        char order[16];
+        std::snprintf(order, sizeof order, "%05zu", items.size());
+        item["sortText"] = order;
+        const Range replaced = subject.Text().RangeOf(place.start, offset, subject.Encoding());
+        if (Can("insertReplaceSupport"))
+            item["textEdit"] = {
+                {"newText", inserted},
+                {"insert", replaced},
+                {"replace", subject.Text().RangeOf(place.start, std::max(place.end, offset), subject.Encoding())}};
+        else
+            item["textEdit"] = {{"newText", inserted}, {"range", replaced}};
+        items.push_back(std::move(item));
+    }
+
+    const Subject& subject;
+    const RequestContext& context;
+    const TextPlace& place;
+    const size_t offset;
+    const std::string typed;
+    const symbols::FuzzyPattern fuzzy;
+    const size_t limit;
+    std::string ownClass;
+    Json items = Json::array();
+    std::unordered_set<std::string> labels;
+    bool more = false;
+};
+
+} // namespace
+
+void from_json(const Json& json, CompletionParams& params)
+{
+    params.at = json.get<TextDocumentPositionParams>();
+    const Json asked = OptionalMember<Json>(json, "context").value_or(Json::object());
+    constexpr int kByCharacter = 2; // the protocol's CompletionTriggerKind
+    if (OptionalMember<int>(asked, "triggerKind") == kByCharacter)
+        params.trigger = OptionalMember<std::string>(asked, "triggerCharacter").value_or("");
+}
+
+Json Completion(const CompletionParams& params, const RequestContext& context)
+{
+    const Json nothing = {{"isIncomplete", false}, {"items", Json::array()}};
+    const Subject subject(context, params.at.uri);
+    if (!subject.IsSource())
+        return nothing;
+    const std::string& content = subject.Text().Content();
+    const size_t offset = subject.Text().OffsetOf(params.at.position, subject.Encoding());
+    const TextPlace place = PlaceIn(content, subject.Parsed()->tokens, offset);
+    if (place.sort == Sort::Nothing || !Fits(params.trigger, place))
+        return nothing;
+    return Items(subject, context, place, offset).List();
+}
+
+Json ResolveCompletion(const Json& given, const RequestContext&)
+{
+    Json item = given;
+    const Json data = OptionalMember<Json>(item, "data").value_or(Json::object());
+    const std::string type = OptionalMember<std::string>(data, "type").value_or("");
+    const std::string scope = OptionalMember<std::string>(data, "scope").value_or("");
+    const std::string name = OptionalMember<std::string>(data, "name").value_or("");
+    const std::string signature = OptionalMember<std::string>(data, "signature").value_or("");
+    if (!name.empty())
+        item["detail"] =
+            WithoutMadeNames((type.empty() ? "" : type + " ") + (scope.empty() ? "" : scope + "::") + name + signature);
+    return item;
+}
+
+} // namespace wren::lsp

@@ -1,0 +1,224 @@
+#include "wren/lsp/features/CompletionItems.h"
+
+#include <algorithm>
+
+namespace wren::lsp {
+
+namespace {
+
+using tagging::Language;
+using tagging::Symbol;
+using tagging::SymbolKind;
+
+// Values of the protocol's CompletionItemKind.
+enum : int {
+    kMethodItem = 2,
+    kFunctionItem = 3,
+    kConstructorItem = 4,
+    kFieldItem = 5,
+    kVariableItem = 6,
+    kClassItem = 7,
+    kInterfaceItem = 8,
+    kModuleItem = 9,
+    kPropertyItem = 10,
+    kEnumItem = 13,
+    kEnumMemberItem = 20,
+    kConstantItem = 21,
+    kStructItem = 22,
+    kTypeParameterItem = 25,
+};
+
+bool IsInClass(const Symbol& symbol)
+{
+    return symbol.scopeKind == SymbolKind::Class || symbol.scopeKind == SymbolKind::Struct ||
+           symbol.scopeKind == SymbolKind::Union;
+}
+
+int KindOfCallable(const Symbol& symbol)
+{
+    if (!IsInClass(symbol))
+        return kFunctionItem;
+    return symbol.scope.ends_with(symbol.name) ? kConstructorItem : kMethodItem;
+}
+
+// The target decides where it says what it is: "struct list".
+int KindOfTypedef(const Symbol& symbol)
+{
+    if (symbol.type.starts_with("enum"))
+        return kEnumItem;
+    return symbol.type.starts_with("class") ? kClassItem : kStructItem;
+}
+
+// "}", "$" and "\" mean something in a snippet.
+std::string Escaped(std::string_view text)
+{
+    std::string escaped;
+    for (const char letter : text) {
+        if (letter == '}' || letter == '$' || letter == '\\')
+            escaped += '\\';
+        escaped += letter;
+    }
+    return escaped;
+}
+
+std::string Field(size_t number, std::string_view text)
+{
+    return "${" + std::to_string(number) + ":" + Escaped(text) + "}";
+}
+
+std::string_view Trimmed(std::string_view text)
+{
+    const size_t first = text.find_first_not_of(" \t");
+    return first == std::string_view::npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+// The parts between the commas of a signature's outer parentheses.
+std::vector<std::string_view> ParametersOf(std::string_view signature)
+{
+    std::vector<std::string_view> parameters;
+    int depth = 0;
+    size_t start = 1;
+    for (size_t at = 0; at < signature.size(); ++at) {
+        const char letter = signature[at];
+        depth += letter == '(' || letter == '<' || letter == '[' || letter == '{';
+        const bool closes = letter == ')' || letter == ']' || letter == '}' || (letter == '>' && depth > 1);
+        if (depth == 1 && (letter == ',' || letter == ')')) {
+            parameters.push_back(Trimmed(signature.substr(start, at - start)));
+            start = at + 1;
+        }
+        depth -= closes;
+        if (depth == 0)
+            break;
+    }
+    if (parameters.size() == 1 && (parameters[0].empty() || parameters[0] == "void"))
+        parameters.clear();
+    return parameters;
+}
+
+std::string SelectorSnippet(const Symbol& symbol)
+{
+    const std::vector<std::string_view> parameters = ParametersOf(symbol.signature);
+    std::string snippet;
+    size_t number = 0;
+    for (size_t at = 0; at < symbol.name.size();) {
+        const size_t colon = std::min(symbol.name.find(':', at), symbol.name.size() - 1);
+        snippet += (number == 0 ? "" : " ") + std::string(symbol.name.substr(at, colon + 1 - at));
+        const std::string_view shown = number < parameters.size() ? parameters[number] : "value";
+        ++number;
+        snippet += Field(number, shown);
+        at = colon + 1;
+    }
+    return snippet;
+}
+
+} // namespace
+
+int CompletionKindOf(const Symbol& symbol)
+{
+    switch (symbol.kind) {
+    case SymbolKind::Function:
+    case SymbolKind::Prototype:
+    case SymbolKind::Slot:
+    case SymbolKind::Signal:
+        return KindOfCallable(symbol);
+    case SymbolKind::InstanceMethod:
+    case SymbolKind::ClassMethod:
+    case SymbolKind::InstanceMethodDeclaration:
+    case SymbolKind::ClassMethodDeclaration:
+        return kMethodItem;
+    case SymbolKind::Macro:
+        return symbol.signature.empty() ? kConstantItem : kFunctionItem;
+    case SymbolKind::Enumerator:
+        return kEnumMemberItem;
+    case SymbolKind::Enum:
+        return kEnumItem;
+    case SymbolKind::Member:
+    case SymbolKind::InstanceVariable:
+        return kFieldItem;
+    case SymbolKind::Property:
+    case SymbolKind::QtProperty:
+        return kPropertyItem;
+    case SymbolKind::Struct:
+    case SymbolKind::Union:
+        return kStructItem;
+    case SymbolKind::Class:
+    case SymbolKind::Implementation:
+    case SymbolKind::Category:
+        return kClassItem;
+    case SymbolKind::Interface:
+    case SymbolKind::Protocol:
+        return kInterfaceItem;
+    case SymbolKind::Typedef:
+        return KindOfTypedef(symbol);
+    case SymbolKind::Namespace:
+    case SymbolKind::NamespaceAlias:
+    case SymbolKind::UsingNamespace:
+        return kModuleItem;
+    case SymbolKind::TemplateParameter:
+        return kTypeParameterItem;
+    default:
+        return kVariableItem;
+    }
+}
+
+std::string SnippetOf(const Symbol& symbol)
+{
+    if (symbol.name.ends_with(':'))
+        return SelectorSnippet(symbol);
+    const int kind = CompletionKindOf(symbol);
+    const bool isMessage = symbol.kind == SymbolKind::InstanceMethod || symbol.kind == SymbolKind::ClassMethod ||
+                           symbol.kind == SymbolKind::InstanceMethodDeclaration ||
+                           symbol.kind == SymbolKind::ClassMethodDeclaration;
+    if (isMessage || (kind != kFunctionItem && kind != kMethodItem) || symbol.signature.empty())
+        return "";
+    std::string fields;
+    size_t number = 0;
+    for (const std::string_view parameter : ParametersOf(symbol.signature)) {
+        ++number;
+        fields += (number == 1 ? "" : ", ") + Field(number, parameter);
+    }
+    return Escaped(symbol.name) + "(" + fields + ")";
+}
+
+const std::vector<std::string_view>& KeywordsOf(Language language)
+{
+    static const std::vector<std::string_view> kC = {
+        "auto",   "break",    "case",     "char",     "const", "continue", "default", "do",     "double",
+        "else",   "enum",     "extern",   "float",    "for",   "goto",     "if",      "inline", "int",
+        "long",   "register", "restrict", "return",   "short", "signed",   "sizeof",  "static", "struct",
+        "switch", "typedef",  "union",    "unsigned", "void",  "volatile", "while"};
+    static const auto with = [](std::vector<std::string_view> words, std::initializer_list<std::string_view> more) {
+        words.insert(words.end(), more);
+        std::ranges::sort(words);
+        return words;
+    };
+    static const std::vector<std::string_view> kCplusplus =
+        with(kC, {"alignas",   "alignof",       "bool",        "catch",
+                  "class",     "concept",       "consteval",   "constexpr",
+                  "constinit", "const_cast",    "co_await",    "co_return",
+                  "co_yield",  "decltype",      "delete",      "dynamic_cast",
+                  "explicit",  "export",        "false",       "final",
+                  "friend",    "mutable",       "namespace",   "new",
+                  "noexcept",  "nullptr",       "operator",    "override",
+                  "private",   "protected",     "public",      "reinterpret_cast",
+                  "requires",  "static_assert", "static_cast", "template",
+                  "this",      "thread_local",  "throw",       "true",
+                  "try",       "typeid",        "typename",    "using",
+                  "virtual",   "wchar_t"});
+    static const std::initializer_list<std::string_view> kObjectiveCWords = {"BOOL", "NO",   "YES",  "id",
+                                                                             "nil",  "self", "super"};
+    static const std::vector<std::string_view> kObjectiveC = with(kC, kObjectiveCWords);
+    static const std::vector<std::string_view> kBoth = with(kCplusplus, kObjectiveCWords);
+    switch (language) {
+    case Language::C:
+        return kC;
+    case Language::Cplusplus:
+        return kCplusplus;
+    case Language::ObjectiveC:
+        return kObjectiveC;
+    default:
+        return kBoth;
+    }
+}
+
+} // namespace wren::lsp
