@@ -1,5 +1,7 @@
 #include "wren/lsp/features/CompletionItems.h"
 
+#include "wren/lsp/features/Signatures.h"
+
 #include <algorithm>
 
 namespace wren::lsp {
@@ -64,35 +66,6 @@ std::string Escaped(std::string_view text)
 std::string Field(size_t number, std::string_view text)
 {
     return "${" + std::to_string(number) + ":" + Escaped(text) + "}";
-}
-
-std::string_view Trimmed(std::string_view text)
-{
-    const size_t first = text.find_first_not_of(" \t");
-    return first == std::string_view::npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
-// The parts between the commas of a signature's outer parentheses.
-std::vector<std::string_view> ParametersOf(std::string_view signature)
-{
-    std::vector<std::string_view> parameters;
-    int depth = 0;
-    size_t start = 1;
-    for (size_t at = 0; at < signature.size(); ++at) {
-        const char letter = signature[at];
-        depth += letter == '(' || letter == '<' || letter == '[' || letter == '{';
-        const bool closes = letter == ')' || letter == ']' || letter == '}' || (letter == '>' && depth > 1);
-        if (depth == 1 && (letter == ',' || letter == ')')) {
-            parameters.push_back(Trimmed(signature.substr(start, at - start)));
-            start = at + 1;
-        }
-        depth -= closes;
-        if (depth == 0)
-            break;
-    }
-    if (parameters.size() == 1 && (parameters[0].empty() || parameters[0] == "void"))
-        parameters.clear();
-    return parameters;
 }
 
 std::string SelectorSnippet(const Symbol& symbol)

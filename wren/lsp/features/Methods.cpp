@@ -6,6 +6,7 @@
 #include "wren/lsp/features/FoldingRanges.h"
 #include "wren/lsp/features/Goto.h"
 #include "wren/lsp/features/SelectionRanges.h"
+#include "wren/lsp/features/SignatureHelp.h"
 #include "wren/lsp/features/WorkspaceSymbols.h"
 
 #include <algorithm>
@@ -42,6 +43,7 @@ constexpr struct {
     {"textDocument/foldingRange", Row<FoldingRanges>::kHandler},
     {"textDocument/selectionRange", Row<SelectionRanges>::kHandler},
     {"workspace/executeCommand", Row<ExecuteCommand>::kHandler},
+    {"textDocument/signatureHelp", Row<SignatureHelp>::kHandler},
     {"workspace/symbol", Row<WorkspaceSymbols>::kHandler},
     {"workspaceSymbol/resolve", Row<ResolveWorkspaceSymbol>::kHandler},
 };
@@ -70,6 +72,7 @@ Json ServerCapabilities(const ClientAbilities& client)
         {"declarationProvider", true},
         {"completionProvider",
          {{"triggerCharacters", {".", ">", ":", "\"", "<", "/", "[", " "}}, {"resolveProvider", true}}},
+        {"signatureHelpProvider", {{"triggerCharacters", {"(", ","}}}},
         {"documentSymbolProvider", true},
         {"foldingRangeProvider", true},
         {"selectionRangeProvider", true},
