@@ -17,6 +17,7 @@ public:
     void Send(const nlohmann::json& message);
     void SendBytes(const std::string& bytes);
     void CloseInput();
+    pid_t Process() const { return process; }
     void Signal(int number) const;
 
     // Nullopt at the end of the output, or when nothing comes in time: IsAtEnd() tells which. Throws when the framing
