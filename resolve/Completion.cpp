@@ -15,6 +15,7 @@ namespace {
 
 constexpr size_t kMostByPrefix = 1000;
 constexpr size_t kMostIncluded = 200; // files whose symbols are listed
+constexpr size_t kEnough = 100;       // names, without the rest of the project
 constexpr size_t kMostUsed = 40;      // names of the text that are looked up, the nearest ones
 
 bool Begins(std::string_view name, std::string_view typed)
@@ -339,7 +340,7 @@ private:
     template <class Predicate>
     void ByPrefix(Predicate fits)
     {
-        if (typed.empty() || offers.size() > wanted)
+        if (typed.empty() || offers.size() > std::max(wanted, kEnough))
             return; // enough without the rest of the project, which comes last
         std::vector<std::pair<int, Symbol>> found;
         for (const Symbol& symbol : GetWorld().Index().ByPrefix(typed, {kMostByPrefix, nullptr}).found)

@@ -3,7 +3,10 @@
 #include "resolve/Resolver.h"
 #include "tests/support/SnapshotOf.h"
 
+#include <atomic>
 #include <gtest/gtest.h>
+#include <thread>
+#include <vector>
 
 namespace {
 
@@ -48,7 +51,6 @@ protected:
         return names;
     }
 
-private:
     symbols::SnapshotPointer Now()
     {
         std::vector<std::shared_ptr<const symbols::OpenText>> all;
@@ -57,6 +59,12 @@ private:
         return symbols::Combined(index, nullptr, "/", all);
     }
 
+    std::string AnswerWithAll(const symbols::Snapshot& snapshot, const std::string& text, size_t offset)
+    {
+        return Answer(snapshot, text, offset, &shared);
+    }
+
+private:
     std::string Answer(const symbols::Snapshot& snapshot, const std::string& text, size_t offset,
                        resolve::ParsedTexts* with)
     {
@@ -140,4 +148,28 @@ TEST_F(KnownFiles, OffersWhatAnIncludedTextDeclaresNow)
     EXPECT_EQ(Offered(text, {.results = 1}), "thing_of_the_file ");
     Open("near.h", "int thing_of_the_text;\n");
     EXPECT_EQ(Offered(text, {}), "thing_of_the_text ");
+}
+
+TEST_F(KnownFiles, IsSharedByThreads)
+{
+    Index(kFiles);
+    const symbols::SnapshotPointer before = Now();
+    Open("near.h", "#include \"y/far.h\"\n");
+    const symbols::SnapshotPointer after = Now();
+    std::string text = kQuestion;
+    const size_t offset = text.find('|');
+    text.erase(offset, 1);
+    std::vector<std::thread> threads;
+    std::atomic<int> wrong = 0;
+    for (int thread = 0; thread < 4; ++thread)
+        threads.emplace_back([&, thread] {
+            for (int i = 0; i < 50; ++i) {
+                const bool isFirst = (i + thread) % 2 == 0;
+                const std::string answer = AnswerWithAll(isFirst ? *before : *after, text, offset);
+                wrong += answer.starts_with(isFirst ? "x/far.h:1 " : "y/far.h:1 ") ? 0 : 1;
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
 }
