@@ -14,8 +14,10 @@ std::string Counted(std::uint64_t count, const std::string& what)
 
 } // namespace
 
-Project::Project(symbols::WorkspaceOptions options, bool isIndexed, IndexListener listener)
-    : root(options.root), isIndexed(isIndexed), listener(std::move(listener)), workspace(std::move(options))
+Project::Project(symbols::WorkspaceOptions options, bool isIndexed, std::vector<std::string> tags,
+                 IndexListener listener)
+    : root(options.root), isIndexed(isIndexed), listener(std::move(listener)), workspace(std::move(options)),
+      tags(std::move(tags))
 {
 }
 
@@ -34,6 +36,7 @@ void Project::StartIndexing()
 
 void Project::EndIndexing()
 {
+    ending.Cancel();
     const std::lock_guard lock(turn);
     ends = true;
     if (round != nullptr)
@@ -193,7 +196,28 @@ bool Project::SettleOne()
         taken = unsettled.extract(unsettled.begin());
     }
     Settle(taken.key(), taken.mapped());
+    if (taken.mapped() != nullptr)
+        while (!ending.IsCancelled() && workspace.LoadIncluded(taken.key(), ending)) {
+        }
     return true;
+}
+
+void Project::Prepare(const std::string& path, const base::CancelToken& cancel)
+{
+    const std::lock_guard one(preparing);
+    WarnOf(hasTags ? workspace.RefreshTagsFiles(cancel) : workspace.SetTagsFiles(tags, cancel));
+    hasTags = true;
+    const bool isComplete = workspace.Project() != nullptr && workspace.Project()->Current() != nullptr;
+    if (isComplete || !prepared.insert(path).second)
+        return;
+    Settle(""); // the text decides what it includes
+    workspace.LoadIncluded(path, cancel);
+}
+
+void Project::WarnOf(const symbols::Workspace::TagsProblems& problems)
+{
+    for (const auto& [file, sentence] : problems)
+        listener.warn(sentence);
 }
 
 void Project::Settle(const std::string& path, const DocumentPointer& document)

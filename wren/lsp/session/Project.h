@@ -14,6 +14,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <string>
 #include <thread>
 #include <vector>
@@ -32,7 +33,8 @@ struct IndexListener {
 class Project {
 public:
     // Reads nothing yet. 'isIndexed': its files are indexed, and kept current, once StartIndexing() is called.
-    Project(symbols::WorkspaceOptions options, bool isIndexed, IndexListener listener);
+    // 'tags' are absolute paths of tags files.
+    Project(symbols::WorkspaceOptions options, bool isIndexed, std::vector<std::string> tags, IndexListener listener);
     ~Project(); // ends the indexing; the last complete index stays
 
     const std::string& Root() const { return root; }
@@ -61,14 +63,19 @@ public:
     void TextClosed(const std::string& path);
     // Makes the symbols of all changed texts visible in the workspace, except those of one, whose asker knows its text.
     void Settle(const std::string& except);
-    // The same for one text; false when all are settled. Requests then do not wait for many texts.
+    // The same for one text, and for what it includes; false when all are settled. Requests then do not wait for many
+    // texts.
     bool SettleOne();
+    // Before a question about a text: reads the tags files and, unless the index is complete, what the text includes.
+    // Blocks the first question about a text for a second at most, and costs next to nothing later.
+    void Prepare(const std::string& path, const base::CancelToken& cancel);
 
 private:
     using CancelPointer = std::shared_ptr<base::CancelToken>;
 
     void Run();
     void Settle(const std::string& path, const DocumentPointer& document);
+    void WarnOf(const symbols::Workspace::TagsProblems& problems);
     void KeepCurrent(const CancelPointer& cancel);
     bool Update(symbols::Index& index, const std::string& title, const CancelPointer& cancel);
     symbols::Index::Listener Steps(const std::string& title, const CancelPointer& cancel,
@@ -84,6 +91,12 @@ private:
     std::mutex mutex;                                 // guards the next member
     std::map<std::string, DocumentPointer> unsettled; // by path; null for a closed one
     std::mutex settling;                              // held by whoever settles
+
+    const std::vector<std::string> tags;
+    std::mutex preparing; // guards the next members
+    bool hasTags = false;
+    std::set<std::string> prepared; // paths of texts
+    base::CancelToken ending;
 
     std::atomic<bool> isIndexing{false};
     std::atomic<size_t> done{0};

@@ -18,7 +18,8 @@ bool IsWithin(const std::string& path, const std::string& folder)
 
 bool AreSame(const ProjectsOptions& left, const ProjectsOptions& right)
 {
-    return left.withIndex == right.withIndex && left.withSystem == right.withSystem && left.cache == right.cache;
+    return left.withIndex == right.withIndex && left.withSystem == right.withSystem && left.cache == right.cache &&
+           left.tags == right.tags;
 }
 
 } // namespace
@@ -63,7 +64,10 @@ Projects::ProjectPointer Projects::At(const std::string& root, bool isIndexed)
     workspace.withSystem = options.withSystem;
     workspace.withProject = isIndexed && options.withIndex;
     workspace.tagging = options.tagging;
-    auto project = std::make_shared<Project>(workspace, workspace.withProject, listener);
+    std::vector<std::string> tags;
+    for (const std::string& each : options.tags)
+        tags.push_back((std::filesystem::path(root) / each).lexically_normal().string());
+    auto project = std::make_shared<Project>(workspace, workspace.withProject, std::move(tags), listener);
     all.push_back(project);
     if (options.withIndex && !isClosed)
         project->StartIndexing();

@@ -14,10 +14,11 @@
 namespace wren::lsp {
 
 struct ProjectsOptions {
-    std::string cache;         // the directory of all indexes; "" for the user's
-    bool withIndex = true;     // without: open texts, what they include, and tags files
-    bool withSystem = true;    // the headers of the system as well
-    tagging::Settings tagging; // without a program when there is no ctags
+    std::string cache;             // the directory of all indexes; "" for the user's
+    bool withIndex = true;         // without: open texts, what they include, and tags files
+    bool withSystem = true;        // the headers of the system as well
+    tagging::Settings tagging;     // without a program when there is no ctags
+    std::vector<std::string> tags; // files; relative to the root
 };
 
 // A root that the client names, absolute and without links.

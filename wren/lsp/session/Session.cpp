@@ -155,6 +155,7 @@ ProjectsOptions Session::OptionsOfProjects() const
     made.withIndex = settings.index && hasCtags;
     made.withSystem = settings.systemHeaders && made.withIndex;
     made.tagging = tagging;
+    made.tags = settings.tags;
     return made;
 }
 

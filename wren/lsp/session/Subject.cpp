@@ -20,6 +20,7 @@ const Document* OpenAt(const DocumentMap& documents, const std::string& path)
 std::shared_ptr<Project> SettledProject(const RequestContext& context, const std::string& path)
 {
     std::shared_ptr<Project> project = context.projects.For(path);
+    project->Prepare(path, context.cancel);
     project->Settle(path);
     return project;
 }
