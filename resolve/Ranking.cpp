@@ -162,6 +162,14 @@ Branch BranchOf(const Symbol& symbol, int distance, unsigned line, World& world)
     return isBesideIt ? Branch::Taken : branch;
 }
 
+// "struct x" means only tags.
+bool IsUnlikely(const EntityRank& rank, const Usage& use)
+{
+    const bool isNoTag = use.form == Usage::Form::Tag && rank.misfit > 0;
+    return rank.misfit >= kUnfit || isNoTag || rank.isOtherLanguage || rank.level >= kUnreachable ||
+           rank.isLocalElsewhere || rank.hasOtherArguments;
+}
+
 } // namespace
 
 void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World& world)
@@ -202,6 +210,7 @@ void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World&
         if (i > 0 && all[i].entity != all[i - 1].entity)
             ++entity;
         all[i].meaning.entity = entity;
+        all[i].meaning.isUnlikely = IsUnlikely(entities.at(all[i].entity), use);
         meanings[i] = std::move(all[i].meaning);
     }
 }

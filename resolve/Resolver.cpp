@@ -52,6 +52,33 @@ void Choose(const MeaningList& all, size_t begin, size_t end, bool wantsDefiniti
         chosen.push_back(&all[i]);
 }
 
+// How each thing was found: as the surest of its declarations.
+std::vector<How> HowOfEntities(const MeaningList& meanings)
+{
+    std::vector<How> all;
+    for (const Meaning& each : meanings) {
+        if (each.entity >= all.size())
+            all.resize(each.entity + 1, How::Name);
+        all[each.entity] = std::min(all[each.entity], each.how);
+    }
+    return all;
+}
+
+bool IsTag(const Symbol& symbol)
+{
+    return symbol.kind == SymbolKind::Class || symbol.kind == SymbolKind::Struct || symbol.kind == SymbolKind::Union ||
+           symbol.kind == SymbolKind::Enum;
+}
+
+// A tag and a function, or a variable, may have the same name and scope.
+bool IsMeant(const Meaning& each, const Meaning& best, bool isFoundByName, World& world)
+{
+    if (isFoundByName || each.entity == best.entity)
+        return true;
+    return IsTag(each.symbol) == IsTag(best.symbol) && each.isUnlikely == best.isUnlikely &&
+           world.VisibleScope(each.symbol) == world.VisibleScope(best.symbol);
+}
+
 } // namespace
 
 ParsedTextPointer Resolver::TextOf(const Place& place) const
@@ -89,13 +116,19 @@ Answers Resolver::AnswerTo(const Place& place, symbols::Limits limits, Wanted wa
                    question.GetWorld().PathOf(meanings[begin].symbol.file).starts_with('/'), chosen);
         begin = end;
     }
+    const std::vector<How> how = HowOfEntities(meanings);
     for (const Meaning* meaning : chosen) {
         if (answers.found.size() == limits.results) {
             answers.more = true;
             break;
         }
-        answers.found.push_back({meaning->symbol, std::string(question.GetWorld().PathOf(meaning->symbol.file)),
-                                 meaning->how, meaning->reason});
+        Answer answer{meaning->symbol, std::string(question.GetWorld().PathOf(meaning->symbol.file)),
+                      how[meaning->entity], meaning->reason, meaning->entity};
+        answer.isMeant =
+            IsMeant(*meaning, meanings.front(), how[meanings.front().entity] == How::Name, question.GetWorld());
+        if (meaning->how == How::Local && question.Local())
+            answer.offset = question.GetTokens()[question.Local()->name].offset;
+        answers.found.push_back(std::move(answer));
     }
     return answers;
 }

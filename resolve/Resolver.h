@@ -29,6 +29,11 @@ struct Answer {
     std::string path;       // of its file, as in symbols::File
     How how = How::Name;
     std::string reason; // for people: "member 'size' of 'Shape', the type of 's'"
+    size_t entity = 0;  // the same for the declarations and definitions of one thing
+    // What the place means most likely: the best answer, and what has its name and scope (overloads, alternatives of an
+    // #if). When nothing is known but the name, all answers.
+    bool isMeant = true;
+    std::optional<size_t> offset = {}; // of a local's name in the text, in bytes
 };
 
 // Answers keep the parsed text that their symbols refer to; other symbols belong to the snapshot.
@@ -85,6 +90,9 @@ public:
     Answers Definition(const Place& place, symbols::Limits limits) const;
     Answers Declaration(const Place& place, symbols::Limits limits) const; // the reverse
     Answers Meanings(const Place& place, symbols::Limits limits) const; // of either sort, ranked: for judging and hover
+
+    // The type of a variable, of a member, of a function's result, behind a typedef: its body, or else its declaration.
+    Answers TypeDefinition(const Place& place, symbols::Limits limits) const;
 
     // Classes derived from the class at the place, or methods that override the method there.
     Answers Implementations(const Place& place, symbols::Limits limits) const;

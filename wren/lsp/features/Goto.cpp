@@ -1,7 +1,9 @@
 #include "wren/lsp/features/Goto.h"
 
+#include "wren/lsp/features/Meant.h"
 #include "wren/lsp/session/SymbolPlace.h"
 
+#include <algorithm>
 #include <string>
 
 namespace wren::lsp {
@@ -10,53 +12,121 @@ namespace {
 
 constexpr size_t kMostLocations = 100;
 
-Range OriginOf(const Subject& subject, const TextDocumentPositionParams& params, const resolve::Answers& answers)
+using Kind = tagging::SymbolKind;
+
+bool IsTagDefinition(const resolve::Answer& answer)
 {
-    const std::string& content = subject.Text().Content();
-    const size_t offset = subject.Text().OffsetOf(params.position, subject.Encoding());
-    size_t start = offset;
-    while (start > 0 && offset - start < answers.name.size() && !content.substr(start).starts_with(answers.name))
-        --start;
-    return subject.Text().RangeOf(start, start + answers.name.size(), subject.Encoding());
+    return answer.symbol.kind == Kind::Struct || answer.symbol.kind == Kind::Union || answer.symbol.kind == Kind::Enum;
 }
 
-Json LocationsOf(const resolve::Answers& answers, const Subject& subject, const TextDocumentPositionParams& params,
-                 bool asLinks)
+bool NamesItsTag(const symbols::Symbol& symbol)
 {
-    Json locations = Json::array();
-    for (const resolve::Answer& answer : answers.found) {
-        const std::optional<SymbolPlace> place = PlaceOf(answer.symbol, answer.path, subject);
-        if (!place)
-            continue;
-        if (asLinks)
-            locations.push_back(
-                LocationLink{OriginOf(subject, params, answers), place->uri, place->extent, place->name});
-        else
-            locations.push_back(Location{place->uri, place->name});
+    if (symbol.kind != Kind::Typedef)
+        return false;
+    for (const std::string_view word : {"struct ", "union ", "enum "})
+        if (symbol.type.starts_with(word) && symbol.type.substr(word.size()) == symbol.name)
+            return true;
+    return false;
+}
+
+std::optional<SymbolPlace> TargetOf(const resolve::Answer& answer, const Subject& subject)
+{
+    if (IsFile(answer))
+        return SymbolPlace{subject.UriOf(answer.path), {}, {}};
+    return PlaceOf(answer.symbol, answer.path, subject, answer.offset);
+}
+
+class Asked {
+public:
+    Asked(const TextDocumentPositionParams& params, const RequestContext& context)
+        : context(context), subject(context, params.uri), place(subject.PlaceAt(params.position))
+    {
     }
-    return locations;
+
+    bool IsSource() const { return subject.IsSource(); }
+    const resolve::Resolver& Resolver() const { return subject.Resolver(); }
+    const resolve::Place& Place() const { return place; }
+    symbols::Limits Limits() const { return subject.LimitsOf(kMostLocations); }
+
+    Json Locations(const resolve::Answers& answers, const char* method) const
+    {
+        const bool asLinks = context.client.Can(std::string("textDocument/") + method + "/linkSupport");
+        const ByteRange name = NameAt(subject.Text(), place.offset, answers);
+        const Range origin = subject.Text().RangeOf(name.start, name.end, subject.Encoding());
+        Json locations = Json::array();
+        for (const resolve::Answer& answer : answers.found) {
+            context.CheckCancelled();
+            const std::optional<SymbolPlace> target = TargetOf(answer, subject);
+            if (!target)
+                continue;
+            if (asLinks)
+                locations.push_back(LocationLink{origin, target->uri, target->extent, target->name});
+            else
+                locations.push_back(Location{target->uri, target->name});
+        }
+        return locations;
+    }
+
+private:
+    const RequestContext& context;
+    const Subject subject;
+    const resolve::Place place;
+};
+
+// "typedef struct page page;" leads to the body of the structure.
+void FollowOwnTag(resolve::Answers& answers, const Asked& asked)
+{
+    if (answers.found.empty() || !NamesItsTag(answers.found.front().symbol))
+        return;
+    resolve::Answers type = asked.Resolver().TypeDefinition(asked.Place(), asked.Limits());
+    if (!type.found.empty() && IsTagDefinition(type.found.front()))
+        answers.found = std::move(type.found);
 }
 
 } // namespace
 
 Json Definition(const TextDocumentPositionParams& params, const RequestContext& context)
 {
-    const Subject subject(context, params.uri);
-    if (!subject.IsSource())
+    const Asked asked(params, context);
+    if (!asked.IsSource())
         return Json::array();
-    const resolve::Answers answers =
-        subject.Resolver().Definition(subject.PlaceAt(params.position), subject.LimitsOf(kMostLocations));
-    return LocationsOf(answers, subject, params, context.client.Can("textDocument/definition/linkSupport"));
+    resolve::Answers answers = asked.Resolver().Definition(asked.Place(), asked.Limits());
+    KeepMeant(answers.found);
+    FollowOwnTag(answers, asked);
+    return asked.Locations(answers, "definition");
 }
 
 Json Declaration(const TextDocumentPositionParams& params, const RequestContext& context)
 {
-    const Subject subject(context, params.uri);
-    if (!subject.IsSource())
+    const Asked asked(params, context);
+    if (!asked.IsSource())
         return Json::array();
-    const resolve::Answers answers =
-        subject.Resolver().Declaration(subject.PlaceAt(params.position), subject.LimitsOf(kMostLocations));
-    return LocationsOf(answers, subject, params, context.client.Can("textDocument/declaration/linkSupport"));
+    resolve::Answers answers = asked.Resolver().Declaration(asked.Place(), asked.Limits());
+    KeepMeant(answers.found);
+    return asked.Locations(answers, "declaration");
+}
+
+Json TypeDefinition(const TextDocumentPositionParams& params, const RequestContext& context)
+{
+    const Asked asked(params, context);
+    if (!asked.IsSource())
+        return Json::array();
+    const resolve::Answers answers = asked.Resolver().TypeDefinition(asked.Place(), asked.Limits());
+    return asked.Locations(answers, "typeDefinition");
+}
+
+Json Implementation(const TextDocumentPositionParams& params, const RequestContext& context)
+{
+    const Asked asked(params, context);
+    if (!asked.IsSource())
+        return Json::array();
+    resolve::Answers answers = asked.Resolver().Implementations(asked.Place(), asked.Limits());
+    if (answers.found.empty()) {
+        answers = asked.Resolver().Meanings(asked.Place(), asked.Limits());
+        std::erase_if(answers.found,
+                      [](const resolve::Answer& each) { return !each.isMeant || !each.symbol.isDefinition; });
+    }
+    return asked.Locations(answers, "implementation");
 }
 
 } // namespace wren::lsp
