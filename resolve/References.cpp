@@ -2,6 +2,7 @@
 #include "resolve/ParsedText.h"
 #include "resolve/Question.h"
 #include "resolve/Resolver.h"
+#include "tagging/tokens/SourceTokens.h"
 
 #include <algorithm>
 #include <set>
@@ -18,60 +19,97 @@ std::string_view FirstPart(std::string_view name)
     return name.substr(0, name.find(':'));
 }
 
-// The occurrences of a name in one text.
+unsigned ColumnOf(std::string_view text, size_t offset)
+{
+    const size_t before = offset == 0 ? std::string_view::npos : text.rfind('\n', offset - 1);
+    return static_cast<unsigned>(before == std::string_view::npos ? offset + 1 : offset - before);
+}
+
+// The occurrences of a name in one text, in one pass that ends with the last of them.
 class Occurrences {
 public:
-    Occurrences(std::string_view text, const std::string& path, std::vector<symbols::Symbol> declared)
-        : text(text), path(path), declared(std::move(declared))
+    Occurrences(std::string_view text, const std::string& path, const std::vector<symbols::Symbol>& declared)
+        : text(text), path(path), declared(declared)
     {
     }
 
-    void Collect(std::string_view name, Uses& uses, size_t limit)
+    void Collect(std::string_view wanted, Uses& uses, size_t limit)
     {
-        const Tokens tokens(text);
-        In(tokens, name, uses, limit);
-        for (const PlacedDirective& directive : tokens.Directives())
-            if (directive.text.find(name) != std::string_view::npos)
-                In(Tokens(directive.text.substr(1), directive.offset + 1, directive.line), name, uses, limit);
-        std::stable_sort(uses.found.begin(), uses.found.end(), [](const resolve::Use& a, const resolve::Use& b) {
-            return std::tie(a.line, a.column) < std::tie(b.line, b.column);
-        });
+        name = wanted;
+        end = text.rfind(name);
+        if (name.empty() || end == std::string_view::npos)
+            return;
+        Read(text, 1, uses, limit);
     }
 
 private:
-    void In(const Tokens& tokens, std::string_view name, Uses& uses, size_t limit)
+    void Read(std::string_view part, unsigned line, Uses& uses, size_t limit)
     {
-        for (size_t i = 0; i < tokens.Count(); ++i) {
-            if (!tokens[i].IsWord() || tokens[i].text != name)
-                continue;
-            if (uses.found.size() == limit) {
-                uses.more = true;
+        tagging::SourceTokens source(part);
+        bool mayBeCall = false; // the token before is the name
+        for (tagging::Token token; source.Next(token) && !uses.more;) {
+            if (mayBeCall && token.Is('(') && uses.found.back().role == resolve::Use::Role::Other)
+                uses.found.back().role = resolve::Use::Role::Call;
+            const size_t offset = static_cast<size_t>(token.text.data() - text.data());
+            if (offset > end)
                 return;
-            }
-            const size_t lineBegin = text.rfind('\n', tokens[i].offset == 0 ? 0 : tokens[i].offset - 1);
-            const size_t begin = lineBegin == std::string_view::npos || tokens[i].offset == 0 ? 0 : lineBegin + 1;
-            uses.found.push_back(
-                {path, tokens[i].line, static_cast<unsigned>(tokens[i].offset - begin + 1), RoleOf(tokens, i)});
+            mayBeCall = token.kind == tagging::Token::kWord && token.text == name && !IsOff();
+            if (mayBeCall)
+                mayBeCall = Add(offset, token.line + line - 1, uses, limit);
+            else if (token.kind == tagging::Token::kDirective)
+                ReadDirective(token, uses, limit);
         }
     }
 
-    resolve::Use::Role RoleOf(const Tokens& tokens, size_t i) const
+    void ReadDirective(const tagging::Token& token, Uses& uses, size_t limit)
+    {
+        const tagging::Directive directive(token.text);
+        if (directive.BeginsBranches())
+            off.push_back(directive.IsNever());
+        else if (!off.empty() && directive.ContinuesBranches())
+            off.back() = directive.IsNever();
+        else if (!off.empty() && directive.EndsBranches())
+            off.pop_back();
+        const bool mentions = token.text.find(name) != std::string_view::npos;
+        if (mentions && directive.name != "include" && directive.name != "error" && !IsOff())
+            Read(token.text.substr(1), token.line, uses, limit);
+    }
+
+    bool IsOff() const { return std::find(off.begin(), off.end(), true) != off.end(); }
+
+    bool Add(size_t offset, unsigned line, Uses& uses, size_t limit)
+    {
+        if (uses.found.size() == limit) {
+            uses.more = true;
+            return false;
+        }
+        uses.found.push_back({path, line, ColumnOf(text, offset), RoleAt(line)});
+        return true;
+    }
+
+    resolve::Use::Role RoleAt(unsigned line) const
     {
         for (const symbols::Symbol& symbol : declared)
-            if (symbol.line == tokens[i].line)
+            if (symbol.line == line)
                 return symbol.isDefinition ? resolve::Use::Role::Definition : resolve::Use::Role::Declaration;
-        return tokens[i + 1].Is('(') ? resolve::Use::Role::Call : resolve::Use::Role::Other;
+        return resolve::Use::Role::Other;
     }
 
     const std::string_view text;
-    const std::string path;
-    const std::vector<symbols::Symbol> declared;
+    const std::string& path;
+    const std::vector<symbols::Symbol>& declared;
+    std::string_view name;
+    size_t end = 0;        // nothing stands behind it
+    std::vector<bool> off; // the branches around the token that no compiler reads
 };
 
-void Append(Uses& to, Uses from)
+std::vector<symbols::Symbol> DeclaredAs(std::string_view name, const std::vector<symbols::Symbol>& symbols)
 {
-    to.found.insert(to.found.end(), from.found.begin(), from.found.end());
-    to.more |= from.more;
+    std::vector<symbols::Symbol> declared;
+    for (const symbols::Symbol& symbol : symbols)
+        if (FirstPart(symbol.name) == name)
+            declared.push_back(symbol);
+    return declared;
 }
 
 Uses LocalUses(Question& question, const LocalName& local, const std::string& path, size_t limit)
@@ -93,11 +131,7 @@ Uses LocalUses(Question& question, const LocalName& local, const std::string& pa
             uses.more = true;
             break;
         }
-        const std::string_view text = question.GetWorld().Text().text;
-        const size_t lineBegin =
-            tokens[i].offset == 0 ? std::string_view::npos : text.rfind('\n', tokens[i].offset - 1);
-        const size_t begin = lineBegin == std::string_view::npos ? 0 : lineBegin + 1;
-        uses.found.push_back({path, tokens[i].line, static_cast<unsigned>(tokens[i].offset - begin + 1),
+        uses.found.push_back({path, tokens[i].line, ColumnOf(question.GetWorld().Text().text, tokens[i].offset),
                               i == local.name ? resolve::Use::Role::Definition : resolve::Use::Role::Other});
     }
     return uses;
@@ -110,60 +144,74 @@ bool IsCancelled(symbols::Limits limits)
 
 } // namespace
 
-Uses Resolver::References(const Place& place, symbols::Limits limits) const
+bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, bool inTextOnly, const UseSink& sink) const
 {
     Question question(snapshot, sources, TextOf(place), place.offset, limits, Known());
     const MeaningList meanings = question.Meanings();
-    if (question.Local())
-        return LocalUses(question, *question.Local(), place.path, limits.results);
-    Uses uses;
+    Uses own;
+    if (question.Local()) {
+        own = LocalUses(question, *question.Local(), place.path, limits.results);
+        const bool goesOn = own.found.empty() || sink(place.text, std::move(own.found));
+        return own.more || !goesOn;
+    }
     if (question.Name().empty() || meanings.empty())
-        return uses;
+        return false;
     const std::string name(FirstPart(question.Name()));
-    const FileNumber own = question.GetWorld().TextFile();
-    std::vector<Symbol> declared;
-    for (const Symbol& symbol : question.GetWorld().OwnSymbols())
-        if (FirstPart(symbol.name) == name)
-            declared.push_back(symbol);
-    Occurrences(place.text, place.path, declared).Collect(name, uses, limits.results);
-    Append(uses,
-           ReferencesIn(name, own, {limits.results - std::min(limits.results, uses.found.size()), limits.cancel}));
+    const std::vector<Symbol> declared = DeclaredAs(name, question.GetWorld().OwnSymbols());
+    Occurrences(place.text, place.path, declared).Collect(name, own, limits.results);
+    const size_t count = own.found.size();
+    if (count > 0 && !sink(place.text, std::move(own.found)))
+        return true;
+    if (inTextOnly || own.more)
+        return own.more;
+    return EachUseIn(name, question.GetWorld().TextFile(), {limits.results - count, limits.cancel}, sink);
+}
+
+Uses Resolver::References(const Place& place, symbols::Limits limits) const
+{
+    Uses uses;
+    uses.more = ForEachUse(place, limits, false, [&](std::string_view, std::vector<Use> found) {
+        uses.found.insert(uses.found.end(), found.begin(), found.end());
+        return true;
+    });
     return uses;
 }
 
 Uses Resolver::ReferencesOf(std::string_view name, symbols::Limits limits) const
 {
-    return ReferencesIn(std::string(FirstPart(LeafOf(name))), World::kNewFile, limits);
+    Uses uses;
+    uses.more = EachUseIn(std::string(FirstPart(LeafOf(name))), World::kNewFile, limits,
+                          [&](std::string_view, std::vector<Use> found) {
+                              uses.found.insert(uses.found.end(), found.begin(), found.end());
+                              return true;
+                          });
+    return uses;
 }
 
-Uses Resolver::ReferencesIn(const std::string& name, FileNumber except, symbols::Limits limits) const
+bool Resolver::EachUseIn(const std::string& name, FileNumber except, symbols::Limits limits, const UseSink& sink) const
 {
-    Uses uses;
+    size_t left = limits.results;
     for (const FileNumber number : snapshot.FilesMentioning(name, {SIZE_MAX, limits.cancel})) {
         if (number == except)
             continue;
-        if (uses.found.size() >= limits.results || IsCancelled(limits)) {
-            uses.more = true;
-            break;
-        }
-        const symbols::File file = snapshot.FileOf(number);
-        const std::string path(file.path);
+        if (left == 0 || IsCancelled(limits))
+            return true;
+        const std::string path(snapshot.FileOf(number).path);
         std::optional<std::string> text;
         if (const auto open = snapshot.OpenText(number))
             text = *open;
         else
             text = sources.Read(path);
-        if (!text)
+        if (!text || text->find(name) == std::string::npos)
             continue;
-        std::vector<Symbol> declared;
-        for (const Symbol& symbol : snapshot.OfFile(number).found)
-            if (FirstPart(symbol.name) == name)
-                declared.push_back(symbol);
+        const std::vector<Symbol> declared = DeclaredAs(name, snapshot.OfFile(number).found);
         Uses here;
-        Occurrences(*text, path, std::move(declared)).Collect(name, here, limits.results - uses.found.size());
-        Append(uses, std::move(here));
+        Occurrences(*text, path, declared).Collect(name, here, left);
+        left -= here.found.size();
+        if ((!here.found.empty() && !sink(*text, std::move(here.found))) || here.more)
+            return true;
     }
-    return uses;
+    return false;
 }
 
 Answers Resolver::Implementations(const Place& place, symbols::Limits limits) const

@@ -8,6 +8,7 @@
 #include "tagging/SourceParser.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -99,6 +100,10 @@ public:
 
     // Occurrences of the name outside of comments and strings. With a place, a local's uses are those in its scope.
     Uses References(const Place& place, symbols::Limits limits) const;
+    // The same, file by file: the text of the file, and its uses. Ends when the function returns false, and returns
+    // whether there are more. 'inTextOnly': only those in the place's own text.
+    using UseSink = std::function<bool(std::string_view text, std::vector<Use> uses)>;
+    bool ForEachUse(const Place& place, symbols::Limits limits, bool inTextOnly, const UseSink& sink) const;
     Uses ReferencesOf(std::string_view name, symbols::Limits limits) const;
 
     Candidates Complete(const Place& place, symbols::Limits limits) const;
@@ -112,7 +117,8 @@ private:
     ParsedTextPointer TextOf(const Place& place) const;
     KnownFiles* Known() const; // null without texts
     Answers AnswerTo(const Place& place, symbols::Limits limits, Wanted wanted) const;
-    Uses ReferencesIn(const std::string& name, symbols::FileNumber except, symbols::Limits limits) const;
+    bool EachUseIn(const std::string& name, symbols::FileNumber except, symbols::Limits limits,
+                   const UseSink& sink) const;
 
     const symbols::Snapshot& snapshot;
     const Sources& sources;

@@ -28,6 +28,13 @@ TEST(References, OfAFunctionInAllFilesThatMentionIt)
     EXPECT_EQ(UsesOf(project, 2).size(), 2U);
 }
 
+TEST(References, NotInBranchesThatNoCompilerReads)
+{
+    EXPECT_EQ(
+        UsesOf("int n;\n#if 0\nint a = n;\n# ifdef X\nint b = n;\n# endif\n#else\nint c = n|;\n#endif\nint d = n;\n"),
+        (Uses{"a.cpp:1:5 definition", "a.cpp:8:9 other", "a.cpp:10:9 other"}));
+}
+
 TEST(References, OfALocalInItsScope)
 {
     EXPECT_EQ(UsesOf("int n;\nvoid f(int n) {\n g(n|);\n { int n; h(n); }\n}\nint m = n;\n"),
