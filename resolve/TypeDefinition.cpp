@@ -28,7 +28,7 @@ Answers Resolver::TypeDefinition(const Place& place, symbols::Limits limits) con
 {
     Answers answers;
     answers.text = TextOf(place);
-    Question question(snapshot, sources, answers.text, place.offset, limits);
+    Question question(snapshot, sources, answers.text, place.offset, limits, Known());
     const MeaningList meanings = question.Meanings();
     answers.name = question.Name();
     if (meanings.empty())

@@ -77,8 +77,9 @@ TEST(Goto, BothBranchesOfAConditionAreAnswers)
 
 TEST(Goto, AnIncludeLeadsToTheFileAndItsOriginIsTheName)
 {
-    const FeatureFixture fixture("== lib/shape.h\nint area();\n== main.cpp\n  #include \"lib/sha|pe.h\"\n",
-                                 WithLinks());
+    const FeatureFixture fixture(
+        "== lib/shape.h\nint area();\n== x/lib/shape.h\nint area();\n== main.cpp\n  #include \"lib/sha|pe.h\"\n",
+        WithLinks());
     const Json links = fixture.Ask("textDocument/definition");
     ASSERT_EQ(links.size(), 1U);
     EXPECT_EQ(fixture.Places(links), Places{"lib/shape.h:0:0-0:0"});

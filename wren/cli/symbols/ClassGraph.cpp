@@ -1,6 +1,7 @@
 #include "wren/cli/symbols/ClassGraph.h"
 
 #include "wren/cli/symbols/SymbolRow.h"
+#include "wren/symbols/BaseNames.h"
 #include "wren/symbols/NamedSymbols.h"
 #include "wren/symbols/ShownNames.h"
 
@@ -10,31 +11,7 @@ namespace {
 
 constexpr size_t kMostDerived = 1000;
 
-void AddName(std::vector<std::string>& names, std::string& name)
-{
-    const size_t start = name.find_first_not_of(' ');
-    if (start != std::string::npos)
-        names.push_back(name.substr(start, name.find_last_not_of(' ') + 1 - start));
-    name.clear();
-}
-
 } // namespace
-
-std::vector<std::string> BaseNames(std::string_view bases)
-{
-    std::vector<std::string> names;
-    std::string name;
-    int depth = 0; // of angle brackets
-    for (const char c : bases) {
-        if (c == ',' && depth == 0)
-            AddName(names, name);
-        else if (depth == 0 && c != '<')
-            name += c;
-        depth += c == '<' ? 1 : c == '>' && depth > 0 ? -1 : 0;
-    }
-    AddName(names, name);
-    return names;
-}
 
 GraphNode ClassGraph::NodeOf(const symbols::Symbol& symbol) const
 {

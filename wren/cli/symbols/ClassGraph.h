@@ -5,7 +5,6 @@
 #include "wren/cli/symbols/Graph.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace wren {
@@ -24,8 +23,5 @@ private:
 
     const symbols::Snapshot& snapshot;
 };
-
-// The names in a symbol's list of bases, without template arguments: "a::Base", "Other" of "a::Base<x, y>,Other".
-std::vector<std::string> BaseNames(std::string_view bases);
 
 } // namespace wren

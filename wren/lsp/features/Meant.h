@@ -10,7 +10,7 @@
 namespace wren::lsp {
 
 // Leaves only what the place means most likely (see resolve::Answer::isMeant), and no declarations beside definitions
-// of the same name and scope, or the reverse.
+// of the same name and scope, or the reverse. Of files that an #include may mean, the nearest.
 void KeepMeant(std::vector<resolve::Answer>& answers);
 
 // An #include means a file: its answer is no symbol.

@@ -5,8 +5,13 @@
 #include "wren/lsp/features/DocumentSymbols.h"
 #include "wren/lsp/features/FoldingRanges.h"
 #include "wren/lsp/features/Goto.h"
+#include "wren/lsp/features/Hierarchies.h"
+#include "wren/lsp/features/Hover.h"
+#include "wren/lsp/features/References.h"
+#include "wren/lsp/features/Rename.h"
 #include "wren/lsp/features/SelectionRanges.h"
 #include "wren/lsp/features/SignatureHelp.h"
+#include "wren/lsp/features/SwitchSourceHeader.h"
 #include "wren/lsp/features/WorkspaceSymbols.h"
 
 #include <algorithm>
@@ -41,6 +46,18 @@ constexpr struct {
     {"completionItem/resolve", Row<ResolveCompletion>::kHandler},
     {"textDocument/typeDefinition", Row<TypeDefinition>::kHandler},
     {"textDocument/implementation", Row<Implementation>::kHandler},
+    {"textDocument/references", Row<References>::kHandler},
+    {"textDocument/documentHighlight", Row<Highlights>::kHandler},
+    {"textDocument/hover", Row<Hover>::kHandler},
+    {"textDocument/prepareRename", Row<PrepareRename>::kHandler},
+    {"textDocument/rename", Row<Rename>::kHandler},
+    {"textDocument/switchSourceHeader", Row<SwitchSourceHeader>::kHandler},
+    {"textDocument/prepareCallHierarchy", Row<PrepareCallHierarchy>::kHandler},
+    {"callHierarchy/incomingCalls", Row<IncomingCalls>::kHandler},
+    {"callHierarchy/outgoingCalls", Row<OutgoingCalls>::kHandler},
+    {"textDocument/prepareTypeHierarchy", Row<PrepareTypeHierarchy>::kHandler},
+    {"typeHierarchy/supertypes", Row<Supertypes>::kHandler},
+    {"typeHierarchy/subtypes", Row<Subtypes>::kHandler},
     {"textDocument/documentSymbol", Row<DocumentSymbols>::kHandler},
     {"textDocument/foldingRange", Row<FoldingRanges>::kHandler},
     {"textDocument/selectionRange", Row<SelectionRanges>::kHandler},
@@ -77,6 +94,12 @@ Json ServerCapabilities(const ClientAbilities& client)
         {"signatureHelpProvider", {{"triggerCharacters", {"(", ","}}}},
         {"typeDefinitionProvider", true},
         {"implementationProvider", true},
+        {"referencesProvider", true},
+        {"documentHighlightProvider", true},
+        {"hoverProvider", true},
+        {"renameProvider", RenameProvider(client)},
+        {"callHierarchyProvider", true},
+        {"typeHierarchyProvider", true},
         {"documentSymbolProvider", true},
         {"foldingRangeProvider", true},
         {"selectionRangeProvider", true},

@@ -46,4 +46,14 @@ bool ClientAbilities::Lists(const std::string& way, const std::string& word) con
     return list != nullptr && list->is_array() && std::find(list->begin(), list->end(), word) != list->end();
 }
 
+std::string ClientAbilities::FirstOf(const std::string& way, std::initializer_list<std::string_view> words) const
+{
+    const Json* const list = At(capabilities, way);
+    if (list != nullptr && list->is_array())
+        for (const Json& each : *list)
+            if (each.is_string() && std::find(words.begin(), words.end(), each.get<std::string>()) != words.end())
+                return each;
+    return "";
+}
+
 } // namespace wren::lsp

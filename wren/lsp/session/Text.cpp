@@ -47,6 +47,17 @@ std::string Replaced(const std::string& text, size_t start, size_t end, std::str
 
 } // namespace
 
+unsigned CountUnits(std::string_view text, Encoding encoding)
+{
+    unsigned units = 0;
+    while (!text.empty()) {
+        const std::string_view character = base::FirstCharacter(text);
+        units += UnitsOf(character, encoding);
+        text.remove_prefix(character.size());
+    }
+    return units;
+}
+
 Text::Text(std::string given) : content(std::move(given)), starts{0}
 {
     if (!AddStarts(content, 0, content.size(), starts))

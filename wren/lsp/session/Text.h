@@ -13,6 +13,9 @@ namespace wren::lsp {
 
 enum class Encoding { Utf8, Utf16 }; // in whose units the client counts characters of a line
 
+// How many of the client's units a part of a line has.
+unsigned CountUnits(std::string_view text, Encoding encoding);
+
 // Lines end with "\n", "\r\n" or "\r". A byte that is not part of UTF-8 counts as one unit in either encoding.
 // Immutable; any thread.
 class Text {

@@ -1,4 +1,4 @@
-#include "wren/cli/symbols/ClassGraph.h"
+#include "wren/symbols/BaseNames.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
