@@ -12,16 +12,17 @@ namespace {
 
 constexpr size_t kMostLocations = 100;
 
-using Kind = tagging::SymbolKind;
+using tagging::SymbolKind;
 
 bool IsTagDefinition(const resolve::Answer& answer)
 {
-    return answer.symbol.kind == Kind::Struct || answer.symbol.kind == Kind::Union || answer.symbol.kind == Kind::Enum;
+    return answer.symbol.kind == SymbolKind::Struct || answer.symbol.kind == SymbolKind::Union ||
+           answer.symbol.kind == SymbolKind::Enum;
 }
 
 bool NamesItsTag(const symbols::Symbol& symbol)
 {
-    if (symbol.kind != Kind::Typedef)
+    if (symbol.kind != SymbolKind::Typedef)
         return false;
     for (const std::string_view word : {"struct ", "union ", "enum "})
         if (symbol.type.starts_with(word) && symbol.type.substr(word.size()) == symbol.name)

@@ -14,9 +14,9 @@ namespace wren::lsp {
 
 namespace {
 
-using Kind = tagging::SymbolKind;
+using tagging::SymbolKind;
 
-constexpr size_t kMostMeanings = 100;
+constexpr size_t kMostCandidates = 100;
 constexpr size_t kLongestDeclaration = 1500; // bytes
 constexpr size_t kMostEnumerators = 2000;
 
@@ -30,15 +30,16 @@ struct Card { // what is shown
     bool isFoundByName = false;
 };
 
-bool HasBody(Kind kind)
+bool HasBody(SymbolKind kind)
 {
-    return kind == Kind::Function || kind == Kind::Class || kind == Kind::Struct || kind == Kind::Union ||
-           kind == Kind::Enum || kind == Kind::Namespace || kind == Kind::InstanceMethod || kind == Kind::ClassMethod ||
-           kind == Kind::Variable || kind == Kind::Local;
+    return kind == SymbolKind::Function || kind == SymbolKind::Class || kind == SymbolKind::Struct ||
+           kind == SymbolKind::Union || kind == SymbolKind::Enum || kind == SymbolKind::Namespace ||
+           kind == SymbolKind::InstanceMethod || kind == SymbolKind::ClassMethod || kind == SymbolKind::Variable ||
+           kind == SymbolKind::Local;
 }
 
 // Without the body, or the list that initialises it.
-std::string_view Head(std::string_view declaration, Kind kind)
+std::string_view Head(std::string_view declaration, SymbolKind kind)
 {
     if (!HasBody(kind))
         return declaration;
@@ -55,7 +56,7 @@ std::string_view Head(std::string_view declaration, Kind kind)
     return declaration;
 }
 
-std::string Shown(std::string_view declaration, Kind kind)
+std::string Shown(std::string_view declaration, SymbolKind kind)
 {
     std::string_view head = Head(declaration, kind);
     const bool isCut = head.size() > kLongestDeclaration;
@@ -82,7 +83,7 @@ std::optional<long long> ValueOfEnumerator(const symbols::Symbol& wanted, const 
     std::optional<long long> value = -1;
     size_t count = 0;
     for (const symbols::Symbol& symbol : all) {
-        if (symbol.kind != Kind::Enumerator || symbol.scope != wanted.scope || ++count > kMostEnumerators)
+        if (symbol.kind != SymbolKind::Enumerator || symbol.scope != wanted.scope || ++count > kMostEnumerators)
             continue;
         const DeclarationRange range = RangeOfDeclaration(symbol, text);
         const std::string_view written = std::string_view(text.Content()).substr(range.start, range.end - range.start);
@@ -109,9 +110,9 @@ std::string ValueOf(const resolve::Answer& answer, std::string_view declaration,
                     const Subject& subject)
 {
     std::optional<long long> value;
-    if (answer.symbol.kind == Kind::Macro)
+    if (answer.symbol.kind == SymbolKind::Macro)
         value = PlainValue(BodyOfMacro(declaration, answer.symbol));
-    else if (answer.symbol.kind == Kind::Enumerator && answer.symbol.file < UINT32_MAX)
+    else if (answer.symbol.kind == SymbolKind::Enumerator && answer.symbol.file < UINT32_MAX)
         value = ValueOfEnumerator(answer.symbol, subject.Snapshot().OfFile(answer.symbol.file).found, text);
     return value ? std::to_string(*value) : "";
 }
@@ -212,7 +213,7 @@ Json Hover(const TextDocumentPositionParams& params, const RequestContext& conte
     if (!subject.IsSource())
         return nullptr;
     const resolve::Place place = subject.PlaceAt(params.position);
-    resolve::Answers answers = subject.Resolver().Meanings(place, subject.LimitsOf(kMostMeanings));
+    resolve::Answers answers = subject.Resolver().Meanings(place, subject.LimitsOf(kMostCandidates));
     std::erase_if(answers.found, [](const resolve::Answer& each) { return !each.isMeant; });
     if (answers.found.empty())
         return nullptr;

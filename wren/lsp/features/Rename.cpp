@@ -13,7 +13,7 @@ namespace wren::lsp {
 
 namespace {
 
-constexpr size_t kMostUses = 10'000;
+constexpr size_t kMostRenamed = 10'000;
 
 [[noreturn]] void Refuse(const std::string& why)
 {
@@ -46,7 +46,7 @@ public:
             Refuse("Only local variables, parameters and labels can be renamed; \"" + answers.name +
                    "\" may be used where the index cannot tell.");
         hasName = true;
-        const bool more = subject.Resolver().ForEachUse(place, subject.LimitsOf(kMostUses), true,
+        const bool more = subject.Resolver().ForEachUse(place, subject.LimitsOf(kMostRenamed), true,
                                                         [&](std::string_view, std::vector<resolve::Use> found) {
                                                             uses = std::move(found);
                                                             return true;
