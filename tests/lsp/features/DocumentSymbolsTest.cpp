@@ -8,13 +8,13 @@ using lsp_test::FeatureOptions;
 using lsp_test::Json;
 
 // "n(S(f a) S::g)": the names, with the children in parentheses.
-std::string Names(const Json& items)
+std::string TreeOf(const Json& items)
 {
     std::string names;
     for (const Json& item : items) {
         names += (names.empty() ? "" : " ") + item["name"].get<std::string>();
         if (item.contains("children"))
-            names += "(" + Names(item["children"]) + ")";
+            names += "(" + TreeOf(item["children"]) + ")";
     }
     return names;
 }
@@ -61,7 +61,7 @@ TEST(DocumentSymbols, AreATree)
     };
     for (const auto& each : kCases) {
         const Json symbols = SymbolsOf(each.text);
-        EXPECT_EQ(Names(symbols), each.names) << each.why;
+        EXPECT_EQ(TreeOf(symbols), each.names) << each.why;
         ExpectContained(symbols, each.why);
     }
 }
@@ -69,7 +69,7 @@ TEST(DocumentSymbols, AreATree)
 TEST(DocumentSymbols, AreAListForAClientThatCannotShowATree)
 {
     const Json symbols = SymbolsOf("== a.cpp\n|struct S {\n  void f();\n};\n", false);
-    EXPECT_EQ(Names(symbols), "S f");
+    EXPECT_EQ(TreeOf(symbols), "S f");
     EXPECT_EQ(symbols[1]["containerName"], "S");
     EXPECT_EQ(symbols[1]["location"]["range"]["start"]["line"], 1);
 }
