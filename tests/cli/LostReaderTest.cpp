@@ -90,10 +90,8 @@ TEST_F(CommandWithoutReader, EndsAsShellsExpectWhenItAnswersFromTheIndex)
     tree.Write("project/a.c", "int a(void) { return 1; }\nint b(void) { return a(); }\n");
     for (const char* source : {"project/a.c", "project/a.h"}) // young files are looked at again
         fs::last_write_time(tree / source, fs::file_time_type::clock::now() - std::chrono::hours(1));
-    ASSERT_EQ(
-        RunProgram({WREN_PROGRAM, "index", "project"}, tree.Path(), {{"HOME", tree / "home"}, {"XDG_CACHE_HOME", ""}})
-            .status,
-        0);
+    // In the same cache as the commands below.
+    ASSERT_EQ(RunProgram({WREN_PROGRAM, "index", "project"}, tree.Path(), {{"HOME", tree / "home"}}).status, 0);
     ExpectQuietEnd("index project --status");
     ExpectQuietEnd("find a --in project");
     ExpectQuietEnd("outline project/a.c");
