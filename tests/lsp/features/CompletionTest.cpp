@@ -125,6 +125,19 @@ TEST(Completion, IsIncompleteBeyondTheLimit)
     EXPECT_EQ(Complete(text, options)["isIncomplete"], false);
 }
 
+TEST(Completion, DocumentationComesWithResolve)
+{
+    const FeatureFixture fixture("== a.c\n// Counts.\nint counter(int a);\nint f(void) { return coun|; }\n");
+    const Json list = fixture.Ask("textDocument/completion");
+    ASSERT_FALSE(list["items"].empty());
+    EXPECT_EQ(fixture.Handle("completionItem/resolve", list["items"][0])["documentation"]["value"], "Counts.");
+    Json moved = list["items"][0];
+    moved["data"]["line"] = 1'000'000'000;
+    EXPECT_FALSE(fixture.Handle("completionItem/resolve", moved).contains("documentation"));
+    moved["data"]["uri"] = "file:///nowhere/at/all.c";
+    EXPECT_FALSE(fixture.Handle("completionItem/resolve", moved).contains("documentation"));
+}
+
 TEST(Completion, DetailComesWithResolve)
 {
     const FeatureFixture fixture(std::string(kShape) + "int f(Shape* s) { return s->ar|; }");

@@ -3,9 +3,11 @@
 #include "resolve/Locals.h"
 #include "resolve/ParsedText.h"
 #include "symbols/store/Fuzzy.h"
+#include "wren/lsp/features/Comments.h"
 #include "wren/lsp/features/CompletionItems.h"
 #include "wren/lsp/features/IncludedFiles.h"
 #include "wren/lsp/features/TextPlace.h"
+#include "wren/lsp/session/DeclarationRange.h"
 #include "wren/lsp/session/Subject.h"
 #include "wren/symbols/NamedSymbols.h"
 #include "wren/symbols/ShownNames.h"
@@ -239,6 +241,26 @@ private:
     bool more = false;
 };
 
+// The comment of the declaration that an item's data tell.
+std::string DocumentationOf(const Json& data, const RequestContext& context)
+{
+    const std::string uri = OptionalMember<std::string>(data, "uri").value_or("");
+    const std::string name = OptionalMember<std::string>(data, "name").value_or("");
+    const unsigned line = OptionalMember<unsigned>(data, "line").value_or(0);
+    if (uri.empty() || name.empty() || line == 0)
+        return "";
+    try {
+        const Subject subject(context, uri);
+        Symbol symbol;
+        symbol.name = name;
+        symbol.line = line;
+        symbol.kind = tagging::SymbolKind::Function;
+        return CommentOf(RangeOfDeclaration(symbol, subject.Text()), subject.Text());
+    } catch (const Failure&) { // the file is gone
+        return "";
+    }
+}
+
 } // namespace
 
 void from_json(const Json& json, CompletionParams& params)
@@ -264,7 +286,7 @@ Json Completion(const CompletionParams& params, const RequestContext& context)
     return Items(subject, context, place, offset).List();
 }
 
-Json ResolveCompletion(const Json& given, const RequestContext&)
+Json ResolveCompletion(const Json& given, const RequestContext& context)
 {
     Json item = given;
     const Json data = OptionalMember<Json>(item, "data").value_or(Json::object());
@@ -275,6 +297,8 @@ Json ResolveCompletion(const Json& given, const RequestContext&)
     if (!name.empty())
         item["detail"] =
             WithoutMadeNames((type.empty() ? "" : type + " ") + (scope.empty() ? "" : scope + "::") + name + signature);
+    if (const std::string comment = DocumentationOf(data, context); !comment.empty())
+        item["documentation"] = {{"kind", "plaintext"}, {"value", comment}};
     return item;
 }
 

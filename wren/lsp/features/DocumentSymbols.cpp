@@ -2,8 +2,8 @@
 
 #include "resolve/ParsedText.h"
 #include "wren/lsp/features/SymbolItems.h"
+#include "wren/lsp/session/DeclarationRange.h"
 #include "wren/lsp/session/Subject.h"
-#include "wren/symbols/NameColumn.h"
 #include "wren/symbols/Outline.h"
 #include "wren/symbols/ShownNames.h"
 
@@ -71,20 +71,15 @@ private:
         return container.empty() ? ItemName(symbol) : container + "::" + ItemName(symbol);
     }
 
+    // A body that only the parser has seen whole, by its last line, is part of the extent, too.
     Placed PlaceOf(const Symbol& symbol) const
     {
-        const std::string_view line = text.SourceLine(symbol.line);
-        const size_t start = text.SourceLineStart(symbol.line);
-        const size_t blanks = std::min(line.find_first_not_of(" \t"), line.size());
-        const std::string_view word = symbol.name.substr(0, symbol.name.find(':'));
-        const size_t column = std::min<size_t>(NameColumn(line, word) - 1, line.size());
-        const size_t name = column == 0 ? blanks : column;
-        const size_t nameEnd = line.substr(name).starts_with(word) ? name + word.size() : line.size();
-        const unsigned last = std::max(symbol.line, symbol.endLine);
-        const size_t end = text.SourceLineStart(last) + text.SourceLine(last).size();
+        const DeclarationRange range = RangeOfDeclaration(symbol, text);
+        const size_t last = text.SourceLineStart(symbol.endLine) + text.SourceLine(symbol.endLine).size();
+        const bool isLonger = symbol.endLine > text.SourceLineAt(range.end);
         const Encoding encoding = subject.Encoding();
-        return {text.RangeOf(start + std::min(blanks, name), std::max(end, start + nameEnd), encoding),
-                text.RangeOf(start + name, start + nameEnd, encoding)};
+        return {text.RangeOf(range.start, isLonger ? last : range.end, encoding),
+                text.RangeOf(range.nameStart, range.nameEnd, encoding)};
     }
 
     Json Item(const OutlineNode& node, bool isTop) const
