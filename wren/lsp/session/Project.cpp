@@ -1,6 +1,8 @@
 #include "wren/lsp/session/Project.h"
 
+#include <chrono>
 #include <cstdint>
+#include <future>
 #include <utility>
 
 namespace wren::lsp {
@@ -84,11 +86,21 @@ void Project::KeepCurrent(const CancelPointer& cancel)
 {
     if (isIndexed && !Update(*workspace.Project(), "Indexing " + root, cancel))
         return;
-    if (workspace.System() != nullptr)
-        Update(*workspace.System(), "Indexing the headers of the system", cancel);
-    isIndexing = false;
-    if (!isIndexed || cancel->IsCancelled())
-        return;
+    // Beside the rest, since it takes long: changes of the project are seen meanwhile.
+    std::future<void> system = std::async([this, cancel] {
+        if (workspace.System() != nullptr)
+            Update(*workspace.System(), "Indexing the headers of the system", cancel);
+        isIndexing = false;
+    });
+    const bool isBeside = system.wait_for(std::chrono::seconds(0)) != std::future_status::deferred; // else no thread
+    if (!isBeside || !isIndexed)
+        system.get();
+    if (isIndexed && !cancel->IsCancelled())
+        WatchProject(cancel);
+}
+
+void Project::WatchProject(const CancelPointer& cancel)
+{
     std::shared_ptr<WorkDone> shown;
     const auto ended = [&](const symbols::UpdateResult&) {
         if (shown != nullptr)

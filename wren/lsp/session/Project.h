@@ -21,7 +21,7 @@
 
 namespace wren::lsp {
 
-// What a project reports about its index. Called on the project's thread.
+// What a project reports about its index. Called on the project's threads.
 struct IndexListener {
     // Long work on an index begins, a first one for example. Returns what shows it, or null. 'cancel' is for the user,
     // and may be called on any thread as long as the work has not ended.
@@ -77,6 +77,7 @@ private:
     void Settle(const std::string& path, const DocumentPointer& document);
     void WarnOf(const symbols::Workspace::TagsProblems& problems);
     void KeepCurrent(const CancelPointer& cancel);
+    void WatchProject(const CancelPointer& cancel);
     bool Update(symbols::Index& index, const std::string& title, const CancelPointer& cancel);
     symbols::Index::Listener Steps(const std::string& title, const CancelPointer& cancel,
                                    std::shared_ptr<WorkDone>& shown);
