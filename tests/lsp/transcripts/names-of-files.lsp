@@ -1,7 +1,6 @@
 # Names with blanks, signs and letters of any language; the URI of an open text is given back as the client wrote it.
 file x/unused.c
-    int one(void) { return 1; }
-    int two(void) { return one(); }
+    int unused(void) { return 1; }
 
 > begin
 > notify textDocument/didOpen {"textDocument": {"uri": "$uri/strange%20%231%20%25%c3%A9.c", "languageId": "c", "version": 1, "text": "int one(void) { return 1; }\nint two(void) { return one(); }\n"}}
