@@ -274,7 +274,7 @@ void from_json(const Json& json, CompletionParams& params)
 
 Json Completion(const CompletionParams& params, const RequestContext& context)
 {
-    const Json nothing = {{"isIncomplete", false}, {"items", Json::array()}};
+    Json nothing = {{"isIncomplete", false}, {"items", Json::array()}};
     const Subject subject(context, params.at.uri);
     if (!subject.IsSource())
         return nothing;
