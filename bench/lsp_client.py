@@ -98,8 +98,9 @@ class Server:
         self.buffer += got
 
     def wait_for_index(self):
-        """Waits until each progress that began has ended, and one at least."""
-        while not self.progress or any(kind != "end" for kind in self.progress.values()):
+        """Waits until the index is current, even if an earlier run has made it."""
+        self.ask("workspace/executeCommand", {"command": "wren.index", "arguments": []})
+        while any(kind != "end" for kind in self.progress.values()):
             self.notice(self.receive()[0])
 
     def open(self, path, text):

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdint>
 #include <future>
+#include <malloc.h>
 #include <utility>
 
 namespace wren::lsp {
@@ -144,6 +145,7 @@ bool Project::Update(symbols::Index& index, const std::string& title, const Canc
         shown = listener.begin(title, [cancel] { cancel->Cancel(); });
     const base::Result<symbols::UpdateResult> result = index.Update(Steps(title, cancel, shown), *cancel);
     if (shown != nullptr) {
+        ::malloc_trim(0); // a first index takes hundreds of megabytes, which the allocator keeps
         const symbols::SnapshotPointer now = index.Current();
         const symbols::Snapshot::Size size = now == nullptr ? symbols::Snapshot::Size() : now->Totals();
         shown->End(result ? Counted(size.files, "file") + ", " + Counted(size.symbols, "symbol") : "not complete");
