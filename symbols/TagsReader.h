@@ -13,7 +13,7 @@ namespace symbols {
 using StampsOfFiles = std::vector<std::pair<std::string, tagging::FileStamp>>;
 
 struct TagsRead {
-    SnapshotPointer snapshot;                                  // null when there are no tags
+    SnapshotPointer snapshot;                                  // null without tags
     std::vector<std::pair<std::string, std::string>> problems; // path of a tags file, and a sentence about it
     StampsOfFiles stamps;                                      // of all files, from before they were read
 };

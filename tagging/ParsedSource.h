@@ -99,7 +99,7 @@ struct ParsedSource {
 
     Language language = Language::C;
     std::uint64_t contentHash = 0; // of the source's bytes (see ContentHash)
-    bool isIncomplete = false;     // ctags has crashed on it or taken too long: there are no symbols
+    bool isIncomplete = false;     // ctags has crashed on it or taken too long, so it has no symbols
     std::vector<Symbol> symbols;   // by line; symbols of a line in the order of the source
     std::vector<Include> includes; // in the order of the source
 

@@ -30,7 +30,7 @@ struct File {
     tagging::FileStamp stamp;
     std::uint64_t contentHash = 0;
     Language language = Language::C;
-    bool isIncomplete = false; // ctags has crashed on it or taken too long: there are no symbols
+    bool isIncomplete = false; // ctags has crashed on it or taken too long, so it has no symbols
     bool isSystem = false;
     bool isOpen = false; // the snapshot holds an open text in place of the file
 };

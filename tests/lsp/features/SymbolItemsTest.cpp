@@ -52,6 +52,7 @@ TEST(SymbolKindOf, Cases)
         {"a function", Made(SymbolKind::Function, "f", "n", SymbolKind::Namespace), 12},
         {"a method", Made(SymbolKind::Prototype, "f", "S", SymbolKind::Struct), 6},
         {"a constructor", Made(SymbolKind::Prototype, "S", "n::S", SymbolKind::Class), 9},
+        {"a method with the end of its class's name", Made(SymbolKind::Prototype, "S", "n::MyS", SymbolKind::Class), 6},
         {"a constant macro", Made(SymbolKind::Macro, "M"), 14},
         {"a macro that is called", macroWithParameters, 12},
         {"a protocol", Made(SymbolKind::Protocol, "P"), 11},

@@ -1,6 +1,7 @@
 #include "wren/lsp/features/CompletionItems.h"
 
 #include "wren/lsp/features/Signatures.h"
+#include "wren/lsp/features/SymbolItems.h"
 
 #include <algorithm>
 
@@ -30,17 +31,11 @@ enum : int {
     kTypeParameterItem = 25,
 };
 
-bool IsInClass(const Symbol& symbol)
-{
-    return symbol.scopeKind == SymbolKind::Class || symbol.scopeKind == SymbolKind::Struct ||
-           symbol.scopeKind == SymbolKind::Union;
-}
-
 int KindOfCallable(const Symbol& symbol)
 {
     if (!IsInClass(symbol))
         return kFunctionItem;
-    return symbol.scope.ends_with(symbol.name) ? kConstructorItem : kMethodItem;
+    return IsConstructor(symbol) ? kConstructorItem : kMethodItem;
 }
 
 // The target decides where it says what it is: "struct list".

@@ -82,7 +82,7 @@ std::optional<CallAround> TemplateAround(const Tokens& tokens, size_t place, siz
 {
     const size_t begin = open == kNone ? 0 : open + 1;
     for (size_t at = place; at-- > begin;) {
-        if (tokens[at].parent != (open == kNone ? kNone : open) || tokens[at].IsMark(";"))
+        if (tokens[at].parent != open || tokens[at].IsMark(";"))
             return std::nullopt;
         if (!tokens[at].IsMark("<") || at == 0 || !tokens[at - 1].IsWord() || !tokens.Touch(at - 1, at))
             continue;
@@ -191,13 +191,8 @@ private:
     {
         const resolve::Place place{subject.Path(), subject.Text().Content(), tokens[token].offset};
         const resolve::Answers answers = subject.Resolver().Meanings(place, subject.LimitsOf(kMostOverloads));
-        bool byName = false;
-        for (const resolve::Answer& answer : answers.found) {
-            byName = byName || answer.how == resolve::How::Name;
-            if (!found.empty() && answer.how == resolve::How::Name && !byName)
-                break;
+        for (const resolve::Answer& answer : answers.found)
             Take(answer.symbol, token);
-        }
     }
 
     void Take(const Symbol& symbol, size_t token)

@@ -1,5 +1,6 @@
 #include "wren/lsp/features/SymbolItems.h"
 
+#include "resolve/Type.h"
 #include "wren/symbols/ShownNames.h"
 
 namespace wren::lsp {
@@ -27,23 +28,11 @@ enum : int {
     kTypeParameter = 26,
 };
 
-std::string_view LastPart(std::string_view scope)
-{
-    const size_t colons = scope.rfind("::");
-    return colons == std::string_view::npos ? scope : scope.substr(colons + 2);
-}
-
-bool IsInClass(const tagging::Symbol& symbol)
-{
-    return symbol.scopeKind == SymbolKind::Class || symbol.scopeKind == SymbolKind::Struct ||
-           symbol.scopeKind == SymbolKind::Union;
-}
-
 int KindOfFunction(const tagging::Symbol& symbol)
 {
     if (!IsInClass(symbol))
         return kFunction;
-    return symbol.name == LastPart(symbol.scope) ? kConstructor : kMethod;
+    return IsConstructor(symbol) ? kConstructor : kMethod;
 }
 
 std::string_view WordFor(SymbolKind kind)
@@ -65,6 +54,17 @@ std::string_view WordFor(SymbolKind kind)
 }
 
 } // namespace
+
+bool IsInClass(const tagging::Symbol& symbol)
+{
+    return symbol.scopeKind == SymbolKind::Class || symbol.scopeKind == SymbolKind::Struct ||
+           symbol.scopeKind == SymbolKind::Union;
+}
+
+bool IsConstructor(const tagging::Symbol& symbol)
+{
+    return IsInClass(symbol) && symbol.name == resolve::LeafOf(symbol.scope);
+}
 
 int SymbolKindOf(const tagging::Symbol& symbol)
 {

@@ -7,6 +7,10 @@
 
 namespace wren::lsp {
 
+// Whether it belongs to a class of C++, and whether it is such a class's constructor.
+bool IsInClass(const tagging::Symbol& symbol);
+bool IsConstructor(const tagging::Symbol& symbol);
+
 // The protocol's SymbolKind. A function in a class is a method, one with the class's name a constructor.
 int SymbolKindOf(const tagging::Symbol& symbol);
 

@@ -95,7 +95,6 @@ TextPlace PlaceIn(std::string_view text, const resolve::Tokens& tokens, size_t o
         place.sort = Sort::Nothing;
     else if (next != 0)
         place.sort = SortBehind(tokens, before);
-    place.sign = last;
     return place;
 }
 

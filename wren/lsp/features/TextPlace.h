@@ -23,7 +23,6 @@ struct TextPlace {
     size_t end = 0;        // of the word
     std::string directory; // of an #include, with its last "/": "linux/"
     bool isAngled = false; // an #include of this form
-    resolve::Token sign;   // of Member and Qualified: ".", "->" or "::"
 };
 
 TextPlace PlaceIn(std::string_view text, const resolve::Tokens& tokens, size_t offset);

@@ -2,7 +2,6 @@
 
 #include "symbols/store/Snapshot.h"
 #include "wren/lsp/features/SymbolItems.h"
-#include "wren/lsp/protocol/Uri.h"
 #include "wren/symbols/NameColumn.h"
 
 #include <algorithm>
@@ -38,17 +37,11 @@ public:
         return place->second.get();
     }
 
-    std::string UriOf(const std::string& path) const
-    {
-        const auto open = context.documents->find(path);
-        return open == context.documents->end() ? UriOfPath(path) : open->second->uri;
-    }
-
 private:
     TextPointer Read(const std::string& path) const
     {
-        if (const auto open = context.documents->find(path); open != context.documents->end())
-            return open->second->text;
+        if (const Document* const open = OpenAt(*context.documents, path))
+            return open->text;
         symbols::Workspace& workspace = context.projects.For(path)->Workspace();
         std::optional<std::string> content = workspace.Read(workspace.PathInIndex(path));
         return content ? std::make_shared<const Text>(*std::move(content)) : nullptr;
@@ -129,7 +122,7 @@ Json WorkspaceSymbols(const WorkspaceSymbolParams& params, const RequestContext&
         Json item = {{"name", ItemName(symbol)}, {"kind", SymbolKindOf(symbol)}};
         if (const std::string container = ContainerName(symbol); !container.empty())
             item["containerName"] = container;
-        item["location"] = {{"uri", files.UriOf(path)}};
+        item["location"] = {{"uri", UriOf(*context.documents, path)}};
         if (filledLater)
             item["data"] = {{"line", symbol.line}, {"name", symbol.name}};
         else

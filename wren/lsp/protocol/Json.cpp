@@ -35,18 +35,26 @@ Json ParsedMessage(const std::string& body)
     return DepthOf(body) > kDeepest ? Json(Json::value_t::discarded) : Json::parse(body, nullptr, false);
 }
 
-bool Says(const Json& object, const std::string& way)
+const Json* Find(const Json& object, const std::string& way)
 {
     const Json* at = &object;
     for (size_t start = 0; start <= way.size();) {
         const size_t end = std::min(way.find('/', start), way.size());
-        const auto member = at->is_object() ? at->find(way.substr(start, end - start)) : at->end();
-        if (!at->is_object() || member == at->end())
-            return false;
+        if (!at->is_object())
+            return nullptr;
+        const auto member = at->find(way.substr(start, end - start));
+        if (member == at->end())
+            return nullptr;
         at = &*member;
         start = end + 1;
     }
-    return at->is_boolean() && at->get<bool>();
+    return at;
+}
+
+bool Says(const Json& object, const std::string& way)
+{
+    const Json* const found = Find(object, way);
+    return found != nullptr && found->is_boolean() && found->get<bool>();
 }
 
 void RefuseParameters(const std::string& why)

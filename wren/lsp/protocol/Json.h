@@ -20,7 +20,9 @@ T Member(const Json& object, const char* name);
 template <class T>
 std::optional<T> OptionalMember(const Json& object, const char* name);
 
-// A member on a way of objects, "textDocument/rename/prepareSupport"; false when it is missing or no truth value.
+// A member on a way of objects, "textDocument/rename/prepareSupport"; null when it is missing.
+const Json* Find(const Json& object, const std::string& way);
+// The same as a truth value; false when it is missing or something else.
 bool Says(const Json& object, const std::string& way);
 
 // The failure for parameters that cannot be used: "'position' is missing".

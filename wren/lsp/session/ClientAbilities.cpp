@@ -6,26 +6,10 @@ namespace wren::lsp {
 
 namespace {
 
-const Json* At(const Json& object, const std::string& way)
-{
-    const Json* at = &object;
-    for (size_t start = 0; start <= way.size();) {
-        const size_t end = std::min(way.find('/', start), way.size());
-        if (!at->is_object())
-            return nullptr;
-        const auto member = at->find(way.substr(start, end - start));
-        if (member == at->end())
-            return nullptr;
-        at = &*member;
-        start = end + 1;
-    }
-    return at;
-}
-
 // The first of the client's that is spoken here.
 Encoding EncodingOf(const Json& capabilities)
 {
-    const Json* const offered = At(capabilities, "general/positionEncodings");
+    const Json* const offered = Find(capabilities, "general/positionEncodings");
     if (offered != nullptr && offered->is_array())
         for (const Json& each : *offered) {
             if (each == "utf-8")
@@ -42,13 +26,13 @@ ClientAbilities::ClientAbilities(Json given) : capabilities(std::move(given)), e
 
 bool ClientAbilities::Lists(const std::string& way, const std::string& word) const
 {
-    const Json* const list = At(capabilities, way);
+    const Json* const list = Find(capabilities, way);
     return list != nullptr && list->is_array() && std::find(list->begin(), list->end(), word) != list->end();
 }
 
 std::string ClientAbilities::FirstOf(const std::string& way, std::initializer_list<std::string_view> words) const
 {
-    const Json* const list = At(capabilities, way);
+    const Json* const list = Find(capabilities, way);
     if (list != nullptr && list->is_array())
         for (const Json& each : *list)
             if (each.is_string() && std::find(words.begin(), words.end(), each.get<std::string>()) != words.end())

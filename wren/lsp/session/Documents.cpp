@@ -34,6 +34,18 @@ std::optional<tagging::Language> LanguageOf(std::string_view languageId)
     return std::nullopt;
 }
 
+const Document* OpenAt(const DocumentMap& documents, const std::string& path)
+{
+    const auto found = documents.find(path);
+    return found == documents.end() ? nullptr : found->second.get();
+}
+
+std::string UriOf(const DocumentMap& documents, const std::string& path)
+{
+    const Document* const open = OpenAt(documents, path);
+    return open != nullptr ? open->uri : UriOfPath(path);
+}
+
 std::string PathOfDocument(std::string_view uri)
 {
     return PathOfUri(uri).value_or(std::string(uri));

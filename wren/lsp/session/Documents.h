@@ -33,6 +33,10 @@ struct TextChange {
 // Nullopt for a language that is not understood.
 std::optional<tagging::Language> LanguageOf(std::string_view languageId);
 
+const Document* OpenAt(const DocumentMap& documents, const std::string& path); // null when none is open there
+// Of an open document, as the client wrote it.
+std::string UriOf(const DocumentMap& documents, const std::string& path);
+
 // The path of a document by its URI, in whatever way that is encoded.
 std::string PathOfDocument(std::string_view uri);
 

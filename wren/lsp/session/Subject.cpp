@@ -2,7 +2,6 @@
 
 #include "base/PlainFile.h"
 #include "resolve/ParsedText.h"
-#include "wren/lsp/protocol/Uri.h"
 
 #include <optional>
 #include <string_view>
@@ -10,12 +9,6 @@
 namespace wren::lsp {
 
 namespace {
-
-const Document* OpenAt(const DocumentMap& documents, const std::string& path)
-{
-    const auto found = documents.find(path);
-    return found == documents.end() ? nullptr : found->second.get();
-}
 
 std::shared_ptr<Project> SettledProject(const RequestContext& context, const std::string& path)
 {
@@ -79,9 +72,7 @@ std::string Subject::UriOf(const std::string& pathInIndex) const
 {
     symbols::File file;
     file.path = pathInIndex;
-    const std::string full = project->Workspace().AbsolutePath(file);
-    const Document* const open = OpenAt(*context.documents, full);
-    return open != nullptr ? open->uri : UriOfPath(full);
+    return lsp::UriOf(*context.documents, project->Workspace().AbsolutePath(file));
 }
 
 } // namespace wren::lsp
