@@ -78,7 +78,7 @@ public:
         document.text = std::make_shared<const wren::lsp::Text>(text);
         std::string problem;
         const wren::lsp::DocumentPointer opened = documents.Open(std::move(document), problem);
-        projects.For(opened->path)->TextChanged(opened);
+        projects.For(opened->path)->TextChanged(opened->path, AsOpenText(opened));
     }
     void Update() const // makes the index current
     {
@@ -109,9 +109,9 @@ public:
     std::string caretText;
 
 private:
-    static wren::lsp::ProjectsOptions ProjectOptions(const FeatureOptions& options)
+    static wren::ProjectsOptions ProjectOptions(const FeatureOptions& options)
     {
-        wren::lsp::ProjectsOptions made;
+        wren::ProjectsOptions made;
         static const TempDirectory cache;
         made.cache = cache.Path();
         made.withIndex = options.isIndexed;
@@ -120,9 +120,9 @@ private:
             made.tagging = *std::move(tagging);
         return made;
     }
-    static wren::lsp::IndexListener Listener()
+    static wren::IndexListener Listener()
     {
-        wren::lsp::IndexListener listener;
+        wren::IndexListener listener;
         listener.begin = [](const std::string&, const std::function<void()>&) { return nullptr; };
         listener.warn = [](const std::string& text) { ADD_FAILURE() << text; };
         return listener;
@@ -193,7 +193,7 @@ private:
     const FeatureOptions options;
     const wren::lsp::ClientAbilities client;
     wren::lsp::Documents documents;
-    mutable wren::lsp::Projects projects;
+    mutable wren::Projects projects;
     std::vector<std::string> marks;
 };
 

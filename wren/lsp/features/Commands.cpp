@@ -2,6 +2,7 @@
 
 #include "symbols/TagsFile.h"
 #include "wren/lsp/protocol/Uri.h"
+#include "wren/projects/Project.h"
 
 #include <optional>
 #include <thread>

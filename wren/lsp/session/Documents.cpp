@@ -34,6 +34,14 @@ std::optional<tagging::Language> LanguageOf(std::string_view languageId)
     return std::nullopt;
 }
 
+OpenText AsOpenText(const DocumentPointer& document)
+{
+    const std::optional<tagging::Language> language = LanguageOf(document->languageId);
+    if (!language)
+        return {};
+    return {{document->text, &document->text->Content()}, language}; // the content lives as long as the text
+}
+
 const Document* OpenAt(const DocumentMap& documents, const std::string& path)
 {
     const auto found = documents.find(path);

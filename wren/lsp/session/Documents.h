@@ -3,6 +3,7 @@
 
 #include "tagging/ParsedSource.h"
 #include "wren/lsp/session/Text.h"
+#include "wren/projects/Project.h"
 
 #include <map>
 #include <memory>
@@ -32,6 +33,9 @@ struct TextChange {
 
 // Nullopt for a language that is not understood.
 std::optional<tagging::Language> LanguageOf(std::string_view languageId);
+
+// For its project; one of a language that is not understood counts as closed.
+OpenText AsOpenText(const DocumentPointer& document);
 
 const Document* OpenAt(const DocumentMap& documents, const std::string& path); // null when none is open there
 // Of an open document, as the client wrote it.

@@ -4,8 +4,8 @@
 #include "base/CancelToken.h"
 #include "wren/lsp/session/ClientAbilities.h"
 #include "wren/lsp/session/Documents.h"
-#include "wren/lsp/session/Projects.h"
 #include "wren/lsp/session/Settings.h"
+#include "wren/projects/Projects.h"
 
 #include <functional>
 

@@ -3,6 +3,7 @@
 #include "symbols/Index.h"
 #include "wren/lsp/protocol/Uri.h"
 #include "wren/lsp/session/Folders.h"
+#include "wren/lsp/session/WorkDone.h"
 
 #include <cstdint>
 #include <limits>
@@ -177,7 +178,7 @@ void Session::TellText(const DocumentPointer& document)
     if (const std::shared_ptr<Project> before = owner.lock(); before != nullptr && before != project)
         before->TextClosed(document->path);
     owner = project;
-    project->TextChanged(document);
+    project->TextChanged(document->path, AsOpenText(document));
     project->ResumeIndexing();
     settler.TextChanged();
 }
@@ -185,7 +186,7 @@ void Session::TellText(const DocumentPointer& document)
 IndexListener Session::ListenerForIndexes()
 {
     IndexListener listener;
-    listener.begin = [this](const std::string& title, std::function<void()> cancel) -> std::shared_ptr<WorkDone> {
+    listener.begin = [this](const std::string& title, std::function<void()> cancel) -> std::shared_ptr<ShownWork> {
         if (!abilities.Can("window/workDoneProgress"))
             return nullptr;
         std::string token;

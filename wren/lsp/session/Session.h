@@ -5,11 +5,11 @@
 #include "wren/lsp/session/ClientAbilities.h"
 #include "wren/lsp/session/Documents.h"
 #include "wren/lsp/session/ParentWatch.h"
-#include "wren/lsp/session/Projects.h"
 #include "wren/lsp/session/RequestContext.h"
 #include "wren/lsp/session/Settings.h"
-#include "wren/lsp/session/Settler.h"
 #include "wren/lsp/session/Workers.h"
+#include "wren/projects/Projects.h"
+#include "wren/projects/Settler.h"
 
 #include <functional>
 #include <map>

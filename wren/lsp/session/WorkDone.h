@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wren/lsp/session/Client.h"
+#include "wren/projects/Project.h"
 
 #include <chrono>
 #include <functional>
@@ -13,14 +14,14 @@
 namespace wren::lsp {
 
 // Any thread. The client is borrowed.
-class WorkDone : public std::enable_shared_from_this<WorkDone> {
+class WorkDone : public ShownWork, public std::enable_shared_from_this<WorkDone> {
 public:
     // Asks the client to show it. Begin, reports and end are sent once it agrees, and never if it refuses.
     static std::shared_ptr<WorkDone> Create(Client& client, std::string token, std::string title);
 
-    // 'known' files in all, 0 when that is not known yet. Few of many reports are sent. Percentages never fall.
-    void Report(const std::string& message, size_t done, size_t known);
-    void End(const std::string& message); // the first one counts
+    // Few of many reports are sent. Percentages never fall.
+    void Report(const std::string& message, size_t done, size_t known) override;
+    void End(const std::string& message) override;
 
 private:
     WorkDone(Client& client, std::string token, std::string title)

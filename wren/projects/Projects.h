@@ -1,8 +1,8 @@
-// All roots of a session.
+// All roots that a face has open.
 #pragma once
 
 #include "tagging/Settings.h"
-#include "wren/lsp/session/Project.h"
+#include "wren/projects/Project.h"
 
 #include <map>
 #include <memory>
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace wren::lsp {
+namespace wren {
 
 struct ProjectsOptions {
     std::string cache;             // the directory of all indexes; "" for the user's
@@ -21,7 +21,7 @@ struct ProjectsOptions {
     std::vector<std::string> tags; // files; relative to the root
 };
 
-// A root that the client names, absolute and without links.
+// A root that the user or a client names, absolute and without links.
 struct Folder {
     std::string root;
     bool isIndexed = true; // else only open texts there, and what they include
@@ -62,4 +62,4 @@ private:
     bool isClosed = false;
 };
 
-} // namespace wren::lsp
+} // namespace wren

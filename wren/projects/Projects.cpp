@@ -1,4 +1,4 @@
-#include "wren/lsp/session/Projects.h"
+#include "wren/projects/Projects.h"
 
 #include "wren/symbols/IndexRoot.h"
 
@@ -7,7 +7,7 @@
 #include <system_error>
 #include <utility>
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
@@ -132,4 +132,4 @@ void Projects::Close()
         each->EndIndexing();
 }
 
-} // namespace wren::lsp
+} // namespace wren

@@ -1,4 +1,4 @@
-#include "wren/lsp/session/Project.h"
+#include "wren/projects/Project.h"
 
 #include <chrono>
 #include <cstdint>
@@ -6,7 +6,7 @@
 #include <malloc.h>
 #include <utility>
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
@@ -102,7 +102,7 @@ void Project::KeepCurrent(const CancelPointer& cancel)
 
 void Project::WatchProject(const CancelPointer& cancel)
 {
-    std::shared_ptr<WorkDone> shown;
+    std::shared_ptr<ShownWork> shown;
     const auto ended = [&](const symbols::UpdateResult&) {
         if (shown != nullptr)
             shown->End("");
@@ -117,7 +117,7 @@ void Project::WatchProject(const CancelPointer& cancel)
 
 // 'shown' is null until the work proves to be long.
 symbols::Index::Listener Project::Steps(const std::string& title, const CancelPointer& cancel,
-                                        std::shared_ptr<WorkDone>& shown)
+                                        std::shared_ptr<ShownWork>& shown)
 {
     constexpr size_t kMany = 200; // files
     symbols::Index::Listener steps;
@@ -140,7 +140,7 @@ symbols::Index::Listener Project::Steps(const std::string& title, const CancelPo
 
 bool Project::Update(symbols::Index& index, const std::string& title, const CancelPointer& cancel)
 {
-    std::shared_ptr<WorkDone> shown;
+    std::shared_ptr<ShownWork> shown;
     if (index.Current() == nullptr)
         shown = listener.begin(title, [cancel] { cancel->Cancel(); });
     const base::Result<symbols::UpdateResult> result = index.Update(Steps(title, cancel, shown), *cancel);
@@ -171,38 +171,35 @@ base::Result<void> Project::Refresh(const std::vector<std::string>& paths, const
     return updated ? base::Result<void>() : updated.Failure();
 }
 
-void Project::TextChanged(const DocumentPointer& document)
+void Project::TextChanged(const std::string& path, OpenText text)
 {
     const std::lock_guard lock(mutex);
-    unsettled[document->path] = document;
+    unsettled[path] = std::move(text);
 }
 
 void Project::TextClosed(const std::string& path)
 {
-    const std::lock_guard lock(mutex);
-    unsettled[path] = nullptr;
+    TextChanged(path, {});
 }
 
 void Project::Settle(const std::string& except)
 {
     const std::lock_guard one(settling);
-    std::map<std::string, DocumentPointer> taken;
+    std::map<std::string, OpenText> taken;
     {
         const std::lock_guard lock(mutex);
-        const auto own = unsettled.find(except);
-        const DocumentPointer kept = own == unsettled.end() ? nullptr : own->second;
+        auto own = unsettled.extract(except);
         taken.swap(unsettled);
-        if (taken.erase(except) > 0)
-            unsettled[except] = kept;
+        unsettled.insert(std::move(own));
     }
-    for (const auto& [path, document] : taken)
-        Settle(path, document);
+    for (const auto& [path, text] : taken)
+        Settle(path, text);
 }
 
 bool Project::SettleOne()
 {
     const std::lock_guard one(settling);
-    std::map<std::string, DocumentPointer>::node_type taken;
+    std::map<std::string, OpenText>::node_type taken;
     {
         const std::lock_guard lock(mutex);
         if (unsettled.empty())
@@ -210,7 +207,7 @@ bool Project::SettleOne()
         taken = unsettled.extract(unsettled.begin());
     }
     Settle(taken.key(), taken.mapped());
-    if (taken.mapped() != nullptr)
+    if (taken.mapped().content != nullptr)
         while (!ending.IsCancelled() && workspace.LoadIncluded(taken.key(), ending)) {
         }
     return true;
@@ -234,13 +231,12 @@ void Project::WarnOf(const symbols::Workspace::TagsProblems& problems)
         listener.warn(sentence);
 }
 
-void Project::Settle(const std::string& path, const DocumentPointer& document)
+void Project::Settle(const std::string& path, const OpenText& text)
 {
-    const auto language = document == nullptr ? std::nullopt : LanguageOf(document->languageId);
-    if (!language)
+    if (text.content == nullptr)
         return workspace.CloseText(path);
-    if (const auto set = workspace.SetOpenText(path, document->text->Content(), language); !set)
+    if (const auto set = workspace.SetOpenText(path, *text.content, text.language); !set)
         listener.warn(set.Failure().Message());
 }
 
-} // namespace wren::lsp
+} // namespace wren

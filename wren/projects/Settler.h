@@ -1,14 +1,14 @@
 // Reads changed texts while nobody asks, so that the next request finds their symbols.
 #pragma once
 
-#include "wren/lsp/session/Projects.h"
+#include "wren/projects/Projects.h"
 
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
 
-namespace wren::lsp {
+namespace wren {
 
 // Any thread.
 class Settler {
@@ -31,4 +31,4 @@ private:
     std::thread thread;
 };
 
-} // namespace wren::lsp
+} // namespace wren

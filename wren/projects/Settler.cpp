@@ -1,6 +1,6 @@
-#include "wren/lsp/session/Settler.h"
+#include "wren/projects/Settler.h"
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
@@ -54,4 +54,4 @@ void Settler::SettleAll(std::unique_lock<std::mutex>& lock)
         }
 }
 
-} // namespace wren::lsp
+} // namespace wren

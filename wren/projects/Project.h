@@ -5,8 +5,7 @@
 #include "base/Result.h"
 #include "resolve/ParsedText.h"
 #include "symbols/Workspace.h"
-#include "wren/lsp/session/Documents.h"
-#include "wren/lsp/session/WorkDone.h"
+#include "tagging/ParsedSource.h"
 
 #include <atomic>
 #include <condition_variable>
@@ -14,18 +13,35 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <set>
 #include <string>
 #include <thread>
 #include <vector>
 
-namespace wren::lsp {
+namespace wren {
+
+// Long work on an index, as the user sees it. Any thread.
+class ShownWork {
+public:
+    virtual ~ShownWork() = default;
+
+    // 'known' files in all, 0 when that is not known yet.
+    virtual void Report(const std::string& message, size_t done, size_t known) = 0;
+    virtual void End(const std::string& message) = 0; // the first one counts
+};
+
+// A text that an editor holds.
+struct OpenText {
+    std::shared_ptr<const std::string> content; // null for a closed one: its file counts again
+    std::optional<tagging::Language> language;  // when the editor knows; see symbols::Workspace::SetOpenText
+};
 
 // What a project reports about its index. Called on the project's threads.
 struct IndexListener {
     // Long work on an index begins, a first one for example. Returns what shows it, or null. 'cancel' is for the user,
     // and may be called on any thread as long as the work has not ended.
-    std::function<std::shared_ptr<WorkDone>(const std::string& title, std::function<void()> cancel)> begin;
+    std::function<std::shared_ptr<ShownWork>(const std::string& title, std::function<void()> cancel)> begin;
     std::function<void(const std::string& text)> warn;
 };
 
@@ -59,7 +75,7 @@ public:
 
     // From now on this text counts instead of the file, and after TextClosed() the file again. Both are cheap: the work
     // is done by Settle().
-    void TextChanged(const DocumentPointer& document);
+    void TextChanged(const std::string& path, OpenText text);
     void TextClosed(const std::string& path);
     // Makes the symbols of all changed texts visible in the workspace, except those of one, whose asker knows its text.
     void Settle(const std::string& except);
@@ -74,13 +90,13 @@ private:
     using CancelPointer = std::shared_ptr<base::CancelToken>;
 
     void Run();
-    void Settle(const std::string& path, const DocumentPointer& document);
+    void Settle(const std::string& path, const OpenText& text);
     void WarnOf(const symbols::Workspace::TagsProblems& problems);
     void KeepCurrent(const CancelPointer& cancel);
     void WatchProject(const CancelPointer& cancel);
     bool Update(symbols::Index& index, const std::string& title, const CancelPointer& cancel);
     symbols::Index::Listener Steps(const std::string& title, const CancelPointer& cancel,
-                                   std::shared_ptr<WorkDone>& shown);
+                                   std::shared_ptr<ShownWork>& shown);
     CancelPointer NextRound();
 
     const std::string root;
@@ -89,9 +105,9 @@ private:
     symbols::Workspace workspace;
     resolve::ParsedTexts texts;
 
-    std::mutex mutex;                                 // guards the next member
-    std::map<std::string, DocumentPointer> unsettled; // by path; null for a closed one
-    std::mutex settling;                              // held by whoever settles
+    std::mutex mutex;                          // guards the next member
+    std::map<std::string, OpenText> unsettled; // by path
+    std::mutex settling;                       // held by whoever settles
 
     const std::vector<std::string> tags;
     std::mutex preparing; // guards the next members
@@ -110,4 +126,4 @@ private:
     std::thread thread;
 };
 
-} // namespace wren::lsp
+} // namespace wren
