@@ -29,9 +29,12 @@ Server::Server(int input, int output, SessionOptions options, base::CancelToken&
 // A client that floods the server, or does not read its answers, is read more slowly.
 bool Server::HasRoom()
 {
-    while (workers.Waiting() > kMostWaiting && !stop.IsCancelled())
+    while (outbox.WaitForRoom(input, stop)) {
+        if (workers.Waiting() <= kMostWaiting)
+            return true;
         workers.WaitForOne();
-    return outbox.WaitForRoom(input, stop);
+    }
+    return false;
 }
 
 int Server::Run()
@@ -153,6 +156,7 @@ void Server::Start(const std::string& method, const Json& id, const Json& params
 void Server::Work(Handler handler, const Json& params, const RequestContext& context, const RequestPointer& request)
 {
     try {
+        outbox.WaitForRoom(request->cancel); // the answers to all requests that wait would take much memory
         context.CheckCancelled();
         const Json result = handler(params, context);
         if (Claim(request))

@@ -20,7 +20,7 @@ int Milliseconds(Clock::time_point limit)
 
 } // namespace
 
-Connection::Connection(const std::vector<std::string>& command, const std::string& directory)
+Connection::Connection(const std::vector<std::string>& command, const std::string& directory, int errors)
 {
     int in[2], out[2];
     if (::pipe2(in, O_CLOEXEC) != 0 || ::pipe2(out, O_CLOEXEC) != 0)
@@ -31,7 +31,8 @@ Connection::Connection(const std::vector<std::string>& command, const std::strin
     words.push_back(nullptr);
     process = ::fork();
     if (process == 0) {
-        if (::dup2(in[0], 0) < 0 || ::dup2(out[1], 1) < 0 || ::chdir(directory.c_str()) != 0)
+        if (::dup2(in[0], 0) < 0 || ::dup2(out[1], 1) < 0 || (errors >= 0 && ::dup2(errors, 2) < 0) ||
+            ::chdir(directory.c_str()) != 0)
             ::_exit(126);
         ::execv(words[0], words.data());
         ::_exit(127);
@@ -40,6 +41,7 @@ Connection::Connection(const std::vector<std::string>& command, const std::strin
     ::close(out[1]);
     input = in[1];
     output = out[0];
+    ::fcntl(input, F_SETFL, O_NONBLOCK);
 }
 
 Connection::~Connection()
@@ -55,20 +57,34 @@ Connection::~Connection()
 
 void Connection::SendBytes(const std::string& bytes)
 {
-    for (size_t done = 0; done < bytes.size();) {
+    SendSome(bytes, std::chrono::milliseconds(-1)); // without end
+}
+
+size_t Connection::SendSome(const std::string& bytes, std::chrono::milliseconds longestPause)
+{
+    size_t done = 0;
+    while (done < bytes.size()) {
         const ssize_t wrote = ::write(input, bytes.data() + done, bytes.size() - done);
-        if (wrote < 0 && errno == EINTR)
-            continue;
-        if (wrote < 0)
-            return; // the server has ended, which the output and the exit status tell
-        done += static_cast<size_t>(wrote);
+        if (wrote >= 0)
+            done += static_cast<size_t>(wrote);
+        else if (errno != EINTR && errno != EAGAIN)
+            break; // the server has ended, which the output and the exit status tell
+        pollfd wait = {input, POLLOUT, 0};
+        if (wrote < 0 && ::poll(&wait, 1, static_cast<int>(longestPause.count())) == 0)
+            break;
     }
+    return done;
+}
+
+std::string Connection::Framed(const nlohmann::json& message)
+{
+    const std::string body = message.dump();
+    return "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
 void Connection::Send(const nlohmann::json& message)
 {
-    const std::string body = message.dump();
-    SendBytes("Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body);
+    SendBytes(Framed(message));
 }
 
 void Connection::CloseInput()

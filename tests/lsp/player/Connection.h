@@ -11,11 +11,15 @@
 // One thread. Nothing is sent while a message is received: the server must take what is sent without being read.
 class Connection {
 public:
-    Connection(const std::vector<std::string>& command, const std::string& directory); // throws
+    // 'errors' takes the server's standard error; -1 for the caller's own. Throws.
+    Connection(const std::vector<std::string>& command, const std::string& directory, int errors = -1);
     ~Connection();
 
     void Send(const nlohmann::json& message);
     void SendBytes(const std::string& bytes);
+    // Sends as much as the server takes before it takes nothing for this long; returns the number of bytes.
+    size_t SendSome(const std::string& bytes, std::chrono::milliseconds longestPause);
+    static std::string Framed(const nlohmann::json& message);
     void CloseInput();
     pid_t Process() const { return process; }
     void Signal(int number) const;

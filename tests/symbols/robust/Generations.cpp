@@ -77,3 +77,26 @@ std::string ReadGenerations(const symbols::Store& store, const std::string& one,
     }
     return error;
 }
+
+std::string ShareStoreBetweenThreads(const std::string& place, int readers, unsigned last)
+{
+    symbols::Store shared(place);
+    std::vector<std::string> errors(2 + static_cast<size_t>(readers));
+    {
+        std::vector<std::jthread> threads;
+        for (const size_t writer : {0U, 1U})
+            threads.emplace_back([&, writer] {
+                symbols::Store own(place);
+                errors[writer] = WriteGenerations(writer == 0 ? shared : own, writer == 0 ? "one" : "other", last);
+            });
+        for (size_t reader = 2; reader < errors.size(); ++reader)
+            threads.emplace_back([&, reader] {
+                const symbols::Store own(place);
+                errors[reader] = ReadGenerations(reader % 2 == 0 ? shared : own, "one", "other", last);
+            });
+    }
+    std::string all;
+    for (const std::string& error : errors)
+        all += error;
+    return all;
+}

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <thread>
 
 namespace {
 
@@ -15,24 +14,7 @@ constexpr unsigned kLast = 60;
 TEST(IndexWriters, TwoWritersAndTenReadersOnThreadsSeeWholeStates)
 {
     const TempDirectory directory;
-    const std::string place = directory / "store";
-    symbols::Store shared(place);
-    std::string errors[2 + kReaders];
-    {
-        std::vector<std::jthread> threads;
-        for (const int writer : {0, 1})
-            threads.emplace_back([&, writer] {
-                symbols::Store own(place);
-                errors[writer] = WriteGenerations(writer == 0 ? shared : own, writer == 0 ? "one" : "other", kLast);
-            });
-        for (int reader = 0; reader < kReaders; ++reader)
-            threads.emplace_back([&, reader] {
-                const symbols::Store own(place);
-                errors[2 + reader] = ReadGenerations(reader % 2 == 0 ? shared : own, "one", "other", kLast);
-            });
-    }
-    for (const std::string& error : errors)
-        EXPECT_EQ(error, "");
+    EXPECT_EQ(ShareStoreBetweenThreads(directory / "store", kReaders, kLast), "");
 }
 
 TEST(IndexWriters, TwoWritersAndTenReadersAsProcessesSeeWholeStates)

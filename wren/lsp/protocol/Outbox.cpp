@@ -65,6 +65,12 @@ bool Outbox::WaitForRoom(int input, const base::CancelToken& stop)
     return true;
 }
 
+void Outbox::WaitForRoom(const base::CancelToken& stop)
+{
+    constexpr int kNoInput = -1; // poll() ignores it
+    WaitForRoom(kNoInput, stop);
+}
+
 bool Outbox::Finish(std::chrono::milliseconds longest)
 {
     std::unique_lock lock(mutex);

@@ -26,6 +26,7 @@ public:
     // Waits until the client has read enough for more answers; false when 'input' or the client is gone meanwhile, or
     // 'stop' is cancelled. A client that never reads then costs no more memory.
     bool WaitForRoom(int input, const base::CancelToken& stop);
+    void WaitForRoom(const base::CancelToken& stop); // the same, whatever the input
     // Waits until all is written, at most this long; false when the client does not read it.
     bool Finish(std::chrono::milliseconds longest);
 

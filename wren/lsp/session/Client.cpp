@@ -2,10 +2,31 @@
 
 #include "base/Paths.h"
 
-#include <cstdio>
+#include <algorithm>
+#include <climits>
+#include <poll.h>
+#include <unistd.h>
 #include <utility>
 
 namespace wren::lsp {
+
+namespace {
+
+// Nothing waits for a reader of the log: a line for which a pipe has no room is dropped.
+void WriteLogLine(const std::string& text)
+{
+    static std::mutex one; // between the look and the write
+    const std::lock_guard lock(one);
+    pollfd room = {STDERR_FILENO, POLLOUT, 0}; // for PIPE_BUF bytes at least
+    if (::poll(&room, 1, 0) <= 0 || (room.revents & POLLOUT) == 0)
+        return;
+    std::string line = "wren lsp: " + base::ShownLines(text);
+    line.resize(std::min<size_t>(line.size(), PIPE_BUF - 1));
+    line += '\n';
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line.data(), line.size());
+}
+
+} // namespace
 
 void Client::Notify(const std::string& method, const Json& params)
 {
@@ -19,7 +40,7 @@ void Client::Show(MessageType type, const std::string& text)
 
 void Client::Log(MessageType type, const std::string& text)
 {
-    std::fprintf(stderr, "wren lsp: %s\n", base::ShownLines(text).c_str());
+    WriteLogLine(text);
     outbox.SendIfRoom({{"jsonrpc", "2.0"},
                        {"method", "window/logMessage"},
                        {"params", {{"type", static_cast<int>(type)}, {"message", text}}}});

@@ -21,7 +21,7 @@ public:
 
     void Notify(const std::string& method, const Json& params);
     void Show(MessageType type, const std::string& text); // the user sees it
-    void Log(MessageType type, const std::string& text);  // also on standard error; dropped if the client does not read
+    void Log(MessageType type, const std::string& text);  // also on standard error; dropped where nobody reads
 
     // The answer's result, or null when the client refused. Called on the thread that reads messages; never, when the
     // client does not answer.

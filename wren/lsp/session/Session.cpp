@@ -109,13 +109,21 @@ void Session::Register()
         "workspace/didChangeWorkspaceFolders", Json());
 }
 
+// One request at a time, however often a client says that there is something new.
 void Session::AskForConfiguration()
 {
+    asksAgain = asksConfiguration;
+    if (asksConfiguration)
+        return;
+    asksConfiguration = true;
     client.Ask("workspace/configuration", {{"items", Json::array({{{"section", "wren"}}})}},
                [this](const Json* result) {
+                   asksConfiguration = false;
                    if (result != nullptr && result->is_array() && !result->empty())
                        Configure(result->front());
                    Start();
+                   if (asksAgain)
+                       AskForConfiguration();
                });
 }
 
@@ -300,20 +308,34 @@ void Session::DidSave(const Json& params)
     projects.For(PathOfDocument(uri))->ResumeIndexing();
 }
 
-// The index watches by itself, but systems have too few watches for large trees.
+// The index watches by itself, but systems have too few watches for large trees. What comes while files are looked at
+// is looked at together.
 void Session::DidChangeWatchedFiles(const Json& params)
 {
-    std::map<std::shared_ptr<Project>, std::vector<std::string>> changed;
-    for (const Json& each : Member<std::vector<Json>>(params, "changes"))
-        if (const std::optional<std::string> path = PathOfUri(Member<std::string>(each, "uri")))
-            changed[projects.For(*path)].push_back(*path);
-    for (const auto& [project, paths] : changed) {
+    for (const Json& each : Member<std::vector<Json>>(params, "changes")) {
+        const std::optional<std::string> path = PathOfUri(Member<std::string>(each, "uri"));
+        if (!path)
+            continue;
+        const std::shared_ptr<Project> project = projects.For(*path);
         project->ResumeIndexing();
-        background.Add([this, project = project, paths = paths] {
-            if (const base::Result<void> current = project->Refresh(paths, ends); !current && !ends.IsCancelled())
-                client.Log(MessageType::Warning, current.Failure().Message());
-        });
+        const std::lock_guard lock(mutex);
+        if (changedFiles.empty())
+            background.Add([this] { RefreshFiles(); });
+        changedFiles[project].insert(*path);
     }
+}
+
+void Session::RefreshFiles()
+{
+    std::map<std::shared_ptr<Project>, std::set<std::string>> changed;
+    {
+        const std::lock_guard lock(mutex);
+        changed.swap(changedFiles);
+    }
+    for (const auto& [project, paths] : changed)
+        if (const base::Result<void> current = project->Refresh({paths.begin(), paths.end()}, ends);
+            !current && !ends.IsCancelled())
+            client.Log(MessageType::Warning, current.Failure().Message());
 }
 
 void Session::DidChangeWorkspaceFolders(const Json& params)

@@ -58,6 +58,7 @@ private:
 
     void Register();
     void AskForConfiguration();
+    void RefreshFiles();
     void Configure(const Json& given);
     void ApplySettings();
     void Start(); // the projects, unless they are started
@@ -82,10 +83,13 @@ private:
     std::map<std::string, std::weak_ptr<Project>> owners; // of open texts, by path
     std::vector<std::string> folders;
     bool isStarted = false;
+    bool asksConfiguration = false;
+    bool asksAgain = false; // the configuration has changed since it was asked for
 
     std::mutex mutex;                                     // guards the next members
     std::map<std::string, std::function<void()>> cancels; // of shown work, by token
     unsigned tokens = 0;
+    std::map<std::shared_ptr<Project>, std::set<std::string>> changedFiles; // that the indexes have to look at
 
     Projects projects;
     base::CancelToken ends;

@@ -2,12 +2,15 @@
 //
 //     index_run [STEPS [SEED]]
 //
-// Plays histories of 300 steps until they have STEPS together. Then it kills 200 updates, and lets two processes write
-// and ten read a store. The seed is printed; the same seed plays the same histories.
+// Plays histories of 300 steps until they have STEPS together. Then it kills 200 updates. For a minute, two processes
+// write and ten read a store, and for another one, two threads and ten. The seed is printed; the same seed plays the
+// same histories.
 #include "tests/support/RunProgram.h"
+#include "tests/symbols/robust/Generations.h"
 #include "tests/symbols/robust/History.h"
 #include "tests/symbols/robust/RandomKills.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -20,7 +23,8 @@ namespace {
 constexpr size_t kSteps = 3000;
 constexpr size_t kHistory = 300;
 constexpr int kKills = 200;
-constexpr const char* kGenerations = "2000";
+constexpr const char* kGenerations = "2000"; // of a round
+constexpr std::chrono::minutes kSharing(1);
 
 std::string PlayHistories(size_t steps, unsigned long seed)
 {
@@ -63,6 +67,24 @@ std::string ManyProcesses()
     return errors;
 }
 
+std::string ManyThreads()
+{
+    constexpr int kReaders = 10;
+    const TempDirectory directory;
+    return ShareStoreBetweenThreads(directory / "store", kReaders, static_cast<unsigned>(std::atoi(kGenerations)));
+}
+
+std::string RunForAMinute(const char* what, std::string (*round)())
+{
+    const auto end = std::chrono::steady_clock::now() + kSharing;
+    int rounds = 0;
+    std::string error;
+    for (; error.empty() && std::chrono::steady_clock::now() < end; ++rounds)
+        error = round();
+    std::printf("%d rounds of writers and readers as %s\n", rounds, what);
+    return error;
+}
+
 } // namespace
 
 int main(int count, char** words)
@@ -79,7 +101,9 @@ int main(int count, char** words)
     if (error.empty())
         error = KillManyUpdates(seed);
     if (error.empty())
-        error = ManyProcesses();
+        error = RunForAMinute("processes", ManyProcesses);
+    if (error.empty())
+        error = RunForAMinute("threads", ManyThreads);
     if (!error.empty())
         std::fprintf(stderr, "index_run: %s\n", error.c_str());
     return error.empty() ? 0 : 1;
