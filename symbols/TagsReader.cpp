@@ -1,6 +1,8 @@
 #include "symbols/TagsReader.h"
 
 #include "base/Paths.h"
+#include "symbols/PatternLines.h"
+#include "symbols/RootPaths.h"
 #include "symbols/store/Store.h"
 #include "symbols/update/ReadSmallFile.h"
 #include "symbols/update/SourceNames.h"
@@ -16,7 +18,6 @@
 #include <map>
 #include <string_view>
 #include <sys/stat.h>
-#include <unordered_map>
 
 namespace symbols {
 
@@ -85,18 +86,6 @@ private:
     }
 };
 
-// "/^int a;$/": the text between the delimiters, without the escapes in front of them and of backslashes.
-std::string PlainPattern(std::string_view address)
-{
-    std::string plain;
-    for (size_t i = 1; i + 1 < address.size(); i++) {
-        if (address[i] == '\\' && i + 2 < address.size())
-            ++i;
-        plain += address[i];
-    }
-    return plain;
-}
-
 // By file. One tags file.
 class Collector {
 public:
@@ -158,42 +147,6 @@ private:
     std::string lastPath;
 };
 
-// Which lines of a text fit the patterns.
-class PatternLines {
-public:
-    explicit PatternLines(std::string_view text)
-    {
-        unsigned number = 1;
-        for (; !text.empty(); number++) {
-            const size_t end = std::min(text.find('\n'), text.size());
-            std::string_view line = text.substr(0, end);
-            if (line.ends_with('\r'))
-                line.remove_suffix(1);
-            firstLines.try_emplace(line, number);
-            lines.push_back(line);
-            text.remove_prefix(std::min(end + 1, text.size()));
-        }
-    }
-
-    // Patterns begin with "^"; those of long lines have no "$" at the end.
-    unsigned LineOf(std::string_view pattern) const
-    {
-        if (pattern.starts_with('^'))
-            pattern.remove_prefix(1);
-        if (pattern.ends_with('$')) {
-            const auto found = firstLines.find(pattern.substr(0, pattern.size() - 1));
-            return found == firstLines.end() ? 1 : found->second;
-        }
-        const auto found =
-            std::ranges::find_if(lines, [&](std::string_view line) { return line.starts_with(pattern); });
-        return found == lines.end() ? 1 : static_cast<unsigned>(found - lines.begin() + 1);
-    }
-
-private:
-    std::unordered_map<std::string_view, unsigned> firstLines;
-    std::vector<std::string_view> lines;
-};
-
 void FindPlaces(const std::string& path, SourceTags& source)
 {
     if (source.unplaced.empty())
@@ -249,12 +202,6 @@ std::optional<std::string> Collect(const std::string& path, std::map<std::string
     return problem;
 }
 
-std::string PathBelow(const std::string& path, const std::string& root)
-{
-    const std::string start = root == "/" ? root : root + "/";
-    return !root.empty() && path.starts_with(start) ? path.substr(start.size()) : path;
-}
-
 } // namespace
 
 StampsOfFiles StampsOf(const std::vector<std::string>& paths)
@@ -277,17 +224,33 @@ TagsRead ReadTagsFiles(const std::vector<std::string>& paths, const std::string&
         if (const std::optional<std::string> problem = Collect(path, sources, cancel))
             read.problems.emplace_back(path, *problem);
     }
+    const RootPaths place(root);
     const auto writer = WriteInMemory(nullptr, [&](SnapshotPointer made) { read.snapshot = std::move(made); });
     for (auto& [path, tags] : sources) {
         if (cancel.IsCancelled())
             break;
         FindPlaces(path, tags);
-        writer->Put(PathBelow(path, root), {}, SourceOf(path, tags));
+        writer->Put(place.Below(path).value_or(path), {}, SourceOf(path, tags));
         tags = {};
     }
     if (!sources.empty()) [[maybe_unused]]
         const base::Result<void> written = writer->Commit(); // memory does not fail
     return read;
+}
+
+TagsRead TagsFiles::Set(std::vector<std::string> given, const std::string& root, const base::CancelToken& cancel)
+{
+    paths = std::move(given);
+    TagsRead read = ReadTagsFiles(paths, root, cancel);
+    stamps = cancel.IsCancelled() ? StampsOfFiles() : read.stamps;
+    return read;
+}
+
+std::optional<TagsRead> TagsFiles::ReadIfChanged(const std::string& root, const base::CancelToken& cancel)
+{
+    if (StampsOf(paths) == stamps)
+        return std::nullopt;
+    return Set(paths, root, cancel);
 }
 
 } // namespace symbols

@@ -4,6 +4,7 @@
 #include "base/CancelToken.h"
 #include "symbols/store/Snapshot.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,5 +26,17 @@ StampsOfFiles StampsOf(const std::vector<std::string>& paths); // empty ones of 
 // the first line that its pattern fits, else the first one. They are held in memory, about half as large as the files:
 // a file of more than 128 MB is a problem. Blocks.
 TagsRead ReadTagsFiles(const std::vector<std::string>& paths, const std::string& root, const base::CancelToken& cancel);
+
+// The tags files that are in use. One thread at a time.
+class TagsFiles {
+public:
+    TagsRead Set(std::vector<std::string> paths, const std::string& root, const base::CancelToken& cancel);
+    // Nullopt when the disk has them as they were read. Files whose reading was cancelled are read again.
+    std::optional<TagsRead> ReadIfChanged(const std::string& root, const base::CancelToken& cancel);
+
+private:
+    std::vector<std::string> paths;
+    StampsOfFiles stamps;
+};
 
 } // namespace symbols

@@ -1,12 +1,12 @@
 #include "symbols/Workspace.h"
 
 #include "symbols/IncludedFiles.h"
+#include "symbols/RootPaths.h"
 #include "symbols/TagsReader.h"
 #include "symbols/store/Combination.h"
 #include "symbols/update/ReadSmallFile.h"
 #include "tagging/ctags/Scratch.h"
 
-#include <cstdlib>
 #include <map>
 #include <mutex>
 #include <utility>
@@ -28,37 +28,6 @@ IndexOptions SystemOptions(const WorkspaceOptions& options)
     return {"/", IndexOptions::Content::SystemHeaders, options.cache, options.tagging, {}};
 }
 
-std::string RealPath(const std::string& path)
-{
-    char* found = ::realpath(path.c_str(), nullptr);
-    std::string real = found != nullptr ? found : path;
-    std::free(found);
-    return real;
-}
-
-bool HasFile(std::string_view path)
-{
-    return path.starts_with('/');
-}
-
-// As an index of it has it.
-std::string RootOf(const WorkspaceOptions& options)
-{
-    std::string root = options.root;
-    while (root.size() > 1 && root.ends_with('/'))
-        root.pop_back();
-    return root;
-}
-
-// Nullopt when the path is not below the root, or there is none.
-std::optional<std::string> Below(std::string_view path, const std::string& root)
-{
-    const std::string start = root == "/" ? root : root + "/";
-    if (root.empty() || !path.starts_with(start))
-        return std::nullopt;
-    return std::string(path.substr(start.size()));
-}
-
 // Nullopt when the snapshot does not have the file.
 std::optional<std::vector<std::string>> IncludesIn(const Snapshot& snapshot, const std::string& path)
 {
@@ -75,11 +44,10 @@ std::optional<std::vector<std::string>> IncludesIn(const Snapshot& snapshot, con
 
 struct Workspace::Contents {
     explicit Contents(const WorkspaceOptions& options)
-        : root(RootOf(options)), realRoot(root.empty() ? "" : RealPath(root)), scratch("/tmp"),
-          parser(ForTexts(options.tagging, root, scratch.Directory())),
-          included(root, options.withSystem, ForTexts(options.tagging, root, scratch.Directory()))
+        : paths(options.root), scratch("/tmp"), parser(ForTexts(options.tagging, paths.Root(), scratch.Directory())),
+          included(paths.Root(), options.withSystem, ForTexts(options.tagging, paths.Root(), scratch.Directory()))
     {
-        if (options.withProject && !root.empty())
+        if (options.withProject && !paths.Root().empty())
             project.emplace(ProjectOptions(options));
         if (options.withSystem)
             system.emplace(SystemOptions(options));
@@ -104,17 +72,22 @@ struct Workspace::Contents {
         return opened == open.end() ? nullptr : opened->second.text;
     }
 
-    const std::string root;
+    TagsProblems Take(TagsRead read)
+    {
+        const std::lock_guard lock(mutex);
+        tags = std::move(read.snapshot);
+        return std::move(read.problems);
+    }
+
+    const RootPaths paths;
     std::optional<Index> project;
     std::optional<Index> system;
-    const std::string realRoot;
     const tagging::Scratch scratch;
     tagging::TextParser parser;
     IncludedFiles included;
 
-    std::mutex readingTags; // guards the next two
-    std::vector<std::string> tagsFiles;
-    StampsOfFiles tagsStamps;
+    std::mutex readingTags; // guards the next one
+    TagsFiles tagsFiles;
 
     mutable std::mutex mutex; // for the rest
     struct Opened {
@@ -162,7 +135,7 @@ SnapshotPointer Workspace::Current() const
     if (!combination || combination->Below() != layers) {
         combination.emplace(std::move(layers));
         for (const auto& [path, opened] : contents->open)
-            if (HasFile(opened.absolute))
+            if (IsPathOfFile(opened.absolute))
                 combination->Put(opened.text);
         contents->combined = nullptr;
     }
@@ -173,42 +146,31 @@ SnapshotPointer Workspace::Current() const
 
 SnapshotPointer Workspace::CurrentFor(const std::string& path) const
 {
-    if (!HasFile(path)) {
+    if (!IsPathOfFile(path)) {
         const std::lock_guard lock(contents->mutex);
         const auto text = contents->open.find(path);
-        if (text != contents->open.end() && !HasFile(text->second.absolute))
+        if (text != contents->open.end() && !IsPathOfFile(text->second.absolute))
             return Combined(nullptr, nullptr, "/", {text->second.text});
     }
     return Current();
 }
 
-// A link, or a path through one, is known by the path of its file.
 std::string Workspace::PathInIndex(std::string_view absolute) const
 {
-    if (!HasFile(absolute))
+    if (!IsPathOfFile(absolute))
         return std::string(absolute);
-    const std::optional<std::string> path = Below(absolute, contents->root);
-    const SnapshotPointer project = contents->ProjectNow();
-    if (path && (project == nullptr || project->FindFile(*path)))
-        return *path;
-    const std::optional<std::string> real = Below(RealPath(std::string(absolute)), contents->realRoot);
-    if (real && (!path || (project != nullptr && project->FindFile(*real))))
-        return *real;
-    return path ? *path : std::string(absolute);
+    return contents->paths.InIndex(absolute, contents->ProjectNow().get());
 }
 
 std::string Workspace::AbsolutePath(const File& file) const
 {
-    if (HasFile(file.path))
-        return std::string(file.path);
-    {
+    if (!IsPathOfFile(file.path)) {
         const std::lock_guard lock(contents->mutex);
         const auto text = contents->open.find(std::string(file.path));
-        if (text != contents->open.end() && !HasFile(text->second.absolute))
+        if (text != contents->open.end() && !IsPathOfFile(text->second.absolute))
             return text->second.absolute;
     }
-    std::string path = contents->root == "/" ? contents->root : contents->root + "/";
-    return path.append(file.path);
+    return contents->paths.Absolute(file.path);
 }
 
 std::optional<std::string> Workspace::Read(const std::string& path) const
@@ -220,7 +182,7 @@ std::optional<std::string> Workspace::Read(const std::string& path) const
     }
     File file;
     file.path = path;
-    if (contents->root.empty() && !HasFile(path))
+    if (contents->paths.Root().empty() && !IsPathOfFile(path))
         return std::nullopt;
     return ReadSmallFile(AbsolutePath(file), Links::Follow, kMostOfFile);
 }
@@ -249,7 +211,7 @@ base::Result<void> Workspace::SetOpenText(const std::string& path, std::string t
     Contents::Opened& opened = contents->open[place];
     if (opened.version < version) {
         opened = {std::move(open), version, path};
-        if (contents->combination && HasFile(path))
+        if (contents->combination && IsPathOfFile(path))
             contents->combination->Put(opened.text);
     }
     contents->combined = nullptr;
@@ -273,8 +235,8 @@ bool Workspace::LoadIncluded(const std::string& path, const base::CancelToken& c
 {
     const SnapshotPointer project = contents->ProjectNow();
     const SnapshotPointer system = contents->SystemNow();
-    const bool isInRoot = Below(path, contents->root).has_value();
-    if (!HasFile(path) || (isInRoot && project != nullptr && (system != nullptr || !contents->system)))
+    const bool isInRoot = contents->paths.Below(path).has_value();
+    if (!IsPathOfFile(path) || (isInRoot && project != nullptr && (system != nullptr || !contents->system)))
         return false;
     const auto known = [&](const std::string& file) -> std::optional<std::vector<std::string>> {
         if (file == path)
@@ -282,7 +244,7 @@ bool Workspace::LoadIncluded(const std::string& path, const base::CancelToken& c
                 return IncludesIn(*Combined(nullptr, nullptr, "/", {text}), text->Path());
         std::optional<std::vector<std::string>> includes;
         if (project != nullptr)
-            includes = IncludesIn(*project, Below(file, contents->root).value_or(file));
+            includes = IncludesIn(*project, contents->paths.Below(file).value_or(file));
         return includes || system == nullptr ? includes : IncludesIn(*system, file.substr(1));
     };
     return contents->included.Load(path, known, cancel);
@@ -291,26 +253,14 @@ bool Workspace::LoadIncluded(const std::string& path, const base::CancelToken& c
 Workspace::TagsProblems Workspace::SetTagsFiles(std::vector<std::string> paths, const base::CancelToken& cancel)
 {
     const std::lock_guard reading(contents->readingTags);
-    TagsRead read = ReadTagsFiles(paths, contents->root, cancel);
-    contents->tagsFiles = std::move(paths);
-    contents->tagsStamps = std::move(read.stamps);
-    if (cancel.IsCancelled())
-        contents->tagsStamps.clear(); // the next refresh reads them
-    const std::lock_guard lock(contents->mutex);
-    contents->tags = std::move(read.snapshot);
-    return std::move(read.problems);
+    return contents->Take(contents->tagsFiles.Set(std::move(paths), contents->paths.Root(), cancel));
 }
 
 Workspace::TagsProblems Workspace::RefreshTagsFiles(const base::CancelToken& cancel)
 {
-    std::vector<std::string> paths;
-    {
-        const std::lock_guard reading(contents->readingTags);
-        if (StampsOf(contents->tagsFiles) == contents->tagsStamps)
-            return {};
-        paths = contents->tagsFiles;
-    }
-    return SetTagsFiles(std::move(paths), cancel);
+    const std::lock_guard reading(contents->readingTags);
+    std::optional<TagsRead> read = contents->tagsFiles.ReadIfChanged(contents->paths.Root(), cancel);
+    return read ? contents->Take(*std::move(read)) : TagsProblems();
 }
 
 } // namespace symbols
