@@ -17,9 +17,9 @@ int RunShellCommand(const char* command, const ShellRequest& request)
     return runner != nullptr ? runner(command, request) : std::system(command);
 }
 
-void SetShellRunner(ShellRunner runner)
+ShellRunner SetShellRunner(ShellRunner runner)
 {
-    gRunner = runner;
+    return gRunner.exchange(runner);
 }
 
 } // namespace vetch

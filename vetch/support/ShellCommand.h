@@ -22,7 +22,7 @@ using ShellRunner = int (*)(const char* command, const ShellRequest& request);
 int RunShellCommand(const char* command, const ShellRequest& request = {});
 
 // From now on 'runner' runs the commands, on the threads of their callers; null restores system(). A host that guards,
-// waits for, or only shows commands sets one before it loads a plug-in.
-void SetShellRunner(ShellRunner runner);
+// waits for, or only shows commands sets one before it loads a plug-in. Returns the one before.
+ShellRunner SetShellRunner(ShellRunner runner);
 
 } // namespace vetch

@@ -1,6 +1,9 @@
 // Tags that are made while somebody sits at the editor.
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "tests/support/Fifo.h"
+#include "vetch/storage/Home.h"
+#include "vetch/support/ShellCommand.h"
+#include "wren/core/TagsLine.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/TagsKeeper.h"
@@ -8,9 +11,11 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <unistd.h>
 
 using ::testing::AllOf;
@@ -63,6 +68,33 @@ protected:
     }
     std::string Tags() const { return Content(home / "T/tags"); }
     QToolButton& RebuildButton() { return *TheEditor().Window().findChild<QToolButton*>("rebuildTags"); }
+};
+
+// Counts the requests whose last line has returned. Made when the editor runs.
+class EndedRequests {
+public:
+    EndedRequests()
+    {
+        ended = 0;
+        runner = vetch::SetShellRunner(Run);
+    }
+    ~EndedRequests() { vetch::SetShellRunner(runner); }
+    EndedRequests(const EndedRequests&) = delete;
+    EndedRequests& operator=(const EndedRequests&) = delete;
+
+    int Count() const { return ended; }
+
+private:
+    static int Run(const char* command, const vetch::ShellRequest& request)
+    {
+        const std::optional<wren::TagsLine> line = wren::ReadTagsLine(command, Home());
+        const int status = runner.load()(command, request);
+        ended += line && line->kind == wren::TagsLine::Kind::Move;
+        return status;
+    }
+
+    static inline std::atomic<vetch::ShellRunner> runner;
+    static inline std::atomic<int> ended;
 };
 
 } // namespace
@@ -160,10 +192,29 @@ TEST_F(TagsStory, ManyRequestsShareOneRun)
     SettleBackground();
     Update();
     began.ReadLine(::getpid());
+    const EndedRequests others; // each joins the run, which waits
     for (int request = 0; request < 14; ++request)
         Update();
+    ASSERT_TRUE(Until([&] { return others.Count() == 14; }));
     goOn.WriteLine("go on");
     SettleBackground();
     EXPECT_EQ(Content(runs), "run\n");
     EXPECT_THAT(Tags(), HasSubstr("foo"));
+}
+
+TEST_F(TagsStory, AnUpdateCoversAllSuffixesOfTheFamily)
+{
+    const std::string sources = home / "sources";
+    UseProgram("cat >'" + sources + "'; printf 'foo\\ta.c\\t1;\"\\tv\\n' >\"$t\"\n");
+    const char* const kSuffixes[] = {"h", "hh", "hpp", "hxx", "inl", "ipp", "tpp", "cc", "cp", "cpp", "cxx", "m", "mm"};
+    for (const std::string suffix : kSuffixes)
+        home.Write("T/of_" + suffix + "." + suffix, "int " + suffix + ";\n");
+    home.Write("T/other.txt", "int other;\n");
+    Start({home / "T/main.c"});
+    SettleBackground();
+    Update();
+    SettleBackground();
+    for (const std::string suffix : kSuffixes)
+        EXPECT_THAT(Content(sources), HasSubstr("of_" + suffix + "." + suffix + "\n"));
+    EXPECT_THAT(Content(sources), Not(HasSubstr("other.txt")));
 }
