@@ -10,9 +10,9 @@ import shutil
 import subprocess
 import sys
 import tempfile
-import time
 
-PATIENCE = 60  # seconds; far more than any step takes, even with sanitizers on a busy machine
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../support"))
+from waiting import PATIENCE, Failure, wait_for  # noqa: E402
 
 # The member "plumage" is named in no other text, so that only an answer of the server can complete it.
 FILES = {
@@ -24,20 +24,6 @@ FILES = {
 }
 
 PR_SET_CHILD_SUBREAPER = 36
-
-
-class Failure(Exception):
-    pass
-
-
-def wait_for(what, condition):
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        found = condition()
-        if found:
-            return found
-        time.sleep(0.02)
-    raise Failure(f"waited in vain for {what}")
 
 
 class Project:

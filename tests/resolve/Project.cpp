@@ -1,6 +1,7 @@
 #include "tests/resolve/Project.h"
 
 #include "tests/support/SnapshotOf.h"
+#include "tests/support/SourcesInText.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -29,17 +30,10 @@ TextsParser& Texts()
 
 } // namespace
 
-Project::Project(std::string text)
+Project::Project(const std::string& text)
 {
-    if (!text.starts_with("== "))
-        text = "== a.cpp\n" + text;
-    for (size_t begin = 0; begin != std::string::npos;) {
-        const size_t end = text.find("\n== ", begin);
-        const std::string part = text.substr(begin, end == std::string::npos ? end : end + 1 - begin);
-        const size_t line = part.find('\n');
-        AddFile(part.substr(3, line - 3), part.substr(line + 1));
-        begin = end == std::string::npos ? end : end + 1;
-    }
+    for (const auto& [path, marked] : SourcesInText(text))
+        AddFile(path, marked);
     place.text = placeText;
     snapshot = Texts().Snapshot(files);
     sources = std::make_shared<ProjectSources>(files);
@@ -47,7 +41,7 @@ Project::Project(std::string text)
 
 void Project::AddFile(const std::string& path, std::string text)
 {
-    const std::string mark = text.find("<|>") != std::string::npos ? "<|>" : "|";
+    const std::string_view mark = CaretSignIn(text);
     const size_t caret = text.find(mark);
     if (caret != std::string::npos)
         text.erase(caret, mark.size());

@@ -12,7 +12,7 @@
 // "== shape.h\nint $area();\n== main.cpp\nint x = ar|ea();": '|' is the place, '$' stands before the expected name. A
 // text without "==" is a file "a.cpp". In a text with '||', the place is written "<|>".
 struct Project {
-    explicit Project(std::string text);
+    explicit Project(const std::string& text);
 
     resolve::Answers Definition() const;
     resolve::Answers Declaration() const;

@@ -6,24 +6,11 @@ Everything waits for something to be seen, and for nothing else; a wait that is 
 import os
 import shutil
 import subprocess
+import sys
 import tempfile
-import time
 
-PATIENCE = 60  # seconds; far more than any step takes, even with sanitizers on a busy machine
-
-
-class Failure(Exception):
-    pass
-
-
-def wait_for(what, condition):
-    end = time.monotonic() + PATIENCE
-    while time.monotonic() < end:
-        found = condition()
-        if found:
-            return found
-        time.sleep(0.02)
-    raise Failure(f"waited in vain for {what}")
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../support"))
+from waiting import PATIENCE, Failure, wait_for  # noqa: E402
 
 
 class Screen:

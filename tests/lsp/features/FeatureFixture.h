@@ -2,6 +2,7 @@
 #pragma once
 
 #include "symbols/Index.h"
+#include "tests/support/SourcesInText.h"
 #include "tests/support/TempDirectory.h"
 #include "wren/lsp/features/Methods.h"
 #include "wren/lsp/protocol/Uri.h"
@@ -32,7 +33,8 @@ public:
         : options(std::move(given)), client(options.capabilities), projects(Listener())
     {
         tree.Write(".wren", "");
-        AddFiles(text.starts_with("== ") ? text : "== a.cpp\n" + text);
+        for (const auto& [path, marked] : SourcesInText(text))
+            AddFile(path, marked);
         projects.Configure(ProjectOptions(options), {{tree.Path(), options.isIndexed}});
         if (options.isIndexed)
             Update();
@@ -136,19 +138,9 @@ private:
         return path.ends_with(".mm") ? "objective-cpp" : "cpp";
     }
 
-    void AddFiles(const std::string& text)
-    {
-        for (size_t begin = 0; begin != std::string::npos;) {
-            const size_t end = text.find("\n== ", begin);
-            const std::string part = text.substr(begin, end == std::string::npos ? end : end + 1 - begin);
-            const size_t line = part.find('\n');
-            AddFile(part.substr(3, line - 3), part.substr(line + 1));
-            begin = end == std::string::npos ? end : end + 1;
-        }
-    }
     void AddFile(const std::string& path, const std::string& marked)
     {
-        const std::string sign = marked.find("<|>") != std::string::npos ? "<|>" : "|";
+        const std::string_view sign = CaretSignIn(marked);
         std::string text;
         std::vector<size_t> ends; // of marks, in turn with their begins
         size_t place = std::string::npos;
