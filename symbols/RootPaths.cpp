@@ -15,7 +15,7 @@ std::string RealPath(const std::string& path)
 }
 
 // As an index of it has it.
-std::string WithoutSlash(std::string root)
+std::string WithoutSlashes(std::string root)
 {
     while (root.size() > 1 && root.ends_with('/'))
         root.pop_back();
@@ -32,7 +32,7 @@ std::optional<std::string> PathBelow(std::string_view path, const std::string& r
 
 } // namespace
 
-RootPaths::RootPaths(const std::string& given) : root(WithoutSlash(given)), realRoot(root.empty() ? "" : RealPath(root))
+RootPaths::RootPaths(const std::string& given) : root(WithoutSlashes(given)), realRoot(root.empty() ? "" : RealPath(root))
 {
 }
 
