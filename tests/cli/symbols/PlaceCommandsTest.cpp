@@ -161,12 +161,36 @@ TEST_F(PlaceCommands, FailWhenNoLineOfTheInputHasAnAnswer)
 
 TEST_F(PlaceCommands, SayWhenThereIsNoAnswer)
 {
-    tree.Write("project/alone.cpp", "int x = Unknown();\n// comment\n");
+    tree.Write("project/alone.cpp", "int x = Unknown();\n// comment\n    return;\n");
     const ProgramRun unknown = Ask("definition", "alone.cpp:1:9");
     EXPECT_EQ(unknown.status, 1);
-    EXPECT_EQ(unknown.errors, "wren: no definition was found of the name at alone.cpp:1:9\n");
+    EXPECT_EQ(unknown.errors, "wren: no definition was found of \"Unknown\" at alone.cpp:1:9\n");
     EXPECT_EQ(unknown.output, "");
-    EXPECT_EQ(Ask("definition", "alone.cpp:2:5").status, 1) << "a comment";
+    const ProgramRun keyword = Ask("references", "alone.cpp:3");
+    EXPECT_EQ(keyword.status, 1);
+    EXPECT_EQ(keyword.errors, "wren: \"return\" at alone.cpp:3 is a keyword\n");
+    for (const char* const command : {"definition", "references", "explain"}) {
+        const ProgramRun comment = Ask(command, "alone.cpp:2:5");
+        EXPECT_EQ(comment.status, 1) << command;
+        EXPECT_EQ(comment.errors, "wren: there is no name at alone.cpp:2:5, but a comment, a string, or a blank\n");
+        EXPECT_EQ(comment.output, "") << command;
+    }
+}
+
+TEST_F(PlaceCommands, WithoutAColumnMeanTheFirstNameThatIsNotAKeyword)
+{
+    tree.Write("project/lines.c", "#define LIMIT 3\nstatic const int Limit(void) { return LIMIT; }\nint a;\n"
+                                  "int f(void) {\n    if (a)\n        return Limit();\n    return 0;\n}\n");
+    struct Case {
+        const char* place;
+        const char* said;
+    };
+    for (const Case& c : {Case{"lines.c:1", "lines.c:1:9:"}, Case{"lines.c:2", "lines.c:2:18:"},
+                          Case{"lines.c:5", "lines.c:3:5:"}, Case{"lines.c:6", "lines.c:2:18:"}}) {
+        const ProgramRun run = Ask("definition", c.place);
+        EXPECT_EQ(run.status, 0) << c.place << run.errors;
+        EXPECT_THAT(run.output, HasSubstr(c.said)) << c.place;
+    }
 }
 
 TEST_F(PlaceCommands, RefuseUnusablePlaces)

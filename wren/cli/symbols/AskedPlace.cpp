@@ -1,5 +1,7 @@
 #include "wren/cli/symbols/AskedPlace.h"
 
+#include "base/Identifier.h"
+#include "resolve/Tokens.h"
 #include "tagging/ParsedSource.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/symbols/SymbolWords.h"
@@ -7,6 +9,7 @@
 #include "wren/text/Place.h"
 
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -31,6 +34,29 @@ bool HasText(const symbols::Snapshot& snapshot, const std::string& path, const s
     return file && snapshot.FileOf(*file).contentHash == tagging::ContentHash(text);
 }
 
+size_t NextIdentifier(std::string_view text, size_t offset)
+{
+    while (offset < text.size() && text[offset] != '\n' && !base::IsIdentifierStart(text[offset]))
+        ++offset;
+    return offset;
+}
+
+// From the first identifier of a line on: the first one that means something. Keywords do not, nor does "define".
+size_t FirstName(std::string_view text, size_t first)
+{
+    size_t offset = first;
+    while (offset < text.size() && base::IsIdentifierStart(text[offset])) {
+        size_t end = offset;
+        while (end < text.size() && base::IsIdentifierCharacter(text[end]))
+            ++end;
+        const std::string_view word = text.substr(offset, end - offset);
+        if (!resolve::IsKeyword(word) && word != "define" && word != "undef" && word != "ifdef" && word != "ifndef")
+            return offset;
+        offset = NextIdentifier(text, end);
+    }
+    return first;
+}
+
 } // namespace
 
 base::Result<std::unique_ptr<AskedPlace>> AskedPlace::At(const std::string& words, CurrentIndexes& indexes)
@@ -49,13 +75,15 @@ base::Result<std::unique_ptr<AskedPlace>> AskedPlace::At(const std::string& word
     const base::Result<CurrentIndex*> index = indexes.ForFile(file);
     if (!index)
         return index.Failure();
-    symbols::Workspace& workspace = (*index)->Workspace();
-    return std::unique_ptr<AskedPlace>(new AskedPlace(workspace, file, *std::move(text), static_cast<size_t>(*offset)));
+    size_t start = static_cast<size_t>(*offset);
+    if (place->column == 0)
+        start = FirstName(*text, start);
+    return std::unique_ptr<AskedPlace>(new AskedPlace(**index, file, *std::move(text), start));
 }
 
-AskedPlace::AskedPlace(symbols::Workspace& workspace, const std::string& absolute, std::string content, size_t offset)
-    : workspace(workspace), sources(workspace), path(workspace.PathInIndex(absolute)), text(std::move(content)),
-      offset(offset), snapshot(workspace.Current())
+AskedPlace::AskedPlace(CurrentIndex& index, const std::string& absolute, std::string content, size_t offset)
+    : workspace(index.Workspace()), texts(index.ParsedTexts()), sources(workspace),
+      path(workspace.PathInIndex(absolute)), text(std::move(content)), offset(offset), snapshot(workspace.Current())
 {
     if (HasText(*snapshot, path, text))
         return;
@@ -66,7 +94,12 @@ AskedPlace::AskedPlace(symbols::Workspace& workspace, const std::string& absolut
 
 resolve::Resolver AskedPlace::Resolver() const
 {
-    return {*snapshot, sources, workspace.Parser()};
+    return {*snapshot, sources, workspace.Parser(), &texts};
+}
+
+std::string AskedPlace::Name() const
+{
+    return Resolver().Meanings(Place(), {1}).name;
 }
 
 resolve::Place AskedPlace::Place() const

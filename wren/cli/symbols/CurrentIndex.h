@@ -3,6 +3,7 @@
 
 #include "base/CancelToken.h"
 #include "base/Result.h"
+#include "resolve/ParsedText.h"
 #include "symbols/Workspace.h"
 #include "tagging/Settings.h"
 
@@ -39,6 +40,7 @@ public:
     // changed. "" for no reason.
     std::string WhyStale();
     symbols::Workspace& Workspace() { return workspace; }
+    resolve::ParsedTexts& ParsedTexts() { return texts; } // of the questions so far
 
 private:
     base::Result<void> Update(symbols::Index& index, const std::string& what);
@@ -51,6 +53,7 @@ private:
     const IndexChoice choice;
     Interruption& interruption;
     symbols::Workspace workspace;
+    resolve::ParsedTexts texts;
     base::CancelToken cancelCheck;
     bool checksProject = false;
     bool checksSystem = false;

@@ -19,7 +19,8 @@ constexpr const char* kFooter =
 an answer is wrong, send this with your report: it contains names and paths of your sources,
 so read it first.
 
-PLACE is FILE:LINE[:COLUMN]; without a column, the first identifier of the line.
+PLACE is FILE:LINE[:COLUMN]; without a column, the first name of the line that is not a
+keyword.
 
 Exit status: 0 it was printed, 1 there is no name at the place, 2 wrong usage, an unreadable
 file, or no index can be made.
@@ -41,11 +42,11 @@ int RunExplain(const ExplainWords& words)
         Complain(place.Failure().Message());
         return base::exit_status::kUnusable;
     }
-    std::string text = (*place)->Resolver().Explain((*place)->Place());
-    if (text.empty()) {
-        Complain("there is no name at " + words.place);
+    if ((*place)->Name().empty()) {
+        Complain(NoNameAt(words.place));
         return base::exit_status::kNothing;
     }
+    std::string text = (*place)->Resolver().Explain((*place)->Place());
     if (!text.ends_with('\n'))
         text += '\n';
     return WriteOrComplain(output, text, "the explanation") ? base::exit_status::kDone : base::exit_status::kUnusable;

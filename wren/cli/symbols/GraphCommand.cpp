@@ -1,6 +1,7 @@
 #include "wren/cli/symbols/SymbolCommands.h"
 
 #include "base/ExitStatus.h"
+#include "resolve/ParsedText.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/symbols/CallGraph.h"
 #include "wren/cli/symbols/ClassGraph.h"
@@ -63,7 +64,8 @@ Graph IncludesGraph(const GraphWords& words, const symbols::Workspace& workspace
 Graph CallsGraph(const GraphWords& words, symbols::Workspace& workspace, const symbols::Snapshot& snapshot)
 {
     const WorkspaceSources sources(workspace);
-    const resolve::Resolver resolver(snapshot, sources, workspace.Parser());
+    resolve::ParsedTexts texts; // many calls are in the same text
+    const resolve::Resolver resolver(snapshot, sources, workspace.Parser(), &texts);
     CallGraph graph(snapshot, sources, resolver);
     return WalkGraph(
         graph.Find(words.name),

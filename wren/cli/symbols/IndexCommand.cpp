@@ -51,6 +51,8 @@ void AddIndexCommand(CLI::App& app, int* status)
     CLI::Option* remove = command->add_flag("--remove", words->remove, "Remove its files");
     CLI::Option* out = command->add_option("--export", words->exportTo, "Then write the index to this file");
     CLI::Option* in = command->add_option("--import", words->importFrom, "First take over the index in this file");
+    out->type_name("FILE");
+    in->type_name("FILE");
     show->excludes(watch)->excludes(remove)->excludes(out)->excludes(in);
     remove->excludes(watch)->excludes(out)->excludes(in);
     watch->excludes(out);

@@ -17,9 +17,10 @@ constexpr size_t kMostAnswers = 100;
 constexpr size_t kMostReferences = 1000;
 
 constexpr const char* kPlace = R"(
-PLACE is FILE:LINE[:COLUMN]; without a column, the first identifier of the line. With "-",
-places are read from standard input, one per line. Each answer then ends with an empty line,
-or is one line of JSON: an object with "place", "name", "answers" and "more", or "error".)";
+PLACE is FILE:LINE[:COLUMN]; without a column, the first name of the line that is not a
+keyword. With "-", places are read from standard input, one per line. Each answer then ends
+with an empty line, or is one line of JSON: an object with "place", "name", "answers" and
+"more", or "error".)";
 
 constexpr const char* kIndex = R"(
 The index of the project is made when there is none, which takes a while, and is checked
@@ -48,7 +49,7 @@ Command Definition()
             "Examples:\n"
             "    wren definition src/main.cpp:12:8\n"
             "    wren definition src/main.cpp:12:8 --limit 1 --json",
-            {"no definition was found of", [](const AskedPlace& place, symbols::Limits limits) {
+            {"no definition was found of ", [](const AskedPlace& place, symbols::Limits limits) {
                  return LinesOf(place.Resolver().Definition(place.Place(), limits), place.Workspace());
              }}};
 }
@@ -62,7 +63,7 @@ Command Declaration()
             "Examples:\n"
             "    wren declaration src/main.cpp:12:8\n"
             "    wren declaration src/main.cpp:12:8 --json",
-            {"no declaration was found of", [](const AskedPlace& place, symbols::Limits limits) {
+            {"no declaration was found of ", [](const AskedPlace& place, symbols::Limits limits) {
                  return LinesOf(place.Resolver().Declaration(place.Place(), limits), place.Workspace());
              }}};
 }
@@ -75,7 +76,7 @@ Command Implementations()
             "\"path:line:column: the source line\".\n",
             "Examples:\n"
             "    wren implementations src/shape.h:12:7",
-            {"no implementation was found of", [](const AskedPlace& place, symbols::Limits limits) {
+            {"no implementation was found of ", [](const AskedPlace& place, symbols::Limits limits) {
                  return LinesOf(place.Resolver().Implementations(place.Place(), limits), place.Workspace());
              }}};
 }
@@ -89,7 +90,7 @@ Command References()
             "Examples:\n"
             "    wren references src/main.cpp:12:8\n"
             "    wren references --symbol Area --in src",
-            {"no reference was found to",
+            {"no reference was found to ",
              [](const AskedPlace& place, symbols::Limits limits) {
                  return LinesOf(place.Resolver().References(place.Place(), limits), place.Workspace());
              }},
@@ -141,7 +142,9 @@ void AddPlaceCommands(CLI::App& app, int* status)
     for (const auto& make : {Definition, Declaration, Implementations})
         AddPlaceCommand(app, status, WordsFor(make()));
     const std::shared_ptr<PlaceWords> words = WordsFor(References());
-    AddPlaceCommand(app, status, words)->add_option("--symbol", words->symbol, "The uses of this name instead");
+    AddPlaceCommand(app, status, words)
+        ->add_option("--symbol", words->symbol, "The uses of this name instead")
+        ->type_name("NAME");
 }
 
 } // namespace wren

@@ -1,6 +1,7 @@
 #include "wren/cli/symbols/PlaceRun.h"
 
 #include "base/ExitStatus.h"
+#include "resolve/Tokens.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/symbols/AskedPlace.h"
 #include "wren/cli/symbols/SymbolRow.h"
@@ -46,7 +47,7 @@ int PlaceRun::Answer(const std::string& place)
 {
     const base::Result<PlaceLines> lines = Ask(place);
     if (lines)
-        return Print(*lines, "the name at " + place);
+        return Print(*lines, WhyNothing(lines->name, place));
     Complain(lines.Failure().Message());
     return base::exit_status::kUnusable;
 }
@@ -71,7 +72,7 @@ int PlaceRun::AnswerReferences(const std::string& name)
         Complain(index.Failure().Message());
         return base::exit_status::kUnusable;
     }
-    return Print(ReferencesOf(name, (*index)->Workspace(), {words.limit}), "\"" + name + "\"");
+    return Print(ReferencesOf(name, (*index)->Workspace(), {words.limit}), question.nothing + "\"" + name + "\"");
 }
 
 base::Result<PlaceLines> PlaceRun::Ask(const std::string& text)
@@ -79,13 +80,25 @@ base::Result<PlaceLines> PlaceRun::Ask(const std::string& text)
     const base::Result<std::unique_ptr<AskedPlace>> place = AskedPlace::At(text, indexes);
     if (!place)
         return place.Failure();
-    return question.ask(**place, {words.limit});
+    PlaceLines lines = question.ask(**place, {words.limit});
+    if (lines.found.empty())
+        lines.name = (*place)->Name();
+    return lines;
 }
 
-int PlaceRun::Print(const PlaceLines& lines, const std::string& asked)
+std::string PlaceRun::WhyNothing(const std::string& name, const std::string& place) const
+{
+    if (name.empty())
+        return NoNameAt(place);
+    if (resolve::IsKeyword(name))
+        return "\"" + name + "\" at " + place + " is a keyword";
+    return question.nothing + "\"" + name + "\" at " + place;
+}
+
+int PlaceRun::Print(const PlaceLines& lines, const std::string& whyNothing)
 {
     if (lines.found.empty()) {
-        Complain(question.nothing + " " + asked);
+        Complain(whyNothing);
         return base::exit_status::kNothing;
     }
     if (!WriteLines(lines))

@@ -15,7 +15,7 @@ class AskedPlace;
 
 // A question that can be asked about a place.
 struct PlaceQuestion {
-    std::string nothing; // the message's beginning when there is no answer: "no definition of"
+    std::string nothing; // the message's beginning when there is no answer: "no definition of "
     std::function<PlaceLines(const AskedPlace& place, symbols::Limits limits)> ask;
 };
 
@@ -31,7 +31,8 @@ public:
 
 private:
     base::Result<PlaceLines> Ask(const std::string& place);
-    int Print(const PlaceLines& lines, const std::string& asked);
+    std::string WhyNothing(const std::string& name, const std::string& place) const;
+    int Print(const PlaceLines& lines, const std::string& whyNothing);
     bool Write(const PlaceLine& line);
     bool WriteAnswerToInput(const std::string& place, const base::Result<PlaceLines>& lines);
     bool WriteLines(const PlaceLines& lines);

@@ -11,7 +11,7 @@ namespace wren {
 
 void AddTreeOptions(CLI::App& command, SymbolWords& words)
 {
-    command.add_option("--in", words.directory, "Use the index of this directory's project");
+    command.add_option("--in", words.directory, "Use the index of this directory's project")->type_name("DIR");
     command.add_flag("--fresh", words.index.waits, "Wait until all changed files are found");
 }
 
