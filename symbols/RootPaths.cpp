@@ -32,7 +32,8 @@ std::optional<std::string> PathBelow(std::string_view path, const std::string& r
 
 } // namespace
 
-RootPaths::RootPaths(const std::string& given) : root(WithoutSlashes(given)), realRoot(root.empty() ? "" : RealPath(root))
+RootPaths::RootPaths(const std::string& given)
+    : root(WithoutSlashes(given)), realRoot(root.empty() ? "" : RealPath(root))
 {
 }
 
