@@ -45,6 +45,52 @@ size_t CommonTail(std::string_view a, std::string_view b)
     return parts;
 }
 
+// One part at the front of the path, which is removed with its slash.
+std::string_view TakePart(std::string_view& path)
+{
+    const std::string_view part = path.substr(0, path.find('/'));
+    path.remove_prefix(std::min(path.size(), part.size() + 1));
+    return part;
+}
+
+bool Take(std::string_view& path, std::string_view front)
+{
+    const bool has = path.starts_with(front);
+    path.remove_prefix(has ? front.size() : 0);
+    return has;
+}
+
+// Whether compilers look there without being told: "/usr/include", "/usr/include/x86_64-linux-gnu/c++/12" and so on.
+bool IsSearchedByCompilers(std::string_view directory)
+{
+    if (directory == "/usr/include" || directory == "/usr/local/include")
+        return true;
+    if (Take(directory, "/usr/lib/gcc/")) {
+        TakePart(directory); // machine
+        TakePart(directory); // version
+        return directory == "include";
+    }
+    if (!Take(directory, "/usr/include/"))
+        return false;
+    if (directory.substr(0, directory.find('/')).find("-linux-") != std::string_view::npos) {
+        TakePart(directory);
+        if (directory.empty())
+            return true;
+    }
+    return Take(directory, "c++/") && !directory.empty() && directory.find('/') == std::string_view::npos;
+}
+
+bool IsOfSystem(std::string_view path)
+{
+    return path.starts_with("/usr/");
+}
+
+// Whether compilers find it under that name without being told where.
+bool IsFoundAs(std::string_view name, std::string_view path)
+{
+    return path.size() > name.size() && IsSearchedByCompilers(path.substr(0, path.size() - name.size() - 1));
+}
+
 size_t Depth(std::string_view path)
 {
     return static_cast<size_t>(std::count(path.begin(), path.end(), '/'));
@@ -113,6 +159,7 @@ std::vector<symbols::FileNumber> IncludedFiles::Find(std::string_view includer, 
         Found found;
         bool isBeside;
         bool isWhole;
+        bool isSearched;  // where compilers find it by its name
         bool isOtherSide; // the project's for a header of the system, and the reverse
         size_t tail;
         size_t common;
@@ -121,6 +168,7 @@ std::vector<symbols::FileNumber> IncludedFiles::Find(std::string_view includer, 
     std::vector<Ranked> ranked;
     for (const Found& each : WithLeaf(FileLeaf(name)))
         ranked.push_back({each, each.path == beside, EndsInPath(each.path, name),
+                          EndsInPath(each.path, name) && IsFoundAs(name, each.path),
                           each.isSystem != (fromSystem || include.isAngled), CommonTail(each.path, name),
                           CommonDirectories(each.path, includer), Depth(each.path)});
     std::stable_sort(ranked.begin(), ranked.end(), [&](const Ranked& a, const Ranked& b) {
@@ -132,6 +180,8 @@ std::vector<symbols::FileNumber> IncludedFiles::Find(std::string_view includer, 
             return b.isOtherSide;
         if (a.found.isSystem != b.found.isSystem)
             return b.found.isSystem;
+        if (a.isSearched != b.isSearched)
+            return a.isSearched;
         if (a.tail != b.tail)
             return a.tail > b.tail;
         if (include.isAngled && a.found.isSystem && a.depth != b.depth)
@@ -140,9 +190,11 @@ std::vector<symbols::FileNumber> IncludedFiles::Find(std::string_view includer, 
             return a.common > b.common;
         return a.depth < b.depth;
     });
+    const bool isSearched = std::ranges::any_of(ranked, &Ranked::isSearched);
     std::vector<symbols::FileNumber> result;
     for (const Ranked& each : ranked)
-        if (each.isWhole || each.isBeside || !ranked.front().isWhole)
+        if ((each.isWhole || each.isBeside || !ranked.front().isWhole) &&
+            (!isSearched || each.isSearched || each.isBeside || !IsOfSystem(each.found.path)))
             result.push_back(each.found.file);
     return result;
 }

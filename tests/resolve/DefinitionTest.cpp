@@ -49,6 +49,40 @@ TEST(Definition, OfAnIncludeIsTheFile)
     EXPECT_EQ(Lines(include.Definition()), std::vector<std::string>{"inc/sub/b.h:1 include"});
 }
 
+TEST(Definition, OfAnIncludeIsTheFileThatCompilersFindByThatName)
+{
+    struct Case {
+        const char* why;
+        const char* files;
+        const char* include;
+        const char* found;
+    };
+    for (const Case& c : {
+             Case{"not a header of the same name below",
+                  "== /usr/include/linux/stddef.h\n== "
+                  "/usr/lib/gcc/x86_64-linux-gnu/12/include/stddef.h\n",
+                  "<stddef.h>", "/usr/lib/gcc/x86_64-linux-gnu/12/include/stddef.h:1 include"},
+             Case{"C++", "== /usr/include/c++/12/algorithm\n== /usr/include/c++/12/ext/algorithm\n", "<algorithm>",
+                  "/usr/include/c++/12/algorithm:1 include"},
+             Case{"of the machine", "== /usr/include/a/sys/types.h\n== /usr/include/x86_64-linux-gnu/sys/types.h\n",
+                  "<sys/types.h>", "/usr/include/x86_64-linux-gnu/sys/types.h:1 include"},
+             Case{"of the machine's C++",
+                  "== /usr/include/boost/bits/c++io.h\n== "
+                  "/usr/include/x86_64-linux-gnu/c++/12/bits/c++io.h\n",
+                  "<bits/c++io.h>", "/usr/include/x86_64-linux-gnu/c++/12/bits/c++io.h:1 include"},
+             Case{"one that needs to be told where", "== /usr/include/glib-2.0/glib.h\n", "<glib.h>",
+                  "/usr/include/glib-2.0/glib.h:1 include"},
+         }) {
+        const Project project(std::string(c.files) + "== a.cpp\n#include " + c.include[0] + "|" + (c.include + 1) +
+                              "\n");
+        EXPECT_EQ(Lines(project.Definition()), std::vector<std::string>{c.found}) << c.why;
+    }
+    const Project both("== stddef.h\n== /usr/include/stddef.h\n== /usr/include/linux/stddef.h\n== a.cpp\n"
+                       "#include \"|stddef.h\"\n");
+    EXPECT_EQ(Lines(both.Definition()),
+              (std::vector<std::string>{"stddef.h:1 include", "/usr/include/stddef.h:1 include"}));
+}
+
 TEST(Definition, DefinitionsAndDeclarations)
 {
     const std::string header = "== shape.h\nint area(int n);\n";
