@@ -75,6 +75,21 @@ TEST_F(IndexedTags, SourcesThatTheIndexLeavesOutAreTagged)
     EXPECT_THAT(Content(Tags()), HasSubstr("build/made.cpp"));
 }
 
+TEST_F(IndexedTags, AWholeRunIsExplainedWhenTheIndexLeavesOutMany)
+{
+    tree.Write("project/build/CMakeCache.txt", "");
+    for (int number = 0; number < 101; ++number) {
+        tree.Write("project/build/made" + std::to_string(number) + ".c", "int made;\n");
+        tree.Write("project/source" + std::to_string(number) + ".c", "int written;\n");
+    }
+    MakeIndex();
+    const std::string said = Executed();
+    EXPECT_THAT(said, HasSubstr("wren: the index leaves out 101 of 207 sources, such as ignored ones, so all are "
+                                "parsed\n"));
+    EXPECT_THAT(said, HasSubstr("executing "));
+    EXPECT_THAT(Content(Tags()), HasSubstr("build/made100.c"));
+}
+
 TEST_F(IndexedTags, LinksAreTaggedUnderTheirOwnNames)
 {
     tree.Write("project/plain.h", "typedef struct { int inside; } Plain;\nenum { kOne };\n");

@@ -12,6 +12,7 @@
 #include "wren/core/Interruption.h"
 #include "wren/core/TagsTarget.h"
 
+#include <algorithm>
 #include <memory>
 #include <sys/stat.h>
 #include <unordered_set>
@@ -21,8 +22,12 @@ namespace wren {
 
 namespace {
 
-// Sources that the index leaves out, such as links and those in ignored directories, are parsed one after the other.
-constexpr size_t kMostOthers = 100;
+// Sources that the index leaves out, such as links and those in ignored directories, are parsed one after the other. A
+// whole run is faster when they are many.
+size_t MostOthers(size_t sources)
+{
+    return std::max<size_t>(100, sources / 20);
+}
 
 std::string TooLongText(size_t tags)
 {
@@ -120,8 +125,11 @@ bool Job::TakeOthers()
         else if (project->FileOf(*file).isIncomplete)
             return false;
     }
-    if (others.size() > kMostOthers)
+    if (others.size() > MostOthers(sources.size())) {
+        Complain("the index leaves out " + std::to_string(others.size()) + " of " + std::to_string(sources.size()) +
+                 " sources, such as ignored ones, so all are parsed");
         return false;
+    }
     std::vector<std::shared_ptr<const symbols::OpenText>> texts;
     for (const std::string& path : others) {
         texts.push_back(Parse(path));
