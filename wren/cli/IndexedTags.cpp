@@ -1,13 +1,13 @@
 #include "wren/cli/IndexedTags.h"
 
 #include "base/CancelToken.h"
+#include "base/DirectoryLock.h"
 #include "symbols/TagsFile.h"
 #include "symbols/Workspace.h"
 #include "symbols/store/Store.h"
 #include "wren/cli/CommandSupport.h"
 #include "wren/cli/IndexProgress.h"
 #include "wren/cli/WantedSources.h"
-#include "wren/core/DirectoryLock.h"
 #include "wren/core/Documents.h"
 #include "wren/core/Interruption.h"
 #include "wren/core/TagsTarget.h"
@@ -207,7 +207,7 @@ std::optional<TagsOutcome> MakeTagsFromIndex(const TagsWanted& wanted, Interrupt
     if (!job.HasIndex())
         return std::nullopt;
     interruption.Hold([&](int) { job.Cancel(); });
-    const DirectoryLock lock(
+    const base::DirectoryLock lock(
         wanted.directory, [&] { waits(wanted.directory); }, [&] { return interruption.Signal() != 0; });
     std::optional<TagsOutcome> outcome = job.Make();
     interruption.Release();

@@ -1,8 +1,8 @@
 #include "wren/core/TagsRun.h"
 
+#include "base/DirectoryLock.h"
 #include "base/NewFile.h"
 #include "base/Process.h"
-#include "wren/core/DirectoryLock.h"
 #include "wren/core/FindReport.h"
 #include "wren/core/TagsCount.h"
 #include "wren/core/TagsTarget.h"
@@ -39,7 +39,7 @@ TagsRun::~TagsRun()
 
 void TagsRun::TakeLock(const std::string& directory)
 {
-    lock = std::make_unique<DirectoryLock>(
+    lock = std::make_unique<base::DirectoryLock>(
         directory, [&] { waits(directory); }, [this] { return group.Stopped() != 0; });
 }
 

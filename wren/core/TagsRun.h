@@ -10,9 +10,12 @@
 #include <string>
 #include <vector>
 
+namespace base {
+class DirectoryLock;
+}
+
 namespace wren {
 
-class DirectoryLock;
 class TagsTarget;
 
 // The result of a run.
@@ -74,7 +77,7 @@ private:
     const int output;
     const std::function<void(const std::string&)> waits;
     ProcessGroup group;
-    std::unique_ptr<DirectoryLock> lock;
+    std::unique_ptr<base::DirectoryLock> lock;
     std::unique_ptr<TagsTarget> target;
     bool begun = false; // the unfinished file is this run's
     TagsOutcome outcome;

@@ -1,5 +1,6 @@
 #include "wren/lsp/features/Commands.h"
 
+#include "base/DirectoryLock.h"
 #include "symbols/TagsFile.h"
 #include "wren/lsp/protocol/Uri.h"
 #include "wren/projects/Project.h"
@@ -53,6 +54,9 @@ std::string WriteTags(Project& project, const RequestContext& context)
     options.root = project.Root();
     options.version = WREN_VERSION;
     options.jobs = std::max(1u, std::thread::hardware_concurrency());
+    const base::DirectoryLock lock(
+        project.Root(), [] {}, [&] { return context.cancel.IsCancelled(); });
+    context.CheckCancelled();
     const auto written = symbols::WriteTagsFile(*snapshot, options, context.cancel);
     context.CheckCancelled();
     if (!written)

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-namespace wren {
+namespace base {
 
 // Keeps two programs from making tags in one directory at the same time, since they would use the same unfinished file.
 // The later one waits until the earlier one ends, for any reason.
@@ -28,7 +28,7 @@ private:
     bool Wait(const std::function<void()>& waits, const std::function<bool()>& givesUp) const;
 
     const std::string path;
-    base::Descriptor file;
+    Descriptor file;
 };
 
-} // namespace wren
+} // namespace base

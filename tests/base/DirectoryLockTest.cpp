@@ -1,4 +1,4 @@
-#include "wren/core/DirectoryLock.h"
+#include "base/DirectoryLock.h"
 
 #include "tests/support/TempDirectory.h"
 
@@ -10,7 +10,6 @@
 #include <thread>
 #include <unistd.h>
 
-namespace wren {
 namespace {
 
 // Makes and locks a file at the path; closing it unlocks.
@@ -35,7 +34,7 @@ TEST(DirectoryLock, ReportsOnceThatItWaits)
     std::atomic<int> waits = 0;
     std::atomic<int> looks = 0;
     std::thread waiting([&] {
-        const DirectoryLock lock(
+        const base::DirectoryLock lock(
             tree.Path(), [&] { ++waits; }, [&] { return ++looks < 0; });
     });
     WaitUntil(waits, 1);
@@ -49,4 +48,3 @@ TEST(DirectoryLock, ReportsOnceThatItWaits)
 }
 
 } // namespace
-} // namespace wren

@@ -1,4 +1,4 @@
-#include "wren/core/DirectoryLock.h"
+#include "base/DirectoryLock.h"
 
 #include "base/FileIdentity.h"
 
@@ -11,7 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace wren {
+namespace base {
 
 namespace {
 
@@ -34,13 +34,13 @@ DirectoryLock::DirectoryLock(const std::string& directory, const std::function<v
     };
     while (!givesUp()) {
         // O_NONBLOCK: opening a pipe without a writer would block.
-        file = base::Descriptor(::open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666));
+        file = Descriptor(::open(path.c_str(), O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0666));
         if (!file.IsOpen())
             return;
         if (!IsPlainFile(file.Number()) || !Wait(waitsOnce, givesUp))
             break;
         // The previous owner removes the file at the end: the locked file may no longer be the one at 'path'.
-        if (base::IsStillAt(file.Number(), path))
+        if (IsStillAt(file.Number(), path))
             return;
         file.Close();
     }
@@ -68,4 +68,4 @@ bool DirectoryLock::Wait(const std::function<void()>& waits, const std::function
     return true;
 }
 
-} // namespace wren
+} // namespace base
