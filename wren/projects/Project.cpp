@@ -188,9 +188,11 @@ void Project::Settle(const std::string& except)
     std::map<std::string, OpenText> taken;
     {
         const std::lock_guard lock(mutex);
-        auto own = unsettled.extract(except);
+        const auto own = unsettled.find(except);
+        const bool isOpen = own != unsettled.end() && own->second.content != nullptr;
+        auto kept = isOpen ? unsettled.extract(own) : decltype(unsettled)::node_type();
         taken.swap(unsettled);
-        unsettled.insert(std::move(own));
+        unsettled.insert(std::move(kept));
     }
     for (const auto& [path, text] : taken)
         Settle(path, text);
@@ -215,14 +217,28 @@ bool Project::SettleOne()
 
 void Project::Prepare(const std::string& path, const base::CancelToken& cancel)
 {
-    const std::lock_guard one(preparing);
-    WarnOf(hasTags ? workspace.RefreshTagsFiles(cancel) : workspace.SetTagsFiles(tags, cancel));
-    hasTags = true;
+    {
+        const std::lock_guard one(preparing);
+        WarnOf(hasTags ? workspace.RefreshTagsFiles(cancel) : workspace.SetTagsFiles(tags, cancel));
+        hasTags = true;
+    }
     const bool isComplete = workspace.Project() != nullptr && workspace.Project()->Current() != nullptr;
-    if (isComplete || !prepared.insert(path).second)
+    if (isComplete || IsPrepared(path))
+        return;
+    const std::lock_guard one(loading);
+    if (IsPrepared(path)) // by whoever held the lock
         return;
     Settle(""); // the text decides what it includes
     workspace.LoadIncluded(path, cancel);
+    const std::lock_guard lock(preparing);
+    if (!cancel.IsCancelled()) // else it has ended early, and the next question goes on
+        prepared.insert(path);
+}
+
+bool Project::IsPrepared(const std::string& path)
+{
+    const std::lock_guard lock(preparing);
+    return prepared.contains(path);
 }
 
 void Project::WarnOf(const symbols::Workspace::TagsProblems& problems)

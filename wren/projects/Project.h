@@ -77,13 +77,15 @@ public:
     // is done by Settle().
     void TextChanged(const std::string& path, OpenText text);
     void TextClosed(const std::string& path);
-    // Makes the symbols of all changed texts visible in the workspace, except those of one, whose asker knows its text.
+    // Makes the symbols of all changed texts visible in the workspace, except those of one that is open, whose asker
+    // knows its text.
     void Settle(const std::string& except);
     // The same for one text, and for what it includes; false when all are settled. Requests then do not wait for many
     // texts.
     bool SettleOne();
     // Before a question about a text: reads the tags files and, unless the index is complete, what the text includes.
-    // Blocks the first question about a text for a second at most, and costs next to nothing later.
+    // Blocks the first question about a text for a second at most, and costs next to nothing later. Questions about
+    // texts that are prepared already do not wait.
     void Prepare(const std::string& path, const base::CancelToken& cancel);
 
 private:
@@ -91,6 +93,7 @@ private:
 
     void Run();
     void Settle(const std::string& path, const OpenText& text);
+    bool IsPrepared(const std::string& path);
     void WarnOf(const symbols::Workspace::TagsProblems& problems);
     void KeepCurrent(const CancelPointer& cancel);
     void WatchProject(const CancelPointer& cancel);
@@ -110,6 +113,7 @@ private:
     std::mutex settling;                       // held by whoever settles
 
     const std::vector<std::string> tags;
+    std::mutex loading;   // held by whoever loads what a text includes
     std::mutex preparing; // guards the next members
     bool hasTags = false;
     std::set<std::string> prepared; // paths of texts
