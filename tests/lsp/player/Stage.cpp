@@ -87,14 +87,20 @@ std::string Stage::Filled(const std::string& given) const
 
 Json Stage::Filled(const Json& value) const
 {
-    Json filled = value;
-    if (value.is_structured()) {
-        for (auto member = filled.begin(); member != filled.end(); ++member)
-            *member = Filled(*member);
+    if (value.is_object()) {
+        Json filled = Json::object();
+        for (const auto& [name, member] : value.items())
+            filled[Filled(name)] = Filled(member);
+        return filled;
+    }
+    if (value.is_array()) {
+        Json filled = Json::array();
+        for (const Json& each : value)
+            filled.push_back(Filled(each));
         return filled;
     }
     if (!value.is_string())
-        return filled;
+        return value;
     const std::string text = value;
     if (!text.starts_with('@'))
         return Filled(text);
