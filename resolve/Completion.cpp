@@ -1,5 +1,6 @@
 // Names that fit a place, nearest first.
 #include "resolve/Blocks.h"
+#include "resolve/Fitness.h"
 #include "resolve/Nearby.h"
 #include "resolve/Question.h"
 #include "resolve/Resolver.h"
@@ -121,6 +122,8 @@ private:
             isInClass = IsClassKind(of.front().symbol.kind) && !IsSystem(of.front().symbol);
             return;
         }
+        if (begin >= before)
+            return Global();
         std::string scope = type.name;
         for (const Symbol& symbol : types) {
             if (symbol.kind == SymbolKind::NamespaceAlias && !symbol.target.empty())
@@ -131,6 +134,17 @@ private:
         }
         UsedInScope(scope);
         InScope(scope, 0);
+    }
+
+    // "::na"
+    void Global()
+    {
+        scopes.emplace_back(0, "");
+        for (const Symbol& symbol : GetWorld().OwnSymbols())
+            if (IsVisible(symbol) && symbol.scope.empty())
+                Add(symbol, How::Scope, 0);
+        FromText();
+        FromIncluded();
     }
 
     // A large namespace has more names than can be listed: what the text uses of it is there in any case.
@@ -360,7 +374,13 @@ private:
         const bool isBehindSign =
             before != kNone && (tokens[before].Is('.') || tokens[before].text == "->" || tokens[before].IsMark("::"));
         const bool isDefining = isInClass && IsAtDefinition();
-        const Nearby nearby(tokens, tokens.FirstFrom(start), isBehindSign ? before : kNone);
+        const size_t place = tokens.FirstFrom(start);
+        std::optional<Fitness> fitness;
+        std::optional<Nearby> nearby;
+        if (isBehindSign)
+            fitness.emplace(question, place, before);
+        else
+            nearby.emplace(tokens, place, kNone);
         struct Key {
             bool isNotLocal;
             int phase;
@@ -371,14 +391,17 @@ private:
             auto operator<=>(const Key&) const = default;
         };
         std::vector<std::pair<Key, size_t>> keys;
+        const size_t next = fitness ? NextDeclared(fitness->LastUsed()) : kNone;
         for (const Offer& offer : offers) {
             const std::string_view name = offer.symbol.name;
             const bool isInner = name.starts_with('_') && !typed.starts_with('_'); // meant for the library itself
-            Key key{false, 0, UINT64_MAX - nearby.Anywhere(name), isInner, offer.group, offer.order};
+            Key key{false, 0, 0, isInner, offer.group, offer.order};
             if (isBehindSign) {
                 key.phase = isDefining && !IsUndefined(offer.symbol) ? 1 : 0;
-                key.unused = key.phase == 0 && isDefining ? 0 : UINT64_MAX - nearby.Fitting(name);
+                key.unused =
+                    key.phase == 0 && isDefining ? 0 : UINT64_MAX - fitness->Of(offer.symbol, keys.size() == next);
             } else {
+                key.unused = UINT64_MAX - nearby->Anywhere(name);
                 key.isNotLocal = offer.how != How::Local;
                 key.phase = isMessage && offer.how == How::Name ? 1 : 0;
             }
@@ -390,6 +413,17 @@ private:
         for (size_t i = 0; i < count; ++i)
             sorted.push_back(offers[keys[i].second]);
         offers = std::move(sorted);
+    }
+
+    // The offer that is declared behind that of the name.
+    size_t NextDeclared(std::string_view name) const
+    {
+        const auto used =
+            std::find_if(offers.begin(), offers.end(), [&](const Offer& each) { return each.symbol.name == name; });
+        if (used == offers.end() || used + 1 == offers.end())
+            return kNone;
+        const bool isNext = used[1].symbol.file == used->symbol.file && used[1].symbol.scope == used->symbol.scope;
+        return isNext ? static_cast<size_t>(used + 1 - offers.begin()) : kNone;
     }
 
     // "void Shape::", but neither "int f(Shape::" nor "class Round { Shape::".

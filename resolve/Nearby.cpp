@@ -13,10 +13,11 @@ bool IsAccess(const Token& token)
     return token.Is('.') || token.text == "->" || token.IsMark("::");
 }
 
-size_t Farther(const Tokens& tokens, size_t i, std::string_view receiver, size_t distance)
+// A scope has other names than an object.
+size_t Farther(const Tokens& tokens, size_t i, size_t sign, std::string_view receiver, size_t distance)
 {
-    if (!IsAccess(tokens[i - 1]))
-        return 4 * distance + 2000;
+    if (!IsAccess(tokens[i - 1]) || tokens[i - 1].IsMark("::") != tokens[sign].IsMark("::"))
+        return tokens[sign].IsMark("::") ? 8 * distance + 8000 : 4 * distance + 2000;
     return !receiver.empty() && ReceiverName(tokens, i - 1) == receiver ? distance : 2 * distance + 300;
 }
 
@@ -31,7 +32,7 @@ Nearby::Nearby(const Tokens& tokens, size_t place, size_t sign)
         const size_t distance = i < place ? place - i : kBehind + (i - place);
         anywhere[tokens[i].text] += kScale / (distance + kNear);
         if (sign != kNone)
-            fitting[tokens[i].text] += kScale / (Farther(tokens, i, receiver, distance) + kNear);
+            fitting[tokens[i].text] += kScale / (Farther(tokens, i, sign, receiver, distance) + kNear);
     }
 }
 
