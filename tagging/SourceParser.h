@@ -3,6 +3,7 @@
 
 #include "base/CancelToken.h"
 #include "base/Result.h"
+#include "tagging/ChangedFunction.h"
 #include "tagging/FileStamp.h"
 #include "tagging/Observer.h"
 #include "tagging/ParsedSource.h"
@@ -38,7 +39,7 @@ private:
     std::unique_ptr<Contents> contents;
 };
 
-// Parses texts with ctags processes kept at hand. Thread-safe; one text at a time. The program must ignore SIGPIPE.
+// Parses texts with ctags processes kept at hand. Thread-safe; two texts at a time. The program must ignore SIGPIPE.
 class TextParser {
 public:
     enum class Locals { No, Yes }; // local variables, parameters, labels; not those of Objective-C's methods
@@ -51,6 +52,12 @@ public:
     // may be of any language, so the text decides, and editors do not know better.
     base::Result<std::unique_ptr<ParsedSource>> Parse(const std::string& path, std::string_view text, Locals locals,
                                                       std::optional<Language> language = std::nullopt);
+
+    // The same, without locals, and sooner when the text differs from an earlier one in the body of one function. That
+    // has the same path and language.
+    base::Result<std::unique_ptr<ParsedSource>> ParseChanged(const std::string& path, std::string_view text,
+                                                             const EarlierText& before,
+                                                             std::optional<Language> language = std::nullopt);
 
 private:
     struct Contents;

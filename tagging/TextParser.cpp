@@ -7,29 +7,99 @@
 
 namespace tagging {
 
-struct TextParser::Contents {
-    explicit Contents(const Settings& given) : settings(given), plain(given.ctags), withLocals(given.ctags)
+namespace {
+
+struct SettingsOfBoth {
+    explicit SettingsOfBoth(const Settings& given) : all(given), plain(given.ctags), withLocals(given.ctags)
     {
         plain.output = CtagsSettings::Output::Symbols;
         withLocals.output = CtagsSettings::Output::SymbolsWithLocals;
     }
 
-    CtagsAtHand& CtagsFor(Parser parser, Locals locals)
-    {
-        if (parser == Parser::C)
-            return locals == Locals::Yes ? localsOfC : c;
-        return locals == Locals::Yes ? localsOfCplusplus : cplusplus;
-    }
-
-    const Settings settings;
+    const Settings all;
     CtagsSettings plain;
     CtagsSettings withLocals;
-    std::mutex mutex; // for all members below
-    SourceReader reader{settings};
-    CtagsAtHand c{plain, Parser::C};
-    CtagsAtHand cplusplus{plain, Parser::Cplusplus};
-    CtagsAtHand localsOfC{withLocals, Parser::C};
-    CtagsAtHand localsOfCplusplus{withLocals, Parser::Cplusplus};
+};
+
+// What reads one text at a time.
+class Lane {
+public:
+    explicit Lane(const SettingsOfBoth& settings)
+        : reader(settings.all), c(settings.plain, Parser::C), cplusplus(settings.plain, Parser::Cplusplus),
+          localsOfC(settings.withLocals, Parser::C), localsOfCplusplus(settings.withLocals, Parser::Cplusplus)
+    {
+    }
+
+    base::Result<std::unique_ptr<ParsedSource>> Parse(const std::string& path, std::string_view text,
+                                                      const EarlierText* before, TextParser::Locals locals,
+                                                      std::optional<Language> language)
+    {
+        HalfParsed half = reader.Read(path, text, language);
+        CtagsAtHand& ctags = CtagsFor(half.parser, locals);
+        if (before != nullptr && TakeOver(half, *before, text, ctags))
+            return std::move(half.source);
+        const base::Result<std::string> output = ctags.OutputFor(half.rest ? *half.rest : text);
+        if (!output)
+            return base::Error{"cannot parse " + base::Shown(path) + ": " + output.Failure().Message()};
+        if (!half.repaired)
+            return half.With(*output);
+        const base::Result<std::string> more = ctags.OutputFor(half.repaired->text);
+        return half.With(*output, more ? *more : "");
+    }
+
+private:
+    // The symbols of the earlier text, if only the body of a function has changed.
+    static bool TakeOver(HalfParsed& half, const EarlierText& before, std::string_view text, CtagsAtHand& ctags)
+    {
+        ParsedSource& source = *half.source;
+        if (half.rest || source.language != before.source.language)
+            return false;
+        const std::optional<ChangedFunction> changed = ChangedFunction::Find(before, text);
+        if (!changed || (half.repaired && RepairCplusplus(changed->Excerpt())))
+            return false;
+        const base::Result<std::string> output = ctags.OutputFor(changed->Excerpt());
+        std::optional<std::vector<Symbol>> symbols = output ? changed->Symbols(*output, source.texts) : std::nullopt;
+        if (symbols)
+            source.symbols = *std::move(symbols);
+        return symbols.has_value();
+    }
+
+    CtagsAtHand& CtagsFor(Parser parser, TextParser::Locals locals)
+    {
+        if (parser == Parser::C)
+            return locals == TextParser::Locals::Yes ? localsOfC : c;
+        return locals == TextParser::Locals::Yes ? localsOfCplusplus : cplusplus;
+    }
+
+    SourceReader reader;
+    CtagsAtHand c;
+    CtagsAtHand cplusplus;
+    CtagsAtHand localsOfC;
+    CtagsAtHand localsOfCplusplus;
+};
+
+} // namespace
+
+// The second lane is for who asks while a text is read that nobody waits for.
+struct TextParser::Contents {
+    explicit Contents(const Settings& given) : settings(given) {}
+
+    base::Result<std::unique_ptr<ParsedSource>> Parse(const std::string& path, std::string_view text,
+                                                      const EarlierText* before, Locals locals,
+                                                      std::optional<Language> language)
+    {
+        if (const std::unique_lock lock(firstMutex, std::try_to_lock); lock.owns_lock())
+            return first.Parse(path, text, before, locals, language);
+        const std::lock_guard lock(secondMutex);
+        return second.Parse(path, text, before, locals, language);
+    }
+
+private:
+    const SettingsOfBoth settings;
+    std::mutex firstMutex;
+    Lane first{settings};
+    std::mutex secondMutex;
+    Lane second{settings};
 };
 
 TextParser::TextParser(const Settings& settings) : contents(std::make_unique<Contents>(settings)) {}
@@ -38,16 +108,14 @@ TextParser::~TextParser() = default;
 base::Result<std::unique_ptr<ParsedSource>> TextParser::Parse(const std::string& path, std::string_view text,
                                                               Locals locals, std::optional<Language> language)
 {
-    const std::lock_guard lock(contents->mutex);
-    HalfParsed half = contents->reader.Read(path, text, language);
-    CtagsAtHand& ctags = contents->CtagsFor(half.parser, locals);
-    const base::Result<std::string> output = ctags.OutputFor(half.rest ? *half.rest : text);
-    if (!output)
-        return base::Error{"cannot parse " + base::Shown(path) + ": " + output.Failure().Message()};
-    if (!half.repaired)
-        return half.With(*output);
-    const base::Result<std::string> more = ctags.OutputFor(half.repaired->text);
-    return half.With(*output, more ? *more : "");
+    return contents->Parse(path, text, nullptr, locals, language);
+}
+
+base::Result<std::unique_ptr<ParsedSource>> TextParser::ParseChanged(const std::string& path, std::string_view text,
+                                                                     const EarlierText& before,
+                                                                     std::optional<Language> language)
+{
+    return contents->Parse(path, text, &before, Locals::No, language);
 }
 
 } // namespace tagging
