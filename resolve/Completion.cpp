@@ -490,4 +490,13 @@ Candidates Resolver::Complete(const Place& place, symbols::Limits limits) const
     return candidates;
 }
 
+void Resolver::ReadAhead(const Place& place) const
+{
+    World world(snapshot, sources, TextOf(place), {}, Known());
+    size_t files = 0;
+    for (const FileNumber file : world.Files().Included())
+        if (++files <= kMostIncluded)
+            world.SymbolsOf(file);
+}
+
 } // namespace resolve

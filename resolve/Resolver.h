@@ -108,6 +108,10 @@ public:
 
     Candidates Complete(const Place& place, symbols::Limits limits) const;
 
+    // Learns what any question about the text needs: its symbols, where its includes lead, and what the nearest
+    // included files declare. The next question is answered sooner, when texts are shared; nothing else depends on it.
+    void ReadAhead(const Place& place) const;
+
     // The steps that led to the answer, a line each, for people who report a wrong one.
     std::string Explain(const Place& place) const;
 
