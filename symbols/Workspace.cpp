@@ -89,6 +89,14 @@ struct Workspace::Contents {
     std::mutex readingTags; // guards the next one
     TagsFiles tagsFiles;
 
+    void Open(const std::string& path, const std::string& placeNow, unsigned long version, std::string text,
+              const tagging::ParsedSource& parsed);
+    unsigned long NextVersion()
+    {
+        const std::lock_guard lock(mutex);
+        return ++versions;
+    }
+
     mutable std::mutex mutex; // for the rest
     struct Opened {
         std::shared_ptr<const OpenText> text;
@@ -188,34 +196,40 @@ std::optional<std::string> Workspace::Read(const std::string& path) const
 }
 
 // Of two texts for one path at a time, the one that came last counts, whichever is parsed first.
+void Workspace::Contents::Open(const std::string& path, const std::string& placeNow, unsigned long version,
+                               std::string text, const tagging::ParsedSource& parsed)
+{
+    std::string place;
+    {
+        const std::lock_guard lock(mutex);
+        place = places.try_emplace(path, placeNow).first->second;
+    }
+    std::shared_ptr<const OpenText> made = std::make_shared<OpenText>(place, std::move(text), parsed);
+    const std::lock_guard lock(mutex);
+    places.try_emplace(path, place); // it may have been closed meanwhile
+    Opened& opened = open[place];
+    if (opened.version < version) {
+        opened = {std::move(made), version, path};
+        if (combination && IsPathOfFile(path))
+            combination->Put(opened.text);
+    }
+    combined = nullptr;
+}
+
 base::Result<void> Workspace::SetOpenText(const std::string& path, std::string text,
                                           std::optional<tagging::Language> language)
 {
-    unsigned long version;
-    {
-        const std::lock_guard lock(contents->mutex);
-        version = ++contents->versions;
-    }
+    const unsigned long version = contents->NextVersion();
     base::Result<std::unique_ptr<tagging::ParsedSource>> parsed =
         contents->parser.Parse(path, text, tagging::TextParser::Locals::No, language);
-    std::string place = PathInIndex(path);
-    {
-        const std::lock_guard lock(contents->mutex);
-        place = contents->places.try_emplace(path, place).first->second;
-    }
     const tagging::ParsedSource nothing;
-    std::shared_ptr<const OpenText> open =
-        std::make_shared<OpenText>(place, std::move(text), parsed ? **parsed : nothing);
-    const std::lock_guard lock(contents->mutex);
-    contents->places.try_emplace(path, place); // it may have been closed meanwhile
-    Contents::Opened& opened = contents->open[place];
-    if (opened.version < version) {
-        opened = {std::move(open), version, path};
-        if (contents->combination && IsPathOfFile(path))
-            contents->combination->Put(opened.text);
-    }
-    contents->combined = nullptr;
+    contents->Open(path, PathInIndex(path), version, std::move(text), parsed ? **parsed : nothing);
     return parsed ? base::Result<void>() : parsed.Failure();
+}
+
+void Workspace::SetOpenText(const std::string& path, std::string text, const tagging::ParsedSource& parsed)
+{
+    contents->Open(path, PathInIndex(path), contents->NextVersion(), std::move(text), parsed);
 }
 
 void Workspace::CloseText(const std::string& path)

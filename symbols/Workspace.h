@@ -53,6 +53,8 @@ public:
     // tagging::TextParser::Parse: questions about the text need the same one.
     base::Result<void> SetOpenText(const std::string& path, std::string text,
                                    std::optional<tagging::Language> language = std::nullopt);
+    // The same for a text that is parsed already, without locals.
+    void SetOpenText(const std::string& path, std::string text, const tagging::ParsedSource& parsed);
     void CloseText(const std::string& path);
 
     // Reads what the text or file includes, unless an index has it: Current() then has it until an index does. For

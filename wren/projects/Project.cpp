@@ -1,5 +1,8 @@
 #include "wren/projects/Project.h"
 
+#include "resolve/Resolver.h"
+#include "wren/symbols/WorkspaceSources.h"
+
 #include <chrono>
 #include <cstdint>
 #include <future>
@@ -247,12 +250,26 @@ void Project::WarnOf(const symbols::Workspace::TagsProblems& problems)
         listener.warn(sentence);
 }
 
+void Project::ReadAhead(const std::string& path, const OpenText& text)
+{
+    if (text.content == nullptr)
+        return;
+    const std::string place = workspace.PathInIndex(path);
+    const WorkspaceSources sources(workspace);
+    const symbols::SnapshotPointer snapshot = workspace.CurrentFor(place);
+    resolve::Resolver(*snapshot, sources, workspace.Parser(), &texts)
+        .ReadAhead({place, *text.content, 0, text.language});
+}
+
 void Project::Settle(const std::string& path, const OpenText& text)
 {
     if (text.content == nullptr)
         return workspace.CloseText(path);
-    if (const auto set = workspace.SetOpenText(path, *text.content, text.language); !set)
-        listener.warn(set.Failure().Message());
+    const resolve::ParsedTextPointer parsed =
+        texts.Get(workspace.PathInIndex(path), *text.content, workspace.Parser(), text.language);
+    workspace.SetOpenText(path, *text.content, *parsed->parsed);
+    if (parsed->problem)
+        listener.warn(parsed->problem->Message());
 }
 
 } // namespace wren

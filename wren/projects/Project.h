@@ -83,6 +83,8 @@ public:
     // The same for one text, and for what it includes; false when all are settled. Requests then do not wait for many
     // texts.
     bool SettleOne();
+    // Parses the text, which a question may be about soon, and reads what it includes from the index.
+    void ReadAhead(const std::string& path, const OpenText& text);
     // Before a question about a text: reads the tags files and, unless the index is complete, what the text includes.
     // Blocks the first question about a text for a second at most, and costs next to nothing later. Questions about
     // texts that are prepared already do not wait.

@@ -188,6 +188,7 @@ void Session::TellText(const DocumentPointer& document)
     owner = project;
     project->TextChanged(document->path, AsOpenText(document));
     project->ResumeIndexing();
+    early.TextChanged(project, document->path, AsOpenText(document));
     settler.TextChanged();
 }
 

@@ -8,6 +8,7 @@
 #include "wren/lsp/session/RequestContext.h"
 #include "wren/lsp/session/Settings.h"
 #include "wren/lsp/session/Workers.h"
+#include "wren/projects/EarlyReader.h"
 #include "wren/projects/Projects.h"
 #include "wren/projects/Settler.h"
 
@@ -93,6 +94,7 @@ private:
 
     Projects projects;
     base::CancelToken ends;
+    EarlyReader early;
     Settler settler;
     Workers background; // one after the other
     std::optional<ParentWatch> parent;

@@ -1,0 +1,45 @@
+#include "wren/projects/EarlyReader.h"
+
+#include <exception>
+#include <utility>
+
+namespace wren {
+
+EarlyReader::EarlyReader() : thread([this] { Run(); }) {}
+
+EarlyReader::~EarlyReader()
+{
+    {
+        const std::lock_guard lock(mutex);
+        ends = true;
+        changed.notify_all();
+    }
+    thread.join();
+}
+
+void EarlyReader::TextChanged(std::shared_ptr<Project> project, std::string path, OpenText text)
+{
+    const std::lock_guard lock(mutex);
+    next = {std::move(project), std::move(path), std::move(text)};
+    changed.notify_all();
+}
+
+void EarlyReader::Run()
+{
+    std::unique_lock lock(mutex);
+    while (true) {
+        changed.wait(lock, [this] { return ends || next.project != nullptr; });
+        if (ends)
+            return;
+        Work work = std::exchange(next, {});
+        lock.unlock();
+        try {
+            work.project->ReadAhead(work.path, work.text);
+        } catch (const std::exception&) { // no memory: the question tells the user
+        }
+        work = {}; // a project may end here, which takes a moment
+        lock.lock();
+    }
+}
+
+} // namespace wren
