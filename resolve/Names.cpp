@@ -130,6 +130,7 @@ MeaningList Names::Unqualified(std::string_view name, unsigned line, const Usage
     const bool isMacro = std::any_of(named.begin(), named.end(), [](const Symbol& each) {
         return each.kind == SymbolKind::Macro && !each.signature.empty();
     });
+    std::map<std::string, MeaningList, std::less<>> meantBy; // aliases, by the scope they lead to
     for (const Symbol& symbol : named) {
         if (!IsVisible(symbol) || !world.Goes())
             continue;
@@ -144,11 +145,15 @@ MeaningList Names::Unqualified(std::string_view name, unsigned line, const Usage
         const bool isAlias = symbol.kind == SymbolKind::UsingName && !symbol.target.empty() && symbol.target != name &&
                              meaning.level < kUnreachable;
         if (isAlias) {
-            for (Meaning& meant : Qualified(ScopeOf(symbol.target), name, line, use)) {
-                if (meant.level >= kUnreachable)
+            const std::string_view scope = ScopeOf(symbol.target);
+            auto meant = meantBy.find(scope);
+            if (meant == meantBy.end())
+                meant = meantBy.emplace(scope, Qualified(scope, name, line, use)).first;
+            for (Meaning each : meant->second) {
+                if (each.level >= kUnreachable)
                     continue;
-                meant.level = meaning.level;
-                meanings.push_back(std::move(meant));
+                each.level = meaning.level;
+                meanings.push_back(std::move(each));
             }
             continue;
         }

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <map>
 #include <tuple>
+#include <type_traits>
+#include <utility>
 
 namespace resolve {
 
@@ -195,7 +197,7 @@ void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World&
         all.push_back(std::move(ranked));
     }
     const Entities entities = RanksOf(all);
-    const auto key = [&](const Ranked& each) {
+    const auto keyOf = [&](const Ranked& each) {
         const Symbol& symbol = each.meaning.symbol;
         const bool isAlone = std::string_view(each.entity).starts_with('#');
         const long order = LineOrder(symbol, each.branch, line, world);
@@ -204,14 +206,20 @@ void RankMeanings(MeaningList& meanings, const Usage& use, unsigned line, World&
                           each.branch == Branch::Left, each.distance, each.branch, order, world.PathOf(symbol.file),
                           symbol.line);
     };
-    std::stable_sort(all.begin(), all.end(), [&](const Ranked& a, const Ranked& b) { return key(a) < key(b); });
+    using Key = std::invoke_result_t<decltype(keyOf), const Ranked&>;
+    std::vector<std::pair<Key, size_t>> sorted; // a common name has thousands of meanings
+    sorted.reserve(all.size());
+    for (size_t i = 0; i < all.size(); ++i)
+        sorted.emplace_back(keyOf(all[i]), i);
+    std::sort(sorted.begin(), sorted.end());
     size_t entity = 0;
-    for (size_t i = 0; i < all.size(); ++i) {
-        if (i > 0 && all[i].entity != all[i - 1].entity)
+    for (size_t i = 0; i < sorted.size(); ++i) {
+        Ranked& each = all[sorted[i].second];
+        if (i > 0 && each.entity != all[sorted[i - 1].second].entity)
             ++entity;
-        all[i].meaning.entity = entity;
-        all[i].meaning.isUnlikely = IsUnlikely(entities.at(all[i].entity), use);
-        meanings[i] = std::move(all[i].meaning);
+        meanings[i] = std::move(each.meaning);
+        meanings[i].entity = entity;
+        meanings[i].isUnlikely = IsUnlikely(entities.at(each.entity), use);
     }
 }
 
