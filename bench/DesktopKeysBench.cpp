@@ -135,6 +135,7 @@ int main(int count, char** words)
     options.bundle = words[2];
     options.settingsFile = words[3];
     options.restoresSession = false;
+    options.understandsNames = false; // what is measured is the plug-in
     Typist typist(options, words[4]);
     if (when == "loaded") {
         for (const char character : std::string("strtou "))

@@ -29,10 +29,12 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
     arguments.options.settingsFile = configuration.empty() ? "" : configuration + "/settings";
     std::vector<std::string> files;
     bool fresh = false;
+    bool plain = false;
     app.add_option("FILE", files, "a file, or FILE:LINE or FILE:LINE:COLUMN");
     app.add_option("--bundle", arguments.options.bundle, "the plug-in's bundle")->type_name("DIR");
     app.add_option("--settings", arguments.options.settingsFile, "the file with the settings")->type_name("FILE");
     app.add_flag("--new", fresh, "leave what was open last time closed");
+    app.add_flag("--no-index", plain, "make no index of names: the plug-in alone answers, from tags files");
     try {
         app.parse(count, words);
     } catch (const CLI::ParseError& error) {
@@ -40,6 +42,7 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
         return std::nullopt;
     }
     arguments.options.restoresSession = !fresh;
+    arguments.options.understandsNames = !plain;
     for (const std::string& file : files)
         arguments.places.push_back(PlaceFrom(file));
     return arguments;

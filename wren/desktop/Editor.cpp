@@ -62,7 +62,7 @@ Editor::Editor(const DesktopOptions& options)
     display->SetMainWindow(window.get());
     look = LookFor(preferences.Values(), 0);
     MakeHost(options);
-    MakeActions();
+    MakeActions(options);
     ConnectTexts();
     ConnectWindow();
     ConnectPlugin(options);
@@ -90,7 +90,7 @@ void Editor::MakeHost(const DesktopOptions& options)
     host->Start();
 }
 
-void Editor::MakeActions()
+void Editor::MakeActions(const DesktopOptions& options)
 {
     files = std::make_unique<FileKeeper>(*host, window->Tabs(), window->Notices(), *window);
     worksheet = std::make_unique<WorksheetActions>(*host, window->Tabs());
@@ -103,6 +103,10 @@ void Editor::MakeActions()
         PreferenceActions::Parts{preferences, look, *host, *window, *display, *loop, *router, *settings});
     session = std::make_unique<SessionKeeper>(
         SessionKeeper::Parts{*host, *window, window->Tabs(), window->Notices(), *files, *documents});
+    if (options.understandsNames)
+        symbols = std::make_unique<SymbolActions>(
+            SymbolActions::Parts{*host, *window, *documents, *places, [this] { return RecentFiles(); }},
+            SymbolEngineOptions{options.indexes, options.indexesSystem});
     menus = std::make_unique<EditorMenus>(
         EditorMenus::Parts{*window, *host, *router, Actions(), [this] { return RecentFiles(); }});
 }
@@ -116,6 +120,7 @@ Editor::~Editor()
     host->ShutDown();
     loop->LetThrough();
     menus.reset();
+    symbols.reset();
     session.reset();
     preferenceActions.reset();
     places.reset();
@@ -143,6 +148,8 @@ void Editor::ConnectTexts()
     };
     router->onChanged = [this](CodeView& view) {
         session->TextChanged(window->Tabs().DocumentOf(&view));
+        if (symbols != nullptr)
+            symbols->TextChanged(window->Tabs().DocumentOf(&view));
         menus->ShowUndo();
     };
     router->onMoves = [this](CodeView& view, long offset, long removed, long inserted) {
@@ -202,6 +209,8 @@ void Editor::ConnectNotices()
     connect(loop.get(), &GuiLoop::Woke, session.get(), &SessionKeeper::TakeNews);
     if (tags != nullptr)
         connect(loop.get(), &GuiLoop::Woke, tags.get(), &TagsKeeper::TakeNews);
+    if (symbols != nullptr)
+        connect(loop.get(), &GuiLoop::Woke, symbols.get(), &SymbolActions::TakeNews);
     connect(loop.get(), &GuiLoop::Woke, this, [this] { warnings->TakeNews(); });
     connect(loop.get(), &GuiLoop::Woke, this, &Editor::Woke);
     const auto warn = [this](const QString& reason) { warnings->Tell(reason); };

@@ -29,6 +29,7 @@ class PluginBundle;
 class QtDisplay;
 class SessionKeeper;
 class SettingsKeeper;
+class SymbolActions;
 class TagsKeeper;
 class Warnings;
 class HostObservers;
@@ -38,6 +39,9 @@ struct DesktopOptions {
     std::string settingsFile;                                 // "" keeps settings nowhere
     std::vector<std::string> firstSettings = FirstSettings(); // of the plug-in, as for Host::SetFirstSettings()
     bool restoresSession = true;                              // where the preferences do not say otherwise
+    bool understandsNames = true;                             // false: the plug-in alone answers
+    std::string indexes;              // the directory of all indexes of names; "" for the user's
+    bool indexesSystem = true;        // the headers of the system as well
     bool guardsTags = true;           // false hands command lines to a shell as the plug-in wrote them
     HostObserver* observer = nullptr; // of what the plug-in does to the editor; borrowed, null for none
 
@@ -63,7 +67,7 @@ public:
     // process is about to end. It may be called in the middle of a question or of a plug-in call.
     void PrepareToEnd(int signal);
 
-    EditorActions Actions() { return {*documents, *places, *worksheet, *preferenceActions}; }
+    EditorActions Actions() { return {*documents, *places, *worksheet, *preferenceActions, symbols.get()}; }
     MainWindow& Window() { return *window; }
     Host& TheHost() { return *host; }
 
@@ -76,7 +80,7 @@ signals:
 
 private:
     void MakeHost(const DesktopOptions& options);
-    void MakeActions();
+    void MakeActions(const DesktopOptions& options);
     void ConnectTexts();
     void ConnectWindow();
     void ConnectPlugin(const DesktopOptions& options);
@@ -105,6 +109,7 @@ private:
     std::unique_ptr<PlaceActions> places;
     std::unique_ptr<PreferenceActions> preferenceActions;
     std::unique_ptr<SessionKeeper> session;
+    std::unique_ptr<SymbolActions> symbols; // null where names are not understood
     std::unique_ptr<EditorMenus> menus;
 };
 

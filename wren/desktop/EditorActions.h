@@ -4,6 +4,7 @@
 #include "wren/desktop/DocumentActions.h"
 #include "wren/desktop/PlaceActions.h"
 #include "wren/desktop/PreferenceActions.h"
+#include "wren/desktop/SymbolActions.h"
 #include "wren/desktop/WorksheetActions.h"
 
 namespace wren {
@@ -14,6 +15,7 @@ struct EditorActions {
     PlaceActions& places;
     WorksheetActions& worksheet;
     PreferenceActions& preferences;
+    SymbolActions* symbols; // null where names are not understood
 };
 
 } // namespace wren

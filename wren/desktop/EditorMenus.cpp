@@ -149,6 +149,8 @@ void EditorMenus::FillGo(QMenu* menu)
 {
     menu->addAction(CommandAction("GoBack"));
     menu->addAction(CommandAction("GoForward"));
+    if (parts.actions.symbols != nullptr)
+        FillMeanings(menu, *parts.actions.symbols);
     menu->addSeparator();
     Add(menu, tr("Go to &Line\u2026"), "go-jump", {QKeySequence(tr("Ctrl+L"))},
         [this] { parts.actions.places.GoToLine(); });
@@ -160,6 +162,23 @@ void EditorMenus::FillGo(QMenu* menu)
     };
     Add(menu, tr("&Next Document"), "", {QKeySequence(tr("Ctrl+PgDown"))}, [step] { step(1); });
     Add(menu, tr("&Previous Document"), "", {QKeySequence(tr("Ctrl+PgUp"))}, [step] { step(-1); });
+}
+
+void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)
+{
+    menu->addSeparator();
+    Add(menu, tr("&Definition"), "", {QKeySequence(tr("Alt+F12"))}, [&symbols] { symbols.GoTo(Wanted::Definition); });
+    Add(menu, tr("De&claration"), "", {QKeySequence(tr("Alt+Shift+F12"))},
+        [&symbols] { symbols.GoTo(Wanted::Declaration); });
+    Add(menu, tr("&Implementations"), "", {}, [&symbols] { symbols.GoTo(Wanted::Implementations); });
+    Add(menu, tr("&References"), "", {QKeySequence(tr("Shift+F12"))}, [&symbols] { symbols.ListReferences(); });
+    Add(menu, tr("Ne&xt Match"), "", {QKeySequence(tr("F4"))}, [&symbols] { symbols.Step(false); });
+    Add(menu, tr("Pre&vious Match"), "", {QKeySequence(tr("Shift+F4"))}, [&symbols] { symbols.Step(true); });
+    menu->addSeparator();
+    Add(menu, tr("Go to &Symbol\u2026"), "", {QKeySequence(tr("Ctrl+T"))}, [&symbols] { symbols.GoToSymbol(); });
+    Add(menu, tr("Go to F&ile\u2026"), "", {QKeySequence(tr("Ctrl+P"))}, [&symbols] { symbols.GoToFile(); });
+    Add(menu, tr("Go to Symbol of This &Text\u2026"), "", {QKeySequence(tr("Ctrl+Shift+O"))},
+        [&symbols] { symbols.GoToSymbolOfText(); });
 }
 
 void EditorMenus::FillView(QMenu* menu)

@@ -49,6 +49,7 @@ private:
     void FillEdit(QMenu* menu);
     void FillSearch(QMenu* menu);
     void FillGo(QMenu* menu);
+    void FillMeanings(QMenu* menu, SymbolActions& symbols);
     void FillView(QMenu* menu);
     void FillWorksheet(QMenu* menu);
     void FillHelp(QMenu* menu);

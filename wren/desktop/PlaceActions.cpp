@@ -61,10 +61,10 @@ void PlaceActions::GoToLine()
     emit Went();
 }
 
-void PlaceActions::OpenMatch(const std::string& path, long line)
+void PlaceActions::OpenMatch(const std::string& path, long line, long column)
 {
     const VisitedPlace left = Here();
-    if (!documents.Open(path, line))
+    if (!documents.Open(path, line, column))
         return;
     places.Left(left);
     emit Went();

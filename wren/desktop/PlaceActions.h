@@ -22,8 +22,9 @@ public:
 
     void GoBack(); // to the place that the last lookup left; beeps when there is none
     void GoForward();
-    void GoToLine();                                    // asks the user for the line
-    void OpenMatch(const std::string& path, long line); // lines count from 1; 0 for none
+    void GoToLine(); // asks the user for the line
+    // Lines and columns count from 1, columns in bytes; 0 for none.
+    void OpenMatch(const std::string& path, long line, long column = 0);
 
     bool CanGoBack() const { return places.CanGoBack(); }
     bool CanGoForward() const { return places.CanGoForward(); }

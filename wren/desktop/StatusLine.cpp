@@ -38,7 +38,7 @@ long ColumnOf(const Document& document, long caret)
 } // namespace
 
 StatusLine::StatusLine(QStatusBar* bar)
-    : rebuild(new QToolButton), background(new QLabel), position(new QLabel), ends(new QLabel)
+    : rebuild(new QToolButton), index(new QLabel), background(new QLabel), position(new QLabel), ends(new QLabel)
 {
     rebuild->setText(tr("Rebuild Tags"));
     rebuild->setObjectName("rebuildTags");
@@ -46,7 +46,9 @@ StatusLine::StatusLine(QStatusBar* bar)
     rebuild->hide();
     connect(rebuild, &QToolButton::clicked, this, &StatusLine::RebuildAsked);
     bar->addPermanentWidget(rebuild);
+    bar->addPermanentWidget(index);
     bar->addPermanentWidget(background);
+    index->setTextFormat(Qt::PlainText);
     bar->addPermanentWidget(ends);
     bar->addPermanentWidget(position);
     vetch::SetThreadsWatcher(&GuiLoop::Wake);
@@ -67,6 +69,14 @@ void StatusLine::Show(const Document* document, const CodeView* view)
     const long caret = view->Caret();
     position->setText(tr("Line %1, column %2").arg(document->LineAt(caret) + 1).arg(ColumnOf(*document, caret)));
     ends->setText(NameOf(view->Ends()));
+}
+
+void StatusLine::ShowIndex(const QString& activity, const QString& problem)
+{
+    const QString wanted = activity.isEmpty() && !problem.isEmpty() ? tr("Names are not understood") : activity;
+    index->setToolTip(problem);
+    if (index->text() != wanted)
+        index->setText(wanted);
 }
 
 void StatusLine::SetMakingTags(std::function<bool()> answers)

@@ -24,7 +24,9 @@ public:
 
     void Show(const Document* document, const CodeView* view); // null for none
 
-    void ShowBackground();                             // whether tags are being made or symbols loaded
+    void ShowBackground();                                           // whether tags are being made or symbols loaded
+    void ShowIndex(const QString& activity, const QString& problem); // of the symbols' index; "" for none
+
     void SetMakingTags(std::function<bool()> answers); // whether tags are being made; null for never
 
     void OfferRebuild(bool offered); // shows a button for it, or takes it away
@@ -35,6 +37,7 @@ signals:
 private:
     std::function<bool()> isMakingTags;
     QToolButton* rebuild;
+    QLabel* index;
     QLabel* background;
     QLabel* position;
     QLabel* ends;

@@ -80,6 +80,8 @@ void EditorStory::Start(const std::vector<std::string>& files)
     wren::DesktopOptions options;
     options.bundle = FreshBundle();
     options.settingsFile = SettingsFile();
+    options.understandsNames = understandsNames;
+    options.indexesSystem = false; // it takes a minute
     editor = std::make_unique<wren::Editor>(options);
     manager = std::make_unique<WindowManager>(editor->Window());
     std::vector<wren::Place> places;

@@ -60,6 +60,7 @@ protected:
     const TempDirectory home;
     std::string bundle; // the real one, unless a test says otherwise before the start
     QuestionHands hands;
+    bool understandsNames = false; // else the plug-in alone answers; at the start
 
 private:
     void End();

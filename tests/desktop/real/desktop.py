@@ -77,7 +77,7 @@ class Desk:
 
     def start(self, *places):
         environment = dict(self.screen.environment, HOME=self.home)
-        self.editor = subprocess.Popen([self.program, *places], cwd=self.directory, env=environment)
+        self.editor = subprocess.Popen([self.program, "--no-index", *places], cwd=self.directory, env=environment)
         name = os.path.basename(places[0].split(":")[0])
         self.wait_title(name)
         wait_for("the editor to be the active window", lambda: self.active() == self.window(name))

@@ -46,6 +46,7 @@ wren::DesktopOptions OptionsFor(const std::string& bundle, const std::string& se
     options.settingsFile = settingsFile;
     options.firstSettings.clear(); // sessions hold for every host: the plug-in has its own defaults
     options.restoresSession = false;
+    options.understandsNames = false; // sessions are about the plug-in
     options.guardsTags = guarded;
     options.observer = log;
     options.openMatch = [log](const std::string& path, long line) { log->MatchOpened(path, line); };

@@ -21,7 +21,9 @@ int main(int count, char** words)
     const std::optional<wren::DesktopArguments> arguments = wren::ParseArguments(count - 1, words + 1, &status);
     if (!arguments)
         return status;
-    wren::Editor editor(arguments->options);
+    wren::DesktopOptions options = arguments->options;
+    options.understandsNames = false;
+    wren::Editor editor(options);
     const wren::Endings endings(editor);
     editor.Show(arguments->places);
     for (const char character : text)

@@ -1,0 +1,231 @@
+#include "tests/desktop/editorwindow/EditorStory.h"
+#include "wren/core/Host.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/symbols/MatchesModel.h"
+#include "wren/desktop/symbols/MatchesPanel.h"
+#include "wren/desktop/symbols/Palette.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QTest>
+#include <QTreeView>
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+namespace {
+
+// A project whose names are understood; the system has no headers.
+class Meanings : public EditorStory {
+protected:
+    Meanings()
+    {
+        understandsNames = true;
+        home.Write("project/.git/HEAD", "ref: refs/heads/main\n");
+        home.Write("project/shapes.h", "class Shape {\npublic:\n    void Paint();\n    int Area() const;\n};\n"
+                                       "class Text {\npublic:\n    void Paint();\n};\n");
+        home.Write("project/shapes.cpp", "#include \"shapes.h\"\nvoid Shape::Paint() {}\n"
+                                         "int Shape::Area() const { return 1; }\nvoid Text::Paint() {}\n");
+    }
+    // The caret is at "|".
+    void StartAt(std::string text)
+    {
+        const size_t caret = text.find('|');
+        text.erase(caret, 1);
+        Start({home.Write("project/draw.cpp", text)});
+        View().GoTo(static_cast<long>(caret));
+        ASSERT_TRUE(Until([this] { return Symbols().Engine().Updates() > 0; })) << "the index was made";
+    }
+    void Answered()
+    {
+        ASSERT_TRUE(Until([this] { return Symbols().IsIdle(); }));
+        Settle();
+    }
+    void Ask(const char* keys)
+    {
+        Press(keys);
+        Answered();
+    }
+    wren::SymbolActions& Symbols() { return *TheEditor().Actions().symbols; }
+    wren::Palette& Palette() { return Symbols().ThePalette(); }
+    QLineEdit& Field() { return *Palette().findChild<QLineEdit*>(); }
+    // Types letters into the palette until it lists something: what an index has comes when it is there.
+    std::vector<std::string> Offered(const char* letters)
+    {
+        QTest::keyClicks(&Field(), letters);
+        EXPECT_TRUE(Until([this] { return !Palette().Items().empty(); }));
+        std::vector<std::string> offered;
+        for (const wren::PaletteItem& item : Palette().Items())
+            offered.push_back(item.detail + "|" + item.name + "|" + item.where);
+        return offered;
+    }
+    // The tab, the line and the column, from 1, where the user is.
+    std::string Place()
+    {
+        const wren::Document& document = *TheEditor().TheHost().Current();
+        const long line = document.LineAt(View().Caret());
+        return CurrentTab() + ":" + std::to_string(line + 1) + ":" +
+               std::to_string(View().Caret() - document.LineStart(line) + 1);
+    }
+    std::vector<std::string> Listed()
+    {
+        const wren::MatchesModel& model = Symbols().Matches().Model();
+        std::vector<std::string> rows;
+        for (QModelIndex at = model.Next({}, false); at.isValid(); at = model.Next(at, false))
+            rows.push_back(model.PlaceAt(at)->shown + ":" + std::to_string(model.PlaceAt(at)->line));
+        return rows;
+    }
+};
+
+} // namespace
+
+TEST_F(Meanings, TheDefinitionOfAMemberIsThatOfItsReceiversClass)
+{
+    StartAt("#include \"shapes.h\"\nvoid Draw(Text& text)\n{\n    text.Pa|int();\n}\n");
+    Ask("Alt+F12");
+    EXPECT_EQ(Place(), "shapes.cpp:4:12");
+    Press("Alt+Left");
+    EXPECT_EQ(Place(), "draw.cpp:4:12");
+}
+
+TEST_F(Meanings, TheDeclarationIsInTheHeader)
+{
+    StartAt("#include \"shapes.h\"\nvoid Draw(Text& text)\n{\n    text.Pa|int();\n}\n");
+    Ask("Alt+Shift+F12");
+    EXPECT_EQ(Place(), "shapes.h:8:10");
+}
+
+TEST_F(Meanings, ALocalThatWasJustTypedIsFound)
+{
+    StartAt("void Draw()\n{\n|}\n");
+    Type("int radius = 1;\nradius");
+    Ask("Alt+F12");
+    EXPECT_THAT(Place(), HasSubstr(":3:5"));
+}
+
+TEST_F(Meanings, WhatAnotherUnsavedTextDefinesIsFound)
+{
+    StartAt("#include \"other.h\"\nvoid Draw() { Turn|ed(); }\n");
+    Start({home.Write("project/draw.cpp", "#include \"other.h\"\nvoid Draw() { Turned(); }\n"),
+           home.Write("project/other.h", "\n")});
+    Type("inline void Turned() {}\n");
+    Press("Ctrl+PgUp");
+    View().GoTo(35);
+    Ask("Alt+F12");
+    EXPECT_THAT(Place(), HasSubstr("other.h *:1:13"));
+}
+
+TEST_F(Meanings, SeveralPlacesAreListedAndEnterGoesToOne)
+{
+    StartAt("void Run() { Pain|t(); }\n");
+    Ask("Alt+F12");
+    ASSERT_TRUE(Symbols().Matches().isVisible());
+    EXPECT_THAT(Symbols().Matches().Title().toStdString(), HasSubstr("found by the name alone"));
+    ASSERT_THAT(Listed(), ElementsAre("shapes.cpp:2", "shapes.cpp:4"));
+    auto* tree = Symbols().Matches().findChild<QTreeView*>();
+    QTest::keyClick(tree, Qt::Key_Down);
+    QTest::keyClick(tree, Qt::Key_Return);
+    Settle();
+    EXPECT_EQ(Place(), "shapes.cpp:4:12");
+    EXPECT_TRUE(Symbols().Matches().isVisible());
+}
+
+TEST_F(Meanings, ReferencesAreListedByFileAndStepped)
+{
+    StartAt("#include \"shapes.h\"\nint Size(Shape& shape) { return shape.Ar|ea(); }\n");
+    Ask("Shift+F12");
+    ASSERT_TRUE(Until([this] { return Listed().size() >= 3; }));
+    EXPECT_THAT(Listed(), ElementsAre("draw.cpp:2", "shapes.cpp:3", "shapes.h:4"));
+    EXPECT_EQ(Symbols().Matches().Title().toStdString(), "3 references to \u201cArea\u201d");
+    Press("F4");
+    EXPECT_EQ(Place(), "shapes.cpp:3:12");
+    Press("F4");
+    EXPECT_EQ(Place(), "shapes.h:4:9");
+    Press("Shift+F4");
+    EXPECT_EQ(Place(), "shapes.cpp:3:12");
+}
+
+TEST_F(Meanings, TypingNarrowsTheListAndEscapeReturnsToTheText)
+{
+    StartAt("#include \"shapes.h\"\nint Size(Shape& shape) { return shape.Ar|ea(); }\n");
+    Ask("Shift+F12");
+    ASSERT_TRUE(Until([this] { return Listed().size() >= 3; }));
+    auto* tree = Symbols().Matches().findChild<QTreeView*>();
+    tree->setFocus();
+    QTest::keyClicks(tree, "s");
+    QTest::keyClicks(Symbols().Matches().findChild<QLineEdit*>(), "hapes.h");
+    EXPECT_THAT(Listed(), ElementsAre("shapes.h:4"));
+    EXPECT_THAT(Symbols().Matches().Title().toStdString(), HasSubstr("1 of 3"));
+    QTest::keyClick(Symbols().Matches().findChild<QLineEdit*>(), Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget(), &View());
+}
+
+TEST_F(Meanings, WhatIsNotFoundIsSaid)
+{
+    StartAt("void Run() { Nowhe|re(); }\n");
+    Ask("Alt+F12");
+    EXPECT_EQ(Status(), "No definition of \u201cNowhere\u201d was found.");
+    View().GoTo(11);
+    Type("  ");
+    View().GoTo(12);
+    Ask("Alt+F12");
+    EXPECT_EQ(Status(), "There is no name at the caret.");
+}
+
+TEST_F(Meanings, ASymbolIsReachedByAFewLetters)
+{
+    StartAt("|\n");
+    Press("Ctrl+T");
+    EXPECT_THAT(Offered("pnt"), ElementsAre("Shape|Paint|shapes.cpp:2", "Text|Paint|shapes.cpp:4",
+                                            "Shape|Paint|shapes.h:3", "Text|Paint|shapes.h:8"));
+    QTest::keyClick(&Field(), Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget(), &View());
+    EXPECT_EQ(Place(), "draw.cpp:1:1");
+}
+
+TEST_F(Meanings, ASymbolIsReachedByItsScopeAndLetters)
+{
+    StartAt("|\n");
+    Press("Ctrl+T");
+    EXPECT_THAT(Offered("Shape::Ar"), ElementsAre("Shape|Area|shapes.cpp:3", "Shape|Area|shapes.h:4"));
+    QTest::keyClick(&Field(), Qt::Key_Return);
+    Settle();
+    EXPECT_EQ(Place(), "shapes.cpp:3:12");
+    EXPECT_EQ(QApplication::focusWidget(), &View());
+    Press("Alt+Left");
+    EXPECT_EQ(Place(), "draw.cpp:1:1");
+}
+
+TEST_F(Meanings, AFileIsReachedByLettersAndALine)
+{
+    StartAt("|\n");
+    Press("Ctrl+P");
+    ASSERT_TRUE(Until([this] { return !Palette().Items().empty(); }));
+    EXPECT_EQ(Palette().Items().front().name, "draw.cpp") << "the files of late, without letters";
+    EXPECT_THAT(Offered("shh:4"), ElementsAre("|shapes.h|"));
+    QTest::keyClick(&Field(), Qt::Key_Return);
+    Settle();
+    EXPECT_EQ(Place(), "shapes.h:4:1");
+}
+
+TEST_F(Meanings, SymbolsOfTheTextAreListedAsItIsNow)
+{
+    StartAt("class Pen {\n    void Draw();\n};\n|");
+    Type("int Last() { return 1; }\n");
+    Press("Ctrl+Shift+O");
+    EXPECT_THAT(Offered(""), ElementsAre("|Pen|1", "Pen|Draw|2", "|Last|4"));
+    EXPECT_EQ(Palette().Items()[1].depth, 1);
+    QTest::keyClicks(&Field(), "La");
+    QTest::keyClick(&Field(), Qt::Key_Return);
+    Answered();
+}
+
+TEST_F(Meanings, ThePluginAloneHasNoneOfIt)
+{
+    understandsNames = false;
+    Start({home.Write("project/draw.cpp", "void Run() { Run(); }\n")});
+    EXPECT_EQ(TheEditor().Actions().symbols, nullptr);
+    Press("Ctrl+T");
+    EXPECT_EQ(TheEditor().Window().findChild<wren::Palette*>(), nullptr);
+}

@@ -1,0 +1,299 @@
+#include "wren/desktop/SymbolActions.h"
+
+#include "base/Identifier.h"
+#include "vetch/display/Display.h"
+#include "wren/core/Host.h"
+#include "wren/desktop/DocumentActions.h"
+#include "wren/desktop/EditorTabs.h"
+#include "wren/desktop/GuiLoop.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/PlaceActions.h"
+#include "wren/desktop/StatusLine.h"
+#include "wren/desktop/editor/CodeLexer.h"
+#include "wren/desktop/editor/CodeView.h"
+#include "wren/desktop/symbols/MatchesPanel.h"
+#include "wren/desktop/symbols/Palette.h"
+#include "wren/desktop/symbols/RowText.h"
+#include "wren/symbols/NameColumn.h"
+
+#include <QStatusBar>
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+namespace wren {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr long kLongestText = 16L << 20; // bytes; a longer one is data
+constexpr int kSaid = 8000;              // milliseconds
+
+std::string WordAt(const std::string& text, size_t offset)
+{
+    size_t start = std::min(offset, text.size());
+    size_t end = start;
+    while (start > 0 && base::IsIdentifierCharacter(text[start - 1]))
+        --start;
+    while (end < text.size() && base::IsIdentifierCharacter(text[end]))
+        ++end;
+    return text.substr(start, end - start);
+}
+
+// A text without a file has a path that is not absolute.
+std::string PathOf(const Document& document)
+{
+    const std::string path = document.Path();
+    return path.empty() ? "untitled:" + std::to_string(document.Id()) : path;
+}
+
+QString NounOf(Wanted wanted, bool isOne)
+{
+    switch (wanted) {
+    case Wanted::Declaration:
+        return isOne ? SymbolActions::tr("declaration") : SymbolActions::tr("declarations");
+    case Wanted::Implementations:
+        return isOne ? SymbolActions::tr("implementation") : SymbolActions::tr("implementations");
+    default:
+        return isOne ? SymbolActions::tr("definition") : SymbolActions::tr("definitions");
+    }
+}
+
+} // namespace
+
+SymbolActions::SymbolActions(const Parts& parts, SymbolEngineOptions options)
+    : parts(parts), engine(std::move(options), &GuiLoop::Wake), pause(200ms, 1000ms),
+      names(std::make_shared<FileNames>())
+{
+    connect(&pause, &QuietTimer::Quiet, this, &SymbolActions::Feed);
+    connect(&parts.documents, &DocumentActions::Named, this, [this](long, const std::string& path) {
+        if (CodeLexer::IsCode(path))
+            engine.TextClosed(path); // the file counts until its text differs
+    });
+    connect(&parts.documents, &DocumentActions::Closing, this, [this](long id) {
+        changed.erase(id);
+        if (const Document* document = this->parts.host.AllDocuments().Find(id))
+            engine.TextClosed(PathOf(*document));
+    });
+}
+
+SymbolActions::~SymbolActions() = default;
+
+// ------------------------------------------------------------------------------------------------------ What is asked
+
+void SymbolActions::TextChanged(long document)
+{
+    changed.insert(document);
+    pause.Happened();
+}
+
+void SymbolActions::Feed()
+{
+    for (const long id : std::exchange(changed, {})) {
+        const Document* document = parts.host.AllDocuments().Find(id);
+        if (document == nullptr || document->Length() > kLongestText || !CodeLexer::IsCode(document->Path()))
+            continue;
+        engine.TextChanged(document->Path(), std::make_shared<const std::string>(document->Text()));
+    }
+}
+
+SymbolActions::Asked SymbolActions::AboutCurrent()
+{
+    Feed();
+    Asked asked;
+    const Document* document = parts.host.Current();
+    if (document == nullptr || document->Length() > kLongestText)
+        return asked;
+    asked.view = parts.window.Tabs().CurrentView();
+    asked.text.path = PathOf(*document);
+    asked.text.text = std::make_shared<const std::string>(document->Text());
+    asked.text.offset = static_cast<size_t>(asked.view->Caret());
+    asked.name = WordAt(*asked.text.text, asked.text.offset);
+    return asked;
+}
+
+void SymbolActions::GoTo(Wanted wanted)
+{
+    const Asked asked = AboutCurrent();
+    if (asked.view == nullptr)
+        return;
+    engine.Ask(SymbolEngine::Topic::Place, [this, wanted, asked](const Question& question) {
+        FoundPlaces places = PlacesOf(wanted, asked.text, question);
+        const auto hear = [this, wanted, name = asked.name, places = std::move(places)] {
+            Heard(places, wanted, name);
+        };
+        question.tell(hear);
+    });
+}
+
+void SymbolActions::ListReferences()
+{
+    const Asked asked = AboutCurrent();
+    if (asked.view == nullptr)
+        return;
+    if (asked.name.empty())
+        return Say(tr("There is no name at the caret."));
+    Matches().Begin(tr("references to \u201c%1\u201d").arg(Shown(asked.name)));
+    engine.Ask(SymbolEngine::Topic::Place, [this, asked](const Question& question) {
+        const auto part = [&](std::vector<FoundPlace> places) {
+            question.tell([this, places = std::move(places)]() mutable { Matches().Add(std::move(places)); });
+        };
+        const FoundPlaces all = ReferencesTo(asked.text, question, part);
+        question.tell([this, more = all.more] { Matches().End(more); });
+    });
+}
+
+// ----------------------------------------------------------------------------------------------------- What is answered
+
+void SymbolActions::TakeNews()
+{
+    engine.TakeNews();
+    if (std::exchange(updates, engine.Updates()) != updates && palette != nullptr)
+        palette->AskAgain();
+    parts.window.Status().ShowIndex(Shown(engine.Activity()), Shown(engine.Problem()));
+}
+
+bool SymbolActions::IsIdle() const
+{
+    return changed.empty() && engine.IsIdle();
+}
+
+void SymbolActions::Heard(const FoundPlaces& places, Wanted wanted, const std::string& name)
+{
+    if (places.found.empty()) {
+        beep();
+        const QString noun = NounOf(wanted, true);
+        return Say(name.empty() ? tr("There is no name at the caret.")
+                                : tr("No %1 of \u201c%2\u201d was found.").arg(noun, Shown(name)));
+    }
+    if (places.found.size() > 1 || !places.isSure)
+        return List(places, wanted);
+    const FoundPlace& only = places.found.front();
+    parts.places.OpenMatch(only.path, only.line, only.column);
+}
+
+void SymbolActions::List(const FoundPlaces& places, Wanted wanted)
+{
+    const bool isOne = places.found.size() == 1;
+    QString title = tr("%1 of \u201c%2\u201d").arg(NounOf(wanted, isOne), Shown(places.name));
+    if (!places.isSure)
+        title += tr(", found by the name alone");
+    Matches().Begin(title);
+    Matches().Add(places.found);
+    Matches().End(places.more);
+    Matches().TakeKeyboard();
+}
+
+void SymbolActions::Step(bool backwards)
+{
+    if (matches == nullptr || !matches->Step(backwards))
+        beep();
+}
+
+void SymbolActions::Say(const QString& text)
+{
+    parts.window.statusBar()->showMessage(text, kSaid);
+}
+
+void SymbolActions::GiveKeyboardBack()
+{
+    if (CodeView* view = parts.window.Tabs().CurrentView())
+        view->setFocus();
+}
+
+MatchesPanel& SymbolActions::Matches()
+{
+    if (matches != nullptr)
+        return *matches;
+    matches = new MatchesPanel(&parts.window);
+    parts.window.addDockWidget(Qt::BottomDockWidgetArea, matches);
+    connect(matches, &MatchesPanel::Chosen, this, [this](const FoundPlace& place) {
+        parts.places.OpenMatch(place.path, place.line, place.column);
+        GiveKeyboardBack();
+    });
+    connect(matches, &MatchesPanel::Left, this, &SymbolActions::GiveKeyboardBack);
+    connect(matches, &MatchesPanel::StopAsked, this, [this] {
+        engine.Forget(SymbolEngine::Topic::Place);
+        matches->End(true);
+    });
+    return *matches;
+}
+
+// --------------------------------------------------------------------------------------------------------- The palette
+
+Palette& SymbolActions::ThePalette()
+{
+    if (palette != nullptr)
+        return *palette;
+    palette = new Palette(&parts.window);
+    connect(palette, &Palette::Closed, this, &SymbolActions::GiveKeyboardBack);
+    return *palette;
+}
+
+void SymbolActions::Choose(const PaletteItem& item, long line)
+{
+    parts.places.OpenMatch(item.path, line > 0 ? line : item.line);
+    const Document* document = parts.host.Current();
+    CodeView* view = parts.window.Tabs().CurrentView();
+    if (line > 0 || item.line == 0 || document == nullptr || document->Path() != item.path)
+        return;
+    const long start = document->LineStart(item.line - 1); // the index knows only lines
+    const std::string text = document->Text(start, document->LineEnd(item.line - 1));
+    view->GoTo(start + static_cast<long>(NameColumn(text, item.name.substr(0, item.name.find(':')))) - 1);
+}
+
+void SymbolActions::GoToSymbol()
+{
+    const Asked asked = AboutCurrent();
+    PaletteUse use;
+    use.title = tr("Go to symbol: letters of its name, Outer::name or path/name");
+    use.ask = [this, path = asked.text.path](const QString& letters) {
+        engine.Ask(
+            SymbolEngine::Topic::Palette, [this, path, wanted = letters.toStdString()](const Question& question) {
+                PaletteAnswer answer = SymbolsLike(wanted, path, question);
+                question.tell([this, answer = std::move(answer)]() mutable { palette->Show(std::move(answer)); });
+            });
+    };
+    use.choose = [this](const PaletteItem& item, long) { Choose(item, 0); };
+    ThePalette().Open(std::move(use));
+}
+
+void SymbolActions::GoToFile()
+{
+    const Asked asked = AboutCurrent();
+    PaletteUse use;
+    use.title = tr("Go to file: letters of its name, directory/name or name:line");
+    use.listsWithoutLetters = true;
+    use.ask = [this, path = asked.text.path, recent = parts.recentFiles()](const QString& letters) {
+        const auto work = [this, path, recent, kept = names, wanted = letters.toStdString()](const Question& question) {
+            PaletteAnswer answer = kept->Like(wanted, path, recent, question);
+            question.tell([this, answer = std::move(answer)]() mutable { palette->Show(std::move(answer)); });
+        };
+        engine.Ask(SymbolEngine::Topic::Palette, work);
+    };
+    use.choose = [this](const PaletteItem& item, long line) { Choose(item, line); };
+    ThePalette().Open(std::move(use));
+}
+
+void SymbolActions::GoToSymbolOfText()
+{
+    const Asked asked = AboutCurrent();
+    if (asked.view == nullptr)
+        return;
+    PaletteUse use;
+    use.title = tr("Go to symbol of this text");
+    use.listsWithoutLetters = true;
+    use.ask = [this, text = asked.text](const QString& letters) {
+        engine.Ask(
+            SymbolEngine::Topic::Palette, [this, text, wanted = letters.toStdString()](const Question& question) {
+                PaletteAnswer answer = SymbolsOfText(wanted, text, question);
+                question.tell([this, answer = std::move(answer)]() mutable { palette->Show(std::move(answer)); });
+            });
+    };
+    use.choose = [this](const PaletteItem& item, long) { Choose(item, 0); };
+    ThePalette().Open(std::move(use));
+}
+
+} // namespace wren

@@ -1,0 +1,82 @@
+// Going to what a name means, and to symbols and files by a few letters.
+#pragma once
+
+#include "wren/desktop/state/QuietTimer.h"
+#include "wren/desktop/symbols/PaletteQuestions.h"
+#include "wren/desktop/symbols/PlaceQuestions.h"
+#include "wren/desktop/symbols/SymbolEngine.h"
+
+#include <QObject>
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace wren {
+
+class CodeView;
+class DocumentActions;
+class Host;
+class MainWindow;
+class MatchesPanel;
+class Palette;
+class PlaceActions;
+
+// Answers come from the engine, later; what the user does meanwhile counts more. GUI thread.
+class SymbolActions : public QObject {
+    Q_OBJECT
+public:
+    struct Parts { // all borrowed
+        Host& host;
+        MainWindow& window;
+        DocumentActions& documents;
+        PlaceActions& places;
+        std::function<std::vector<std::string>()> recentFiles; // the last one first
+    };
+    SymbolActions(const Parts& parts, SymbolEngineOptions options);
+    ~SymbolActions() override;
+
+    // Of the name at the caret: goes there when its meaning is sure and there is one; else lists what it may be.
+    void GoTo(Wanted wanted);
+    void ListReferences();
+    void Step(bool backwards); // to the next place of the list; beeps at its end
+
+    void GoToSymbol(); // of the project and the system
+    void GoToFile();   // of the project
+    void GoToSymbolOfText();
+
+    void TextChanged(long document);
+    void TakeNews();
+
+    bool IsIdle() const; // no answer is to come
+    const SymbolEngine& Engine() const { return engine; }
+    MatchesPanel& Matches();
+    Palette& ThePalette();
+
+private:
+    struct Asked { // about the current text; without a view there is none
+        CodeView* view = nullptr;
+        AskedText text;
+        std::string name; // the word at the caret
+    };
+    Asked AboutCurrent();
+    void Feed();
+    void Heard(const FoundPlaces& places, Wanted wanted, const std::string& name);
+    void List(const FoundPlaces& places, Wanted wanted);
+    void Choose(const PaletteItem& item, long line);
+    void Say(const QString& text);
+    void GiveKeyboardBack();
+
+    const Parts parts;
+    SymbolEngine engine;
+    size_t updates = 0;     // of indexes, that the palette has seen
+    std::set<long> changed; // documents whose text the engine does not know yet
+    QuietTimer pause;
+    std::shared_ptr<FileNames> names; // used by one question at a time
+    MatchesPanel* matches = nullptr;  // made when they are needed
+    Palette* palette = nullptr;
+};
+
+} // namespace wren

@@ -1,0 +1,59 @@
+// The panel below the text that lists places: what a name may mean, and where it is used.
+#pragma once
+
+#include "wren/desktop/symbols/FoundPlace.h"
+
+#include <QDockWidget>
+
+#include <vector>
+
+class QLabel;
+class QLineEdit;
+class QToolButton;
+class QTreeView;
+
+namespace wren {
+
+class MatchesModel;
+
+// Results come in as they are found, and can be stopped. Typing narrows the list, arrows and pages move in it, Enter or
+// a click goes to a place and keeps the panel, Escape gives the keyboard back to the text. GUI thread.
+class MatchesPanel : public QDockWidget {
+    Q_OBJECT
+public:
+    explicit MatchesPanel(QWidget* parent = nullptr);
+
+    void Begin(const QString& title); // empty, and searching
+    void Add(std::vector<FoundPlace> places);
+    void End(bool more);       // all are there; 'more' exist that were not looked for
+    bool Step(bool backwards); // goes to the next place; false at the end
+
+    void TakeKeyboard();
+    QString Title() const; // "12 references to 'name'", as shown
+    const MatchesModel& Model() const { return *model; }
+
+signals:
+    void Chosen(const FoundPlace& place);
+    void StopAsked();
+    void Left(); // the text gets the keyboard back
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool KeyPressed(const QObject* watched, const QKeyEvent& key);
+    void Go(const QModelIndex& index);
+    void Move(int rows);
+    void ShowTitle();
+
+    QString subject; // "references to 'name'"
+    bool isSearching = false;
+    bool hasMore = false;
+    MatchesModel* model;
+    QLabel* title;
+    QLineEdit* filter;
+    QToolButton* stop;
+    QTreeView* tree;
+};
+
+} // namespace wren

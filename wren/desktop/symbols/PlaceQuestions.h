@@ -1,0 +1,28 @@
+// Questions about the name at a place of a text.
+#pragma once
+
+#include "wren/desktop/symbols/FoundPlace.h"
+#include "wren/desktop/symbols/SymbolEngine.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace wren {
+
+struct AskedText {
+    std::string path;                        // absolute, or "" for a text without a file
+    std::shared_ptr<const std::string> text; // never null
+    size_t offset = 0;                       // of the caret, bytes
+};
+
+enum class Wanted { Definition, Declaration, Implementations };
+
+// These block; they are for a question's thread.
+FoundPlaces PlacesOf(Wanted wanted, const AskedText& asked, const Question& question);
+
+// Hands over the uses of the name file by file, the text's own first. 'all' has the name, and whether there are more.
+FoundPlaces ReferencesTo(const AskedText& asked, const Question& question,
+                         const std::function<void(std::vector<FoundPlace> part)>& part);
+
+} // namespace wren

@@ -1,0 +1,248 @@
+#include "wren/desktop/symbols/SymbolEngine.h"
+
+#include "symbols/Index.h"
+#include "vetch/support/ThreadStart.h"
+
+#include <chrono>
+#include <utility>
+
+namespace wren {
+
+// The status line shows one work at a time, the latest that began.
+class SymbolEngine::ShownIndexing : public ShownWork {
+public:
+    ShownIndexing(SymbolEngine& engine, std::string title) : engine(engine), title(std::move(title)) { Show(""); }
+
+    void Report(const std::string& message, size_t, size_t) override { Show(message); }
+
+    void End(const std::string&) override
+    {
+        const std::lock_guard lock(engine.mutex);
+        ++engine.updates;
+        if (engine.activity.starts_with(title))
+            engine.activity.clear();
+        engine.wake();
+    }
+
+private:
+    void Show(const std::string& message)
+    {
+        const std::lock_guard lock(engine.mutex);
+        engine.activity = message.empty() ? title : title + ": " + message;
+        const auto now = std::chrono::steady_clock::now();
+        if (now < shown + kPause)
+            return;
+        shown = now;
+        engine.wake();
+    }
+
+    static constexpr std::chrono::milliseconds kPause{200}; // people read no faster
+
+    SymbolEngine& engine;
+    const std::string title;
+    std::chrono::steady_clock::time_point shown;
+};
+
+SymbolEngine::SymbolEngine(SymbolEngineOptions options, std::function<void()> wake)
+    : options(std::move(options)), wake(std::move(wake)), projects(Listener()), settler(projects)
+{
+    feeder = vetch::StartThread("names are not understood", [this] { Feed(); });
+    if (!feeder.joinable())
+        problem = "the system has no thread for it";
+}
+
+SymbolEngine::~SymbolEngine()
+{
+    projects.Close();
+    {
+        const std::lock_guard lock(mutex);
+        ends = true;
+        for (auto& [topic, desk] : desks)
+            if (desk.cancel != nullptr)
+                desk.cancel->Cancel();
+        changed.notify_all();
+    }
+    if (feeder.joinable())
+        feeder.join();
+    for (auto& [topic, desk] : desks)
+        if (desk.thread.joinable())
+            desk.thread.join();
+}
+
+IndexListener SymbolEngine::Listener()
+{
+    IndexListener listener;
+    listener.begin = [this](const std::string& title, std::function<void()> cancel) -> std::shared_ptr<ShownWork> {
+        {
+            const std::lock_guard lock(mutex);
+            stop = std::move(cancel);
+        }
+        return std::make_shared<ShownIndexing>(*this, title);
+    };
+    listener.warn = [this](const std::string& text) {
+        const std::lock_guard lock(mutex);
+        problem = text;
+        this->wake();
+    };
+    return listener;
+}
+
+// --------------------------------------------------------------------------------------------------------------- Texts
+
+void SymbolEngine::TextChanged(const std::string& path, std::shared_ptr<const std::string> text)
+{
+    const std::lock_guard lock(mutex);
+    fed[path] = {std::move(text), std::nullopt};
+    changed.notify_all();
+}
+
+void SymbolEngine::TextClosed(const std::string& path)
+{
+    TextChanged(path, nullptr);
+}
+
+// Looks for ctags, which runs it.
+void SymbolEngine::Configure()
+{
+    const base::Result<tagging::Settings> found = symbols::IndexSettings();
+    ProjectsOptions made;
+    made.cache = options.cache;
+    made.withIndex = static_cast<bool>(found);
+    made.withSystem = options.withSystem && made.withIndex;
+    if (found)
+        made.tagging = *found;
+    projects.Configure(made, {});
+    const std::lock_guard lock(mutex);
+    if (!found)
+        problem = found.Failure().Message();
+    isConfigured = true;
+    changed.notify_all();
+}
+
+// Looking for a text's root reads directories, so it is done here.
+void SymbolEngine::Feed()
+{
+    Configure();
+    std::unique_lock lock(mutex);
+    while (!ends) {
+        if (fed.empty()) {
+            changed.wait(lock);
+            continue;
+        }
+        auto next = fed.extract(fed.begin());
+        lock.unlock();
+        const std::shared_ptr<Project> project = projects.For(next.key());
+        project->TextChanged(next.key(), std::move(next.mapped()));
+        project->ResumeIndexing();
+        settler.TextChanged();
+        lock.lock();
+        changed.notify_all();
+    }
+}
+
+// ----------------------------------------------------------------------------------------------------------- Questions
+
+void SymbolEngine::Ask(Topic topic, Work work)
+{
+    Forget(topic);
+    const std::lock_guard lock(mutex);
+    Desk& desk = desks[topic];
+    desk.cancel = std::make_shared<base::CancelToken>();
+    if (desk.waiting == nullptr)
+        ++answering;
+    desk.waiting = std::move(work);
+    changed.notify_all();
+    if (!desk.thread.joinable())
+        desk.thread = vetch::StartThread("names are not understood", [this, topic] { Answer(topic); });
+    if (!desk.thread.joinable() && std::exchange(desk.waiting, nullptr) != nullptr)
+        --answering;
+}
+
+void SymbolEngine::Forget(Topic topic)
+{
+    const std::lock_guard lock(mutex);
+    const auto desk = desks.find(topic);
+    if (desk == desks.end())
+        return;
+    if (desk->second.cancel != nullptr)
+        desk->second.cancel->Cancel();
+    if (std::exchange(desk->second.waiting, nullptr) != nullptr)
+        --answering;
+}
+
+// A question sees all changes that were made before it.
+void SymbolEngine::Answer(Topic topic)
+{
+    std::unique_lock lock(mutex);
+    while (!ends) {
+        Desk& desk = desks[topic];
+        if (desk.waiting == nullptr || !isConfigured || !fed.empty()) {
+            changed.wait(lock);
+            continue;
+        }
+        const Work work = std::exchange(desk.waiting, nullptr);
+        const CancelPointer cancel = desk.cancel;
+        lock.unlock();
+        const auto tell = [this, cancel](std::function<void()> heard) { Tell(cancel, std::move(heard)); };
+        vetch::CallGuarded([&] { work({projects, *cancel, tell}); });
+        lock.lock();
+        --answering;
+        wake();
+    }
+}
+
+void SymbolEngine::Tell(const CancelPointer& cancel, std::function<void()> heard)
+{
+    const std::lock_guard lock(mutex);
+    news.emplace_back(cancel, std::move(heard));
+    wake();
+}
+
+void SymbolEngine::TakeNews()
+{
+    std::vector<News> taken;
+    {
+        const std::lock_guard lock(mutex);
+        taken.swap(news);
+    }
+    for (const auto& [cancel, heard] : taken)
+        if (!cancel->IsCancelled())
+            heard();
+}
+
+bool SymbolEngine::IsIdle() const
+{
+    const std::lock_guard lock(mutex);
+    return answering == 0 && news.empty();
+}
+
+std::string SymbolEngine::Activity() const
+{
+    const std::lock_guard lock(mutex);
+    return activity;
+}
+
+size_t SymbolEngine::Updates() const
+{
+    const std::lock_guard lock(mutex);
+    return updates;
+}
+
+std::string SymbolEngine::Problem() const
+{
+    const std::lock_guard lock(mutex);
+    return problem;
+}
+
+void SymbolEngine::StopIndexing()
+{
+    std::function<void()> asked;
+    {
+        const std::lock_guard lock(mutex);
+        asked = stop;
+    }
+    if (asked)
+        asked();
+}
+
+} // namespace wren
