@@ -142,7 +142,11 @@ Editor::~Editor()
 // Texts, their tabs and their files.
 void Editor::ConnectTexts()
 {
-    router->onCaret = [this] { labels->ShowCaret(); };
+    router->onCaret = [this] {
+        labels->ShowCaret();
+        if (symbols != nullptr)
+            symbols->CaretMoved();
+    };
     router->onModified = [this](CodeView& view, bool modified) {
         documents->ModifiedSet(window->Tabs().DocumentOf(&view), modified);
     };
@@ -157,7 +161,11 @@ void Editor::ConnectTexts()
         places->TextMoves(id, offset, removed, inserted);
         worksheet->TextMoves(id, offset, removed, inserted);
     };
-    connect(&window->Tabs(), &EditorTabs::Raised, this, [this](long id) { documents->Raised(id); });
+    connect(&window->Tabs(), &EditorTabs::Raised, this, [this](long id) {
+        documents->Raised(id);
+        if (symbols != nullptr)
+            symbols->Raised();
+    });
     connect(&window->Tabs(), &EditorTabs::CloseAsked, this, [this](long id) { documents->Close(id); });
     connect(files.get(), &FileKeeper::Saved, documents.get(), &DocumentActions::Saved);
     connect(files.get(), &FileKeeper::ReadAgain, menus.get(), &EditorMenus::ShowUndo);

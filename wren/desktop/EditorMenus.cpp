@@ -189,6 +189,18 @@ void EditorMenus::FillView(QMenu* menu)
         [this] { parts.actions.preferences.UseZoom(-1); });
     Add(menu, tr("&Usual Size"), "zoom-original", {QKeySequence(tr("Ctrl+0"))},
         [this] { parts.actions.preferences.UseZoom(0); });
+    if (parts.actions.symbols != nullptr)
+        AddOutline(menu, *parts.actions.symbols);
+}
+
+// The panel is made when it is first shown, and can be closed by its own button.
+void EditorMenus::AddOutline(QMenu* menu, SymbolActions& symbols)
+{
+    menu->addSeparator();
+    QAction* outline = Add(menu, tr("&Outline"), "", {QKeySequence(tr("Ctrl+Shift+L"))}, nullptr);
+    outline->setCheckable(true);
+    connect(outline, &QAction::triggered, this, [&symbols](bool shown) { symbols.ShowOutline(shown); });
+    connect(&symbols, &SymbolActions::OutlineShown, outline, &QAction::setChecked);
 }
 
 void EditorMenus::FillWorksheet(QMenu* menu)
@@ -312,7 +324,8 @@ QAction* EditorMenus::Add(QMenu* menu, const QString& text, const char* icon, co
     QAction* action = menu->addAction(IconNamed(icon), text);
     action->setShortcuts(keys);
     usualKeys.emplace_back(action, keys);
-    connect(action, &QAction::triggered, this, run);
+    if (run)
+        connect(action, &QAction::triggered, this, run);
     return action;
 }
 

@@ -51,6 +51,7 @@ private:
     void FillGo(QMenu* menu);
     void FillMeanings(QMenu* menu, SymbolActions& symbols);
     void FillView(QMenu* menu);
+    void AddOutline(QMenu* menu, SymbolActions& symbols);
     void FillWorksheet(QMenu* menu);
     void FillHelp(QMenu* menu);
     void FillTools();

@@ -12,6 +12,7 @@
 #include "wren/desktop/editor/CodeLexer.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/symbols/MatchesPanel.h"
+#include "wren/desktop/symbols/OutlinePanel.h"
 #include "wren/desktop/symbols/Palette.h"
 #include "wren/desktop/symbols/RowText.h"
 #include "wren/symbols/NameColumn.h"
@@ -67,7 +68,10 @@ SymbolActions::SymbolActions(const Parts& parts, SymbolEngineOptions options)
     : parts(parts), engine(std::move(options), &GuiLoop::Wake), pause(200ms, 1000ms),
       names(std::make_shared<FileNames>())
 {
-    connect(&pause, &QuietTimer::Quiet, this, &SymbolActions::Feed);
+    connect(&pause, &QuietTimer::Quiet, this, [this] {
+        Feed();
+        AskOutline();
+    });
     connect(&parts.documents, &DocumentActions::Named, this, [this](long, const std::string& path) {
         if (CodeLexer::IsCode(path))
             engine.TextClosed(path); // the file counts until its text differs
@@ -294,6 +298,59 @@ void SymbolActions::GoToSymbolOfText()
     };
     use.choose = [this](const PaletteItem& item, long) { Choose(item, 0); };
     ThePalette().Open(std::move(use));
+}
+
+// --------------------------------------------------------------------------------------------------------- The outline
+
+OutlinePanel& SymbolActions::Outline()
+{
+    if (outline != nullptr)
+        return *outline;
+    outline = new OutlinePanel(&parts.window);
+    parts.window.addDockWidget(Qt::LeftDockWidgetArea, outline);
+    connect(outline, &OutlinePanel::Chosen, this, [this](const PaletteItem& item) {
+        Choose(item, 0);
+        GiveKeyboardBack();
+    });
+    connect(outline, &OutlinePanel::Left, this, &SymbolActions::GiveKeyboardBack);
+    outline->hide();
+    connect(outline, &OutlinePanel::visibilityChanged, this, [this] { emit OutlineShown(outline->isVisible()); });
+    return *outline;
+}
+
+void SymbolActions::ShowOutline(bool shown)
+{
+    Outline().setVisible(shown);
+    if (!shown)
+        return GiveKeyboardBack();
+    AskOutline();
+    Outline().setFocus();
+}
+
+void SymbolActions::AskOutline()
+{
+    if (outline == nullptr || !outline->isVisible())
+        return;
+    const Asked asked = AboutCurrent();
+    if (asked.view == nullptr)
+        return outline->Show({});
+    engine.Ask(SymbolEngine::Topic::Text, [this, text = asked.text](const Question& question) {
+        PaletteAnswer answer = SymbolsOfText("", text, question);
+        question.tell([this, items = std::move(answer.items)]() mutable { outline->Show(std::move(items)); });
+    });
+    CaretMoved();
+}
+
+void SymbolActions::Raised()
+{
+    AskOutline();
+}
+
+void SymbolActions::CaretMoved()
+{
+    const Document* document = parts.host.Current();
+    if (outline != nullptr && outline->isVisible() && document != nullptr)
+        outline->FollowCaret(document->LineAt(parts.window.Tabs().CurrentView()->Caret()) + 1);
 }
 
 } // namespace wren

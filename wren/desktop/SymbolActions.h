@@ -21,6 +21,7 @@ class DocumentActions;
 class Host;
 class MainWindow;
 class MatchesPanel;
+class OutlinePanel;
 class Palette;
 class PlaceActions;
 
@@ -47,13 +48,21 @@ public:
     void GoToFile();   // of the project
     void GoToSymbolOfText();
 
+    void ShowOutline(bool shown); // and gives it the keyboard
+
     void TextChanged(long document);
+    void Raised(); // another text is the current one
+    void CaretMoved();
     void TakeNews();
 
     bool IsIdle() const; // no answer is to come
     const SymbolEngine& Engine() const { return engine; }
     MatchesPanel& Matches();
     Palette& ThePalette();
+    OutlinePanel& Outline();
+
+signals:
+    void OutlineShown(bool shown);
 
 private:
     struct Asked { // about the current text; without a view there is none
@@ -63,6 +72,7 @@ private:
     };
     Asked AboutCurrent();
     void Feed();
+    void AskOutline();
     void Heard(const FoundPlaces& places, Wanted wanted, const std::string& name);
     void List(const FoundPlaces& places, Wanted wanted);
     void Choose(const PaletteItem& item, long line);
@@ -77,6 +87,7 @@ private:
     std::shared_ptr<FileNames> names; // used by one question at a time
     MatchesPanel* matches = nullptr;  // made when they are needed
     Palette* palette = nullptr;
+    OutlinePanel* outline = nullptr;
 };
 
 } // namespace wren

@@ -3,6 +3,7 @@
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/symbols/MatchesModel.h"
 #include "wren/desktop/symbols/MatchesPanel.h"
+#include "wren/desktop/symbols/OutlinePanel.h"
 #include "wren/desktop/symbols/Palette.h"
 
 #include <QApplication>
@@ -228,4 +229,53 @@ TEST_F(Meanings, ThePluginAloneHasNoneOfIt)
     EXPECT_EQ(TheEditor().Actions().symbols, nullptr);
     Press("Ctrl+T");
     EXPECT_EQ(TheEditor().Window().findChild<wren::Palette*>(), nullptr);
+}
+
+TEST_F(Meanings, TheOutlineShowsTheTextAsItIsAndFollowsTheCaret)
+{
+    StartAt("class Pen {\n    void Draw();\n};\n|\nint First() { return 1; }\n");
+    Press("Ctrl+Shift+L");
+    Answered();
+    wren::OutlinePanel& outline = Symbols().Outline();
+    const auto names = [&] {
+        std::vector<std::string> rows;
+        for (const wren::PaletteItem& item : outline.Items())
+            rows.push_back(item.name);
+        return rows;
+    };
+    EXPECT_THAT(names(), ElementsAre("Pen", "Draw", "First"));
+    EXPECT_EQ(outline.Marked(), -1) << "the caret is between two";
+    View().GoTo(16);
+    Type(" ");
+    EXPECT_EQ(outline.Marked(), 1);
+    View().GoTo(35);
+    Type("int New();\n");
+    ASSERT_TRUE(Until([&] { return names().size() == 4; }));
+    EXPECT_THAT(names(), ElementsAre("Pen", "Draw", "New", "First"));
+}
+
+TEST_F(Meanings, AClickOrEnterInTheOutlineGoesToTheSymbol)
+{
+    StartAt("|class Pen {\n    void Draw();\n};\nint First() { return 1; }\n");
+    Press("Ctrl+Shift+L");
+    Answered();
+    auto* filter = Symbols().Outline().findChild<QLineEdit*>();
+    EXPECT_EQ(QApplication::focusWidget(), filter);
+    QTest::keyClicks(filter, "fir");
+    QTest::keyClick(filter, Qt::Key_Down);
+    QTest::keyClick(filter, Qt::Key_Return);
+    EXPECT_EQ(Place(), "draw.cpp:4:5");
+    EXPECT_EQ(QApplication::focusWidget(), &View());
+    Press("Ctrl+Shift+L");
+    EXPECT_FALSE(Symbols().Outline().isVisible());
+}
+
+TEST_F(Meanings, EnterWaitsForTheAnswerToTheLatestLetters)
+{
+    StartAt("|\n");
+    Press("Ctrl+T");
+    QTest::keyClicks(&Field(), "Text::Paint");
+    QTest::keyClick(&Field(), Qt::Key_Return);
+    ASSERT_TRUE(Until([this] { return !Palette().isVisible(); }));
+    EXPECT_EQ(Place(), "shapes.cpp:4:12");
 }

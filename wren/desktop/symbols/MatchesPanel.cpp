@@ -22,9 +22,9 @@ namespace wren {
 
 namespace {
 
-constexpr int kPadding = 4; // pixels
-constexpr int kPage = 10;   // rows
-constexpr int kDigits = 6;  // room for a line's number
+constexpr int kMargin = 4; // pixels
+constexpr int kPage = 10;  // rows
+constexpr int kDigits = 6; // room for a line's number
 
 // A file with the count of its places; a place with its line's number and text, the name marked.
 class PlacePainter : public QStyledItemDelegate {
@@ -36,7 +36,7 @@ public:
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
     {
-        return {100, QFontMetrics(code).height() + kPadding};
+        return {100, QFontMetrics(code).height() + kMargin};
     }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
@@ -45,7 +45,7 @@ public:
         const QColor paper = option.palette.color(isMarked ? QPalette::Highlight : QPalette::Base);
         const QColor ink = option.palette.color(isMarked ? QPalette::HighlightedText : QPalette::Text);
         painter->fillRect(option.rect, paper);
-        QRect free = option.rect.adjusted(kPadding, 0, -kPadding, 0);
+        QRect free = option.rect.adjusted(kMargin, 0, -kMargin, 0);
         if (const FoundPlace* place = model.PlaceAt(index))
             DrawPlace(*painter, *place, free, ink, Faint(ink, paper));
         else
@@ -58,7 +58,7 @@ private:
     {
         font.setBold(true);
         const int width = DrawLine(painter, free, Shown(model.FileAt(index)), font, ink);
-        free.setLeft(free.left() + width + 2 * kPadding);
+        free.setLeft(free.left() + width + 2 * kMargin);
         font.setBold(false);
         DrawLine(painter, free, QString::number(model.CountAt(index)), font, faint);
     }
@@ -69,7 +69,7 @@ private:
         if (place.kind != tagging::SymbolKind::None) {
             const int side = metrics.height();
             KindIcon(place.kind).paint(&painter, free.left(), free.top() + (free.height() - side) / 2, side, side);
-            free.setLeft(free.left() + side + kPadding);
+            free.setLeft(free.left() + side + kMargin);
         }
         const int numbers = metrics.horizontalAdvance('0') * kDigits;
         if (place.line > 0)
@@ -96,8 +96,8 @@ MatchesPanel::MatchesPanel(QWidget* parent)
     setAllowedAreas(Qt::BottomDockWidgetArea | Qt::TopDockWidgetArea);
     auto* content = new QWidget;
     auto* column = new QVBoxLayout(content);
-    column->setContentsMargins(kPadding, kPadding, kPadding, 0);
-    column->setSpacing(kPadding);
+    column->setContentsMargins(kMargin, kMargin, kMargin, 0);
+    column->setSpacing(kMargin);
     auto* row = new QHBoxLayout;
     row->addWidget(title, 1);
     row->addWidget(stop);

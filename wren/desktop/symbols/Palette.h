@@ -10,24 +10,21 @@
 
 class QLabel;
 class QLineEdit;
-class QListView;
 
 namespace wren {
 
-class PaletteModel;
+class SymbolList;
 
 // What is offered, and what happens to it.
 struct PaletteUse {
     QString title;                                                  // what the field is for: "Go to symbol"
     std::function<void(const QString& letters)> ask;                // the answer comes by Palette::Show()
     std::function<void(const PaletteItem& item, long line)> choose; // the line that was typed behind ":"; 0 for none
-    std::function<void(const PaletteItem& item)> preview;           // the item that is marked now; may be empty
-    std::function<void()> leave;                                    // closed without a choice; may be empty
     bool listsWithoutLetters = false;
 };
 
 // A child of the window that it covers, so that it needs no window manager. It closes when it loses the keyboard.
-// Enter chooses, Escape leaves, arrows and pages move, all while the field has the keyboard. GUI thread.
+// Enter chooses, also before the answer has come; Escape leaves, arrows and pages move, all while the field has the keyboard. GUI thread.
 class Palette : public QFrame {
     Q_OBJECT
 public:
@@ -53,15 +50,14 @@ private:
     bool KeyPressed(int key);
     void Typed();
     void Choose();
-    void Move(int rows);
-    void Mark(int row);
     void Fit();
 
     PaletteUse use;
     QLineEdit* field;
     QLabel* message;
-    QListView* list;
-    PaletteModel* model;
+    SymbolList* list;
+    bool isWaiting = false;    // for the answer to the latest letters
+    bool choosesFirst = false; // of that answer, when it comes
 };
 
 } // namespace wren

@@ -15,6 +15,7 @@ struct PaletteItem {
     std::string where;               // for people: "fs/inode.c:12"
     std::string path;                // absolute
     long line = 0;                   // from 1; 0 for a whole file
+    long endLine = 0;                // of its body; 0 when unknown
     tagging::SymbolKind kind = tagging::SymbolKind::None;
     int depth = 0; // of a symbol in its text
 };

@@ -27,6 +27,7 @@ PaletteItem ItemFor(const tagging::Symbol& symbol)
     item.name = WithoutMadeNames(std::string(symbol.name));
     item.detail = WithoutMadeNames(std::string(symbol.scope));
     item.line = symbol.line;
+    item.endLine = symbol.endLine;
     item.kind = symbol.kind;
     return item;
 }
