@@ -24,7 +24,8 @@ struct PaletteUse {
 };
 
 // A child of the window that it covers, so that it needs no window manager. It closes when it loses the keyboard.
-// Enter chooses, also before the answer has come; Escape leaves, arrows and pages move, all while the field has the keyboard. GUI thread.
+// Enter chooses, also before the answer has come; Escape leaves; arrows and pages move: all while the field has the
+// keyboard. GUI thread.
 class Palette : public QFrame {
     Q_OBJECT
 public:
