@@ -87,10 +87,36 @@ def clangd(judged, root, cache, asked, texts):
     return answers
 
 
+def clangd_kept(judged, root, cache, asked, texts, seed):
+    """As clangd(), but asks once only: what it answers does not depend on our side."""
+    kept = os.path.join(cache, "judged", f"{judged['package']}-{seed}-completion.json")
+    if os.path.exists(kept):
+        with open(kept, encoding="utf-8") as answers:
+            return json.load(answers)
+    answers = clangd(judged, root, cache, asked, texts)
+    with open(kept + ".new", "w", encoding="utf-8") as out:
+        json.dump(answers, out)
+    os.rename(kept + ".new", kept)
+    return answers
+
+
+class Count:
+    """[places, right] by way, for all places and for those of each language."""
+
+    def __init__(self):
+        self.by_group = {}
+
+    def add(self, language, way, right):
+        for group in ("all", language):
+            count = self.by_group.setdefault(group, {each: [0, 0] for each in WAYS})[way]
+            count[0] += 1
+            count[1] += right
+
+
 def measure(judged, roots, cache, home, wanted):
-    """Returns [places, right] by way, of the candidates here and of clangd's; the latter is empty when not wanted."""
-    found = {way: [0, 0] for way in WAYS}
-    peers = {way: [0, 0] for way in WAYS} if wanted.clangd_completion else {}
+    """Returns [places, right] by group and way, of the candidates here and of clangd's; the latter is empty when not
+    wanted."""
+    found, peers = Count(), Count()
     for one in judged:
         root = roots[one["package"]]
         asked, texts = questions(one, root)
@@ -100,18 +126,16 @@ def measure(judged, roots, cache, home, wanted):
         missed = []
         for question, answer in zip(asked, answers):
             right = any(is_wanted(name, question["name"], one["language"]) for name in answer["names"])
-            found[question["way"]][0] += 1
-            found[question["way"]][1] += right
+            found.add(one["language"], question["way"], right)
             if not right:
                 missed.append(f"{question['path']}:{question['line']}:{question['column']}\t{question['name']}\t"
                               f"{question['way']}\tgot {answer['names']}\n")
         if wanted.failures:
             with open(os.path.join(wanted.failures, f"completion-{one['package']}.txt"), "w", encoding="utf-8") as out:
                 out.writelines(missed)
-        if peers:
-            for question, names in zip(asked, clangd(one, root, cache, asked, texts)):
+        if wanted.clangd_completion:
+            for question, names in zip(asked, clangd_kept(one, root, cache, asked, texts, wanted.seed)):
                 if names is not None:
-                    peers[question["way"]][0] += 1
-                    peers[question["way"]][1] += any(is_wanted(name, question["name"], one["language"])
-                                                     for name in names)
-    return found, peers
+                    peers.add(one["language"], question["way"],
+                              any(is_wanted(name, question["name"], one["language"]) for name in names))
+    return found.by_group, peers.by_group
