@@ -4,6 +4,7 @@
 #include "resolve/Nearby.h"
 #include "resolve/Question.h"
 #include "resolve/Resolver.h"
+#include "resolve/Slot.h"
 
 #include <algorithm>
 #include <cctype>
@@ -374,6 +375,8 @@ private:
         const bool isBehindSign =
             before != kNone && (tokens[before].Is('.') || tokens[before].text == "->" || tokens[before].IsMark("::"));
         const bool isDefining = isInClass && IsAtDefinition();
+        const bool isPlain = !isBehindSign && !isMessage;
+        const Slot slot = isPlain ? SlotBehind(tokens, before, GetWorld().Text().IsCplusplus()) : Slot::Any;
         const size_t place = tokens.FirstFrom(start);
         std::optional<Fitness> fitness;
         std::optional<Nearby> nearby;
@@ -383,6 +386,7 @@ private:
             nearby.emplace(tokens, place, kNone);
         struct Key {
             bool isNotLocal;
+            bool isMisfit;
             int phase;
             std::uint64_t unused; // less is more use
             bool isInner;
@@ -395,7 +399,8 @@ private:
         for (const Offer& offer : offers) {
             const std::string_view name = offer.symbol.name;
             const bool isInner = name.starts_with('_') && !typed.starts_with('_'); // meant for the library itself
-            Key key{false, 0, 0, isInner, offer.group, offer.order};
+            const bool fits = Fits(offer.symbol.kind, !offer.symbol.signature.empty(), slot);
+            Key key{false, !fits, 0, 0, isInner, offer.group, offer.order};
             if (isBehindSign) {
                 key.phase = isDefining && !IsUndefined(offer.symbol) ? 1 : 0;
                 key.unused =

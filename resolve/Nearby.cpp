@@ -4,8 +4,9 @@ namespace resolve {
 
 namespace {
 
-constexpr size_t kBehind = 3000; // tokens further down count as far away: they are often written later
-constexpr size_t kNear = 40;     // tokens; nearer than this is all the same
+constexpr size_t kBehind = 3000;    // tokens further down count as far away: they are often written later
+constexpr size_t kNear = 40;        // tokens; nearer than this is all the same
+constexpr std::uint64_t kAlike = 4; // a use behind the same token as the place counts as many others
 constexpr std::uint64_t kScale = std::uint64_t{1} << 32;
 
 bool IsAccess(const Token& token)
@@ -30,7 +31,8 @@ Nearby::Nearby(const Tokens& tokens, size_t place, size_t sign)
         if (!tokens[i].IsWord() || i == place)
             continue;
         const size_t distance = i < place ? place - i : kBehind + (i - place);
-        anywhere[tokens[i].text] += kScale / (distance + kNear);
+        const bool isAlike = i > 0 && sign == kNone && place > 0 && tokens[i - 1].text == tokens[place - 1].text;
+        anywhere[tokens[i].text] += (isAlike ? kAlike : 1) * (kScale / (distance + kNear));
         if (sign != kNone)
             fitting[tokens[i].text] += kScale / (Farther(tokens, i, sign, receiver, distance) + kNear);
     }

@@ -109,3 +109,48 @@ TEST(Completion, IgnoresCaseUnlessACapitalIsTyped)
     EXPECT_EQ(Offered(text + "int f() { return sha| }\n").size(), 2U);
     EXPECT_EQ(Offered(text + "int f() { return Sha| }\n"), Names{"Shape"});
 }
+
+TEST(Completion, KindsThatFitThePlaceComeFirst)
+{
+    const std::string text = "#define sh_limit 9\ntypedef struct { int n; } sh_type;\nstruct sh_tag { int n; };\n"
+                             "enum Kind { sh_round };\nint sh_area(int n);\n";
+    struct Case {
+        const char* place;
+        Names first; // in any order
+        Names behind;
+    };
+    const Case cases[] = {
+        {"int f(void) { int x = sh|; }\n", {"sh_area", "sh_limit", "sh_round"}, {"sh_tag", "sh_type"}},
+        {"int f(void) { return sh|; }\n", {"sh_area", "sh_limit", "sh_round"}, {"sh_tag", "sh_type"}},
+        {"int f(void) { g(1, sh|); }\n", {"sh_area", "sh_limit", "sh_round"}, {"sh_tag", "sh_type"}},
+        {"int f(int n) { switch (n) { case sh|: } }\n", {"sh_limit", "sh_round"}, {"sh_area", "sh_tag", "sh_type"}},
+        {"int f(void) { sh| }\n", {"sh_area", "sh_limit", "sh_tag", "sh_type"}, {"sh_round"}},
+        {"static sh|\n", {"sh_limit", "sh_tag", "sh_type"}, {"sh_area", "sh_round"}},
+        {"int f(const char* s, sh|);\n", {"sh_limit", "sh_tag", "sh_type"}, {"sh_area", "sh_round"}},
+        {"struct sh|\n", {"sh_tag"}, {"sh_area", "sh_limit", "sh_round", "sh_type"}},
+        {"int f(void) { return sizeof(sh|); }\n", {"sh_area", "sh_limit", "sh_round", "sh_tag", "sh_type"}, {}},
+    };
+    for (const Case& each : cases) {
+        Names offered = Offered("== a.c\n" + text + each.place);
+        ASSERT_EQ(offered.size(), 5U) << each.place;
+        const auto middle = offered.begin() + static_cast<std::ptrdiff_t>(each.first.size());
+        std::sort(offered.begin(), middle);
+        std::sort(middle, offered.end());
+        EXPECT_EQ(Names(offered.begin(), middle), each.first) << each.place;
+        EXPECT_EQ(Names(middle, offered.end()), each.behind) << each.place;
+    }
+}
+
+TEST(Completion, AnyKindIsAValueInCplusplus)
+{
+    EXPECT_EQ(Offered("== a.cpp\nstruct ShapeOf {\n};\nint ShapeArea();\nShapeOf f() {\n ShapeOf s;\n return Sh|\n}\n"),
+              (Names{"ShapeOf", "ShapeArea"}));
+}
+
+TEST(Completion, NamesUsedBehindTheSameTokenComeFirst)
+{
+    EXPECT_EQ(
+        Offered(
+            "int count_all, count_one;\nvoid f() {\n use(0 + count_one);\n use(2 * count_all);\n use(1 + co|);\n}\n"),
+        (Names{"count_one", "count_all"}));
+}
