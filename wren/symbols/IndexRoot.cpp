@@ -9,16 +9,16 @@
 
 namespace wren {
 
-namespace {
-
-namespace fs = std::filesystem;
-
 bool HasIndex(const std::string& root)
 {
     symbols::IndexOptions options;
     options.root = root;
     return symbols::Index(std::move(options)).Current() != nullptr;
 }
+
+namespace {
+
+namespace fs = std::filesystem;
 
 // The nearest directory at or above 'directory' with an index, apart from "/" and the home directory.
 std::optional<std::string> RootWithIndex(fs::path directory, const fs::path& home)

@@ -15,4 +15,7 @@ base::Result<std::string> RootForFile(const std::string& path);
 // The same for a directory that the user names, which may also be one of those two. Links are resolved.
 base::Result<std::string> RootForDirectory(const std::string& directory);
 
+// Whether the directory has an index of its own.
+bool HasIndex(const std::string& root);
+
 } // namespace wren

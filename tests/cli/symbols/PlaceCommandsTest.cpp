@@ -193,6 +193,22 @@ TEST_F(PlaceCommands, WithoutAColumnMeanTheFirstNameThatIsNotAKeyword)
     }
 }
 
+TEST_F(PlaceCommands, SayThatWithoutAProjectOnlyTheFilesDirectoryIsIndexed)
+{
+    tree.Write("loose/a/part.c", "int part(void) { return 1; }\n");
+    tree.Write("loose/b/user.c", "int part(void);\nint user(void) { return part(); }\n");
+    const auto ask = [&](std::vector<std::string> more) {
+        more.insert(more.begin(), {WREN_PROGRAM, "definition", "b/user.c:2:25", "--no-system"});
+        return RunProgram(more, tree / "loose", Environment());
+    };
+    const ProgramRun first = ask({});
+    EXPECT_EQ(first.errors, "wren: no project is known around " + (tree / "loose/b") +
+                                ", so only that directory is indexed; --in DIR indexes all of another one\n");
+    EXPECT_EQ(first.output, "b/user.c:1:5: int part(void);\n");
+    EXPECT_EQ(ask({}).errors, "") << "said once";
+    EXPECT_EQ(ask({"--in", "."}).output, "a/part.c:1:5: int part(void) { return 1; }\n");
+}
+
 TEST_F(PlaceCommands, RefuseUnusablePlaces)
 {
     struct Case {

@@ -5,6 +5,8 @@
 #include "wren/symbols/IndexRoot.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 namespace wren {
@@ -29,9 +31,18 @@ void AddAnswerOptions(CLI::App& command, SymbolWords& words)
         ->check(CLI::Range(size_t{1}, size_t{1'000'000}));
 }
 
+// Of a tree without a project, a file's own directory is indexed, which is less than the user may expect.
 base::Result<CurrentIndex*> CurrentIndexes::ForFile(const std::string& path)
 {
-    return words.directory.empty() ? ForRoot(RootForFile(path)) : ForDirectory();
+    if (!words.directory.empty())
+        return ForDirectory();
+    const base::Result<std::string> root = RootForFile(path);
+    std::error_code unknown;
+    const std::string current = std::filesystem::current_path(unknown).string() + "/";
+    if (root && root->starts_with(current) && !symbols::FindRoot(path) && !HasIndex(*root))
+        Complain("no project is known around " + *root +
+                 ", so only that directory is indexed; --in DIR indexes all of " + "another one");
+    return ForRoot(root);
 }
 
 base::Result<CurrentIndex*> CurrentIndexes::ForDirectory()
