@@ -8,6 +8,12 @@
 
 namespace wren::lsp {
 
+namespace {
+
+constexpr size_t kMostUnread = size_t(32) << 20; // bytes of answers; then no more are made
+
+}
+
 Outbox::Outbox(int descriptor) : descriptor(descriptor), wake{-1, -1}
 {
     if (::pipe2(wake, O_CLOEXEC) != 0)
@@ -55,9 +61,8 @@ void Outbox::SendIfRoom(const Json& message)
 
 bool Outbox::WaitForRoom(int input, const base::CancelToken& stop)
 {
-    constexpr size_t kMost = size_t(32) << 20;
     constexpr int kPause = 20; // ms
-    while (!HasRoom(kMost)) {
+    while (!HasRoom(kMostUnread)) {
         pollfd wait[2] = {{input, 0, 0}, {stop.Descriptor(), POLLIN, 0}};
         if (stop.IsCancelled() || (::poll(wait, 2, kPause) > 0 && (wait[0].revents & (POLLHUP | POLLERR)) != 0))
             return false;
@@ -67,8 +72,10 @@ bool Outbox::WaitForRoom(int input, const base::CancelToken& stop)
 
 void Outbox::WaitForRoom(const base::CancelToken& stop)
 {
-    constexpr int kNoInput = -1; // poll() ignores it
-    WaitForRoom(kNoInput, stop);
+    constexpr std::chrono::milliseconds kPause(250); // until a cancelled request is noticed
+    std::unique_lock lock(mutex);
+    while (!broken && waitingBytes >= kMostUnread && !stop.IsCancelled())
+        changed.wait_for(lock, kPause);
 }
 
 bool Outbox::Finish(std::chrono::milliseconds longest)
