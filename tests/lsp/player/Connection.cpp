@@ -113,7 +113,7 @@ bool Connection::ReadMore(Clock::time_point limit)
     return got > 0;
 }
 
-std::optional<nlohmann::json> Connection::Take()
+std::optional<std::string> Connection::Take()
 {
     const std::string kName = "Content-Length: ";
     const size_t end = buffer.find("\r\n\r\n");
@@ -124,16 +124,22 @@ std::optional<nlohmann::json> Connection::Take()
     const size_t length = std::stoul(buffer.substr(kName.size(), end - kName.size()));
     if (buffer.size() < end + 4 + length)
         return std::nullopt;
-    nlohmann::json message = nlohmann::json::parse(buffer.substr(end + 4, length));
+    std::string message = buffer.substr(end + 4, length);
     buffer.erase(0, end + 4 + length);
     return message;
 }
 
 std::optional<nlohmann::json> Connection::Receive(std::chrono::milliseconds longest)
 {
+    const std::optional<std::string> text = ReceiveText(longest);
+    return text ? std::optional(nlohmann::json::parse(*text)) : std::nullopt;
+}
+
+std::optional<std::string> Connection::ReceiveText(std::chrono::milliseconds longest)
+{
     const auto limit = Clock::now() + longest;
     for (;;) {
-        if (std::optional<nlohmann::json> message = Take())
+        if (std::optional<std::string> message = Take())
             return message;
         if (!ReadMore(limit) && (atEnd || Clock::now() >= limit)) {
             if (atEnd && !buffer.empty())

@@ -27,12 +27,13 @@ public:
     // Nullopt at the end of the output, or when nothing comes in time: IsAtEnd() tells which. Throws when the framing
     // is wrong.
     std::optional<nlohmann::json> Receive(std::chrono::milliseconds longest);
+    std::optional<std::string> ReceiveText(std::chrono::milliseconds longest); // the same, unread: for large messages
     bool IsAtEnd() const { return atEnd; }
     int WaitForExit(std::chrono::milliseconds longest); // the exit status; throws when it does not end
 
 private:
     bool ReadMore(std::chrono::steady_clock::time_point limit);
-    std::optional<nlohmann::json> Take();
+    std::optional<std::string> Take();
 
     pid_t process = -1;
     int input = -1;  // of the server
