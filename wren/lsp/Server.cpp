@@ -22,7 +22,7 @@ bool IsId(const Json& id)
 
 Server::Server(int input, int output, SessionOptions options, base::CancelToken& stop)
     : input(input), stop(stop), reader(input, &stop), outbox(output), client(outbox),
-      session(std::move(options), client, stop), longWorkers(2), workers(kWorkers)
+      session(std::in_place, std::move(options), client, stop), longWorkers(2), workers(kWorkers)
 {
 }
 
@@ -57,9 +57,10 @@ int Server::Run()
 void Server::End()
 {
     CancelAll();
-    session.Close();
+    session->Close();
     workers.WaitUntilIdle();
     longWorkers.WaitUntilIdle();
+    session.reset(); // waits for the indexing, which ends what it shows of its progress
     constexpr std::chrono::seconds kLongestFarewell(1);
     outbox.Finish(kLongestFarewell);
 }
@@ -114,9 +115,9 @@ void Server::TakeRequest(const Json& message)
 
 void Server::Initialize(const Json& id, const Json& params)
 {
-    session.Initialize(params);
+    session->Initialize(params);
     state = State::Running;
-    Answer(id, {{"capabilities", ServerCapabilities(session.Abilities())},
+    Answer(id, {{"capabilities", ServerCapabilities(session->Abilities())},
                 {"serverInfo", {{"name", "wren"}, {"version", WREN_VERSION}}}});
 }
 
@@ -129,7 +130,7 @@ void Server::TakeNotification(const std::string& method, const Json& params)
     else if (method == "$/cancelRequest")
         Cancel(params);
     else
-        session.Take(method, params);
+        session->Take(method, params);
 }
 
 void Server::Start(const std::string& method, const Json& id, const Json& params)
@@ -148,7 +149,7 @@ void Server::Start(const std::string& method, const Json& id, const Json& params
             return Refuse(id, FailureCode::InvalidRequest, "a request with this id has no answer yet");
     }
     (isLong ? longWorkers : workers)
-        .Add([this, handler, params, request, context = session.ContextFor(request->cancel, params)] {
+        .Add([this, handler, params, request, context = session->ContextFor(request->cancel, params)] {
             Work(handler, params, context, request);
         });
 }
@@ -198,7 +199,7 @@ void Server::AnswerShutdown()
 void Server::ShutDown(const Json& id)
 {
     state = State::ShutDown;
-    session.Close();
+    session->Close();
     {
         const std::lock_guard lock(mutex);
         shutdown = id;

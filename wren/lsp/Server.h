@@ -54,7 +54,7 @@ private:
     MessageReader reader;
     Outbox outbox;
     Client client;
-    Session session;
+    std::optional<Session> session; // until the end of Run()
     State state = State::Before;
     bool ended = false;
     std::mutex mutex;                           // guards the next members
