@@ -87,6 +87,9 @@ public:
         const size_t hash = HashOf(includes);
         if (IncludeWalkPointer found = FindWalk(snapshot, files, path, hash))
             return found;
+        const std::lock_guard one(walking); // a text that is read ahead is often asked about at the same time
+        if (IncludeWalkPointer found = FindWalk(snapshot, files, path, hash))
+            return found;
         auto made = std::make_shared<const IncludeWalk>(Walker(*this, snapshot, files).Walk(path, includes));
         const std::lock_guard lock(mutex);
         std::erase_if(walks, [&](const Kept& each) { return each.path == path; });
@@ -274,6 +277,7 @@ private:
     }
 
     const symbols::FilesKey key;
+    std::mutex walking;      // held by whoever follows includes; taken before the next one
     std::mutex mutex;        // of the rest
     std::vector<Kept> walks; // the latest at the end
     std::unordered_map<FileNumber, FileIncludesPointer> known;
