@@ -1,10 +1,13 @@
 // Where a name occurs, and what derives from a class.
+#include "base/Identifier.h"
 #include "resolve/ParsedText.h"
 #include "resolve/Question.h"
 #include "resolve/Resolver.h"
 #include "tagging/tokens/SourceTokens.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 #include <set>
 
 namespace resolve {
@@ -25,6 +28,35 @@ unsigned ColumnOf(std::string_view text, size_t offset)
     return static_cast<unsigned>(before == std::string_view::npos ? offset + 1 : offset - before);
 }
 
+// How well one occurrence of a name can be what a symbol of its line declares. Indexes know only lines.
+struct Mention {
+    size_t use = 0; // its number
+    bool isBehindTag = false;
+    bool isBeforeScope = false;
+    bool isBeforeParenthesis = false;
+    bool isBeforeDeclarator = false;
+
+    int Distance(symbols::SymbolKind kind) const // 0 is best
+    {
+        if (IsClassKind(kind) || kind == symbols::SymbolKind::Union || kind == symbols::SymbolKind::Enum ||
+            kind == symbols::SymbolKind::Namespace)
+            return (isBehindTag ? 0 : 4) + (isBeforeScope ? 2 : 0);
+        if (kind == symbols::SymbolKind::Macro)
+            return 0;
+        const int elsewhere = (isBehindTag ? 4 : 0) + (isBeforeScope ? 4 : 0);
+        return elsewhere + (IsCallable(kind) ? (isBeforeParenthesis ? 0 : 2) : (isBeforeDeclarator ? 2 : 0));
+    }
+};
+
+bool IsTagWord(const tagging::Token& token)
+{
+    if (token.kind != tagging::Token::kWord)
+        return false;
+    constexpr std::string_view kWords[] = {"struct",    "class",     "union",    "enum",
+                                           "namespace", "interface", "protocol", "implementation"};
+    return std::find(std::begin(kWords), std::end(kWords), token.text) != std::end(kWords);
+}
+
 // The occurrences of a name in one text, in one pass that ends with the last of them.
 class Occurrences {
 public:
@@ -33,33 +65,46 @@ public:
     {
     }
 
-    void Collect(std::string_view wanted, Uses& uses, size_t limit)
+    void Collect(std::string_view wanted, bool inComments, Uses& uses, size_t limit)
     {
         name = wanted;
+        takesComments = inComments;
         end = text.rfind(name);
         if (name.empty() || end == std::string_view::npos)
             return;
         Read(text, 1, uses, limit);
+        for (const symbols::Symbol& symbol : declared)
+            TellDeclared(symbol, uses);
     }
 
 private:
     void Read(std::string_view part, unsigned line, Uses& uses, size_t limit)
     {
         tagging::SourceTokens source(part);
-        bool mayBeCall = false; // the token before is the name
+        bool isBehindName = false;
+        tagging::Token before;
+        size_t gap = OffsetOf(part); // what stands between two tokens begins here
         for (tagging::Token token; source.Next(token) && !uses.more;) {
-            if (mayBeCall && token.Is('(') && uses.found.back().role == resolve::Use::Role::Other)
-                uses.found.back().role = resolve::Use::Role::Call;
-            const size_t offset = static_cast<size_t>(token.text.data() - text.data());
-            if (offset > end)
+            if (isBehindName)
+                TellNext(token, uses);
+            const size_t offset = OffsetOf(token.text);
+            AddComments(gap, offset, token.line + line - 1, uses, limit);
+            gap = offset + token.text.size();
+            if (offset > end || uses.more)
                 return;
-            mayBeCall = token.kind == tagging::Token::kWord && token.text == name && !IsOff();
-            if (mayBeCall)
-                mayBeCall = Add(offset, token.line + line - 1, uses, limit);
+            isBehindName = token.kind == tagging::Token::kWord && token.text == name && !IsOff();
+            if (isBehindName)
+                isBehindName = Add(offset, token.line + line - 1, before, uses, limit);
             else if (token.kind == tagging::Token::kDirective)
                 ReadDirective(token, uses, limit);
+            before = token;
         }
+        const size_t last = OffsetOf(part) + part.size();
+        const auto breaks = std::count(part.begin(), part.end(), '\n');
+        AddComments(gap, last, line + static_cast<unsigned>(breaks), uses, limit);
     }
+
+    size_t OffsetOf(std::string_view part) const { return static_cast<size_t>(part.data() - text.data()); }
 
     void ReadDirective(const tagging::Token& token, Uses& uses, size_t limit)
     {
@@ -77,30 +122,80 @@ private:
 
     bool IsOff() const { return std::find(off.begin(), off.end(), true) != off.end(); }
 
-    bool Add(size_t offset, unsigned line, Uses& uses, size_t limit)
+    // Between two tokens stand only blanks and comments. 'line' is that of the end.
+    void AddComments(size_t begin, size_t behind, unsigned line, Uses& uses, size_t limit)
     {
-        if (uses.found.size() == limit) {
-            uses.more = true;
-            return false;
+        if (!takesComments || IsOff())
+            return;
+        const std::string_view gap = text.substr(begin, behind - begin);
+        for (size_t at = gap.find(name); at != std::string_view::npos; at = gap.find(name, at + name.size())) {
+            const size_t next = at + name.size();
+            const bool isWord = (at == 0 || !base::IsIdentifierCharacter(gap[at - 1])) &&
+                                (next == gap.size() || !base::IsIdentifierCharacter(gap[next]));
+            const auto breaks = std::count(gap.begin() + static_cast<std::ptrdiff_t>(at), gap.end(), '\n');
+            if (isWord && HasRoom(uses, limit))
+                uses.found.push_back({path, line - static_cast<unsigned>(breaks), ColumnOf(text, begin + at),
+                                      resolve::Use::Role::Comment});
         }
-        uses.found.push_back({path, line, ColumnOf(text, offset), RoleAt(line)});
+    }
+
+    static bool HasRoom(Uses& uses, size_t limit)
+    {
+        uses.more = uses.more || uses.found.size() == limit;
+        return !uses.more;
+    }
+
+    bool Add(size_t offset, unsigned line, const tagging::Token& before, Uses& uses, size_t limit)
+    {
+        if (!HasRoom(uses, limit))
+            return false;
+        const auto isThere = [&](const symbols::Symbol& symbol) { return symbol.line == line; };
+        if (std::any_of(declared.begin(), declared.end(), isThere)) {
+            mentions.emplace_back().use = uses.found.size();
+            mentions.back().isBehindTag = IsTagWord(before);
+        }
+        uses.found.push_back({path, line, ColumnOf(text, offset), resolve::Use::Role::Other});
         return true;
     }
 
-    resolve::Use::Role RoleAt(unsigned line) const
+    // The token behind the last use.
+    void TellNext(const tagging::Token& token, Uses& uses)
     {
-        for (const symbols::Symbol& symbol : declared)
-            if (symbol.line == line)
-                return symbol.isDefinition ? resolve::Use::Role::Definition : resolve::Use::Role::Declaration;
-        return resolve::Use::Role::Other;
+        const bool isCall = token.Is('(');
+        if (isCall)
+            uses.found.back().role = resolve::Use::Role::Call;
+        if (mentions.empty() || mentions.back().use + 1 != uses.found.size())
+            return;
+        Mention& mention = mentions.back();
+        mention.isBeforeParenthesis = isCall;
+        mention.isBeforeScope = text.substr(OffsetOf(token.text)).starts_with("::");
+        mention.isBeforeDeclarator = token.kind == tagging::Token::kWord || token.Is('*') || token.Is('&');
+    }
+
+    // Of several mentions on its line, the likeliest one is the declaration: others may be calls of itself.
+    void TellDeclared(const symbols::Symbol& symbol, Uses& uses) const
+    {
+        using Role = resolve::Use::Role;
+        const Mention* best = nullptr;
+        for (const Mention& mention : mentions) {
+            const resolve::Use& use = uses.found[mention.use];
+            const bool isFree = use.role == Role::Other || use.role == Role::Call;
+            if (use.line == symbol.line && isFree &&
+                (best == nullptr || mention.Distance(symbol.kind) < best->Distance(symbol.kind)))
+                best = &mention;
+        }
+        if (best != nullptr)
+            uses.found[best->use].role = symbol.isDefinition ? Role::Definition : Role::Declaration;
     }
 
     const std::string_view text;
     const std::string& path;
     const std::vector<symbols::Symbol>& declared;
     std::string_view name;
-    size_t end = 0;        // nothing stands behind it
-    std::vector<bool> off; // the branches around the token that no compiler reads
+    bool takesComments = false;
+    size_t end = 0;                // nothing stands behind it
+    std::vector<bool> off;         // the branches around the token that no compiler reads
+    std::vector<Mention> mentions; // on lines that declare the name
 };
 
 std::vector<symbols::Symbol> DeclaredAs(std::string_view name, const std::vector<symbols::Symbol>& symbols)
@@ -137,6 +232,22 @@ Uses LocalUses(Question& question, const LocalName& local, const std::string& pa
     return uses;
 }
 
+// An index does not know what comments mention, so that other files of the project have to be read: as many as take no
+// longer than people wait.
+void AddFilesWithComments(const symbols::Snapshot& snapshot, std::vector<FileNumber>& files)
+{
+    constexpr size_t kMostFiles = 5000;
+    const std::set<FileNumber> known(files.begin(), files.end());
+    size_t left = kMostFiles;
+    snapshot.ForEachFile([&](FileNumber number, const symbols::File& file) {
+        if (!file.isSystem && !known.contains(number)) {
+            files.push_back(number);
+            --left;
+        }
+        return left > 0;
+    });
+}
+
 bool IsCancelled(symbols::Limits limits)
 {
     return limits.cancel != nullptr && limits.cancel->IsCancelled();
@@ -144,7 +255,7 @@ bool IsCancelled(symbols::Limits limits)
 
 } // namespace
 
-bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, bool inTextOnly, const UseSink& sink) const
+bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, Where where, const UseSink& sink) const
 {
     Question question(snapshot, sources, TextOf(place), place.offset, limits, Known());
     const MeaningList meanings = question.Meanings();
@@ -158,19 +269,19 @@ bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, bool inTex
         return false;
     const std::string name(FirstPart(question.Name()));
     const std::vector<Symbol> declared = DeclaredAs(name, question.GetWorld().OwnSymbols());
-    Occurrences(place.text, place.path, declared).Collect(name, own, limits.results);
+    Occurrences(place.text, place.path, declared).Collect(name, where == Where::AlsoComments, own, limits.results);
     const size_t count = own.found.size();
     if (count > 0 && !sink(place.text, std::move(own.found)))
         return true;
-    if (inTextOnly || own.more)
+    if (where == Where::InText || own.more)
         return own.more;
-    return EachUseIn(name, question.GetWorld().TextFile(), {limits.results - count, limits.cancel}, sink);
+    return EachUseIn(name, question.GetWorld().TextFile(), {limits.results - count, limits.cancel}, where, sink);
 }
 
 Uses Resolver::References(const Place& place, symbols::Limits limits) const
 {
     Uses uses;
-    uses.more = ForEachUse(place, limits, false, [&](std::string_view, std::vector<Use> found) {
+    uses.more = ForEachUse(place, limits, Where::Everywhere, [&](std::string_view, std::vector<Use> found) {
         uses.found.insert(uses.found.end(), found.begin(), found.end());
         return true;
     });
@@ -180,7 +291,7 @@ Uses Resolver::References(const Place& place, symbols::Limits limits) const
 Uses Resolver::ReferencesOf(std::string_view name, symbols::Limits limits) const
 {
     Uses uses;
-    uses.more = EachUseIn(std::string(FirstPart(LeafOf(name))), World::kNewFile, limits,
+    uses.more = EachUseIn(std::string(FirstPart(LeafOf(name))), World::kNewFile, limits, Where::Everywhere,
                           [&](std::string_view, std::vector<Use> found) {
                               uses.found.insert(uses.found.end(), found.begin(), found.end());
                               return true;
@@ -188,10 +299,14 @@ Uses Resolver::ReferencesOf(std::string_view name, symbols::Limits limits) const
     return uses;
 }
 
-bool Resolver::EachUseIn(const std::string& name, FileNumber except, symbols::Limits limits, const UseSink& sink) const
+bool Resolver::EachUseIn(const std::string& name, FileNumber except, symbols::Limits limits, Where where,
+                         const UseSink& sink) const
 {
     size_t left = limits.results;
-    for (const FileNumber number : snapshot.FilesMentioning(name, {SIZE_MAX, limits.cancel})) {
+    std::vector<FileNumber> files = snapshot.FilesMentioning(name, {SIZE_MAX, limits.cancel});
+    if (where == Where::AlsoComments)
+        AddFilesWithComments(snapshot, files);
+    for (const FileNumber number : files) {
         if (number == except)
             continue;
         if (left == 0 || IsCancelled(limits))
@@ -206,7 +321,7 @@ bool Resolver::EachUseIn(const std::string& name, FileNumber except, symbols::Li
             continue;
         const std::vector<Symbol> declared = DeclaredAs(name, snapshot.OfFile(number).found);
         Uses here;
-        Occurrences(*text, path, declared).Collect(name, here, left);
+        Occurrences(*text, path, declared).Collect(name, where == Where::AlsoComments, here, left);
         left -= here.found.size();
         if ((!here.found.empty() && !sink(*text, std::move(here.found))) || here.more)
             return true;

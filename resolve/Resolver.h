@@ -46,7 +46,7 @@ struct Answers {
 };
 
 struct Use { // one occurrence of a name
-    enum class Role { Declaration, Definition, Call, Other };
+    enum class Role { Declaration, Definition, Call, Other, Comment };
 
     std::string path;
     unsigned line = 0;   // from 1
@@ -101,9 +101,11 @@ public:
     // Occurrences of the name outside of comments and strings. With a place, a local's uses are those in its scope.
     Uses References(const Place& place, symbols::Limits limits) const;
     // The same, file by file: the text of the file, and its uses. Ends when the function returns false, and returns
-    // whether there are more. 'inTextOnly': only those in the place's own text.
+    // whether there are more. InText: only those in the place's own text. AlsoComments: names in comments too, which
+    // takes much longer; those of locals, and of large projects, are not complete.
+    enum class Where { Everywhere, InText, AlsoComments };
     using UseSink = std::function<bool(std::string_view text, std::vector<Use> uses)>;
-    bool ForEachUse(const Place& place, symbols::Limits limits, bool inTextOnly, const UseSink& sink) const;
+    bool ForEachUse(const Place& place, symbols::Limits limits, Where where, const UseSink& sink) const;
     Uses ReferencesOf(std::string_view name, symbols::Limits limits) const;
 
     Candidates Complete(const Place& place, symbols::Limits limits) const;
@@ -121,7 +123,7 @@ private:
     ParsedTextPointer TextOf(const Place& place) const;
     KnownFiles* Known() const; // null without texts
     Answers AnswerTo(const Place& place, symbols::Limits limits, Wanted wanted) const;
-    bool EachUseIn(const std::string& name, symbols::FileNumber except, symbols::Limits limits,
+    bool EachUseIn(const std::string& name, symbols::FileNumber except, symbols::Limits limits, Where where,
                    const UseSink& sink) const;
 
     const symbols::Snapshot& snapshot;

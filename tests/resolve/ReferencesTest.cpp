@@ -9,7 +9,7 @@ std::vector<std::string> UsesOf(const std::string& text, size_t limit = 1000)
 {
     const Project project(text);
     std::vector<std::string> uses;
-    static const char* const kRoles[] = {"declaration", "definition", "call", "other"};
+    static const char* const kRoles[] = {"declaration", "definition", "call", "other", "comment"};
     for (const resolve::Use& use : project.Resolver().References(project.place, {limit}).found)
         uses.push_back(use.path + ":" + std::to_string(use.line) + ":" + std::to_string(use.column) + " " +
                        kRoles[static_cast<size_t>(use.role)]);
@@ -39,6 +39,41 @@ TEST(References, OfALocalInItsScope)
 {
     EXPECT_EQ(UsesOf("int n;\nvoid f(int n) {\n g(n|);\n { int n; h(n); }\n}\nint m = n;\n"),
               (Uses{"a.cpp:2:12 definition", "a.cpp:3:4 other"}));
+}
+
+TEST(References, OnALineThatDeclaresOnlyTheDeclarationIsOne)
+{
+    const struct {
+        const char* text;
+        Uses uses;
+    } kCases[] = {
+        {"int f|(int a) { return a ? f(a - 1) : 0; }\n", {"a.cpp:1:5 definition", "a.cpp:1:27 call"}},
+        {"struct node| { struct node* next; };\n", {"a.cpp:1:8 definition", "a.cpp:1:22 other"}},
+        {"typedef struct page page|;\n", {"a.cpp:1:16 other", "a.cpp:1:21 definition"}},
+        {"struct A { A(); };\nA|::A() {}\n",
+         {"a.cpp:1:8 definition", "a.cpp:1:12 declaration", "a.cpp:2:1 other", "a.cpp:2:4 definition"}},
+        {"int n|; int m = n;\n", {"a.cpp:1:5 definition", "a.cpp:1:16 other"}},
+        {"#define f|(x) f(x)\n", {"a.cpp:1:9 definition", "a.cpp:1:14 call"}},
+    };
+    for (const auto& each : kCases)
+        EXPECT_EQ(UsesOf(each.text), each.uses) << each.text;
+}
+
+TEST(References, InCommentsWhenTheyAreAskedFor)
+{
+    const Project project(
+        "== a.h\n// area\n// of areas\n== c.c\n/* area,\n area */ int ar|ea;\n#if 0\n// area\n#endif\n"
+        "#define X area // area\nchar* s = \"area\"; // area");
+    Uses uses;
+    project.Resolver().ForEachUse(project.place, {}, resolve::Resolver::Where::AlsoComments,
+                                  [&](std::string_view, const std::vector<resolve::Use>& found) {
+                                      for (const resolve::Use& use : found)
+                                          if (use.role == resolve::Use::Role::Comment)
+                                              uses.push_back(use.path + ":" + std::to_string(use.line) + ":" +
+                                                             std::to_string(use.column));
+                                      return true;
+                                  });
+    EXPECT_EQ(uses, (Uses{"c.c:1:4", "c.c:2:2", "c.c:6:19", "c.c:7:22", "a.h:1:4"}));
 }
 
 TEST(Implementations, OfAClassAndAMethod)

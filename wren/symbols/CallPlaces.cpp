@@ -35,4 +35,21 @@ std::optional<symbols::Symbol> FunctionAround(const symbols::Symbols& symbols, u
     return innermost;
 }
 
+std::optional<symbols::Symbol> CallerAround(const symbols::Symbols& symbols, unsigned line)
+{
+    if (std::optional<symbols::Symbol> function = FunctionAround(symbols, line))
+        return function;
+    // Indexes know where a variable begins, but not where its initialiser ends: nothing else may begin between.
+    const symbols::Symbol* last = nullptr;
+    for (const symbols::Symbol& symbol : symbols.found)
+        if (symbol.line <= line && (last == nullptr || symbol.line >= last->line))
+            last = &symbol;
+    using Kind = symbols::SymbolKind;
+    if (last != nullptr && (last->kind == Kind::Variable || last->kind == Kind::Member))
+        return *last;
+    if (last != nullptr && last->line == line && last->kind == Kind::Macro)
+        return *last;
+    return std::nullopt;
+}
+
 } // namespace wren

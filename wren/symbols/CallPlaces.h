@@ -17,4 +17,7 @@ std::vector<size_t> CallPlaces(std::string_view text, size_t start, size_t end, 
 // The innermost function around a line, of a file's symbols.
 std::optional<symbols::Symbol> FunctionAround(const symbols::Symbols& symbols, unsigned line);
 
+// That, or else the variable whose initialiser the line belongs to.
+std::optional<symbols::Symbol> CallerAround(const symbols::Symbols& symbols, unsigned line);
+
 } // namespace wren

@@ -34,6 +34,17 @@ TEST(CallHierarchy, LeadsToCallersAndToWhatIsCalled)
     EXPECT_EQ(Names(outgoing, "to"), (List{"area 1", "twice 1"}));
 }
 
+TEST(CallHierarchy, HasCallsThatAreInNoFunction)
+{
+    const FeatureFixture fixture(
+        "== a.cpp\nint are|a(int n);\n#define AREA area(1)\nint one = area(1);\nint all[] = {\n    area(1),\n"
+        "    area(2),\n};\n== b.cpp\nstatic_assert(area(1) > 0);\n");
+    const Json items = fixture.Ask("textDocument/prepareCallHierarchy");
+    ASSERT_EQ(Names(items), List{"area"});
+    EXPECT_EQ(Names(fixture.Handle("callHierarchy/incomingCalls", {{"item", items[0]}}), "from"),
+              (List{"AREA 1", "one 1", "all 2", "b.cpp 1"}));
+}
+
 TEST(CallHierarchy, IsNullForWhatIsNotCalled)
 {
     EXPECT_EQ(FeatureFixture("int n|;\n").Ask("textDocument/prepareCallHierarchy"), Json());

@@ -195,7 +195,8 @@ FoundPlaces ReferencesTo(const AskedText& asked, const Question& question,
         part(std::move(places));
         return !question.cancel.IsCancelled();
     };
-    all.more = subject.Resolver().ForEachUse(subject.Place(), subject.Limits(kMostUses), false, sink);
+    all.more = subject.Resolver().ForEachUse(subject.Place(), subject.Limits(kMostUses),
+                                             resolve::Resolver::Where::Everywhere, sink);
     return all;
 }
 

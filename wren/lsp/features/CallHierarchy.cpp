@@ -30,6 +30,15 @@ public:
         calls[at->second].ranges.push_back(range);
     }
 
+    // Calls that belong to nothing that has a name.
+    void AddOfFile(const std::string& path, const Range& range)
+    {
+        const auto [at, isNew] = numbers.try_emplace({path, 0, std::string()}, calls.size());
+        if (isNew)
+            calls.push_back({FileItem(path, subject), Json::array()});
+        calls[at->second].ranges.push_back(range);
+    }
+
     Json As(const char* member) const // "from" or "to"
     {
         Json list = Json::array();
@@ -85,13 +94,17 @@ Json IncomingCalls(const HierarchyParams& params, const RequestContext& context)
             return true;
         const symbols::Symbols inFile = subject.Snapshot().OfFile(*file);
         UseRanges ranges(text, subject.Encoding());
-        for (const resolve::Use& use : uses)
-            if (IsCall(use, isMessage))
-                if (const std::optional<symbols::Symbol> caller = FunctionAround(inFile, use.line))
-                    calls.Add(*caller, use.path, ranges.Of(use));
+        for (const resolve::Use& use : uses) {
+            if (!IsCall(use, isMessage))
+                continue;
+            if (const std::optional<symbols::Symbol> caller = CallerAround(inFile, use.line))
+                calls.Add(*caller, use.path, ranges.Of(use));
+            else
+                calls.AddOfFile(use.path, ranges.Of(use));
+        }
         return true;
     };
-    subject.Resolver().ForEachUse(place, subject.LimitsOf(kMostUses), false, add);
+    subject.Resolver().ForEachUse(place, subject.LimitsOf(kMostUses), resolve::Resolver::Where::Everywhere, add);
     return calls.As("from");
 }
 

@@ -36,6 +36,17 @@ std::optional<Json> HierarchyItem(const symbols::Symbol& symbol, const std::stri
     return item;
 }
 
+Json FileItem(const std::string& path, const Subject& subject)
+{
+    constexpr int kFile = 1; // the protocol's number
+    return {{"name", path.substr(path.rfind('/') + 1)},
+            {"kind", kFile},
+            {"uri", subject.UriOf(path)},
+            {"range", Range()},
+            {"selectionRange", Range()},
+            {"detail", path}};
+}
+
 Json HierarchyItemsAt(Position position, bool (*isWanted)(tagging::SymbolKind kind), const Subject& subject)
 {
     if (!subject.IsSource())

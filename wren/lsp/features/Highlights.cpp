@@ -99,7 +99,8 @@ Json Highlights(const TextDocumentPositionParams& params, const RequestContext& 
         }
         return true;
     };
-    subject.Resolver().ForEachUse(subject.PlaceAt(params.position), subject.LimitsOf(kMostHighlights), true, add);
+    subject.Resolver().ForEachUse(subject.PlaceAt(params.position), subject.LimitsOf(kMostHighlights),
+                                  resolve::Resolver::Where::InText, add);
     return highlights;
 }
 

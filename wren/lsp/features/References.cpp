@@ -44,8 +44,10 @@ Json References(const ReferenceParams& params, const RequestContext& context)
             send();
         return true;
     };
+    using Where = resolve::Resolver::Where;
+    const Where where = context.settings.commentsInReferences ? Where::AlsoComments : Where::Everywhere;
     if (subject.IsSource())
-        subject.Resolver().ForEachUse(subject.PlaceAt(params.position), subject.LimitsOf(kMostReferences), false, add);
+        subject.Resolver().ForEachUse(subject.PlaceAt(params.position), subject.LimitsOf(kMostReferences), where, add);
     context.CheckCancelled();
     if (inParts && !locations.empty())
         send();

@@ -46,11 +46,12 @@ public:
             Refuse("Only local variables, parameters and labels can be renamed; \"" + answers.name +
                    "\" may be used where the index cannot tell.");
         hasName = true;
-        const bool more = subject.Resolver().ForEachUse(place, subject.LimitsOf(kMostRenamed), true,
-                                                        [&](std::string_view, std::vector<resolve::Use> found) {
-                                                            uses = std::move(found);
-                                                            return true;
-                                                        });
+        const bool more =
+            subject.Resolver().ForEachUse(place, subject.LimitsOf(kMostRenamed), resolve::Resolver::Where::InText,
+                                          [&](std::string_view, std::vector<resolve::Use> found) {
+                                              uses = std::move(found);
+                                              return true;
+                                          });
         if (more)
             Refuse("\"" + answers.name + "\" is used too often to be renamed.");
     }

@@ -2,12 +2,13 @@
 
 #include "symbols/store/Snapshot.h"
 #include "wren/lsp/features/SymbolItems.h"
-#include "wren/symbols/NameColumn.h"
+#include "wren/lsp/session/DeclarationRange.h"
 
 #include <algorithm>
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -51,16 +52,14 @@ private:
     std::map<std::string, TextPointer> texts;
 };
 
-Range RangeIn(const Text* text, unsigned line, std::string_view name, Encoding encoding)
+// Of the name, which is looked for near its line when that has moved.
+Range RangeIn(const Text* text, const tagging::Symbol& symbol, Encoding encoding)
 {
-    const unsigned fromNull = std::max(line, 1u) - 1;
+    const unsigned fromNull = std::max(symbol.line, 1u) - 1;
     if (text == nullptr)
         return {{fromNull, 0}, {fromNull, 0}};
-    const std::string_view word = name.substr(0, name.find(':'));
-    const std::string_view content = text->SourceLine(line);
-    const size_t start = text->SourceLineStart(line);
-    const size_t column = std::min<size_t>(NameColumn(content, word) - 1, content.size());
-    return text->RangeOf(start + column, start + std::min(column + word.size(), content.size()), encoding);
+    const DeclarationRange range = RangeOfDeclaration(symbol, *text);
+    return text->RangeOf(range.nameStart, range.nameEnd, encoding);
 }
 
 std::vector<Found> Search(const std::string& query, const RequestContext& context, bool inSystem,
@@ -126,8 +125,7 @@ Json WorkspaceSymbols(const WorkspaceSymbolParams& params, const RequestContext&
         if (filledLater)
             item["data"] = {{"line", symbol.line}, {"name", symbol.name}};
         else
-            item["location"]["range"] =
-                RangeIn(files.TextOf(path), symbol.line, symbol.name, context.client.Encoding());
+            item["location"]["range"] = RangeIn(files.TextOf(path), symbol, context.client.Encoding());
         items.push_back(std::move(item));
     }
     return items;
@@ -138,9 +136,12 @@ Json ResolveWorkspaceSymbol(const Json& given, const RequestContext& context)
     Json item = given;
     const Json data = Member<Json>(item, "data");
     const std::string uri = Member<std::string>(Member<Json>(item, "location"), "uri");
+    const std::string name = Member<std::string>(data, "name");
+    tagging::Symbol symbol;
+    symbol.name = name;
+    symbol.line = Member<unsigned>(data, "line");
     Files files(context);
-    item["location"]["range"] = RangeIn(files.TextOf(PathOfDocument(uri)), Member<unsigned>(data, "line"),
-                                        Member<std::string>(data, "name"), context.client.Encoding());
+    item["location"]["range"] = RangeIn(files.TextOf(PathOfDocument(uri)), symbol, context.client.Encoding());
     return item;
 }
 

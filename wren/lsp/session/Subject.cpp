@@ -42,6 +42,7 @@ Subject::Subject(const RequestContext& context, const std::string& given)
     text = TextOf(path);
     if (text == nullptr)
         RefuseParameters(given + " is not open and cannot be read");
+    uri = UriOf(path);
 }
 
 resolve::Place Subject::PlaceAt(Position position) const
