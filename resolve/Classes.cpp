@@ -71,6 +71,17 @@ bool IsTypeKind(SymbolKind kind)
     return IsClassKind(kind) || kind == SymbolKind::Typedef;
 }
 
+Type BoundType(const Symbol& symbol, const Bindings& bindings)
+{
+    Type type = Substituted(ParseType(symbol.type, symbol.scope, symbol.file), bindings);
+    // "value_type" and "Node" in a template depend on its arguments.
+    const bool isMemberType = type.outer.empty() && type.scope == symbol.scope && ScopeOf(type.name).empty();
+    if (isMemberType && !IsBuiltInType(type.name))
+        for (const auto& [name, bound] : bindings)
+            type.outer.push_back(bound);
+    return type;
+}
+
 std::vector<std::string> OuterScopes(std::string_view scope)
 {
     std::vector<std::string> scopes;
@@ -141,6 +152,18 @@ std::vector<Symbol> Classes::FindTypes(std::string_view name, std::string_view s
     return result;
 }
 
+// What the template around a member type stands for.
+void Classes::AddOuter(const Symbol& symbol, const std::vector<Type>& outer, Bindings* bindings)
+{
+    if (outer.empty() || symbol.scope.empty())
+        return;
+    const std::vector<Symbol> classes = FindTypes(symbol.scope, "", symbol.file);
+    if (classes.empty())
+        return;
+    const Bindings more = BindingsOf(classes.front(), outer);
+    bindings->insert(bindings->end(), more.begin(), more.end());
+}
+
 Type Classes::Canonical(const Type& type)
 {
     Type result = type;
@@ -167,13 +190,7 @@ Type Classes::Canonical(const Type& type)
             result.pointers += next.pointers;
             return result;
         }
-        if (!result.outer.empty()) {
-            const auto classes = FindTypes(symbol.scope, "", symbol.file);
-            if (!classes.empty()) {
-                const Bindings more = BindingsOf(classes.front(), result.outer);
-                bindings.insert(bindings.end(), more.begin(), more.end());
-            }
-        }
+        AddOuter(symbol, result.outer, &bindings);
         next = Substituted(next, bindings);
         next.pointers += result.pointers;
         next.isFunction |= result.isFunction;
@@ -198,7 +215,9 @@ std::vector<Class> Classes::Find(const Type& type)
     for (const Symbol& symbol : FindTypes(name, canonical.scope, canonical.file)) {
         if (!IsClassKind(symbol.kind) || classes.size() == kMostClasses)
             continue;
-        classes.push_back({symbol, Joined(symbol.scope, symbol.name), BindingsOf(symbol, canonical.arguments)});
+        Bindings bindings = BindingsOf(symbol, canonical.arguments);
+        AddOuter(symbol, canonical.outer, &bindings);
+        classes.push_back({symbol, Joined(symbol.scope, symbol.name), std::move(bindings)});
     }
     return classes;
 }
@@ -272,6 +291,17 @@ std::vector<ClassMember> Classes::MembersNamed(const Class& of, std::string_view
     return found;
 }
 
+// Another file's class of the same name is another class. An interface has categories, and macros may hide the body.
+bool Classes::IsWholeInFile(const Class& of)
+{
+    if (world.Text().IsC() || of.symbol.name.starts_with("__anon"))
+        return true;
+    if (of.symbol.kind != SymbolKind::Class && of.symbol.kind != SymbolKind::Struct)
+        return false;
+    const std::vector<Symbol> found = world.InScope(of.scope);
+    return std::any_of(found.begin(), found.end(), [&](const Symbol& each) { return each.file == of.symbol.file; });
+}
+
 std::vector<ClassMember> Classes::Members(const Class& of)
 {
     std::vector<ClassMember> found;
@@ -280,11 +310,10 @@ std::vector<ClassMember> Classes::Members(const Class& of)
     for (const Class& each : WithBases(of)) {
         std::vector<std::string> scopes = {each.scope};
         std::vector<std::string_view> names;
+        const bool isWholeInFile = IsWholeInFile(each);
         for (size_t i = 0; i < scopes.size() && i < 20; ++i)
             for (const Symbol& symbol : world.InScope(scopes[i])) {
-                const bool isOther =
-                    symbol.file != each.symbol.file && (world.Text().IsC() || each.symbol.name.starts_with("__anon"));
-                if (isOther)
+                if (symbol.file != each.symbol.file && isWholeInFile)
                     continue;
                 if (symbol.name.starts_with("__anon")) {
                     scopes.push_back(Joined(symbol.scope, symbol.name));
@@ -303,7 +332,7 @@ std::vector<ClassMember> Classes::Members(const Class& of)
 
 Type Classes::TypeOf(const ClassMember& member)
 {
-    return Substituted(ParseType(member.symbol.type, member.symbol.scope, member.symbol.file), member.bindings);
+    return BoundType(member.symbol, member.bindings);
 }
 
 } // namespace resolve

@@ -29,6 +29,9 @@ struct ClassMember {
 bool IsTypeKind(SymbolKind kind);  // typedefs, too
 bool IsClassKind(SymbolKind kind); // has members
 
+// Of a member or a function, with what template parameters stand for.
+Type BoundType(const Symbol& symbol, const Bindings& bindings);
+
 // The scopes from the inside out: "a::B" is "a::B", "a", "".
 std::vector<std::string> OuterScopes(std::string_view scope);
 
@@ -59,6 +62,8 @@ public:
     Type TypeOf(const ClassMember& member);
 
 private:
+    void AddOuter(const Symbol& symbol, const std::vector<Type>& outer, Bindings* bindings);
+    bool IsWholeInFile(const Class& of);
     bool IsMemberOf(const Symbol& symbol, const std::string& scope, const std::string& visible);
     int ScopeLevel(const std::string& visible, std::string_view qualifier, const std::vector<std::string>& outer);
 

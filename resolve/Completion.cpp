@@ -133,8 +133,32 @@ private:
                 scope = Joined(symbol.scope, symbol.name);
             break;
         }
+        if (isNamespace && !IsAnyReachable(types))
+            UsedBehindQualifier();
         UsedInScope(scope);
         InScope(scope, 0);
+    }
+
+    bool IsAnyReachable(const std::vector<Symbol>& all)
+    {
+        return std::any_of(all.begin(), all.end(), [&](const Symbol& each) { return IsReachable(each); });
+    }
+
+    // Only namespaces of that name are known that the text does not include: a macro may open the one that is meant.
+    void UsedBehindQualifier()
+    {
+        const std::string_view qualifier = ReceiverName(tokens, before);
+        for (size_t i = 2; i < tokens.Count(); ++i)
+            if (tokens[i].IsWord() && tokens[i - 1].IsMark("::") && tokens[i - 2].text == qualifier)
+                if (Begins(tokens[i].text, typed) && !names.contains(tokens[i].text))
+                    AddReachable(GetWorld().Named(tokens[i].text));
+    }
+
+    void AddReachable(const std::vector<Symbol>& all)
+    {
+        for (const Symbol& symbol : all)
+            if (!IsMemberLike(symbol) && IsReachable(symbol))
+                return Add(symbol, How::Name, 0);
     }
 
     // "::na"

@@ -39,6 +39,36 @@ bool IsBinary(const Token& token)
            std::string_view("+-*/%&|^<>").find(token.text[0]) != std::string_view::npos;
 }
 
+// Binds "T" where a parameter is a "const Box<T>&" and what is passed a "Box<Shape>".
+void Deduce(const Type& parameter, const Type& passed, const std::vector<std::string>& names, Bindings* bindings)
+{
+    if (!parameter.IsKnown() || !passed.IsKnown())
+        return;
+    if (std::find(names.begin(), names.end(), parameter.name) != names.end()) {
+        Type bound = passed;
+        bound.pointers = std::max(0, bound.pointers - parameter.pointers);
+        bindings->emplace_back(parameter.name, bound);
+        return;
+    }
+    for (size_t i = 0; i < parameter.arguments.size() && i < passed.arguments.size(); ++i)
+        Deduce(parameter.arguments[i], passed.arguments[i], names, bindings);
+}
+
+// What the parameters of a function's template stand for: the arguments that are written, or what the passed values say.
+Bindings DeducedFor(const Symbol& function, const std::vector<Type>& written, const std::vector<Type>& passed)
+{
+    Bindings bindings;
+    const std::vector<std::string> names = TemplateParameterNames(function.templateParameters);
+    for (size_t i = 0; i < names.size() && i < written.size(); ++i)
+        bindings.emplace_back(names[i], written[i]);
+    if (passed.empty())
+        return bindings;
+    const std::vector<Type> parameters = ParameterTypes(function.signature);
+    for (size_t i = 0; i < parameters.size() && i < passed.size(); ++i)
+        Deduce(parameters[i], passed[i], names, &bindings);
+    return bindings;
+}
+
 } // namespace
 
 // Reads one expression.
@@ -289,10 +319,7 @@ private:
             return {};
         place = close + 1;
         if (!owner.world.Text().IsObjectiveC() || close == open + 1 || tokens[place].Is('(') || tokens[place].Is('{')) {
-            while (!IsAtEnd() && !tokens[place].Is('{'))
-                ++place;
-            place = tokens[place].match == kNone ? end : tokens[place].match + 1;
-            return {};
+            return Lambda();
         }
         // A word of the selector: the last one, or any that a colon follows.
         size_t word = tokens[close - 1].IsWord() ? close - 1 : kNone;
@@ -307,6 +334,30 @@ private:
         if (word == kNone || word == open + 1)
             return {};
         return owner.TypeOfMessage(owner.Receiver(word, depth + 1), owner.SelectorAt(word));
+    }
+
+    // "(int n) -> Shape {", or what its body returns.
+    Type Lambda()
+    {
+        Type result;
+        while (!IsAtEnd() && !tokens[place].Is('{')) {
+            if (tokens[place].match != kNone && tokens[place].match > place) {
+                place = tokens[place].match + 1;
+            } else if (tokens[place++].text == "->") {
+                const size_t begin = place;
+                while (!IsAtEnd() && !tokens[place].Is('{'))
+                    ++place;
+                result = owner.TypeFromTokens({begin, place});
+            }
+        }
+        const size_t open = place;
+        const size_t close = IsAtEnd() ? kNone : tokens[open].match;
+        place = close == kNone ? end : close + 1;
+        for (size_t i = open; !result.IsKnown() && close != kNone && i < close; ++i)
+            if (tokens[i].text == "return")
+                result = Sub(i + 1, EndOfStatement(i, close));
+        result.isFunction = result.IsKnown();
+        return result;
     }
 
     Type Word()
@@ -352,6 +403,13 @@ private:
         return Name();
     }
 
+    size_t EndOfStatement(size_t from, size_t limit) const
+    {
+        while (from < limit && !tokens[from].Is(';'))
+            from = tokens[from].match != kNone && tokens[from].match > from ? tokens[from].match + 1 : from + 1;
+        return std::min(from, limit);
+    }
+
     Type NamedCast()
     {
         const size_t close = tokens.AngleEnd(place + 1);
@@ -391,7 +449,7 @@ private:
                 if (isTemplate) {
                     arguments.clear();
                     for (const Tokens::Range& part : tokens.Parts(place + 1, close))
-                        arguments.push_back(owner.TypeFromTokens(part));
+                        arguments.push_back(Argument(part));
                     place = close + 1;
                     hasArguments = true;
                 }
@@ -408,6 +466,14 @@ private:
                 return FromLocal(*local, isCall);
         const std::string_view qualifier = last > begin + 1 ? tokens.Text(begin, last - 2) : std::string_view();
         return FromMeaning(begin, last, qualifier, arguments, isCall);
+    }
+
+    // Of a template; a number has its digits as name.
+    Type Argument(Tokens::Range part)
+    {
+        if (part.end == part.begin + 1 && tokens[part.begin].kind == Token::kNumber)
+            return Named(tokens[part.begin].text, 0);
+        return owner.TypeFromTokens(part);
     }
 
     Type FromLocal(const LocalName& local, bool isCall)
@@ -432,6 +498,11 @@ private:
         const Type canonical = owner.classes.Canonical(type);
         if (canonical.isFunction) {
             Type result = canonical;
+            result.isFunction = false;
+            return result;
+        }
+        if (canonical.Leaf() == "function" && !canonical.arguments.empty()) {
+            Type result = canonical.arguments.front(); // "std::function<Shape(int)>"
             result.isFunction = false;
             return result;
         }
@@ -491,15 +562,12 @@ private:
             SkipBracket();
             return written;
         }
-        Type type = Substituted(ParseType(symbol.type, symbol.scope, symbol.file), meaning.bindings);
+        Type type = BoundType(symbol, meaning.bindings);
         if (symbol.kind == SymbolKind::Enumerator)
             return ParseType(symbol.scope, "", symbol.file);
         if (IsCallable(symbol.kind)) {
-            Bindings bindings;
-            const auto parameters = TemplateParameterNames(symbol.templateParameters);
-            for (size_t i = 0; i < parameters.size() && i < arguments.size(); ++i)
-                bindings.emplace_back(parameters[i], arguments[i]);
-            type = Substituted(type, bindings);
+            if (!symbol.templateParameters.empty())
+                type = Substituted(type, DeducedFor(symbol, arguments, isCall ? Passed(place) : std::vector<Type>()));
             if (isCall)
                 SkipBracket();
             else
@@ -579,10 +647,14 @@ private:
             return {};
         }
         ++place;
+        std::vector<Type> written;
         if (tokens[place].Is('<')) {
             const size_t close = tokens.AngleEnd(place);
-            if (close != kNone && close < end && tokens[close + 1].Is('('))
+            if (close != kNone && close < end && tokens[close + 1].Is('(')) {
+                for (const Tokens::Range& part : tokens.Parts(place + 1, close))
+                    written.push_back(Argument(part));
                 place = close + 1;
+            }
         }
         if (tokens[place].IsMark("::") && tokens[place + 1].IsWord())
             place += 2; // "x->Base::f()"
@@ -591,8 +663,8 @@ private:
         if (isCall)
             arguments = tokens[place].match == kNone ? 0 : tokens.Parts(place + 1, tokens[place].match).size();
         const Type of = isArrow ? owner.BehindArrow(type) : type;
-        const Type member =
-            owner.TypeOfMember(of, tokens[place - 1].IsWord() ? tokens[place - 1].text : tokens[word].text, arguments);
+        const Type member = owner.TypeOfMember(
+            of, tokens[place - 1].IsWord() ? tokens[place - 1].text : tokens[word].text, arguments, written);
         if (isCall)
             SkipBracket();
         return member;
@@ -688,7 +760,8 @@ Type Expressions::BehindArrow(const Type& type)
     return canonical;
 }
 
-Type Expressions::TypeOfMember(const Type& of, std::string_view name, std::optional<size_t> arguments)
+Type Expressions::TypeOfMember(const Type& of, std::string_view name, std::optional<size_t> arguments,
+                               const std::vector<Type>& written)
 {
     const Type canonical = classes.Canonical(of);
     if (!canonical.IsKnown())
@@ -703,7 +776,9 @@ Type Expressions::TypeOfMember(const Type& of, std::string_view name, std::optio
     if (found.empty())
         return {};
     const Symbol& symbol = found.front().symbol;
-    Type type = Substituted(ParseType(symbol.type, symbol.scope, symbol.file), found.front().bindings);
+    Type type = BoundType(symbol, found.front().bindings);
+    if (!written.empty())
+        type = Substituted(type, DeducedFor(symbol, written, {}));
     if (arguments && !IsCallable(symbol.kind) && !IsMethod(symbol.kind)) {
         Type called = classes.Canonical(type);
         if (called.isFunction)

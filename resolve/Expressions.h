@@ -31,8 +31,10 @@ public:
     // What "->" refers to: of a pointer, a smart pointer or an iterator.
     Type BehindArrow(const Type& type);
 
-    // The value's type of a member that is used, with the call's result for a function.
-    Type TypeOfMember(const Type& of, std::string_view name, std::optional<size_t> arguments);
+    // The value's type of a member that is used, with the call's result for a function. 'written' are arguments of its
+    // template.
+    Type TypeOfMember(const Type& of, std::string_view name, std::optional<size_t> arguments,
+                      const std::vector<Type>& written = {});
 
     // The receiver's type of the message around a word of its selector, and the selector.
     Type Receiver(size_t word, int depth = 0);

@@ -231,6 +231,11 @@ std::optional<Type> LibraryCall(std::string_view name, const std::vector<Type>& 
             return Made(leaf == "make_unique" ? "std::unique_ptr" : "std::shared_ptr", {like}, like);
         if (leaf == "forward" || leaf == "any_cast" || leaf == "bit_cast" || leaf == "declval" || leaf == "exchange")
             return like;
+        const bool isNumber = !like.name.empty() && like.name[0] >= '0' && like.name[0] <= '9';
+        if (leaf == "get" && isNumber)
+            return passed.empty() || like.name.size() > 1
+                       ? std::nullopt
+                       : Part(passed.front(), static_cast<size_t>(like.name[0] - '0'));
         if (leaf == "get" && !passed.empty() && !like.name.empty() && SortOf(passed.front()) == Sort::Tuple)
             return like;
     }

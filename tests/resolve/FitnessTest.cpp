@@ -93,6 +93,23 @@ TEST(Fitness, InScopesDependsOnTheSortOfName)
     EXPECT_EQ(FirstOffered(scope + "int f(int x) {\n return n::|;\n}\n"), "Round") << "draw() has no value";
 }
 
+TEST(Fitness, NamesBehindANamespaceThatAMacroOpensAreThoseThatTheTextUses)
+{
+    EXPECT_EQ(
+        FirstOffered("== far.h\nnamespace impl {\nint other();\n}\n== a.cpp\nOPEN_NAMESPACE\nint count_all();\n"
+                     "CLOSE_NAMESPACE\nint f() {\n return impl::count_all();\n}\nint g() {\n return impl::|;\n}\n"),
+        "count_all");
+}
+
+TEST(Fitness, OfMembersOfAnotherClassOfThatNameIsNone)
+{
+    const Project project("== a.h\nstruct Buffer {\n int size;\n};\n== b.h\nstruct Buffer {\n int other;\n};\n"
+                          "== c.cpp\n#include \"a.h\"\nvoid f(Buffer b) {\n b.|\n}\n");
+    const resolve::Candidates offered = project.Complete();
+    ASSERT_EQ(offered.found.size(), 1U);
+    EXPECT_EQ(offered.found.front().symbol.name, "size");
+}
+
 TEST(Fitness, BehindColonsWithoutAScopeGlobalNamesAreOffered)
 {
     EXPECT_EQ(FirstOffered("int count_all();\nnamespace n {\nint count_few();\nint f() {\n return ::co|;\n}\n}\n"),
