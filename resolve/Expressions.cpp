@@ -54,7 +54,7 @@ void Deduce(const Type& parameter, const Type& passed, const std::vector<std::st
         Deduce(parameter.arguments[i], passed.arguments[i], names, bindings);
 }
 
-// What the parameters of a function's template stand for: the arguments that are written, or what the passed values say.
+// What the parameters of a function's template stand for: the written arguments, or what the passed values say.
 Bindings DeducedFor(const Symbol& function, const std::vector<Type>& written, const std::vector<Type>& passed)
 {
     Bindings bindings;
