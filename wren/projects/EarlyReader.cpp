@@ -1,9 +1,16 @@
 #include "wren/projects/EarlyReader.h"
 
+#include <chrono>
 #include <exception>
 #include <utility>
 
 namespace wren {
+
+namespace {
+
+constexpr std::chrono::milliseconds kBurstPause(10); // changes that come faster are not for a question between them
+
+}
 
 EarlyReader::EarlyReader() : thread([this] { Run(); }) {}
 
@@ -29,6 +36,8 @@ void EarlyReader::Run()
     std::unique_lock lock(mutex);
     while (true) {
         changed.wait(lock, [this] { return ends || next.project != nullptr; });
+        while (!ends && changed.wait_for(lock, kBurstPause) != std::cv_status::timeout) {
+        }
         if (ends)
             return;
         Work work = std::exchange(next, {});
