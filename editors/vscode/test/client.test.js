@@ -114,8 +114,8 @@ test('indexing is shown in the status bar until it is done, in no message', asyn
     const texts = [];
     const { session } = await open(t, () => watchItem(text => texts.push(text)));
     await vscode.commands.executeCommand('wren.index');
+    await waitFor('a percentage', () => texts.some(text => /^\$\(sync~spin\) Wren \d+%$/.test(text)));
     await waitFor('the end of the work', () => session.isRunning && !session.state.isWorking);
-    assert.ok(texts.some(text => /^\$\(sync~spin\) Wren \d+%$/.test(text)), texts.join(', '));
     assert.equal(item().text, 'Wren');
     assert.match(item().tooltip, /^Wren \d+\.\d+\.\d+\nWren is ready\.$/);
     const folder = workspace.workspaceFolders[0].uri.fsPath;
