@@ -55,7 +55,7 @@ protected:
     std::vector<std::string> Offered(const char* letters)
     {
         QTest::keyClicks(&Field(), letters);
-        EXPECT_TRUE(Until([this] { return !Palette().Items().empty(); }));
+        EXPECT_TRUE(Until([this] { return Symbols().IsIdle() && !Palette().Items().empty(); }));
         std::vector<std::string> offered;
         for (const wren::PaletteItem& item : Palette().Items())
             offered.push_back(item.detail + "|" + item.name + "|" + item.where);
