@@ -18,7 +18,7 @@ const item = () => host.items[0];
 
 /** Opens a project of two files in an editor with the extension; stops it at the end of the test. */
 async function open(t, prepare = () => undefined) {
-    const { context, folder } = freshEditor(t);
+    const { context, endings, folder } = freshEditor(t);
     fs.mkdirSync(path.join(folder, '.git'));
     fs.writeFileSync(path.join(folder, 'far.h'), kHeader);
     fs.writeFileSync(path.join(folder, 'near.c'), kText);
@@ -30,7 +30,7 @@ async function open(t, prepare = () => undefined) {
     workspace.textDocuments = [document];
     vscode.window.activeTextEditor = { document };
     const { session } = await activate(context);
-    t.after(deactivate);
+    endings.push(deactivate);
     return { context, folder, document, session };
 }
 

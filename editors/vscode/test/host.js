@@ -36,11 +36,23 @@ function set(name, value) {
     vscode.host.events.ChangeConfiguration.fire({ affectsConfiguration: section => isSameOrInner(name, section) });
 }
 
-/** A fresh editor with the settings of package.json and an open folder; the test removes the folder at its end. */
+/**
+ * A fresh editor with the settings of package.json and an open folder. At the test's end what was pushed to 'endings'
+ * is done, the last one first, and then the folder is removed: a server may be writing to it until it has ended.
+ */
 function freshEditor(test) {
     const { host, workspace, Uri } = vscode;
     const folder = mkdtempSync(path.join(tmpdir(), 'wren-vscode-'));
-    test.after(() => rmSync(folder, { recursive: true, force: true }));
+    const context = { subscriptions: [], extensionUri: Uri.file(path.dirname(__dirname)) };
+    const endings = [() => context.subscriptions.forEach(each => each.dispose())];
+    test.after(async () => {
+        try {
+            while (endings.length > 0)
+                await endings.pop()();
+        } finally {
+            rmSync(folder, { recursive: true, force: true, maxRetries: 50, retryDelay: 20 });
+        }
+    });
     Object.assign(host, { messages: [], executed: [], output: '', items: [], answers: () => undefined });
     host.providers.clear();
     host.commands.clear();
@@ -48,9 +60,7 @@ function freshEditor(test) {
     workspace.textDocuments = [];
     workspace.workspaceFolders = [{ uri: Uri.file(folder), name: 'folder', index: 0 }];
     vscode.window.activeTextEditor = undefined;
-    const context = { subscriptions: [], extensionUri: Uri.file(path.dirname(__dirname)) };
-    test.after(() => context.subscriptions.forEach(each => each.dispose()));
-    return { context, folder };
+    return { context, endings, folder };
 }
 
 module.exports = { freshEditor, set, vscode, waitFor };
