@@ -41,7 +41,8 @@ class Kate:
         self.said = os.path.join(self.project.directory, "said")
         os.unlink(self.project.program)
         with open(self.project.program, "w", encoding="utf-8") as file:
-            file.write(f'#!/usr/bin/env bash\nset -o pipefail\n"{wren}" "$@" | tee "{self.said}"\n')
+            # -p: Kate may be gone before it has read the last word.
+            file.write(f'#!/usr/bin/env bash\nexec "{wren}" "$@" > >(exec tee -p "{self.said}")\n')
         os.chmod(self.project.program, 0o755)
 
     def wait_said(self, *words):
