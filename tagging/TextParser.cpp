@@ -59,9 +59,10 @@ private:
             return false;
         const base::Result<std::string> output = ctags.OutputFor(changed->Excerpt());
         std::optional<std::vector<Symbol>> symbols = output ? changed->Symbols(*output, source.texts) : std::nullopt;
-        if (symbols)
-            source.symbols = *std::move(symbols);
-        return symbols.has_value();
+        if (!symbols)
+            return false;
+        source.symbols = *std::move(symbols);
+        return true;
     }
 
     CtagsAtHand& CtagsFor(Parser parser, TextParser::Locals locals)
