@@ -55,6 +55,9 @@ class Kate:
         found = self.screen.output(["xdotool", "search", "--onlyvisible", "--pid", str(self.kate.pid)]).split()
         return [self.screen.output(["xdotool", "getwindowname", each]).strip() for each in found]
 
+    def active(self):
+        return self.screen.output(["xdotool", "getactivewindow", "getwindowname"]).strip()
+
     def shows(self, title):
         return any(each.startswith(title) for each in self.titles())
 
@@ -65,9 +68,11 @@ class Kate:
         self.screen.output(["xdotool", "type", "--delay", "20", text])
 
     def allow_server(self):
-        """Kate asks once for each program."""
-        wait_for("the question about the server", lambda: self.shows("LSP server start requested"))
-        wait_for("the end of it", lambda: (self.key("Return"), not self.shows("LSP server start requested"))[-1])
+        """Kate asks once for each program. A Return too many would be a new line in the text."""
+        question = "LSP server start requested"
+        wait_for("the question about the server", lambda: self.active().startswith(question))
+        self.key("Return")
+        wait_for("the end of it", lambda: not self.shows(question))
 
     def go_to_symbol(self, letters, title):
         """The list of symbols closes at Return, whether or not it has an answer yet."""
