@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 #include <string_view>
 
 namespace base {
@@ -20,6 +21,18 @@ constexpr bool IsIdentifierStart(char c)
 constexpr bool IsIdentifierCharacter(char c)
 {
     return IsIdentifierStart(c) || IsDigit(c);
+}
+
+// The characters of a name at, around or directly before the offset, which may lie behind the text; empty for none.
+constexpr std::string_view IdentifierAround(std::string_view text, std::size_t offset)
+{
+    std::size_t start = std::min(offset, text.size());
+    std::size_t end = start;
+    while (start > 0 && IsIdentifierCharacter(text[start - 1]))
+        --start;
+    while (end < text.size() && IsIdentifierCharacter(text[end]))
+        ++end;
+    return text.substr(start, end - start);
 }
 
 // A complete one such as "name" or "_2", without scopes or arguments.

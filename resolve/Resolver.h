@@ -35,6 +35,8 @@ struct Answer {
     // #if). When nothing is known but the name, all answers.
     bool isMeant = true;
     std::optional<size_t> offset = {}; // of a local's name in the text, in bytes
+
+    bool IsFile() const { return symbol.kind == tagging::SymbolKind::None && symbol.name.empty(); } // of an #include
 };
 
 // Answers keep the parsed text that their symbols refer to; other symbols belong to the snapshot.

@@ -32,17 +32,6 @@ using namespace std::chrono_literals;
 constexpr long kLongestText = 16L << 20; // bytes; a longer one is data
 constexpr int kSaid = 8000;              // milliseconds
 
-std::string WordAt(const std::string& text, size_t offset)
-{
-    size_t start = std::min(offset, text.size());
-    size_t end = start;
-    while (start > 0 && base::IsIdentifierCharacter(text[start - 1]))
-        --start;
-    while (end < text.size() && base::IsIdentifierCharacter(text[end]))
-        ++end;
-    return text.substr(start, end - start);
-}
-
 // A text without a file has a path that is not absolute.
 std::string PathOf(const Document& document)
 {
@@ -103,6 +92,12 @@ void SymbolActions::Feed()
     }
 }
 
+std::string SymbolActions::CurrentPath() const
+{
+    const Document* document = parts.host.Current();
+    return document == nullptr ? "" : PathOf(*document);
+}
+
 SymbolActions::Asked SymbolActions::AboutCurrent()
 {
     Feed();
@@ -114,7 +109,7 @@ SymbolActions::Asked SymbolActions::AboutCurrent()
     asked.text.path = PathOf(*document);
     asked.text.text = std::make_shared<const std::string>(document->Text());
     asked.text.offset = static_cast<size_t>(asked.view->Caret());
-    asked.name = WordAt(*asked.text.text, asked.text.offset);
+    asked.name = base::IdentifierAround(*asked.text.text, asked.text.offset);
     return asked;
 }
 
@@ -144,8 +139,8 @@ void SymbolActions::ListReferences()
         const auto part = [&](std::vector<FoundPlace> places) {
             question.tell([this, places = std::move(places)]() mutable { Matches().Add(std::move(places)); });
         };
-        const FoundPlaces all = ReferencesTo(asked.text, question, part);
-        question.tell([this, more = all.more] { Matches().End(more); });
+        const bool more = ReferencesTo(asked.text, question, part);
+        question.tell([this, more] { Matches().End(more); });
     });
 }
 
@@ -250,10 +245,10 @@ void SymbolActions::Choose(const PaletteItem& item, long line)
 
 void SymbolActions::GoToSymbol()
 {
-    const Asked asked = AboutCurrent();
+    Feed();
     PaletteUse use;
     use.title = tr("Go to symbol: letters of its name, Outer::name or path/name");
-    use.ask = [this, path = asked.text.path](const QString& letters) {
+    use.ask = [this, path = CurrentPath()](const QString& letters) {
         engine.Ask(
             SymbolEngine::Topic::Palette, [this, path, wanted = letters.toStdString()](const Question& question) {
                 PaletteAnswer answer = SymbolsLike(wanted, path, question);
@@ -266,11 +261,11 @@ void SymbolActions::GoToSymbol()
 
 void SymbolActions::GoToFile()
 {
-    const Asked asked = AboutCurrent();
+    Feed();
     PaletteUse use;
     use.title = tr("Go to file: letters of its name, directory/name or name:line");
     use.listsWithoutLetters = true;
-    use.ask = [this, path = asked.text.path, recent = parts.recentFiles()](const QString& letters) {
+    use.ask = [this, path = CurrentPath(), recent = parts.recentFiles()](const QString& letters) {
         const auto work = [this, path, recent, kept = names, wanted = letters.toStdString()](const Question& question) {
             PaletteAnswer answer = kept->Like(wanted, path, recent, question);
             question.tell([this, answer = std::move(answer)]() mutable { palette->Show(std::move(answer)); });

@@ -71,6 +71,7 @@ private:
         std::string name; // the word at the caret
     };
     Asked AboutCurrent();
+    std::string CurrentPath() const; // of the text; "" for none
     void Feed();
     void AskOutline();
     void Heard(const FoundPlaces& places, Wanted wanted, const std::string& name);

@@ -1,6 +1,7 @@
 #include "wren/desktop/symbols/MatchesPanel.h"
 
 #include "wren/desktop/symbols/KindIcon.h"
+#include "wren/desktop/symbols/ListKeys.h"
 #include "wren/desktop/symbols/MatchesModel.h"
 #include "wren/desktop/symbols/RowText.h"
 
@@ -216,34 +217,25 @@ void MatchesPanel::Move(int rows)
 
 bool MatchesPanel::KeyPressed(const QObject* watched, const QKeyEvent& key)
 {
-    switch (key.key()) {
-    case Qt::Key_Escape:
+    const int rows = RowsFor(key.key(), kPage);
+    if (key.key() == Qt::Key_Escape)
         emit Left();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
+    else if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter)
         Go(tree->currentIndex());
-        return true;
-    case Qt::Key_Up:
-        Move(-1);
-        return true;
-    case Qt::Key_Down:
-        Move(1);
-        return true;
-    case Qt::Key_PageUp:
-        Move(-kPage);
-        return true;
-    case Qt::Key_PageDown:
-        Move(kPage);
-        return true;
-    default:
-        break;
-    }
-    if (watched == filter || key.text().isEmpty() || !key.text().front().isPrint())
+    else if (rows != 0)
+        Move(rows);
+    else if (watched != filter && !key.text().isEmpty() && key.text().front().isPrint())
+        StartNarrowing(key.text());
+    else
         return false;
-    filter->setFocus(); // letters narrow the list, wherever the keyboard is in the panel
-    filter->setText(filter->text() + key.text());
     return true;
+}
+
+// Letters narrow the list, wherever the keyboard is in the panel.
+void MatchesPanel::StartNarrowing(const QString& letters)
+{
+    filter->setFocus();
+    filter->setText(filter->text() + letters);
 }
 
 bool MatchesPanel::eventFilter(QObject* watched, QEvent* event)

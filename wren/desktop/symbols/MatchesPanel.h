@@ -43,6 +43,7 @@ protected:
 private:
     bool KeyPressed(const QObject* watched, const QKeyEvent& key);
     void Go(const QModelIndex& index);
+    void StartNarrowing(const QString& letters);
     void Move(int rows);
     void ShowTitle();
 

@@ -1,5 +1,6 @@
 #include "wren/desktop/symbols/OutlinePanel.h"
 
+#include "wren/desktop/symbols/ListKeys.h"
 #include "wren/desktop/symbols/RowText.h"
 #include "wren/desktop/symbols/SymbolList.h"
 
@@ -92,29 +93,16 @@ void OutlinePanel::Choose()
 
 bool OutlinePanel::KeyPressed(int key)
 {
-    switch (key) {
-    case Qt::Key_Escape:
+    const int rows = RowsFor(key, kRowsOfAPage);
+    if (key == Qt::Key_Escape)
         emit Left();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
+    else if (key == Qt::Key_Return || key == Qt::Key_Enter)
         Choose();
-        return true;
-    case Qt::Key_Up:
-        list->Move(-1);
-        return true;
-    case Qt::Key_Down:
-        list->Move(1);
-        return true;
-    case Qt::Key_PageUp:
-        list->Move(-kRowsOfAPage);
-        return true;
-    case Qt::Key_PageDown:
-        list->Move(kRowsOfAPage);
-        return true;
-    default:
+    else if (rows != 0)
+        list->Move(rows);
+    else
         return false;
-    }
+    return true;
 }
 
 bool OutlinePanel::eventFilter(QObject* watched, QEvent* event)

@@ -1,5 +1,6 @@
 #include "wren/desktop/symbols/Palette.h"
 
+#include "wren/desktop/symbols/ListKeys.h"
 #include "wren/desktop/symbols/SymbolList.h"
 
 #include <QKeyEvent>
@@ -156,29 +157,16 @@ void Palette::Choose()
 
 bool Palette::KeyPressed(int key)
 {
-    switch (key) {
-    case Qt::Key_Escape:
+    const int rows = RowsFor(key, kRows);
+    if (key == Qt::Key_Escape)
         Close();
-        return true;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
+    else if (key == Qt::Key_Return || key == Qt::Key_Enter)
         Choose();
-        return true;
-    case Qt::Key_Up:
-        list->Move(-1);
-        return true;
-    case Qt::Key_Down:
-        list->Move(1);
-        return true;
-    case Qt::Key_PageUp:
-        list->Move(-kRows);
-        return true;
-    case Qt::Key_PageDown:
-        list->Move(kRows);
-        return true;
-    default:
+    else if (rows != 0)
+        list->Move(rows);
+    else
         return false;
-    }
+    return true;
 }
 
 bool Palette::eventFilter(QObject* watched, QEvent* event)

@@ -6,6 +6,7 @@
 #include "wren/symbols/ShownNames.h"
 #include "wren/symbols/SourceLines.h"
 #include "wren/symbols/WorkspaceSources.h"
+#include "wren/text/LineIndex.h"
 
 #include <algorithm>
 #include <string_view>
@@ -37,7 +38,7 @@ public:
     {
         FoundPlace place = In(answer.path);
         place.kind = answer.symbol.kind;
-        if (IsFile(answer))
+        if (answer.IsFile())
             return place;
         place.name = QualifiedName(answer.symbol);
         place.line = answer.symbol.line;
@@ -55,11 +56,6 @@ public:
         place.column = use.column;
         ShowLine(place, line, nameSize);
         return place;
-    }
-
-    static bool IsFile(const resolve::Answer& answer)
-    {
-        return answer.symbol.kind == tagging::SymbolKind::None && answer.symbol.name.empty();
     }
 
 private:
@@ -89,7 +85,7 @@ private:
     static void ShowLine(FoundPlace& place, std::string_view line, size_t nameSize)
     {
         const size_t start = std::min(line.find_first_not_of(" \t"), line.size());
-        const size_t end = line.find_last_not_of(" \t\r") + 1;
+        const size_t end = line.find_last_not_of(" \t\r\n") + 1;
         if (start >= end)
             return;
         place.source = line.substr(start, end - start);
@@ -121,43 +117,6 @@ resolve::Answers AnswersTo(Wanted wanted, const Subject& subject)
     }
 }
 
-std::string_view LineAround(std::string_view text, size_t offset)
-{
-    const size_t start = offset == 0 ? 0 : text.rfind('\n', offset - 1) + 1; // 0 behind npos
-    const size_t end = std::min(text.find('\n', offset), text.size());
-    return text.substr(start, std::min(end - start, SourceLines::kMost));
-}
-
-// Offsets of lines that are asked for in their order.
-class LineOffsets {
-public:
-    explicit LineOffsets(std::string_view text) : text(text) {}
-
-    size_t Of(unsigned wanted)
-    {
-        for (; line < wanted; ++line) {
-            const size_t end = text.find('\n', start);
-            if (end == std::string_view::npos)
-                return start;
-            start = end + 1;
-        }
-        return start;
-    }
-
-private:
-    const std::string_view text;
-    unsigned line = 1;
-    size_t start = 0;
-};
-
-size_t WordSize(std::string_view text, size_t offset)
-{
-    size_t end = std::min(offset, text.size());
-    while (end < text.size() && base::IsIdentifierCharacter(text[end]))
-        ++end;
-    return end - std::min(offset, end);
-}
-
 } // namespace
 
 FoundPlaces PlacesOf(Wanted wanted, const AskedText& asked, const Question& question)
@@ -177,27 +136,25 @@ FoundPlaces PlacesOf(Wanted wanted, const AskedText& asked, const Question& ques
     return places;
 }
 
-FoundPlaces ReferencesTo(const AskedText& asked, const Question& question,
-                         const std::function<void(std::vector<FoundPlace> part)>& part)
+bool ReferencesTo(const AskedText& asked, const Question& question,
+                  const std::function<void(std::vector<FoundPlace> part)>& part)
 {
     const Subject subject(asked, question);
-    FoundPlaces all;
     const auto sink = [&](std::string_view text, const std::vector<resolve::Use>& uses) {
         std::vector<FoundPlace> places;
-        LineOffsets offsets(text);
+        LineIndex lines;
         for (const resolve::Use& use : uses) {
-            const size_t start = offsets.Of(use.line);
-            const size_t size = WordSize(text, start + use.column - 1);
-            if (all.name.empty())
-                all.name = text.substr(std::min(start + use.column - 1, text.size()), size);
-            places.push_back(subject.PlaceOf(use, LineAround(text, start), size));
+            const long start = lines.LineStart(text, use.line - 1L);
+            const long end = lines.LineStart(text, use.line);
+            const std::string_view line = text.substr(static_cast<size_t>(start), static_cast<size_t>(end - start));
+            const size_t size = base::IdentifierAround(line, use.column - 1).size();
+            places.push_back(subject.PlaceOf(use, line.substr(0, SourceLines::kMost), size));
         }
         part(std::move(places));
         return !question.cancel.IsCancelled();
     };
-    all.more = subject.Resolver().ForEachUse(subject.Place(), subject.Limits(kMostUses),
-                                             resolve::Resolver::Where::Everywhere, sink);
-    return all;
+    return subject.Resolver().ForEachUse(subject.Place(), subject.Limits(kMostUses),
+                                         resolve::Resolver::Where::Everywhere, sink);
 }
 
 } // namespace wren

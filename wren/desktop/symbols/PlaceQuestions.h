@@ -21,8 +21,8 @@ enum class Wanted { Definition, Declaration, Implementations };
 // These block; they are for a question's thread.
 FoundPlaces PlacesOf(Wanted wanted, const AskedText& asked, const Question& question);
 
-// Hands over the uses of the name file by file, the text's own first. 'all' has the name, and whether there are more.
-FoundPlaces ReferencesTo(const AskedText& asked, const Question& question,
-                         const std::function<void(std::vector<FoundPlace> part)>& part);
+// Hands over the uses of the name file by file, the text's own first. Returns whether there are more.
+bool ReferencesTo(const AskedText& asked, const Question& question,
+                  const std::function<void(std::vector<FoundPlace> part)>& part);
 
 } // namespace wren

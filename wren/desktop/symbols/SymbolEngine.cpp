@@ -72,11 +72,7 @@ SymbolEngine::~SymbolEngine()
 IndexListener SymbolEngine::Listener()
 {
     IndexListener listener;
-    listener.begin = [this](const std::string& title, std::function<void()> cancel) -> std::shared_ptr<ShownWork> {
-        {
-            const std::lock_guard lock(mutex);
-            stop = std::move(cancel);
-        }
+    listener.begin = [this](const std::string& title, const std::function<void()>&) -> std::shared_ptr<ShownWork> {
         return std::make_shared<ShownIndexing>(*this, title);
     };
     listener.warn = [this](const std::string& text) {
@@ -232,17 +228,6 @@ std::string SymbolEngine::Problem() const
 {
     const std::lock_guard lock(mutex);
     return problem;
-}
-
-void SymbolEngine::StopIndexing()
-{
-    std::function<void()> asked;
-    {
-        const std::lock_guard lock(mutex);
-        asked = stop;
-    }
-    if (asked)
-        asked();
 }
 
 } // namespace wren

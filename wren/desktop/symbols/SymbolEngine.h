@@ -56,7 +56,6 @@ public:
 
     // What is being indexed, for people: "Indexing /src/linux: 12,000 of 62,000 files"; "" for nothing.
     std::string Activity() const;
-    void StopIndexing();    // until a text changes
     size_t Updates() const; // long updates of an index that have ended: answers may be other ones now
     // Why names are not understood, "no ctags is installed" for example; "" when they are.
     std::string Problem() const;
@@ -90,7 +89,6 @@ private:
     std::string activity;
     size_t updates = 0;
     std::string problem;
-    std::function<void()> stop;
     std::vector<News> news;
 
     Projects projects;

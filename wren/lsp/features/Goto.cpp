@@ -32,7 +32,7 @@ bool NamesItsTag(const symbols::Symbol& symbol)
 
 std::optional<SymbolPlace> TargetOf(const resolve::Answer& answer, const Subject& subject)
 {
-    if (IsFile(answer))
+    if (answer.IsFile())
         return SymbolPlace{subject.UriOf(answer.path), {}, {}};
     return PlaceOf(answer.symbol, answer.path, subject, answer.offset);
 }

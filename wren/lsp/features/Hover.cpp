@@ -218,7 +218,7 @@ Json Hover(const TextDocumentPositionParams& params, const RequestContext& conte
     if (answers.found.empty())
         return nullptr;
     Card card;
-    if (IsFile(answers.found.front()))
+    if (answers.found.front().IsFile())
         card.place = answers.found.front().path;
     else
         card = BestCard(answers.found, subject);

@@ -13,9 +13,6 @@ namespace wren::lsp {
 // of the same name and scope, or the reverse. Of files that an #include may mean, the nearest.
 void KeepMeant(std::vector<resolve::Answer>& answers);
 
-// An #include means a file: its answer is no symbol.
-bool IsFile(const resolve::Answer& answer);
-
 struct ByteRange {
     size_t start = 0;
     size_t end = 0;

@@ -80,10 +80,9 @@ TextPlace PlaceIn(std::string_view text, const resolve::Tokens& tokens, size_t o
         place.sort = Sort::Include;
         return place;
     }
-    while (place.start > 0 && base::IsIdentifierCharacter(text[place.start - 1]))
-        --place.start;
-    while (place.end < text.size() && base::IsIdentifierCharacter(text[place.end]))
-        ++place.end;
+    const std::string_view name = base::IdentifierAround(text, offset);
+    place.start = static_cast<size_t>(name.data() - text.data());
+    place.end = place.start + name.size();
     if (directive != nullptr)
         return place;
     const size_t next = tokens.FirstFrom(place.start);
