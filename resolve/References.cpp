@@ -265,9 +265,12 @@ bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, Where wher
         const bool goesOn = own.found.empty() || sink(place.text, std::move(own.found));
         return own.more || !goesOn;
     }
-    if (question.Name().empty() || meanings.empty())
+    // A name that nothing declares, or nothing any more, is mentioned all the same.
+    if (meanings.empty() && (question.IsInDirective() || IsKeyword(question.Name())))
         return false;
     const std::string name(FirstPart(question.Name()));
+    if (name.empty())
+        return false;
     const std::vector<Symbol> declared = DeclaredAs(name, question.GetWorld().OwnSymbols());
     Occurrences(place.text, place.path, declared).Collect(name, where == Where::AlsoComments, own, limits.results);
     const size_t count = own.found.size();

@@ -28,6 +28,13 @@ TEST(References, OfAFunctionInAllFilesThatMentionIt)
     EXPECT_EQ(UsesOf(project, 2).size(), 2U);
 }
 
+TEST(References, OfANameThatNothingDeclares)
+{
+    EXPECT_EQ(UsesOf("int a = f(1);\n== b.cpp\nint b = f|(2); // f\n"), (Uses{"b.cpp:1:9 call", "a.cpp:1:9 call"}));
+    EXPECT_EQ(UsesOf("int a;\nunsigned| b;\n"), Uses());
+    EXPECT_EQ(UsesOf("#include <vec|tor>\nint vector();\n"), Uses());
+}
+
 TEST(References, NotInBranchesThatNoCompilerReads)
 {
     EXPECT_EQ(

@@ -1,6 +1,6 @@
 # A definition whose file gets another name, and then goes away.
 file a.c
-    int g(void) { return ‹u›f(1); }
+    int g(void) { return ‹u›f‹u2›(1); }
 file b.c
     int ‹i›f‹i2›(int a) { return a; }
 
@@ -16,4 +16,4 @@ delete c.c
 > until textDocument/definition @u
 < result []
 > request textDocument/references @u {"context": {"includeDeclaration": true}}
-< result [{"...": "..."}]
+< result [{"uri": "$uri/a.c", "range": "@u..u2"}]
