@@ -33,6 +33,7 @@ struct File {
     bool isIncomplete = false; // ctags has crashed on it or taken too long, so it has no symbols
     bool isSystem = false;
     bool isOpen = false; // the snapshot holds an open text in place of the file
+    size_t symbols = 0;  // how many it has
 };
 
 struct Include { // one directive

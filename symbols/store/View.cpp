@@ -284,6 +284,7 @@ File View::FileOf(FileNumber number) const
     file.contentHash = record->contentHash;
     file.language = static_cast<Language>(record->language);
     file.isIncomplete = record->isIncomplete != 0;
+    file.symbols = record->symbolCount;
     file.isSystem = part->isSystem;
     file.isOpen = part->open != nullptr;
     return file;

@@ -118,6 +118,46 @@ Projects::ProjectPointer Projects::For(const std::string& path)
     return At("/", false);
 }
 
+std::vector<Projects::ProjectPointer> Projects::Around(const std::string& path)
+{
+    std::vector<ProjectPointer> around = {For(path)};
+    const std::string& root = around.front()->Root();
+    const std::lock_guard lock(mutex);
+    for (const ProjectPointer& each : all)
+        if (each->IsIndexed() && each->Root() != root && IsWithin(root, each->Root()))
+            around.push_back(each);
+    return around;
+}
+
+std::vector<std::string> Projects::RootsWithin(const std::string& root) const
+{
+    std::vector<std::string> within;
+    const std::lock_guard lock(mutex);
+    for (const ProjectPointer& each : all)
+        if (each->IsIndexed() && each->Root() != root && IsWithin(each->Root(), root))
+            within.push_back(each->Root());
+    return within;
+}
+
+symbols::Snapshot::Size Projects::SizeOf(Project& project) const
+{
+    const symbols::SnapshotPointer snapshot = project.Workspace().Project()->Current();
+    if (snapshot == nullptr)
+        return {};
+    symbols::Snapshot::Size size = snapshot->Totals();
+    const std::vector<std::string> within = RootsWithin(project.Root());
+    if (!within.empty())
+        snapshot->ForEachFile([&](symbols::FileNumber, const symbols::File& file) {
+            const std::string path = project.Root() + "/" + std::string(file.path);
+            if (std::ranges::any_of(within, [&](const std::string& root) { return IsWithin(path, root); })) {
+                --size.files;
+                size.symbols -= file.symbols;
+            }
+            return true;
+        });
+    return size;
+}
+
 std::vector<Projects::ProjectPointer> Projects::All() const
 {
     const std::lock_guard lock(mutex);

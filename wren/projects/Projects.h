@@ -42,12 +42,17 @@ public:
 
     // The project of a file: the innermost folder around it; without folders, its own root. Never null.
     ProjectPointer For(const std::string& path);
+    // The same, and the indexed projects around it, whose indexes have the file as well.
+    std::vector<ProjectPointer> Around(const std::string& path);
+    // What the project's index holds, apart from files that belong to projects within it; 'bytes' are those of all.
+    symbols::Snapshot::Size SizeOf(Project& project) const;
     std::vector<ProjectPointer> All() const;
 
     void Close(); // ends all indexing soon; does not wait
 
 private:
     ProjectPointer At(const std::string& root, bool isIndexed); // under the lock
+    std::vector<std::string> RootsWithin(const std::string& root) const;
     const Folder* FolderAround(const std::string& path) const;
     const std::string& RealPath(const std::string& path); // of a file, whose directory may be reached by a link
     std::optional<std::string> OwnRoot(const std::string& path);

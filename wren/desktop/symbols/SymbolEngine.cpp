@@ -127,9 +127,10 @@ void SymbolEngine::Feed()
         }
         auto next = fed.extract(fed.begin());
         lock.unlock();
-        const std::shared_ptr<Project> project = projects.For(next.key());
-        project->TextChanged(next.key(), std::move(next.mapped()));
-        project->ResumeIndexing();
+        const std::vector<Projects::ProjectPointer> around = projects.Around(next.key());
+        for (const Projects::ProjectPointer& each : around)
+            each->TextChanged(next.key(), next.mapped());
+        around.front()->ResumeIndexing();
         settler.TextChanged();
         lock.lock();
         changed.notify_all();

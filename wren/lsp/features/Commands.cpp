@@ -77,10 +77,9 @@ ProjectPointer ProjectForTags(const std::string& path, const RequestContext& con
     return indexed.front();
 }
 
-Json StatusOf(Project& project)
+Json StatusOf(Project& project, const Projects& projects)
 {
-    const symbols::SnapshotPointer snapshot = project.Workspace().Project()->Current();
-    const symbols::Snapshot::Size size = snapshot == nullptr ? symbols::Snapshot::Size() : snapshot->Totals();
+    const symbols::Snapshot::Size size = projects.SizeOf(project);
     const Project::Activity now = project.Now();
     return {{"root", project.Root()},     {"files", size.files}, {"symbols", size.symbols}, {"size", size.bytes},
             {"indexing", now.isIndexing}, {"done", now.done},    {"total", now.total}};
@@ -91,7 +90,7 @@ Json Status(const RequestContext& context)
     Json roots = Json::array();
     for (const ProjectPointer& project : context.projects.All())
         if (project->IsIndexed())
-            roots.push_back(StatusOf(*project));
+            roots.push_back(StatusOf(*project, context.projects));
     return {{"roots", roots}};
 }
 

@@ -71,7 +71,9 @@ std::vector<Found> Search(const std::string& query, const RequestContext& contex
         const symbols::SnapshotPointer snapshot = project->Workspace().Current();
         for (symbols::FuzzyMatch& match : snapshot->Fuzzy(query, {kMost, &context.cancel, inSystem}).found) {
             const symbols::File file = snapshot->FileOf(match.symbol.file);
-            found.push_back({std::move(match), project->Workspace().AbsolutePath(file)});
+            std::string path = project->Workspace().AbsolutePath(file);
+            if (file.isSystem || !project->IsIndexed() || context.projects.For(path) == project)
+                found.push_back({std::move(match), std::move(path)}); // else a project within this one finds it
         }
         context.CheckCancelled();
         kept.push_back(snapshot);

@@ -5,6 +5,7 @@
 #include "wren/lsp/session/Folders.h"
 #include "wren/lsp/session/WorkDone.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -181,14 +182,17 @@ void Session::UpdateProjects()
 
 void Session::TellText(const DocumentPointer& document)
 {
-    const std::shared_ptr<Project> project = projects.For(document->path);
-    std::weak_ptr<Project>& owner = owners[document->path];
-    if (const std::shared_ptr<Project> before = owner.lock(); before != nullptr && before != project)
-        before->TextClosed(document->path);
-    owner = project;
-    project->TextChanged(document->path, AsOpenText(document));
-    project->ResumeIndexing();
-    early.TextChanged(project, document->path, AsOpenText(document));
+    const std::vector<std::shared_ptr<Project>> around = projects.Around(document->path);
+    std::vector<std::weak_ptr<Project>>& known = holders[document->path];
+    for (const std::weak_ptr<Project>& each : known)
+        if (const std::shared_ptr<Project> before = each.lock();
+            before != nullptr && !std::ranges::count(around, before))
+            before->TextClosed(document->path);
+    known.assign(around.begin(), around.end());
+    for (const std::shared_ptr<Project>& each : around)
+        each->TextChanged(document->path, AsOpenText(document));
+    around.front()->ResumeIndexing();
+    early.TextChanged(around.front(), document->path, AsOpenText(document));
     settler.TextChanged();
 }
 
@@ -297,8 +301,10 @@ void Session::DidClose(const Json& params)
     Tell(problem);
     if (closed == nullptr)
         return;
-    projects.For(closed->path)->TextClosed(closed->path);
-    owners.erase(closed->path);
+    for (const std::weak_ptr<Project>& each : holders[closed->path])
+        if (const std::shared_ptr<Project> holder = each.lock())
+            holder->TextClosed(closed->path);
+    holders.erase(closed->path);
     settler.TextChanged();
 }
 

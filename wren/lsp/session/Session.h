@@ -81,7 +81,7 @@ private:
     tagging::Settings tagging;
     bool hasCtags = false;
     Documents documents;
-    std::map<std::string, std::weak_ptr<Project>> owners; // of open texts, by path
+    std::map<std::string, std::vector<std::weak_ptr<Project>>> holders; // of open texts, by path
     std::vector<std::string> folders;
     bool isStarted = false;
     bool asksConfiguration = false;
