@@ -192,7 +192,7 @@ base::Result<UpdateResult> Index::Contents::Apply(const FindChanges& findChanges
             changes = findChanges(attempt.before);
         return Carry(changes, attempt, result, listener, cancel);
     };
-    base::Result<std::string> warning = state.Write(*header, work, cancel);
+    base::Result<std::string> warning = state.Write(*header, work, listener.keepsPart, cancel);
     if (!warning)
         return warning.Failure();
     result.warning = std::move(*warning);
@@ -203,7 +203,7 @@ base::Result<UpdateResult> Index::Contents::Apply(const FindChanges& findChanges
 base::Result<bool> Index::Contents::Carry(const Changes& changes, const Attempt& attempt, UpdateResult& result,
                                           const Listener& listener, const base::CancelToken& cancel) const
 {
-    result.rebuilt = attempt.before == nullptr;
+    result.rebuilt = attempt.isFirst;
     if (!result.rebuilt && changes.IsEmpty())
         return false;
     ParsingListener parsing;

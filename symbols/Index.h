@@ -52,6 +52,9 @@ public:
         std::function<void(const Progress&)> progress; // on the calling thread; may be null
         // About single files. On any thread, one call at a time. May be null.
         std::function<void(const std::string&)> say;
+        // Asked when a first update is cancelled: whether the next one goes on from there, also in another process.
+        // Writing what was parsed takes a second or two in a large tree. Null: it starts from nothing.
+        std::function<bool()> keepsPart = nullptr;
     };
     base::Result<UpdateResult> Update(const Listener& listener, const base::CancelToken& cancel);
     // The same for these files only (absolute paths), without a walk unless they decide about other files: directories,

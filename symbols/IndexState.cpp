@@ -73,29 +73,32 @@ base::Result<void> IndexState::CanUseDisk() const
 
 // Another process may be writing: what is usable is known only once the writer is ours.
 base::Result<std::unique_ptr<Store::Writer>> IndexState::DiskWriter(const StoreHeader& header, SnapshotPointer& before,
-                                                                    const base::CancelToken& cancel)
+                                                                    bool& isFirst, const base::CancelToken& cancel)
 {
-    for (bool fromNothing = UsableOnDisk(header) == nullptr;; fromNothing = true) {
-        base::Result<std::unique_ptr<Store::Writer>> writer = store->Write(header, fromNothing, cancel);
-        if (!writer || fromNothing)
+    for (isFirst = UsableOnDisk(header) == nullptr;; isFirst = true) {
+        base::Result<std::unique_ptr<Store::Writer>> writer = store->Write(header, isFirst, cancel);
+        if (!writer)
             return writer;
-        before = UsableOnDisk(header);
-        if (before != nullptr)
+        before = isFirst ? store->Part(header) : UsableOnDisk(header);
+        if (isFirst || before != nullptr)
             return writer;
     }
 }
 
 // Continues the disk's state, even if the one in memory is newer.
-IndexState::Outcome IndexState::WriteOnDisk(const StoreHeader& header, const Work& work,
+IndexState::Outcome IndexState::WriteOnDisk(const StoreHeader& header, const Work& work, const KeepsPart& keepsPart,
                                             const base::CancelToken& cancel)
 {
     if (const base::Result<void> usable = CanUseDisk(); !usable)
         return {false, usable.Failure().Message()};
     SnapshotPointer before;
-    const base::Result<std::unique_ptr<Store::Writer>> writer = DiskWriter(header, before, cancel);
+    bool isFirst = false;
+    const base::Result<std::unique_ptr<Store::Writer>> writer = DiskWriter(header, before, isFirst, cancel);
     if (!writer)
         return {false, writer.Failure().Message()};
-    base::Result<bool> result = work({**writer, before});
+    base::Result<bool> result = work({**writer, before, isFirst});
+    if (!result && isFirst && cancel.IsCancelled() && keepsPart && keepsPart())
+        (void)(*writer)->CommitPart(); // when it fails, the next one starts from nothing
     if (!result)
         return {std::move(result), ""};
     if (const base::Result<void> written = *result ? (*writer)->Commit() : base::Result<void>(); !written)
@@ -111,7 +114,7 @@ base::Result<bool> IndexState::WriteMemory(const StoreHeader& header, const Work
     SnapshotPointer after;
     const std::unique_ptr<Store::Writer> writer =
         WriteInMemory(before, [&](SnapshotPointer committed) { after = std::move(committed); });
-    base::Result<bool> result = work({*writer, before});
+    base::Result<bool> result = work({*writer, before, before == nullptr});
     if (!result || !*result)
         return result;
     if (const base::Result<void> written = writer->Commit(); !written)
@@ -122,10 +125,10 @@ base::Result<bool> IndexState::WriteMemory(const StoreHeader& header, const Work
     return true;
 }
 
-base::Result<std::string> IndexState::Write(const StoreHeader& header, const Work& work,
+base::Result<std::string> IndexState::Write(const StoreHeader& header, const Work& work, const KeepsPart& keepsPart,
                                             const base::CancelToken& cancel)
 {
-    const Outcome onDisk = WriteOnDisk(header, work, cancel);
+    const Outcome onDisk = WriteOnDisk(header, work, keepsPart, cancel);
     if (onDisk.problem.empty())
         return onDisk.result ? base::Result<std::string>(std::string()) : onDisk.result.Failure();
     if (cancel.IsCancelled())

@@ -32,7 +32,10 @@ public:
 
     // Does the work on the disk or, when that fails for the disk's sake, in memory; the work may run twice. The warning
     // then says why; "" when all is on the disk.
-    base::Result<std::string> Write(const StoreHeader& header, const Work& work, const base::CancelToken& cancel);
+    // 'keepsPart' is asked when the first state is cancelled: whether the next one goes on from there.
+    using KeepsPart = std::function<bool()>;
+    base::Result<std::string> Write(const StoreHeader& header, const Work& work, const KeepsPart& keepsPart,
+                                    const base::CancelToken& cancel);
 
     base::Result<void> Import(const std::string& file, const StoreHeader& header, const base::CancelToken& cancel);
 
@@ -51,8 +54,9 @@ private:
     SnapshotPointer UsableOnDisk(const StoreHeader& header) const;
     base::Result<void> CanUseDisk() const;
     base::Result<std::unique_ptr<Store::Writer>> DiskWriter(const StoreHeader& header, SnapshotPointer& before,
-                                                            const base::CancelToken& cancel);
-    Outcome WriteOnDisk(const StoreHeader& header, const Work& work, const base::CancelToken& cancel);
+                                                            bool& isFirst, const base::CancelToken& cancel);
+    Outcome WriteOnDisk(const StoreHeader& header, const Work& work, const KeepsPart& keepsPart,
+                        const base::CancelToken& cancel);
     base::Result<bool> WriteMemory(const StoreHeader& header, const Work& work);
 
     const std::string directory;

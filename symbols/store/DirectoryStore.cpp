@@ -28,9 +28,18 @@ public:
         return directory.WriteSegment(builder, written);
     }
 
-    base::Result<void> Publish(const State& state) override
+    base::Result<void> Publish(const State& state) override { return Publish(state, false); }
+    base::Result<void> PublishPart(const State& state) override
+    {
+        const bool isComplete = published.version.generation > 0 && !published.isPart;
+        return isComplete ? base::Result<void>() : Publish(state, true);
+    }
+
+private:
+    base::Result<void> Publish(const State& state, bool isPart)
     {
         Manifest next;
+        next.isPart = isPart;
         std::random_device random;
         next.version = {published.version.generation + 1, std::uint64_t(random()) << 32 | random()};
         next.header = header;
@@ -43,7 +52,6 @@ public:
         return {};
     }
 
-private:
     void RemoveOthers() const
     {
         std::set<std::uint64_t> ids;
@@ -64,6 +72,7 @@ struct Store::Contents {
     Contents(std::string path, StoreLimits limits) : directory(std::move(path)), limits(limits) {}
 
     void Refresh();
+    std::shared_ptr<const View> Part(const StoreHeader& header) const; // null for none
 
     StoreDirectory directory;
     StoreLimits limits;
@@ -104,18 +113,32 @@ void Store::Contents::Refresh()
     }
 }
 
+std::shared_ptr<const View> Store::Contents::Part(const StoreHeader& header) const
+{
+    const bool isOurs = manifest && manifest->isPart && manifest->header == header;
+    return isOurs && snapshot != nullptr && !snapshot->IsDamaged() ? snapshot : nullptr;
+}
+
 SnapshotPointer Store::Current() const
 {
     const std::lock_guard guard(contents->lock);
     contents->Refresh();
-    return contents->snapshot;
+    return contents->manifest && contents->manifest->isPart ? nullptr : contents->snapshot;
+}
+
+SnapshotPointer Store::Part(const StoreHeader& header) const
+{
+    const std::lock_guard guard(contents->lock);
+    contents->Refresh();
+    return contents->Part(header);
 }
 
 std::optional<StoreHeader> Store::Header() const
 {
     const std::lock_guard guard(contents->lock);
     contents->Refresh();
-    return contents->manifest ? std::optional(contents->manifest->header) : std::nullopt;
+    const std::optional<Manifest>& manifest = contents->manifest;
+    return manifest && !manifest->isPart ? std::optional(manifest->header) : std::nullopt;
 }
 
 base::Result<std::unique_ptr<Store::Writer>> Store::Write(const StoreHeader& header, bool fromNothing,
@@ -127,8 +150,10 @@ base::Result<std::unique_ptr<Store::Writer>> Store::Write(const StoreHeader& hea
     const std::lock_guard guard(contents->lock);
     contents->Refresh();
     const std::optional<Manifest>& manifest = contents->manifest;
-    const State before = fromNothing || contents->snapshot == nullptr ? State() : contents->snapshot->StateOfIndex();
-    const bool isStale = fromNothing || !manifest || manifest->header != header;
+    const bool startsNew = fromNothing || (manifest && manifest->isPart);
+    const std::shared_ptr<const View> start = startsNew ? contents->Part(header) : contents->snapshot;
+    const State before = start == nullptr ? State() : start->StateOfIndex();
+    const bool isStale = startsNew || !manifest || manifest->header != header;
     auto destination = std::make_unique<DirectoryDestination>(contents->directory, std::move(*file), header, manifest);
     return std::unique_ptr<Writer>(
         std::make_unique<IndexWriter>(std::move(destination), before, isStale, contents->limits));

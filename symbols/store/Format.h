@@ -14,6 +14,7 @@ constexpr std::uint32_t kFormatVersion = 3;
 constexpr std::uint32_t kByteOrder = 0x01020304;
 constexpr char kSegmentMagic[8] = {'w', 'r', 'e', 'n', 's', 'e', 'g', '\n'};
 constexpr char kManifestMagic[8] = {'w', 'r', 'e', 'n', 'i', 'd', 'x', '\n'};
+constexpr char kPartMagic[8] = {'w', 'r', 'e', 'n', 'p', 'r', 't', '\n'}; // of a manifest that is not complete
 
 // A segment is verified in blocks of this size, each when it is first used.
 constexpr size_t kBlockSize = 16 * 1024;

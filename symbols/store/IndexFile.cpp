@@ -99,7 +99,7 @@ base::Result<OpenState> OpenCurrent(const std::string& path)
     std::optional<Manifest::Version> last;
     for (;;) {
         std::optional<Manifest> manifest = directory.ReadManifest();
-        if (!manifest || last == manifest->version)
+        if (!manifest || manifest->isPart || last == manifest->version)
             return base::Error{"there is no usable index in " + base::Shown(path)};
         last = manifest->version;
         OpenState state = {std::move(*manifest), {}};
@@ -182,7 +182,7 @@ base::Result<Manifest> Import::ReadManifest()
     sum.Add(*start);
     sum.Add(*text);
     std::optional<Manifest> manifest = Manifest::Read(*text);
-    if (!manifest)
+    if (!manifest || manifest->isPart)
         return base::Error{base::Shown(file) + " is damaged, or from another version of the program"};
     return std::move(*manifest);
 }

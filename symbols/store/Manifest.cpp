@@ -78,7 +78,7 @@ std::shared_ptr<const FileChanges> ReadChanges(VarintReader& reader)
 std::string Manifest::Written() const
 {
     Head head = {{}, kFormatVersion, kByteOrder, version};
-    std::memcpy(head.magic, kManifestMagic, sizeof(head.magic));
+    std::memcpy(head.magic, isPart ? kPartMagic : kManifestMagic, sizeof(head.magic));
     std::string out(reinterpret_cast<const char*>(&head), sizeof(head));
     PutText(out, header.root);
     PutText(out, header.patterns);
@@ -98,7 +98,8 @@ std::optional<Manifest::Version> Manifest::ReadVersion(std::string_view bytes)
     if (bytes.size() < sizeof(head))
         return std::nullopt;
     std::memcpy(&head, bytes.data(), sizeof(head));
-    if (std::memcmp(head.magic, kManifestMagic, sizeof(head.magic)) != 0 || head.format != kFormatVersion ||
+    const auto isMarked = [&](const char* magic) { return std::memcmp(head.magic, magic, sizeof(head.magic)) == 0; };
+    if ((!isMarked(kManifestMagic) && !isMarked(kPartMagic)) || head.format != kFormatVersion ||
         head.byteOrder != kByteOrder)
         return std::nullopt;
     return head.version;
@@ -117,6 +118,7 @@ std::optional<Manifest> Manifest::Read(std::string_view content)
 
     Manifest manifest;
     manifest.version = *version;
+    manifest.isPart = content.starts_with(std::string_view(kPartMagic, sizeof(kPartMagic)));
     VarintReader reader(summed.substr(sizeof(Head)));
     manifest.header.root = ReadText(reader);
     manifest.header.patterns = ReadText(reader);

@@ -25,6 +25,7 @@ struct Manifest {
         bool operator==(const Version&) const = default;
     };
     Version version;
+    bool isPart = false; // of a first state that is not complete: only its writer goes on from there
     StoreHeader header;
     std::vector<Entry> entries;
 

@@ -25,6 +25,8 @@ public:
         return {};
     }
 
+    base::Result<void> PublishPart(const State&) override { return {}; }
+
 private:
     std::function<void(SnapshotPointer)> committed;
 };

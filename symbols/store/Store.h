@@ -62,6 +62,8 @@ public:
     // writer. Null when there is no usable index.
     SnapshotPointer Current() const;
     std::optional<StoreHeader> Header() const; // of the current state
+    // What CommitPart() has written, if a writer from nothing continues it. For one that has the writer.
+    SnapshotPointer Part(const StoreHeader& header) const;
 
     // FileChanges to an index. They appear in one step, at Commit(); a writer that is destroyed before leaves no trace.
     class Writer {
@@ -77,10 +79,13 @@ public:
         // Writes the files. On an error, such as a full disk, the index is as before. Cancelling does not stop it. The
         // writer can be used for further changes afterwards.
         virtual base::Result<void> Commit() = 0;
+        // Keeps what was put for the next writer with the same header, which goes on from there. Nobody else sees it.
+        // Does nothing when there is a complete state, or no directory.
+        virtual base::Result<void> CommitPart() = 0;
     };
 
     // Waits for another process's writer until 'cancel'. Fails when the directory cannot be written. With
-    // 'fromNothing', the new state holds only what is put.
+    // 'fromNothing', the new state holds only what is put, and what Part() says.
     base::Result<std::unique_ptr<Writer>> Write(const StoreHeader& header, bool fromNothing,
                                                 const base::CancelToken& cancel);
 

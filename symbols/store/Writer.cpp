@@ -134,7 +134,14 @@ base::Result<void> IndexWriter::Commit()
     return published;
 }
 
-base::Result<void> IndexWriter::Publish()
+base::Result<void> IndexWriter::CommitPart()
+{
+    const std::lock_guard guard(lock);
+    WriteBuilder();
+    return failure ? destination->PublishPart(Next()) : failure;
+}
+
+State IndexWriter::Next()
 {
     std::erase_if(members, [](const Member& member) { return member.IsGone(); });
     State state;
@@ -143,7 +150,12 @@ base::Result<void> IndexWriter::Publish()
             member.changes = std::move(member.next);
         state.members.push_back({member.segment, member.changes});
     }
-    const base::Result<void> published = destination->Publish(state);
+    return state;
+}
+
+base::Result<void> IndexWriter::Publish()
+{
+    const base::Result<void> published = destination->Publish(Next());
     isChanged = isChanged && !published;
     return published;
 }

@@ -20,6 +20,7 @@ public:
     virtual base::Result<std::shared_ptr<const Segment>> WriteSegment(SegmentBuilder& builder,
                                                                       SegmentBuilder::Written* written) = 0;
     virtual base::Result<void> Publish(const State& state) = 0;
+    virtual base::Result<void> PublishPart(const State& state) = 0; // of a state that is not complete
 };
 
 // Any thread.
@@ -32,6 +33,7 @@ public:
     void Touch(std::string_view path, const tagging::FileStamp& stamp) override;
     void Remove(std::string_view path) override;
     base::Result<void> Commit() override;
+    base::Result<void> CommitPart() override;
 
 private:
     struct Member { // a segment, with changes that are not published yet
@@ -48,6 +50,7 @@ private:
     void Hide(std::string_view path);
     void WriteBuilder();
     base::Result<void> Publish();
+    State Next(); // with all changes
     std::vector<size_t> MembersToMerge() const;
     bool Merge(const std::vector<size_t>& chosen); // false when it failed, which changes nothing
     static bool CopyFiles(const Member& member, SegmentBuilder* merged);

@@ -243,6 +243,30 @@ TEST(Index, IsRebuiltWhenItsFilesAreDamaged)
     EXPECT_EQ(DumpOf(story.index->Current()), before);
 }
 
+// In one process of ctags, which is asked about a few files at a time.
+TEST(Index, GoesOnFromWhereAFirstUpdateWasCancelled)
+{
+    constexpr size_t kFiles = 60;
+    IndexStory story;
+    for (size_t i = 0; i < kFiles; ++i)
+        MakeOld(story.Write("f" + std::to_string(i) + ".c", "int v" + std::to_string(i) + ";\n"));
+    base::CancelToken cancelled;
+    Index::Listener listener;
+    listener.progress = [&](const Progress& progress) {
+        if (progress.step == Progress::Step::Parsing && progress.done >= kFiles / 2)
+            cancelled.Cancel();
+    };
+    listener.keepsPart = [] { return true; };
+    ASSERT_FALSE(story.index->Update(listener, cancelled));
+    EXPECT_EQ(story.index->Current(), nullptr);
+    story.index.emplace(OptionsFor(story.top, story.Cache()));
+    story.Remove("f0.c");
+    const UpdateResult result = story.Update();
+    EXPECT_TRUE(result.rebuilt);
+    EXPECT_LE(result.parsed, kFiles / 2);
+    story.ExpectAsFresh();
+}
+
 TEST(Index, KeepsItsStateWhenAnUpdateIsCancelled)
 {
     IndexStory story;

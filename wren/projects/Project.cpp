@@ -138,6 +138,8 @@ symbols::Index::Listener Project::Steps(const std::string& title, const CancelPo
             shown->Report(std::to_string(progress.done) + " of " + Counted(progress.known, "file"), progress.done,
                           progress.known);
     };
+    // At the end of the program nobody waits for that.
+    steps.keepsPart = [this] { return !ending.IsCancelled(); };
     return steps;
 }
 

@@ -335,3 +335,52 @@ TEST_F(StoreTest, FuzzySearchIsNarrowedByScopeAndByPath)
     EXPECT_THAT(lines("Outer::"), testing::ElementsAre(1));
     EXPECT_THAT(lines(""), testing::ElementsAre());
 }
+
+TEST_F(StoreTest, APartIsSeenOnlyByTheNextWriterFromNothing)
+{
+    {
+        const auto writer = Writer(store, true);
+        writer->Put("a.c", {1, 2, 3}, SourceOf({SymbolNamed("early", 7)}));
+        ASSERT_TRUE(writer->CommitPart());
+    }
+    Store other(temp / "cache/index");
+    EXPECT_EQ(other.Current(), nullptr);
+    EXPECT_FALSE(other.Header());
+    const auto writer = Writer(other, true);
+    ASSERT_NE(other.Part({"/root", "*.c"}), nullptr);
+    EXPECT_EQ(Places(other.Part({"/root", "*.c"}), "early"), Lines{"a.c:7"});
+    writer->Put("b.c", {1, 2, 3}, SourceOf({SymbolNamed("late", 8)}));
+    ASSERT_TRUE(writer->Commit());
+    EXPECT_EQ(Places(store.Current(), "early"), Lines{"a.c:7"});
+    EXPECT_EQ(Places(store.Current(), "late"), Lines{"b.c:8"});
+    EXPECT_EQ(store.Part({"/root", "*.c"}), nullptr);
+}
+
+TEST_F(StoreTest, APartForAnotherHeaderIsLeftOut)
+{
+    {
+        const auto writer = Writer(store, true);
+        writer->Put("a.c", {1, 2, 3}, SourceOf({SymbolNamed("early", 7)}));
+        ASSERT_TRUE(writer->CommitPart());
+    }
+    auto writer = store.Write({"/root", "*.h"}, true, kNeverCancelled);
+    ASSERT_TRUE(writer);
+    EXPECT_EQ(store.Part({"/root", "*.h"}), nullptr);
+    ASSERT_TRUE((*writer)->Commit());
+    writer->reset();
+    EXPECT_EQ(store.Current()->Totals().files, 0u);
+    EXPECT_EQ(SegmentsIn(temp / "cache/index"), 0u);
+}
+
+TEST_F(StoreTest, APartDoesNotReplaceACompleteState)
+{
+    Put("a.c", "complete");
+    {
+        const auto writer = Writer(store, true);
+        writer->Put("b.c", {1, 2, 3}, SourceOf({SymbolNamed("part", 7)}));
+        ASSERT_TRUE(writer->CommitPart());
+    }
+    EXPECT_EQ(Places(store.Current(), "complete"), Lines{"a.c:7"});
+    EXPECT_EQ(store.Part({"/root", "*.c"}), nullptr);
+    EXPECT_EQ(SegmentsIn(temp / "cache/index"), 1u);
+}

@@ -202,13 +202,16 @@ IndexListener Session::ListenerForIndexes()
     listener.begin = [this](const std::string& title, std::function<void()> cancel) -> std::shared_ptr<ShownWork> {
         if (!abilities.Can("window/workDoneProgress"))
             return nullptr;
-        std::string token;
-        {
-            const std::lock_guard lock(mutex);
-            token = "wren-" + std::to_string(++tokens);
-            cancels[token] = std::move(cancel);
-        }
-        return WorkDone::Create(client, token, title);
+        const std::lock_guard lock(mutex);
+        const std::string token = "wren-" + std::to_string(++tokens);
+        std::shared_ptr<WorkDone> work = WorkDone::Create(client, token, title);
+        // The end of the work may take a while: what is done is kept.
+        cancels[token] = [cancel = std::move(cancel), shown = std::weak_ptr(work)] {
+            cancel();
+            if (const std::shared_ptr<WorkDone> still = shown.lock())
+                still->End("cancelled");
+        };
+        return work;
     };
     listener.warn = [this](const std::string& text) { client.Log(MessageType::Warning, text); };
     return listener;
