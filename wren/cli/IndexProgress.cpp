@@ -31,7 +31,11 @@ IndexProgress::IndexProgress(std::string what) : what(std::move(what)), line(STD
 symbols::Index::Listener IndexProgress::Listener()
 {
     return {[this](const symbols::Progress& progress) { Show(progress); },
-            [this](const std::string& message) { Say(message); }};
+            [this](const std::string& message) { Say(message); },
+            [this] {
+                Say("what was parsed is kept for the next run; interrupt again to end at once");
+                return true;
+            }};
 }
 
 void IndexProgress::Say(const std::string& message)

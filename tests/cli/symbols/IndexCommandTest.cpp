@@ -176,6 +176,19 @@ TEST_F(InterruptedIndex, EndsByTheSignalAndLeavesTheOldIndex)
     EXPECT_THAT(Run({"index", "--status"}).output, HasSubstr("files: 3\n"));
 }
 
+TEST_F(InterruptedIndex, KeepsWhatAFirstRunHasParsed)
+{
+    RunningProgram program(Command({"index"}), tree / "project", WithSlowCtags());
+    ASSERT_EQ(started.ReadLine(program.Process()), "runs");
+    ::kill(program.Process(), SIGINT);
+    const ProgramRun run = program.Wait();
+    EXPECT_EQ(run.signal, SIGINT) << run.errors;
+    EXPECT_THAT(run.errors, HasSubstr("what was parsed is kept for the next run"));
+    EXPECT_EQ(Run({"index", "--status"}).status, 1);
+    EXPECT_EQ(Run({"index"}).status, 0);
+    EXPECT_THAT(Run({"index", "--status"}).output, HasSubstr("files: 3\n"));
+}
+
 TEST_F(InterruptedIndex, IsShownByItsStatusWhileItRuns)
 {
     RunningProgram making(Command({"index"}), tree / "project", WithSlowCtags());

@@ -384,3 +384,22 @@ TEST_F(StoreTest, APartDoesNotReplaceACompleteState)
     EXPECT_EQ(store.Part({"/root", "*.c"}), nullptr);
     EXPECT_EQ(SegmentsIn(temp / "cache/index"), 1u);
 }
+
+TEST_F(StoreTest, ADamagedPartIsNotContinued)
+{
+    const std::string directory = temp / "cache/index";
+    {
+        const auto writer = Writer(store, true);
+        writer->Put("a.c", {1, 2, 3}, SourceOf({SymbolNamed("early", 7)}));
+        ASSERT_TRUE(writer->CommitPart());
+    }
+    for (const std::string& name : NamesIn(directory))
+        if (name.ends_with(".segment"))
+            std::filesystem::resize_file(directory + "/" + name, 100);
+    Store other(directory);
+    const auto writer = Writer(other, true);
+    EXPECT_EQ(other.Part({"/root", "*.c"}), nullptr);
+    writer->Put("b.c", {1, 2, 3}, SourceOf({SymbolNamed("late", 8)}));
+    ASSERT_TRUE(writer->Commit());
+    EXPECT_EQ(other.Current()->Totals().files, 1u);
+}

@@ -27,7 +27,8 @@ A server can make an index for all users of a project: --export writes it to a f
 
 Exit status: 0 all went well, 1 there is no index (--status, --remove) or it could not be
 made, 2 wrong usage, or a directory that cannot be used. An interrupted run ends by the
-signal; the index is then as before.
+signal; the index is then as before. What a first run has parsed is kept for the next one; a
+second signal ends it at once.
 
 Examples:
     wren index
