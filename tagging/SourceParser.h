@@ -47,6 +47,8 @@ public:
     explicit TextParser(const Settings& settings);
     ~TextParser();
 
+    void Stop(); // soon, and for good: whoever waits for ctags has an error. Any thread
+
     // 'path' is the file that the text belongs to, for its language; it need not exist. A crash or a hang of ctags is
     // an error, and leaves the parser usable. A 'language' counts more than the path, except for a header "x.h": these
     // may be of any language, so the text decides, and editors do not know better.

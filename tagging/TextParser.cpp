@@ -24,9 +24,10 @@ struct SettingsOfBoth {
 // What reads one text at a time.
 class Lane {
 public:
-    explicit Lane(const SettingsOfBoth& settings)
-        : reader(settings.all), c(settings.plain, Parser::C), cplusplus(settings.plain, Parser::Cplusplus),
-          localsOfC(settings.withLocals, Parser::C), localsOfCplusplus(settings.withLocals, Parser::Cplusplus)
+    Lane(const SettingsOfBoth& settings, int stop)
+        : reader(settings.all), c(settings.plain, Parser::C, stop), cplusplus(settings.plain, Parser::Cplusplus, stop),
+          localsOfC(settings.withLocals, Parser::C, stop),
+          localsOfCplusplus(settings.withLocals, Parser::Cplusplus, stop)
     {
     }
 
@@ -95,16 +96,24 @@ struct TextParser::Contents {
         return second.Parse(path, text, before, locals, language);
     }
 
+    void Stop() { stop.Cancel(); }
+
 private:
     const SettingsOfBoth settings;
+    base::CancelToken stop;
     std::mutex firstMutex;
-    Lane first{settings};
+    Lane first{settings, stop.Descriptor()};
     std::mutex secondMutex;
-    Lane second{settings};
+    Lane second{settings, stop.Descriptor()};
 };
 
 TextParser::TextParser(const Settings& settings) : contents(std::make_unique<Contents>(settings)) {}
 TextParser::~TextParser() = default;
+
+void TextParser::Stop()
+{
+    contents->Stop();
+}
 
 base::Result<std::unique_ptr<ParsedSource>> TextParser::Parse(const std::string& path, std::string_view text,
                                                               Locals locals, std::optional<Language> language)

@@ -1,6 +1,7 @@
 #include "tagging/SourceParser.h"
 #include "tagging/ctags/CtagsProgram.h"
 
+#include "tests/support/Fifo.h"
 #include "tests/support/StandInForCtags.h"
 #include "tests/support/TempDirectory.h"
 #include "tests/tagging/SymbolTexts.h"
@@ -199,6 +200,21 @@ TEST_F(TextParserTest, ReportsATextThatHangsCtagsAndServesTheNext)
     settings.ctags.timeLimit = 20;
     work.Write("well", "");
     EXPECT_TRUE(TextParser(settings).Parse("a.c", "int i;", Locals::No));
+}
+
+TEST_F(TextParserTest, StopsWhileCtagsHangs)
+{
+    const Fifo asked;
+    UseStandIn("*) echo asked >" + asked.Path() + "; sleep 1000;;\n");
+    settings.ctags.timeLimit = 1000;
+    TextParser parser(settings);
+    std::string problem;
+    std::thread waits([&] { problem = parser.Parse("a.c", "int i;", Locals::No).Failure().Message(); });
+    EXPECT_EQ(asked.ReadLine(::getpid()), "asked");
+    parser.Stop();
+    waits.join();
+    EXPECT_EQ(problem, "cannot parse a.c: cancelled");
+    EXPECT_FALSE(parser.Parse("a.c", "int i;", Locals::No));
 }
 
 TEST_F(TextParserTest, ReportsACtagsThatDoesNotStart)

@@ -57,7 +57,7 @@ int Server::Run()
 void Server::End()
 {
     CancelAll();
-    session->Close();
+    session->Stop();
     workers.WaitUntilIdle();
     longWorkers.WaitUntilIdle();
     session.reset(); // waits for the indexing, which ends what it shows of its progress

@@ -172,4 +172,11 @@ void Projects::Close()
         each->EndIndexing();
 }
 
+void Projects::Stop()
+{
+    Close();
+    for (const ProjectPointer& each : All())
+        each->Workspace().Parser().Stop();
+}
+
 } // namespace wren

@@ -49,6 +49,7 @@ public:
     std::vector<ProjectPointer> All() const;
 
     void Close(); // ends all indexing soon; does not wait
+    void Stop();  // the same, and what is being parsed for a question or ahead of one
 
 private:
     ProjectPointer At(const std::string& root, bool isIndexed); // under the lock

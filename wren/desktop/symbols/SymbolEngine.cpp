@@ -53,7 +53,7 @@ SymbolEngine::SymbolEngine(SymbolEngineOptions options, std::function<void()> wa
 
 SymbolEngine::~SymbolEngine()
 {
-    projects.Close();
+    projects.Stop();
     {
         const std::lock_guard lock(mutex);
         ends = true;

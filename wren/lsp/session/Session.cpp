@@ -44,7 +44,13 @@ Session::Session(SessionOptions given, Client& client, base::CancelToken& stop)
 
 Session::~Session()
 {
+    Stop();
+}
+
+void Session::Stop()
+{
     Close();
+    projects.Stop();
 }
 
 void Session::Tell(const std::string& problem)

@@ -39,6 +39,7 @@ public:
 
     void Initialize(const Json& params); // once, before anything else; throws a Failure
     void Close();                        // ends all indexing soon; does not wait
+    void Stop();                         // the same, and what questions wait for
 
     // Whether the notification is known. Throws a Failure.
     bool Take(std::string_view method, const Json& params);
