@@ -54,7 +54,7 @@ void ExpectSame(const Text& made, const Text& read)
     for (size_t line = 0; line < read.Lines(); ++line)
         ASSERT_EQ(made.LineStart(line), read.LineStart(line)) << line;
     for (unsigned line = 1; line <= read.Lines() + 1; ++line)
-        ASSERT_EQ(made.SourceLineStart(line), read.SourceLineStart(line)) << line;
+        ASSERT_EQ(made.Source().LineStart(line), read.Source().LineStart(line)) << line;
 }
 
 // Few letters, so that carriage returns and line feeds meet and part often.

@@ -3,12 +3,12 @@
 #include "resolve/Locals.h"
 #include "resolve/ParsedText.h"
 #include "symbols/store/Fuzzy.h"
-#include "wren/lsp/features/Comments.h"
 #include "wren/lsp/features/CompletionItems.h"
 #include "wren/lsp/features/IncludedFiles.h"
 #include "wren/lsp/features/TextPlace.h"
-#include "wren/lsp/session/DeclarationRange.h"
 #include "wren/lsp/session/Subject.h"
+#include "wren/symbols/Comments.h"
+#include "wren/symbols/DeclarationRange.h"
 #include "wren/symbols/NamedSymbols.h"
 #include "wren/symbols/ShownNames.h"
 
@@ -110,7 +110,7 @@ private:
     // The class of the member function around the place; "" for none.
     std::string ClassAround(const resolve::ParsedText& parsed) const
     {
-        const unsigned line = subject.Text().SourceLineAt(place.start);
+        const unsigned line = subject.Text().Source().LineAt(place.start);
         std::string scope;
         for (const Symbol& symbol : parsed.parsed->symbols)
             if (IsCallable(symbol.kind) && symbol.line <= line && line <= symbol.endLine)
@@ -255,7 +255,7 @@ std::string DocumentationOf(const Json& data, const RequestContext& context)
         symbol.name = name;
         symbol.line = line;
         symbol.kind = tagging::SymbolKind::Function;
-        return CommentOf(RangeOfDeclaration(symbol, subject.Text()), subject.Text());
+        return CommentOf(RangeOfDeclaration(symbol, subject.Text().Source()), subject.Text().Source());
     } catch (const Failure&) { // the file is gone
         return "";
     }

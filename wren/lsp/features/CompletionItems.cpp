@@ -1,7 +1,7 @@
 #include "wren/lsp/features/CompletionItems.h"
 
-#include "wren/lsp/features/Signatures.h"
 #include "wren/lsp/features/SymbolItems.h"
+#include "wren/symbols/Signatures.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 
 #include "resolve/ParsedText.h"
 #include "wren/lsp/features/SymbolItems.h"
-#include "wren/lsp/session/DeclarationRange.h"
 #include "wren/lsp/session/Subject.h"
+#include "wren/symbols/DeclarationRange.h"
 #include "wren/symbols/Outline.h"
 #include "wren/symbols/ShownNames.h"
 
@@ -74,9 +74,9 @@ private:
     // A body that only the parser has seen whole, by its last line, is part of the extent, too.
     Placed PlaceOf(const Symbol& symbol) const
     {
-        const DeclarationRange range = RangeOfDeclaration(symbol, text);
-        const size_t last = text.SourceLineStart(symbol.endLine) + text.SourceLine(symbol.endLine).size();
-        const bool isLonger = symbol.endLine > text.SourceLineAt(range.end);
+        const DeclarationRange range = RangeOfDeclaration(symbol, text.Source());
+        const size_t last = text.Source().LineStart(symbol.endLine) + text.Source().Line(symbol.endLine).size();
+        const bool isLonger = symbol.endLine > text.Source().LineAt(range.end);
         const Encoding encoding = subject.Encoding();
         return {text.RangeOf(range.start, isLonger ? last : range.end, encoding),
                 text.RangeOf(range.nameStart, range.nameEnd, encoding)};

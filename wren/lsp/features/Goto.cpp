@@ -2,6 +2,7 @@
 
 #include "wren/lsp/features/Meant.h"
 #include "wren/lsp/session/SymbolPlace.h"
+#include "wren/symbols/MeantPlaces.h"
 
 #include <algorithm>
 #include <string>
@@ -11,24 +12,6 @@ namespace wren::lsp {
 namespace {
 
 constexpr size_t kMostLocations = 100;
-
-using tagging::SymbolKind;
-
-bool IsTagDefinition(const resolve::Answer& answer)
-{
-    return answer.symbol.kind == SymbolKind::Struct || answer.symbol.kind == SymbolKind::Union ||
-           answer.symbol.kind == SymbolKind::Enum;
-}
-
-bool NamesItsTag(const symbols::Symbol& symbol)
-{
-    if (symbol.kind != SymbolKind::Typedef)
-        return false;
-    for (const std::string_view word : {"struct ", "union ", "enum "})
-        if (symbol.type.starts_with(word) && symbol.type.substr(word.size()) == symbol.name)
-            return true;
-    return false;
-}
 
 std::optional<SymbolPlace> TargetOf(const resolve::Answer& answer, const Subject& subject)
 {
@@ -74,16 +57,6 @@ private:
     const resolve::Place place;
 };
 
-// "typedef struct page page;" leads to the body of the structure.
-void FollowOwnTag(resolve::Answers& answers, const Asked& asked)
-{
-    if (answers.found.empty() || !NamesItsTag(answers.found.front().symbol))
-        return;
-    resolve::Answers type = asked.Resolver().TypeDefinition(asked.Place(), asked.Limits());
-    if (!type.found.empty() && IsTagDefinition(type.found.front()))
-        answers.found = std::move(type.found);
-}
-
 } // namespace
 
 Json Definition(const TextDocumentPositionParams& params, const RequestContext& context)
@@ -91,9 +64,7 @@ Json Definition(const TextDocumentPositionParams& params, const RequestContext& 
     const Asked asked(params, context);
     if (!asked.IsSource())
         return Json::array();
-    resolve::Answers answers = asked.Resolver().Definition(asked.Place(), asked.Limits());
-    KeepMeant(answers.found);
-    FollowOwnTag(answers, asked);
+    const resolve::Answers answers = MeantDefinition(asked.Resolver(), asked.Place(), asked.Limits());
     return asked.Locations(answers, "definition");
 }
 
@@ -102,8 +73,7 @@ Json Declaration(const TextDocumentPositionParams& params, const RequestContext&
     const Asked asked(params, context);
     if (!asked.IsSource())
         return Json::array();
-    resolve::Answers answers = asked.Resolver().Declaration(asked.Place(), asked.Limits());
-    KeepMeant(answers.found);
+    const resolve::Answers answers = MeantDeclaration(asked.Resolver(), asked.Place(), asked.Limits());
     return asked.Locations(answers, "declaration");
 }
 

@@ -4,20 +4,6 @@
 
 namespace wren::lsp {
 
-void KeepMeant(std::vector<resolve::Answer>& answers)
-{
-    std::erase_if(answers, [](const resolve::Answer& each) { return !each.isMeant; });
-    if (answers.empty() || answers.front().how == resolve::How::Name)
-        return;
-    if (answers.front().IsFile()) {
-        answers.erase(answers.begin() + 1, answers.end());
-        return;
-    }
-    // A macro and an enumeration are "definitions" whatever is asked for.
-    const bool wantsDefinitions = answers.front().symbol.isDefinition;
-    std::erase_if(answers, [&](const resolve::Answer& each) { return each.symbol.isDefinition != wantsDefinitions; });
-}
-
 ByteRange NameAt(const Text& text, size_t offset, const resolve::Answers& answers)
 {
     const std::string_view content = text.Content();

@@ -1,17 +1,11 @@
-// What the name at a place means, as several features need it.
+// The name at a place, as several features need it.
 #pragma once
 
 #include "wren/lsp/session/Subject.h"
 
-#include <optional>
 #include <string_view>
-#include <vector>
 
 namespace wren::lsp {
-
-// Leaves only what the place means most likely (see resolve::Answer::isMeant), and no declarations beside definitions
-// of the same name and scope, or the reverse. Of files that an #include may mean, the nearest.
-void KeepMeant(std::vector<resolve::Answer>& answers);
 
 struct ByteRange {
     size_t start = 0;

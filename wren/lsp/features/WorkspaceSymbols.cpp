@@ -2,7 +2,7 @@
 
 #include "symbols/store/Snapshot.h"
 #include "wren/lsp/features/SymbolItems.h"
-#include "wren/lsp/session/DeclarationRange.h"
+#include "wren/symbols/DeclarationRange.h"
 
 #include <algorithm>
 #include <map>
@@ -58,7 +58,7 @@ Range RangeIn(const Text* text, const tagging::Symbol& symbol, Encoding encoding
     const unsigned fromNull = std::max(symbol.line, 1u) - 1;
     if (text == nullptr)
         return {{fromNull, 0}, {fromNull, 0}};
-    const DeclarationRange range = RangeOfDeclaration(symbol, *text);
+    const DeclarationRange range = RangeOfDeclaration(symbol, text->Source());
     return text->RangeOf(range.nameStart, range.nameEnd, encoding);
 }
 

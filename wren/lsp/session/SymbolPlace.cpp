@@ -1,6 +1,6 @@
 #include "wren/lsp/session/SymbolPlace.h"
 
-#include "wren/lsp/session/DeclarationRange.h"
+#include "wren/symbols/DeclarationRange.h"
 
 namespace wren::lsp {
 
@@ -11,7 +11,7 @@ std::optional<SymbolPlace> PlaceOf(const symbols::Symbol& symbol, const std::str
     if (text == nullptr)
         return std::nullopt;
     const Encoding encoding = subject.Encoding();
-    const DeclarationRange range = RangeOfDeclaration(symbol, *text, name);
+    const DeclarationRange range = RangeOfDeclaration(symbol, text->Source(), name);
     return SymbolPlace{subject.UriOf(pathInIndex), text->RangeOf(range.nameStart, range.nameEnd, encoding),
                        text->RangeOf(range.start, range.end, encoding)};
 }

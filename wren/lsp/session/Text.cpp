@@ -61,7 +61,7 @@ unsigned CountUnits(std::string_view text, Encoding encoding)
 Text::Text(std::string given) : content(std::move(given)), starts{0}
 {
     if (!AddStarts(content, 0, content.size(), starts))
-        FindSourceStarts();
+        sourceStarts = SourceLineStarts(content);
 }
 
 // Lines before the changed ones begin where they did, those behind it are moved. Around the change, a "\r" and a "\n"
@@ -80,14 +80,7 @@ Text::Text(const Text& before, size_t start, size_t end, std::string_view replac
     for (size_t at = next + 1; at < before.starts.size(); ++at)
         starts.push_back(before.starts[at] + growth);
     if (!same || !before.sourceStarts.empty())
-        FindSourceStarts();
-}
-
-void Text::FindSourceStarts()
-{
-    sourceStarts.push_back(0);
-    for (size_t at = content.find('\n'); at != std::string::npos; at = content.find('\n', at + 1))
-        sourceStarts.push_back(at + 1);
+        sourceStarts = SourceLineStarts(content);
 }
 
 size_t Text::LineStart(size_t line) const
@@ -142,25 +135,6 @@ Position Text::PositionOf(size_t offset, Encoding encoding) const
 lsp::Range Text::RangeOf(size_t start, size_t end, Encoding encoding) const
 {
     return {PositionOf(start, encoding), PositionOf(end, encoding)};
-}
-
-unsigned Text::SourceLineAt(size_t offset) const
-{
-    return static_cast<unsigned>(LineOf(sourceStarts.empty() ? starts : sourceStarts, offset)) + 1;
-}
-
-size_t Text::SourceLineStart(unsigned line) const
-{
-    const std::vector<size_t>& all = sourceStarts.empty() ? starts : sourceStarts;
-    return line > 0 && line <= all.size() ? all[line - 1] : content.size();
-}
-
-std::string_view Text::SourceLine(unsigned line) const
-{
-    const size_t start = SourceLineStart(line);
-    const std::string_view rest = std::string_view(content).substr(start);
-    const std::string_view text = rest.substr(0, std::min(rest.find('\n'), rest.size()));
-    return text.ends_with('\r') ? text.substr(0, text.size() - 1) : text;
 }
 
 } // namespace wren::lsp

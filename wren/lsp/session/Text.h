@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wren/lsp/protocol/Types.h"
+#include "wren/symbols/SourceText.h"
 
 #include <cstddef>
 #include <memory>
@@ -38,14 +39,10 @@ public:
     Position PositionOf(size_t offset, Encoding encoding) const;
     lsp::Range RangeOf(size_t start, size_t end, Encoding encoding) const;
 
-    // Lines as the index counts them, from 1: a lone "\r" does not end one.
-    unsigned SourceLineAt(size_t offset) const;
-    size_t SourceLineStart(unsigned line) const;
-    std::string_view SourceLine(unsigned line) const; // without its break
+    // Lines as the index counts them. Borrows this text.
+    SourceText Source() const { return {content, sourceStarts.empty() ? starts : sourceStarts}; }
 
 private:
-    void FindSourceStarts();
-
     const std::string content;
     std::vector<size_t> starts;       // of lines
     std::vector<size_t> sourceStarts; // empty when they are the same

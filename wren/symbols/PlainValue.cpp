@@ -1,4 +1,4 @@
-#include "wren/lsp/features/PlainValue.h"
+#include "wren/symbols/PlainValue.h"
 
 #include "tagging/tokens/SourceTokens.h"
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
@@ -162,4 +162,4 @@ std::optional<long long> PlainValue(std::string_view expression)
     return Reader(expression).All();
 }
 
-} // namespace wren::lsp
+} // namespace wren

@@ -1,10 +1,10 @@
-#include "wren/lsp/features/Comments.h"
+#include "wren/symbols/Comments.h"
 
 #include <algorithm>
 #include <string_view>
 #include <vector>
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
@@ -45,10 +45,10 @@ std::string Joined(const std::vector<std::string_view>& lines)
 }
 
 // The lines of a comment that ends in the line before.
-std::vector<std::string_view> LinesBefore(const Text& text, unsigned line)
+std::vector<std::string_view> LinesBefore(const SourceText& text, unsigned line)
 {
     std::vector<std::string_view> lines;
-    const auto at = [&](unsigned number) { return WithoutBlanks(text.SourceLine(number)); };
+    const auto at = [&](unsigned number) { return WithoutBlanks(text.Line(number)); };
     unsigned first = line;
     if (line > 1 && at(line - 1).ends_with("*/")) {
         do
@@ -61,23 +61,23 @@ std::vector<std::string_view> LinesBefore(const Text& text, unsigned line)
             --first;
     }
     for (unsigned number = first; number < line; ++number)
-        lines.push_back(text.SourceLine(number));
+        lines.push_back(text.Line(number));
     return lines;
 }
 
-std::string Before(size_t start, const Text& text)
+std::string Before(size_t start, const SourceText& text)
 {
-    const unsigned line = text.SourceLineAt(start);
-    const size_t lineStart = text.SourceLineStart(line);
-    const std::string_view before = std::string_view(text.Content()).substr(lineStart, start - lineStart);
+    const unsigned line = text.LineAt(start);
+    const size_t lineStart = text.LineStart(line);
+    const std::string_view before = text.Content().substr(lineStart, start - lineStart);
     return WithoutBlanks(before).empty() ? Joined(LinesBefore(text, line)) : "";
 }
 
-std::string Behind(size_t end, const Text& text)
+std::string Behind(size_t end, const SourceText& text)
 {
-    const unsigned line = text.SourceLineAt(end);
-    std::string_view rest = text.SourceLine(line);
-    rest.remove_prefix(std::min(end - text.SourceLineStart(line), rest.size()));
+    const unsigned line = text.LineAt(end);
+    std::string_view rest = text.Line(line);
+    rest.remove_prefix(std::min(end - text.LineStart(line), rest.size()));
     rest.remove_prefix(std::min(rest.find_first_not_of(" \t,;)}"), rest.size()));
     if (!rest.starts_with("//") && !rest.starts_with("/*"))
         return "";
@@ -88,10 +88,10 @@ std::string Behind(size_t end, const Text& text)
 
 } // namespace
 
-std::string CommentOf(const DeclarationRange& declaration, const Text& text)
+std::string CommentOf(const DeclarationRange& declaration, const SourceText& text)
 {
     std::string before = Before(declaration.start, text);
     return before.empty() ? Behind(declaration.end, text) : before;
 }
 
-} // namespace wren::lsp
+} // namespace wren

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace wren::lsp {
+namespace wren {
 
 // The parts between the commas of the outer brackets, which are "(" and ")" or "<" and ">"; none for "(void)".
 std::vector<std::string_view> ParametersOf(std::string_view signature);
@@ -15,4 +15,4 @@ bool IsVariadic(std::string_view parameter); // "...", "args...", "Types ... typ
 // For comparing declarations: without name, default value and blanks.
 std::string TypeOfParameter(std::string_view parameter);
 
-} // namespace wren::lsp
+} // namespace wren

@@ -1,4 +1,4 @@
-#include "wren/lsp/session/DeclarationRange.h"
+#include "wren/symbols/DeclarationRange.h"
 
 #include "base/Identifier.h"
 #include "tagging/tokens/SourceTokens.h"
@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
@@ -42,7 +42,7 @@ bool IsInList(Kind kind) // ends before a comma
            kind == Kind::MacroParameter;
 }
 
-bool IsObjectiveCContainer(Kind kind)
+bool EndsWithAtEnd(Kind kind)
 {
     return kind == Kind::Interface || kind == Kind::Implementation || kind == Kind::Protocol || kind == Kind::Category;
 }
@@ -102,12 +102,12 @@ std::optional<size_t> FindName(std::string_view line, const tagging::Symbol& sym
 }
 
 // The line with the name: the symbol's, or the nearest one.
-unsigned LineOf(const tagging::Symbol& symbol, const Text& text)
+unsigned LineOf(const tagging::Symbol& symbol, const SourceText& text)
 {
     for (unsigned far = 0; far <= kFarthest; ++far) {
-        if (FindName(text.SourceLine(symbol.line + far), symbol))
+        if (FindName(text.Line(symbol.line + far), symbol))
             return symbol.line + far;
-        if (far > 0 && symbol.line > far && FindName(text.SourceLine(symbol.line - far), symbol))
+        if (far > 0 && symbol.line > far && FindName(text.Line(symbol.line - far), symbol))
             return symbol.line - far;
     }
     return symbol.line;
@@ -131,19 +131,19 @@ bool EndsBefore(std::string_view line)
 }
 
 // Where the code begins that can belong to the declaration on this line.
-size_t HeadBegin(const Text& text, unsigned line, Kind kind)
+size_t HeadBegin(const SourceText& text, unsigned line, Kind kind)
 {
     unsigned first = line;
-    while (first > 1 && line - first < kLongestHead && !EndsBefore(text.SourceLine(first - 1)) &&
-           !(IsInList(kind) && Trimmed(text.SourceLine(first - 1)).ends_with(',')))
+    while (first > 1 && line - first < kLongestHead && !EndsBefore(text.Line(first - 1)) &&
+           !(IsInList(kind) && Trimmed(text.Line(first - 1)).ends_with(',')))
         --first;
-    return text.SourceLineStart(first);
+    return text.LineStart(first);
 }
 
 // The first token of the declaration, of those between 'begin' and its name.
-size_t StartOf(const Text& text, size_t begin, size_t name, Kind kind)
+size_t StartOf(const SourceText& text, size_t begin, size_t name, Kind kind)
 {
-    const std::string_view head = std::string_view(text.Content()).substr(begin, name - begin);
+    const std::string_view head = text.Content().substr(begin, name - begin);
     size_t start = name;
     bool isNext = true;    // the next token is the first one
     bool isAccess = false; // "public" before it
@@ -200,28 +200,28 @@ std::optional<size_t> EndFrom(std::string_view content, size_t name, Kind kind)
     return body ? body : count < kMostTokens ? last : std::nullopt;
 }
 
-size_t EndOfLastToken(const Text& text, unsigned line)
+size_t EndOfLastToken(const SourceText& text, unsigned line)
 {
-    const size_t start = text.SourceLineStart(line);
-    const std::vector<Token> tokens = TokensOf(text.SourceLine(line));
+    const size_t start = text.LineStart(line);
+    const std::vector<Token> tokens = TokensOf(text.Line(line));
     if (tokens.empty())
-        return start + text.SourceLine(line).size();
+        return start + text.Line(line).size();
     return static_cast<size_t>(tokens.back().text.data() - text.Content().data()) + tokens.back().text.size();
 }
 
-size_t EndOfDirective(const Text& text, unsigned line)
+size_t EndOfDirective(const SourceText& text, unsigned line)
 {
-    while (text.SourceLine(line).ends_with('\\'))
+    while (text.Line(line).ends_with('\\'))
         ++line;
     return EndOfLastToken(text, line);
 }
 
-size_t EndOf(const Text& text, const tagging::Symbol& symbol, unsigned line, size_t name)
+size_t EndOf(const SourceText& text, const tagging::Symbol& symbol, unsigned line, size_t name)
 {
     if (symbol.kind == Kind::Macro)
         return EndOfDirective(text, line);
     const std::string_view content = text.Content();
-    if (IsObjectiveCContainer(symbol.kind)) {
+    if (EndsWithAtEnd(symbol.kind)) {
         const size_t end = content.find("@end", name);
         return end == std::string_view::npos ? EndOfLastToken(text, line) : end + 4;
     }
@@ -249,11 +249,11 @@ std::string_view ShownName(const tagging::Symbol& symbol)
                : symbol.name;
 }
 
-DeclarationRange RangeOfDeclaration(const tagging::Symbol& symbol, const Text& text, std::optional<size_t> known)
+DeclarationRange RangeOfDeclaration(const tagging::Symbol& symbol, const SourceText& text, std::optional<size_t> known)
 {
-    const unsigned line = known ? text.SourceLineAt(*known) : LineOf(symbol, text);
-    const std::string_view content = text.SourceLine(line);
-    const size_t lineStart = text.SourceLineStart(line);
+    const unsigned line = known ? text.LineAt(*known) : LineOf(symbol, text);
+    const std::string_view content = text.Line(line);
+    const size_t lineStart = text.LineStart(line);
     const std::optional<size_t> name = known ? *known - lineStart : FindName(content, symbol);
     DeclarationRange range;
     range.nameStart = lineStart + name.value_or(std::min(content.find_first_not_of(" \t"), content.size()));
@@ -268,4 +268,4 @@ DeclarationRange RangeOfDeclaration(const tagging::Symbol& symbol, const Text& t
     return range;
 }
 
-} // namespace wren::lsp
+} // namespace wren

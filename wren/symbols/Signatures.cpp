@@ -1,12 +1,12 @@
-#include "wren/lsp/features/Signatures.h"
+#include "wren/symbols/Signatures.h"
 
 #include "base/Identifier.h"
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
-std::string_view Trimmed(std::string_view text)
+std::string_view Stripped(std::string_view text)
 {
     const size_t first = text.find_first_not_of(" \t");
     return first == std::string_view::npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
@@ -24,7 +24,7 @@ std::vector<std::string_view> ParametersOf(std::string_view signature)
         const char letter = signature[at];
         const bool isEnd = depth == 1 && letter == last;
         if (isEnd || (depth == 1 && letter == ',')) {
-            parameters.push_back(Trimmed(signature.substr(start, at - start)));
+            parameters.push_back(Stripped(signature.substr(start, at - start)));
             start = at + 1;
         }
         if (isEnd)
@@ -44,11 +44,11 @@ bool IsVariadic(std::string_view parameter)
 
 std::string TypeOfParameter(std::string_view parameter)
 {
-    parameter = Trimmed(parameter.substr(0, parameter.find('=')));
+    parameter = Stripped(parameter.substr(0, parameter.find('=')));
     size_t end = parameter.size();
     while (end > 0 && base::IsIdentifierCharacter(parameter[end - 1]))
         --end;
-    const std::string_view rest = Trimmed(parameter.substr(0, end));
+    const std::string_view rest = Stripped(parameter.substr(0, end));
     const bool isName = !rest.empty() && end < parameter.size() && rest != "const" && rest != "struct" &&
                         rest != "unsigned" && !rest.ends_with(':');
     std::string type;
@@ -58,4 +58,4 @@ std::string TypeOfParameter(std::string_view parameter)
     return type;
 }
 
-} // namespace wren::lsp
+} // namespace wren

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string_view>
 
-namespace wren::lsp {
+namespace wren {
 
 // Of an expression of whole numbers, "(1 << 4) | 0x3"; nullopt for anything else, and when it does not fit.
 std::optional<long long> PlainValue(std::string_view expression);
 
-} // namespace wren::lsp
+} // namespace wren

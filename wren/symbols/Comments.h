@@ -1,15 +1,15 @@
 // The comment that describes a declaration.
 #pragma once
 
-#include "wren/lsp/session/DeclarationRange.h"
-#include "wren/lsp/session/Text.h"
+#include "wren/symbols/DeclarationRange.h"
+#include "wren/symbols/SourceText.h"
 
 #include <string>
 
-namespace wren::lsp {
+namespace wren {
 
 // In front of it without an empty line between, or else behind it on its last line; without the comment's own signs.
 // "" for none.
-std::string CommentOf(const DeclarationRange& declaration, const Text& text);
+std::string CommentOf(const DeclarationRange& declaration, const SourceText& text);
 
-} // namespace wren::lsp
+} // namespace wren
