@@ -35,6 +35,7 @@ PreferenceValues NothingAsByDefault()
     values.command = PreferenceValues::Modifier::Alt;
     values.option = PreferenceValues::Modifier::Super;
     values.lookupClick = PreferenceValues::LookupClick::Control;
+    values.jumpsByMeaning = false;
     values.keys = {{"SymbolCompletion", "Ctrl+Space"}, {"DeclarationLookup", "F3"}, {"Mine", "Ctrl+,"}};
     return values;
 }
@@ -58,6 +59,43 @@ TEST(Preferences, BindTheseKeysByDefault)
                                            {"GoForward", "Alt+Right"}}));
 }
 
+TEST(Preferences, LeaveF12ToMeaningsWhereNamesAreUnderstood)
+{
+    const struct {
+        const char* why;
+        bool understandsNames;
+        std::vector<const char*> lines;
+        const char* declaration; // the keys of the plug-in's lookups; "" for none
+        const char* definition;
+    } kCases[] = {
+        {"the plug-in alone", false, {}, "F12", "Ctrl+F12"},
+        {"names are understood", true, {}, "Alt+F12", "Alt+Shift+F12"},
+        {"the user gives it back", true, {"WrenJumpByMeaning off"}, "F12", "Ctrl+F12"},
+        {"a chosen key stays", true, {"WrenKeys DeclarationLookup=F12"}, "F12", "Alt+Shift+F12"},
+        {"a chosen key stays when F12 is given back",
+         true,
+         {"WrenKeys DefinitionLookup=F3", "WrenJumpByMeaning off"},
+         "F12",
+         "F3"},
+        {"a removed key stays away", true, {"WrenKeys DefinitionLookup="}, "Alt+F12", ""},
+    };
+    for (const auto& each : kCases) {
+        Preferences preferences(each.understandsNames);
+        std::string error;
+        for (const char* line : each.lines)
+            EXPECT_TRUE(preferences.Take(line, &error)) << line << error;
+        const auto keyOf = [&](const std::string& command) {
+            for (const auto& [name, key] : preferences.Values().keys)
+                if (name == command)
+                    return key;
+            return std::string();
+        };
+        EXPECT_EQ(keyOf("DeclarationLookup"), each.declaration) << each.why;
+        EXPECT_EQ(keyOf("DefinitionLookup"), each.definition) << each.why;
+        EXPECT_THAT(preferences.Lines(), ::testing::UnorderedElementsAreArray(each.lines)) << each.why;
+    }
+}
+
 TEST(Preferences, StoreALineForEachChangedValue)
 {
     Preferences preferences;
@@ -66,6 +104,7 @@ TEST(Preferences, StoreALineForEachChangedValue)
                 ElementsAre("WrenFont DejaVu Sans Mono", "WrenFontSize 72", "WrenTabWidth 1", "WrenIndentWithTabs on",
                             "WrenWrapLines on", "WrenShowBlanks on", "WrenColours dark", "WrenRestoreSession off",
                             "WrenModifiers command=alt control=control option=super", "WrenLookupClick control",
+                            "WrenJumpByMeaning off",
                             "WrenKeys SymbolCompletion=Ctrl+Space DeclarationLookup=F3 DefinitionLookup= GoBack= "
                             "GoForward= Mine=Ctrl+%2C"));
     std::set<std::string> names;

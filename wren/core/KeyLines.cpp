@@ -157,11 +157,25 @@ std::string ReadCommand(const std::string& word, CommandKeys* keys)
 
 } // namespace
 
-CommandKeys DefaultKeys()
+CommandKeys DefaultKeys(bool byMeaning)
 {
-    return {{"SymbolCompletion", "Ctrl+."}, {"SymbolCompletion", "Ctrl+Space"},
-            {"DeclarationLookup", "F12"},   {"DefinitionLookup", "Ctrl+F12"},
-            {"GoBack", "Alt+Left"},         {"GoForward", "Alt+Right"}};
+    return {{"SymbolCompletion", "Ctrl+."},
+            {"SymbolCompletion", "Ctrl+Space"},
+            {"DeclarationLookup", byMeaning ? "Alt+F12" : "F12"},
+            {"DefinitionLookup", byMeaning ? "Alt+Shift+F12" : "Ctrl+F12"},
+            {"GoBack", "Alt+Left"},
+            {"GoForward", "Alt+Right"}};
+}
+
+CommandKeys WithDefaults(const CommandKeys& keys, bool fromByMeaning, bool toByMeaning)
+{
+    CommandKeys changed;
+    for (const std::string& command : AllCommands(keys)) {
+        const bool hasDefault = KeysOf(keys, command) == KeysOf(DefaultKeys(fromByMeaning), command);
+        for (const std::string& key : KeysOf(hasDefault ? DefaultKeys(toByMeaning) : keys, command))
+            changed.emplace_back(command, key);
+    }
+    return changed;
 }
 
 bool IsKey(const std::string& text)
@@ -176,9 +190,9 @@ bool IsForTexts(const std::string& key)
     return IsKey(key) && !stroke.asShortcut && !IsFunctionKey(stroke.key) && !IsAmong(kFreeKeys, stroke.key);
 }
 
-std::string ReadKeys(const std::string& text, CommandKeys* keys)
+std::string ReadKeys(const std::string& text, CommandKeys* keys, bool byMeaning)
 {
-    CommandKeys read = DefaultKeys();
+    CommandKeys read = DefaultKeys(byMeaning);
     for (const std::string& word : SplitAtBlanks(text))
         if (std::string problem = ReadCommand(word, &read); !problem.empty())
             return problem;
@@ -186,12 +200,12 @@ std::string ReadKeys(const std::string& text, CommandKeys* keys)
     return "";
 }
 
-std::string WrittenKeys(const CommandKeys& keys)
+std::string WrittenKeys(const CommandKeys& keys, bool byMeaning)
 {
     std::string text;
     for (const std::string& command : AllCommands(keys)) {
         const Texts own = KeysOf(keys, command);
-        if (own == KeysOf(DefaultKeys(), command))
+        if (own == KeysOf(DefaultKeys(byMeaning), command))
             continue;
         text += (text.empty() ? "" : " ") + Encoded(command) + "=";
         for (size_t i = 0; i < own.size(); ++i)

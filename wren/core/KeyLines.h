@@ -9,7 +9,11 @@ namespace wren {
 
 using CommandKeys = std::vector<std::pair<std::string, std::string>>; // like PreferenceValues::keys
 
-CommandKeys DefaultKeys();
+// byMeaning: F12 and Control-F12 are left to what goes to a name's meaning, and the plug-in's lookups have other keys.
+CommandKeys DefaultKeys(bool byMeaning = false);
+
+// The keys with the commands that have their defaults of one sort given those of the other.
+CommandKeys WithDefaults(const CommandKeys& keys, bool fromByMeaning, bool toByMeaning);
 
 // Whether the text is a key, alone or after "Ctrl+", "Shift+", "Alt+" and "Meta+".
 bool IsKey(const std::string& text);
@@ -20,10 +24,10 @@ bool IsForTexts(const std::string& key);
 
 // Replaces the default keys of the commands that the text names ("DeclarationLookup=F12 GoBack="). Returns the part
 // that is invalid, with '*keys' unchanged, or "".
-std::string ReadKeys(const std::string& text, CommandKeys* keys);
+std::string ReadKeys(const std::string& text, CommandKeys* keys, bool byMeaning = false);
 
 // The commands with keys other than the default; ReadKeys() turns it back into InOrder(keys).
-std::string WrittenKeys(const CommandKeys& keys);
+std::string WrittenKeys(const CommandKeys& keys, bool byMeaning = false);
 
 // The same keys, commands with default keys first, and no key twice for a command.
 CommandKeys InOrder(const CommandKeys& keys);

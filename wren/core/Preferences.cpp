@@ -95,6 +95,15 @@ std::string WrittenSwitch(const Values& values)
     return WordFor(kSwitch, values.*kMember);
 }
 
+// The keys may have been read before.
+std::string ReadJumps(const std::string& text, Values* values)
+{
+    const bool before = values->HasMeaningKeys();
+    std::string problem = ReadSwitch<&Values::jumpsByMeaning>(text, values);
+    values->keys = WithDefaults(values->keys, before, values->HasMeaningKeys());
+    return problem;
+}
+
 // Modifiers
 
 constexpr Word<Values::Modifier Values::*> kRoles[] = {
@@ -150,8 +159,10 @@ const Form kForms[] = {
     {"WrenLookupClick",
      [](const std::string& text, Values* values) { return ReadWord(kClicks, text, &values->lookupClick); },
      [](const Values& values) { return WordFor(kClicks, values.lookupClick); }},
-    {"WrenKeys", [](const std::string& text, Values* values) { return ReadKeys(text, &values->keys); },
-     [](const Values& values) { return WrittenKeys(values.keys); }},
+    {"WrenJumpByMeaning", ReadJumps, WrittenSwitch<&Values::jumpsByMeaning>},
+    {"WrenKeys",
+     [](const std::string& text, Values* values) { return ReadKeys(text, &values->keys, values->HasMeaningKeys()); },
+     [](const Values& values) { return WrittenKeys(values.keys, values.HasMeaningKeys()); }},
 };
 
 // The text behind the name, without the blanks around it.
@@ -163,6 +174,12 @@ std::string ValueIn(const std::string& line)
 }
 
 } // namespace
+
+Preferences::Preferences(bool understandsNames)
+{
+    values.understandsNames = understandsNames;
+    values.keys = DefaultKeys(values.HasMeaningKeys());
+}
 
 void Preferences::Set(const PreferenceValues& chosen)
 {

@@ -24,6 +24,7 @@ namespace wren {
 //     WrenRestoreSession off
 //     WrenModifiers command=alt control=control option=super
 //     WrenLookupClick control
+//     WrenJumpByMeaning off
 //     WrenKeys DeclarationLookup=F3 DefinitionLookup= GoBack=Alt+Left,Ctrl+%2C
 //
 // A name missing from WrenModifiers or WrenKeys keeps its default. A command in WrenKeys has only the listed keys; an
@@ -52,6 +53,11 @@ struct PreferenceValues {
     Modifier option = Modifier::Alt;
     LookupClick lookupClick = LookupClick::Alt;
 
+    // Where names are understood, F12 and Control-F12 go to what a name means; else they are the plug-in's.
+    bool jumpsByMeaning = true;
+    bool understandsNames = false; // in this session; not stored
+    bool HasMeaningKeys() const { return understandsNames && jumpsByMeaning; }
+
     // A command and one of its keys, in the notation of menus ("Ctrl+.", "F12"). A command may have several keys: menus
     // and the plug-in get the first. A command without keys is not listed. A key of two commands runs the one listed
     // first.
@@ -63,6 +69,8 @@ struct PreferenceValues {
 // Document thread.
 class Preferences : public OwnSettings {
 public:
+    explicit Preferences(bool understandsNames = false);
+
     const PreferenceValues& Values() const { return values; }
     void Set(const PreferenceValues& chosen); // sorts the keys in the order of a later read
 

@@ -52,9 +52,9 @@ std::unique_ptr<PluginBundle> LoadBundle(const std::string& directory, Warnings*
 // --------------------------------------------------------------------------------------------------- Making and ending
 
 Editor::Editor(const DesktopOptions& options)
-    : restoresSession(options.restoresSession), display(std::make_unique<QtDisplay>()),
-      loop(std::make_unique<GuiLoop>(*display)), warnings(std::make_unique<Warnings>()),
-      bundle(LoadBundle(options.bundle, warnings.get())),
+    : preferences(options.understandsNames), restoresSession(options.restoresSession),
+      display(std::make_unique<QtDisplay>()), loop(std::make_unique<GuiLoop>(*display)),
+      warnings(std::make_unique<Warnings>()), bundle(LoadBundle(options.bundle, warnings.get())),
       window(std::make_unique<MainWindow>(ReadIcns(bundle->Directory()->path + kIcon)))
 {
     window->Button().setEnabled(!bundle->IsNothing());

@@ -59,6 +59,7 @@ EditorMenus::EditorMenus(const Parts& parts) : parts(parts)
 
 void EditorMenus::BindKeys(const std::vector<std::pair<std::string, std::string>>& keys)
 {
+    ShareKeysWithPlugin();
     std::map<std::string, Keys> byCommand;
     Keys taken;
     for (const auto& [command, key] : keys) {
@@ -73,6 +74,18 @@ void EditorMenus::BindKeys(const std::vector<std::pair<std::string, std::string>
         Keys left = usual;
         left.removeIf([&taken](const QKeySequence& key) { return taken.contains(key); });
         action->setShortcuts(left);
+    }
+}
+
+// The keys that the plug-in's lookups do not have by default (see DefaultKeys).
+void EditorMenus::ShareKeysWithPlugin()
+{
+    const bool byMeaning = parts.actions.preferences.Values().HasMeaningKeys();
+    for (auto& [action, usual] : usualKeys) {
+        if (action == definition)
+            usual = {QKeySequence(byMeaning ? tr("F12") : tr("Alt+F12"))};
+        else if (action == declaration)
+            usual = {QKeySequence(byMeaning ? tr("Ctrl+F12") : tr("Alt+Shift+F12"))};
     }
 }
 
@@ -167,9 +180,8 @@ void EditorMenus::FillGo(QMenu* menu)
 void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)
 {
     menu->addSeparator();
-    Add(menu, tr("&Definition"), "", {QKeySequence(tr("Alt+F12"))}, [&symbols] { symbols.GoTo(Wanted::Definition); });
-    Add(menu, tr("De&claration"), "", {QKeySequence(tr("Alt+Shift+F12"))},
-        [&symbols] { symbols.GoTo(Wanted::Declaration); });
+    definition = Add(menu, tr("&Definition"), "", {}, [&symbols] { symbols.GoTo(Wanted::Definition); });
+    declaration = Add(menu, tr("De&claration"), "", {}, [&symbols] { symbols.GoTo(Wanted::Declaration); });
     Add(menu, tr("&Implementations"), "", {}, [&symbols] { symbols.GoTo(Wanted::Implementations); });
     Add(menu, tr("&References"), "", {QKeySequence(tr("Shift+F12"))}, [&symbols] { symbols.ListReferences(); });
     Add(menu, tr("Ne&xt Match"), "", {QKeySequence(tr("F4"))}, [&symbols] { symbols.Step(false); });

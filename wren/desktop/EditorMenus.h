@@ -49,6 +49,7 @@ private:
     void FillEdit(QMenu* menu);
     void FillSearch(QMenu* menu);
     void FillGo(QMenu* menu);
+    void ShareKeysWithPlugin();
     void FillMeanings(QMenu* menu, SymbolActions& symbols);
     void FillView(QMenu* menu);
     void AddOutline(QMenu* menu, SymbolActions& symbols);
@@ -80,6 +81,8 @@ private:
     QAction* copy = nullptr;
     QAction* runLines = nullptr;
     QAction* stop = nullptr;
+    QAction* definition = nullptr; // these two are null where names are not understood
+    QAction* declaration = nullptr;
 };
 
 } // namespace wren

@@ -36,11 +36,14 @@ void PreferenceActions::Open()
     const std::unique_ptr<PreferencesDialog> dialog = MakeDialog();
     if (menuKeys)
         dialog->SetMenuKeys(menuKeys());
-    connect(dialog.get(), &PreferencesDialog::Changed, this, [this](const PreferenceValues& values) {
-        preferences.Set(values);
-        Apply();
-        settings.Changed();
-    });
+    connect(dialog.get(), &PreferencesDialog::Changed, this,
+            [this, dialog = dialog.get()](const PreferenceValues& values) {
+                preferences.Set(values);
+                Apply();
+                settings.Changed();
+                if (menuKeys)
+                    dialog->SetMenuKeys(menuKeys());
+            });
     // The plug-in's panels send what the user sets as messages, and the loop lets those through.
     connect(&loop, &GuiLoop::Woke, dialog.get(), [this] { settings.Changed(); });
     dialog->exec();

@@ -161,16 +161,42 @@ bool SymbolActions::IsIdle() const
 
 void SymbolActions::Heard(const FoundPlaces& places, Wanted wanted, const std::string& name)
 {
-    if (places.found.empty()) {
-        beep();
-        const QString noun = NounOf(wanted, true);
-        return Say(name.empty() ? tr("There is no name at the caret.")
-                                : tr("No %1 of \u201c%2\u201d was found.").arg(noun, Shown(name)));
-    }
+    if (places.found.empty())
+        return SayNotFound(wanted, name);
+    const QString shown = Shown(places.name);
+    if (places.isOnlyDeclared)
+        Say(tr("\u201c%1\u201d is only declared: no definition was found.").arg(shown));
     if (places.found.size() > 1 || !places.isSure)
         return List(places, wanted);
     const FoundPlace& only = places.found.front();
-    parts.places.OpenMatch(only.path, only.line, only.column);
+    const Document* document = parts.host.Current();
+    if (document != nullptr && PathOf(*document) == only.path &&
+        document->LineAt(parts.window.Tabs().CurrentView()->Caret()) + 1 == only.line)
+        Say(tr("\u201c%1\u201d stands here; no other place declares or defines it.").arg(shown));
+    Land(only);
+}
+
+void SymbolActions::SayNotFound(Wanted wanted, const std::string& name)
+{
+    if (name.empty())
+        return Say(tr("There is no name at the caret."));
+    if (!CodeLexer::IsCode(CurrentPath()))
+        return Say(tr("Names are understood in C, C++ and Objective-C."));
+    QString text = tr("No %1 of \u201c%2\u201d was found in this text, its project and the system's headers.")
+                       .arg(NounOf(wanted, true), Shown(name));
+    if (!engine.Activity().empty())
+        text += ' ' + tr("The index is still being made.");
+    Say(text);
+}
+
+void SymbolActions::Land(const FoundPlace& place)
+{
+    parts.places.OpenMatch(place.path, place.line, place.column);
+    const Document* document = parts.host.Current();
+    if (place.column > 0 && document != nullptr && PathOf(*document) == place.path) {
+        CodeView& view = *parts.window.Tabs().CurrentView();
+        mark.Show(view, view.Caret(), static_cast<long>(place.nameSize));
+    }
 }
 
 void SymbolActions::List(const FoundPlaces& places, Wanted wanted)
@@ -183,6 +209,8 @@ void SymbolActions::List(const FoundPlaces& places, Wanted wanted)
     Matches().Add(places.found);
     Matches().End(places.more);
     Matches().TakeKeyboard();
+    if (places.more)
+        Say(tr("The list ends after %1 places; there are more.").arg(places.found.size()));
 }
 
 void SymbolActions::Step(bool backwards)
@@ -209,7 +237,7 @@ MatchesPanel& SymbolActions::Matches()
     matches = new MatchesPanel(&parts.window);
     parts.window.addDockWidget(Qt::BottomDockWidgetArea, matches);
     connect(matches, &MatchesPanel::Chosen, this, [this](const FoundPlace& place) {
-        parts.places.OpenMatch(place.path, place.line, place.column);
+        Land(place);
         GiveKeyboardBack();
     });
     connect(matches, &MatchesPanel::Left, this, &SymbolActions::GiveKeyboardBack);
@@ -240,7 +268,9 @@ void SymbolActions::Choose(const PaletteItem& item, long line)
         return;
     const long start = document->LineStart(item.line - 1); // the index knows only lines
     const std::string text = document->Text(start, document->LineEnd(item.line - 1));
-    view->GoTo(start + static_cast<long>(NameColumn(text, item.name.substr(0, item.name.find(':')))) - 1);
+    const std::string word = item.name.substr(0, item.name.find(':'));
+    view->GoTo(start + static_cast<long>(NameColumn(text, word)) - 1);
+    mark.Show(*view, view->Caret(), static_cast<long>(word.size()));
 }
 
 void SymbolActions::GoToSymbol()

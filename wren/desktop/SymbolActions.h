@@ -1,6 +1,7 @@
 // Going to what a name means, and to symbols and files by a few letters.
 #pragma once
 
+#include "wren/desktop/editor/LandingMark.h"
 #include "wren/desktop/state/QuietTimer.h"
 #include "wren/desktop/symbols/PaletteQuestions.h"
 #include "wren/desktop/symbols/PlaceQuestions.h"
@@ -75,6 +76,8 @@ private:
     void Feed();
     void AskOutline();
     void Heard(const FoundPlaces& places, Wanted wanted, const std::string& name);
+    void SayNotFound(Wanted wanted, const std::string& name);
+    void Land(const FoundPlace& place);
     void List(const FoundPlaces& places, Wanted wanted);
     void Choose(const PaletteItem& item, long line);
     void Say(const QString& text);
@@ -86,7 +89,8 @@ private:
     std::set<long> changed; // documents whose text the engine does not know yet
     QuietTimer pause;
     std::shared_ptr<FileNames> names; // used by one question at a time
-    MatchesPanel* matches = nullptr;  // made when they are needed
+    LandingMark mark;
+    MatchesPanel* matches = nullptr; // made when they are needed
     Palette* palette = nullptr;
     OutlinePanel* outline = nullptr;
 };

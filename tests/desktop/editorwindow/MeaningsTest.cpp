@@ -1,5 +1,4 @@
-#include "tests/desktop/editorwindow/EditorStory.h"
-#include "wren/core/Host.h"
+#include "tests/desktop/editorwindow/MeaningsStory.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/symbols/MatchesModel.h"
 #include "wren/desktop/symbols/MatchesPanel.h"
@@ -17,38 +16,8 @@ using ::testing::IsEmpty;
 
 namespace {
 
-// A project whose names are understood; the system has no headers.
-class Meanings : public EditorStory {
+class Meanings : public MeaningsStory {
 protected:
-    Meanings()
-    {
-        understandsNames = true;
-        home.Write("project/.git/HEAD", "ref: refs/heads/main\n");
-        home.Write("project/shapes.h", "class Shape {\npublic:\n    void Paint();\n    int Area() const;\n};\n"
-                                       "class Text {\npublic:\n    void Paint();\n};\n");
-        home.Write("project/shapes.cpp", "#include \"shapes.h\"\nvoid Shape::Paint() {}\n"
-                                         "int Shape::Area() const { return 1; }\nvoid Text::Paint() {}\n");
-    }
-    // The caret is at "|".
-    void StartAt(std::string text)
-    {
-        const size_t caret = text.find('|');
-        text.erase(caret, 1);
-        Start({home.Write("project/draw.cpp", text)});
-        View().GoTo(static_cast<long>(caret));
-        ASSERT_TRUE(Until([this] { return Symbols().Engine().Updates() > 0; })) << "the index was made";
-    }
-    void Answered()
-    {
-        ASSERT_TRUE(Until([this] { return Symbols().IsIdle(); }));
-        Settle();
-    }
-    void Ask(const char* keys)
-    {
-        Press(keys);
-        Answered();
-    }
-    wren::SymbolActions& Symbols() { return *TheEditor().Actions().symbols; }
     wren::Palette& Palette() { return Symbols().ThePalette(); }
     QLineEdit& Field() { return *Palette().findChild<QLineEdit*>(); }
     // Types letters into the palette until it lists something: what an index has comes when it is there.
@@ -60,14 +29,6 @@ protected:
         for (const wren::PaletteItem& item : Palette().Items())
             offered.push_back(item.detail + "|" + item.name + "|" + item.where);
         return offered;
-    }
-    // The tab, the line and the column, from 1, where the user is.
-    std::string Place()
-    {
-        const wren::Document& document = *TheEditor().TheHost().Current();
-        const long line = document.LineAt(View().Caret());
-        return CurrentTab() + ":" + std::to_string(line + 1) + ":" +
-               std::to_string(View().Caret() - document.LineStart(line) + 1);
     }
     std::vector<std::string> Listed()
     {
@@ -84,7 +45,7 @@ protected:
 TEST_F(Meanings, TheDefinitionOfAMemberIsThatOfItsReceiversClass)
 {
     StartAt("#include \"shapes.h\"\nvoid Draw(Text& text)\n{\n    text.Pa|int();\n}\n");
-    Ask("Alt+F12");
+    Ask("F12");
     EXPECT_EQ(Place(), "shapes.cpp:4:12");
     Press("Alt+Left");
     EXPECT_EQ(Place(), "draw.cpp:4:12");
@@ -93,7 +54,7 @@ TEST_F(Meanings, TheDefinitionOfAMemberIsThatOfItsReceiversClass)
 TEST_F(Meanings, TheDeclarationIsInTheHeader)
 {
     StartAt("#include \"shapes.h\"\nvoid Draw(Text& text)\n{\n    text.Pa|int();\n}\n");
-    Ask("Alt+Shift+F12");
+    Ask("Ctrl+F12");
     EXPECT_EQ(Place(), "shapes.h:8:10");
 }
 
@@ -101,7 +62,7 @@ TEST_F(Meanings, ALocalThatWasJustTypedIsFound)
 {
     StartAt("void Draw()\n{\n|}\n");
     Type("int radius = 1;\nradius");
-    Ask("Alt+F12");
+    Ask("F12");
     EXPECT_THAT(Place(), HasSubstr(":3:5"));
 }
 
@@ -113,14 +74,14 @@ TEST_F(Meanings, WhatAnotherUnsavedTextDefinesIsFound)
     Type("inline void Turned() {}\n");
     Press("Ctrl+PgUp");
     View().GoTo(35);
-    Ask("Alt+F12");
+    Ask("F12");
     EXPECT_THAT(Place(), HasSubstr("other.h *:1:13"));
 }
 
 TEST_F(Meanings, SeveralPlacesAreListedAndEnterGoesToOne)
 {
     StartAt("void Run() { Pain|t(); }\n");
-    Ask("Alt+F12");
+    Ask("F12");
     ASSERT_TRUE(Symbols().Matches().isVisible());
     EXPECT_THAT(Symbols().Matches().Title().toStdString(), HasSubstr("found by the name alone"));
     ASSERT_THAT(Listed(), ElementsAre("shapes.cpp:2", "shapes.cpp:4"));
@@ -165,12 +126,13 @@ TEST_F(Meanings, TypingNarrowsTheListAndEscapeReturnsToTheText)
 TEST_F(Meanings, WhatIsNotFoundIsSaid)
 {
     StartAt("void Run() { Nowhe|re(); }\n");
-    Ask("Alt+F12");
-    EXPECT_EQ(Status(), "No definition of \u201cNowhere\u201d was found.");
+    Ask("F12");
+    EXPECT_EQ(Status(),
+              "No definition of \u201cNowhere\u201d was found in this text, its project and the system's headers.");
     View().GoTo(11);
     Type("  ");
     View().GoTo(12);
-    Ask("Alt+F12");
+    Ask("F12");
     EXPECT_EQ(Status(), "There is no name at the caret.");
 }
 

@@ -56,6 +56,7 @@ PreferenceValues NothingAsByDefault()
     values.control = Modifier::Alt;
     values.option = Modifier::Super;
     values.lookupClick = PreferenceValues::LookupClick::Control;
+    values.jumpsByMeaning = false;
     values.keys = {{"DeclarationLookup", "F1"},
                    {"DeclarationLookup", "F2"},
                    {"DeclarationLookup", "Shift+Ctrl+F3"},
@@ -183,6 +184,29 @@ TEST_F(EditorPage, ShowsKeysThatHideMenuShortcuts)
               "Ctrl+F is the menu key of \u201cFind\u2026\u201d, and now runs Look up definition instead.");
     Field("Look up definition", 1)->clear();
     EXPECT_EQ(Conflicts(), "");
+}
+
+TEST_F(EditorPage, GivesF12ToThePluginAndBack)
+{
+    PreferenceValues values;
+    values.understandsNames = true;
+    values.keys = wren::DefaultKeys(true);
+    values.keys.emplace_back("Mine", "F2");
+    page.SetValues(values);
+    QCheckBox* box = nullptr;
+    for (QCheckBox* each : page.findChildren<QCheckBox*>())
+        if (each->text().contains("F12"))
+            box = each;
+    ASSERT_NE(box, nullptr);
+    box->click();
+    EXPECT_EQ(changed.count(), 1);
+    Keys expected = wren::DefaultKeys();
+    expected.emplace_back("Mine", "F2");
+    EXPECT_EQ(page.Values().keys, expected);
+    box->click();
+    EXPECT_EQ(page.Values(), values);
+    page.SetValues({});
+    EXPECT_TRUE(box->isHidden()) << "the plug-in alone has the keys";
 }
 
 TEST_F(EditorPage, ResetsTheKeys)

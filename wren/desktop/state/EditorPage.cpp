@@ -58,7 +58,8 @@ EditorPage::EditorPage(QWidget* parent)
       showsBlanks(Switch(tr("Show &blanks and tabs"))),
       restoresSession(Switch(tr("Open last session's &files at start"))), colours(new QComboBox),
       command(ModifierBox("command")), control(ModifierBox("control")), option(ModifierBox("option")),
-      lookupClick(new QComboBox), keys(new KeyTable)
+      lookupClick(new QComboBox), jumpsByMeaning(new QCheckBox(tr("F12 goes to what a name &means"))),
+      keys(new KeyTable)
 {
     auto* text = new QGroupBox(tr("Text"));
     auto* textForm = FormIn(text);
@@ -74,6 +75,9 @@ EditorPage::EditorPage(QWidget* parent)
     mouseForm->addRow(tr("Co&ntrol is:"), control);
     mouseForm->addRow(tr("O&ption is:"), option);
     mouseForm->addRow(tr("&Look up with:"), lookupClick);
+    mouseForm->addRow(jumpsByMeaning);
+    jumpsByMeaning->setToolTip(tr("F12 goes to the definition, Control-F12 to the declaration, and Alt-F12 and "
+                                  "Alt-Shift-F12 look up by name. Otherwise it is the other way round."));
     auto* bindings = new QGroupBox(tr("Keys"));
     (new QVBoxLayout(bindings))->addWidget(keys);
     auto* upper = new QHBoxLayout;
@@ -82,6 +86,10 @@ EditorPage::EditorPage(QWidget* parent)
     auto* all = new QVBoxLayout(this);
     all->addLayout(upper);
     all->addWidget(bindings, 1);
+    connect(jumpsByMeaning, &QCheckBox::toggled, this, [this] {
+        ChooseJumps();
+        Tell();
+    });
     FillBoxes();
     SetValues({});
 }
@@ -141,6 +149,8 @@ PreferenceValues EditorPage::Values() const
     values.control = Chosen<Modifier>(control);
     values.option = Chosen<Modifier>(option);
     values.lookupClick = Chosen<LookupClick>(lookupClick);
+    values.jumpsByMeaning = jumpsByMeaning->isChecked();
+    values.understandsNames = understandsNames;
     values.keys = keys->Values();
     return values;
 }
@@ -160,9 +170,24 @@ void EditorPage::SetValues(const PreferenceValues& values)
     Choose(control, values.control);
     Choose(option, values.option);
     Choose(lookupClick, values.lookupClick);
+    understandsNames = values.understandsNames;
+    jumpsByMeaning->setVisible(understandsNames);
+    jumpsByMeaning->setChecked(values.jumpsByMeaning);
+    keys->SetUsual(DefaultKeys(values.HasMeaningKeys()));
     keys->SetValues(values.keys);
     isSetting = false;
     RememberModifiers();
+}
+
+// The commands' keys follow, where the user has not chosen them.
+void EditorPage::ChooseJumps()
+{
+    if (isSetting)
+        return;
+    PreferenceValues values = Values();
+    const bool before = understandsNames && !values.jumpsByMeaning;
+    values.keys = WithDefaults(values.keys, before, values.HasMeaningKeys());
+    SetValues(values);
 }
 
 void EditorPage::ShowFont(const QString& family)

@@ -42,6 +42,7 @@ signals:
 private:
     void FillBoxes();
     void ShowFont(const QString& family);
+    void ChooseJumps();
     QCheckBox* Switch(const QString& text);
     QComboBox* ModifierBox(const QString& name);
     void TakeModifierFromOthers(QComboBox* chosen);
@@ -61,6 +62,8 @@ private:
     QComboBox* control;
     QComboBox* option;
     QComboBox* lookupClick;
+    QCheckBox* jumpsByMeaning;
+    bool understandsNames = false;
     KeyTable* keys;
     std::map<const QComboBox*, int> modifiers; // what the three boxes showed before the user chose
 };

@@ -85,7 +85,7 @@ protected:
 } // namespace
 
 KeyTable::KeyTable(QWidget* parent)
-    : QWidget(parent), table(new QTableWidget), conflicts(new QLabel), values(DefaultKeys())
+    : QWidget(parent), table(new QTableWidget), conflicts(new QLabel), values(DefaultKeys()), usual(DefaultKeys())
 {
     table->verticalHeader()->hide();
     table->setSelectionMode(QAbstractItemView::NoSelection);
@@ -97,7 +97,7 @@ KeyTable::KeyTable(QWidget* parent)
     auto* reset = new QPushButton(tr("Default &keys"));
     reset->setObjectName("reset");
     connect(reset, &QPushButton::clicked, this, [this] {
-        SetValues(DefaultKeys());
+        SetValues(usual);
         emit Changed();
     });
     auto* below = new QHBoxLayout;
@@ -120,6 +120,11 @@ void KeyTable::SetCommands(const std::vector<std::string>& names)
 {
     registered = names;
     Rebuild();
+}
+
+void KeyTable::SetUsual(const Keys& keys)
+{
+    usual = keys;
 }
 
 void KeyTable::SetValues(const Keys& keys)

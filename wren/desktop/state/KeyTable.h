@@ -26,6 +26,7 @@ public:
 
     void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys); // and the items that they choose
     void SetCommands(const std::vector<std::string>& names);
+    void SetUsual(const Keys& keys); // what the button sets
     void SetValues(const Keys& keys);
     Keys Values() const;
 
@@ -45,6 +46,7 @@ private:
     std::vector<std::string> registered;
     std::vector<std::string> rows; // the commands shown
     Keys values;
+    Keys usual;
 };
 
 } // namespace wren

@@ -24,8 +24,9 @@ struct FoundPlace {
 struct FoundPlaces {
     std::string name; // what was asked for; "" for nothing
     std::vector<FoundPlace> found;
-    bool more = false;   // than the limit
-    bool isSure = false; // found by meaning, and not by the name alone
+    bool more = false;           // than the limit
+    bool isSure = false;         // found by meaning, and not by the name alone
+    bool isOnlyDeclared = false; // a definition was wanted, and nothing known is one
 };
 
 } // namespace wren

@@ -2,9 +2,11 @@
 
 #include "base/Identifier.h"
 #include "resolve/Resolver.h"
-#include "wren/symbols/NameColumn.h"
+#include "wren/symbols/DeclarationRange.h"
+#include "wren/symbols/MeantPlaces.h"
 #include "wren/symbols/ShownNames.h"
 #include "wren/symbols/SourceLines.h"
+#include "wren/symbols/SourceText.h"
 #include "wren/symbols/WorkspaceSources.h"
 #include "wren/text/LineIndex.h"
 
@@ -25,8 +27,7 @@ public:
     Subject(const AskedText& asked, const Question& question)
         : asked(asked), question(question), project(Settled(asked, question)), workspace(project->Workspace()),
           path(workspace.PathInIndex(asked.path)), snapshot(workspace.CurrentFor(path)), sources(workspace),
-          resolver(*snapshot, sources, workspace.Parser(), &project->ParsedTexts()),
-          lines([this](const std::string& file) { return TextOf(file); })
+          resolver(*snapshot, sources, workspace.Parser(), &project->ParsedTexts())
     {
     }
 
@@ -42,10 +43,15 @@ public:
             return place;
         place.name = QualifiedName(answer.symbol);
         place.line = answer.symbol.line;
-        const std::string_view line = lines.Line(answer.path, answer.symbol.line);
-        const std::string_view word = answer.symbol.name.substr(0, answer.symbol.name.find(':'));
-        place.column = NameColumn(line, word);
-        ShowLine(place, line, word.size());
+        const KeptSource* kept = SourceOf(answer.path);
+        if (kept == nullptr)
+            return place;
+        const SourceText text = kept->Source();
+        const DeclarationRange range = RangeOfDeclaration(answer.symbol, text, answer.offset);
+        place.line = text.LineAt(range.nameStart);
+        place.column = static_cast<long>(range.nameStart - text.LineStart(text.LineAt(range.nameStart))) + 1;
+        ShowLine(place, text.Line(text.LineAt(range.nameStart)).substr(0, SourceLines::kMost),
+                 range.nameEnd - range.nameStart);
         return place;
     }
 
@@ -67,9 +73,15 @@ private:
         return project;
     }
 
-    std::optional<std::string> TextOf(const std::string& file) const
+    // Null when it cannot be read. Answers come by file, so the last one is kept.
+    const KeptSource* SourceOf(const std::string& file)
     {
-        return file == path ? *asked.text : workspace.Read(file);
+        if (source == nullptr || sourcePath != file) {
+            const std::optional<std::string> text = file == path ? *asked.text : workspace.Read(file);
+            source = text ? std::make_unique<KeptSource>(*text) : nullptr;
+            sourcePath = file;
+        }
+        return source.get();
     }
 
     FoundPlace In(const std::string& pathInIndex) const
@@ -102,19 +114,33 @@ private:
     const symbols::SnapshotPointer snapshot;
     const WorkspaceSources sources;
     const resolve::Resolver resolver;
-    SourceLines lines;
+    std::string sourcePath;
+    std::unique_ptr<KeptSource> source;
 };
 
 resolve::Answers AnswersTo(Wanted wanted, const Subject& subject)
 {
     switch (wanted) {
     case Wanted::Declaration:
-        return subject.Resolver().Declaration(subject.Place(), subject.Limits(kMostPlaces));
+        return MeantDeclaration(subject.Resolver(), subject.Place(), subject.Limits(kMostPlaces));
     case Wanted::Implementations:
         return subject.Resolver().Implementations(subject.Place(), subject.Limits(kMostPlaces));
     default:
-        return subject.Resolver().Definition(subject.Place(), subject.Limits(kMostPlaces));
+        return MeantDefinition(subject.Resolver(), subject.Place(), subject.Limits(kMostPlaces));
     }
+}
+
+// A definition that leads to its declaration is one that is known.
+bool IsOnlyDeclared(const resolve::Answers& answers, const Subject& subject)
+{
+    const auto isDefinition = [](const resolve::Answer& each) {
+        return each.IsFile() || each.symbol.isDefinition || each.how == resolve::How::Name;
+    };
+    if (answers.found.empty() || std::ranges::any_of(answers.found, isDefinition))
+        return false;
+    const resolve::Answers all = subject.Resolver().Meanings(subject.Place(), subject.Limits(kMostPlaces));
+    return std::ranges::none_of(all.found,
+                                [&](const resolve::Answer& each) { return each.isMeant && isDefinition(each); });
 }
 
 } // namespace
@@ -127,6 +153,7 @@ FoundPlaces PlacesOf(Wanted wanted, const AskedText& asked, const Question& ques
     places.name = answers.name;
     places.more = answers.more;
     places.isSure = !answers.found.empty() && answers.found.front().how != resolve::How::Name;
+    places.isOnlyDeclared = wanted == Wanted::Definition && IsOnlyDeclared(answers, subject);
     for (const resolve::Answer& answer : answers.found) {
         if (question.cancel.IsCancelled())
             break;
