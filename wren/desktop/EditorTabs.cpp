@@ -133,6 +133,7 @@ void EditorTabs::ShowNames(const std::string& leaf)
             continue;
         const QString name = leaf.empty() ? tr("untitled") : NameOf(document);
         // A lone "&" would be taken for the mark of a key.
+        widget(IndexOf(document))->setAccessibleName(name);
         setTabText(IndexOf(document), QString(name).replace("&", "&&") + (file.modified ? " *" : ""));
     }
 }

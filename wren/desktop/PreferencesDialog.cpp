@@ -57,6 +57,7 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
     // Enter belongs to the field that it is pressed in, which takes its value then.
     for (QPushButton* button : findChildren<QPushButton*>())
         button->setAutoDefault(false);
+    titles->setAccessibleName(tr("Pages"));
     connect(titles, &QListWidget::currentRowChanged, pages, &QStackedWidget::setCurrentIndex);
     titles->setCurrentRow(0);
     titles->setFocus();

@@ -85,6 +85,7 @@ void CodeView::WatchText()
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTLEFT, this, [this] { TellLater(false); });
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] { TellLater(false); });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] {
+        TellScreenReaders();
         ShowBraces();
         if (numberedLines != text.Send(SCI_GETLINECOUNT))
             FitMargin();

@@ -20,6 +20,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 class QKeyEvent;
 class QMouseEvent;
@@ -162,6 +163,7 @@ private:
     void SetUpKeys();
     void WatchText();
     void ListenToScintilla();
+    void TellScreenReaders();
     void ApplyEnds(LineEnds ends);
     void ApplyColours();
     void SetStyle(int style, const QColor& ink, const QColor& paper);
@@ -211,6 +213,7 @@ private:
     int turned = 0;          // eighths of a degree of the wheel, less than a step of the zoom
     long numberedLines = 0;  // the margin is wide enough for so many lines
     long toldCaret = 0;
+    std::pair<long, long> heard; // caret and anchor, as screen readers know them
     bool toldModified = false;
 };
 

@@ -2,11 +2,10 @@
 
 #include "wren/desktop/editor/Braces.h"
 #include "wren/desktop/editor/CodeView.h"
+#include "wren/desktop/editor/TextAccessible.h"
 
 #include <Qsci/qscicommandset.h>
 
-#include <QAccessible>
-#include <QAccessibleWidget>
 #include <QKeyEvent>
 #include <QWheelEvent>
 
@@ -57,13 +56,6 @@ constexpr StandardKey kStandardKeys[] = {
     {QKeySequence::Paste, [](CodeView& view) { view.paste(); }},
     {QKeySequence::SelectAll, [](CodeView& view) { view.selectAll(); }},
 };
-
-QAccessibleInterface* PlainAccessible(const QString&, QObject* object)
-{
-    auto* view = qobject_cast<CodeView*>(object);
-    return view == nullptr || QAccessible::isActive() ? nullptr
-                                                      : new QAccessibleWidget(view, QAccessible::EditableText);
-}
 
 bool HoldsShortcut(const QKeyEvent& event)
 {
@@ -127,21 +119,36 @@ void CodeView::ByStore(const std::function<void()>& action)
     TellLater(false);
 }
 
-// For screen readers Scintilla counts the characters before every change and before the caret: seconds, at the end of a
-// big file. Without a screen reader it is asked to tell only of what is about to change, and is a widget like any
-// other.
+// What is about to change, rather than what has changed: the base class takes long to hear of that.
+constexpr int kComing =
+    QsciScintilla::SC_MOD_BEFOREINSERT | QsciScintilla::SC_MOD_BEFOREDELETE | QsciScintilla::SC_MOD_CONTAINER;
+
 void CodeView::ListenToScintilla()
 {
-    static const bool kInstalled = (QAccessible::installFactory(PlainAccessible), true);
+    static const bool kInstalled =
+        (TextAccessible::Install([](QObject* object) { return qobject_cast<CodeView*>(object) != nullptr; }), true);
     Q_UNUSED(kInstalled);
-    constexpr int kComing = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_CONTAINER;
-    text.Send(SCI_SETMODEVENTMASK, QAccessible::isActive() ? SC_MODEVENTMASKALL : kComing);
+    text.Send(SCI_SETMODEVENTMASK, kComing);
 }
 
-void CodeView::TextModified(int offset, int kind, const char*, int length, int, int, int, int, int token, int)
+// They may come and go while the program runs. What is inserted is known only afterwards.
+void CodeView::TellScreenReaders()
+{
+    const bool areThere = QAccessible::isActive();
+    text.Send(SCI_SETMODEVENTMASK, kComing | (areThere ? SC_MOD_INSERTTEXT : 0));
+    const std::pair now(Caret(), text.Send(SCI_GETANCHOR));
+    if (std::exchange(heard, now) != now && areThere)
+        TextAccessible::CaretMoved(*this);
+}
+
+void CodeView::TextModified(int offset, int kind, const char* bytes, int length, int, int, int, int, int token, int)
 {
     if (kind & SC_MOD_CONTAINER && kind & SC_PERFORMED_UNDO)
         groups.NumberUndone(token);
+    if (kind & SC_MOD_INSERTTEXT && !readsAgain)
+        TextAccessible::Inserted(*this, offset, {bytes, static_cast<size_t>(length)});
+    if (kind & SC_MOD_BEFOREDELETE && !readsAgain)
+        TextAccessible::Removing(*this, offset, length);
     if (!(kind & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE)))
         return;
     const bool inserts = kind & SC_MOD_BEFOREINSERT;

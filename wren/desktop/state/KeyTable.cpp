@@ -87,6 +87,7 @@ protected:
 KeyTable::KeyTable(QWidget* parent)
     : QWidget(parent), table(new QTableWidget), conflicts(new QLabel), values(DefaultKeys()), usual(DefaultKeys())
 {
+    table->setAccessibleName(tr("Keys of commands"));
     table->verticalHeader()->hide();
     table->setSelectionMode(QAbstractItemView::NoSelection);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
