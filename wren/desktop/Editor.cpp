@@ -104,9 +104,10 @@ void Editor::MakeActions(const DesktopOptions& options)
     session = std::make_unique<SessionKeeper>(
         SessionKeeper::Parts{*host, *window, window->Tabs(), window->Notices(), *files, *documents});
     if (options.understandsNames)
-        symbols = std::make_unique<SymbolActions>(
-            SymbolActions::Parts{*host, *window, *documents, *places, [this] { return RecentFiles(); }},
-            SymbolEngineOptions{options.indexes, options.indexesSystem});
+        symbols = std::make_unique<SymbolActions>(SymbolActions::Parts{*host, *window, *documents, *places,
+                                                                       [this] { return RecentFiles(); },
+                                                                       [this] { return router->controlClicks; }},
+                                                  SymbolEngineOptions{options.indexes, options.indexesSystem});
     menus = std::make_unique<EditorMenus>(
         EditorMenus::Parts{*window, *host, *router, Actions(), [this] { return RecentFiles(); }});
 }

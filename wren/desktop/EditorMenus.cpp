@@ -184,6 +184,9 @@ void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)
     declaration = Add(menu, tr("De&claration"), "", {}, [&symbols] { symbols.GoTo(Wanted::Declaration); });
     Add(menu, tr("&Implementations"), "", {}, [&symbols] { symbols.GoTo(Wanted::Implementations); });
     Add(menu, tr("&References"), "", {QKeySequence(tr("Shift+F12"))}, [&symbols] { symbols.ListReferences(); });
+    Add(menu, tr("What It &Means"), "", {QKeySequence(tr("Ctrl+I"))}, [&symbols] { symbols.Help().ShowMeaning(); });
+    Add(menu, tr("What the &Call Takes"), "", {QKeySequence(tr("Ctrl+Shift+Space"))},
+        [&symbols] { symbols.Help().ShowCall(); });
     Add(menu, tr("Ne&xt Match"), "", {QKeySequence(tr("F4"))}, [&symbols] { symbols.Step(false); });
     Add(menu, tr("Pre&vious Match"), "", {QKeySequence(tr("Shift+F4"))}, [&symbols] { symbols.Step(true); });
     menu->addSeparator();

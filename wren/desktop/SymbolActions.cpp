@@ -55,8 +55,12 @@ QString NounOf(Wanted wanted, bool isOne)
 
 SymbolActions::SymbolActions(const Parts& parts, SymbolEngineOptions options)
     : parts(parts), engine(std::move(options), &GuiLoop::Wake), pause(200ms, 1000ms),
-      names(std::make_shared<FileNames>())
+      names(std::make_shared<FileNames>()),
+      help({engine, [this](long offset) { return AboutName(offset); },
+            [this] { return this->parts.window.Tabs().CurrentView(); }, [this](const QString& text) { Say(text); }})
 {
+    help.Pointed().mayClick = [this] { return !this->parts.controlClicksLookUp(); };
+    connect(&help.Pointed(), &PointedName::Clicked, this, &SymbolActions::GoToClicked);
     connect(&pause, &QuietTimer::Quiet, this, [this] {
         Feed();
         AskOutline();
@@ -80,6 +84,8 @@ void SymbolActions::TextChanged(long document)
 {
     changed.insert(document);
     pause.Happened();
+    if (const Document* current = parts.host.Current(); current != nullptr && current->Id() == document)
+        help.TextChanged();
 }
 
 void SymbolActions::Feed()
@@ -113,6 +119,18 @@ SymbolActions::Asked SymbolActions::AboutCurrent()
     return asked;
 }
 
+std::optional<AskedText> SymbolActions::AboutName(long offset)
+{
+    const Document* document = parts.host.Current();
+    if (document == nullptr || !CodeLexer::IsCode(document->Path()))
+        return std::nullopt;
+    Asked asked = AboutCurrent();
+    if (asked.view == nullptr)
+        return std::nullopt;
+    asked.text.offset = static_cast<size_t>(offset);
+    return asked.text;
+}
+
 void SymbolActions::GoTo(Wanted wanted)
 {
     const Asked asked = AboutCurrent();
@@ -125,6 +143,14 @@ void SymbolActions::GoTo(Wanted wanted)
         };
         question.tell(hear);
     });
+}
+
+void SymbolActions::GoToClicked(CodeView& view, long offset)
+{
+    if (&view != parts.window.Tabs().CurrentView())
+        return;
+    view.GoTo(offset); // which is where going back leads
+    GoTo(Wanted::Definition);
 }
 
 void SymbolActions::ListReferences()
@@ -369,10 +395,12 @@ void SymbolActions::AskOutline()
 void SymbolActions::Raised()
 {
     AskOutline();
+    help.Raised();
 }
 
 void SymbolActions::CaretMoved()
 {
+    help.CaretMoved();
     const Document* document = parts.host.Current();
     if (outline != nullptr && outline->isVisible() && document != nullptr)
         outline->FollowCaret(document->LineAt(parts.window.Tabs().CurrentView()->Caret()) + 1);

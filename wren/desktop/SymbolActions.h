@@ -1,6 +1,7 @@
 // Going to what a name means, and to symbols and files by a few letters.
 #pragma once
 
+#include "wren/desktop/NameHelp.h"
 #include "wren/desktop/editor/LandingMark.h"
 #include "wren/desktop/state/QuietTimer.h"
 #include "wren/desktop/symbols/PaletteQuestions.h"
@@ -36,6 +37,7 @@ public:
         DocumentActions& documents;
         PlaceActions& places;
         std::function<std::vector<std::string>()> recentFiles; // the last one first
+        std::function<bool()> controlClicksLookUp;             // in the tags files: Control-click is the plug-in's
     };
     SymbolActions(const Parts& parts, SymbolEngineOptions options);
     ~SymbolActions() override;
@@ -43,7 +45,8 @@ public:
     // Of the name at the caret: goes there when its meaning is sure and there is one; else lists what it may be.
     void GoTo(Wanted wanted);
     void ListReferences();
-    void Step(bool backwards); // to the next place of the list; beeps at its end
+    void GoToClicked(CodeView& view, long offset); // to the definition of the name there
+    void Step(bool backwards);                     // to the next place of the list; beeps at its end
 
     void GoToSymbol(); // of the project and the system
     void GoToFile();   // of the project
@@ -61,6 +64,7 @@ public:
     MatchesPanel& Matches();
     Palette& ThePalette();
     OutlinePanel& Outline();
+    NameHelp& Help() { return help; }
 
 signals:
     void OutlineShown(bool shown);
@@ -72,6 +76,7 @@ private:
         std::string name; // the word at the caret
     };
     Asked AboutCurrent();
+    std::optional<AskedText> AboutName(long offset);
     std::string CurrentPath() const; // of the text; "" for none
     void Feed();
     void AskOutline();
@@ -89,6 +94,7 @@ private:
     std::set<long> changed; // documents whose text the engine does not know yet
     QuietTimer pause;
     std::shared_ptr<FileNames> names; // used by one question at a time
+    NameHelp help;
     LandingMark mark;
     MatchesPanel* matches = nullptr; // made when they are needed
     Palette* palette = nullptr;

@@ -1,13 +1,12 @@
 #include "wren/desktop/symbols/PlaceQuestions.h"
 
 #include "base/Identifier.h"
-#include "resolve/Resolver.h"
+#include "wren/desktop/symbols/AskedSubject.h"
 #include "wren/symbols/DeclarationRange.h"
 #include "wren/symbols/MeantPlaces.h"
 #include "wren/symbols/ShownNames.h"
 #include "wren/symbols/SourceLines.h"
 #include "wren/symbols/SourceText.h"
-#include "wren/symbols/WorkspaceSources.h"
 #include "wren/text/LineIndex.h"
 
 #include <algorithm>
@@ -21,19 +20,9 @@ namespace {
 constexpr size_t kMostPlaces = 1000;
 constexpr size_t kMostUses = 20'000;
 
-// A text, with all that answers questions about it.
-class Subject {
+class Subject : public AskedSubject {
 public:
-    Subject(const AskedText& asked, const Question& question)
-        : asked(asked), question(question), project(Settled(asked, question)), workspace(project->Workspace()),
-          path(workspace.PathInIndex(asked.path)), snapshot(workspace.CurrentFor(path)), sources(workspace),
-          resolver(*snapshot, sources, workspace.Parser(), &project->ParsedTexts())
-    {
-    }
-
-    const resolve::Resolver& Resolver() const { return resolver; }
-    resolve::Place Place() const { return {path, *asked.text, asked.offset}; }
-    symbols::Limits Limits(size_t results) const { return {results, &question.cancel}; }
+    using AskedSubject::AskedSubject;
 
     FoundPlace PlaceOf(const resolve::Answer& answer)
     {
@@ -65,19 +54,11 @@ public:
     }
 
 private:
-    static std::shared_ptr<Project> Settled(const AskedText& asked, const Question& question)
-    {
-        std::shared_ptr<Project> project = question.projects.For(asked.path);
-        project->Prepare(asked.path, question.cancel);
-        project->Settle(asked.path);
-        return project;
-    }
-
     // Null when it cannot be read. Answers come by file, so the last one is kept.
     const KeptSource* SourceOf(const std::string& file)
     {
         if (source == nullptr || sourcePath != file) {
-            const std::optional<std::string> text = file == path ? *asked.text : workspace.Read(file);
+            const std::optional<std::string> text = TextOf(file);
             source = text ? std::make_unique<KeptSource>(*text) : nullptr;
             sourcePath = file;
         }
@@ -86,10 +67,8 @@ private:
 
     FoundPlace In(const std::string& pathInIndex) const
     {
-        symbols::File file;
-        file.path = pathInIndex;
         FoundPlace place;
-        place.path = workspace.AbsolutePath(file);
+        place.path = AbsolutePath(pathInIndex);
         place.shown = pathInIndex;
         return place;
     }
@@ -106,14 +85,6 @@ private:
         place.nameSize = std::min(nameSize, place.source.size() - place.nameStart);
     }
 
-    const AskedText& asked;
-    const Question& question;
-    const std::shared_ptr<Project> project;
-    symbols::Workspace& workspace;
-    const std::string path; // as in the index
-    const symbols::SnapshotPointer snapshot;
-    const WorkspaceSources sources;
-    const resolve::Resolver resolver;
     std::string sourcePath;
     std::unique_ptr<KeptSource> source;
 };

@@ -1,20 +1,13 @@
 // Questions about the name at a place of a text.
 #pragma once
 
+#include "wren/desktop/symbols/AskedText.h"
 #include "wren/desktop/symbols/FoundPlace.h"
 #include "wren/desktop/symbols/SymbolEngine.h"
 
 #include <functional>
-#include <memory>
-#include <string>
 
 namespace wren {
-
-struct AskedText {
-    std::string path;                        // absolute, or "" for a text without a file
-    std::shared_ptr<const std::string> text; // never null
-    size_t offset = 0;                       // of the caret, bytes
-};
 
 enum class Wanted { Definition, Declaration, Implementations };
 
