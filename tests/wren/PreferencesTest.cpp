@@ -30,6 +30,7 @@ PreferenceValues NothingAsByDefault()
     values.fontSize = 72;
     values.tabWidth = 1;
     values.indentsWithTabs = values.wrapsLines = values.showsBlanks = true;
+    values.showsScopes = false;
     values.colours = PreferenceValues::Colours::Dark;
     values.restoresSession = false;
     values.command = PreferenceValues::Modifier::Alt;
@@ -102,9 +103,9 @@ TEST(Preferences, StoreALineForEachChangedValue)
     preferences.Set(NothingAsByDefault());
     EXPECT_THAT(preferences.Lines(),
                 ElementsAre("WrenFont DejaVu Sans Mono", "WrenFontSize 72", "WrenTabWidth 1", "WrenIndentWithTabs on",
-                            "WrenWrapLines on", "WrenShowBlanks on", "WrenColours dark", "WrenRestoreSession off",
-                            "WrenModifiers command=alt control=control option=super", "WrenLookupClick control",
-                            "WrenJumpByMeaning off",
+                            "WrenWrapLines on", "WrenShowBlanks on", "WrenShowScopes off", "WrenColours dark",
+                            "WrenRestoreSession off", "WrenModifiers command=alt control=control option=super",
+                            "WrenLookupClick control", "WrenJumpByMeaning off",
                             "WrenKeys SymbolCompletion=Ctrl+Space DeclarationLookup=F3 DefinitionLookup= GoBack= "
                             "GoForward= Mine=Ctrl+%2C"));
     std::set<std::string> names;

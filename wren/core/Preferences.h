@@ -20,6 +20,7 @@ namespace wren {
 //     WrenIndentWithTabs on
 //     WrenWrapLines on
 //     WrenShowBlanks on
+//     WrenShowScopes off
 //     WrenColours dark
 //     WrenRestoreSession off
 //     WrenModifiers command=alt control=control option=super
@@ -46,6 +47,7 @@ struct PreferenceValues {
     bool indentsWithTabs = false;
     bool wrapsLines = false;
     bool showsBlanks = false;
+    bool showsScopes = true; // above the text, where names are understood
     Colours colours = Colours::Desktop;
     bool restoresSession = true;
     Modifier command = Modifier::Super; // of the three, no two are the same

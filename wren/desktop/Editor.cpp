@@ -191,6 +191,9 @@ void Editor::ConnectWindow()
     connect(documents.get(), &DocumentActions::ZoomAsked, preferenceActions.get(), &PreferenceActions::UseZoom);
     connect(preferenceActions.get(), &PreferenceActions::KeysChosen, menus.get(),
             [this] { menus->BindKeys(preferences.Values().keys); });
+    if (symbols != nullptr)
+        connect(preferenceActions.get(), &PreferenceActions::KeysChosen, symbols.get(),
+                [this] { symbols->ShowScopes(preferences.Values().showsScopes); });
     preferenceActions->menuKeys = [this] { return menus->OwnKeys(); };
 }
 

@@ -194,6 +194,8 @@ void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)
     Add(menu, tr("Go to F&ile\u2026"), "", {QKeySequence(tr("Ctrl+P"))}, [&symbols] { symbols.GoToFile(); });
     Add(menu, tr("Go to Symbol of This &Text\u2026"), "", {QKeySequence(tr("Ctrl+Shift+O"))},
         [&symbols] { symbols.GoToSymbolOfText(); });
+    Add(menu, tr("Go to Symbol of This Sc&ope\u2026"), "", {QKeySequence(tr("Ctrl+Shift+J"))},
+        [&symbols] { symbols.OpenScope(); });
 }
 
 void EditorMenus::FillView(QMenu* menu)

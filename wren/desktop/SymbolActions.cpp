@@ -15,6 +15,7 @@
 #include "wren/desktop/symbols/OutlinePanel.h"
 #include "wren/desktop/symbols/Palette.h"
 #include "wren/desktop/symbols/RowText.h"
+#include "wren/desktop/symbols/ScopeBar.h"
 #include "wren/symbols/NameColumn.h"
 
 #include <QStatusBar>
@@ -59,6 +60,10 @@ SymbolActions::SymbolActions(const Parts& parts, SymbolEngineOptions options)
       help({engine, [this](long offset) { return AboutName(offset); },
             [this] { return this->parts.window.Tabs().CurrentView(); }, [this](const QString& text) { Say(text); }})
 {
+    connect(&scopes, &ScopeBars::Asked, this, [this](const CodeView& view, const std::vector<PaletteItem>& items) {
+        if (&view == this->parts.window.Tabs().CurrentView())
+            ChooseAmong(items);
+    });
     help.Pointed().mayClick = [this] { return !this->parts.controlClicksLookUp(); };
     connect(&help.Pointed(), &PointedName::Clicked, this, &SymbolActions::GoToClicked);
     connect(&pause, &QuietTimer::Quiet, this, [this] {
@@ -68,6 +73,7 @@ SymbolActions::SymbolActions(const Parts& parts, SymbolEngineOptions options)
     connect(&parts.documents, &DocumentActions::Named, this, [this](long, const std::string& path) {
         if (CodeLexer::IsCode(path))
             engine.TextClosed(path); // the file counts until its text differs
+        UpdateScopes();
     });
     connect(&parts.documents, &DocumentActions::Closing, this, [this](long id) {
         changed.erase(id);
@@ -380,20 +386,31 @@ void SymbolActions::ShowOutline(bool shown)
 
 void SymbolActions::AskOutline()
 {
-    if (outline == nullptr || !outline->isVisible())
+    const bool isOutlined = outline != nullptr && outline->isVisible();
+    if (!isOutlined && Scopes() == nullptr)
         return;
     const Asked asked = AboutCurrent();
-    if (asked.view == nullptr)
-        return outline->Show({});
-    engine.Ask(SymbolEngine::Topic::Text, [this, text = asked.text](const Question& question) {
-        PaletteAnswer answer = SymbolsOfText("", text, question);
-        question.tell([this, items = std::move(answer.items)]() mutable { outline->Show(std::move(items)); });
+    if (asked.view == nullptr) {
+        if (isOutlined)
+            outline->Show({});
+        return;
+    }
+    const auto show = [this, view = QPointer(asked.view)](const std::vector<PaletteItem>& items) {
+        if (outline != nullptr)
+            outline->Show(items);
+        if (ScopeBar* bar = view == nullptr ? nullptr : scopes.BarOf(*view))
+            bar->Show(items);
+    };
+    engine.Ask(SymbolEngine::Topic::Text, [show, text = asked.text](const Question& question) {
+        const PaletteAnswer answer = SymbolsOfText("", text, question);
+        question.tell([show, items = answer.items] { show(items); });
     });
     CaretMoved();
 }
 
 void SymbolActions::Raised()
 {
+    UpdateScopes();
     AskOutline();
     help.Raised();
 }
@@ -402,8 +419,59 @@ void SymbolActions::CaretMoved()
 {
     help.CaretMoved();
     const Document* document = parts.host.Current();
-    if (outline != nullptr && outline->isVisible() && document != nullptr)
-        outline->FollowCaret(document->LineAt(parts.window.Tabs().CurrentView()->Caret()) + 1);
+    const CodeView* view = parts.window.Tabs().CurrentView();
+    if (document == nullptr || view == nullptr)
+        return;
+    const long line = document->LineAt(view->Caret()) + 1;
+    if (outline != nullptr && outline->isVisible())
+        outline->FollowCaret(line);
+    if (ScopeBar* bar = scopes.BarOf(*view))
+        bar->FollowCaret(line);
+}
+
+// ---------------------------------------------------------------------------------------------------------- The scopes
+
+void SymbolActions::ShowScopes(bool shown)
+{
+    showsScopes = shown;
+    UpdateScopes();
+    AskOutline();
+}
+
+void SymbolActions::UpdateScopes()
+{
+    const Document* document = parts.host.Current();
+    CodeView* view = parts.window.Tabs().CurrentView();
+    if (view != nullptr && document != nullptr)
+        scopes.Update(*view, showsScopes && CodeLexer::IsCode(document->Path()));
+}
+
+const ScopeBar* SymbolActions::Scopes() const
+{
+    const CodeView* view = parts.window.Tabs().CurrentView();
+    return view == nullptr ? nullptr : scopes.BarOf(*view);
+}
+
+void SymbolActions::OpenScope()
+{
+    const CodeView* view = parts.window.Tabs().CurrentView();
+    if (ScopeBar* bar = view == nullptr ? nullptr : scopes.BarOf(*view))
+        bar->OpenLast();
+}
+
+void SymbolActions::ChooseAmong(const std::vector<PaletteItem>& items)
+{
+    PaletteUse use;
+    use.title = tr("Go to symbol of this scope");
+    use.listsWithoutLetters = true;
+    use.ask = [this, items](const QString& letters) {
+        PaletteAnswer answer{items, false};
+        if (!letters.isEmpty())
+            Narrow(answer.items, letters.toStdString());
+        palette->Show(std::move(answer));
+    };
+    use.choose = [this](const PaletteItem& item, long) { Choose(item, 0); };
+    ThePalette().Open(std::move(use));
 }
 
 } // namespace wren

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wren/desktop/NameHelp.h"
+#include "wren/desktop/ScopeBars.h"
 #include "wren/desktop/editor/LandingMark.h"
 #include "wren/desktop/state/QuietTimer.h"
 #include "wren/desktop/symbols/PaletteQuestions.h"
@@ -54,6 +55,9 @@ public:
 
     void ShowOutline(bool shown); // and gives it the keyboard
 
+    void ShowScopes(bool shown); // above the texts, in their look as it is now
+    void OpenScope();            // lists what stands beside the scope of the caret
+
     void TextChanged(long document);
     void Raised(); // another text is the current one
     void CaretMoved();
@@ -65,6 +69,7 @@ public:
     Palette& ThePalette();
     OutlinePanel& Outline();
     NameHelp& Help() { return help; }
+    const ScopeBar* Scopes() const; // of the current text; null for none
 
 signals:
     void OutlineShown(bool shown);
@@ -80,6 +85,8 @@ private:
     std::string CurrentPath() const; // of the text; "" for none
     void Feed();
     void AskOutline();
+    void UpdateScopes();
+    void ChooseAmong(const std::vector<PaletteItem>& items);
     void Heard(const FoundPlaces& places, Wanted wanted, const std::string& name);
     void SayNotFound(Wanted wanted, const std::string& name);
     void Land(const FoundPlace& place);
@@ -95,6 +102,8 @@ private:
     QuietTimer pause;
     std::shared_ptr<FileNames> names; // used by one question at a time
     NameHelp help;
+    ScopeBars scopes;
+    bool showsScopes = false;
     LandingMark mark;
     MatchesPanel* matches = nullptr; // made when they are needed
     Palette* palette = nullptr;

@@ -50,6 +50,7 @@ PreferenceValues NothingAsByDefault()
     values.fontSize = 20;
     values.tabWidth = 8;
     values.indentsWithTabs = values.wrapsLines = values.showsBlanks = true;
+    values.showsScopes = false;
     values.colours = PreferenceValues::Colours::Dark;
     values.restoresSession = false;
     values.command = Modifier::Control;

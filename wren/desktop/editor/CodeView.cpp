@@ -210,6 +210,12 @@ void CodeView::ShowFromLine(long line)
     SendScintilla(SCI_SETFIRSTVISIBLELINE, static_cast<unsigned long>(std::max(line, 0L)));
 }
 
+void CodeView::SetTopMargin(int pixels)
+{
+    if (viewportMargins().top() != pixels)
+        setViewportMargins(0, pixels, 0, 0);
+}
+
 void CodeView::GoToLine(long line)
 {
     GoTo(lines.LineStart(line - 1));

@@ -97,6 +97,7 @@ public:
     void GoToLine(long line);      // from 1
     long FirstVisibleLine() const; // from 0; counts wrapped lines as drawn
     void ShowFromLine(long line);
+    void SetTopMargin(int pixels); // free of text, for what is shown there
 
     // The partner of the brace at 'offset'; absent when there is none, or none near enough to search for at every key.
     std::optional<long> PartnerOf(long offset) const;

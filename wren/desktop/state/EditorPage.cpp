@@ -56,6 +56,7 @@ EditorPage::EditorPage(QWidget* parent)
       tabWidth(Number(PreferenceValues::kNarrowestTab, PreferenceValues::kWidestTab, tr("columns"))),
       indentsWithTabs(Switch(tr("&Indent with tabs"))), wrapsLines(Switch(tr("&Wrap long lines"))),
       showsBlanks(Switch(tr("Show &blanks and tabs"))),
+      showsScopes(Switch(tr("Show the scopes of the caret &above the text"))),
       restoresSession(Switch(tr("Open last session's &files at start"))), colours(new QComboBox),
       command(ModifierBox("command")), control(ModifierBox("control")), option(ModifierBox("option")),
       lookupClick(new QComboBox), jumpsByMeaning(new QCheckBox(tr("F12 goes to what a name &means"))),
@@ -67,7 +68,7 @@ EditorPage::EditorPage(QWidget* parent)
     textForm->addRow(tr("&Size:"), fontSize);
     textForm->addRow(tr("&Tab width:"), tabWidth);
     textForm->addRow(tr("&Colours:"), colours);
-    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, restoresSession})
+    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, showsScopes, restoresSession})
         textForm->addRow(each);
     auto* mouse = new QGroupBox(tr("Modifiers and mouse"));
     auto* mouseForm = FormIn(mouse);
@@ -144,6 +145,7 @@ PreferenceValues EditorPage::Values() const
     values.wrapsLines = wrapsLines->isChecked();
     values.showsBlanks = showsBlanks->isChecked();
     values.restoresSession = restoresSession->isChecked();
+    values.showsScopes = showsScopes->isChecked();
     values.colours = Chosen<Colours>(colours);
     values.command = Chosen<Modifier>(command);
     values.control = Chosen<Modifier>(control);
@@ -164,6 +166,8 @@ void EditorPage::SetValues(const PreferenceValues& values)
     indentsWithTabs->setChecked(values.indentsWithTabs);
     wrapsLines->setChecked(values.wrapsLines);
     showsBlanks->setChecked(values.showsBlanks);
+    showsScopes->setVisible(values.understandsNames);
+    showsScopes->setChecked(values.showsScopes);
     restoresSession->setChecked(values.restoresSession);
     Choose(colours, values.colours);
     Choose(command, values.command);

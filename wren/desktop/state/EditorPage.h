@@ -56,6 +56,7 @@ private:
     QCheckBox* indentsWithTabs;
     QCheckBox* wrapsLines;
     QCheckBox* showsBlanks;
+    QCheckBox* showsScopes;
     QCheckBox* restoresSession;
     QComboBox* colours;
     QComboBox* command;

@@ -51,7 +51,8 @@ void Flatten(const std::vector<OutlineNode>& nodes, int depth, std::vector<Palet
     }
 }
 
-// Best first, and only those that match.
+} // namespace
+
 void Narrow(std::vector<PaletteItem>& items, const std::string& letters)
 {
     const symbols::FuzzyPattern pattern(letters);
@@ -67,8 +68,6 @@ void Narrow(std::vector<PaletteItem>& items, const std::string& letters)
     for (auto& [kind, item] : matching)
         items.push_back(std::move(item));
 }
-
-} // namespace
 
 PaletteAnswer SymbolsLike(const std::string& letters, const std::string& path, const Question& question)
 {

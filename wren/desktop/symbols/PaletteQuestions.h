@@ -40,6 +40,9 @@ private:
     std::vector<Name> names;
 };
 
+// Leaves what matches the letters, best first.
+void Narrow(std::vector<PaletteItem>& items, const std::string& letters);
+
 // In the order of the text when there are no letters. Blocks; for a question's thread.
 PaletteAnswer SymbolsOfText(const std::string& letters, const AskedText& text, const Question& question);
 

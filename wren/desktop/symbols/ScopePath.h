@@ -1,0 +1,23 @@
+// The scopes around a line of a text.
+#pragma once
+
+#include "wren/desktop/symbols/PaletteItem.h"
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace wren {
+
+// Symbols are those of a text in its order, each with its depth; results are their numbers.
+
+// What contains the line, from the outermost on: "namespace", "class", "function".
+std::vector<size_t> ScopesAt(const std::vector<PaletteItem>& symbols, long line);
+
+// What stands directly in a symbol; nullopt: what stands in none.
+std::vector<size_t> ContentsOf(const std::vector<PaletteItem>& symbols, std::optional<size_t> of);
+
+// What stands beside a symbol, with itself.
+std::vector<size_t> SiblingsOf(const std::vector<PaletteItem>& symbols, size_t of);
+
+} // namespace wren
