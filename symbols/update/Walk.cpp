@@ -69,6 +69,8 @@ private:
 
 bool IsCandidate(const WalkOptions& options, std::string_view leaf)
 {
+    if (options.takes)
+        return options.takes(leaf);
     return IsSourceName(leaf) || (options.isSystem && CanBeHeaderWithoutSuffix(leaf));
 }
 
@@ -179,7 +181,10 @@ void Walker::AddFile(const std::optional<Surroundings>& around, const DirectoryR
         return;
     file->path = path.substr(options.root.size() + 1);
     file->needsLook = !IsSourceName(entry.name);
-    walked.files.push_back(std::move(*file));
+    if (options.finds)
+        options.finds(*file);
+    else
+        walked.files.push_back(std::move(*file));
 }
 
 // Reports at most ten times a second.

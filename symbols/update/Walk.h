@@ -9,6 +9,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace symbols {
@@ -18,6 +19,11 @@ struct WalkOptions {
     std::vector<std::string> starts; // directories at or below the root where it begins; absolute
     bool isSystem = false;           // takes everything that can be a header, and knows neither git nor ignore files
     unsigned threads = 2;
+
+    // Which names count; null: those of sources. Several threads call it at once.
+    std::function<bool(std::string_view leaf)> takes = nullptr;
+    // Gets each file in place of Walked::files, on any thread, several at once, in any order. May be null.
+    std::function<void(const FoundFile&)> finds = nullptr;
 
     // Called before a directory is read, with its absolute path, on any thread, several at once. May be null.
     std::function<void(const std::string&)> enters = nullptr;
