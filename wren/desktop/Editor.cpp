@@ -108,6 +108,8 @@ void Editor::MakeActions(const DesktopOptions& options)
                                                                        [this] { return RecentFiles(); },
                                                                        [this] { return router->controlClicks; }},
                                                   SymbolEngineOptions{options.indexes, options.indexesSystem});
+    if (symbols != nullptr)
+        finder = std::make_unique<FinderActions>(*host, *window, *symbols);
     menus = std::make_unique<EditorMenus>(
         EditorMenus::Parts{*window, *host, *router, Actions(), [this] { return RecentFiles(); }});
 }

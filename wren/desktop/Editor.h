@@ -67,7 +67,10 @@ public:
     // process is about to end. It may be called in the middle of a question or of a plug-in call.
     void PrepareToEnd(int signal);
 
-    EditorActions Actions() { return {*documents, *places, *worksheet, *preferenceActions, symbols.get()}; }
+    EditorActions Actions()
+    {
+        return {*documents, *places, *worksheet, *preferenceActions, symbols.get(), finder.get()};
+    }
     MainWindow& Window() { return *window; }
     Host& TheHost() { return *host; }
 
@@ -110,6 +113,7 @@ private:
     std::unique_ptr<PreferenceActions> preferenceActions;
     std::unique_ptr<SessionKeeper> session;
     std::unique_ptr<SymbolActions> symbols; // null where names are not understood
+    std::unique_ptr<FinderActions> finder;  // null there as well
     std::unique_ptr<EditorMenus> menus;
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wren/desktop/DocumentActions.h"
+#include "wren/desktop/FinderActions.h"
 #include "wren/desktop/PlaceActions.h"
 #include "wren/desktop/PreferenceActions.h"
 #include "wren/desktop/SymbolActions.h"
@@ -16,6 +17,7 @@ struct EditorActions {
     WorksheetActions& worksheet;
     PreferenceActions& preferences;
     SymbolActions* symbols; // null where names are not understood
+    FinderActions* finder;  // null there as well
 };
 
 } // namespace wren

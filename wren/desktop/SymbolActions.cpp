@@ -166,12 +166,19 @@ void SymbolActions::ListReferences()
         return;
     if (asked.name.empty())
         return Say(tr("There is no name at the caret."));
-    Matches().Begin(tr("references to \u201c%1\u201d").arg(Shown(asked.name)));
-    engine.Ask(SymbolEngine::Topic::Place, [this, asked](const Question& question) {
+    ListPlaces(
+        tr("references to \u201c%1\u201d").arg(Shown(asked.name)),
+        [asked](const Question& question, const PartSink& part) { return ReferencesTo(asked.text, question, part); });
+}
+
+void SymbolActions::ListPlaces(const QString& title, std::function<bool(const Question&, const PartSink&)> find)
+{
+    Matches().Begin(title);
+    engine.Ask(SymbolEngine::Topic::List, [this, find = std::move(find)](const Question& question) {
         const auto part = [&](std::vector<FoundPlace> places) {
             question.tell([this, places = std::move(places)]() mutable { Matches().Add(std::move(places)); });
         };
-        const bool more = ReferencesTo(asked.text, question, part);
+        const bool more = find(question, part);
         question.tell([this, more] { Matches().End(more); });
     });
 }
@@ -233,6 +240,7 @@ void SymbolActions::Land(const FoundPlace& place)
 
 void SymbolActions::List(const FoundPlaces& places, Wanted wanted)
 {
+    engine.Forget(SymbolEngine::Topic::List);
     const bool isOne = places.found.size() == 1;
     QString title = tr("%1 of \u201c%2\u201d").arg(NounOf(wanted, isOne), Shown(places.name));
     if (!places.isSure)
@@ -274,7 +282,7 @@ MatchesPanel& SymbolActions::Matches()
     });
     connect(matches, &MatchesPanel::Left, this, &SymbolActions::GiveKeyboardBack);
     connect(matches, &MatchesPanel::StopAsked, this, [this] {
-        engine.Forget(SymbolEngine::Topic::Place);
+        engine.Forget(SymbolEngine::Topic::List);
         matches->End(true);
     });
     return *matches;

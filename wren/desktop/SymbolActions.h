@@ -46,6 +46,10 @@ public:
     // Of the name at the caret: goes there when its meaning is sure and there is one; else lists what it may be.
     void GoTo(Wanted wanted);
     void ListReferences();
+    // Lists what 'find' finds in the panel of matches, instead of what was listed before. It runs on a thread of the
+    // engine, hands over parts as they come, and returns whether there are more.
+    using PartSink = std::function<void(std::vector<FoundPlace> part)>;
+    void ListPlaces(const QString& title, std::function<bool(const Question&, const PartSink&)> find);
     void GoToClicked(CodeView& view, long offset); // to the definition of the name there
     void Step(bool backwards);                     // to the next place of the list; beeps at its end
 

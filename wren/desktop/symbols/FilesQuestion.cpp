@@ -1,0 +1,66 @@
+#include "wren/desktop/symbols/FilesQuestion.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace wren {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A text outside of all projects has its own directory.
+std::string ProjectOf(const std::string& path, Projects& projects)
+{
+    std::error_code unknown;
+    if (!path.starts_with('/'))
+        return fs::current_path(unknown).string();
+    const std::string root = projects.For(path)->Root();
+    return root == "/" || root.empty() ? fs::path(path).parent_path().string() : root;
+}
+
+FoundPlace PlaceOf(FoundLine&& line, const std::string& root, const std::string& path)
+{
+    FoundPlace place;
+    place.path = root + "/" + path;
+    place.shown = path;
+    place.line = line.line;
+    place.column = line.column;
+    const size_t blanks = std::min(line.source.find_first_not_of(" \t"), line.matchStart);
+    place.source = line.source.substr(blanks);
+    place.nameStart = line.matchStart - blanks;
+    place.nameSize = line.matchSize;
+    return place;
+}
+
+} // namespace
+
+FilesAnswer FindInFiles(const FilesAsked& asked, const Question& question,
+                        const std::function<void(std::vector<FoundPlace> part)>& part)
+{
+    FilesQuery query;
+    query.text = asked.text;
+    query.globs = asked.globs;
+    query.root = (fs::path(ProjectOf(asked.path, question.projects)) / asked.folder).lexically_normal().string();
+    while (query.root.ends_with('/'))
+        query.root.pop_back();
+    const auto sink = [&](FoundInFile found) {
+        std::vector<FoundPlace> places;
+        for (FoundLine& line : found.lines)
+            places.push_back(PlaceOf(std::move(line), query.root, found.path));
+        part(std::move(places));
+    };
+    const base::Result<FilesFound> found = SearchFiles(query, asked.open, sink, question.cancel);
+    if (!found)
+        return {false, question.cancel.IsCancelled() ? "" : found.Failure().Message()};
+    FilesAnswer answer;
+    answer.more = found->more;
+    if (found->hasGivenUp)
+        answer.problem = "The expression takes too long in some files: not all of their matches are listed.";
+    else if (found->tooLarge > 0)
+        answer.problem = std::to_string(found->tooLarge) + " files of more than 256 MB were left out.";
+    return answer;
+}
+
+} // namespace wren
