@@ -39,8 +39,8 @@ std::uint32_t OptionsOf(const TextQuery& query)
     std::uint32_t options = PCRE2_MULTILINE | PCRE2_NEVER_BACKSLASH_C;
     if (!query.matchesCase)
         options |= PCRE2_CASELESS;
-    // Letters of several bytes are letters then; texts may be damaged. "\\w" stays what names in sources consist of: with
-    // all letters of the world, an expression that begins with it takes three times as long.
+    // Letters of several bytes are letters then; texts may be damaged. "\w" stays what names in sources consist of:
+    // with all letters of the world, an expression that begins with it takes three times as long.
     if (query.isExpression || !IsAscii(query.text))
         options |= PCRE2_UTF | PCRE2_MATCH_INVALID_UTF;
     return options;

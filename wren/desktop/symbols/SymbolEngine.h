@@ -35,7 +35,8 @@ struct Question {
 // asked. GUI thread.
 class SymbolEngine {
 public:
-    enum class Topic { Place, List, Palette, Text, Meaning, Call }; // a later question of a topic cancels the earlier one
+    // A later question of a topic cancels the earlier one.
+    enum class Topic { Place, List, Palette, Text, Meaning, Call };
     using Work = std::function<void(const Question&)>;
 
     // 'wake' is called on any thread when TakeNews() has something to do.
