@@ -18,6 +18,21 @@ using tagging::Symbol;
 constexpr size_t kMostOverloads = 50;
 constexpr size_t kMostMembers = 1000;
 
+// "(int a,int b) const" behind what the label has.
+void AddSignature(std::string_view signature, CallHelp::Overload& overload)
+{
+    size_t done = 0;
+    for (const std::string_view parameter : ParametersOf(signature)) {
+        overload.label += done == 0 ? signature.substr(0, 1) : ", ";
+        const size_t begin = overload.label.size();
+        overload.label += WithBlanksBehindCommas(parameter);
+        overload.parameters.emplace_back(begin, overload.label.size());
+        overload.isVariadic = IsVariadic(parameter);
+        done = static_cast<size_t>(parameter.data() - signature.data()) + parameter.size();
+    }
+    overload.label += WithBlanksBehindCommas(signature.substr(done));
+}
+
 CallHelp::Overload OverloadOf(const Symbol& symbol, CallAround::Sort sort)
 {
     const bool isTemplate = sort == CallAround::Sort::Template;
@@ -26,13 +41,7 @@ CallHelp::Overload OverloadOf(const Symbol& symbol, CallAround::Sort sort)
     if (!symbol.type.empty() && !isTemplate)
         overload.label = WithoutMadeNames(std::string(symbol.type)) + " ";
     overload.label += symbol.name;
-    const size_t start = overload.label.size();
-    overload.label += signature;
-    for (const std::string_view parameter : ParametersOf(signature)) {
-        const size_t begin = start + static_cast<size_t>(parameter.data() - signature.data());
-        overload.parameters.emplace_back(begin, begin + parameter.size());
-        overload.isVariadic = IsVariadic(parameter);
-    }
+    AddSignature(signature, overload);
     return overload;
 }
 

@@ -15,7 +15,7 @@ namespace wren {
 
 struct CallHelp {
     struct Overload {
-        std::string label;                                 // "int f(int a,int b)"
+        std::string label;                                 // "int f(int a, int b)"
         std::vector<std::pair<size_t, size_t>> parameters; // begin and end in the label, bytes
         bool isVariadic = false;
     };

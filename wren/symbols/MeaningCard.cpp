@@ -95,6 +95,16 @@ std::string_view BodyOfMacro(std::string_view definition, const symbols::Symbol&
     return name == std::string_view::npos ? std::string_view() : definition.substr(name + macro.name.size());
 }
 
+bool EndsWithWord(std::string_view text, std::string_view word)
+{
+    const size_t last = text.find_last_not_of(" \t\r\n,;");
+    text = text.substr(0, last + 1);
+    if (!text.ends_with(word))
+        return false;
+    text.remove_suffix(word.size());
+    return !text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '=');
+}
+
 std::string ValueOf(const resolve::Answer& answer, std::string_view declaration, const SourceText& text,
                     const symbols::Snapshot& snapshot)
 {
@@ -103,7 +113,8 @@ std::string ValueOf(const resolve::Answer& answer, std::string_view declaration,
         value = PlainValue(BodyOfMacro(declaration, answer.symbol));
     else if (answer.symbol.kind == SymbolKind::Enumerator && answer.symbol.file < UINT32_MAX)
         value = ValueOfEnumerator(answer.symbol, snapshot.OfFile(answer.symbol.file).found, text);
-    return value ? std::to_string(*value) : "";
+    const std::string shown = value ? std::to_string(*value) : "";
+    return EndsWithWord(declaration, shown) ? "" : shown; // it is read there
 }
 
 size_t OtherThings(const std::vector<resolve::Answer>& answers)

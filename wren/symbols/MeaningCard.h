@@ -16,7 +16,7 @@ struct MeaningCard {
     std::string declaration; // without a body, as it is written; "" of a file
     std::string scope;       // "Outer::Inner"; "" for none
     std::string comment;     // without its signs
-    std::string value;       // of a macro or an enumerator, when a reader could work it out
+    std::string value;       // of a macro or an enumerator, when a reader could work it out; "" when it is written so
     std::string place;       // "shape.h:12", or the path of a file, as in the index
     size_t others = 0;       // other things that the name may mean
     bool isFoundByName = false;

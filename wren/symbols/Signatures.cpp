@@ -9,7 +9,8 @@ namespace {
 std::string_view Stripped(std::string_view text)
 {
     const size_t first = text.find_first_not_of(" \t");
-    return first == std::string_view::npos ? "" : text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    return first == std::string_view::npos ? text.substr(text.size())
+                                           : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
 } // namespace
@@ -35,6 +36,25 @@ std::vector<std::string_view> ParametersOf(std::string_view signature)
     if (parameters.size() == 1 && (parameters[0].empty() || parameters[0] == "void"))
         parameters.clear();
     return parameters;
+}
+
+std::string WithBlanksBehindCommas(std::string_view signature)
+{
+    std::string written;
+    char quote = 0;
+    for (size_t at = 0; at < signature.size(); ++at) {
+        const char letter = signature[at];
+        written += letter;
+        if (quote != 0 && letter == '\\' && at + 1 < signature.size())
+            written += signature[++at];
+        else if (quote != 0)
+            quote = letter == quote ? '\0' : quote;
+        else if (letter == '"' || (letter == '\'' && !(at > 0 && base::IsDigit(signature[at - 1])))) // not 1'000
+            quote = letter;
+        else if (letter == ',' && at + 1 < signature.size() && signature[at + 1] != ' ')
+            written += ' ';
+    }
+    return written;
 }
 
 bool IsVariadic(std::string_view parameter)

@@ -10,6 +10,9 @@ namespace wren {
 // The parts between the commas of the outer brackets, which are "(" and ")" or "<" and ">"; none for "(void)".
 std::vector<std::string_view> ParametersOf(std::string_view signature);
 
+// As people write it: a blank behind each comma that is in no literal.
+std::string WithBlanksBehindCommas(std::string_view signature);
+
 bool IsVariadic(std::string_view parameter); // "...", "args...", "Types ... types"
 
 // For comparing declarations: without name, default value and blanks.

@@ -97,7 +97,7 @@ TEST_F(NameHelp, WhatACallTakesFollowsTheArguments)
     StartAt("int Mix(int red, int green);\nint Mix(int grey);\nint Run()\n{\n    return Mix|\n}\n");
     Type("(");
     Answered();
-    EXPECT_THAT(Call(), AllOf(HasSubstr("int Mix(<b>int grey</b>)"), HasSubstr("int Mix(int red,int green)")));
+    EXPECT_THAT(Call(), AllOf(HasSubstr("int Mix(<b>int grey</b>)"), HasSubstr("int Mix(int red, int green)")));
     Type("1, ");
     Answered();
     EXPECT_THAT(Call(), HasSubstr("<b>int green</b>"));

@@ -144,5 +144,5 @@ TEST(Completion, DetailComesWithResolve)
     const Json list = fixture.Ask("textDocument/completion");
     ASSERT_FALSE(list["items"].empty());
     EXPECT_FALSE(list["items"][0].contains("detail"));
-    EXPECT_EQ(fixture.Handle("completionItem/resolve", list["items"][0])["detail"], "int Shape::area(int a,int b)");
+    EXPECT_EQ(fixture.Handle("completionItem/resolve", list["items"][0])["detail"], "int Shape::area(int a, int b)");
 }

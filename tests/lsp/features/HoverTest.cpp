@@ -47,6 +47,9 @@ TEST(Hover, ShowsPlainValues)
     EXPECT_EQ(PlainHover("#define BITS (1 << 4)\nint x = BI|TS;\n"), "#define BITS (1 << 4)\n// = 16\n\na.cpp:1");
     EXPECT_EQ(PlainHover("#define SIZE sizeof(int)\nint x = SI|ZE;\n"), "#define SIZE sizeof(int)\n\na.cpp:1");
     EXPECT_EQ(PlainHover("enum E { A, B = 0x10, C };\nint x = C|;\n"), "// in E\nC\n// = 17\n\na.cpp:1");
+    EXPECT_EQ(PlainHover("enum E { A = 1 << 2 };\nint x = A|;\n"), "// in E\nA = 1 << 2\n// = 4\n\na.cpp:1");
+    EXPECT_EQ(PlainHover("enum E { A = 12 };\nint x = A|;\n"), "// in E\nA = 12\n\na.cpp:1") << "read there";
+    EXPECT_EQ(PlainHover("#define SIZE 42\nint x = SI|ZE;\n"), "#define SIZE 42\n\na.cpp:1") << "read there";
     EXPECT_EQ(PlainHover("enum E { A = F(1), B };\nint x = B|;\n"), "// in E\nB\n\na.cpp:1");
 }
 

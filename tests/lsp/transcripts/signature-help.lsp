@@ -13,7 +13,7 @@ file a.cpp
 > begin {"capabilities": {"textDocument": {"signatureHelp": {"signatureInformation": {"parameterInformation": {"labelOffsetSupport": true}}}}}}
 > open a.cpp
 > request textDocument/signatureHelp @one
-< result {"signatures": [{"label": "int sum(int a,...int b)", "parameters": [{"label": ["...", "..."], "...": "..."}, "..."], "...": "..."},
+< result {"signatures": [{"label": "int sum(int a, int b)", "parameters": [{"label": ["...", "..."], "...": "..."}, "..."], "...": "..."},
     {"label": "int sum(int a)", "...": "..."}], "activeSignature": 0, "activeParameter": 0}
 > request textDocument/signatureHelp @two
 < result {"activeSignature": 0, "activeParameter": 1, "...": "..."}

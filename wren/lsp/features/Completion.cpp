@@ -11,6 +11,7 @@
 #include "wren/symbols/DeclarationRange.h"
 #include "wren/symbols/NamedSymbols.h"
 #include "wren/symbols/ShownNames.h"
+#include "wren/symbols/Signatures.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -187,7 +188,7 @@ private:
     {
         Json details = Json::object();
         if (!symbol.signature.empty())
-            details["detail"] = WithoutMadeNames(std::string(symbol.signature));
+            details["detail"] = WithoutMadeNames(WithBlanksBehindCommas(symbol.signature));
         if (!symbol.type.empty())
             details["description"] = WithoutMadeNames(std::string(symbol.type));
         return details;
@@ -295,8 +296,8 @@ Json ResolveCompletion(const Json& given, const RequestContext& context)
     const std::string name = OptionalMember<std::string>(data, "name").value_or("");
     const std::string signature = OptionalMember<std::string>(data, "signature").value_or("");
     if (!name.empty())
-        item["detail"] =
-            WithoutMadeNames((type.empty() ? "" : type + " ") + (scope.empty() ? "" : scope + "::") + name + signature);
+        item["detail"] = WithoutMadeNames((type.empty() ? "" : type + " ") + (scope.empty() ? "" : scope + "::") +
+                                          name + WithBlanksBehindCommas(signature));
     if (const std::string comment = DocumentationOf(data, context); !comment.empty())
         item["documentation"] = {{"kind", "plaintext"}, {"value", comment}};
     return item;

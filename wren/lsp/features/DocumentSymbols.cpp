@@ -6,6 +6,7 @@
 #include "wren/symbols/DeclarationRange.h"
 #include "wren/symbols/Outline.h"
 #include "wren/symbols/ShownNames.h"
+#include "wren/symbols/Signatures.h"
 
 #include <algorithm>
 #include <string>
@@ -91,7 +92,7 @@ private:
                      {"range", placed.extent},
                      {"selectionRange", placed.name}};
         if (!symbol.type.empty() || !symbol.signature.empty())
-            item["detail"] = WithoutMadeNames(std::string(symbol.type) + std::string(symbol.signature));
+            item["detail"] = WithoutMadeNames(std::string(symbol.type) + WithBlanksBehindCommas(symbol.signature));
         if (!node.children.empty())
             item["children"] = Tree(node.children, false);
         return item;
