@@ -194,6 +194,27 @@ TEST(CodeView, OtherFilesHaveNoColours)
         ASSERT_EQ(text.StyleAt(at), 0) << at;
 }
 
+TEST(CodeLexer, ANameOfAnotherLanguageIsNoKeyword)
+{
+    const struct {
+        const char* path;
+        const char* word;
+        bool isKeyword;
+    } kCases[] = {
+        {"a.c", "restrict", true},   {"a.c", "class", false}, {"a.c", "id", false},    {"a.c", "readonly", false},
+        {"a.cpp", "class", true},    {"a.cpp", "id", false},  {"a.h", "class", true},  {"a.h", "readonly", false},
+        {"a.h", "@interface", true}, {"a.m", "id", true},     {"a.mm", "class", true}, {"a.m", "readonly", true},
+    };
+    CodeLexer lexer;
+    for (const auto& [path, word, isKeyword] : kCases) {
+        lexer.SetLanguageFor(path);
+        bool isFound = false;
+        for (const int set : {CodeLexer::kFirstSet, CodeLexer::kObjectiveCSet})
+            isFound = isFound || QString(lexer.keywords(set)).split(' ').contains(word);
+        EXPECT_EQ(isFound, isKeyword) << path << ' ' << word;
+    }
+}
+
 TEST(CodeLexer, RecognisesFilesByTheirNames)
 {
     for (const char* code : {"a.c", "a.h", "/x/b.MM", "c.m", "d.cpp", "e.C", "f.hxx"})

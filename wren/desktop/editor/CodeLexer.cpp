@@ -25,15 +25,38 @@ constexpr const char* kWords =
     "while xor xor_eq _Alignas _Alignof _Atomic _Bool _Complex _Generic _Imaginary _Noreturn _Static_assert "
     "_Thread_local";
 
-// Not those that are Objective-C's in one place only and anybody's names elsewhere: in, copy, strong, getter ...
-constexpr const char* kObjectiveCWords =
+constexpr const char* kWordsOfC =
+    "alignas alignof auto bool break case char const constexpr continue default do double else enum extern false float "
+    "for goto if inline int long nullptr register restrict return short signed sizeof static static_assert struct "
+    "switch thread_local true typedef typeof union unsigned void volatile while _Alignas _Alignof _Atomic _Bool "
+    "_Complex _Generic _Imaginary _Noreturn _Static_assert _Thread_local";
+
+// Nobody can use them as names.
+constexpr const char* kDirectives =
     "@autoreleasepool @available @catch @class @compatibility_alias @defs @dynamic @encode @end @finally "
     "@implementation "
     "@import @interface @optional @package @private @property @protected @protocol @public @required @selector "
-    "@synchronized @synthesize @throw @try id instancetype self super nil Nil YES NO BOOL SEL IMP Class Protocol "
-    "nonatomic readonly readwrite nullable nonnull null_resettable null_unspecified _Nullable _Nonnull __block __weak "
+    "@synchronized @synthesize @throw @try";
+
+// Not those that are Objective-C's in one place only and anybody's names elsewhere: in, copy, strong, getter ...
+constexpr const char* kNamesOfObjectiveC =
+    " instancetype self super nil Nil YES NO BOOL SEL IMP Class Protocol "
+    "nonatomic nullable nonnull null_resettable null_unspecified _Nullable _Nonnull __block __weak "
     "__strong __bridge __kindof __unsafe_unretained __autoreleasing NSInteger NSUInteger CGFloat unichar IBOutlet "
     "IBAction";
+
+// Usual names in C, whose headers have the same endings.
+constexpr const char* kOnlyInSources = " id readonly readwrite";
+
+std::string EndingOf(const std::string& path)
+{
+    const size_t dot = path.find_last_of("./");
+    if (dot == std::string::npos || path[dot] == '/')
+        return "";
+    std::string ending = path.substr(dot + 1);
+    std::transform(ending.begin(), ending.end(), ending.begin(), [](unsigned char c) { return std::tolower(c); });
+    return ending;
+}
 
 struct Row {
     int style;
@@ -72,17 +95,20 @@ CodeLexer::CodeLexer(QObject* parent) : QsciLexerCPP(parent)
 
 bool CodeLexer::IsCode(const std::string& path)
 {
-    const size_t dot = path.find_last_of("./");
-    if (dot == std::string::npos || path[dot] == '/')
-        return false;
-    std::string ending = path.substr(dot + 1);
-    std::transform(ending.begin(), ending.end(), ending.begin(), [](unsigned char c) { return std::tolower(c); });
-    return std::find(std::begin(kEndings), std::end(kEndings), ending) != std::end(kEndings);
+    return std::find(std::begin(kEndings), std::end(kEndings), EndingOf(path)) != std::end(kEndings);
 }
 
-void CodeLexer::SetCode(bool isCode)
+void CodeLexer::SetLanguageFor(const std::string& path)
 {
-    code = isCode;
+    const std::string ending = EndingOf(path);
+    if (!IsCode(path))
+        language = Language::None;
+    else if (ending == "m" || ending == "mm")
+        language = Language::ObjectiveC;
+    else if (ending.starts_with('h') || ending == "inc" || ending == "pch")
+        language = Language::Header;
+    else
+        language = ending == "c" ? Language::C : Language::Cplusplus;
 }
 
 void CodeLexer::SetLook(const EditorLook& newLook)
@@ -94,9 +120,14 @@ const char* CodeLexer::keywords(int set) const
 {
     switch (set) {
     case kFirstSet:
-        return kWords;
-    case kObjectiveCSet:
-        return kObjectiveCWords;
+        return language == Language::C ? kWordsOfC : kWords;
+    case kObjectiveCSet: {
+        static const std::string kHeaders = std::string(kDirectives) + kNamesOfObjectiveC;
+        static const std::string kSources = kHeaders + kOnlyInSources;
+        if (language == Language::Header)
+            return kHeaders.c_str();
+        return language == Language::ObjectiveC ? kSources.c_str() : kDirectives;
+    }
     default:
         return QsciLexerCPP::keywords(set);
     }
@@ -104,7 +135,7 @@ const char* CodeLexer::keywords(int set) const
 
 const char* CodeLexer::lexer() const
 {
-    return code ? "cpp" : "null";
+    return language == Language::None ? "null" : "cpp";
 }
 
 QColor CodeLexer::color(int style) const

@@ -9,7 +9,8 @@
 
 namespace wren {
 
-// Objective-C's words are coloured in every file of the family, as a header does not say which language it belongs to.
+// A header may be of any language of the family, and gets the words of C++ and those of Objective-C that are no usual
+// names in C. Sources have the words of their own language.
 // Set the lexer up before the view gets it, and give it to the view again after a change.
 class CodeLexer : public QsciLexerCPP {
     Q_OBJECT
@@ -18,7 +19,7 @@ public:
 
     static bool IsCode(const std::string& path); // by the end of its name
 
-    void SetCode(bool code); // false: everything has the text's colour
+    void SetLanguageFor(const std::string& path); // other files have the text's colour
     void SetLook(const EditorLook& look);
 
     // The family's own words, and those of Objective-C with the types that its frameworks have everywhere.
@@ -34,7 +35,7 @@ public:
 
 private:
     EditorLook look;
-    bool code = false;
+    enum class Language { None, C, Cplusplus, Header, ObjectiveC } language = Language::None;
 };
 
 } // namespace wren

@@ -241,7 +241,7 @@ void CodeView::SetLook(const EditorLook& newLook)
 
 void CodeView::SetLanguageFor(const std::string& path)
 {
-    lexer->SetCode(CodeLexer::IsCode(path));
+    lexer->SetLanguageFor(path);
     SetLook(look);
 }
 
