@@ -1,6 +1,7 @@
 #include "wren/desktop/EditorTabs.h"
 
 #include "wren/desktop/editor/CodeView.h"
+#include "wren/desktop/editor/Occurrences.h"
 
 #include <QTabBar>
 #include <QTextDocument>
@@ -44,6 +45,7 @@ EditorTabs::EditorTabs(QWidget* parent) : QTabWidget(parent)
 CodeView* EditorTabs::Add(long document, const EditorLook& look)
 {
     auto* view = new CodeView;
+    new Occurrences(*view); // a child of the view
     view->SetLook(look);
     views[document] = view;
     // Qt raises the first tab when it is added, while its document is not open yet; the opener raises it afterwards.

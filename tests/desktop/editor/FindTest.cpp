@@ -1,6 +1,7 @@
 // Finding and replacing, and the bar for it.
 #include "wren/desktop/editor/FindBar.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
@@ -194,10 +195,11 @@ TEST_F(FindBarTest, EnterFindsTheNextAndShiftEnterThePrevious)
 {
     EXPECT_TRUE(Field("find")->hasFocus());
     QTest::keyClicks(Field("find"), "one");
-    EXPECT_EQ(bar->Message(), "2 matches");
+    EXPECT_EQ(bar->Message(), "1 of 2");
     EXPECT_EQ(Marked(*view), "[one] two one\nthree");
     QTest::keyClick(Field("find"), Qt::Key_Return);
     EXPECT_EQ(Marked(*view), "one two [one]\nthree");
+    EXPECT_EQ(bar->Message(), "2 of 2");
     QTest::keyClick(Field("find"), Qt::Key_Return, Qt::ShiftModifier);
     EXPECT_EQ(Marked(*view), "[one] two one\nthree");
 }
@@ -287,6 +289,47 @@ TEST_F(FindBarTest, ReplacesOneMatchOrAll)
     EXPECT_EQ(bar->Message(), "2 replaced");
     Press("replaceAll");
     EXPECT_EQ(bar->Message(), "Not found");
+}
+
+TEST_F(FindBarTest, CountsWithoutAPlaceWhenNoMatchIsSelected)
+{
+    QTest::keyClicks(Field("find"), "one");
+    view->GoTo(5);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return bar->Message() == "2 matches"; })) << bar->Message().toStdString();
+}
+
+TEST_F(FindBarTest, CountsAgainWhenTheTextHasChanged)
+{
+    QTest::keyClicks(Field("find"), "one");
+    ViewText(*view).Replace(4, 7, "one");
+    EXPECT_TRUE(QTest::qWaitFor([this] { return bar->Message() == "1 of 3"; })) << bar->Message().toStdString();
+}
+
+TEST_F(FindBarTest, CountsALongTextFromTheEventLoop)
+{
+    std::string text;
+    for (int line = 0; line < 100'000; line++)
+        text += "int one;\n";
+    view->SetBytes(text);
+    Field("find")->setText("one");
+    EXPECT_THAT(bar->Message().toStdString(), testing::HasSubstr("or more"));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return bar->Message() == "100000 matches"; })) << bar->Message().toStdString();
+    Press("previous");
+    EXPECT_EQ(bar->Message(), "100000 of 100000");
+}
+
+TEST_F(FindBarTest, MarksAllMatchesUntilItIsClosed)
+{
+    const auto isMarked = [this](long offset) {
+        return ViewText(*view).Send(QsciScintillaBase::SCI_INDICATORVALUEAT, 22, offset) != 0;
+    };
+    Field("find")->setText("one");
+    EXPECT_TRUE(isMarked(0));
+    EXPECT_FALSE(isMarked(4));
+    EXPECT_TRUE(isMarked(8));
+    bar->Close();
+    EXPECT_FALSE(isMarked(0));
+    EXPECT_FALSE(isMarked(8));
 }
 
 TEST_F(FindBarTest, EscapeGivesTheKeyboardBack)

@@ -148,7 +148,7 @@ TEST_F(NulBytes, AreFoundByABarThatOpensOnASelection)
     view.SetBytes("a\0b a\0c"s);
     ViewText(view).Select(0, 3);
     bar.Open();
-    EXPECT_EQ(bar.Message(), "1 match");
+    EXPECT_EQ(bar.Message(), "1 of 1");
     EXPECT_EQ(bar.findChild<QLineEdit*>("find")->text().toStdString(), "a\0b"s);
 }
 

@@ -48,6 +48,9 @@ CodeView::CodeView(QWidget* parent)
 
 CodeView::~CodeView()
 {
+    // Scintilla reports updates while it ends, when nobody may ask it.
+    disconnect(this, &CodeView::SCN_UPDATEUI, nullptr, nullptr);
+    disconnect(this, &CodeView::SCN_MODIFIED, nullptr, nullptr);
     *self = nullptr;
     client = nullptr;
     disconnect(this, nullptr, this, nullptr);

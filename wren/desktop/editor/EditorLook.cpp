@@ -19,6 +19,8 @@ EditorColours Light()
     c.number = QColor(0x0b6e74);
     c.preprocessor = QColor(0x7a4b00);
     c.type = QColor(0x7b2a9e);
+    c.match = QColor(0xf2b01e);
+    c.occurrence = QColor(0x7f96b2);
     c.brace = QColor(0xa8e0b0);
     c.badBrace = QColor(0xffb3ad);
     return c;
@@ -39,6 +41,8 @@ EditorColours Dark()
     c.number = QColor(0x7fd1d1);
     c.preprocessor = QColor(0xd9b36c);
     c.type = QColor(0xd3a4f5);
+    c.match = QColor(0xb8860b);
+    c.occurrence = QColor(0x6d8199);
     c.brace = QColor(0x2f6b45);
     c.badBrace = QColor(0x8a3030);
     return c;

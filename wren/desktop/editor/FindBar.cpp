@@ -13,9 +13,7 @@ namespace wren {
 
 namespace {
 
-constexpr long kMostCounted = 1000;
-constexpr long kLongestCounted = 1'000'000; // bytes: a longer text is not read through at every key
-constexpr long kLongestFound = 10'000'000;  // nor looked through for the first match
+constexpr long kLongestFound = 10'000'000; // bytes: a longer text is not looked through at every key
 
 QLineEdit* MakeField(QHBoxLayout& row, const char* name, const QString& hint)
 {
@@ -108,6 +106,7 @@ void FindBar::AddButton(QHBoxLayout& row, const char* name, const QString& label
 
 void FindBar::SetView(CodeView* newView)
 {
+    EndMarks();
     view = newView;
     shown.reset();
     if (isVisible())
@@ -128,6 +127,7 @@ void FindBar::Open()
 void FindBar::Close()
 {
     hide();
+    EndMarks();
     if (view)
         view->setFocus();
 }
@@ -172,6 +172,7 @@ void FindBar::FindTyped()
     else if (view->IsValid(Wanted()))
         view->FindFrom(began, Wanted());
     shown = ViewText(*view).Selected();
+    TellCount();
 }
 
 void FindBar::Replace()
@@ -203,19 +204,52 @@ bool FindBar::CanFind()
 
 void FindBar::TellCount()
 {
-    if (!CanFind() || ViewText(*view).Length() > kLongestCounted)
+    if (!CanFind() || !isVisible()) {
+        EndMarks();
         return;
-    const long count = view->Count(Wanted(), kMostCounted);
+    }
+    if (!marks) {
+        marks = new MatchMarks(*view, MatchMarks::Of::Search);
+        connect(marks, &MatchMarks::Changed, this, &FindBar::CountChanged);
+    }
+    countIsTold = true;
+    marks->SetSearch(Wanted());
+    CountChanged();
+}
+
+// Only over another count: "3 replaced" stays until the user does something in the bar.
+void FindBar::CountChanged()
+{
+    if (!countIsTold || !marks)
+        return;
+    Tell(CountMessage(), marks->Count() == 0 && marks->IsComplete());
+    countIsTold = true;
+}
+
+QString FindBar::CountMessage() const
+{
+    const long count = marks->Count();
     if (count == 0)
-        Tell(tr("Not found"), true);
-    else if (count == kMostCounted)
-        Tell(tr("%1 matches or more").arg(count), false);
-    else
-        Tell(count == 1 ? tr("1 match") : tr("%1 matches").arg(count), false);
+        return marks->IsComplete() ? tr("Not found") : tr("Counting\u2026");
+    const std::optional<long> number = marks->NumberOf(ViewText(*view).Selected());
+    const QString all = marks->IsComplete() ? QString::number(count) : tr("%1 or more").arg(count);
+    if (number)
+        return tr("%1 of %2").arg(*number).arg(all);
+    return count == 1 && marks->IsComplete() ? tr("1 match") : tr("%1 matches").arg(all);
+}
+
+void FindBar::EndMarks()
+{
+    if (marks) {
+        marks->SetSearch({});
+        delete marks;
+    }
+    countIsTold = false;
 }
 
 void FindBar::Tell(const QString& told, bool wrong)
 {
+    countIsTold = false;
     message->setText(told);
     QFont font = message->font();
     font.setBold(wrong);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wren/desktop/editor/CodeView.h"
+#include "wren/desktop/editor/MatchMarks.h"
 
 #include <QPointer>
 #include <QWidget>
@@ -17,7 +18,7 @@ namespace wren {
 
 // Hidden until it is opened. Typing finds at once, from the place where the caret was. Enter finds the next match; in
 // the replacement's field it first replaces the match before. Shift-Enter finds the match before. Escape closes the bar
-// and gives the keyboard back to the text. GUI thread.
+// and gives the keyboard back to the text. While the bar is open all matches are marked. GUI thread.
 class FindBar : public QWidget {
     Q_OBJECT
 public:
@@ -35,7 +36,7 @@ public:
     void ReplaceAll();
 
     TextSearch Wanted() const;
-    QString Message() const; // the number of matches, or why there is none
+    QString Message() const; // which match of how many is selected, or why there is none
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -50,9 +51,14 @@ private:
     void FindIn(bool backwards);
     void FindTyped();
     void TellCount();
+    QString CountMessage() const;
+    void CountChanged();
+    void EndMarks();
     void Tell(const QString& message, bool wrong);
 
     QPointer<CodeView> view;
+    QPointer<MatchMarks> marks; // of the view; while the bar is open
+    bool countIsTold = false;
     long began = 0;                 // the search for the typed text starts here
     std::optional<Selection> shown; // the match of the typed text
     QLineEdit* find;

@@ -16,16 +16,12 @@
 
 namespace wren {
 
-namespace {
-
-bool IsStyleOfNames(int style)
+bool PointedName::IsStyleOfNames(int style)
 {
     constexpr int kStyles[] = {QsciLexerCPP::Identifier, QsciLexerCPP::PreProcessor, QsciLexerCPP::KeywordSet2,
                                QsciLexerCPP::GlobalClass, QsciLexerCPP::UserLiteral};
     return std::ranges::find(kStyles, style) != std::end(kStyles);
 }
-
-} // namespace
 
 void PointedName::Watch(CodeView& view)
 {

@@ -28,6 +28,8 @@ public:
 
     static constexpr int kIndicator = 21; // of Scintilla
 
+    static bool IsStyleOfNames(int style); // of Scintilla, as the lexer of code colours
+
 signals:
     void Clicked(CodeView& view, long offset); // bytes
     void Rested(CodeView& view, long offset);

@@ -154,6 +154,29 @@ void TextFinder::EachPlain(long start, const Visit& visit) const
     }
 }
 
+long TextFinder::EachWithin(long start, long end, const Visit& visit) const
+{
+    const long length = text.Length();
+    if (search.text.empty() || !IsValid() || start > length)
+        return length + 1;
+    if (!byExpression) {
+        while (start < end) {
+            const auto found = FindPlain(start, std::min(end + static_cast<long>(search.text.size()) - 1, length));
+            if (!found)
+                break;
+            start = found->end;
+            if (!visit({*found, {}}))
+                break;
+        }
+        return end >= length ? length + 1 : std::max(start, end);
+    }
+    const long last = text.Send(Sci::SCI_LINEFROMPOSITION, std::min(end, length));
+    for (long line = text.Send(Sci::SCI_LINEFROMPOSITION, start); line <= last; line++)
+        if (!EachInLine(line, start, visit))
+            break;
+    return last + 1 < text.Send(Sci::SCI_GETLINECOUNT) ? text.Send(Sci::SCI_POSITIONFROMLINE, last + 1) : length + 1;
+}
+
 bool TextFinder::EachInLine(long number, long start, const Visit& visit) const
 {
     if (search.text.empty() || !IsValid())

@@ -45,9 +45,13 @@ public:
     long ReplaceAll(const std::string& with) const;
     long Count(long atMost) const;
 
-private:
     using Visit = std::function<bool(const Found&)>; // false: enough
 
+    // The matches that begin at 'start' or behind it, up to 'end'; an expression goes on to the end of that line.
+    // Returns where to begin for the rest: behind the end of the text when there is none.
+    long EachWithin(long start, long end, const Visit& visit) const;
+
+private:
     std::optional<Found> First(long start) const;
     std::optional<Found> Last(long end) const; // that ends at 'end' or before
     void Each(long start, const Visit& visit) const;
