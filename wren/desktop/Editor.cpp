@@ -98,6 +98,7 @@ void Editor::MakeActions(const DesktopOptions& options)
     labels = std::make_unique<DocumentLabels>(*host, *window);
     documents = std::make_unique<DocumentActions>(
         DocumentActions::Parts{*host, *window, *loop, *files, *worksheet, *labels, *router});
+    tabActions = std::make_unique<TabActions>(*host, window->Tabs(), *documents);
     places = std::make_unique<PlaceActions>(*host, window->Tabs(), *documents);
     preferenceActions = std::make_unique<PreferenceActions>(
         PreferenceActions::Parts{preferences, look, *host, *window, *display, *loop, *router, *settings});
@@ -127,6 +128,7 @@ Editor::~Editor()
     session.reset();
     preferenceActions.reset();
     places.reset();
+    tabActions.reset();
     documents.reset();
     labels.reset();
     settings.reset();

@@ -69,7 +69,7 @@ public:
 
     EditorActions Actions()
     {
-        return {*documents, *places, *worksheet, *preferenceActions, symbols.get(), finder.get()};
+        return {*documents, *tabActions, *places, *worksheet, *preferenceActions, symbols.get(), finder.get()};
     }
     MainWindow& Window() { return *window; }
     Host& TheHost() { return *host; }
@@ -109,6 +109,7 @@ private:
     std::unique_ptr<SettingsKeeper> settings;
     std::unique_ptr<DocumentLabels> labels;
     std::unique_ptr<DocumentActions> documents;
+    std::unique_ptr<TabActions> tabActions;
     std::unique_ptr<PlaceActions> places;
     std::unique_ptr<PreferenceActions> preferenceActions;
     std::unique_ptr<SessionKeeper> session;

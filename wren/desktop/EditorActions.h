@@ -6,6 +6,7 @@
 #include "wren/desktop/PlaceActions.h"
 #include "wren/desktop/PreferenceActions.h"
 #include "wren/desktop/SymbolActions.h"
+#include "wren/desktop/TabActions.h"
 #include "wren/desktop/WorksheetActions.h"
 
 namespace wren {
@@ -13,6 +14,7 @@ namespace wren {
 // The Editor owns them, and they live as long as it does. GUI thread.
 struct EditorActions {
     DocumentActions& documents;
+    TabActions& tabs;
     PlaceActions& places;
     WorksheetActions& worksheet;
     PreferenceActions& preferences;

@@ -115,6 +115,17 @@ void EditorMenus::FillFile(QMenu* menu)
     menu->addSeparator();
     Add(menu, tr("&Close"), "window-close", {QKeySequence(tr("Ctrl+W"))},
         [this] { parts.actions.documents.CloseCurrent(); });
+    QMenu* row = menu->addMenu(tr("&Tabs"));
+    closeOthers = Add(row, tr("Close &Others"), "", {},
+                      [this] { parts.actions.tabs.CloseOthers(parts.window.Tabs().CurrentDocument()); });
+    closeRight = Add(row, tr("Close to the &Right"), "", {},
+                     [this] { parts.actions.tabs.CloseToTheRight(parts.window.Tabs().CurrentDocument()); });
+    reopen = Add(row, tr("R&eopen Closed File"), "", {QKeySequence(tr("Ctrl+Shift+T"))},
+                 [this] { parts.actions.tabs.ReopenClosed(); });
+    row->addSeparator();
+    connect(row, &QMenu::aboutToShow, this, &EditorMenus::ShowState); // tabs can be dragged
+    copyPath = Add(row, tr("Copy &Path"), "", {},
+                   [this] { parts.actions.tabs.CopyPath(parts.window.Tabs().CurrentDocument()); });
     Add(menu, tr("&Quit"), "application-exit", {QKeySequence(tr("Ctrl+Q"))}, [this] { parts.window.close(); });
 }
 
@@ -320,6 +331,11 @@ void EditorMenus::ShowState()
     const bool any = document != nullptr && view != nullptr;
     save->setEnabled(any);
     revert->setEnabled(any && !document->Path().empty());
+    const EditorTabs& tabs = parts.window.Tabs();
+    closeOthers->setEnabled(tabs.count() > 1);
+    closeRight->setEnabled(tabs.currentIndex() + 1 < tabs.count());
+    reopen->setEnabled(parts.actions.tabs.CanReopen());
+    copyPath->setEnabled(any && !document->Path().empty());
     for (QAction* action : {cut, copy})
         action->setEnabled(any);
     ShowUndo();

@@ -75,6 +75,10 @@ private:
     std::map<std::string, QAction*> commands;                        // by the command that they run
     QAction* save = nullptr;
     QAction* revert = nullptr;
+    QAction* closeOthers = nullptr;
+    QAction* closeRight = nullptr;
+    QAction* reopen = nullptr;
+    QAction* copyPath = nullptr;
     QAction* undo = nullptr;
     QAction* redo = nullptr;
     QAction* cut = nullptr;

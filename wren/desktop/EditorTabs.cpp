@@ -104,6 +104,11 @@ long EditorTabs::DocumentOf(const CodeView* view) const
     return 0;
 }
 
+long EditorTabs::DocumentAt(const QPoint& place) const
+{
+    return DocumentOf(qobject_cast<CodeView*>(widget(tabBar()->tabAt(place))));
+}
+
 std::vector<long> EditorTabs::Documents() const
 {
     std::vector<long> documents;

@@ -27,7 +27,8 @@ public:
     CodeView* CurrentView() const;         // null when there is none
     long CurrentDocument() const;          // 0 when there is none
     long DocumentOf(const CodeView* view) const;
-    std::vector<long> Documents() const; // in the order of their tabs, which the user may drag
+    long DocumentAt(const QPoint& place) const; // whose tab is there, in the tab bar; 0 when there is none
+    std::vector<long> Documents() const;        // in the order of their tabs, which the user may drag
 
     // 'path' is "" for a text without a file. Files of the same name are shown with as much of their directories as
     // makes them differ.
