@@ -27,10 +27,24 @@ fs::path LastParts(const fs::path& directory, long count)
     return last;
 }
 
+// Scrolls when the names no longer fit. Qt's own bar first shortens all of them until nothing is left to read.
+class ReadableTabBar : public QTabBar {
+protected:
+    QSize minimumTabSizeHint(int index) const override
+    {
+        const QSize whole = tabSizeHint(index);
+        return {std::min(whole.width(), kReadableWidth * fontMetrics().averageCharWidth()), whole.height()};
+    }
+
+private:
+    static constexpr int kReadableWidth = 32; // characters, with the sign that closes the tab
+};
+
 } // namespace
 
 EditorTabs::EditorTabs(QWidget* parent) : QTabWidget(parent)
 {
+    setTabBar(new ReadableTabBar);
     setDocumentMode(true);
     setTabsClosable(true);
     setMovable(true);

@@ -133,3 +133,15 @@ TEST_F(TabRow, OffersOnlyWhatATabCanDo)
     CloseTab(0);
     EXPECT_THAT(EnabledItems(0), ElementsAre("Close", "Reopen Closed File"));
 }
+
+TEST_F(TabRow, ShowsWholeNamesWhenThereAreMoreThanFit)
+{
+    std::vector<std::string> files;
+    for (int number = 100; number < 130; ++number)
+        files.push_back(home.Write("source" + std::to_string(number) + ".c", ""));
+    Start(files);
+    const QTabBar* bar = Row().tabBar();
+    ASSERT_GT(bar->tabRect(29).right() - bar->tabRect(0).left(), Row().width()) << "else all of them fit";
+    for (int index = 0; index < 30; ++index)
+        EXPECT_GT(bar->tabRect(index).width(), bar->fontMetrics().horizontalAdvance(bar->tabText(index))) << index;
+}
