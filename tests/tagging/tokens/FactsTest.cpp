@@ -140,7 +140,9 @@ void AddWords(std::string_view text, Names& names)
     for (Token token; tokens.Next(token); last = token) {
         if (token.kind == Token::kDirective) {
             const Directive directive(token.text);
-            if (!directive.name.starts_with("include") && directive.name != "import")
+            const bool isInclude = directive.name.starts_with("include") || directive.name == "import";
+            // "#include FT_FREETYPE_H" mentions a macro.
+            if (!isInclude || directive.rest.find_first_of("<\"") == std::string_view::npos)
                 AddWords(directive.rest, names);
         } else if (token.kind == Token::kWord && !last.Is('@') && KindOfKeyword(token.text) == Keyword::No) {
             names.emplace(token.text);
