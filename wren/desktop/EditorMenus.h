@@ -47,6 +47,7 @@ public:
 private:
     void FillFile(QMenu* menu);
     void FillEdit(QMenu* menu);
+    void FillLines(QMenu* menu);
     void FillSearch(QMenu* menu);
     void FillGo(QMenu* menu);
     void ShareKeysWithPlugin();

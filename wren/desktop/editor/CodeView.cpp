@@ -387,6 +387,15 @@ bool CodeView::ReplaceSelected(const Search& search, const std::string& with)
     return found.has_value();
 }
 
+void CodeView::Apply(LineCommand command, std::string_view commentMark)
+{
+    ByUser([&] {
+        text.Send(SCI_BEGINUNDOACTION);
+        ApplyToLines(text, command, commentMark);
+        text.Send(SCI_ENDUNDOACTION);
+    });
+}
+
 long CodeView::ReplaceAll(const Search& search, const std::string& with)
 {
     long count = 0;

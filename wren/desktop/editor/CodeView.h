@@ -7,6 +7,7 @@
 #include "vetch/support/Geometry.h"
 #include "wren/desktop/editor/EditorLook.h"
 #include "wren/desktop/editor/Indentation.h"
+#include "wren/desktop/editor/LineCommands.h"
 #include "wren/desktop/editor/TextLines.h"
 #include "wren/desktop/editor/TextSearch.h"
 #include "wren/desktop/editor/UndoGroups.h"
@@ -118,6 +119,8 @@ public:
     bool ReplaceSelected(const Search& search, const std::string& with); // replaces what was found, finds the next;
                                                                          // false when nothing found was selected
     long ReplaceAll(const Search& search, const std::string& with);      // how many; one step to undo
+
+    void Apply(LineCommand command, std::string_view commentMark); // to the selected lines; one step to undo
 
     void EndTyping(); // what is typed next is undone without what was typed before
 
