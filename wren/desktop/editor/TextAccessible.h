@@ -40,6 +40,7 @@ public:
     int cursorPosition() const override;
     void setCursorPosition(int position) override;
 
+    using QAccessibleWidget::text; // the name and the description of the widget, beside a piece of its text
     QString text(int start, int end) const override;
     QString textBeforeOffset(int offset, QAccessible::TextBoundaryType boundary, int* start, int* end) const override;
     QString textAtOffset(int offset, QAccessible::TextBoundaryType boundary, int* start, int* end) const override;

@@ -112,6 +112,7 @@ void ScopeBar::Append(QWidget* part)
 void ScopeBar::Ask(const std::vector<size_t>& asked)
 {
     std::vector<PaletteItem> siblings;
+    siblings.reserve(asked.size());
     for (const size_t each : asked)
         siblings.push_back(symbols[each]);
     for (PaletteItem& each : siblings)
