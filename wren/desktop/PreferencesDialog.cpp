@@ -6,10 +6,11 @@
 #include "wren/core/PluginBundle.h"
 #include "wren/desktop/GuiLoop.h"
 #include "wren/desktop/IcnsIcon.h"
+#include "wren/desktop/Icons.h"
+#include "wren/desktop/PreferenceSearch.h"
 #include "wren/desktop/display/QtDisplay.h"
-#include "wren/desktop/state/EditorPage.h"
+#include "wren/desktop/state/EditorPages.h"
 
-#include <QApplication>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -30,45 +31,45 @@ constexpr int kBesideTitles = 12; // pixels
 
 PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& loop, const PreferenceValues& values,
                                      QWidget* parent)
-    : QDialog(parent), host(host), display(display), loop(loop), editor(new EditorPage), titles(new QListWidget),
-      pages(new QStackedWidget)
+    : QDialog(parent), host(host), display(display), loop(loop), first(values), editor(new EditorPages),
+      titles(new QListWidget), pages(new QStackedWidget)
 {
     setWindowTitle(tr("Preferences"));
-    titles->setIconSize(QSize(32, 32));
+    titles->setIconSize(QSize(24, 24));
     titles->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    titles->setAccessibleName(tr("Pages"));
+    auto* wanted = new QLineEdit;
+    wanted->setPlaceholderText(tr("Search"));
+    wanted->setAccessibleName(tr("Search the preferences"));
+    wanted->setClearButtonEnabled(true);
+    search = new PreferenceSearch(*wanted, *titles);
+    search->setParent(this);
     auto* row = new QHBoxLayout;
     row->addWidget(titles);
     row->addWidget(pages, 1);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close | QDialogButtonBox::Cancel);
+    buttons->button(QDialogButtonBox::Cancel)->setToolTip(tr("Take back what was changed since this window opened"));
+    connect(buttons->button(QDialogButtonBox::Cancel), &QPushButton::clicked, this, &PreferencesDialog::TakeBack);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::accept);
     auto* column = new QVBoxLayout(this);
+    column->addWidget(wanted);
     column->addLayout(row, 1);
 
-    std::vector<std::string> commands;
-    for (const CommandTable::Command& command : host.Commands().Registered())
-        commands.push_back(command.name);
-    editor->SetCommands(commands);
-    editor->SetValues(values);
-    connect(editor, &EditorPage::Changed, this, [this] { emit Changed(editor->Values()); });
-    AddPage(QApplication::windowIcon(), tr("Editor"), editor);
+    AddEditorPages();
     AddPanels();
     titles->setFixedWidth(titles->sizeHintForColumn(0) + 2 * titles->frameWidth() + kBesideTitles);
     column->addWidget(buttons); // last, also for the Tab key
     // Enter belongs to the field that it is pressed in, which takes its value then.
     for (QPushButton* button : findChildren<QPushButton*>())
         button->setAutoDefault(false);
-    titles->setAccessibleName(tr("Pages"));
-    connect(titles, &QListWidget::currentRowChanged, pages, &QStackedWidget::setCurrentIndex);
+    connect(titles, &QListWidget::currentRowChanged, this, &PreferencesDialog::ShowPage);
     titles->setCurrentRow(0);
     titles->setFocus();
 }
 
 PreferencesDialog::~PreferencesDialog()
 {
-    // A field takes its value when it is left.
-    if (QWidget* field = focusWidget())
-        field->clearFocus();
-    loop.LetThrough();
+    LeaveField();
     for (const vetch::LooperToken token : panels)
         if (BLooper* panel = vetch::FindLooper(token))
             panel->Quit();
@@ -90,16 +91,69 @@ void PreferencesDialog::keyPressEvent(QKeyEvent* event)
         button->click();
 }
 
-void PreferencesDialog::AddPage(const QIcon& icon, const QString& title, QWidget* page)
+void PreferencesDialog::done(int result)
+{
+    LeaveField(); // before its owner stores the values
+    QDialog::done(result);
+}
+
+// A field takes its value when it is left.
+void PreferencesDialog::LeaveField()
+{
+    if (QWidget* field = focusWidget())
+        field->clearFocus();
+    loop.LetThrough();
+}
+
+void PreferencesDialog::TakeBack()
+{
+    LeaveField();
+    for (const PanelValues& values : panelValues)
+        values.Restore();
+    loop.LetThrough();
+    if (editor->Values() != first) {
+        editor->SetValues(first);
+        emit Changed(first);
+    }
+}
+
+void PreferencesDialog::AddEditorPages()
+{
+    std::vector<std::string> commands;
+    for (const CommandTable::Command& command : host.Commands().Registered())
+        commands.push_back(command.name);
+    editor->SetCommands(commands);
+    editor->SetValues(first);
+    connect(editor, &EditorPages::Changed, this, [this] { emit Changed(editor->Values()); });
+    AddArea(editor, true);
+    const QStringList names = editor->Titles();
+    for (int page = 0; page < editor->count(); ++page)
+        AddTitle(IconNamed("preferences-" + names[page].toLower()), names[page], editor->widget(page));
+}
+
+void PreferencesDialog::AddArea(QWidget* content, bool grows)
 {
     auto* area = new QScrollArea;
-    area->setWidget(page);
+    area->setWidget(content);
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
-    area->setWidgetResizable(page == editor);
-    area->setMinimumSize(page->sizeHint().expandedTo(page->size()) + QSize(24, 8));
+    area->setWidgetResizable(grows);
+    area->setMinimumSize(content->sizeHint().expandedTo(content->size()) + QSize(24, 8));
     pages->addWidget(area);
+}
+
+void PreferencesDialog::AddTitle(const QIcon& icon, const QString& title, QWidget* page)
+{
     titles->addItem(new QListWidgetItem(icon, title));
+    search->AddPage(page);
+}
+
+void PreferencesDialog::ShowPage(int row)
+{
+    const int own = editor->count();
+    pages->setCurrentIndex(row < own ? 0 : row - own + 1);
+    if (row >= 0 && row < own)
+        editor->setCurrentIndex(row);
 }
 
 void PreferencesDialog::AddPanels()
@@ -117,7 +171,9 @@ void PreferencesDialog::AddPanels()
         for (QLineEdit* field : content->findChildren<QLineEdit*>())
             field->setCursorPosition(0); // a long text is read from its beginning
         const std::string icon = host.Bundle().Directory()->path + "/Contents/Resources/" + panel.icon;
-        AddPage(ReadIcns(icon), QString::fromStdString(panel.title), content);
+        AddArea(content, false);
+        AddTitle(ReadIcns(icon), QString::fromStdString(panel.title), content);
+        panelValues.emplace_back(*content);
     }
 }
 

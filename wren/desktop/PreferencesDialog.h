@@ -1,8 +1,9 @@
-// The preferences: the editor's own page, and the plug-in's panels.
+// The preferences: the editor's own pages, and the plug-in's panels.
 #pragma once
 
 #include "vetch/app/BLooper.h"
 #include "wren/core/Preferences.h"
+#include "wren/desktop/PanelValues.h"
 
 #include <QDialog>
 #include <QKeySequence>
@@ -11,17 +12,19 @@
 #include <utility>
 #include <vector>
 
+class QIcon;
 class QListWidget;
 class QStackedWidget;
 
 namespace wren {
 
-class EditorPage;
+class EditorPages;
 class GuiLoop;
 class Host;
+class PreferenceSearch;
 class QtDisplay;
 
-// A change takes effect at once. GUI thread.
+// A change takes effect at once, and "Cancel" takes all of them back. GUI thread.
 class PreferencesDialog : public QDialog {
     Q_OBJECT
 public:
@@ -29,25 +32,34 @@ public:
                       QWidget* parent); // borrowed
     ~PreferencesDialog() override;      // closes the panels
 
-    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys); // as EditorPage's
+    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys); // as EditorPages's
 
 signals:
     void Changed(const PreferenceValues& values);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override; // Enter presses only the button that has the keyboard
+    void done(int result) override;
 
 private:
-    void AddPage(const QIcon& icon, const QString& title, QWidget* page);
+    void AddEditorPages();
     void AddPanels();
+    void AddArea(QWidget* content, bool grows);
+    void AddTitle(const QIcon& icon, const QString& title, QWidget* page);
+    void ShowPage(int row);
+    void LeaveField();
+    void TakeBack();
 
     Host& host;
     QtDisplay& display;
     GuiLoop& loop;
-    EditorPage* editor;
+    const PreferenceValues first; // those of the editor, when it was opened
+    EditorPages* editor;
     QListWidget* titles;
-    QStackedWidget* pages;
+    QStackedWidget* pages; // the editor's pages are one of them
+    PreferenceSearch* search;
     std::vector<vetch::LooperToken> panels;
+    std::vector<PanelValues> panelValues;
 };
 
 } // namespace wren

@@ -3,6 +3,7 @@
 #include "wren/desktop/NoticeBar.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -19,9 +20,11 @@
 
 namespace fs = std::filesystem;
 using ::testing::AllOf;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
+using ::testing::SizeIs;
 
 namespace {
 
@@ -38,6 +41,57 @@ protected:
         return status.st_ino;
     }
 };
+
+QLineEdit* FieldNamed(const QWidget& dialog, const char* name)
+{
+    for (QLineEdit* field : dialog.findChildren<QLineEdit*>())
+        if (field->accessibleName() == name)
+            return field;
+    return nullptr;
+}
+
+QLineEdit* FieldWith(const QWidget& dialog, const char* text)
+{
+    for (QLineEdit* field : dialog.findChildren<QLineEdit*>())
+        if (field->text().contains(text))
+            return field;
+    return nullptr;
+}
+
+QCheckBox* BoxNamed(const QWidget& dialog, const char* label)
+{
+    for (QCheckBox* box : dialog.findChildren<QCheckBox*>())
+        if (box->text().remove('&') == label)
+            return box;
+    return nullptr;
+}
+
+std::vector<std::string> MarkedBoxes(const QWidget& dialog)
+{
+    std::vector<std::string> marked;
+    for (const QCheckBox* box : dialog.findChildren<QCheckBox*>())
+        if (box->autoFillBackground())
+            marked.push_back(box->text().remove('&').toStdString());
+    return marked;
+}
+
+std::vector<std::string> ShownTitles(const QWidget& dialog)
+{
+    std::vector<std::string> shown;
+    const auto* titles = dialog.findChild<QListWidget*>();
+    for (int row = 0; row < titles->count(); ++row)
+        if (!titles->item(row)->isHidden())
+            shown.push_back(titles->item(row)->text().toStdString());
+    return shown;
+}
+
+void Push(const QWidget& dialog, const char* label)
+{
+    for (QPushButton* button : dialog.findChildren<QPushButton*>())
+        if (button->text().remove('&') == label)
+            return button->click();
+    FAIL() << "no button " << label;
+}
 
 constexpr const char* kOptionClick = "DeclOptionClickToFindDeclaration off\n";
 
@@ -105,9 +159,66 @@ TEST_F(Settings, StandOnPagesWithFullNames)
     InPreferences([](QWidget& dialog) {
         const auto* titles = dialog.findChild<QListWidget*>();
         ASSERT_NE(titles, nullptr);
-        EXPECT_EQ(titles->count(), 2);
+        EXPECT_EQ(titles->count(), 5);
         EXPECT_GE(titles->viewport()->width(), titles->sizeHintForColumn(0));
     });
+}
+
+TEST_F(Settings, ASearchLeavesThePagesThatHaveTheWords)
+{
+    Start();
+    InPreferences([](QWidget& dialog) {
+        auto* wanted = FieldNamed(dialog, "Search the preferences");
+        ASSERT_NE(wanted, nullptr);
+        QTest::keyClicks(wanted, "lines wrap");
+        EXPECT_THAT(ShownTitles(dialog), ElementsAre("Text"));
+        EXPECT_THAT(MarkedBoxes(dialog), ElementsAre("Wrap long lines"));
+        wanted->clear();
+        QTest::keyClicks(wanted, "go forward");
+        EXPECT_THAT(ShownTitles(dialog), ElementsAre("Keys")) << "where commands are";
+        wanted->clear();
+        QTest::keyClicks(wanted, "option-click");
+        EXPECT_THAT(ShownTitles(dialog), ElementsAre("Symbols")) << "the plug-in's";
+        EXPECT_TRUE(BoxNamed(dialog, "Option-click to look up a declaration")->isVisible());
+        wanted->clear();
+        EXPECT_THAT(ShownTitles(dialog), SizeIs(5));
+        EXPECT_THAT(MarkedBoxes(dialog), IsEmpty());
+        QTest::keyClicks(wanted, "no such thing");
+        EXPECT_THAT(ShownTitles(dialog), IsEmpty());
+    });
+}
+
+TEST_F(Settings, CancelTakesChangesBack)
+{
+    home.Write(".config/wren/settings", "WrenTabWidth 8\n");
+    Start();
+    InPreferences([this](QWidget& dialog) {
+        Tick(dialog, "Wrap long lines");
+        Tick(dialog, "Option-click to look up a declaration");
+        QLineEdit* suffixes = FieldWith(dialog, "*.h");
+        ASSERT_NE(suffixes, nullptr);
+        QTest::keyClicks(suffixes, " *.zz");
+        UntilStored(kOptionClick);
+        Push(dialog, "Cancel");
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_FALSE(View().Look().wraps);
+    EXPECT_EQ(Content(SettingsFile()), "WrenTabWidth 8\n");
+}
+
+TEST_F(Settings, ATextThatIsTypedStillIsStoredWhenTheWindowCloses)
+{
+    Start();
+    InPreferences([](QWidget& dialog) {
+        dialog.findChild<QListWidget*>()->setCurrentRow(4);
+        QLineEdit* suffixes = FieldWith(dialog, "*.h");
+        ASSERT_NE(suffixes, nullptr);
+        suffixes->setFocus();
+        suffixes->setCursorPosition(0);
+        QTest::keyClicks(suffixes, "*.zz ");
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    EXPECT_THAT(Content(SettingsFile()), HasSubstr("DeclIndexSuffixes *.zz ")) << "and not only when the editor ends";
 }
 
 TEST_F(Settings, AreKeptForTheNextStart)

@@ -1,11 +1,12 @@
-// The editor's own page among the preferences.
+// The editor's own pages among the preferences.
 #pragma once
 
 #include "wren/core/Preferences.h"
 
 #include <QKeySequence>
+#include <QStackedWidget>
 #include <QString>
-#include <QWidget>
+#include <QStringList>
 
 #include <map>
 #include <string>
@@ -20,12 +21,14 @@ namespace wren {
 
 class KeyTable;
 
-// Shows values and lets the user change them; the owner of the page applies them after Changed(). A font that is not
+// Shows values and lets the user change them; the owner of the pages applies them after Changed(). A font that is not
 // installed and keys in unusual notations come back as they were, unless the user chooses others. GUI thread.
-class EditorPage : public QWidget {
+class EditorPages : public QStackedWidget {
     Q_OBJECT
 public:
-    explicit EditorPage(QWidget* parent = nullptr);
+    explicit EditorPages(QWidget* parent = nullptr);
+
+    QStringList Titles() const; // of the pages, in their order
 
     // The menu items that are not commands, and their keys: a command that has one of the keys takes it from the item.
     void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys);
@@ -40,6 +43,11 @@ signals:
     void Changed(); // by the user
 
 private:
+    QWidget* AddPage(const QString& title);
+    void AddTextPage();
+    void AddNamesPage();
+    void AddKeysPage();
+    void AddSessionPage();
     void FillBoxes();
     void ShowFont(const QString& family);
     void ChooseJumps();

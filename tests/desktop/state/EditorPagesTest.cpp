@@ -1,4 +1,4 @@
-#include "wren/desktop/state/EditorPage.h"
+#include "wren/desktop/state/EditorPages.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -22,7 +22,7 @@ namespace {
 
 using Keys = std::vector<std::pair<std::string, std::string>>;
 
-class EditorPage : public ::testing::Test {
+class EditorPages : public ::testing::Test {
 protected:
     template <typename T>
     T* Part(const char* name)
@@ -39,8 +39,8 @@ protected:
     }
     std::string Conflicts() { return Part<QLabel>("conflicts")->text().toStdString(); }
 
-    wren::EditorPage page;
-    QSignalSpy changed{&page, &wren::EditorPage::Changed};
+    wren::EditorPages page;
+    QSignalSpy changed{&page, &wren::EditorPages::Changed};
 };
 
 PreferenceValues NothingAsByDefault()
@@ -67,12 +67,12 @@ PreferenceValues NothingAsByDefault()
 
 } // namespace
 
-TEST_F(EditorPage, ShowsTheDefaultsAtFirst)
+TEST_F(EditorPages, ShowsTheDefaultsAtFirst)
 {
     EXPECT_EQ(page.Values(), PreferenceValues());
 }
 
-TEST_F(EditorPage, ReturnsItsValuesAndReportsNoChange)
+TEST_F(EditorPages, ReturnsItsValuesAndReportsNoChange)
 {
     page.SetValues(NothingAsByDefault());
     EXPECT_EQ(page.Values(), NothingAsByDefault());
@@ -83,7 +83,7 @@ TEST_F(EditorPage, ReturnsItsValuesAndReportsNoChange)
     EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(EditorPage, ReportsChangesByTheUser)
+TEST_F(EditorPages, ReportsChangesByTheUser)
 {
     Part<QSpinBox>("fontSize")->stepUp();
     EXPECT_EQ(changed.count(), 1);
@@ -101,7 +101,7 @@ TEST_F(EditorPage, ReportsChangesByTheUser)
     EXPECT_TRUE(values.indentsWithTabs && values.wrapsLines && values.showsBlanks && !values.restoresSession);
 }
 
-TEST_F(EditorPage, SwapsModifiersSoThatNoTwoAreTheSame)
+TEST_F(EditorPages, SwapsModifiersSoThatNoTwoAreTheSame)
 {
     QTest::keyClick(Part<QComboBox>("option"), Qt::Key_Up); // from Alt to Control
     EXPECT_EQ(page.Values().option, Modifier::Control);
@@ -114,7 +114,7 @@ TEST_F(EditorPage, SwapsModifiersSoThatNoTwoAreTheSame)
     EXPECT_EQ(page.Values().option, Modifier::Control);
 }
 
-TEST_F(EditorPage, TakesATypedKey)
+TEST_F(EditorPages, TakesATypedKey)
 {
     page.show();
     QKeySequenceEdit* field = Field("Look up declaration", 1);
@@ -128,7 +128,7 @@ TEST_F(EditorPage, TakesATypedKey)
     EXPECT_EQ(changed.count(), 3);
 }
 
-TEST_F(EditorPage, KeepsAKeyWhileAModifierAloneIsHeld)
+TEST_F(EditorPages, KeepsAKeyWhileAModifierAloneIsHeld)
 {
     page.show();
     QTest::keyClick(Field("Go back", 0), Qt::Key_Control, Qt::ControlModifier);
@@ -136,7 +136,7 @@ TEST_F(EditorPage, KeepsAKeyWhileAModifierAloneIsHeld)
     EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(EditorPage, RefusesAKeyThatCannotBeStored)
+TEST_F(EditorPages, RefusesAKeyThatCannotBeStored)
 {
     page.show();
     QTest::keyClick(Field("Go back", 0), Qt::Key_VolumeDown);
@@ -145,7 +145,7 @@ TEST_F(EditorPage, RefusesAKeyThatCannotBeStored)
     EXPECT_EQ(changed.count(), 0);
 }
 
-TEST_F(EditorPage, ShowsWhichCommandsHaveTheSameKey)
+TEST_F(EditorPages, ShowsWhichCommandsHaveTheSameKey)
 {
     EXPECT_EQ(Conflicts(), "");
     PreferenceValues values;
@@ -158,7 +158,7 @@ TEST_F(EditorPage, ShowsWhichCommandsHaveTheSameKey)
     EXPECT_EQ(Conflicts(), "");
 }
 
-TEST_F(EditorPage, RefusesAKeyThatTypingNeedsAndSaysWhy)
+TEST_F(EditorPages, RefusesAKeyThatTypingNeedsAndSaysWhy)
 {
     page.show();
     for (const Qt::KeyboardModifier held : {Qt::NoModifier, Qt::ShiftModifier}) {
@@ -175,7 +175,7 @@ TEST_F(EditorPage, RefusesAKeyThatTypingNeedsAndSaysWhy)
     EXPECT_EQ(Conflicts(), "");
 }
 
-TEST_F(EditorPage, ShowsKeysThatHideMenuShortcuts)
+TEST_F(EditorPages, ShowsKeysThatHideMenuShortcuts)
 {
     page.SetMenuKeys({{"Find\u2026", QKeySequence("Ctrl+F")}, {"Close", QKeySequence("Ctrl+W")}});
     EXPECT_EQ(Conflicts(), "");
@@ -187,7 +187,7 @@ TEST_F(EditorPage, ShowsKeysThatHideMenuShortcuts)
     EXPECT_EQ(Conflicts(), "");
 }
 
-TEST_F(EditorPage, GivesF12ToThePluginAndBack)
+TEST_F(EditorPages, GivesF12ToThePluginAndBack)
 {
     PreferenceValues values;
     values.understandsNames = true;
@@ -210,7 +210,7 @@ TEST_F(EditorPage, GivesF12ToThePluginAndBack)
     EXPECT_TRUE(box->isHidden()) << "the plug-in alone has the keys";
 }
 
-TEST_F(EditorPage, ResetsTheKeys)
+TEST_F(EditorPages, ResetsTheKeys)
 {
     PreferenceValues values;
     values.keys = {{"GoBack", "F1"}};
@@ -222,7 +222,7 @@ TEST_F(EditorPage, ResetsTheKeys)
     EXPECT_EQ(page.Values().tabWidth, 8);
 }
 
-TEST_F(EditorPage, OffersTheCommandsThatAreRegistered)
+TEST_F(EditorPages, OffersTheCommandsThatAreRegistered)
 {
     EXPECT_EQ(Field("OtherCommand", 0), nullptr);
     page.SetCommands({"SymbolCompletion", "OtherCommand"});

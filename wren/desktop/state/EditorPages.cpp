@@ -1,4 +1,4 @@
-#include "wren/desktop/state/EditorPage.h"
+#include "wren/desktop/state/EditorPages.h"
 
 #include "wren/desktop/state/KeyTable.h"
 
@@ -41,17 +41,17 @@ QSpinBox* Number(int least, int most, const QString& unit)
     return box;
 }
 
-QFormLayout* FormIn(QGroupBox* group)
+QFormLayout* FormOn(QWidget* page)
 {
-    auto* form = new QFormLayout(group);
+    auto* form = new QFormLayout(page);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
     return form;
 }
 
 } // namespace
 
-EditorPage::EditorPage(QWidget* parent)
-    : QWidget(parent), font(new QComboBox),
+EditorPages::EditorPages(QWidget* parent)
+    : QStackedWidget(parent), font(new QComboBox),
       fontSize(Number(PreferenceValues::kSmallestFont, PreferenceValues::kLargestFont, tr("points"))),
       tabWidth(Number(PreferenceValues::kNarrowestTab, PreferenceValues::kWidestTab, tr("columns"))),
       indentsWithTabs(Switch(tr("&Indent with tabs"))), wrapsLines(Switch(tr("&Wrap long lines"))),
@@ -62,40 +62,72 @@ EditorPage::EditorPage(QWidget* parent)
       lookupClick(new QComboBox), jumpsByMeaning(new QCheckBox(tr("F12 goes to what a name &means"))),
       keys(new KeyTable)
 {
-    auto* text = new QGroupBox(tr("Text"));
-    auto* textForm = FormIn(text);
-    textForm->addRow(tr("F&ont:"), font);
-    textForm->addRow(tr("&Size:"), fontSize);
-    textForm->addRow(tr("&Tab width:"), tabWidth);
-    textForm->addRow(tr("&Colours:"), colours);
-    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, showsScopes, restoresSession})
-        textForm->addRow(each);
-    auto* mouse = new QGroupBox(tr("Modifiers and mouse"));
-    auto* mouseForm = FormIn(mouse);
-    mouseForm->addRow(tr("Co&mmand is:"), command);
-    mouseForm->addRow(tr("Co&ntrol is:"), control);
-    mouseForm->addRow(tr("O&ption is:"), option);
-    mouseForm->addRow(tr("&Look up with:"), lookupClick);
-    mouseForm->addRow(jumpsByMeaning);
-    jumpsByMeaning->setToolTip(tr("F12 goes to the definition, Control-F12 to the declaration, and Alt-F12 and "
-                                  "Alt-Shift-F12 look up by name. Otherwise it is the other way round."));
-    auto* bindings = new QGroupBox(tr("Keys"));
-    (new QVBoxLayout(bindings))->addWidget(keys);
-    auto* upper = new QHBoxLayout;
-    upper->addWidget(text, 1);
-    upper->addWidget(mouse, 1);
-    auto* all = new QVBoxLayout(this);
-    all->addLayout(upper);
-    all->addWidget(bindings, 1);
-    connect(jumpsByMeaning, &QCheckBox::toggled, this, [this] {
-        ChooseJumps();
-        Tell();
-    });
+    AddTextPage();
+    AddNamesPage();
+    AddKeysPage();
+    AddSessionPage();
     FillBoxes();
     SetValues({});
 }
 
-void EditorPage::FillBoxes()
+QStringList EditorPages::Titles() const
+{
+    QStringList titles;
+    for (int page = 0; page < count(); ++page)
+        titles.push_back(widget(page)->accessibleName());
+    return titles;
+}
+
+QWidget* EditorPages::AddPage(const QString& title)
+{
+    auto* page = new QWidget;
+    page->setAccessibleName(title);
+    addWidget(page);
+    return page;
+}
+
+void EditorPages::AddTextPage()
+{
+    auto* form = FormOn(AddPage(tr("Text")));
+    form->addRow(tr("F&ont:"), font);
+    form->addRow(tr("&Size:"), fontSize);
+    form->addRow(tr("&Colours:"), colours);
+    form->addRow(tr("&Tab width:"), tabWidth);
+    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, showsScopes})
+        form->addRow(each);
+}
+
+void EditorPages::AddNamesPage()
+{
+    auto* form = FormOn(AddPage(tr("Names")));
+    form->addRow(tr("&Look up with:"), lookupClick);
+    form->addRow(jumpsByMeaning);
+    jumpsByMeaning->setToolTip(tr("F12 goes to the definition, Control-F12 to the declaration, and Alt-F12 and "
+                                  "Alt-Shift-F12 look up by name. Otherwise it is the other way round."));
+    connect(jumpsByMeaning, &QCheckBox::toggled, this, [this] {
+        ChooseJumps();
+        Tell();
+    });
+}
+
+void EditorPages::AddKeysPage()
+{
+    auto* column = new QVBoxLayout(AddPage(tr("Keys")));
+    column->addWidget(keys, 1);
+    auto* modifierKeys = new QGroupBox(tr("Modifiers"));
+    auto* form = FormOn(modifierKeys);
+    form->addRow(tr("Co&mmand is:"), command);
+    form->addRow(tr("Co&ntrol is:"), control);
+    form->addRow(tr("O&ption is:"), option);
+    column->addWidget(modifierKeys);
+}
+
+void EditorPages::AddSessionPage()
+{
+    FormOn(AddPage(tr("Session")))->addRow(restoresSession);
+}
+
+void EditorPages::FillBoxes()
 {
     font->setObjectName("font");
     font->addItem(tr("The desktop's fixed-width font"), "");
@@ -117,25 +149,25 @@ void EditorPage::FillBoxes()
     fontSize->setObjectName("fontSize");
     tabWidth->setObjectName("tabWidth");
     for (QComboBox* box : {font, colours, lookupClick})
-        connect(box, &QComboBox::currentIndexChanged, this, &EditorPage::Tell);
+        connect(box, &QComboBox::currentIndexChanged, this, &EditorPages::Tell);
     for (QSpinBox* box : {fontSize, tabWidth})
-        connect(box, &QSpinBox::valueChanged, this, &EditorPage::Tell);
-    connect(keys, &KeyTable::Changed, this, &EditorPage::Tell);
+        connect(box, &QSpinBox::valueChanged, this, &EditorPages::Tell);
+    connect(keys, &KeyTable::Changed, this, &EditorPages::Tell);
 }
 
-void EditorPage::SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& menuKeys)
+void EditorPages::SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& menuKeys)
 {
     keys->SetMenuKeys(menuKeys);
 }
 
-void EditorPage::SetCommands(const std::vector<std::string>& names)
+void EditorPages::SetCommands(const std::vector<std::string>& names)
 {
     const PreferenceValues values = Values();
     keys->SetCommands(names);
     keys->SetValues(values.keys);
 }
 
-PreferenceValues EditorPage::Values() const
+PreferenceValues EditorPages::Values() const
 {
     PreferenceValues values;
     values.font = font->currentData().toString().toStdString();
@@ -157,7 +189,7 @@ PreferenceValues EditorPage::Values() const
     return values;
 }
 
-void EditorPage::SetValues(const PreferenceValues& values)
+void EditorPages::SetValues(const PreferenceValues& values)
 {
     isSetting = true;
     ShowFont(QString::fromStdString(values.font));
@@ -184,7 +216,7 @@ void EditorPage::SetValues(const PreferenceValues& values)
 }
 
 // The commands' keys follow, where the user has not chosen them.
-void EditorPage::ChooseJumps()
+void EditorPages::ChooseJumps()
 {
     if (isSetting)
         return;
@@ -194,21 +226,21 @@ void EditorPage::ChooseJumps()
     SetValues(values);
 }
 
-void EditorPage::ShowFont(const QString& family)
+void EditorPages::ShowFont(const QString& family)
 {
     if (font->findData(family) < 0)
         font->addItem(tr("%1 (not installed)").arg(family), family);
     font->setCurrentIndex(font->findData(family));
 }
 
-QCheckBox* EditorPage::Switch(const QString& text)
+QCheckBox* EditorPages::Switch(const QString& text)
 {
     auto* box = new QCheckBox(text);
-    connect(box, &QCheckBox::toggled, this, &EditorPage::Tell);
+    connect(box, &QCheckBox::toggled, this, &EditorPages::Tell);
     return box;
 }
 
-QComboBox* EditorPage::ModifierBox(const QString& name)
+QComboBox* EditorPages::ModifierBox(const QString& name)
 {
     auto* box = new QComboBox;
     box->setObjectName(name);
@@ -220,7 +252,7 @@ QComboBox* EditorPage::ModifierBox(const QString& name)
 }
 
 // No key stands for two modifiers: the modifier that had the chosen key gets the key that was given up.
-void EditorPage::TakeModifierFromOthers(QComboBox* chosen)
+void EditorPages::TakeModifierFromOthers(QComboBox* chosen)
 {
     if (isSetting)
         return;
@@ -233,13 +265,13 @@ void EditorPage::TakeModifierFromOthers(QComboBox* chosen)
     Tell();
 }
 
-void EditorPage::RememberModifiers()
+void EditorPages::RememberModifiers()
 {
     for (const QComboBox* box : {command, control, option})
         modifiers[box] = box->currentIndex();
 }
 
-void EditorPage::Tell()
+void EditorPages::Tell()
 {
     if (!isSetting)
         emit Changed();
