@@ -1,42 +1,26 @@
 #include "wren/desktop/Icons.h"
 
+#include "wren/desktop/Pictures.h"
+
 #include <QApplication>
 #include <QIconEngine>
-#include <QMap>
 #include <QPainter>
 #include <QPixmap>
-#include <QStyle>
+#include <QSvgRenderer>
 
 namespace wren {
 
 namespace {
 
-QIcon FromStyle(const QString& name)
-{
-    static const QMap<QString, QStyle::StandardPixmap> kPictures = {
-        {"document-save", QStyle::SP_DialogSaveButton},
-        {"document-open", QStyle::SP_DialogOpenButton},
-        {"go-previous", QStyle::SP_ArrowBack},
-        {"go-next", QStyle::SP_ArrowForward},
-    };
-    return kPictures.contains(name) ? QApplication::style()->standardIcon(kPictures[name]) : QIcon();
-}
-
-class CharacterEngine : public QIconEngine {
+// Draws at each call with the colours of then. A class of its own paints.
+class InkEngine : public QIconEngine {
 public:
-    CharacterEngine(QChar character, QPalette::ColorRole ink) : character(character), ink(ink) {}
-
-    QIconEngine* clone() const override { return new CharacterEngine(character, ink); }
+    explicit InkEngine(QPalette::ColorRole ink) : ink(ink) {}
 
     void paint(QPainter* painter, const QRect& where, QIcon::Mode mode, QIcon::State) override
     {
-        const QPalette::ColorGroup group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Normal;
-        QFont font = QApplication::font();
-        font.setPixelSize(where.height());
         painter->save();
-        painter->setFont(font);
-        painter->setPen(QApplication::palette().color(group, ink));
-        painter->drawText(where, Qt::AlignCenter, character);
+        Draw(*painter, where, InkFor(mode));
         painter->restore();
     }
 
@@ -49,25 +33,60 @@ public:
         return picture;
     }
 
-private:
-    const QChar character;
+protected:
     const QPalette::ColorRole ink;
+
+private:
+    virtual void Draw(QPainter& painter, const QRect& where, const QColor& colour) = 0;
+
+    QColor InkFor(QIcon::Mode mode) const
+    {
+        const QPalette palette = QApplication::palette();
+        if (mode == QIcon::Selected)
+            return palette.color(QPalette::HighlightedText);
+        return palette.color(mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Normal, ink);
+    }
 };
 
-QIcon Drawn(const QString& name)
-{
-    static const QMap<QString, QChar> kCharacters = {{"edit-undo", QChar(0x21B6)}, {"edit-redo", QChar(0x21B7)}};
-    return kCharacters.contains(name) ? DrawnIcon(kCharacters[name], QPalette::WindowText) : QIcon();
-}
+class CharacterEngine : public InkEngine {
+public:
+    CharacterEngine(QChar character, QPalette::ColorRole ink) : InkEngine(ink), character(character) {}
+
+    QIconEngine* clone() const override { return new CharacterEngine(character, ink); }
+
+private:
+    void Draw(QPainter& painter, const QRect& where, const QColor& colour) override
+    {
+        QFont font = QApplication::font();
+        font.setPixelSize(where.height());
+        painter.setFont(font);
+        painter.setPen(colour);
+        painter.drawText(where, Qt::AlignCenter, character);
+    }
+
+    const QChar character;
+};
+
+class PictureEngine : public InkEngine {
+public:
+    explicit PictureEngine(const QString& name) : InkEngine(QPalette::WindowText), name(name) {}
+
+    QIconEngine* clone() const override { return new PictureEngine(name); }
+
+private:
+    void Draw(QPainter& painter, const QRect& where, const QColor& colour) override
+    {
+        QSvgRenderer(PictureNamed(name, colour)).render(&painter, where);
+    }
+
+    const QString name;
+};
 
 } // namespace
 
 QIcon IconNamed(const QString& name)
 {
-    if (QIcon::hasThemeIcon(name))
-        return QIcon::fromTheme(name);
-    const QIcon ofStyle = FromStyle(name);
-    return ofStyle.isNull() ? Drawn(name) : ofStyle;
+    return PictureNamed(name, Qt::black).isEmpty() ? QIcon() : QIcon(new PictureEngine(name));
 }
 
 QIcon DrawnIcon(QChar character, QPalette::ColorRole ink)

@@ -8,8 +8,9 @@
 
 namespace wren {
 
-// Takes names of the freedesktop.org icon naming specification. The icon is the desktop's, else the style's, else a
-// drawn one; a null icon for a name that none of them has.
+// The picture of that name, in the colours of the program's palette, also when the palette changes later. All come from
+// one family of drawings, since those of desktops lack some or are of several sizes and styles. A null icon for a name
+// without a picture.
 QIcon IconNamed(const QString& name);
 
 // The character, drawn with the program's font in that colour of its palette, also when the palette changes later.

@@ -44,3 +44,19 @@ TEST(Icons, DrawnIconsFollowTheColours)
     }
     QApplication::setPalette(QPalette());
 }
+
+TEST(Icons, PicturesFollowTheColours)
+{
+    const QIcon icon = wren::IconNamed("process-stop");
+    QApplication::setPalette(Inked(QPalette::WindowText, Qt::black));
+    EXPECT_LT(Lightness(icon), 40);
+    QApplication::setPalette(Inked(QPalette::WindowText, Qt::white));
+    EXPECT_GT(Lightness(icon), 215);
+    EXPECT_NEAR(Lightness(icon, QIcon::Disabled), QColor(Qt::gray).lightness(), 40);
+    QApplication::setPalette(QPalette());
+}
+
+TEST(Icons, ANameWithoutAPictureHasNoIcon)
+{
+    EXPECT_TRUE(wren::IconNamed("nothing-of-that-name").isNull());
+}
