@@ -14,7 +14,7 @@ using tagging::Token;
 using Value = std::optional<long long>;
 
 constexpr size_t kMostTokens = 200;
-constexpr int kDeepest = 50;
+constexpr int kDeepestNesting = 50;
 
 Value NumberOf(std::string_view text)
 {
@@ -130,7 +130,7 @@ private:
 
     Value Unary()
     {
-        if (++depth > kDeepest || at == tokens.size())
+        if (++depth > kDeepestNesting || at == tokens.size())
             return std::nullopt;
         Value value;
         if (Take("(")) {

@@ -1,23 +1,18 @@
 #include "wren/lsp/features/Completion.h"
 
-#include "resolve/Locals.h"
 #include "resolve/ParsedText.h"
-#include "symbols/store/Fuzzy.h"
 #include "wren/lsp/features/CompletionItems.h"
-#include "wren/lsp/features/IncludedFiles.h"
-#include "wren/lsp/features/TextPlace.h"
 #include "wren/lsp/session/Subject.h"
 #include "wren/symbols/Comments.h"
 #include "wren/symbols/DeclarationRange.h"
-#include "wren/symbols/NamedSymbols.h"
+#include "wren/symbols/FittingNames.h"
 #include "wren/symbols/ShownNames.h"
 #include "wren/symbols/Signatures.h"
+#include "wren/symbols/TextPlace.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <string_view>
-#include <unordered_set>
-#include <vector>
 
 namespace wren::lsp {
 
@@ -26,8 +21,7 @@ namespace {
 using Sort = TextPlace::Sort;
 using tagging::Symbol;
 
-constexpr size_t kMostMembers = 2000; // that letters are looked for in
-constexpr int kPlainText = 1;         // the protocol's InsertTextFormat
+constexpr int kPlainText = 1; // the protocol's InsertTextFormat
 constexpr int kSnippetText = 2;
 
 // Whether the character that was typed begins something here.
@@ -49,22 +43,24 @@ bool Fits(const std::string& trigger, const TextPlace& place)
     }
 }
 
-// Collects the items of one place.
+// Makes the items of one place.
 class Items {
 public:
     Items(const Subject& subject, const RequestContext& context, const TextPlace& place, size_t offset)
-        : subject(subject), context(context), place(place), offset(offset),
-          typed(subject.Text().Content().substr(place.start, offset - place.start)), fuzzy(typed),
-          limit(context.settings.completionLimit)
+        : subject(subject), context(context), place(place), offset(offset)
     {
     }
 
     Json List()
     {
-        if (place.sort == Sort::Include)
-            AddFiles();
-        else
-            AddNames();
+        const resolve::ParsedTextPointer parsed = subject.Parsed();
+        const bool more = ForEachFittingName({subject.Resolver(),
+                                              subject.Workspace(),
+                                              *parsed,
+                                              {subject.Path(), subject.Text().Content(), offset},
+                                              place,
+                                              subject.LimitsOf(context.settings.completionLimit)},
+                                             [this](const FittingName& name) { Add(name); });
         return {{"isIncomplete", more}, {"items", std::move(items)}};
     }
 
@@ -73,99 +69,12 @@ private:
 
     bool Can(const char* ability) const { return context.client.Can(std::string(kItem) + ability); }
 
-    void AddFiles()
+    void Add(const FittingName& name)
     {
-        for (const std::string& name : FilesToInclude(place, typed, subject, limit + 1))
-            Add({{"label", name}, {"kind", kFileItem}}, name, "");
-    }
-
-    void AddNames()
-    {
-        const resolve::ParsedTextPointer parsed = subject.Parsed();
-        ownClass = ClassAround(*parsed);
-        const resolve::Candidates near = Ask(offset, limit + 1);
-        more = near.more;
-        AddCandidates(near, false);
-        AddKeywords(parsed->parsed->language);
-        AddCandidates(near, true);
-        if (typed.empty() || items.size() >= limit)
-            return;
-        if (place.sort == Sort::Unqualified)
-            AddOwnWithLetters(*parsed);
-        else
-            AddWithLetters(Ask(place.start, kMostMembers));
-    }
-
-    resolve::Candidates Ask(size_t at, size_t results) const
-    {
-        return subject.Resolver().Complete({subject.Path(), subject.Text().Content(), at}, subject.LimitsOf(results));
-    }
-
-    // Members that only the class itself uses come last elsewhere.
-    bool IsClosed(const Symbol& symbol) const
-    {
-        const bool isOpen = symbol.access == Symbol::Access::None || symbol.access == Symbol::Access::Public;
-        return !isOpen && symbol.scope != ownClass;
-    }
-
-    // The class of the member function around the place; "" for none.
-    std::string ClassAround(const resolve::ParsedText& parsed) const
-    {
-        const unsigned line = subject.Text().Source().LineAt(place.start);
-        std::string scope;
-        for (const Symbol& symbol : parsed.parsed->symbols)
-            if (IsCallable(symbol.kind) && symbol.line <= line && line <= symbol.endLine)
-                scope = symbol.scope;
-        return scope;
-    }
-
-    void AddCandidates(const resolve::Candidates& candidates, bool closed)
-    {
-        for (const resolve::Candidate& each : candidates.found)
-            if (IsClosed(each.symbol) == closed)
-                AddSymbol(each.symbol, each.path);
-    }
-
-    void AddWithLetters(const resolve::Candidates& candidates)
-    {
-        for (const resolve::Candidate& each : candidates.found)
-            if (fuzzy.KindOf(each.symbol.name) < symbols::kNoMatch)
-                AddSymbol(each.symbol, each.path);
-    }
-
-    // Locals, and what this text declares: all others would be too many to look at.
-    void AddOwnWithLetters(const resolve::ParsedText& parsed)
-    {
-        const size_t next = parsed.tokens.FirstFrom(place.start);
-        if (parsed.tokens.Count() > 0)
-            resolve::ForEachLocal(parsed.tokens, std::min(next, parsed.tokens.Count() - 1),
-                                  [&](const resolve::LocalName& local) {
-                                      const resolve::Token& token = parsed.tokens[local.name];
-                                      Symbol symbol;
-                                      symbol.name = token.text;
-                                      symbol.line = token.line;
-                                      symbol.kind = local.kind;
-                                      if (token.offset < place.start)
-                                          AddIfLetters(symbol);
-                                      return true;
-                                  });
-        for (const Symbol& symbol : parsed.parsed->symbols)
-            if (symbol.scope.empty())
-                AddIfLetters(symbol);
-    }
-
-    void AddIfLetters(const Symbol& symbol)
-    {
-        if (fuzzy.KindOf(symbol.name) < symbols::kNoMatch && !symbol.name.starts_with("__anon"))
-            AddSymbol(symbol, subject.Path());
-    }
-
-    void AddKeywords(tagging::Language language)
-    {
-        if (place.sort == Sort::Unqualified && !typed.empty())
-            for (const std::string_view word : KeywordsOf(language))
-                if (word.starts_with(typed) && word != typed)
-                    Add({{"label", word}, {"kind", kKeywordItem}}, std::string(word), "");
+        if (name.symbol != nullptr)
+            return AddSymbol(*name.symbol, std::string(name.path));
+        const int kind = name.sort == FittingName::Sort::File ? kFileItem : kKeywordItem;
+        Add({{"label", name.name}, {"kind", kind}}, std::string(name.name), "");
     }
 
     void AddSymbol(const Symbol& symbol, const std::string& path)
@@ -204,12 +113,6 @@ private:
     // What stands left of the word is never touched.
     void Add(Json item, const std::string& text, const std::string& snippet)
     {
-        if (!labels.insert(item["label"].get<std::string>()).second)
-            return;
-        if (items.size() >= limit) {
-            more = true;
-            return;
-        }
         const bool asSnippet =
             !snippet.empty() && context.settings.snippets && Can("snippetSupport") && !IsCalledAlready();
         const std::string inserted = asSnippet ? snippet : text;
@@ -233,13 +136,7 @@ private:
     const RequestContext& context;
     const TextPlace& place;
     const size_t offset;
-    const std::string typed;
-    const symbols::FuzzyPattern fuzzy;
-    const size_t limit;
-    std::string ownClass;
     Json items = Json::array();
-    std::unordered_set<std::string> labels;
-    bool more = false;
 };
 
 // The comment of the declaration that an item's data tell.

@@ -1,13 +1,10 @@
 // Single items of a completion list.
 #pragma once
 
-#include "resolve/Tokens.h"
 #include "tagging/ParsedSource.h"
 #include "wren/lsp/protocol/Json.h"
 
 #include <string>
-#include <string_view>
-#include <vector>
 
 namespace wren::lsp {
 
@@ -20,8 +17,5 @@ inline constexpr int kFileItem = 17;
 // What a client inserts for a call, with fields for its arguments: "area(${1:int a}, ${2:int b})", "moveTo:${1:x}
 // y:${2:y}". "" for what is not called.
 std::string SnippetOf(const tagging::Symbol& symbol);
-
-// Words of the language that fit outside of member operators.
-const std::vector<std::string_view>& KeywordsOf(tagging::Language language);
 
 } // namespace wren::lsp

@@ -1,6 +1,6 @@
 #include "wren/lsp/features/SignatureHelp.h"
 
-#include "wren/lsp/features/TextPlace.h"
+#include "wren/symbols/TextPlace.h"
 #include "wren/lsp/session/Subject.h"
 #include "wren/symbols/CallHelp.h"
 

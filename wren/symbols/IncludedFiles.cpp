@@ -1,4 +1,4 @@
-#include "wren/lsp/features/IncludedFiles.h"
+#include "wren/symbols/IncludedFiles.h"
 
 #include "symbols/update/SystemDirectories.h"
 
@@ -9,7 +9,7 @@
 #include <string_view>
 #include <system_error>
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
@@ -30,23 +30,24 @@ struct SearchedDirectory {
 };
 
 // "include" beside each directory on the way up to the root, and those directories themselves.
-std::vector<SearchedDirectory> DirectoriesFor(const TextPlace& place, const Subject& subject)
+std::vector<SearchedDirectory> DirectoriesFor(const TextPlace& place, symbols::Workspace& workspace,
+                                              const std::string& path)
 {
     std::vector<SearchedDirectory> directories;
     symbols::File file;
-    file.path = subject.Path();
-    const fs::path own = fs::path(subject.Workspace().AbsolutePath(file)).parent_path();
+    file.path = path;
+    const fs::path own = fs::path(workspace.AbsolutePath(file)).parent_path();
     if (!place.isAngled)
         directories.push_back({own});
     file.path = "";
-    const fs::path root = subject.Workspace().AbsolutePath(file);
-    if (!subject.Path().starts_with('/'))
+    const fs::path root = workspace.AbsolutePath(file);
+    if (!path.starts_with('/'))
         for (fs::path at = own; at.string().size() + 1 >= root.string().size() && at.has_relative_path();
              at = at.parent_path()) {
             directories.push_back({at / "include"});
             directories.push_back({at});
         }
-    const bool withSystem = subject.Workspace().System() != nullptr;
+    const bool withSystem = workspace.System() != nullptr;
     for (const std::string& each : withSystem ? symbols::SystemDirectories() : std::vector<std::string>())
         directories.push_back({each, true});
     return directories;
@@ -54,12 +55,12 @@ std::vector<SearchedDirectory> DirectoriesFor(const TextPlace& place, const Subj
 
 } // namespace
 
-std::vector<std::string> FilesToInclude(const TextPlace& place, const std::string& typed, const Subject& subject,
-                                        size_t limit)
+std::vector<std::string> FilesToInclude(const TextPlace& place, const std::string& typed, symbols::Workspace& workspace,
+                                        const std::string& path, size_t limit)
 {
     std::vector<std::string> files;
     std::set<std::string> seen;
-    for (const SearchedDirectory& searched : DirectoriesFor(place, subject)) {
+    for (const SearchedDirectory& searched : DirectoriesFor(place, workspace, path)) {
         std::vector<std::string> names;
         std::error_code ignored;
         size_t entries = 0;
@@ -82,4 +83,4 @@ std::vector<std::string> FilesToInclude(const TextPlace& place, const std::strin
     return files;
 }
 
-} // namespace wren::lsp
+} // namespace wren

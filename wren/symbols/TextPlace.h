@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace wren::lsp {
+namespace wren {
 
 struct TextPlace {
     enum class Sort {
@@ -27,4 +27,4 @@ struct TextPlace {
 
 TextPlace PlaceIn(std::string_view text, const resolve::Tokens& tokens, size_t offset);
 
-} // namespace wren::lsp
+} // namespace wren

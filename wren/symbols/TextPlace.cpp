@@ -1,10 +1,10 @@
-#include "wren/lsp/features/TextPlace.h"
+#include "wren/symbols/TextPlace.h"
 
 #include "base/Identifier.h"
 
 #include <algorithm>
 
-namespace wren::lsp {
+namespace wren {
 
 namespace {
 
@@ -97,4 +97,4 @@ TextPlace PlaceIn(std::string_view text, const resolve::Tokens& tokens, size_t o
     return place;
 }
 
-} // namespace wren::lsp
+} // namespace wren
