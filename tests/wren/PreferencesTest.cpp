@@ -37,6 +37,7 @@ PreferenceValues NothingAsByDefault()
     values.option = PreferenceValues::Modifier::Super;
     values.lookupClick = PreferenceValues::LookupClick::Control;
     values.jumpsByMeaning = false;
+    values.completion = PreferenceValues::Completion::None;
     values.keys = {{"SymbolCompletion", "Ctrl+Space"}, {"DeclarationLookup", "F3"}, {"Mine", "Ctrl+,"}};
     return values;
 }
@@ -105,7 +106,7 @@ TEST(Preferences, StoreALineForEachChangedValue)
                 ElementsAre("WrenFont DejaVu Sans Mono", "WrenFontSize 72", "WrenTabWidth 1", "WrenIndentWithTabs on",
                             "WrenWrapLines on", "WrenShowBlanks on", "WrenShowScopes off", "WrenColours dark",
                             "WrenRestoreSession off", "WrenModifiers command=alt control=control option=super",
-                            "WrenLookupClick control", "WrenJumpByMeaning off",
+                            "WrenLookupClick control", "WrenJumpByMeaning off", "WrenCompletion none",
                             "WrenKeys SymbolCompletion=Ctrl+Space DeclarationLookup=F3 DefinitionLookup= GoBack= "
                             "GoForward= Mine=Ctrl+%2C"));
     std::set<std::string> names;

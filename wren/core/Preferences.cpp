@@ -40,6 +40,10 @@ constexpr Word<Values::Colours> kColours[] = {
     {"desktop", Values::Colours::Desktop}, {"light", Values::Colours::Light}, {"dark", Values::Colours::Dark}};
 constexpr Word<Values::LookupClick> kClicks[] = {{"alt", Values::LookupClick::Alt},
                                                  {"control", Values::LookupClick::Control}};
+constexpr Word<Values::Completion> kCompletions[] = {{"both", Values::Completion::Both},
+                                                     {"plugin", Values::Completion::Plugin},
+                                                     {"editor", Values::Completion::Editor},
+                                                     {"none", Values::Completion::None}};
 constexpr Word<Values::Modifier> kModifiers[] = {
     {"control", Values::Modifier::Control}, {"alt", Values::Modifier::Alt}, {"super", Values::Modifier::Super}};
 
@@ -161,6 +165,9 @@ const Form kForms[] = {
      [](const std::string& text, Values* values) { return ReadWord(kClicks, text, &values->lookupClick); },
      [](const Values& values) { return WordFor(kClicks, values.lookupClick); }},
     {"WrenJumpByMeaning", ReadJumps, WrittenSwitch<&Values::jumpsByMeaning>},
+    {"WrenCompletion",
+     [](const std::string& text, Values* values) { return ReadWord(kCompletions, text, &values->completion); },
+     [](const Values& values) { return WordFor(kCompletions, values.completion); }},
     {"WrenKeys",
      [](const std::string& text, Values* values) { return ReadKeys(text, &values->keys, values->HasMeaningKeys()); },
      [](const Values& values) { return WrittenKeys(values.keys, values.HasMeaningKeys()); }},

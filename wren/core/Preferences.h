@@ -26,6 +26,7 @@ namespace wren {
 //     WrenModifiers command=alt control=control option=super
 //     WrenLookupClick control
 //     WrenJumpByMeaning off
+//     WrenCompletion editor
 //     WrenKeys DeclarationLookup=F3 DefinitionLookup= GoBack=Alt+Left,Ctrl+%2C
 //
 // A name missing from WrenModifiers or WrenKeys keeps its default. A command in WrenKeys has only the listed keys; an
@@ -54,6 +55,11 @@ struct PreferenceValues {
     Modifier control = Modifier::Control;
     Modifier option = Modifier::Alt;
     LookupClick lookupClick = LookupClick::Alt;
+
+    // Whose list of completions comes while the user types, where names are understood. Both: the editor's for members,
+    // scopes, files to include and locals, else the plug-in's.
+    enum class Completion { Both, Plugin, Editor, None };
+    Completion completion = Completion::Both;
 
     // Where names are understood, F12 and Control-F12 go to what a name means; else they are the plug-in's.
     bool jumpsByMeaning = true;

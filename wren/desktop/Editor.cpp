@@ -147,6 +147,8 @@ Editor::~Editor()
 // Texts, their tabs and their files.
 void Editor::ConnectTexts()
 {
+    if (symbols != nullptr)
+        ConnectCompletion();
     router->onCaret = [this] {
         labels->ShowCaret();
         if (symbols != nullptr)
@@ -177,6 +179,17 @@ void Editor::ConnectTexts()
     connect(places.get(), &PlaceActions::Went, documents.get(), &DocumentActions::Changed);
 }
 
+void Editor::ConnectCompletion()
+{
+    symbols->Completion().pluginLists = [this] { return display->FrontList().window != 0; };
+    symbols->Completion().pluginCompletes = [this] { router->RunPlugins("SymbolCompletion"); };
+    router->onKey = [this](CodeView& view, const QKeyEvent& event) {
+        return symbols != nullptr && symbols->Completion().KeyPressed(view, event);
+    };
+    router->onTyped = [this](CodeView& view) { return symbols != nullptr && symbols->Completion().Typed(view); };
+    router->onCompletion = [this] { return symbols != nullptr && symbols->Completion().Asked(); };
+}
+
 // The window, its menus and the keys that choose from them.
 void Editor::ConnectWindow()
 {
@@ -196,8 +209,10 @@ void Editor::ConnectWindow()
     connect(preferenceActions.get(), &PreferenceActions::KeysChosen, menus.get(),
             [this] { menus->BindKeys(preferences.Values().keys); });
     if (symbols != nullptr)
-        connect(preferenceActions.get(), &PreferenceActions::KeysChosen, symbols.get(),
-                [this] { symbols->ShowScopes(preferences.Values().showsScopes); });
+        connect(preferenceActions.get(), &PreferenceActions::KeysChosen, symbols.get(), [this] {
+            symbols->ShowScopes(preferences.Values().showsScopes);
+            symbols->Completion().Use(preferences.Values().completion);
+        });
     preferenceActions->menuKeys = [this] { return menus->OwnKeys(); };
 }
 

@@ -85,6 +85,7 @@ private:
     void MakeHost(const DesktopOptions& options);
     void MakeActions(const DesktopOptions& options);
     void ConnectTexts();
+    void ConnectCompletion();
     void ConnectWindow();
     void ConnectPlugin(const DesktopOptions& options);
     void ConnectNotices();

@@ -14,6 +14,8 @@ namespace wren {
 
 namespace {
 
+constexpr const char* kCompletion = "SymbolCompletion";
+
 // All buttons that are down: a click with two of them looks nothing up.
 uint32 ButtonBits(Qt::MouseButtons down)
 {
@@ -32,8 +34,15 @@ KeyRouter::KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop) : host(host)
 // of matches would close as soon as it opened, so commands that only look something up do not take that way.
 void KeyRouter::RunBound(const std::string& command)
 {
+    if (command == kCompletion && onCompletion && onCompletion())
+        return;
+    RunPlugins(command);
+}
+
+void KeyRouter::RunPlugins(const std::string& command)
+{
     const KeyBinding binding = host.Commands().BindingOf(command);
-    if (command == "SymbolCompletion" && binding.key != 0) {
+    if (command == kCompletion && binding.key != 0) {
         const HeldModifiers held(binding.modifiers);
         host.RouteKey({std::string(1, binding.key), binding.modifiers});
         loop.LetThrough();
@@ -55,13 +64,15 @@ void KeyRouter::ButtonClicked(Qt::KeyboardModifiers pressed)
     loop.LetThrough();
 }
 
-bool KeyRouter::KeyPressed(CodeView&, const QKeyEvent& event)
+bool KeyRouter::KeyPressed(CodeView& view, const QKeyEvent& event)
 {
+    if (onKey && onKey(view, event))
+        return true;
     const std::optional<KeyStroke> stroke = StrokeOf(event, keys);
     if (!stroke || host.Current() == nullptr)
         return false;
     display.Drain();
-    if (RoutedToMatches(*stroke))
+    if (RoutedToMatches(*stroke) || CompletedOtherwise(*stroke))
         return true;
     const HeldModifiers held(stroke->modifiers);
     const bool applies = host.RouteKey(*stroke).applies;
@@ -82,7 +93,8 @@ bool KeyRouter::TextComing(CodeView&, const std::string& utf8)
 // longer than drawing the character that caused it.
 void KeyRouter::KeyApplied(CodeView& view, bool typed)
 {
-    if (typed)
+    const bool isElsewhere = typed && onTyped && onTyped(view);
+    if (typed && !isElsewhere)
         host.Events().KeyTyped();
     else
         host.Events().PrimitiveDone();
@@ -148,6 +160,14 @@ bool KeyRouter::RoutedToMatches(const KeyStroke& stroke)
     default:
         return false;
     }
+}
+
+bool KeyRouter::CompletedOtherwise(const KeyStroke& stroke) const
+{
+    const KeyBinding binding = host.Commands().BindingOf(kCompletion);
+    const bool isAsked =
+        binding.key != 0 && stroke.bytes == std::string(1, binding.key) && stroke.modifiers == binding.modifiers;
+    return isAsked && onCompletion && onCompletion();
 }
 
 // With the second pair of clicks, Control means the option key, and Control with Shift adds the control key.

@@ -14,15 +14,18 @@ class GuiLoop;
 class Host;
 class QtDisplay;
 
-// A key goes to the list of matches first, if there is one and the key moves in it; then to the plug-in; then to the
-// text. GUI thread.
+// A key goes to the editor's own list first, or the list of matches, if there is one and the key moves in it; then to
+// the plug-in; then to the text. GUI thread.
 class KeyRouter : public CodeViewClient {
 public:
     KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop); // borrowed
 
-    ModifierKeys keys;             // which key is which modifier
-    bool controlClicks = false;    // Control-click looks up, instead of a click with the option key
-    std::function<void()> onCaret; // the caret moved, in the current view
+    ModifierKeys keys;          // which key is which modifier
+    bool controlClicks = false; // Control-click looks up, instead of a click with the option key
+    std::function<bool(CodeView&, const QKeyEvent&)> onKey; // before the others. true: it is used up
+    std::function<bool(CodeView&)> onTyped;                 // true: the plug-in must list nothing for it
+    std::function<bool()> onCompletion;                     // the command. true: the plug-in is not asked
+    std::function<void()> onCaret;                          // the caret moved, in the current view
     std::function<void(CodeView&, bool modified)> onModified;
     std::function<void(CodeView&)> onChanged; // the text changed, whatever the cause
     std::function<void(CodeView&, long offset, long removed, long inserted)> onMoves; // while the text changes
@@ -31,7 +34,8 @@ public:
 
     // Runs a registered command as its key does: the plug-in sees the key first.
     void RunBound(const std::string& command);
-    void RunChosen(const std::string& command); // as the plug-in's own menu item does
+    void RunPlugins(const std::string& command); // the same, whatever onCompletion() says
+    void RunChosen(const std::string& command);  // as the plug-in's own menu item does
 
     void ButtonClicked(Qt::KeyboardModifiers held); // the plug-in may ask which keys were held
 
@@ -46,6 +50,7 @@ public:
 
 private:
     bool RoutedToMatches(const KeyStroke& stroke);
+    bool CompletedOtherwise(const KeyStroke& stroke) const;
     uint32 ClickBits(Qt::KeyboardModifiers held) const;
 
     Host& host;

@@ -58,7 +58,10 @@ SymbolActions::SymbolActions(const Parts& parts, SymbolEngineOptions options)
     : parts(parts), engine(std::move(options), &GuiLoop::Wake), pause(200ms, 1000ms),
       names(std::make_shared<FileNames>()),
       help({engine, [this](long offset) { return AboutName(offset); },
-            [this] { return this->parts.window.Tabs().CurrentView(); }, [this](const QString& text) { Say(text); }})
+            [this] { return this->parts.window.Tabs().CurrentView(); }, [this](const QString& text) { Say(text); }}),
+      completing({engine, [this](long offset) { return AboutName(offset); },
+                  [this] { return this->parts.window.Tabs().CurrentView(); },
+                  [this](const QString& text) { Say(text); }})
 {
     connect(&scopes, &ScopeBars::Asked, this, [this](const CodeView& view, const std::vector<PaletteItem>& items) {
         if (&view == this->parts.window.Tabs().CurrentView())
@@ -421,11 +424,13 @@ void SymbolActions::Raised()
     UpdateScopes();
     AskOutline();
     help.Raised();
+    completing.Close();
 }
 
 void SymbolActions::CaretMoved()
 {
     help.CaretMoved();
+    completing.CaretMoved();
     const Document* document = parts.host.Current();
     const CodeView* view = parts.window.Tabs().CurrentView();
     if (document == nullptr || view == nullptr)

@@ -1,6 +1,7 @@
 // Going to what a name means, and to symbols and files by a few letters.
 #pragma once
 
+#include "wren/desktop/Completing.h"
 #include "wren/desktop/NameHelp.h"
 #include "wren/desktop/ScopeBars.h"
 #include "wren/desktop/editor/LandingMark.h"
@@ -73,6 +74,7 @@ public:
     Palette& ThePalette();
     OutlinePanel& Outline();
     NameHelp& Help() { return help; }
+    Completing& Completion() { return completing; }
     const ScopeBar* Scopes() const; // of the current text; null for none
 
 signals:
@@ -106,6 +108,7 @@ private:
     QuietTimer pause;
     std::shared_ptr<FileNames> names; // used by one question at a time
     NameHelp help;
+    Completing completing;
     ScopeBars scopes;
     bool showsScopes = false;
     LandingMark mark;

@@ -58,6 +58,7 @@ PreferenceValues NothingAsByDefault()
     values.option = Modifier::Super;
     values.lookupClick = PreferenceValues::LookupClick::Control;
     values.jumpsByMeaning = false;
+    values.completion = PreferenceValues::Completion::Editor;
     values.keys = {{"DeclarationLookup", "F1"},
                    {"DeclarationLookup", "F2"},
                    {"DeclarationLookup", "Shift+Ctrl+F3"},

@@ -396,6 +396,17 @@ void CodeView::Apply(LineCommand command, std::string_view commentMark)
     });
 }
 
+void CodeView::ReplaceAsTyped(long start, long end, std::string_view with)
+{
+    ByUser([&] {
+        text.Send(SCI_BEGINUNDOACTION);
+        text.Replace(start, end, with);
+        const long caret = start + static_cast<long>(with.size());
+        text.Select(caret, caret);
+        text.Send(SCI_ENDUNDOACTION);
+    });
+}
+
 long CodeView::ReplaceAll(const Search& search, const std::string& with)
 {
     long count = 0;

@@ -122,6 +122,8 @@ public:
 
     void Apply(LineCommand command, std::string_view commentMark); // to the selected lines; one step to undo
 
+    void ReplaceAsTyped(long start, long end, std::string_view with); // one step to undo; the caret is behind it
+
     void EndTyping(); // what is typed next is undone without what was typed before
 
     void undo() override;

@@ -20,6 +20,7 @@ namespace {
 using Colours = PreferenceValues::Colours;
 using Modifier = PreferenceValues::Modifier;
 using LookupClick = PreferenceValues::LookupClick;
+using Completion = PreferenceValues::Completion;
 
 template <typename T>
 void Choose(QComboBox* box, T value)
@@ -60,7 +61,7 @@ EditorPages::EditorPages(QWidget* parent)
       restoresSession(Switch(tr("Open last session's &files at start"))), colours(new QComboBox),
       command(ModifierBox("command")), control(ModifierBox("control")), option(ModifierBox("option")),
       lookupClick(new QComboBox), jumpsByMeaning(new QCheckBox(tr("F12 goes to what a name &means"))),
-      keys(new KeyTable)
+      completion(new QComboBox), keys(new KeyTable)
 {
     AddTextPage();
     AddNamesPage();
@@ -99,9 +100,10 @@ void EditorPages::AddTextPage()
 
 void EditorPages::AddNamesPage()
 {
-    auto* form = FormOn(AddPage(tr("Names")));
-    form->addRow(tr("&Look up with:"), lookupClick);
-    form->addRow(jumpsByMeaning);
+    names = FormOn(AddPage(tr("Names")));
+    names->addRow(tr("&Look up with:"), lookupClick);
+    names->addRow(tr("Co&mplete with:"), completion);
+    names->addRow(jumpsByMeaning);
     jumpsByMeaning->setToolTip(tr("F12 goes to the definition, Control-F12 to the declaration, and Alt-F12 and "
                                   "Alt-Shift-F12 look up by name. Otherwise it is the other way round."));
     connect(jumpsByMeaning, &QCheckBox::toggled, this, [this] {
@@ -146,9 +148,15 @@ void EditorPages::FillBoxes()
     lookupClick->setToolTip(
         tr("The first looks a declaration up, the second a definition. Some desktops take clicks with "
            "Alt for themselves."));
+    completion->setObjectName("completion");
+    completion->addItem(tr("Meanings for members and locals, tags for other names"),
+                        static_cast<int>(Completion::Both));
+    completion->addItem(tr("Meanings"), static_cast<int>(Completion::Editor));
+    completion->addItem(tr("Tags"), static_cast<int>(Completion::Plugin));
+    completion->addItem(tr("Nothing while typing"), static_cast<int>(Completion::None));
     fontSize->setObjectName("fontSize");
     tabWidth->setObjectName("tabWidth");
-    for (QComboBox* box : {font, colours, lookupClick})
+    for (QComboBox* box : {font, colours, lookupClick, completion})
         connect(box, &QComboBox::currentIndexChanged, this, &EditorPages::Tell);
     for (QSpinBox* box : {fontSize, tabWidth})
         connect(box, &QSpinBox::valueChanged, this, &EditorPages::Tell);
@@ -184,6 +192,7 @@ PreferenceValues EditorPages::Values() const
     values.option = Chosen<Modifier>(option);
     values.lookupClick = Chosen<LookupClick>(lookupClick);
     values.jumpsByMeaning = jumpsByMeaning->isChecked();
+    values.completion = Chosen<Completion>(completion);
     values.understandsNames = understandsNames;
     values.keys = keys->Values();
     return values;
@@ -207,7 +216,9 @@ void EditorPages::SetValues(const PreferenceValues& values)
     Choose(option, values.option);
     Choose(lookupClick, values.lookupClick);
     understandsNames = values.understandsNames;
-    jumpsByMeaning->setVisible(understandsNames);
+    names->setRowVisible(jumpsByMeaning, understandsNames);
+    names->setRowVisible(completion, understandsNames);
+    Choose(completion, values.completion);
     jumpsByMeaning->setChecked(values.jumpsByMeaning);
     keys->SetUsual(DefaultKeys(values.HasMeaningKeys()));
     keys->SetValues(values.keys);

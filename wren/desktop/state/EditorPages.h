@@ -15,6 +15,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QFormLayout;
 class QSpinBox;
 
 namespace wren {
@@ -72,6 +73,8 @@ private:
     QComboBox* option;
     QComboBox* lookupClick;
     QCheckBox* jumpsByMeaning;
+    QComboBox* completion;
+    QFormLayout* names; // the page
     bool understandsNames = false;
     KeyTable* keys;
     std::map<const QComboBox*, int> modifiers; // what the three boxes showed before the user chose

@@ -20,6 +20,7 @@ public:
 
     const resolve::Resolver& Resolver() const { return resolver; }
     const symbols::Snapshot& Snapshot() const { return *snapshot; }
+    symbols::Workspace& Workspace() const { return workspace; }
     resolve::Place Place() const { return {path, *asked.text, asked.offset}; }
     symbols::Limits Limits(size_t results) const { return {results, &question.cancel}; }
     resolve::ParsedTextPointer Parsed() const; // the text's tokens and symbols

@@ -1,8 +1,8 @@
 #include "wren/lsp/features/SignatureHelp.h"
 
-#include "wren/symbols/TextPlace.h"
 #include "wren/lsp/session/Subject.h"
 #include "wren/symbols/CallHelp.h"
+#include "wren/symbols/TextPlace.h"
 
 #include <string>
 
