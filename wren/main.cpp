@@ -21,10 +21,12 @@
 
 namespace {
 
-constexpr const char* kFooter = R"(Without a command, wren FILE... opens the files in the editor.
+constexpr const char* kFooter =
+    R"(Without a command, wren FILE... opens the files in the editor, in the one that runs if there is one.
 
 Examples:
-    wren src/main.cpp:12                opens the file at line 12
+    wren src/main.cpp:12                opens the file at line 12; wren +12 src/main.cpp as well
+    wren --wait notes.txt               opens it, and ends when it is closed: for EDITOR
     wren definition src/main.cpp:12:8   where the name at line 12, column 8 is defined
     wren references src/main.cpp:12:8   where it is used
     wren find shp                       the symbols with these letters
@@ -55,6 +57,10 @@ int main(int count, char** words)
     CLI::App app("Looks symbols up in source code.", "wren");
     app.footer(kFooter);
     app.set_version_flag("--version", std::string("wren ") + WREN_VERSION);
+    // The editor's; they are here for --help. Words that begin with one of them never get here.
+    bool unused = false;
+    app.add_flag("--wait", unused, "with files: end when they are closed in the editor");
+    app.add_flag("--new-instance", unused, "open an editor of its own, even if one is running");
     app.require_subcommand(1);
     int status = 0;
     wren::AddPlaceCommands(app, &status);

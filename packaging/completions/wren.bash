@@ -18,7 +18,7 @@ _wren_options()
         complete) echo -h --help --auto --edit --system-tags --home --bundle ;;
         lsp) echo -h --help --root --tags --no-index --log --home ;;
         script) echo -h --help --bundle --home --settings --guarded ;;
-        *) echo -h --help --version ;;
+        *) echo -h --help --new-instance --version --wait ;;
     esac
 }
 

@@ -18,6 +18,8 @@ complete -c wren -n "$first" -a tags -d 'Make the tags files in which symbols ar
 complete -c wren -n "$first" -a complete -d 'Complete the word at a place'
 complete -c wren -n "$first" -a lsp -d 'Serve an editor by the Language Server Protocol'
 complete -c wren -n "$first" -a script -d 'Run the plug-in without a display'
+complete -c wren -n "$first" -l wait -d 'End when the files are closed in the editor'
+complete -c wren -n "$first" -l new-instance -d 'Open an editor of its own, even if one is running'
 complete -c wren -n "$first" -l version -d 'Print the version and exit'
 complete -c wren -s h -l help -d 'Print what can be given, and exit'
 

@@ -172,7 +172,9 @@ _wren_script() {
 _wren_editor() {
     _arguments -s \
         '(- *)'{-h,--help}'[print what can be given, and exit]' \
+        '--new-instance[open an editor of its own, even if one is running]' \
         '(- *)--version[print the version and exit]' \
+        '--wait[end when the files are closed in the editor]' \
         '1:: :_wren_first' \
         '*:file:_files'
 }

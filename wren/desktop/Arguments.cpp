@@ -13,8 +13,21 @@ namespace wren {
 namespace {
 
 constexpr const char* kFooter =
-    R"(Without files, what was open last time is opened again. The settings are plain lines in
-~/.config/wren/settings.)";
+    R"(Files are opened in the editor that is running, if there is one. Without files, what was open last
+time is opened again. The settings are plain lines in ~/.config/wren/settings.)";
+
+// The line and column of "+LINE" or "+LINE:COLUMN", without a file.
+std::optional<Place> JumpFrom(const std::string& word)
+{
+    std::error_code unknown;
+    std::string error;
+    if (!word.starts_with('+') || std::filesystem::exists(word, unknown))
+        return std::nullopt;
+    std::optional<Place> place = ParsePlace("+:" + word.substr(1), &error);
+    if (place && place->file != "+")
+        return std::nullopt;
+    return place;
+}
 
 } // namespace
 
@@ -30,7 +43,9 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
     std::vector<std::string> files;
     bool fresh = false;
     bool plain = false;
-    app.add_option("FILE", files, "a file, or FILE:LINE or FILE:LINE:COLUMN");
+    app.add_option("FILE", files, "a file, or FILE:LINE or FILE:LINE:COLUMN; +LINE before or behind it goes there too");
+    app.add_flag("--wait", arguments.waits, "end when the files are closed");
+    app.add_flag("--new-instance", arguments.isOnItsOwn, "open an editor of its own, even if one is running");
     app.add_option("--bundle", arguments.options.bundle, "the plug-in's bundle")->type_name("DIR");
     app.add_option("--settings", arguments.options.settingsFile, "the file with the settings")->type_name("FILE");
     app.add_flag("--new", fresh, "leave what was open last time closed");
@@ -43,8 +58,10 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
     }
     arguments.options.restoresSession = !fresh;
     arguments.options.understandsNames = !plain;
-    for (const std::string& file : files)
-        arguments.places.push_back(PlaceFrom(file));
+    arguments.places = PlacesFrom(files);
+    // A running editor could not follow these.
+    for (const char* option : {"--bundle", "--settings", "--no-index", "--new"})
+        arguments.isOnItsOwn = arguments.isOnItsOwn || app.count(option) != 0;
     return arguments;
 }
 
@@ -56,6 +73,25 @@ Place PlaceFrom(const std::string& word)
         if (const std::optional<Place> place = ParsePlace(word, &error))
             return *place;
     return {word, 0, 0};
+}
+
+std::vector<Place> PlacesFrom(const std::vector<std::string>& words)
+{
+    std::vector<Place> places;
+    std::optional<Place> jump;
+    for (const std::string& word : words) {
+        if (const std::optional<Place> read = JumpFrom(word)) {
+            jump = read;
+            continue;
+        }
+        places.push_back(PlaceFrom(word));
+        if (jump)
+            places.back() = {word, jump->line, jump->column};
+        jump.reset();
+    }
+    if (jump && !places.empty() && places.back().line == 0)
+        places.back() = {places.back().file, jump->line, jump->column};
+    return places;
 }
 
 } // namespace wren

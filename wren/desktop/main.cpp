@@ -3,6 +3,8 @@
 #include "base/ExitStatus.h"
 #include "wren/desktop/Arguments.h"
 #include "wren/desktop/Endings.h"
+#include "wren/desktop/OneInstance.h"
+#include "wren/desktop/OpenRequests.h"
 #include "wren/desktop/PaintThread.h"
 
 #include <QApplication>
@@ -12,8 +14,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <optional>
 #include <string>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -76,13 +80,16 @@ int main(int count, char** words)
     // programs that are started here get its default action back.
     std::signal(SIGPIPE, [](int) {});
     int status = 0;
-    const std::optional<wren::DesktopArguments> arguments = wren::ParseArguments(count, words, &status);
+    std::optional<wren::DesktopArguments> arguments = wren::ParseArguments(count, words, &status);
     if (!arguments)
         return status;
     if (!HasDisplay()) {
         ComplainOfNoDisplay();
         return base::exit_status::kUnavailable;
     }
+    wren::Meeting meeting = wren::MeetRunning(&*arguments);
+    if (meeting.status)
+        return *meeting.status;
     KeepOffTerminal();
     qInstallMessageHandler(&HearQt);
     QApplication::setApplicationName("wren");
@@ -96,6 +103,9 @@ int main(int count, char** words)
     QApplication::setWindowIcon(WindowIcon());
     wren::Editor editor(arguments->options);
     const wren::Endings endings(editor);
+    std::optional<wren::OpenRequests> requests;
+    if (meeting.claim)
+        requests.emplace(editor, std::move(*meeting.claim));
     editor.Show(arguments->places);
     return QApplication::exec();
 }
