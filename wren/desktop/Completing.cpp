@@ -154,7 +154,11 @@ void Completing::NothingFits()
 
 bool Completing::KeyPressed(CodeView& view, const QKeyEvent& event)
 {
-    if (!IsShown() || &view != word.view || (event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+    if ((event.modifiers() & ~Qt::KeypadModifier) != Qt::NoModifier)
+        return false;
+    if (!IsShown() && pluginOffers && pluginOffers())
+        return KeyForPlugin(event.key());
+    if (!IsShown() || &view != word.view)
         return false;
     switch (event.key()) {
     case Qt::Key_Escape:
@@ -174,6 +178,16 @@ bool Completing::KeyPressed(CodeView& view, const QKeyEvent& event)
     }
     Close();
     return false;
+}
+
+// Its own list ignores these two: Escape would leave it open, and Tab would go to the text.
+bool Completing::KeyForPlugin(int key)
+{
+    if (key == Qt::Key_Escape)
+        pluginLeaves();
+    else if (key == Qt::Key_Tab)
+        pluginCompletes();
+    return key == Qt::Key_Escape || key == Qt::Key_Tab;
 }
 
 void Completing::Take()

@@ -36,8 +36,11 @@ public:
     ~Completing() override;
 
     void Use(PreferenceValues::Completion which) { uses = which; }
-    std::function<bool()> pluginLists;     // whether a list of the plug-in's is shown
-    std::function<void()> pluginCompletes; // asks the plug-in for its own
+    // Of the plug-in.
+    std::function<bool()> pluginLists;     // whether any list of its is shown
+    std::function<bool()> pluginOffers;    // whether it is that of completions
+    std::function<void()> pluginCompletes; // by its command, which also takes the marked entry of its list
+    std::function<void()> pluginLeaves;    // closes its completions
 
     bool KeyPressed(CodeView& view, const QKeyEvent& event); // true: it was for the list
     bool Typed(CodeView& view);                              // a key has been applied. true: the plug-in must not list
@@ -59,6 +62,7 @@ private:
     Word WordAt(CodeView& view) const;
     std::string TypedPart() const;
     bool IsOwn(const LinePlace& place) const;
+    bool KeyForPlugin(int key);
     bool IsShown() const { return list != nullptr && list->isVisible(); }
     bool ListsLocalsOnly() const;
     void Ask(const Word& wanted);

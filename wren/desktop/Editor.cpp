@@ -181,7 +181,14 @@ void Editor::ConnectTexts()
 
 void Editor::ConnectCompletion()
 {
-    symbols->Completion().pluginLists = [this] { return display->FrontList().window != 0; };
+    symbols->Completion().pluginOffers = [this] { return display->IsPopUpVisible(); };
+    symbols->Completion().pluginLists = [this] {
+        return display->IsPopUpVisible() || display->FrontList().window != 0;
+    };
+    symbols->Completion().pluginLeaves = [this] {
+        display->DismissPopUps();
+        loop->LetThrough();
+    };
     symbols->Completion().pluginCompletes = [this] { router->RunPlugins("SymbolCompletion"); };
     router->onKey = [this](CodeView& view, const QKeyEvent& event) {
         return symbols != nullptr && symbols->Completion().KeyPressed(view, event);

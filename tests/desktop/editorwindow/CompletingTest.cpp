@@ -162,6 +162,25 @@ TEST_F(Completing, TheCommandAsksWithoutTyping)
     EXPECT_THAT(Listed(), ElementsAre("Paint"));
 }
 
+TEST_F(Completing, ThePluginsListIsLeftByEscapeAndTakesByTab)
+{
+    home.Write("project/tags", "!_TAG_FILE_SORTED\t1\t//\nPaint\tshapes.h\t3;\"\tp\nPair\tshapes.h\t4;\"\tp\n");
+    StartAt("Pai|");
+    Press("Ctrl+.");
+    SettleBackground();
+    ASSERT_THAT(PluginWindows(), ElementsAre("completions"));
+    Press("Escape");
+    EXPECT_THAT(PluginWindows(), IsEmpty());
+    EXPECT_EQ(Written(), "Pai|");
+    Press("Ctrl+.");
+    SettleBackground();
+    ASSERT_THAT(PluginWindows(), ElementsAre("completions"));
+    Press("Tab");
+    EXPECT_EQ(Written(), "Paint|");
+    EXPECT_THAT(PluginWindows(), IsEmpty());
+    EXPECT_THAT(Listed(), IsEmpty()) << "one list at a time";
+}
+
 TEST_F(Completing, APreferenceChoosesWhoseListComes)
 {
     StartAt(kTextUse);

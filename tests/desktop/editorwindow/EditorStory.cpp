@@ -6,6 +6,7 @@
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/NoticeBar.h"
+#include "wren/desktop/display/WindowPeer.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -251,6 +252,15 @@ std::vector<std::string> EditorStory::Tabs() const
 std::string EditorStory::CurrentTab() const
 {
     return Readable(editor->Window().Tabs().tabText(editor->Window().Tabs().currentIndex()));
+}
+
+std::vector<std::string> EditorStory::PluginWindows()
+{
+    std::vector<std::string> titles;
+    for (const QWidget* widget : QApplication::topLevelWidgets())
+        if (const auto* peer = dynamic_cast<const wren::WindowPeer*>(widget); peer != nullptr && peer->isVisible())
+            titles.push_back(peer->IsPopUp() ? "completions" : peer->windowTitle().toStdString());
+    return titles;
 }
 
 std::string EditorStory::Notice() const

@@ -52,8 +52,9 @@ protected:
     std::string Text() const;
     std::vector<std::string> Tabs() const; // as they read, in their order
     std::string CurrentTab() const;
-    std::string Notice() const; // "" when none is shown
-    std::string Status() const; // the message in the line of status
+    static std::vector<std::string> PluginWindows(); // titles of those that are seen; completions have none
+    std::string Notice() const;                      // "" when none is shown
+    std::string Status() const;                      // the message in the line of status
 
     static std::string Content(const std::string& file); // "" when there is none
 

@@ -3,7 +3,6 @@
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/display/QtDisplay.h"
-#include "wren/desktop/display/WindowPeer.h"
 
 #include <QApplication>
 #include <QInputDialog>
@@ -39,15 +38,6 @@ protected:
         Start({home.Write("draw.c", text)});
         SettleBackground();
     }
-    // Titles of the plug-in's windows that are to be seen; the list of completions has none.
-    static std::vector<std::string> Windows()
-    {
-        std::vector<std::string> titles;
-        for (const QWidget* widget : QApplication::topLevelWidgets())
-            if (const auto* peer = dynamic_cast<const wren::WindowPeer*>(widget); peer != nullptr && peer->isVisible())
-                titles.push_back(peer->IsPopUp() ? "completions" : peer->windowTitle().toStdString());
-        return titles;
-    }
     // The tab and the line, from 1, where the user is.
     std::string Place()
     {
@@ -60,10 +50,10 @@ protected:
         Press("End");
         Press(keys);
         SettleBackground();
-        ASSERT_THAT(Windows(), ElementsAre("completions")) << keys;
+        ASSERT_THAT(PluginWindows(), ElementsAre("completions")) << keys;
         Press(keys);
         EXPECT_EQ(Text(), "Paint") << keys << " chooses what it has listed";
-        EXPECT_THAT(Windows(), IsEmpty()) << keys;
+        EXPECT_THAT(PluginWindows(), IsEmpty()) << keys;
     }
 };
 
@@ -163,11 +153,11 @@ TEST_F(Lookup, SeveralMatchesAreListedAndEnterOpensOne)
 {
     StartWith("Many\n");
     Press("F12");
-    ASSERT_THAT(Windows(), ElementsAre("Declaration"));
+    ASSERT_THAT(PluginWindows(), ElementsAre("Declaration"));
     Press("Down");
     Press("Return");
     EXPECT_EQ(Tabs().size(), 2u);
-    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(PluginWindows(), IsEmpty());
     Press("Alt+Left");
     EXPECT_EQ(Place(), "draw.c:1");
 }
@@ -176,10 +166,10 @@ TEST_F(Lookup, EnterOpensTheFirstMatchWithoutASelection)
 {
     StartWith("Many\n");
     Press("F12");
-    ASSERT_THAT(Windows(), ElementsAre("Declaration"));
+    ASSERT_THAT(PluginWindows(), ElementsAre("Declaration"));
     Press("Return");
     const std::string first = Place();
-    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(PluginWindows(), IsEmpty());
     Press("Alt+Left");
     EXPECT_EQ(Text(), "Many\n") << "no line end was typed";
     Press("F12");
@@ -297,9 +287,9 @@ TEST_F(Lookup, ClosingATextClosesItsCompletions)
     Press("End");
     Press("Ctrl+Space");
     SettleBackground();
-    ASSERT_THAT(Windows(), ElementsAre("completions"));
+    ASSERT_THAT(PluginWindows(), ElementsAre("completions"));
     CloseTab(0);
-    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(PluginWindows(), IsEmpty());
     EXPECT_THAT(Tabs(), ElementsAre("untitled"));
     Type("x");
     EXPECT_EQ(Text(), "x");
@@ -309,9 +299,9 @@ TEST_F(Lookup, ClosingATextClosesItsMatches)
 {
     StartWith("Many\n");
     Press("F12");
-    ASSERT_THAT(Windows(), ElementsAre("Declaration"));
+    ASSERT_THAT(PluginWindows(), ElementsAre("Declaration"));
     Press("Ctrl+W");
-    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(PluginWindows(), IsEmpty());
     EXPECT_THAT(Tabs(), ElementsAre("untitled"));
 }
 
@@ -319,9 +309,9 @@ TEST_F(Lookup, TheEditorEndsWithAListOpen)
 {
     StartWith("Many\n");
     Press("F12");
-    ASSERT_THAT(Windows(), ElementsAre("Declaration"));
+    ASSERT_THAT(PluginWindows(), ElementsAre("Declaration"));
     EXPECT_TRUE(Quit());
-    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(PluginWindows(), IsEmpty());
 }
 
 TEST_F(Lookup, TheEditorEndsWhileNamesLoad)
@@ -335,6 +325,6 @@ TEST_F(Lookup, TheEditorEndsWhileNamesLoad)
     QTest::keySequence(&View(), QKeySequence("Ctrl+Space")); // loads them
     hands.AnswerNextAlert("Discard");
     EXPECT_TRUE(Quit());
-    EXPECT_THAT(Windows(), IsEmpty());
+    EXPECT_THAT(PluginWindows(), IsEmpty());
     EXPECT_EQ(Content(home / "draw.c"), "");
 }

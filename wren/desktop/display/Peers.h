@@ -44,6 +44,7 @@ public:
 
     WindowPeer* FrontList() const; // the newest visible one with a list that is no pop-up
     bool IsPopUpVisible() const;
+    void DismissPopUps(const QWidget* pressed); // but a window that was pressed; null: all
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -56,7 +57,6 @@ private:
     };
     template <class Wanted>
     WindowPeer* Newest(Wanted wanted) const;
-    void DismissPopUps(const QWidget* pressed); // null: all
     void ClosePanel(vetch::LooperToken panel);
 
     const FontTable& fonts;

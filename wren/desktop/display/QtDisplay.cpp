@@ -73,6 +73,11 @@ bool QtDisplay::IsPopUpVisible() const
     return peers->IsPopUpVisible();
 }
 
+void QtDisplay::DismissPopUps()
+{
+    peers->DismissPopUps(nullptr);
+}
+
 void QtDisplay::Apply(vetch::Update update)
 {
     queue.Add(std::move(update));

@@ -57,6 +57,7 @@ public:
     // Every visible window of the plug-in's that closes when the user presses the mouse outside it: asked when the
     // mouse was pressed in the editor. GUI thread.
     bool IsPopUpVisible() const;
+    void DismissPopUps(); // as such a press does
 
     // vetch::Display
     void Apply(vetch::Update update) override;
