@@ -111,6 +111,8 @@ void Editor::MakeActions(const DesktopOptions& options)
                                                   SymbolEngineOptions{options.indexes, options.indexesSystem});
     if (symbols != nullptr)
         finder = std::make_unique<FinderActions>(*host, *window, *symbols);
+    if (symbols != nullptr)
+        filesActions = std::make_unique<FilesActions>(FilesActions::Parts{*host, *window, *places, symbols->Engine()});
     menus = std::make_unique<EditorMenus>(
         EditorMenus::Parts{*window, *host, *router, Actions(), [this] { return RecentFiles(); }});
 }
@@ -124,6 +126,7 @@ Editor::~Editor()
     host->ShutDown();
     loop->LetThrough();
     menus.reset();
+    filesActions.reset();
     symbols.reset();
     session.reset();
     preferenceActions.reset();
@@ -172,9 +175,13 @@ void Editor::ConnectTexts()
         documents->Raised(id);
         if (symbols != nullptr)
             symbols->Raised();
+        if (filesActions != nullptr)
+            filesActions->Follow();
     });
     connect(&window->Tabs(), &EditorTabs::CloseAsked, this, [this](long id) { documents->Close(id); });
     connect(files.get(), &FileKeeper::Saved, documents.get(), &DocumentActions::Saved);
+    if (filesActions != nullptr)
+        connect(files.get(), &FileKeeper::Saved, filesActions.get(), &FilesActions::Refresh);
     connect(files.get(), &FileKeeper::ReadAgain, menus.get(), &EditorMenus::ShowUndo);
     connect(places.get(), &PlaceActions::Went, documents.get(), &DocumentActions::Changed);
 }
@@ -203,6 +210,8 @@ void Editor::ConnectWindow()
     connect(window.get(), &MainWindow::UserCame, this, [this] {
         host->UserCame();
         files->Check();
+        if (filesActions != nullptr)
+            filesActions->Refresh();
     });
     connect(window.get(), &MainWindow::UserLeft, this, [this] { host->UserLeft(); });
     connect(window.get(), &MainWindow::FrameChanged, this, [this] { host->AllDocuments().FollowFrame(); });

@@ -69,7 +69,8 @@ public:
 
     EditorActions Actions()
     {
-        return {*documents, *tabActions, *places, *worksheet, *preferenceActions, symbols.get(), finder.get()};
+        return {*documents,         *tabActions,   *places,      *worksheet,
+                *preferenceActions, symbols.get(), finder.get(), filesActions.get()};
     }
     MainWindow& Window() { return *window; }
     Host& TheHost() { return *host; }
@@ -114,8 +115,9 @@ private:
     std::unique_ptr<PlaceActions> places;
     std::unique_ptr<PreferenceActions> preferenceActions;
     std::unique_ptr<SessionKeeper> session;
-    std::unique_ptr<SymbolActions> symbols; // null where names are not understood
-    std::unique_ptr<FinderActions> finder;  // null there as well
+    std::unique_ptr<SymbolActions> symbols;     // null where names are not understood
+    std::unique_ptr<FinderActions> finder;      // null there as well
+    std::unique_ptr<FilesActions> filesActions; // and this one
     std::unique_ptr<EditorMenus> menus;
 };
 

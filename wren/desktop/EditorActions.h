@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wren/desktop/DocumentActions.h"
+#include "wren/desktop/FilesActions.h"
 #include "wren/desktop/FinderActions.h"
 #include "wren/desktop/PlaceActions.h"
 #include "wren/desktop/PreferenceActions.h"
@@ -20,6 +21,7 @@ struct EditorActions {
     PreferenceActions& preferences;
     SymbolActions* symbols; // null where names are not understood
     FinderActions* finder;  // null there as well
+    FilesActions* files;    // and this one
 };
 
 } // namespace wren

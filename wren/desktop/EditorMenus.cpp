@@ -242,6 +242,16 @@ void EditorMenus::FillView(QMenu* menu)
         [this] { parts.actions.preferences.UseZoom(0); });
     if (parts.actions.symbols != nullptr)
         AddOutline(menu, *parts.actions.symbols);
+    if (parts.actions.files != nullptr)
+        AddFiles(menu, *parts.actions.files);
+}
+
+void EditorMenus::AddFiles(QMenu* menu, FilesActions& files)
+{
+    QAction* shown = Add(menu, tr("&Files"), "", {QKeySequence(tr("Ctrl+Shift+E"))}, nullptr);
+    shown->setCheckable(true);
+    connect(shown, &QAction::triggered, this, [&files](bool show) { files.Show(show); });
+    connect(&files, &FilesActions::PanelShown, shown, &QAction::setChecked);
 }
 
 // The panel is made when it is first shown, and can be closed by its own button.

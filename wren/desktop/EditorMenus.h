@@ -54,6 +54,7 @@ private:
     void FillMeanings(QMenu* menu, SymbolActions& symbols);
     void FillView(QMenu* menu);
     void AddOutline(QMenu* menu, SymbolActions& symbols);
+    void AddFiles(QMenu* menu, FilesActions& files);
     void FillWorksheet(QMenu* menu);
     void FillHelp(QMenu* menu);
     void FillTools();

@@ -36,6 +36,8 @@ const QMap<QString, const char*>& Drawings()
         {"system-run", "<path d='M7 4l13 8-13 8z'/>"},
         {"process-stop", "<path d='M6 6h12v12H6z'/>"},
         {"help-about", "<circle cx='12' cy='12' r='9'/><path d='M12 11v6M12 7v.5'/>"},
+        {"folder", "<path d='M3 19V5h6l2 3h10v11z'/>"},
+        {"text-x-generic", "<path d='M6 3h8l4 4v14H6z'/><path d='M14 3v4h4'/>"},
         {"preferences-text", "<path d='M5 7V4h14v3M12 4v16M9 20h6'/>"},
         {"preferences-names", "<path d='M3 5v6l9 9 7-7-9-9H4z'/><circle cx='7.5' cy='8.5' r='1'/>"},
         {"preferences-keys", "<path d='M2.5 6h19v12h-19z'/><path d='M6 10h.5M9.5 10h.5M13 10h.5M17 10h.5M7 14h10'/>"},

@@ -69,7 +69,7 @@ public:
     void TakeNews();
 
     bool IsIdle() const; // no answer is to come
-    const SymbolEngine& Engine() const { return engine; }
+    SymbolEngine& Engine() { return engine; }
     MatchesPanel& Matches();
     Palette& ThePalette();
     OutlinePanel& Outline();

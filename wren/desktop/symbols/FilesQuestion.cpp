@@ -1,7 +1,8 @@
 #include "wren/desktop/symbols/FilesQuestion.h"
 
+#include "wren/desktop/symbols/ProjectRoot.h"
+
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace wren {
@@ -9,16 +10,6 @@ namespace wren {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A text outside of all projects has its own directory.
-std::string ProjectOf(const std::string& path, Projects& projects)
-{
-    std::error_code unknown;
-    if (!path.starts_with('/'))
-        return fs::current_path(unknown).string();
-    const std::string root = projects.For(path)->Root();
-    return root == "/" || root.empty() ? fs::path(path).parent_path().string() : root;
-}
 
 FoundPlace PlaceOf(FoundLine&& line, const std::string& root, const std::string& path)
 {

@@ -36,7 +36,7 @@ struct Question {
 class SymbolEngine {
 public:
     // A later question of a topic cancels the earlier one.
-    enum class Topic { Place, List, Palette, Text, Meaning, Call, Completion };
+    enum class Topic { Place, List, Palette, Text, Meaning, Call, Completion, Directories, FoundFiles };
     using Work = std::function<void(const Question&)>;
 
     // 'wake' is called on any thread when TakeNews() has something to do.
