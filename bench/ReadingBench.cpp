@@ -290,13 +290,13 @@ private:
     size_t typed = 0;
 };
 
-// Kilobytes that are in memory.
+// Kilobytes in memory that are the program's alone: the index is mapped, and its pages belong to the system.
 long Memory()
 {
     std::ifstream status("/proc/self/status");
     for (std::string line; std::getline(status, line);)
-        if (line.starts_with("VmRSS:"))
-            return std::atol(line.c_str() + 6);
+        if (line.starts_with("RssAnon:"))
+            return std::atol(line.c_str() + 8);
     return 0;
 }
 

@@ -22,6 +22,7 @@
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/TagsKeeper.h"
 #include "wren/desktop/Warnings.h"
+#include "wren/desktop/Welcome.h"
 #include "wren/desktop/display/QtDisplay.h"
 #include "wren/desktop/editor/CodeView.h"
 
@@ -113,8 +114,13 @@ void Editor::MakeActions(const DesktopOptions& options)
         finder = std::make_unique<FinderActions>(*host, *window, *symbols);
     if (symbols != nullptr)
         filesActions = std::make_unique<FilesActions>(FilesActions::Parts{*host, *window, *places, symbols->Engine()});
-    menus = std::make_unique<EditorMenus>(
-        EditorMenus::Parts{*window, *host, *router, Actions(), [this] { return RecentFiles(); }});
+    const std::function<void()> startTour = [this] { welcome->StartTour(); };
+    menus = std::make_unique<EditorMenus>(EditorMenus::Parts{*window, *host, *router, Actions(),
+                                                             [this] { return RecentFiles(); },
+                                                             symbols == nullptr ? nullptr : startTour});
+    welcome = std::make_unique<Welcome>(Welcome::Parts{*host, *window, *documents, [this] { return RecentFiles(); },
+                                                       [this](const QString& item) { return menus->KeysOf(item); },
+                                                       [this] { preferenceActions->Open(); }, symbols != nullptr});
 }
 
 // The plug-in's windows end before the display that shows them, and that before Qt's own.
@@ -125,6 +131,7 @@ Editor::~Editor()
     tags.reset(); // what runs is stopped while there is a host to work for
     host->ShutDown();
     loop->LetThrough();
+    welcome.reset();
     menus.reset();
     filesActions.reset();
     symbols.reset();
@@ -165,6 +172,7 @@ void Editor::ConnectTexts()
         if (symbols != nullptr)
             symbols->TextChanged(window->Tabs().DocumentOf(&view));
         menus->ShowUndo();
+        welcome->Update();
     };
     router->onMoves = [this](CodeView& view, long offset, long removed, long inserted) {
         const long id = window->Tabs().DocumentOf(&view);
@@ -177,12 +185,15 @@ void Editor::ConnectTexts()
             symbols->Raised();
         if (filesActions != nullptr)
             filesActions->Follow();
+        if (welcome != nullptr)
+            welcome->Update();
     });
     connect(&window->Tabs(), &EditorTabs::CloseAsked, this, [this](long id) { documents->Close(id); });
     connect(files.get(), &FileKeeper::Saved, documents.get(), &DocumentActions::Saved);
     if (filesActions != nullptr)
         connect(files.get(), &FileKeeper::Saved, filesActions.get(), &FilesActions::Refresh);
     connect(files.get(), &FileKeeper::ReadAgain, menus.get(), &EditorMenus::ShowUndo);
+    connect(documents.get(), &DocumentActions::Named, welcome.get(), [this] { welcome->Update(); });
     connect(places.get(), &PlaceActions::Went, documents.get(), &DocumentActions::Changed);
 }
 
@@ -287,6 +298,7 @@ void Editor::Show(const std::vector<Place>& wanted)
         documents->New();
     host->AllDocuments().FollowFrame();
     window->Tabs().CurrentView()->setFocus();
+    welcome->Update();
 }
 
 bool Editor::Quit()

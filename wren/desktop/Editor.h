@@ -32,6 +32,7 @@ class SettingsKeeper;
 class SymbolActions;
 class TagsKeeper;
 class Warnings;
+class Welcome;
 class HostObservers;
 
 struct DesktopOptions {
@@ -74,6 +75,7 @@ public:
     }
     MainWindow& Window() { return *window; }
     Host& TheHost() { return *host; }
+    Welcome& TheWelcome() { return *welcome; }
 
     void LetThrough();                                   // all messages and display updates that are there
     const std::vector<std::string>& RecentFiles() const; // the last one first
@@ -119,6 +121,7 @@ private:
     std::unique_ptr<FinderActions> finder;      // null there as well
     std::unique_ptr<FilesActions> filesActions; // and this one
     std::unique_ptr<EditorMenus> menus;
+    std::unique_ptr<Welcome> welcome;
 };
 
 } // namespace wren

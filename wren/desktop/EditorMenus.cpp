@@ -98,6 +98,14 @@ std::vector<std::pair<QString, QKeySequence>> EditorMenus::OwnKeys() const
     return own;
 }
 
+QString EditorMenus::KeysOf(const QString& item) const
+{
+    for (const auto& [action, usual] : usualKeys)
+        if (action->text().remove('&') == item)
+            return action->shortcut().toString(QKeySequence::NativeText);
+    return "";
+}
+
 void EditorMenus::FillFile(QMenu* menu)
 {
     Add(menu, tr("&New"), "document-new", StandardKeys(QKeySequence::New), [this] { parts.actions.documents.New(); });
@@ -277,6 +285,8 @@ void EditorMenus::FillWorksheet(QMenu* menu)
 
 void EditorMenus::FillHelp(QMenu* menu)
 {
+    if (parts.startTour)
+        Add(menu, tr("&Tour"), "", {}, parts.startTour);
     Add(menu, tr("About &Symbols"), "", {}, [this] { ShowHelp(); });
     Add(menu, tr("&About Wren"), "help-about", {}, [this] { ShowAbout(); });
 }

@@ -32,12 +32,14 @@ public:
         KeyRouter& router;
         EditorActions actions;
         std::function<std::vector<std::string>()> recentFiles; // the last one first
+        std::function<void()> startTour;                       // null: there is none
     };
     explicit EditorMenus(const Parts& parts); // borrows them all
 
     // The commands' keys, in the notation of menus. A menu shows the keys of its commands. Qt runs nothing for a key
     // that two actions have; so the first command gets it, and the menus' own items lose it.
     void BindKeys(const std::vector<std::pair<std::string, std::string>>& keys);
+    QString KeysOf(const QString& item) const; // of one that is not a command, for people; "" for none
     // The items that are not commands, and the keys that choose them while no command has those keys.
     std::vector<std::pair<QString, QKeySequence>> OwnKeys() const;
 
