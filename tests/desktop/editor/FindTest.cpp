@@ -321,7 +321,7 @@ TEST_F(FindBarTest, CountsALongTextFromTheEventLoop)
 TEST_F(FindBarTest, MarksAllMatchesUntilItIsClosed)
 {
     const auto isMarked = [this](long offset) {
-        return ViewText(*view).Send(QsciScintillaBase::SCI_INDICATORVALUEAT, 22, offset) != 0;
+        return ViewText(*view).Send(QsciScintillaBase::SCI_INDICATORVALUEAT, 23, offset) != 0;
     };
     Field("find")->setText("one");
     EXPECT_TRUE(isMarked(0));

@@ -13,8 +13,9 @@
 namespace wren {
 namespace {
 
-constexpr int kOfSearch = 22; // of Scintilla's indicators
-constexpr int kOfNames = 23;
+constexpr int kOfNames = 22; // of Scintilla's indicators
+constexpr int kOfSearch = 23;
+constexpr int kSelected = 24;
 
 // '[' and ']' stand around each mark.
 std::string WithMarks(const CodeView& view, int indicator)
@@ -69,6 +70,21 @@ TEST_F(MatchMarksTest, AMatchHasItsNumber)
     EXPECT_EQ(WithMarks(view, kOfSearch), "[a] b [a] b [a]");
     marks.SetSearch({});
     EXPECT_EQ(WithMarks(view, kOfSearch), "a b a b a");
+}
+
+TEST_F(MatchMarksTest, TheSelectedMatchHasAMarkOfItsOwn)
+{
+    Open("ab ab ab");
+    MatchMarks marks(view, MatchMarks::Of::Search);
+    marks.SetSearch({"ab"});
+    ViewText(view).Select(3, 5);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return WithMarks(view, kSelected) == "ab [ab] ab"; }));
+    ViewText(view).Select(3, 4);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return WithMarks(view, kSelected) == "ab ab ab"; })) << "a part of one";
+    ViewText(view).Select(6, 8);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return WithMarks(view, kSelected) == "ab ab [ab]"; }));
+    marks.SetSearch({});
+    EXPECT_EQ(WithMarks(view, kSelected), "ab ab ab");
 }
 
 // Matches that lie over the end of a slice are neither missed nor counted twice.

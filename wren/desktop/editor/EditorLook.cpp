@@ -20,6 +20,7 @@ EditorColours Light()
     c.preprocessor = QColor(0x7a4b00);
     c.type = QColor(0x7b2a9e);
     c.match = QColor(0xf2b01e);
+    c.selectedMatch = QColor(0xff9a3d);
     c.occurrence = QColor(0x7f96b2);
     c.brace = QColor(0xa8e0b0);
     c.badBrace = QColor(0xffb3ad);
@@ -42,6 +43,7 @@ EditorColours Dark()
     c.preprocessor = QColor(0xd9b36c);
     c.type = QColor(0xd3a4f5);
     c.match = QColor(0xb8860b);
+    c.selectedMatch = QColor(0xa84a0a);
     c.occurrence = QColor(0x6d8199);
     c.brace = QColor(0x2f6b45);
     c.badBrace = QColor(0x8a3030);

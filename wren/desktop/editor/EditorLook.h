@@ -19,8 +19,8 @@ struct EditorLook {
 struct EditorColours {
     QColor text, paper, caretLine, selection, lineNumbers, margin;
     QColor keyword, comment, string, number, preprocessor, type;
-    QColor match, occurrence; // marks of what is searched for, and of the name at the caret
-    QColor brace, badBrace;   // behind a brace and its partner, and behind one that has none
+    QColor match, selectedMatch, occurrence; // marks of what is searched for, and of the name at the caret
+    QColor brace, badBrace;                  // behind a brace and its partner, and behind one that has none
 };
 const EditorColours& ColoursOf(bool dark);
 

@@ -17,7 +17,8 @@ namespace {
 using namespace std::chrono_literals;
 using Sci = QsciScintillaBase;
 
-constexpr int kFirstIndicator = 22;     // of Scintilla; the one of names is the next
+constexpr int kFirstIndicator = 22; // of Scintilla; the one of a search is the next, and drawn over it
+constexpr int kSelectedIndicator = 24;
 constexpr long kSlice = 128 * 1024;     // bytes: a millisecond or so, expressions take longer
 constexpr long kMostSeen = 256 * 1024;  // bytes that are looked through for what is seen: lines may be very long
 constexpr size_t kMostMarked = 5000;    // in what is seen
@@ -43,8 +44,10 @@ MatchMarks::MatchMarks(CodeView& view, Of what)
     connect(&view, &Sci::SCN_UPDATEUI, this, [this](int updated) {
         if ((updated & Sci::SC_UPDATE_V_SCROLL) != 0 && !stale)
             MarkSeen();
-        if ((updated & Sci::SC_UPDATE_SELECTION) != 0)
+        if ((updated & Sci::SC_UPDATE_SELECTION) != 0) {
+            MarkSelected();
             emit Changed();
+        }
     });
 }
 
@@ -145,26 +148,46 @@ void MatchMarks::MarkSeen()
                 return seen.size() < kMostMarked;
             });
     }
-    if (seen == marked)
-        return;
-    Define();
-    text.Send(Sci::SCI_INDICATORCLEARRANGE, 0, text.Length());
-    for (const Selection& match : seen)
-        text.Send(Sci::SCI_INDICATORFILLRANGE, match.start, match.end - match.start);
-    marked = std::move(seen);
+    if (seen != marked) {
+        constexpr int kAlphaOfNames = 70;
+        constexpr int kAlphaOfSearch = 140;
+        Define(kFirstIndicator + static_cast<int>(what), Colour(), what == Of::Name ? kAlphaOfNames : kAlphaOfSearch);
+        text.Send(Sci::SCI_INDICATORCLEARRANGE, 0, text.Length());
+        for (const Selection& match : seen)
+            text.Send(Sci::SCI_INDICATORFILLRANGE, match.start, match.end - match.start);
+        marked = std::move(seen);
+    }
+    MarkSelected();
 }
 
-void MatchMarks::Define()
+// Drawn over everything else, since the colour of the selection is near those of the marks.
+void MatchMarks::MarkSelected()
 {
-    constexpr int kAlpha = 110;
+    if (what != Of::Search)
+        return;
+    const ViewText text(view);
+    std::optional<Selection> now = text.Selected();
+    const auto found = std::ranges::lower_bound(marked, now->start, {}, &Selection::start);
+    if (stale || found == marked.end() || *found != *now)
+        now = std::nullopt;
+    if (now == selected)
+        return;
+    selected = now;
+    Define(kSelectedIndicator, ColoursOf(view.Look().dark).selectedMatch, 255);
+    text.Send(Sci::SCI_INDICATORCLEARRANGE, 0, text.Length());
+    if (selected)
+        text.Send(Sci::SCI_INDICATORFILLRANGE, selected->start, selected->end - selected->start);
+}
+
+void MatchMarks::Define(int indicator, const QColor& colour, int alpha) const
+{
     constexpr int kOutlineAlpha = 200;
     const ViewText text(view);
-    const int indicator = kFirstIndicator + static_cast<int>(what);
     view.indicatorDefine(QsciScintilla::StraightBoxIndicator, indicator);
-    view.setIndicatorForegroundColor(Colour(), indicator);
+    view.setIndicatorForegroundColor(colour, indicator);
     view.setIndicatorDrawUnder(true, indicator);
-    text.Send(Sci::SCI_INDICSETALPHA, indicator, kAlpha);
-    text.Send(Sci::SCI_INDICSETOUTLINEALPHA, indicator, kOutlineAlpha);
+    text.Send(Sci::SCI_INDICSETALPHA, indicator, alpha);
+    text.Send(Sci::SCI_INDICSETOUTLINEALPHA, indicator, std::max(alpha, kOutlineAlpha));
     text.Send(Sci::SCI_SETINDICATORCURRENT, indicator);
 }
 

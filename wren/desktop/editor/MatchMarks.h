@@ -18,11 +18,12 @@ class ScrollTicks;
 struct EditorColours;
 
 // What is seen is marked at once; but an expression marks nothing where very long lines are seen. The rest of the text
-// is read in slices, from the event loop, and again after a change, in a pause of typing. GUI thread.
+// is read in slices, from the event loop, and again after a change, in a pause of typing. The selected
+// match of a search has a mark of its own. GUI thread.
 class MatchMarks : public QObject {
     Q_OBJECT
 public:
-    enum class Of { Search, Name };
+    enum class Of { Name, Search }; // a search is drawn over names
 
     MatchMarks(CodeView& view, Of what); // a child of the view
     ~MatchMarks() override;
@@ -52,7 +53,8 @@ private:
     void ReadSlice();
     void Keep(Selection match, const ViewText& text);
     void MarkSeen();
-    void Define();
+    void MarkSelected();
+    void Define(int indicator, const QColor& colour, int alpha) const;
     QColor Colour() const;
 
     CodeView& view;
@@ -69,6 +71,7 @@ private:
     std::vector<Selection> kept;
     std::vector<long> ticks;
     std::vector<Selection> marked;
+    std::optional<Selection> selected; // a marked match
 };
 
 } // namespace wren
