@@ -4,10 +4,40 @@
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/StatusLine.h"
+#include "wren/desktop/editor/CodeView.h"
 
+#include <QDir>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <fcntl.h>
+#include <unistd.h>
+
 namespace wren {
+
+namespace {
+
+// For people: "~/src".
+QString DirectoryOf(const QString& path)
+{
+    const QString directory = QFileInfo(path).path();
+    const QString home = QDir::homePath();
+    const bool isBelow = directory == home || directory.startsWith(home + '/');
+    return isBelow ? '~' + directory.mid(home.size()) : directory;
+}
+
+bool IsReadOnly(const std::string& path)
+{
+    return ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0 && (errno == EACCES || errno == EROFS);
+}
+
+// Qt would take it for the place of its mark of unsaved changes.
+QString Literal(QString name)
+{
+    return name.replace("[*]", "[*][*]");
+}
+
+} // namespace
 
 DocumentLabels::DocumentLabels(Host& host, MainWindow& window) : host(host), window(window) {}
 
@@ -25,12 +55,17 @@ void DocumentLabels::ShowTitle()
 {
     const Document* document = host.Current();
     const QString path = document == nullptr ? "" : QString::fromStdString(document->Path());
-    QString name = document == nullptr ? "" : window.Tabs().NameOf(document->Id());
-    if (name.isEmpty())
-        name = QFileInfo(path).fileName();
-    name.replace("[*]", "[*][*]"); // Qt would take it for the place of its mark of unsaved changes
     window.setWindowFilePath(path);
-    window.setWindowTitle(name.isEmpty() ? MainWindow::tr("Wren") : MainWindow::tr("%1 - Wren").arg(name));
+    window.setWindowModified(false);
+    if (path.isEmpty())
+        return window.setWindowTitle(MainWindow::tr("Wren"));
+    if (document->IsWorksheet())
+        return window.setWindowTitle(MainWindow::tr("%1 - Wren").arg(window.Tabs().NameOf(document->Id())));
+    QString title = Literal(QFileInfo(path).fileName()) + "[*] (" + Literal(DirectoryOf(path));
+    title += (IsReadOnly(document->Path()) ? MainWindow::tr(", read-only") : QString()) + ')';
+    const CodeView* view = window.Tabs().ViewOf(document->Id());
+    window.setWindowTitle(MainWindow::tr("%1 - Wren").arg(title));
+    window.setWindowModified(view != nullptr && view->IsModified());
 }
 
 void DocumentLabels::ShowCaret()

@@ -227,7 +227,7 @@ TEST_F(OddFiles, SaveAsNeverProposesADamagedName)
 TEST_F(OddFiles, TheTitleShowsPlaceholdersInNamesLiterally)
 {
     Start({home.Write("a[*].c", "")});
-    EXPECT_EQ(TheEditor().Window().windowTitle().toStdString(), "a[*][*].c - Wren") << "as Qt wants it";
+    EXPECT_EQ(TheEditor().Window().windowTitle().toStdString(), "a[*][*].c[*] (~) - Wren") << "as Qt wants it";
 }
 
 TEST_F(OddFiles, NulBytesArePastedSavedAndReadAgain)

@@ -1,4 +1,5 @@
 #include "tests/desktop/editorwindow/EditorStory.h"
+#include "tests/support/OrdinaryRights.h"
 #include "wren/desktop/MainWindow.h"
 
 #include <filesystem>
@@ -21,10 +22,10 @@ TEST_F(TabNames, ShowTheDirectoryWhenTwoFilesHaveTheSameName)
     TheEditor().Actions().documents.Open(home.Write("include/x.h", ""));
     Settle();
     EXPECT_THAT(Tabs(), ElementsAre("x.h (src)", "y.h", "x.h (include)"));
-    EXPECT_EQ(Title(), "x.h (include) - Wren");
+    EXPECT_EQ(Title(), "x.h[*] (~/include) - Wren");
     CloseTab(0);
     EXPECT_THAT(Tabs(), ElementsAre("y.h", "x.h"));
-    EXPECT_EQ(Title(), "x.h - Wren");
+    EXPECT_EQ(Title(), "x.h[*] (~/include) - Wren");
 }
 
 TEST_F(TabNames, ShowOnlyTheDifferingPartOfTheDirectory)
@@ -52,5 +53,24 @@ TEST_F(TabNames, ChangeWithTheFilesName)
     Choose("File", "Save As\u2026");
     const std::string own = std::filesystem::path(home.Path()).filename();
     EXPECT_THAT(Tabs(), ElementsAre("x.h (src)", "x.h (" + own + ")"));
-    EXPECT_EQ(Title(), "x.h (" + own + ") - Wren");
+    EXPECT_EQ(Title(), "x.h[*] (~) - Wren");
+}
+
+TEST_F(TabNames, TheTitleShowsUnsavedChangesAndFilesThatCannotBeWritten)
+{
+    const std::string file = home.Write("src/x.h", "");
+    std::filesystem::permissions(file, std::filesystem::perms::owner_read);
+    const OrdinaryRights rights;
+    Start({file});
+    EXPECT_EQ(Title(), "x.h[*] (~/src, read-only) - Wren");
+    EXPECT_FALSE(TheEditor().Window().isWindowModified());
+    Type("1");
+    EXPECT_TRUE(TheEditor().Window().isWindowModified());
+    Press("Ctrl+N");
+    EXPECT_EQ(Title(), "Wren");
+    EXPECT_FALSE(TheEditor().Window().isWindowModified());
+    Press("Ctrl+PgUp");
+    EXPECT_TRUE(TheEditor().Window().isWindowModified());
+    Press("Ctrl+Z");
+    EXPECT_FALSE(TheEditor().Window().isWindowModified());
 }
