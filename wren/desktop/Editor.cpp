@@ -255,7 +255,9 @@ void Editor::ConnectPlugin(const DesktopOptions& options)
     face->keysWait = options.keysWait;
     face->onOpenMatch = options.openMatch;
     if (!face->onOpenMatch)
-        face->onOpenMatch = [this](const std::string& path, long line) { places->OpenMatch(path, line); };
+        face->onOpenMatch = [this](const std::string& path, long line) {
+            symbols != nullptr ? symbols->OpenMatch(path, line) : places->OpenMatch(path, line);
+        };
     if (options.raisesWorksheet) // when the plug-in call is over that appends to it
         face->onWorksheetGrown = [this] { QTimer::singleShot(0, documents.get(), &DocumentActions::OpenWorksheet); };
 }

@@ -7,6 +7,7 @@
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/GuiLoop.h"
 #include "wren/desktop/MainWindow.h"
+#include "wren/desktop/NamedLine.h"
 #include "wren/desktop/PlaceActions.h"
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/editor/CodeLexer.h"
@@ -238,6 +239,22 @@ void SymbolActions::Land(const FoundPlace& place)
     if (place.column > 0 && document != nullptr && PathOf(*document) == place.path) {
         CodeView& view = *parts.window.Tabs().CurrentView();
         mark.Show(view, view.Caret(), static_cast<long>(place.nameSize));
+    }
+}
+
+// The caret is where the plug-in was asked, so the name there is the one that it has found.
+void SymbolActions::OpenMatch(const std::string& path, long line)
+{
+    const Document* asked = parts.host.Current();
+    const std::string name = asked == nullptr ? "" : NameAt(*asked, parts.window.Tabs().CurrentView()->Caret());
+    parts.places.OpenMatch(path, line);
+    const Document* document = parts.host.Current();
+    if (document == nullptr || document->Path() != AbsolutePath(path))
+        return;
+    if (const std::optional<long> offset = OffsetOfNameNear(*document, line, name)) {
+        CodeView& view = *parts.window.Tabs().CurrentView();
+        view.GoTo(*offset);
+        mark.Show(view, *offset, static_cast<long>(name.size()));
     }
 }
 

@@ -51,8 +51,9 @@ public:
     // engine, hands over parts as they come, and returns whether there are more.
     using PartSink = std::function<void(std::vector<FoundPlace> part)>;
     void ListPlaces(const QString& title, std::function<bool(const Question&, const PartSink&)> find);
-    void GoToClicked(CodeView& view, long offset); // to the definition of the name there
-    void Step(bool backwards);                     // to the next place of the list; beeps at its end
+    void GoToClicked(CodeView& view, long offset);      // to the definition of the name there
+    void Step(bool backwards);                          // to the next place of the list; beeps at its end
+    void OpenMatch(const std::string& path, long line); // that the plug-in has found: at the name, and marks it
 
     void GoToSymbol(); // of the project and the system
     void GoToFile();   // of the project

@@ -47,7 +47,8 @@ TEST_F(Jumps, AKeyThatTheUserChoseForALookupStaysThePlugins)
     home.Write("project/tags", "!_TAG_FILE_SORTED\t1\t//\nPaint\tshapes.h\t3;\"\tp\tclass:Shape\n");
     StartAt(kDraw);
     Ask("F12");
-    EXPECT_EQ(Place(), "shapes.h:3:1") << "the line that the tags name, also when all questions are answered";
+    EXPECT_EQ(Place(), "shapes.h:3:10") << "the line that the tags name, also when all questions are answered";
+    EXPECT_EQ(Marked(), "Paint");
     Press("Alt+Left");
     Ask("Ctrl+F12");
     EXPECT_EQ(Place(), "shapes.h:8:10") << "the other key was not chosen";
@@ -92,4 +93,36 @@ TEST_F(Jumps, TheNameOfAStructureLeadsFromItsTypedefToItsBody)
     StartAt("typedef struct page page;\nstruct page { int n; };\npa|ge* first;\n");
     Ask("F12");
     EXPECT_THAT(Place(), HasSubstr(":2:8"));
+}
+
+TEST_F(Jumps, ALookupByTagsFindsTheNameNearALineThatEditsHaveMoved)
+{
+    const struct {
+        const char* line; // that the tags name
+        const char* place;
+    } kCases[] = {
+        {"3", "shapes.h:3:10"}, {"5", "shapes.h:3:10"},   {"7", "shapes.h:8:10"},
+        {"1", "shapes.h:3:10"}, {"900", "shapes.h:8:10"},
+    };
+    home.Write(".config/wren/settings", "WrenKeys DeclarationLookup=F12\n");
+    const std::string text = kDraw;
+    const std::string file = home.Write("project/draw.cpp", std::string(text).erase(text.find('|'), 1));
+    for (const auto& each : kCases) {
+        home.Write("project/tags", std::string("!_TAG_FILE_SORTED\t1\t//\nPaint\tshapes.h\t") + each.line + ";\"\tp\n");
+        Start({file});
+        View().GoTo(static_cast<long>(text.find('|')));
+        Ask("F12");
+        EXPECT_EQ(Place(), each.place) << each.line;
+        EXPECT_EQ(Marked(), "Paint") << each.line;
+    }
+}
+
+TEST_F(Jumps, ALookupByTagsGoesToItsLineWhenNoLineHasTheName)
+{
+    home.Write(".config/wren/settings", "WrenKeys DeclarationLookup=F12\n");
+    home.Write("project/tags", "!_TAG_FILE_SORTED\t1\t//\nElse\tshapes.h\t3;\"\tp\n");
+    StartAt("El|se();\n");
+    Ask("F12");
+    EXPECT_EQ(Place(), "shapes.h:3:1");
+    EXPECT_EQ(Marked(), "");
 }
