@@ -71,6 +71,7 @@ Document* DocumentActions::Adopt(Document* document)
     CodeView* view = window.Tabs().ViewOf(document->Id());
     view->SetClient(&viewClient);
     connect(view, &CodeView::ZoomAsked, this, &DocumentActions::ZoomAsked, Qt::UniqueConnection);
+    connect(view, &CodeView::MenuAsked, this, &DocumentActions::MenuAsked, Qt::UniqueConnection);
     view->SetLanguageFor(document->Path());
     labels.ShowName(*document, false);
     if (!document->Path().empty())

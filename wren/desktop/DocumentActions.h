@@ -73,8 +73,9 @@ signals:
     void Named(long document, const std::string& path); // opened or saved: this is its path now
     void Settled(long document);                        // saved, or about to close: no copy of its text is needed
     void Closing(long document);
-    void ZoomAsked(int steps);        // in a view
-    void Warned(const QString& text); // about a failure that lost nothing
+    void ZoomAsked(int steps);            // in a view
+    void MenuAsked(const QPoint& screen); // in a view
+    void Warned(const QString& text);     // about a failure that lost nothing
 
 private:
     void OpenNew(const std::string& absolute); // saving the document makes the file

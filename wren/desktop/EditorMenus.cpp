@@ -53,6 +53,7 @@ EditorMenus::EditorMenus(const Parts& parts) : parts(parts)
     for (const CommandTable::Command& command : parts.host.Commands().Registered())
         CommandAction(command.name);
     connect(&parts.actions.documents, &DocumentActions::Changed, this, &EditorMenus::ShowState);
+    connect(&parts.actions.documents, &DocumentActions::MenuAsked, this, &EditorMenus::ShowTextMenu);
     connect(&parts.actions.worksheet, &WorksheetActions::StateChanged, this, &EditorMenus::ShowState);
     ShowState();
 }
@@ -173,10 +174,11 @@ void EditorMenus::FillEdit(QMenu* menu)
     cut = Add(menu, tr("Cu&t"), "edit-cut", StandardKeys(QKeySequence::Cut),
               [this] { parts.window.Tabs().CurrentView()->cut(); });
     copy = Add(menu, tr("&Copy"), "edit-copy", StandardKeys(QKeySequence::Copy), onView(&QsciScintilla::copy));
-    Add(menu, tr("&Paste"), "edit-paste", StandardKeys(QKeySequence::Paste),
-        [this] { parts.window.Tabs().CurrentView()->paste(); });
-    Add(menu, tr("Select &All"), "edit-select-all", StandardKeys(QKeySequence::SelectAll),
-        [this] { parts.window.Tabs().CurrentView()->selectAll(true); });
+    QAction* paste = Add(menu, tr("&Paste"), "edit-paste", StandardKeys(QKeySequence::Paste),
+                         [this] { parts.window.Tabs().CurrentView()->paste(); });
+    QAction* all = Add(menu, tr("Select &All"), "edit-select-all", StandardKeys(QKeySequence::SelectAll),
+                       [this] { parts.window.Tabs().CurrentView()->selectAll(true); });
+    aboutText = {undo, redo, cut, copy, paste, all};
     menu->addSeparator();
     FillLines(menu->addMenu(tr("&Lines")));
     menu->addAction(CommandAction("SymbolCompletion"));
@@ -224,9 +226,13 @@ void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)
     menu->addSeparator();
     definition = Add(menu, tr("&Definition"), "", {}, [&symbols] { symbols.GoTo(Wanted::Definition); });
     declaration = Add(menu, tr("De&claration"), "", {}, [&symbols] { symbols.GoTo(Wanted::Declaration); });
-    Add(menu, tr("&Implementations"), "", {}, [&symbols] { symbols.GoTo(Wanted::Implementations); });
-    Add(menu, tr("&References"), "", {QKeySequence(tr("Shift+F12"))}, [&symbols] { symbols.ListReferences(); });
-    Add(menu, tr("What It &Means"), "", {QKeySequence(tr("Ctrl+I"))}, [&symbols] { symbols.Help().ShowMeaning(); });
+    QAction* implementations =
+        Add(menu, tr("&Implementations"), "", {}, [&symbols] { symbols.GoTo(Wanted::Implementations); });
+    QAction* references =
+        Add(menu, tr("&References"), "", {QKeySequence(tr("Shift+F12"))}, [&symbols] { symbols.ListReferences(); });
+    QAction* meaning =
+        Add(menu, tr("What It &Means"), "", {QKeySequence(tr("Ctrl+I"))}, [&symbols] { symbols.Help().ShowMeaning(); });
+    aboutName = {definition, declaration, implementations, references, meaning};
     Add(menu, tr("What the &Call Takes"), "", {QKeySequence(tr("Ctrl+Shift+Space"))},
         [&symbols] { symbols.Help().ShowCall(); });
     Add(menu, tr("Ne&xt Match"), "", {QKeySequence(tr("F4"))}, [&symbols] { symbols.Step(false); });
@@ -314,17 +320,24 @@ void EditorMenus::FillRecent()
         recent->addAction(tr("None"))->setEnabled(false);
 }
 
-// The plug-in sets the state of its items when it hears that menus are about to show.
 void EditorMenus::FillPluginItems()
 {
     for (QAction* action : std::exchange(shownPluginItems, {}))
         delete action;
+    shownPluginItems = MakePluginItems(search);
+    search->insertActions(pluginItems, {shownPluginItems.begin(), shownPluginItems.end()});
+}
+
+// The plug-in sets the state of its items when it hears that menus are about to show.
+std::vector<QAction*> EditorMenus::MakePluginItems(QMenu* menu)
+{
     Host& host = parts.host;
     host.Events().MenusShowing();
     const BMenu& items = *host.MenuBar().Search();
+    std::vector<QAction*> made;
     for (long index = 0; index < items.CountItems(); ++index) {
         const BMenuItem* item = items.ItemAt(index);
-        auto* action = new QAction(ShownLabel(item->Label()), search);
+        auto* action = new QAction(ShownLabel(item->Label()), menu);
         action->setSeparator(item->IsSeparator());
         action->setEnabled(item->IsEnabled());
         const std::string command = host.MenuBar().CommandOf(item);
@@ -332,9 +345,25 @@ void EditorMenus::FillPluginItems()
         if (const auto bound = commands.find(command); bound != commands.end() && !bound->second->shortcut().isEmpty())
             action->setText(action->text() + '\t' + bound->second->shortcut().toString(QKeySequence::NativeText));
         connect(action, &QAction::triggered, this, [this, command] { parts.router.RunChosen(command); });
-        search->insertAction(pluginItems, action);
-        shownPluginItems.push_back(action);
+        made.push_back(action);
     }
+    return made;
+}
+
+// What can be done with the name at the caret, and with the text.
+void EditorMenus::ShowTextMenu(const QPoint& screen)
+{
+    ShowState();
+    auto* menu = new QMenu(&parts.window);
+    menu->setObjectName("textMenu");
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addActions(aboutName);
+    menu->addSeparator();
+    for (QAction* action : MakePluginItems(menu))
+        menu->addAction(action);
+    menu->addSeparator();
+    menu->addActions(aboutText);
+    menu->popup(screen);
 }
 
 void EditorMenus::Run(const std::string& command)

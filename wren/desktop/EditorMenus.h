@@ -62,6 +62,8 @@ private:
     void FillTools();
     void FillRecent();
     void FillPluginItems();
+    std::vector<QAction*> MakePluginItems(QMenu* menu);
+    void ShowTextMenu(const QPoint& screen);
     void Run(const std::string& command); // the editor's own, or one that the plug-in has registered
     void ShowHelp();
     void ShowAbout();
@@ -89,6 +91,8 @@ private:
     QAction* copy = nullptr;
     QAction* runLines = nullptr;
     QAction* stop = nullptr;
+    QList<QAction*> aboutName; // what the menu of the text begins with; empty where names are not understood
+    QList<QAction*> aboutText;
     QAction* definition = nullptr; // these two are null where names are not understood
     QAction* declaration = nullptr;
 };

@@ -135,7 +135,8 @@ public:
     void recolor(int start = 0, int end = -1) override;
 
 signals:
-    void ZoomAsked(int steps); // by Control and the wheel; the owner sets another look
+    void ZoomAsked(int steps);            // by Control and the wheel; the owner sets another look
+    void MenuAsked(const QPoint& screen); // by the right button, which has moved the caret, or by a key
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -144,6 +145,7 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;

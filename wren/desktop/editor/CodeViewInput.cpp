@@ -351,6 +351,25 @@ void CodeView::mouseDoubleClickEvent(QMouseEvent* event)
         ByUser([&] { QsciScintilla::mouseDoubleClickEvent(event); });
 }
 
+// What is chosen is about what the user has pointed at.
+void CodeView::contextMenuEvent(QContextMenuEvent* event)
+{
+    QPoint screen = event->globalPos();
+    const Selection selected = text.Selected();
+    if (event->reason() == QContextMenuEvent::Mouse) {
+        const QPoint at = viewport()->mapFromGlobal(screen);
+        const long offset = text.Send(SCI_POSITIONFROMPOINT, at.x(), at.y());
+        if (offset < selected.start || offset >= selected.end)
+            ByUser([&] { text.Select(offset, offset); });
+    } else {
+        const long below = text.Send(SCI_POINTYFROMPOSITION, 0, Caret()) + text.Send(SCI_TEXTHEIGHT, 0);
+        screen = viewport()->mapToGlobal(
+            QPoint(static_cast<int>(text.Send(SCI_POINTXFROMPOSITION, 0, Caret())), static_cast<int>(below)));
+    }
+    event->accept();
+    emit MenuAsked(screen);
+}
+
 bool CodeView::TakenByClient(QMouseEvent& event)
 {
     if (client == nullptr || !client->MousePressed(*this, event))
