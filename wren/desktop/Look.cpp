@@ -12,9 +12,20 @@ namespace wren {
 
 namespace {
 
+// Fields are lighter than the window: the style frames fields and boxes with a darker line, which would be lost
+// otherwise.
 QPalette DarkPalette()
 {
-    QPalette palette(QColor(45, 47, 51), QColor(36, 38, 41));
+    QPalette palette(QColor(60, 63, 68), QColor(43, 45, 49));
+    palette.setColor(QPalette::Base, QColor(62, 65, 71));
+    palette.setColor(QPalette::AlternateBase, QColor(60, 63, 68));
+    palette.setColor(QPalette::Text, QColor(222, 224, 228));
+    palette.setColor(QPalette::WindowText, QColor(222, 224, 228));
+    palette.setColor(QPalette::ButtonText, QColor(222, 224, 228));
+    palette.setColor(QPalette::PlaceholderText, QColor(150, 154, 160));
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(125, 129, 135));
+    palette.setColor(QPalette::Disabled, QPalette::Base, QColor(48, 50, 55));
     palette.setColor(QPalette::Highlight, QColor(52, 101, 164));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, QColor(114, 159, 207));

@@ -60,8 +60,10 @@ PreferencesDialog::PreferencesDialog(Host& host, QtDisplay& display, GuiLoop& lo
     titles->setFixedWidth(titles->sizeHintForColumn(0) + 2 * titles->frameWidth() + kBesideTitles);
     column->addWidget(buttons); // last, also for the Tab key
     // Enter belongs to the field that it is pressed in, which takes its value then.
-    for (QPushButton* button : findChildren<QPushButton*>())
+    for (QPushButton* button : findChildren<QPushButton*>()) {
         button->setAutoDefault(false);
+        button->setIcon(QIcon()); // the style's are dark also on dark
+    }
     connect(titles, &QListWidget::currentRowChanged, this, &PreferencesDialog::ShowPage);
     titles->setCurrentRow(0);
     titles->setFocus();
