@@ -1,6 +1,7 @@
 #include "wren/desktop/symbols/PaletteQuestions.h"
 
 #include "symbols/store/Fuzzy.h"
+#include "symbols/store/NameTraits.h"
 #include "wren/symbols/NameColumn.h"
 #include "wren/symbols/Outline.h"
 #include "wren/symbols/ShownNames.h"
@@ -15,6 +16,12 @@ namespace wren {
 namespace {
 
 constexpr size_t kMost = 200;
+constexpr size_t kBetweenChecks = 1024; // names, until the question may be given up
+
+int KindOf(const symbols::FuzzyPattern& pattern, std::string_view name, const symbols::NameTraits& traits)
+{
+    return pattern.KindOf(name, pattern.ChancesOf(traits, symbols::kAnywhere));
+}
 
 std::string Where(std::string_view path, long line)
 {
@@ -96,8 +103,11 @@ void FileNames::Read(const symbols::SnapshotPointer& snapshot)
         return;
     names.clear();
     snapshot->ForEachFile([this](symbols::FileNumber, const symbols::File& file) {
-        if (!file.isSystem)
-            names.push_back({std::string(file.path), file.path.rfind('/') + 1});
+        if (file.isSystem)
+            return true;
+        const size_t leaf = file.path.rfind('/') + 1;
+        const std::string_view path = file.path;
+        names.push_back({std::string(path), leaf, symbols::TraitsOf(path), symbols::TraitsOf(path.substr(leaf))});
         return true;
     });
     known = files;
@@ -116,14 +126,19 @@ PaletteAnswer FileNames::Like(const std::string& letters, const std::string& pat
         ages.emplace(workspace.PathInIndex(recent[age]), age);
     using Rank = std::tuple<bool, int, size_t, size_t>; // only the path matches, how well, age, length
     std::vector<std::pair<Rank, const Name*>> ranked;
+    size_t looked = 0;
     for (const Name& name : names) {
+        if (++looked % kBetweenChecks == 0 && question.cancel.IsCancelled())
+            return {};
+        if (!pattern.HasLetters(name.ofPath)) // most names: the rest of the loop is slow
+            continue;
         const auto recentAge = ages.find(name.path);
         const size_t age = recentAge == ages.end() ? recent.size() : recentAge->second;
         if (letters.empty() && age == recent.size())
             continue;
         const std::string_view leaf = std::string_view(name.path).substr(name.leaf);
-        const int ofLeaf = byPath ? symbols::kNoMatch : pattern.KindOf(leaf);
-        const int kind = ofLeaf < symbols::kNoMatch ? ofLeaf : pattern.KindOf(name.path);
+        const int ofLeaf = byPath ? symbols::kNoMatch : KindOf(pattern, leaf, name.ofLeaf);
+        const int kind = ofLeaf < symbols::kNoMatch ? ofLeaf : KindOf(pattern, name.path, name.ofPath);
         if (kind < symbols::kNoMatch)
             ranked.push_back({{ofLeaf == symbols::kNoMatch, kind, age, name.path.size()}, &name});
     }

@@ -1,6 +1,7 @@
 // What the palette asks while the user types.
 #pragma once
 
+#include "symbols/store/Format.h"
 #include "symbols/store/Snapshot.h"
 #include "wren/desktop/symbols/PaletteItem.h"
 #include "wren/desktop/symbols/PlaceQuestions.h"
@@ -33,6 +34,7 @@ private:
     struct Name {
         std::string path; // as in the index
         size_t leaf = 0;  // where its last part begins
+        symbols::NameTraits ofPath, ofLeaf;
     };
     void Read(const symbols::SnapshotPointer& snapshot);
 
