@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <filesystem>
 
 namespace wren {
@@ -29,6 +30,17 @@ std::optional<Place> JumpFrom(const std::string& word)
     return place;
 }
 
+void TakeFolder(DesktopArguments* arguments)
+{
+    std::error_code unknown;
+    const auto folder = std::ranges::find_if(
+        arguments->places, [&](const Place& place) { return std::filesystem::is_directory(place.file, unknown); });
+    if (folder == arguments->places.end())
+        return;
+    arguments->options.folder = std::filesystem::canonical(folder->file, unknown);
+    arguments->places.erase(folder);
+}
+
 } // namespace
 
 std::optional<DesktopArguments> ParseArguments(int count, char** words, int* status)
@@ -43,7 +55,9 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
     std::vector<std::string> files;
     bool fresh = false;
     bool plain = false;
-    app.add_option("FILE", files, "a file, or FILE:LINE or FILE:LINE:COLUMN; +LINE before or behind it goes there too");
+    app.add_option("FILE", files,
+                   "a file, or FILE:LINE or FILE:LINE:COLUMN; +LINE before or behind it goes there too; or a "
+                   "directory, which opens with the files and panels that it had last time");
     app.add_flag("--wait", arguments.waits, "end when the files are closed");
     app.add_flag("--new-instance", arguments.isOnItsOwn, "open an editor of its own, even if one is running");
     app.add_option("--bundle", arguments.options.bundle, "the plug-in's bundle")->type_name("DIR");
@@ -59,6 +73,7 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
     arguments.options.restoresSession = !fresh;
     arguments.options.understandsNames = !plain;
     arguments.places = PlacesFrom(files);
+    TakeFolder(&arguments);
     // A running editor could not follow these.
     for (const char* option : {"--bundle", "--settings", "--no-index", "--new"})
         arguments.isOnItsOwn = arguments.isOnItsOwn || app.count(option) != 0;

@@ -12,7 +12,7 @@ namespace wren {
 
 struct DesktopArguments {
     DesktopOptions options;
-    std::vector<Place> places; // line 0: none was given
+    std::vector<Place> places; // line 0: none was given. The first directory is DesktopOptions::folder instead
     bool waits = false;        // until the texts are closed
     bool isOnItsOwn = false;   // asks no running editor, and later starts do not find it
 };

@@ -54,8 +54,9 @@ std::unique_ptr<PluginBundle> LoadBundle(const std::string& directory, Warnings*
 
 Editor::Editor(const DesktopOptions& options)
     : preferences(options.understandsNames), restoresSession(options.restoresSession),
-      display(std::make_unique<QtDisplay>()), loop(std::make_unique<GuiLoop>(*display)),
-      warnings(std::make_unique<Warnings>()), bundle(LoadBundle(options.bundle, warnings.get())),
+      hasFolder(!options.folder.empty()), display(std::make_unique<QtDisplay>()),
+      loop(std::make_unique<GuiLoop>(*display)), warnings(std::make_unique<Warnings>()),
+      bundle(LoadBundle(options.bundle, warnings.get())),
       window(std::make_unique<MainWindow>(ReadIcns(bundle->Directory()->path + kIcon)))
 {
     window->Button().setEnabled(!bundle->IsNothing());
@@ -104,7 +105,7 @@ void Editor::MakeActions(const DesktopOptions& options)
     preferenceActions = std::make_unique<PreferenceActions>(
         PreferenceActions::Parts{preferences, look, *host, *window, *display, *loop, *router, *settings});
     session = std::make_unique<SessionKeeper>(
-        SessionKeeper::Parts{*host, *window, window->Tabs(), window->Notices(), *files, *documents});
+        SessionKeeper::Parts{*host, *window, window->Tabs(), window->Notices(), *files, *documents, options.folder});
     if (options.understandsNames)
         symbols = std::make_unique<SymbolActions>(SymbolActions::Parts{*host, *window, *documents, *places,
                                                                        [this] { return RecentFiles(); },
@@ -113,7 +114,8 @@ void Editor::MakeActions(const DesktopOptions& options)
     if (symbols != nullptr)
         finder = std::make_unique<FinderActions>(*host, *window, *symbols);
     if (symbols != nullptr)
-        filesActions = std::make_unique<FilesActions>(FilesActions::Parts{*host, *window, *places, symbols->Engine()});
+        filesActions = std::make_unique<FilesActions>(
+            FilesActions::Parts{*host, *window, *places, symbols->Engine(), options.folder});
     const std::function<void()> startTour = [this] { welcome->StartTour(); };
     menus = std::make_unique<EditorMenus>(EditorMenus::Parts{*window, *host, *router, Actions(),
                                                              [this] { return RecentFiles(); },
@@ -288,6 +290,7 @@ void Editor::ConnectNotices()
 void Editor::Show(const std::vector<Place>& wanted)
 {
     window->restoreGeometry(QByteArray::fromBase64(QByteArray::fromStdString(session->State().geometry)));
+    RestorePanels();
     window->show();
     window->activateWindow(); // where no window manager does it
     warnings->ShowIn(window->Notices());
@@ -301,6 +304,20 @@ void Editor::Show(const std::vector<Place>& wanted)
     host->AllDocuments().FollowFrame();
     window->Tabs().CurrentView()->setFocus();
     welcome->Update();
+}
+
+// The panel of matches is shown when there are matches.
+void Editor::RestorePanels()
+{
+    window->restoreState(QByteArray::fromBase64(QByteArray::fromStdString(session->State().layout)));
+    for (const std::string& panel : session->State().panels) {
+        if (panel == "outline" && symbols != nullptr)
+            symbols->ShowOutline(true);
+        if (panel == "files" && filesActions != nullptr)
+            filesActions->Show(true);
+    }
+    if (session->State().layout.empty() && hasFolder && filesActions != nullptr)
+        filesActions->Show(true);
 }
 
 bool Editor::Quit()

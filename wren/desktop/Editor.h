@@ -39,6 +39,7 @@ struct DesktopOptions {
     std::string bundle;                                       // a directory
     std::string settingsFile;                                 // "" keeps settings nowhere
     std::vector<std::string> firstSettings = FirstSettings(); // of the plug-in, as for Host::SetFirstSettings()
+    std::string folder;                                       // absolute, with a session of its own; "" for none
     bool restoresSession = true;                              // where the preferences do not say otherwise
     bool understandsNames = true;                             // false: the plug-in alone answers
     std::string indexes;              // the directory of all indexes of names; "" for the user's
@@ -92,11 +93,13 @@ private:
     void ConnectWindow();
     void ConnectPlugin(const DesktopOptions& options);
     void ConnectNotices();
+    void RestorePanels();
     bool Quit(); // closes everything after questions; false when the user keeps the editor
 
     Preferences preferences;
     EditorLook look;
     const bool restoresSession;
+    const bool hasFolder;
 
     std::unique_ptr<QtDisplay> display;
     std::unique_ptr<GuiLoop> loop;

@@ -32,7 +32,7 @@ FilesPanel& FilesActions::Panel()
     if (panel != nullptr)
         return *panel;
     panel = new FilesPanel({IconNamed("folder"), IconNamed("text-x-generic")}, &parts.window);
-    parts.window.addDockWidget(Qt::LeftDockWidgetArea, panel);
+    parts.window.AddPanel(Qt::LeftDockWidgetArea, panel);
     panel->hide();
     connect(panel, &FilesPanel::Wanted, this, [this](const std::string& directory) {
         missing.insert(directory);
@@ -73,6 +73,10 @@ void FilesActions::Show(bool shown)
 void FilesActions::Follow()
 {
     const std::string path = CurrentPath();
+    if (IsShown() && !parts.folder.empty() && (root.empty() || path != followed)) {
+        followed = path;
+        return Heard(path, parts.folder);
+    }
     if (!IsShown() || path == followed || (path.empty() && !root.empty()))
         return;
     followed = path;

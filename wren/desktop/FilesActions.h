@@ -28,6 +28,7 @@ public:
         MainWindow& window;
         PlaceActions& places;
         SymbolEngine& engine;
+        std::string folder = {}; // absolute: its files are shown, whatever the text; "" for none
     };
     explicit FilesActions(const Parts& parts);
 

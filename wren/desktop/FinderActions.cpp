@@ -42,8 +42,8 @@ FilesFindBar& FinderActions::Bar()
     if (bar != nullptr)
         return *bar;
     bar = new FilesFindBar(&window);
-    window.addDockWidget(Qt::BottomDockWidgetArea, bar);
-    window.splitDockWidget(bar, &symbols.Matches(), Qt::Vertical);
+    if (!window.AddPanel(Qt::BottomDockWidgetArea, bar))
+        window.splitDockWidget(bar, &symbols.Matches(), Qt::Vertical);
     connect(bar, &FilesFindBar::Asked, this, &FinderActions::Find);
     connect(bar, &FilesFindBar::Left, this, [this] {
         if (CodeView* view = window.Tabs().CurrentView())

@@ -8,6 +8,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QScreen>
@@ -43,6 +44,23 @@ MainWindow::MainWindow(const QIcon& pluginIcon)
 MainWindow::~MainWindow()
 {
     delete status;
+}
+
+bool MainWindow::AddPanel(Qt::DockWidgetArea area, QDockWidget* panel)
+{
+    if (restoreDockWidget(panel))
+        return true;
+    addDockWidget(area, panel);
+    return false;
+}
+
+std::vector<std::string> MainWindow::OpenPanels() const
+{
+    std::vector<std::string> names;
+    for (const QDockWidget* panel : findChildren<QDockWidget*>())
+        if (panel->toggleViewAction()->isChecked())
+            names.push_back(panel->objectName().toStdString());
+    return names;
 }
 
 // Without a window manager, no window gets the keyboard when a dialog that had it is hidden. A dialog that the user

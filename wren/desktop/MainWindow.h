@@ -4,6 +4,8 @@
 #include <QMainWindow>
 
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace wren {
 
@@ -26,6 +28,10 @@ public:
     PluginButton& Button() { return *button; }
     QToolBar& Tools() { return *tools; }
     StatusLine& Status() { return *status; }
+
+    // Adds a panel where it was in the layout that was restored, or else in the area. Whether it was there.
+    bool AddPanel(Qt::DockWidgetArea area, QDockWidget* panel);
+    std::vector<std::string> OpenPanels() const; // their names
 
     std::function<bool()> mayClose; // false keeps the window open
 

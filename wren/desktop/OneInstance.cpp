@@ -6,12 +6,15 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <filesystem>
 #include <unistd.h>
 #include <utility>
 
 namespace wren {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr std::chrono::seconds kPatience(10);      // with an editor that runs already
 constexpr std::chrono::seconds kWhileStarting(60); // with one that starts, and may be asked something first
@@ -77,12 +80,36 @@ Meeting StartAndWait(const std::string& place, Claim claim, DesktopArguments* ar
     return {StatusOf(AskRunning(place, RequestOf(*arguments), kWhileStarting)), std::nullopt};
 }
 
+// The editor of a folder that the first file is in opens the files, if it runs.
+std::optional<int> AskFolderAround(const DesktopArguments& arguments)
+{
+    if (!arguments.options.folder.empty() || arguments.places.empty())
+        return std::nullopt;
+    std::error_code unknown;
+    const fs::path file = fs::weakly_canonical(arguments.places.front().file, unknown);
+    for (fs::path folder = file.parent_path(); folder.has_relative_path(); folder = folder.parent_path()) {
+        const base::Result<std::string> place = MeetingPlace(folder);
+        if (!place || !fs::exists(*place, unknown))
+            continue;
+        if (const base::Result<std::optional<Claim>> claim = ClaimPlace(*place); !claim || *claim)
+            continue; // a socket that was left behind
+        const Answer answer = AskRunning(*place, RequestOf(arguments), kPatience);
+        if (answer != Answer::Nobody)
+            return StatusOf(answer);
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 Meeting MeetRunning(DesktopArguments* arguments)
 {
-    const base::Result<std::string> place = MeetingPlace();
-    if (arguments->isOnItsOwn || !place)
+    if (arguments->isOnItsOwn)
+        return {};
+    if (std::optional<int> status = AskFolderAround(*arguments))
+        return {status, std::nullopt};
+    const base::Result<std::string> place = MeetingPlace(arguments->options.folder);
+    if (!place)
         return {};
     for (const bool isLast : {false, true}) { // the editor may end just now: then this one takes its place
         base::Result<std::optional<Claim>> claim = ClaimPlace(*place);

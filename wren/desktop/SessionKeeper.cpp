@@ -7,6 +7,7 @@
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/FileKeeper.h"
 #include "wren/desktop/GuiLoop.h"
+#include "wren/desktop/MainWindow.h"
 #include "wren/desktop/NoticeBar.h"
 #include "wren/desktop/editor/CodeView.h"
 
@@ -70,8 +71,8 @@ bool HasTheTab(const UnsavedText& text, const std::vector<UnsavedText>& left)
 } // namespace
 
 SessionKeeper::SessionKeeper(const Parts& parts)
-    : host(parts.host), window(parts.window), tabs(parts.tabs), notices(parts.notices), files(parts.files),
-      documents(parts.documents), state(LoadSession()), quiet(kPause, kLongest),
+    : host(parts.host), window(parts.window), folder(parts.folder), tabs(parts.tabs), notices(parts.notices),
+      files(parts.files), documents(parts.documents), state(LoadSession(parts.folder)), quiet(kPause, kLongest),
       recovery([this](long document, const std::string& problem) {
           news.Add({document, problem});
       })
@@ -186,15 +187,17 @@ const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::
 bool SessionKeeper::Save()
 {
     sessionWriter.Finish();
-    TakeState(LoadSession());
+    TakeState(LoadSession(folder));
     std::string error;
-    return SaveSession(state, &error);
+    return SaveSession(state, &error, folder);
 }
 
 // Another editor may have stored its session meanwhile.
 void SessionKeeper::TakeState(const SessionState& stored)
 {
     state.geometry = window.saveGeometry().toBase64().toStdString();
+    state.layout = window.saveState().toBase64().toStdString();
+    state.panels = window.OpenPanels();
     state.recentFiles = stored.recentFiles;
     for (const std::string& path : opened)
         state.Opened(path);
@@ -267,11 +270,11 @@ void SessionKeeper::KeepChanged()
 
 void SessionKeeper::KeepSession()
 {
-    const SessionState stored = LoadSession();
+    const SessionState stored = LoadSession(folder);
     TakeState(stored);
     std::string ignored;
-    if (state != stored && !SessionFile().empty() && MakeUserDirectory(StateDirectory(), &ignored))
-        sessionWriter.Write(SessionFile(), "", FormOf(state));
+    if (state != stored && !SessionFile(folder).empty() && MakeUserDirectory(StateDirectory(), &ignored))
+        sessionWriter.Write(SessionFile(folder), "", FormOf(state));
 }
 
 void SessionKeeper::Keep(long id)

@@ -21,6 +21,7 @@ class DocumentActions;
 class EditorTabs;
 class FileKeeper;
 class Host;
+class MainWindow;
 class NoticeBar;
 
 // The session and the copy of a text are written after a pause in changes, or at the latest a while after the first
@@ -33,11 +34,12 @@ class SessionKeeper : public QObject {
 public:
     struct Parts { // all borrowed
         Host& host;
-        QWidget& window; // whose place is kept
+        MainWindow& window; // whose place and panels are kept
         EditorTabs& tabs;
         NoticeBar& notices;
         FileKeeper& files;
         DocumentActions& documents;
+        std::string folder = {}; // whose session it is; "" for none
     };
     explicit SessionKeeper(const Parts& parts);
 
@@ -83,7 +85,8 @@ private:
     void Withdraw();
 
     Host& host;
-    QWidget& window;
+    MainWindow& window;
+    const std::string folder;
     EditorTabs& tabs;
     NoticeBar& notices;
     FileKeeper& files;

@@ -295,7 +295,7 @@ MatchesPanel& SymbolActions::Matches()
     if (matches != nullptr)
         return *matches;
     matches = new MatchesPanel(&parts.window);
-    parts.window.addDockWidget(Qt::BottomDockWidgetArea, matches);
+    parts.window.AddPanel(Qt::BottomDockWidgetArea, matches);
     connect(matches, &MatchesPanel::Chosen, this, [this](const FoundPlace& place) {
         Land(place);
         GiveKeyboardBack();
@@ -392,7 +392,7 @@ OutlinePanel& SymbolActions::Outline()
     if (outline != nullptr)
         return *outline;
     outline = new OutlinePanel(&parts.window);
-    parts.window.addDockWidget(Qt::LeftDockWidgetArea, outline);
+    parts.window.AddPanel(Qt::LeftDockWidgetArea, outline);
     connect(outline, &OutlinePanel::Chosen, this, [this](const PaletteItem& item) {
         Choose(item, 0);
         GiveKeyboardBack();

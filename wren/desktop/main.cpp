@@ -2,6 +2,7 @@
 #include "base/Descriptor.h"
 #include "base/ExitStatus.h"
 #include "wren/desktop/Arguments.h"
+#include "wren/desktop/DocumentActions.h"
 #include "wren/desktop/Endings.h"
 #include "wren/desktop/OneInstance.h"
 #include "wren/desktop/OpenRequests.h"
@@ -90,6 +91,10 @@ int main(int count, char** words)
     wren::Meeting meeting = wren::MeetRunning(&*arguments);
     if (meeting.status)
         return *meeting.status;
+    for (wren::Place& place : arguments->places)
+        place.file = wren::AbsolutePath(place.file);
+    if (!arguments->options.folder.empty() && ::chdir(arguments->options.folder.c_str()) != 0)
+        arguments->options.folder.clear(); // it has gone; the editor opens without it
     KeepOffTerminal();
     qInstallMessageHandler(&HearQt);
     QApplication::setApplicationName("wren");

@@ -4,9 +4,7 @@
 #include "base/UserDirectories.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -37,14 +35,12 @@ std::string Variable(const char* name)
     return value == nullptr ? "" : value;
 }
 
-std::string NameOfPlace(const std::string& state)
+std::string NameOfPlace(const std::string& state, const std::string& folder)
 {
-    std::string all = state;
+    std::string all = state + '\0' + folder;
     for (const char* variable : {"WAYLAND_DISPLAY", "DISPLAY", "QT_QPA_PLATFORM"})
         all += '\0' + Variable(variable);
-    std::array<char, 32> name{};
-    std::snprintf(name.data(), name.size(), "%016llx", static_cast<unsigned long long>(base::Fnv1a(all)));
-    return name.data();
+    return base::Fnv1aDigits(all);
 }
 
 bool IsPrivate(const std::string& directory)
@@ -133,7 +129,7 @@ Answer WaitForClosing(int socket)
 
 } // namespace
 
-base::Result<std::string> MeetingPlace()
+base::Result<std::string> MeetingPlace(const std::string& folder)
 {
     const std::string state = base::StateDirectory("wren");
     const char* runtime = std::getenv("XDG_RUNTIME_DIR");
@@ -147,7 +143,7 @@ base::Result<std::string> MeetingPlace()
         return base::SystemError(directory);
     if (!IsPrivate(directory))
         return base::Error{directory + " is not a directory of this user's alone"};
-    const std::string place = directory + "/" + NameOfPlace(state);
+    const std::string place = directory + "/" + NameOfPlace(state, folder);
     if (place.size() >= sizeof(sockaddr_un::sun_path))
         return base::Error{place + " is too long for a socket"};
     return place;

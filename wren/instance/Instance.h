@@ -11,10 +11,11 @@
 
 namespace wren {
 
-// Editors with the same state directory on the same screen are one; they meet at this path. It is in a directory that
+// Editors of the same folder ("" for those of none) with the same state directory on the same screen are one; they meet
+// at this path. It is in a directory that
 // only the user can enter, in $XDG_RUNTIME_DIR or else in the state directory. The directory is made. An error when
 // there is no such directory, when it belongs to another user or is open to others, or when the path is too long.
-base::Result<std::string> MeetingPlace();
+base::Result<std::string> MeetingPlace(const std::string& folder = "");
 
 // The right to be the running editor, and the socket that the others find. Both end with the process, however it ends.
 struct Claim {

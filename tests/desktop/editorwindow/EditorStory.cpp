@@ -81,6 +81,7 @@ void EditorStory::Start(const std::vector<std::string>& files)
     wren::DesktopOptions options;
     options.bundle = FreshBundle();
     options.settingsFile = SettingsFile();
+    options.folder = folder;
     options.understandsNames = understandsNames;
     options.indexesSystem = false; // it takes a minute
     editor = std::make_unique<wren::Editor>(options);

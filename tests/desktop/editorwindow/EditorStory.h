@@ -61,6 +61,7 @@ protected:
     const TempDirectory home;
     std::string bundle; // the real one, unless a test says otherwise before the start
     QuestionHands hands;
+    std::string folder;            // that is opened at the start; "" for none
     bool understandsNames = false; // else the plug-in alone answers; at the start
 
 private:

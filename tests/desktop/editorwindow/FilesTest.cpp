@@ -149,6 +149,55 @@ TEST_F(FilesOfTheProject, AreReadAgainWhenTheUserComesBack)
     EXPECT_EQ(Panel().Marked(), "shapes.h");
 }
 
+TEST_F(FilesOfTheProject, ComeBackWithTheNextStart)
+{
+    Open("project/shapes.h");
+    TheEditor().Window().resize(1200, 700);
+    TheEditor().Window().addDockWidget(Qt::RightDockWidgetArea, &Panel());
+    TheEditor().Window().resizeDocks({&Panel()}, {333}, Qt::Horizontal);
+    Settle();
+    const int width = Panel().width();
+    ASSERT_TRUE(Quit());
+    Start();
+    Answered();
+    EXPECT_TRUE(Panel().isVisible());
+    EXPECT_EQ(TheEditor().Window().dockWidgetArea(&Panel()), Qt::RightDockWidgetArea);
+    EXPECT_EQ(Panel().width(), width);
+    EXPECT_EQ(Panel().Marked(), "shapes.h");
+    EXPECT_TRUE(View().hasFocus());
+    Press("Ctrl+Shift+E");
+    ASSERT_TRUE(Quit());
+    Start();
+    EXPECT_FALSE(Panel().isVisible());
+}
+
+TEST_F(FilesOfTheProject, AFolderHasItsOwnTextsAndShowsItsFiles)
+{
+    Open("project/shapes.h");
+    Press("Ctrl+Shift+E");
+    ASSERT_TRUE(Quit());
+    folder = home / "project/parts";
+    Start();
+    Answered();
+    EXPECT_THAT(Tabs(), ElementsAre("untitled"));
+    EXPECT_THAT(Names(), ElementsAre("deep", "wheel.c"));
+    TheEditor().Actions().documents.Open(home / "project/parts/wheel.c");
+    Answered();
+    EXPECT_EQ(Panel().Marked(), "wheel.c");
+    TheEditor().Actions().documents.Open(home / "project/shapes.cpp");
+    Answered();
+    EXPECT_THAT(Names(), ElementsAre("deep", "wheel.c")) << "a text from elsewhere";
+    ASSERT_TRUE(Quit());
+    folder.clear();
+    Start();
+    EXPECT_THAT(Tabs(), ElementsAre("shapes.h"));
+    ASSERT_TRUE(Quit());
+    folder = home / "project/parts";
+    Start();
+    EXPECT_THAT(Tabs(), ElementsAre("wheel.c", "shapes.cpp"));
+    EXPECT_TRUE(Panel().isVisible());
+}
+
 TEST_F(FilesOfTheProject, TheMenuShowsWhetherTheyAreThere)
 {
     Open("project/shapes.h");

@@ -1,4 +1,5 @@
 #include "wren/desktop/OneInstance.h"
+#include "base/Hash.h"
 #include "tests/desktop/editorwindow/EditorStory.h"
 #include "tests/support/RunProgram.h"
 #include "wren/core/Host.h"
@@ -221,6 +222,21 @@ TEST_F(TwoStarts, WaitingStartsAnEditorThatLivesOnAndTellsOfItsEnd)
     const ProgramRun run = waiting.Wait();
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.errors, HasSubstr("ended before the text was closed"));
+}
+
+TEST_F(TwoStarts, FilesOpenInTheEditorOfTheirFolder)
+{
+    const std::string inside = home.Write("folder/deep/a.c", "1");
+    const std::string outside = home.Write("b.c", "1");
+    const std::string session = "session-" + base::Fnv1aDigits(home / "folder") + ".json";
+    const auto sessionOf = [&](const std::string& leaf) { return Content(InState(leaf)); };
+    RunningProgram editor({WREN_DESKTOP, "folder"}, home.Path(), environment);
+    ASSERT_TRUE(UntilOutside([&] { return Listening() == editor.Process(); }));
+    EXPECT_EQ(RunProgram({WREN_DESKTOP, inside}, home.Path(), environment).status, 0);
+    EXPECT_TRUE(UntilOutside([&] { return sessionOf(session).find(inside) != std::string::npos; }));
+    RunningProgram other({WREN_DESKTOP, outside}, home.Path(), environment);
+    EXPECT_TRUE(UntilOutside([&] { return sessionOf("session.json").find(outside) != std::string::npos; }));
+    EXPECT_EQ(sessionOf(session).find(outside), std::string::npos);
 }
 
 TEST_F(TwoStarts, OneOfItsOwnIsNotFound)

@@ -19,6 +19,8 @@ SessionState Full()
     state.current = 2;
     state.recentFiles = {"/new", "/odd \xff"};
     state.geometry = "AdnQywAD";
+    state.layout = "AAAA/wAA";
+    state.panels = {"outline", "files"};
     return state;
 }
 
@@ -49,11 +51,22 @@ TEST_F(Session, IsEmptyWhenItsFileIsDamaged)
                                     "{\"files\": [{\"path\": {}}]}",
                                     "{\"files\": [], \"recentFiles\": [1]}",
                                     "{\"geometry\": 1}",
+                                    "{\"layout\": 1}",
+                                    "{\"panels\": [1]}",
                                     "{\"current\": \"x\"}"};
     for (const char* damaged : kDamaged) {
         home.Write(".local/state/wren/session.json", damaged);
         EXPECT_EQ(wren::LoadSession(), SessionState()) << damaged;
     }
+}
+
+TEST_F(Session, EachFolderHasItsOwn)
+{
+    std::string error;
+    ASSERT_TRUE(wren::SaveSession(Full(), &error, "/a")) << error;
+    EXPECT_EQ(wren::LoadSession("/a"), Full());
+    EXPECT_EQ(wren::LoadSession(), SessionState());
+    EXPECT_EQ(wren::LoadSession("/b"), SessionState());
 }
 
 TEST_F(Session, HasNoCurrentFileBeyondItsFiles)

@@ -93,6 +93,8 @@ TEST_F(Instance, MeetsElsewhereForAnotherStateDirectoryOrScreen)
 {
     const std::string place = *MeetingPlace();
     EXPECT_EQ(*MeetingPlace(), place);
+    EXPECT_NE(*MeetingPlace("/folder"), place);
+    EXPECT_NE(*MeetingPlace("/folder"), *MeetingPlace("/other"));
     Set("DISPLAY", ":2");
     EXPECT_NE(*MeetingPlace(), place);
     Set("DISPLAY", ":1");

@@ -1,5 +1,6 @@
 #include "wren/desktop/state/SessionState.h"
 
+#include "base/Hash.h"
 #include "wren/core/Documents.h"
 #include "wren/core/TextFile.h"
 #include "wren/core/UserDirectories.h"
@@ -32,10 +33,8 @@ SessionState::OpenFile FileOf(const json& stored)
 
 json JsonOf(const SessionState& state)
 {
-    json stored = {{"files", json::array()},
-                   {"current", state.current},
-                   {"recentFiles", json::array()},
-                   {"geometry", state.geometry}};
+    json stored = {{"files", json::array()},     {"current", state.current}, {"recentFiles", json::array()},
+                   {"geometry", state.geometry}, {"layout", state.layout},   {"panels", state.panels}};
     for (const SessionState::OpenFile& file : state.files)
         stored["files"].push_back(JsonOf(file));
     for (const std::string& path : state.recentFiles)
@@ -54,6 +53,8 @@ SessionState StateOf(const json& stored)
     const int current = stored.value("current", -1);
     state.current = current >= 0 && current < static_cast<int>(state.files.size()) ? current : -1;
     state.geometry = stored.value("geometry", "");
+    state.layout = stored.value("layout", "");
+    state.panels = stored.value("panels", state.panels);
     return state;
 }
 
@@ -67,9 +68,11 @@ void SessionState::Opened(const std::string& path)
         recentFiles.resize(kMostRecent);
 }
 
-std::string SessionFile()
+std::string SessionFile(const std::string& folder)
 {
-    return StateDirectory().empty() ? "" : StateDirectory() + "/session.json";
+    if (StateDirectory().empty())
+        return "";
+    return StateDirectory() + "/session" + (folder.empty() ? "" : "-" + base::Fnv1aDigits(folder)) + ".json";
 }
 
 std::string FormOf(const SessionState& state)
@@ -77,10 +80,10 @@ std::string FormOf(const SessionState& state)
     return JsonOf(state).dump(1, ' ', false, json::error_handler_t::replace) + "\n";
 }
 
-SessionState LoadSession()
+SessionState LoadSession(const std::string& folder)
 {
     std::string ignored;
-    const std::optional<std::string> text = ReadWholeFile(SessionFile(), &ignored);
+    const std::optional<std::string> text = ReadWholeFile(SessionFile(folder), &ignored);
     if (!text)
         return {};
     try {
@@ -90,13 +93,13 @@ SessionState LoadSession()
     }
 }
 
-bool SaveSession(const SessionState& state, std::string* error)
+bool SaveSession(const SessionState& state, std::string* error, const std::string& folder)
 {
     if (StateDirectory().empty()) {
         *error = "there is no home directory: the session has no place";
         return false;
     }
-    return MakeUserDirectory(StateDirectory(), error) && WriteWholeFile(SessionFile(), FormOf(state), error);
+    return MakeUserDirectory(StateDirectory(), error) && WriteWholeFile(SessionFile(folder), FormOf(state), error);
 }
 
 } // namespace wren

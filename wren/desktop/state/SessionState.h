@@ -18,6 +18,8 @@ struct SessionState {
     int current = -1;                     // index in 'files'
     std::vector<std::string> recentFiles; // newest first, at most kMostRecent
     std::string geometry;                 // of the main window, as Qt saves it, in base 64
+    std::string layout;                   // of its panels, the same
+    std::vector<std::string> panels;      // that were open, by the names of their widgets
 
     static constexpr size_t kMostRecent = 15;
     void Opened(const std::string& path); // puts it first among the recent ones
@@ -25,11 +27,12 @@ struct SessionState {
     bool operator==(const SessionState&) const = default;
 };
 
-// The file is StateDirectory()/session.json. A missing or damaged file gives an empty state: only the session is lost,
-// so the user is not asked. SaveSession() makes the directory; false when the file could not be written.
-SessionState LoadSession();
-std::string SessionFile();                     // "" without a state directory
-std::string FormOf(const SessionState& state); // the content of the file
-bool SaveSession(const SessionState& state, std::string* error);
+// The file is StateDirectory()/session.json; a folder that was opened as such, an absolute path, has one of its own. A
+// missing or damaged file gives an empty state: only the session is lost, so the user is not asked. SaveSession() makes
+// the directory; false when the file could not be written.
+SessionState LoadSession(const std::string& folder = "");
+std::string SessionFile(const std::string& folder = ""); // "" without a state directory
+std::string FormOf(const SessionState& state);           // the content of the file
+bool SaveSession(const SessionState& state, std::string* error, const std::string& folder = "");
 
 } // namespace wren
