@@ -25,8 +25,8 @@ namespace {
 
 using tagging::SymbolKind;
 
-constexpr std::uint64_t kLargestTagsFile = 128ull << 20; // bytes
-constexpr size_t kLargestSource = size_t(16) << 20;      // bytes; in a larger one patterns are not looked for
+constexpr std::uint64_t kLargestTagsFile = 1024ull << 20; // bytes
+constexpr size_t kLargestSource = size_t(16) << 20;       // bytes; in a larger one patterns are not looked for
 
 // The lines of one source, as ctags writes them for us: with long names of kinds, and a line number as address.
 struct SourceTags {
@@ -192,7 +192,7 @@ std::optional<std::string> Collect(const std::string& path, std::map<std::string
         return "cannot read " + base::Shown(path);
     std::optional<std::string> problem;
     if (static_cast<std::uint64_t>(status.st_size) > kLargestTagsFile)
-        problem = base::Shown(path) + " is too large: at most 128 MB of tags are held";
+        problem = base::Shown(path) + " is too large: at most 1 GB of tags is held";
     else if (tagsfile::WhatIs(path) != tagsfile::Target::Tags)
         problem = base::Shown(path) + " is not a tags file";
     Collector collector(sources, path.substr(0, path.rfind('/')));

@@ -23,8 +23,8 @@ StampsOfFiles StampsOf(const std::vector<std::string>& paths); // empty ones of 
 
 // All tags of the files, of any tool and in any order, as far as their sources are C, C++ or Objective-C. Paths are
 // absolute; sources below 'root' ("" for none) get relative ones, as in File::path. A tag without a line gets that of
-// the first line that its pattern fits, else the first one. They are held in memory, about half as large as the files:
-// a file of more than 128 MB is a problem. Blocks.
+// the first line that its pattern fits, else the first one. They are held in memory, about half as large as the files,
+// and reading them takes twice their size: a file of more than 1 GB is a problem. Blocks.
 TagsRead ReadTagsFiles(const std::vector<std::string>& paths, const std::string& root, const base::CancelToken& cancel);
 
 // The tags files that are in use. One thread at a time.

@@ -225,6 +225,8 @@ void Project::Prepare(const std::string& path, const base::CancelToken& cancel)
     {
         const std::lock_guard one(preparing);
         WarnOf(hasTags ? workspace.RefreshTagsFiles(cancel) : workspace.SetTagsFiles(tags, cancel));
+        if (!hasTags && !tags.empty())
+            ::malloc_trim(0); // reading takes more than what is kept, and the allocator keeps that too
         hasTags = true;
     }
     const bool isComplete = workspace.Project() != nullptr && workspace.Project()->Current() != nullptr;

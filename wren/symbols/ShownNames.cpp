@@ -1,5 +1,7 @@
 #include "wren/symbols/ShownNames.h"
 
+#include "wren/symbols/Signatures.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -23,7 +25,7 @@ std::string QualifiedName(const tagging::Symbol& symbol)
     if (!name.empty())
         name += "::";
     name += symbol.name;
-    return WithoutMadeNames(name += symbol.signature);
+    return WithoutMadeNames(name += WithBlanksBehindCommas(symbol.signature));
 }
 
 } // namespace wren

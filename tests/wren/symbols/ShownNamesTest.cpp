@@ -18,3 +18,15 @@ TEST(WithoutMadeNames, Cases)
     for (const auto& each : kCases)
         EXPECT_EQ(wren::WithoutMadeNames(each.name), each.shown) << each.why;
 }
+
+TEST(QualifiedName, HasTheScopeAndTheSignatureAsPeopleWriteIt)
+{
+    tagging::Symbol symbol;
+    symbol.name = "Sum";
+    symbol.scope = "__anon000000000111::Counter";
+    symbol.signature = "(int a,char * b = \",\") const";
+    EXPECT_EQ(wren::QualifiedName(symbol), "(unnamed)::Counter::Sum(int a, char * b = \",\") const");
+    symbol.scope = {};
+    symbol.signature = {};
+    EXPECT_EQ(wren::QualifiedName(symbol), "Sum");
+}
