@@ -1,7 +1,8 @@
-;;; What a person does in Emacs, in batch mode: prints what it sees as lines "ANSWER name json".  -*- lexical-binding: t -*-
+;;; What a person does in Emacs with Eglot or lsp-mode, in batch mode: prints what it sees as lines "ANSWER name json".  -*- lexical-binding: t -*-
 (require 'json)
 (require 'xref)
 
+(defconst eglots (featurep 'eglot) "Whether the client is Eglot; else it is lsp-mode.")
 (defconst patience 60 "Seconds; far more than any step takes, even with sanitizers on a busy machine.")
 
 (defun answer (name value)
@@ -27,22 +28,32 @@
 
 (defun symbols (query)
   "The names of the project that have these letters; nil when there are none."
-  (mapcar #'xref-item-summary (ignore-errors (xref-backend-apropos 'eglot query))))
+  (mapcar #'xref-item-summary (ignore-errors (xref-backend-apropos (if eglots 'eglot 'xref-lsp) query))))
 
 (defun hover ()
   "What the echo area or its buffer says about the name at the point."
   (let (said)
-    (eglot-hover-eldoc-function (lambda (text &rest _) (setq said text)))
+    (if eglots
+        (eglot-hover-eldoc-function (lambda (text &rest _) (setq said text)))
+      (setq said (lsp--render-on-hover-content
+                  (lsp:hover-contents (lsp-request "textDocument/hover" (lsp--text-document-position-params))) t)))
     (wait "the hover" (lambda () (and said (substring-no-properties said))))))
+
+(defun server ()
+  "Whether a server has this buffer."
+  (if eglots
+      (eglot-current-server)
+    (and (lsp-workspaces) (eq (lsp--workspace-status (car (lsp-workspaces))) 'initialized))))
 
 (find-file "near.c")
 (run-hooks 'post-command-hook) ; as after each command: there Eglot starts its server
-(wait "the server" #'eglot-current-server)
+(wait "the server" #'server)
 
 (go "Dist|ance")
 (defun definition ()
   "Goes there; whether it is the one that only the index knows."
-  (ignore-errors (call-interactively #'xref-find-definitions))
+  (let ((this-command #'xref-find-definitions)) ; else it asks which name
+    (ignore-errors (call-interactively #'xref-find-definitions)))
   (or (equal (file-name-nondirectory buffer-file-name) "far.c")
       (progn (unless (equal (file-name-nondirectory buffer-file-name) "near.c") (xref-pop-marker-stack)) nil)))
 (wait "the definition in the index" #'definition)
@@ -64,5 +75,5 @@
 
 (set-buffer-modified-p nil)
 (unless (getenv "LEAVE_THE_SERVER")
-  (eglot-shutdown-all))
+  (if eglots (eglot-shutdown-all) (lsp-workspace-shutdown (car (lsp-workspaces)))))
 (kill-emacs 0)
