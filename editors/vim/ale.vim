@@ -1,4 +1,6 @@
 " Vim 8 or newer, or Neovim, with the plug-in ALE: put these lines into ~/.vimrc.
+filetype plugin on
+
 function! WrenRoot(buffer) abort
   let here = expand('#' . a:buffer . ':p:h')
   let found = filter([finddir('.git', here . ';'), findfile('tags', here . ';')], '!empty(v:val)')
@@ -21,7 +23,7 @@ endfunction
 autocmd VimEnter * call WrenDefine()
 
 let g:ale_linters = {'c': ['wren'], 'cpp': ['wren'], 'objc': ['wren'], 'objcpp': ['wren']}
-set omnifunc=ale#completion#OmniFunc " Control-x Control-o completes
+autocmd FileType c,cpp,objc,objcpp setlocal omnifunc=ale#completion#OmniFunc " Control-x Control-o completes
 nmap gd <plug>(ale_go_to_definition)
 nmap gr <plug>(ale_find_references)
 nmap K <plug>(ale_hover)

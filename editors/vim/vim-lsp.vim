@@ -1,4 +1,6 @@
 " Vim 8.1 or newer, or Neovim, with the plug-in vim-lsp: put these lines into ~/.vimrc.
+filetype plugin on
+
 function! WrenRoot(_) abort
   let path = lsp#utils#get_buffer_path()
   let markers = ['tags', '.git/', '.hg/', '.jj/', 'compile_commands.json', '.wren']

@@ -69,18 +69,26 @@ class Project:
         os.makedirs(os.path.dirname(target), exist_ok=True)
         shutil.copyfile(source, target)
 
-    def run(self, words, **environment):
+    def run(self, words, keeps_input=False, **environment):
         """Runs an editor that is its own user to its end; the answers that it printed.
 
-        They are lines "ANSWER name json". A failure shows all that it printed.
+        They are lines "ANSWER name json". A failure shows all that it printed. With keeps_input, its input does not
+        end before it does.
         """
-        editor = subprocess.Popen(words, cwd=self.root, env=self.environment(**environment), stdin=subprocess.DEVNULL,
+        reader, writer = os.pipe()
+        editor = subprocess.Popen(words, cwd=self.root, env=self.environment(**environment), stdin=reader,
                                   stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+        os.close(reader)
+        if not keeps_input:
+            os.close(writer)
         try:
             output = editor.communicate(timeout=2 * PATIENCE)[0]
         except subprocess.TimeoutExpired as expired:
             editor.kill()
             raise Failure(f"the editor did not end; it printed: {expired.stdout}") from expired
+        finally:
+            if keeps_input:
+                os.close(writer)
         if editor.returncode != 0:
             raise Failure(f"the editor ended with {editor.returncode}; it printed:\n{output}")
         lines = [line[line.index("ANSWER "):].split(" ", 2) for line in output.split("\n") if "ANSWER " in line]
