@@ -6,6 +6,7 @@
 #include "wren/core/PluginBundle.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/Icons.h"
+#include "wren/desktop/IndexMenu.h"
 #include "wren/desktop/KeyRouter.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
@@ -57,6 +58,8 @@ EditorMenus::EditorMenus(const Parts& parts) : parts(parts)
     connect(&parts.actions.worksheet, &WorksheetActions::StateChanged, this, &EditorMenus::ShowState);
     ShowState();
 }
+
+EditorMenus::~EditorMenus() = default;
 
 void EditorMenus::BindKeys(const std::vector<std::pair<std::string, std::string>>& keys)
 {
@@ -244,6 +247,23 @@ void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)
         [&symbols] { symbols.GoToSymbolOfText(); });
     Add(menu, tr("Go to Symbol of This Sc&ope\u2026"), "", {QKeySequence(tr("Ctrl+Shift+J"))},
         [&symbols] { symbols.OpenScope(); });
+    AddIndex(menu, symbols);
+}
+
+void EditorMenus::AddIndex(QMenu* menu, SymbolActions& symbols)
+{
+    menu->addSeparator();
+    QAction* refresh = Add(menu, tr("Refresh Inde&x"), "", {}, [&symbols] { symbols.RefreshIndex(); });
+    QAction* stopIndexing = Add(menu, tr("Stop Indexin&g"), "process-stop", {}, [&symbols] { symbols.StopIndexing(); });
+    const auto showState = [stopIndexing, &symbols] { stopIndexing->setEnabled(symbols.Engine().IsIndexing()); };
+    connect(menu, &QMenu::aboutToShow, this, showState);
+    const auto current = [this] {
+        const Document* document = parts.host.Current();
+        return document == nullptr ? std::string() : document->Path();
+    };
+    indexMenu = std::make_unique<IndexMenu>(symbols, current, refresh, stopIndexing);
+    connect(indexMenu.get(), &QMenu::aboutToShow, this, showState);
+    parts.window.Status().SetIndexMenu(indexMenu.get());
 }
 
 void EditorMenus::FillView(QMenu* menu)

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,6 +20,7 @@ class QMenu;
 namespace wren {
 
 class Host;
+class IndexMenu;
 class KeyRouter;
 class MainWindow;
 
@@ -35,6 +37,7 @@ public:
         std::function<void()> startTour;                       // null: there is none
     };
     explicit EditorMenus(const Parts& parts); // borrows them all
+    ~EditorMenus() override;
 
     // The commands' keys, in the notation of menus. A menu shows the keys of its commands. Qt runs nothing for a key
     // that two actions have; so the first command gets it, and the menus' own items lose it.
@@ -57,6 +60,7 @@ private:
     void FillView(QMenu* menu);
     void AddOutline(QMenu* menu, SymbolActions& symbols);
     void AddFiles(QMenu* menu, FilesActions& files);
+    void AddIndex(QMenu* menu, SymbolActions& symbols);
     void FillWorksheet(QMenu* menu);
     void FillHelp(QMenu* menu);
     void FillTools();
@@ -73,6 +77,7 @@ private:
     QAction* CommandAction(const std::string& command);
 
     const Parts parts;
+    std::unique_ptr<IndexMenu> indexMenu; // null where names are not understood
     QMenu* search = nullptr;
     QMenu* recent = nullptr;
     QAction* pluginItems = nullptr; // the plug-in's are before it

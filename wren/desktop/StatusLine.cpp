@@ -38,7 +38,7 @@ long ColumnOf(const Document& document, long caret)
 } // namespace
 
 StatusLine::StatusLine(QStatusBar* bar)
-    : rebuild(new QToolButton), index(new QLabel), background(new QLabel), position(new QLabel), ends(new QLabel)
+    : rebuild(new QToolButton), index(new QToolButton), background(new QLabel), position(new QLabel), ends(new QLabel)
 {
     rebuild->setText(tr("Rebuild Tags"));
     rebuild->setObjectName("rebuildTags");
@@ -48,7 +48,11 @@ StatusLine::StatusLine(QStatusBar* bar)
     bar->addPermanentWidget(rebuild);
     bar->addPermanentWidget(index);
     bar->addPermanentWidget(background);
-    index->setTextFormat(Qt::PlainText);
+    index->setObjectName("index");
+    index->setAutoRaise(true);
+    index->setFocusPolicy(Qt::NoFocus);
+    index->setPopupMode(QToolButton::InstantPopup);
+    index->hide();
     bar->addPermanentWidget(ends);
     bar->addPermanentWidget(position);
     vetch::SetThreadsWatcher(&GuiLoop::Wake);
@@ -71,12 +75,21 @@ void StatusLine::Show(const Document* document, const CodeView* view)
     ends->setText(NameOf(view->Ends()));
 }
 
-void StatusLine::ShowIndex(const QString& activity, const QString& problem)
+void StatusLine::ShowIndex(const QString& activity, const QString& problem, bool isStopped)
 {
-    const QString wanted = activity.isEmpty() && !problem.isEmpty() ? tr("Names are not understood") : activity;
-    index->setToolTip(problem);
+    QString wanted = activity;
+    if (wanted.isEmpty())
+        wanted = !problem.isEmpty() ? tr("Names are not understood") : isStopped ? tr("Index stopped") : tr("Index");
+    wanted.replace("&", "&&");
+    index->setToolTip(problem.isEmpty() ? tr("The index of names") : problem);
     if (index->text() != wanted)
         index->setText(wanted);
+}
+
+void StatusLine::SetIndexMenu(QMenu* menu)
+{
+    index->setMenu(menu);
+    index->show();
 }
 
 void StatusLine::SetMakingTags(std::function<bool()> answers)

@@ -6,6 +6,7 @@
 #include <functional>
 
 class QLabel;
+class QMenu;
 class QStatusBar;
 class QToolButton;
 
@@ -24,8 +25,10 @@ public:
 
     void Show(const Document* document, const CodeView* view); // null for none
 
-    void ShowBackground();                                           // whether tags are being made or symbols loaded
-    void ShowIndex(const QString& activity, const QString& problem); // of the symbols' index; "" for none
+    void ShowBackground(); // whether tags are being made or symbols loaded
+    // Of the symbols' index; "" for none.
+    void ShowIndex(const QString& activity, const QString& problem, bool isStopped);
+    void SetIndexMenu(QMenu* menu); // borrowed; the index is not shown before
 
     void SetMakingTags(std::function<bool()> answers); // whether tags are being made; null for never
 
@@ -37,7 +40,7 @@ signals:
 private:
     std::function<bool()> isMakingTags;
     QToolButton* rebuild;
-    QLabel* index;
+    QToolButton* index;
     QLabel* background;
     QLabel* position;
     QLabel* ends;

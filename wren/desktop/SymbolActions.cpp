@@ -194,7 +194,19 @@ void SymbolActions::TakeNews()
     engine.TakeNews();
     if (std::exchange(updates, engine.Updates()) != updates && palette != nullptr)
         palette->AskAgain();
-    parts.window.Status().ShowIndex(Shown(engine.Activity()), Shown(engine.Problem()));
+    parts.window.Status().ShowIndex(Shown(engine.Activity()), Shown(engine.Problem()), engine.IsStopped());
+}
+
+void SymbolActions::RefreshIndex()
+{
+    Feed();
+    engine.RefreshIndex(CurrentPath());
+}
+
+void SymbolActions::StopIndexing()
+{
+    engine.StopIndexing();
+    TakeNews();
 }
 
 bool SymbolActions::IsIdle() const

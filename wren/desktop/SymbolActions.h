@@ -61,6 +61,9 @@ public:
 
     void ShowOutline(bool shown); // and gives it the keyboard
 
+    void RefreshIndex(); // of the current text's project
+    void StopIndexing();
+
     void ShowScopes(bool shown); // above the texts, in their look as it is now
     void OpenScope();            // lists what stands beside the scope of the caret
 

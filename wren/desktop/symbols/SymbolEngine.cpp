@@ -11,13 +11,29 @@ namespace wren {
 // The status line shows one work at a time, the latest that began.
 class SymbolEngine::ShownIndexing : public ShownWork {
 public:
-    ShownIndexing(SymbolEngine& engine, std::string title) : engine(engine), title(std::move(title)) { Show(""); }
+    ShownIndexing(SymbolEngine& engine, std::string title, std::function<void()> cancel)
+        : engine(engine), title(std::move(title))
+    {
+        {
+            const std::lock_guard lock(engine.mutex);
+            if (engine.isStopped)
+                cancel();
+            engine.running[this] = std::move(cancel);
+        }
+        Show("");
+    }
+    ~ShownIndexing() override
+    {
+        const std::lock_guard lock(engine.mutex);
+        engine.running.erase(this);
+    }
 
     void Report(const std::string& message, size_t, size_t) override { Show(message); }
 
     void End(const std::string&) override
     {
         const std::lock_guard lock(engine.mutex);
+        engine.running.erase(this);
         ++engine.updates;
         if (engine.activity.starts_with(title))
             engine.activity.clear();
@@ -72,8 +88,8 @@ SymbolEngine::~SymbolEngine()
 IndexListener SymbolEngine::Listener()
 {
     IndexListener listener;
-    listener.begin = [this](const std::string& title, const std::function<void()>&) -> std::shared_ptr<ShownWork> {
-        return std::make_shared<ShownIndexing>(*this, title);
+    listener.begin = [this](const std::string& title, std::function<void()> cancel) -> std::shared_ptr<ShownWork> {
+        return std::make_shared<ShownIndexing>(*this, title, std::move(cancel));
     };
     listener.warn = [this](const std::string& text) {
         const std::lock_guard lock(mutex);
@@ -126,15 +142,72 @@ void SymbolEngine::Feed()
             continue;
         }
         auto next = fed.extract(fed.begin());
+        const bool resumes = !isStopped;
         lock.unlock();
         const std::vector<Projects::ProjectPointer> around = projects.Around(next.key());
         for (const Projects::ProjectPointer& each : around)
             each->TextChanged(next.key(), next.mapped());
-        around.front()->ResumeIndexing();
+        if (resumes)
+            around.front()->ResumeIndexing();
         settler.TextChanged();
         lock.lock();
         changed.notify_all();
     }
+}
+
+// --------------------------------------------------------------------------------------------------------- The user
+
+bool SymbolEngine::IsIndexing() const
+{
+    const std::lock_guard lock(mutex);
+    return !running.empty();
+}
+
+bool SymbolEngine::IsStopped() const
+{
+    const std::lock_guard lock(mutex);
+    return isStopped;
+}
+
+void SymbolEngine::StopIndexing()
+{
+    const std::lock_guard lock(mutex);
+    isStopped = true;
+    for (const auto& [work, cancel] : running)
+        cancel();
+    wake();
+}
+
+// A stopped index goes on where it was, and then looks at all files anyway.
+void SymbolEngine::RefreshIndex(const std::string& path)
+{
+    bool wasStopped = false;
+    {
+        const std::lock_guard lock(mutex);
+        wasStopped = std::exchange(isStopped, false);
+    }
+    Ask(Topic::Index, [this, path, wasStopped](const Question& question) {
+        if (wasStopped)
+            for (const Projects::ProjectPointer& each : question.projects.All())
+                each->ResumeIndexing();
+        const Projects::ProjectPointer project = question.projects.For(path);
+        if (wasStopped || !project->IsIndexed())
+            return;
+        ShownIndexing shown(*this, "Checking " + project->Root(),
+                            [token = CurrentCancel(Topic::Index)] { token->Cancel(); });
+        const base::Result<void> current = project->Refresh({}, question.cancel);
+        if (!current && !question.cancel.IsCancelled()) {
+            const std::lock_guard lock(mutex);
+            problem = current.Failure().Message();
+        }
+        shown.End("");
+    });
+}
+
+SymbolEngine::CancelPointer SymbolEngine::CurrentCancel(Topic topic)
+{
+    const std::lock_guard lock(mutex);
+    return desks[topic].cancel;
 }
 
 // ----------------------------------------------------------------------------------------------------------- Questions

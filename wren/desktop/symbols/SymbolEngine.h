@@ -36,7 +36,7 @@ struct Question {
 class SymbolEngine {
 public:
     // A later question of a topic cancels the earlier one.
-    enum class Topic { Place, List, Palette, Text, Meaning, Call, Completion, Directories, FoundFiles };
+    enum class Topic { Place, List, Palette, Text, Meaning, Call, Completion, Directories, FoundFiles, Index };
     using Work = std::function<void(const Question&)>;
 
     // 'wake' is called on any thread when TakeNews() has something to do.
@@ -57,6 +57,11 @@ public:
 
     // What is being indexed, for people: "Indexing /src/linux: 12,000 of 62,000 files"; "" for nothing.
     std::string Activity() const;
+    bool IsIndexing() const;
+    // Ends all indexing soon, that of texts opened later too. What was indexed so far answers. RefreshIndex() resumes.
+    void StopIndexing();
+    bool IsStopped() const;
+    void RefreshIndex(const std::string& path); // of a text's project: looks at all its files now
     size_t Updates() const; // long updates of an index that have ended: answers may be other ones now
     // Why names are not understood, "no ctags is installed" for example; "" when they are.
     std::string Problem() const;
@@ -74,6 +79,7 @@ private:
     void Configure();
     void Feed();
     void Answer(Topic topic);
+    CancelPointer CurrentCancel(Topic topic); // of the latest question
     void Tell(const CancelPointer& cancel, std::function<void()> news);
     IndexListener Listener();
 
@@ -88,6 +94,8 @@ private:
     std::map<Topic, Desk> desks;
     size_t answering = 0; // questions
     std::string activity;
+    std::map<const ShownIndexing*, std::function<void()>> running; // what cancels it
+    bool isStopped = false;
     size_t updates = 0;
     std::string problem;
     std::vector<News> news;
