@@ -60,7 +60,7 @@ void DocumentLabels::ShowTitle()
     if (path.isEmpty())
         return window.setWindowTitle(MainWindow::tr("Wren"));
     if (document->IsWorksheet())
-        return window.setWindowTitle(MainWindow::tr("%1 - Wren").arg(window.Tabs().NameOf(document->Id())));
+        return window.setWindowTitle(MainWindow::tr("%1 - Wren").arg(Literal(QFileInfo(path).fileName())));
     QString title = Literal(QFileInfo(path).fileName()) + "[*] (" + Literal(DirectoryOf(path));
     title += (IsReadOnly(document->Path()) ? MainWindow::tr(", read-only") : QString()) + ')';
     const CodeView* view = window.Tabs().ViewOf(document->Id());
