@@ -1,4 +1,5 @@
-;;; What a person does in Emacs with Eglot or lsp-mode, in batch mode: prints what it sees as lines "ANSWER name json".  -*- lexical-binding: t -*-
+;;; What a person does in Emacs, in batch mode.  -*- lexical-binding: t -*-
+;;; The client is Eglot or lsp-mode. Prints what it sees as lines "ANSWER name json".
 (require 'json)
 (require 'xref)
 

@@ -6,7 +6,8 @@ function! s:Answer(name, value) abort
   call writefile(['', 'ANSWER ' . a:name . ' ' . json_encode(a:value)], '/dev/stdout', 'a')
 endfunction
 
-" What the condition gives, once it gives something, or nothing at the end. Messages of the server are handled meanwhile.
+" What the condition gives, once it gives something, or nothing at the end. Messages of the server are handled
+" meanwhile.
 function! s:Within(seconds, Condition) abort
   let start = reltime()
   let found = a:Condition()
@@ -42,7 +43,8 @@ endfunction
 function! s:Hover() abort
   normal K
   call s:Within(2, {-> winnr('$') > 1})
-  let texts = map(filter(range(1, winnr('$')), 'getwinvar(v:val, "&previewwindow")'), 'getbufline(winbufnr(v:val), 1, "$")')
+  let windows = filter(range(1, winnr('$')), 'getwinvar(v:val, "&previewwindow")')
+  let texts = map(windows, 'getbufline(winbufnr(v:val), 1, "$")')
   pclose
   return empty(texts) ? '' : join(texts[0], "\n")
 endfunction
