@@ -29,7 +29,7 @@ PreferenceValues NothingAsByDefault()
     values.font = "DejaVu Sans Mono";
     values.fontSize = 72;
     values.tabWidth = 1;
-    values.indentsWithTabs = values.wrapsLines = values.showsBlanks = true;
+    values.indentsWithTabs = values.wrapsLines = values.showsBlanks = values.showsGuides = true;
     values.showsScopes = false;
     values.colours = PreferenceValues::Colours::Dark;
     values.restoresSession = false;

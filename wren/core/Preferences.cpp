@@ -156,6 +156,7 @@ const Form kForms[] = {
     {"WrenIndentWithTabs", ReadSwitch<&Values::indentsWithTabs>, WrittenSwitch<&Values::indentsWithTabs>},
     {"WrenWrapLines", ReadSwitch<&Values::wrapsLines>, WrittenSwitch<&Values::wrapsLines>},
     {"WrenShowBlanks", ReadSwitch<&Values::showsBlanks>, WrittenSwitch<&Values::showsBlanks>},
+    {"WrenShowGuides", ReadSwitch<&Values::showsGuides>, WrittenSwitch<&Values::showsGuides>},
     {"WrenShowScopes", ReadSwitch<&Values::showsScopes>, WrittenSwitch<&Values::showsScopes>},
     {"WrenColours", [](const std::string& text, Values* values) { return ReadWord(kColours, text, &values->colours); },
      [](const Values& values) { return WordFor(kColours, values.colours); }},

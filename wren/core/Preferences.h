@@ -20,6 +20,7 @@ namespace wren {
 //     WrenIndentWithTabs on
 //     WrenWrapLines on
 //     WrenShowBlanks on
+//     WrenShowGuides on
 //     WrenShowScopes off
 //     WrenColours dark
 //     WrenRestoreSession off
@@ -48,7 +49,8 @@ struct PreferenceValues {
     bool indentsWithTabs = false;
     bool wrapsLines = false;
     bool showsBlanks = false;
-    bool showsScopes = true; // above the text, where names are understood
+    bool showsGuides = false; // lines at the levels of indentation
+    bool showsScopes = true;  // above the text, where names are understood
     Colours colours = Colours::Desktop;
     bool restoresSession = true;
     Modifier command = Modifier::Super; // of the three, no two are the same

@@ -141,26 +141,6 @@ void EditorMenus::FillFile(QMenu* menu)
     Add(menu, tr("&Quit"), "application-exit", {QKeySequence(tr("Ctrl+Q"))}, [this] { parts.window.close(); });
 }
 
-void EditorMenus::FillLines(QMenu* menu)
-{
-    const auto add = [&](LineCommand command, const QString& label, const char* key) {
-        Add(menu, label, "", *key == '\0' ? Keys() : Keys{QKeySequence(key)}, [this, command] {
-            const Document* document = parts.host.Current();
-            if (CodeView* view = parts.window.Tabs().CurrentView(); view != nullptr && document != nullptr)
-                view->Apply(command, CommentMark(document->Path()));
-        });
-    };
-    add(LineCommand::ToggleComment, tr("&Comment or Uncomment"), "Ctrl+/");
-    add(LineCommand::MoveUp, tr("Move &Up"), "Alt+Up");
-    add(LineCommand::MoveDown, tr("Move &Down"), "Alt+Down");
-    add(LineCommand::Duplicate, tr("Du&plicate"), "Ctrl+Shift+D");
-    add(LineCommand::Delete, tr("D&elete"), "Ctrl+Shift+K");
-    add(LineCommand::Join, tr("&Join"), "Ctrl+J");
-    menu->addSeparator();
-    add(LineCommand::UpperCase, tr("U&pper Case"), "");
-    add(LineCommand::LowerCase, tr("&Lower Case"), "");
-}
-
 void EditorMenus::FillEdit(QMenu* menu)
 {
     const auto onView = [this](void (QsciScintilla::*operation)()) {
@@ -184,6 +164,7 @@ void EditorMenus::FillEdit(QMenu* menu)
     aboutText = {undo, redo, cut, copy, paste, all};
     menu->addSeparator();
     FillLines(menu->addMenu(tr("&Lines")));
+    FillCarets(menu->addMenu(tr("Carets a&nd Selections")));
     menu->addAction(CommandAction("SymbolCompletion"));
     menu->addSeparator();
     Add(menu, tr("Pr&eferences\u2026"), "preferences-system", {QKeySequence(tr("Ctrl+,"))},
@@ -274,6 +255,8 @@ void EditorMenus::FillView(QMenu* menu)
         [this] { parts.actions.preferences.UseZoom(-1); });
     Add(menu, tr("&Usual Size"), "zoom-original", {QKeySequence(tr("Ctrl+0"))},
         [this] { parts.actions.preferences.UseZoom(0); });
+    AddTextSwitches(menu);
+    FillFolds(menu->addMenu(tr("&Folding")));
     if (parts.actions.symbols != nullptr)
         AddOutline(menu, *parts.actions.symbols);
     if (parts.actions.files != nullptr)

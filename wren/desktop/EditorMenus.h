@@ -53,6 +53,9 @@ private:
     void FillFile(QMenu* menu);
     void FillEdit(QMenu* menu);
     void FillLines(QMenu* menu);
+    void FillCarets(QMenu* menu);
+    void AddTextSwitches(QMenu* menu);
+    void FillFolds(QMenu* menu);
     void FillSearch(QMenu* menu);
     void FillGo(QMenu* menu);
     void ShareKeysWithPlugin();

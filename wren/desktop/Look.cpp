@@ -77,6 +77,7 @@ EditorLook LookFor(const PreferenceValues& values, int zoom)
     look.indentsWithTabs = values.indentsWithTabs;
     look.wraps = values.wrapsLines;
     look.showsBlanks = values.showsBlanks;
+    look.showsGuides = values.showsGuides;
     return look;
 }
 

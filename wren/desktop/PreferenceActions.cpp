@@ -58,6 +58,15 @@ void PreferenceActions::UseZoom(int steps)
     Apply();
 }
 
+void PreferenceActions::Change(const std::function<void(PreferenceValues&)>& change)
+{
+    PreferenceValues values = preferences.Values();
+    change(values);
+    preferences.Set(values);
+    Apply();
+    settings.Changed();
+}
+
 void PreferenceActions::Apply()
 {
     const PreferenceValues& values = preferences.Values();

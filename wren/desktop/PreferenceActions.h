@@ -45,8 +45,9 @@ public:
     void Open();                                           // shows the dialog and stores the settings when it closes
     std::unique_ptr<PreferencesDialog> MakeDialog() const; // not connected to anything
     void UseZoom(int steps);                               // larger by so many points, or smaller; 0 for the usual size
-    void Apply();                                          // puts the preferences as they are now into effect
-    void FollowColours();                                  // call it when the desktop has changed its colours
+    void Change(const std::function<void(PreferenceValues&)>& change); // applies and stores it
+    void Apply();         // puts the preferences as they are now into effect
+    void FollowColours(); // call it when the desktop has changed its colours
 
     const PreferenceValues& Values() const { return preferences.Values(); }
 

@@ -49,7 +49,7 @@ PreferenceValues NothingAsByDefault()
     values.font = "A font that nobody has";
     values.fontSize = 20;
     values.tabWidth = 8;
-    values.indentsWithTabs = values.wrapsLines = values.showsBlanks = true;
+    values.indentsWithTabs = values.wrapsLines = values.showsBlanks = values.showsGuides = true;
     values.showsScopes = false;
     values.colours = PreferenceValues::Colours::Dark;
     values.restoresSession = false;
@@ -99,7 +99,8 @@ TEST_F(EditorPages, ReportsChangesByTheUser)
     }
     EXPECT_EQ(changed.count(), 2 + switches);
     const PreferenceValues values = page.Values();
-    EXPECT_TRUE(values.indentsWithTabs && values.wrapsLines && values.showsBlanks && !values.restoresSession);
+    EXPECT_TRUE(values.indentsWithTabs && values.wrapsLines && values.showsBlanks && values.showsGuides &&
+                !values.restoresSession);
 }
 
 TEST_F(EditorPages, SwapsModifiersSoThatNoTwoAreTheSame)

@@ -68,11 +68,12 @@ void CodeView::SetUp()
     setCaretLineVisible(true);
     setCaretWidth(2);
     for (const int margin : {1, 2, 3, 4})
-        setMarginWidth(margin, 0);
+        setMarginWidth(margin, 0); // one of them is the folds'
     setMarginType(kNumbers, NumberMargin);
     text.Send(SCI_SETMARGINLEFT, 0, kBesideNumbers);
     text.Send(SCI_SETCARETLINEVISIBLEALWAYS, true);
-    text.Send(SCI_SETMULTIPLESELECTION, false);
+    carets::SetUp(text);
+    folds::SetUp(text);
     text.Send(SCI_SETSCROLLWIDTH, 1);
     text.Send(SCI_SETSCROLLWIDTHTRACKING, true);
     text.Send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
@@ -195,6 +196,7 @@ void CodeView::GoTo(long offset)
     offset = std::clamp(offset, 0L, text.Length());
     const long first = text.Send(SCI_GETFIRSTVISIBLELINE);
     const long seen = text.Send(SCI_LINESONSCREEN);
+    folds::Reveal(text, offset);
     text.Select(offset, offset);
     const long line = text.Send(SCI_VISIBLEFROMDOCLINE, text.Send(SCI_LINEFROMPOSITION, offset));
     if (line < first || line >= first + seen)
@@ -230,14 +232,18 @@ void CodeView::SetLook(const EditorLook& newLook)
 {
     look = newLook;
     lexer->SetLook(look);
+    const std::vector<long> folded = folds::Folded(text);
     setLexer(lexer.get());
-    text.Send(SCI_SETPROPERTY, reinterpret_cast<intptr_t>("fold"), "0");
     // Which branch of an #ifdef is compiled is not known here: none is greyed.
     text.Send(SCI_SETPROPERTY, reinterpret_cast<intptr_t>("lexer.cpp.track.preprocessor"), "0");
     ApplyColours();
+    folds::SetLook(text, look);
+    folds::FoldAgain(text, folded);
+    carets::SetLook(text, look.dark);
     setWrapMode(look.wraps ? WrapWord : WrapNone);
     setWrapIndentMode(WrapIndentSame);
     setWhitespaceVisibility(look.showsBlanks ? WsVisible : WsInvisible);
+    text.Send(SCI_SETINDENTATIONGUIDES, look.showsGuides ? SC_IV_LOOKBOTH : SC_IV_NONE);
     ApplyIndentation();
     FitMargin();
 }
@@ -254,6 +260,7 @@ void CodeView::ApplyColours()
     for (const int style : {STYLE_LINENUMBER, STYLE_BRACELIGHT, STYLE_BRACEBAD, STYLE_CONTROLCHAR, STYLE_INDENTGUIDE})
         SetStyle(style, colours.text, colours.paper);
     SetStyle(STYLE_LINENUMBER, colours.lineNumbers, colours.margin);
+    SetStyle(STYLE_INDENTGUIDE, colours.occurrence, colours.paper);
     SetStyle(STYLE_BRACELIGHT, colours.text, colours.brace);
     SetStyle(STYLE_BRACEBAD, colours.text, colours.badBrace);
     setCaretForegroundColor(colours.text);
@@ -330,8 +337,10 @@ long CodeView::OffsetAtPoint(BPoint where) const
 BRect CodeView::TextBounds() const
 {
     const QRect all = viewport()->rect();
-    return {static_cast<float>(marginWidth(kNumbers)), 0, static_cast<float>(all.right()),
-            static_cast<float>(all.bottom())};
+    int left = 0;
+    for (const int margin : {0, 1, 2, 3, 4})
+        left += marginWidth(margin);
+    return {static_cast<float>(left), 0, static_cast<float>(all.right()), static_cast<float>(all.bottom())};
 }
 
 BPoint CodeView::PointOf(const QMouseEvent& event) const
@@ -361,6 +370,7 @@ bool CodeView::Show(const std::optional<TextFinder::Found>& found)
     if (!found)
         return false;
     GoTo(found->range.start);
+    folds::Reveal(text, found->range.end);
     text.Select(found->range.start, found->range.end);
     TellState();
     return true;
@@ -394,6 +404,16 @@ void CodeView::Apply(LineCommand command, std::string_view commentMark)
         ApplyToLines(text, command, commentMark);
         text.Send(SCI_ENDUNDOACTION);
     });
+}
+
+void CodeView::Apply(CaretCommand command)
+{
+    ByUser([&] { carets::Apply(text, command); });
+}
+
+void CodeView::Apply(FoldCommand command)
+{
+    ByUser([&] { folds::Apply(text, command); });
 }
 
 void CodeView::ReplaceAsTyped(long start, long end, std::string_view with)

@@ -5,7 +5,9 @@
 #pragma once
 
 #include "vetch/support/Geometry.h"
+#include "wren/desktop/editor/Carets.h"
 #include "wren/desktop/editor/EditorLook.h"
+#include "wren/desktop/editor/Folds.h"
 #include "wren/desktop/editor/Indentation.h"
 #include "wren/desktop/editor/LineCommands.h"
 #include "wren/desktop/editor/TextLines.h"
@@ -124,6 +126,9 @@ public:
 
     void ReplaceAsTyped(long start, long end, std::string_view with); // one step to undo; the caret is behind it
 
+    void Apply(CaretCommand command);
+    void Apply(FoldCommand command);
+
     void EndTyping(); // what is typed next is undone without what was typed before
 
     void undo() override;
@@ -161,6 +166,7 @@ private:
         long inserted = 0;
         long removed = 0;
         bool charAdded = false;
+        bool lineAdded = false; // at several carets
         bool changed = false;
 
         bool Typed() const { return charAdded || inserted > removed; }
@@ -196,7 +202,9 @@ private:
     bool ApplyKey(QKeyEvent& event, bool& typed);
     bool ApplyStandardKey(const QKeyEvent& event);
     void PassKey(QKeyEvent& event);
+    void PassKeyToAll(QKeyEvent& event);
     bool TakenByClient(QMouseEvent& event);
+    bool TogglesCaret(const QMouseEvent& event);
 
     void IndentNewLine();
     void UnindentBrace();

@@ -218,7 +218,7 @@ bool CodeView::ApplyKey(QKeyEvent& event, bool& typed)
         return true;
     }
     groups.Close();
-    const Done did = As(By::User, [&] { PassKey(event); });
+    const Done did = As(By::User, [&] { carets::AreSeveral(text) ? PassKeyToAll(event) : PassKey(event); });
     typed = did.Typed();
     // Scintilla always takes Escape, though it does nothing to a text: a list of completions that it was meant for
     // would be closed by what comes after every key that did something.
@@ -247,6 +247,16 @@ void CodeView::PassKey(QKeyEvent& event)
         event.ignore();
     else
         QsciScintilla::keyPressEvent(&event);
+}
+
+// One step to undo, with the new lines' indentation. Nothing may close it while the key is applied.
+void CodeView::PassKeyToAll(QKeyEvent& event)
+{
+    text.Send(SCI_BEGINUNDOACTION);
+    PassKey(event);
+    if (std::exchange(done.lineAdded, false))
+        carets::IndentLines(text, indentation);
+    text.Send(SCI_ENDUNDOACTION);
 }
 
 void CodeView::inputMethodEvent(QInputMethodEvent* event)
@@ -289,7 +299,9 @@ void CodeView::CharacterAdded(int character)
     if (by != By::User)
         return;
     const bool endsLine = character == (Ends() == LineEnds::Mac ? '\r' : '\n');
-    if (endsLine)
+    if (carets::AreSeveral(text))
+        done.lineAdded = done.lineAdded || endsLine; // once for all of them
+    else if (endsLine)
         IndentNewLine();
     else if (character == '}')
         UnindentBrace();
@@ -341,8 +353,16 @@ std::string CodeView::BlanksOfBrace(long brace, const std::string& now) const
 
 void CodeView::mousePressEvent(QMouseEvent* event)
 {
-    if (!TakenByClient(*event))
+    if (!TakenByClient(*event) && !TogglesCaret(*event))
         ByUser([&] { QsciScintilla::mousePressEvent(event); });
+}
+
+bool CodeView::TogglesCaret(const QMouseEvent& event)
+{
+    if (event.button() != Qt::LeftButton || event.modifiers() != (Qt::ControlModifier | Qt::ShiftModifier))
+        return false;
+    ByUser([&] { carets::ToggleAt(text, OffsetAtPoint(PointOf(event))); });
+    return true;
 }
 
 void CodeView::mouseDoubleClickEvent(QMouseEvent* event)

@@ -82,7 +82,10 @@ Selection CodeView::Store::Selected() const
 void CodeView::Store::Select(long start, long end)
 {
     if (Alive())
-        (*view)->ByStore([&] { Alive()->Select(start, end); });
+        (*view)->ByStore([&] {
+            folds::Reveal(*Alive(), std::clamp(end, 0L, Length()));
+            Alive()->Select(start, end);
+        });
 }
 
 void CodeView::Store::SetText(std::string_view text)

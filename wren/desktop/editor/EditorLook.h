@@ -13,6 +13,7 @@ struct EditorLook {
     bool indentsWithTabs = false; // for files that do not show what they use
     bool wraps = false;
     bool showsBlanks = false;
+    bool showsGuides = false; // lines at the levels of indentation
 };
 
 // The colours of one of the two looks. Text is readable on the paper, the caret's line, a selection and a brace.

@@ -56,7 +56,7 @@ EditorPages::EditorPages(QWidget* parent)
       fontSize(Number(PreferenceValues::kSmallestFont, PreferenceValues::kLargestFont, tr("points"))),
       tabWidth(Number(PreferenceValues::kNarrowestTab, PreferenceValues::kWidestTab, tr("columns"))),
       indentsWithTabs(Switch(tr("&Indent with tabs"))), wrapsLines(Switch(tr("&Wrap long lines"))),
-      showsBlanks(Switch(tr("Show &blanks and tabs"))),
+      showsBlanks(Switch(tr("Show &blanks and tabs"))), showsGuides(Switch(tr("Show &levels of indentation"))),
       showsScopes(Switch(tr("Show the scopes of the caret &above the text"))),
       restoresSession(Switch(tr("Open last session's &files at start"))), colours(new QComboBox),
       command(ModifierBox("command")), control(ModifierBox("control")), option(ModifierBox("option")),
@@ -94,7 +94,7 @@ void EditorPages::AddTextPage()
     form->addRow(tr("&Size:"), fontSize);
     form->addRow(tr("&Colours:"), colours);
     form->addRow(tr("&Tab width:"), tabWidth);
-    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, showsScopes})
+    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, showsGuides, showsScopes})
         form->addRow(each);
 }
 
@@ -184,6 +184,7 @@ PreferenceValues EditorPages::Values() const
     values.indentsWithTabs = indentsWithTabs->isChecked();
     values.wrapsLines = wrapsLines->isChecked();
     values.showsBlanks = showsBlanks->isChecked();
+    values.showsGuides = showsGuides->isChecked();
     values.restoresSession = restoresSession->isChecked();
     values.showsScopes = showsScopes->isChecked();
     values.colours = Chosen<Colours>(colours);
@@ -207,6 +208,7 @@ void EditorPages::SetValues(const PreferenceValues& values)
     indentsWithTabs->setChecked(values.indentsWithTabs);
     wrapsLines->setChecked(values.wrapsLines);
     showsBlanks->setChecked(values.showsBlanks);
+    showsGuides->setChecked(values.showsGuides);
     showsScopes->setVisible(values.understandsNames);
     showsScopes->setChecked(values.showsScopes);
     restoresSession->setChecked(values.restoresSession);

@@ -65,6 +65,7 @@ private:
     QCheckBox* indentsWithTabs;
     QCheckBox* wrapsLines;
     QCheckBox* showsBlanks;
+    QCheckBox* showsGuides;
     QCheckBox* showsScopes;
     QCheckBox* restoresSession;
     QComboBox* colours;

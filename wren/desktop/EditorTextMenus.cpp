@@ -1,0 +1,91 @@
+// The items of the menus that act on the text of the current view.
+
+#include "wren/core/Host.h"
+#include "wren/desktop/EditorMenus.h"
+#include "wren/desktop/EditorTabs.h"
+#include "wren/desktop/MainWindow.h"
+#include "wren/desktop/editor/CodeView.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QStatusBar>
+
+namespace wren {
+
+namespace {
+
+constexpr int kMessageShown = 5000; // milliseconds
+
+} // namespace
+
+void EditorMenus::FillLines(QMenu* menu)
+{
+    const auto add = [&](LineCommand command, const QString& label, const char* key) {
+        Add(menu, label, "", *key == '\0' ? QList<QKeySequence>() : QList{QKeySequence(key)}, [this, command] {
+            const Document* document = parts.host.Current();
+            if (CodeView* view = parts.window.Tabs().CurrentView(); view != nullptr && document != nullptr)
+                view->Apply(command, CommentMark(document->Path()));
+        });
+    };
+    add(LineCommand::ToggleComment, tr("&Comment or Uncomment"), "Ctrl+/");
+    add(LineCommand::MoveUp, tr("Move &Up"), "Alt+Up");
+    add(LineCommand::MoveDown, tr("Move &Down"), "Alt+Down");
+    add(LineCommand::Duplicate, tr("Du&plicate"), "Ctrl+Shift+D");
+    add(LineCommand::Delete, tr("D&elete"), "Ctrl+Shift+K");
+    add(LineCommand::Join, tr("&Join"), "Ctrl+J");
+    menu->addSeparator();
+    add(LineCommand::UpperCase, tr("U&pper Case"), "");
+    add(LineCommand::LowerCase, tr("&Lower Case"), "");
+}
+
+void EditorMenus::FillCarets(QMenu* menu)
+{
+    const auto add = [&](CaretCommand command, const QString& label, const char* key) {
+        Add(menu, label, "", {QKeySequence(key)}, [this, command] {
+            if (CodeView* view = parts.window.Tabs().CurrentView())
+                view->Apply(command);
+        });
+    };
+    add(CaretCommand::NextMatch, tr("Select the &Next Same Text Too"), "Ctrl+D");
+    add(CaretCommand::AllMatches, tr("Select &All Same Text"), "Alt+F3");
+    add(CaretCommand::LineAbove, tr("Caret on the Line A&bove"), "Ctrl+Alt+Up");
+    add(CaretCommand::LineBelow, tr("Caret on the Line Belo&w"), "Ctrl+Alt+Down");
+}
+
+// The preferences have them as well.
+void EditorMenus::AddTextSwitches(QMenu* menu)
+{
+    menu->addSeparator();
+    const auto add = [&](bool PreferenceValues::*value, const QString& label, const QList<QKeySequence>& keys) {
+        QAction* action = Add(menu, label, "", keys, nullptr);
+        action->setCheckable(true);
+        const auto show = [this, value, action] { action->setChecked(parts.actions.preferences.Values().*value); };
+        connect(action, &QAction::triggered, this, [this, value, show] {
+            parts.actions.preferences.Change([&](PreferenceValues& values) { values.*value = !(values.*value); });
+            show();
+        });
+        connect(menu, &QMenu::aboutToShow, action, show);
+    };
+    add(&PreferenceValues::wrapsLines, tr("&Wrap Long Lines"), {QKeySequence(tr("Alt+Z"))});
+    add(&PreferenceValues::showsBlanks, tr("Show &Blanks and Tabs"), {});
+    add(&PreferenceValues::showsGuides, tr("Show Levels of &Indentation"), {});
+}
+
+void EditorMenus::FillFolds(QMenu* menu)
+{
+    const auto add = [&](FoldCommand command, const QString& label, const QList<QKeySequence>& keys) {
+        Add(menu, label, "", keys, [this, command] {
+            CodeView* view = parts.window.Tabs().CurrentView();
+            if (view == nullptr)
+                return;
+            view->Apply(command);
+            if (command == FoldCommand::All && view->length() > folds::kMostForAll)
+                parts.window.statusBar()->showMessage(tr("The text is too large to fold all of it."), kMessageShown);
+        });
+    };
+    add(FoldCommand::Toggle, tr("&Fold or Unfold"), {QKeySequence("Ctrl+Shift+[")});
+    add(FoldCommand::All, tr("Fold &All"), {});
+    add(FoldCommand::None, tr("&Unfold All"), {QKeySequence("Ctrl+Shift+]")});
+}
+
+} // namespace wren
