@@ -58,12 +58,7 @@ std::string EndingOf(const std::string& path)
     return ending;
 }
 
-struct Row {
-    int style;
-    QColor EditorColours::*colour;
-};
-
-const Row kRows[] = {
+const StyleColour kFamilyColours[] = {
     {QsciLexerCPP::Comment, &EditorColours::comment},
     {QsciLexerCPP::CommentLine, &EditorColours::comment},
     {QsciLexerCPP::CommentDoc, &EditorColours::comment},
@@ -98,8 +93,9 @@ bool CodeLexer::IsCode(const std::string& path)
     return std::find(std::begin(kEndings), std::end(kEndings), EndingOf(path)) != std::end(kEndings);
 }
 
-void CodeLexer::SetLanguageFor(const std::string& path)
+void CodeLexer::SetLanguageFor(const std::string& path, std::string_view beginning)
 {
+    other = IsCode(path) ? nullptr : LanguageOf(path, beginning);
     const std::string ending = EndingOf(path);
     if (!IsCode(path))
         language = Language::None;
@@ -118,6 +114,8 @@ void CodeLexer::SetLook(const EditorLook& newLook)
 
 const char* CodeLexer::keywords(int set) const
 {
+    if (other != nullptr)
+        return set >= 1 && set <= static_cast<int>(std::size(other->words)) ? other->words[set - 1] : nullptr;
     switch (set) {
     case kFirstSet:
         return language == Language::C ? kWordsOfC : kWords;
@@ -135,14 +133,17 @@ const char* CodeLexer::keywords(int set) const
 
 const char* CodeLexer::lexer() const
 {
+    if (other != nullptr)
+        return other->lexer;
     return language == Language::None ? "null" : "cpp";
 }
 
 QColor CodeLexer::color(int style) const
 {
     const EditorColours& colours = ColoursOf(look.dark);
-    const auto row = std::find_if(std::begin(kRows), std::end(kRows), [&](const Row& r) { return r.style == style; });
-    return row == std::end(kRows) ? colours.text : colours.*(row->colour);
+    const std::span<const StyleColour> rows = other != nullptr ? other->colours : kFamilyColours;
+    const auto row = std::ranges::find(rows, style, &StyleColour::style);
+    return row == rows.end() ? colours.text : colours.*(row->colour);
 }
 
 QColor CodeLexer::paper(int) const

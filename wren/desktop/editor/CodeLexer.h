@@ -1,11 +1,13 @@
-// Colours the words of C, C++ and Objective-C.
+// Colours the words of C, C++ and Objective-C, and of what else is in a source tree.
 #pragma once
 
 #include "wren/desktop/editor/EditorLook.h"
+#include "wren/desktop/editor/FileLanguages.h"
 
 #include <Qsci/qscilexercpp.h>
 
 #include <string>
+#include <string_view>
 
 namespace wren {
 
@@ -19,7 +21,8 @@ public:
 
     static bool IsCode(const std::string& path); // by the end of its name
 
-    void SetLanguageFor(const std::string& path); // other files have the text's colour
+    // By the file's name, or by the text's beginning. What is of no language that is known has the text's colour.
+    void SetLanguageFor(const std::string& path, std::string_view beginning = {});
     void SetLook(const EditorLook& look);
 
     // The family's own words, and those of Objective-C with the types that its frameworks have everywhere.
@@ -35,6 +38,7 @@ public:
 
 private:
     EditorLook look;
+    const FileLanguage* other = nullptr; // not of the family
     enum class Language { None, C, Cplusplus, Header, ObjectiveC } language = Language::None;
 };
 

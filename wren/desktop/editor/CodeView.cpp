@@ -18,6 +18,7 @@ namespace {
 constexpr int kNumbers = 0;                  // the margin of line numbers
 constexpr long kBesideNumbers = 6;           // pixels between them and the text
 constexpr double kHundredths = 100;          // Scintilla's unit of the size of fonts, of a point
+constexpr long kFirstLine = 256;             // bytes that say which program reads a script
 constexpr long kEnoughToDetect = 256 * 1024; // bytes that show what a file is indented with
 
 LineEnds EndsOf(std::string_view bytes)
@@ -250,7 +251,7 @@ void CodeView::SetLook(const EditorLook& newLook)
 
 void CodeView::SetLanguageFor(const std::string& path)
 {
-    lexer->SetLanguageFor(path);
+    lexer->SetLanguageFor(path, text.Copy(0, std::min(text.Length(), kFirstLine)));
     SetLook(look);
 }
 

@@ -75,7 +75,7 @@ public:
     void SetClient(CodeViewClient* client); // borrowed; null for none
     void SetLook(const EditorLook& look);
     const EditorLook& Look() const { return look; }
-    void SetLanguageFor(const std::string& path); // C, C++, Objective-C by the file's name; other files have no colours
+    void SetLanguageFor(const std::string& path); // for its colours; after the text is set
 
     // The store that the document is edited through. It borrows the view; when the view is gone first, the store is
     // empty. Edits that a group collects end with the next thing the user does.
