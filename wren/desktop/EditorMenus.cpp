@@ -196,6 +196,8 @@ void EditorMenus::FillGo(QMenu* menu)
     Add(menu, tr("Go to &Line\u2026"), "go-jump", {QKeySequence(tr("Ctrl+L"))},
         [this] { parts.actions.places.GoToLine(); });
     menu->addSeparator();
+    FillBookmarks(menu->addMenu(tr("&Bookmarks")));
+    menu->addSeparator();
     const auto step = [this](int steps) {
         EditorTabs& tabs = parts.window.Tabs();
         tabs.setCurrentIndex((tabs.currentIndex() + steps + tabs.count()) % tabs.count());

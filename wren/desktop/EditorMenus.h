@@ -56,6 +56,7 @@ private:
     void FillCarets(QMenu* menu);
     void AddTextSwitches(QMenu* menu);
     void FillFolds(QMenu* menu);
+    void FillBookmarks(QMenu* menu);
     void FillSearch(QMenu* menu);
     void FillGo(QMenu* menu);
     void ShareKeysWithPlugin();

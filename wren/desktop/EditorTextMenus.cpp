@@ -88,4 +88,18 @@ void EditorMenus::FillFolds(QMenu* menu)
     add(FoldCommand::None, tr("&Unfold All"), {QKeySequence("Ctrl+Shift+]")});
 }
 
+void EditorMenus::FillBookmarks(QMenu* menu)
+{
+    const auto add = [&](BookmarkCommand command, const QString& label, const QList<QKeySequence>& keys) {
+        Add(menu, label, "", keys, [this, command] {
+            if (CodeView* view = parts.window.Tabs().CurrentView())
+                view->Apply(command);
+        });
+    };
+    add(BookmarkCommand::Toggle, tr("&Set or Remove"), {QKeySequence(tr("Ctrl+F2"))});
+    add(BookmarkCommand::Next, tr("&Next"), {QKeySequence(tr("Alt+PgDown"))});
+    add(BookmarkCommand::Previous, tr("&Previous"), {QKeySequence(tr("Alt+PgUp"))});
+    add(BookmarkCommand::RemoveAll, tr("&Remove All"), {});
+}
+
 } // namespace wren

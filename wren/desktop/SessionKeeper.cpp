@@ -115,6 +115,7 @@ void SessionKeeper::Restore()
         } else if (!std::filesystem::exists(file.path, unknown) || !documents.Open(file.path)) {
             continue; // it no longer exists, and the user has not asked for it now
         }
+        tabs.CurrentView()->SetBookmarks(file.bookmarks);
         tabs.CurrentView()->GoTo(file.caret);
         tabs.CurrentView()->ShowFromLine(file.firstLine);
     }
@@ -221,7 +222,8 @@ void SessionKeeper::TakeOpenFiles()
         const CodeView* view = tabs.ViewOf(id);
         if (document == host.Current())
             state.current = static_cast<int>(state.files.size());
-        state.files.push_back({document->Path(), view->Caret(), view->FirstVisibleLine(), document->IsWorksheet()});
+        state.files.push_back(
+            {document->Path(), view->Caret(), view->FirstVisibleLine(), document->IsWorksheet(), view->Bookmarks()});
     }
 }
 

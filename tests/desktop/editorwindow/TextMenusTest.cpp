@@ -64,3 +64,17 @@ TEST_F(TextMenus, WrapLinesAndKeepThatForTheNextStart)
     Choose("View", "Show Levels of Indentation");
     EXPECT_EQ(Ask(QsciScintilla::SCI_GETINDENTATIONGUIDES), QsciScintilla::SC_IV_LOOKBOTH);
 }
+
+TEST_F(TextMenus, MarkLinesThatTheSessionKeeps)
+{
+    const std::string file = home.Write("a.c", "int a;\nint b;\nint c;\n");
+    Start({file});
+    View().GoToLine(2);
+    Press("Ctrl+F2");
+    View().GoToLine(1);
+    Press("Alt+PgDown");
+    EXPECT_EQ(View().Caret(), 7);
+    ASSERT_TRUE(Quit());
+    Start();
+    EXPECT_EQ(View().Bookmarks(), std::vector<long>{1});
+}

@@ -15,7 +15,7 @@ class Session : public StateDirectoryFixture {};
 SessionState Full()
 {
     SessionState state;
-    state.files = {{"/a/b.c", 12, 3, false}, {"/odd \xff\"\n", 0, 0, false}, {"/W", 5, 1, true}};
+    state.files = {{"/a/b.c", 12, 3, false}, {"/odd \xff\"\n", 0, 0, false}, {"/W", 5, 1, true, {0, 4}}};
     state.current = 2;
     state.recentFiles = {"/new", "/odd \xff"};
     state.geometry = "AdnQywAD";
@@ -50,6 +50,7 @@ TEST_F(Session, IsEmptyWhenItsFileIsDamaged)
                                     "{\"files\": [{}]}",
                                     "{\"files\": [{\"path\": {}}]}",
                                     "{\"files\": [], \"recentFiles\": [1]}",
+                                    "{\"files\": [{\"path\": \"/a\", \"bookmarks\": \"x\"}]}",
                                     "{\"geometry\": 1}",
                                     "{\"layout\": 1}",
                                     "{\"panels\": [1]}",
@@ -76,6 +77,16 @@ TEST_F(Session, HasNoCurrentFileBeyondItsFiles)
     const SessionState state = wren::LoadSession();
     EXPECT_EQ(state.current, -1);
     EXPECT_THAT(state.files, ElementsAre(SessionState::OpenFile{"/a", 0, 0, false}));
+}
+
+TEST_F(Session, HasNoMoreBookmarksThanItTakes)
+{
+    SessionState many;
+    many.files = {{"/a", 0, 0, false, std::vector<long>(SessionState::kMostBookmarks + 1, 7)}};
+    std::string error;
+    ASSERT_TRUE(wren::SaveSession(many, &error)) << error;
+    many.files.front().bookmarks.pop_back();
+    EXPECT_EQ(wren::LoadSession(), many);
 }
 
 TEST_F(Session, SaysWhyItCannotBeSaved)

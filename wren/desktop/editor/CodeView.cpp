@@ -75,6 +75,7 @@ void CodeView::SetUp()
     text.Send(SCI_SETCARETLINEVISIBLEALWAYS, true);
     carets::SetUp(text);
     folds::SetUp(text);
+    bookmarks::SetUp(text);
     text.Send(SCI_SETSCROLLWIDTH, 1);
     text.Send(SCI_SETSCROLLWIDTHTRACKING, true);
     text.Send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
@@ -239,6 +240,7 @@ void CodeView::SetLook(const EditorLook& newLook)
     text.Send(SCI_SETPROPERTY, reinterpret_cast<intptr_t>("lexer.cpp.track.preprocessor"), "0");
     ApplyColours();
     folds::SetLook(text, look);
+    bookmarks::SetLook(text, look);
     folds::FoldAgain(text, folded);
     carets::SetLook(text, look.dark);
     setWrapMode(look.wraps ? WrapWord : WrapNone);
@@ -415,6 +417,26 @@ void CodeView::Apply(CaretCommand command)
 void CodeView::Apply(FoldCommand command)
 {
     ByUser([&] { folds::Apply(text, command); });
+}
+
+void CodeView::Apply(BookmarkCommand command)
+{
+    if (command == BookmarkCommand::Toggle)
+        return bookmarks::Toggle(text);
+    if (command == BookmarkCommand::RemoveAll)
+        return bookmarks::SetLines(text, {});
+    if (const std::optional<long> line = bookmarks::Next(text, command == BookmarkCommand::Previous))
+        GoTo(text.Send(SCI_POSITIONFROMLINE, *line));
+}
+
+std::vector<long> CodeView::Bookmarks() const
+{
+    return bookmarks::Lines(text);
+}
+
+void CodeView::SetBookmarks(const std::vector<long>& marked)
+{
+    bookmarks::SetLines(text, marked);
 }
 
 void CodeView::ReplaceAsTyped(long start, long end, std::string_view with)

@@ -5,6 +5,7 @@
 #pragma once
 
 #include "vetch/support/Geometry.h"
+#include "wren/desktop/editor/Bookmarks.h"
 #include "wren/desktop/editor/Carets.h"
 #include "wren/desktop/editor/EditorLook.h"
 #include "wren/desktop/editor/Folds.h"
@@ -24,6 +25,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 class QKeyEvent;
 class QMouseEvent;
@@ -128,6 +130,10 @@ public:
 
     void Apply(CaretCommand command);
     void Apply(FoldCommand command);
+
+    void Apply(BookmarkCommand command);
+    std::vector<long> Bookmarks() const; // lines, from 0
+    void SetBookmarks(const std::vector<long>& marked);
 
     void EndTyping(); // what is typed next is undone without what was typed before
 

@@ -1,5 +1,7 @@
 #include "wren/desktop/editor/Folds.h"
 
+#include "wren/desktop/editor/Bookmarks.h"
+
 #include <Qsci/qsciscintillabase.h>
 
 #include <algorithm>
@@ -96,7 +98,8 @@ void FoldAll(const ViewText& text)
 void SetUp(const ViewText& text)
 {
     text.Send(Sci::SCI_SETMARGINTYPEN, kMargin, Sci::SC_MARGIN_SYMBOL);
-    text.Send(Sci::SCI_SETMARGINMASKN, kMargin, static_cast<long>(static_cast<unsigned>(Sci::SC_MASK_FOLDERS)));
+    text.Send(Sci::SCI_SETMARGINMASKN, kMargin,
+              static_cast<long>(static_cast<unsigned>(Sci::SC_MASK_FOLDERS)) | 1L << bookmarks::kMarker);
     text.Send(Sci::SCI_SETMARGINSENSITIVEN, kMargin, true);
     // What is searched for, typed into or undone comes to light, and a block that is no block any more unfolds.
     text.Send(Sci::SCI_SETAUTOMATICFOLD,

@@ -22,13 +22,21 @@ json JsonOf(const SessionState::OpenFile& file)
     return {{"path", JsonOfBytes(file.path)},
             {"caret", file.caret},
             {"firstLine", file.firstLine},
-            {"worksheet", file.worksheet}};
+            {"worksheet", file.worksheet},
+            {"bookmarks", file.bookmarks}};
+}
+
+std::vector<long> BookmarksOf(const json& stored)
+{
+    std::vector<long> lines = stored.value("bookmarks", std::vector<long>());
+    lines.resize(std::min(lines.size(), SessionState::kMostBookmarks));
+    return lines;
 }
 
 SessionState::OpenFile FileOf(const json& stored)
 {
     return {BytesOfJson(stored.at("path")), std::max(0L, stored.value("caret", 0L)),
-            std::max(0L, stored.value("firstLine", 0L)), stored.value("worksheet", false)};
+            std::max(0L, stored.value("firstLine", 0L)), stored.value("worksheet", false), BookmarksOf(stored)};
 }
 
 json JsonOf(const SessionState& state)

@@ -12,6 +12,7 @@ struct SessionState {
         long caret = 0;     // bytes
         long firstLine = 0; // the first to be seen, from 0
         bool worksheet = false;
+        std::vector<long> bookmarks = {}; // lines, from 0; at most kMostBookmarks
         bool operator==(const OpenFile&) const = default;
     };
     std::vector<OpenFile> files;
@@ -22,6 +23,7 @@ struct SessionState {
     std::vector<std::string> panels;      // that were open, by the names of their widgets
 
     static constexpr size_t kMostRecent = 15;
+    static constexpr size_t kMostBookmarks = 1000;
     void Opened(const std::string& path); // puts it first among the recent ones
 
     bool operator==(const SessionState&) const = default;
