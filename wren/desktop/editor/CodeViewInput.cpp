@@ -41,6 +41,8 @@ constexpr QsciCommand::Command kUnbound[] = {
     QsciCommand::WordPartLeftExtend,
     QsciCommand::WordPartRight,
     QsciCommand::WordPartRightExtend,
+    QsciCommand::ParaUpExtend,
+    QsciCommand::ParaDownExtend,
 };
 
 struct StandardKey {
