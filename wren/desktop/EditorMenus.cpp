@@ -179,8 +179,11 @@ void EditorMenus::FillSearch(QMenu* menu)
         StandardKeys(QKeySequence::Find) + Keys{QKeySequence(tr("Ctrl+H"))}, [&find] { find.Open(); });
     Add(menu, tr("Find &Next"), "", StandardKeys(QKeySequence::FindNext), [&find] { find.Next(); });
     Add(menu, tr("Find &Previous"), "", StandardKeys(QKeySequence::FindPrevious), [&find] { find.Previous(); });
-    if (FinderActions* finder = parts.actions.finder)
+    if (FinderActions* finder = parts.actions.finder) {
         Add(menu, tr("Find in &Files\u2026"), "", {QKeySequence(tr("Ctrl+Shift+F"))}, [finder] { finder->Open(); });
+        Add(menu, tr("&Replace in Files\u2026"), "", {QKeySequence(tr("Ctrl+Shift+H"))},
+            [finder] { finder->OpenReplace(); });
+    }
     pluginItems = menu->addSeparator();
     pluginItems->setVisible(false);
     connect(menu, &QMenu::aboutToShow, this, &EditorMenus::FillPluginItems);

@@ -20,12 +20,14 @@ namespace {
 
 constexpr long kLongestWanted = 1000; // bytes of a selection that are looked for
 
-// Texts that differ from their files.
-OpenTexts ChangedTexts(Host& host, EditorTabs& tabs)
+enum class Texts { Changed, All };
+
+OpenTexts TextsOf(Host& host, EditorTabs& tabs, Texts which)
 {
     OpenTexts texts;
     for (const Document* document : host.AllDocuments().All())
-        if (const CodeView* view = tabs.ViewOf(document->Id()); view != nullptr && view->IsModified())
+        if (const CodeView* view = tabs.ViewOf(document->Id());
+            view != nullptr && (which == Texts::All || view->IsModified()))
             texts[document->Path()] = std::make_shared<const std::string>(document->Text());
     return texts;
 }
@@ -33,8 +35,9 @@ OpenTexts ChangedTexts(Host& host, EditorTabs& tabs)
 } // namespace
 
 FinderActions::FinderActions(Host& host, MainWindow& window, SymbolActions& symbols)
-    : host(host), window(window), symbols(symbols)
+    : host(host), window(window), symbols(symbols), replacing(host, window, symbols)
 {
+    connect(&replacing, &ReplaceActions::Failed, this, [this](const QString& problem) { Bar().Tell(problem); });
 }
 
 FilesFindBar& FinderActions::Bar()
@@ -45,6 +48,7 @@ FilesFindBar& FinderActions::Bar()
     if (!window.AddPanel(Qt::BottomDockWidgetArea, bar))
         window.splitDockWidget(bar, &symbols.Matches(), Qt::Vertical);
     connect(bar, &FilesFindBar::Asked, this, &FinderActions::Find);
+    connect(bar, &FilesFindBar::PreviewAsked, this, &FinderActions::Preview);
     connect(bar, &FilesFindBar::Left, this, [this] {
         if (CodeView* view = window.Tabs().CurrentView())
             view->setFocus();
@@ -75,25 +79,57 @@ void FinderActions::Open()
     Bar().Open(wanted);
 }
 
-void FinderActions::Find()
+void FinderActions::OpenReplace()
+{
+    Bar().ShowReplacement();
+    Open();
+}
+
+std::optional<FilesAsked> FinderActions::AskedInBar()
 {
     const FilesWanted wanted = Bar().Wanted();
-    if (wanted.text.empty())
-        return Bar().Tell(tr("There is nothing to search for."));
+    if (wanted.text.empty()) {
+        Bar().Tell(tr("There is nothing to search for."));
+        return std::nullopt;
+    }
     const TextQuery text{wanted.text, wanted.isExpression, wanted.matchesCase, wanted.wholeWords};
-    if (const auto pattern = TextPattern::Compile(text); !pattern)
-        return Bar().Tell(Shown(pattern.Failure().Message()));
+    if (const auto pattern = TextPattern::Compile(text); !pattern) {
+        Bar().Tell(Shown(pattern.Failure().Message()));
+        return std::nullopt;
+    }
     Bar().Tell("");
     const Document* current = host.Current();
-    const FilesAsked asked{text, wanted.globs, wanted.folder, current == nullptr ? "" : current->Path(),
-                           ChangedTexts(host, window.Tabs())};
-    const auto find = [this, asked](const Question& question, const SymbolActions::PartSink& part) {
+    return FilesAsked{text,
+                      wanted.globs,
+                      wanted.folder,
+                      current == nullptr ? "" : current->Path(),
+                      TextsOf(host, window.Tabs(), Texts::Changed),
+                      std::nullopt};
+}
+
+void FinderActions::Find()
+{
+    const std::optional<FilesAsked> asked = AskedInBar();
+    if (!asked)
+        return;
+    const auto find = [this, asked = *asked](const Question& question, const SymbolActions::PartSink& part) {
         const FilesAnswer answer = FindInFiles(asked, question, part);
         if (!answer.problem.empty())
             question.tell([this, problem = answer.problem] { Bar().Tell(Shown(problem)); });
         return answer.more;
     };
-    symbols.ListPlaces(tr("matches of \u201c%1\u201d").arg(Shown(wanted.text)), find);
+    symbols.ListPlaces(tr("matches of \u201c%1\u201d").arg(Shown(asked->text.text)), find);
+}
+
+// What is found in an open text is replaced in it, so its text counts, whatever its file has.
+void FinderActions::Preview()
+{
+    std::optional<FilesAsked> asked = AskedInBar();
+    if (!asked)
+        return;
+    asked->open = TextsOf(host, window.Tabs(), Texts::All);
+    asked->replacement = Bar().Wanted().with;
+    replacing.Preview(*asked);
 }
 
 } // namespace wren

@@ -52,6 +52,7 @@ public:
     using PartSink = std::function<void(std::vector<FoundPlace> part)>;
     void ListPlaces(const QString& title, std::function<bool(const Question&, const PartSink&)> find);
     void GoToClicked(CodeView& view, long offset);      // to the definition of the name there
+    void Land(const FoundPlace& place);                 // goes there, and marks the name
     void Step(bool backwards);                          // to the next place of the list; beeps at its end
     void OpenMatch(const std::string& path, long line); // that the plug-in has found: at the name, and marks it
 
@@ -99,7 +100,6 @@ private:
     void ChooseAmong(const std::vector<PaletteItem>& items);
     void Heard(const FoundPlaces& places, Wanted wanted, const std::string& name);
     void SayNotFound(Wanted wanted, const std::string& name);
-    void Land(const FoundPlace& place);
     void List(const FoundPlaces& places, Wanted wanted);
     void Choose(const PaletteItem& item, long line);
     void Say(const QString& text);

@@ -1,6 +1,7 @@
 #include "wren/search/FilesSearch.h"
 
 #include "base/Descriptor.h"
+#include "base/Hash.h"
 #include "base/PlainFile.h"
 #include "symbols/update/IgnorePattern.h"
 #include "symbols/update/Walk.h"
@@ -130,9 +131,11 @@ private:
     void SearchIn(const std::string& path, std::string_view text, TextPattern::Finder& finder)
     {
         ++files;
-        FoundInFile found{path, LinesWith(finder, text, query.limit)};
+        FoundInFile found{path, LinesWith(finder, text, query), text.size()};
         if (found.lines.empty())
             return;
+        if (query.replacement)
+            found.textHash = base::Fnv1a(text);
         const std::lock_guard lock(mutex);
         const size_t room = query.limit - std::min(count, query.limit);
         more = more || found.lines.size() >= room;
@@ -180,12 +183,13 @@ private:
 
 } // namespace
 
-std::vector<FoundLine> LinesWith(TextPattern::Finder& finder, std::string_view text, size_t limit)
+std::vector<FoundLine> LinesWith(TextPattern::Finder& finder, std::string_view text, const FilesQuery& query)
 {
+    const std::string_view lineEnd = query.replacement ? LineEndOf(text) : "";
     std::vector<FoundLine> lines;
     long line = 1;
     size_t lineStart = 0;
-    for (size_t from = 0; lines.size() < limit;) {
+    for (size_t from = 0; lines.size() < query.limit;) {
         const std::optional<TextMatch> match = finder.Next(text, from);
         if (!match)
             break;
@@ -205,6 +209,11 @@ std::vector<FoundLine> LinesWith(TextPattern::Finder& finder, std::string_view t
         found.source = source.substr(std::min(cut, source.size()), kLongestLine);
         found.matchStart = std::min(before - cut, found.source.size());
         found.matchSize = std::min(match->size, found.source.size() - found.matchStart);
+        found.offset = match->start;
+        found.size = match->size;
+        if (query.replacement)
+            found.with =
+                query.text.isExpression ? finder.Expanded(*query.replacement, text, lineEnd) : *query.replacement;
         from = match->start + match->size;
     }
     return lines;

@@ -6,9 +6,11 @@
 #include "wren/search/TextPattern.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,7 +21,8 @@ struct FilesQuery {
     TextQuery text;
     // As in .gitignore, relative to the root: only files that match one of them, and none that matches one with "!".
     std::vector<std::string> globs;
-    size_t limit = 20'000; // matches
+    size_t limit = 20'000;                  // matches
+    std::optional<std::string> replacement; // of each match; of an expression as for Finder::Expanded()
 };
 
 struct FoundLine {         // one match
@@ -28,11 +31,16 @@ struct FoundLine {         // one match
     std::string source;    // the line without its break; at most the first bytes of a long one
     size_t matchStart = 0; // in 'source', bytes
     size_t matchSize = 0;  // as far as 'source' has it
+    size_t offset = 0;     // of the match in the text, bytes
+    size_t size = 0;       // of all of the match
+    std::string with;      // its replacement, when one is wanted
 };
 
 struct FoundInFile {
     std::string path; // relative to the root
     std::vector<FoundLine> lines;
+    size_t textSize = 0;        // of the text that they were found in
+    std::uint64_t textHash = 0; // base::Fnv1a() of it, when replacements are wanted
 };
 
 struct FilesFound {
@@ -51,7 +59,7 @@ using FoundSink = std::function<void(FoundInFile found)>;
 base::Result<FilesFound> SearchFiles(const FilesQuery& query, const OpenTexts& open, const FoundSink& sink,
                                      const base::CancelToken& cancel);
 
-// The matches in one text, at most 'limit'.
-std::vector<FoundLine> LinesWith(TextPattern::Finder& finder, std::string_view text, size_t limit);
+// The matches in one text, at most query.limit.
+std::vector<FoundLine> LinesWith(TextPattern::Finder& finder, std::string_view text, const FilesQuery& query);
 
 } // namespace wren

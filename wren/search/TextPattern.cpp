@@ -109,4 +109,47 @@ std::optional<TextMatch> TextPattern::Finder::Next(std::string_view text, size_t
     return bounds[1] > bounds[0] ? std::optional(TextMatch{bounds[0], bounds[1] - bounds[0]}) : std::nullopt;
 }
 
+// A group that took no part in the match is empty.
+std::string_view TextPattern::Finder::GroupAt(size_t number, std::string_view text) const
+{
+    const PCRE2_SIZE* const bounds = pcre2_get_ovector_pointer(contents->data.get());
+    if (number >= pcre2_get_ovector_count(contents->data.get()))
+        return {};
+    const size_t start = bounds[2 * number];
+    const size_t end = bounds[2 * number + 1];
+    return start <= end && end <= text.size() ? text.substr(start, end - start) : std::string_view();
+}
+
+std::string TextPattern::Finder::Expanded(std::string_view with, std::string_view text, std::string_view lineEnd) const
+{
+    std::string result;
+    for (size_t at = 0; at < with.size(); ++at) {
+        const char mark = with[at];
+        if ((mark != '$' && mark != '\\') || at + 1 == with.size()) {
+            result += mark;
+            continue;
+        }
+        const char c = with[++at];
+        if (base::IsDigit(c))
+            result += GroupAt(static_cast<size_t>(c - '0'), text);
+        else if (mark == '\\' && c == 'n')
+            result += lineEnd;
+        else if (mark == '\\' && c == 't')
+            result += '\t';
+        else if (c == mark)
+            result += c;
+        else
+            (result += mark) += c;
+    }
+    return result;
+}
+
+std::string_view LineEndOf(std::string_view text)
+{
+    const size_t end = text.find_first_of("\r\n");
+    if (end == std::string_view::npos || text[end] == '\n')
+        return "\n";
+    return text.substr(end, 2) == "\r\n" ? "\r\n" : "\r";
+}
+
 } // namespace wren

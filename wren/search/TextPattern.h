@@ -36,10 +36,15 @@ public:
 
         // The first match that is not empty, at or behind 'from'.
         std::optional<TextMatch> Next(std::string_view text, size_t from);
+        // What takes the place of the last match, which was in 'text': "$1" and "\1" are the first group, "$0" all of
+        // the match, "\n" is 'lineEnd', "\t" a tab, "$$" and "\\" the character itself.
+        std::string Expanded(std::string_view with, std::string_view text, std::string_view lineEnd) const;
         bool HasGivenUp() const { return hasGivenUp; } // in some text
 
     private:
         struct Contents;
+        std::string_view GroupAt(size_t number, std::string_view text) const;
+
         std::shared_ptr<Contents> contents;
         bool hasGivenUp = false;
     };
@@ -50,5 +55,8 @@ private:
 
     std::shared_ptr<const Code> code;
 };
+
+// The line end that the text uses: that of its first line, "\n" when it has none.
+std::string_view LineEndOf(std::string_view text);
 
 } // namespace wren

@@ -21,7 +21,7 @@ void ShowCaret(CodeView& view, std::string marked)
     view.GoTo(static_cast<long>(caret));
 }
 
-std::string Marked(const CodeView& view)
+std::string WithCarets(const CodeView& view)
 {
     const ViewText text(view);
     std::map<long, std::string> marks;
@@ -65,7 +65,7 @@ TEST(Carets, AreAddedWhereTheSameTextIsAndOnLines)
         ShowCaret(view, each.before);
         for (const CaretCommand command : each.commands)
             view.Apply(command);
-        EXPECT_EQ(Marked(view), each.after) << each.before;
+        EXPECT_EQ(WithCarets(view), each.after) << each.before;
     }
 }
 
@@ -76,9 +76,9 @@ TEST(Carets, GetWhatIsTypedInOneStepToUndo)
     view.Apply(LineBelow);
     view.Apply(LineBelow);
     QTest::keyClicks(&view, "x");
-    EXPECT_EQ(Marked(view), "x|a\nx|b\nx|c\n");
+    EXPECT_EQ(WithCarets(view), "x|a\nx|b\nx|c\n");
     QTest::keyClick(&view, Qt::Key_Backspace);
-    EXPECT_EQ(Marked(view), "|a\n|b\n|c\n");
+    EXPECT_EQ(WithCarets(view), "|a\n|b\n|c\n");
     view.undo();
     EXPECT_EQ(view.Bytes(), "xa\nxb\nxc\n");
     view.undo();
@@ -92,9 +92,9 @@ TEST(Carets, HaveNewLinesIndentedEachLikeItsOwn)
     carets::ToggleAt(ViewText(view), 8);
     carets::ToggleAt(ViewText(view), 4);
     carets::ToggleAt(ViewText(view), 0);
-    EXPECT_EQ(Marked(view), "  a;|\n\tb;|\n");
+    EXPECT_EQ(WithCarets(view), "  a;|\n\tb;|\n");
     QTest::keyClick(&view, Qt::Key_Return);
-    EXPECT_EQ(Marked(view), "  a;\n  |\n\tb;\n\t|\n");
+    EXPECT_EQ(WithCarets(view), "  a;\n  |\n\tb;\n\t|\n");
     view.undo();
     EXPECT_EQ(view.Bytes(), "  a;\n\tb;\n");
 }
@@ -121,9 +121,9 @@ TEST(Carets, ComeWithAClickAndGoWithAnother)
         QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier, place);
     };
     click();
-    EXPECT_EQ(Marked(view), "|abc\nd|ef\n");
+    EXPECT_EQ(WithCarets(view), "|abc\nd|ef\n");
     click();
-    EXPECT_EQ(Marked(view), "|abc\ndef\n");
+    EXPECT_EQ(WithCarets(view), "|abc\ndef\n");
 }
 
 TEST(Carets, MakeAColumnWithKeys)
@@ -132,7 +132,7 @@ TEST(Carets, MakeAColumnWithKeys)
     ShowCaret(view, "a|bc\ndef\n");
     QTest::keyClick(&view, Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
     QTest::keyClick(&view, Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
-    EXPECT_EQ(Marked(view), "a[b]c\nd[e]f\n");
+    EXPECT_EQ(WithCarets(view), "a[b]c\nd[e]f\n");
     QTest::keyClicks(&view, "X");
     EXPECT_EQ(view.Bytes(), "aXc\ndXf\n");
 }
@@ -145,7 +145,7 @@ TEST(Carets, AreOneForAnEditOfTheStores)
     const auto store = view.MakeStore();
     EXPECT_EQ(store->Selected(), (Selection{2, 2})) << "the last that was added";
     store->Select(3, 3);
-    EXPECT_EQ(Marked(view), "a\nb|\n");
+    EXPECT_EQ(WithCarets(view), "a\nb|\n");
 }
 
 } // namespace wren

@@ -48,6 +48,19 @@ FilesFindBar::FilesFindBar(QWidget* parent) : QDockWidget(tr("Find in Files"), p
     find->setText(tr("Find"));
     connect(find, &QToolButton::clicked, this, &FilesFindBar::Asked);
     row->addWidget(find);
+    replacement = new QWidget;
+    auto* second = new QHBoxLayout(replacement);
+    second->setContentsMargins(0, 0, 0, 0);
+    with = AddField(*second, "with", tr("Replace with"),
+                    tr("What takes the place of matches; $1 is the first group of an expression, $0 all of it"), 1);
+    auto* preview = new QToolButton;
+    preview->setObjectName("preview");
+    preview->setText(tr("Preview Replacements"));
+    preview->setToolTip(tr("Show each line before and after; nothing is replaced yet"));
+    connect(preview, &QToolButton::clicked, this, &FilesFindBar::PreviewAsked);
+    second->addWidget(preview);
+    replacement->hide();
+    rows->addWidget(replacement);
     problem = new QLabel;
     problem->setTextFormat(Qt::PlainText);
     problem->setWordWrap(true);
@@ -93,6 +106,11 @@ void FilesFindBar::Open(const std::string& wanted)
     text->selectAll();
 }
 
+void FilesFindBar::ShowReplacement()
+{
+    replacement->show();
+}
+
 FilesWanted FilesFindBar::Wanted() const
 {
     FilesWanted wanted;
@@ -102,6 +120,7 @@ FilesWanted FilesFindBar::Wanted() const
     wanted.wholeWords = wholeWords->isChecked();
     wanted.globs = GlobsIn(files->text());
     wanted.folder = folder->text().trimmed().toStdString();
+    wanted.with = with->text().toStdString();
     return wanted;
 }
 
@@ -119,7 +138,7 @@ QString FilesFindBar::Problem() const
 void FilesFindBar::keyPressEvent(QKeyEvent* event)
 {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        emit Asked();
+        with->hasFocus() ? emit PreviewAsked() : emit Asked();
     } else if (event->key() == Qt::Key_Escape) {
         hide();
         emit Left();

@@ -25,23 +25,20 @@ FoundPlace PlaceOf(FoundLine&& line, const std::string& root, const std::string&
     return place;
 }
 
-} // namespace
-
-FilesAnswer FindInFiles(const FilesAsked& asked, const Question& question,
-                        const std::function<void(std::vector<FoundPlace> part)>& part)
+FilesQuery QueryOf(const FilesAsked& asked, const Question& question)
 {
     FilesQuery query;
     query.text = asked.text;
     query.globs = asked.globs;
+    query.replacement = asked.replacement;
     query.root = (fs::path(ProjectOf(asked.path, question.projects)) / asked.folder).lexically_normal().string();
     while (query.root.ends_with('/'))
         query.root.pop_back();
-    const auto sink = [&](FoundInFile found) {
-        std::vector<FoundPlace> places;
-        for (FoundLine& line : found.lines)
-            places.push_back(PlaceOf(std::move(line), query.root, found.path));
-        part(std::move(places));
-    };
+    return query;
+}
+
+FilesAnswer Search(const FilesQuery& query, const FilesAsked& asked, const Question& question, const FoundSink& sink)
+{
     const base::Result<FilesFound> found = SearchFiles(query, asked.open, sink, question.cancel);
     if (!found)
         return {false, question.cancel.IsCancelled() ? "" : found.Failure().Message()};
@@ -52,6 +49,31 @@ FilesAnswer FindInFiles(const FilesAsked& asked, const Question& question,
     else if (found->tooLarge > 0)
         answer.problem = std::to_string(found->tooLarge) + " files of more than 256 MB were left out.";
     return answer;
+}
+
+} // namespace
+
+FilesAnswer FindInFiles(const FilesAsked& asked, const Question& question,
+                        const std::function<void(std::vector<FoundPlace> part)>& part)
+{
+    const FilesQuery query = QueryOf(asked, question);
+    return Search(query, asked, question, [&](FoundInFile found) {
+        std::vector<FoundPlace> places;
+        places.reserve(found.lines.size());
+        for (FoundLine& line : found.lines)
+            places.push_back(PlaceOf(std::move(line), query.root, found.path));
+        part(std::move(places));
+    });
+}
+
+FilesAnswer ReplacementsInFiles(const FilesAsked& asked, const Question& question,
+                                const std::function<void(FileReplacements file)>& part)
+{
+    const FilesQuery query = QueryOf(asked, question);
+    return Search(query, asked, question, [&](FoundInFile found) {
+        part({query.root, query.root + "/" + found.path, found.path, found.textSize, found.textHash,
+              std::move(found.lines)});
+    });
 }
 
 } // namespace wren

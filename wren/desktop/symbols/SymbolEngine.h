@@ -36,7 +36,19 @@ struct Question {
 class SymbolEngine {
 public:
     // A later question of a topic cancels the earlier one.
-    enum class Topic { Place, List, Palette, Text, Meaning, Call, Completion, Directories, FoundFiles, Index };
+    enum class Topic {
+        Place,
+        List,
+        Replacement,
+        Palette,
+        Text,
+        Meaning,
+        Call,
+        Completion,
+        Directories,
+        FoundFiles,
+        Index
+    };
     using Work = std::function<void(const Question&)>;
 
     // 'wake' is called on any thread when TakeNews() has something to do.
