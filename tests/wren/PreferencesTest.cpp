@@ -104,9 +104,10 @@ TEST(Preferences, StoreALineForEachChangedValue)
     preferences.Set(NothingAsByDefault());
     EXPECT_THAT(preferences.Lines(),
                 ElementsAre("WrenFont DejaVu Sans Mono", "WrenFontSize 72", "WrenTabWidth 1", "WrenIndentWithTabs on",
-                            "WrenWrapLines on", "WrenShowBlanks on", "WrenShowScopes off", "WrenColours dark",
-                            "WrenRestoreSession off", "WrenModifiers command=alt control=control option=super",
-                            "WrenLookupClick control", "WrenJumpByMeaning off", "WrenCompletion none",
+                            "WrenWrapLines on", "WrenShowBlanks on", "WrenShowGuides on", "WrenShowScopes off",
+                            "WrenColours dark", "WrenRestoreSession off",
+                            "WrenModifiers command=alt control=control option=super", "WrenLookupClick control",
+                            "WrenJumpByMeaning off", "WrenCompletion none",
                             "WrenKeys SymbolCompletion=Ctrl+Space DeclarationLookup=F3 DefinitionLookup= GoBack= "
                             "GoForward= Mine=Ctrl+%2C"));
     std::set<std::string> names;
