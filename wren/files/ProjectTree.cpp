@@ -26,7 +26,9 @@ char Lower(char each)
 
 bool Contains(std::string_view text, std::string_view lowered)
 {
-    return !std::ranges::search(text, lowered, [](char left, char right) { return Lower(left) == right; }).empty();
+    const auto isSame = [](char left, char right) { return Lower(left) == right; };
+    return std::search(text.begin(), text.end(), lowered.begin(), lowered.end(), isSame) != text.end() ||
+           lowered.empty();
 }
 
 } // namespace

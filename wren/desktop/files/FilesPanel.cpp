@@ -23,7 +23,7 @@ constexpr int kIndent = 14; // pixels
 
 } // namespace
 
-FilesPanel::FilesPanel(FileIcons icons, QWidget* parent)
+FilesPanel::FilesPanel(const FileIcons& icons, QWidget* parent)
     : QDockWidget(tr("Files"), parent), whole(icons), found(icons), field(new QLineEdit), all(new QToolButton),
       trees(new QStackedWidget), wholeTree(NewTree(whole, tr("Files"))), foundTree(NewTree(found, tr("Found files")))
 {

@@ -21,7 +21,7 @@ namespace wren {
 class FilesPanel : public QDockWidget {
     Q_OBJECT
 public:
-    explicit FilesPanel(FileIcons icons, QWidget* parent = nullptr);
+    explicit FilesPanel(const FileIcons& icons, QWidget* parent = nullptr);
 
     void SetRoot(const std::string& path); // absolute; forgets everything
     void SetEntries(const std::string& directory, std::vector<TreeEntry> entries);
