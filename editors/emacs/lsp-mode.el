@@ -1,6 +1,7 @@
 ;;; Emacs with lsp-mode: put these lines into ~/.emacs.d/init.el.
 (require 'lsp-mode)
 (setq lsp-auto-guess-root t) ; no question for each project
+(setq lsp-diagnostics-provider :none) ; wren has none, and Flymake would run the tree's Makefile
 (lsp-register-client
  (make-lsp-client :new-connection (lsp-stdio-connection '("wren" "lsp"))
                   :activation-fn (lsp-activate-on "c" "cpp" "objective-c")
