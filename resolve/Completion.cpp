@@ -2,6 +2,7 @@
 #include "resolve/Blocks.h"
 #include "resolve/Fitness.h"
 #include "resolve/Nearby.h"
+#include "resolve/Operand.h"
 #include "resolve/Question.h"
 #include "resolve/Resolver.h"
 #include "resolve/Slot.h"
@@ -110,7 +111,7 @@ private:
 
     void Qualified()
     {
-        const size_t begin = question.GetExpressions().BeginOfOperand(before);
+        const size_t begin = BeginOfOperand(tokens, before);
         const std::string_view qualifier = begin >= before ? std::string_view() : tokens.Text(begin, before - 1);
         const unsigned line = tokens[before].line;
         const Type type = ParseType(qualifier, question.GetNames().ScopesAt(line).front(), GetWorld().TextFile());

@@ -19,10 +19,8 @@ public:
     {
     }
 
-    // Where the operand of a postfix operator begins: "a.b(c)[i]" for the '.' behind it.
-    size_t BeginOfOperand(size_t end) const;
-
-    // Of the tokens [begin, end); unknown when nothing is found out. 'depth' limits chains of declarations.
+    // Of the tokens [begin, end); unknown when nothing is found out. 'depth' limits chains of declarations. Defined
+    // with the reader, which needs the rest of this class.
     Type TypeOf(size_t begin, size_t end, int depth = 0);
 
     // Of a name that a function declares.
@@ -36,9 +34,8 @@ public:
     Type TypeOfMember(const Type& of, std::string_view name, std::optional<size_t> arguments,
                       const std::vector<Type>& written = {});
 
-    // The receiver's type of the message around a word of its selector, and the selector.
+    // Of the receiver of the message around a word of its selector.
     Type Receiver(size_t word, int depth = 0);
-    std::string SelectorAt(size_t word) const;
 
     // Of the arguments of a call.
     std::vector<Type> Passed(size_t open);
@@ -53,6 +50,7 @@ public:
 
 private:
     class Reader;
+    static constexpr int kDeepest = 12; // of expressions, declarations and initialisers within each other
 
     Type TypeFromTokens(Tokens::Range range);
     Type TypeOfMessage(const Type& receiver, const std::string& selector);

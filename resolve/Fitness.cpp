@@ -1,6 +1,7 @@
 #include "resolve/Fitness.h"
 
 #include "resolve/Blocks.h"
+#include "resolve/Operand.h"
 
 #include <algorithm>
 #include <bit>
@@ -98,7 +99,7 @@ std::string_view WithoutBasic(std::string_view leaf)
 Wanted WantedBehind(Question& question, size_t sign)
 {
     const Tokens& tokens = question.GetTokens();
-    const size_t begin = question.GetExpressions().BeginOfOperand(sign);
+    const size_t begin = BeginOfOperand(tokens, sign);
     const Token& before = tokens[begin - 1];
     if (BeginsType(tokens, begin))
         return {Wanted::Role::Type, {}};

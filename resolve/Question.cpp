@@ -1,6 +1,8 @@
 #include "resolve/Question.h"
 
 #include "resolve/Blocks.h"
+#include "resolve/Messages.h"
+#include "resolve/Operand.h"
 #include "resolve/Usage.h"
 
 #include <algorithm>
@@ -347,7 +349,7 @@ MeaningList Question::MembersOf(const Type& type, std::string_view wanted, const
 
 Type Question::ReceiverBefore(size_t sign)
 {
-    const size_t begin = expressions.BeginOfOperand(sign);
+    const size_t begin = BeginOfOperand(*tokens, sign);
     Type type = expressions.TypeOf(begin, sign);
     if ((*tokens)[sign].text == "->")
         type = expressions.BehindArrow(type);
@@ -365,7 +367,7 @@ MeaningList Question::Member(const Usage& usage)
 
 MeaningList Question::Scope(const Usage& usage)
 {
-    size_t begin = expressions.BeginOfOperand(word - 1);
+    size_t begin = BeginOfOperand(*tokens, word - 1);
     if ((*tokens)[begin].IsMark("::"))
         ++begin;
     const std::string qualifier(begin >= word - 1 ? "" : tokens->Text(begin, word - 2));
@@ -375,7 +377,7 @@ MeaningList Question::Scope(const Usage& usage)
 
 MeaningList Question::Message(const Usage& usage)
 {
-    name = expressions.SelectorAt(word);
+    name = SelectorAt(*tokens, word);
     Usage value = usage;
     value.form = Usage::Form::Value;
     value.arguments.reset();

@@ -151,6 +151,14 @@ private:
 
 } // namespace
 
+Type Type::Named(std::string_view name, symbols::FileNumber file)
+{
+    Type type;
+    type.name = name;
+    type.file = file;
+    return type;
+}
+
 std::string_view Type::Leaf() const
 {
     return LeafOf(name);

@@ -21,6 +21,9 @@ struct Type {
     std::string scope;           // in which the name is looked up, from the inside out
     symbols::FileNumber file = 0;
 
+    // The plain type of that name.
+    static Type Named(std::string_view name, symbols::FileNumber file);
+
     bool IsKnown() const { return !name.empty(); }
     std::string_view Leaf() const;
 };
