@@ -1,5 +1,6 @@
 #include "wren/cli/CommandSupport.h"
 
+#include "base/ExitStatus.h"
 #include "wren/core/ProgramOutput.h"
 #include "wren/core/TerminalText.h"
 
@@ -15,6 +16,12 @@ namespace wren {
 void Complain(const std::string& text)
 {
     std::fprintf(stderr, "wren: %s\n", ShownOn(STDERR_FILENO, text).c_str());
+}
+
+int Unusable(const base::Error& error)
+{
+    Complain(error.Message());
+    return base::exit_status::kUnusable;
 }
 
 bool WriteOrComplain(ProgramOutput& output, const std::string& text, const char* what)

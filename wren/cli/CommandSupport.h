@@ -1,6 +1,8 @@
 // Helpers shared by the program's commands.
 #pragma once
 
+#include "base/Result.h"
+
 #include <optional>
 #include <string>
 
@@ -12,6 +14,7 @@ class ProgramOutput;
 // except for WriteAsIsOrComplain().
 
 void Complain(const std::string& text); // on standard error. Any thread
+int Unusable(const base::Error& error); // complains, and gives the exit status for what cannot be used
 
 // False, after a message, when writing fails; 'what' names the text for the message ("the matches").
 bool WriteOrComplain(ProgramOutput& output, const std::string& text, const char* what);

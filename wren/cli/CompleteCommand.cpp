@@ -14,7 +14,8 @@ namespace wren {
 
 namespace {
 
-constexpr const char* kFooter = R"(The caret is before the character of that column, 1 being the line's first. Without a
+constexpr const char* kCompleteHelp =
+    R"(The caret is before the character of that column, 1 being the line's first. Without a
 column it is at the end of the line. The name, the qualified name or the selector that
 ends at the caret is completed.
 
@@ -75,7 +76,7 @@ void SayWhyNothing(const CompleteWords& words, const CompleteResult& result)
         Complain(problem);
 }
 
-int Report(ProgramOutput& output, const CompleteWords& words, const CompleteResult& result)
+int ReportCompletion(ProgramOutput& output, const CompleteWords& words, const CompleteResult& result)
 {
     using Outcome = CompleteResult::Outcome;
     switch (result.outcome) {
@@ -109,7 +110,7 @@ int RunComplete(CompleteWords& words)
     words.options.place = *place;
     ProgramOutput output;
     const CompleteResult result = Complete(words.options);
-    return Report(output, words, result);
+    return ReportCompletion(output, words, result);
 }
 
 } // namespace
@@ -125,7 +126,7 @@ void AddCompleteCommand(CLI::App& app, int* status)
     command->add_flag("--edit", words->edit, "Print the whole completed line, not only the word")
         ->excludes(whileTyping);
     AddTagsOptions(*command, words->options.tags);
-    command->footer(kFooter);
+    command->footer(kCompleteHelp);
     command->callback([words, status] { *status = RunComplete(*words); });
 }
 

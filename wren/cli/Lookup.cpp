@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using Outcome = LookupResult::Outcome;
+using Found = LookupResult::Outcome;
 
 struct Question {
     BEntry directory; // where the search for tags files starts
@@ -79,12 +79,12 @@ LookupResult LookUp(const LookupOptions& options)
         return result;
     result.directory = question->shownDirectory;
     if (!files.FindFrom(question->directory)) {
-        result.outcome = Outcome::NoTags;
+        result.outcome = Found::NoTags;
     } else if (!question->pattern) {
-        result.outcome = Outcome::NothingThere;
+        result.outcome = Found::NothingThere;
     } else {
         result.matches = MatchesOf(*question->pattern, options.wanted, files);
-        result.outcome = result.matches.empty() ? Outcome::NoMatch : Outcome::Matches;
+        result.outcome = result.matches.empty() ? Found::NoMatch : Found::Matches;
     }
     return result;
 }

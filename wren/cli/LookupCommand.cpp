@@ -15,7 +15,7 @@ namespace wren {
 
 namespace {
 
-constexpr const char* kFooter = R"(Matches are printed as "path:line: item", as compilers and grep do, at most 41.
+constexpr const char* kLookupHelp = R"(Matches are printed as "path:line: item", as compilers and grep do, at most 41.
 Without a column, the first identifier of the line is looked up. One symbol may match
 functions, classes, macros and selectors. A qualified name matches from its inner end
 ("Inner::f" finds "Outer::Inner::f"), and template arguments are ignored.
@@ -73,7 +73,7 @@ int PrintMatches(ProgramOutput& output, const std::vector<Match>& matches)
     return base::exit_status::kDone;
 }
 
-int Report(ProgramOutput& output, const LookupOptions& options, const LookupResult& result)
+int ReportMatches(ProgramOutput& output, const LookupOptions& options, const LookupResult& result)
 {
     using Outcome = LookupResult::Outcome;
     switch (result.outcome) {
@@ -97,7 +97,7 @@ int Report(ProgramOutput& output, const LookupOptions& options, const LookupResu
 }
 
 // Turns the words into options; false, after a message, when they are invalid.
-bool Understand(LookupWords& words)
+bool UnderstandLookup(LookupWords& words)
 {
     if (words.place.empty() == words.symbol.empty()) {
         Complain("give either FILE:LINE[:COLUMN] or --symbol NAME; see wren lookup --help");
@@ -124,11 +124,11 @@ bool Understand(LookupWords& words)
 
 int RunLookup(LookupWords& words)
 {
-    if (!Understand(words))
+    if (!UnderstandLookup(words))
         return base::exit_status::kUnusable;
     ProgramOutput output;
     const LookupResult result = LookUp(words.options);
-    return Report(output, words.options, result);
+    return ReportMatches(output, words.options, result);
 }
 
 } // namespace
@@ -144,7 +144,7 @@ void AddLookupCommand(CLI::App& app, int* status)
     CLI::Option* declaration = command->add_flag("--declaration", words->declaration, "Declarations only");
     command->add_flag("--definition", words->definition, "Definitions only")->excludes(declaration);
     AddTagsOptions(*command, words->options.tags);
-    command->footer(kFooter);
+    command->footer(kLookupHelp);
     command->callback([words, status] { *status = RunLookup(*words); });
 }
 

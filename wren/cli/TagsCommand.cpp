@@ -29,7 +29,7 @@ namespace fs = std::filesystem;
 
 constexpr unsigned kMostJobs = 1024;
 
-constexpr const char* kFooter =
+constexpr const char* kTagsHelp =
     R"(Without --system, the tags of DIR go into the file "tags" in it, and are used for every
 source file in DIR and below. The tags of the system's headers go into
 ~/Library/Caches/SystemHeaderTags, and are used everywhere. DIR and --system together
@@ -86,7 +86,7 @@ std::optional<std::string> UsableDirectory(const std::string& directory)
 }
 
 // Completes and checks the words; false, after a message, when they cannot be used.
-bool Understand(TagsWords& words)
+bool UnderstandTags(TagsWords& words)
 {
     if (!words.home.empty())
         words.home = fs::absolute(words.home);
@@ -159,7 +159,7 @@ int MakeAll(PluginBundle& bundle, const TagsWords& words, ProgramOutput& output,
 
 int RunTags(TagsWords& words)
 {
-    if (!Understand(words))
+    if (!UnderstandTags(words))
         return base::exit_status::kUnusable;
     SetEnvironment(words);
     ProgramOutput output;
@@ -194,7 +194,7 @@ void AddTagsCommand(CLI::App& app, int* status)
         ->check(CLI::ExistingFile);
     command->add_option("--home", words->home, "The home directory (default: $HOME)");
     command->add_option("--bundle", words->bundle, "The plug-in's bundle (default: the one beside this program)");
-    command->footer(kFooter);
+    command->footer(kTagsHelp);
     command->callback([words, status] { *status = RunTags(*words); });
 }
 

@@ -14,7 +14,7 @@ namespace wren {
 
 namespace {
 
-constexpr const char* kFooter =
+constexpr const char* kExplainHelp =
     R"(Prints what the text around the name was taken for, and the steps that led to the answer. If
 an answer is wrong, send this with your report: it contains names and paths of your sources,
 so read it first.
@@ -61,7 +61,7 @@ void AddExplainCommand(CLI::App& app, int* status)
     command->add_option("place", words->place, "Where the name stands: FILE:LINE[:COLUMN]")->required();
     AddTreeOptions(*command, words->common);
     AddNoSystemOption(*command, words->common);
-    command->footer(kFooter);
+    command->footer(kExplainHelp);
     command->callback([words, status] { *status = RunExplain(*words); });
 }
 

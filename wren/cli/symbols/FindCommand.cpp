@@ -22,9 +22,9 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr size_t kMostMatches = 100;
-constexpr const char* kWhat = "the matches";
+constexpr const char* kMatches = "the matches";
 
-constexpr const char* kFooter = R"(Prints the symbols whose names contain the pattern's letters in that order, each as
+constexpr const char* kFindHelp = R"(Prints the symbols whose names contain the pattern's letters in that order, each as
 "path:line: kind name", best first: word starts and name starts come before others, then
 shorter names. Case counts only if the pattern contains a capital. "Outer::na" also asks for
 letters of the scope, and "path/na" for letters of the path.
@@ -115,7 +115,7 @@ int FindRun::Answer() const
         Complain("no symbol matches \"" + words.pattern + "\"");
         return base::exit_status::kNothing;
     }
-    if (!WriteAsIsOrComplain(output, Lines(*snapshot, matches), kWhat))
+    if (!WriteAsIsOrComplain(output, Lines(*snapshot, matches), kMatches))
         return base::exit_status::kUnusable;
     if (matches.more)
         Complain("these are the best " + std::to_string(matches.found.size()) + "; there are more (--limit)");
@@ -137,7 +137,7 @@ std::string FindRun::InputAnswer(const std::string& pattern) const
 int FindRun::AnswerInput() const
 {
     for (std::string pattern; std::getline(std::cin, pattern);)
-        if (!WriteAsIsOrComplain(output, InputAnswer(pattern), kWhat))
+        if (!WriteAsIsOrComplain(output, InputAnswer(pattern), kMatches))
             return base::exit_status::kUnusable;
     return base::exit_status::kDone;
 }
@@ -168,7 +168,7 @@ void AddFindCommand(CLI::App& app, int* status)
     AddAnswerOptions(*command, words->common);
     AddTreeOptions(*command, words->common);
     command->add_flag("--system", words->common.index.withSystem, "Also find symbols in the headers of the system");
-    command->footer(kFooter);
+    command->footer(kFindHelp);
     command->callback([words, status] { *status = RunFind(*words); });
 }
 

@@ -23,7 +23,7 @@ namespace {
 constexpr size_t kDepth = 3;
 constexpr size_t kMostNodes = 100;
 
-constexpr const char* kFooter =
+constexpr const char* kGraphHelp =
     R"(Prints a graph in Graphviz' language, or has Graphviz draw it. What is drawn begins at NAME:
 
     includes FILE    the files that it includes; with --up, the files that include it
@@ -90,12 +90,6 @@ Graph GraphFor(const GraphWords& words, symbols::Workspace& workspace)
     return words.what == "calls" ? CallsGraph(words, workspace, *snapshot) : ClassesGraph(words, *snapshot);
 }
 
-int Unusable(const base::Error& error)
-{
-    Complain(error.Message());
-    return base::exit_status::kUnusable;
-}
-
 // Arrows lead from the including file, the calling function and the derived class.
 bool PointsToStart(const GraphWords& words)
 {
@@ -150,7 +144,7 @@ void AddGraphCommand(CLI::App& app, int* status)
         ->check(CLI::IsMember({"dot", "svg", "png"}));
     AddTreeOptions(*command, words->common);
     command->add_flag("--system", words->common.index.withSystem, "Also with the headers of the system");
-    command->footer(kFooter);
+    command->footer(kGraphHelp);
     command->callback([words, status] { *status = RunGraph(*words); });
 }
 

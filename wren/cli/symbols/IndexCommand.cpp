@@ -10,7 +10,7 @@ namespace wren {
 
 namespace {
 
-constexpr const char* kFooter =
+constexpr const char* kIndexHelp =
     R"(Makes the index of the project that DIR belongs to, or brings it up to date: only changed files
 are parsed. The project is the nearest directory at or above DIR with "tags", ".git", ".hg",
 ".jj", "compile_commands.json" or ".wren" in it; otherwise DIR itself. Other commands do the
@@ -57,7 +57,7 @@ void AddIndexCommand(CLI::App& app, int* status)
     show->excludes(watch)->excludes(remove)->excludes(out)->excludes(in);
     remove->excludes(watch)->excludes(out)->excludes(in);
     watch->excludes(out);
-    command->footer(kFooter);
+    command->footer(kIndexHelp);
     command->callback([words, status] { *status = RunIndex(*words); });
 }
 

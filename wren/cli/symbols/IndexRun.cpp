@@ -21,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 namespace status = base::exit_status;
 
-constexpr const char* kWhat = "what was done";
+constexpr const char* kReport = "what was done";
 
 std::string Counted(size_t number, const char* noun)
 {
@@ -71,7 +71,7 @@ private:
     void CancelOnSignal();
     void EndIfInterrupted();
     int Failed(const base::Error& error);
-    bool Say(const std::string& text) { return WriteOrComplain(output, text + "\n", kWhat); }
+    bool Say(const std::string& text) { return WriteOrComplain(output, text + "\n", kReport); }
     bool Summarize(const symbols::UpdateResult& result, double seconds);
 
     const IndexWords& words;
@@ -241,12 +241,6 @@ int IndexRun::Failed(const base::Error& error)
 {
     Complain(error.Message());
     return status::kNothing;
-}
-
-int Unusable(const base::Error& error)
-{
-    Complain(error.Message());
-    return status::kUnusable;
 }
 
 } // namespace

@@ -28,9 +28,9 @@ namespace {
 using Json = nlohmann::ordered_json;
 using Source = tagging::ParsedSource;
 
-constexpr const char* kWhat = "the outline";
+constexpr const char* kOutline = "the outline";
 
-constexpr const char* kFooter =
+constexpr const char* kOutlineHelp =
     R"(Prints the symbols of a source file, a line each: the line number, and indented by its depth
 the kind and the name. "-" reads the source from standard input. No index is needed.
 
@@ -142,7 +142,7 @@ int RunOutline(const OutlineWords& words)
         Complain("there is no symbol in " + words.file);
         return base::exit_status::kNothing;
     }
-    return WriteOrComplain(output, Text(OutlineOf((*source)->symbols), words.json), kWhat)
+    return WriteOrComplain(output, Text(OutlineOf((*source)->symbols), words.json), kOutline)
                ? base::exit_status::kDone
                : base::exit_status::kUnusable;
 }
@@ -157,7 +157,7 @@ void AddOutlineCommand(CLI::App& app, int* status)
     command->add_option("--language", words->language, "C, C++, Objective-C or Objective-C++ (default: by the name)")
         ->transform(CLI::IsMember(kSuffixes, CLI::ignore_case));
     command->add_flag("--json", words->json, "Print JSON, an object a line");
-    command->footer(kFooter);
+    command->footer(kOutlineHelp);
     command->callback([words, status] { *status = RunOutline(*words); });
 }
 

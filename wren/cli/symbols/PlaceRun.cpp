@@ -18,7 +18,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-constexpr const char* kWhat = "the answers";
+constexpr const char* kAnswers = "the answers";
 
 Json AnswerJson(const std::string& place, const base::Result<PlaceLines>& lines)
 {
@@ -119,22 +119,22 @@ bool PlaceRun::WriteLines(const PlaceLines& lines)
 bool PlaceRun::Write(const PlaceLine& line)
 {
     if (words.json)
-        return WriteAsIsOrComplain(output, JsonLine(JsonOf(line)), kWhat);
+        return WriteAsIsOrComplain(output, JsonLine(JsonOf(line)), kAnswers);
     const bool terminal = output.IsTerminal();
     const std::string path = ShownPath(line.path, current);
     const std::string place = ShownPlace(terminal ? ForTerminal(path) : path, line.line, line.column, colour);
     return WriteAsIsOrComplain(output, place + ": " + (terminal ? ForTerminal(line.source) : line.source) + "\n",
-                               kWhat);
+                               kAnswers);
 }
 
 // An empty line ends the answer, or the answer is one line of JSON.
 bool PlaceRun::WriteAnswerToInput(const std::string& place, const base::Result<PlaceLines>& lines)
 {
     if (words.json)
-        return WriteAsIsOrComplain(output, JsonLine(AnswerJson(place, lines)), kWhat);
+        return WriteAsIsOrComplain(output, JsonLine(AnswerJson(place, lines)), kAnswers);
     if (!lines)
         Complain(lines.Failure().Message());
-    return (!lines || WriteLines(*lines)) && WriteAsIsOrComplain(output, "\n", kWhat);
+    return (!lines || WriteLines(*lines)) && WriteAsIsOrComplain(output, "\n", kAnswers);
 }
 
 } // namespace wren
