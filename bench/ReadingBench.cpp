@@ -203,9 +203,9 @@ private:
     }
     std::string Outline()
     {
-        Symbols().GoToSymbolOfText();
+        Symbols().Palettes().GoToSymbolOfText();
         Answered();
-        Symbols().ThePalette().Close();
+        Symbols().Palettes().ThePalette().Close();
         return Place();
     }
     std::string LettersIn(wren::Palette& palette)
@@ -221,13 +221,13 @@ private:
     }
     std::string GoToSymbol()
     {
-        Symbols().GoToSymbol();
-        return LettersIn(Symbols().ThePalette());
+        Symbols().Palettes().GoToSymbol();
+        return LettersIn(Symbols().Palettes().ThePalette());
     }
     std::string GoToFile()
     {
-        Symbols().GoToFile();
-        return LettersIn(Symbols().ThePalette());
+        Symbols().Palettes().GoToFile();
+        return LettersIn(Symbols().Palettes().ThePalette());
     }
     std::string FindNext()
     {

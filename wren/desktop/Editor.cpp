@@ -239,7 +239,7 @@ void Editor::ConnectWindow()
             [this] { menus->BindKeys(preferences.Values().keys); });
     if (symbols != nullptr)
         connect(preferenceActions.get(), &PreferenceActions::KeysChosen, symbols.get(), [this] {
-            symbols->ShowScopes(preferences.Values().showsScopes);
+            symbols->Outlines().ShowScopes(preferences.Values().showsScopes);
             symbols->Completion().Use(preferences.Values().completion);
         });
     preferenceActions->menuKeys = [this] { return menus->OwnKeys(); };
@@ -258,7 +258,7 @@ void Editor::ConnectPlugin(const DesktopOptions& options)
     face->onOpenMatch = options.openMatch;
     if (!face->onOpenMatch)
         face->onOpenMatch = [this](const std::string& path, long line) {
-            symbols != nullptr ? symbols->OpenMatch(path, line) : places->OpenMatch(path, line);
+            symbols != nullptr ? symbols->TheLanding().GoToMatch(path, line) : places->OpenMatch(path, line);
         };
     if (options.raisesWorksheet) // when the plug-in call is over that appends to it
         face->onWorksheetGrown = [this] { QTimer::singleShot(0, documents.get(), &DocumentActions::OpenWorksheet); };
@@ -302,7 +302,7 @@ void Editor::Show(const std::vector<Place>& wanted)
     if (host->Current() == nullptr)
         documents->New();
     host->AllDocuments().FollowFrame();
-    window->Tabs().CurrentView()->setFocus();
+    window->Tabs().FocusCurrent();
     welcome->Update();
 }
 
@@ -312,7 +312,7 @@ void Editor::RestorePanels()
     window->restoreState(QByteArray::fromBase64(QByteArray::fromStdString(session->State().layout)));
     for (const std::string& panel : session->State().panels) {
         if (panel == "outline" && symbols != nullptr)
-            symbols->ShowOutline(true);
+            symbols->Outlines().Show(true);
         if (panel == "files" && filesActions != nullptr)
             filesActions->Show(true);
     }

@@ -204,7 +204,7 @@ void EditorMenus::FillGo(QMenu* menu)
     const auto step = [this](int steps) {
         EditorTabs& tabs = parts.window.Tabs();
         tabs.setCurrentIndex((tabs.currentIndex() + steps + tabs.count()) % tabs.count());
-        tabs.currentWidget()->setFocus();
+        tabs.FocusCurrent();
     };
     Add(menu, tr("&Next Document"), "", {QKeySequence(tr("Ctrl+PgDown"))}, [step] { step(1); });
     Add(menu, tr("&Previous Document"), "", {QKeySequence(tr("Ctrl+PgUp"))}, [step] { step(-1); });
@@ -227,12 +227,13 @@ void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)
     Add(menu, tr("Ne&xt Match"), "", {QKeySequence(tr("F4"))}, [&symbols] { symbols.Step(false); });
     Add(menu, tr("Pre&vious Match"), "", {QKeySequence(tr("Shift+F4"))}, [&symbols] { symbols.Step(true); });
     menu->addSeparator();
-    Add(menu, tr("Go to &Symbol\u2026"), "", {QKeySequence(tr("Ctrl+T"))}, [&symbols] { symbols.GoToSymbol(); });
-    Add(menu, tr("Go to F&ile\u2026"), "", {QKeySequence(tr("Ctrl+P"))}, [&symbols] { symbols.GoToFile(); });
+    Add(menu, tr("Go to &Symbol\u2026"), "", {QKeySequence(tr("Ctrl+T"))},
+        [&symbols] { symbols.Palettes().GoToSymbol(); });
+    Add(menu, tr("Go to F&ile\u2026"), "", {QKeySequence(tr("Ctrl+P"))}, [&symbols] { symbols.Palettes().GoToFile(); });
     Add(menu, tr("Go to Symbol of This &Text\u2026"), "", {QKeySequence(tr("Ctrl+Shift+O"))},
-        [&symbols] { symbols.GoToSymbolOfText(); });
+        [&symbols] { symbols.Palettes().GoToSymbolOfText(); });
     Add(menu, tr("Go to Symbol of This Sc&ope\u2026"), "", {QKeySequence(tr("Ctrl+Shift+J"))},
-        [&symbols] { symbols.OpenScope(); });
+        [&symbols] { symbols.Outlines().OpenScope(); });
     AddIndex(menu, symbols);
 }
 
@@ -282,8 +283,8 @@ void EditorMenus::AddOutline(QMenu* menu, SymbolActions& symbols)
     menu->addSeparator();
     QAction* outline = Add(menu, tr("&Outline"), "", {QKeySequence(tr("Ctrl+Shift+L"))}, nullptr);
     outline->setCheckable(true);
-    connect(outline, &QAction::triggered, this, [&symbols](bool shown) { symbols.ShowOutline(shown); });
-    connect(&symbols, &SymbolActions::OutlineShown, outline, &QAction::setChecked);
+    connect(outline, &QAction::triggered, this, [&symbols](bool shown) { symbols.Outlines().Show(shown); });
+    connect(&symbols.Outlines(), &OutlineActions::Shown, outline, &QAction::setChecked);
 }
 
 void EditorMenus::FillWorksheet(QMenu* menu)

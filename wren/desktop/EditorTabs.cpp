@@ -94,6 +94,12 @@ void EditorTabs::Raise(long document)
     view->setFocus();
 }
 
+void EditorTabs::FocusCurrent()
+{
+    if (CodeView* view = CurrentView())
+        view->setFocus();
+}
+
 CodeView* EditorTabs::ViewOf(long document) const
 {
     const auto found = views.find(document);

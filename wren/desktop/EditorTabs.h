@@ -22,6 +22,7 @@ public:
     CodeView* Add(long document, const EditorLook& look); // a tab behind the others, not raised
     void Remove(long document);
     void Raise(long document); // and gives it the keyboard
+    void FocusCurrent();       // gives the keyboard to the current view, if there is one
 
     CodeView* ViewOf(long document) const; // null when there is none
     CodeView* CurrentView() const;         // null when there is none

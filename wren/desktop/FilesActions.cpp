@@ -41,7 +41,7 @@ FilesPanel& FilesActions::Panel()
     connect(panel, &FilesPanel::LettersTyped, this, &FilesActions::AskFound);
     connect(panel, &FilesPanel::AllSwitched, this, &FilesActions::Refresh);
     connect(panel, &FilesPanel::Chosen, this, &FilesActions::Open);
-    connect(panel, &FilesPanel::Left, this, &FilesActions::GiveKeyboardBack);
+    connect(panel, &FilesPanel::Left, &parts.window.Tabs(), &EditorTabs::FocusCurrent);
     connect(panel, &FilesPanel::visibilityChanged, this, [this] {
         emit PanelShown(panel->isVisible());
         Follow();
@@ -64,7 +64,7 @@ void FilesActions::Show(bool shown)
 {
     Panel().setVisible(shown);
     if (!shown)
-        return GiveKeyboardBack();
+        return parts.window.Tabs().FocusCurrent();
     Panel().raise();
     Panel().setFocus();
 }
@@ -165,13 +165,7 @@ void FilesActions::AskFound()
 void FilesActions::Open(const std::string& file)
 {
     parts.places.OpenMatch(root + "/" + file, 0);
-    GiveKeyboardBack();
-}
-
-void FilesActions::GiveKeyboardBack()
-{
-    if (CodeView* view = parts.window.Tabs().CurrentView())
-        view->setFocus();
+    parts.window.Tabs().FocusCurrent();
 }
 
 } // namespace wren

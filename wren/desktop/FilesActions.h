@@ -48,7 +48,6 @@ private:
     void AskFound();
     void Heard(const std::string& path, const std::string& projectRoot);
     void Open(const std::string& file);
-    void GiveKeyboardBack();
 
     const Parts parts;
     FilesPanel* panel = nullptr;

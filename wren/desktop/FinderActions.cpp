@@ -49,10 +49,7 @@ FilesFindBar& FinderActions::Bar()
         window.splitDockWidget(bar, &symbols.Matches(), Qt::Vertical);
     connect(bar, &FilesFindBar::Asked, this, &FinderActions::Find);
     connect(bar, &FilesFindBar::PreviewAsked, this, &FinderActions::Preview);
-    connect(bar, &FilesFindBar::Left, this, [this] {
-        if (CodeView* view = window.Tabs().CurrentView())
-            view->setFocus();
-    });
+    connect(bar, &FilesFindBar::Left, &window.Tabs(), &EditorTabs::FocusCurrent);
     return *bar;
 }
 

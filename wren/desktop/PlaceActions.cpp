@@ -57,7 +57,7 @@ void PlaceActions::GoToLine()
         return;
     places.Left(Here());
     tabs.CurrentView()->GoToLine(line);
-    tabs.CurrentView()->setFocus();
+    tabs.FocusCurrent();
     emit Went();
 }
 

@@ -31,17 +31,14 @@ ReplacePanel& ReplaceActions::Panel()
     window.addDockWidget(Qt::BottomDockWidgetArea, panel);
     window.tabifyDockWidget(&symbols.Matches(), panel); // below the bar
     connect(panel, &ReplacePanel::ReplaceAsked, this, &ReplaceActions::Apply);
-    connect(panel, &ReplacePanel::Left, this, [this] {
-        if (CodeView* view = window.Tabs().CurrentView())
-            view->setFocus();
-    });
+    connect(panel, &ReplacePanel::Left, &window.Tabs(), &EditorTabs::FocusCurrent);
     connect(panel, &ReplacePanel::Chosen, this, [this](const FileReplacements& file, const FoundLine& line) {
         FoundPlace place;
         place.path = file.path;
         place.line = line.line;
         place.column = line.column;
         place.nameSize = line.size;
-        symbols.Land(place);
+        symbols.TheLanding().GoTo(place);
     });
     return *panel;
 }

@@ -31,7 +31,7 @@ protected:
     std::vector<std::string> SymbolsLike(const char* letters)
     {
         Press("Ctrl+T");
-        wren::Palette& palette = Symbols().ThePalette();
+        wren::Palette& palette = Symbols().Palettes().ThePalette();
         QTest::keyClicks(palette.findChild<QLineEdit*>(), letters);
         Answered();
         std::vector<std::string> names;

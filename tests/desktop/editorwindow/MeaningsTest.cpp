@@ -18,7 +18,7 @@ namespace {
 
 class Meanings : public MeaningsStory {
 protected:
-    wren::Palette& Palette() { return Symbols().ThePalette(); }
+    wren::Palette& Palette() { return Symbols().Palettes().ThePalette(); }
     QLineEdit& Field() { return *Palette().findChild<QLineEdit*>(); }
     // Types letters into the palette until it lists something: what an index has comes when it is there.
     std::vector<std::string> Offered(const char* letters)
@@ -198,7 +198,7 @@ TEST_F(Meanings, TheOutlineShowsTheTextAsItIsAndFollowsTheCaret)
     StartAt("class Pen {\n    void Draw();\n};\n|\nint First() { return 1; }\n");
     Press("Ctrl+Shift+L");
     Answered();
-    wren::OutlinePanel& outline = Symbols().Outline();
+    wren::OutlinePanel& outline = Symbols().Outlines().Panel();
     const auto names = [&] {
         std::vector<std::string> rows;
         for (const wren::PaletteItem& item : outline.Items())
@@ -221,7 +221,7 @@ TEST_F(Meanings, AClickOrEnterInTheOutlineGoesToTheSymbol)
     StartAt("|class Pen {\n    void Draw();\n};\nint First() { return 1; }\n");
     Press("Ctrl+Shift+L");
     Answered();
-    auto* filter = Symbols().Outline().findChild<QLineEdit*>();
+    auto* filter = Symbols().Outlines().Panel().findChild<QLineEdit*>();
     EXPECT_EQ(QApplication::focusWidget(), filter);
     QTest::keyClicks(filter, "fir");
     QTest::keyClick(filter, Qt::Key_Down);
@@ -229,7 +229,7 @@ TEST_F(Meanings, AClickOrEnterInTheOutlineGoesToTheSymbol)
     EXPECT_EQ(Place(), "draw.cpp:4:5");
     EXPECT_EQ(QApplication::focusWidget(), &View());
     Press("Ctrl+Shift+L");
-    EXPECT_FALSE(Symbols().Outline().isVisible());
+    EXPECT_FALSE(Symbols().Outlines().Panel().isVisible());
 }
 
 TEST_F(Meanings, EnterWaitsForTheAnswerToTheLatestLetters)

@@ -15,9 +15,9 @@ protected:
     Names Path()
     {
         Names path;
-        if (Symbols().Scopes() == nullptr)
+        if (Symbols().Outlines().Scopes() == nullptr)
             return path;
-        for (const QString& scope : Symbols().Scopes()->Path())
+        for (const QString& scope : Symbols().Outlines().Scopes()->Path())
             path.push_back(scope.toStdString());
         return path;
     }
@@ -28,13 +28,13 @@ protected:
     Names Offered()
     {
         Names names;
-        for (const wren::PaletteItem& item : Symbols().ThePalette().Items())
+        for (const wren::PaletteItem& item : Symbols().Palettes().ThePalette().Items())
             names.push_back(item.name);
         return names;
     }
     void Click(int number)
     {
-        QTest::mouseClick(Symbols().Scopes()->findChildren<QToolButton*>()[number], Qt::LeftButton);
+        QTest::mouseClick(Symbols().Outlines().Scopes()->findChildren<QToolButton*>()[number], Qt::LeftButton);
         Answered();
     }
 };
@@ -62,7 +62,7 @@ TEST_F(Scopes, AClickListsWhatStandsBesideAndEnterGoesThere)
     ASSERT_TRUE(Becomes({"draw", "Pen", "Width"}));
     Click(1);
     EXPECT_EQ(Offered(), (Names{"Pen", "Ink"}));
-    auto* field = Symbols().ThePalette().findChild<QLineEdit*>();
+    auto* field = Symbols().Palettes().ThePalette().findChild<QLineEdit*>();
     QTest::keyClicks(field, "ik");
     EXPECT_EQ(Offered(), (Names{"Ink"}));
     QTest::keyClick(field, Qt::Key_Return);
@@ -82,20 +82,20 @@ TEST_F(Scopes, AKeyListsWhatStandsBesideTheInnermost)
 TEST_F(Scopes, ThePreferenceAndOtherFilesShowNone)
 {
     StartAt(kText);
-    ASSERT_NE(Symbols().Scopes(), nullptr);
+    ASSERT_NE(Symbols().Outlines().Scopes(), nullptr);
     InPreferences([](QWidget& dialog) { Tick(dialog, "Show the scopes of the caret above the text"); });
-    EXPECT_EQ(Symbols().Scopes(), nullptr);
+    EXPECT_EQ(Symbols().Outlines().Scopes(), nullptr);
     InPreferences([](QWidget& dialog) { Tick(dialog, "Show the scopes of the caret above the text"); });
     EXPECT_TRUE(Becomes({"draw", "Pen", "Width"}));
     Start({home.Write("project/notes.txt", "class Pen {};\n")});
-    EXPECT_EQ(Symbols().Scopes(), nullptr);
+    EXPECT_EQ(Symbols().Outlines().Scopes(), nullptr);
 }
 
 TEST_F(Scopes, TheBarTakesItsRoomFromTheText)
 {
     StartAt(kText);
     ASSERT_TRUE(Becomes({"draw", "Pen", "Width"}));
-    const QRect bar = Symbols().Scopes()->geometry();
+    const QRect bar = Symbols().Outlines().Scopes()->geometry();
     EXPECT_GE(View().viewport()->geometry().top(), bar.bottom());
     EXPECT_EQ(bar.width(), View().width() - 2 * View().frameWidth());
 }
