@@ -52,6 +52,28 @@ TEST(IndexOfGit, TakesAnIgnoredFileOnceItIsTracked)
     EXPECT_EQ(story.AnswerFor("a"), "a: a.c:1 in a.c");
 }
 
+TEST(IndexOfGit, TakesSubmodulesWithTheirOwnIgnoreRules)
+{
+    if (!GitRepository::IsPossible())
+        GTEST_SKIP() << "git is not installed";
+    const GitRepository library({}, "library");
+    library.Write(".gitignore", "made.c\n");
+    library.Write("b.c", "int b;\n");
+    library.Commit("one");
+    const GitRepository repository;
+    repository.Write("a.c", "int a;\n");
+    const ProgramRun added =
+        repository.Run({"-c", "protocol.file.allow=always", "submodule", "--quiet", "add", library.Top(), "library"});
+    ASSERT_EQ(added.status, 0) << added.errors;
+    repository.Write("library/made.c", "int made;\n");
+    repository.Commit("with a submodule");
+    IndexStory story(repository.Top());
+    story.Update();
+    EXPECT_EQ(story.AnswerFor("a"), "a: a.c:1 in a.c");
+    EXPECT_EQ(story.AnswerFor("b"), "b: library/b.c:1 in library/b.c");
+    EXPECT_EQ(story.AnswerFor("made"), "made: in");
+}
+
 // Everything in a configuration that makes git start programs.
 TEST(IndexOfGit, RunsNothingThatTheTreeNames)
 {

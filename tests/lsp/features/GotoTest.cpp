@@ -29,6 +29,19 @@ FeatureOptions WithLinks()
     return options;
 }
 
+// A byte of Latin-1 stands before the name, in a file that is not open.
+TEST(Goto, AByteThatIsNotUtf8CountsOneInEitherEncoding)
+{
+    for (const char* encoding : {"utf-16", "utf-8"}) {
+        FeatureOptions options;
+        options.capabilities["general"]["positionEncodings"] = {encoding};
+        const FeatureFixture fixture("== latin.c\n/* Gr\xfc\xdf"
+                                     "e */ int area;\n== main.c\nextern int area; int x = ar|ea;\n",
+                                     options);
+        EXPECT_EQ(fixture.Places(fixture.Ask("textDocument/definition")), Places{"latin.c:0:16-0:20"}) << encoding;
+    }
+}
+
 TEST(Goto, ADefinitionIsFoundInAnotherFile)
 {
     ExpectMarks(

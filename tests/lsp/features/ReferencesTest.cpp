@@ -54,6 +54,15 @@ TEST(References, ComeInPartsWhenThereAreMany)
     EXPECT_EQ(inParts, 1501U);
 }
 
+TEST(References, AreAllListedUpToTenThousand)
+{
+    std::string text = "int n|;\n";
+    for (int i = 0; i < 9'999; ++i)
+        text += "int a = n;\n";
+    const FeatureFixture fixture(text);
+    EXPECT_EQ(ReferencesIn(fixture, true).size(), 10'000U);
+}
+
 TEST(References, OfNoNameThereAreNone)
 {
     const FeatureFixture fixture("int n; // n|\n");
