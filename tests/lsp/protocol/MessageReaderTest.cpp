@@ -107,4 +107,28 @@ TEST(ParsedMessage, RefusesWhatIsNestedTooDeeply)
     EXPECT_TRUE(wren::lsp::ParsedMessage("\"" + brackets + "\"").is_string());
 }
 
+TEST(ParsedMessage, ReadsHalfAPairOfSurrogates)
+{
+    const struct {
+        const char* why;
+        const char* text;
+        const char* read; // "" for what is not JSON
+    } kCases[] = {
+        {"a whole pair", R"("\ud83d\ude00")", "\U0001F600"},
+        {"the first half", R"("a\ud83db")", "a\uFFFDb"},
+        {"the first half at the end", R"("\uD83D")", "\uFFFD"},
+        {"the second half", R"("\ude00b")", "\uFFFDb"},
+        {"two first halves and a second one", R"("\ud83d\ud83d\ude00")", "\uFFFD\U0001F600"},
+        {"the halves in the wrong order", R"("\ude00\ud83d")", "\uFFFD\uFFFD"},
+        {"a half before another escape", R"("\ud83d\n\u0041")", "\uFFFD\nA"},
+        {"an escaped backslash before a half", R"("\\ud83d\ud83d")", "\\ud83d\uFFFD"},
+        {"an escape that is cut", R"("\ud83d\ud8")", ""},
+        {"digits that are none", R"("\ud83d\udxyz")", ""},
+    };
+    for (const auto& each : kCases) {
+        const wren::lsp::Json read = wren::lsp::ParsedMessage(each.text);
+        EXPECT_EQ(read.is_string() ? read.get<std::string>() : "", each.read) << each.why;
+    }
+}
+
 } // namespace

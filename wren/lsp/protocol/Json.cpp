@@ -1,11 +1,14 @@
 #include "wren/lsp/protocol/Json.h"
 
 #include <algorithm>
+#include <charconv>
 #include <string_view>
 
 namespace wren::lsp {
 
 namespace {
+
+constexpr size_t kUnitEscape = 6; // the length of "\\u1234"
 
 // Of lists and objects. Whether the text is JSON at all, the parser says.
 size_t DepthOf(std::string_view text)
@@ -27,12 +30,49 @@ size_t DepthOf(std::string_view text)
     return deepest;
 }
 
+// The unit of UTF-16 that the escape at 'at' names; 0 where there is no such escape.
+unsigned EscapedUnit(std::string_view text, size_t at)
+{
+    unsigned unit = 0;
+    if (!text.substr(at).starts_with("\\u") || at + kUnitEscape > text.size())
+        return 0;
+    const char* const end = text.data() + at + kUnitEscape;
+    return std::from_chars(end - 4, end, unit, 16).ptr == end ? unit : 0;
+}
+
+bool IsHigh(unsigned unit)
+{
+    return unit >= 0xd800 && unit < 0xdc00;
+}
+
+bool IsLow(unsigned unit)
+{
+    return unit >= 0xdc00 && unit < 0xe000;
+}
+
+// Half a pair of surrogates, as an editor has it whose text was cut in the middle of a character, becomes U+FFFD: the
+// parser would refuse the whole message. Both count as one unit of UTF-16.
+std::string WithoutHalfPairs(std::string text)
+{
+    for (size_t at = text.find('\\'); at != std::string::npos; at = text.find('\\', at)) {
+        const unsigned unit = EscapedUnit(text, at);
+        const bool isPair = IsHigh(unit) && IsLow(EscapedUnit(text, at + kUnitEscape));
+        if (!isPair && (IsHigh(unit) || IsLow(unit)))
+            text.replace(at, kUnitEscape, "\\ufffd");
+        at += isPair ? 2 * kUnitEscape : 2; // behind "\\" as well
+    }
+    return text;
+}
+
 } // namespace
 
 Json ParsedMessage(const std::string& body)
 {
     constexpr size_t kDeepest = 500;
-    return DepthOf(body) > kDeepest ? Json(Json::value_t::discarded) : Json::parse(body, nullptr, false);
+    if (DepthOf(body) > kDeepest)
+        return Json(Json::value_t::discarded);
+    Json message = Json::parse(body, nullptr, false);
+    return message.is_discarded() ? Json::parse(WithoutHalfPairs(body), nullptr, false) : message;
 }
 
 const Json* Find(const Json& object, const std::string& way)

@@ -29,7 +29,7 @@ bool Says(const Json& object, const std::string& way);
 [[noreturn]] void RefuseParameters(const std::string& why);
 
 // A message as it comes; discarded (is_discarded()) when it is not JSON, or nested so deeply that reading it would need
-// more stack than a thread has.
+// more stack than a thread has. Half a pair of surrogates in it is U+FFFD.
 Json ParsedMessage(const std::string& body);
 
 // One message as it is sent. Bytes that are not UTF-8 become U+FFFD.
