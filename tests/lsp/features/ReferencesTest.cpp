@@ -41,6 +41,18 @@ TEST(References, CountInUnitsOfTheClientWhateverEndsTheLines)
     EXPECT_EQ(ReferencesIn(fixture, true), fixture.Marks());
 }
 
+// In a file; the text of a client is UTF-8.
+TEST(References, CountAByteThatIsNotUtf8AsOneUnit)
+{
+    const std::string text = "== a.c\nint far|;\n== b.c\n/* \xe4\xf6\xff */ int near = far;\n";
+    for (const char* encoding : {"utf-8", "utf-16"}) {
+        FeatureOptions options;
+        options.capabilities["general"]["positionEncodings"] = {encoding};
+        const FeatureFixture fixture(text, options);
+        EXPECT_EQ(ReferencesIn(fixture, false), Places{"b.c:0:21-0:24"}) << encoding;
+    }
+}
+
 TEST(References, ComeInPartsWhenThereAreMany)
 {
     std::string text = "int n|;\n";
@@ -48,10 +60,41 @@ TEST(References, ComeInPartsWhenThereAreMany)
         text += "int a" + std::to_string(i) + " = n;\n";
     FeatureFixture fixture(text);
     EXPECT_EQ(ReferencesIn(fixture, true).size(), 1501U);
-    size_t inParts = 0;
-    fixture.sendPart = [&](const Json& part) { inParts += part.size(); };
+    std::vector<size_t> parts;
+    fixture.sendPart = [&](const Json& part) { parts.push_back(part.size()); };
     EXPECT_TRUE(ReferencesIn(fixture, true).empty());
-    EXPECT_EQ(inParts, 1501U);
+    EXPECT_EQ(parts, (std::vector<size_t>{1000, 501}));
+}
+
+TEST(References, ComeWholeWhenTheyAreFewerThanAPart)
+{
+    std::string text = "int n|;\nint a[] = {";
+    for (int i = 0; i < 998; ++i)
+        text += "n, ";
+    FeatureFixture fixture(text + "};\n");
+    fixture.sendPart = [&](const Json&) { ADD_FAILURE() << "a part"; };
+    EXPECT_EQ(ReferencesIn(fixture, true).size(), 999U);
+}
+
+std::string Repeated(size_t count, const std::string& line)
+{
+    std::string text;
+    for (size_t i = 0; i < count; ++i)
+        text += line;
+    return text;
+}
+
+TEST(References, AreTenThousandAtMost)
+{
+    const FeatureFixture fixture("int n|;\nint a[] = {" + Repeated(10'500, "n, ") + "};\n");
+    EXPECT_EQ(ReferencesIn(fixture, true).size(), 10'000U);
+}
+
+TEST(References, AreNotFewerForTheDeclarationsLeftOut)
+{
+    const FeatureFixture fixture("== a.c\nint n|;\n" + Repeated(2'000, "extern int n;\n") + "== b.c\nint a[] = {" +
+                                 Repeated(9'500, "n, ") + "};\n");
+    EXPECT_EQ(ReferencesIn(fixture, false).size(), 9'500U);
 }
 
 TEST(References, AreAllListedUpToTenThousand)

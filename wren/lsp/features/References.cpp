@@ -3,17 +3,55 @@
 #include "wren/lsp/features/UseRanges.h"
 #include "wren/lsp/session/Subject.h"
 
+#include <utility>
+
 namespace wren::lsp {
 
 namespace {
 
 constexpr size_t kMostReferences = 10'000;
-constexpr size_t kFirstPart = 1'000;
+constexpr size_t kMostUses = 10 * kMostReferences; // declarations among them may be unwanted
+constexpr size_t kPart = 1'000;
 
 bool IsDeclared(const resolve::Use& use)
 {
     return use.role == resolve::Use::Role::Declaration || use.role == resolve::Use::Role::Definition;
 }
+
+// The answer. A client that takes parts gets a long one in parts only.
+class LocationList {
+public:
+    explicit LocationList(const RequestContext& context) : context(context) {}
+
+    bool IsFull() const { return count == kMostReferences; }
+
+    void Add(Location location)
+    {
+        locations.push_back(std::move(location));
+        ++count;
+        if (context.sendPart && locations.size() == kPart)
+            SendPart();
+    }
+
+    // What no part has had.
+    Json Rest()
+    {
+        if (count > locations.size() && !locations.empty())
+            SendPart();
+        return std::move(locations);
+    }
+
+private:
+    void SendPart()
+    {
+        context.sendPart(locations);
+        locations = Json::array();
+    }
+
+    const RequestContext& context;
+    Json locations = Json::array();
+    size_t count = 0; // with those sent
+};
 
 } // namespace
 
@@ -26,32 +64,22 @@ void from_json(const Json& json, ReferenceParams& params)
 Json References(const ReferenceParams& params, const RequestContext& context)
 {
     const Subject subject(context, params.uri);
-    Json locations = Json::array();
-    bool inParts = false;
-    const auto send = [&] {
-        context.sendPart(locations);
-        locations = Json::array();
-        inParts = true;
-    };
+    LocationList locations(context);
     const auto add = [&](std::string_view text, const std::vector<resolve::Use>& uses) {
         context.CheckCancelled();
         UseRanges ranges(text, subject.Encoding());
         const std::string uri = subject.UriOf(uses.front().path);
         for (const resolve::Use& use : uses)
-            if (params.includeDeclaration || !IsDeclared(use))
-                locations.push_back(Location{uri, ranges.Of(use)});
-        if (context.sendPart && locations.size() >= kFirstPart)
-            send();
-        return true;
+            if ((params.includeDeclaration || !IsDeclared(use)) && !locations.IsFull())
+                locations.Add(Location{uri, ranges.Of(use)});
+        return !locations.IsFull();
     };
     using Where = resolve::Resolver::Where;
     const Where where = context.settings.commentsInReferences ? Where::AlsoComments : Where::Everywhere;
     if (subject.IsSource())
-        subject.Resolver().ForEachUse(subject.PlaceAt(params.position), subject.LimitsOf(kMostReferences), where, add);
+        subject.Resolver().ForEachUse(subject.PlaceAt(params.position), subject.LimitsOf(kMostUses), where, add);
     context.CheckCancelled();
-    if (inParts && !locations.empty())
-        send();
-    return locations;
+    return locations.Rest();
 }
 
 } // namespace wren::lsp
