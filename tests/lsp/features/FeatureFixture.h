@@ -20,6 +20,8 @@ using wren::lsp::Json;
 struct FeatureOptions {
     bool isIndexed = true;
     bool isOpen = true; // the text with the caret
+    bool withSystem =
+        false; // without an index: headers of the system that a text includes, once a place was asked about
     Json capabilities = Json::object();
     wren::lsp::Settings settings;
 };
@@ -117,7 +119,7 @@ private:
         static const TempDirectory cache;
         made.cache = cache.Path();
         made.withIndex = options.isIndexed;
-        made.withSystem = false;
+        made.withSystem = options.withSystem;
         if (base::Result<tagging::Settings> tagging = symbols::IndexSettings())
             made.tagging = *std::move(tagging);
         return made;

@@ -65,3 +65,18 @@ TEST(WorkspaceSymbols, CountTheOpenText)
     EXPECT_EQ(Found(fixture, "new_name"), "new_name@a.c:1");
     EXPECT_EQ(Found(fixture, "old_name"), "");
 }
+
+// Whatever the system's headers have that fits better.
+TEST(WorkspaceSymbols, AreOfTheSystemOnlyWhenNothingElseFits)
+{
+    FeatureOptions options;
+    options.isIndexed = false;
+    options.withSystem = true;
+    const FeatureFixture fixture("== a.c\n#include <errno.h>\nint my_errno;\nint first = |EDOM;\n", options);
+    EXPECT_EQ(fixture.Ask("textDocument/definition").size(), 1U);
+    EXPECT_EQ(Found(fixture, "errno"), "my_errno@a.c:1");
+    const Json found = fixture.Handle("workspace/symbol", {{"query", "EDOM"}});
+    ASSERT_FALSE(found.empty());
+    EXPECT_EQ(found[0]["name"], "EDOM");
+    EXPECT_EQ(found[0]["location"]["uri"].get<std::string>().substr(0, 20), "file:///usr/include/");
+}
