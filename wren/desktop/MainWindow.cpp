@@ -54,11 +54,12 @@ bool MainWindow::AddPanel(Qt::DockWidgetArea area, QDockWidget* panel)
     return false;
 }
 
+// The action of a panel is switched off when the window is hidden, but not the panel.
 std::vector<std::string> MainWindow::OpenPanels() const
 {
     std::vector<std::string> names;
     for (const QDockWidget* panel : findChildren<QDockWidget*>())
-        if (panel->toggleViewAction()->isChecked())
+        if (!panel->isHidden())
             names.push_back(panel->objectName().toStdString());
     return names;
 }

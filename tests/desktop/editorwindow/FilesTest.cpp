@@ -171,6 +171,18 @@ TEST_F(FilesOfTheProject, ComeBackWithTheNextStart)
     EXPECT_FALSE(Panel().isVisible());
 }
 
+// The session may be stored once more while the editor ends.
+TEST_F(FilesOfTheProject, CountAsOpenInAWindowThatIsClosed)
+{
+    Open("project/shapes.h");
+    ASSERT_TRUE(Panel().isVisible());
+    TheEditor().Window().hide();
+    EXPECT_THAT(TheEditor().Window().OpenPanels(), Contains("files"));
+    TheEditor().Window().show();
+    Press("Ctrl+Shift+E");
+    EXPECT_THAT(TheEditor().Window().OpenPanels(), Not(Contains("files")));
+}
+
 TEST_F(FilesOfTheProject, AFolderHasItsOwnTextsAndShowsItsFiles)
 {
     Open("project/shapes.h");
