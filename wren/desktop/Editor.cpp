@@ -101,6 +101,7 @@ void Editor::MakeActions(const DesktopOptions& options)
     documents = std::make_unique<DocumentActions>(
         DocumentActions::Parts{*host, *window, *loop, *files, *worksheet, *labels, *router});
     tabActions = std::make_unique<TabActions>(*host, window->Tabs(), *documents);
+    texts = std::make_unique<TextChooser>(*host, *window);
     places = std::make_unique<PlaceActions>(*host, window->Tabs(), *documents);
     preferenceActions = std::make_unique<PreferenceActions>(
         PreferenceActions::Parts{preferences, look, *host, *window, *display, *loop, *router, *settings});
@@ -140,6 +141,7 @@ Editor::~Editor()
     session.reset();
     preferenceActions.reset();
     places.reset();
+    texts.reset();
     tabActions.reset();
     documents.reset();
     labels.reset();

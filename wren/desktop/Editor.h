@@ -71,7 +71,7 @@ public:
 
     EditorActions Actions()
     {
-        return {*documents,         *tabActions,   *places,      *worksheet,
+        return {*documents,         *tabActions,   *texts,       *places,           *worksheet,
                 *preferenceActions, symbols.get(), finder.get(), filesActions.get()};
     }
     MainWindow& Window() { return *window; }
@@ -117,6 +117,7 @@ private:
     std::unique_ptr<DocumentLabels> labels;
     std::unique_ptr<DocumentActions> documents;
     std::unique_ptr<TabActions> tabActions;
+    std::unique_ptr<TextChooser> texts;
     std::unique_ptr<PlaceActions> places;
     std::unique_ptr<PreferenceActions> preferenceActions;
     std::unique_ptr<SessionKeeper> session;

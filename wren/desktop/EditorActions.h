@@ -8,6 +8,7 @@
 #include "wren/desktop/PreferenceActions.h"
 #include "wren/desktop/SymbolActions.h"
 #include "wren/desktop/TabActions.h"
+#include "wren/desktop/TextChooser.h"
 #include "wren/desktop/WorksheetActions.h"
 
 namespace wren {
@@ -16,6 +17,7 @@ namespace wren {
 struct EditorActions {
     DocumentActions& documents;
     TabActions& tabs;
+    TextChooser& texts;
     PlaceActions& places;
     WorksheetActions& worksheet;
     PreferenceActions& preferences;

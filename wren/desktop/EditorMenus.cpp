@@ -208,6 +208,11 @@ void EditorMenus::FillGo(QMenu* menu)
     };
     Add(menu, tr("&Next Document"), "", {QKeySequence(tr("Ctrl+PgDown"))}, [step] { step(1); });
     Add(menu, tr("&Previous Document"), "", {QKeySequence(tr("Ctrl+PgUp"))}, [step] { step(-1); });
+    TextChooser& texts = parts.actions.texts;
+    Add(menu, tr("Last &Used Document"), "", {QKeySequence(tr("Ctrl+Tab"))}, [&texts] { texts.Step(false); });
+    Add(menu, tr("Least &Recently Used Document"), "", {QKeySequence(tr("Ctrl+Shift+Tab"))},
+        [&texts] { texts.Step(true); });
+    Add(menu, tr("Open &Documents\u2026"), "", {QKeySequence(tr("Ctrl+E"))}, [&texts] { texts.List(); });
 }
 
 void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)

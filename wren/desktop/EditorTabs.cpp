@@ -5,6 +5,7 @@
 
 #include <QTabBar>
 #include <QTextDocument>
+#include <QToolButton>
 
 #include <algorithm>
 #include <filesystem>
@@ -51,9 +52,23 @@ EditorTabs::EditorTabs(QWidget* parent) : QTabWidget(parent)
     setUsesScrollButtons(true);
     setElideMode(Qt::ElideMiddle);
     tabBar()->setFocusPolicy(Qt::NoFocus);
+    AddListButton();
     connect(this, &QTabWidget::currentChanged, this, [this] { emit Raised(CurrentDocument()); });
     connect(this, &QTabWidget::tabCloseRequested, this,
             [this](int index) { emit CloseAsked(DocumentOf(qobject_cast<CodeView*>(widget(index)))); });
+}
+
+void EditorTabs::AddListButton()
+{
+    auto* button = new QToolButton;
+    button->setObjectName("listOfTexts");
+    button->setAutoRaise(true);
+    button->setArrowType(Qt::DownArrow);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setToolTip(tr("List of open documents"));
+    button->setAccessibleName(tr("List of open documents"));
+    connect(button, &QToolButton::clicked, this, &EditorTabs::ListAsked);
+    setCornerWidget(button);
 }
 
 CodeView* EditorTabs::Add(long document, const EditorLook& look)

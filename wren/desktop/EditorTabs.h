@@ -41,6 +41,7 @@ public:
 signals:
     void Raised(long document); // by the user or by Raise(); 0 when the last one went
     void CloseAsked(long document);
+    void ListAsked(); // of all documents, by the button beside the tabs
 
 private:
     struct File {
@@ -48,6 +49,7 @@ private:
         bool modified = false;
     };
 
+    void AddListButton();
     int IndexOf(long document) const;
     void ShowNames(const std::string& leaf); // of all files of this name
 

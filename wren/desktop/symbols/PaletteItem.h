@@ -1,4 +1,4 @@
-// What the palette offers: symbols, files, or the symbols of a text.
+// What the palette offers: symbols, files, the symbols of a text, or the texts that are open.
 #pragma once
 
 #include "tagging/ParsedSource.h"
@@ -17,7 +17,8 @@ struct PaletteItem {
     long line = 0;                   // from 1; 0 for a whole file
     long endLine = 0;                // of its body; 0 when unknown
     tagging::SymbolKind kind = tagging::SymbolKind::None;
-    int depth = 0; // of a symbol in its text
+    int depth = 0;     // of a symbol in its text
+    long document = 0; // of an open text
 };
 
 } // namespace wren
