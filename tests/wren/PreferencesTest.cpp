@@ -39,6 +39,7 @@ PreferenceValues NothingAsByDefault()
     values.jumpsByMeaning = false;
     values.completion = PreferenceValues::Completion::None;
     values.keys = {{"SymbolCompletion", "Ctrl+Space"}, {"DeclarationLookup", "F3"}, {"Mine", "Ctrl+,"}};
+    values.menuKeys = {{"File.Close", {"F8", "Ctrl+,"}}, {"Edit.Cut", {"Shift+Del"}}, {"Edit.Undo", {}}};
     return values;
 }
 
@@ -109,7 +110,8 @@ TEST(Preferences, StoreALineForEachChangedValue)
                             "WrenModifiers command=alt control=control option=super", "WrenLookupClick control",
                             "WrenJumpByMeaning off", "WrenCompletion none",
                             "WrenKeys SymbolCompletion=Ctrl+Space DeclarationLookup=F3 DefinitionLookup= GoBack= "
-                            "GoForward= Mine=Ctrl+%2C"));
+                            "GoForward= Mine=Ctrl+%2C",
+                            "WrenMenuKeys Edit.Cut=Shift+Del Edit.Undo= File.Close=F8,Ctrl+%2C"));
     std::set<std::string> names;
     for (const std::string& line : preferences.Lines())
         names.insert(line.substr(0, line.find(' ')));
@@ -155,6 +157,10 @@ TEST(Preferences, AcceptOtherSpellings)
         {"the default keys", "WrenKeys GoBack=Alt+Left", nullptr},
         {"the same keys in another order, the first being shown", "WrenKeys SymbolCompletion=Ctrl+Space,Ctrl+.",
          "WrenKeys SymbolCompletion=Ctrl+Space,Ctrl+."},
+        {"menu items in another order, and one twice: the later",
+         "WrenMenuKeys View.Files=F2 Edit.Undo=F3 View.Files=F4,F4", "WrenMenuKeys Edit.Undo=F3 View.Files=F4"},
+        {"a menu item that no menu has", "WrenMenuKeys No.Such=F2", "WrenMenuKeys No.Such=F2"},
+        {"no menu items", "WrenMenuKeys", nullptr},
     };
     for (const auto& each : kCases) {
         Preferences preferences;
@@ -206,6 +212,10 @@ TEST(Preferences, ReportADamagedLineAndKeepIt)
         {"the space bar", "WrenKeys GoBack=Space", "\"Space\" is for editing"},
         {"a key that moves the caret", "WrenKeys GoBack=F1,Shift+Left", "\"Shift+Left\" is for editing"},
         {"one damaged command", "WrenKeys GoForward=F1 GoBack=F0", "\"F0\" is no key"},
+        {"the key that cuts, for a command", "WrenKeys GoBack=Shift+Del", "\"Shift+Del\" is for editing"},
+        {"a letter for a menu item", "WrenMenuKeys File.Close=G", "\"G\" is for editing"},
+        {"an unknown key for a menu item", "WrenMenuKeys Edit.Undo=F2 File.Close=Ctrl+Any", "\"Ctrl+Any\" is no key"},
+        {"a menu item without keys", "WrenMenuKeys File.Close", "is not a command"},
     };
     for (const auto& each : kCases) {
         Preferences preferences;

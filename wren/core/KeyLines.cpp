@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 namespace wren {
 
@@ -125,34 +126,57 @@ Texts AllCommands(const CommandKeys& keys)
     return CommandsOf(all);
 }
 
-std::string SplitAtCommas(const std::string& list, Texts* keys)
+using Allows = bool (*)(const std::string& key);
+
+bool MayRunCommand(const std::string& key)
+{
+    return IsKey(key) && !IsForTexts(key);
+}
+
+std::string SplitAtCommas(const std::string& list, Allows allows, Texts* keys)
 {
     for (size_t start = 0; start < list.size();) {
         const size_t comma = std::min(list.find(',', start), list.size());
         const std::string key = Decoded(list.substr(start, comma - start));
         if (!IsKey(key))
             return "\"" + key + "\" is no key";
-        if (IsForTexts(key))
+        if (!allows(key))
             return "\"" + key + "\" is for editing, and needs \"Ctrl+\", \"Alt+\" or \"Meta+\" before it";
-        keys->push_back(key);
+        if (std::find(keys->begin(), keys->end(), key) == keys->end())
+            keys->push_back(key);
         start = comma + 1;
     }
     return "";
 }
 
-std::string ReadCommand(const std::string& word, CommandKeys* keys)
+// "GoBack=Alt+Left,F9"
+std::string SplitWord(const std::string& word, Allows allows, std::string* name, Texts* keys)
 {
     const size_t equals = word.find('=');
-    const std::string command = Decoded(word.substr(0, equals));
-    if (equals == std::string::npos || command.empty())
+    *name = Decoded(word.substr(0, equals));
+    if (equals == std::string::npos || name->empty())
         return "\"" + word + "\" is not a command, \"=\" and its keys";
+    return SplitAtCommas(word.substr(equals + 1), allows, keys);
+}
+
+std::string ReadCommand(const std::string& word, CommandKeys* keys)
+{
+    std::string command;
     Texts own;
-    if (std::string problem = SplitAtCommas(word.substr(equals + 1), &own); !problem.empty())
+    if (std::string problem = SplitWord(word, MayRunCommand, &command, &own); !problem.empty())
         return problem;
     std::erase_if(*keys, [&](const auto& each) { return each.first == command; });
     for (const std::string& key : own)
         keys->emplace_back(command, key);
     return "";
+}
+
+std::string WrittenWord(const std::string& name, const Texts& keys)
+{
+    std::string word = Encoded(name) + "=";
+    for (size_t i = 0; i < keys.size(); ++i)
+        word += (i == 0 ? "" : ",") + Encoded(keys[i]);
+    return word;
 }
 
 } // namespace
@@ -207,10 +231,35 @@ std::string WrittenKeys(const CommandKeys& keys, bool byMeaning)
         const Texts own = KeysOf(keys, command);
         if (own == KeysOf(DefaultKeys(byMeaning), command))
             continue;
-        text += (text.empty() ? "" : " ") + Encoded(command) + "=";
-        for (size_t i = 0; i < own.size(); ++i)
-            text += (i == 0 ? "" : ",") + Encoded(own[i]);
+        text += (text.empty() ? "" : " ") + WrittenWord(command, own);
     }
+    return text;
+}
+
+bool MayChooseItem(const std::string& key)
+{
+    return MayRunCommand(key) || key == "Shift+Del";
+}
+
+std::string ReadItemKeys(const std::string& text, ItemKeys* keys)
+{
+    ItemKeys read;
+    for (const std::string& word : SplitAtBlanks(text)) {
+        std::string item;
+        Texts own;
+        if (std::string problem = SplitWord(word, MayChooseItem, &item, &own); !problem.empty())
+            return problem;
+        read[item] = own;
+    }
+    *keys = std::move(read);
+    return "";
+}
+
+std::string WrittenItemKeys(const ItemKeys& keys)
+{
+    std::string text;
+    for (const auto& [item, own] : keys)
+        text += (text.empty() ? "" : " ") + WrittenWord(item, own);
     return text;
 }
 

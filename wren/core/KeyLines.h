@@ -1,6 +1,7 @@
 // The keys of commands, in the form that Preferences stores.
 #pragma once
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -25,6 +26,17 @@ bool IsForTexts(const std::string& key);
 // Replaces the default keys of the commands that the text names ("DeclarationLookup=F12 GoBack="). Returns the part
 // that is invalid, with '*keys' unchanged, or "".
 std::string ReadKeys(const std::string& text, CommandKeys* keys, bool byMeaning = false);
+
+// The keys of menu items that the user has changed, by item ("File.Close"); none: the item has no keys. The other items
+// have their usual keys, which only the menus know.
+using ItemKeys = std::map<std::string, std::vector<std::string>>;
+
+// Whether the key can choose a menu item: a key of commands, or one that cuts wherever there is a text.
+bool MayChooseItem(const std::string& key);
+
+// "File.Close=F8,Ctrl+W Edit.Undo=", as ReadKeys() and WrittenKeys().
+std::string ReadItemKeys(const std::string& text, ItemKeys* keys);
+std::string WrittenItemKeys(const ItemKeys& keys);
 
 // The commands with keys other than the default; ReadKeys() turns it back into InOrder(keys).
 std::string WrittenKeys(const CommandKeys& keys, bool byMeaning = false);

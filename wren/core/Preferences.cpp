@@ -172,6 +172,8 @@ const Form kForms[] = {
     {"WrenKeys",
      [](const std::string& text, Values* values) { return ReadKeys(text, &values->keys, values->HasMeaningKeys()); },
      [](const Values& values) { return WrittenKeys(values.keys, values.HasMeaningKeys()); }},
+    {"WrenMenuKeys", [](const std::string& text, Values* values) { return ReadItemKeys(text, &values->menuKeys); },
+     [](const Values& values) { return WrittenItemKeys(values.menuKeys); }},
 };
 
 // The text behind the name, without the blanks around it.

@@ -29,9 +29,11 @@ namespace wren {
 //     WrenJumpByMeaning off
 //     WrenCompletion editor
 //     WrenKeys DeclarationLookup=F3 DefinitionLookup= GoBack=Alt+Left,Ctrl+%2C
+//     WrenMenuKeys Edit.Undo= File.Close=F8,Ctrl+W
 //
 // A name missing from WrenModifiers or WrenKeys keeps its default. A command in WrenKeys has only the listed keys; an
-// empty list removes all. Within its words, a blank, a comma, "=" and "%" are "%20", "%2C", "%3D" and "%25".
+// empty list removes all. WrenMenuKeys is the same for menu items. Within the words of both, a blank, a comma,
+// "=" and "%" are "%20", "%2C", "%3D" and "%25".
 struct PreferenceValues {
     enum class Colours { Desktop, Light, Dark };
     enum class Modifier { Control, Alt, Super };
@@ -72,6 +74,9 @@ struct PreferenceValues {
     // and the plug-in get the first. A command without keys is not listed. A key of two commands runs the one listed
     // first.
     CommandKeys keys = DefaultKeys();
+
+    // Of the menus' own items, which lose a key that a command has as well.
+    ItemKeys menuKeys;
 
     bool operator==(const PreferenceValues&) const = default;
 };

@@ -238,13 +238,13 @@ void Editor::ConnectWindow()
     window->mayClose = [this] { return Quit(); };
     connect(documents.get(), &DocumentActions::ZoomAsked, preferenceActions.get(), &PreferenceActions::UseZoom);
     connect(preferenceActions.get(), &PreferenceActions::KeysChosen, menus.get(),
-            [this] { menus->BindKeys(preferences.Values().keys); });
+            [this] { menus->BindKeys(preferences.Values().keys, preferences.Values().menuKeys); });
     if (symbols != nullptr)
         connect(preferenceActions.get(), &PreferenceActions::KeysChosen, symbols.get(), [this] {
             symbols->Outlines().ShowScopes(preferences.Values().showsScopes);
             symbols->Completion().Use(preferences.Values().completion);
         });
-    preferenceActions->menuKeys = [this] { return menus->OwnKeys(); };
+    preferenceActions->menuItems = [this] { return menus->OwnItems(); };
 }
 
 // The plug-in's button, and what a lookup opens.

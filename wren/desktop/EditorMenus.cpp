@@ -37,6 +37,21 @@ QKeySequence KeyFrom(const std::string& text)
     return QKeySequence::fromString(QString::fromStdString(text), QKeySequence::PortableText);
 }
 
+QString Plain(QString label)
+{
+    return label.remove('&').remove(QChar(0x2026));
+}
+
+// "Find and Replace..." is FindAndReplace. The settings name items so: a label that changes loses the keys that a user
+// has chosen for its item.
+QString IdFrom(const QString& label)
+{
+    QString id;
+    for (const QString& word : Plain(label).split(' ', Qt::SkipEmptyParts))
+        id += word.left(1).toUpper() + word.mid(1);
+    return id;
+}
+
 } // namespace
 
 EditorMenus::EditorMenus(const Parts& parts) : parts(parts)
@@ -61,7 +76,7 @@ EditorMenus::EditorMenus(const Parts& parts) : parts(parts)
 
 EditorMenus::~EditorMenus() = default;
 
-void EditorMenus::BindKeys(const std::vector<std::pair<std::string, std::string>>& keys)
+void EditorMenus::BindKeys(const CommandKeys& keys, const ItemKeys& chosen)
 {
     ShareKeysWithPlugin();
     std::map<std::string, Keys> byCommand;
@@ -74,18 +89,32 @@ void EditorMenus::BindKeys(const std::vector<std::pair<std::string, std::string>
     }
     for (const auto& [command, action] : commands)
         action->setShortcuts(byCommand[command]);
-    for (const auto& [action, usual] : usualKeys) {
-        Keys left = usual;
-        left.removeIf([&taken](const QKeySequence& key) { return taken.contains(key); });
-        action->setShortcuts(left);
-    }
+    for (const Item& item : items)
+        if (const auto own = chosen.find(item.action->objectName().toStdString()); own != chosen.end()) {
+            Keys wanted;
+            for (const std::string& key : own->second)
+                wanted.append(KeyFrom(key));
+            BindItem(item, wanted, taken);
+        }
+    for (const Item& item : items)
+        if (!chosen.contains(item.action->objectName().toStdString()))
+            BindItem(item, item.usual, taken);
+}
+
+// With those of the keys that are still free.
+void EditorMenus::BindItem(const Item& item, const Keys& keys, Keys& taken)
+{
+    Keys left = keys;
+    left.removeIf([&taken](const QKeySequence& key) { return taken.contains(key); });
+    taken += left;
+    item.action->setShortcuts(left);
 }
 
 // The keys that the plug-in's lookups do not have by default (see DefaultKeys).
 void EditorMenus::ShareKeysWithPlugin()
 {
     const bool byMeaning = parts.actions.preferences.Values().HasMeaningKeys();
-    for (auto& [action, usual] : usualKeys) {
+    for (auto& [action, title, usual] : items) {
         if (action == definition)
             usual = {QKeySequence(byMeaning ? tr("F12") : tr("Alt+F12"))};
         else if (action == declaration)
@@ -93,20 +122,19 @@ void EditorMenus::ShareKeysWithPlugin()
     }
 }
 
-std::vector<std::pair<QString, QKeySequence>> EditorMenus::OwnKeys() const
+std::vector<MenuItem> EditorMenus::OwnItems() const
 {
-    std::vector<std::pair<QString, QKeySequence>> own;
-    for (const auto& [action, usual] : usualKeys)
-        for (const QKeySequence& key : usual)
-            own.emplace_back(action->text().remove('&'), key);
+    std::vector<MenuItem> own;
+    for (const Item& item : items)
+        own.push_back({item.action->objectName().toStdString(), item.title, item.usual});
     return own;
 }
 
 QString EditorMenus::KeysOf(const QString& item) const
 {
-    for (const auto& [action, usual] : usualKeys)
-        if (action->text().remove('&') == item)
-            return action->shortcut().toString(QKeySequence::NativeText);
+    for (const Item& each : items)
+        if (each.action->text().remove('&') == item)
+            return each.action->shortcut().toString(QKeySequence::NativeText);
     return "";
 }
 
@@ -442,7 +470,8 @@ QAction* EditorMenus::Add(QMenu* menu, const QString& text, const char* icon, co
 {
     QAction* action = menu->addAction(IconNamed(icon), text);
     action->setShortcuts(keys);
-    usualKeys.emplace_back(action, keys);
+    action->setObjectName(IdFrom(menu->title()) + '.' + IdFrom(text));
+    items.push_back({action, tr("%1: %2").arg(Plain(menu->title()), Plain(text)), keys});
     if (run)
         connect(action, &QAction::triggered, this, run);
     return action;
@@ -462,6 +491,7 @@ QAction* EditorMenus::CommandAction(const std::string& command)
     auto* action = new QAction(named == kNames.end() ? QString::fromStdString(command) : named->second.first, this);
     if (named != kNames.end())
         action->setIcon(IconNamed(named->second.second));
+    action->setObjectName(QString::fromStdString(command));
     connect(action, &QAction::triggered, this, [this, command] { Run(command); });
     parts.window.addAction(action);
     commands[command] = action;

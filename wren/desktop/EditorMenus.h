@@ -1,9 +1,10 @@
 // The menu bar and the tool bar: what can be chosen, and the keys that choose it.
 #pragma once
 
+#include "wren/core/KeyLines.h"
 #include "wren/desktop/EditorActions.h"
+#include "wren/desktop/state/MenuItem.h"
 
-#include <QKeySequence>
 #include <QList>
 #include <QObject>
 
@@ -11,7 +12,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 class QAction;
@@ -40,16 +40,22 @@ public:
     ~EditorMenus() override;
 
     // The commands' keys, in the notation of menus. A menu shows the keys of its commands. Qt runs nothing for a key
-    // that two actions have; so the first command gets it, and the menus' own items lose it.
-    void BindKeys(const std::vector<std::pair<std::string, std::string>>& keys);
+    // that two actions have; so the first command gets it, else the first of the menus' own items whose keys were
+    // chosen, else the first of the others.
+    void BindKeys(const CommandKeys& keys, const ItemKeys& chosen);
     QString KeysOf(const QString& item) const; // of one that is not a command, for people; "" for none
-    // The items that are not commands, and the keys that choose them while no command has those keys.
-    std::vector<std::pair<QString, QKeySequence>> OwnKeys() const;
+    std::vector<MenuItem> OwnItems() const;    // those that are not commands
 
     void ShowState(); // enables what can be chosen now
     void ShowUndo();  // the part of it that every edit may change
 
 private:
+    struct Item {
+        QAction* action;
+        QString title; // with its menu's
+        QList<QKeySequence> usual;
+    };
+
     void FillFile(QMenu* menu);
     void FillEdit(QMenu* menu);
     void FillLines(QMenu* menu);
@@ -78,6 +84,7 @@ private:
 
     QAction* Add(QMenu* menu, const QString& text, const char* icon, const QList<QKeySequence>& keys,
                  const std::function<void()>& run);
+    void BindItem(const Item& item, const QList<QKeySequence>& keys, QList<QKeySequence>& taken);
     QAction* CommandAction(const std::string& command);
 
     const Parts parts;
@@ -86,8 +93,8 @@ private:
     QMenu* recent = nullptr;
     QAction* pluginItems = nullptr; // the plug-in's are before it
     std::vector<QAction*> shownPluginItems;
-    std::vector<std::pair<QAction*, QList<QKeySequence>>> usualKeys; // of the menus' own items
-    std::map<std::string, QAction*> commands;                        // by the command that they run
+    std::vector<Item> items;                  // of the menus' own
+    std::map<std::string, QAction*> commands; // by the command that they run
     QAction* save = nullptr;
     QAction* revert = nullptr;
     QAction* closeOthers = nullptr;

@@ -34,15 +34,15 @@ std::unique_ptr<PreferencesDialog> PreferenceActions::MakeDialog() const
 void PreferenceActions::Open()
 {
     const std::unique_ptr<PreferencesDialog> dialog = MakeDialog();
-    if (menuKeys)
-        dialog->SetMenuKeys(menuKeys());
+    if (menuItems)
+        dialog->SetMenuItems(menuItems());
     connect(dialog.get(), &PreferencesDialog::Changed, this,
             [this, dialog = dialog.get()](const PreferenceValues& values) {
                 preferences.Set(values);
                 Apply();
                 settings.Changed();
-                if (menuKeys)
-                    dialog->SetMenuKeys(menuKeys());
+                if (menuItems)
+                    dialog->SetMenuItems(menuItems());
             });
     // The plug-in's panels send what the user sets as messages, and the loop lets those through.
     connect(&loop, &GuiLoop::Woke, dialog.get(), [this] { settings.Changed(); });

@@ -2,14 +2,13 @@
 #pragma once
 
 #include "wren/core/Preferences.h"
+#include "wren/desktop/state/MenuItem.h"
 
-#include <QKeySequence>
 #include <QObject>
 
 #include <functional>
 #include <memory>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace wren {
@@ -39,8 +38,8 @@ public:
     };
     explicit PreferenceActions(const Parts& parts);
 
-    // The keys of menu items that are not commands, with the items' names: the dialog warns before a command takes one.
-    std::function<std::vector<std::pair<QString, QKeySequence>>()> menuKeys;
+    // The menu items that are not commands: the dialog sets their keys, and warns before a command takes one.
+    std::function<std::vector<MenuItem>()> menuItems;
 
     void Open();                                           // shows the dialog and stores the settings when it closes
     std::unique_ptr<PreferencesDialog> MakeDialog() const; // not connected to anything

@@ -78,9 +78,9 @@ PreferencesDialog::~PreferencesDialog()
     loop.LetThrough();
 }
 
-void PreferencesDialog::SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys)
+void PreferencesDialog::SetMenuItems(const std::vector<MenuItem>& items)
 {
-    editor->SetMenuKeys(keys);
+    editor->SetMenuItems(items);
 }
 
 void PreferencesDialog::keyPressEvent(QKeyEvent* event)

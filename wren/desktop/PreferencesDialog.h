@@ -4,12 +4,11 @@
 #include "vetch/app/BLooper.h"
 #include "wren/core/Preferences.h"
 #include "wren/desktop/PanelValues.h"
+#include "wren/desktop/state/MenuItem.h"
 
 #include <QDialog>
-#include <QKeySequence>
 #include <QString>
 
-#include <utility>
 #include <vector>
 
 class QIcon;
@@ -32,7 +31,7 @@ public:
                       QWidget* parent); // borrowed
     ~PreferencesDialog() override;      // closes the panels
 
-    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys); // as EditorPages's
+    void SetMenuItems(const std::vector<MenuItem>& items); // as EditorPages's
 
 signals:
     void Changed(const PreferenceValues& values);

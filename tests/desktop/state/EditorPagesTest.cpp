@@ -63,8 +63,13 @@ PreferenceValues NothingAsByDefault()
                    {"DeclarationLookup", "F2"},
                    {"DeclarationLookup", "Shift+Ctrl+F3"},
                    {"Own", "Ctrl+,"}};
+    values.menuKeys = {{"File.Close", {"F8"}}, {"Gone.Item", {"F9"}}};
     return values;
 }
+
+const wren::MenuItem kClose = {
+    "File.Close", "File: Close", {QKeySequence("Ctrl+W"), QKeySequence("F20"), QKeySequence("Ctrl+F4")}};
+const wren::MenuItem kCut = {"Edit.Cut", "Edit: Cut", {QKeySequence("Ctrl+X"), QKeySequence("Shift+Del")}};
 
 } // namespace
 
@@ -179,12 +184,12 @@ TEST_F(EditorPages, RefusesAKeyThatTypingNeedsAndSaysWhy)
 
 TEST_F(EditorPages, ShowsKeysThatHideMenuShortcuts)
 {
-    page.SetMenuKeys({{"Find\u2026", QKeySequence("Ctrl+F")}, {"Close", QKeySequence("Ctrl+W")}});
+    page.SetMenuItems({{"Search.Find", "Search: Find", {QKeySequence("Ctrl+F")}}, kClose});
     EXPECT_EQ(Conflicts(), "");
     page.show();
     QTest::keyClick(Field("Look up definition", 1), Qt::Key_F, Qt::ControlModifier);
     EXPECT_EQ(Conflicts(),
-              "Ctrl+F is the menu key of \u201cFind\u2026\u201d, and now runs Look up definition instead.");
+              "Ctrl+F is the menu key of \u201cSearch: Find\u201d, and now runs Look up definition instead.");
     Field("Look up definition", 1)->clear();
     EXPECT_EQ(Conflicts(), "");
 }
@@ -232,4 +237,88 @@ TEST_F(EditorPages, OffersTheCommandsThatAreRegistered)
     page.show();
     QTest::keyClick(Field("OtherCommand", 0), Qt::Key_F5);
     EXPECT_EQ(page.Values().keys.back(), (std::pair<std::string, std::string>("OtherCommand", "F5")));
+}
+
+TEST_F(EditorPages, ShowsTheKeysOfMenuItems)
+{
+    page.SetMenuItems({kClose, kCut});
+    EXPECT_EQ(Field("File: Close", 0)->keySequence(), QKeySequence("Ctrl+W"));
+    EXPECT_EQ(Field("Edit: Cut", 1)->keySequence(), QKeySequence("Shift+Del"));
+    EXPECT_EQ(page.Values(), PreferenceValues()) << "they are the usual ones";
+    PreferenceValues values;
+    values.menuKeys = {{"Edit.Cut", {}}, {"File.Close", {"F8"}}};
+    page.SetValues(values);
+    EXPECT_EQ(Field("File: Close", 0)->keySequence(), QKeySequence("F8"));
+    EXPECT_TRUE(Field("File: Close", 1)->keySequence().isEmpty());
+    EXPECT_TRUE(Field("Edit: Cut", 0)->keySequence().isEmpty());
+    EXPECT_EQ(page.Values(), values);
+}
+
+TEST_F(EditorPages, TakesTheKeyOfAMenuItem)
+{
+    page.SetMenuItems({kClose, kCut});
+    page.show();
+    QTest::keyClick(Field("File: Close", 0), Qt::Key_F8);
+    EXPECT_EQ(changed.count(), 1);
+    EXPECT_EQ(page.Values().menuKeys, (wren::ItemKeys{{"File.Close", {"F8", "Ctrl+F4"}}}));
+    QTest::keyClick(Field("File: Close", 0), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(page.Values(), PreferenceValues()) << "it has its usual keys again";
+}
+
+TEST_F(EditorPages, KeepsTheKeysOfMenuItemsThatAreNotThere)
+{
+    PreferenceValues values;
+    values.menuKeys = {{"Go.References", {"F8"}}};
+    page.SetValues(values);
+    page.SetMenuItems({kClose});
+    EXPECT_EQ(page.Values(), values);
+}
+
+TEST_F(EditorPages, KeepsATypedKeyWhenTheSameMenuItemsCome)
+{
+    page.SetMenuItems({kClose});
+    page.show();
+    QKeySequenceEdit* field = Field("File: Close", 0);
+    QTest::keyClick(field, Qt::Key_F8);
+    page.SetMenuItems({kClose});
+    EXPECT_EQ(Field("File: Close", 0), field) << "the user is in it";
+    page.SetMenuItems({kCut, kClose});
+    EXPECT_EQ(Field("File: Close", 0)->keySequence(), QKeySequence("F8"));
+}
+
+TEST_F(EditorPages, RefusesForMenuItemsWhatTypingNeedsButTheKeyThatCuts)
+{
+    page.SetMenuItems({kClose, kCut});
+    page.show();
+    QTest::keyClick(Field("File: Close", 0), Qt::Key_G);
+    EXPECT_THAT(Conflicts(), HasSubstr("G is for editing"));
+    EXPECT_EQ(page.Values(), PreferenceValues());
+    Field("Edit: Cut", 1)->clear();
+    QTest::keyClick(Field("Edit: Cut", 0), Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_EQ(page.Values().menuKeys, (wren::ItemKeys{{"Edit.Cut", {"Shift+Del"}}}));
+    QTest::keyClick(Field("Go back", 0), Qt::Key_Delete, Qt::ShiftModifier);
+    EXPECT_THAT(Conflicts(), HasSubstr("Shift+Del is for editing"));
+}
+
+TEST_F(EditorPages, ShowsWhichMenuItemsHaveTheSameKey)
+{
+    page.SetMenuItems({kClose, kCut});
+    page.show();
+    EXPECT_EQ(Conflicts(), "");
+    QTest::keyClick(Field("Edit: Cut", 1), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_EQ(Conflicts(), "Ctrl+W is the key of several menu items: Edit: Cut, File: Close. The first one is chosen.");
+    QTest::keyClick(Field("Go back", 1), Qt::Key_W, Qt::ControlModifier);
+    EXPECT_THAT(Conflicts(), HasSubstr("menu key of \u201cEdit: Cut\u201d, and now runs Go back instead."));
+    EXPECT_THAT(Conflicts(), HasSubstr("menu key of \u201cFile: Close\u201d, and now runs Go back instead."));
+}
+
+TEST_F(EditorPages, ResetsTheKeysOfMenuItems)
+{
+    page.SetMenuItems({kClose});
+    PreferenceValues values;
+    values.menuKeys = {{"File.Close", {"F8"}}};
+    page.SetValues(values);
+    Part<QPushButton>("reset")->click();
+    EXPECT_EQ(page.Values(), PreferenceValues());
+    EXPECT_EQ(Field("File: Close", 0)->keySequence(), QKeySequence("Ctrl+W"));
 }

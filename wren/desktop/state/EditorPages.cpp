@@ -163,9 +163,9 @@ void EditorPages::FillBoxes()
     connect(keys, &KeyTable::Changed, this, &EditorPages::Tell);
 }
 
-void EditorPages::SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& menuKeys)
+void EditorPages::SetMenuItems(const std::vector<MenuItem>& items)
 {
-    keys->SetMenuKeys(menuKeys);
+    keys->SetMenuItems(items);
 }
 
 void EditorPages::SetCommands(const std::vector<std::string>& names)
@@ -196,6 +196,7 @@ PreferenceValues EditorPages::Values() const
     values.completion = Chosen<Completion>(completion);
     values.understandsNames = understandsNames;
     values.keys = keys->Values();
+    values.menuKeys = keys->ItemValues();
     return values;
 }
 
@@ -223,6 +224,7 @@ void EditorPages::SetValues(const PreferenceValues& values)
     Choose(completion, values.completion);
     jumpsByMeaning->setChecked(values.jumpsByMeaning);
     keys->SetUsual(DefaultKeys(values.HasMeaningKeys()));
+    keys->SetItemValues(values.menuKeys);
     keys->SetValues(values.keys);
     isSetting = false;
     RememberModifiers();

@@ -2,15 +2,14 @@
 #pragma once
 
 #include "wren/core/Preferences.h"
+#include "wren/desktop/state/MenuItem.h"
 
-#include <QKeySequence>
 #include <QStackedWidget>
 #include <QString>
 #include <QStringList>
 
 #include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
 class QCheckBox;
@@ -31,8 +30,8 @@ public:
 
     QStringList Titles() const; // of the pages, in their order
 
-    // The menu items that are not commands, and their keys: a command that has one of the keys takes it from the item.
-    void SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys);
+    // The menu items that are not commands: a command that has a key of an item takes it from the item.
+    void SetMenuItems(const std::vector<MenuItem>& items);
 
     // Commands that can be bound beside those with default keys, by the names under which the plug-in registered them.
     void SetCommands(const std::vector<std::string>& names);

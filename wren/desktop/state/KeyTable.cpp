@@ -1,7 +1,5 @@
 #include "wren/desktop/state/KeyTable.h"
 
-#include "wren/core/Preferences.h"
-
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -20,6 +18,7 @@ namespace {
 
 constexpr int kLeastFields = 2;
 constexpr const char* kStored = "stored"; // the property with a field's key as it is stored
+constexpr const char* kOfItem = "ofItem"; // whether it chooses a menu item
 
 struct Title {
     const char* command;
@@ -48,10 +47,20 @@ QKeySequence SequenceOf(const std::string& key)
     return QKeySequence::fromString(QString::fromStdString(key), QKeySequence::PortableText);
 }
 
-int CountKeys(const KeyTable::Keys& keys, const std::string& command)
+// Qt's standard keys have some that hardly any keyboard has: a column of fields for them would crowd the others.
+bool IsRare(const QKeySequence& key)
 {
-    return static_cast<int>(
-        std::count_if(keys.begin(), keys.end(), [&](const auto& each) { return each.first == command; }));
+    return key[0].key() >= Qt::Key_F13 && key[0].key() <= Qt::Key_F35;
+}
+
+std::vector<std::string> UsualKeys(const MenuItem& item)
+{
+    std::vector<std::string> keys;
+    for (const QKeySequence& each : item.usual)
+        if (const std::string key = each.toString(QKeySequence::PortableText).toStdString();
+            MayChooseItem(key) && !IsRare(each))
+            keys.push_back(key);
+    return keys;
 }
 
 // A field that takes one stroke. Qt's own takes four, waits a second for each, and empties itself at once.
@@ -98,6 +107,7 @@ KeyTable::KeyTable(QWidget* parent)
     auto* reset = new QPushButton(tr("Default &keys"));
     reset->setObjectName("reset");
     connect(reset, &QPushButton::clicked, this, [this] {
+        itemValues.clear();
         SetValues(usual);
         emit Changed();
     });
@@ -111,10 +121,15 @@ KeyTable::KeyTable(QWidget* parent)
     Rebuild();
 }
 
-void KeyTable::SetMenuKeys(const std::vector<std::pair<QString, QKeySequence>>& keys)
+// The fields stay when nothing changed: the user may be in one of them.
+void KeyTable::SetMenuItems(const std::vector<MenuItem>& given)
 {
-    menuKeys = keys;
-    ShowConflicts();
+    if (given == items)
+        return;
+    const Keys shown = Values();
+    itemValues = ItemValues();
+    items = given;
+    SetValues(shown);
 }
 
 void KeyTable::SetCommands(const std::vector<std::string>& names)
@@ -134,47 +149,86 @@ void KeyTable::SetValues(const Keys& keys)
     Rebuild();
 }
 
+void KeyTable::SetItemValues(const ItemKeys& keys)
+{
+    itemValues = keys;
+    Rebuild();
+}
+
 KeyTable::Keys KeyTable::Values() const
 {
     Keys keys;
     for (int row = 0; row < table->rowCount(); ++row)
-        for (int column = 1; column < table->columnCount(); ++column)
-            if (const QString key = table->cellWidget(row, column)->property(kStored).toString(); !key.isEmpty())
-                keys.emplace_back(rows[row], key.toStdString());
+        if (rows[row].item == nullptr)
+            for (const std::string& key : KeysIn(row))
+                keys.emplace_back(rows[row].name, key);
     return keys;
 }
 
-void KeyTable::Rebuild()
+ItemKeys KeyTable::ItemValues() const
+{
+    ItemKeys keys = itemValues;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        if (rows[row].item == nullptr)
+            continue;
+        keys.erase(rows[row].name);
+        if (const std::vector<std::string> own = KeysIn(row); own != UsualKeys(*rows[row].item))
+            keys[rows[row].name] = own;
+    }
+    return keys;
+}
+
+std::vector<std::string> KeyTable::KeysIn(int row) const
+{
+    std::vector<std::string> keys;
+    for (int column = 1; column < table->columnCount(); ++column)
+        if (const QString key = table->cellWidget(row, column)->property(kStored).toString(); !key.isEmpty())
+            keys.push_back(key.toStdString());
+    return keys;
+}
+
+std::vector<KeyTable::Row> KeyTable::Rows() const
 {
     Keys all = DefaultKeys();
     all.insert(all.end(), values.begin(), values.end());
     for (const std::string& name : registered)
         all.emplace_back(name, "");
-    rows.clear();
-    int fields = kLeastFields;
-    for (const auto& [command, key] : all) {
-        if (std::find(rows.begin(), rows.end(), command) != rows.end())
-            continue;
-        rows.push_back(command);
-        fields = std::max(fields, CountKeys(values, command));
+    std::vector<Row> made;
+    for (const auto& each : all)
+        if (std::ranges::find(made, each.first, &Row::name) == made.end())
+            made.push_back({each.first, TitleOf(each.first), {}});
+    for (Row& row : made)
+        for (const auto& [command, key] : values)
+            if (command == row.name)
+                row.keys.push_back(key);
+    for (const MenuItem& item : items) {
+        const auto chosen = itemValues.find(item.id);
+        made.push_back({item.id, item.title, chosen == itemValues.end() ? UsualKeys(item) : chosen->second, &item});
     }
+    return made;
+}
+
+void KeyTable::Rebuild()
+{
+    rows = Rows();
+    size_t fields = kLeastFields;
+    for (const Row& row : rows)
+        fields = std::max(fields, row.keys.size());
     table->clear();
-    table->setColumnCount(1 + fields);
+    table->setColumnCount(1 + static_cast<int>(fields));
     table->setRowCount(static_cast<int>(rows.size()));
     QStringList heads = {tr("Command"), tr("Key")};
-    for (int field = 1; field < fields; ++field)
+    for (size_t field = 1; field < fields; ++field)
         heads << tr("Another key");
     table->setHorizontalHeaderLabels(heads);
     table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    table->horizontalHeader()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     for (int row = 0; row < table->rowCount(); ++row) {
-        table->setItem(row, 0, new QTableWidgetItem(TitleOf(rows[row])));
-        std::vector<std::string> own;
-        for (const auto& [command, key] : values)
-            if (command == rows[row])
-                own.push_back(key);
+        table->setItem(row, 0, new QTableWidgetItem(rows[row].title));
+        std::vector<std::string> own = rows[row].keys;
         own.resize(fields);
-        for (int field = 0; field < fields; ++field)
-            AddField(row, 1 + field, own[field]);
+        for (size_t field = 0; field < fields; ++field)
+            AddField(row, 1 + static_cast<int>(field), own[field]);
     }
     table->resizeRowsToContents();
     ShowConflicts();
@@ -184,7 +238,8 @@ void KeyTable::AddField(int row, int column, const std::string& key)
 {
     auto* field = new KeyField(SequenceOf(key));
     field->setProperty(kStored, QString::fromStdString(key));
-    field->setAccessibleName(TitleOf(rows[row]));
+    field->setAccessibleName(rows[row].title);
+    field->setProperty(kOfItem, rows[row].item != nullptr);
     table->setCellWidget(row, column, field);
     connect(field, &QKeySequenceEdit::keySequenceChanged, this, [this, field] { Take(field); });
 }
@@ -193,21 +248,27 @@ void KeyTable::AddField(int row, int column, const std::string& key)
 void KeyTable::Take(QKeySequenceEdit* field)
 {
     const QString key = field->keySequence().toString(QKeySequence::PortableText);
-    const QString before = field->property(kStored).toString();
-    const bool isForTexts = IsForTexts(key.toStdString());
-    if (!key.isEmpty() && (isForTexts || !IsKey(key.toStdString()))) {
-        const QString shown = field->keySequence().toString(QKeySequence::NativeText);
-        const QSignalBlocker quiet(field);
-        field->setKeySequence(SequenceOf(before.toStdString()));
-        return ShowConflicts(isForTexts
-                                 ? tr("%1 is for editing: a command needs Control, Alt or Meta with it.").arg(shown)
-                                 : tr("%1 cannot be the key of a command.").arg(shown));
-    }
-    if (key == before)
+    const std::string stored = key.toStdString();
+    const bool mayChoose = field->property(kOfItem).toBool() && MayChooseItem(stored);
+    if (!key.isEmpty() && !mayChoose && (IsForTexts(stored) || !IsKey(stored)))
+        return Refuse(field);
+    if (key == field->property(kStored).toString())
         return;
     field->setProperty(kStored, key);
     ShowConflicts();
     emit Changed();
+}
+
+void KeyTable::Refuse(QKeySequenceEdit* field)
+{
+    const bool isForTexts = IsForTexts(field->keySequence().toString(QKeySequence::PortableText).toStdString());
+    const QString shown = field->keySequence().toString(QKeySequence::NativeText);
+    {
+        const QSignalBlocker quiet(field);
+        field->setKeySequence(SequenceOf(field->property(kStored).toString().toStdString()));
+    }
+    ShowConflicts(isForTexts ? tr("%1 is for editing: a command needs Control, Alt or Meta with it.").arg(shown)
+                             : tr("%1 cannot be the key of a command.").arg(shown));
 }
 
 void KeyTable::ShowConflicts(const QString& refusal)
@@ -218,23 +279,33 @@ void KeyTable::ShowConflicts(const QString& refusal)
     conflicts->setText(lines.join("\n"));
 }
 
+// As the menus decide them: commands come first, then items whose keys the user chose.
 QStringList KeyTable::Conflicts() const
 {
     std::map<QKeySequence, QStringList> commandsOf;
-    for (const auto& [command, key] : Values()) {
-        QStringList& commands = commandsOf[SequenceOf(key)];
-        if (!commands.contains(TitleOf(command)))
-            commands << TitleOf(command);
+    std::map<QKeySequence, QStringList> chosenOf;
+    std::map<QKeySequence, QStringList> usualOf;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const MenuItem* item = rows[row].item;
+        const std::vector<std::string> keys = KeysIn(row);
+        auto& those = item == nullptr ? commandsOf : keys == UsualKeys(*item) ? usualOf : chosenOf;
+        for (const std::string& key : keys)
+            if (QStringList& titles = those[SequenceOf(key)]; !titles.contains(rows[row].title))
+                titles << rows[row].title;
     }
     QStringList lines;
-    for (const auto& [key, commands] : commandsOf)
+    for (const auto& [key, commands] : commandsOf) {
+        const QString shown = key.toString(QKeySequence::NativeText);
         if (commands.size() > 1)
-            lines << tr("%1 is the key of several commands: %2. The first one runs.")
-                         .arg(key.toString(QKeySequence::NativeText), commands.join(", "));
-    for (const auto& [item, key] : menuKeys)
-        if (const auto taken = commandsOf.find(key); taken != commandsOf.end())
+            lines << tr("%1 is the key of several commands: %2. The first one runs.").arg(shown, commands.join(", "));
+        for (const QString& item : chosenOf[key] + usualOf[key])
             lines << tr("%1 is the menu key of \u201c%2\u201d, and now runs %3 instead.")
-                         .arg(key.toString(QKeySequence::NativeText), item, taken->second.first());
+                         .arg(shown, item, commands.first());
+    }
+    for (const auto& [key, chosen] : chosenOf)
+        if (const QStringList all = chosen + usualOf[key]; all.size() > 1 && !commandsOf.contains(key))
+            lines << tr("%1 is the key of several menu items: %2. The first one is chosen.")
+                         .arg(key.toString(QKeySequence::NativeText), all.join(", "));
     return lines;
 }
 
