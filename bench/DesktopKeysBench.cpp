@@ -65,18 +65,34 @@ public:
             std::exit(1); // it could not be read, and the editor has reported that
         qApp->installEventFilter(&witness);
         Rest(std::chrono::milliseconds(200));
-        // On its own line: text before other letters is not completed.
+    }
+
+    // On its own line: text before other letters is not completed.
+    void StartLine()
+    {
         const std::string text = editor.Window().Tabs().CurrentView()->Bytes();
-        editor.Window().Tabs().CurrentView()->GoTo(static_cast<long>(text.find('\n', text.size() / 2)));
+        GoTo(static_cast<long>(text.find('\n', text.size() / 2)));
         Strike('\n');
         Rest(std::chrono::milliseconds(200));
     }
+
+    void GoTo(long offset)
+    {
+        editor.Window().Tabs().CurrentView()->GoTo(offset);
+        Rest(std::chrono::milliseconds(1000)); // the names that equal the one at the caret are marked by then
+    }
+    long Length() { return static_cast<long>(editor.Window().Tabs().CurrentView()->Bytes().size()); }
 
     double Strike(char character)
     {
         const bool enter = character == '\n';
         const int key = enter ? int(Qt::Key_Return) : QChar::toUpper(static_cast<unsigned char>(character));
-        QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, enter ? QString("\r") : QString(QChar(character)));
+        return Press(key, enter ? QString("\r") : QString(QChar(character)));
+    }
+
+    double Press(int key, const QString& text = "")
+    {
+        QKeyEvent down(QEvent::KeyPress, key, Qt::NoModifier, text);
         witness.Expect(editor.Window().Tabs().CurrentView()->viewport());
         const auto start = Clock::now();
         QApplication::sendEvent(editor.Window().Tabs().CurrentView(), &down);
@@ -98,6 +114,14 @@ private:
     PaintWitness witness;
 };
 
+void Print(const std::vector<double>& taken)
+{
+    std::printf("[");
+    for (size_t i = 0; i < taken.size(); ++i)
+        std::printf("%s%.4f", i == 0 ? "" : ", ", taken[i]);
+    std::printf("]\n");
+}
+
 void Type(Typist& typist, long count, std::chrono::milliseconds pause, bool loading)
 {
     const std::string typed = kTyped;
@@ -114,10 +138,21 @@ void Type(Typist& typist, long count, std::chrono::milliseconds pause, bool load
         std::fputs("no names were loaded\n", stderr);
         std::exit(1);
     }
-    std::printf("[");
-    for (size_t i = 0; i < taken.size(); ++i)
-        std::printf("%s%.4f", i == 0 ? "" : ", ", taken[i]);
-    std::printf("]\n");
+    Print(taken);
+}
+
+// At the beginning, in the middle and at the end of a text that is one line: letters, and then steps of the caret.
+void TypeInLine(Typist& typist, long count, std::chrono::milliseconds pause)
+{
+    std::vector<double> taken;
+    for (const long part : {0, 1, 2}) {
+        typist.GoTo(typist.Length() * part / 2);
+        for (long i = 0; i < count; ++i) {
+            taken.push_back(i < count / 2 ? typist.Strike("ab(c)"[i % 5]) : typist.Press(Qt::Key_Left));
+            Typist::Rest(pause);
+        }
+    }
+    Print(taken);
 }
 
 } // namespace
@@ -125,8 +160,8 @@ void Type(Typist& typist, long count, std::chrono::milliseconds pause, bool load
 int main(int count, char** words)
 {
     const std::string when = count == 7 ? words[1] : "";
-    if (when != "loading" && when != "loaded") {
-        std::fputs("usage: desktop_keys_bench loading|loaded BUNDLE SETTINGS FILE COUNT PAUSE\n", stderr);
+    if (when != "loading" && when != "loaded" && when != "line") {
+        std::fputs("usage: desktop_keys_bench loading|loaded|line BUNDLE SETTINGS FILE COUNT PAUSE\n", stderr);
         return 2;
     }
     const QApplication application(count, words);
@@ -137,6 +172,8 @@ int main(int count, char** words)
     options.restoresSession = false;
     options.understandsNames = false; // what is measured is the plug-in
     Typist typist(options, words[4]);
+    if (when != "line")
+        typist.StartLine();
     if (when == "loaded") {
         for (const char character : std::string("strtou "))
             typist.Strike(character);
@@ -144,7 +181,11 @@ int main(int count, char** words)
             Typist::Rest(std::chrono::milliseconds(50));
         while (!vetch::ThreadsAreIdle());
     }
-    Type(typist, std::max(1L, std::atol(words[5])), pause, when == "loading");
+    const long keys = std::max(1L, std::atol(words[5]));
+    if (when == "line")
+        TypeInLine(typist, keys, pause);
+    else
+        Type(typist, keys, pause, when == "loading");
     std::fflush(stdout);
     std::_Exit(0); // nobody can answer a question about the unsaved text
 }

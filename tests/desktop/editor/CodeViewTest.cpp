@@ -16,6 +16,60 @@ namespace {
 
 using namespace std::string_literals;
 
+// ---------------------------------------------------------------------------------------------------- Very long lines
+
+long WidthsKept(const CodeView& view)
+{
+    return ViewText(view).Send(QsciScintilla::SCI_GETPOSITIONCACHE);
+}
+
+TEST(CodeView, KeepsTheWidthsOfManyWordsOnlyForVeryLongLines)
+{
+    constexpr long kMany = 60'000;
+    const std::string longLine(30'000, 'x');
+    const struct {
+        const char* why;
+        std::string text;
+        bool many;
+    } kCases[] = {
+        {"no text", "", false},
+        {"a usual text", "int a;\nint b;\n", false},
+        {"a long text of short lines", std::string(30'000, '\n'), false},
+        {"lines that end with a return", std::string(30'000, '\r'), false},
+        {"a line of many bytes", longLine, true},
+        {"behind usual lines", "a\nb\n" + longLine + "\nc\n", true},
+    };
+    for (const auto& each : kCases) {
+        CodeView view;
+        view.SetBytes(each.text);
+        EXPECT_EQ(WidthsKept(view) > kMany, each.many) << each.why;
+        CodeView readAgain;
+        readAgain.SetBytes("a\n");
+        readAgain.ReadAgain(each.text);
+        EXPECT_EQ(WidthsKept(readAgain) > kMany, each.many) << each.why;
+    }
+}
+
+TEST(CodeView, SeparatesTheWordsOfVeryLongLinesWithoutColouringThem)
+{
+    const std::string words = "one \"two\" 3 /* four */ ";
+    std::string longLine;
+    while (longLine.size() < 30'000)
+        longLine += words;
+    for (const auto& [bytes, separate] : {std::pair(words, false), std::pair(longLine, true)}) {
+        CodeView view;
+        view.SetBytes(bytes);
+        view.SetLanguageFor("/notes.txt");
+        const ViewText text(view);
+        text.Send(QsciScintilla::SCI_COLOURISE, 0, static_cast<long>(words.size()));
+        EXPECT_EQ(text.StyleAt(0) != text.StyleAt(3), separate);
+        for (long at = 0; at < static_cast<long>(words.size()); ++at)
+            EXPECT_EQ(text.Send(QsciScintilla::SCI_STYLEGETFORE, text.StyleAt(at)),
+                      text.Send(QsciScintilla::SCI_STYLEGETFORE, text.StyleAt(0)))
+                << at;
+    }
+}
+
 // ------------------------------------------------------------------------------------------------- Bytes and line ends
 
 TEST(CodeView, KeepsEveryByte)

@@ -116,6 +116,8 @@ const char* CodeLexer::keywords(int set) const
 {
     if (other != nullptr)
         return set >= 1 && set <= static_cast<int>(std::size(other->words)) ? other->words[set - 1] : nullptr;
+    if (language == Language::None)
+        return nullptr;
     switch (set) {
     case kFirstSet:
         return language == Language::C ? kWordsOfC : kWords;
@@ -135,12 +137,14 @@ const char* CodeLexer::lexer() const
 {
     if (other != nullptr)
         return other->lexer;
-    return language == Language::None ? "null" : "cpp";
+    return language == Language::None && !separatesWords ? "null" : "cpp";
 }
 
 QColor CodeLexer::color(int style) const
 {
     const EditorColours& colours = ColoursOf(look.dark);
+    if (other == nullptr && language == Language::None)
+        return colours.text;
     const std::span<const StyleColour> rows = other != nullptr ? other->colours : kFamilyColours;
     const auto row = std::ranges::find(rows, style, &StyleColour::style);
     return row == rows.end() ? colours.text : colours.*(row->colour);

@@ -23,6 +23,10 @@ public:
 
     // By the file's name, or by the text's beginning. What is of no language that is known has the text's colour.
     void SetLanguageFor(const std::string& path, std::string_view beginning = {});
+
+    // Gives the words of a text without colours styles of their own, which all look alike: one that is measured word by
+    // word is measured from memory, and very long lines need that.
+    void SeparateWords(bool separate) { separatesWords = separate; }
     void SetLook(const EditorLook& look);
 
     // The family's own words, and those of Objective-C with the types that its frameworks have everywhere.
@@ -39,6 +43,7 @@ public:
 private:
     EditorLook look;
     const FileLanguage* other = nullptr; // not of the family
+    bool separatesWords = false;
     enum class Language { None, C, Cplusplus, Header, ObjectiveC } language = Language::None;
 };
 

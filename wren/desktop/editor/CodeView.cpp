@@ -20,6 +20,8 @@ constexpr long kBesideNumbers = 6;           // pixels between them and the text
 constexpr double kHundredths = 100;          // Scintilla's unit of the size of fonts, of a point
 constexpr long kFirstLine = 256;             // bytes that say which program reads a script
 constexpr long kEnoughToDetect = 256 * 1024; // bytes that show what a file is indented with
+constexpr size_t kVeryLong = 20'000;         // bytes of a line
+constexpr long kWidthsOfLongLines = 1 << 16; // words
 
 LineEnds EndsOf(std::string_view bytes)
 {
@@ -31,6 +33,17 @@ LineEnds EndsOf(std::string_view bytes)
     if (windows > unix && windows >= mac)
         return LineEnds::Windows;
     return mac > unix ? LineEnds::Mac : LineEnds::Unix;
+}
+
+bool HasVeryLongLine(std::string_view bytes)
+{
+    while (bytes.size() > kVeryLong) {
+        const size_t end = bytes.find_last_of("\r\n", kVeryLong);
+        if (end == std::string_view::npos)
+            return true;
+        bytes.remove_prefix(end + 1);
+    }
+    return false;
 }
 
 } // namespace
@@ -113,6 +126,7 @@ void CodeView::SetClient(CodeViewClient* newClient)
 void CodeView::SetBytes(std::string_view bytes)
 {
     groups.Close();
+    PrepareForLongLines(bytes);
     if (client != nullptr)
         client->TextMoves(*this, 0, text.Length(), static_cast<long>(bytes.size()));
     readsAgain = true;
@@ -138,6 +152,7 @@ void CodeView::ReadAgain(std::string_view bytes)
     const long caret = MovedPlace(Caret(), change);
     const long top = text.Send(SCI_POSITIONFROMLINE, text.Send(SCI_DOCLINEFROMVISIBLE, FirstVisibleLine()));
     groups.Close();
+    PrepareForLongLines(bytes);
     if (client != nullptr)
         client->TextMoves(*this, change.offset, change.removed, change.inserted);
     readsAgain = true;
@@ -228,6 +243,16 @@ void CodeView::GoToLine(long line)
     GoTo(lines.LineStart(line - 1));
 }
 
+// A key in a line has Scintilla measure all of it, word by word; Qt takes microseconds for each that is not remembered.
+// The usual thousand would be forgotten before the next key. The memory is spent only where there is such a line.
+void CodeView::PrepareForLongLines(std::string_view coming)
+{
+    if (hasVeryLongLines || !HasVeryLongLine(coming))
+        return;
+    hasVeryLongLines = true;
+    text.Send(SCI_SETPOSITIONCACHE, kWidthsOfLongLines);
+}
+
 // ------------------------------------------------------------------------------------------------------------- Looks
 
 void CodeView::SetLook(const EditorLook& newLook)
@@ -254,6 +279,7 @@ void CodeView::SetLook(const EditorLook& newLook)
 void CodeView::SetLanguageFor(const std::string& path)
 {
     lexer->SetLanguageFor(path, text.Copy(0, std::min(text.Length(), kFirstLine)));
+    lexer->SeparateWords(hasVeryLongLines);
     SetLook(look);
 }
 

@@ -189,6 +189,7 @@ private:
     void SetStyle(int style, const QColor& ink, const QColor& paper);
     void ApplyIndentation();
     void FitMargin();
+    void PrepareForLongLines(std::string_view coming);
 
     Done As(By who, const std::function<void()>& action);
     void ByUser(const std::function<void()>& action); // then reports the changes to the client
@@ -231,9 +232,10 @@ private:
     Selection replaced;        // the selection when the action began: typing over it takes nothing away
     bool changeUntold = false; // of unknown cause: reported from the event loop
     bool toldLater = false;
-    bool readsAgain = false; // during SetBytes() and ReadAgain()
-    int turned = 0;          // eighths of a degree of the wheel, less than a step of the zoom
-    long numberedLines = 0;  // the margin is wide enough for so many lines
+    bool readsAgain = false;       // during SetBytes() and ReadAgain()
+    int turned = 0;                // eighths of a degree of the wheel, less than a step of the zoom
+    bool hasVeryLongLines = false; // or had
+    long numberedLines = 0;        // the margin is wide enough for so many lines
     long toldCaret = 0;
     std::pair<long, long> heard; // caret and anchor, as screen readers know them
     bool toldModified = false;

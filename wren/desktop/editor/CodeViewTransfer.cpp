@@ -45,6 +45,8 @@ void CodeView::paste()
             QsciScintilla::paste();
         else
             PutIn(bytes);
+        const long line = text.Send(SCI_LINEFROMPOSITION, Caret());
+        PrepareForLongLines(text.Copy(text.Send(SCI_POSITIONFROMLINE, line), text.Send(SCI_GETLINEENDPOSITION, line)));
     });
 }
 
