@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
+#include <QMouseEvent>
 #include <QtTest/QTest>
 
 #include <map>
@@ -36,6 +38,20 @@ std::string WithCarets(const CodeView& view)
     for (auto mark = marks.rbegin(); mark != marks.rend(); ++mark)
         marked.insert(static_cast<size_t>(mark->first), mark->second);
     return marked;
+}
+
+QPoint PlaceOf(const CodeView& view, long offset)
+{
+    const ViewText text(view);
+    return {static_cast<int>(text.Send(QsciScintilla::SCI_POINTXFROMPOSITION, 0, offset)) + 1,
+            static_cast<int>(text.Send(QsciScintilla::SCI_POINTYFROMPOSITION, 0, offset)) + 2};
+}
+
+// QTest's moves have no button and no modifiers.
+void Drag(CodeView& view, Qt::KeyboardModifiers held, const QPoint& place)
+{
+    QMouseEvent move(QEvent::MouseMove, place, view.viewport()->mapToGlobal(place), Qt::NoButton, Qt::LeftButton, held);
+    QApplication::sendEvent(view.viewport(), &move);
 }
 
 struct CaretCase {
@@ -114,11 +130,8 @@ TEST(Carets, ComeWithAClickAndGoWithAnother)
     CodeView view;
     view.resize(400, 300);
     ShowCaret(view, "|abc\ndef\n");
-    const ViewText text(view);
-    const QPoint place(static_cast<int>(text.Send(QsciScintilla::SCI_POINTXFROMPOSITION, 0, 5)) + 1,
-                       static_cast<int>(text.Send(QsciScintilla::SCI_POINTYFROMPOSITION, 0, 5)) + 2);
     const auto click = [&] {
-        QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier, place);
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier, PlaceOf(view, 5));
     };
     click();
     EXPECT_EQ(WithCarets(view), "|abc\nd|ef\n");
@@ -135,6 +148,36 @@ TEST(Carets, MakeAColumnWithKeys)
     EXPECT_EQ(WithCarets(view), "a[b]c\nd[e]f\n");
     QTest::keyClicks(&view, "X");
     EXPECT_EQ(view.Bytes(), "aXc\ndXf\n");
+}
+
+TEST(Carets, MakeAColumnWithTheMouse)
+{
+    constexpr Qt::KeyboardModifiers kHeld = Qt::AltModifier | Qt::ShiftModifier;
+    CodeView view;
+    view.resize(400, 300);
+    ShowCaret(view, "abcd\nefgh\nijkl\n|");
+    QTest::mousePress(view.viewport(), Qt::LeftButton, kHeld, PlaceOf(view, 1));
+    Drag(view, kHeld, PlaceOf(view, 13));
+    QTest::mouseRelease(view.viewport(), Qt::LeftButton, kHeld, PlaceOf(view, 13));
+    EXPECT_EQ(WithCarets(view), "a[bc]d\ne[fg]h\ni[jk]l\n");
+    QTest::keyClicks(&view, "X");
+    EXPECT_EQ(WithCarets(view), "aX|d\neX|h\niX|l\n");
+    view.undo();
+    EXPECT_EQ(view.Bytes(), "abcd\nefgh\nijkl\n") << "one step";
+}
+
+TEST(Carets, PasteAColumnAsABlock)
+{
+    CodeView view;
+    ShowCaret(view, "a|bc\ndef\n\ngh\nij\n");
+    QTest::keyClick(&view, Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    QTest::keyClick(&view, Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+    view.copy();
+    view.GoTo(10);
+    view.paste();
+    EXPECT_EQ(view.Bytes(), "abc\ndef\n\ngbh\niej\n");
+    view.undo();
+    EXPECT_EQ(view.Bytes(), "abc\ndef\n\ngh\nij\n");
 }
 
 TEST(Carets, AreOneForAnEditOfTheStores)

@@ -212,6 +212,7 @@ private:
     void PassKeyToAll(QKeyEvent& event);
     bool TakenByClient(QMouseEvent& event);
     bool TogglesCaret(const QMouseEvent& event);
+    bool StartsColumn(const QMouseEvent& event);
 
     void IndentNewLine();
     void UnindentBrace();

@@ -355,8 +355,20 @@ std::string CodeView::BlanksOfBrace(long brace, const std::string& now) const
 
 void CodeView::mousePressEvent(QMouseEvent* event)
 {
-    if (!TakenByClient(*event) && !TogglesCaret(*event))
+    if (!TakenByClient(*event) && !TogglesCaret(*event) && !StartsColumn(*event))
         ByUser([&] { QsciScintilla::mousePressEvent(event); });
+}
+
+// Scintilla's own modifier for it is Control alone, which follows names here. Alt alone, or with Control, looks them
+// up. While the mouse moves, Scintilla asks for no modifier.
+bool CodeView::StartsColumn(const QMouseEvent& event)
+{
+    if (event.button() != Qt::LeftButton || event.modifiers() != (Qt::AltModifier | Qt::ShiftModifier))
+        return false;
+    QMouseEvent press(event.type(), event.position(), event.globalPosition(), event.button(), event.buttons(),
+                      Qt::ControlModifier);
+    ByUser([&] { QsciScintilla::mousePressEvent(&press); });
+    return true;
 }
 
 bool CodeView::TogglesCaret(const QMouseEvent& event)
