@@ -114,11 +114,11 @@ TEST(Watch, SeesWhatIgnoreFilesSay)
     story.WaitForAnswer("a", "a.c:1 in a.c");
 }
 
-TEST(Watch, SeesACheckoutOfHundredsOfFiles)
+TEST(Watch, SeesACheckoutOfAThousandFiles)
 {
     if (!GitRepository::IsPossible())
         GTEST_SKIP() << "git is not installed";
-    constexpr int kFiles = 600;
+    constexpr int kFiles = 1000;
     const GitRepository repository;
     const auto write = [&](const std::string& name) {
         for (int i = 0; i < kFiles; ++i)
