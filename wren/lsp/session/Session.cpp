@@ -98,7 +98,9 @@ void Session::Initialized(const Json&)
         Start();
 }
 
-// Each in a request of its own: a client that refuses one takes the others.
+// Each in a request of its own: a client that refuses one takes the others. No capability says that a client takes the
+// registration for folders. Those that take the one for settings do; Emacs takes only files and shows a warning for
+// anything else.
 void Session::Register()
 {
     const bool canWatch = abilities.Can("workspace/didChangeWatchedFiles/dynamicRegistration");
@@ -112,8 +114,7 @@ void Session::Register()
     };
     add(canWatch, "workspace/didChangeWatchedFiles", {{"watchers", Watchers()}});
     add(canConfigure, "workspace/didChangeConfiguration", {{"section", "wren"}});
-    add((canWatch || canConfigure) && abilities.Can("workspace/workspaceFolders"),
-        "workspace/didChangeWorkspaceFolders", Json());
+    add(canConfigure && abilities.Can("workspace/workspaceFolders"), "workspace/didChangeWorkspaceFolders", Json());
 }
 
 // One request at a time, however often a client says that there is something new.
