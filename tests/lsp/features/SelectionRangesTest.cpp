@@ -1,5 +1,7 @@
 #include "wren/lsp/features/SelectionRanges.h"
 
+#include "tests/lsp/features/FeatureFixture.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -68,4 +70,19 @@ TEST(SelectionsAround, EachContainsTheOneBefore)
         }
         EXPECT_EQ(inner, (std::pair<size_t, size_t>(0, text.size()))) << offset;
     }
+}
+
+TEST(SelectionRanges, EndWithTheTextWhenTheyAreNestedDeeply)
+{
+    const std::string braces(10'000, '{');
+    const lsp_test::FeatureFixture fixture("void f() " + braces + "|" + std::string(10'000, '}') + "\n");
+    const lsp_test::Json answer =
+        fixture.Ask("textDocument/selectionRange", {{"positions", lsp_test::Json::array({fixture.caret})}});
+    ASSERT_EQ(answer.size(), 1U);
+    const lsp_test::Json* outermost = &answer[0];
+    size_t depth = 1;
+    for (; outermost->contains("parent"); outermost = &outermost->at("parent"))
+        ++depth;
+    EXPECT_EQ(depth, 200U);
+    EXPECT_EQ(outermost->at("range").at("end"), (lsp_test::Json{{"line", 1}, {"character", 0}}));
 }

@@ -4,6 +4,7 @@
 #include "wren/lsp/session/Subject.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace wren::lsp {
 
@@ -130,8 +131,17 @@ private:
     std::vector<std::pair<size_t, size_t>> found;
 };
 
-Json Chain(const std::vector<std::pair<size_t, size_t>>& selections, const Text& text, Encoding encoding, size_t offset)
+// The innermost ones and the whole text: clients fail to read what is nested as deeply as a text can be.
+void LimitDepth(std::vector<std::pair<size_t, size_t>>& selections)
 {
+    constexpr std::ptrdiff_t kMost = 200;
+    if (std::ssize(selections) > kMost)
+        selections.erase(selections.begin() + kMost - 1, selections.end() - 1);
+}
+
+Json Chain(std::vector<std::pair<size_t, size_t>> selections, const Text& text, Encoding encoding, size_t offset)
+{
+    LimitDepth(selections);
     Json chain;
     for (auto each = selections.rbegin(); each != selections.rend(); ++each) {
         Json range = {{"range", text.RangeOf(each->first, each->second, encoding)}};
