@@ -134,9 +134,22 @@ private:
                                 (next == gap.size() || !base::IsIdentifierCharacter(gap[next]));
             const auto breaks = std::count(gap.begin() + static_cast<std::ptrdiff_t>(at), gap.end(), '\n');
             if (isWord && HasRoom(uses, limit))
-                uses.found.push_back({path, line - static_cast<unsigned>(breaks), ColumnOf(text, begin + at),
-                                      resolve::Use::Role::Comment});
+                uses.found.push_back(
+                    {path, line - static_cast<unsigned>(breaks), Column(begin + at), resolve::Use::Role::Comment});
         }
+    }
+
+    // As ColumnOf(), from the use before: generated lines have thousands.
+    unsigned Column(size_t offset)
+    {
+        const size_t from = offset < passed ? 0 : passed;
+        const size_t feed = text.substr(from, offset - from).rfind('\n');
+        if (feed != std::string_view::npos)
+            lineStart = from + feed + 1;
+        else if (from == 0)
+            lineStart = 0;
+        passed = offset;
+        return static_cast<unsigned>(offset - lineStart + 1);
     }
 
     static bool HasRoom(Uses& uses, size_t limit)
@@ -154,7 +167,7 @@ private:
             mentions.emplace_back().use = uses.found.size();
             mentions.back().isBehindTag = IsTagWord(before);
         }
-        uses.found.push_back({path, line, ColumnOf(text, offset), resolve::Use::Role::Other});
+        uses.found.push_back({path, line, Column(offset), resolve::Use::Role::Other});
         return true;
     }
 
@@ -194,6 +207,8 @@ private:
     std::string_view name;
     bool takesComments = false;
     size_t end = 0;                // nothing stands behind it
+    size_t passed = 0;             // by Column()
+    size_t lineStart = 0;          // of the line there
     std::vector<bool> off;         // the branches around the token that no compiler reads
     std::vector<Mention> mentions; // on lines that declare the name
 };

@@ -53,6 +53,18 @@ TEST(References, CountAByteThatIsNotUtf8AsOneUnit)
     }
 }
 
+TEST(References, CountInUnitsOfTheClientWithSeveralOnALine)
+{
+    const std::string text =
+        "int «n»; const char* a = \"\U0001F600\"; int b = «n», c = «n|»;\n  int d = «n», e = «n»;\n";
+    for (const char* encoding : {"utf-8", "utf-16"}) {
+        FeatureOptions options;
+        options.capabilities["general"]["positionEncodings"] = {encoding};
+        const FeatureFixture fixture(text, options);
+        EXPECT_EQ(ReferencesIn(fixture, true), fixture.Marks()) << encoding;
+    }
+}
+
 TEST(References, ComeInPartsWhenThereAreMany)
 {
     std::string text = "int n|;\n";

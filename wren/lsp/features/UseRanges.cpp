@@ -52,9 +52,16 @@ Range UseRanges::Of(const resolve::Use& use)
     return {first, {first.line, first.character + static_cast<unsigned>(end - start)}};
 }
 
-Position UseRanges::PositionOf(size_t offset) const
+// From the use before, as generated lines have thousands.
+Position UseRanges::PositionOf(size_t offset)
 {
-    return {line - 1, CountUnits(text.substr(lineStart, offset - lineStart), encoding)};
+    if (counted < lineStart || counted > offset) {
+        counted = lineStart;
+        units = 0;
+    }
+    units += CountUnits(text.substr(counted, offset - counted), encoding);
+    counted = offset;
+    return {line - 1, units};
 }
 
 } // namespace wren::lsp

@@ -18,13 +18,15 @@ public:
     lsp::Range Of(const resolve::Use& use);   // of the word there
 
 private:
-    Position PositionOf(size_t offset) const; // in the line of the last use
+    Position PositionOf(size_t offset); // in the line of the last use
 
     const std::string_view text;
     const Encoding encoding;
     std::unique_ptr<const Text> lines; // only for a text whose lines the index counts otherwise
     unsigned line = 1;
     size_t lineStart = 0;
+    size_t counted = 0; // up to this offset, in the line
+    unsigned units = 0; // from the line's start to there
 };
 
 } // namespace wren::lsp
