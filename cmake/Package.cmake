@@ -32,8 +32,8 @@ of a project and one of the system headers. Universal Ctags makes them.
 
 The command line and its scripts need no display.")
 if(WREN_DESKTOP)
-    # Qt uses it on a Wayland display without X11.
-    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS qt6-wayland)
+    # The editor runs the first for trees with .editorconfig files; Qt uses the second on a Wayland display without X11.
+    set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "editorconfig, qt6-wayland")
     string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION " The editor lists the
 completions of a name while it is typed, and a click goes to the declaration
 of a symbol.")

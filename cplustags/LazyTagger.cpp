@@ -1,5 +1,6 @@
 #include "cplustags/LazyTagger.h"
 
+#include "base/FindProgram.h"
 #include "cplustags/Failure.h"
 #include "cplustags/Interrupt.h"
 #include "tagging/IgnoredMacros.h"
@@ -29,7 +30,7 @@ std::string FindChosenCtags(const Options& options, const Place& place)
             throw Failure(found.Failure().Message());
         return std::move(*found);
     }
-    std::optional<std::string> found = tagging::FindProgram(options.ctags, place.currentDirectory);
+    std::optional<std::string> found = base::FindProgram(options.ctags, place.currentDirectory);
     if (!found)
         throw Failure("CPLUSTAGS_CTAGS is '" + base::Shown(options.ctags) + "', which cannot be run");
     return std::move(*found);

@@ -1,4 +1,5 @@
 #include "base/EnvironmentNumber.h"
+#include "base/FindProgram.h"
 #include "base/Paths.h"
 #include "symbols/Index.h"
 #include "tagging/ctags/CtagsProgram.h"
@@ -20,7 +21,7 @@ base::Result<std::string> Ctags()
     const char* named = std::getenv("CPLUSTAGS_CTAGS");
     if (named == nullptr || *named == '\0')
         return tagging::FindCtags(directory);
-    std::optional<std::string> program = tagging::FindProgram(named, directory);
+    std::optional<std::string> program = base::FindProgram(named, directory);
     if (!program)
         return base::Error{"CPLUSTAGS_CTAGS is '" + base::Shown(named) + "', which cannot be run"};
     return std::move(*program);

@@ -1,8 +1,8 @@
 #include "symbols/update/ParserVersion.h"
 
+#include "base/ChildProcess.h"
 #include "base/FileIdentity.h"
 #include "symbols/update/SourceNames.h"
-#include "tagging/ctags/ChildProcess.h"
 
 #include <chrono>
 #include <map>
@@ -49,8 +49,8 @@ base::Result<std::string> VersionOfCtags(const tagging::CtagsSettings& ctags, co
     const Identity identity = base::FileIdentity::At(ctags.program);
     if (std::optional<std::string> version = known.Find(ctags.program, identity))
         return *std::move(version);
-    const base::Result<std::string> text = tagging::OutputOf({ctags.program, "--options=NONE", "--version"},
-                                                             std::chrono::seconds(ctags.timeLimit), cancel);
+    const base::Result<std::string> text =
+        base::OutputOf({ctags.program, "--options=NONE", "--version"}, std::chrono::seconds(ctags.timeLimit), cancel);
     if (!text)
         return text.Failure();
     std::string version = text->substr(0, text->find('\n'));

@@ -49,7 +49,7 @@ private:
     bool exists;
 };
 
-Command CommandFor(const CtagsSettings& settings, Parser parser, const OutputFile& output)
+base::Command CommandFor(const CtagsSettings& settings, Parser parser, const OutputFile& output)
 {
     std::vector<std::string> words = CtagsWords(settings, parser);
     words.insert(words.end(), {"-L", "-", "-f", output.Path()});
@@ -64,7 +64,7 @@ std::string NamesOf(const std::vector<Source>& sources)
     return names;
 }
 
-void WriteNames(ChildProcess& child, std::string& names)
+void WriteNames(base::ChildProcess& child, std::string& names)
 {
     const ssize_t count = ::write(child.input.Number(), names.data(), names.size());
     if (count > 0)
@@ -84,7 +84,7 @@ bool PassOver(const base::Descriptor& errors)
 }
 
 // Writes the names to ctags and waits until it has ended; false when it is stopped or takes too long.
-bool Attend(ChildProcess& child, std::string names, std::span<const int> stops, Clock::time_point end)
+bool Attend(base::ChildProcess& child, std::string names, std::span<const int> stops, Clock::time_point end)
 {
     while (true) {
         std::vector<pollfd> places = {{names.empty() ? -1 : child.input.Number(), POLLOUT, 0},
@@ -153,7 +153,7 @@ bool TagBatch(const CtagsSettings& settings, std::vector<Source>& sources, std::
     const OutputFile output(settings.temporaries);
     if (!output.Exists() || sources.empty())
         return false;
-    base::Result<ChildProcess> child = StartChild(CommandFor(settings, sources.front().parser, output));
+    base::Result<base::ChildProcess> child = base::StartChild(CommandFor(settings, sources.front().parser, output));
     if (!child)
         return false;
     const bool ended = Attend(*child, NamesOf(sources), stops, Clock::now() + std::chrono::seconds(settings.timeLimit));

@@ -43,8 +43,8 @@ ReadResult ReadMore(const base::Descriptor& from, std::string& text)
 
 base::Result<std::unique_ptr<CtagsProcess>> CtagsProcess::Start(const CtagsSettings& settings, Parser parser)
 {
-    base::Result<ChildProcess> child =
-        StartChild({Words(settings, parser), settings.directory + "/", settings.temporaries});
+    base::Result<base::ChildProcess> child =
+        base::StartChild({Words(settings, parser), settings.directory + "/", settings.temporaries});
     if (!child)
         return child.Failure();
     ::fcntl(child->output.Number(), F_SETPIPE_SZ, kPipe);

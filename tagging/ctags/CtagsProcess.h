@@ -1,7 +1,7 @@
 // A ctags process that reads file names and writes their tags, one file after the other.
 #pragma once
 
-#include "tagging/ctags/ChildProcess.h"
+#include "base/ChildProcess.h"
 #include "tagging/ctags/CtagsSettings.h"
 #include "tagging/ctags/Source.h"
 
@@ -46,14 +46,14 @@ public:
     std::string LastWords();          // the end of its standard error
 
 private:
-    explicit CtagsProcess(ChildProcess child) : child(std::move(child)) {}
+    explicit CtagsProcess(base::ChildProcess child) : child(std::move(child)) {}
 
     void WriteNames();
     void ReadOutput(const Done& done);
     bool ReadErrors();
     void Finish(const Done& done);
 
-    ChildProcess child;
+    base::ChildProcess child;
     std::deque<Source> sources;
     Clock::time_point began;
     std::string names;   // still to be written

@@ -31,6 +31,7 @@ PreferenceValues NothingAsByDefault()
     values.tabWidth = 1;
     values.indentsWithTabs = values.wrapsLines = values.showsBlanks = values.showsGuides = true;
     values.showsScopes = false;
+    values.followsConfig = false;
     values.colours = PreferenceValues::Colours::Dark;
     values.restoresSession = false;
     values.command = PreferenceValues::Modifier::Alt;

@@ -158,6 +158,7 @@ const Form kForms[] = {
     {"WrenShowBlanks", ReadSwitch<&Values::showsBlanks>, WrittenSwitch<&Values::showsBlanks>},
     {"WrenShowGuides", ReadSwitch<&Values::showsGuides>, WrittenSwitch<&Values::showsGuides>},
     {"WrenShowScopes", ReadSwitch<&Values::showsScopes>, WrittenSwitch<&Values::showsScopes>},
+    {"WrenEditorConfig", ReadSwitch<&Values::followsConfig>, WrittenSwitch<&Values::followsConfig>},
     {"WrenColours", [](const std::string& text, Values* values) { return ReadWord(kColours, text, &values->colours); },
      [](const Values& values) { return WordFor(kColours, values.colours); }},
     {"WrenRestoreSession", ReadSwitch<&Values::restoresSession>, WrittenSwitch<&Values::restoresSession>},

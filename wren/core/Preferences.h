@@ -22,6 +22,7 @@ namespace wren {
 //     WrenShowBlanks on
 //     WrenShowGuides on
 //     WrenShowScopes off
+//     WrenEditorConfig off
 //     WrenColours dark
 //     WrenRestoreSession off
 //     WrenModifiers command=alt control=control option=super
@@ -51,8 +52,9 @@ struct PreferenceValues {
     bool indentsWithTabs = false;
     bool wrapsLines = false;
     bool showsBlanks = false;
-    bool showsGuides = false; // lines at the levels of indentation
-    bool showsScopes = true;  // above the text, where names are understood
+    bool showsGuides = false;  // lines at the levels of indentation
+    bool showsScopes = true;   // above the text, where names are understood
+    bool followsConfig = true; // the .editorconfig files of a tree
     Colours colours = Colours::Desktop;
     bool restoresSession = true;
     Modifier command = Modifier::Super; // of the three, no two are the same

@@ -4,6 +4,7 @@
 #include "wren/core/Host.h"
 #include "wren/core/HostObservers.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/desktop/ConfigKeeper.h"
 #include "wren/desktop/DesktopFace.h"
 #include "wren/desktop/DocumentLabels.h"
 #include "wren/desktop/EditorMenus.h"
@@ -100,6 +101,9 @@ void Editor::MakeActions(const DesktopOptions& options)
     labels = std::make_unique<DocumentLabels>(*host, *window);
     documents = std::make_unique<DocumentActions>(
         DocumentActions::Parts{*host, *window, *loop, *files, *worksheet, *labels, *router});
+    configs = std::make_unique<ConfigKeeper>(
+        ConfigKeeper::Parts{*host, window->Tabs(), *documents, [this] { return preferences.Values().followsConfig; },
+                            [this](const QString& text) { window->Notices().Tell(text); }});
     tabActions = std::make_unique<TabActions>(*host, window->Tabs(), *documents);
     texts = std::make_unique<TextChooser>(*host, *window);
     places = std::make_unique<PlaceActions>(*host, window->Tabs(), *documents);
@@ -239,6 +243,7 @@ void Editor::ConnectWindow()
     connect(documents.get(), &DocumentActions::ZoomAsked, preferenceActions.get(), &PreferenceActions::UseZoom);
     connect(preferenceActions.get(), &PreferenceActions::KeysChosen, menus.get(),
             [this] { menus->BindKeys(preferences.Values().keys, preferences.Values().menuKeys); });
+    connect(preferenceActions.get(), &PreferenceActions::KeysChosen, configs.get(), &ConfigKeeper::FollowAll);
     if (symbols != nullptr)
         connect(preferenceActions.get(), &PreferenceActions::KeysChosen, symbols.get(), [this] {
             symbols->Outlines().ShowScopes(preferences.Values().showsScopes);

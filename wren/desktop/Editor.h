@@ -16,6 +16,7 @@
 
 namespace wren {
 
+class ConfigKeeper;
 class DesktopFace;
 class DocumentLabels;
 class EditorMenus;
@@ -116,6 +117,7 @@ private:
     std::unique_ptr<SettingsKeeper> settings;
     std::unique_ptr<DocumentLabels> labels;
     std::unique_ptr<DocumentActions> documents;
+    std::unique_ptr<ConfigKeeper> configs;
     std::unique_ptr<TabActions> tabActions;
     std::unique_ptr<TextChooser> texts;
     std::unique_ptr<PlaceActions> places;

@@ -196,6 +196,8 @@ bool FileKeeper::Write(Document& document, const std::string& path)
     if (HasItsOwnPlace(document))
         TakeInOthersLines(document);
     CodeView* view = ViewOf(document);
+    if (!document.IsWorksheet())
+        view->TidyForSaving();
     const std::string text = view->Bytes();
     if (!WriteText(path, text))
         return false;

@@ -51,6 +51,7 @@ PreferenceValues NothingAsByDefault()
     values.tabWidth = 8;
     values.indentsWithTabs = values.wrapsLines = values.showsBlanks = values.showsGuides = true;
     values.showsScopes = false;
+    values.followsConfig = false;
     values.colours = PreferenceValues::Colours::Dark;
     values.restoresSession = false;
     values.command = Modifier::Control;

@@ -1,11 +1,11 @@
 #include "wren/cli/symbols/Dot.h"
 
 #include "base/Descriptor.h"
+#include "base/FindProgram.h"
 #include "base/NewFile.h"
 #include "base/Paths.h"
 #include "base/Process.h"
 #include "base/Utf8.h"
-#include "tagging/ctags/CtagsProgram.h"
 
 #include <optional>
 #include <sys/mman.h>
@@ -80,7 +80,7 @@ std::string DotText(const Graph& graph, const std::string& title, bool reversed)
 
 base::Result<std::string> DrawDot(const std::string& dot, const std::string& format)
 {
-    const std::optional<std::string> program = tagging::FindProgram("dot", base::CurrentDirectory());
+    const std::optional<std::string> program = base::FindProgram("dot", base::CurrentDirectory());
     if (!program)
         return base::Error{"Graphviz is not installed (apt install graphviz); --format dot needs none"};
     const base::Result<base::Descriptor> input = MemoryFile(dot);

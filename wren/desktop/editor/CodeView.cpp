@@ -298,6 +298,7 @@ void CodeView::ApplyColours()
     text.Send(SCI_SETSELFORE, false); // selected text keeps its colours
     text.Send(SCI_SETSELEOLFILLED, true);
     setWhitespaceForegroundColor(colours.lineNumbers);
+    setEdgeColor(colours.occurrence);
 }
 
 void CodeView::SetStyle(int style, const QColor& ink, const QColor& paper)
@@ -311,10 +312,37 @@ void CodeView::SetStyle(int style, const QColor& ink, const QColor& paper)
 void CodeView::ApplyIndentation()
 {
     const long enough = std::min(text.Length(), kEnoughToDetect);
-    indentation = DetectIndentation(text.Copy(0, enough), {look.indentsWithTabs, look.tabWidth});
-    setTabWidth(look.tabWidth);
+    const int tabWidth = config.tabWidth.value_or(config.usesTabs.value_or(false) ? config.level.value_or(look.tabWidth)
+                                                                                  : look.tabWidth);
+    indentation = DetectIndentation(text.Copy(0, enough), {look.indentsWithTabs, tabWidth});
+    indentation.tabs = config.usesTabs.value_or(indentation.tabs);
+    indentation.width = indentation.tabs ? tabWidth : config.level.value_or(indentation.width);
+    setTabWidth(tabWidth);
     setIndentationsUseTabs(indentation.tabs);
     setIndentationWidth(indentation.width);
+}
+
+void CodeView::SetConfig(const EditorConfig& newConfig)
+{
+    if (config == newConfig)
+        return;
+    config = newConfig;
+    ApplyIndentation();
+    setEdgeMode(config.longestLine ? EdgeLine : EdgeNone);
+    if (config.longestLine)
+        setEdgeColumn(*config.longestLine);
+}
+
+void CodeView::TidyForSaving()
+{
+    if (!config.trimsBlanks && !config.endsLastLine)
+        return;
+    beginUndoAction();
+    if (config.trimsBlanks)
+        TrimLineEnds(text);
+    if (config.endsLastLine)
+        EndLastLine(text);
+    endUndoAction();
 }
 
 void CodeView::FitMargin()

@@ -15,6 +15,7 @@
 #include "wren/desktop/editor/TextSearch.h"
 #include "wren/desktop/editor/UndoGroups.h"
 #include "wren/desktop/editor/ViewText.h"
+#include "wren/text/EditorConfig.h"
 #include "wren/text/TextStore.h"
 
 #include <Qsci/qsciscintilla.h>
@@ -78,6 +79,9 @@ public:
     void SetLook(const EditorLook& look);
     const EditorLook& Look() const { return look; }
     void SetLanguageFor(const std::string& path); // for its colours; after the text is set
+    void SetConfig(const EditorConfig& config);   // counts more than what the text shows
+    const EditorConfig& Config() const { return config; }
+    void TidyForSaving(); // as the configuration wants it: one step to undo
 
     // The store that the document is edited through. It borrows the view; when the view is gone first, the store is
     // empty. Edits that a group collects end with the next thing the user does.
@@ -220,6 +224,7 @@ private:
     void ShowBraces();
 
     EditorLook look;
+    EditorConfig config;
     Indentation indentation;
     ViewText text;
     TextLines lines;

@@ -165,4 +165,26 @@ void ApplyToLines(const ViewText& text, LineCommand command, std::string_view ma
     }
 }
 
+void TrimLineEnds(const ViewText& text)
+{
+    for (long line = text.Send(Sci::SCI_GETLINECOUNT) - 1; line >= 0; --line) {
+        const long end = text.Send(Sci::SCI_GETLINEENDPOSITION, line);
+        const long start = StartOf(text, line);
+        long ink = end;
+        while (ink > start && (text.CharAt(ink - 1) == ' ' || text.CharAt(ink - 1) == '\t'))
+            --ink;
+        if (ink < end)
+            text.Send(Sci::SCI_DELETERANGE, ink, end - ink);
+    }
+}
+
+void EndLastLine(const ViewText& text)
+{
+    const long end = text.Length();
+    if (StartOf(text, LineOf(text, end)) == end)
+        return;
+    const long mode = text.Send(Sci::SCI_GETEOLMODE);
+    text.Replace(end, end, mode == Sci::SC_EOL_CRLF ? "\r\n" : mode == Sci::SC_EOL_CR ? "\r" : "\n");
+}
+
 } // namespace wren

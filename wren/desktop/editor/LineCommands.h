@@ -17,4 +17,10 @@ std::string_view CommentMark(const std::string& path);
 // the only one. 'mark' is for ToggleComment: all lines get it unless all have it. GUI thread.
 void ApplyToLines(const ViewText& text, LineCommand command, std::string_view mark);
 
+// Takes the blanks and tabs at the ends of all lines away. GUI thread.
+void TrimLineEnds(const ViewText& text);
+
+// Ends the last line as the view ends lines, unless it is empty. GUI thread.
+void EndLastLine(const ViewText& text);
+
 } // namespace wren

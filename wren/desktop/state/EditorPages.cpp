@@ -58,6 +58,7 @@ EditorPages::EditorPages(QWidget* parent)
       indentsWithTabs(Switch(tr("&Indent with tabs"))), wrapsLines(Switch(tr("&Wrap long lines"))),
       showsBlanks(Switch(tr("Show &blanks and tabs"))), showsGuides(Switch(tr("Show &levels of indentation"))),
       showsScopes(Switch(tr("Show the scopes of the caret &above the text"))),
+      followsConfig(Switch(tr("&Follow .editorconfig files"))),
       restoresSession(Switch(tr("Open last session's &files at start"))), colours(new QComboBox),
       command(ModifierBox("command")), control(ModifierBox("control")), option(ModifierBox("option")),
       lookupClick(new QComboBox), jumpsByMeaning(new QCheckBox(tr("F12 goes to what a name &means"))),
@@ -94,7 +95,7 @@ void EditorPages::AddTextPage()
     form->addRow(tr("&Size:"), fontSize);
     form->addRow(tr("&Colours:"), colours);
     form->addRow(tr("&Tab width:"), tabWidth);
-    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, showsGuides, showsScopes})
+    for (QCheckBox* each : {indentsWithTabs, wrapsLines, showsBlanks, showsGuides, showsScopes, followsConfig})
         form->addRow(each);
 }
 
@@ -187,6 +188,7 @@ PreferenceValues EditorPages::Values() const
     values.showsGuides = showsGuides->isChecked();
     values.restoresSession = restoresSession->isChecked();
     values.showsScopes = showsScopes->isChecked();
+    values.followsConfig = followsConfig->isChecked();
     values.colours = Chosen<Colours>(colours);
     values.command = Chosen<Modifier>(command);
     values.control = Chosen<Modifier>(control);
@@ -212,6 +214,7 @@ void EditorPages::SetValues(const PreferenceValues& values)
     showsGuides->setChecked(values.showsGuides);
     showsScopes->setVisible(values.understandsNames);
     showsScopes->setChecked(values.showsScopes);
+    followsConfig->setChecked(values.followsConfig);
     restoresSession->setChecked(values.restoresSession);
     Choose(colours, values.colours);
     Choose(command, values.command);

@@ -66,6 +66,7 @@ private:
     QCheckBox* showsBlanks;
     QCheckBox* showsGuides;
     QCheckBox* showsScopes;
+    QCheckBox* followsConfig;
     QCheckBox* restoresSession;
     QComboBox* colours;
     QComboBox* command;

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace tagging {
+namespace base {
 
 struct Command {
     std::vector<std::string> words; // the first is the program's path
@@ -21,17 +21,17 @@ struct Command {
 // Killed when its starting thread ends for any reason, and when its owner goes. It has its own process group: Control-C
 // reaches only us, and we stop it. Our ends of the pipes do not block. Not thread-safe.
 struct ChildProcess {
-    base::Descriptor input; // for writing
-    base::Descriptor output;
-    base::Descriptor errors;
-    base::Process process;
+    Descriptor input; // for writing
+    Descriptor output;
+    Descriptor errors;
+    Process process;
 };
 
-base::Result<ChildProcess> StartChild(const Command& command);
+Result<ChildProcess> StartChild(const Command& command);
 
 // The beginning of the program's standard output; "" when it cannot be run. Fails when it takes longer than the limit,
 // and when it is cancelled; the program is killed then.
-base::Result<std::string> OutputOf(const std::vector<std::string>& words, std::chrono::milliseconds limit,
-                                   const base::CancelToken& cancel);
+Result<std::string> OutputOf(const std::vector<std::string>& words, std::chrono::milliseconds limit,
+                             const CancelToken& cancel);
 
-} // namespace tagging
+} // namespace base

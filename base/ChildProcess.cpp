@@ -1,4 +1,4 @@
-#include "tagging/ctags/ChildProcess.h"
+#include "base/ChildProcess.h"
 
 #include "base/Pipe.h"
 
@@ -9,31 +9,31 @@
 #include <poll.h>
 #include <unistd.h>
 
-namespace tagging {
+namespace base {
 
-base::Result<ChildProcess> StartChild(const Command& command)
+Result<ChildProcess> StartChild(const Command& command)
 {
-    base::Result<base::Pipe> in = base::OpenPipe();
-    base::Result<base::Pipe> out = base::OpenPipe();
-    base::Result<base::Pipe> err = base::OpenPipe();
-    for (const base::Result<base::Pipe>* pipe : {&in, &out, &err})
+    Result<Pipe> in = OpenPipe();
+    Result<Pipe> out = OpenPipe();
+    Result<Pipe> err = OpenPipe();
+    for (const Result<Pipe>* pipe : {&in, &out, &err})
         if (!*pipe)
-            return base::Error{"cannot start " + command.words[0], pipe->Failure().number};
-    base::Program program;
+            return Error{"cannot start " + command.words[0], pipe->Failure().number};
+    Program program;
     program.path = command.words[0];
     program.words = command.words;
     program.directory = command.directory;
     if (!command.temporaries.empty())
         program.variables = {{"TMPDIR", command.temporaries}};
     program.descriptors = {in->reading.Number(), out->writing.Number(), err->writing.Number()};
-    program.group = base::Program::Group::Own;
+    program.group = Program::Group::Own;
     program.defaultSignals = {SIGPIPE, SIGXFSZ, SIGINT, SIGTERM, SIGHUP};
     program.diesWithThread = true;
     program.dumpsCore = false; // it would be put beside the tags file
-    base::Result<base::Process> process = base::Process::Start(program);
+    Result<Process> process = Process::Start(program);
     if (!process)
         return process.Failure();
-    for (const base::Descriptor* end : {&in->writing, &out->reading, &err->reading})
+    for (const Descriptor* end : {&in->writing, &out->reading, &err->reading})
         ::fcntl(end->Number(), F_SETFL, O_NONBLOCK);
     return ChildProcess{std::move(in->writing), std::move(out->reading), std::move(err->reading), std::move(*process)};
 }
@@ -43,8 +43,7 @@ namespace {
 constexpr size_t kMostOutput = 64 * 1024; // bytes; more says nothing about a program's version
 
 // Waits until there is output or its end; false at the given time, and when it is cancelled.
-bool WaitForOutput(const base::Descriptor& output, std::chrono::steady_clock::time_point end,
-                   const base::CancelToken& cancel)
+bool WaitForOutput(const Descriptor& output, std::chrono::steady_clock::time_point end, const CancelToken& cancel)
 {
     while (!cancel.IsCancelled()) {
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - std::chrono::steady_clock::now());
@@ -60,11 +59,11 @@ bool WaitForOutput(const base::Descriptor& output, std::chrono::steady_clock::ti
 
 } // namespace
 
-base::Result<std::string> OutputOf(const std::vector<std::string>& words, std::chrono::milliseconds limit,
-                                   const base::CancelToken& cancel)
+Result<std::string> OutputOf(const std::vector<std::string>& words, std::chrono::milliseconds limit,
+                             const CancelToken& cancel)
 {
     const auto end = std::chrono::steady_clock::now() + limit;
-    base::Result<ChildProcess> child = StartChild({words, "", ""});
+    Result<ChildProcess> child = StartChild({words, "", ""});
     if (!child)
         return std::string();
     child->input.Close();
@@ -72,7 +71,7 @@ base::Result<std::string> OutputOf(const std::vector<std::string>& words, std::c
     char text[4096];
     while (output.size() < kMostOutput) {
         if (!WaitForOutput(child->output, end, cancel))
-            return base::Error{cancel.IsCancelled() ? "cancelled" : words[0] + " does not answer"};
+            return Error{cancel.IsCancelled() ? "cancelled" : words[0] + " does not answer"};
         const ssize_t size = ::read(child->output.Number(), text, sizeof text);
         if (size == 0 || (size < 0 && errno != EAGAIN && errno != EINTR))
             break;
@@ -82,4 +81,4 @@ base::Result<std::string> OutputOf(const std::vector<std::string>& words, std::c
     return output;
 }
 
-} // namespace tagging
+} // namespace base
