@@ -222,12 +222,18 @@ std::vector<symbols::Symbol> DeclaredAs(std::string_view name, const std::vector
     return declared;
 }
 
-Uses LocalUses(Question& question, const LocalName& local, const std::string& path, size_t limit)
+bool IsCancelled(symbols::Limits limits)
+{
+    return limits.cancel != nullptr && limits.cancel->IsCancelled();
+}
+
+// What each mention means is found by reading back from it, which takes long in a large function.
+Uses LocalUses(Question& question, const LocalName& local, const std::string& path, symbols::Limits limits)
 {
     Uses uses;
     const Tokens& tokens = question.GetTokens();
     const std::string_view name = tokens[local.name].text;
-    for (size_t i = 0; i < tokens.Count(); ++i) {
+    for (size_t i = 0; i < tokens.Count() && !IsCancelled(limits); ++i) {
         if (tokens[i].text != name || !tokens[i].IsWord())
             continue;
         const Token& before = tokens[i - 1];
@@ -237,7 +243,7 @@ Uses LocalUses(Question& question, const LocalName& local, const std::string& pa
         const bool isParameter = local.kind == SymbolKind::MacroParameter && question.IsInDirective();
         if (!isParameter && (!meant || meant->name != local.name))
             continue;
-        if (uses.found.size() == limit) {
+        if (uses.found.size() == limits.results) {
             uses.more = true;
             break;
         }
@@ -263,11 +269,6 @@ void AddFilesWithComments(const symbols::Snapshot& snapshot, std::vector<FileNum
     });
 }
 
-bool IsCancelled(symbols::Limits limits)
-{
-    return limits.cancel != nullptr && limits.cancel->IsCancelled();
-}
-
 } // namespace
 
 bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, Where where, const UseSink& sink) const
@@ -276,7 +277,7 @@ bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, Where wher
     const MeaningList meanings = question.Meanings();
     Uses own;
     if (question.Local()) {
-        own = LocalUses(question, *question.Local(), place.path, limits.results);
+        own = LocalUses(question, *question.Local(), place.path, limits);
         const bool goesOn = own.found.empty() || sink(place.text, std::move(own.found));
         return own.more || !goesOn;
     }

@@ -66,6 +66,15 @@ TEST(References, OnALineThatDeclaresOnlyTheDeclarationIsOne)
         EXPECT_EQ(UsesOf(each.text), each.uses) << each.text;
 }
 
+TEST(References, OfALocalEndWhenTheyAreCancelled)
+{
+    const Project project("void f(int n) { n|; n; }\n");
+    base::CancelToken cancel;
+    EXPECT_EQ(project.Resolver().References(project.place, {1000, &cancel}).found.size(), 3U);
+    cancel.Cancel();
+    EXPECT_TRUE(project.Resolver().References(project.place, {1000, &cancel}).found.empty());
+}
+
 TEST(References, InCommentsWhenTheyAreAskedFor)
 {
     const Project project(

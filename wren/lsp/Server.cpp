@@ -160,6 +160,7 @@ void Server::Work(Handler handler, const Json& params, const RequestContext& con
         outbox.WaitForRoom(request->cancel); // the answers to all requests that wait would take much memory
         context.CheckCancelled();
         const Json result = handler(params, context);
+        context.CheckCancelled(); // then the result may not be complete
         if (Claim(request))
             Answer(request->id, result);
     } catch (const Failure& failure) {
