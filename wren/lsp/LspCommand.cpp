@@ -83,6 +83,7 @@ void AddLspCommand(CLI::App& app, int* status)
     command->add_option("--log", words->log, "Append the log to this file, not to standard error")->type_name("FILE");
     command->add_option("--home", words->home, "Keep indexes in .cache below this directory")->type_name("DIR");
     command->add_flag("--stdio")->group(""); // many clients add it: what this server does anyway
+    command->set_version_flag("--version", std::string("wren ") + WREN_VERSION)->group(""); // plug-ins ask servers so
     command->footer(kFooter);
     command->callback([words, status] { *status = Serve(*words); });
 }
