@@ -60,6 +60,7 @@ private:
     void FillEdit(QMenu* menu);
     void FillLines(QMenu* menu);
     void FillCarets(QMenu* menu);
+    void FillEnds(QMenu* menu);
     void AddTextSwitches(QMenu* menu);
     void FillFolds(QMenu* menu);
     void FillBookmarks(QMenu* menu);

@@ -4,6 +4,7 @@
 #include "wren/desktop/EditorMenus.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/MainWindow.h"
+#include "wren/desktop/StatusLine.h"
 #include "wren/desktop/editor/CodeView.h"
 
 #include <QAction>
@@ -50,6 +51,33 @@ void EditorMenus::FillCarets(QMenu* menu)
     add(CaretCommand::AllMatches, tr("Select &All Same Text"), "Alt+F3");
     add(CaretCommand::LineAbove, tr("Caret on the Line A&bove"), "Ctrl+Alt+Up");
     add(CaretCommand::LineBelow, tr("Caret on the Line Belo&w"), "Ctrl+Alt+Down");
+}
+
+// The status line has the same menu.
+void EditorMenus::FillEnds(QMenu* menu)
+{
+    const auto add = [&](LineEnds ends, const QString& label) {
+        QAction* action = Add(menu, label, "", {}, nullptr);
+        action->setCheckable(true);
+        const auto show = [this, ends, action] {
+            const CodeView* view = parts.window.Tabs().CurrentView();
+            action->setEnabled(view != nullptr);
+            action->setChecked(view != nullptr && !view->HasMixedEnds() && view->Ends() == ends);
+        };
+        connect(action, &QAction::triggered, this, [this, ends, show] {
+            CodeView* view = parts.window.Tabs().CurrentView();
+            if (view == nullptr)
+                return;
+            view->UseEnds(ends);
+            parts.window.Status().Show(parts.host.Current(), view);
+            show();
+        });
+        connect(menu, &QMenu::aboutToShow, action, show);
+    };
+    add(LineEnds::Unix, tr("&LF (Unix)"));
+    add(LineEnds::Windows, tr("C&R LF (Windows)"));
+    add(LineEnds::Mac, tr("&CR (Old Macs)"));
+    parts.window.Status().SetEndsMenu(menu);
 }
 
 // The preferences have them as well.

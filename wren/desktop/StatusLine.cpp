@@ -38,7 +38,8 @@ long ColumnOf(const Document& document, long caret)
 } // namespace
 
 StatusLine::StatusLine(QStatusBar* bar)
-    : rebuild(new QToolButton), index(new QToolButton), background(new QLabel), position(new QLabel), ends(new QLabel)
+    : rebuild(new QToolButton), index(new QToolButton), background(new QLabel), position(new QLabel),
+      ends(new QToolButton)
 {
     rebuild->setText(tr("Rebuild Tags"));
     rebuild->setObjectName("rebuildTags");
@@ -53,6 +54,12 @@ StatusLine::StatusLine(QStatusBar* bar)
     index->setFocusPolicy(Qt::NoFocus);
     index->setPopupMode(QToolButton::InstantPopup);
     index->hide();
+    ends->setObjectName("lineEnds");
+    ends->setAutoRaise(true);
+    ends->setFocusPolicy(Qt::NoFocus);
+    ends->setPopupMode(QToolButton::InstantPopup);
+    ends->setToolTip(tr("The ends of the lines"));
+    ends->setAccessibleDescription(tr("How the lines of this text end"));
     bar->addPermanentWidget(ends);
     bar->addPermanentWidget(position);
     vetch::SetThreadsWatcher(&GuiLoop::Wake);
@@ -72,7 +79,9 @@ void StatusLine::Show(const Document* document, const CodeView* view)
         return;
     const long caret = view->Caret();
     position->setText(tr("Line %1, column %2").arg(document->LineAt(caret) + 1).arg(ColumnOf(*document, caret)));
-    ends->setText(NameOf(view->Ends()));
+    const QString name = NameOf(view->Ends());
+    ends->setText(view->HasMixedEnds() ? tr("%1, mixed").arg(name) : name);
+    ends->setAccessibleName(tr("Line ends: %1").arg(ends->text()));
 }
 
 void StatusLine::ShowIndex(const QString& activity, const QString& problem, bool isStopped)
@@ -90,6 +99,11 @@ void StatusLine::SetIndexMenu(QMenu* menu)
 {
     index->setMenu(menu);
     index->show();
+}
+
+void StatusLine::SetEndsMenu(QMenu* menu)
+{
+    ends->setMenu(menu);
 }
 
 void StatusLine::SetMakingTags(std::function<bool()> answers)

@@ -30,6 +30,8 @@ public:
     void ShowIndex(const QString& activity, const QString& problem, bool isStopped);
     void SetIndexMenu(QMenu* menu); // borrowed; the index is not shown before
 
+    void SetEndsMenu(QMenu* menu); // borrowed; where the line ends are shown
+
     void SetMakingTags(std::function<bool()> answers); // whether tags are being made; null for never
 
     void OfferRebuild(bool offered); // shows a button for it, or takes it away
@@ -43,7 +45,7 @@ private:
     QToolButton* index;
     QLabel* background;
     QLabel* position;
-    QLabel* ends;
+    QToolButton* ends;
 };
 
 } // namespace wren

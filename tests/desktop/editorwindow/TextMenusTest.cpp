@@ -8,6 +8,7 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QToolButton>
 
 namespace {
 
@@ -63,6 +64,21 @@ TEST_F(TextMenus, WrapLinesAndKeepThatForTheNextStart)
     EXPECT_FALSE(View().Look().wraps);
     Choose("View", "Show Levels of Indentation");
     EXPECT_EQ(Ask(QsciScintilla::SCI_GETINDENTATIONGUIDES), QsciScintilla::SC_IV_LOOKBOTH);
+}
+
+TEST_F(TextMenus, ConvertLineEndsAndShowThem)
+{
+    const std::string file = home.Write("a.c", "int a;\r\nint b;\nint c;\n");
+    Start({file});
+    const auto* shown = TheEditor().Window().findChild<QToolButton*>("lineEnds");
+    ASSERT_NE(shown, nullptr);
+    EXPECT_EQ(shown->text(), "LF, mixed");
+    ChooseBelow("Line Ends", "CR LF (Windows)");
+    EXPECT_EQ(shown->text(), "CR LF");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "int a;\r\nint b;\r\nint c;\r\n");
+    Press("Ctrl+Z");
+    EXPECT_EQ(shown->text(), "LF, mixed");
 }
 
 TEST_F(TextMenus, MarkLinesThatTheSessionKeeps)

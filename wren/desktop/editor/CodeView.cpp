@@ -23,18 +23,6 @@ constexpr long kEnoughToDetect = 256 * 1024; // bytes that show what a file is i
 constexpr size_t kVeryLong = 20'000;         // bytes of a line
 constexpr long kWidthsOfLongLines = 1 << 16; // words
 
-LineEnds EndsOf(std::string_view bytes)
-{
-    long windows = 0;
-    long mac = 0;
-    for (size_t at = bytes.find('\r'); at != std::string_view::npos; at = bytes.find('\r', at + 1))
-        (at + 1 < bytes.size() && bytes[at + 1] == '\n' ? windows : mac)++;
-    const long unix = std::count(bytes.begin(), bytes.end(), '\n') - windows;
-    if (windows > unix && windows >= mac)
-        return LineEnds::Windows;
-    return mac > unix ? LineEnds::Mac : LineEnds::Unix;
-}
-
 bool HasVeryLongLine(std::string_view bytes)
 {
     while (bytes.size() > kVeryLong) {
@@ -141,7 +129,7 @@ void CodeView::SetBytes(std::string_view bytes)
         text.Send(SCI_SETSAVEPOINT);
     });
     readsAgain = false;
-    ApplyEnds(EndsOf(bytes));
+    DetectEnds();
     ApplyIndentation();
     FitMargin();
 }
@@ -164,7 +152,7 @@ void CodeView::ReadAgain(std::string_view bytes)
     });
     readsAgain = false;
     ShowFromLine(text.Send(SCI_VISIBLEFROMDOCLINE, text.Send(SCI_LINEFROMPOSITION, MovedPlace(top, change))));
-    ApplyEnds(EndsOf(bytes));
+    DetectEnds();
     ApplyIndentation();
     FitMargin();
 }
@@ -172,24 +160,6 @@ void CodeView::ReadAgain(std::string_view bytes)
 std::string CodeView::Bytes() const
 {
     return text.All();
-}
-
-void CodeView::ApplyEnds(LineEnds ends)
-{
-    constexpr EolMode kModes[] = {EolUnix, EolWindows, EolMac};
-    setEolMode(kModes[static_cast<int>(ends)]);
-}
-
-LineEnds CodeView::Ends() const
-{
-    switch (eolMode()) {
-    case EolWindows:
-        return LineEnds::Windows;
-    case EolMac:
-        return LineEnds::Mac;
-    default:
-        return LineEnds::Unix;
-    }
 }
 
 bool CodeView::IsModified() const

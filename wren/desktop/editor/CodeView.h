@@ -95,7 +95,9 @@ public:
     // lines stay at their text.
     void ReadAgain(std::string_view bytes);
     std::string Bytes() const;
-    LineEnds Ends() const;
+    LineEnds Ends() const;                             // of most lines, and of those that are typed
+    bool HasMixedEnds() const { return hasMixedEnds; } // when it was read, and not converted since
+    void UseEnds(LineEnds ends);                       // converts all lines; one step to undo
     Indentation IndentsWith() const { return indentation; }
 
     bool IsModified() const;
@@ -189,6 +191,8 @@ private:
     void ListenToScintilla();
     void TellScreenReaders();
     void ApplyEnds(LineEnds ends);
+    void DetectEnds();
+    void FollowEnds();
     void ApplyColours();
     void SetStyle(int style, const QColor& ink, const QColor& paper);
     void ApplyIndentation();
@@ -238,6 +242,8 @@ private:
     Selection replaced;        // the selection when the action began: typing over it takes nothing away
     bool changeUntold = false; // of unknown cause: reported from the event loop
     bool toldLater = false;
+    bool hasMixedEnds = false;
+    bool hasConvertedEnds = false; // since it was read; undoing may bring the others back
     bool readsAgain = false;       // during SetBytes() and ReadAgain()
     int turned = 0;                // eighths of a degree of the wheel, less than a step of the zoom
     bool hasVeryLongLines = false; // or had

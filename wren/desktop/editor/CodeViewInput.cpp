@@ -280,12 +280,18 @@ void CodeView::inputMethodEvent(QInputMethodEvent* event)
 
 void CodeView::undo()
 {
-    ByUser([this] { groups.Undo(); });
+    ByUser([this] {
+        groups.Undo();
+        FollowEnds();
+    });
 }
 
 void CodeView::redo()
 {
-    ByUser([this] { QsciScintilla::redo(); });
+    ByUser([this] {
+        QsciScintilla::redo();
+        FollowEnds();
+    });
 }
 
 void CodeView::cut()

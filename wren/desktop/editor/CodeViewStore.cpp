@@ -125,7 +125,10 @@ std::optional<std::string> CodeView::Store::Undo()
 {
     std::optional<std::string> name;
     if (Alive())
-        (*view)->ByStore([&] { name = (*view)->groups.Undo(); });
+        (*view)->ByStore([&] {
+            name = (*view)->groups.Undo();
+            (*view)->FollowEnds();
+        });
     return name;
 }
 
