@@ -10,6 +10,7 @@
 #include "wren/desktop/KeyRouter.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
+#include "wren/desktop/Printing.h"
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/editor/CodeView.h"
@@ -152,6 +153,12 @@ void EditorMenus::FillFile(QMenu* menu)
         [this] { parts.actions.documents.SaveAs(); });
     Add(menu, tr("Save A&ll"), "", {}, [this] { parts.actions.documents.SaveAll(); });
     revert = Add(menu, tr("Re&vert"), "document-revert", {}, [this] { parts.actions.documents.Revert(); });
+    menu->addSeparator();
+    Add(menu, tr("&Print\u2026"), "document-print", {}, [this] {
+        CodeView* view = parts.window.Tabs().CurrentView();
+        if (const Document* document = parts.host.Current(); document != nullptr && view != nullptr)
+            PrintAsked(parts.window, *document, *view);
+    });
     menu->addSeparator();
     Add(menu, tr("&Close"), "window-close", {QKeySequence(tr("Ctrl+W"))},
         [this] { parts.actions.documents.CloseCurrent(); });
