@@ -307,12 +307,14 @@ void CodeView::TidyForSaving()
 {
     if (!config.trimsBlanks && !config.endsLastLine)
         return;
-    beginUndoAction();
-    if (config.trimsBlanks)
-        TrimLineEnds(text);
-    if (config.endsLastLine)
-        EndLastLine(text);
-    endUndoAction();
+    ByUser([this] {
+        text.Send(SCI_BEGINUNDOACTION);
+        if (config.trimsBlanks)
+            TrimLineEnds(text);
+        if (config.endsLastLine)
+            EndLastLine(text);
+        text.Send(SCI_ENDUNDOACTION);
+    });
 }
 
 void CodeView::FitMargin()
