@@ -99,3 +99,15 @@ TEST_F(Scopes, TheBarTakesItsRoomFromTheText)
     EXPECT_GE(View().viewport()->geometry().top(), bar.bottom());
     EXPECT_EQ(bar.width(), View().width() - 2 * View().frameWidth());
 }
+
+TEST_F(Scopes, StandCloseTogether)
+{
+    StartAt(kText);
+    ASSERT_TRUE(Becomes({"draw", "Pen", "Width"}));
+    for (const QToolButton* button : Symbols().Outlines().Scopes()->findChildren<QToolButton*>()) {
+        const QFontMetrics letters = button->fontMetrics();
+        const int needed = button->iconSize().width() + letters.horizontalAdvance(button->text());
+        EXPECT_GE(button->width(), needed) << button->text().toStdString();
+        EXPECT_LE(button->width(), needed + 2 * letters.horizontalAdvance('x')) << button->text().toStdString();
+    }
+}

@@ -21,6 +21,18 @@ QString Shortened(const QString& name)
     return name.size() <= kLongestName ? name : name.left(kLongestName - 1) + QChar(0x2026);
 }
 
+// The usual button leaves two blanks free beside its text. They are wide in the font of a text.
+class ScopeButton : public QToolButton {
+public:
+    using QToolButton::QToolButton;
+
+    QSize sizeHint() const override
+    {
+        const QSize usual = QToolButton::sizeHint();
+        return {usual.width() - 2 * fontMetrics().horizontalAdvance(' '), usual.height()};
+    }
+};
+
 } // namespace
 
 ScopeBar::ScopeBar(QWidget* parent) : QWidget(parent), row(new QHBoxLayout(this))
@@ -89,7 +101,7 @@ QToolButton* ScopeBar::Add(const QString& text, const std::vector<size_t>& asked
 {
     if (!buttons.empty())
         Append(new QLabel(QChar(0x203a), this));
-    auto* button = new QToolButton(this);
+    auto* button = new ScopeButton(this);
     button->setText(text);
     button->setAutoRaise(true);
     button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
