@@ -39,7 +39,10 @@ FilesPanel& FilesActions::Panel()
         AskDirectories();
     });
     connect(panel, &FilesPanel::LettersTyped, this, &FilesActions::AskFound);
-    connect(panel, &FilesPanel::AllSwitched, this, &FilesActions::Refresh);
+    connect(panel, &FilesPanel::AllSwitched, this, [this] {
+        files = std::make_shared<std::vector<std::string>>();
+        Refresh();
+    });
     connect(panel, &FilesPanel::Chosen, this, &FilesActions::Open);
     connect(panel, &FilesPanel::Left, &parts.window.Tabs(), &EditorTabs::FocusCurrent);
     connect(panel, &FilesPanel::visibilityChanged, this, [this] {
@@ -149,12 +152,12 @@ void FilesActions::AskFound()
         files = std::make_shared<std::vector<std::string>>();
         return parts.engine.Forget(SymbolEngine::Topic::FoundFiles);
     }
-    const auto ask = [this, at = root, letters, kept = files](const Question& question) {
+    const auto ask = [this, at = root, letters, all = Panel().ShowsAll(), kept = files](const Question& question) {
         if (kept->empty()) {
-            base::Result<std::vector<std::string>> all = FilesBelow(at, question.cancel);
-            if (!all)
-                return question.tell([this, problem = all.Failure().Message()] { Panel().Tell(Shown(problem)); });
-            *kept = std::move(*all);
+            base::Result<std::vector<std::string>> below = FilesBelow(at, all, question.cancel);
+            if (!below)
+                return question.tell([this, problem = below.Failure().Message()] { Panel().Tell(Shown(problem)); });
+            *kept = std::move(*below);
         }
         std::vector<std::string> found = FilesWith(letters, *kept, kMostFound, question.cancel);
         question.tell([this, found = std::move(found)] { Panel().ShowFound(found, found.size() == kMostFound); });

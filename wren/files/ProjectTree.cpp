@@ -105,8 +105,40 @@ base::Result<std::vector<TreeEntry>> ProjectTree::List(const std::string& direct
     return entries;
 }
 
-base::Result<std::vector<std::string>> FilesBelow(const std::string& root, const base::CancelToken& cancel)
+namespace {
+
+// A directory that cannot be read has no files, but the root must be readable.
+base::Result<std::vector<std::string>> IgnoredOrNotBelow(const std::string& root, const base::CancelToken& cancel)
 {
+    ProjectTree tree(root);
+    std::vector<std::string> files;
+    std::vector<std::string> left = {""};
+    while (!left.empty() && files.size() < kMostFiles) {
+        const std::string directory = std::move(left.back());
+        left.pop_back();
+        if (cancel.IsCancelled())
+            return base::Error{"cancelled"};
+        const base::Result<std::vector<TreeEntry>> listed = tree.List(directory, true);
+        if (!listed && directory.empty())
+            return listed.Failure();
+        for (const TreeEntry& entry : listed ? *listed : std::vector<TreeEntry>()) {
+            const std::string path = directory.empty() ? entry.name : directory + "/" + entry.name;
+            if (entry.kind == TreeEntry::Kind::Directory && entry.name != ".git")
+                left.push_back(path);
+            else if (entry.kind == TreeEntry::Kind::File && files.size() < kMostFiles)
+                files.push_back(path);
+        }
+    }
+    std::ranges::sort(files);
+    return files;
+}
+
+} // namespace
+
+base::Result<std::vector<std::string>> FilesBelow(const std::string& root, bool all, const base::CancelToken& cancel)
+{
+    if (all)
+        return IgnoredOrNotBelow(root, cancel);
     symbols::WalkOptions walk;
     walk.root = root;
     walk.starts = {root};

@@ -52,9 +52,9 @@ private:
 };
 
 // All files of a project that its ignore rules leave, in byte order, or kMostFiles of them; relative to the root, which
-// is absolute. Blocks.
+// is absolute. 'all': also what those rules leave out, but nothing of git's own: any letters fit its names. Blocks.
 inline constexpr size_t kMostFiles = 1'000'000;
-base::Result<std::vector<std::string>> FilesBelow(const std::string& root, const base::CancelToken& cancel);
+base::Result<std::vector<std::string>> FilesBelow(const std::string& root, bool all, const base::CancelToken& cancel);
 
 // At most 'limit' of the files whose names contain the letters, without regard to case; letters with a "/" are looked
 // for in the whole paths.

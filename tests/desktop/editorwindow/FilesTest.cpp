@@ -125,6 +125,19 @@ TEST_F(FilesOfTheProject, IgnoredOnesAreShownOnRequest)
     EXPECT_THAT(Names(), Not(Contains("shapes.o")));
 }
 
+TEST_F(FilesOfTheProject, IgnoredOnesAreFoundByTypingOnRequest)
+{
+    Open("project/shapes.h");
+    TypeInPanel("shapes.o");
+    EXPECT_EQ(Panel().Marked(), "");
+    Panel().findChild<QToolButton*>()->click();
+    Answered();
+    EXPECT_EQ(Panel().Marked(), "shapes.o");
+    Panel().findChild<QToolButton*>()->click();
+    Answered();
+    EXPECT_EQ(Panel().Marked(), "");
+}
+
 TEST_F(FilesOfTheProject, FollowTheTextIntoAnotherProject)
 {
     home.Write("other/.git/HEAD", "ref: refs/heads/main\n");

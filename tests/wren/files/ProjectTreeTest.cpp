@@ -105,7 +105,7 @@ TEST_F(Tree, ADirectoryThatHasGoneIsAnError)
 
 TEST_F(Tree, FilesAreFoundByTheirNamesOrPaths)
 {
-    const auto files = wren::FilesBelow(home / "p", never);
+    const auto files = wren::FilesBelow(home / "p", false, never);
     ASSERT_TRUE(files);
     EXPECT_THAT(*files, ElementsAre(".gitignore", "B.h", "a.c", "b.c", "src/.gitignore", "src/deep/x.c"));
     struct Case {
@@ -125,6 +125,7 @@ TEST_F(Tree, ACancelledSearchFindsNothing)
 {
     base::CancelToken cancel;
     cancel.Cancel();
-    EXPECT_FALSE(wren::FilesBelow(home / "p", cancel));
+    EXPECT_FALSE(wren::FilesBelow(home / "p", false, cancel));
+    EXPECT_FALSE(wren::FilesBelow(home / "p", true, cancel));
     EXPECT_THAT(wren::FilesWith("a", {"a"}, 10, cancel), IsEmpty());
 }
