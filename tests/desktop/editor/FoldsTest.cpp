@@ -2,6 +2,8 @@
 #include "wren/desktop/editor/Folds.h"
 #include "wren/desktop/editor/CodeView.h"
 
+#include <QPixmap>
+
 #include <gtest/gtest.h>
 
 namespace wren {
@@ -115,6 +117,27 @@ TEST(Folds, AreNotLookedForInTheWholeOfALargeText)
     view.Apply(FoldCommand::All);
     EXPECT_TRUE(ViewText(view).Send(QsciScintilla::SCI_GETALLLINESVISIBLE));
     EXPECT_LT(ViewText(view).Send(QsciScintilla::SCI_GETENDSTYLED), 1'000'000);
+}
+
+TEST(Folds, HaveAMarginInTheColoursOfEachLook)
+{
+    CodeView view;
+    ShowBlocks(view, 0);
+    view.resize(400, 600);
+    view.show();
+    for (const bool dark : {false, true, false}) {
+        EditorLook look = view.Look();
+        look.dark = dark;
+        view.SetLook(look);
+        const QImage picture = view.viewport()->grab().toImage();
+        const int below = picture.height() - 20; // the text
+        const int margins = static_cast<int>(view.TextBounds().left);
+        int shown = 0;
+        for (int x = 0; x < margins; ++x)
+            shown += picture.pixelColor(x, below) == ColoursOf(dark).margin ? 1 : 0;
+        EXPECT_GE(shown + 2, margins) << "dark: " << dark;
+        EXPECT_GT(shown, 20) << "dark: " << dark;
+    }
 }
 
 } // namespace wren
