@@ -74,6 +74,7 @@ Document* DocumentActions::Adopt(Document* document)
     connect(view, &CodeView::MenuAsked, this, &DocumentActions::MenuAsked, Qt::UniqueConnection);
     view->SetLanguageFor(document->Path());
     labels.ShowName(*document, false);
+    emit Loaded(document->Id());
     if (!document->Path().empty())
         emit Named(document->Id(), document->Path());
     files.Opened(*document);

@@ -70,6 +70,7 @@ public:
 signals:
     void Changed();                       // a document was opened, closed, raised, edited, saved or renamed
     void Opened(const std::string& path); // or saved under this name, by the user
+    void Loaded(long document);           // it has its text now, and is not raised yet
     void Named(long document, const std::string& path); // opened or saved: this is its path now
     void Settled(long document);                        // saved, or about to close: no copy of its text is needed
     void Closing(long document);

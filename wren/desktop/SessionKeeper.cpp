@@ -86,6 +86,8 @@ SessionKeeper::SessionKeeper(const Parts& parts)
     connect(&documents, &DocumentActions::Changed, this, &SessionKeeper::FilesChanged);
     connect(&documents, &DocumentActions::Opened, this, &SessionKeeper::Opened);
     connect(&documents, &DocumentActions::Settled, this, &SessionKeeper::Settled);
+    connect(&documents, &DocumentActions::Closing, this, &SessionKeeper::KeepBookmarks);
+    connect(&documents, &DocumentActions::Loaded, this, &SessionKeeper::FindBookmarks);
     connect(tabs.tabBar(), &QTabBar::tabMoved, this, &SessionKeeper::FilesChanged);
 }
 
@@ -115,7 +117,8 @@ void SessionKeeper::Restore()
         } else if (!std::filesystem::exists(file.path, unknown) || !documents.Open(file.path)) {
             continue; // it no longer exists, and the user has not asked for it now
         }
-        tabs.CurrentView()->SetBookmarks(file.bookmarks);
+        if (tabs.CurrentView()->Bookmarks().empty()) // else they were found in the text as it is now
+            tabs.CurrentView()->SetBookmarks(file.bookmarks);
         tabs.CurrentView()->GoTo(file.caret);
         tabs.CurrentView()->ShowFromLine(file.firstLine);
     }
@@ -202,6 +205,11 @@ void SessionKeeper::TakeState(const SessionState& stored)
     state.recentFiles = stored.recentFiles;
     for (const std::string& path : opened)
         state.Opened(path);
+    for (const long document : tabs.Documents())
+        KeepBookmarks(document);
+    state.marked = stored.marked;
+    for (const SessionState::MarkedFile& file : marked)
+        state.SetBookmarks(file.path, file.bookmarks);
     ownsFiles = ownsFiles || stored.files.empty();
     if (ownsFiles) {
         TakeOpenFiles();
@@ -209,6 +217,32 @@ void SessionKeeper::TakeState(const SessionState& stored)
         state.files = stored.files;
         state.current = stored.current;
     }
+}
+
+// The Worksheet is open for long, and changes by what runs in it.
+void SessionKeeper::KeepBookmarks(long id)
+{
+    const Document* document = host.AllDocuments().Find(id);
+    const CodeView* view = tabs.ViewOf(id);
+    if (document == nullptr || view == nullptr || document->Path().empty() || document->IsWorksheet())
+        return;
+    const std::vector<long> lines = view->Bookmarks();
+    const std::vector<KeptBookmark> kept =
+        lines.empty() ? std::vector<KeptBookmark>() : BookmarksIn(view->Bytes(), lines);
+    if (!state.SetBookmarks(document->Path(), kept))
+        return;
+    std::erase_if(marked, [&](const SessionState::MarkedFile& file) { return file.path == document->Path(); });
+    marked.push_back({document->Path(), kept});
+}
+
+void SessionKeeper::FindBookmarks(long id)
+{
+    const Document* document = host.AllDocuments().Find(id);
+    CodeView* view = tabs.ViewOf(id);
+    if (document == nullptr || view == nullptr)
+        return;
+    if (const std::vector<KeptBookmark> kept = state.BookmarksOf(document->Path()); !kept.empty())
+        view->SetBookmarks(LinesOf(kept, view->Bytes()));
 }
 
 void SessionKeeper::TakeOpenFiles()

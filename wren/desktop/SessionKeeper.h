@@ -67,6 +67,8 @@ public:
 private:
     void TakeState(const SessionState& stored);
     void TakeOpenFiles();
+    void KeepBookmarks(long document);
+    void FindBookmarks(long document);
     void OpenLeft(const std::vector<UnsavedText>& left);
     const Document* OpenLeftText(const UnsavedText& text, const std::vector<UnsavedText>& left); // null for none
     void KeepChanged();
@@ -92,7 +94,8 @@ private:
     FileKeeper& files;
     DocumentActions& documents;
     SessionState state;
-    std::vector<std::string> opened; // by this editor, the last one last
+    std::vector<std::string> opened;              // by this editor, the last one last
+    std::vector<SessionState::MarkedFile> marked; // changed by this editor, the last one last
     bool restoring = false;
     bool ownsFiles = false; // the session's list of open files is this editor's
     bool filesChanged = false;

@@ -21,6 +21,7 @@ SessionState Full()
     state.geometry = "AdnQywAD";
     state.layout = "AAAA/wAA";
     state.panels = {"outline", "files"};
+    state.marked = {{"/odd \xff", {{3, "0123456789abcdef"}, {9, ""}}}};
     return state;
 }
 
@@ -51,6 +52,8 @@ TEST_F(Session, IsEmptyWhenItsFileIsDamaged)
                                     "{\"files\": [{\"path\": {}}]}",
                                     "{\"files\": [], \"recentFiles\": [1]}",
                                     "{\"files\": [{\"path\": \"/a\", \"bookmarks\": \"x\"}]}",
+                                    "{\"marked\": [{\"lines\": [1]}]}",
+                                    "{\"marked\": [{\"path\": \"/a\", \"signs\": [1]}]}",
                                     "{\"geometry\": 1}",
                                     "{\"layout\": 1}",
                                     "{\"panels\": [1]}",
@@ -110,4 +113,27 @@ TEST(RecentFiles, ListTheNewestFirstWithoutDuplicates)
         state.Opened("/" + std::to_string(number));
     EXPECT_EQ(state.recentFiles.size(), SessionState::kMostRecent);
     EXPECT_EQ(state.recentFiles.front(), "/" + std::to_string(2 * SessionState::kMostRecent - 1));
+}
+
+TEST_F(Session, HasTheBookmarksOfAsManyFilesAsItTakes)
+{
+    SessionState state;
+    for (size_t number = 0; number <= SessionState::kMostMarked; ++number)
+        EXPECT_TRUE(state.SetBookmarks("/" + std::to_string(number), {{7, "a"}}));
+    EXPECT_EQ(state.marked.size(), SessionState::kMostMarked);
+    EXPECT_TRUE(state.BookmarksOf("/0").empty()) << "the first to come is the first to go";
+    EXPECT_EQ(state.BookmarksOf("/1").size(), 1u);
+    EXPECT_FALSE(state.SetBookmarks("/1", {{7, "a"}})) << "it had these";
+    EXPECT_TRUE(state.SetBookmarks("/1", {}));
+    EXPECT_TRUE(state.BookmarksOf("/1").empty());
+    std::string error;
+    ASSERT_TRUE(wren::SaveSession(state, &error)) << error;
+    EXPECT_EQ(wren::LoadSession(), state);
+}
+
+TEST_F(Session, LeavesOutBookmarksThatNoTextHas)
+{
+    home.Write(".local/state/wren/session.json",
+               "{\"marked\": [{\"path\": \"/a\", \"lines\": [-1, 3, 9e17, 5], \"signs\": [\"x\", \"y\", \"z\"]}]}");
+    EXPECT_EQ(wren::LoadSession().BookmarksOf("/a"), (std::vector<wren::KeptBookmark>{{3, "y"}}));
 }

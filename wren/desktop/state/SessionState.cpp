@@ -17,6 +17,8 @@ namespace {
 
 using nlohmann::json;
 
+constexpr long kMostLines = 1L << 40; // of a text; more is a damaged file
+
 json JsonOf(const SessionState::OpenFile& file)
 {
     return {{"path", JsonOfBytes(file.path)},
@@ -39,6 +41,28 @@ SessionState::OpenFile FileOf(const json& stored)
             std::max(0L, stored.value("firstLine", 0L)), stored.value("worksheet", false), BookmarksOf(stored)};
 }
 
+json JsonOf(const SessionState::MarkedFile& file)
+{
+    json lines = json::array();
+    json signs = json::array();
+    for (const KeptBookmark& bookmark : file.bookmarks) {
+        lines.push_back(bookmark.line);
+        signs.push_back(bookmark.sign);
+    }
+    return {{"path", JsonOfBytes(file.path)}, {"lines", lines}, {"signs", signs}};
+}
+
+SessionState::MarkedFile MarkedFileOf(const json& stored)
+{
+    SessionState::MarkedFile file{BytesOfJson(stored.at("path")), {}};
+    const auto lines = stored.value("lines", std::vector<long>());
+    const auto signs = stored.value("signs", std::vector<std::string>());
+    for (size_t i = 0; i < std::min({lines.size(), signs.size(), SessionState::kMostBookmarks}); ++i)
+        if (lines[i] >= 0 && lines[i] <= kMostLines)
+            file.bookmarks.push_back({lines[i], signs[i]});
+    return file;
+}
+
 json JsonOf(const SessionState& state)
 {
     json stored = {{"files", json::array()},     {"current", state.current}, {"recentFiles", json::array()},
@@ -47,6 +71,9 @@ json JsonOf(const SessionState& state)
         stored["files"].push_back(JsonOf(file));
     for (const std::string& path : state.recentFiles)
         stored["recentFiles"].push_back(JsonOfBytes(path));
+    stored["marked"] = json::array();
+    for (const SessionState::MarkedFile& file : state.marked)
+        stored["marked"].push_back(JsonOf(file));
     return stored;
 }
 
@@ -58,6 +85,9 @@ SessionState StateOf(const json& stored)
     for (const json& path : stored.value("recentFiles", json::array()))
         if (state.recentFiles.size() < SessionState::kMostRecent)
             state.recentFiles.push_back(BytesOfJson(path));
+    for (const json& file : stored.value("marked", json::array()))
+        if (state.marked.size() < SessionState::kMostMarked)
+            state.marked.push_back(MarkedFileOf(file));
     const int current = stored.value("current", -1);
     state.current = current >= 0 && current < static_cast<int>(state.files.size()) ? current : -1;
     state.geometry = stored.value("geometry", "");
@@ -74,6 +104,24 @@ void SessionState::Opened(const std::string& path)
     recentFiles.insert(recentFiles.begin(), path);
     if (recentFiles.size() > kMostRecent)
         recentFiles.resize(kMostRecent);
+}
+
+bool SessionState::SetBookmarks(const std::string& path, const std::vector<KeptBookmark>& bookmarks)
+{
+    if (BookmarksOf(path) == bookmarks)
+        return false;
+    std::erase_if(marked, [&](const MarkedFile& file) { return file.path == path; });
+    if (!bookmarks.empty())
+        marked.insert(marked.begin(), {path, bookmarks});
+    if (marked.size() > kMostMarked)
+        marked.resize(kMostMarked);
+    return true;
+}
+
+std::vector<KeptBookmark> SessionState::BookmarksOf(const std::string& path) const
+{
+    const auto found = std::ranges::find(marked, path, &MarkedFile::path);
+    return found == marked.end() ? std::vector<KeptBookmark>() : found->bookmarks;
 }
 
 std::string SessionFile(const std::string& folder)

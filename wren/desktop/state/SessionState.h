@@ -1,6 +1,8 @@
 // The files that were open when the editor ended, and those that were opened lately.
 #pragma once
 
+#include "wren/desktop/state/KeptBookmarks.h"
+
 #include <string>
 #include <vector>
 
@@ -22,9 +24,20 @@ struct SessionState {
     std::string layout;                   // of its panels, the same
     std::vector<std::string> panels;      // that were open, by the names of their widgets
 
+    struct MarkedFile {
+        std::string path;
+        std::vector<KeptBookmark> bookmarks; // at most kMostBookmarks, in the order of their lines
+        bool operator==(const MarkedFile&) const = default;
+    };
+    std::vector<MarkedFile> marked; // open or closed, the last one to change first; at most kMostMarked
+
     static constexpr size_t kMostRecent = 15;
+    static constexpr size_t kMostMarked = 100;
     static constexpr size_t kMostBookmarks = 1000;
     void Opened(const std::string& path); // puts it first among the recent ones
+    // Whether the file had others, or none.
+    bool SetBookmarks(const std::string& path, const std::vector<KeptBookmark>& bookmarks);
+    std::vector<KeptBookmark> BookmarksOf(const std::string& path) const;
 
     bool operator==(const SessionState&) const = default;
 };
