@@ -48,6 +48,7 @@ BRect DesktopFace::ButtonFrame(const Document&) const
 BPoint DesktopFace::PointAt(const Document& document, long offset) const
 {
     const CodeView* view = tabs.ViewOf(document.Id());
+    asked = view == nullptr ? QRect() : view->LineFrom(offset);
     return view == nullptr ? BPoint() : view->BaselineAt(offset);
 }
 

@@ -4,6 +4,8 @@
 #include "wren/core/Face.h"
 #include "wren/core/HostObserver.h"
 
+#include <QRect>
+
 #include <functional>
 #include <vector>
 
@@ -27,6 +29,8 @@ public:
     std::function<void()> onWorksheetGrown; // in a plug-in call
     std::function<bool()> keysWait;         // whether more keys are waiting; null for no
 
+    QRect AskedLine() const { return asked; } // where the plug-in last asked for a point; null for nowhere
+
     std::unique_ptr<TextStore> MakeText(long document) override;
     BRect DocumentWindowFrame() const override;
     BRect TextBounds(const Document& document) const override;
@@ -44,6 +48,7 @@ private:
     QWidget& window;
     QWidget& button;
     const EditorLook& look;
+    mutable QRect asked;
 };
 
 } // namespace wren

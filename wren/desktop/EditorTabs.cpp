@@ -1,10 +1,10 @@
 #include "wren/desktop/EditorTabs.h"
 
+#include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/editor/Occurrences.h"
 
 #include <QTabBar>
-#include <QTextDocument>
 #include <QToolButton>
 
 #include <algorithm>
@@ -165,7 +165,7 @@ void EditorTabs::SetName(long document, const std::string& path, bool modified)
         ShowNames(before);
     const QString file = QString::fromStdString(path);
     // A name that looks like markup would be shown as what it says.
-    setTabToolTip(index, Qt::mightBeRichText(file) ? file.toHtmlEscaped().prepend("<span>").append("</span>") : file);
+    setTabToolTip(index, PlainTip(file));
 }
 
 void EditorTabs::ShowNames(const std::string& leaf)

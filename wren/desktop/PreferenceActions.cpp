@@ -73,6 +73,7 @@ void PreferenceActions::Apply()
     ApplyColours(values.colours);
     look = LookFor(values, zoom);
     window.Tabs().SetLook(look);
+    display.SetListFont(look.font);
     router.keys = KeysFor(values);
     router.controlClicks = values.lookupClick == PreferenceValues::LookupClick::Control;
     display.SetModifierKeys(router.keys);

@@ -66,6 +66,19 @@ TEST(FontTable, LinesAreHighEnoughForTheFont)
         EXPECT_GE(fonts.LineHeight(size), QFontMetricsF(FontTable::FontOf(size)).height()) << size;
 }
 
+TEST(FontTable, ListsHaveTheFontThatTheyAreGiven)
+{
+    FontTable fonts;
+    QFont larger = FontTable::FontOf(30);
+    larger.setItalic(true);
+    fonts.Use(larger);
+    EXPECT_EQ(fonts.ListFont(12), larger);
+    const auto width = static_cast<float>(QFontMetricsF(larger).horizontalAdvance('m'));
+    EXPECT_FLOAT_EQ(fonts.StringWidth("m", 12), width);
+    EXPECT_GE(fonts.LineHeight(12), QFontMetricsF(larger).height());
+    EXPECT_EQ(FontTable::FontOf(12), QApplication::font()) << "dialogs keep the desktop's";
+}
+
 TEST(FontTable, ManyThreadsMayAsk)
 {
     const FontTable fonts;

@@ -1,5 +1,7 @@
 #include "QtDesk.h"
 
+#include "wren/desktop/display/ListPeer.h"
+
 #include <QListView>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -17,12 +19,12 @@ protected:
         Settle();
         return window;
     }
-    static QStringList Texts(const BWindow* window)
+    static QStringList Texts(const BWindow* window, int role = Qt::DisplayRole)
     {
         QStringList texts;
         const QAbstractItemModel* rows = In<QListView>(window)->model();
         for (int i = 0; i < rows->rowCount(); ++i)
-            texts << rows->index(i, 0).data().toString();
+            texts << rows->index(i, 0).data(role).toString();
         return texts;
     }
     static QPoint PlaceOf(const QListView* list, int row)
@@ -157,6 +159,41 @@ TEST_F(List, TheFrontListIsTheNewestOneThatIsNotAPopUp)
     EXPECT_EQ(front.selected, 3);
     Do(*newer, [newer] { newer->Hide(); });
     EXPECT_EQ(display.FrontList().window, older->LooperToken());
+}
+
+TEST_F(List, OnlyWholeRowsAreSeen)
+{
+    ResultList* window = Shown(40);
+    const QListView* list = In<QListView>(window);
+    const int row = list->sizeHintForRow(0);
+    for (const int extra : {0, 1, row / 2, row - 1}) {
+        PeerOf(window)->resize(200, 5 * row + extra);
+        Settle();
+        EXPECT_EQ(list->viewport()->height() % row, 0) << extra;
+        EXPECT_GT(list->viewport()->height(), list->height() - row) << extra;
+    }
+}
+
+TEST_F(List, PathsAreShortenedAndWholeInTheToolTip)
+{
+    auto* window = new ResultList;
+    window->Fill({"f : a.c - /home/me/work/<b>/fs", "f : a.c - /home/me/work/<b>/net"});
+    window->Show();
+    Settle();
+    EXPECT_EQ(Texts(window, wren::ListPeer::kPainted),
+              QStringList({QString::fromUtf8("f : a.c - …/<b>/fs"), QString::fromUtf8("f : a.c - …/<b>/net")}));
+    EXPECT_EQ(Texts(window).first(), "f : a.c - /home/me/work/<b>/fs") << "for screen readers";
+    const QModelIndex row = In<QListView>(window)->model()->index(1, 0);
+    EXPECT_EQ(row.data(Qt::ToolTipRole).toString(), "<span>f : a.c - /home/me/work/&lt;b&gt;/net</span>");
+}
+
+TEST_F(List, CompletionsAreNotShortened)
+{
+    auto* window = new ResultList(B_BORDERED_WINDOW_LOOK);
+    window->Fill({"f - /home/me/work/kernel/fs", "f - /home/me/work/kernel/net"});
+    window->Show();
+    Settle();
+    EXPECT_EQ(Texts(window, wren::ListPeer::kPainted).first(), "f - /home/me/work/kernel/fs");
 }
 
 } // namespace

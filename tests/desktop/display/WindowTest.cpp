@@ -70,6 +70,9 @@ TEST_F(Window, OnlyDialogsTakeTheKeyboard)
     const auto* results = PeerOf(Show(new ResultList(B_FLOATING_WINDOW_LOOK)));
     EXPECT_EQ(results->windowType(), Qt::Tool);
     EXPECT_TRUE(results->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+    EXPECT_EQ(results->windowFlags() & (Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint | Qt::WindowTitleHint),
+              Qt::WindowCloseButtonHint | Qt::WindowTitleHint)
+        << "a list is closed, and has no other button";
     const auto* dialog = PeerOf(ShowDialog());
     EXPECT_EQ(dialog->windowType(), Qt::Dialog);
     EXPECT_FALSE(dialog->testAttribute(Qt::WA_ShowWithoutActivating));

@@ -3,12 +3,12 @@
 #include "base/Utf8.h"
 
 #include <QApplication>
-#include <QFont>
 #include <QFontMetricsF>
 
 #include <algorithm>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 namespace wren {
 
@@ -27,6 +27,16 @@ float WholePixels(double length)
     return static_cast<float>(std::ceil(length));
 }
 
+QFont Scaled(QFont font, float size)
+{
+    const double scale = size / kPlainSize;
+    if (font.pointSizeF() > 0)
+        font.setPointSizeF(font.pointSizeF() * scale);
+    else
+        font.setPixelSize(std::max(1, static_cast<int>(std::lround(font.pixelSize() * scale))));
+    return font;
+}
+
 // U+0080 to U+00FF have two bytes, of which the first has the two highest bits.
 unsigned Latin1(std::string_view character)
 {
@@ -42,17 +52,30 @@ bool IsLatin1(std::string_view character)
 
 } // namespace
 
-FontTable::FontTable() : sheets{Measure(kPlainSize), Measure(kSmallSize)} {}
+FontTable::FontTable()
+{
+    Use(FontOf(kPlainSize));
+}
+
+void FontTable::Use(const QFont& font)
+{
+    listFont = font;
+    auto measured = std::make_shared<const Sheets>(Sheets{Measure(font, kPlainSize), Measure(font, kSmallSize)});
+    const std::lock_guard lock(mutex);
+    sheets = std::move(measured);
+}
 
 float FontTable::StringWidth(const std::string& text, float size) const
 {
-    const Sheet& sheet = Nearest(size);
+    const std::shared_ptr<const Sheets> current = Current();
+    const Sheet& sheet = Nearest(*current, size);
     return WidthOf(sheet, text) * size / sheet.size;
 }
 
 vetch::FontMetrics FontTable::Metrics(float size) const
 {
-    const Sheet& sheet = Nearest(size);
+    const std::shared_ptr<const Sheets> current = Current();
+    const Sheet& sheet = Nearest(*current, size);
     if (sheet.size == size)
         return sheet.metrics;
     const float scale = size / sheet.size;
@@ -67,20 +90,19 @@ float FontTable::LineHeight(float size) const
     return metrics.ascent + metrics.descent + metrics.leading + 1;
 }
 
-QFont FontTable::FontOf(float size)
+QFont FontTable::ListFont(float size) const
 {
-    QFont font = QApplication::font();
-    const double scale = size / kPlainSize;
-    if (font.pointSizeF() > 0)
-        font.setPointSizeF(font.pointSizeF() * scale);
-    else
-        font.setPixelSize(std::max(1, static_cast<int>(std::lround(font.pixelSize() * scale))));
-    return font;
+    return Scaled(listFont, size);
 }
 
-FontTable::Sheet FontTable::Measure(float size)
+QFont FontTable::FontOf(float size)
 {
-    const QFontMetricsF metrics(FontOf(size));
+    return Scaled(QApplication::font(), size);
+}
+
+FontTable::Sheet FontTable::Measure(const QFont& plain, float size)
+{
+    const QFontMetricsF metrics(Scaled(plain, size));
     Sheet sheet;
     sheet.size = size;
     for (size_t character = 0; character < sheet.widths.size(); ++character)
@@ -107,7 +129,13 @@ float FontTable::WidthOf(const Sheet& sheet, const std::string& text)
     return width;
 }
 
-const FontTable::Sheet& FontTable::Nearest(float size) const
+std::shared_ptr<const FontTable::Sheets> FontTable::Current() const
+{
+    const std::lock_guard lock(mutex);
+    return sheets;
+}
+
+const FontTable::Sheet& FontTable::Nearest(const Sheets& sheets, float size)
 {
     return *std::ranges::min_element(sheets, {}, [size](const Sheet& sheet) { return std::abs(sheet.size - size); });
 }

@@ -1,30 +1,36 @@
-// How wide texts are in the desktop's plain font, for threads that may not ask Qt.
+// How wide texts are in the font of lists, for threads that may not ask Qt.
 #pragma once
 
 #include "vetch/display/Display.h"
 
-#include <array>
-#include <string>
+#include <QFont>
 
-class QFont;
+#include <array>
+#include <memory>
+#include <mutex>
+#include <string>
 
 namespace wren {
 
-// Made on the GUI thread, from the font that the desktop has then; never changed afterwards, so that any thread may ask
-// and nobody waits.
+// Made on the GUI thread, from the font that the desktop has then. The framework measures only what its lists show, and
+// the editor gives them the font of its texts.
 //
-// The framework's plain size stands for the desktop's own size, and other sizes are in proportion. Characters up to
+// The framework's plain size stands for the font's own size, and other sizes are in proportion. Characters up to
 // U+00FF are as wide as Qt draws them, one by one; all others count as wide as the widest usual ones, so that a window
 // that is fitted to its texts never cuts them.
 class FontTable {
 public:
     FontTable();
 
+    void Use(const QFont& font); // for lists, from now on. GUI thread
+
+    // Any thread, these three.
     float StringWidth(const std::string& text, float size) const; // UTF-8
     vetch::FontMetrics Metrics(float size) const;                 // whole pixels
     float LineHeight(float size) const;                           // of a list: a pixel between two lines
 
-    static QFont FontOf(float size); // GUI thread
+    QFont ListFont(float size) const; // GUI thread
+    static QFont FontOf(float size);  // of everything else, which is the desktop's. GUI thread
 
 private:
     struct Sheet {
@@ -34,11 +40,15 @@ private:
         float other = 0;
         vetch::FontMetrics metrics;
     };
-    static Sheet Measure(float size);
+    using Sheets = std::array<Sheet, 2>;
+    static Sheet Measure(const QFont& plain, float size);
     static float WidthOf(const Sheet& sheet, const std::string& text);
-    const Sheet& Nearest(float size) const;
+    static const Sheet& Nearest(const Sheets& sheets, float size);
+    std::shared_ptr<const Sheets> Current() const;
 
-    std::array<Sheet, 2> sheets;
+    QFont listFont;
+    mutable std::mutex mutex; // a leaf, guards 'sheets'
+    std::shared_ptr<const Sheets> sheets;
 };
 
 } // namespace wren

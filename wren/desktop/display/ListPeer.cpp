@@ -1,14 +1,17 @@
 #include "wren/desktop/display/ListPeer.h"
 
+#include "wren/desktop/display/ShortPaths.h"
 #include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/display/UserPosts.h"
 
 #include <QAbstractListModel>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPalette>
 #include <QStyledItemDelegate>
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
 #include <vector>
@@ -23,13 +26,18 @@ public:
     void Remove(long index);
     void Change(long index, const QString& text);
     bool Publish(); // false when nothing has changed
+    void ShortenPaths() { shortens = true; }
+    const std::vector<QString>& Told() const { return told; }
+    const std::vector<QString>& Shown() const { return shown; }
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
 
 private:
     std::vector<QString> told;
+    std::vector<QString> whole; // of those that are shown
     std::vector<QString> shown;
+    bool shortens = false;
     bool changed = false;
 };
 
@@ -59,7 +67,8 @@ bool ListRows::Publish()
     if (!std::exchange(changed, false))
         return false;
     beginResetModel();
-    shown = told;
+    whole = told;
+    shown = shortens ? WithShortPaths(told) : told;
     endResetModel();
     return true;
 }
@@ -71,12 +80,18 @@ int ListRows::rowCount(const QModelIndex& parent) const
 
 QVariant ListRows::data(const QModelIndex& index, int role) const
 {
-    if (role != Qt::DisplayRole || index.row() < 0 || index.row() >= rowCount())
+    if (index.row() < 0 || index.row() >= rowCount())
         return {};
-    return shown[index.row()];
+    if (role == Qt::ToolTipRole)
+        return PlainTip(whole[index.row()]);
+    if (role == ListPeer::kPainted)
+        return shown[index.row()];
+    return role == Qt::DisplayRole ? QVariant(whole[index.row()]) : QVariant(); // also for screen readers
 }
 
 namespace {
+
+constexpr int kRowMargin = 8; // pixels, at both ends of a row
 
 // Lines as high as the framework takes them to be, so that its windows hold whole ones. Lines are never wider than the
 // list, which would scroll sideways.
@@ -85,6 +100,23 @@ public:
     EvenLines(int height, QObject* parent) : QStyledItemDelegate(parent), height(height) {}
 
     QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override { return {1, height}; }
+
+    // A row that is seen whole needs no tool tip.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override
+    {
+        const QString row = index.data(ListPeer::kPainted).toString();
+        const bool isWhole = row == index.data().toString() &&
+                             view->fontMetrics().horizontalAdvance(row) + kRowMargin < option.rect.width();
+        return !isWhole && QStyledItemDelegate::helpEvent(event, view, option, index);
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->text = index.data(ListPeer::kPainted).toString();
+    }
 
 private:
     const int height;
@@ -98,14 +130,14 @@ QColor ReadableOn(const QColor& ground)
 } // namespace
 
 ListPeer::ListPeer(vetch::HandlerToken list, const ModifierKeys& keys, int lineHeight, QWidget* parent)
-    : QListView(parent), list(list), keys(keys), rows(new ListRows)
+    : QListView(parent), list(list), keys(keys), lineHeight(lineHeight), rows(new ListRows)
 {
     rows->setParent(this);
     setModel(rows);
-    SetUp(lineHeight);
+    SetUp();
 }
 
-void ListPeer::SetUp(int lineHeight)
+void ListPeer::SetUp()
 {
     setItemDelegate(new EvenLines(lineHeight, this));
     setUniformItemSizes(true);
@@ -113,6 +145,22 @@ void ListPeer::SetUp(int lineHeight)
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setBackgroundRole(QPalette::Base); // what is left below the last row looks as the rows do
+    setAutoFillBackground(true);
+}
+
+void ListPeer::ShortenPaths()
+{
+    rows->ShortenPaths();
+}
+
+int ListPeer::WidthSaved() const
+{
+    const auto widest = [this](const std::vector<QString>& texts) {
+        const auto longest = std::ranges::max_element(texts, {}, &QString::size);
+        return longest == texts.end() ? 0 : fontMetrics().horizontalAdvance(*longest);
+    };
+    return std::max(0, widest(rows->Told()) - widest(rows->Shown()));
 }
 
 void ListPeer::TakeKey(const QKeyEvent& event)
@@ -184,6 +232,15 @@ void ListPeer::keyPressEvent(QKeyEvent* event)
         event->ignore(); // the window's
     else
         TakeKey(*event);
+}
+
+// Only whole rows are seen: the window is some pixels higher than its rows, and the user makes it any height.
+void ListPeer::resizeEvent(QResizeEvent* event)
+{
+    const int rest = height() > lineHeight ? height() % lineHeight : 0;
+    if (viewportMargins().bottom() != rest)
+        setViewportMargins(0, 0, 0, rest);
+    QListView::resizeEvent(event);
 }
 
 void ListPeer::TakeClick(const QMouseEvent& event, int clicks)

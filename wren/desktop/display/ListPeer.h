@@ -20,7 +20,11 @@ public:
 
     vetch::HandlerToken List() const { return list; }
     long Selected() const { return selected; }
-    void TakeKey(const QKeyEvent& event); // posts it, if it is a key stroke
+
+    static constexpr int kPainted = Qt::UserRole; // of the model: the row as it is painted
+    void ShortenPaths();                          // from now on; the whole row is its tool tip
+    int WidthSaved() const;                       // by shortening, in pixels
+    void TakeKey(const QKeyEvent& event);         // posts it, if it is a key stroke
 
     QWidget& Widget() override { return *this; }
     void AddItem(long index, const std::string& text) override;
@@ -36,13 +40,15 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void SetUp(int lineHeight);
+    void SetUp();
     void TakeClick(const QMouseEvent& event, int clicks);
 
     const vetch::HandlerToken list;
     const ModifierKeys& keys;
+    const int lineHeight;
     ListRows* const rows; // the view's child
     long selected = -1;
     bool moved = false; // the selection, since it was last shown

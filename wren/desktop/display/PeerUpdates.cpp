@@ -5,8 +5,6 @@
 #include "wren/desktop/display/ViewPeer.h"
 #include "wren/desktop/display/WindowPeer.h"
 
-#include <QApplication>
-
 #include <variant>
 
 namespace wren {
@@ -90,7 +88,7 @@ public:
         ToView(changed.control, [&](ViewPeer& view) { view.SetChecked(changed.on); });
     }
 
-    void operator()(const vetch::Beeped&) const { QApplication::beep(); }
+    void operator()(const vetch::Beeped&) const { peers.Beep(); }
     void operator()(const vetch::PanelOpened& opened) const { peers.Open(opened.panel); }
 
 private:

@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFileDialog>
+#include <QLineEdit>
 
 #include <algorithm>
 
@@ -50,7 +51,7 @@ Peers::~Peers()
 void Peers::Make(const vetch::WindowDescription& window)
 {
     if (window.ofPlugin)
-        windows[window.window] = new WindowPeer(window, {keys, scrollBarWidth}, main);
+        windows[window.window] = new WindowPeer(window, {keys, fonts, keptLine, scrollBarWidth}, main);
 }
 
 void Peers::Make(const vetch::ViewDescription& view)
@@ -60,6 +61,13 @@ void Peers::Make(const vetch::ViewDescription& view)
         return;
     if (ViewPeer* peer = window->MakeView(view, static_cast<int>(fonts.LineHeight(view.fontSize))))
         views[view.view] = {&peer->Widget(), peer, view.window};
+}
+
+void Peers::Beep() const
+{
+    QApplication::beep();
+    if (onBeep)
+        onBeep();
 }
 
 void Peers::Open(const vetch::PanelDescription& panel)
@@ -139,6 +147,15 @@ WindowPeer* Peers::Newest(Wanted wanted) const
 WindowPeer* Peers::FrontList() const
 {
     return Newest([](const WindowPeer& window) { return !window.IsPopUp() && window.List() != nullptr; });
+}
+
+// The dialog is hidden by then: it asks after it has gone.
+QString Peers::TypedText() const
+{
+    for (auto window = windows.rbegin(); window != windows.rend(); ++window)
+        if (const auto* field = window->second == nullptr ? nullptr : window->second->findChild<QLineEdit*>())
+            return field->text();
+    return {};
 }
 
 bool Peers::IsPopUpVisible() const

@@ -6,7 +6,9 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QRect>
 
+#include <functional>
 #include <map>
 #include <vector>
 
@@ -30,6 +32,9 @@ public:
     QWidget* MainWindow() const { return main; }
     void SetModifierKeys(const ModifierKeys& newKeys) { keys = newKeys; }
     const ModifierKeys& Keys() const { return keys; }
+    std::function<QRect()> keptLine; // see QtDisplay
+    std::function<void()> onBeep;
+    void Beep() const;
 
     void Make(const vetch::WindowDescription& window);
     void Make(const vetch::ViewDescription& view);
@@ -43,6 +48,7 @@ public:
     void Publish(); // after a number of changes
 
     WindowPeer* FrontList() const; // the newest visible one with a list that is no pop-up
+    QString TypedText() const;     // see QtDisplay
     bool IsPopUpVisible() const;
     void DismissPopUps(const QWidget* pressed); // but a window that was pressed; null: all
 

@@ -53,6 +53,26 @@ void QtDisplay::SetModifierKeys(const ModifierKeys& keys)
     peers->SetModifierKeys(keys);
 }
 
+void QtDisplay::SetListFont(const QFont& font)
+{
+    fonts->Use(font);
+}
+
+void QtDisplay::SetKeptLine(std::function<QRect()> line)
+{
+    peers->keptLine = std::move(line);
+}
+
+void QtDisplay::SetOnBeep(std::function<void()> beeped)
+{
+    peers->onBeep = std::move(beeped);
+}
+
+QString QtDisplay::TypedText() const
+{
+    return peers->TypedText();
+}
+
 QWidget* QtDisplay::TakeContent(vetch::LooperToken token)
 {
     Drain();

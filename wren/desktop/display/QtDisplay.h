@@ -11,6 +11,9 @@
 #include <functional>
 #include <memory>
 
+class QFont;
+class QRect;
+class QString;
 class QWidget;
 
 namespace wren {
@@ -37,6 +40,19 @@ public:
 
     // Which keys menus and lists take for the framework's modifiers. GUI thread.
     void SetModifierKeys(const ModifierKeys& keys);
+
+    // The font of the plug-in's lists that are made from now on: the text's, as it is zoomed. GUI thread.
+    void SetListFont(const QFont& font);
+
+    // The line of the text, on the screen and from the name on, that a list of matches must leave visible; a null
+    // rectangle for none. Asked on the GUI thread; set before the first window.
+    void SetKeptLine(std::function<QRect()> line);
+
+    // Called on the GUI thread after each beep of the plug-in's, which says that there is nothing to show.
+    void SetOnBeep(std::function<void()> beeped);
+
+    // What is in the first text field of the plug-in's newest dialog; "" without one. GUI thread.
+    QString TypedText() const;
 
     // Takes the content of a window that the framework made for the host (a preference panel), to be put into a dialog
     // of Qt's, instead of showing it as a window of its own; null when there is none. The window's death deletes the

@@ -2,6 +2,8 @@
 
 #include "base/Utf8.h"
 
+#include <QTextDocument>
+
 #include <string_view>
 
 namespace wren {
@@ -32,6 +34,11 @@ QString ShownText(const std::string& bytes)
 QString ShownLabel(const std::string& bytes)
 {
     return ShownText(bytes).replace('&', "&&").replace('\t', ' ');
+}
+
+QString PlainTip(const QString& text)
+{
+    return Qt::mightBeRichText(text) ? "<span>" + text.toHtmlEscaped() + "</span>" : text;
 }
 
 int UnitsBefore(const std::string& bytes, long offset)

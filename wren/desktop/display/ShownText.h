@@ -14,6 +14,9 @@ QString ShownText(const std::string& bytes);
 // before the keys: here both are characters.
 QString ShownLabel(const std::string& bytes);
 
+// The same text as a tool tip, which would take some texts for markup.
+QString PlainTip(const QString& text);
+
 // How many UTF-16 units the first 'offset' bytes are shown as. An offset inside a character counts it whole; one beyond
 // the end is the end.
 int UnitsBefore(const std::string& bytes, long offset);

@@ -74,7 +74,8 @@ ViewPeer* WindowContent::MakeView(const vetch::ViewDescription& view, int lineHe
     ViewPeer* peer = NewPeer(view, lineHeight);
     QWidget& widget = peer->Widget();
     widget.setObjectName(ItemName(view.item));
-    widget.setFont(FontTable::FontOf(view.fontSize));
+    widget.setFont(view.kind == Kind::List ? surroundings.fonts.ListFont(view.fontSize)
+                                           : FontTable::FontOf(view.fontSize));
     views.push_back({&widget, view.frame, view.followsWindow, view.kind == Kind::List});
     LayOut(views.back(), grown);
     widget.show();
@@ -114,6 +115,7 @@ ListPeer* WindowContent::NewList(const vetch::ViewDescription& view, int lineHei
     if (style.avoidsFocus)
         peer->setFocusPolicy(Qt::NoFocus);
     if (style.isFloating) {
+        peer->ShortenPaths();
         peer->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
         peer->addScrollBarWidget(new QSizeGrip(peer), Qt::AlignBottom);
     }

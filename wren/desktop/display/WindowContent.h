@@ -6,11 +6,13 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <vector>
 
 namespace wren {
 
 class ButtonPeer;
+class FontTable;
 class ListPeer;
 class ViewPeer;
 struct ModifierKeys;
@@ -30,7 +32,9 @@ WindowStyle StyleOf(const vetch::WindowDescription& window);
 class WindowContent : public QWidget {
 public:
     struct Surroundings {
-        const ModifierKeys& keys; // borrowed
+        const ModifierKeys& keys; // borrowed, all of these
+        const FontTable& fonts;
+        const std::function<QRect()>& keptLine; // a line of the text that lists leave visible; null for none
         int scrollBarWidth = 0;
     };
     WindowContent(vetch::LooperToken window, const WindowStyle& style, const Surroundings& surroundings,

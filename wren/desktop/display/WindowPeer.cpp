@@ -3,15 +3,18 @@
 #include "vetch/display/WindowKinds.h"
 #include "wren/desktop/display/FontTable.h"
 #include "wren/desktop/display/ListPeer.h"
+#include "wren/desktop/display/PlaceBesideLine.h"
 #include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/display/UserPosts.h"
 
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QScreen>
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace wren {
 
@@ -25,7 +28,10 @@ Qt::WindowFlags FlagsFor(const vetch::WindowDescription& window)
 {
     if (window.look == B_BORDERED_WINDOW_LOOK)
         return Qt::ToolTip | Qt::FramelessWindowHint; // the only kind that leaves the keyboard alone everywhere
-    const Qt::WindowFlags kind = window.look == B_FLOATING_WINDOW_LOOK ? Qt::Tool : Qt::Dialog;
+    const Qt::WindowFlags kind =
+        window.look == B_FLOATING_WINDOW_LOOK
+            ? Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint
+            : Qt::Dialog;
     return (window.flags & B_AVOID_FOCUS) != 0 ? kind | Qt::WindowDoesNotAcceptFocus : kind;
 }
 
@@ -33,10 +39,12 @@ Qt::WindowFlags FlagsFor(const vetch::WindowDescription& window)
 
 WindowPeer::WindowPeer(const vetch::WindowDescription& window, const Surroundings& surroundings, QWidget* parent)
     : QWidget(parent, FlagsFor(window)), token(window.window), handler(window.handler), style(StyleOf(window)),
-      content(new WindowContent(window.window, style, surroundings, this)), frameTimer(this)
+      keptLine(surroundings.keptLine), content(new WindowContent(window.window, style, surroundings, this)),
+      frameTimer(this)
 {
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_ShowWithoutActivating, style.avoidsFocus);
+    setAttribute(Qt::WA_AlwaysShowToolTips); // a list never has the keyboard
     setFont(FontTable::FontOf(12));
     frameTimer.setSingleShot(true);
     frameTimer.setInterval(kRest);
@@ -90,10 +98,32 @@ void WindowPeer::ShowUp()
         return;
     if (content != nullptr)
         content->OrderTabs();
+    if (style.isFloating && !isVisible())
+        StandBesideLine();
     show();
     raise();
     if (!style.avoidsFocus)
         activateWindow();
+}
+
+// The framework knows nothing of title bars, nor that the list shows shorter rows. It learns of the new frame as of one
+// that the user has made.
+void WindowPeer::StandBesideLine()
+{
+    const QRect line = keptLine ? keptLine() : QRect();
+    const ListPeer* list = List();
+    if (line.isNull() || list == nullptr || parentWidget() == nullptr)
+        return;
+    const QSize narrow(std::max(minimumWidth(), told.width() - list->WidthSaved()), told.height());
+    const QWidget& main = *parentWidget()->window(); // its frame is the best guess: this window has none yet
+    const QRect inner = main.geometry();
+    const QRect outer = main.frameGeometry();
+    const QMargins frame(inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+                         outer.bottom() - inner.bottom());
+    const QRect place = PlaceBesideLine({told.topLeft(), narrow}, frame, line, main.screen()->availableGeometry());
+    setGeometry(place.marginsRemoved(frame));
+    lineToClear = line;
+    frameTimer.start();
 }
 
 void WindowPeer::Withdraw()
@@ -245,9 +275,19 @@ void WindowPeer::FrameSeen()
         frameTimer.start();
 }
 
+// Once, as soon as the window manager has put its own frame around the window: the user may move it over the line.
+void WindowPeer::ClearLine()
+{
+    const QRect line = std::exchange(lineToClear, QRect());
+    const QRect frame = frameGeometry();
+    if (line.isValid() && frame.top() <= line.bottom() && frame.bottom() >= line.top())
+        setGeometry(geometry().translated(0, line.bottom() + 1 - frame.top()));
+}
+
 // A frame is reported once only: a window manager that insists on a frame gets it.
 void WindowPeer::ReportFrame()
 {
+    ClearLine();
     const QRect seen = geometry();
     if (seen == told || seen == reported || !isVisible() || isMinimized())
         return;

@@ -49,6 +49,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void StandBesideLine();
+    void ClearLine();
     void LayOut();
     QSize Grown() const; // beyond the framework's frame
     void BoundSize();
@@ -59,11 +61,13 @@ private:
     const vetch::LooperToken token;
     const vetch::HandlerToken handler;
     const WindowStyle style;
+    const std::function<QRect()>& keptLine;
     QPointer<WindowContent> content; // null once the host has deleted it
     bool taken = false;
 
-    QRect told;     // the framework's frame
-    QRect reported; // the last frame that the user, or the window manager, made and that was posted
+    QRect lineToClear; // null once the window has its frame
+    QRect told;        // the framework's frame
+    QRect reported;    // the last frame that the user, or the window manager, made and that was posted
     SizeLimits limits;
     bool isLimited = false;
     QTimer frameTimer;

@@ -358,6 +358,15 @@ BPoint CodeView::BaselineAt(long offset) const
     return {static_cast<float>(where.x()), static_cast<float>(where.y())};
 }
 
+QRect CodeView::LineFrom(long offset) const
+{
+    offset = std::clamp(offset, 0L, text.Length());
+    const QPoint corner(static_cast<int>(text.Send(SCI_POINTXFROMPOSITION, 0, offset)),
+                        static_cast<int>(text.Send(SCI_POINTYFROMPOSITION, 0, offset)));
+    const int height = static_cast<int>(text.Send(SCI_TEXTHEIGHT, text.Send(SCI_LINEFROMPOSITION, offset)));
+    return {viewport()->mapToGlobal(corner), QSize(std::max(1, viewport()->width() - corner.x()), height)};
+}
+
 long CodeView::OffsetAtPoint(BPoint where) const
 {
     return text.Send(SCI_POSITIONFROMPOINT, std::lround(where.x), std::lround(where.y));

@@ -116,6 +116,7 @@ public:
     // Places of the plug-in's: the left end of the baseline on the screen; and bytes under a point of the text view,
     // which is the viewport: its left top is 0, 0, and TextBounds() is its part without the margins.
     BPoint BaselineAt(long offset) const;
+    QRect LineFrom(long offset) const; // from there to the right end, on the screen
     long OffsetAtPoint(BPoint where) const;
     BRect TextBounds() const;
     BPoint PointOf(const QMouseEvent& event) const; // in the same coordinates
