@@ -15,6 +15,7 @@
 #include "wren/desktop/KeyRouter.h"
 #include "wren/desktop/Look.h"
 #include "wren/desktop/MainWindow.h"
+#include "wren/desktop/NothingFound.h"
 #include "wren/desktop/NoticeBar.h"
 #include "wren/desktop/PlainBox.h"
 #include "wren/desktop/PluginButton.h"
@@ -35,7 +36,7 @@ namespace wren {
 namespace {
 
 constexpr const char* kIcon = "/Contents/Resources/Declaration.icns";
-constexpr int kWorksheetShown = 8000; // milliseconds, of its messages in the status line
+constexpr int kSentenceShown = 8000; // milliseconds, in the status line
 
 std::unique_ptr<PluginBundle> LoadBundle(const std::string& directory, Warnings* warnings)
 {
@@ -77,6 +78,7 @@ Editor::Editor(const DesktopOptions& options)
 void Editor::MakeHost(const DesktopOptions& options)
 {
     face = std::make_unique<DesktopFace>(window->Tabs(), *window, window->Button(), look);
+    display->SetKeptLine([this] { return face->AskedLine(); });
     face->onWarn = [this](const std::string& text) { warnings->Tell(QString::fromStdString(text)); };
     if (options.guardsTags)
         tags = std::make_unique<TagsKeeper>(window->Notices(), window->Status());
@@ -257,9 +259,9 @@ void Editor::ConnectPlugin(const DesktopOptions& options)
 {
     connect(&window->Button(), &PluginButton::Clicked, this,
             [this](Qt::KeyboardModifiers held) { router->ButtonClicked(held); });
-    connect(&window->Button(), &PluginButton::PopUpAsked, this, [this] {
-        host->Events().ButtonPopUp();
-        loop->LetThrough();
+    connect(&window->Button(), &PluginButton::PopUpAsked, this, [this] { router->ButtonPopUp(); });
+    display->SetOnBeep([this] {
+        window->statusBar()->showMessage(NothingFound(*host, *router, *display).Sentence(), kSentenceShown);
     });
     face->keysWait = options.keysWait;
     face->onOpenMatch = options.openMatch;
@@ -287,7 +289,7 @@ void Editor::ConnectNotices()
     connect(preferenceActions.get(), &PreferenceActions::Failed, this, warn);
     connect(documents.get(), &DocumentActions::Warned, this, warn);
     connect(worksheet.get(), &WorksheetActions::Told, this,
-            [this](const QString& text) { window->statusBar()->showMessage(text, kWorksheetShown); });
+            [this](const QString& text) { window->statusBar()->showMessage(text, kSentenceShown); });
     connect(&window->Notices(), &NoticeBar::AllAsked, this,
             [this] { documents->NewWithText((window->Notices().Told() + '\n').toStdString()); });
 }

@@ -10,6 +10,8 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
+#include <utility>
+
 namespace wren {
 
 namespace {
@@ -26,6 +28,22 @@ uint32 ButtonBits(Qt::MouseButtons down)
     return bits;
 }
 
+// For a scope. A menu of the plug-in's lets the user press other keys meanwhile, so questions may be nested.
+class Asks {
+public:
+    Asks(std::optional<KeyRouter::Question>& question, KeyRouter::Question now)
+        : question(question), before(std::exchange(question, now))
+    {
+    }
+    ~Asks() { question = before; }
+    Asks(const Asks&) = delete;
+    Asks& operator=(const Asks&) = delete;
+
+private:
+    std::optional<KeyRouter::Question>& question;
+    const std::optional<KeyRouter::Question> before;
+};
+
 } // namespace
 
 KeyRouter::KeyRouter(Host& host, QtDisplay& display, GuiLoop& loop) : host(host), display(display), loop(loop) {}
@@ -41,6 +59,7 @@ void KeyRouter::RunBound(const std::string& command)
 
 void KeyRouter::RunPlugins(const std::string& command)
 {
+    const Asks asks(question, {});
     const KeyBinding binding = host.Commands().BindingOf(command);
     if (command == kCompletion && binding.key != 0) {
         const HeldModifiers held(binding.modifiers);
@@ -53,14 +72,23 @@ void KeyRouter::RunPlugins(const std::string& command)
 
 void KeyRouter::RunChosen(const std::string& command)
 {
+    const Asks asks(question, {});
     host.Events().Command(command);
     loop.LetThrough();
 }
 
 void KeyRouter::ButtonClicked(Qt::KeyboardModifiers pressed)
 {
+    const Asks asks(question, {});
     const HeldModifiers held(ModifierBits(pressed, keys));
     host.Events().ButtonClicked();
+    loop.LetThrough();
+}
+
+void KeyRouter::ButtonPopUp()
+{
+    const Asks asks(question, {});
+    host.Events().ButtonPopUp();
     loop.LetThrough();
 }
 
@@ -74,6 +102,7 @@ bool KeyRouter::KeyPressed(CodeView& view, const QKeyEvent& event)
     display.Drain();
     if (RoutedToMatches(*stroke) || CompletedOtherwise(*stroke))
         return true;
+    const Asks asks(question, {});
     const HeldModifiers held(stroke->modifiers);
     const bool applies = host.RouteKey(*stroke).applies;
     loop.LetThrough();
@@ -105,6 +134,7 @@ void KeyRouter::KeyApplied(CodeView& view, bool typed)
 bool KeyRouter::MousePressed(CodeView& view, const QMouseEvent& event)
 {
     const HeldModifiers held(ClickBits(event.modifiers()));
+    const Asks asks(question, {view.OffsetAtPoint(view.PointOf(event))});
     mouse = {view.PointOf(event), ButtonBits(event.buttons())};
     const bool lookedUp = host.Events().MouseDown() == 2;
     mouse.buttons = 0;

@@ -6,6 +6,7 @@
 #include "wren/desktop/editor/CodeView.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace wren {
@@ -30,6 +31,12 @@ public:
     std::function<void(CodeView&)> onChanged; // the text changed, whatever the cause
     std::function<void(CodeView&, long offset, long removed, long inserted)> onMoves; // while the text changes
 
+    // What the plug-in is being asked: about a name at an offset, or about the selection.
+    struct Question {
+        std::optional<long> offset;
+    };
+    const std::optional<Question>& Asking() const { return question; } // absent while it is not asked
+
     MouseState Mouse() const { return mouse; } // at the click that the plug-in is handling
 
     // Runs a registered command as its key does: the plug-in sees the key first.
@@ -38,6 +45,7 @@ public:
     void RunChosen(const std::string& command);  // as the plug-in's own menu item does
 
     void ButtonClicked(Qt::KeyboardModifiers held); // the plug-in may ask which keys were held
+    void ButtonPopUp();
 
     bool KeyPressed(CodeView& view, const QKeyEvent& event) override;
     bool TextComing(CodeView& view, const std::string& utf8) override;
@@ -57,6 +65,7 @@ private:
     QtDisplay& display;
     GuiLoop& loop;
     MouseState mouse;
+    std::optional<Question> question;
 };
 
 } // namespace wren

@@ -2,10 +2,14 @@
 #include "wren/core/Host.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/PluginButton.h"
+#include "wren/desktop/PreferenceActions.h"
+#include "wren/desktop/display/ListPeer.h"
 #include "wren/desktop/display/QtDisplay.h"
+#include "wren/desktop/display/WindowPeer.h"
 
 #include <QApplication>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QTest>
 #include <QTimer>
 
@@ -43,6 +47,13 @@ protected:
     {
         const wren::Document& document = *TheEditor().TheHost().Current();
         return CurrentTab() + ":" + std::to_string(document.LineAt(View().Caret()) + 1);
+    }
+    static const wren::WindowPeer* Matches()
+    {
+        for (const QWidget* widget : QApplication::topLevelWidgets())
+            if (const auto* peer = dynamic_cast<const wren::WindowPeer*>(widget); peer != nullptr && peer->isVisible())
+                return peer;
+        return nullptr;
     }
     void ExpectCompleted(const char* keys)
     {
@@ -160,6 +171,49 @@ TEST_F(Lookup, SeveralMatchesAreListedAndEnterOpensOne)
     EXPECT_THAT(PluginWindows(), IsEmpty());
     Press("Alt+Left");
     EXPECT_EQ(Place(), "draw.c:1");
+}
+
+TEST_F(Lookup, TheMatchesLeaveTheirLineVisible)
+{
+    StartWith("\n\nMany\n");
+    TheEditor().Actions().preferences.UseZoom(12); // letters that reach below the place that the plug-in wants
+    View().GoTo(3);
+    Press("F12");
+    ASSERT_THAT(PluginWindows(), ElementsAre("Declaration"));
+    const wren::WindowPeer* matches = Matches();
+    const QRect line = View().LineFrom(2);
+    EXPECT_GT(matches->frameGeometry().top(), line.bottom());
+    EXPECT_LT(matches->frameGeometry().top(), line.bottom() + 2 * line.height());
+    EXPECT_EQ(matches->List()->font().pointSize(), wren::PreferenceValues().fontSize + 12) << "it zooms with the text";
+}
+
+TEST_F(Lookup, ALookupInVainIsSaidInWords)
+{
+    StartWith("Nowhere Many\n");
+    Press("F12");
+    EXPECT_EQ(Status(), "Nothing found for “Nowhere” in ~/tags");
+    ClickText(9, Qt::AltModifier);
+    Press("Escape");
+    TheEditor().TheHost().Current()->Select(0, 4);
+    Press("F12");
+    EXPECT_EQ(Status(), "Nothing found for “Nowh” in ~/tags");
+    home.Write("Library/Caches/SystemHeaderTags", kTags);
+    ClickText(3, Qt::AltModifier);
+    EXPECT_EQ(Status(), "Nothing found for “Nowhere” in ~/tags and the tags of the system") << "of the click's name";
+}
+
+TEST_F(Lookup, ASymbolOfTheDialogThatIsNotFoundIsSaidInWords)
+{
+    StartWith("\n");
+    RunCommand("SymbolLookupDialog");
+    Settle();
+    auto* field = QApplication::activeWindow()->findChild<QLineEdit*>();
+    ASSERT_NE(field, nullptr);
+    QTest::keyClicks(field, "Absent");
+    QTest::keyClick(field, Qt::Key_Return);
+    SettleBackground();
+    Settle();
+    EXPECT_EQ(Status(), "Nothing found for “Absent” in ~/tags");
 }
 
 TEST_F(Lookup, EnterOpensTheFirstMatchWithoutASelection)
