@@ -177,6 +177,10 @@ const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::
     const Document* document = host.Current();
     if (!IsTorn(text.path, left))
         files.Recovered(*document, text.was);
+    if (!text.isOld) {
+        tabs.ViewOf(document->Id())->GoTo(text.seen.caret);
+        tabs.ViewOf(document->Id())->ShowFromLine(text.seen.firstLine);
+    }
     if (text.isOld)
         notices.Tell(
             (isAtHome
@@ -319,7 +323,8 @@ void SessionKeeper::Keep(long id)
     if (document != nullptr && files.IsModified(*document)) {
         if (!recovery.Problem().empty())
             return Unsafe(id, recovery.Problem());
-        recovery.Keep(id, document->Path(), tabs.ViewOf(id)->Bytes(), files.Known(id));
+        const CodeView& view = *tabs.ViewOf(id);
+        recovery.Keep(id, document->Path(), view.Bytes(), files.Known(id), {view.Caret(), view.FirstVisibleLine()});
     } else {
         recovery.Forget(id);
         Safe(id);

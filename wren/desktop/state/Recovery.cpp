@@ -119,6 +119,11 @@ FileMark MarkOf(const json& stored)
     return mark;
 }
 
+SeenPlace SeenIn(const json& head)
+{
+    return {std::max(0L, head.value("caret", 0L)), std::max(0L, head.value("firstLine", 0L))}; // older ones have none
+}
+
 std::optional<UnsavedText> ReadCopy(const std::string& file)
 {
     std::string ignored;
@@ -132,7 +137,8 @@ std::optional<UnsavedText> ReadCopy(const std::string& file)
         if (size != copy->size() - end - 1)
             return std::nullopt;
         const FileMark was = head.contains("was") ? MarkOf(head["was"]) : FileMark(); // older ones do not say
-        return UnsavedText{BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file, was, false};
+        return UnsavedText{
+            BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file, was, SeenIn(head)};
     } catch (const json::exception&) {
         return std::nullopt;
     }
@@ -220,14 +226,14 @@ Recovery::~Recovery()
     writer.Finish();
 }
 
-void Recovery::Keep(long document, const std::string& path, std::string text, const FileMark& was)
+void Recovery::Keep(long document, const std::string& path, std::string text, const FileMark& was,
+                    const SeenPlace& seen)
 {
     if (own == nullptr)
         return;
-    const json head = {{"path", JsonOfBytes(path)},
-                       {"savedAt", TimeText(std::time(nullptr))},
-                       {"size", text.size()},
-                       {"was", JsonOf(was)}};
+    const json head = {{"path", JsonOfBytes(path)}, {"savedAt", TimeText(std::time(nullptr))},
+                       {"size", text.size()},       {"was", JsonOf(was)},
+                       {"caret", seen.caret},       {"firstLine", seen.firstLine}};
     writer.Write(own->CopyOf(document), head.dump() + "\n", std::move(text));
     own->kept.insert(document);
 }
@@ -259,7 +265,7 @@ std::vector<UnsavedText> Recovery::Left() const
                     left.push_back(std::move(*copy));
     for (OverwrittenText& old : LeftOverwritten())
         left.push_back(
-            {std::move(old.path), std::move(old.text), TimeText(old.savedAt), std::move(old.file), {}, true});
+            {std::move(old.path), std::move(old.text), TimeText(old.savedAt), std::move(old.file), {}, {}, true});
     std::stable_sort(left.begin(), left.end(),
                      [](const UnsavedText& a, const UnsavedText& b) { return a.savedAt < b.savedAt; });
     return left;

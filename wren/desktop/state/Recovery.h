@@ -11,12 +11,19 @@
 
 namespace wren {
 
+// What the user saw of a text.
+struct SeenPlace {
+    long caret = 0;     // bytes
+    long firstLine = 0; // from 0, as CodeView::FirstVisibleLine()
+};
+
 struct UnsavedText {
     std::string path; // "" for a text without a file
     std::string text;
     std::string savedAt; // for a person: date and time of the copy
     std::string file;    // where the copy is
     FileMark was;        // what the text was made from
+    SeenPlace seen;      // may lie beyond the text's end
     bool isOld = false;  // the file's text before a save that was interrupted: the file is torn
 };
 
@@ -33,7 +40,8 @@ public:
     ~Recovery(); // removes its copies: a regular end has asked about every unsaved text
 
     // Done soon, on another thread. A copy replaces the last one by rename.
-    void Keep(long document, const std::string& path, std::string text, const FileMark& was = {});
+    void Keep(long document, const std::string& path, std::string text, const FileMark& was = {},
+              const SeenPlace& seen = {});
     void Forget(long document);
     void Finish();                                            // returns when all copies are written
     bool Holds(long document, const std::string& text) const; // true when a copy of that text is on the disk
