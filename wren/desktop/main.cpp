@@ -37,22 +37,32 @@ bool HasDisplay()
     return false;
 }
 
-// The plug-in prints each command line that it has run, whose bytes may be anything: names of directories that came
-// with a tree. A terminal would take some for its own commands. What is run is in the log of TagsKeeper.
-void KeepOffTerminal()
+// Whether the user wants to read what the plug-in and Qt print.
+bool IsVerbose()
 {
-    if (::isatty(STDOUT_FILENO) != 1)
+    const char* value = std::getenv("WREN_VERBOSE");
+    return value != nullptr && *value != '\0';
+}
+
+// The plug-in prints each command line that it has run, whose bytes may be anything: names of directories that came
+// with a tree. A terminal would take some for its own commands, and the desktop's log has no use for them. What is run
+// is in the log of TagsKeeper.
+void KeepPluginQuiet()
+{
+    if (IsVerbose() && ::isatty(STDOUT_FILENO) != 1)
         return;
     const base::Descriptor nowhere(::open("/dev/null", O_WRONLY | O_CLOEXEC));
     if (nowhere.IsOpen())
         ::dup2(nowhere.Number(), STDOUT_FILENO);
 }
 
-// Qt ends the program when it cannot reach the display that is named.
+// Qt ends the program when it cannot reach the display that is named. Its warnings are about the desktop's set-up, and
+// nothing that the user of an editor asked for.
 void HearQt(QtMsgType type, const QMessageLogContext&, const QString& text)
 {
     if (type != QtFatalMsg) {
-        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+        if (type == QtCriticalMsg || IsVerbose())
+            std::fprintf(stderr, "%s\n", qUtf8Printable(text));
         return;
     }
     if (text.contains("platform plugin")) {
@@ -95,7 +105,7 @@ int main(int count, char** words)
         place.file = wren::AbsolutePath(place.file);
     if (!arguments->options.folder.empty() && ::chdir(arguments->options.folder.c_str()) != 0)
         arguments->options.folder.clear(); // it has gone; the editor opens without it
-    KeepOffTerminal();
+    KeepPluginQuiet();
     qInstallMessageHandler(&HearQt);
     QApplication::setApplicationName("wren");
     QApplication::setApplicationVersion(WREN_VERSION);

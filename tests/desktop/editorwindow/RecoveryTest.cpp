@@ -34,7 +34,7 @@ protected:
     }
 #endif
     // What an editor leaves that is killed with an unsaved text.
-    void Leave(const std::string& path, const std::string& text)
+    void Leave(const std::string& path, const std::string& text, const wren::SeenPlace& seen = {})
     {
         const wren::FileMark was = wren::MarkOf(base::FileIdentity::At(path), Content(path));
         const pid_t child = ::fork();
@@ -43,7 +43,7 @@ protected:
                 if (!problem.empty())
                     ::_exit(1);
             });
-            editor.Keep(1, path, text, was);
+            editor.Keep(1, path, text, was, seen);
             editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
         }
@@ -148,6 +148,29 @@ TEST_F(RestartAfterAKill, OffersAnUnsavedTextAndOpensItAsUnsaved)
     EXPECT_EQ(Content(file), "typed\n");
     ASSERT_TRUE(Quit());
     EXPECT_THAT(Copies(), IsEmpty());
+}
+
+TEST_F(RestartAfterAKill, ARecoveredTextIsShownWhereTheUserWas)
+{
+    std::string text;
+    for (int line = 0; line < 300; ++line)
+        text += "line\n";
+    Leave(home.Write("a.c", "old\n"), text, {5 * 207 + 2, 200});
+    Leave("", "short\n", {1'000'000, 1'000'000});
+    hands.AnswerNextAlert("Open");
+    Start();
+    EXPECT_EQ(Text(), "short\n");
+    EXPECT_EQ(View().Caret(), 6) << "no place is beyond the end";
+    Press("Ctrl+PgUp");
+    EXPECT_EQ(View().Caret(), 5 * 207 + 2);
+    EXPECT_EQ(View().FirstVisibleLine(), 200);
+    std::string heads;
+    for (const std::string& copy : Copies())
+        heads += Content(copy).substr(0, Content(copy).find('\n')) + "\n";
+    EXPECT_THAT(heads, HasSubstr("\"caret\":" + std::to_string(5 * 207 + 2))) << "for the next kill";
+    hands.AnswerNextAlert("Discard");
+    hands.AnswerNextAlert("Discard");
+    EXPECT_TRUE(Quit());
 }
 
 TEST_F(RestartAfterAKill, ATextThatHadNoFileIsOpenedWithoutOne)
@@ -330,7 +353,8 @@ TEST_F(RestartAfterAKill, AClosedOutputDoesNotKillTheEditor)
     for (const auto answer : {SIG_DFL, SIG_IGN}) {
         const LostReader nobody;
         const StartedWith started(SIGPIPE, answer);
-        const std::string command = "exec " + ShellWord(WREN_DESKTOP) + " --bundle " + ShellWord(bundle) + " a.c 2>&1";
+        const std::string command =
+            "WREN_VERBOSE=1 exec " + ShellWord(WREN_DESKTOP) + " --bundle " + ShellWord(bundle) + " a.c 2>&1";
         RunningProgram editor({"/bin/sh", "-c", command}, home.Path(), Environment(), nobody.Output());
         // What Qt has to say of this platform, it says when the window is shown.
         UntilOutside([&] { return Handles(editor.Process(), SIGTERM) || HasEnded(editor.Process()); });
@@ -338,6 +362,25 @@ TEST_F(RestartAfterAKill, AClosedOutputDoesNotKillTheEditor)
         const ProgramRun run = editor.Wait();
         EXPECT_EQ(run.status, 128 + SIGTERM) << "signal " << run.signal;
     }
+}
+
+// Without a home, the plug-in says so at every lookup and completion. The offscreen platform has its own to say.
+TEST_F(RestartAfterAKill, TheProgramPrintsOnlyWhatItIsAskedFor)
+{
+    for (const bool verbose : {false, true})
+        for (const std::string& place : {home.Path(), std::string()}) {
+            std::map<std::string, std::string> environment = Environment();
+            environment["HOME"] = place;
+            environment["WREN_VERBOSE"] = verbose ? "1" : "";
+            RunningProgram editor({WREN_DESKTOP, "--no-index", "--new-instance", "--bundle", bundle, "a.c"},
+                                  home.Path(), environment);
+            UntilOutside([&] { return Handles(editor.Process(), SIGTERM) || HasEnded(editor.Process()); });
+            ::kill(editor.Process(), SIGTERM);
+            const ProgramRun run = editor.Wait();
+            EXPECT_EQ(run.status, 128 + SIGTERM) << "signal " << run.signal;
+            EXPECT_EQ(run.output, "") << place;
+            EXPECT_EQ(!run.errors.empty(), verbose) << run.errors;
+        }
 }
 
 TEST_F(RestartAfterAKill, ATextIsOfferedAgainWhenItCouldNotBeCopiedMeanwhile)
