@@ -23,6 +23,7 @@
 #include "wren/desktop/SettingsKeeper.h"
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/TagsKeeper.h"
+#include "wren/desktop/TagsPlaces.h"
 #include "wren/desktop/Warnings.h"
 #include "wren/desktop/Welcome.h"
 #include "wren/desktop/display/QtDisplay.h"
@@ -97,6 +98,7 @@ void Editor::MakeHost(const DesktopOptions& options)
 
 void Editor::MakeActions(const DesktopOptions& options)
 {
+    tagsPlaces = std::make_unique<TagsPlaces>(*host, window->Notices(), window->Status());
     files = std::make_unique<FileKeeper>(*host, window->Tabs(), window->Notices(), *window);
     worksheet = std::make_unique<WorksheetActions>(*host, window->Tabs());
     settings = std::make_unique<SettingsKeeper>(*host);
@@ -154,6 +156,7 @@ Editor::~Editor()
     settings.reset();
     worksheet.reset();
     files.reset();
+    tagsPlaces.reset();
     router.reset();
     host.reset();
     warnings.reset();
@@ -191,6 +194,7 @@ void Editor::ConnectTexts()
     };
     connect(&window->Tabs(), &EditorTabs::Raised, this, [this](long id) {
         documents->Raised(id);
+        tagsPlaces->Show();
         if (symbols != nullptr)
             symbols->Raised();
         if (filesActions != nullptr)
@@ -203,7 +207,10 @@ void Editor::ConnectTexts()
     if (filesActions != nullptr)
         connect(files.get(), &FileKeeper::Saved, filesActions.get(), &FilesActions::Refresh);
     connect(files.get(), &FileKeeper::ReadAgain, menus.get(), &EditorMenus::ShowUndo);
-    connect(documents.get(), &DocumentActions::Named, welcome.get(), [this] { welcome->Update(); });
+    connect(documents.get(), &DocumentActions::Named, welcome.get(), [this] {
+        tagsPlaces->Show();
+        welcome->Update();
+    });
     connect(places.get(), &PlaceActions::Went, documents.get(), &DocumentActions::Changed);
 }
 
@@ -230,6 +237,7 @@ void Editor::ConnectWindow()
 {
     connect(window.get(), &MainWindow::UserCame, this, [this] {
         host->UserCame();
+        tagsPlaces->Show(); // other programs make tags, too
         files->Check();
         if (filesActions != nullptr)
             filesActions->Refresh();
@@ -278,8 +286,12 @@ void Editor::ConnectNotices()
 {
     connect(loop.get(), &GuiLoop::Woke, this, [this] { window->Status().ShowBackground(); });
     connect(loop.get(), &GuiLoop::Woke, session.get(), &SessionKeeper::TakeNews);
-    if (tags != nullptr)
+    if (tags != nullptr) {
         connect(loop.get(), &GuiLoop::Woke, tags.get(), &TagsKeeper::TakeNews);
+        connect(tags.get(), &TagsKeeper::RunEnded, this, [this] { tagsPlaces->Show(); });
+        display->SetOnAnswer(
+            [this](const vetch::AlertDescription& alert, long answer) { return tagsPlaces->Answer(alert, answer); });
+    }
     if (symbols != nullptr)
         connect(loop.get(), &GuiLoop::Woke, symbols.get(), &SymbolActions::TakeNews);
     connect(loop.get(), &GuiLoop::Woke, this, [this] { warnings->TakeNews(); });

@@ -32,6 +32,7 @@ class SessionKeeper;
 class SettingsKeeper;
 class SymbolActions;
 class TagsKeeper;
+class TagsPlaces;
 class Warnings;
 class Welcome;
 class HostObservers;
@@ -112,6 +113,7 @@ private:
     std::unique_ptr<HostObservers> observers;
     std::unique_ptr<Host> host;
     std::unique_ptr<KeyRouter> router;
+    std::unique_ptr<TagsPlaces> tagsPlaces;
     std::unique_ptr<FileKeeper> files;
     std::unique_ptr<WorksheetActions> worksheet;
     std::unique_ptr<SettingsKeeper> settings;

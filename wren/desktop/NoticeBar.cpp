@@ -4,6 +4,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
@@ -19,7 +20,8 @@ constexpr int kLinesSeen = 8;
 
 } // namespace
 
-NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(new QScrollArea), all(new QToolButton)
+NoticeBar::NoticeBar(QWidget* parent)
+    : QFrame(parent), label(new QLabel), area(new QScrollArea), choices(new QWidget), all(new QToolButton)
 {
     setFrameShape(QFrame::StyledPanel);
     setBackgroundRole(QPalette::ToolTipBase);
@@ -47,9 +49,12 @@ NoticeBar::NoticeBar(QWidget* parent) : QFrame(parent), label(new QLabel), area(
     all->setToolTip(tr("Open all notices as a text"));
     all->setFocusPolicy(Qt::NoFocus);
     connect(all, &QToolButton::clicked, this, &NoticeBar::AllAsked);
+    auto* buttons = new QVBoxLayout(choices);
+    buttons->setContentsMargins(0, 0, 0, 0);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(8, 4, 4, 4);
     row->addWidget(area, 1);
+    row->addWidget(choices, 0, Qt::AlignTop);
     row->addWidget(all, 0, Qt::AlignTop);
     row->addWidget(close, 0, Qt::AlignTop);
     QScrollBar* bar = area->verticalScrollBar();
@@ -62,6 +67,23 @@ void NoticeBar::Tell(const QString& text, const QString& subject)
 {
     Add(text, subject);
     Changed();
+}
+
+void NoticeBar::Offer(const QString& text, const QString& subject, const std::vector<Choice>& offers)
+{
+    for (auto* old : choices->findChildren<QPushButton*>())
+        old->deleteLater(); // the one that was pressed may be among them
+    for (const Choice& choice : offers) {
+        auto* button = new QPushButton(choice.label, choices);
+        button->setFocusPolicy(Qt::NoFocus);
+        connect(button, &QPushButton::clicked, this, [this, subject, chosen = choice.chosen] {
+            Withdraw(subject);
+            chosen();
+        });
+        choices->layout()->addWidget(button);
+    }
+    offered = subject;
+    Tell(text, subject);
 }
 
 void NoticeBar::TellAll(const QStringList& texts)
@@ -130,6 +152,7 @@ void NoticeBar::Show()
         lines.append(tr("%1 older notices are not shown here: \"Show All\" opens all of them as a text.")
                          .arg(told.size() - kMostShown));
     label->setText(lines.join('\n'));
+    choices->setVisible(bySubject.contains(offered));
     all->setVisible(tooMany);
     setVisible(!told.empty());
     FitHeight();

@@ -5,7 +5,9 @@
 #include <QHash>
 #include <QStringList>
 
+#include <functional>
 #include <list>
+#include <vector>
 
 class QLabel;
 class QScrollArea;
@@ -24,8 +26,16 @@ public:
     // Adds a notice below the others. A text is shown once; a new notice about a subject replaces the older one.
     void Tell(const QString& text, const QString& subject = {});
     void TellAll(const QStringList& texts); // the same for each text, but lays them out once
-    void Withdraw(const QString& subject);  // removes the subject's notice, which is no longer true
-    QString Told() const;                   // all notices, also those that are not shown
+
+    // A notice with buttons. A press withdraws it, and then does what was chosen. The newest offer alone has buttons.
+    struct Choice {
+        QString label;
+        std::function<void()> chosen;
+    };
+    void Offer(const QString& text, const QString& subject, const std::vector<Choice>& choices);
+
+    void Withdraw(const QString& subject); // removes the subject's notice, which is no longer true
+    QString Told() const;                  // all notices, also those that are not shown
 
     static constexpr size_t kMostShown = 50;
 
@@ -50,6 +60,8 @@ private:
 
     QLabel* label;
     QScrollArea* area;
+    QWidget* choices;
+    QString offered; // the subject that 'choices' belong to
     QToolButton* all;
     std::list<Notice> told; // each text once, and each subject
     QHash<QString, std::list<Notice>::iterator> byText;

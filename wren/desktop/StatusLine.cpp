@@ -4,6 +4,7 @@
 #include "vetch/support/FThread.h"
 #include "wren/core/Document.h"
 #include "wren/desktop/GuiLoop.h"
+#include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/editor/CodeView.h"
 
 #include <QLabel>
@@ -28,6 +29,8 @@ QString NameOf(LineEnds ends)
     }
 }
 
+constexpr int kTagsWidth = 40; // characters of a path that are shown
+
 // From 1, in characters, as people count.
 long ColumnOf(const Document& document, long caret)
 {
@@ -38,7 +41,7 @@ long ColumnOf(const Document& document, long caret)
 } // namespace
 
 StatusLine::StatusLine(QStatusBar* bar)
-    : rebuild(new QToolButton), index(new QToolButton), background(new QLabel), position(new QLabel),
+    : rebuild(new QToolButton), index(new QToolButton), tags(new QLabel), background(new QLabel), position(new QLabel),
       ends(new QToolButton)
 {
     rebuild->setText(tr("Rebuild Tags"));
@@ -60,6 +63,10 @@ StatusLine::StatusLine(QStatusBar* bar)
     ends->setPopupMode(QToolButton::InstantPopup);
     ends->setToolTip(tr("The ends of the lines"));
     ends->setAccessibleDescription(tr("How the lines of this text end"));
+    tags->setObjectName("servingTags");
+    tags->setTextFormat(Qt::PlainText); // a path may look like markup
+    tags->setAccessibleName(tr("The tags file of this text"));
+    bar->addPermanentWidget(tags);
     bar->addPermanentWidget(ends);
     bar->addPermanentWidget(position);
     vetch::SetThreadsWatcher(&GuiLoop::Wake);
@@ -104,6 +111,13 @@ void StatusLine::SetIndexMenu(QMenu* menu)
 void StatusLine::SetEndsMenu(QMenu* menu)
 {
     ends->setMenu(menu);
+}
+
+void StatusLine::ShowTags(const QString& text, const QString& tip)
+{
+    const QFontMetrics metrics = tags->fontMetrics();
+    tags->setText(metrics.elidedText(text, Qt::ElideMiddle, kTagsWidth * metrics.averageCharWidth()));
+    tags->setToolTip(PlainTip(tip));
 }
 
 void StatusLine::SetMakingTags(std::function<bool()> answers)

@@ -31,6 +31,7 @@ public:
     void SetIndexMenu(QMenu* menu); // borrowed; the index is not shown before
 
     void SetEndsMenu(QMenu* menu); // borrowed; where the line ends are shown
+    void ShowTags(const QString& text, const QString& tip); // which ones serve the text; "" for none
 
     void SetMakingTags(std::function<bool()> answers); // whether tags are being made; null for never
 
@@ -43,6 +44,7 @@ private:
     std::function<bool()> isMakingTags;
     QToolButton* rebuild;
     QToolButton* index;
+    QLabel* tags;
     QLabel* background;
     QLabel* position;
     QToolButton* ends;

@@ -115,6 +115,7 @@ void TagsKeeper::TakeNews()
 
 void TagsKeeper::Ended(const TagsOutcome& outcome)
 {
+    emit RunEnded();
     if (outcome.kind == TagsOutcome::Kind::Made)
         return notices.Withdraw(SubjectOf(outcome.file));
     if (outcome.kind == TagsOutcome::Kind::Interrupted)

@@ -32,6 +32,9 @@ public:
 
     static std::string LogFile(); // "" without a state directory
 
+signals:
+    void RunEnded(); // with any result
+
 private:
     GuardedRunner::News MakeNews();
     void Ended(const TagsOutcome& outcome);

@@ -5,9 +5,12 @@
 #include "vetch/support/ShellCommand.h"
 #include "wren/core/TagsLine.h"
 #include "wren/desktop/MainWindow.h"
+#include "wren/desktop/NoticeBar.h"
 #include "wren/desktop/PluginButton.h"
 #include "wren/desktop/TagsKeeper.h"
 
+#include <QLabel>
+#include <QPushButton>
 #include <QTest>
 #include <QToolButton>
 
@@ -67,6 +70,12 @@ protected:
         emit TheEditor().Window().Button().PopUpAsked();
     }
     std::string Tags() const { return Content(home / "T/tags"); }
+    QString ServingTags() { return TheEditor().Window().findChild<QLabel*>("servingTags")->text(); }
+    QPushButton* NoticeButton(int place)
+    {
+        const auto buttons = TheEditor().Window().Notices().findChildren<QPushButton*>();
+        return place < buttons.size() ? buttons[place] : nullptr;
+    }
     QToolButton& RebuildButton() { return *TheEditor().Window().findChild<QToolButton*>("rebuildTags"); }
 };
 
@@ -217,4 +226,88 @@ TEST_F(TagsStory, AnUpdateCoversAllSuffixesOfTheFamily)
     for (const std::string suffix : kSuffixes)
         EXPECT_THAT(Content(sources), HasSubstr("of_" + suffix + "." + suffix + "\n"));
     EXPECT_THAT(Content(sources), Not(HasSubstr("other.txt")));
+}
+
+TEST_F(TagsStory, TheStatusLineSaysWhichTagsServeTheText)
+{
+    fs::create_directories(home / "T/deep/er");
+    Start({home.Write("T/deep/er/x.c", "int x;\n"), home.Write("alone/y.c", "int y;\n")});
+    EXPECT_EQ(ServingTags(), "No tags");
+    Press("Ctrl+PgUp");
+    EXPECT_EQ(ServingTags(), "Tags: ~/T/tags");
+    home.Write("T/deep/tags", kOldTags);
+    ComeBack();
+    EXPECT_EQ(ServingTags(), "Tags: ~/T/deep/tags");
+    home.Write("Library/Caches/SystemHeaderTags", kOldTags);
+    Press("Ctrl+PgDown");
+    EXPECT_EQ(ServingTags(), "Tags: the system's");
+}
+
+TEST_F(TagsStory, GeneratingTagsInASubdirectoryOffersTheProjects)
+{
+    fs::remove(home / "T/tags");
+    fs::create_directory(home / "T/.git");
+    Start({home.Write("T/db/x.c", "foo\n")});
+    hands.AnswerNextAlert("Generate tags");
+    Press("F12");
+    SettleBackground();
+    Settle();
+    hands.TakeHeard();
+    EXPECT_FALSE(fs::exists(home / "T/db/tags")) << "it would hide the project's";
+    EXPECT_THAT(Notice(), HasSubstr("Tags in ~/T/db would serve only the texts there"));
+    ASSERT_NE(NoticeButton(1), nullptr);
+    EXPECT_EQ(NoticeButton(0)->text(), "Make Tags in ~/T");
+    EXPECT_EQ(NoticeButton(1)->text(), "Make Tags in ~/T/db");
+    NoticeButton(0)->click();
+    SettleBackground();
+    Settle();
+    EXPECT_EQ(Notice(), "");
+    EXPECT_THAT(Tags(), HasSubstr("foo"));
+    EXPECT_FALSE(fs::exists(home / "T/db/tags"));
+    EXPECT_EQ(ServingTags(), "Tags: ~/T/tags");
+}
+
+TEST_F(TagsStory, TheUserMayStillGenerateTagsInASubdirectory)
+{
+    fs::remove(home / "T/tags");
+    fs::create_directory(home / "T/.git");
+    Start({home.Write("T/db/x.c", "foo\n")});
+    hands.AnswerNextAlert("Generate tags");
+    Press("F12");
+    Settle();
+    hands.TakeHeard();
+    ASSERT_NE(NoticeButton(1), nullptr);
+    NoticeButton(1)->click();
+    SettleBackground();
+    Settle();
+    EXPECT_TRUE(fs::exists(home / "T/db/tags"));
+    EXPECT_FALSE(fs::exists(home / "T/tags"));
+}
+
+TEST_F(TagsStory, GeneratingTagsAtTheTopOfTheProjectAsksNothingMore)
+{
+    fs::remove(home / "T/tags");
+    fs::create_directory(home / "T/.git");
+    Start({home / "T/main.c"});
+    hands.AnswerNextAlert("Generate tags");
+    Press("F12");
+    SettleBackground();
+    Settle();
+    hands.TakeHeard();
+    EXPECT_TRUE(fs::exists(home / "T/tags"));
+}
+
+TEST_F(TagsStory, ADirectoryCalledTagsIsSaidAndKeepsItsContent)
+{
+    fs::remove(home / "T/tags");
+    home.Write("T/tags/mine.txt", "mine\n");
+    Start({home / "T/main.c"});
+    EXPECT_THAT(Notice(), AllOf(HasSubstr(home / "T/tags is a directory"), HasSubstr("Rename it")));
+    Update();
+    SettleBackground();
+    Settle();
+    EXPECT_THAT(Notice(), HasSubstr(home / "T/tags was not made"));
+    EXPECT_EQ(Content(home / "T/tags/mine.txt"), "mine\n");
+    EXPECT_EQ(std::distance(fs::directory_iterator(home / "T/tags"), fs::directory_iterator()), 1);
+    EXPECT_FALSE(fs::exists(home / "T/tags.tmp"));
 }

@@ -68,6 +68,11 @@ void QtDisplay::SetOnBeep(std::function<void()> beeped)
     peers->onBeep = std::move(beeped);
 }
 
+void QtDisplay::SetOnAnswer(std::function<long(const vetch::AlertDescription&, long)> answered)
+{
+    onAnswer = std::move(answered);
+}
+
 QString QtDisplay::TypedText() const
 {
     return peers->TypedText();
@@ -127,7 +132,8 @@ BRect QtDisplay::ScreenFrame(BPoint where) const
 
 long QtDisplay::RunAlert(const vetch::AlertDescription& alert)
 {
-    return AskAlert(alert, peers->MainWindow());
+    const long answer = AskAlert(alert, peers->MainWindow());
+    return onAnswer ? onAnswer(alert, answer) : answer;
 }
 
 std::optional<long> QtDisplay::RunMenu(const vetch::MenuDescription& menu)

@@ -54,6 +54,10 @@ public:
     // What is in the first text field of the plug-in's newest dialog; "" without one. GUI thread.
     QString TypedText() const;
 
+    // Called on the GUI thread with each answer of the user's to an alert of the plug-in's; returns the answer that the
+    // plug-in gets.
+    void SetOnAnswer(std::function<long(const vetch::AlertDescription& alert, long answer)> answered);
+
     // Takes the content of a window that the framework made for the host (a preference panel), to be put into a dialog
     // of Qt's, instead of showing it as a window of its own; null when there is none. The window's death deletes the
     // content, and the content's death closes nothing. Call it after the window was made and before anything shows it.
@@ -90,6 +94,7 @@ private:
     std::unique_ptr<ScreenTable> screens;
     GuiQueue<vetch::Update> queue;
     std::unique_ptr<Peers> peers;
+    std::function<long(const vetch::AlertDescription&, long)> onAnswer;
 };
 
 } // namespace wren
