@@ -303,6 +303,7 @@ void EditorMenus::FillView(QMenu* menu)
     Add(menu, tr("&Usual Size"), "zoom-original", {QKeySequence(tr("Ctrl+0"))},
         [this] { parts.actions.preferences.UseZoom(0); });
     AddTextSwitches(menu);
+    AddSplits(menu);
     FillFolds(menu->addMenu(tr("&Folding")));
     if (parts.actions.symbols != nullptr)
         AddOutline(menu, *parts.actions.symbols);

@@ -62,6 +62,7 @@ private:
     void FillCarets(QMenu* menu);
     void FillEnds(QMenu* menu);
     void AddTextSwitches(QMenu* menu);
+    void AddSplits(QMenu* menu);
     void FillFolds(QMenu* menu);
     void FillBookmarks(QMenu* menu);
     void FillSearch(QMenu* menu);

@@ -3,6 +3,7 @@
 #include "wren/desktop/display/ShownText.h"
 #include "wren/desktop/editor/CodeView.h"
 #include "wren/desktop/editor/Occurrences.h"
+#include "wren/desktop/editor/TextPanes.h"
 
 #include <QTabBar>
 #include <QToolButton>
@@ -55,7 +56,7 @@ EditorTabs::EditorTabs(QWidget* parent) : QTabWidget(parent)
     AddListButton();
     connect(this, &QTabWidget::currentChanged, this, [this] { emit Raised(CurrentDocument()); });
     connect(this, &QTabWidget::tabCloseRequested, this,
-            [this](int index) { emit CloseAsked(DocumentOf(qobject_cast<CodeView*>(widget(index)))); });
+            [this](int index) { emit CloseAsked(DocumentOf(PanesAt(index)->View())); });
 }
 
 void EditorTabs::AddListButton()
@@ -76,37 +77,38 @@ CodeView* EditorTabs::Add(long document, const EditorLook& look)
     auto* view = new CodeView;
     new Occurrences(*view); // a child of the view
     view->SetLook(look);
-    views[document] = view;
+    auto* both = new TextPanes(view);
+    panes[document] = both;
     // Qt raises the first tab when it is added, while its document is not open yet; the opener raises it afterwards.
     const QSignalBlocker blocked(this);
-    addTab(view, tr("untitled"));
+    addTab(both, tr("untitled"));
     return view;
 }
 
 void EditorTabs::Remove(long document)
 {
-    CodeView* view = ViewOf(document);
-    if (view == nullptr)
+    TextPanes* both = PanesOf(document);
+    if (both == nullptr)
         return;
-    views.erase(document);
+    panes.erase(document);
     const auto file = files.extract(document);
-    view->SetClient(nullptr);
-    removeTab(indexOf(view));
+    both->View()->SetClient(nullptr);
+    removeTab(indexOf(both));
     if (!file.empty())
         ShowNames(fs::path(file.mapped().path).filename());
-    view->deleteLater(); // it may be the one whose key or menu led here
+    both->deleteLater(); // it may be the one whose key or menu led here
 }
 
 void EditorTabs::Raise(long document)
 {
-    CodeView* view = ViewOf(document);
-    if (view == nullptr)
+    TextPanes* both = PanesOf(document);
+    if (both == nullptr)
         return;
-    if (currentWidget() == view)
+    if (currentWidget() == both)
         emit Raised(document);
     else
-        setCurrentWidget(view);
-    view->setFocus();
+        setCurrentWidget(both);
+    both->View()->setFocus();
 }
 
 void EditorTabs::FocusCurrent()
@@ -115,15 +117,32 @@ void EditorTabs::FocusCurrent()
         view->setFocus();
 }
 
+TextPanes* EditorTabs::PanesOf(long document) const
+{
+    const auto found = panes.find(document);
+    return found == panes.end() ? nullptr : found->second;
+}
+
+TextPanes* EditorTabs::PanesAt(int index) const
+{
+    return qobject_cast<TextPanes*>(widget(index));
+}
+
 CodeView* EditorTabs::ViewOf(long document) const
 {
-    const auto found = views.find(document);
-    return found == views.end() ? nullptr : found->second;
+    const TextPanes* both = PanesOf(document);
+    return both == nullptr ? nullptr : both->View();
+}
+
+TextPanes* EditorTabs::CurrentPanes() const
+{
+    return PanesAt(currentIndex());
 }
 
 CodeView* EditorTabs::CurrentView() const
 {
-    return qobject_cast<CodeView*>(currentWidget());
+    const TextPanes* both = CurrentPanes();
+    return both == nullptr ? nullptr : both->View();
 }
 
 long EditorTabs::CurrentDocument() const
@@ -133,15 +152,16 @@ long EditorTabs::CurrentDocument() const
 
 long EditorTabs::DocumentOf(const CodeView* view) const
 {
-    for (const auto& [document, each] : views)
-        if (each == view)
+    for (const auto& [document, both] : panes)
+        if (both->View() == view)
             return document;
     return 0;
 }
 
 long EditorTabs::DocumentAt(const QPoint& place) const
 {
-    return DocumentOf(qobject_cast<CodeView*>(widget(tabBar()->tabAt(place))));
+    const TextPanes* both = PanesAt(tabBar()->tabAt(place));
+    return both == nullptr ? 0 : DocumentOf(both->View());
 }
 
 std::vector<long> EditorTabs::Documents() const
@@ -149,7 +169,7 @@ std::vector<long> EditorTabs::Documents() const
     std::vector<long> documents;
     documents.reserve(static_cast<size_t>(count()));
     for (int index = 0; index < count(); ++index)
-        documents.push_back(DocumentOf(qobject_cast<CodeView*>(widget(index))));
+        documents.push_back(DocumentOf(PanesAt(index)->View()));
     return documents;
 }
 
@@ -175,7 +195,7 @@ void EditorTabs::ShowNames(const std::string& leaf)
             continue;
         const QString name = leaf.empty() ? tr("untitled") : NameOf(document);
         // A lone "&" would be taken for the mark of a key.
-        widget(IndexOf(document))->setAccessibleName(name);
+        ViewOf(document)->setAccessibleName(name);
         setTabText(IndexOf(document), QString(name).replace("&", "&&") + (file.modified ? " *" : ""));
     }
 }
@@ -209,14 +229,14 @@ void EditorTabs::SetWorksheetName(long document)
 
 void EditorTabs::SetLook(const EditorLook& look)
 {
-    for (const auto& [document, view] : views)
-        view->SetLook(look);
+    for (const auto& [document, both] : panes)
+        both->View()->SetLook(look);
 }
 
 int EditorTabs::IndexOf(long document) const
 {
-    CodeView* view = ViewOf(document);
-    return view == nullptr ? -1 : indexOf(view);
+    TextPanes* both = PanesOf(document);
+    return both == nullptr ? -1 : indexOf(both);
 }
 
 } // namespace wren

@@ -11,6 +11,7 @@ namespace wren {
 
 class CodeView;
 class CodeViewClient;
+class TextPanes;
 struct EditorLook;
 
 // A view belongs to the document whose identifier it was made with. GUI thread.
@@ -26,6 +27,7 @@ public:
 
     CodeView* ViewOf(long document) const; // null when there is none
     CodeView* CurrentView() const;         // null when there is none
+    TextPanes* CurrentPanes() const;       // the current view, and another part of its text
     long CurrentDocument() const;          // 0 when there is none
     long DocumentOf(const CodeView* view) const;
     long DocumentAt(const QPoint& place) const; // whose tab is there, in the tab bar; 0 when there is none
@@ -50,11 +52,13 @@ private:
     };
 
     void AddListButton();
+    TextPanes* PanesAt(int index) const; // null when there are none
+    TextPanes* PanesOf(long document) const;
     int IndexOf(long document) const;
     void ShowNames(const std::string& leaf); // of all files of this name
 
-    std::map<long, File> files;      // of the documents that have one
-    std::map<long, CodeView*> views; // owned by the widget
+    std::map<long, File> files;       // of the documents that have one
+    std::map<long, TextPanes*> panes; // owned by the widget
 };
 
 } // namespace wren

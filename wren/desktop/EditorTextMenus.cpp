@@ -6,6 +6,7 @@
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/editor/CodeView.h"
+#include "wren/desktop/editor/TextPanes.h"
 
 #include <QAction>
 #include <QMenu>
@@ -97,6 +98,33 @@ void EditorMenus::AddTextSwitches(QMenu* menu)
     add(&PreferenceValues::wrapsLines, tr("&Wrap Long Lines"), {QKeySequence(tr("Alt+Z"))});
     add(&PreferenceValues::showsBlanks, tr("Show &Blanks and Tabs"), {});
     add(&PreferenceValues::showsGuides, tr("Show Levels of &Indentation"), {});
+}
+
+// A second choice of the same item takes the other part away.
+void EditorMenus::AddSplits(QMenu* menu)
+{
+    menu->addSeparator();
+    const auto add = [&](Split split, const QString& label, const QKeySequence& key) {
+        QAction* action = Add(menu, label, "", {key}, nullptr);
+        action->setCheckable(true);
+        const auto show = [this, split, action] {
+            const TextPanes* panes = parts.window.Tabs().CurrentPanes();
+            action->setChecked(panes != nullptr && panes->IsSplit() == split);
+        };
+        connect(action, &QAction::triggered, this, [this, split, show] {
+            if (TextPanes* panes = parts.window.Tabs().CurrentPanes())
+                panes->SetSplit(panes->IsSplit() == split ? Split::None : split);
+            show();
+        });
+        connect(menu, &QMenu::aboutToShow, action, show);
+    };
+    add(Split::Beside, tr("Two Parts Besi&de Each Other"), QKeySequence(tr("Ctrl+\\")));
+    add(Split::Below, tr("T&wo Parts above Each Other"), QKeySequence(tr("Ctrl+Alt+\\")));
+    Add(menu, tr("Go to the O&ther Part"), "", {QKeySequence(tr("F6"))}, [this] {
+        if (TextPanes* panes = parts.window.Tabs().CurrentPanes())
+            panes->Exchange();
+    });
+    menu->addSeparator();
 }
 
 void EditorMenus::FillFolds(QMenu* menu)

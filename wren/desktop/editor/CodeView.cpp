@@ -55,6 +55,8 @@ CodeView::~CodeView()
     disconnect(this, &CodeView::SCN_MODIFIED, nullptr, nullptr);
     *self = nullptr;
     client = nullptr;
+    if (sharesText)
+        setDocument(QsciDocument()); // the base class takes the colours away from the one it has
     disconnect(this, nullptr, this, nullptr);
 }
 
@@ -92,8 +94,10 @@ void CodeView::WatchText()
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTLEFT, this, [this] { TellLater(false); });
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] { TellLater(false); });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] {
-        TellScreenReaders();
-        ShowBraces();
+        if (!sharesText) {
+            TellScreenReaders();
+            ShowBraces();
+        }
         if (numberedLines != text.Send(SCI_GETLINECOUNT))
             FitMargin();
         TellLater(false);
@@ -244,13 +248,51 @@ void CodeView::SetLook(const EditorLook& newLook)
     text.Send(SCI_SETINDENTATIONGUIDES, look.showsGuides ? SC_IV_LOOKBOTH : SC_IV_NONE);
     ApplyIndentation();
     FitMargin();
+    emit LookSet();
 }
 
-void CodeView::SetLanguageFor(const std::string& path)
+void CodeView::SetLanguageFor(const std::string& named)
 {
+    path = named;
     lexer->SetLanguageFor(path, text.Copy(0, std::min(text.Length(), kFirstLine)));
     lexer->SeparateWords(hasVeryLongLines);
     SetLook(look);
+}
+
+// A view that gets its look has its document coloured from the beginning: it gets the look with an empty one.
+void CodeView::ShareTextOf(const CodeView& owner)
+{
+    const Selection selected = sharesText ? text.Selected() : Selection();
+    const long top = sharesText ? FirstVisibleLine() : 0;
+    const std::vector<long> folded = sharesText ? folds::Folded(text) : std::vector<long>();
+    setDocument(QsciDocument());
+    sharesText = true;
+    path = owner.path;
+    lexer->SetLanguageFor(path, owner.text.Copy(0, std::min(owner.text.Length(), kFirstLine)));
+    lexer->SeparateWords(owner.hasVeryLongLines);
+    SetLook(owner.look);
+    setDocument(owner.document());
+    if (owner.hasVeryLongLines)
+        text.Send(SCI_SETPOSITIONCACHE, kWidthsOfLongLines);
+    FitMargin();
+    FollowMarksOf(owner);
+    folds::FoldAgain(text, folded);
+    text.Select(selected.start, selected.end);
+    ShowFromLine(top);
+}
+
+void CodeView::FollowMarksOf(const CodeView& owner)
+{
+    constexpr std::pair<unsigned, unsigned> kLooks[] = {{SCI_INDICGETSTYLE, SCI_INDICSETSTYLE},
+                                                        {SCI_INDICGETFORE, SCI_INDICSETFORE},
+                                                        {SCI_INDICGETALPHA, SCI_INDICSETALPHA},
+                                                        {SCI_INDICGETOUTLINEALPHA, SCI_INDICSETOUTLINEALPHA},
+                                                        {SCI_INDICGETUNDER, SCI_INDICSETUNDER}};
+    for (long indicator = INDIC_CONTAINER; indicator <= INDIC_MAX; ++indicator)
+        for (const auto& [get, set] : kLooks)
+            if (const long wanted = owner.text.Send(get, indicator); wanted != text.Send(get, indicator))
+                text.Send(set, indicator, wanted);
+    SetTopMargin(owner.viewportMargins().top());
 }
 
 void CodeView::ApplyColours()

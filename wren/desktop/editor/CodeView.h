@@ -149,10 +149,16 @@ public:
     void cut() override;
     void paste() override;
 
+    // Shows the text of 'owner' in its look, as it is from now on. Nothing is reported of a text that is shared, and it
+    // is edited through the owner. Call it again when the owner's look or language has changed: what is seen stays.
+    void ShareTextOf(const CodeView& owner);
+    void FollowMarksOf(const CodeView& owner); // how marks look, and the room above the text
+
     // Scintilla colours what it draws. This never colours the whole of a big file.
     void recolor(int start = 0, int end = -1) override;
 
 signals:
+    void LookSet();                       // or the language
     void ZoomAsked(int steps);            // by Control and the wheel; the owner sets another look
     void MenuAsked(const QPoint& screen); // by the right button, which has moved the caret, or by a key
 
@@ -236,6 +242,8 @@ private:
     UndoGroups groups;
     CodeViewClient* client = nullptr;
     std::unique_ptr<CodeLexer> lexer;
+    std::string path;                // what the language was chosen for
+    bool sharesText = false;         // another view's
     std::shared_ptr<CodeView*> self; // null inside once the view is gone
 
     By by = By::Unknown;

@@ -145,6 +145,8 @@ void CodeView::TellScreenReaders()
 
 void CodeView::TextModified(int offset, int kind, const char* bytes, int length, int, int, int, int, int token, int)
 {
+    if (sharesText)
+        return;
     if (kind & SC_MOD_CONTAINER && kind & SC_PERFORMED_UNDO)
         groups.NumberUndone(token);
     if (kind & SC_MOD_INSERTTEXT && !readsAgain)
