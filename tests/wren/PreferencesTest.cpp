@@ -107,7 +107,7 @@ TEST(Preferences, StoreALineForEachChangedValue)
     EXPECT_THAT(preferences.Lines(),
                 ElementsAre("WrenFont DejaVu Sans Mono", "WrenFontSize 72", "WrenTabWidth 1", "WrenIndentWithTabs on",
                             "WrenWrapLines on", "WrenShowBlanks on", "WrenShowGuides on", "WrenShowScopes off",
-                            "WrenColours dark", "WrenRestoreSession off",
+                            "WrenEditorConfig off", "WrenColours dark", "WrenRestoreSession off",
                             "WrenModifiers command=alt control=control option=super", "WrenLookupClick control",
                             "WrenJumpByMeaning off", "WrenCompletion none",
                             "WrenKeys SymbolCompletion=Ctrl+Space DeclarationLookup=F3 DefinitionLookup= GoBack= "

@@ -30,7 +30,7 @@ public:
     void ShowIndex(const QString& activity, const QString& problem, bool isStopped);
     void SetIndexMenu(QMenu* menu); // borrowed; the index is not shown before
 
-    void SetEndsMenu(QMenu* menu); // borrowed; where the line ends are shown
+    void SetEndsMenu(QMenu* menu);                          // borrowed; where the line ends are shown
     void ShowTags(const QString& text, const QString& tip); // which ones serve the text; "" for none
 
     void SetMakingTags(std::function<bool()> answers); // whether tags are being made; null for never

@@ -270,6 +270,7 @@ void CodeView::ShareTextOf(const CodeView& owner)
     path = owner.path;
     lexer->SetLanguageFor(path, owner.text.Copy(0, std::min(owner.text.Length(), kFirstLine)));
     lexer->SeparateWords(owner.hasVeryLongLines);
+    SetConfig(owner.config);
     SetLook(owner.look);
     setDocument(owner.document());
     if (owner.hasVeryLongLines)
