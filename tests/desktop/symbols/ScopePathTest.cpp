@@ -62,6 +62,19 @@ TEST(ScopesAt, Cases)
     EXPECT_EQ(wren::ScopesAt({}, 1).size(), 0u);
 }
 
+TEST(ScopesAt, AMethodDefinedOutsideOfItsClassStandsInTheNamespaceAroundIt)
+{
+    std::vector<wren::PaletteItem> symbols = {Item("wren", 1, 40, 0),         Item("inner", 2, 10, 1),
+                                              Item("Helper", 4, 8, 2),        Item("Late", 30, 34, 1),
+                                              Item("Shape::Area", 12, 20, 0), Item("Shape::Draw", 22, 28, 0)};
+    symbols[0].kind = symbols[1].kind = tagging::SymbolKind::Namespace;
+    EXPECT_EQ(NamesOf(symbols, wren::ScopesAt(symbols, 20)), (Names{"wren", "Shape::Area"}));
+    EXPECT_EQ(NamesOf(symbols, wren::ScopesAt(symbols, 22)), (Names{"wren", "Shape::Draw"}));
+    EXPECT_EQ(NamesOf(symbols, wren::ScopesAt(symbols, 5)), (Names{"wren", "inner", "Helper"}));
+    EXPECT_EQ(NamesOf(symbols, wren::ScopesAt(symbols, 31)), (Names{"wren", "Late"}));
+    EXPECT_EQ(NamesOf(symbols, wren::ScopesAt(symbols, 21)), (Names{"wren"}));
+}
+
 TEST(SiblingsOf, AreWhatHasTheSameParent)
 {
     const std::vector<wren::PaletteItem> symbols = Symbols();

@@ -4,17 +4,27 @@
 
 namespace wren {
 
+namespace {
+
+bool Contains(const PaletteItem& symbol, long line)
+{
+    return symbol.line <= line && line <= std::max(symbol.line, symbol.endLine);
+}
+
+// A definition outside of its class, "Shape::Area", is at the top of the tree, but stands in a namespace.
+bool StandsIn(const PaletteItem& outer, const PaletteItem& symbol)
+{
+    return Contains(outer, symbol.line) && (symbol.depth > outer.depth || outer.kind == tagging::SymbolKind::Namespace);
+}
+
+} // namespace
+
 std::vector<size_t> ScopesAt(const std::vector<PaletteItem>& symbols, long line)
 {
     std::vector<size_t> scopes;
-    for (size_t at = 0; at < symbols.size(); ++at) {
-        const PaletteItem& symbol = symbols[at];
-        const auto depth = static_cast<size_t>(std::max(symbol.depth, 0));
-        if (depth == scopes.size() && symbol.line <= line && std::max(symbol.line, symbol.endLine) >= line)
+    for (size_t at = 0; at < symbols.size(); ++at)
+        if (Contains(symbols[at], line) && (scopes.empty() || StandsIn(symbols[scopes.back()], symbols[at])))
             scopes.push_back(at);
-        else if (symbol.line > line && depth <= scopes.size())
-            break; // the next scope of this depth, or one further out
-    }
     return scopes;
 }
 
