@@ -25,9 +25,9 @@ public:
 
     bool IsFull() const { return count == kMostReferences; }
 
-    void Add(Location location)
+    void Add(const Location& location)
     {
-        locations.push_back(std::move(location));
+        locations.push_back(location);
         ++count;
         if (context.sendPart && locations.size() == kPart)
             SendPart();
