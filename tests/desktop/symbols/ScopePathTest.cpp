@@ -75,6 +75,33 @@ TEST(ScopesAt, AMethodDefinedOutsideOfItsClassStandsInTheNamespaceAroundIt)
     EXPECT_EQ(NamesOf(symbols, wren::ScopesAt(symbols, 21)), (Names{"wren"}));
 }
 
+TEST(NameIn, IsAsTheScopeAroundNeedsIt)
+{
+    const struct {
+        const char* why;
+        const char* outerScope; // null: no scope is around
+        const char* outer;
+        const char* scope;
+        const char* name;
+    } kCases[] = {
+        {"a function of a file", nullptr, "", "", "Area"},
+        {"a method defined outside of its class", nullptr, "", "Shape", "Shape::Area"},
+        {"the same in a namespace", "", "wren", "wren::Shape", "Shape::Area"},
+        {"in a namespace within another", "wren", "lsp", "wren::lsp::Shape", "Shape::Area"},
+        {"in its class", "wren", "Shape", "wren::Shape", "Area"},
+        {"in a namespace", "", "wren", "wren", "Area"},
+        {"of another scope than the one around", "", "wren", "std", "Area"},
+        {"of a scope that only begins like it", "", "wren", "wrenlike::Shape", "Area"},
+    };
+    for (const auto& each : kCases) {
+        wren::PaletteItem symbol = Item("Area", 2, 3, 0);
+        symbol.detail = each.scope;
+        wren::PaletteItem outer = Item(each.outer, 1, 9, 0);
+        outer.detail = each.outerScope == nullptr ? "" : each.outerScope;
+        EXPECT_EQ(wren::NameIn(each.outerScope == nullptr ? nullptr : &outer, symbol), each.name) << each.why;
+    }
+}
+
 TEST(SiblingsOf, AreWhatHasTheSameParent)
 {
     const std::vector<wren::PaletteItem> symbols = Symbols();

@@ -84,8 +84,10 @@ void ScopeBar::Fill()
         shown->deleteLater();
     }
     buttons.clear();
+    const PaletteItem* outer = nullptr;
     for (const size_t scope : scopes) {
-        QToolButton* button = Add(Shortened(Shown(symbols[scope].name)), SiblingsOf(symbols, scope));
+        const std::string name = NameIn(std::exchange(outer, &symbols[scope]), symbols[scope]);
+        QToolButton* button = Add(Shortened(Shown(name)), SiblingsOf(symbols, scope));
         button->setIcon(KindIcon(symbols[scope].kind));
         button->setToolTip(tr("%1, line %2").arg(KindName(symbols[scope].kind)).arg(symbols[scope].line));
     }

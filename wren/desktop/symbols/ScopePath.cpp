@@ -28,6 +28,16 @@ std::vector<size_t> ScopesAt(const std::vector<PaletteItem>& symbols, long line)
     return scopes;
 }
 
+std::string NameIn(const PaletteItem* outer, const PaletteItem& symbol)
+{
+    if (symbol.detail.empty())
+        return symbol.name;
+    if (outer == nullptr)
+        return symbol.detail + "::" + symbol.name;
+    const std::string around = (outer->detail.empty() ? "" : outer->detail + "::") + outer->name + "::";
+    return symbol.detail.starts_with(around) ? symbol.detail.substr(around.size()) + "::" + symbol.name : symbol.name;
+}
+
 std::vector<size_t> ContentsOf(const std::vector<PaletteItem>& symbols, std::optional<size_t> of)
 {
     std::vector<size_t> contents;

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <string>
 #include <vector>
 
 namespace wren {
@@ -13,6 +14,10 @@ namespace wren {
 
 // What contains the line, from the outermost on: "namespace", "class", "function".
 std::vector<size_t> ScopesAt(const std::vector<PaletteItem>& symbols, long line);
+
+// The symbol's name as it reads in the scope around it: "Shape::Area" in a namespace, "Area" in the class. Null: in no
+// scope.
+std::string NameIn(const PaletteItem* outer, const PaletteItem& symbol);
 
 // What stands directly in a symbol; nullopt: what stands in none.
 std::vector<size_t> ContentsOf(const std::vector<PaletteItem>& symbols, std::optional<size_t> of);
