@@ -6,6 +6,8 @@
 #include <QContextMenuEvent>
 #include <QMouseEvent>
 
+#include <utility>
+
 namespace wren {
 
 namespace {
@@ -53,17 +55,17 @@ TextPanes::TextPanes(CodeView* adopted) : view(adopted)
     connect(view, &Sci::SCN_UPDATEUI, this, &TextPanes::FollowView);
 }
 
+// While the other part ends, the mouse may still leave it: it is forgotten first.
 TextPanes::~TextPanes()
 {
-    delete other; // while the view still has the text
+    delete std::exchange(other, nullptr); // while the view still has the text
     view->disconnect(this);
 }
 
 void TextPanes::SetSplit(Split split)
 {
     if (split == Split::None) {
-        delete other;
-        other = nullptr;
+        delete std::exchange(other, nullptr);
         pressed = false;
         return;
     }
