@@ -9,7 +9,6 @@
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/editor/CodeLexer.h"
 #include "wren/desktop/editor/CodeView.h"
-#include "wren/desktop/symbols/MatchesPanel.h"
 #include "wren/desktop/symbols/RowText.h"
 
 #include <QStatusBar>
@@ -114,7 +113,7 @@ void SymbolActions::ListReferences()
 
 void SymbolActions::ListPlaces(const QString& title, std::function<bool(const Question&, const PartSink&)> find)
 {
-    Matches().Begin(title);
+    Matches().Begin(title, AtCaret());
     engine.Ask(SymbolEngine::Topic::List, [this, find = std::move(find)](const Question& question) {
         const auto part = [&](std::vector<FoundPlace> places) {
             question.tell([this, places = std::move(places)]() mutable { Matches().Add(std::move(places)); });
@@ -200,6 +199,16 @@ void SymbolActions::Step(bool backwards)
 {
     if (matches == nullptr || !matches->Step(backwards))
         beep();
+}
+
+CaretPlace SymbolActions::AtCaret() const
+{
+    const Document* document = parts.host.Current();
+    const CodeView* view = parts.window.Tabs().CurrentView();
+    if (document == nullptr || view == nullptr)
+        return {};
+    const long line = document->LineAt(view->Caret());
+    return {AskedTexts::PathOf(*document), line + 1, view->Caret() - document->LineStart(line) + 1};
 }
 
 void SymbolActions::Say(const QString& text)

@@ -7,6 +7,7 @@
 #include "wren/desktop/NameHelp.h"
 #include "wren/desktop/OutlineActions.h"
 #include "wren/desktop/PaletteActions.h"
+#include "wren/desktop/symbols/MatchesPanel.h"
 #include "wren/desktop/symbols/PlaceQuestions.h"
 #include "wren/desktop/symbols/SymbolEngine.h"
 
@@ -22,7 +23,6 @@ class CodeView;
 class DocumentActions;
 class Host;
 class MainWindow;
-class MatchesPanel;
 class PlaceActions;
 
 // Owns the engine, and what asks it about the text: help, completion, palette and outline. Answers come later; what the
@@ -73,6 +73,7 @@ private:
     void SayNotFound(Wanted wanted, const std::string& name);
     void List(const FoundPlaces& places, Wanted wanted);
     void Say(const QString& text);
+    CaretPlace AtCaret() const;
 
     const Parts parts;
     SymbolEngine engine;

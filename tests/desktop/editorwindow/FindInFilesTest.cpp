@@ -52,6 +52,21 @@ TEST_F(FindInFiles, TheNameAtTheCaretIsFoundInAllFilesOfTheProject)
     EXPECT_THAT(Symbols().Matches().Title().toStdString(), HasSubstr("matches of \u201cPaint\u201d"));
 }
 
+TEST_F(FindInFiles, TheFirstStepGoesToTheFirstMatch)
+{
+    StartAt("|int other;\n");
+    home.Write("project/sub/needle.c", "int needle;\nint needles;\n");
+    Press("Ctrl+Shift+F");
+    Field("text").setText("needle");
+    QTest::keyClick(&Field("text"), Qt::Key_Return);
+    ASSERT_THAT(Listed(), ElementsAre("sub/needle.c:1: int needle;", "sub/needle.c:2: int needles;"));
+    Press("F4");
+    Settle();
+    EXPECT_EQ(Place(), "needle.c:1:5");
+    Press("F4");
+    EXPECT_EQ(Place(), "needle.c:2:5");
+}
+
 TEST_F(FindInFiles, FieldsChooseFilesAndFolders)
 {
     StartAt("int needle;|\n");

@@ -108,6 +108,19 @@ TEST_F(Meanings, ReferencesAreListedByFileAndStepped)
     EXPECT_EQ(Place(), "shapes.cpp:3:12");
 }
 
+TEST_F(Meanings, StepsThroughReferencesBeginAtTheCaret)
+{
+    StartAt("#include \"shapes.h\"\nint Twice(Shape& a) { return a.Area() + a.Ar|ea(); }\nint Once(Shape& a) { return "
+            "a.Area(); }\n");
+    Ask("Shift+F12");
+    ASSERT_TRUE(Until([this] { return Listed().size() >= 5; }));
+    Press("F4");
+    EXPECT_EQ(Place(), "draw.cpp:3:31") << "the reference after the one at the caret";
+    Press("Shift+F4");
+    Press("Shift+F4");
+    EXPECT_EQ(Place(), "draw.cpp:2:32");
+}
+
 TEST_F(Meanings, TypingNarrowsTheListAndEscapeReturnsToTheText)
 {
     StartAt("#include \"shapes.h\"\nint Size(Shape& shape) { return shape.Ar|ea(); }\n");

@@ -87,6 +87,12 @@ private:
     const QFont code;
 };
 
+bool IsAt(const FoundPlace& place, const CaretPlace& asked)
+{
+    return place.line == asked.line && place.column <= asked.column &&
+           asked.column <= place.column + static_cast<long>(place.nameSize) && place.path == asked.path;
+}
+
 } // namespace
 
 MatchesPanel::MatchesPanel(QWidget* parent)
@@ -126,7 +132,7 @@ MatchesPanel::MatchesPanel(QWidget* parent)
     connect(filter, &QLineEdit::textChanged, this, [this](const QString& letters) {
         model->Narrow(letters);
         tree->expandAll();
-        tree->setCurrentIndex(model->Next({}, false));
+        MarkFirst();
         ShowTitle();
     });
     connect(stop, &QToolButton::clicked, this, &MatchesPanel::StopAsked);
@@ -134,9 +140,11 @@ MatchesPanel::MatchesPanel(QWidget* parent)
     hide();
 }
 
-void MatchesPanel::Begin(const QString& what)
+void MatchesPanel::Begin(const QString& what, const CaretPlace& from)
 {
     subject = what;
+    origin = from;
+    isVisited = false;
     isSearching = true;
     hasMore = false;
     filter->blockSignals(true);
@@ -151,12 +159,32 @@ void MatchesPanel::Begin(const QString& what)
 void MatchesPanel::Add(std::vector<FoundPlace> places)
 {
     const int files = model->rowCount({});
+    const bool hasOrigin = std::ranges::any_of(places, [this](const FoundPlace& each) { return IsAt(each, origin); });
     model->Add(std::move(places));
     for (int file = std::max(files - 1, 0); file < model->rowCount({}); ++file)
         tree->expand(model->index(file, 0, {}));
     if (!tree->currentIndex().isValid())
-        tree->setCurrentIndex(model->Next({}, false));
+        MarkFirst();
+    if (hasOrigin && !isVisited)
+        MarkOrigin();
     ShowTitle();
+}
+
+void MatchesPanel::MarkFirst()
+{
+    isVisited = false;
+    tree->setCurrentIndex(model->Next({}, false));
+}
+
+void MatchesPanel::MarkOrigin()
+{
+    QModelIndex at = model->Next({}, false);
+    while (at.isValid() && !IsAt(*model->PlaceAt(at), origin))
+        at = model->Next(at, false);
+    if (!at.isValid())
+        return; // the filter leaves it out
+    isVisited = true;
+    tree->setCurrentIndex(at);
 }
 
 void MatchesPanel::End(bool more)
@@ -188,7 +216,7 @@ QString MatchesPanel::Title() const
 
 bool MatchesPanel::Step(bool backwards)
 {
-    const QModelIndex next = model->Next(tree->currentIndex(), backwards);
+    const QModelIndex next = model->Next(isVisited ? tree->currentIndex() : QModelIndex(), backwards);
     if (!next.isValid())
         return false;
     tree->setCurrentIndex(next);
@@ -198,8 +226,11 @@ bool MatchesPanel::Step(bool backwards)
 
 void MatchesPanel::Go(const QModelIndex& index)
 {
-    if (const FoundPlace* place = model->PlaceAt(index))
-        emit Chosen(FoundPlace(*place)); // a copy: it may be replaced meanwhile
+    const FoundPlace* place = model->PlaceAt(index);
+    if (place == nullptr)
+        return;
+    isVisited = true;
+    emit Chosen(FoundPlace(*place)); // a copy: it may be replaced meanwhile
 }
 
 void MatchesPanel::Move(int rows)
@@ -211,8 +242,10 @@ void MatchesPanel::Move(int rows)
             break;
         at = next;
     }
-    if (at.isValid())
-        tree->setCurrentIndex(at);
+    if (!at.isValid())
+        return;
+    isVisited = true; // the user has seen it in the list, and steps on from there
+    tree->setCurrentIndex(at);
 }
 
 bool MatchesPanel::KeyPressed(const QObject* watched, const QKeyEvent& key)

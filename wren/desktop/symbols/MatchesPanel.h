@@ -5,6 +5,7 @@
 
 #include <QDockWidget>
 
+#include <string>
 #include <vector>
 
 class QLabel;
@@ -16,6 +17,12 @@ namespace wren {
 
 class MatchesModel;
 
+struct CaretPlace {
+    std::string path;
+    long line = 0;   // from 1
+    long column = 0; // bytes, from 1
+};
+
 // Results come in as they are found, and can be stopped. Typing narrows the list, arrows and pages move in it, Enter or
 // a click goes to a place and keeps the panel, Escape gives the keyboard back to the text. GUI thread.
 class MatchesPanel : public QDockWidget {
@@ -23,10 +30,12 @@ class MatchesPanel : public QDockWidget {
 public:
     explicit MatchesPanel(QWidget* parent = nullptr);
 
-    void Begin(const QString& title); // empty, and searching
+    // Empty, and searching. Where the list has 'from', the place that the user comes from, steps begin there.
+    void Begin(const QString& title, const CaretPlace& from = {});
     void Add(std::vector<FoundPlace> places);
-    void End(bool more);       // all are there; 'more' exist that were not looked for
-    bool Step(bool backwards); // goes to the next place; false at the end
+    void End(bool more); // all are there; 'more' exist that were not looked for
+    // Goes to the place after the one where the user was last, or to the first one; false at the end.
+    bool Step(bool backwards);
 
     void TakeKeyboard();
     QString Title() const; // "12 references to 'name'", as shown
@@ -45,9 +54,13 @@ private:
     void Go(const QModelIndex& index);
     void StartNarrowing(const QString& letters);
     void Move(int rows);
+    void MarkFirst();
+    void MarkOrigin();
     void ShowTitle();
 
     QString subject; // "references to 'name'"
+    CaretPlace origin;
+    bool isVisited = false; // the marked place: the user has been there
     bool isSearching = false;
     bool hasMore = false;
     MatchesModel* model;
