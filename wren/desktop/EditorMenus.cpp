@@ -271,6 +271,7 @@ void EditorMenus::FillMeanings(QMenu* menu, SymbolActions& symbols)
     Add(menu, tr("Go to &Symbol\u2026"), "", {QKeySequence(tr("Ctrl+T"))},
         [&symbols] { symbols.Palettes().GoToSymbol(); });
     Add(menu, tr("Go to F&ile\u2026"), "", {QKeySequence(tr("Ctrl+P"))}, [&symbols] { symbols.Palettes().GoToFile(); });
+    Add(menu, tr("&Header or Source"), "", {QKeySequence(tr("Alt+O"))}, [&symbols] { symbols.GoToOtherHalf(); });
     Add(menu, tr("Go to Symbol of This &Text\u2026"), "", {QKeySequence(tr("Ctrl+Shift+O"))},
         [&symbols] { symbols.Palettes().GoToSymbolOfText(); });
     Add(menu, tr("Go to Symbol of This Sc&ope\u2026"), "", {QKeySequence(tr("Ctrl+Shift+J"))},

@@ -9,10 +9,12 @@
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/editor/CodeLexer.h"
 #include "wren/desktop/editor/CodeView.h"
+#include "wren/desktop/symbols/OtherHalfQuestion.h"
 #include "wren/desktop/symbols/RowText.h"
 
 #include <QStatusBar>
 
+#include <optional>
 #include <utility>
 
 namespace wren {
@@ -97,6 +99,25 @@ void SymbolActions::GoToClicked(CodeView& view, long offset)
         return;
     view.GoTo(offset); // which is where going back leads
     GoTo(Wanted::Definition);
+}
+
+void SymbolActions::GoToOtherHalf()
+{
+    const AskedTexts::Asked asked = texts.AboutCurrent();
+    if (asked.view == nullptr)
+        return;
+    if (!CodeLexer::IsCode(asked.text.path))
+        return Say(tr("Only C, C++ and Objective-C have headers and sources."));
+    engine.Ask(SymbolEngine::Topic::Place, [this, text = asked.text](const Question& question) {
+        const std::optional<std::string> other = OtherHalfOf(text, question);
+        question.tell([this, other] {
+            if (!other)
+                return Say(tr("No other file goes with this one."));
+            FoundPlace place;
+            place.path = *other;
+            landing.GoTo(place);
+        });
+    });
 }
 
 void SymbolActions::ListReferences()

@@ -44,6 +44,7 @@ public:
     // Of the name at the caret: goes there when its meaning is sure and there is one; else lists what it may be.
     void GoTo(Wanted wanted);
     void ListReferences();
+    void GoToOtherHalf(); // from a source to its header, and back
     // Lists what 'find' finds in the panel of matches, instead of what was listed before. It runs on a thread of the
     // engine, hands over parts as they come, and returns whether there are more.
     using PartSink = std::function<void(std::vector<FoundPlace> part)>;

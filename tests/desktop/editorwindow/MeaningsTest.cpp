@@ -121,6 +121,26 @@ TEST_F(Meanings, StepsThroughReferencesBeginAtTheCaret)
     EXPECT_EQ(Place(), "draw.cpp:2:32");
 }
 
+TEST_F(Meanings, AltOGoesFromASourceToItsHeaderAndBack)
+{
+    home.Write("project/include/draw.h", "void Draw();\n");
+    StartAt("void Draw()\n{\n|}\n");
+    Ask("Alt+O");
+    EXPECT_EQ(Place(), "draw.h:1:1");
+    Ask("Alt+O");
+    EXPECT_EQ(Place(), "draw.cpp:3:1") << "where the caret was";
+    Press("Alt+Left");
+    EXPECT_EQ(Place(), "draw.h:1:1");
+}
+
+TEST_F(Meanings, ASourceWithoutAHeaderSaysSo)
+{
+    StartAt("int ownName;|\n");
+    Ask("Alt+O");
+    EXPECT_EQ(CurrentTab(), "draw.cpp");
+    EXPECT_EQ(Status(), "No other file goes with this one.");
+}
+
 TEST_F(Meanings, TypingNarrowsTheListAndEscapeReturnsToTheText)
 {
     StartAt("#include \"shapes.h\"\nint Size(Shape& shape) { return shape.Ar|ea(); }\n");
