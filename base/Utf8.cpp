@@ -34,6 +34,11 @@ size_t CountCodePoints(std::string_view text)
     return count;
 }
 
+bool IsValidUtf8(std::string_view text)
+{
+    return utf8::is_valid(text.begin(), text.end());
+}
+
 std::string ValidUtf8(std::string_view text)
 {
     std::string valid;

@@ -31,17 +31,6 @@ bool IsPlainFileBelow(const std::string& root, const std::string& path)
 
 } // namespace
 
-bool IsUtf8(std::string_view text)
-{
-    while (!text.empty()) {
-        const std::string_view character = base::FirstCharacter(text);
-        if (base::IsStray(character))
-            return false;
-        text.remove_prefix(character.size());
-    }
-    return true;
-}
-
 std::string ReplaceInFile(const FileReplacements& found, const std::vector<Replacement>& edits)
 {
     if (!IsPlainFileBelow(found.root, found.path))
@@ -53,7 +42,7 @@ std::string ReplaceInFile(const FileReplacements& found, const std::vector<Repla
     if (!IsTextOf(found, *text))
         return found.path + " has changed since the search";
     const bool isPlain = std::ranges::all_of(edits, [](const Replacement& edit) { return IsAscii(edit.with); });
-    if (!isPlain && !IsUtf8(*text))
+    if (!isPlain && !base::IsValidUtf8(*text))
         return found.path + " is not UTF-8, as the replacement is";
     return WriteWholeFile(found.path, WithReplacements(*text, edits), &error) ? "" : error;
 }

@@ -4,7 +4,6 @@
 #include "wren/search/Replacement.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace wren {
@@ -14,7 +13,5 @@ namespace wren {
 // searched, that is a link or lies outside of the searched directory by now, and a text that is not UTF-8 when letters
 // outside of ASCII come into it. Blocks.
 std::string ReplaceInFile(const FileReplacements& found, const std::vector<Replacement>& edits);
-
-bool IsUtf8(std::string_view text);
 
 } // namespace wren

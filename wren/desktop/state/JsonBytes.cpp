@@ -1,25 +1,14 @@
 #include "wren/desktop/state/JsonBytes.h"
 
-#include <QStringDecoder>
+#include "base/Utf8.h"
 
 #include <nlohmann/json.hpp>
 
 namespace wren {
 
-namespace {
-
-bool IsUtf8(const std::string& bytes)
-{
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QString text = decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
-    return !text.isNull() && !decoder.hasError();
-}
-
-} // namespace
-
 nlohmann::json JsonOfBytes(const std::string& bytes)
 {
-    if (bytes.empty() || IsUtf8(bytes))
+    if (bytes.empty() || base::IsValidUtf8(bytes))
         return bytes;
     nlohmann::json numbers = nlohmann::json::array();
     for (const unsigned char byte : bytes)
