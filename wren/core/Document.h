@@ -2,6 +2,7 @@
 #pragma once
 
 #include "vetch/storage/EntryRef.h"
+#include "wren/text/TextEncoding.h"
 #include "wren/text/TextStore.h"
 
 #include <memory>
@@ -24,6 +25,10 @@ public:
     std::string Path() const { return ref.Path(); }
     void SetPath(const std::string& path) { ref = EntryRef(path.c_str()); } // it was saved under that name
     bool IsWorksheet() const { return worksheet; }
+
+    // Of its file, for a face that asks: the text itself is UTF-8, or bytes.
+    const TextEncoding& Encoding() const { return encoding; }
+    void SetEncoding(const TextEncoding& now) { encoding = now; }
 
     TextStore& Store() { return *store; }
     const TextStore& Store() const { return *store; }
@@ -50,6 +55,7 @@ private:
     const long id;
     EntryRef ref;
     const bool worksheet;
+    TextEncoding encoding;
     std::unique_ptr<TextStore> store; // never null
 };
 

@@ -131,11 +131,10 @@ Document* Host::Open(const std::string& path, const std::optional<std::string>& 
         if (text)
             document->SetText(*text);
     } else {
-        const std::optional<std::string> content =
-            text || path.empty() ? text.value_or("") : ReadWholeFile(path, error);
-        if (!content)
+        std::optional<std::string> content;
+        if (!text && !path.empty() && !(content = ReadWholeFile(path, error)))
             return nullptr;
-        document = &documents.Open(path, *content, asWorksheet);
+        document = &documents.Open(path, text ? std::string_view(*text) : content.value_or(""), asWorksheet);
         if (asWorksheet)
             worksheet.Opened(*document);
     }

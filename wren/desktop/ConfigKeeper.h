@@ -1,6 +1,8 @@
 // Gives each text the form that the .editorconfig files around its file say.
 #pragma once
 
+#include "wren/text/EditorConfig.h"
+
 #include <QObject>
 #include <QString>
 
@@ -27,9 +29,12 @@ public:
     explicit ConfigKeeper(Parts parts);
 
     void Follow(long document, const std::string& path);
-    void FollowAll(); // the preference may be another one now
+    TextEncoding EncodingFor(const std::string& path) const; // UTF-8 when none is given
+    void FollowAll();                                        // the preference may be another one now
 
 private:
+    base::Result<EditorConfig> ConfigFor(const std::string& path) const;
+
     const Parts parts;
     std::string told; // the last warning: a whole tree has the same
 };

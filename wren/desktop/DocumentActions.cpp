@@ -55,16 +55,23 @@ DocumentActions::DocumentActions(const Parts& parts)
 
 // ------------------------------------------------------------------------------------------------------------- Opening
 
-Document* DocumentActions::Load(const std::string& absolute, const std::optional<std::string>& text)
+Document* DocumentActions::LoadNew(const std::string& absolute)
 {
     std::string error;
-    Document* document = Adopt(host.Open(absolute, text, false, &error));
-    if (document == nullptr)
-        AskPlainly(QMessageBox::Critical, &window, QString::fromStdString(error));
-    return document;
+    return Adopt(host.Open(absolute, "", false, &error));
 }
 
-Document* DocumentActions::Adopt(Document* document)
+Document* DocumentActions::Load(const std::string& absolute, const TextEncoding& expected, std::string* error)
+{
+    std::optional<FileText> read = files.Read(absolute, expected, error);
+    if (!read)
+        return nullptr;
+    Document* document = host.Open(absolute, std::move(read->decoded.text), false, error);
+    document->SetEncoding(read->decoded.encoding);
+    return Adopt(document, read->mark);
+}
+
+Document* DocumentActions::Adopt(Document* document, const std::optional<FileMark>& mark)
 {
     if (document == nullptr)
         return nullptr;
@@ -77,11 +84,33 @@ Document* DocumentActions::Adopt(Document* document)
     emit Loaded(document->Id());
     if (!document->Path().empty())
         emit Named(document->Id(), document->Path());
-    files.Opened(*document);
+    files.Opened(*document, mark);
     return document;
 }
 
 bool DocumentActions::Open(const std::string& path, long line, long column)
+{
+    if (!OpenExpecting(path, {}))
+        return false;
+    if (line > 0) {
+        CodeView* view = window.Tabs().CurrentView();
+        view->GoToLine(line);
+        if (column > 1)
+            view->GoTo(std::min(view->Caret() + column - 1, host.Current()->LineEnd(line - 1)));
+    }
+    emit Changed();
+    return true;
+}
+
+bool DocumentActions::OpenIn(const std::string& path, const TextEncoding& expected)
+{
+    const bool isOpen = OpenExpecting(path, expected);
+    if (isOpen)
+        emit Changed();
+    return isOpen;
+}
+
+bool DocumentActions::OpenExpecting(const std::string& path, const TextEncoding& expected)
 {
     const std::string absolute = AbsolutePath(path);
     Document* document = host.AllDocuments().FindByPath(absolute);
@@ -89,21 +118,17 @@ bool DocumentActions::Open(const std::string& path, long line, long column)
         const Document* untouched = host.Current();
         const bool replaces = untouched != nullptr && untouched->Path().empty() && untouched->Length() == 0 &&
                               !files.IsModified(*untouched);
-        document = Load(absolute, std::nullopt);
-        if (document == nullptr)
+        std::string error;
+        document = Load(absolute, expected, &error);
+        if (document == nullptr) {
+            AskPlainly(QMessageBox::Critical, &window, QString::fromStdString(error));
             return false;
+        }
         if (replaces)
             Close(untouched->Id());
     }
     window.Tabs().Raise(document->Id());
     emit Opened(absolute);
-    if (line > 0) {
-        CodeView* view = window.Tabs().CurrentView();
-        view->GoToLine(line);
-        if (column > 1)
-            view->GoTo(std::min(view->Caret() + column - 1, document->LineEnd(line - 1)));
-    }
-    emit Changed();
     return true;
 }
 
@@ -123,9 +148,7 @@ void DocumentActions::OpenNew(const std::string& absolute)
 {
     Document* document = host.AllDocuments().FindByPath(absolute);
     if (document == nullptr)
-        document = Load(absolute, "");
-    if (document == nullptr)
-        return;
+        document = LoadNew(absolute);
     window.Tabs().Raise(document->Id());
     ShowMessage(window, tr("%1 is a new file: saving creates it").arg(QString::fromStdString(absolute)), kNewFileShown);
     emit Changed();
@@ -139,18 +162,21 @@ void DocumentActions::OpenChosen()
         Open(path.toStdString());
 }
 
-bool DocumentActions::OpenUnsaved(const std::string& path, const std::string& text)
+bool DocumentActions::OpenUnsaved(const std::string& path, const std::string& text, const TextEncoding& encoding)
 {
     Document* document = path.empty() ? Adopt(&host.New()) : host.AllDocuments().FindByPath(path);
     if (document == nullptr) {
         std::string error;
         const bool isWorksheet = path == WorksheetActions::File();
-        Document* opened = Exists(path) ? host.Open(path, std::nullopt, isWorksheet, &error) : nullptr;
-        document = Adopt(opened != nullptr ? opened : host.Open(path, "", isWorksheet, &error));
+        if (Exists(path))
+            document = isWorksheet ? Adopt(host.Open(path, std::nullopt, true, &error)) : Load(path, encoding, &error);
+        if (document == nullptr)
+            document = Adopt(host.Open(path, "", isWorksheet, &error));
     }
     if (document == nullptr)
         return false;
     window.Tabs().Raise(document->Id());
+    document->SetEncoding(encoding);
     document->BeginUndo({}, "Recover");
     document->Delete(0, document->Length());
     document->Insert(0, text);
@@ -224,6 +250,18 @@ void DocumentActions::Revert()
         files.Revert(*document);
 }
 
+void DocumentActions::ReloadIn(const TextEncoding& encoding)
+{
+    if (Document* document = host.Current())
+        files.ReloadIn(*document, encoding);
+}
+
+void DocumentActions::SaveIn(const TextEncoding& encoding)
+{
+    if (Document* document = host.Current())
+        files.SaveIn(*document, encoding);
+}
+
 void DocumentActions::CloseCurrent()
 {
     if (const Document* document = host.Current())
@@ -269,6 +307,7 @@ void DocumentActions::Saved(long id)
     const Document* document = host.AllDocuments().Find(id);
     labels.ShowName(*document, false);
     emit Named(id, document->Path());
+    labels.ShowCaret(); // with the encoding that it has now
     emit Settled(id);
     if (!document->IsWorksheet())
         emit Opened(document->Path());

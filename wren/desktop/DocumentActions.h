@@ -1,7 +1,9 @@
 // Opening, saving and closing documents.
 #pragma once
 
+#include "wren/desktop/state/FileMark.h"
 #include "wren/text/Place.h"
+#include "wren/text/TextEncoding.h"
 
 #include <QObject>
 
@@ -41,12 +43,13 @@ public:
     // Opens the file, or raises its tab. Lines and columns count from 1, columns in bytes; 0 for none. False when the
     // file could not be read.
     bool Open(const std::string& path, long line = 0, long column = 0);
+    bool OpenIn(const std::string& path, const TextEncoding& expected); // as it was read last
     void OpenOrNew(const Place& place); // a file that does not exist becomes a new document of that name
     void OpenChosen();                  // asks the user for the files
 
     // Opens the file and replaces its text with 'text' as an edit: the document counts as modified, and the edit can
     // be undone. "" for a document without a file.
-    bool OpenUnsaved(const std::string& path, const std::string& text);
+    bool OpenUnsaved(const std::string& path, const std::string& text, const TextEncoding& encoding = {});
     void OpenWorksheet(); // raises it, with the caret at its end
 
     // Opens a file, or 'text' in its place, as the Worksheet and raises it. Null, with the reason in '*error', when the
@@ -59,6 +62,8 @@ public:
     void SaveAs();
     void SaveAll();
     void Revert();
+    void ReloadIn(const TextEncoding& encoding); // as these two, of the current document
+    void SaveIn(const TextEncoding& encoding);
     void CloseCurrent();
     bool Close(long document); // asks about unsaved changes; false when the user keeps the document open
 
@@ -80,8 +85,11 @@ signals:
 
 private:
     void OpenNew(const std::string& absolute); // saving the document makes the file
-    Document* Load(const std::string& absolute, const std::optional<std::string>& text); // null after a failure
-    Document* Adopt(Document* document); // sets up a document that was just opened; null for null
+    Document* LoadNew(const std::string& absolute);
+    Document* Load(const std::string& absolute, const TextEncoding& expected, std::string* error); // null: not read
+    // Sets up a document that was just opened; null for null. The mark is that of the file that was read for it.
+    Document* Adopt(Document* document, const std::optional<FileMark>& mark = {});
+    bool OpenExpecting(const std::string& path, const TextEncoding& expected);
 
     Host& host;
     MainWindow& window;

@@ -108,6 +108,7 @@ void Editor::MakeActions(const DesktopOptions& options)
     configs = std::make_unique<ConfigKeeper>(
         ConfigKeeper::Parts{*host, window->Tabs(), *documents, [this] { return preferences.Values().followsConfig; },
                             [this](const QString& text) { window->Notices().Tell(text); }});
+    files->configured = [this](const std::string& path) { return configs->EncodingFor(path); };
     tabActions = std::make_unique<TabActions>(*host, window->Tabs(), *documents);
     texts = std::make_unique<TextChooser>(*host, *window);
     places = std::make_unique<PlaceActions>(*host, window->Tabs(), *documents);
@@ -207,6 +208,7 @@ void Editor::ConnectTexts()
     if (filesActions != nullptr)
         connect(files.get(), &FileKeeper::Saved, filesActions.get(), &FilesActions::Refresh);
     connect(files.get(), &FileKeeper::ReadAgain, menus.get(), &EditorMenus::ShowUndo);
+    connect(files.get(), &FileKeeper::ReadAgain, this, [this] { labels->ShowCaret(); });
     connect(documents.get(), &DocumentActions::Named, welcome.get(), [this] {
         tagsPlaces->Show();
         welcome->Update();

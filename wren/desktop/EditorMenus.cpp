@@ -201,6 +201,7 @@ void EditorMenus::FillEdit(QMenu* menu)
     FillLines(menu->addMenu(tr("&Lines")));
     FillCarets(menu->addMenu(tr("Carets a&nd Selections")));
     FillEnds(menu->addMenu(tr("Line &Ends")));
+    FillEncodings(menu->addMenu(tr("Enco&ding")));
     menu->addAction(CommandAction("SymbolCompletion"));
     menu->addSeparator();
     Add(menu, tr("Pr&eferences\u2026"), "preferences-system", {QKeySequence(tr("Ctrl+,"))},

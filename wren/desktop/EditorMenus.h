@@ -61,6 +61,9 @@ private:
     void FillLines(QMenu* menu);
     void FillCarets(QMenu* menu);
     void FillEnds(QMenu* menu);
+    void FillEncodings(QMenu* menu);
+    void FillReloads(QMenu* menu);
+    void FillSaves(QMenu* menu);
     void AddTextSwitches(QMenu* menu);
     void AddSplits(QMenu* menu);
     void FillFolds(QMenu* menu);

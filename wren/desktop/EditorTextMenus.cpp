@@ -81,6 +81,44 @@ void EditorMenus::FillEnds(QMenu* menu)
     parts.window.Status().SetEndsMenu(menu);
 }
 
+// The status line has the same menu.
+void EditorMenus::FillEncodings(QMenu* menu)
+{
+    FillReloads(menu->addMenu(tr("&Reload as")));
+    FillSaves(menu->addMenu(tr("&Save in")));
+    parts.window.Status().SetEncodingMenu(menu);
+}
+
+// Whether the file has a mark is seen in it.
+void EditorMenus::FillReloads(QMenu* menu)
+{
+    for (const TextEncoding& encoding : Encodings()) {
+        const TextEncoding plain = {encoding.name, false};
+        if (plain == encoding || encoding.name != TextEncoding().name)
+            Add(menu, QString::fromStdString(LabelOf(plain)), "", {},
+                [this, plain] { parts.actions.documents.ReloadIn(plain); });
+    }
+    connect(menu, &QMenu::aboutToShow, menu, [this, menu] {
+        const Document* document = parts.host.Current();
+        for (QAction* action : menu->actions())
+            action->setEnabled(document != nullptr && !document->Path().empty() && !document->IsWorksheet());
+    });
+}
+
+void EditorMenus::FillSaves(QMenu* menu)
+{
+    for (const TextEncoding& encoding : Encodings()) {
+        QAction* action = Add(menu, QString::fromStdString(LabelOf(encoding)), "", {},
+                              [this, encoding] { parts.actions.documents.SaveIn(encoding); });
+        action->setCheckable(true);
+        connect(menu, &QMenu::aboutToShow, action, [this, action, encoding] {
+            const Document* document = parts.host.Current();
+            action->setEnabled(document != nullptr && !document->IsWorksheet());
+            action->setChecked(document != nullptr && document->Encoding() == encoding);
+        });
+    }
+}
+
 // The preferences have them as well.
 void EditorMenus::AddTextSwitches(QMenu* menu)
 {

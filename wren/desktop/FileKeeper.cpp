@@ -1,5 +1,6 @@
 #include "wren/desktop/FileKeeper.h"
 
+#include "base/Utf8.h"
 #include "wren/core/Host.h"
 #include "wren/core/TemporaryFile.h"
 #include "wren/core/TextFile.h"
@@ -58,6 +59,14 @@ std::string LinesThatCame(const std::string& before, const std::string& now)
     return WithLineEnded(now).substr(static_cast<size_t>(change.offset), static_cast<size_t>(change.inserted));
 }
 
+// A text in UTF-8 may have got bytes that are not, or have lost the last one of them.
+TextEncoding DetectedAfter(const std::string& bytes, const TextEncoding& encoding)
+{
+    const TextEncoding usual;
+    const bool isOther = encoding.hasMark || (encoding != usual && !encoding.name.empty());
+    return isOther ? encoding : TextEncoding{base::IsValidUtf8(bytes) ? usual.name : "", false};
+}
+
 // A document's notices have one subject, so that the newest replaces the others.
 QString SubjectOf(long document)
 {
@@ -76,7 +85,16 @@ FileKeeper::FileKeeper(Host& host, EditorTabs& tabs, NoticeBar& notices, QWidget
 
 FileKeeper::~FileKeeper() = default;
 
-void FileKeeper::Opened(Document& document)
+std::optional<FileText> FileKeeper::Read(const std::string& path, const TextEncoding& expected,
+                                         std::string* error) const
+{
+    std::optional<FileText> read = ReadFileText(path, expected, error);
+    if (read && read->decoded.encoding.name.empty() && configured)
+        read->decoded = DecodeAs(std::move(read->decoded.text), configured(path));
+    return read;
+}
+
+void FileKeeper::Opened(Document& document, const std::optional<FileMark>& read)
 {
     RemoveLeftTemporaries(); // an editor may have been killed since
     if (document.Path().empty())
@@ -87,7 +105,7 @@ void FileKeeper::Opened(Document& document)
         return;
     }
     const FileMark& mark = known[document.Id()] =
-        MarkOf(base::FileIdentity::At(document.Path()), ViewOf(document)->Bytes());
+        read ? *read : MarkOf(base::FileIdentity::At(document.Path()), ViewOf(document)->Bytes());
     watch->Watch(document.Id(), document.Path(), mark);
 }
 
@@ -148,14 +166,40 @@ bool FileKeeper::SaveAs(Document& document)
 
 void FileKeeper::Revert(Document& document)
 {
-    if (document.Path().empty())
+    if (!document.Path().empty() && MayDiscard(document))
+        Reload(document);
+}
+
+bool FileKeeper::MayDiscard(const Document& document)
+{
+    return !IsModified(document) ||
+           AskPlainly(QMessageBox::Question, &window,
+                      tr("Discard your changes to %1 and load the file's text?").arg(NameOf(document)),
+                      QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+}
+
+// The Worksheet's file is the editor's own.
+void FileKeeper::ReloadIn(Document& document, const TextEncoding& encoding)
+{
+    if (document.Path().empty() || document.IsWorksheet() || !MayDiscard(document))
         return;
-    if (IsModified(document) &&
-        AskPlainly(QMessageBox::Question, &window,
-                   tr("Discard your changes to %1 and load the file's text?").arg(NameOf(document)),
-                   QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
-        return;
-    Reload(document);
+    std::string error;
+    if (const std::optional<FileText> read = ReadFileTextIn(document.Path(), encoding, &error))
+        TakeAgain(document, *read);
+    else
+        Complain(error);
+}
+
+bool FileKeeper::SaveIn(Document& document, const TextEncoding& encoding)
+{
+    if (document.IsWorksheet())
+        return false;
+    const TextEncoding before = document.Encoding();
+    document.SetEncoding(encoding);
+    const bool isSaved = Save(document);
+    if (!isSaved)
+        document.SetEncoding(before);
+    return isSaved;
 }
 
 bool FileKeeper::MayGo(Document& document)
@@ -198,16 +242,25 @@ bool FileKeeper::Write(Document& document, const std::string& path)
     CodeView* view = ViewOf(document);
     if (!document.IsWorksheet())
         view->TidyForSaving();
-    const std::string text = view->Bytes();
-    if (!WriteText(path, text))
+    const base::Result<std::string> bytes = Encode(view->Bytes(), document.Encoding());
+    if (!bytes) {
+        Complain(path + ": not saved: " + bytes.Failure().Message() +
+                 "; choose an encoding that has it in the menu Edit, Encoding");
         return false;
+    }
+    if (!WriteText(path, *bytes))
+        return false;
+    document.SetEncoding(DetectedAfter(*bytes, document.Encoding()));
+    const FileMark mark = MarkOf(base::FileIdentity::At(path), *bytes);
     if (renamed) {
         Closed(document.Id());
         document.SetPath(path);
         view->SetLanguageFor(path);
-        Opened(document);
+        Opened(document, mark);
     } else {
-        KnowAs(document, base::FileIdentity::At(path), text);
+        KnowAs(document, mark);
+        if (document.IsWorksheet())
+            knownWorksheet = *bytes;
     }
     view->MarkSaved();
     emit Saved(document.Id());
@@ -250,29 +303,30 @@ void FileKeeper::TakeInOthersLines(Document& worksheet)
     worksheet.CloseUndo();
 }
 
-bool FileKeeper::Reload(Document& document)
+void FileKeeper::Reload(Document& document)
 {
     std::string error;
-    const std::optional<base::FileIdentity> stamp = base::FileIdentity::At(document.Path());
-    const std::optional<std::string> text = ReadWholeFile(document.Path(), &error);
-    if (!text) {
+    if (const std::optional<FileText> read = Read(document.Path(), document.Encoding(), &error))
+        TakeAgain(document, *read);
+    else
         Complain(error);
-        return false;
-    }
+}
+
+void FileKeeper::TakeAgain(Document& document, const FileText& read)
+{
     host.Events().DocumentChanged(); // the plug-in's windows point into the text that goes
-    ViewOf(document)->ReadAgain(*text);
-    KnowAs(document, stamp, *text);
+    ViewOf(document)->ReadAgain(read.decoded.text);
+    document.SetEncoding(read.decoded.encoding);
+    KnowAs(document, read.mark);
+    if (document.IsWorksheet())
+        knownWorksheet = read.decoded.text;
     emit ReadAgain(document.Id());
-    return true;
 }
 
 // The text and its file are the same.
-void FileKeeper::KnowAs(const Document& document, const std::optional<base::FileIdentity>& stamp,
-                        const std::string& text)
+void FileKeeper::KnowAs(const Document& document, const FileMark& mark)
 {
-    known[document.Id()] = MarkOf(stamp, text);
-    if (document.IsWorksheet())
-        knownWorksheet = text;
+    known[document.Id()] = mark;
     watch->Saved(document.Id(), known[document.Id()]);
     notices.Withdraw(SubjectOf(document.Id()));
 }

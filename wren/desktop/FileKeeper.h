@@ -1,11 +1,13 @@
 // The files of the documents: reading, saving, and changes by other programs.
 #pragma once
 
-#include "wren/desktop/state/FileMark.h"
+#include "wren/desktop/state/FileText.h"
 
 #include <QObject>
 
+#include <functional>
 #include <map>
+#include <optional>
 #include <string>
 
 namespace wren {
@@ -26,8 +28,14 @@ public:
     FileKeeper(Host& host, EditorTabs& tabs, NoticeBar& notices, QWidget& window); // borrowed
     ~FileKeeper() override;
 
-    // Call it right after a document was opened: it watches the file from then on.
-    void Opened(Document& document);
+    // Reads the text of a file that is to be opened; see DecodeAs() for 'expected'. A text that is not UTF-8 is taken
+    // in the encoding that is configured for it. Nullopt, with the reason in '*error', when the file cannot be read.
+    std::optional<FileText> Read(const std::string& path, const TextEncoding& expected, std::string* error) const;
+    std::function<TextEncoding(const std::string& path)> configured; // null: nothing is
+
+    // Call it right after a document was opened: it watches the file from then on. 'mark' is the state in which the
+    // file was read for it; absent when it was not.
+    void Opened(Document& document, const std::optional<FileMark>& mark = {});
     void Closed(long document);
     FileMark Known(long document) const; // the state of the file that its text was made from
     // The document has got a text that was made from the file as it was in another session.
@@ -40,6 +48,11 @@ public:
     bool SaveAs(Document& document);
 
     void Revert(Document& document); // loads the file's text, after a question when there are unsaved changes
+
+    // The same, with its bytes taken in that encoding; and saving in it. The user is told when that cannot be done, and
+    // the document keeps the encoding that it had.
+    void ReloadIn(Document& document, const TextEncoding& encoding);
+    bool SaveIn(Document& document, const TextEncoding& encoding);
 
     // Asks about unsaved changes, and about a text whose file is gone; false when the document is to stay open. The
     // Worksheet is saved, and the user is asked only when that failed.
@@ -57,8 +70,10 @@ private:
     bool WriteText(const std::string& path, const std::string& text);
     bool MayOverwrite(const Document& document);
     void TakeInOthersLines(Document& worksheet);
-    bool Reload(Document& document);
-    void KnowAs(const Document& document, const std::optional<base::FileIdentity>& stamp, const std::string& text);
+    bool MayDiscard(const Document& document);
+    void Reload(Document& document);
+    void TakeAgain(Document& document, const FileText& read);
+    void KnowAs(const Document& document, const FileMark& mark);
     void ChangedOnDisk(long document);
     void GoneFromDisk(long document);
     void BackOnDisk(long document);

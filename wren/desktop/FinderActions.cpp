@@ -27,7 +27,7 @@ OpenTexts TextsOf(Host& host, EditorTabs& tabs, Texts which)
     OpenTexts texts;
     for (const Document* document : host.AllDocuments().All())
         if (const CodeView* view = tabs.ViewOf(document->Id());
-            view != nullptr && (which == Texts::All || view->IsModified()))
+            view != nullptr && (which == Texts::All || view->IsModified() || document->Encoding() != TextEncoding()))
             texts[document->Path()] = std::make_shared<const std::string>(document->Text());
     return texts;
 }

@@ -114,7 +114,7 @@ void SessionKeeper::Restore()
         std::error_code unknown;
         if (file.worksheet) {
             documents.OpenWorksheet();
-        } else if (!std::filesystem::exists(file.path, unknown) || !documents.Open(file.path)) {
+        } else if (!std::filesystem::exists(file.path, unknown) || !documents.OpenIn(file.path, file.encoding)) {
             continue; // it no longer exists, and the user has not asked for it now
         }
         if (tabs.CurrentView()->Bookmarks().empty()) // else they were found in the text as it is now
@@ -172,7 +172,7 @@ void SessionKeeper::OpenLeft(const std::vector<UnsavedText>& left)
 const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::vector<UnsavedText>& left)
 {
     const bool isAtHome = HasTheTab(text, left);
-    if (!documents.OpenUnsaved(isAtHome ? text.path : "", text.text))
+    if (!documents.OpenUnsaved(isAtHome ? text.path : "", text.text, text.encoding))
         return nullptr;
     const Document* document = host.Current();
     if (!IsTorn(text.path, left))
@@ -260,8 +260,8 @@ void SessionKeeper::TakeOpenFiles()
         const CodeView* view = tabs.ViewOf(id);
         if (document == host.Current())
             state.current = static_cast<int>(state.files.size());
-        state.files.push_back(
-            {document->Path(), view->Caret(), view->FirstVisibleLine(), document->IsWorksheet(), view->Bookmarks()});
+        state.files.push_back({document->Path(), view->Caret(), view->FirstVisibleLine(), document->IsWorksheet(),
+                               view->Bookmarks(), document->Encoding()});
     }
 }
 
@@ -324,7 +324,8 @@ void SessionKeeper::Keep(long id)
         if (!recovery.Problem().empty())
             return Unsafe(id, recovery.Problem());
         const CodeView& view = *tabs.ViewOf(id);
-        recovery.Keep(id, document->Path(), view.Bytes(), files.Known(id), {view.Caret(), view.FirstVisibleLine()});
+        recovery.Keep(id, document->Path(), view.Bytes(), files.Known(id), {view.Caret(), view.FirstVisibleLine()},
+                      document->Encoding());
     } else {
         recovery.Forget(id);
         Safe(id);

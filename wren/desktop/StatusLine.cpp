@@ -29,6 +29,19 @@ QString NameOf(LineEnds ends)
     }
 }
 
+// Shows something of the text, and opens a menu that changes it.
+QToolButton* TextButton(const char* name, const QString& tip, const QString& description)
+{
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::NoFocus);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setToolTip(tip);
+    button->setAccessibleDescription(description);
+    return button;
+}
+
 constexpr int kTagsWidth = 40; // characters of a path that are shown
 
 // From 1, in characters, as people count.
@@ -42,7 +55,8 @@ long ColumnOf(const Document& document, long caret)
 
 StatusLine::StatusLine(QStatusBar* bar)
     : rebuild(new QToolButton), index(new QToolButton), tags(new QLabel), background(new QLabel), position(new QLabel),
-      ends(new QToolButton)
+      ends(TextButton("lineEnds", tr("The ends of the lines"), tr("How the lines of this text end"))),
+      encoding(TextButton("encoding", tr("The encoding of the file"), tr("How the characters of this file are bytes")))
 {
     rebuild->setText(tr("Rebuild Tags"));
     rebuild->setObjectName("rebuildTags");
@@ -57,16 +71,11 @@ StatusLine::StatusLine(QStatusBar* bar)
     index->setFocusPolicy(Qt::NoFocus);
     index->setPopupMode(QToolButton::InstantPopup);
     index->hide();
-    ends->setObjectName("lineEnds");
-    ends->setAutoRaise(true);
-    ends->setFocusPolicy(Qt::NoFocus);
-    ends->setPopupMode(QToolButton::InstantPopup);
-    ends->setToolTip(tr("The ends of the lines"));
-    ends->setAccessibleDescription(tr("How the lines of this text end"));
     tags->setObjectName("servingTags");
     tags->setTextFormat(Qt::PlainText); // a path may look like markup
     tags->setAccessibleName(tr("The tags file of this text"));
     bar->addPermanentWidget(tags);
+    bar->addPermanentWidget(encoding);
     bar->addPermanentWidget(ends);
     bar->addPermanentWidget(position);
     vetch::SetThreadsWatcher(&GuiLoop::Wake);
@@ -82,10 +91,13 @@ void StatusLine::Show(const Document* document, const CodeView* view)
     const bool any = document != nullptr && view != nullptr;
     position->setVisible(any);
     ends->setVisible(any);
+    encoding->setVisible(any);
     if (!any)
         return;
     const long caret = view->Caret();
     position->setText(tr("Line %1, column %2").arg(document->LineAt(caret) + 1).arg(ColumnOf(*document, caret)));
+    encoding->setText(QString::fromStdString(LabelOf(document->Encoding())));
+    encoding->setAccessibleName(tr("Encoding: %1").arg(encoding->text()));
     const QString name = NameOf(view->Ends());
     ends->setText(view->HasMixedEnds() ? tr("%1, mixed").arg(name) : name);
     ends->setAccessibleName(tr("Line ends: %1").arg(ends->text()));
@@ -111,6 +123,11 @@ void StatusLine::SetIndexMenu(QMenu* menu)
 void StatusLine::SetEndsMenu(QMenu* menu)
 {
     ends->setMenu(menu);
+}
+
+void StatusLine::SetEncodingMenu(QMenu* menu)
+{
+    encoding->setMenu(menu);
 }
 
 void StatusLine::ShowTags(const QString& text, const QString& tip)

@@ -1,4 +1,4 @@
-// The status line: the caret's place, the line ends of the file, and work in the background.
+// The status line: the caret's place, the encoding and the line ends of the file, and work in the background.
 #pragma once
 
 #include <QObject>
@@ -31,6 +31,7 @@ public:
     void SetIndexMenu(QMenu* menu); // borrowed; the index is not shown before
 
     void SetEndsMenu(QMenu* menu);                          // borrowed; where the line ends are shown
+    void SetEncodingMenu(QMenu* menu);                      // the same for the encoding
     void ShowTags(const QString& text, const QString& tip); // which ones serve the text; "" for none
 
     void SetMakingTags(std::function<bool()> answers); // whether tags are being made; null for never
@@ -48,6 +49,7 @@ private:
     QLabel* background;
     QLabel* position;
     QToolButton* ends;
+    QToolButton* encoding;
 };
 
 } // namespace wren

@@ -23,6 +23,8 @@ constexpr size_t kLongestLine = 2000;        // bytes of a line that are shown
 constexpr size_t kBeginning = 8 * 1024;      // bytes that decide whether a file is a text
 constexpr off_t kLargest = off_t(256) << 20; // bytes; larger files are data
 
+constexpr std::string_view kMark = "\xef\xbb\xbf"; // U+FEFF before a text in UTF-8 is not part of its first line
+
 // Which files are wanted, by their paths.
 class Globs {
 public:
@@ -183,8 +185,11 @@ private:
 
 } // namespace
 
-std::vector<FoundLine> LinesWith(TextPattern::Finder& finder, std::string_view text, const FilesQuery& query)
+// The offsets are those of the file: with its mark.
+std::vector<FoundLine> LinesWith(TextPattern::Finder& finder, std::string_view file, const FilesQuery& query)
 {
+    const size_t mark = file.starts_with(kMark) ? kMark.size() : 0;
+    const std::string_view text = file.substr(mark);
     const std::string_view lineEnd = query.replacement ? LineEndOf(text) : "";
     std::vector<FoundLine> lines;
     long line = 1;
@@ -209,7 +214,7 @@ std::vector<FoundLine> LinesWith(TextPattern::Finder& finder, std::string_view t
         found.source = source.substr(std::min(cut, source.size()), kLongestLine);
         found.matchStart = std::min(before - cut, found.source.size());
         found.matchSize = std::min(match->size, found.source.size() - found.matchStart);
-        found.offset = match->start;
+        found.offset = mark + match->start;
         found.size = match->size;
         if (query.replacement)
             found.with =

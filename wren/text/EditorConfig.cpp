@@ -47,6 +47,30 @@ std::optional<int> NumberIn(std::string_view text, int most)
     return number;
 }
 
+struct LineEndsName {
+    std::string_view name;
+    LineEnds ends;
+};
+
+constexpr LineEndsName kLineEnds[] = {{"lf", LineEnds::Unix}, {"crlf", LineEnds::Windows}, {"cr", LineEnds::Mac}};
+
+std::optional<LineEnds> LineEndsIn(std::string_view text)
+{
+    const auto* const found = std::ranges::find(kLineEnds, text, &LineEndsName::name);
+    return found == std::end(kLineEnds) ? std::nullopt : std::optional(found->ends);
+}
+
+std::optional<TextEncoding> EncodingIn(std::string_view text)
+{
+    if (text == "latin1")
+        return TextEncoding{"ISO-8859-1", false};
+    if (text == "utf-8" || text == "utf-8-bom")
+        return TextEncoding{"UTF-8", text != "utf-8"};
+    if (text == "utf-16le" || text == "utf-16be")
+        return TextEncoding{text.ends_with("le") ? "UTF-16LE" : "UTF-16BE", true};
+    return std::nullopt;
+}
+
 void Take(std::string_view name, std::string_view value, EditorConfig& config)
 {
     if (name == "indent_style" && (value == "tab" || value == "space"))
@@ -57,6 +81,10 @@ void Take(std::string_view name, std::string_view value, EditorConfig& config)
         config.tabWidth = NumberIn(value, kWidest);
     else if (name == "max_line_length")
         config.longestLine = NumberIn(value, kLongestLine);
+    else if (name == "end_of_line")
+        config.ends = LineEndsIn(value);
+    else if (name == "charset")
+        config.encoding = EncodingIn(value);
     else if (name == "trim_trailing_whitespace")
         config.trimsBlanks = value == "true";
     else if (name == "insert_final_newline")

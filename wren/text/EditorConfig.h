@@ -2,6 +2,8 @@
 #pragma once
 
 #include "base/Result.h"
+#include "wren/text/LineEnds.h"
+#include "wren/text/TextEncoding.h"
 
 #include <optional>
 #include <string>
@@ -14,8 +16,10 @@ struct EditorConfig {
     std::optional<int> level;       // columns of one level of indentation
     std::optional<int> tabWidth;    // columns
     std::optional<int> longestLine; // columns
-    bool trimsBlanks = false;       // at the ends of lines, when the text is saved
-    bool endsLastLine = false;      // with a line end, when the text is saved
+    std::optional<LineEnds> ends;   // of all lines, when the text is saved
+    std::optional<TextEncoding> encoding;
+    bool trimsBlanks = false;  // at the ends of lines, when the text is saved
+    bool endsLastLine = false; // with a line end, when the text is saved
 
     bool operator==(const EditorConfig&) const = default;
 };

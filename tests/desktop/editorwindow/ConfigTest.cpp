@@ -55,6 +55,43 @@ TEST_F(EditorConfigStory, SavingTidiesTheTextInOneStep)
     EXPECT_EQ(Content(other), "xone \n");
 }
 
+TEST_F(EditorConfigStory, SavingConvertsLineEnds)
+{
+    home.Write("tree/.editorconfig", "root = true\n[*]\nend_of_line = crlf\n");
+    const std::string path = home.Write("tree/a.c", "int a;\nint b;\r\n");
+    Start({path});
+    Type("x");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(path), "xint a;\r\nint b;\r\n");
+    Press("Ctrl+Z");
+    EXPECT_EQ(Text(), "xint a;\nint b;\r\n");
+    OpenToo(home.Write("tree/b.c", ""));
+    Type("int a;\n");
+    EXPECT_EQ(Text(), "int a;\r\n") << "what is typed into an empty text has them at once";
+    Press("Ctrl+S");
+}
+
+TEST_F(EditorConfigStory, FilesAreReadAndMadeInItsEncoding)
+{
+    home.Write("tree/.editorconfig", "root = true\n[*]\ncharset = latin1\n[*.txt]\ncharset = utf-8-bom\n");
+    const std::string old = home.Write("tree/a.c", "caf\xe9");
+    Start({old});
+    EXPECT_EQ(Text(), "caf\xc3\xa9");
+    const std::string ascii = home.Write("tree/b.c", "cafe");
+    OpenToo(ascii);
+    View().insert("\u00e9");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(ascii), "\xe9"
+                              "cafe");
+    const std::string other = home.Write("tree/c.c", "\xc3\xa9");
+    OpenToo(other);
+    EXPECT_EQ(Text(), "\xc3\xa9") << "it is not what the configuration says";
+    TheEditor().Actions().documents.OpenOrNew({home / "tree/new.txt", 0, 0});
+    Type("x");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(home / "tree/new.txt"), "\xef\xbb\xbfx");
+}
+
 TEST_F(EditorConfigStory, ThePreferenceSwitchesItOffAndOn)
 {
     Start({home.Write("tree/a.c", "int a;\n")});

@@ -57,7 +57,6 @@ const OddText kOddTexts[] = {
     {"invalid UTF-8", "caf\xe9 \xff\xfe \xc3\nend"},
     {"an overlong sequence and half a surrogate", "\xc0\xaf \xed\xa0\x80\nend"},
     {"NUL bytes", std::string("a\0b\0\0\nend", 10)},
-    {"a byte order mark", "\xef\xbb\xbfint a;\nend"},
     {"a byte order mark of two bytes", std::string("\xff\xfe"
                                                    "a\0\n\0end",
                                                    9)},

@@ -34,7 +34,8 @@ protected:
     }
 #endif
     // What an editor leaves that is killed with an unsaved text.
-    void Leave(const std::string& path, const std::string& text, const wren::SeenPlace& seen = {})
+    void Leave(const std::string& path, const std::string& text, const wren::SeenPlace& seen = {},
+               const wren::TextEncoding& encoding = {})
     {
         const wren::FileMark was = wren::MarkOf(base::FileIdentity::At(path), Content(path));
         const pid_t child = ::fork();
@@ -43,7 +44,7 @@ protected:
                 if (!problem.empty())
                     ::_exit(1);
             });
-            editor.Keep(1, path, text, was, seen);
+            editor.Keep(1, path, text, was, seen, encoding);
             editor.Finish();
             ::_exit(editor.Problem().empty() ? 0 : 1);
         }
@@ -171,6 +172,22 @@ TEST_F(RestartAfterAKill, ARecoveredTextIsShownWhereTheUserWas)
     hands.AnswerNextAlert("Discard");
     hands.AnswerNextAlert("Discard");
     EXPECT_TRUE(Quit());
+}
+
+TEST_F(RestartAfterAKill, ARecoveredTextIsSavedInTheEncodingOfItsFile)
+{
+    const std::string file = home.Write("a.c", "caf\xe9\n");
+    Leave(file, "\xc3\xa9t\xc3\xa9\n", {}, {"ISO-8859-1", false});
+    hands.AnswerNextAlert("Open");
+    Start();
+    hands.TakeHeard();
+    EXPECT_EQ(Text(), "\xc3\xa9t\xc3\xa9\n");
+    EXPECT_EQ(Notice(), "") << "no other program has changed the file";
+    Press("Ctrl+Z");
+    EXPECT_EQ(Text(), "caf\xc3\xa9\n");
+    Press("Ctrl+Shift+Z");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(file), "\xe9t\xe9\n");
 }
 
 TEST_F(RestartAfterAKill, ATextThatHadNoFileIsOpenedWithoutOne)

@@ -116,6 +116,21 @@ TEST_F(ReplaceInFiles, AnOpenTextIsReplacedInOneStepThatIsUndone)
     EXPECT_EQ(Text(), "int old;\nint unsaved_old;\nold");
 }
 
+TEST_F(ReplaceInFiles, AMarkBeforeTheTextStays)
+{
+    const std::string closed = home.Write("project/closed.txt", "\xef\xbb\xbfold\n");
+    StartBeside();
+    TheEditor().Actions().documents.Open(home.Write("project/open.txt", "\xef\xbb\xbfold\n"));
+    Settle();
+    Preview("^old", "new", true);
+    EXPECT_THAT(Listed(), UnorderedElementsAre("closed.txt:1: old -> new", "open.txt:1: old -> new"));
+    Replace();
+    EXPECT_EQ(Content(closed), "\xef\xbb\xbfnew\n");
+    EXPECT_EQ(Text(), "new\n");
+    Press("Ctrl+S");
+    EXPECT_EQ(Content(home / "project/open.txt"), "\xef\xbb\xbfnew\n");
+}
+
 TEST_F(ReplaceInFiles, GroupsOfAnExpressionAreTakenOver)
 {
     const std::string file = home.Write("project/calls.txt", "put(first, second)\r\n");

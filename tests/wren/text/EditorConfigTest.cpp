@@ -40,7 +40,16 @@ const OutputCase kOutputCases[] = {
     {"what is done when it is saved", "trim_trailing_whitespace=true\ninsert_final_newline=true\n",
      With([](auto& config) { config.trimsBlanks = config.endsLastLine = true; })},
     {"the longest line", "max_line_length=120", With([](auto& config) { config.longestLine = 120; })},
-    {"unknown names and values", "indent_style=both\ncolour=red\n=\nindent_size\n", {}},
+    {"the ends of lines", "end_of_line=crlf\n", With([](auto& config) { config.ends = LineEnds::Windows; })},
+    {"the encoding", "charset=latin1\n", With([](auto& config) {
+         config.encoding = TextEncoding{"ISO-8859-1", false};
+     })},
+    {"an encoding with a mark", "charset=utf-8-bom\n", With([](auto& config) {
+         config.encoding = TextEncoding{"UTF-8", true};
+     })},
+    {"unknown names and values",
+     "indent_style=both\ncolour=red\n=\nindent_size\nend_of_line=lfcr\ncharset=ebcdic\n",
+     {}},
 };
 
 class EditorConfigFiles : public testing::Test {

@@ -344,14 +344,19 @@ void CodeView::SetConfig(const EditorConfig& newConfig)
     setEdgeMode(config.longestLine ? EdgeLine : EdgeNone);
     if (config.longestLine)
         setEdgeColumn(*config.longestLine);
+    if (config.ends && text.Send(SCI_GETLINECOUNT) == 1)
+        ApplyEnds(*config.ends);
 }
 
 void CodeView::TidyForSaving()
 {
-    if (!config.trimsBlanks && !config.endsLastLine)
+    const bool converts = config.ends && HasOtherEnds(*config.ends);
+    if (!config.trimsBlanks && !config.endsLastLine && !converts)
         return;
-    ByUser([this] {
+    ByUser([&] {
         text.Send(SCI_BEGINUNDOACTION);
+        if (converts)
+            ConvertEnds(*config.ends);
         if (config.trimsBlanks)
             TrimLineEnds(text);
         if (config.endsLastLine)

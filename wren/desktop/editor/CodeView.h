@@ -16,6 +16,7 @@
 #include "wren/desktop/editor/UndoGroups.h"
 #include "wren/desktop/editor/ViewText.h"
 #include "wren/text/EditorConfig.h"
+#include "wren/text/LineEnds.h"
 #include "wren/text/TextStore.h"
 
 #include <Qsci/qsciscintilla.h>
@@ -63,8 +64,6 @@ public:
     virtual void CaretMoved(CodeView&) = 0;
     virtual void ModifiedSet(CodeView&, bool modified) = 0; // differs from what was saved, or no longer does
 };
-
-enum class LineEnds { Unix, Windows, Mac };
 
 // Of the base's signals textChanged and linesChanged are not to be relied upon: see ChangedOtherwise and KeyApplied.
 class CodeView : public QsciScintilla {
@@ -198,6 +197,8 @@ private:
     void ListenToScintilla();
     void TellScreenReaders();
     void ApplyEnds(LineEnds ends);
+    bool HasOtherEnds(LineEnds ends) const;
+    void ConvertEnds(LineEnds ends);
     void DetectEnds();
     void FollowEnds();
     void ApplyColours();

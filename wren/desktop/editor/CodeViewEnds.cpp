@@ -71,17 +71,24 @@ void CodeView::FollowEnds()
         ApplyEnds(counts.Most());
 }
 
-// The mode comes first: the client asks for it when it hears of the change.
-void CodeView::UseEnds(LineEnds ends)
+bool CodeView::HasOtherEnds(LineEnds ends) const
 {
-    if (isReadOnly())
-        return;
+    return hasMixedEnds || Ends() != ends;
+}
+
+// The mode comes first: the client asks for it when it hears of the change.
+void CodeView::ConvertEnds(LineEnds ends)
+{
     ApplyEnds(ends);
     hasMixedEnds = false;
-    ByUser([&] {
-        text.Send(SCI_CONVERTEOLS, text.Send(SCI_GETEOLMODE));
-        hasConvertedEnds = hasConvertedEnds || done.changed;
-    });
+    text.Send(SCI_CONVERTEOLS, text.Send(SCI_GETEOLMODE));
+    hasConvertedEnds = hasConvertedEnds || done.changed;
+}
+
+void CodeView::UseEnds(LineEnds ends)
+{
+    if (!isReadOnly())
+        ByUser([&] { ConvertEnds(ends); });
 }
 
 } // namespace wren

@@ -137,11 +137,26 @@ std::optional<UnsavedText> ReadCopy(const std::string& file)
         if (size != copy->size() - end - 1)
             return std::nullopt;
         const FileMark was = head.contains("was") ? MarkOf(head["was"]) : FileMark(); // older ones do not say
+        const TextEncoding encoding = EncodingLabelled(head.value("encoding", ""));   // older ones have none
         return UnsavedText{
-            BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file, was, SeenIn(head)};
+            BytesOfJson(head.at("path")), copy->substr(end + 1), head.at("savedAt"), file, was, SeenIn(head), encoding};
     } catch (const json::exception&) {
         return std::nullopt;
     }
+}
+
+// Of the bytes that the file had.
+UnsavedText OldText(OverwrittenText old)
+{
+    DecodedText decoded = DecodeAs(std::move(old.text), {});
+    return {.path = std::move(old.path),
+            .text = std::move(decoded.text),
+            .savedAt = TimeText(old.savedAt),
+            .file = std::move(old.file),
+            .was = {},
+            .seen = {},
+            .encoding = std::move(decoded.encoding),
+            .isOld = true};
 }
 
 CopyWriter::OnWritten ByDocument(Recovery::OnKept onKept)
@@ -227,13 +242,14 @@ Recovery::~Recovery()
 }
 
 void Recovery::Keep(long document, const std::string& path, std::string text, const FileMark& was,
-                    const SeenPlace& seen)
+                    const SeenPlace& seen, const TextEncoding& encoding)
 {
     if (own == nullptr)
         return;
-    const json head = {{"path", JsonOfBytes(path)}, {"savedAt", TimeText(std::time(nullptr))},
-                       {"size", text.size()},       {"was", JsonOf(was)},
-                       {"caret", seen.caret},       {"firstLine", seen.firstLine}};
+    const json head = {{"path", JsonOfBytes(path)},    {"savedAt", TimeText(std::time(nullptr))},
+                       {"size", text.size()},          {"was", JsonOf(was)},
+                       {"caret", seen.caret},          {"firstLine", seen.firstLine},
+                       {"encoding", LabelOf(encoding)}};
     writer.Write(own->CopyOf(document), head.dump() + "\n", std::move(text));
     own->kept.insert(document);
 }
@@ -264,8 +280,7 @@ std::vector<UnsavedText> Recovery::Left() const
                 if (std::optional<UnsavedText> copy; file.ends_with(kEnd) && (copy = ReadCopy(file)))
                     left.push_back(std::move(*copy));
     for (OverwrittenText& old : LeftOverwritten())
-        left.push_back(
-            {std::move(old.path), std::move(old.text), TimeText(old.savedAt), std::move(old.file), {}, {}, true});
+        left.push_back(OldText(std::move(old)));
     std::stable_sort(left.begin(), left.end(),
                      [](const UnsavedText& a, const UnsavedText& b) { return a.savedAt < b.savedAt; });
     return left;

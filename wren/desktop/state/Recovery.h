@@ -3,6 +3,7 @@
 
 #include "wren/desktop/state/CopyWriter.h"
 #include "wren/desktop/state/FileMark.h"
+#include "wren/text/TextEncoding.h"
 
 #include <functional>
 #include <memory>
@@ -24,7 +25,8 @@ struct UnsavedText {
     std::string file;    // where the copy is
     FileMark was;        // what the text was made from
     SeenPlace seen;      // may lie beyond the text's end
-    bool isOld = false;  // the file's text before a save that was interrupted: the file is torn
+    TextEncoding encoding;
+    bool isOld = false; // the file's text before a save that was interrupted: the file is torn
 };
 
 // Every running editor has a directory of its own below StateDirectory()/recovery, with a lock that dies with it. A
@@ -41,7 +43,7 @@ public:
 
     // Done soon, on another thread. A copy replaces the last one by rename.
     void Keep(long document, const std::string& path, std::string text, const FileMark& was = {},
-              const SeenPlace& seen = {});
+              const SeenPlace& seen = {}, const TextEncoding& encoding = {});
     void Forget(long document);
     void Finish();                                            // returns when all copies are written
     bool Holds(long document, const std::string& text) const; // true when a copy of that text is on the disk

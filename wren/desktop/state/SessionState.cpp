@@ -21,11 +21,8 @@ constexpr long kMostLines = 1L << 40; // of a text; more is a damaged file
 
 json JsonOf(const SessionState::OpenFile& file)
 {
-    return {{"path", JsonOfBytes(file.path)},
-            {"caret", file.caret},
-            {"firstLine", file.firstLine},
-            {"worksheet", file.worksheet},
-            {"bookmarks", file.bookmarks}};
+    return {{"path", JsonOfBytes(file.path)}, {"caret", file.caret},         {"firstLine", file.firstLine},
+            {"worksheet", file.worksheet},    {"bookmarks", file.bookmarks}, {"encoding", LabelOf(file.encoding)}};
 }
 
 std::vector<long> BookmarksOf(const json& stored)
@@ -37,8 +34,12 @@ std::vector<long> BookmarksOf(const json& stored)
 
 SessionState::OpenFile FileOf(const json& stored)
 {
-    return {BytesOfJson(stored.at("path")), std::max(0L, stored.value("caret", 0L)),
-            std::max(0L, stored.value("firstLine", 0L)), stored.value("worksheet", false), BookmarksOf(stored)};
+    return {.path = BytesOfJson(stored.at("path")),
+            .caret = std::max(0L, stored.value("caret", 0L)),
+            .firstLine = std::max(0L, stored.value("firstLine", 0L)),
+            .worksheet = stored.value("worksheet", false),
+            .bookmarks = BookmarksOf(stored),
+            .encoding = EncodingLabelled(stored.value("encoding", ""))};
 }
 
 json JsonOf(const SessionState::MarkedFile& file)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "wren/desktop/state/KeptBookmarks.h"
+#include "wren/text/TextEncoding.h"
 
 #include <string>
 #include <vector>
@@ -15,6 +16,7 @@ struct SessionState {
         long firstLine = 0; // the first to be seen, from 0
         bool worksheet = false;
         std::vector<long> bookmarks = {}; // lines, from 0; at most kMostBookmarks
+        TextEncoding encoding = {};
         bool operator==(const OpenFile&) const = default;
     };
     std::vector<OpenFile> files;
