@@ -1,6 +1,5 @@
 #include "wren/desktop/FileKeeper.h"
 
-#include "base/Utf8.h"
 #include "wren/core/Host.h"
 #include "wren/core/TemporaryFile.h"
 #include "wren/core/TextFile.h"
@@ -64,7 +63,7 @@ TextEncoding DetectedAfter(const std::string& bytes, const TextEncoding& encodin
 {
     const TextEncoding usual;
     const bool isOther = encoding.hasMark || (encoding != usual && !encoding.name.empty());
-    return isOther ? encoding : TextEncoding{base::IsValidUtf8(bytes) ? usual.name : "", false};
+    return isOther ? encoding : PlainEncodingOf(bytes);
 }
 
 // A document's notices have one subject, so that the newest replaces the others.

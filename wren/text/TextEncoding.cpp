@@ -25,11 +25,8 @@ struct Family {
 
 using namespace std::string_view_literals;
 
-// UTF-32 stands before UTF-16, since its little-endian mark begins with that of UTF-16.
 constexpr std::array kFamilies{
     Family{"UTF-8", "UTF-8", kMark},
-    Family{"UTF-32LE", "UTF-32 LE", "\xff\xfe\0\0"sv},
-    Family{"UTF-32BE", "UTF-32 BE", "\0\0\xfe\xff"sv},
     Family{"UTF-16LE", "UTF-16 LE", "\xff\xfe"},
     Family{"UTF-16BE", "UTF-16 BE", "\xfe\xff"},
     Family{"ISO-8859-1", "ISO 8859-1", ""},
@@ -44,6 +41,8 @@ constexpr std::array kFamilies{
     Family{"EUC-KR", "EUC-KR", ""},
     Family{"GB18030", "GB 18030", ""},
     Family{"BIG5", "Big5", ""},
+    Family{"UTF-32LE", "UTF-32 LE", "\xff\xfe\0\0"sv},
+    Family{"UTF-32BE", "UTF-32 BE", "\0\0\xfe\xff"sv},
 };
 
 const Family* FamilyOf(std::string_view name)
@@ -187,14 +186,22 @@ TextEncoding EncodingLabelled(std::string_view label)
     return encoding;
 }
 
+TextEncoding PlainEncodingOf(std::string_view bytes)
+{
+    return {base::IsValidUtf8(bytes) ? TextEncoding().name : "", false};
+}
+
 TextEncoding DetectEncoding(std::string_view bytes)
 {
-    for (const Family& family : kFamilies)
-        if (!family.mark.empty() && bytes.starts_with(family.mark))
-            return {family.name, true};
+    const Family* marked = nullptr;
+    for (const Family& family : kFamilies) // the longest mark: that of UTF-32 LE begins with that of UTF-16 LE
+        if (bytes.starts_with(family.mark) && family.mark.size() > (marked == nullptr ? 0 : marked->mark.size()))
+            marked = &family;
+    if (marked != nullptr)
+        return {marked->name, true};
     if (const std::optional<TextEncoding> found = Utf16WithoutMark(bytes))
         return *found;
-    return {base::IsValidUtf8(bytes) ? TextEncoding().name : "", false};
+    return PlainEncodingOf(bytes);
 }
 
 base::Result<DecodedText> Decode(std::string bytes, const TextEncoding& encoding)
@@ -204,8 +211,10 @@ base::Result<DecodedText> Decode(std::string bytes, const TextEncoding& encoding
         return DecodedText{std::move(bytes), {"", false}};
     const TextEncoding found = {encoding.name, !family->mark.empty() && bytes.starts_with(family->mark)};
     const size_t start = found.hasMark ? family->mark.size() : 0;
+    if (found == TextEncoding())
+        return DecodedText{bytes, PlainEncodingOf(bytes)};
     if (found.name == TextEncoding().name)
-        return DecodedText{start == 0 ? std::move(bytes) : bytes.substr(start), found};
+        return DecodedText{bytes.substr(start), found};
     const Converter converter("UTF-8", encoding.name);
     if (!converter.IsOpen())
         return Unknown(encoding);
@@ -229,11 +238,10 @@ DecodedText DecodeAs(std::string bytes, const TextEncoding& expected)
     if (!isSure && expected != usual && !expected.name.empty())
         if (base::Result<DecodedText> decoded = Decode(bytes, expected))
             return std::move(*decoded);
-    if (detected.name != usual.name)
+    if (detected != usual)
         if (base::Result<DecodedText> decoded = Decode(bytes, detected))
             return std::move(*decoded);
-    return detected.name == usual.name ? *Decode(std::move(bytes), detected)
-                                       : DecodedText{std::move(bytes), {"", false}};
+    return {std::move(bytes), detected == usual ? usual : TextEncoding{"", false}};
 }
 
 base::Result<std::string> Encode(std::string text, const TextEncoding& encoding)

@@ -33,8 +33,12 @@ TextEncoding EncodingLabelled(std::string_view label); // UTF-8 for a label that
 // By a mark, by bytes that are not UTF-8, and by the NUL bytes of Latin letters in UTF-16 without a mark.
 TextEncoding DetectEncoding(std::string_view bytes);
 
+// For a text whose bytes are those of its file: UTF-8, or "" when some are not.
+TextEncoding PlainEncodingOf(std::string_view bytes);
+
 // The text without its mark; the result's 'hasMark' says whether there was one. Fails when the bytes are not of that
-// encoding, and when the text could not be encoded into the same bytes again. Bytes that are not UTF-8 pass in UTF-8.
+// encoding, and when the text could not be encoded into the same bytes again. Only UTF-8 takes all bytes: the result's
+// 'name' is "" when some are not UTF-8 and no mark says that they should be.
 base::Result<DecodedText> Decode(std::string bytes, const TextEncoding& encoding);
 
 // A mark in the file counts first, then letters in UTF-8 that are not ASCII, then the expected encoding, and then

@@ -79,6 +79,8 @@ TEST_F(FilesInOtherEncodings, BytesAreReadAgainAsTheUserSays)
     Start({file});
     EXPECT_EQ(Text(), "// caf\xe9\n");
     EXPECT_EQ(Shown(), "not UTF-8");
+    Choose("Reload as", "UTF-8");
+    EXPECT_EQ(Shown(), "not UTF-8") << "it still is not";
     Choose("Reload as", "ISO 8859-1");
     EXPECT_EQ(Text(), "// caf\xc3\xa9\n");
     EXPECT_EQ(Shown(), "ISO 8859-1");
