@@ -20,9 +20,12 @@ public:
     {
         beginResetModel();
         items = std::move(given);
+        const auto hasKind = [](const PaletteItem& item) { return item.kind != tagging::SymbolKind::None; };
+        hasKinds = std::ranges::any_of(items, hasKind);
         endResetModel();
     }
     const std::vector<PaletteItem>& Items() const { return items; }
+    bool HasKinds() const { return hasKinds; } // else there is nothing that icons could tell apart
 
     int rowCount(const QModelIndex& parent) const override
     {
@@ -34,14 +37,21 @@ public:
         if (role == Qt::DisplayRole)
             return Shown(item.name);
         if (role == Qt::AccessibleTextRole)
-            return KindName(item.kind) + ' ' + Shown(item.name) + ' ' + Shown(item.detail) + ' ' + Shown(item.where);
+            return SpokenKind(item) + Shown(item.name) + ' ' + Shown(item.detail) + ' ' + Shown(item.where);
         if (role == Qt::ToolTipRole)
             return Shown(item.path);
         return {};
     }
 
 private:
+    // What is neither a symbol nor a file, such as a command, has a name only.
+    static QString SpokenKind(const PaletteItem& item)
+    {
+        return item.kind == tagging::SymbolKind::None && item.path.empty() ? QString() : KindName(item.kind) + ' ';
+    }
+
     std::vector<PaletteItem> items;
+    bool hasKinds = false;
 };
 
 namespace {
@@ -68,9 +78,8 @@ public:
         const QColor ink = colours.color(isMarked ? QPalette::HighlightedText : QPalette::Text);
         painter->fillRect(option.rect, paper);
         QRect free = option.rect.adjusted(kPadding + item.depth * kStep, 0, -kPadding, 0);
-        const int side = option.fontMetrics.height();
-        KindIcon(item.kind).paint(painter, QRect(free.left(), free.top() + (free.height() - side) / 2, side, side));
-        free.setLeft(free.left() + side + kPadding);
+        if (model.HasKinds())
+            DrawKind(*painter, item, option.fontMetrics.height(), free);
         DrawPlace(*painter, option, item, Faint(ink, paper), free);
         QTextCharFormat typed;
         typed.setFontWeight(QFont::Bold);
@@ -82,6 +91,12 @@ public:
     }
 
 private:
+    static void DrawKind(QPainter& painter, const PaletteItem& item, int side, QRect& free)
+    {
+        KindIcon(item.kind).paint(&painter, QRect(free.left(), free.top() + (free.height() - side) / 2, side, side));
+        free.setLeft(free.left() + side + kPadding);
+    }
+
     // Takes its part off the right of what is free: half of the row at most, the end of a long path.
     static void DrawPlace(QPainter& painter, const QStyleOptionViewItem& option, const PaletteItem& item,
                           const QColor& ink, QRect& free)
