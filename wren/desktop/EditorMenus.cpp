@@ -4,6 +4,7 @@
 #include "vetch/interface/BMenuItem.h"
 #include "wren/core/Host.h"
 #include "wren/core/PluginBundle.h"
+#include "wren/desktop/CommandChooser.h"
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/Icons.h"
 #include "wren/desktop/IndexMenu.h"
@@ -115,7 +116,7 @@ void EditorMenus::BindItem(const Item& item, const Keys& keys, Keys& taken)
 void EditorMenus::ShareKeysWithPlugin()
 {
     const bool byMeaning = parts.actions.preferences.Values().HasMeaningKeys();
-    for (auto& [action, title, usual] : items) {
+    for (auto& [action, menu, title, usual] : items) {
         if (action == definition)
             usual = {QKeySequence(byMeaning ? tr("F12") : tr("Alt+F12"))};
         else if (action == declaration)
@@ -346,8 +347,38 @@ void EditorMenus::FillHelp(QMenu* menu)
 {
     if (parts.startTour)
         Add(menu, tr("&Tour"), "", {}, parts.startTour);
+    QAction* find =
+        Add(menu, tr("Run a &Command\u2026"), "", {QKeySequence(tr("Ctrl+Shift+P"))}, [this] { chooser->Open(); });
+    chooser = std::make_unique<CommandChooser>(parts.window, [this, find] {
+        std::vector<NamedCommand> all = AllCommands();
+        std::erase_if(all, [find](const NamedCommand& each) { return each.action == find; });
+        return all;
+    });
     Add(menu, tr("About &Symbols"), "", {}, [this] { ShowHelp(); });
     Add(menu, tr("&About Wren"), "help-about", {}, [this] { ShowAbout(); });
+}
+
+// What can be chosen now: the menus' own items, and what the plug-in has in *Search*. Menus bring their items up to
+// date when they are about to show.
+std::vector<NamedCommand> EditorMenus::AllCommands()
+{
+    for (QMenu* menu : parts.window.menuBar()->findChildren<QMenu*>())
+        emit menu->aboutToShow();
+    ShowState();
+    std::vector<NamedCommand> all;
+    const auto add = [&all](const QString& menu, QAction* action) {
+        const QString keys = action->shortcut().toString(QKeySequence::NativeText);
+        if (action->isEnabled() && !action->isSeparator())
+            all.push_back({menu, Plain(action->text().section('\t', 0, 0)),
+                           keys.isEmpty() ? action->text().section('\t', 1) : keys, action});
+    };
+    for (const Item& item : items)
+        add(item.menu, item.action);
+    for (const char* command : {"GoBack", "GoForward"})
+        add(tr("Go"), CommandAction(command));
+    for (QAction* action : shownPluginItems)
+        add(Plain(search->title()), action);
+    return all;
 }
 
 void EditorMenus::FillTools()
@@ -482,7 +513,7 @@ QAction* EditorMenus::Add(QMenu* menu, const QString& text, const char* icon, co
     QAction* action = menu->addAction(IconNamed(icon), text);
     action->setShortcuts(keys);
     action->setObjectName(IdFrom(menu->title()) + '.' + IdFrom(text));
-    items.push_back({action, tr("%1: %2").arg(Plain(menu->title()), Plain(text)), keys});
+    items.push_back({action, Plain(menu->title()), tr("%1: %2").arg(Plain(menu->title()), Plain(text)), keys});
     if (run)
         connect(action, &QAction::triggered, this, run);
     return action;

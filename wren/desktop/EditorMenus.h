@@ -19,10 +19,12 @@ class QMenu;
 
 namespace wren {
 
+class CommandChooser;
 class Host;
 class IndexMenu;
 class KeyRouter;
 class MainWindow;
+struct NamedCommand;
 
 // GUI thread.
 class EditorMenus : public QObject {
@@ -52,6 +54,7 @@ public:
 private:
     struct Item {
         QAction* action;
+        QString menu;  // without "&"
         QString title; // with its menu's
         QList<QKeySequence> usual;
     };
@@ -82,6 +85,7 @@ private:
     void FillRecent();
     void FillPluginItems();
     std::vector<QAction*> MakePluginItems(QMenu* menu);
+    std::vector<NamedCommand> AllCommands();
     void ShowTextMenu(const QPoint& screen);
     void Run(const std::string& command); // the editor's own, or one that the plug-in has registered
     void ShowHelp();
@@ -93,6 +97,7 @@ private:
     QAction* CommandAction(const std::string& command);
 
     const Parts parts;
+    std::unique_ptr<CommandChooser> chooser;
     std::unique_ptr<IndexMenu> indexMenu; // null where names are not understood
     QMenu* search = nullptr;
     QMenu* recent = nullptr;
