@@ -1,6 +1,7 @@
 #include "resolve/Locals.h"
 
 #include "resolve/Blocks.h"
+#include "resolve/KnownStatements.h"
 
 #include <algorithm>
 
@@ -12,17 +13,11 @@ using tagging::SymbolKind;
 
 constexpr size_t kMostTokens = 200'000; // of one function; generated tables are longer
 
-bool IsControlWord(const Token& token)
-{
-    return token.text == "for" || token.text == "if" || token.text == "while" || token.text == "switch" ||
-           token.text == "catch";
-}
-
 // Walks from a place outwards.
 class Walk {
 public:
-    Walk(const Tokens& tokens, size_t place, const std::function<bool(const LocalName&)>& each)
-        : tokens(tokens), place(place), each(each)
+    Walk(const Tokens& tokens, KnownStatements& known, size_t place, const std::function<bool(const LocalName&)>& each)
+        : tokens(tokens), known(known), place(place), each(each)
     {
     }
 
@@ -33,7 +28,7 @@ public:
             if (tokens[open].Is('{'))
                 inner = LeaveBlock(open, inner);
             else
-                inner = LeaveBracket(open, inner);
+                inner = LeaveBracket(open);
             if (inner == kNone)
                 return;
         }
@@ -79,7 +74,7 @@ private:
     {
         const size_t parameters = ParametersOfBlock(tokens, open);
         if (parameters != kNone && parameters < open)
-            Tell(ReadParameters(tokens, parameters), open);
+            Tell(known.Parameters(parameters), open);
         const size_t begin = BeginOfLambda(tokens, open);
         if (begin != kNone && tokens[begin].Is('['))
             Captures(begin, open);
@@ -113,7 +108,7 @@ private:
         const size_t close = tokens[parameters].match;
         if (close != kNone && close + 1 < open)
             OldStyle(close + 1, open);
-        Tell(ReadParameters(tokens, parameters), open);
+        Tell(known.Parameters(parameters), open);
         TemplateHead(std::min(head, parameters));
         return LeaveScope(open);
     }
@@ -145,7 +140,7 @@ private:
         }
     }
 
-    size_t LeaveBracket(size_t open, size_t inner)
+    size_t LeaveBracket(size_t open)
     {
         if (tokens[open].Is('[')) {
             const size_t close = tokens[open].match;
@@ -158,14 +153,14 @@ private:
         }
         const Token& before = tokens[open - 1];
         if (IsControlWord(before)) {
-            Header(open, inner);
+            Tell(known.Header(open), open);
         } else if (!IsInFunction(tokens, open) || before.Is(']') || before.Is('^')) {
             // "A(int n) : count(n|)": what is in parentheses here is an expression.
             const bool isInitializer = tokens[open - 2].Is(':') || tokens[open - 2].Is(',');
             if (isInitializer)
                 Groups(HeadBefore(open), open);
             else
-                Tell(Strong(ReadParameters(tokens, open)), open);
+                Tell(Strong(known.Parameters(open)), open);
             TemplateHead(HeadBefore(open));
         } else if (tokens[open + 1].Is('*') || tokens[open + 1].Is('^')) {
             InDeclaration(open);
@@ -201,145 +196,50 @@ private:
         Tell(ReadStatement(tokens, {begin, end}), tokens[open].parent);
     }
 
-    void Header(size_t open, size_t inner)
-    {
-        const size_t close = tokens[open].match == kNone ? tokens.Count() : tokens[open].match;
-        const size_t end = std::max(inner + 1, close);
-        size_t begin = open + 1;
-        std::vector<std::vector<Declared>> all;
-        for (size_t i = begin; i <= std::min(end, close); ++i) {
-            if (i < close && !tokens[i].Is(';')) {
-                if (tokens[i].match != kNone && tokens[i].match > i)
-                    i = tokens[i].match;
-                continue;
-            }
-            all.push_back(ReadStatement(tokens, {begin, i}));
-            // "if (flags & kMask)" declares nothing.
-            const std::string_view word = tokens[open - 1].text;
-            if (word == "if" || word == "while" || word == "switch")
-                std::erase_if(all.back(), [](const Declared& each) { return each.initializer.IsEmpty(); });
-            begin = i + 1;
-        }
-        for (size_t i = all.size(); i-- > 0;)
-            Tell(all[i], open);
-    }
-
     // The statements of a block that begin before 'inner', in reverse order.
     void Statements(size_t open, size_t inner)
     {
         if (inner - open > kMostTokens)
             return;
-        std::vector<Tokens::Range> statements;
-        size_t begin = open + 1;
-        size_t i = begin;
-        for (; i < inner; ++i) {
-            const Token& token = tokens[i];
-            if (token.Is(';')) {
-                statements.push_back({begin, i});
-                begin = i + 1;
-            } else if (token.Is('{') && token.match != kNone) {
-                if (token.match >= inner)
-                    break;
-                i = token.match;
-                if (EndsStatement(token.match))
-                    begin = i + 1;
-            } else if (token.match != kNone && token.match > i) {
-                if (token.match >= inner)
-                    break;
-                i = token.match;
-            }
-        }
-        Unfinished(begin, inner, open);
-        for (size_t s = statements.size(); s-- > 0 && goesOn;)
-            Statement(statements[s], open);
-    }
-
-    bool EndsStatement(size_t close) const
-    {
-        const Token& after = tokens[close + 1];
-        if (after.Is(';') || after.Is(',') || after.Is(')') || after.Is('.') || after.Is('(') || after.text == "else")
-            return false;
-        const BlockKind kind = KindOfBlock(tokens, tokens[close].match);
-        return kind == BlockKind::Statement || kind == BlockKind::Function;
+        StatementSeries& block = known.Block(open, inner);
+        Unfinished(block.LastStepAt(inner), inner, open);
+        size_t count = block.CountBefore(inner);
+        while (goesOn && (count = known.Declaring(block, count)) > 0)
+            Tell(block[--count].declared, open);
     }
 
     // The statement that the place is in: the headers of "for", "if" and others before the place count.
     void Unfinished(size_t begin, size_t inner, size_t open)
     {
-        std::vector<std::vector<Declared>> headers;
-        size_t i = SkipLabels(begin);
-        while (i < inner) {
-            if (tokens[i].text == "else" || tokens[i].text == "do" || tokens[i].text == "try") {
-                ++i;
-                continue;
-            }
-            if (tokens[i].Is('{') && tokens[i].match != kNone && tokens[i].match < inner && i > begin) {
-                i = tokens[i].match + 1; // "if (int n = f()) { } else"
-                continue;
-            }
-            size_t parenthesis = i + 1;
-            if (tokens[parenthesis].text == "constexpr")
-                ++parenthesis;
-            if (!tokens[i].IsWord() || !tokens[parenthesis].Is('(') || tokens[parenthesis].match == kNone ||
-                tokens[parenthesis].match >= inner)
-                break;
-            if (IsControlWord(tokens[i])) {
-                headers.push_back({{.name = parenthesis, .type = {}, .initializer = {}}});
-            } else {
-                const Token& after = tokens[tokens[parenthesis].match + 1];
-                if (after.Is('{') || after.IsWord()) // "foreach (Item x, items)"
-                    Tell(Strong(ReadParameters(tokens, parenthesis)), open);
-                break;
-            }
-            i = tokens[parenthesis].match + 1;
-        }
+        const size_t first = BehindLabels(tokens, begin, place);
+        StatementSeries& headers = known.Headers(begin, first, inner);
+        const size_t last = headers.LastStepAt(inner);
+        LoopOfMacro(last, inner, open);
         // A declaration's own name is visible in its initialiser.
-        if (i <= place)
-            Tell(ReadStatement(tokens, {i, EndOfStatement(i)}), open);
-        for (size_t h = headers.size(); h-- > 0;)
-            Header(headers[h].front().name, inner);
+        if (last <= place)
+            Tell(known.Unfinished(last), open);
+        size_t count = headers.CountBefore(inner);
+        while (goesOn && (count = known.DeclaringHeader(headers, count)) > 0) {
+            const StatementSeries::Part& header = headers[--count];
+            Tell(header.declared, header.range.begin);
+        }
+    }
+
+    // "foreach (Item x, items)"
+    void LoopOfMacro(size_t begin, size_t inner, size_t open)
+    {
+        const size_t parenthesis = tokens[begin + 1].text == "constexpr" ? begin + 2 : begin + 1;
+        const size_t close = tokens[parenthesis].match;
+        if (!tokens[begin].IsWord() || IsControlWord(tokens[begin]) || !tokens[parenthesis].Is('(') || close >= inner)
+            return;
+        if (tokens[close + 1].Is('{') || tokens[close + 1].IsWord())
+            Tell(Strong(known.Parameters(parenthesis)), open);
     }
 
     static std::vector<Declared> Strong(std::vector<Declared> declared)
     {
         std::erase_if(declared, [](const Declared& each) { return each.isWeak; });
         return declared;
-    }
-
-    size_t EndOfStatement(size_t begin) const
-    {
-        const size_t parent = tokens[begin].parent;
-        for (size_t i = begin; i < tokens.Count(); ++i) {
-            if (tokens[i].Is(';') || tokens[i].match == parent || (tokens[i].Is('}') && tokens[i].match < begin))
-                return i;
-            if (tokens[i].match != kNone && tokens[i].match > i)
-                i = tokens[i].match;
-        }
-        return tokens.Count();
-    }
-
-    size_t SkipLabels(size_t i) const
-    {
-        for (;;) {
-            if (tokens[i].text == "case" || tokens[i].text == "default") {
-                while (i < place && !tokens[i].Is(':') && !tokens[i].Is(';'))
-                    ++i;
-                if (!tokens[i].Is(':'))
-                    return i;
-                ++i;
-            } else if (tokens[i].IsWord() && tokens[i + 1].Is(':') && !tokens[i + 2].Is(':')) {
-                i += 2;
-            } else {
-                return i;
-            }
-        }
-    }
-
-    void Statement(Tokens::Range statement, size_t open)
-    {
-        const size_t begin = SkipLabels(statement.begin);
-        if (begin < statement.end)
-            Tell(ReadStatement(tokens, {begin, statement.end}), open);
     }
 
     // Parameters of a prototype, and template parameters before a declaration.
@@ -362,12 +262,13 @@ private:
     {
         for (size_t i = head; i < inner; ++i)
             if (tokens[i].Is('(') && tokens[i].match != kNone && tokens[i].match < inner) {
-                Tell(Strong(ReadParameters(tokens, i)), tokens[inner].parent);
+                Tell(Strong(known.Parameters(i)), tokens[inner].parent);
                 i = tokens[i].match;
             }
     }
 
     const Tokens& tokens;
+    KnownStatements& known;
     const size_t place;
     const std::function<bool(const LocalName&)>& each;
     bool goesOn = true;
@@ -377,7 +278,8 @@ private:
 
 void ForEachLocal(const Tokens& tokens, size_t place, const std::function<bool(const LocalName&)>& each)
 {
-    Walk(tokens, place, each).Run();
+    KnownStatements known(tokens, "");
+    Walk(tokens, known, place, each).Run();
 }
 
 std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place)
@@ -387,13 +289,20 @@ std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place)
 
 std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place, std::string_view name)
 {
+    KnownStatements known(tokens, name);
+    return FindLocal(tokens, place, name, known);
+}
+
+std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place, std::string_view name, KnownStatements& known)
+{
     std::optional<LocalName> found;
-    ForEachLocal(tokens, place, [&](const LocalName& local) {
+    const auto take = [&](const LocalName& local) {
         if (tokens[local.name].text != name)
             return true;
         found = local;
         return false;
-    });
+    };
+    Walk(tokens, known, place, take).Run();
     return found;
 }
 
@@ -418,18 +327,28 @@ std::optional<LocalName> FindLoosely(const Tokens& tokens, size_t place)
     return std::nullopt;
 }
 
-std::optional<LocalName> FindLabel(const Tokens& tokens, size_t place)
+size_t BodyOfLabels(const Tokens& tokens, size_t place)
 {
     size_t body = kNone;
     for (size_t open = tokens[place].parent; open != kNone; open = tokens[open].parent)
         if (tokens[open].Is('{'))
             body = KindOfBlock(tokens, open) == BlockKind::Scope ? body : open;
+    return body;
+}
+
+std::optional<LocalName> FindLabel(const Tokens& tokens, size_t place)
+{
+    return FindLabel(tokens, BodyOfLabels(tokens, place), tokens[place].text);
+}
+
+std::optional<LocalName> FindLabel(const Tokens& tokens, size_t body, std::string_view name)
+{
     if (body == kNone || tokens[body].match == kNone)
         return std::nullopt;
     for (size_t i = body + 1; i < tokens[body].match; ++i) {
         const Token& before = tokens[i - 1];
         const bool begins = before.Is(';') || before.Is('{') || before.Is('}') || before.Is(':') || before.Is(')');
-        if (begins && tokens[i].IsWord() && tokens[i].text == tokens[place].text && tokens[i + 1].Is(':')) {
+        if (begins && tokens[i].IsWord() && tokens[i].text == name && tokens[i + 1].Is(':')) {
             LocalName label;
             label.name = i;
             label.kind = SymbolKind::Label;

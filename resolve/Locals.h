@@ -10,6 +10,8 @@
 
 namespace resolve {
 
+class KnownStatements;
+
 struct LocalName : Declared {
     size_t scope = kNone; // the bracket that encloses all uses; kNone for the whole text
 };
@@ -20,6 +22,8 @@ void ForEachLocal(const Tokens& tokens, size_t place, const std::function<bool(c
 
 std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place);                        // of the word there
 std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place, std::string_view name); // seen from there
+// The same, for many places: 'known' is of the same tokens and name, and lasts from one question to the next.
+std::optional<LocalName> FindLocal(const Tokens& tokens, size_t place, std::string_view name, KnownStatements& known);
 
 // The nearest declaration of that name before the place, whatever encloses it: for functions whose braces conditions
 // have left open.
@@ -27,5 +31,8 @@ std::optional<LocalName> FindLoosely(const Tokens& tokens, size_t place);
 
 // The label that a goto at the place, or the label itself, means.
 std::optional<LocalName> FindLabel(const Tokens& tokens, size_t place);
+std::optional<LocalName> FindLabel(const Tokens& tokens, size_t body, std::string_view name);
+// The '{' of the outermost block around the place that labels can be in; kNone without one.
+size_t BodyOfLabels(const Tokens& tokens, size_t place);
 
 } // namespace resolve

@@ -1,5 +1,7 @@
 // Where a name occurs, and what derives from a class.
 #include "base/Identifier.h"
+#include "resolve/Columns.h"
+#include "resolve/LocalUses.h"
 #include "resolve/ParsedText.h"
 #include "resolve/Question.h"
 #include "resolve/Resolver.h"
@@ -20,12 +22,6 @@ constexpr size_t kMostDerived = 2000;
 std::string_view FirstPart(std::string_view name)
 {
     return name.substr(0, name.find(':'));
-}
-
-unsigned ColumnOf(std::string_view text, size_t offset)
-{
-    const size_t before = offset == 0 ? std::string_view::npos : text.rfind('\n', offset - 1);
-    return static_cast<unsigned>(before == std::string_view::npos ? offset + 1 : offset - before);
 }
 
 // How well one occurrence of a name can be what a symbol of its line declares. Indexes know only lines.
@@ -61,7 +57,7 @@ bool IsTagWord(const tagging::Token& token)
 class Occurrences {
 public:
     Occurrences(std::string_view text, const std::string& path, const std::vector<symbols::Symbol>& declared)
-        : text(text), path(path), declared(declared)
+        : text(text), path(path), declared(declared), columns(text)
     {
     }
 
@@ -135,21 +131,8 @@ private:
             const auto breaks = std::count(gap.begin() + static_cast<std::ptrdiff_t>(at), gap.end(), '\n');
             if (isWord && HasRoom(uses, limit))
                 uses.found.push_back(
-                    {path, line - static_cast<unsigned>(breaks), Column(begin + at), resolve::Use::Role::Comment});
+                    {path, line - static_cast<unsigned>(breaks), columns.At(begin + at), resolve::Use::Role::Comment});
         }
-    }
-
-    // As ColumnOf(), from the use before: generated lines have thousands.
-    unsigned Column(size_t offset)
-    {
-        const size_t from = offset < passed ? 0 : passed;
-        const size_t feed = text.substr(from, offset - from).rfind('\n');
-        if (feed != std::string_view::npos)
-            lineStart = from + feed + 1;
-        else if (from == 0)
-            lineStart = 0;
-        passed = offset;
-        return static_cast<unsigned>(offset - lineStart + 1);
     }
 
     static bool HasRoom(Uses& uses, size_t limit)
@@ -167,7 +150,7 @@ private:
             mentions.emplace_back().use = uses.found.size();
             mentions.back().isBehindTag = IsTagWord(before);
         }
-        uses.found.push_back({path, line, Column(offset), resolve::Use::Role::Other});
+        uses.found.push_back({path, line, columns.At(offset), resolve::Use::Role::Other});
         return true;
     }
 
@@ -204,11 +187,10 @@ private:
     const std::string_view text;
     const std::string& path;
     const std::vector<symbols::Symbol>& declared;
+    Columns columns;
     std::string_view name;
     bool takesComments = false;
     size_t end = 0;                // nothing stands behind it
-    size_t passed = 0;             // by Column()
-    size_t lineStart = 0;          // of the line there
     std::vector<bool> off;         // the branches around the token that no compiler reads
     std::vector<Mention> mentions; // on lines that declare the name
 };
@@ -225,32 +207,6 @@ std::vector<symbols::Symbol> DeclaredAs(std::string_view name, const std::vector
 bool IsCancelled(symbols::Limits limits)
 {
     return limits.cancel != nullptr && limits.cancel->IsCancelled();
-}
-
-// What each mention means is found by reading back from it, which takes long in a large function.
-Uses LocalUses(Question& question, const LocalName& local, const std::string& path, symbols::Limits limits)
-{
-    Uses uses;
-    const Tokens& tokens = question.GetTokens();
-    const std::string_view name = tokens[local.name].text;
-    for (size_t i = 0; i < tokens.Count() && !IsCancelled(limits); ++i) {
-        if (tokens[i].text != name || !tokens[i].IsWord())
-            continue;
-        const Token& before = tokens[i - 1];
-        if (i != local.name && (before.Is('.') || before.text == "->" || before.IsMark("::")))
-            continue;
-        const auto meant = local.kind == SymbolKind::Label ? FindLabel(tokens, i) : FindLocal(tokens, i);
-        const bool isParameter = local.kind == SymbolKind::MacroParameter && question.IsInDirective();
-        if (!isParameter && (!meant || meant->name != local.name))
-            continue;
-        if (uses.found.size() == limits.results) {
-            uses.more = true;
-            break;
-        }
-        uses.found.push_back({path, tokens[i].line, ColumnOf(question.GetWorld().Text().text, tokens[i].offset),
-                              i == local.name ? resolve::Use::Role::Definition : resolve::Use::Role::Other});
-    }
-    return uses;
 }
 
 // An index does not know what comments mention, so that other files of the project have to be read: as many as take no
@@ -277,7 +233,7 @@ bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, Where wher
     const MeaningList meanings = question.Meanings();
     Uses own;
     if (question.Local()) {
-        own = LocalUses(question, *question.Local(), place.path, limits);
+        own = UsesOfLocal(question, *question.Local(), place.path, limits);
         const bool goesOn = own.found.empty() || sink(place.text, std::move(own.found));
         return own.more || !goesOn;
     }
