@@ -50,8 +50,9 @@ public:
     void Stop(); // soon, and for good: whoever waits for ctags has an error. Any thread
 
     // 'path' is the file that the text belongs to, for its language; it need not exist. A crash or a hang of ctags is
-    // an error, and leaves the parser usable. A 'language' counts more than the path, except for a header "x.h": these
-    // may be of any language, so the text decides, and editors do not know better.
+    // an error, and leaves the parser usable. After a hang, texts of that path that differ little fail at once for a
+    // while. A 'language' counts more than the path, except for a header "x.h": these may be of any language, so the
+    // text decides, and editors do not know better.
     base::Result<std::unique_ptr<ParsedSource>> Parse(const std::string& path, std::string_view text, Locals locals,
                                                       std::optional<Language> language = std::nullopt);
 

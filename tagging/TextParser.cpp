@@ -1,4 +1,5 @@
 #include "base/Paths.h"
+#include "tagging/SlowTexts.h"
 #include "tagging/SourceParser.h"
 #include "tagging/SourceReader.h"
 #include "tagging/ctags/CtagsAtHand.h"
@@ -24,9 +25,9 @@ struct SettingsOfBoth {
 // What reads one text at a time.
 class Lane {
 public:
-    Lane(const SettingsOfBoth& settings, int stop)
-        : reader(settings.all), c(settings.plain, Parser::C, stop), cplusplus(settings.plain, Parser::Cplusplus, stop),
-          localsOfC(settings.withLocals, Parser::C, stop),
+    Lane(const SettingsOfBoth& settings, SlowTexts& slow, int stop)
+        : slow(slow), reader(settings.all), c(settings.plain, Parser::C, stop),
+          cplusplus(settings.plain, Parser::Cplusplus, stop), localsOfC(settings.withLocals, Parser::C, stop),
           localsOfCplusplus(settings.withLocals, Parser::Cplusplus, stop)
     {
     }
@@ -39,16 +40,28 @@ public:
         CtagsAtHand& ctags = CtagsFor(half.parser, locals);
         if (before != nullptr && TakeOver(half, *before, text, ctags))
             return std::move(half.source);
-        const base::Result<std::string> output = ctags.OutputFor(half.rest ? *half.rest : text);
+        const base::Result<std::string> output = Output(ctags, path, half.rest ? *half.rest : text);
         if (!output)
             return base::Error{"cannot parse " + base::Shown(path) + ": " + output.Failure().Message()};
         if (!half.repaired)
             return half.With(*output);
-        const base::Result<std::string> more = ctags.OutputFor(half.repaired->text);
+        const base::Result<std::string> more = Output(ctags, path + " (repaired)", half.repaired->text);
         return half.With(*output, more ? *more : "");
     }
 
 private:
+    base::Result<std::string> Output(CtagsAtHand& ctags, const std::string& name, std::string_view text)
+    {
+        if (slow.Has(name, text, SlowTexts::Clock::now()))
+            return base::Error{"ctags took too long for a text like it"};
+        base::Result<std::string> output = ctags.OutputFor(text);
+        if (ctags.TookTooLong())
+            slow.Add(name, text, SlowTexts::Clock::now());
+        else if (output)
+            slow.Remove(name);
+        return output;
+    }
+
     // The symbols of the earlier text, if only the body of a function has changed.
     static bool TakeOver(HalfParsed& half, const EarlierText& before, std::string_view text, CtagsAtHand& ctags)
     {
@@ -73,6 +86,7 @@ private:
         return locals == TextParser::Locals::Yes ? localsOfCplusplus : cplusplus;
     }
 
+    SlowTexts& slow;
     SourceReader reader;
     CtagsAtHand c;
     CtagsAtHand cplusplus;
@@ -100,11 +114,12 @@ struct TextParser::Contents {
 
 private:
     const SettingsOfBoth settings;
+    SlowTexts slow;
     base::CancelToken stop;
     std::mutex firstMutex;
-    Lane first{settings, stop.Descriptor()};
+    Lane first{settings, slow, stop.Descriptor()};
     std::mutex secondMutex;
-    Lane second{settings, stop.Descriptor()};
+    Lane second{settings, slow, stop.Descriptor()};
 };
 
 TextParser::TextParser(const Settings& settings) : contents(std::make_unique<Contents>(settings)) {}

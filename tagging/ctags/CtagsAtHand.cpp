@@ -22,6 +22,7 @@ base::Result<std::string> CtagsAtHand::OutputFor(std::string_view text)
 base::Result<std::string> CtagsAtHand::Ask(std::string_view text)
 {
     endedByOthers = false;
+    tookTooLong = false;
     Source source;
     source.parser = parser;
     if (!PutInMemory(text, source))
@@ -48,7 +49,8 @@ base::Result<std::string> CtagsAtHand::Wait()
         process->GetPlaces(places);
         places[CtagsProcess::kPlaces] = {stop, POLLIN, 0};
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-        if (left.count() <= 0)
+        tookTooLong = left.count() <= 0;
+        if (tookTooLong)
             return base::Error{"ctags took longer than " + std::to_string(settings.timeLimit) + " s"};
         ::poll(places, std::size(places), static_cast<int>(left.count()));
         if (places[CtagsProcess::kPlaces].revents != 0)

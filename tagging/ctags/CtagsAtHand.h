@@ -22,6 +22,7 @@ public:
 
     // What ctags writes about the text. Blocks, at most for the time limit of a file.
     base::Result<std::string> OutputFor(std::string_view text);
+    bool TookTooLong() const { return tookTooLong; } // for the last text
 
 private:
     base::Result<std::string> Ask(std::string_view text);
@@ -33,6 +34,7 @@ private:
     const int stop;
     std::unique_ptr<CtagsProcess> process;
     bool endedByOthers = false;
+    bool tookTooLong = false;
 };
 
 } // namespace tagging

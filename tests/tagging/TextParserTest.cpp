@@ -202,6 +202,23 @@ TEST_F(TextParserTest, ReportsATextThatHangsCtagsAndServesTheNext)
     EXPECT_TRUE(TextParser(settings).Parse("a.c", "int i;", Locals::No));
 }
 
+TEST_F(TextParserTest, LeavesATextThatHangsCtagsAloneUntilItChangesMuch)
+{
+    UseStandIn("*) sleep 1000;;\n");
+    settings.ctags.timeLimit = 0;
+    TextParser parser(settings);
+    const auto problemOf = [&](const char* path, const std::string& text) {
+        const auto parsed = parser.Parse(path, text, Locals::No);
+        return parsed ? "" : parsed.Failure().Message();
+    };
+    const std::string text = "int i;\nvoid f(void)\n{\n}\n";
+    EXPECT_EQ(problemOf("a.c", text), "cannot parse a.c: ctags took longer than 0 s");
+    for (const char* typed : {"", "g", "g(", "g();"})
+        EXPECT_EQ(problemOf("a.c", text + typed), "cannot parse a.c: ctags took too long for a text like it") << typed;
+    EXPECT_EQ(problemOf("a.c", "int i;\n"), "cannot parse a.c: ctags took longer than 0 s");
+    EXPECT_EQ(problemOf("b.c", "int i;\n"), "cannot parse b.c: ctags took longer than 0 s");
+}
+
 TEST_F(TextParserTest, StopsWhileCtagsHangs)
 {
     const Fifo asked;
