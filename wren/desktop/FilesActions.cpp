@@ -32,7 +32,7 @@ FilesPanel& FilesActions::Panel()
     if (panel != nullptr)
         return *panel;
     panel = new FilesPanel({IconNamed("folder"), IconNamed("text-x-generic")}, &parts.window);
-    parts.window.AddPanel(Qt::LeftDockWidgetArea, panel);
+    isNew = !parts.window.AddPanel(Qt::LeftDockWidgetArea, panel);
     panel->hide();
     connect(panel, &FilesPanel::Wanted, this, [this](const std::string& directory) {
         missing.insert(directory);
@@ -68,6 +68,8 @@ void FilesActions::Show(bool shown)
     Panel().setVisible(shown);
     if (!shown)
         return parts.window.Tabs().FocusCurrent();
+    if (std::exchange(isNew, false))
+        parts.window.ShareHeight(panel);
     Panel().raise();
     Panel().setFocus();
 }

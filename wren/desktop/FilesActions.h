@@ -51,6 +51,7 @@ private:
 
     const Parts parts;
     FilesPanel* panel = nullptr;
+    bool isNew = false;                                 // its height was never set
     std::string root;                                   // "" until it is known
     std::string followed;                               // the text whose project is the root
     std::set<std::string> missing;                      // directories that were asked for

@@ -54,6 +54,16 @@ bool MainWindow::AddPanel(Qt::DockWidgetArea area, QDockWidget* panel)
     return false;
 }
 
+// Qt gives a panel that comes to others hardly more than its smallest height.
+void MainWindow::ShareHeight(QDockWidget* panel)
+{
+    QList<QDockWidget*> column;
+    for (QDockWidget* each : findChildren<QDockWidget*>())
+        if (dockWidgetArea(each) == dockWidgetArea(panel) && !each->isHidden() && !each->isFloating())
+            column.append(each);
+    resizeDocks(column, QList<int>(column.size(), height() / static_cast<int>(column.size())), Qt::Vertical);
+}
+
 // The action of a panel is switched off when the window is hidden, but not the panel.
 std::vector<std::string> MainWindow::OpenPanels() const
 {

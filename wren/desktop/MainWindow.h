@@ -31,6 +31,7 @@ public:
 
     // Adds a panel where it was in the layout that was restored, or else in the area. Whether it was there.
     bool AddPanel(Qt::DockWidgetArea area, QDockWidget* panel);
+    void ShareHeight(QDockWidget* panel);        // equally, with the panels above and below it
     std::vector<std::string> OpenPanels() const; // their names
 
     std::function<bool()> mayClose; // false keeps the window open

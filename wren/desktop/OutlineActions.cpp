@@ -14,6 +14,8 @@
 
 #include <QPointer>
 
+#include <utility>
+
 namespace wren {
 
 OutlineActions::OutlineActions(Parts parts) : parts(parts)
@@ -30,7 +32,7 @@ OutlinePanel& OutlineActions::Panel()
     if (panel != nullptr)
         return *panel;
     panel = new OutlinePanel(&parts.window);
-    parts.window.AddPanel(Qt::LeftDockWidgetArea, panel);
+    isNew = !parts.window.AddPanel(Qt::LeftDockWidgetArea, panel);
     connect(panel, &OutlinePanel::Chosen, this, [this](const PaletteItem& item) {
         parts.landing.GoTo(item);
         parts.window.Tabs().FocusCurrent();
@@ -51,6 +53,8 @@ void OutlineActions::Show(bool shown)
     Panel().setVisible(shown);
     if (!shown)
         return parts.window.Tabs().FocusCurrent();
+    if (std::exchange(isNew, false))
+        parts.window.ShareHeight(panel);
     Ask();
     Panel().setFocus();
 }

@@ -55,6 +55,7 @@ private:
     ScopeBars scopes;
     bool showsScopes = false;
     OutlinePanel* panel = nullptr; // made when it is needed; owned by the window
+    bool isNew = false;            // its height was never set
 };
 
 } // namespace wren

@@ -2,6 +2,7 @@
 #include "wren/desktop/FilesActions.h"
 #include "wren/desktop/MainWindow.h"
 #include "wren/desktop/files/FilesPanel.h"
+#include "wren/desktop/symbols/OutlinePanel.h"
 
 #include <QLineEdit>
 #include <QTest>
@@ -59,6 +60,16 @@ TEST_F(FilesOfTheProject, AreListedWithTheTextMarked)
     EXPECT_THAT(Panel().windowTitle().toStdString(), HasSubstr("project"));
     EXPECT_THAT(Names(), ElementsAre("parts", ".gitignore", "shapes.cpp", "shapes.h"));
     EXPECT_EQ(Panel().Marked(), "parts/deep/axle.c");
+}
+
+TEST_F(FilesOfTheProject, ShareTheirHeightWithTheOutline)
+{
+    Open("project/parts/wheel.c");
+    Press("Ctrl+Shift+L");
+    Answered();
+    const int outline = Symbols().Outlines().Panel().height();
+    EXPECT_NEAR(Panel().height(), outline, 2);
+    EXPECT_GT(outline, TheEditor().Window().height() / 4);
 }
 
 TEST_F(FilesOfTheProject, OpenByKeysAndGiveTheKeyboardBack)
