@@ -496,5 +496,48 @@ TEST(CodeView, GoesToLinesAndOffsets)
     EXPECT_EQ(view.Caret(), 0);
 }
 
+// ---------------------------------------------------------------------------------------------------------- Less room
+
+class ShrinkingView : public ::testing::Test {
+protected:
+    ShrinkingView()
+    {
+        view.resize(300, 400);
+        view.show();
+        view.SetBytes(QByteArray("line\n").repeated(1000).toStdString());
+    }
+    long First() const { return ViewText(view).Send(QsciScintillaBase::SCI_GETFIRSTVISIBLELINE); }
+    long Last() const { return First() + ViewText(view).Send(QsciScintillaBase::SCI_LINESONSCREEN) - 1; }
+    void ResizeTo(int height)
+    {
+        view.resize(300, height);
+        QCoreApplication::processEvents();
+    }
+
+    CodeView view;
+};
+
+TEST_F(ShrinkingView, KeepsTheLineOfTheCaretInSight)
+{
+    view.GoToLine(Last() + 1);
+    const long line = Last();
+    ResizeTo(200);
+    EXPECT_EQ(Last(), line) << "it stands at the lower edge";
+    ResizeTo(400);
+    EXPECT_LE(First(), line);
+    EXPECT_GE(Last(), line);
+}
+
+TEST_F(ShrinkingView, StaysWhenTheCaretIsHighEnoughOrOutOfSight)
+{
+    view.GoToLine(2);
+    ResizeTo(200);
+    EXPECT_EQ(First(), 0);
+    ResizeTo(400);
+    ViewText(view).Send(QsciScintillaBase::SCI_SETFIRSTVISIBLELINE, 500);
+    ResizeTo(200);
+    EXPECT_EQ(First(), 500) << "the user has scrolled away from the caret";
+}
+
 } // namespace
 } // namespace wren

@@ -7,6 +7,7 @@
 #include <Qsci/qscicommandset.h>
 
 #include <QKeyEvent>
+#include <QResizeEvent>
 #include <QWheelEvent>
 
 #include <iterator>
@@ -77,6 +78,18 @@ void CodeView::wheelEvent(QWheelEvent* event)
         turned -= steps * QWheelEvent::DefaultDeltasPerStep;
         emit ZoomAsked(steps);
     }
+}
+
+// A panel that opens takes room from below: the line of the caret moves up with the edge.
+void CodeView::resizeEvent(QResizeEvent* event)
+{
+    QsciScintilla::resizeEvent(event);
+    const long height = text.Send(SCI_TEXTHEIGHT, 0);
+    const long bottom = text.Send(SCI_POINTYFROMPOSITION, 0, Caret()) + height;
+    const long room = event->size().height();
+    const bool wasSeen = bottom - height >= 0 && bottom <= event->oldSize().height();
+    if (wasSeen && bottom > room && room > height)
+        text.Send(SCI_LINESCROLL, 0, (bottom - room + height - 1) / height);
 }
 
 void CodeView::SetUpKeys()
