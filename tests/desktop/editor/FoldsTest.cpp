@@ -61,6 +61,21 @@ TEST(Folds, ToggleTheBlockThatBeginsAtTheCaretOrIsAroundIt)
     }
 }
 
+TEST(Folds, OfABlockThatBeginsOutOfSightShowTheLinesAboveIt)
+{
+    CodeView view;
+    view.resize(300, 200);
+    view.show();
+    view.SetLanguageFor("a.cpp");
+    const std::string lines = QByteArray("    a();\n").repeated(100).toStdString();
+    view.SetBytes(QByteArray("int a;\n").repeated(50).toStdString() + "int f()\n{\n" + lines + "}\n" +
+                  QByteArray("int b;\n").repeated(50).toStdString());
+    view.GoToLine(120);
+    view.Apply(FoldCommand::Toggle);
+    EXPECT_EQ(ViewText(view).Send(QsciScintilla::SCI_LINEFROMPOSITION, view.Caret()), 51);
+    EXPECT_EQ(ViewText(view).Send(QsciScintilla::SCI_GETFIRSTVISIBLELINE), 48) << "the function's name is in sight";
+}
+
 TEST(Folds, AreAllMadeAndUndone)
 {
     CodeView view;

@@ -15,6 +15,7 @@ using Sci = QsciScintillaBase;
 constexpr int kMargin = 2;
 constexpr long kMostColoured = 4L * 1024 * 1024; // bytes, for one command
 constexpr long kMostKept = 10'000;               // folded blocks
+constexpr long kAbove = 3;                       // lines; a function's name may stand above its brace
 
 struct Mark {
     int number;
@@ -55,6 +56,13 @@ bool FindBlocksTo(const ViewText& text, long line)
     return true;
 }
 
+void ShowLinesAbove(const ViewText& text, long line)
+{
+    const long first = text.Send(Sci::SCI_VISIBLEFROMDOCLINE, line) - kAbove;
+    if (first < text.Send(Sci::SCI_GETFIRSTVISIBLELINE))
+        text.Send(Sci::SCI_SETFIRSTVISIBLELINE, std::max(first, 0L));
+}
+
 void Fold(const ViewText& text, long line)
 {
     const long caret = text.Send(Sci::SCI_LINEFROMPOSITION, text.Send(Sci::SCI_GETCURRENTPOS));
@@ -62,6 +70,7 @@ void Fold(const ViewText& text, long line)
     if (caret > line && !text.Send(Sci::SCI_GETLINEVISIBLE, caret)) {
         const long end = text.Send(Sci::SCI_GETLINEENDPOSITION, line);
         text.Select(end, end);
+        ShowLinesAbove(text, line);
     }
 }
 
