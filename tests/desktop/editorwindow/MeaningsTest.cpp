@@ -205,6 +205,17 @@ TEST_F(Meanings, AFileIsReachedByLettersAndALine)
     EXPECT_EQ(Place(), "shapes.h:4:1");
 }
 
+TEST_F(Meanings, OfFilesThatMatchAlikeTheOneBesideTheTextComesFirst)
+{
+    home.Write("project/near.c", "int a;\n");
+    home.Write("project/parts/near.c", "int b;\n");
+    home.Write("project/parts/deep/near.c", "int c;\n");
+    Start({home.Write("project/parts/deep/text.c", "int text;\n")});
+    ASSERT_TRUE(Until([this] { return Symbols().Engine().Updates() > 0; }));
+    Press("Ctrl+P");
+    EXPECT_THAT(Offered("near"), ElementsAre("parts/deep/|near.c|", "|near.c|", "parts/|near.c|"));
+}
+
 TEST_F(Meanings, SymbolsOfTheTextAreListedAsItIsNow)
 {
     StartAt("class Pen {\n    void Draw();\n};\n|");

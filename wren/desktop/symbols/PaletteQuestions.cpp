@@ -124,7 +124,10 @@ PaletteAnswer FileNames::Like(const std::string& letters, const std::string& pat
     std::map<std::string, size_t, std::less<>> ages; // of recent files, by path in the index
     for (size_t age = 0; age < recent.size(); ++age)
         ages.emplace(workspace.PathInIndex(recent[age]), age);
-    using Rank = std::tuple<bool, int, size_t, size_t>; // only the path matches, how well, age, length
+    const std::string own = workspace.PathInIndex(path);
+    const std::string_view beside = std::string_view(own).substr(0, own.rfind('/') + 1);
+    // Only the path matches, how well, age, in another directory than the text, length.
+    using Rank = std::tuple<bool, int, size_t, bool, size_t>;
     std::vector<std::pair<Rank, const Name*>> ranked;
     size_t looked = 0;
     for (const Name& name : names) {
@@ -140,7 +143,8 @@ PaletteAnswer FileNames::Like(const std::string& letters, const std::string& pat
         const int ofLeaf = byPath ? symbols::kNoMatch : KindOf(pattern, leaf, name.ofLeaf);
         const int kind = ofLeaf < symbols::kNoMatch ? ofLeaf : KindOf(pattern, name.path, name.ofPath);
         if (kind < symbols::kNoMatch)
-            ranked.push_back({{ofLeaf == symbols::kNoMatch, kind, age, name.path.size()}, &name});
+            ranked.push_back(
+                {{ofLeaf == symbols::kNoMatch, kind, age, beside != DirectoryOf(name), name.path.size()}, &name});
     }
     const size_t shown = std::min(ranked.size(), kMost);
     std::ranges::partial_sort(ranked, ranked.begin() + static_cast<std::ptrdiff_t>(shown), {}, [](const auto& each) {
@@ -156,7 +160,7 @@ PaletteAnswer FileNames::Like(const std::string& letters, const std::string& pat
         item.path = workspace.AbsolutePath(file);
         const bool showsPath = std::get<0>(rank);
         item.name = showsPath ? name->path : name->path.substr(name->leaf);
-        item.detail = showsPath ? "" : name->path.substr(0, name->leaf);
+        item.detail = showsPath ? "" : DirectoryOf(*name);
         item.positions = pattern.Positions(item.name);
         answer.items.push_back(std::move(item));
     }

@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace wren {
@@ -25,8 +26,8 @@ PaletteAnswer SymbolsLike(const std::string& letters, const std::string& path, c
 // The files of a project. "dir/na" looks at the whole path, "na" at the name first.
 class FileNames {
 public:
-    // 'recent' are absolute paths, the last one first: they come first among equals, and alone without letters. Blocks;
-    // for a question's thread, one at a time.
+    // 'recent' are absolute paths, the last one first: they come first among equals, and alone without letters. The
+    // files beside 'path' come next. Blocks; for a question's thread, one at a time.
     PaletteAnswer Like(const std::string& letters, const std::string& path, const std::vector<std::string>& recent,
                        const Question& question);
 
@@ -36,6 +37,7 @@ private:
         size_t leaf = 0;  // where its last part begins
         symbols::NameTraits ofPath, ofLeaf;
     };
+    static std::string_view DirectoryOf(const Name& name) { return std::string_view(name.path).substr(0, name.leaf); }
     void Read(const symbols::SnapshotPointer& snapshot);
 
     std::optional<symbols::FilesKey> known; // whose names these are
