@@ -59,11 +59,13 @@ void TagsPlaces::Show()
     if (document == nullptr)
         return status.ShowTags({}, {});
     std::error_code unknown;
-    if (const std::optional<std::string> tags = FindLocalTags(DirectoryOf(*document))) {
+    const std::optional<std::string> tags = FindLocalTags(DirectoryOf(*document));
+    if (tags && fs::is_directory(fs::symlink_status(*tags, unknown))) {
+        status.ShowTags(Translated("No tags"), Translated("%1 is a directory").arg(ShownText(*tags)));
+        TellDirectory(*tags);
+    } else if (tags) {
         status.ShowTags(Translated("Tags: %1").arg(ForPeople(*tags)),
                         Translated("%1 serves this text").arg(ShownText(*tags)));
-        if (fs::is_directory(fs::symlink_status(*tags, unknown)))
-            TellDirectory(*tags);
     } else if (fs::exists(SystemTagsFile(Home()), unknown)) {
         status.ShowTags(Translated("Tags: the system's"), Translated("No tags file of a project serves this text"));
     } else {

@@ -303,6 +303,7 @@ TEST_F(TagsStory, ADirectoryCalledTagsIsSaidAndKeepsItsContent)
     home.Write("T/tags/mine.txt", "mine\n");
     Start({home / "T/main.c"});
     EXPECT_THAT(Notice(), AllOf(HasSubstr(home / "T/tags is a directory"), HasSubstr("Rename it")));
+    EXPECT_EQ(ServingTags(), "No tags");
     Update();
     SettleBackground();
     Settle();
