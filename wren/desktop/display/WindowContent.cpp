@@ -7,6 +7,7 @@
 #include "wren/desktop/display/ListPeer.h"
 #include "wren/desktop/display/TextPeer.h"
 
+#include <QGuiApplication>
 #include <QPainter>
 #include <QScrollBar>
 #include <QSizeGrip>
@@ -19,7 +20,7 @@ namespace {
 
 using Kind = vetch::ViewDescription::Kind;
 
-constexpr int kBorder = 1; // of a pop-up, inside its frame
+constexpr int kBorder = 1; // of a bare window, inside its frame
 
 bool ReadsBefore(const QWidget* one, const QWidget* other)
 {
@@ -32,12 +33,20 @@ void Press(const QPointer<ButtonPeer>& button)
         button->click();
 }
 
+// A Wayland compositor gives the keyboard to every window with a title bar, and so takes it from the text.
+bool TitleBarsTakeTheKeyboard()
+{
+    return QGuiApplication::platformName().startsWith("wayland");
+}
+
 } // namespace
 
 WindowStyle StyleOf(const vetch::WindowDescription& window)
 {
     const bool isPopUp = window.look == B_BORDERED_WINDOW_LOOK;
-    return {isPopUp, window.look == B_FLOATING_WINDOW_LOOK, isPopUp || (window.flags & B_AVOID_FOCUS) != 0};
+    const bool avoidsFocus = isPopUp || (window.flags & B_AVOID_FOCUS) != 0;
+    return {isPopUp, window.look == B_FLOATING_WINDOW_LOOK, avoidsFocus,
+            isPopUp || (avoidsFocus && TitleBarsTakeTheKeyboard())};
 }
 
 WindowContent::WindowContent(vetch::LooperToken window, const WindowStyle& style, const Surroundings& surroundings,
@@ -45,7 +54,7 @@ WindowContent::WindowContent(vetch::LooperToken window, const WindowStyle& style
     : QWidget(parent), style(style), surroundings(surroundings)
 {
     setObjectName(NameOf(window));
-    if (style.isPopUp)
+    if (style.isBare)
         setContentsMargins(kBorder, kBorder, kBorder, kBorder);
 }
 
@@ -59,10 +68,10 @@ QString WindowContent::ItemName(long item)
     return QStringLiteral("item %1").arg(item);
 }
 
-// A pop-up has no other border. The colour is visible on light and on dark backgrounds.
+// It has no other border. The colour is visible on light and on dark backgrounds.
 void WindowContent::paintEvent(QPaintEvent*)
 {
-    if (!style.isPopUp)
+    if (!style.isBare)
         return;
     QPainter painter(this);
     painter.setPen(Qt::gray);

@@ -23,6 +23,7 @@ struct WindowStyle {
     bool isPopUp = false;
     bool isFloating = false;
     bool avoidsFocus = false;
+    bool isBare = false; // nothing is around it but what it draws
 
     bool IsDialog() const { return !isPopUp && !isFloating; }
 };

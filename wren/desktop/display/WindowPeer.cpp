@@ -26,13 +26,14 @@ constexpr std::chrono::milliseconds kRest{60};
 
 Qt::WindowFlags FlagsFor(const vetch::WindowDescription& window)
 {
-    if (window.look == B_BORDERED_WINDOW_LOOK)
+    const WindowStyle style = StyleOf(window);
+    if (style.isBare)
         return Qt::ToolTip | Qt::FramelessWindowHint; // the only kind that leaves the keyboard alone everywhere
     const Qt::WindowFlags kind =
         window.look == B_FLOATING_WINDOW_LOOK
             ? Qt::Tool | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint
             : Qt::Dialog;
-    return (window.flags & B_AVOID_FOCUS) != 0 ? kind | Qt::WindowDoesNotAcceptFocus : kind;
+    return style.avoidsFocus ? kind | Qt::WindowDoesNotAcceptFocus : kind;
 }
 
 } // namespace
@@ -118,8 +119,9 @@ void WindowPeer::StandBesideLine()
     const QWidget& main = *parentWidget()->window(); // its frame is the best guess: this window has none yet
     const QRect inner = main.geometry();
     const QRect outer = main.frameGeometry();
-    const QMargins frame(inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+    const QMargins mains(inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
                          outer.bottom() - inner.bottom());
+    const QMargins frame = style.isBare ? QMargins() : mains;
     const QRect place = PlaceBesideLine({told.topLeft(), narrow}, frame, line, main.screen()->availableGeometry());
     setGeometry(place.marginsRemoved(frame));
     lineToClear = line;
