@@ -140,7 +140,8 @@ void PreferencesDialog::AddArea(QWidget* content, bool grows)
     area->setFrameShape(QFrame::NoFrame);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(grows);
-    area->setMinimumSize(content->sizeHint().expandedTo(content->size()) + QSize(24, 8));
+    const QSize whole = content->sizeHint().expandedTo(content->size()) + QSize(24, 8);
+    area->setMinimumSize(whole.boundedTo(screen()->availableSize() * 2 / 3)); // a small screen scrolls the page
     pages->addWidget(area);
 }
 

@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QPalette>
 #include <QPushButton>
+#include <QScreen>
 #include <QSpinBox>
 #include <QTest>
 #include <QToolButton>
@@ -414,4 +415,19 @@ TEST_F(Settings, ThousandsOfWrongLinesAreCountedAndCanAllBeRead)
     const std::string kept = Content(SettingsFile());
     EXPECT_EQ(kept.size(), lines.size()) << "for the user to correct";
     EXPECT_NE(kept.find("WrenTabWidth wrong1\n"), std::string::npos);
+}
+
+TEST_F(Settings, ThePreferencesFitOnASmallScreen)
+{
+    const QFont usual = QApplication::font();
+    QFont large = usual;
+    large.setPointSizeF(3 * usual.pointSizeF());
+    QApplication::setFont(large);
+    Start();
+    InPreferences([](QWidget& dialog) {
+        const QSize screen = dialog.screen()->availableSize();
+        EXPECT_LE(dialog.width(), screen.width());
+        EXPECT_LE(dialog.height(), screen.height());
+    });
+    QApplication::setFont(usual);
 }
