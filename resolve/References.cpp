@@ -2,6 +2,7 @@
 #include "base/Identifier.h"
 #include "resolve/Columns.h"
 #include "resolve/LocalUses.h"
+#include "resolve/MeantThing.h"
 #include "resolve/ParsedText.h"
 #include "resolve/Question.h"
 #include "resolve/Resolver.h"
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <ranges>
 #include <set>
 
 namespace resolve {
@@ -56,8 +58,9 @@ bool IsTagWord(const tagging::Token& token)
 // The occurrences of a name in one text, in one pass that ends with the last of them.
 class Occurrences {
 public:
-    Occurrences(std::string_view text, const std::string& path, const std::vector<symbols::Symbol>& declared)
-        : text(text), path(path), declared(declared), columns(text)
+    Occurrences(std::string_view text, const std::string& path, const std::vector<symbols::Symbol>& declared,
+                const MeantThing& thing)
+        : text(text), path(path), declared(declared), thing(thing), columns(text)
     {
     }
 
@@ -71,6 +74,7 @@ public:
         Read(text, 1, uses, limit);
         for (const symbols::Symbol& symbol : declared)
             TellDeclared(symbol, uses);
+        DropOthers(uses);
     }
 
 private:
@@ -88,7 +92,8 @@ private:
             gap = offset + token.text.size();
             if (offset > end || uses.more)
                 return;
-            isBehindName = token.kind == tagging::Token::kWord && token.text == name && !IsOff();
+            isBehindName = token.kind == tagging::Token::kWord && token.text == name && !IsOff() &&
+                           (thing.MayBeBehindDot() || !IsMemberSign(before));
             if (isBehindName)
                 isBehindName = Add(offset, token.line + line - 1, before, uses, limit);
             else if (token.kind == tagging::Token::kDirective)
@@ -98,6 +103,14 @@ private:
         const size_t last = OffsetOf(part) + part.size();
         const auto breaks = std::count(part.begin(), part.end(), '\n');
         AddComments(gap, last, line + static_cast<unsigned>(breaks), uses, limit);
+    }
+
+    // "x." and "x->", but not the dots of "1 ... 2".
+    bool IsMemberSign(const tagging::Token& token) const
+    {
+        const size_t offset = token.text.empty() ? 0 : OffsetOf(token.text);
+        const char before = offset == 0 ? ' ' : text[offset - 1];
+        return token.text == "->" || (token.Is('>') && before == '-') || (token.Is('.') && before != '.');
     }
 
     size_t OffsetOf(std::string_view part) const { return static_cast<size_t>(part.data() - text.data()); }
@@ -184,9 +197,26 @@ private:
             uses.found[best->use].role = symbol.isDefinition ? Role::Definition : Role::Declaration;
     }
 
+    // A line that mentions the name once declares nothing but what the index says.
+    void DropOthers(Uses& uses) const
+    {
+        std::vector<size_t> others;
+        const auto lineOf = [&](size_t i) { return i < mentions.size() ? uses.found[mentions[i].use].line : 0; };
+        for (size_t i = 0; i < mentions.size(); ++i) {
+            const unsigned line = lineOf(i);
+            const auto mayBe = [&](const symbols::Symbol& each) { return each.line == line && thing.MayBe(each); };
+            const bool isAlone = lineOf(i + 1) != line && (i == 0 || lineOf(i - 1) != line);
+            if (isAlone && std::ranges::none_of(declared, mayBe))
+                others.push_back(mentions[i].use);
+        }
+        for (const size_t use : std::views::reverse(others))
+            uses.found.erase(uses.found.begin() + static_cast<std::ptrdiff_t>(use));
+    }
+
     const std::string_view text;
     const std::string& path;
     const std::vector<symbols::Symbol>& declared;
+    const MeantThing& thing;
     Columns columns;
     std::string_view name;
     bool takesComments = false;
@@ -244,13 +274,15 @@ bool Resolver::ForEachUse(const Place& place, symbols::Limits limits, Where wher
     if (name.empty())
         return false;
     const std::vector<Symbol> declared = DeclaredAs(name, question.GetWorld().OwnSymbols());
-    Occurrences(place.text, place.path, declared).Collect(name, where == Where::AlsoComments, own, limits.results);
+    MeantThing thing(question, meanings);
+    Occurrences(place.text, place.path, declared, thing)
+        .Collect(name, where == Where::AlsoComments, own, limits.results);
     const size_t count = own.found.size();
     if (count > 0 && !sink(place.text, std::move(own.found)))
         return true;
     if (where == Where::InText || own.more)
         return own.more;
-    return EachUseIn(name, question.GetWorld().TextFile(), {limits.results - count, limits.cancel}, where, sink);
+    return EachUseIn(name, thing, question.GetWorld().TextFile(), {limits.results - count, limits.cancel}, where, sink);
 }
 
 Uses Resolver::References(const Place& place, symbols::Limits limits) const
@@ -266,7 +298,8 @@ Uses Resolver::References(const Place& place, symbols::Limits limits) const
 Uses Resolver::ReferencesOf(std::string_view name, symbols::Limits limits) const
 {
     Uses uses;
-    uses.more = EachUseIn(std::string(FirstPart(LeafOf(name))), World::kNewFile, limits, Where::Everywhere,
+    MeantThing anything;
+    uses.more = EachUseIn(std::string(FirstPart(LeafOf(name))), anything, World::kNewFile, limits, Where::Everywhere,
                           [&](std::string_view, std::vector<Use> found) {
                               uses.found.insert(uses.found.end(), found.begin(), found.end());
                               return true;
@@ -274,15 +307,15 @@ Uses Resolver::ReferencesOf(std::string_view name, symbols::Limits limits) const
     return uses;
 }
 
-bool Resolver::EachUseIn(const std::string& name, FileNumber except, symbols::Limits limits, Where where,
-                         const UseSink& sink) const
+bool Resolver::EachUseIn(const std::string& name, MeantThing& thing, FileNumber except, symbols::Limits limits,
+                         Where where, const UseSink& sink) const
 {
     size_t left = limits.results;
     std::vector<FileNumber> files = snapshot.FilesMentioning(name, {SIZE_MAX, limits.cancel});
     if (where == Where::AlsoComments)
         AddFilesWithComments(snapshot, files);
     for (const FileNumber number : files) {
-        if (number == except)
+        if (number == except || !thing.MayBeIn(number))
             continue;
         if (left == 0 || IsCancelled(limits))
             return true;
@@ -296,7 +329,7 @@ bool Resolver::EachUseIn(const std::string& name, FileNumber except, symbols::Li
             continue;
         const std::vector<Symbol> declared = DeclaredAs(name, snapshot.OfFile(number).found);
         Uses here;
-        Occurrences(*text, path, declared).Collect(name, where == Where::AlsoComments, here, left);
+        Occurrences(*text, path, declared, thing).Collect(name, where == Where::AlsoComments, here, left);
         left -= here.found.size();
         if ((!here.found.empty() && !sink(*text, std::move(here.found))) || here.more)
             return true;

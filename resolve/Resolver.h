@@ -77,6 +77,7 @@ struct Candidates {
 // The texts of the last questions, already parsed, and what they include.
 class ParsedTexts;
 class KnownFiles;
+class MeantThing;
 
 // Stateless apart from what it borrows; any thread. Work is bounded: it ends in time for any text.
 class Resolver {
@@ -100,7 +101,8 @@ public:
     // Classes derived from the class at the place, or methods that override the method there.
     Answers Implementations(const Place& place, symbols::Limits limits) const;
 
-    // Occurrences of the name outside of comments and strings. With a place, a local's uses are those in its scope.
+    // Occurrences of the name outside of comments and strings, but for those that provably mean something else. With a
+    // place, a local's uses are those in its scope.
     Uses References(const Place& place, symbols::Limits limits) const;
     // The same, file by file: the text of the file, and its uses. Ends when the function returns false, and returns
     // whether there are more. InText: only those in the place's own text. AlsoComments: names in comments too, which
@@ -125,8 +127,8 @@ private:
     ParsedTextPointer TextOf(const Place& place) const;
     KnownFiles* Known() const; // null without texts
     Answers AnswerTo(const Place& place, symbols::Limits limits, Wanted wanted) const;
-    bool EachUseIn(const std::string& name, symbols::FileNumber except, symbols::Limits limits, Where where,
-                   const UseSink& sink) const;
+    bool EachUseIn(const std::string& name, MeantThing& thing, symbols::FileNumber except, symbols::Limits limits,
+                   Where where, const UseSink& sink) const;
 
     const symbols::Snapshot& snapshot;
     const Sources& sources;

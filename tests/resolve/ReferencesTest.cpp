@@ -1,6 +1,7 @@
 // Where names occur, and what derives from a class.
 #include "tests/resolve/Project.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
@@ -110,4 +111,76 @@ TEST(Explain, SaysHowTheAnswerWasFound)
     const Project project("struct A { int n; };\nvoid f(A* a) { a->n|; }\n");
     EXPECT_EQ(project.Explain(), "name: n\nthe type of 'a' is 'A'\nclass A in a.cpp\n"
                                  "1. a.cpp:1 member (member): a member of 'A', the type before it\n");
+}
+
+TEST(References, LeaveOutWhatIsSomethingElseForSure)
+{
+    const struct {
+        const char* why;
+        std::string text;
+        Uses uses;
+    } kCases[] = {
+        {"a member is not a function",
+         "== a.c\nstruct file { int (*open)(void); };\nint open(void) { return 1; }\n"
+         "int f(struct file* x) { return x->open() + open|(); }\n",
+         {"a.c:2:5 definition", "a.c:3:44 call"}},
+        {"but may follow the dots of a range",
+         "== a.c\nenum { kMost = 3 };\nint a[] = { [0 ... kMost|] = 1 };\n",
+         {"a.c:1:8 definition", "a.c:2:20 other"}},
+        {"an enumerator of a class may follow a dot",
+         "struct A { enum { kMost = 3 }; };\nint f(A a) { return a.kMost + A::kMost|; }\n",
+         {"a.cpp:1:19 definition", "a.cpp:2:23 other", "a.cpp:2:34 other"}},
+        {"a macro may be anything",
+         "== a.c\n#define next link\nstruct s { struct s* link; };\nint f(struct s* x) { return x->next| != 0; }\n",
+         {"a.c:1:9 definition", "a.c:3:32 other"}},
+        {"an enumerator of another enum",
+         "== a.h\nenum class Color { Red, Green };\n== b.h\nenum class Light { Red, Off };\n"
+         "== c.cpp\n#include \"a.h\"\n#include \"b.h\"\nauto x = Color::Re|d;\n",
+         {"c.cpp:3:17 other", "a.h:1:20 definition"}},
+        {"a field of another structure",
+         "== a.h\nstruct shape { int size; };\n== b.h\nstruct ring { long size; };\n"
+         "== c.c\n#include \"a.h\"\nint f(struct shape* s) { return s->si|ze; }\n",
+         {"c.c:2:36 other", "a.h:1:20 definition"}},
+        {"fields of unnamed structures may be those of a copy",
+         "== a.h\ntypedef struct { int size; } shape;\n== b.h\ntypedef struct { long size; } ring;\n"
+         "== c.c\n#include \"a.h\"\nint f(shape* s) { return s->si|ze; }\n",
+         {"c.c:2:29 other", "a.h:1:22 definition", "b.h:1:23 definition"}},
+        {"a method of another class may override it",
+         "== a.h\nstruct A { void draw(); };\n== b.h\nstruct B { void draw(); };\n"
+         "== c.cpp\n#include \"a.h\"\nvoid f(A a) { a.dr|aw(); }\n",
+         {"c.cpp:2:17 call", "a.h:1:17 declaration", "b.h:1:17 declaration"}},
+    };
+    for (const auto& each : kCases)
+        EXPECT_EQ(UsesOf(each.text), each.uses) << each.why;
+}
+
+TEST(References, OfWhatOneSourceKeepsForItselfAreNotInOthers)
+{
+    const std::string two = "== a.c\nstatic int probe(void) { return 1; }\nint x(void) { return pro|be(); }\n"
+                            "== b.c\nstatic int probe(void) { return 2; }\nint y(void) { return probe(); }\n";
+    EXPECT_EQ(UsesOf(two), (Uses{"a.c:1:12 definition", "a.c:2:22 call"}));
+    EXPECT_EQ(UsesOf(two + "== c.h\n#define PROBE probe()\n").back(), "c.h:1:15 call") << "a macro of a header";
+    EXPECT_EQ(UsesOf(two + "== all.c\n#include \"a.c\"\n").size(), 4U) << "a source that is included";
+    EXPECT_EQ(UsesOf("== a.h\nint probe(void);\n== a.c\n#include \"a.h\"\nint probe(void) { return 1; }\n"
+                     "== b.c\nint y(void) { return pro|be(); }\n")
+                  .size(),
+              3U)
+        << "a function for all";
+}
+
+TEST(References, OfWhatTheProjectDeclaresAreNotInHeadersOfTheSystem)
+{
+    const auto inSystem = [](const std::string& text) {
+        const Uses uses = UsesOf("== /usr/include/a.h\nnamespace a { struct Slice { void draw(); }; Slice* x; }\n"
+                                 "struct Base { virtual void draw(); };\nvoid g(Base b) { b.draw(); }\n" +
+                                 text);
+        return std::ranges::count_if(uses, [](const std::string& use) { return use.starts_with("/usr"); });
+    };
+    EXPECT_EQ(inSystem("== b.cpp\nnamespace b { struct Slice {}; }\nb::Sli|ce y;\n"), 0);
+    EXPECT_GT(inSystem("== b.cpp\nnamespace a { struct Slice {}; }\na::Sli|ce y;\n"), 0) << "it may be the same";
+    EXPECT_EQ(inSystem("== b.cpp\nstruct B { void draw(); };\nvoid f(B b) { b.dr|aw(); }\n"), 0);
+    EXPECT_GT(inSystem("== b.cpp\n#include <a.h>\nstruct B : Base { void draw(); };\nvoid f(B b) { b.dr|aw(); }\n"), 0)
+        << "it may override the system's";
+    EXPECT_GT(inSystem("== b.cpp\nstruct B : Unknown { void draw(); };\nvoid f(B b) { b.dr|aw(); }\n"), 0)
+        << "of an unknown base";
 }

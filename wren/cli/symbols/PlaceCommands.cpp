@@ -85,8 +85,9 @@ Command References()
 {
     return {"references",
             "Print where the name at a place is used",
-            "Prints all occurrences of the name outside of comments and strings, those in the place's\n"
-            "file first, each as \"path:line:column: the source line\".\n",
+            "Prints the occurrences of the name outside of comments and strings, but for those that\n"
+            "provably mean something else. Those in the place's file come first, each as\n"
+            "\"path:line:column: the source line\".\n",
             "Examples:\n"
             "    wren references src/main.cpp:12:8\n"
             "    wren references --symbol Area --in src",
