@@ -260,6 +260,20 @@ TEST_F(CodeViewKeys, ComposedTextIsReportedOnceItIsCommitted)
     EXPECT_EQ(view->Bytes(), "a");
 }
 
+TEST_F(CodeViewKeys, AClickLeavesComposedTextWhereItWasComposed)
+{
+    Start("abc\n|");
+    Compose("\u4f60\u597d", "");
+    const QPoint first(static_cast<int>(view->TextBounds().left) + 2, 5);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, first);
+    EXPECT_EQ(view->Bytes(), "abc\n\u4f60\u597d");
+    EXPECT_EQ(view->Caret(), 0);
+    Compose("", ""); // what an input method says when it ends
+    EXPECT_EQ(view->Bytes(), "abc\n\u4f60\u597d");
+    view->undo();
+    EXPECT_EQ(view->Bytes(), "abc\n");
+}
+
 TEST_F(CodeViewKeys, ClicksAreOfferedAndMayBeTaken)
 {
     Start("abc def|");

@@ -215,6 +215,7 @@ private:
                       int);
     void Note(long offset, long length, bool inserted);
     void CharacterAdded(int character);
+    void TakeComposed();
     void TellState();
     void TellLater(bool changed);
 
@@ -256,6 +257,7 @@ private:
     bool hasMixedEnds = false;
     bool hasConvertedEnds = false; // since it was read; undoing may bring the others back
     bool readsAgain = false;       // during SetBytes() and ReadAgain()
+    QString composed;              // by an input method that has not handed it over; it stands in the text
     int turned = 0;                // eighths of a degree of the wheel, less than a step of the zoom
     bool hasVeryLongLines = false; // or had
     long numberedLines = 0;        // the margin is wide enough for so many lines

@@ -6,6 +6,8 @@
 
 #include <Qsci/qscicommandset.h>
 
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QResizeEvent>
 #include <QWheelEvent>
@@ -283,6 +285,7 @@ void CodeView::inputMethodEvent(QInputMethodEvent* event)
     const bool refused = !coming.empty() && client != nullptr && client->TextComing(*this, coming);
     if (*alive == nullptr)
         return;
+    composed = event->preeditString();
     groups.Close();
     QInputMethodEvent rest(event->preeditString(), event->attributes());
     const Done did = As(By::User, [&] { QsciScintilla::inputMethodEvent(refused ? &rest : event); });
@@ -291,6 +294,20 @@ void CodeView::inputMethodEvent(QInputMethodEvent* event)
         client->KeyApplied(*this, did.Typed());
     if (*alive != nullptr)
         TellState();
+}
+
+// Where it was composed, rather than where the user clicks next. Not all input methods hand it over when asked.
+void CodeView::TakeComposed()
+{
+    if (composed.isEmpty())
+        return;
+    const QString word = composed;
+    QGuiApplication::inputMethod()->commit();
+    if (composed.isEmpty())
+        return;
+    QInputMethodEvent take;
+    take.setCommitString(word);
+    inputMethodEvent(&take);
 }
 
 void CodeView::undo()
@@ -376,6 +393,10 @@ std::string CodeView::BlanksOfBrace(long brace, const std::string& now) const
 
 void CodeView::mousePressEvent(QMouseEvent* event)
 {
+    const std::shared_ptr<CodeView*> alive = self;
+    TakeComposed();
+    if (*alive == nullptr)
+        return;
     if (!TakenByClient(*event) && !TogglesCaret(*event) && !StartsColumn(*event))
         ByUser([&] { QsciScintilla::mousePressEvent(event); });
 }
