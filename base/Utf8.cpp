@@ -1,6 +1,8 @@
 #include "base/Utf8.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <utf8.h>
 
 namespace base {
@@ -34,9 +36,37 @@ size_t CountCodePoints(std::string_view text)
     return count;
 }
 
+size_t AsciiPrefix(std::string_view text)
+{
+    constexpr std::uint64_t kHighBits = 0x8080'8080'8080'8080;
+    size_t length = 0;
+    for (std::uint64_t word = 0; length + sizeof word <= text.size(); length += sizeof word) {
+        std::memcpy(&word, text.data() + length, sizeof word);
+        if ((word & kHighBits) != 0)
+            break;
+    }
+    while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80)
+        ++length;
+    return length;
+}
+
+bool IsAscii(std::string_view text)
+{
+    return AsciiPrefix(text) == text.size();
+}
+
 bool IsValidUtf8(std::string_view text)
 {
-    return utf8::is_valid(text.begin(), text.end());
+    while (!text.empty()) {
+        text.remove_prefix(AsciiPrefix(text));
+        if (text.empty())
+            break;
+        const std::string_view character = FirstCharacter(text);
+        if (IsStray(character))
+            return false;
+        text.remove_prefix(character.size());
+    }
+    return true;
 }
 
 std::string ValidUtf8(std::string_view text)

@@ -36,7 +36,10 @@ bool IsControl(std::string_view character);
 // Each stray byte counts as one, for the sign drawn in its place.
 size_t CountCodePoints(std::string_view text);
 
-bool IsValidUtf8(std::string_view text); // as a whole: it has no stray byte
+// The bytes before the first that is not ASCII. This and the next two take whole files: they are fast on ASCII.
+size_t AsciiPrefix(std::string_view text);
+bool IsAscii(std::string_view text);
+bool IsValidUtf8(std::string_view text); // it has no stray byte
 
 // Replaces each stray byte with U+FFFD.
 std::string ValidUtf8(std::string_view text);

@@ -101,6 +101,21 @@ TEST(ValidUtf8, ReplacesEachStrayByte)
     };
     for (const auto& each : kCases)
         EXPECT_EQ(ValidUtf8(each.bytes), each.text) << each.why;
+    for (const auto& each : kCases)
+        EXPECT_EQ(IsValidUtf8(each.bytes), each.bytes == each.text) << each.why;
+}
+
+TEST(AsciiPrefix, EndsAtTheFirstOtherByteWhereverItIs)
+{
+    for (size_t size = 0; size <= 24; ++size) {
+        EXPECT_EQ(AsciiPrefix(std::string(size, '\x7f')), size);
+        for (size_t at = 0; at < size; ++at) {
+            std::string text(size, 'a');
+            text[at] = '\x80';
+            EXPECT_EQ(AsciiPrefix(text), at);
+            EXPECT_FALSE(IsValidUtf8(text));
+        }
+    }
 }
 
 } // namespace

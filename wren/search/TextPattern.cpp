@@ -1,6 +1,7 @@
 #include "wren/search/TextPattern.h"
 
 #include "base/Identifier.h"
+#include "base/Utf8.h"
 
 #define PCRE2_CODE_UNIT_WIDTH 8
 #include <pcre2.h>
@@ -29,11 +30,6 @@ std::string Quoted(std::string_view text)
     return quoted;
 }
 
-bool IsAscii(std::string_view text)
-{
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 std::uint32_t OptionsOf(const TextQuery& query)
 {
     std::uint32_t options = PCRE2_MULTILINE | PCRE2_NEVER_BACKSLASH_C;
@@ -41,7 +37,7 @@ std::uint32_t OptionsOf(const TextQuery& query)
         options |= PCRE2_CASELESS;
     // Letters of several bytes are letters then; texts may be damaged. "\w" stays what names in sources consist of:
     // with all letters of the world, an expression that begins with it takes three times as long.
-    if (query.isExpression || !IsAscii(query.text))
+    if (query.isExpression || !base::IsAscii(query.text))
         options |= PCRE2_UTF | PCRE2_MATCH_INVALID_UTF;
     return options;
 }

@@ -57,11 +57,6 @@ std::string_view MarkBytes(const TextEncoding& encoding)
     return family == nullptr || !encoding.hasMark ? "" : family->mark;
 }
 
-bool IsAscii(std::string_view text)
-{
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // Latin letters in UTF-16 are every other byte, with NUL bytes between them. Other files with NUL bytes have them
 // elsewhere, or have no line ends.
 std::optional<TextEncoding> Utf16WithoutMark(std::string_view bytes)
@@ -234,8 +229,9 @@ DecodedText DecodeAs(std::string bytes, const TextEncoding& expected)
 {
     const TextEncoding usual;
     const TextEncoding detected = DetectEncoding(bytes);
-    const bool isSure = detected.hasMark || (detected == usual && !IsAscii(bytes));
-    if (!isSure && expected != usual && !expected.name.empty())
+    const bool isExpected = expected != usual && !expected.name.empty();
+    const bool isSure = detected.hasMark || (detected == usual && isExpected && !base::IsAscii(bytes));
+    if (isExpected && !isSure)
         if (base::Result<DecodedText> decoded = Decode(bytes, expected))
             return std::move(*decoded);
     if (detected != usual)

@@ -1,5 +1,7 @@
 #include "wren/desktop/editor/TextSearch.h"
 
+#include "base/Utf8.h"
+
 #include <Qsci/qsciscintillabase.h>
 
 #include <algorithm>
@@ -16,15 +18,10 @@ char Lower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-bool IsAscii(const std::string& text)
-{
-    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // Scintilla knows upper and lower case of ASCII only.
 bool NeedsExpression(const TextSearch& search)
 {
-    return search.regularExpression || (!search.matchCase && !IsAscii(search.text));
+    return search.regularExpression || (!search.matchCase && !base::IsAscii(search.text));
 }
 
 QRegularExpression ExpressionOf(const TextSearch& search)

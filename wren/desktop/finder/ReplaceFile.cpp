@@ -13,11 +13,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool IsAscii(std::string_view text)
-{
-    return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
 // The tree may be a stranger's, who may put links into it between the search and the replacement.
 bool IsPlainFileBelow(const std::string& root, const std::string& path)
 {
@@ -41,7 +36,7 @@ std::string ReplaceInFile(const FileReplacements& found, const std::vector<Repla
         return error;
     if (!IsTextOf(found, *text))
         return found.path + " has changed since the search";
-    const bool isPlain = std::ranges::all_of(edits, [](const Replacement& edit) { return IsAscii(edit.with); });
+    const bool isPlain = std::ranges::all_of(edits, [](const Replacement& edit) { return base::IsAscii(edit.with); });
     if (!isPlain && !base::IsValidUtf8(*text))
         return found.path + " is not UTF-8, as the replacement is";
     return WriteWholeFile(found.path, WithReplacements(*text, edits), &error) ? "" : error;
