@@ -61,6 +61,8 @@ void MainWindow::ShareHeight(QDockWidget* panel)
     for (QDockWidget* each : findChildren<QDockWidget*>())
         if (dockWidgetArea(each) == dockWidgetArea(panel) && !each->isHidden() && !each->isFloating())
             column.append(each);
+    if (column.size() < 2)
+        return; // before the window is shown, this would fix the width as well
     resizeDocks(column, QList<int>(column.size(), height() / static_cast<int>(column.size())), Qt::Vertical);
 }
 

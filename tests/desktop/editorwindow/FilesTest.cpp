@@ -207,6 +207,14 @@ TEST_F(FilesOfTheProject, CountAsOpenInAWindowThatIsClosed)
     EXPECT_THAT(TheEditor().Window().OpenPanels(), Not(Contains("files")));
 }
 
+TEST_F(FilesOfTheProject, AreWideEnoughWhenAFolderIsFirstOpened)
+{
+    folder = home / "project/parts";
+    Start();
+    Answered();
+    EXPECT_GE(Panel().width(), Panel().sizeHint().width());
+}
+
 TEST_F(FilesOfTheProject, AFolderHasItsOwnTextsAndShowsItsFiles)
 {
     Open("project/shapes.h");
