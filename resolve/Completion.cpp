@@ -412,6 +412,7 @@ private:
         struct Key {
             bool isNotLocal;
             bool isMisfit;
+            bool isOtherCase; // than what is typed
             int phase;
             std::uint64_t unused; // less is more use
             bool isInner;
@@ -425,11 +426,12 @@ private:
             const std::string_view name = offer.symbol.name;
             const bool isInner = name.starts_with('_') && !typed.starts_with('_'); // meant for the library itself
             const bool fits = Fits(offer.symbol.kind, !offer.symbol.signature.empty(), slot);
-            Key key{false, !fits, 0, 0, isInner, offer.group, offer.order};
+            Key key{false, !fits, !name.starts_with(typed), 0, 0, isInner, offer.group, offer.order};
             if (isBehindSign) {
                 key.phase = isDefining && !IsUndefined(offer.symbol) ? 1 : 0;
-                key.unused =
-                    key.phase == 0 && isDefining ? 0 : UINT64_MAX - fitness->Of(offer.symbol, keys.size() == next);
+                key.unused = key.phase == 0 && isDefining
+                                 ? 0
+                                 : UINT64_MAX - fitness->Of(offer.symbol, DepthOf(offer), keys.size() == next);
             } else {
                 key.unused = UINT64_MAX - nearby->Anywhere(name);
                 key.isNotLocal = offer.how != How::Local;
@@ -443,6 +445,12 @@ private:
         for (size_t i = 0; i < count; ++i)
             sorted.push_back(offers[keys[i].second]);
         offers = std::move(sorted);
+    }
+
+    // In steps of bases.
+    static size_t DepthOf(const Offer& offer)
+    {
+        return offer.how == How::Member ? static_cast<size_t>(offer.group) : 0;
     }
 
     // The offer that is declared behind that of the name.

@@ -13,6 +13,7 @@ namespace {
 constexpr std::uint64_t kUse = std::uint64_t{1} << 32; // the unit of Nearby
 constexpr std::uint64_t kUnused = kUse / 20'000;       // of a name that nothing is known of
 constexpr std::uint64_t kDoubling = kUse / 4000;       // for twice as many files of the project that mention the name
+constexpr std::uint64_t kInherited = 16;               // a class is used for what it adds, unless the text says more
 constexpr size_t kMostCounted = 63;                    // of these that are counted
 constexpr size_t kMostWeighed = 400;                   // names whose files are counted
 
@@ -134,9 +135,9 @@ Fitness::Fitness(Question& question, size_t place, size_t sign)
         cases = OtherCases(question.GetTokens(), sign);
 }
 
-std::uint64_t Fitness::Of(const Symbol& symbol, bool isNextDeclared)
+std::uint64_t Fitness::Of(const Symbol& symbol, size_t depth, bool isNextDeclared)
 {
-    std::uint64_t fitness = nearby.Fitting(symbol.name) + kUnused + InProject(symbol);
+    std::uint64_t fitness = nearby.Fitting(symbol.name) + (kUnused + InProject(symbol)) / (1 + kInherited * depth);
     if (!IsAccessible(symbol))
         fitness /= 8;
     fitness = Weighed(symbol, fitness);

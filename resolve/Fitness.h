@@ -38,7 +38,8 @@ public:
     static constexpr std::uint64_t kNextDeclared = (std::uint64_t{1} << 32) / 50;
 
     // Greater is better. Names that the text uses come before those that the project uses, and these before others.
-    std::uint64_t Of(const Symbol& symbol, bool isNextDeclared);
+    // 'depth' is how many steps of bases away the member is declared.
+    std::uint64_t Of(const Symbol& symbol, size_t depth, bool isNextDeclared);
 
 private:
     std::uint64_t InProject(const Symbol& symbol);

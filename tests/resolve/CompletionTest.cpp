@@ -29,6 +29,26 @@ TEST(Completion, MembersOfTheReceiver)
     EXPECT_EQ(Offered(shape + "void f(Shape s) {\n s.draw();\n s.|\n}\n").front(), "draw") << "used before";
 }
 
+TEST(Completion, WhatAClassAddsComesBeforeWhatItInherits)
+{
+    const std::string files = "== a.h\nstruct Base { int origin; int width; };\nstruct Shape : Base { int sides; };\n"
+                              "== b.cpp\n#include \"a.h\"\nint b(Base x) { return x.origin; }\n"
+                              "== c.cpp\n#include \"a.h\"\nint c(Base x) { return x.origin; }\n"
+                              "== d.cpp\n#include \"a.h\"\n";
+    EXPECT_EQ(Offered(files + "void f(Shape s) {\n s.|\n}\n"), (Names{"sides", "origin", "width"}));
+    EXPECT_EQ(Offered(files + "void f(Shape s) {\n s.width = 1;\n s.|\n}\n").front(), "width") << "used before";
+}
+
+TEST(Completion, NamesInTheCaseThatIsTypedComeFirst)
+{
+    const std::string shape = "struct Shape {\n int size;\n int Sides;\n};\n";
+    EXPECT_EQ(Offered(shape + "void f(Shape s) {\n s.Sides = 1;\n s.Sides = 2;\n s.s|\n}\n"), (Names{"size", "Sides"}));
+    EXPECT_EQ(Offered(shape + "void f(Shape s) {\n s.Sides = 1;\n s.Sides = 2;\n s.|\n}\n"), (Names{"Sides", "size"}));
+    EXPECT_EQ(Offered("int COUNT, counted;\nvoid f() {\n COUNT = 1;\n COUNT = 2;\n co|\n}\n"),
+              (Names{"counted", "COUNT"}));
+    EXPECT_EQ(Offered("int counted;\nvoid f(int Count) {\n co|\n}\n"), (Names{"Count", "counted"})) << "a local";
+}
+
 TEST(Completion, MembersOfAScope)
 {
     EXPECT_EQ(Offered("enum class Color { Red, Green };\nint x = Color::|;\n"), (Names{"Green", "Red"}));
