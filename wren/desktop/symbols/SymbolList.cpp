@@ -1,6 +1,7 @@
 #include "wren/desktop/symbols/SymbolList.h"
 
 #include "wren/desktop/symbols/KindIcon.h"
+#include "wren/desktop/symbols/ParentScopes.h"
 #include "wren/desktop/symbols/RowText.h"
 
 #include <QAbstractListModel>
@@ -22,9 +23,11 @@ public:
         items = std::move(given);
         const auto hasKind = [](const PaletteItem& item) { return item.kind != tagging::SymbolKind::None; };
         hasKinds = std::ranges::any_of(items, hasKind);
+        belowScopes = BelowTheirScopes(items);
         endResetModel();
     }
     const std::vector<PaletteItem>& Items() const { return items; }
+    bool IsBelowItsScope(int row) const { return belowScopes[static_cast<size_t>(row)]; }
     bool HasKinds() const { return hasKinds; } // else there is nothing that icons could tell apart
 
     int rowCount(const QModelIndex& parent) const override
@@ -51,6 +54,7 @@ private:
     }
 
     std::vector<PaletteItem> items;
+    std::vector<bool> belowScopes;
     bool hasKinds = false;
 };
 
@@ -87,7 +91,8 @@ public:
         const int width = DrawLine(*painter, free, Shown(item.name), option.font, ink,
                                    wren::Marked(item.name, item.positions, typed));
         free.setLeft(free.left() + width + 2 * kPadding);
-        DrawLine(*painter, free, Shown(item.detail), option.font, Faint(ink, paper));
+        if (!model.IsBelowItsScope(index.row()))
+            DrawLine(*painter, free, Shown(item.detail), option.font, Faint(ink, paper));
     }
 
 private:
