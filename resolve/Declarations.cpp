@@ -86,7 +86,7 @@ private:
             } else if (IsBuiltInType(token.text)) {
                 hasName = true;
                 ++place;
-            } else if (IsSpecifier(token.text)) {
+            } else if (IsSpecifierAt(place)) {
                 ++place;
             } else if (!hasName || !IsDeclaratorName()) {
                 if (!ReadQualifiedName())
@@ -99,6 +99,15 @@ private:
         if (type.end == 0)
             type.end = place;
         return hasName && (IsAtEnd() ? isParameter : true);
+    }
+
+    // "buffer out;" declares "out", although Objective-C has it in front of types.
+    bool IsSpecifierAt(size_t index) const
+    {
+        const Token& token = tokens[index];
+        const Token& next = tokens[index + 1];
+        const bool isBeforeWord = index + 1 < end && next.IsWord() && next.text != "in";
+        return token.IsWord() && IsSpecifier(token.text) && (isBeforeWord || IsKeyword(token.text));
     }
 
     // "struct point", "enum { A, B }".
@@ -207,7 +216,7 @@ private:
             const Token& token = tokens[place];
             if (token.Is('*') || token.Is('^'))
                 ++declared.pointers;
-            else if (!token.Is('&') && !(token.IsWord() && IsSpecifier(token.text)) && !IsMacroBeforeName())
+            else if (!token.Is('&') && !IsSpecifierAt(place) && !IsMacroBeforeName())
                 return;
         }
     }
@@ -227,7 +236,7 @@ private:
             return false;
         const size_t close = place - 1;
         for (size_t i = open + 1; i < close; ++i) {
-            if (tokens[i].IsWord() && !IsSpecifier(tokens[i].text)) {
+            if (tokens[i].IsWord() && !IsSpecifierAt(i)) {
                 declared.name = i;
                 break;
             }

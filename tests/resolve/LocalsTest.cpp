@@ -31,6 +31,13 @@ TEST(Locals, Variables)
         {"after a label", "void f() {\n case 1: int $n;\n g(n|);\n}\n"},
         {"a local type", "void f() {\n struct $Pair { int a; };\n Pair| p;\n}\n"},
         {"a local enumerator", "void f() {\n enum { A, $B };\n g(B|);\n}\n"},
+        {"a name that is a word of Objective-C", "void f() {\n buffer in, $out;\n g(in, out|);\n}\n"},
+        {"at its own declaration", "void f() {\n buffer $out|;\n}\n"},
+        {"with an initialiser", "void f() {\n int $in = 1;\n g(in|);\n}\n"},
+        {"a pointer of that name", "void f() {\n char *$out = 0, *end;\n g(out|);\n}\n"},
+        {"an array of that name", "void f() {\n char $out[10];\n g(out|);\n}\n"},
+        {"a pointer to a function of that name", "void f() {\n int (*$out)(int);\n out|(1);\n}\n"},
+        {"a parameter of that name", "void f(const char *in,\n char $out)\n{\n g(out|);\n}\n"},
         {"a local alias", "void f() {\n using $Map = std::map<int, int>;\n Map| m;\n}\n"},
     });
 }
@@ -78,6 +85,9 @@ TEST(Locals, ObjectiveC)
     ExpectDefinitions({
         {"a method's parameter", "== a.m\n@implementation A\n- (void) at: (int)$x with: (id)y\n{\n g(x|);\n}\n@end\n"},
         {"a block's parameter", "== a.m\n@implementation A\n- (void) a\n{\n [b each: ^(id $x) { g(x|); }];\n}\n@end\n"},
+        {"of that name in a loop",
+         "== a.m\n@implementation A\n- (void) a\n{\n for (id $out in y) { g(out|); }\n}\n@end\n"},
+        {"before its type", "== a.m\nvoid f(in id a,\n inout id $b)\n{\n g(b|);\n}\n"},
         {"of a loop", "== a.m\n@implementation A\n- (void) a\n{\n for (id $x in y) { g(x|); }\n}\n@end\n"},
         {"a variable", "== a.m\n@implementation A\n- (void) a\n{\n NSString *$x = @\"a\";\n [x| length];\n}\n@end\n"},
     });
