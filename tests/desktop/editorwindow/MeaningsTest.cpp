@@ -99,7 +99,7 @@ TEST_F(Meanings, ReferencesAreListedByFileAndStepped)
     Ask("Shift+F12");
     ASSERT_TRUE(Until([this] { return Listed().size() >= 3; }));
     EXPECT_THAT(Listed(), ElementsAre("draw.cpp:2", "shapes.cpp:3", "shapes.h:4"));
-    EXPECT_EQ(Symbols().Matches().Title().toStdString(), "3 references to \u201cArea\u201d");
+    EXPECT_EQ(Symbols().Matches().Title().toStdString(), "3 references to \u201cArea\u201d, in 3 files");
     Press("F4");
     EXPECT_EQ(Place(), "shapes.cpp:3:12");
     Press("F4");

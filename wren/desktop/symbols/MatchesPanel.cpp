@@ -200,7 +200,9 @@ void MatchesPanel::ShowTitle()
     QString count = shown == model->All() ? QString::number(shown) : tr("%1 of %2").arg(shown).arg(model->All());
     if (hasMore)
         count = tr("The first %1").arg(count);
-    title->setText(count + ' ' + subject + (isSearching ? tr(" \u2026") : QString()));
+    const int files = model->rowCount({});
+    const QString where = files > 1 ? tr(", in %1 files").arg(files) : QString();
+    title->setText(count + ' ' + subject + where + (isSearching ? tr(" \u2026") : QString()));
     stop->setVisible(isSearching);
 }
 

@@ -38,7 +38,7 @@ public:
     bool Step(bool backwards);
 
     void TakeKeyboard();
-    QString Title() const; // "12 references to 'name'", as shown
+    QString Title() const; // "12 references to 'name', in 3 files", as shown
     const MatchesModel& Model() const { return *model; }
 
 signals:
