@@ -20,14 +20,18 @@ bool IsValue(SymbolKind kind) // neither a type nor a macro
     return IsCallable(kind) || IsVariable(kind) || kind == SymbolKind::Enumerator || kind == SymbolKind::Member;
 }
 
-bool IsOutsideOfClasses(World& world, const Symbol& symbol)
+bool HasUnnamed(std::string_view scope)
 {
-    return world.VisibleScope(symbol).empty() || symbol.scopeKind == SymbolKind::Namespace;
+    return scope.find("__anon") != std::string_view::npos;
 }
 
-bool IsNamed(std::string_view scope)
+// An unnamed scope may be a class or a namespace.
+bool IsOutsideOfClasses(World& world, const Symbol& symbol)
 {
-    return !scope.empty() && scope.find("__anon") == std::string_view::npos;
+    if (symbol.scopeKind == SymbolKind::Namespace)
+        return true;
+    const std::string_view scope = symbol.kind == SymbolKind::Enumerator ? ScopeOf(symbol.scope) : symbol.scope;
+    return !HasUnnamed(scope) && world.VisibleScope(symbol).empty();
 }
 
 } // namespace
@@ -120,16 +124,19 @@ bool MeantThing::MayBeIn(symbols::FileNumber file)
     return !*isOfOneSource || world.IsHeader(file) || IsIncludedAnywhere(file);
 }
 
+// A definition may leave out the outer scopes: "using namespace n; int A::count;".
 bool MeantThing::MayBe(const Symbol& declared) const
 {
-    if (question == nullptr || !IsValue(thing.kind) || !IsValue(declared.kind) || declared.scope == thing.scope)
+    if (question == nullptr || !IsValue(thing.kind) || !IsValue(declared.kind) ||
+        LeafOf(declared.scope) == LeafOf(thing.scope))
         return true;
     const bool isMember = declared.kind == SymbolKind::Member || declared.kind == SymbolKind::Enumerator;
     const bool isThingMember = thing.kind == SymbolKind::Member || thing.kind == SymbolKind::Enumerator;
     if (declared.kind != thing.kind)
         return !isMember && !isThingMember;
     // Unnamed ones of two files may be copies of one.
-    return !isMember || !IsNamed(declared.scope) || !IsNamed(thing.scope) ||
+    return !isMember || declared.scope.empty() || thing.scope.empty() || HasUnnamed(declared.scope) ||
+           HasUnnamed(thing.scope) ||
            question->GetWorld().VisibleScope(declared.scope) == question->GetWorld().VisibleScope(thing.scope);
 }
 

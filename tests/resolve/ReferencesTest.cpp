@@ -130,6 +130,15 @@ TEST(References, LeaveOutWhatIsSomethingElseForSure)
         {"an enumerator of a class may follow a dot",
          "struct A { enum { kMost = 3 }; };\nint f(A a) { return a.kMost + A::kMost|; }\n",
          {"a.cpp:1:19 definition", "a.cpp:2:23 other", "a.cpp:2:34 other"}},
+        {"a method of an unnamed class may, too",
+         "struct { void draw|() {} } x;\nvoid f() { x.draw(); }\n",
+         {"a.cpp:1:15 definition", "a.cpp:2:14 call"}},
+        {"an enumerator of an unnamed class may, too",
+         "struct { enum { kMost| = 3 }; } x;\nint f() { return x.kMost; }\n",
+         {"a.cpp:1:17 definition", "a.cpp:2:20 other"}},
+        {"a function of an unnamed namespace does not",
+         "namespace { int open|() { return 1; } }\nint f(File* x) { return x->open() + open(); }\n",
+         {"a.cpp:1:17 definition", "a.cpp:2:37 call"}},
         {"a macro may be anything",
          "== a.c\n#define next link\nstruct s { struct s* link; };\nint f(struct s* x) { return x->next| != 0; }\n",
          {"a.c:1:9 definition", "a.c:3:32 other"}},
@@ -141,6 +150,11 @@ TEST(References, LeaveOutWhatIsSomethingElseForSure)
          "== a.h\nstruct shape { int size; };\n== b.h\nstruct ring { long size; };\n"
          "== c.c\n#include \"a.h\"\nint f(struct shape* s) { return s->si|ze; }\n",
          {"c.c:2:36 other", "a.h:1:20 definition"}},
+        {"a static member that is defined without its namespace",
+         "== a.h\nnamespace n { struct A { static int count; }; }\n"
+         "== b.cpp\n#include \"a.h\"\nusing namespace n;\nint A::count = 1;\n"
+         "== c.cpp\n#include \"a.h\"\nint f() { return n::A::cou|nt; }\n",
+         {"c.cpp:2:24 other", "a.h:1:37 declaration", "b.cpp:3:8 definition"}},
         {"fields of unnamed structures may be those of a copy",
          "== a.h\ntypedef struct { int size; } shape;\n== b.h\ntypedef struct { long size; } ring;\n"
          "== c.c\n#include \"a.h\"\nint f(shape* s) { return s->si|ze; }\n",
