@@ -80,6 +80,8 @@ Document* DocumentActions::Adopt(Document* document, const std::optional<FileMar
     connect(view, &CodeView::ZoomAsked, this, &DocumentActions::ZoomAsked, Qt::UniqueConnection);
     connect(view, &CodeView::MenuAsked, this, &DocumentActions::MenuAsked, Qt::UniqueConnection);
     view->SetLanguageFor(document->Path());
+    if (document->IsWorksheet())
+        view->HideChangedLines(); // it is saved without a question
     labels.ShowName(*document, false);
     emit Loaded(document->Id());
     if (!document->Path().empty())

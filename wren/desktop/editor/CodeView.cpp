@@ -37,8 +37,8 @@ bool HasVeryLongLine(std::string_view bytes)
 } // namespace
 
 CodeView::CodeView(QWidget* parent)
-    : QsciScintilla(parent), text(*this), lines(text), groups(text), lexer(std::make_unique<CodeLexer>()),
-      self(std::make_shared<CodeView*>(this))
+    : QsciScintilla(parent), text(*this), lines(text), groups(text), changes(text),
+      lexer(std::make_unique<CodeLexer>()), self(std::make_shared<CodeView*>(this))
 {
     look.font = QFont("DejaVu Sans Mono", 11);
     look.font.setStyleHint(QFont::Monospace);
@@ -79,6 +79,7 @@ void CodeView::SetUp()
     carets::SetUp(text);
     folds::SetUp(text);
     bookmarks::SetUp(text);
+    changes.SetUp();
     text.Send(SCI_SETSCROLLWIDTH, 1);
     text.Send(SCI_SETSCROLLWIDTHTRACKING, true);
     text.Send(SCI_SETLAYOUTCACHE, SC_CACHE_PAGE);
@@ -92,9 +93,13 @@ void CodeView::WatchText()
     connect(this, &QsciScintillaBase::SCN_MODIFIED, this, &CodeView::TextModified);
     connect(this, &QsciScintillaBase::SCN_CHARADDED, this, &CodeView::CharacterAdded);
     connect(this, &QsciScintillaBase::SCN_SAVEPOINTLEFT, this, [this] { TellLater(false); });
-    connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] { TellLater(false); });
+    connect(this, &QsciScintillaBase::SCN_SAVEPOINTREACHED, this, [this] {
+        changes.Forget();
+        TellLater(false);
+    });
     connect(this, &QsciScintillaBase::SCN_UPDATEUI, this, [this] {
         if (!sharesText) {
+            changes.Changed();
             TellScreenReaders();
             ShowBraces();
         }
@@ -240,6 +245,7 @@ void CodeView::SetLook(const EditorLook& newLook)
     ApplyColours();
     folds::SetLook(text, look);
     bookmarks::SetLook(text, look);
+    changes.SetLook(look);
     folds::FoldAgain(text, folded);
     carets::SetLook(text, look.dark);
     setWrapMode(look.wraps ? WrapWord : WrapNone);
@@ -520,6 +526,12 @@ std::vector<long> CodeView::Bookmarks() const
 void CodeView::SetBookmarks(const std::vector<long>& marked)
 {
     bookmarks::SetLines(text, marked);
+}
+
+std::vector<long> CodeView::ChangedLines()
+{
+    changes.Changed();
+    return changes.Lines();
 }
 
 void CodeView::ReplaceAsTyped(long start, long end, std::string_view with)

@@ -7,6 +7,7 @@
 #include "vetch/support/Geometry.h"
 #include "wren/desktop/editor/Bookmarks.h"
 #include "wren/desktop/editor/Carets.h"
+#include "wren/desktop/editor/ChangeMarks.h"
 #include "wren/desktop/editor/EditorLook.h"
 #include "wren/desktop/editor/Folds.h"
 #include "wren/desktop/editor/Indentation.h"
@@ -141,6 +142,9 @@ public:
     std::vector<long> Bookmarks() const; // lines, from 0
     void SetBookmarks(const std::vector<long>& marked);
 
+    std::vector<long> ChangedLines(); // since it was saved; from 0
+    void HideChangedLines() { changes.Hide(); }
+
     void EndTyping(); // what is typed next is undone without what was typed before
 
     void undo() override;
@@ -243,6 +247,7 @@ private:
     ViewText text;
     TextLines lines;
     UndoGroups groups;
+    ChangeMarks changes;
     CodeViewClient* client = nullptr;
     std::unique_ptr<CodeLexer> lexer;
     std::string path;                // what the language was chosen for

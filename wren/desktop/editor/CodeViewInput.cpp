@@ -172,6 +172,8 @@ void CodeView::TextModified(int offset, int kind, const char* bytes, int length,
         return;
     const bool inserts = kind & SC_MOD_BEFOREINSERT;
     lines.Changing(offset, inserts ? 0 : length, inserts ? length : 0);
+    if (!readsAgain)
+        changes.Changing(offset, length, inserts);
     if (client != nullptr && !readsAgain)
         client->TextMoves(*this, offset, inserts ? 0 : length, inserts ? length : 0);
     Note(offset, length, inserts);
