@@ -60,7 +60,7 @@ void TagsPlaces::Show()
         return status.ShowTags({}, {});
     std::error_code unknown;
     const std::optional<std::string> tags = FindLocalTags(DirectoryOf(*document));
-    if (tags && fs::is_directory(fs::symlink_status(*tags, unknown))) {
+    if (tags && fs::is_directory(*tags, unknown)) { // or a link to one
         status.ShowTags(Translated("No tags"), Translated("%1 is a directory").arg(ShownText(*tags)));
         TellDirectory(*tags);
     } else if (tags) {

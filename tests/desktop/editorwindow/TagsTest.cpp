@@ -297,6 +297,16 @@ TEST_F(TagsStory, GeneratingTagsAtTheTopOfTheProjectAsksNothingMore)
     EXPECT_TRUE(fs::exists(home / "T/tags"));
 }
 
+TEST_F(TagsStory, ALinkToADirectoryServesNoText)
+{
+    fs::remove(home / "T/tags");
+    fs::create_directory(home / "elsewhere");
+    fs::create_directory_symlink(home / "elsewhere", home / "T/tags");
+    Start({home / "T/main.c"});
+    EXPECT_EQ(ServingTags(), "No tags");
+    EXPECT_THAT(Notice(), HasSubstr(home / "T/tags is a directory"));
+}
+
 TEST_F(TagsStory, ADirectoryCalledTagsIsSaidAndKeepsItsContent)
 {
     fs::remove(home / "T/tags");
