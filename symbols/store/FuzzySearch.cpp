@@ -34,11 +34,12 @@ struct Query {
 
 struct Rank { // smaller is better
     int kind;
+    bool isSystem; // among equal kinds, the project's names come first
     size_t length;
     std::string_view name;
 
     auto operator<=>(const Rank&) const = default;
-    int Score() const { return (kNoMatch - kind) * 256 - static_cast<int>(length); }
+    int Score() const { return ((kNoMatch - kind) * 2 + !isSystem) * 256 - static_cast<int>(length); }
 };
 
 } // namespace
@@ -73,12 +74,12 @@ private:
     bool IsCancelled() const { return limits.cancel != nullptr && limits.cancel->IsCancelled(); }
 
     // The worst kind in which a name of this length comes in.
-    int WorstKind(size_t length) const
+    int WorstKind(const Part& part, size_t length) const
     {
         if (best.size() <= limits.results)
             return kAnywhere;
         const Rank& last = std::prev(best.end())->first;
-        return length > last.length ? last.kind - 1 : last.kind;
+        return std::tuple(part.isSystem, length) > std::tuple(last.isSystem, last.length) ? last.kind - 1 : last.kind;
     }
 
     bool LookInNarrowed(const Part& part)
@@ -100,7 +101,7 @@ private:
     {
         const bool hasBeginnings = LookAtBeginnings(part);
         for (const Segment::FuzzyNames& names : part.segment->AllFuzzyNames()) {
-            const int worst = WorstKind(names.length);
+            const int worst = WorstKind(part, names.length);
             if (IsCancelled() || worst < (hasBeginnings ? kBeginning + 1 : kWhole))
                 return;
             if (names.count > 0 && names.length >= std::min(pattern.Letters().size(), kLongestFuzzy))
@@ -153,7 +154,7 @@ private:
     {
         constexpr size_t kAhead = 8;
         const char* const texts = part.segment->TextsOf(names);
-        int worst = WorstKind(names.length);
+        int worst = WorstKind(part, names.length);
         for (size_t at = 0; at < collected.size() && texts != nullptr; at++) {
             if (at + kAhead < collected.size())
                 __builtin_prefetch(texts + collected[at + kAhead] * names.length);
@@ -170,7 +171,7 @@ private:
                 continue;
             if (const auto key = part.segment->KeyOfFuzzy(names.first + i))
                 Take(part, *key, kind);
-            worst = WorstKind(names.length);
+            worst = WorstKind(part, names.length);
         }
         return texts != nullptr;
     }
@@ -178,7 +179,7 @@ private:
     void Take(const Part& part, std::uint32_t key, int kind)
     {
         const std::string_view name = part.segment->KeyText(key).value_or("");
-        const Rank rank = {kind, std::min(name.size(), kLongestFuzzy), name};
+        const Rank rank = {kind, part.isSystem, std::min(name.size(), kLongestFuzzy), name};
         if (best.size() > limits.results && !(rank <= std::prev(best.end())->first))
             return;
         Hits hits = HitsOf(part, key);

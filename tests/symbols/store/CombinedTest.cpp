@@ -5,6 +5,7 @@
 #include "tests/support/AllAnswers.h"
 #include "tests/support/RandomSources.h"
 
+#include <climits>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
@@ -59,6 +60,25 @@ TEST(Combined, ListsTheProjectBeforeTheSystem)
     EXPECT_TRUE(snapshot->FileOf(*header).isSystem);
     EXPECT_FALSE(snapshot->FindFile("usr/include/a.h"));
     EXPECT_FALSE(snapshot->FileOf(*snapshot->FindFile("z.c")).isSystem);
+}
+
+TEST(Combined, FuzzyMatchesAreTheProjectsFirstAmongEqualOnes)
+{
+    const SnapshotPointer snapshot = Combined(
+        IndexOf({{"a.c", {SymbolNamed("areaOfShape", 1), SymbolNamed("shareArea", 2)}}}),
+        IndexOf({{"usr/include/a.h", {SymbolNamed("area", 1), SymbolNamed("Aref", 2), SymbolNamed("are", 3)}}}), "/",
+        {});
+    for (const size_t limit : {size_t(1), size_t(2), size_t(3), size_t(5)}) {
+        std::vector<std::string> names;
+        int last = INT_MAX;
+        for (const FuzzyMatch& match : snapshot->Fuzzy("are", {limit}).found) {
+            names.emplace_back(match.symbol.name);
+            EXPECT_LE(match.score, last);
+            last = match.score;
+        }
+        const std::vector<std::string> all = {"are", "areaOfShape", "Aref", "area", "shareArea"};
+        EXPECT_EQ(names, std::vector(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(limit)));
+    }
 }
 
 TEST(Combined, AnOpenTextReplacesItsFile)
