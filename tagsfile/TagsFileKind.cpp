@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <optional>
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -77,6 +78,20 @@ Target KindOfText(std::string_view beginning, std::string_view directory)
     return isTags ? Target::Tags : Target::Foreign;
 }
 
+// Never blocks: the path may lead to a pipe.
+std::optional<std::string> BeginningOf(const std::string& path, int flags)
+{
+    const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | flags));
+    if (!file.IsOpen())
+        return std::nullopt;
+    std::string beginning(kLookedAt, '\0');
+    const ssize_t length = ::read(file.Number(), beginning.data(), beginning.size());
+    if (length < 0)
+        return std::nullopt;
+    beginning.resize(static_cast<size_t>(length));
+    return beginning;
+}
+
 std::string DirectoryOf(const std::string& path)
 {
     const size_t slash = path.rfind('/');
@@ -92,13 +107,18 @@ Target WhatIs(const std::string& path)
         return errno == ENOENT || errno == ENOTDIR ? Target::Absent : Target::Unreadable;
     if (!S_ISREG(status.st_mode))
         return Target::Foreign;
-    // The path may lead to a pipe by now.
-    const base::Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (!file.IsOpen())
-        return Target::Unreadable;
-    char beginning[kLookedAt];
-    const ssize_t length = ::read(file.Number(), beginning, sizeof beginning);
-    return length < 0 ? Target::Unreadable : KindOfText({beginning, static_cast<size_t>(length)}, DirectoryOf(path));
+    const std::optional<std::string> beginning = BeginningOf(path, 0);
+    return beginning ? KindOfText(*beginning, DirectoryOf(path)) : Target::Unreadable;
+}
+
+bool IsFromOurProgram(const std::string& path)
+{
+    const std::optional<std::string> beginning = BeginningOf(path, O_NOFOLLOW);
+    std::string_view rest = beginning ? *beginning : std::string_view();
+    while (!rest.empty())
+        if (const std::string_view line = CutLine(rest); line.starts_with("!_TAG_PROGRAM_NAME\tcplustags\t"))
+            return true;
+    return false;
 }
 
 } // namespace tagsfile

@@ -19,4 +19,7 @@ enum class Target {
 // one of them names an existing file.
 Target WhatIs(const std::string& path);
 
+// Whether the first lines name this system's tags program as the one that has made the file. Follows no link.
+bool IsFromOurProgram(const std::string& path);
+
 } // namespace tagsfile

@@ -14,7 +14,7 @@ _wren_options()
         explain) echo -h --help --in --fresh --no-system ;;
         index) echo -h --help --system --status --watch --remove --import --export ;;
         lookup) echo -h --help --symbol --in --declaration --definition --system-tags --home --bundle ;;
-        tags) echo -h --help --system --jobs --dry-run --verbose --settings --home --bundle ;;
+        tags) echo -h --help --system --jobs --dry-run --from-index --verbose --settings --home --bundle ;;
         complete) echo -h --help --auto --edit --system-tags --home --bundle ;;
         lsp) echo -h --help --root --tags --no-index --log --home ;;
         script) echo -h --help --bundle --home --settings --guarded ;;

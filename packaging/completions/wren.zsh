@@ -132,6 +132,7 @@ _wren_tags() {
         "--system[make the tags of the system's headers]" \
         '--jobs[parse that many files at a time]:number (1 to 1024):' \
         '--dry-run[print the command lines, and change nothing]' \
+        '--from-index[make them from the index or not at all]' \
         '--verbose[say what is run]' \
         '--settings[the file of stored settings]:file:_files' \
         '--home[the home directory]:directory:_directories' \

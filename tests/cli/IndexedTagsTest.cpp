@@ -66,6 +66,19 @@ TEST_F(IndexedTags, AreTheSameBytesAsThoseOfAWholeRun)
     ExpectSameTagsFromIndex("after changes");
 }
 
+TEST_F(IndexedTags, OnlyFromTheIndexWhenThatIsWanted)
+{
+    const ProgramRun without = Run({"project", "--from-index"});
+    EXPECT_EQ(without.status, 1);
+    EXPECT_THAT(without.errors, HasSubstr("tags was not made: the index is not enough for it"));
+    EXPECT_FALSE(fs::exists(Tags()));
+    MakeIndex();
+    EXPECT_EQ(Run({"project", "--from-index"}).status, 0);
+    const std::string made = Content(Tags());
+    EXPECT_EQ(made, WholeRun());
+    EXPECT_EQ(Run({"project", "--from-index", "--dry-run"}).status, 2);
+}
+
 TEST_F(IndexedTags, SourcesThatTheIndexLeavesOutAreTagged)
 {
     tree.Write("project/build/CMakeCache.txt", "");

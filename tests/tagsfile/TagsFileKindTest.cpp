@@ -77,6 +77,20 @@ TEST(TagsFileKind, NonFilesAreAbsentOrForeign)
     EXPECT_EQ(WhatIs("/proc/self/mem"), Target::Unreadable);
 }
 
+TEST(TagsFileKind, OurProgramIsNamedInTheFirstLines)
+{
+    const TempDirectory directory;
+    const auto isOurs = [&](const std::string& text) { return IsFromOurProgram(directory.Write("tags", text)); };
+    EXPECT_TRUE(isOurs("!_TAG_FILE_FORMAT\t2\t//\n!_TAG_PROGRAM_NAME\tcplustags\t/by ctags/\na\ta.c\t1\n"));
+    EXPECT_FALSE(isOurs("!_TAG_PROGRAM_NAME\tUniversal Ctags\t//\n"));
+    EXPECT_FALSE(isOurs("a\t!_TAG_PROGRAM_NAME\tcplustags\t//\n"));
+    EXPECT_FALSE(isOurs(""));
+    EXPECT_FALSE(IsFromOurProgram(directory / "none"));
+    isOurs("!_TAG_PROGRAM_NAME\tcplustags\t//\n");
+    std::filesystem::create_symlink("tags", directory / "link");
+    EXPECT_FALSE(IsFromOurProgram(directory / "link")) << "what is behind a link";
+}
+
 TEST(TagsFileKind, TheOldestFormatNeedsAnExistingSource)
 {
     const TempDirectory directory;

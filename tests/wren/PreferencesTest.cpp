@@ -39,6 +39,7 @@ PreferenceValues NothingAsByDefault()
     values.lookupClick = PreferenceValues::LookupClick::Control;
     values.jumpsByMeaning = false;
     values.completion = PreferenceValues::Completion::None;
+    values.keepsTags = PreferenceValues::KeepTags::Never;
     values.keys = {{"SymbolCompletion", "Ctrl+Space"}, {"DeclarationLookup", "F3"}, {"Mine", "Ctrl+,"}};
     values.menuKeys = {{"File.Close", {"F8", "Ctrl+,"}}, {"Edit.Cut", {"Shift+Del"}}, {"Edit.Undo", {}}};
     return values;
@@ -109,7 +110,7 @@ TEST(Preferences, StoreALineForEachChangedValue)
                             "WrenWrapLines on", "WrenShowBlanks on", "WrenShowGuides on", "WrenShowScopes off",
                             "WrenEditorConfig off", "WrenColours dark", "WrenRestoreSession off",
                             "WrenModifiers command=alt control=control option=super", "WrenLookupClick control",
-                            "WrenJumpByMeaning off", "WrenCompletion none",
+                            "WrenJumpByMeaning off", "WrenCompletion none", "WrenKeepTags never",
                             "WrenKeys SymbolCompletion=Ctrl+Space DeclarationLookup=F3 DefinitionLookup= GoBack= "
                             "GoForward= Mine=Ctrl+%2C",
                             "WrenMenuKeys Edit.Cut=Shift+Del Edit.Undo= File.Close=F8,Ctrl+%2C"));

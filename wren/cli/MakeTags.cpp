@@ -72,6 +72,17 @@ public:
         return Make(file, [&] { AskForLocal(directory); });
     }
 
+    MadeTags MakeLocalFromIndex(const std::string& directory)
+    {
+        if (const std::optional<MadeTags> made = MakeFromIndex(directory))
+            return *made;
+        MadeTags result;
+        result.run.file = fs::path(directory) / "tags";
+        result.run.problem = "the index is not enough for it, or something is in its way; \"wren tags\" without "
+                             "--from-index makes it, or says what";
+        return result;
+    }
+
     MadeTags MakeSystem()
     {
         const std::string file = SystemTagsFile(Home());
@@ -209,6 +220,11 @@ TagsMaker::~TagsMaker() = default;
 MadeTags TagsMaker::MakeLocal(const std::string& directory)
 {
     return session->MakeLocal(directory);
+}
+
+MadeTags TagsMaker::MakeLocalFromIndex(const std::string& directory)
+{
+    return session->MakeLocalFromIndex(directory);
 }
 
 MadeTags TagsMaker::MakeSystem()

@@ -36,6 +36,7 @@ public:
     // Each waits for all work to end, and holds no signals afterwards. 'directory' is absolute and exists.
     MadeTags MakeLocal(const std::string& directory);
     MadeTags MakeSystem();
+    MadeTags MakeLocalFromIndex(const std::string& directory); // or not at all
 
 private:
     class Session;

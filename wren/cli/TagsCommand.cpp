@@ -41,6 +41,9 @@ replaces the old one at the end: a run that fails or is interrupted leaves the o
 unchanged. Nothing is written through a link or over a file that is not a tags file; a
 message names the obstacle.
 
+Where "wren index" has made an index that covers the sources, only changed ones are parsed.
+Otherwise all are; with --from-index, nothing is made then.
+
 Parsing is done by Universal Ctags. WREN_CTAGS names another tags program to run instead
 of the one in the plug-in's bundle.
 
@@ -59,6 +62,7 @@ struct TagsWords {
     bool system = false;
     std::optional<unsigned> jobs;
     bool dryRun = false;
+    bool fromIndex = false;
     bool verbose = false;
     std::string bundle;
     std::string home;
@@ -150,7 +154,8 @@ int MakeAll(PluginBundle& bundle, const TagsWords& words, ProgramOutput& output,
         *signal = made.signal;
     }
     if (words.directory && *signal == 0) {
-        const MadeTags made = maker.MakeLocal(*words.directory);
+        const MadeTags made =
+            words.fromIndex ? maker.MakeLocalFromIndex(*words.directory) : maker.MakeLocal(*words.directory);
         allWell = ReportTags(output, made, DryRun(words, EscapedPath(*words.directory))) && allWell;
         *signal = made.signal;
     }
@@ -185,10 +190,14 @@ void AddTagsCommand(CLI::App& app, int* status)
     CLI::App* command = app.add_subcommand("tags", "Make the tags files in which symbols are looked up");
     auto words = std::make_shared<TagsWords>();
     command->add_option("DIR", words->directory, "Make the tags of this directory (default: the current one)");
-    command->add_flag("--system", words->system, "Make the tags of the system's headers");
+    CLI::Option* system = command->add_flag("--system", words->system, "Make the tags of the system's headers");
     command->add_option("--jobs", words->jobs, "Parse that many files at a time (default: one per core)")
         ->check(CLI::Range(1u, kMostJobs));
-    command->add_flag("--dry-run", words->dryRun, "Print the command lines that would be run, and change nothing");
+    CLI::Option* dryRun =
+        command->add_flag("--dry-run", words->dryRun, "Print the command lines that would be run, and change nothing");
+    command->add_flag("--from-index", words->fromIndex, "Make the tags of DIR from the index or not at all")
+        ->excludes(system)
+        ->excludes(dryRun);
     command->add_flag("--verbose", words->verbose, "Show on standard error which commands run");
     command->add_option("--settings", words->settings, "The file of stored settings (default: none)")
         ->check(CLI::ExistingFile);

@@ -44,6 +44,8 @@ constexpr Word<Values::Completion> kCompletions[] = {{"both", Values::Completion
                                                      {"plugin", Values::Completion::Plugin},
                                                      {"editor", Values::Completion::Editor},
                                                      {"none", Values::Completion::None}};
+constexpr Word<Values::KeepTags> kKeeps[] = {
+    {"never", Values::KeepTags::Never}, {"present", Values::KeepTags::Present}, {"always", Values::KeepTags::Always}};
 constexpr Word<Values::Modifier> kModifiers[] = {
     {"control", Values::Modifier::Control}, {"alt", Values::Modifier::Alt}, {"super", Values::Modifier::Super}};
 
@@ -170,6 +172,8 @@ const Form kForms[] = {
     {"WrenCompletion",
      [](const std::string& text, Values* values) { return ReadWord(kCompletions, text, &values->completion); },
      [](const Values& values) { return WordFor(kCompletions, values.completion); }},
+    {"WrenKeepTags", [](const std::string& text, Values* values) { return ReadWord(kKeeps, text, &values->keepsTags); },
+     [](const Values& values) { return WordFor(kKeeps, values.keepsTags); }},
     {"WrenKeys",
      [](const std::string& text, Values* values) { return ReadKeys(text, &values->keys, values->HasMeaningKeys()); },
      [](const Values& values) { return WrittenKeys(values.keys, values.HasMeaningKeys()); }},

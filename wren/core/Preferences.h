@@ -29,6 +29,7 @@ namespace wren {
 //     WrenLookupClick control
 //     WrenJumpByMeaning off
 //     WrenCompletion editor
+//     WrenKeepTags never
 //     WrenKeys DeclarationLookup=F3 DefinitionLookup= GoBack=Alt+Left,Ctrl+%2C
 //     WrenMenuKeys Edit.Undo= File.Close=F8,Ctrl+W
 //
@@ -66,6 +67,10 @@ struct PreferenceValues {
     // scopes, files to include and locals, else the plug-in's.
     enum class Completion { Both, Plugin, Editor, None };
     Completion completion = Completion::Both;
+
+    // Whether the tags file of a project is kept current, where names are understood. Present: when there is one.
+    enum class KeepTags { Never, Present, Always };
+    KeepTags keepsTags = KeepTags::Present;
 
     // Where names are understood, F12 and Control-F12 go to what a name means; else they are the plug-in's.
     bool jumpsByMeaning = true;

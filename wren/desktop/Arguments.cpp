@@ -41,6 +41,16 @@ void TakeFolder(DesktopArguments* arguments)
     arguments->places.erase(folder);
 }
 
+// Beside this program in a build, and where programs are when it is installed.
+std::string CommandLineProgram()
+{
+    namespace fs = std::filesystem;
+    std::error_code unknown;
+    const fs::path here = fs::read_symlink("/proc/self/exe", unknown).parent_path();
+    const fs::path beside = here / "wren";
+    return fs::exists(beside, unknown) ? beside : here.parent_path().parent_path() / "bin/wren";
+}
+
 } // namespace
 
 std::optional<DesktopArguments> ParseArguments(int count, char** words, int* status)
@@ -51,6 +61,7 @@ std::optional<DesktopArguments> ParseArguments(int count, char** words, int* sta
     DesktopArguments arguments;
     const std::string configuration = ConfigDirectory();
     arguments.options.bundle = PluginBundle::DefaultDirectory();
+    arguments.options.program = CommandLineProgram();
     arguments.options.settingsFile = configuration.empty() ? "" : configuration + "/settings";
     std::vector<std::string> files;
     bool fresh = false;

@@ -24,6 +24,7 @@
 #include "wren/desktop/StatusLine.h"
 #include "wren/desktop/TagsKeeper.h"
 #include "wren/desktop/TagsPlaces.h"
+#include "wren/desktop/TagsRefresher.h"
 #include "wren/desktop/Warnings.h"
 #include "wren/desktop/Welcome.h"
 #include "wren/desktop/display/QtDisplay.h"
@@ -126,6 +127,10 @@ void Editor::MakeActions(const DesktopOptions& options)
     if (symbols != nullptr)
         filesActions = std::make_unique<FilesActions>(
             FilesActions::Parts{*host, *window, *places, symbols->Engine(), options.folder});
+    if (symbols != nullptr && !options.program.empty())
+        refresher = std::make_unique<TagsRefresher>(TagsRefresher::Parts{
+            options.program, options.settingsFile, [this] { return preferences.Values().keepsTags; },
+            [this](const std::string& file) { return tags != nullptr && tags->IsMaking(file); }});
     const std::function<void()> startTour = [this] { welcome->StartTour(); };
     menus = std::make_unique<EditorMenus>(EditorMenus::Parts{*window, *host, *router, Actions(),
                                                              [this] { return RecentFiles(); },
@@ -140,6 +145,7 @@ Editor::~Editor()
 {
     window->disconnect(this);
     window->Tabs().disconnect(this);
+    refresher.reset();
     tags.reset(); // what runs is stopped while there is a host to work for
     host->ShutDown();
     loop->LetThrough();
@@ -207,6 +213,11 @@ void Editor::ConnectTexts()
     connect(files.get(), &FileKeeper::Saved, documents.get(), &DocumentActions::Saved);
     if (filesActions != nullptr)
         connect(files.get(), &FileKeeper::Saved, filesActions.get(), &FilesActions::Refresh);
+    if (refresher != nullptr) {
+        connect(files.get(), &FileKeeper::Saved, this, [this](long id) { RefreshTagsOf(id); });
+        connect(files.get(), &FileKeeper::ReadAgain, this, [this](long id) { RefreshTagsOf(id); });
+        connect(refresher.get(), &TagsRefresher::Made, this, [this] { tagsPlaces->Show(); });
+    }
     connect(files.get(), &FileKeeper::ReadAgain, menus.get(), &EditorMenus::ShowUndo);
     connect(files.get(), &FileKeeper::ReadAgain, this, [this] { labels->ShowCaret(); });
     connect(documents.get(), &DocumentActions::Named, welcome.get(), [this] {
@@ -232,6 +243,18 @@ void Editor::ConnectCompletion()
     };
     router->onTyped = [this](CodeView& view) { return symbols != nullptr && symbols->Completion().Typed(view); };
     router->onCompletion = [this] { return symbols != nullptr && symbols->Completion().Asked(); };
+}
+
+bool Editor::KeepsTagsBusy() const
+{
+    return refresher != nullptr && refresher->IsBusy();
+}
+
+void Editor::RefreshTagsOf(long document)
+{
+    const Document* saved = host->AllDocuments().Find(document);
+    if (saved != nullptr && !saved->IsWorksheet())
+        refresher->FileChanged(saved->Path());
 }
 
 // The window, its menus and the keys that choose from them.

@@ -33,6 +33,7 @@ class SettingsKeeper;
 class SymbolActions;
 class TagsKeeper;
 class TagsPlaces;
+class TagsRefresher;
 class Warnings;
 class Welcome;
 class HostObservers;
@@ -46,6 +47,7 @@ struct DesktopOptions {
     bool understandsNames = true;                             // false: the plug-in alone answers
     std::string indexes;              // the directory of all indexes of names; "" for the user's
     bool indexesSystem = true;        // the headers of the system as well
+    std::string program;              // "wren", by its path, which keeps tags files current; "" for none
     bool guardsTags = true;           // false hands command lines to a shell as the plug-in wrote them
     HostObserver* observer = nullptr; // of what the plug-in does to the editor; borrowed, null for none
 
@@ -66,6 +68,8 @@ public:
     // Shows the window with the files named, those that do not exist as new documents; without any, with the last
     // session. Then offers what a crash has left.
     void Show(const std::vector<Place>& wanted);
+
+    bool KeepsTagsBusy() const; // a tags file is being made anew, or soon will be
 
     // Keeps the session, copies of unsaved texts and changed settings, and stops making tags, without a question: the
     // process is about to end. It may be called in the middle of a question or of a plug-in call.
@@ -96,6 +100,7 @@ private:
     void ConnectPlugin(const DesktopOptions& options);
     void ConnectNotices();
     void RestorePanels();
+    void RefreshTagsOf(long document);
     bool Quit(); // closes everything after questions; false when the user keeps the editor
 
     Preferences preferences;
@@ -125,6 +130,7 @@ private:
     std::unique_ptr<PlaceActions> places;
     std::unique_ptr<PreferenceActions> preferenceActions;
     std::unique_ptr<SessionKeeper> session;
+    std::unique_ptr<TagsRefresher> refresher;   // null where names are not understood
     std::unique_ptr<SymbolActions> symbols;     // null where names are not understood
     std::unique_ptr<FinderActions> finder;      // null there as well
     std::unique_ptr<FilesActions> filesActions; // and this one

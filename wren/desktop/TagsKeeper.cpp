@@ -9,6 +9,7 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <csignal>
 #include <ctime>
 #include <fcntl.h>
@@ -146,6 +147,12 @@ void TagsKeeper::Rebuild()
         return true;
     });
     status.OfferRebuild(!offered.empty());
+}
+
+bool TagsKeeper::IsMaking(const std::string& file) const
+{
+    const std::vector<std::string> files = runner->Running();
+    return std::ranges::find(files, file) != files.end();
 }
 
 bool TagsKeeper::MayStop(QWidget* window)

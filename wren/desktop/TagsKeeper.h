@@ -27,6 +27,8 @@ public:
 
     void TakeNews(); // from the threads of the runs; call it when the loop has woken
 
+    bool IsMaking(const std::string& file) const; // an absolute path
+
     bool MayStop(QWidget* window); // true when no tags are being made; else asks the user
     void StopAtEnd(int signal);    // without a question, waiting for a short time
 

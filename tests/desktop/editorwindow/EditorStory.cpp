@@ -82,6 +82,7 @@ void EditorStory::Start(const std::vector<std::string>& files)
     options.bundle = FreshBundle();
     options.settingsFile = SettingsFile();
     options.folder = folder;
+    options.program = program;
     options.understandsNames = understandsNames;
     options.indexesSystem = false; // it takes a minute
     editor = std::make_unique<wren::Editor>(options);

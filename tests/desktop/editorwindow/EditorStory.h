@@ -62,6 +62,7 @@ protected:
     std::string bundle; // the real one, unless a test says otherwise before the start
     QuestionHands hands;
     std::string folder;            // that is opened at the start; "" for none
+    std::string program;           // that keeps tags current; "" for none
     bool understandsNames = false; // else the plug-in alone answers; at the start
 
 private:

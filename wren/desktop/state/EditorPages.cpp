@@ -21,6 +21,7 @@ using Colours = PreferenceValues::Colours;
 using Modifier = PreferenceValues::Modifier;
 using LookupClick = PreferenceValues::LookupClick;
 using Completion = PreferenceValues::Completion;
+using KeepTags = PreferenceValues::KeepTags;
 
 template <typename T>
 void Choose(QComboBox* box, T value)
@@ -62,7 +63,7 @@ EditorPages::EditorPages(QWidget* parent)
       restoresSession(Switch(tr("Open last session's &files at start"))), colours(new QComboBox),
       command(ModifierBox("command")), control(ModifierBox("control")), option(ModifierBox("option")),
       lookupClick(new QComboBox), jumpsByMeaning(new QCheckBox(tr("F12 goes to what a name &means"))),
-      completion(new QComboBox), keys(new KeyTable)
+      completion(new QComboBox), keepsTags(new QComboBox), keys(new KeyTable)
 {
     AddTextPage();
     AddNamesPage();
@@ -105,6 +106,7 @@ void EditorPages::AddNamesPage()
     names->addRow(tr("&Look up with:"), lookupClick);
     names->addRow(tr("Co&mplete with:"), completion);
     names->addRow(jumpsByMeaning);
+    names->addRow(tr("Keep the ta&gs file of a project current:"), keepsTags);
     jumpsByMeaning->setToolTip(tr("F12 goes to the definition, Control-F12 to the declaration, and Alt-F12 and "
                                   "Alt-Shift-F12 look up by name. Otherwise it is the other way round."));
     connect(jumpsByMeaning, &QCheckBox::toggled, this, [this] {
@@ -155,9 +157,13 @@ void EditorPages::FillBoxes()
     completion->addItem(tr("Meanings"), static_cast<int>(Completion::Editor));
     completion->addItem(tr("Tags"), static_cast<int>(Completion::Plugin));
     completion->addItem(tr("Nothing while typing"), static_cast<int>(Completion::None));
+    keepsTags->setObjectName("keepsTags");
+    keepsTags->addItem(tr("When there is one"), static_cast<int>(KeepTags::Present));
+    keepsTags->addItem(tr("Always"), static_cast<int>(KeepTags::Always));
+    keepsTags->addItem(tr("Never"), static_cast<int>(KeepTags::Never));
     fontSize->setObjectName("fontSize");
     tabWidth->setObjectName("tabWidth");
-    for (QComboBox* box : {font, colours, lookupClick, completion})
+    for (QComboBox* box : {font, colours, lookupClick, completion, keepsTags})
         connect(box, &QComboBox::currentIndexChanged, this, &EditorPages::Tell);
     for (QSpinBox* box : {fontSize, tabWidth})
         connect(box, &QSpinBox::valueChanged, this, &EditorPages::Tell);
@@ -196,6 +202,7 @@ PreferenceValues EditorPages::Values() const
     values.lookupClick = Chosen<LookupClick>(lookupClick);
     values.jumpsByMeaning = jumpsByMeaning->isChecked();
     values.completion = Chosen<Completion>(completion);
+    values.keepsTags = Chosen<KeepTags>(keepsTags);
     values.understandsNames = understandsNames;
     values.keys = keys->Values();
     values.menuKeys = keys->ItemValues();
@@ -225,6 +232,8 @@ void EditorPages::SetValues(const PreferenceValues& values)
     names->setRowVisible(jumpsByMeaning, understandsNames);
     names->setRowVisible(completion, understandsNames);
     Choose(completion, values.completion);
+    names->setRowVisible(keepsTags, understandsNames);
+    Choose(keepsTags, values.keepsTags);
     jumpsByMeaning->setChecked(values.jumpsByMeaning);
     keys->SetUsual(DefaultKeys(values.HasMeaningKeys()));
     keys->SetItemValues(values.menuKeys);

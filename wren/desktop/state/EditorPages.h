@@ -75,6 +75,7 @@ private:
     QComboBox* lookupClick;
     QCheckBox* jumpsByMeaning;
     QComboBox* completion;
+    QComboBox* keepsTags;
     QFormLayout* names; // the page
     bool understandsNames = false;
     KeyTable* keys;
