@@ -175,6 +175,7 @@ const Document* SessionKeeper::OpenLeftText(const UnsavedText& text, const std::
     if (!documents.OpenUnsaved(isAtHome ? text.path : "", text.text, text.encoding))
         return nullptr;
     const Document* document = host.Current();
+    FindBookmarks(document->Id()); // the text that was read has lost them to this one
     if (!IsTorn(text.path, left))
         files.Recovered(*document, text.was);
     if (!text.isOld) {

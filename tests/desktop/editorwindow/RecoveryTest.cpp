@@ -174,6 +174,20 @@ TEST_F(RestartAfterAKill, ARecoveredTextIsShownWhereTheUserWas)
     EXPECT_TRUE(Quit());
 }
 
+TEST_F(RestartAfterAKill, ARecoveredTextHasItsBookmarks)
+{
+    const std::string file = home.Write("a.c", "int a;\nint b;\nint c;\n");
+    Start({file});
+    View().SetBookmarks({1});
+    ASSERT_TRUE(Quit());
+    Leave(file, "// new\nint a;\nint b;\nint c;\n");
+    hands.AnswerNextAlert("Open");
+    Start();
+    hands.TakeHeard();
+    EXPECT_EQ(View().Bookmarks(), std::vector<long>{2});
+    Press("Ctrl+S");
+}
+
 TEST_F(RestartAfterAKill, ARecoveredTextIsSavedInTheEncodingOfItsFile)
 {
     const std::string file = home.Write("a.c", "caf\xe9\n");
