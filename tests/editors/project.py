@@ -97,9 +97,12 @@ class Project:
     def expect_nothing_left(self, *also):
         """Waits for the end of all that the editor started. Each must end with status 0, or one of these.
 
-        A server that ends kills its ctags, and one that is killed leaves it without a reader.
+        A server that ends kills its ctags, and one that is killed leaves it without a reader. What was to become ctags
+        when it was killed has the server's name still, and ends as a shell does when it cannot run a program.
         """
         of_ctags = (-signal.SIGKILL, -signal.SIGPIPE)
+        if -signal.SIGKILL in also:
+            also += (127,)
 
         def ended():
             try:
