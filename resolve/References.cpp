@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
-#include <ranges>
 #include <set>
 
 namespace resolve {
@@ -209,8 +208,14 @@ private:
             if (isAlone && std::ranges::none_of(declared, mayBe))
                 others.push_back(mentions[i].use);
         }
-        for (const size_t use : std::views::reverse(others))
-            uses.found.erase(uses.found.begin() + static_cast<std::ptrdiff_t>(use));
+        size_t number = 0;
+        auto next = others.begin();
+        std::erase_if(uses.found, [&](const auto&) {
+            const bool isOther = next != others.end() && *next == number;
+            next += isOther;
+            ++number;
+            return isOther;
+        });
     }
 
     const std::string_view text;
