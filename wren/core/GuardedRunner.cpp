@@ -185,6 +185,17 @@ void GuardedRunner::Stop(int signal)
 {
     const std::lock_guard guard(mutex);
     stopped = signal;
+    PassOn(signal);
+}
+
+void GuardedRunner::StopRunning(int signal)
+{
+    const std::lock_guard guard(mutex);
+    PassOn(signal);
+}
+
+void GuardedRunner::PassOn(int signal)
+{
     for (const auto& [asked, request] : requests)
         if (request->run != nullptr)
             request->run->Stop(signal);

@@ -53,6 +53,7 @@ public:
     // Any thread, all of these.
     std::vector<std::string> Running() const; // the tags files being made
     void Stop(int signal);                    // passes it to all runs; a second call kills. No later run begins
+    void StopRunning(int signal);             // the same, and later runs begin
     void StopAndWait(int signal);             // waits some seconds at most: kills what has not ended after two
     bool WaitUntilIdle(std::chrono::milliseconds limit) const; // false at the limit
 
@@ -67,6 +68,7 @@ private:
     void Begin(Request& request, const TagsLine& line);
     int Carry(Request& request, const TagsLine& line, const std::string& command);
     void End(Request& request, const vetch::ShellRequest& asked);
+    void PassOn(int signal); // to all runs; call it with the mutex
     void Tell(const std::function<void()>& news) const;
 
     const int output;

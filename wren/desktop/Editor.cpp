@@ -313,6 +313,8 @@ void Editor::ConnectNotices()
     connect(loop.get(), &GuiLoop::Woke, session.get(), &SessionKeeper::TakeNews);
     if (tags != nullptr) {
         connect(loop.get(), &GuiLoop::Woke, tags.get(), &TagsKeeper::TakeNews);
+        connect(tags.get(), &TagsKeeper::Told, this,
+                [this](const QString& text) { window->statusBar()->showMessage(text, kSentenceShown); });
         connect(tags.get(), &TagsKeeper::RunEnded, this, [this] { tagsPlaces->Show(); });
         display->SetOnAnswer(
             [this](const vetch::AlertDescription& alert, long answer) { return tagsPlaces->Answer(alert, answer); });

@@ -224,6 +224,9 @@ void EditorMenus::FillSearch(QMenu* menu)
     }
     pluginItems = menu->addSeparator();
     pluginItems->setVisible(false);
+    StatusLine& status = parts.window.Status();
+    QAction* stopTags = Add(menu, tr("&Stop Making Tags"), "", {}, [&status] { emit status.StopAsked(); });
+    connect(menu, &QMenu::aboutToShow, stopTags, [&status, stopTags] { stopTags->setEnabled(status.IsMakingTags()); });
     connect(menu, &QMenu::aboutToShow, this, &EditorMenus::FillPluginItems);
 }
 

@@ -11,6 +11,7 @@
 #include <QStatusBar>
 #include <QToolButton>
 
+#include <chrono>
 #include <utility>
 
 namespace wren {
@@ -42,6 +43,8 @@ QToolButton* TextButton(const char* name, const QString& tip, const QString& des
     return button;
 }
 
+using namespace std::chrono_literals;
+
 constexpr int kTagsWidth = 40; // characters of a path that are shown
 
 // From 1, in characters, as people count.
@@ -54,7 +57,8 @@ long ColumnOf(const Document& document, long caret)
 } // namespace
 
 StatusLine::StatusLine(QStatusBar* bar)
-    : rebuild(new QToolButton), index(new QToolButton), tags(new QLabel), background(new QLabel), position(new QLabel),
+    : rebuild(new QToolButton), stop(new QToolButton), index(new QToolButton), tags(new QLabel), background(new QLabel),
+      position(new QLabel),
       ends(TextButton("lineEnds", tr("The ends of the lines"), tr("How the lines of this text end"))),
       encoding(TextButton("encoding", tr("The encoding of the file"), tr("How the characters of this file are bytes")))
 {
@@ -63,9 +67,20 @@ StatusLine::StatusLine(QStatusBar* bar)
     rebuild->setFocusPolicy(Qt::NoFocus);
     rebuild->hide();
     connect(rebuild, &QToolButton::clicked, this, &StatusLine::RebuildAsked);
+    stop->setText(tr("Stop"));
+    stop->setObjectName("stopTags");
+    stop->setAccessibleName(tr("Stop making tags"));
+    stop->setToolTip(tr("Stop making tags, and keep the old ones"));
+    stop->setFocusPolicy(Qt::NoFocus);
+    stop->hide();
+    connect(stop, &QToolButton::clicked, this, &StatusLine::StopAsked);
+    constexpr int kSecond = 1000; // milliseconds
+    second.setInterval(kSecond);
+    connect(&second, &QTimer::timeout, this, &StatusLine::ShowBackground);
     bar->addPermanentWidget(rebuild);
     bar->addPermanentWidget(index);
     bar->addPermanentWidget(background);
+    bar->addPermanentWidget(stop);
     index->setObjectName("index");
     index->setAutoRaise(true);
     index->setFocusPolicy(Qt::NoFocus);
@@ -147,10 +162,24 @@ void StatusLine::OfferRebuild(bool offered)
     rebuild->setVisible(offered);
 }
 
+void StatusLine::FollowTags()
+{
+    stop->setVisible(!making.isValid());
+    if (making.isValid()) {
+        making.invalidate();
+        second.stop();
+    } else {
+        making.start();
+        second.start();
+    }
+}
+
 void StatusLine::ShowBackground()
 {
-    if (isMakingTags && isMakingTags())
-        background->setText(tr("Making tags\u2026"));
+    if (IsMakingTags() != making.isValid())
+        FollowTags();
+    if (making.isValid())
+        background->setText(tr("Making tags\u2026 %1 s").arg(std::chrono::milliseconds(making.elapsed()) / 1s));
     else if (!vetch::ThreadsAreIdle())
         background->setText(tr("Loading symbols\u2026"));
     else

@@ -1,7 +1,9 @@
 // The status line: the caret's place, the encoding and the line ends of the file, and work in the background.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
+#include <QTimer>
 
 #include <functional>
 
@@ -25,7 +27,8 @@ public:
 
     void Show(const Document* document, const CodeView* view); // null for none
 
-    void ShowBackground(); // whether tags are being made or symbols loaded
+    void ShowBackground(); // whether tags are being made, and since when, or symbols loaded
+    bool IsMakingTags() const { return isMakingTags && isMakingTags(); }
     // Of the symbols' index; "" for none.
     void ShowIndex(const QString& activity, const QString& problem, bool isStopped);
     void SetIndexMenu(QMenu* menu); // borrowed; the index is not shown before
@@ -40,16 +43,22 @@ public:
 
 signals:
     void RebuildAsked();
+    void StopAsked(); // of the tags that are being made
 
 private:
+    void FollowTags(); // they began to be made, or ended
+
     std::function<bool()> isMakingTags;
     QToolButton* rebuild;
+    QToolButton* stop;
     QToolButton* index;
     QLabel* tags;
     QLabel* background;
     QLabel* position;
     QToolButton* ends;
     QToolButton* encoding;
+    QElapsedTimer making; // valid while tags are being made
+    QTimer second;
 };
 
 } // namespace wren

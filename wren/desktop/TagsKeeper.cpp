@@ -80,6 +80,7 @@ TagsKeeper::TagsKeeper(NoticeBar& notices, StatusLine& status)
     runner = std::make_unique<GuardedRunner>(log->Descriptor(), MakeNews());
     status.SetMakingTags([this] { return !runner->Running().empty(); });
     connect(&status, &StatusLine::RebuildAsked, this, &TagsKeeper::Rebuild);
+    connect(&status, &StatusLine::StopAsked, this, [this] { runner->StopRunning(SIGTERM); });
 }
 
 TagsKeeper::~TagsKeeper()
@@ -120,7 +121,7 @@ void TagsKeeper::Ended(const TagsOutcome& outcome)
     if (outcome.kind == TagsOutcome::Kind::Made)
         return notices.Withdraw(SubjectOf(outcome.file));
     if (outcome.kind == TagsOutcome::Kind::Interrupted)
-        return;
+        return emit Told(tr("Stopped: %1 is as it was").arg(Shown(outcome.file)));
     QString text = tr("%1 was not made: %2.").arg(Shown(outcome.file), Shown(outcome.problem));
     if (outcome.kind == TagsOutcome::Kind::Failed && !LogFile().empty())
         text += tr(" The output of the commands is in %1.").arg(Shown(LogFile()));

@@ -36,6 +36,7 @@ public:
 
 signals:
     void RunEnded(); // with any result
+    void Told(const QString& text);
 
 private:
     GuardedRunner::News MakeNews();

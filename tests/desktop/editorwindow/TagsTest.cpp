@@ -190,6 +190,27 @@ TEST_F(TagsStory, QuittingAsksWhileTagsAreBeingMade)
     EXPECT_FALSE(fs::exists(home / "T/.tags.lock"));
 }
 
+TEST_F(TagsStory, WhatIsBeingMadeCanBeStoppedAndMadeLater)
+{
+    UseProgram("cat >/dev/null; echo begun > '" + (home / "begun") + "'; exec sleep 1000\n");
+    Start({home / "T/main.c"});
+    SettleBackground();
+    QToolButton& stop = *TheEditor().Window().findChild<QToolButton*>("stopTags");
+    EXPECT_TRUE(stop.isHidden());
+    Update();
+    EXPECT_TRUE(Until([this] { return !Content(home / "begun").empty(); }));
+    EXPECT_TRUE(Until([&stop] { return !stop.isHidden(); }));
+    stop.click();
+    EXPECT_TRUE(Until([this] { return Status().find("Stopped") == 0; }));
+    EXPECT_TRUE(Until([&stop] { return stop.isHidden(); }));
+    EXPECT_EQ(Tags(), kOldTags);
+    EXPECT_FALSE(fs::exists(home / "T/tags.tmp"));
+    UseProgram("cat >/dev/null; printf 'new\\ta.c\\t1;\"\\tv\\n' >\"$t\"\n");
+    Update();
+    EXPECT_TRUE(Until([this] { return Tags() == "new\ta.c\t1;\"\tv\n"; })) << "later runs begin";
+    SettleBackground();
+}
+
 TEST_F(TagsStory, ManyRequestsShareOneRun)
 {
     const Fifo began;
