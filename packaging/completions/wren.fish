@@ -74,6 +74,7 @@ complete -c wren -n "$in tags" -f -a '(__fish_complete_directories)'
 complete -c wren -n "$in tags" -l system -d "Make the tags of the system's headers"
 complete -c wren -n "$in tags" -l jobs -x -d 'Parse that many files at a time'
 complete -c wren -n "$in tags" -l dry-run -d 'Print the command lines, and change nothing'
+complete -c wren -n "$in tags" -l from-index -d 'Make them from the index or not at all'
 complete -c wren -n "$in tags" -l verbose -d 'Say what is run'
 
 complete -c wren -n "$in complete" -l auto -d 'Print the list that typing opens'
