@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <iterator>
 #include <malloc.h>
+#include <thread>
 
 namespace {
 
@@ -23,6 +24,17 @@ ResourceUse ResourceUse::Now()
 #endif
     use.descriptors = CountEntries("/proc/self/fd");
     use.threads = CountEntries("/proc/self/task");
+    return use;
+}
+
+ResourceUse ResourceUse::WithThreads(long most, std::chrono::milliseconds limit)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    ResourceUse use = Now();
+    while (use.threads > most && std::chrono::steady_clock::now() < end) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+        use = Now();
+    }
     return use;
 }
 

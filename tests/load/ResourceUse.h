@@ -1,6 +1,7 @@
 // What a process holds.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -10,5 +11,7 @@ struct ResourceUse {
     long threads = 0;
 
     static ResourceUse Now();
+    // As soon as there are no more threads than that, or at the limit with those that stay.
+    static ResourceUse WithThreads(long most, std::chrono::milliseconds limit);
     std::string Text() const;
 };
