@@ -369,6 +369,14 @@ void View::ForEachFile(const std::function<bool(FileNumber, const symbols::File&
     }
 }
 
+void View::ForEachOwnPath(const std::function<void(std::string_view path)>& each) const
+{
+    for (const Part& part : parts)
+        for (FileInSegment file = 0; !part.isSystem && file < part.segment->FileCount(); file++)
+            if (const std::string_view path = PathOf(part, file); !path.empty() && FileCounts(part, file))
+                each(path);
+}
+
 std::optional<std::string_view> View::OpenText(FileNumber file) const
 {
     const Part* const part = PartOf(file);

@@ -87,6 +87,7 @@ public:
     std::vector<Include> IncludesOfLeaf(std::string_view leaf, Limits limits) const override;
     std::vector<FileNumber> FilesMentioning(std::string_view name, Limits limits) const override;
     void ForEachFile(const std::function<bool(FileNumber, const symbols::File&)>& each) const override;
+    void ForEachOwnPath(const std::function<void(std::string_view path)>& each) const override;
     std::optional<std::string_view> OpenText(FileNumber file) const override;
     Size Totals() const override;
     bool IsDamaged() const override;

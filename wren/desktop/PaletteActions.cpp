@@ -4,6 +4,7 @@
 #include "wren/desktop/EditorTabs.h"
 #include "wren/desktop/Landing.h"
 #include "wren/desktop/MainWindow.h"
+#include "wren/desktop/symbols/FileNames.h"
 #include "wren/desktop/symbols/Palette.h"
 #include "wren/desktop/symbols/SymbolEngine.h"
 

@@ -15,6 +15,7 @@
 namespace wren {
 
 class AskedTexts;
+class FileNames;
 class Landing;
 class MainWindow;
 class Palette;

@@ -12,6 +12,7 @@
 
 using namespace symbols;
 using testing::ElementsAre;
+using testing::UnorderedElementsAre;
 
 namespace {
 
@@ -38,6 +39,13 @@ std::vector<std::string> Places(const SnapshotPointer& snapshot, std::string_vie
     return places;
 }
 
+std::vector<std::string> OwnPaths(const Snapshot& snapshot)
+{
+    std::vector<std::string> paths;
+    snapshot.ForEachOwnPath([&](std::string_view path) { paths.emplace_back(path); });
+    return paths;
+}
+
 } // namespace
 
 TEST(Combined, NullSnapshotsAreEmpty)
@@ -55,6 +63,7 @@ TEST(Combined, ListsTheProjectBeforeTheSystem)
     const SnapshotPointer snapshot = Combined(IndexOf({{"z.c", {SymbolNamed("f", 3)}}}),
                                               IndexOf({{"usr/include/a.h", {SymbolNamed("f", 1)}}}), "/", {});
     EXPECT_THAT(Places(snapshot, "f"), ElementsAre("z.c:3", "/usr/include/a.h:1"));
+    EXPECT_THAT(OwnPaths(*snapshot), ElementsAre("z.c"));
     const auto header = snapshot->FindFile("/usr/include/a.h");
     ASSERT_TRUE(header);
     EXPECT_TRUE(snapshot->FileOf(*header).isSystem);
@@ -195,6 +204,7 @@ TEST(Combination, PrefersAllOthersToTags)
     size_t files = 0;
     snapshot->ForEachFile([&](FileNumber, const File&) { return ++files > 0; });
     EXPECT_EQ(files, 3u);
+    EXPECT_THAT(OwnPaths(*snapshot), UnorderedElementsAre("a.c", "b.c", "z.c"));
 }
 
 TEST(Combination, ShowsAFileAgainWhenItsTextIsClosed)
